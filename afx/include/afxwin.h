@@ -1,0 +1,504 @@
+/// \file
+/// Application framework: geometry, drawing, windows, controls, dialogs, threads, the application.
+#pragma once
+
+#include <afx.h>
+#include <afxcoll.h>
+#include <afxmsg_.h>
+#include <afxres.h>
+
+class CDC;
+class CDynLinkLibrary;
+class CFont;
+class CFrameWnd;
+class CMenu;
+class CWinApp;
+class CWinThread;
+class CWnd;
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Module state
+
+/// The state that all modules of the process share.
+struct AFX_MODULE_STATE {
+    CWinApp* m_pCurrentWinApp = nullptr;
+    HINSTANCE m_hCurrentInstanceHandle = nullptr;
+    HINSTANCE m_hCurrentResourceHandle = nullptr;
+    LPCSTR m_lpszCurrentAppName = nullptr;
+    CRuntimeClass* m_pClassList = nullptr;      ///< classes of the application, or of the module being loaded
+    CDynLinkLibrary* m_pLibraryList = nullptr;  ///< extension libraries, the newest first
+};
+
+AFX_API AFX_MODULE_STATE* AFXAPI AfxGetModuleState();
+
+/// Starts the framework in a program with its own main function. \return FALSE on failure.
+AFX_API BOOL AFXAPI AfxWinInit(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPSTR lpCmdLine, int nCmdShow);
+/// The body of WinMain: starts the framework, then runs the application object. \return the process's exit code.
+AFX_API int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPSTR lpCmdLine, int nCmdShow);
+
+inline CWinApp* AFXAPI AfxGetApp() { return AfxGetModuleState()->m_pCurrentWinApp; }
+inline HINSTANCE AFXAPI AfxGetInstanceHandle() { return AfxGetModuleState()->m_hCurrentInstanceHandle; }
+inline HINSTANCE AFXAPI AfxGetResourceHandle() { return AfxGetModuleState()->m_hCurrentResourceHandle; }
+inline void AFXAPI AfxSetResourceHandle(HINSTANCE h) { AfxGetModuleState()->m_hCurrentResourceHandle = h; }
+inline LPCSTR AFXAPI AfxGetAppName() { return AfxGetModuleState()->m_lpszCurrentAppName; }
+AFX_API CWinThread* AFXAPI AfxGetThread();
+AFX_API CWnd* AFXAPI AfxGetMainWnd();
+
+/// The module that holds a resource: the resource handle's module, then the extension libraries of the chain, the
+/// framework's own last. \return the resource handle when none has it.
+AFX_API HINSTANCE AFXAPI AfxFindResourceHandle(LPCSTR lpszName, LPCSTR lpszType);
+
+/// Shows a message box over the main window, titled with the application's name.
+AFX_API int AFXAPI AfxMessageBox(LPCSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
+AFX_API int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = static_cast<UINT>(-1));
+
+/// Registers (once) a window class with the given style, cursor, brush and icon. \return its name; throws
+/// CResourceException* on failure.
+AFX_API LPCSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor = nullptr, HBRUSH hbrBackground = nullptr,
+                                          HICON hIcon = nullptr);
+AFX_API BOOL AFXAPI AfxRegisterClass(WNDCLASS* lpWndClass);
+/// The window procedure of every window that belongs to a CWnd.
+AFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam);
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Geometry
+
+class CSize : public SIZE {
+public:
+    CSize() : SIZE{0, 0} {}
+    CSize(int initCX, int initCY) : SIZE{initCX, initCY} {}
+    CSize(SIZE initSize) : SIZE(initSize) {}
+};
+
+class CPoint : public POINT {
+public:
+    CPoint() : POINT{0, 0} {}
+    CPoint(int initX, int initY) : POINT{initX, initY} {}
+    CPoint(POINT initPt) : POINT(initPt) {}
+};
+
+class CRect : public RECT {
+public:
+    CRect() : RECT{0, 0, 0, 0} {}
+    CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
+    CRect(const RECT& srcRect) : RECT(srcRect) {}
+
+    int Width() const { return right - left; }
+    int Height() const { return bottom - top; }
+    CSize Size() const { return {Width(), Height()}; }
+    CPoint TopLeft() const { return {left, top}; }
+    BOOL IsRectEmpty() const { return ::IsRectEmpty(this); }
+    void SetRect(int x1, int y1, int x2, int y2) { ::SetRect(this, x1, y1, x2, y2); }
+    void DeflateRect(int x, int y) { ::InflateRect(this, -x, -y); }
+    void OffsetRect(int x, int y) { ::OffsetRect(this, x, y); }
+    operator LPRECT() { return this; }
+    operator LPCRECT() const { return this; }
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Drawing
+
+/// A GDI object, deleted with its wrapper unless detached.
+class AFX_API CGdiObject : public CObject {
+    DECLARE_DYNAMIC(CGdiObject)
+public:
+    CGdiObject() = default;
+    ~CGdiObject() override;
+    BOOL Attach(HGDIOBJ hObject);
+    HGDIOBJ Detach();
+    BOOL DeleteObject();
+    HGDIOBJ GetSafeHandle() const { return m_hObject; }
+    int GetObject(int nCount, LPVOID lpObject) const;
+
+    HGDIOBJ m_hObject = nullptr;
+};
+
+class AFX_API CFont : public CGdiObject {
+    DECLARE_DYNAMIC(CFont)
+public:
+    BOOL CreateFontIndirect(const LOGFONT* lpLogFont);
+    /// A wrapper that lives until the thread is next idle; it does not own the font.
+    static CFont* AFXAPI FromHandle(HFONT hFont);
+    operator HFONT() const { return static_cast<HFONT>(m_hObject); }
+};
+
+class AFX_API CBrush : public CGdiObject {
+    DECLARE_DYNAMIC(CBrush)
+public:
+    BOOL CreateSolidBrush(COLORREF crColor);
+    operator HBRUSH() const { return static_cast<HBRUSH>(m_hObject); }
+};
+
+class AFX_API CBitmap : public CGdiObject {
+    DECLARE_DYNAMIC(CBitmap)
+public:
+    BOOL CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight);
+    operator HBITMAP() const { return static_cast<HBITMAP>(m_hObject); }
+};
+
+/// A device context.
+class AFX_API CDC : public CObject {
+    DECLARE_DYNAMIC(CDC)
+public:
+    CDC() = default;
+    ~CDC() override;
+    static CDC* AFXAPI FromHandle(HDC hDC);
+    BOOL Attach(HDC hDC);
+    HDC Detach();
+    HDC GetSafeHdc() const { return m_hDC; }
+    BOOL CreateCompatibleDC(CDC* pDC);
+    BOOL DeleteDC();
+
+    HGDIOBJ SelectObject(HGDIOBJ hObject) { return ::SelectObject(m_hDC, hObject); }
+    COLORREF SetTextColor(COLORREF crColor) { return ::SetTextColor(m_hDC, crColor); }
+    COLORREF SetBkColor(COLORREF crColor) { return ::SetBkColor(m_hDC, crColor); }
+    int SetBkMode(int nBkMode) { return ::SetBkMode(m_hDC, nBkMode); }
+    int DrawText(LPCSTR lpszString, int nCount, LPRECT lpRect, UINT nFormat)
+    {
+        return ::DrawText(m_hDC, lpszString, nCount, lpRect, nFormat);
+    }
+    BOOL GetTextMetrics(TEXTMETRIC* lpMetrics) const { return ::GetTextMetrics(m_hDC, lpMetrics); }
+    CSize GetTextExtent(LPCSTR lpszString, int nCount) const;
+    int GetDeviceCaps(int nIndex) const { return ::GetDeviceCaps(m_hDC, nIndex); }
+    void FillSolidRect(LPCRECT lpRect, COLORREF clr);
+    void DrawFocusRect(LPCRECT lpRect) { ::DrawFocusRect(m_hDC, lpRect); }
+    BOOL BitBlt(int x, int y, int nWidth, int nHeight, CDC* pSrcDC, int xSrc, int ySrc, DWORD dwRop)
+    {
+        return ::BitBlt(m_hDC, x, y, nWidth, nHeight, pSrcDC->m_hDC, xSrc, ySrc, dwRop);
+    }
+
+    HDC m_hDC = nullptr;
+};
+
+/// The client area of a window, between construction and destruction. Throws CResourceException* on failure.
+class AFX_API CClientDC : public CDC {
+    DECLARE_DYNAMIC(CClientDC)
+public:
+    explicit CClientDC(CWnd* pWnd);
+    ~CClientDC() override;
+
+private:
+    HWND m_hWnd;
+};
+
+/// Painting in answer to WM_PAINT.
+class AFX_API CPaintDC : public CDC {
+    DECLARE_DYNAMIC(CPaintDC)
+public:
+    explicit CPaintDC(CWnd* pWnd);
+    ~CPaintDC() override;
+    PAINTSTRUCT m_ps;
+
+private:
+    HWND m_hWnd;
+};
+
+class AFX_API CMenu : public CObject {
+    DECLARE_DYNAMIC(CMenu)
+public:
+    CMenu() = default;
+    ~CMenu() override; ///< destroys the menu unless detached
+    BOOL Attach(HMENU hMenu);
+    HMENU Detach();
+    BOOL LoadMenuIndirect(const void* lpMenuTemplate);
+    BOOL DestroyMenu();
+
+    HMENU m_hMenu = nullptr;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Command targets
+
+/// What a command-update handler changes: a menu item.
+class AFX_API CCmdUI {
+public:
+    virtual ~CCmdUI() = default;
+    virtual void Enable(BOOL bOn = TRUE);
+    virtual void SetCheck(int nCheck = 1);
+    virtual void SetText(LPCSTR lpszText);
+
+    UINT m_nID = 0;
+    UINT m_nIndex = 0; ///< position in the menu
+    HMENU m_hMenu = nullptr;
+};
+
+/// Anything that has a message map.
+class AFX_API CCmdTarget : public CObject {
+    DECLARE_DYNAMIC(CCmdTarget)
+public:
+    /// Looks for a handler of a command and calls it. \param nCode CN_COMMAND, CN_UPDATE_COMMAND_UI, or a control's
+    /// notification code, with WM_NOTIFY in the high word if it came by that message. \param pExtra as in AFX_CALL.
+    /// \return whether there was a handler.
+    virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo);
+
+protected:
+    static const AFX_MSGMAP* AFXAPI GetThisMessageMap();
+    virtual const AFX_MSGMAP* GetMessageMap() const;
+    /// Calls the handler of the first entry for the message in this class's map or a base class's.
+    BOOL DispatchMessageMap(UINT nMessage, UINT nCode, UINT nID, AFX_CALL& call);
+};
+
+/// Shows the hourglass for the life of the object.
+class CWaitCursor {
+public:
+    CWaitCursor() : m_hOld(::SetCursor(::LoadCursor(nullptr, IDC_WAIT))) {}
+    ~CWaitCursor() { ::SetCursor(m_hOld); }
+    CWaitCursor(const CWaitCursor&) = delete;
+    CWaitCursor& operator=(const CWaitCursor&) = delete;
+
+private:
+    HCURSOR m_hOld;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Windows
+
+/// A window. The permanent map leads from a handle to its CWnd from the moment the window begins to exist; FromHandle
+/// makes temporary objects for handles that have none, which live until the thread is next idle.
+class AFX_API CWnd : public CCmdTarget {
+    DECLARE_DYNCREATE(CWnd)
+public:
+    CWnd() = default;
+    ~CWnd() override; ///< destroys the window if it still exists
+
+    HWND GetSafeHwnd() const { return m_hWnd; }
+    static CWnd* AFXAPI FromHandle(HWND hWnd);
+    static CWnd* AFXAPI FromHandlePermanent(HWND hWnd);
+    BOOL Attach(HWND hWndNew);
+    HWND Detach();
+    BOOL SubclassWindow(HWND hWnd);
+    BOOL SubclassDlgItem(UINT nID, CWnd* pParent);
+    HWND UnsubclassWindow();
+
+    virtual BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
+                        UINT nID);
+    BOOL CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, int x, int y, int nWidth,
+                  int nHeight, HWND hWndParent, HMENU nIDorHMenu, LPVOID lpParam = nullptr);
+    virtual BOOL PreCreateWindow(CREATESTRUCT& cs);
+    virtual BOOL DestroyWindow();
+
+    LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const
+    {
+        return ::SendMessage(m_hWnd, message, wParam, lParam);
+    }
+    BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const
+    {
+        return ::PostMessage(m_hWnd, message, wParam, lParam);
+    }
+    void SetWindowText(LPCSTR lpszString) { ::SetWindowText(m_hWnd, lpszString); }
+    void GetWindowText(CString& rString) const;
+    BOOL ShowWindow(int nCmdShow) { return ::ShowWindow(m_hWnd, nCmdShow); }
+    void UpdateWindow() { ::UpdateWindow(m_hWnd); }
+    void Invalidate(BOOL bErase = TRUE) { ::InvalidateRect(m_hWnd, nullptr, bErase); }
+    void SetRedraw(BOOL bRedraw = TRUE) { SendMessage(WM_SETREDRAW, bRedraw); }
+    BOOL IsWindowVisible() const { return ::IsWindowVisible(m_hWnd); }
+    BOOL EnableWindow(BOOL bEnable = TRUE) { return ::EnableWindow(m_hWnd, bEnable); }
+    void MoveWindow(LPCRECT lpRect, BOOL bRepaint = TRUE);
+    void MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint = TRUE)
+    {
+        ::MoveWindow(m_hWnd, x, y, nWidth, nHeight, bRepaint);
+    }
+    void GetClientRect(LPRECT lpRect) const { ::GetClientRect(m_hWnd, lpRect); }
+    void GetWindowRect(LPRECT lpRect) const { ::GetWindowRect(m_hWnd, lpRect); }
+    void CenterWindow(CWnd* pAlternateOwner = nullptr);
+    CWnd* GetDlgItem(int nID) const { return FromHandle(::GetDlgItem(m_hWnd, nID)); }
+    void SetDlgItemText(int nID, LPCSTR lpszString) { ::SetDlgItemText(m_hWnd, nID, lpszString); }
+    CWnd* GetParent() const { return FromHandle(::GetParent(m_hWnd)); }
+    CWnd* SetFocus() { return FromHandle(::SetFocus(m_hWnd)); }
+    static CWnd* GetFocus() { return FromHandle(::GetFocus()); }
+    DWORD GetStyle() const { return static_cast<DWORD>(::GetWindowLong(m_hWnd, GWL_STYLE)); }
+    void SetFont(CFont* pFont, BOOL bRedraw = TRUE)
+    {
+        SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(pFont != nullptr ? pFont->m_hObject : nullptr), bRedraw);
+    }
+    CFont* GetFont() const { return CFont::FromHandle(reinterpret_cast<HFONT>(SendMessage(WM_GETFONT))); }
+    HICON SetIcon(HICON hIcon, BOOL bBigIcon)
+    {
+        return reinterpret_cast<HICON>(SendMessage(WM_SETICON, bBigIcon, reinterpret_cast<LPARAM>(hIcon)));
+    }
+
+    virtual BOOL PreTranslateMessage(MSG* pMsg);
+    /// Runs messages until EndModalLoop. \return the result given there; -1 when the thread is told to quit meanwhile.
+    int RunModalLoop();
+    virtual void EndModalLoop(int nResult);
+
+    HWND m_hWnd = nullptr;
+
+protected:
+    friend struct AfxMessageDelivery;
+
+    virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
+    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    /// A control gets a message back that it caused its parent to receive. \return whether the control dealt with it.
+    virtual BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    virtual void PreSubclassWindow() {}
+    virtual void PostNcDestroy() {}
+    /// The default handling of the message at hand, for handlers that add to it.
+    LRESULT Default();
+
+    afx_msg int OnCreate(CREATESTRUCT*) { return static_cast<int>(Default()); }
+    afx_msg void OnDestroy() { Default(); }
+    afx_msg void OnClose() { Default(); }
+    afx_msg void OnPaint() { Default(); }
+    afx_msg void OnSize(UINT, int, int) { Default(); }
+    afx_msg void OnSetFocus(CWnd*) { Default(); }
+    afx_msg BOOL OnEraseBkgnd(CDC*) { return static_cast<BOOL>(Default()); }
+    afx_msg void OnTimer(UINT_PTR) { Default(); }
+    afx_msg void OnSysColorChange() { Default(); }
+    afx_msg void OnGetMinMaxInfo(MINMAXINFO*) { Default(); }
+    afx_msg void OnInitMenuPopup(HMENU hMenu, UINT nIndex, BOOL bSysMenu);
+    afx_msg void OnNcDestroy();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    WNDPROC m_pfnSuper = nullptr;     // the procedure of the window's own class, behind the framework's
+    BOOL m_bModalRunning = FALSE;
+    int m_nModalResult = 0;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Controls
+
+class AFX_API CStatic : public CWnd {
+    DECLARE_DYNAMIC(CStatic)
+public:
+    BOOL Create(LPCSTR lpszText, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID = 0xFFFF);
+};
+
+/// A list box. An owner-drawn one draws itself: derive from it and override DrawItem.
+class AFX_API CListBox : public CWnd {
+    DECLARE_DYNAMIC(CListBox)
+public:
+    BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
+
+    int GetCount() const { return static_cast<int>(SendMessage(LB_GETCOUNT)); }
+    int GetCurSel() const { return static_cast<int>(SendMessage(LB_GETCURSEL)); }
+    int SetCurSel(int nSelect) { return static_cast<int>(SendMessage(LB_SETCURSEL, static_cast<WPARAM>(nSelect))); }
+    int AddString(LPCSTR lpszItem)
+    {
+        return static_cast<int>(SendMessage(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(lpszItem)));
+    }
+    void ResetContent() { SendMessage(LB_RESETCONTENT); }
+    void* GetItemDataPtr(int nIndex) const;
+    int SetItemHeight(int nIndex, UINT cyItemHeight)
+    {
+        return static_cast<int>(SendMessage(LB_SETITEMHEIGHT, static_cast<WPARAM>(nIndex), cyItemHeight));
+    }
+
+    virtual void DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct);
+    virtual void MeasureItem(MEASUREITEMSTRUCT* lpMeasureItemStruct);
+
+protected:
+    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+};
+
+class AFX_API CComboBox : public CWnd {
+    DECLARE_DYNAMIC(CComboBox)
+public:
+    BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
+
+    int GetCount() const { return static_cast<int>(SendMessage(CB_GETCOUNT)); }
+    int GetCurSel() const { return static_cast<int>(SendMessage(CB_GETCURSEL)); }
+    int SetCurSel(int nSelect) { return static_cast<int>(SendMessage(CB_SETCURSEL, static_cast<WPARAM>(nSelect))); }
+    int AddString(LPCSTR lpszString)
+    {
+        return static_cast<int>(SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(lpszString)));
+    }
+    void ResetContent() { SendMessage(CB_RESETCONTENT); }
+    void* GetItemDataPtr(int nIndex) const;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Frames and dialogs
+
+/// A main window. Deletes itself when its window goes; when it is the main window of its thread, the thread ends.
+class AFX_API CFrameWnd : public CWnd {
+    DECLARE_DYNCREATE(CFrameWnd)
+public:
+    BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
+                HMENU hMenu, DWORD dwExStyle = 0);
+
+    static const RECT rectDefault; ///< lets the system choose place and size
+
+    BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo) override;
+
+protected:
+    void PostNcDestroy() override;
+    afx_msg void OnClose();
+    DECLARE_MESSAGE_MAP()
+};
+
+/// A dialog from a template resource, found through the resource chain, or from a template in memory.
+class AFX_API CDialog : public CWnd {
+    DECLARE_DYNAMIC(CDialog)
+public:
+    CDialog() = default;
+    explicit CDialog(LPCSTR lpszTemplateName, CWnd* pParentWnd = nullptr);
+    explicit CDialog(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
+    ~CDialog() override;
+
+    /// The template must live until DoModal has returned.
+    BOOL InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd = nullptr);
+    /// Shows the dialog, its owner disabled, until EndDialog. \return the result given there, -1 when the dialog could
+    /// not be made.
+    virtual INT_PTR DoModal();
+    void EndDialog(int nResult);
+
+    virtual BOOL OnInitDialog() { return TRUE; }
+
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+protected:
+    virtual void OnOK();
+    virtual void OnCancel();
+    afx_msg LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
+    DECLARE_MESSAGE_MAP()
+
+private:
+    LPCSTR m_lpszTemplateName = nullptr;
+    LPCDLGTEMPLATE m_lpDialogTemplate = nullptr;
+    CWnd* m_pParentWnd = nullptr;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Threads and the application
+
+/// A thread with a message loop. The suite runs on the main thread alone.
+class AFX_API CWinThread : public CCmdTarget {
+    DECLARE_DYNAMIC(CWinThread)
+public:
+    CWinThread() = default;
+
+    virtual BOOL InitInstance();
+    virtual int Run();
+    virtual int ExitInstance();
+    /// \param lCount number of calls since the last message. \return TRUE to be called again.
+    virtual BOOL OnIdle(LONG lCount);
+    virtual BOOL PreTranslateMessage(MSG* pMsg);
+    /// Fetches and dispatches one message. \return FALSE for WM_QUIT.
+    virtual BOOL PumpMessage();
+    /// Called with an exception that a message handler let go; the message then counts as answered with the result.
+    virtual LRESULT ProcessWndProcException(CException* e, const MSG* pMsg);
+
+    CWnd* m_pMainWnd = nullptr;
+    MSG m_msgCur = {};
+};
+
+/// The application object: a program defines exactly one, at file scope.
+class AFX_API CWinApp : public CWinThread {
+    DECLARE_DYNAMIC(CWinApp)
+public:
+    explicit CWinApp(LPCSTR lpszAppName = nullptr);
+    ~CWinApp() override;
+
+    int ExitInstance() override;
+    HICON LoadIcon(UINT nIDResource) const;
+
+    LPCSTR m_pszAppName;
+    HINSTANCE m_hInstance = nullptr;
+    LPSTR m_lpCmdLine = nullptr;
+    int m_nCmdShow = SW_SHOWNORMAL;
+};

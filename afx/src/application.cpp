@@ -1,0 +1,152 @@
+#include "thread_state.h"
+
+IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
+IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
+
+// Message loop ---------------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// Offers a message to the windows from its target up to the top. \return whether one of them took it.
+BOOL PreTranslateThroughWindows(MSG* message)
+{
+    for (HWND handle = message->hwnd; handle != nullptr; handle = ::GetParent(handle)) {
+        CWnd* window = CWnd::FromHandlePermanent(handle);
+        if (window != nullptr && window->PreTranslateMessage(message))
+            return TRUE;
+    }
+    return FALSE;
+}
+
+} // namespace
+
+BOOL PumpOneMessage(MSG* message)
+{
+    if (::GetMessage(message, nullptr, 0, 0) <= 0)
+        return FALSE;
+    CWinThread* thread = AfxGetThread();
+    if (thread != nullptr)
+        thread->m_msgCur = *message;
+    if (!(thread != nullptr ? thread->PreTranslateMessage(message) : PreTranslateThroughWindows(message))) {
+        ::TranslateMessage(message);
+        ::DispatchMessage(message);
+    }
+    return TRUE;
+}
+
+void IdleUntilMessage()
+{
+    MSG message;
+    CWinThread* thread = AfxGetThread();
+    for (LONG count = 0; thread != nullptr && !::PeekMessage(&message, nullptr, 0, 0, PM_NOREMOVE); ++count) {
+        if (!thread->OnIdle(count))
+            return;
+    }
+}
+
+LRESULT AnswerFailedMessage(CException* e, const MSG* message)
+{
+    switch (message->message) {
+    case WM_CREATE:
+        return -1; // the window is not created; whoever wanted it reports
+    case WM_PAINT:
+        ::ValidateRect(message->hwnd, nullptr); // or it would be asked for again at once, for ever
+        return 0;
+    default:
+        if (!e->IsKindOf(RUNTIME_CLASS(CUserException)))
+            e->ReportError(MB_ICONEXCLAMATION);
+        return 0;
+    }
+}
+
+BOOL CWinThread::InitInstance() { return FALSE; }
+int CWinThread::ExitInstance() { return static_cast<int>(m_msgCur.wParam); }
+BOOL CWinThread::PreTranslateMessage(MSG* pMsg) { return PreTranslateThroughWindows(pMsg); }
+BOOL CWinThread::PumpMessage() { return PumpOneMessage(&m_msgCur); }
+
+int CWinThread::Run()
+{
+    do
+        IdleUntilMessage();
+    while (PumpMessage());
+    return ExitInstance();
+}
+
+BOOL CWinThread::OnIdle(LONG lCount)
+{
+    if (lCount == 0)
+        GetThreadState()->DeleteTemporaryObjects();
+    return FALSE;
+}
+
+LRESULT CWinThread::ProcessWndProcException(CException* e, const MSG* pMsg) { return AnswerFailedMessage(e, pMsg); }
+
+// Application ----------------------------------------------------------------------------------------------------------
+
+CWinApp::CWinApp(LPCSTR lpszAppName) : m_pszAppName(lpszAppName) { AfxGetModuleState()->m_pCurrentWinApp = this; }
+
+CWinApp::~CWinApp()
+{
+    if (AfxGetApp() == this)
+        AfxGetModuleState()->m_pCurrentWinApp = nullptr;
+    if (AfxGetThread() == this)
+        GetThreadState()->thread = nullptr;
+}
+
+int CWinApp::ExitInstance() { return CWinThread::ExitInstance(); }
+
+HICON CWinApp::LoadIcon(UINT nIDResource) const
+{
+    const LPCSTR name = MAKEINTRESOURCE(nIDResource);
+    return ::LoadIcon(AfxFindResourceHandle(name, RT_GROUP_ICON), name);
+}
+
+int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPSTR lpCmdLine, int nCmdShow)
+{
+    CWinApp* app = AfxGetApp();
+    if (app == nullptr || !AfxWinInit(hInstance, hPrevInstance, lpCmdLine, nCmdShow))
+        return -1;
+    if (app->InitInstance())
+        return app->Run();
+    if (app->m_pMainWnd != nullptr)
+        app->m_pMainWnd->DestroyWindow();
+    return app->ExitInstance();
+}
+
+int AFXAPI AfxMessageBox(LPCSTR lpszText, UINT nType, UINT)
+{
+    const CWnd* main = AfxGetMainWnd();
+    const HWND owner = main != nullptr ? ::GetLastActivePopup(main->m_hWnd) : nullptr;
+    const LPCSTR title = AfxGetAppName();
+    return ::MessageBox(owner, lpszText, title != nullptr ? title : "", nType | (owner == nullptr ? MB_TASKMODAL : 0));
+}
+
+int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp)
+{
+    CString text;
+    text.LoadString(nIDPrompt);
+    return AfxMessageBox(text, nType, nIDHelp);
+}
+
+LPCSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor, HBRUSH hbrBackground, HICON hIcon)
+{
+    static char name[64]; // the last one asked for: read at once, by CreateWindowEx
+    wsprintf(name, "Afx:%p:%x:%p:%p:%p", AfxGetInstanceHandle(), nClassStyle, hCursor, hbrBackground, hIcon);
+    WNDCLASS wndClass = {};
+    wndClass.style = nClassStyle;
+    wndClass.lpfnWndProc = &::DefWindowProc;
+    wndClass.hInstance = AfxGetInstanceHandle();
+    wndClass.hCursor = hCursor;
+    wndClass.hbrBackground = hbrBackground;
+    wndClass.hIcon = hIcon;
+    wndClass.lpszClassName = name;
+    if (!AfxRegisterClass(&wndClass))
+        AfxThrowResourceException();
+    return name;
+}
+
+BOOL AFXAPI AfxRegisterClass(WNDCLASS* lpWndClass)
+{
+    WNDCLASS known;
+    return ::GetClassInfo(lpWndClass->hInstance, lpWndClass->lpszClassName, &known) || ::RegisterClass(lpWndClass) != 0;
+}

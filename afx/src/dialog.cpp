@@ -1,0 +1,85 @@
+#include "thread_state.h"
+#include "window_hook.h"
+
+IMPLEMENT_DYNAMIC(CDialog, CWnd)
+
+BEGIN_MESSAGE_MAP(CDialog, CWnd)
+    ON_MESSAGE(WM_INITDIALOG, HandleInitDialog)
+    ON_COMMAND(IDOK, OnOK)
+    ON_COMMAND(IDCANCEL, OnCancel)
+END_MESSAGE_MAP()
+
+namespace {
+
+/// The dialog procedure proper. All messages have been offered to the CDialog before they come here.
+INT_PTR CALLBACK DialogProcedure(HWND, UINT message, WPARAM, LPARAM) { return message == WM_INITDIALOG; }
+
+} // namespace
+
+CDialog::CDialog(LPCSTR lpszTemplateName, CWnd* pParentWnd)
+    : m_lpszTemplateName(lpszTemplateName), m_pParentWnd(pParentWnd)
+{
+}
+
+CDialog::CDialog(UINT nIDTemplate, CWnd* pParentWnd) : CDialog(MAKEINTRESOURCE(nIDTemplate), pParentWnd) {}
+
+CDialog::~CDialog()
+{
+    if (m_hWnd != nullptr)
+        DestroyWindow();
+}
+
+BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd)
+{
+    m_lpDialogTemplate = lpDialogTemplate;
+    m_pParentWnd = pParentWnd;
+    return TRUE;
+}
+
+INT_PTR CDialog::DoModal()
+{
+    LPCDLGTEMPLATE dialogTemplate = m_lpDialogTemplate;
+    HINSTANCE module = AfxGetResourceHandle();
+    if (dialogTemplate == nullptr) {
+        module = AfxFindResourceHandle(m_lpszTemplateName, RT_DIALOG);
+        const HRSRC resource = ::FindResource(module, m_lpszTemplateName, RT_DIALOG);
+        const HGLOBAL loaded = resource != nullptr ? ::LoadResource(module, resource) : nullptr;
+        dialogTemplate = loaded != nullptr ? static_cast<LPCDLGTEMPLATE>(::LockResource(loaded)) : nullptr;
+    }
+    if (dialogTemplate == nullptr)
+        return -1;
+
+    CWnd* parent = m_pParentWnd != nullptr ? m_pParentWnd : AfxGetMainWnd();
+    HWND owner = parent != nullptr ? parent->m_hWnd : nullptr;
+    while (owner != nullptr && (::GetWindowLong(owner, GWL_STYLE) & WS_CHILD) != 0)
+        owner = ::GetParent(owner);
+    // Disabled before the dialog appears and enabled before it goes, so that the owner gets the activation back.
+    const BOOL disabled = owner != nullptr && !::EnableWindow(owner, FALSE);
+    HWND handle;
+    {
+        const AfxWindowHook hook(this);
+        handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner, &DialogProcedure, 0);
+    }
+    const int result = handle != nullptr && m_hWnd != nullptr ? RunModalLoop() : -1;
+    if (m_hWnd != nullptr)
+        ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0,
+                       SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);
+    if (disabled)
+        ::EnableWindow(owner, TRUE);
+    if (owner != nullptr && ::GetActiveWindow() == m_hWnd)
+        ::SetActiveWindow(owner);
+    DestroyWindow();
+    return result;
+}
+
+void CDialog::EndDialog(int nResult) { EndModalLoop(nResult); }
+
+void CDialog::OnOK() { EndDialog(IDOK); }
+void CDialog::OnCancel() { EndDialog(IDCANCEL); }
+
+LRESULT CDialog::HandleInitDialog(WPARAM, LPARAM) { return OnInitDialog(); }
+
+BOOL CDialog::PreTranslateMessage(MSG* pMsg)
+{
+    return CWnd::PreTranslateMessage(pMsg) || ::IsDialogMessage(m_hWnd, pMsg);
+}

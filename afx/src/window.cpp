@@ -1,0 +1,378 @@
+#include "thread_state.h"
+#include "window_hook.h"
+
+#include <utility>
+
+IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)
+
+BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
+    ON_WM_INITMENUPOPUP()
+    AFX_ON_WM(WM_NCDESTROY, self->OnNcDestroy())
+END_MESSAGE_MAP()
+
+namespace {
+
+constexpr DWORD kClassStyleIme = 0x00010000; // CS_IME: an input-method window that the system slips in
+
+void AssignWindow(CWnd* window, HANDLE handle) { window->m_hWnd = static_cast<HWND>(handle); }
+
+} // namespace
+
+// Handles and objects --------------------------------------------------------------------------------------------------
+
+CWnd* AFXAPI CWnd::FromHandle(HWND hWnd)
+{
+    return GetThreadState()->windows.FromHandle(hWnd, [](CWnd* w, HANDLE handle) { AssignWindow(w, handle); });
+}
+
+CWnd* AFXAPI CWnd::FromHandlePermanent(HWND hWnd) { return GetThreadState()->windows.FindPermanent(hWnd); }
+
+BOOL CWnd::Attach(HWND hWndNew)
+{
+    if (hWndNew == nullptr)
+        return FALSE;
+    GetThreadState()->windows.SetPermanent(hWndNew, this);
+    m_hWnd = hWndNew;
+    return TRUE;
+}
+
+HWND CWnd::Detach()
+{
+    if (m_hWnd != nullptr)
+        GetThreadState()->windows.RemovePermanent(m_hWnd);
+    return std::exchange(m_hWnd, nullptr);
+}
+
+CWnd::~CWnd()
+{
+    if (m_hWnd != nullptr)
+        DestroyWindow();
+}
+
+BOOL CWnd::SubclassWindow(HWND hWnd)
+{
+    if (!Attach(hWnd))
+        return FALSE;
+    PreSubclassWindow();
+    const auto old = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtr(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
+    if (old != &AfxWndProc)
+        m_pfnSuper = old;
+    return TRUE;
+}
+
+BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent)
+{
+    return SubclassWindow(::GetDlgItem(pParent->m_hWnd, static_cast<int>(nID)));
+}
+
+HWND CWnd::UnsubclassWindow()
+{
+    if (m_pfnSuper != nullptr)
+        ::SetWindowLongPtr(m_hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(std::exchange(m_pfnSuper, nullptr)));
+    return Detach();
+}
+
+// Creation -------------------------------------------------------------------------------------------------------------
+
+AfxWindowHook::AfxWindowHook(CWnd* window)
+    : m_hook(::SetWindowsHookEx(WH_CBT, &AfxWindowHook::Procedure, nullptr, ::GetCurrentThreadId()))
+{
+    GetThreadState()->windowBeingCreated = window;
+}
+
+AfxWindowHook::~AfxWindowHook()
+{
+    GetThreadState()->windowBeingCreated = nullptr;
+    if (m_hook != nullptr)
+        ::UnhookWindowsHookEx(m_hook);
+}
+
+LRESULT CALLBACK AfxWindowHook::Procedure(int code, WPARAM wParam, LPARAM lParam)
+{
+    ThreadState* state = GetThreadState();
+    const auto handle = reinterpret_cast<HWND>(wParam);
+    if (code != HCBT_CREATEWND || state->windowBeingCreated == nullptr ||
+        (::GetClassLong(handle, GCL_STYLE) & kClassStyleIme) != 0)
+        return ::CallNextHookEx(nullptr, code, wParam, lParam);
+    CWnd* window = std::exchange(state->windowBeingCreated, nullptr);
+    try {
+        window->SubclassWindow(handle);
+    } catch (CException* e) {
+        e->Delete();
+        return 1; // the window is not created
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+BOOL CWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
+                  UINT nID)
+{
+    return CreateEx(0, lpszClassName, lpszWindowName, dwStyle | WS_CHILD, rect.left, rect.top, rect.right - rect.left,
+                    rect.bottom - rect.top, pParentWnd != nullptr ? pParentWnd->m_hWnd : nullptr,
+                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)));
+}
+
+BOOL CWnd::CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, int x, int y,
+                    int nWidth, int nHeight, HWND hWndParent, HMENU nIDorHMenu, LPVOID lpParam)
+{
+    CREATESTRUCT cs = {};
+    cs.dwExStyle = dwExStyle;
+    cs.lpszClass = lpszClassName;
+    cs.lpszName = lpszWindowName;
+    cs.style = static_cast<LONG>(dwStyle);
+    cs.x = x;
+    cs.y = y;
+    cs.cx = nWidth;
+    cs.cy = nHeight;
+    cs.hwndParent = hWndParent;
+    cs.hMenu = nIDorHMenu;
+    cs.hInstance = AfxGetInstanceHandle();
+    cs.lpCreateParams = lpParam;
+    if (!PreCreateWindow(cs)) {
+        PostNcDestroy();
+        return FALSE;
+    }
+    const AfxWindowHook hook(this);
+    return ::CreateWindowEx(cs.dwExStyle, cs.lpszClass, cs.lpszName, static_cast<DWORD>(cs.style), cs.x, cs.y, cs.cx,
+                            cs.cy, cs.hwndParent, cs.hMenu, cs.hInstance, cs.lpCreateParams) != nullptr;
+}
+
+BOOL CWnd::PreCreateWindow(CREATESTRUCT& cs)
+{
+    if (cs.lpszClass == nullptr)
+        cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursor(nullptr, IDC_ARROW),
+                                           reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1));
+    return TRUE;
+}
+
+BOOL CWnd::DestroyWindow()
+{
+    if (m_hWnd == nullptr)
+        return FALSE;
+    const HWND handle = m_hWnd;
+    const BOOL permanent = FromHandlePermanent(handle) == this;
+    const BOOL result = ::DestroyWindow(handle);
+    // The object may be gone by now; only one that still waits in the map for an end that never came is let go.
+    if (permanent && FromHandlePermanent(handle) == this)
+        Detach();
+    return result;
+}
+
+void CWnd::OnNcDestroy()
+{
+    CWinThread* thread = AfxGetThread();
+    if (thread != nullptr && thread->m_pMainWnd == this) {
+        thread->m_pMainWnd = nullptr;
+        ::PostQuitMessage(0);
+    }
+    Default();
+    UnsubclassWindow();
+    PostNcDestroy();
+}
+
+// Messages -------------------------------------------------------------------------------------------------------------
+
+struct AfxMessageDelivery {
+    static LRESULT ToWindow(CWnd* window, const MSG& message)
+    {
+        return window->WindowProc(message.message, message.wParam, message.lParam);
+    }
+};
+
+LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
+{
+    ThreadState* state = GetThreadState();
+    CWnd* window = state->windows.FindPermanent(hWnd);
+    if (window == nullptr)
+        return ::DefWindowProc(hWnd, nMsg, wParam, lParam);
+
+    const MSG message = {hWnd, nMsg, wParam, lParam, 0, {}};
+    const MSG outer = std::exchange(state->lastMessage, message);
+    LRESULT result;
+    try {
+        result = AfxMessageDelivery::ToWindow(window, message);
+    } catch (CException* e) { // none may pass the system's frames below
+        result = state->thread != nullptr ? state->thread->ProcessWndProcException(e, &message)
+                                          : AnswerFailedMessage(e, &message);
+        e->Delete();
+    }
+    state->lastMessage = outer;
+    return result;
+}
+
+LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = 0;
+    return OnWndMsg(message, wParam, lParam, &result) ? result : DefWindowProc(message, wParam, lParam);
+}
+
+LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return m_pfnSuper != nullptr ? ::CallWindowProc(m_pfnSuper, m_hWnd, message, wParam, lParam)
+                                 : ::DefWindowProc(m_hWnd, message, wParam, lParam);
+}
+
+LRESULT CWnd::Default()
+{
+    const MSG message = GetThreadState()->lastMessage;
+    return DefWindowProc(message.message, message.wParam, message.lParam);
+}
+
+BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    if (message == WM_COMMAND && OnCommand(wParam, lParam)) {
+        *pResult = 1;
+        return TRUE;
+    }
+    if (message == WM_NOTIFY && lParam != 0 && OnNotify(wParam, lParam, pResult))
+        return TRUE;
+    if (message == WM_COMMAND || message == WM_NOTIFY)
+        return FALSE;
+
+    AFX_CALL call;
+    call.wParam = wParam;
+    call.lParam = lParam;
+    if (DispatchMessageMap(message, 0, 0, call)) {
+        *pResult = call.lResult;
+        return TRUE;
+    }
+
+    HWND control = nullptr; // the messages by which a parent draws for a control go back to the control
+    switch (message) {
+    case WM_DRAWITEM:
+        control = reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->hwndItem;
+        break;
+    case WM_MEASUREITEM:
+        control = ::GetDlgItem(m_hWnd, static_cast<int>(wParam));
+        break;
+    default:
+        return FALSE;
+    }
+    CWnd* child = control != nullptr ? FromHandlePermanent(control) : nullptr;
+    return child != nullptr && child->OnChildNotify(message, wParam, lParam, pResult);
+}
+
+BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam)
+{
+    const UINT id = LOWORD(wParam);
+    const int code = lParam != 0 ? HIWORD(wParam) : CN_COMMAND;
+    if (CWnd* control = FromHandlePermanent(reinterpret_cast<HWND>(lParam))) {
+        LRESULT result = 0;
+        if (control->OnChildNotify(WM_COMMAND, wParam, lParam, &result))
+            return TRUE;
+    }
+    return OnCmdMsg(id, code, nullptr, nullptr);
+}
+
+BOOL CWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    auto* header = reinterpret_cast<NMHDR*>(lParam);
+    if (CWnd* control = FromHandlePermanent(header->hwndFrom)) {
+        if (control->OnChildNotify(WM_NOTIFY, wParam, lParam, pResult))
+            return TRUE;
+    }
+    AFX_NOTIFY notify = {pResult, header};
+    return OnCmdMsg(static_cast<UINT>(header->idFrom), MAKELONG(header->code, WM_NOTIFY), &notify, nullptr);
+}
+
+BOOL CWnd::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    UINT code = 0;
+    AFX_CALL call;
+    call.wParam = wParam;
+    call.lParam = lParam;
+    AFX_NOTIFY notify = {pResult, nullptr};
+    if (message == WM_COMMAND) {
+        code = HIWORD(wParam);
+    } else if (message == WM_NOTIFY) {
+        notify.pNMHDR = reinterpret_cast<NMHDR*>(lParam);
+        code = notify.pNMHDR->code;
+        call.pExtra = &notify;
+    }
+    if (!DispatchMessageMap(message + WM_REFLECT_BASE, code, 0, call))
+        return FALSE;
+    if (message != WM_NOTIFY)
+        *pResult = call.lResult;
+    return TRUE;
+}
+
+void CWnd::OnInitMenuPopup(HMENU hMenu, UINT, BOOL bSysMenu)
+{
+    if (bSysMenu) {
+        Default();
+        return;
+    }
+    const int count = ::GetMenuItemCount(hMenu);
+    for (int index = 0; index < count; ++index) {
+        const UINT id = ::GetMenuItemID(hMenu, index);
+        if (id == 0 || id == static_cast<UINT>(-1)) // a separator, a popup
+            continue;
+        CCmdUI item;
+        item.m_nID = id;
+        item.m_nIndex = static_cast<UINT>(index);
+        item.m_hMenu = hMenu;
+        if (!OnCmdMsg(id, static_cast<int>(CN_UPDATE_COMMAND_UI), &item, nullptr))
+            item.Enable(OnCmdMsg(id, CN_COMMAND, nullptr, &item)); // grey what nothing would answer
+    }
+}
+
+BOOL CWnd::PreTranslateMessage(MSG*) { return FALSE; }
+
+int CWnd::RunModalLoop()
+{
+    m_bModalRunning = TRUE;
+    if (!IsWindowVisible()) {
+        ShowWindow(SW_SHOWNORMAL);
+        UpdateWindow();
+    }
+    while (m_bModalRunning) {
+        MSG message;
+        if (!PumpOneMessage(&message)) {
+            ::PostQuitMessage(static_cast<int>(message.wParam)); // for the loop that this one runs in
+            m_bModalRunning = FALSE;
+            return -1;
+        }
+        if (m_bModalRunning)
+            IdleUntilMessage();
+    }
+    return m_nModalResult;
+}
+
+void CWnd::EndModalLoop(int nResult)
+{
+    m_nModalResult = nResult;
+    if (std::exchange(m_bModalRunning, FALSE))
+        PostMessage(WM_NULL); // wakes the loop
+}
+
+// Small services -------------------------------------------------------------------------------------------------------
+
+void CWnd::GetWindowText(CString& rString) const
+{
+    const int length = ::GetWindowTextLength(m_hWnd);
+    const int copied = ::GetWindowText(m_hWnd, rString.GetBuffer(length), length + 1);
+    rString.ReleaseBuffer(copied);
+}
+
+void CWnd::MoveWindow(LPCRECT lpRect, BOOL bRepaint)
+{
+    MoveWindow(lpRect->left, lpRect->top, lpRect->right - lpRect->left, lpRect->bottom - lpRect->top, bRepaint);
+}
+
+void CWnd::CenterWindow(CWnd* pAlternateOwner)
+{
+    HWND owner = pAlternateOwner != nullptr ? pAlternateOwner->m_hWnd : ::GetWindow(m_hWnd, GW_OWNER);
+    CRect work;
+    ::SystemParametersInfo(SPI_GETWORKAREA, 0, &work, 0);
+    CRect area = work;
+    if (owner != nullptr && ::IsWindowVisible(owner) && !::IsIconic(owner))
+        ::GetWindowRect(owner, &area);
+    CRect own;
+    GetWindowRect(&own);
+    const int x = (area.left + area.right - own.Width()) / 2;
+    const int y = (area.top + area.bottom - own.Height()) / 2;
+    ::SetWindowPos(m_hWnd, nullptr, (std::max<int>)(work.left, (std::min<int>)(x, work.right - own.Width())),
+                   (std::max<int>)(work.top, (std::min<int>)(y, work.bottom - own.Height())), 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}

@@ -1,0 +1,18 @@
+/// \file
+/// Catches a window at the moment it begins to exist, so that its CWnd sees every message, the first ones included.
+#pragma once
+
+#include <afxwin.h>
+
+struct AfxWindowHook {
+    /// The next window that the thread creates becomes the one of \p window.
+    explicit AfxWindowHook(CWnd* window);
+    ~AfxWindowHook();
+    AfxWindowHook(const AfxWindowHook&) = delete;
+    AfxWindowHook& operator=(const AfxWindowHook&) = delete;
+
+private:
+    static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam);
+
+    HHOOK m_hook;
+};
