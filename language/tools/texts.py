@@ -99,7 +99,8 @@ def read_ids(path: Path, problems: Problems) -> dict[str, int]:
             problems.add(path, line, f"{name} is defined twice")
         ids[name] = number
         kind = name.split("_")[1]
-        if kind in ("IDS", "IDD", "IDR", "IDB", "ID"):
+        is_bound = name.endswith(("_FIRST", "_LAST"))  # of a range, whose numbers have names of their own
+        if kind in ("IDS", "IDD", "IDR", "IDB", "ID") and not is_bound:
             other = names.setdefault((kind, number), name)
             if other != name:
                 problems.add(path, line, f"{name}: {number} is already the number of {other}")
