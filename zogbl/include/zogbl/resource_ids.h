@@ -6,8 +6,53 @@
 #ifndef ZOGBL_RESOURCE_IDS_H
 #define ZOGBL_RESOURCE_IDS_H
 
-// 129 to 170: names of registry values. Strings of the library itself, alike in every language.
+// 128: the library's one icon.
+#define ZO_IDI_LIBRARY 128
 
+// 129 to 170: names of registry values, the first of them the suite's section. Strings of the library itself, alike in
+// every language.
+#define ZO_IDS_REG_SECTION 129
+#define ZO_IDS_REG_LOCATION 130
+#define ZO_IDS_REG_CURRENT_INDEX 131
+#define ZO_IDS_REG_AREA_CITY_CODE 132
+#define ZO_IDS_REG_INTERNATIONAL_ACCESS 133
+#define ZO_IDS_REG_LOCAL_PREFIX 134
+#define ZO_IDS_REG_LONG_DISTANCE_PREFIX 135
+#define ZO_IDS_REG_COUNTRY_INDEX 136
+#define ZO_IDS_REG_LOCATION_NAME 137
+#define ZO_IDS_REG_COUNTRY_CODE 138
+#define ZO_IDS_REG_LONG_DISTANCE_ACCESS 139
+#define ZO_IDS_REG_USER_NAME 140
+#define ZO_IDS_REG_ADDRESS1 141
+#define ZO_IDS_REG_ADDRESS2 142
+#define ZO_IDS_REG_CITY 143
+#define ZO_IDS_REG_STATE 144
+#define ZO_IDS_REG_ZIP_CODE 145
+#define ZO_IDS_REG_ADDRESS_COUNTRY_INDEX 146
+#define ZO_IDS_REG_EMAIL 147
+#define ZO_IDS_REG_COMPUSERVE 148
+#define ZO_IDS_REG_PHONE_HOME1 149
+#define ZO_IDS_REG_PHONE_HOME2 150
+#define ZO_IDS_REG_PHONE_WORK1 151
+#define ZO_IDS_REG_PHONE_WORK2 152
+#define ZO_IDS_REG_PHONE_DATA 153
+#define ZO_IDS_REG_PHONE_FAX 154
+#define ZO_IDS_REG_PHONE_MOBILE 155
+#define ZO_IDS_REG_PHONE_PAGER 156
+#define ZO_IDS_REG_AREA_HOME1 157
+#define ZO_IDS_REG_AREA_HOME2 158
+#define ZO_IDS_REG_AREA_WORK1 159
+#define ZO_IDS_REG_AREA_WORK2 160
+#define ZO_IDS_REG_AREA_DATA 161
+#define ZO_IDS_REG_AREA_FAX 162
+#define ZO_IDS_REG_AREA_MOBILE 163
+#define ZO_IDS_REG_AREA_PAGER 164
+#define ZO_IDS_REG_COMPANY 165
+#define ZO_IDS_REG_DIAL_SUFFIX 166
+#define ZO_IDS_REG_CALLER_ID 167
+#define ZO_IDS_REG_CALL_WAITING 168
+#define ZO_IDS_REG_DEPT 169
+#define ZO_IDS_REG_TAPI_DIALING_ENABLED 170
 
 // 16045 to 16303: country names, in the order of the country table.
 #define ZO_IDS_COUNTRY_FIRST 16045
