@@ -5,6 +5,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -57,6 +58,14 @@ CountryListBox::Columns CountryListBox::GetColumns(int width) const
 void CountryListBox::MeasureItem(MEASUREITEMSTRUCT* item)
 {
     item->itemHeight = static_cast<UINT>((std::max<int>)(m_cell.cy, LineHeight()) + 4);
+}
+
+int CountryListBox::CompareItem(COMPAREITEMSTRUCT* items)
+{
+    const auto name = [](ULONG_PTR data) -> LPCSTR {
+        return reinterpret_cast<const CZoCountryCode*>(data)->GetName();
+    };
+    return std::clamp(::lstrcmpi(name(items->itemData1), name(items->itemData2)), -1, 1); // by the user's language
 }
 
 void CountryListBox::DrawItem(DRAWITEMSTRUCT* item)
@@ -116,7 +125,7 @@ UINT CountryPage::GetCommandId() const { return ZO_ID_VIEW_COUNTRIES; }
 void CountryPage::CreateControls()
 {
     m_list.ReloadFlags();
-    m_list.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | WS_BORDER | LBS_OWNERDRAWFIXED | LBS_NOTIFY |
+    m_list.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | WS_BORDER | LBS_OWNERDRAWFIXED | LBS_SORT | LBS_NOTIFY |
                       LBS_NOINTEGRALHEIGHT,
                   CRect(0, 0, 0, 0), this, kListId);
 }

@@ -14,6 +14,7 @@ public:
 
     void DrawItem(DRAWITEMSTRUCT* item) override;
     void MeasureItem(MEASUREITEMSTRUCT* item) override;
+    int CompareItem(COMPAREITEMSTRUCT* items) override;
 
     /// Left edges of the columns name, prefix, code, and the end of the last, in pixels for a row of that width.
     struct Columns {

@@ -65,21 +65,41 @@ void LanguagePage::Reload()
         {ZO_IDS_LABEL_PRODUCT_KEY, product.GetBrixelsRootKey()},
         {ZO_IDS_LABEL_MODULE_KEY, own.GetModuleRootKey()},
     };
+    const auto font = reinterpret_cast<WPARAM>(ControlFont());
     for (int row = 0; row < kRows; ++row) {
         m_labels[row].SetWindowText(Text(rows[row].label));
         m_values[row].SetWindowText(rows[row].value);
+        m_labels[row].SendMessage(WM_SETFONT, font, TRUE);
+        m_values[row].SendMessage(WM_SETFONT, font, TRUE);
     }
+    CRect client;
+    GetClientRect(&client);
+    Layout(client.Width(), client.Height());
+}
+
+int LanguagePage::WidestLabel()
+{
+    CClientDC dc(this);
+    const HGDIOBJ oldFont = dc.SelectObject(ControlFont());
+    int widest = 0;
+    for (CStatic& label : m_labels) {
+        CString text;
+        label.GetWindowText(text);
+        widest = (std::max<int>)(widest, dc.GetTextExtent(text, text.GetLength()).cx);
+    }
+    dc.SelectObject(oldFont);
+    return widest;
 }
 
 void LanguagePage::Layout(int width, int)
 {
     const int lineHeight = LineHeight();
-    const int labelWidth = 130;
+    const int labelWidth = WidestLabel();
+    const int left = labelWidth + 3 * kMargin;
     int top = kMargin;
     for (int row = 0; row < kRows; ++row) {
-        const int left = kMargin + labelWidth;
-        m_labels[row].MoveWindow(kMargin, top, labelWidth - kMargin, lineHeight);
+        m_labels[row].MoveWindow(kMargin, top, labelWidth, lineHeight);
         m_values[row].MoveWindow(left, top, width - left - kMargin, 2 * lineHeight); // a long key wraps
-        top += 2 * lineHeight + kMargin;
+        top += 2 * lineHeight + kMargin / 2;
     }
 }

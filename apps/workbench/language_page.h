@@ -15,6 +15,8 @@ protected:
     void Layout(int width, int height) override;
 
 private:
+    int WidestLabel(); ///< in pixels
+
     static constexpr int kRows = 7;
     CStatic m_labels[kRows];
     CStatic m_values[kRows];
