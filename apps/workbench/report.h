@@ -1,5 +1,5 @@
 /// \file
-/// The report of a tour: a line a step, on the standard output and in a file.
+/// The report of a tour: a line a step, in UTF-8, on the standard output and in a file.
 #pragma once
 
 #include <afx.h>

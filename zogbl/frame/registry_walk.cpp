@@ -28,7 +28,7 @@ DWORD RegistryWalk::DeleteChildren(HKEY parent, LPCSTR name) const
                        : key.Open(parent, name, KEY_ENUMERATE_SUB_KEYS | KEY_CREATE_SUB_KEY | KEY_SET_VALUE);
     if (result != ERROR_SUCCESS)
         return result;
-    const ScratchText child(kRegistryNameSize);
+    const ScratchText child(kRegistryNameSize + 2);
     if (!child)
         return ZoErrNoMemory;
     // Always the first one: deleting it moves the others up.

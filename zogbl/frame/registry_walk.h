@@ -47,7 +47,7 @@ private:
 
 template <class VISIT> DWORD RegistryWalk::ForEachSubkey(HKEY root, LPCSTR path, VISIT visit) const
 {
-    const ScratchText name(kRegistryNameSize);
+    const ScratchText name(kRegistryNameSize + 2);
     if (!name)
         return ZoErrNoMemory;
     RegistryKey key;
