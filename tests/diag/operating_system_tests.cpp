@@ -1,23 +1,23 @@
 #include <zogbl/operating_system.h>
 
-#include <environment.h>
+#include "support/environment.h"
 
 #include <gtest/gtest.h>
 
 TEST(OperatingSystem, TellsTheFamilyAndVersion)
 {
     const struct {
-        zotest::Family family;
+        zo_test::WindowsFamily family;
         DWORD type;
         DWORD major;
     } cases[] = {
-        {zotest::Family::Win32s, ZO_OS_WIN32S, 3},
-        {zotest::Family::Win98, ZO_OS_WIN95, 4},
-        {zotest::Family::NT4, ZO_OS_NT, 4},
-        {zotest::Family::Win10, ZO_OS_NT, 10},
+        {zo_test::WindowsFamily::kWin32s, ZO_OS_WIN32S, 3},
+        {zo_test::WindowsFamily::kWindows95, ZO_OS_WIN95, 4},
+        {zo_test::WindowsFamily::kWindowsNt4, ZO_OS_NT, 4},
+        {zo_test::WindowsFamily::kWindows10, ZO_OS_NT, 10},
     };
     for (const auto& c : cases) {
-        if (c.family == zotest::CurrentFamily()) {
+        if (c.family == zo_test::Family()) {
             EXPECT_EQ(c.type, CZoGlobalOperatingSystem::GetType());
             EXPECT_EQ(c.major, CZoGlobalOperatingSystem::GetMajorVersion());
         }

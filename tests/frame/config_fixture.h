@@ -2,10 +2,10 @@
 /// A registry key of its own for each test of the gateway.
 #pragma once
 
-#include <zogbl/global_config.h>
+#include "support/environment.h"
+#include "support/unique_names.h"
 
-#include <environment.h>
-#include <unique_names.h>
+#include <zogbl/global_config.h>
 
 #include <gtest/gtest.h>
 
@@ -14,9 +14,7 @@
 
 class ConfigTest : public ::testing::Test {
 protected:
-    static bool IsWin32s() { return zotest::CurrentFamily() == zotest::Family::Win32s; }
-
-    void SetUp() override { ASSERT_EQ(0u, m_config.CreateKey(m_mode, m_key)); }
+    static bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
 
     std::string ReadText(const CString& key, LPCSTR name)
     {
@@ -27,16 +25,12 @@ protected:
     /// Stores a value past the gateway, as any program might.
     void Store(LPCSTR name, DWORD type, const void* data, DWORD size)
     {
-        HKEY key = nullptr;
-        ASSERT_EQ(ERROR_SUCCESS,
-                  RegOpenKeyExA(HKEY_CURRENT_USER, m_key, 0, KEY_SET_VALUE | zotest::kRegistryView, &key));
-        EXPECT_EQ(ERROR_SUCCESS, RegSetValueExA(key, name, 0, type, static_cast<const BYTE*>(data), size));
-        RegCloseKey(key);
+        m_registryKey.Set("", name, type, std::string(static_cast<const char*>(data), size));
     }
     void Store(LPCSTR name, DWORD type, DWORD number) { Store(name, type, &number, sizeof number); }
 
-    zotest::UniqueKey m_unique; // removed with everything below it after the test
-    const CString m_key = m_unique.Path().c_str();
+    zo_test::TestRegistryKey m_registryKey{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
+    const CString m_key = m_registryKey.Path().c_str();
     const DWORD m_mode = ZO_MODE_CURRENT_USER;
     CZoGlobalConfig m_config;
 };

@@ -242,8 +242,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
 
 TEST_F(ConfigTest, EnumeratesValuesByTypeAndNarrowsNumbers)
 {
-    if (IsWin32s())
-        GTEST_SKIP() << "no named values";
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
     Store("One", REG_DWORD, DWORD{1});
     Store("ThreeHundred", REG_DWORD, DWORD{300});
     Store("TwoHundred", REG_DWORD, DWORD{200});
@@ -270,8 +269,7 @@ TEST_F(ConfigTest, EnumeratesValuesByTypeAndNarrowsNumbers)
 
 TEST_F(ConfigTest, TreeCopyNarrowsNumbersAndLeavesOtherTypesOut)
 {
-    if (IsWin32s())
-        GTEST_SKIP() << "no named values";
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
     Store("Number", REG_DWORD, DWORD{0x1234});
     Store("Text", REG_SZ, "abc", 4);
     Store("Bytes", REG_BINARY, "\x01", 1);
@@ -292,8 +290,7 @@ TEST_F(ConfigTest, TreeCopyNarrowsNumbersAndLeavesOtherTypesOut)
 
 TEST_F(ConfigTest, AnyTypeReportsTypeButNotSize)
 {
-    if (IsWin32s())
-        GTEST_SKIP() << "no named values";
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
     const char data[] = {1, 2, 3};
     ASSERT_EQ(0u, m_config.SetAnyValueType(m_mode, m_key, "Bytes", data, sizeof data, REG_BINARY));
     char read[5] = {9, 9, 9, 9, 9};
@@ -324,8 +321,7 @@ TEST_F(ConfigTest, AnyTypeReportsTypeButNotSize)
 /// What any program may have left in the registry, through every read.
 TEST_F(ConfigTest, HostileValues)
 {
-    if (IsWin32s())
-        GTEST_SKIP() << "no named values";
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
     const std::string longText(9000, 'x');
     const struct {
         const char* name;
@@ -376,9 +372,8 @@ TEST_F(ConfigTest, HostileValues)
 
 TEST_F(ConfigTest, ModesNameTheRoots)
 {
-    if (IsWin32s())
-        GTEST_SKIP() << "every mode is one root there, see below";
-    const bool isNT = zotest::IsNT();
+    ZO_ONLY_IN(!IsWin32s(), "every mode is one root there, see below");
+    const bool isNT = zo_test::IsNt();
     const struct {
         DWORD mode;
         HKEY root;
@@ -413,8 +408,7 @@ TEST_F(ConfigTest, ModesNameTheRoots)
 
 TEST_F(ConfigTest, Win32sKeepsValuesAsSubkeysWithText)
 {
-    if (!IsWin32s())
-        GTEST_SKIP() << "the registry of Win32s only";
+    ZO_ONLY_IN(IsWin32s(), "only its registry works so");
     ASSERT_EQ(0u, m_config.SetValue(1, m_key, "Number", 4000000000u));
     char text[16] = {};
     LONG size = sizeof text;

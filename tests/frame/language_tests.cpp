@@ -4,9 +4,8 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "registered_product.h"
-
-#include <environment.h>
+#include "product/registered_product.h"
+#include "support/environment.h"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +46,7 @@ protected:
         return flag;
     }
 
-    zotest::RegisteredProduct m_product;
+    zo_test::RegisteredProduct m_product;
 };
 
 } // namespace
@@ -206,7 +205,7 @@ TEST_F(Language, NamesOfFiles)
         support.ExtractFilenameFromPath(path, result);
         EXPECT_STREQ(name, result) << path;
     }
-    if (GetACP() == 932) { // the second byte of a character may look like a backslash
+    if (zo_test::IsDoubleByte()) { // the second byte of a character may look like a backslash
         support.ExtractFilenameFromPath("C:\\\x95\x5C.DLL", result);
         EXPECT_STREQ("\x95\x5C.DLL", result);
     }
@@ -287,7 +286,7 @@ TEST_F(Language, NoviceModeIsTheUsersOwn)
         EXPECT_EQ(0u, config.GetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "NoviceMode", stored, 98));
         EXPECT_EQ(static_cast<DWORD>(mode), stored);
     }
-    if (zotest::CurrentFamily() != zotest::Family::Win32s) { // where every value is text
+    if (zo_test::Family() != zo_test::WindowsFamily::kWin32s) { // where every value is text
         ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "NoviceMode", "1"));
         EXPECT_EQ(0, ZoGblGetRegNoviceMode()) << "of the wrong type";
     }

@@ -3,9 +3,8 @@
 #include <zogbl/module.h>
 
 #include "language_window_table.h"
-#include "registered_product.h"
-
-#include <child_process.h>
+#include "product/registered_product.h"
+#include "support/child_process.h"
 
 #include <gtest/gtest.h>
 
@@ -147,27 +146,25 @@ TEST_F(LanguageWindows, DamagedCountsAreHarmless)
 
 ZO_CHILD(LoadLanguageAndWait)
 {
-    if (!ZoGblLoadLanguageDLL())
-        return 1;
-    child.SignalReady();
-    child.WaitForParent();
-    return ZoGblDumpLanguageDLL() ? 0 : 2;
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    child.Ready();
+    child.WaitForGo();
+    EXPECT_TRUE(ZoGblDumpLanguageDLL());
 }
 
 ZO_CHILD(EndWithLanguageLoaded)
 {
-    (void)child;
-    return ZoGblLoadLanguageDLL() ? 0 : 1; // and never released
+    EXPECT_TRUE(ZoGblLoadLanguageDLL()); // and never released
 }
 
 TEST_F(LanguageWindows, ProcessesShareTheTable)
 {
-    const zotest::RegisteredProduct product;
+    const zo_test::RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    zotest::ChildProcess first("LoadLanguageAndWait");
-    zotest::ChildProcess second("LoadLanguageAndWait");
-    first.WaitUntilReady();
-    second.WaitUntilReady();
+    zo_test::ChildProcess first("LoadLanguageAndWait");
+    zo_test::ChildProcess second("LoadLanguageAndWait");
+    ASSERT_TRUE(first.WaitUntilReady());
+    ASSERT_TRUE(second.WaitUntilReady());
     EXPECT_EQ(3, SharedTable().rowCount);
     for (const auto* child : {&first, &second}) {
         const ZoLanguageWindowRow* row = RowOf(child->ProcessId());
@@ -175,8 +172,8 @@ TEST_F(LanguageWindows, ProcessesShareTheTable)
         EXPECT_EQ(1, row->windowCount);
         EXPECT_TRUE(IsWindow(reinterpret_cast<HWND>(static_cast<UINT_PTR>(row->windows[0]))));
     }
-    first.Continue();
-    EXPECT_EQ(0, first.Wait());
+    first.Go();
+    first.Finish();
     EXPECT_EQ(nullptr, RowOf(first.ProcessId()));
     EXPECT_EQ(2, SharedTable().rowCount);
 
@@ -189,7 +186,7 @@ TEST_F(LanguageWindows, ProcessesShareTheTable)
 
 TEST_F(LanguageWindows, ProcessMayEndWithItsLanguageLoaded)
 {
-    const zotest::RegisteredProduct product;
-    zotest::ChildProcess child("EndWithLanguageLoaded");
-    EXPECT_EQ(0, child.Wait());
+    const zo_test::RegisteredProduct product;
+    zo_test::ChildProcess child("EndWithLanguageLoaded");
+    child.Finish();
 }

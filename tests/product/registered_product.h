@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zotest {
+namespace zo_test {
 
 class RegisteredProduct {
 public:
@@ -57,4 +57,4 @@ private:
     CString m_userKey;
 };
 
-} // namespace zotest
+} // namespace zo_test

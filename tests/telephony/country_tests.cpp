@@ -3,7 +3,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "registered_product.h"
+#include "product/registered_product.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ protected:
     }
     void TearDown() override { ZoGblDumpLanguageDLL(); }
 
-    zotest::RegisteredProduct m_product;
+    zo_test::RegisteredProduct m_product;
     CZoCountryCodeList* m_list = nullptr;
 };
 

@@ -193,7 +193,9 @@ BOOL CZoVersionResource::BuildKeys()
 
     CZoGlobalConfig config;
     BOOL exists = FALSE;
-    config.DoesSubkeyExist(ZO_MODE_LOCAL_MACHINE, users, user, exists);
+    const DWORD status = config.DoesSubkeyExist(ZO_MODE_LOCAL_MACHINE, users, user, exists);
+    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
+        return FALSE; // a user whose key cannot be seen may have settings, which a copy would overwrite
     if (!exists) {
         CString first;
         BOOL found = FALSE;
