@@ -165,14 +165,13 @@ TEST_F(VersionResource, NewUserGetsCopyOfFirstUser)
 
 TEST_F(VersionResource, FailedCopyLeavesFirstUsersKeys)
 {
-    AddUser("Plain", "anybody");
-    // A tree that fits at the first user, but is too deep for a copy of a longer path.
-    CString deep = UsersKey("Plain") + "\\anybody";
-    while (deep.GetLength() + 64 < 262)
-        deep += "\\" + CString('x', 63);
-    deep += "\\" + CString('y', 262 - deep.GetLength());
-    ASSERT_EQ(0u, m_config.CreateKey(kMachine, deep));
+    ASSERT_GT(OwnUser().GetLength(), 1);
+    AddUser("Plain", "a");
+    // A key that fits at the first user, but not where the path to the user is longer.
+    constexpr int kLongestDestination = 259;
+    const CString first = UsersKey("Plain") + "\\a\\";
+    ASSERT_EQ(0u, m_config.CreateKey(kMachine, first + CString('x', kLongestDestination - first.GetLength())));
 
     ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
-    EXPECT_STREQ(UsersKey("Plain") + "\\anybody", m_version.GetCurrentUserKey());
+    EXPECT_STREQ(UsersKey("Plain") + "\\a", m_version.GetCurrentUserKey());
 }

@@ -140,10 +140,11 @@ TEST_F(ConfigFaults, MissingMemoryIsAStatus)
                 e->Delete();
             }
             run.Stop();
-            if (run.Fired())
+            if (run.Fired()) {
                 EXPECT_TRUE(status == ZoErrNoMemory || status == ERROR_NOT_ENOUGH_MEMORY) << std::hex << status;
-            else
+            } else {
                 EXPECT_EQ(0u, status);
+            }
             EXPECT_EQ("deep", ReadText(m_key + "\\Sub\\Deep", "Text"));
         });
     }

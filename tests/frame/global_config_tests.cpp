@@ -438,6 +438,14 @@ TEST_F(ConfigTest, Win32sKeepsValuesAsSubkeysWithText)
         {"Bytes", REG_SZ, "abc", 0}, {"Number", REG_SZ, "4000000000", 0}, {"Words", REG_SZ, "12 monkeys", 0}};
     EXPECT_EQ(expected, values);
 
+    // What any program may have left there.
+    m_registryKey.SetText("OverLong", "", std::string(1100, '1'));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.GetValue(1, m_key, "OverLong", number, 9));
+    EXPECT_EQ(9u, number);
+    m_registryKey.Set("Unterminated", "", REG_SZ, "77");
+    EXPECT_EQ(0u, m_config.GetValue(1, m_key, "Unterminated", number, 9));
+    EXPECT_EQ(77u, number);
+
     ASSERT_EQ(0u, m_config.CreateKey(1, m_key + "\\Number\\Below"));
     EXPECT_EQ(0u, m_config.DeleteEntry(1, m_key, "Number")) << "with everything below it";
     BOOL exists = TRUE;

@@ -20,10 +20,12 @@ void LoadUnderFaults(const zo_test::FaultRun& run)
     run.Stop();
     EXPECT_EQ(loaded != FALSE, ZoGblGetLanguageDLL() != nullptr);
     EXPECT_EQ(loaded ? 0x0409u : 0u, ZoGblGetLanguageLCID());
-    if (!run.Fired())
+    if (!run.Fired()) {
         EXPECT_TRUE(loaded);
-    if (loaded)
+    }
+    if (loaded) {
         EXPECT_TRUE(ZoGblDumpLanguageDLL());
+    }
     EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
 }
 
@@ -60,10 +62,12 @@ TEST(LanguageFaults, LoadWithoutTheSystem)
         const BOOL loaded = ZoGblLoadLanguageDLL();
         run.Stop();
         EXPECT_EQ(loaded != FALSE, ZoGblGetLanguageDLL() != nullptr);
-        if (!run.Fired())
+        if (!run.Fired()) {
             EXPECT_TRUE(loaded);
-        if (loaded)
+        }
+        if (loaded) {
             EXPECT_TRUE(ZoGblDumpLanguageDLL());
+        }
         EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
     });
 }
@@ -90,8 +94,9 @@ TEST(LanguageFaults, VersionResourceWithoutMemory)
         CZoVersionResource version;
         const BOOL extracted = version.ExtractVersionInfo(ZoGblGetInstanceHandle());
         run.Stop();
-        if (!run.Fired())
+        if (!run.Fired()) {
             EXPECT_TRUE(extracted);
+        }
         EXPECT_EQ(extracted != FALSE, !version.GetCurrentUserKey().IsEmpty());
         EXPECT_EQ(extracted != FALSE, !version.GetModuleRootKey().IsEmpty());
         EXPECT_EQ(extracted != FALSE, version.GetInternalName() == "GlobalModule");
@@ -111,10 +116,11 @@ TEST(LanguageFaults, CountryListWithoutMemory)
             CZoCountryCodeList list;
             const DWORD status = list.LoadData();
             run.Stop();
-            if (run.Fired())
+            if (run.Fired()) {
                 EXPECT_TRUE(status == ZoErrOutOfMemory || status == ZoErrMemoryException) << std::hex << status;
-            else
+            } else {
                 EXPECT_EQ(0u, status);
+            }
             EXPECT_EQ(status == 0, list.GetCount() == GetGlobalCountryList()->GetCount());
             for (int i = 0; i < list.GetCount(); ++i)
                 EXPECT_FALSE(list.GetAt(i)->GetName().IsEmpty()) << "a country without its name";

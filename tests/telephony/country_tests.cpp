@@ -4,11 +4,13 @@
 #include <zogbl/resource_lookup.h>
 
 #include "product/registered_product.h"
+#include "support/environment.h"
 
 #include <gtest/gtest.h>
 
 #include <afxwin.h>
 
+#include <cctype>
 #include <cstdlib>
 #include <map>
 #include <mbstring.h>
@@ -43,6 +45,14 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Languages, Countries, ::testing::Values(0x0409, 0x0407), [](const auto& info) {
     return info.param == 0x0409 ? "English" : "German";
 });
+
+std::set<DWORD> g_systemLocales;
+
+BOOL CALLBACK CollectLocale(LPSTR id)
+{
+    g_systemLocales.insert(std::strtoul(id, nullptr, 16) & 0xFFFF);
+    return TRUE;
+}
 
 constexpr DWORD Word(DWORD low, DWORD high) { return low | high << 16; }
 
@@ -84,6 +94,8 @@ TEST_P(Countries, AreFoundByIndexCodeAndName)
     EXPECT_EQ(m_list->GetCount(), names.GetCount());
     EXPECT_EQ(m_list->GetCount(), codes.GetCount());
     for (const auto& c : cases) {
+        if (!english && zo_test::IsDoubleByte() && c.index == 40)
+            continue; // has a letter that this code page lacks
         CString text;
         EXPECT_TRUE(GetCountryNameFromCode(c.index, text)) << c.english;
         EXPECT_STREQ(english ? c.english : c.german, text);
@@ -236,21 +248,16 @@ TEST_P(Countries, HaveFlagsInTheBitmapAndLocalesInTheTable)
         EXPECT_LT(HIWORD(*table), ZO_FLAG_COUNT);
         EXPECT_TRUE(locales.insert(LOWORD(*table)).second) << std::hex << *table;
     }
-    static std::set<DWORD> missing;
-    missing.clear();
-    static std::set<DWORD>* known;
-    known = &locales;
-    const auto check = [](LPSTR text) -> BOOL {
-        const DWORD id = std::strtoul(text, nullptr, 16) & 0xFFFF;
+    g_systemLocales.clear();
+    EnumSystemLocalesA(&CollectLocale, LCID_INSTALLED);
+    EXPECT_GE(g_systemLocales.size(), 100u);
+    for (const DWORD id : g_systemLocales) {
         char country[8] = {};
         const int length = GetLocaleInfoA(id, LOCALE_SISO3166CTRYNAME, country, sizeof country);
-        if (length > 2 && std::isalpha(static_cast<unsigned char>(country[0])) && known->count(id) == 0)
-            missing.insert(id);
-        return TRUE;
-    };
-    EnumSystemLocalesA(check, LCID_INSTALLED);
-    for (const DWORD id : missing)
-        ADD_FAILURE() << "no flag for locale " << std::hex << id;
+        if (length == 3 && std::isalpha(static_cast<unsigned char>(country[0]))) { // a country, not a region
+            EXPECT_EQ(1u, locales.count(id)) << "no flag for locale " << std::hex << id;
+        }
+    }
 }
 
 TEST(CountriesWithoutLanguage, ListIsThereButEmpty)
