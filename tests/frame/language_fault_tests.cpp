@@ -43,6 +43,39 @@ TEST(LanguageFaults, LoadWithoutMemory)
     EXPECT_EQ(250, GetGlobalCountryList()->GetCount());
 }
 
+TEST(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
+{
+    zo_test::RegisteredProduct product;
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    zo_test::AllocationFaults faults;
+    zo_test::FaultLoopOptions options;
+    options.maximumRuns = 3000;
+    zo_test::RunFaultLoop(
+        faults,
+        [](const zo_test::FaultRun& run) {
+            GetGlobalCountryList()->FreeData();
+            const int count = GetGlobalCountryList()->GetCount();
+            run.Stop();
+            EXPECT_TRUE(count == 250 || (run.Fired() && count == 0)) << count;
+            EXPECT_EQ(250, GetGlobalCountryList()->GetCount()) << "at the next asking";
+        },
+        options);
+    ZoGblDumpLanguageDLL();
+
+    // And never in two languages at once.
+    product.MakeCurrent(0x0407);
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    ZoGblDumpLanguageDLL();
+    product.MakeCurrent(0x0409);
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    faults.Arm(20, true);
+    EXPECT_EQ(ZoErrMemoryException, GetGlobalCountryList()->ReloadNames());
+    EXPECT_TRUE(GetGlobalCountryList()->AreNamesOutdated()) << "asked for under faults";
+    faults.Disarm();
+    EXPECT_FALSE(GetGlobalCountryList()->AreNamesOutdated());
+    ZoGblDumpLanguageDLL();
+}
+
 TEST(LanguageFaults, LoadWithoutTheSystem)
 {
     const zo_test::RegisteredProduct product;

@@ -22,5 +22,5 @@ void ZoModuleDataDestroy();
 /// The block: the calling thread's, or the first one for all other threads. Null before the library is attached.
 ZoModuleData* ZoModuleDataGet();
 
-/// Fills the country list if it is empty.
+/// Fills the country list if it is empty, and renews its names if that is due.
 void ZoEnsureCountryList();

@@ -116,7 +116,7 @@ BOOL ZoGblLoadLanguageDLL()
     data->m_nLanguageLoadCount = 1;
     data->m_hLanguageLibrary = support->GetLibraryHandle();
     data->m_pLanguageSupport = support.release();
-    data->m_countries.ReloadNames(); // those of an earlier language, should there be any
+    data->m_countries.ReloadNames(); // those of an earlier language, should there be any; tried again if memory lacks
     ZoEnsureCountryList();
     CZoGlobalGDIData::InitializeFontsFromResources();
     return TRUE;
@@ -140,8 +140,16 @@ BOOL ZoGblDumpLanguageDLL()
 void ZoEnsureCountryList()
 {
     ZoModuleData* data = ZoModuleDataGet();
-    if (data != nullptr && data->m_countries.GetCount() <= 0)
-        data->m_countries.LoadData();
+    if (data == nullptr)
+        return;
+    CZoCountryCodeList& countries = data->m_countries;
+    if (countries.AreNamesOutdated())
+        countries.ReloadNames();
+    if (countries.GetCount() > 0)
+        return;
+    const DWORD status = countries.LoadData();
+    if (status == ZoErrOutOfMemory || status == ZoErrMemoryException)
+        countries.FreeData(); // a list that only lacked memory is not left halved for good
 }
 
 CZoCountryCodeList* GetGlobalCountryList()

@@ -146,16 +146,30 @@ DWORD CZoCountryCodeList::AddCountry(DWORD a, DWORD b, DWORD c)
     return ERROR_SUCCESS;
 }
 
-void CZoCountryCodeList::ReloadNames()
+DWORD CZoCountryCodeList::ReloadNames()
 {
+    m_bNamesOutdated = TRUE;
+    // All names or none: a list in two languages would be worse than one in the old language.
+    CStringArray names;
+    try {
+        names.SetSize(m_countries.GetSize());
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ZoErrMemoryException;
+    }
     for (INT_PTR i = 0; i < m_countries.GetSize(); ++i) {
-        CZoCountryCode* country = Country(m_countries[i]);
-        CZoCountryCode renamed(*country);
-        if (renamed.SetStringIndex(country->GetStringIndex()) && !renamed.GetName().IsEmpty())
-            *country = renamed;
+        const UINT id = Country(m_countries[i])->GetStringIndex();
+        if (!ZoGblLoadString(id, names[i]) && IsStringThere(id))
+            return ZoErrMemoryException;
+    }
+    for (INT_PTR i = 0; i < m_countries.GetSize(); ++i) {
+        if (!names[i].IsEmpty())
+            Country(m_countries[i])->m_csName = names[i];
     }
     std::stable_sort(m_countries.GetData(), m_countries.GetData() + m_countries.GetSize(),
                      [](void* first, void* second) { return IsLess(*Country(first), *Country(second)); });
+    m_bNamesOutdated = FALSE;
+    return ERROR_SUCCESS;
 }
 
 DWORD CZoCountryCodeList::AddToComboBox(CComboBox* box) { return FillBox(box, m_countries); }

@@ -35,6 +35,7 @@ public:
     UINT GetCountryIndex() const { return m_nCountryIndex; }
 
 private:
+    friend class CZoCountryCodeList; // renames its countries
     CString m_csName;
     UINT m_nStringIndex;
     UINT m_nFlagIndex;
@@ -62,7 +63,9 @@ public:
 
     /// Loads every name anew and sorts again, after a change of the language library; a name that the new library lacks
     /// stays. The countries remain the same objects, so that list boxes that hold them stay valid.
-    void ReloadNames();
+    /// \return 0, or ZoErrMemoryException: all names are the old ones then, and AreNamesOutdated tells so.
+    DWORD ReloadNames();
+    BOOL AreNamesOutdated() const { return m_bNamesOutdated; }
 
     /// Fills a box that holds data instead of strings: each item's data is a CZoCountryCode*, owned by this list. The
     /// first item is selected, and the focus stays where it was. \return 0
@@ -80,6 +83,7 @@ public:
 
 private:
     CPtrArray m_countries; // of CZoCountryCode*
+    BOOL m_bNamesOutdated = FALSE;
 };
 
 using ZoCountryTextMap = CMap<UINT, UINT, CString, const CString&>;
