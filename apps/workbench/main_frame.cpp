@@ -148,6 +148,12 @@ void MainFrame::OnSetFocus(CWnd*)
         m_pages[m_shown]->SetFocus();
 }
 
+BOOL MainFrame::PreTranslateMessage(MSG* message)
+{
+    const bool isTab = message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+    return (isTab && ::IsDialogMessage(m_hWnd, message)) || CFrameWnd::PreTranslateMessage(message);
+}
+
 // Commands -------------------------------------------------------------------------------------------------------------
 
 void MainFrame::OnAbout() { AboutDialog().DoModal(); }

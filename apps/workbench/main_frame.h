@@ -15,6 +15,8 @@ public:
     static constexpr int GetPageCount() { return kPages; }
     CString GetStatusText() const;
 
+    BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
+
 protected:
     afx_msg int OnCreate(CREATESTRUCT* create);
     afx_msg void OnSize(UINT type, int width, int height);

@@ -12,7 +12,8 @@ BOOL Page::CreatePage(CWnd* frame, UINT id)
 {
     const LPCSTR windowClass = AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW),
                                                    reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
-    return Create(windowClass, nullptr, WS_CHILD | WS_CLIPCHILDREN, CRect(0, 0, 0, 0), frame, id);
+    return CreateEx(WS_EX_CONTROLPARENT, windowClass, nullptr, WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, frame->m_hWnd,
+                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)));
 }
 
 int Page::OnCreate(CREATESTRUCT* create)

@@ -219,9 +219,15 @@ int RunTour(LPCSTR folder)
         const bool succeeded = tour.Run();
         tour.Close(succeeded);
         return succeeded ? 0 : 1;
-    } catch (CException* e) {
-        e->ReportError();
+    } catch (CException* e) { // nobody sits in front of a tour to read a message box
+        char reason[256] = "no memory";
+        e->GetErrorMessage(reason, sizeof reason);
         e->Delete();
+        CString line;
+        line.Format("the tour cannot write to %s: %s\r\n", folder, reason);
+        DWORD written = 0;
+        ::WriteFile(::GetStdHandle(STD_ERROR_HANDLE), (LPCSTR)line, static_cast<DWORD>(line.GetLength()), &written,
+                    nullptr);
         return 1;
     }
 }
