@@ -1,0 +1,7 @@
+/// \file
+/// The families of measurements, a file each.
+#pragma once
+
+class Harness;
+
+void MeasureRegistry(Harness& harness);
