@@ -5,3 +5,4 @@
 class Harness;
 
 void MeasureRegistry(Harness& harness);
+void MeasureCountries(Harness& harness);

@@ -23,6 +23,7 @@ struct Family {
 };
 constexpr Family kFamilies[] = {
     {"registry", &MeasureRegistry},
+    {"countries", &MeasureCountries},
 };
 
 const char* const kHelp =
