@@ -64,7 +64,7 @@ const Operation kOperations[] = {
          EXPECT_EQ(status == 0, exists != FALSE);
          return status;
      },
-     true},
+     false},
     {"does subkey exist",
      [](CZoGlobalConfig& config, const CString& key) {
          BOOL exists = FALSE;

@@ -23,32 +23,23 @@ DWORD EndSearch(DWORD result, BOOL& found)
     return found ? ERROR_SUCCESS : result;
 }
 
-/// Calls \p visit(name, data, type, size) for each value until it returns nonzero; \p data is null when the caller has
-/// no use for it. The buffers are cleared each time, so that data stored without a terminator has one.
-template <class VISIT> DWORD ForEachValue(HKEY root, LPCSTR path, LPSTR data, VISIT visit)
+/// Hands a value over to an enumeration's callback, in the form that its type has there.
+DWORD HandOver(ZoEnumValuesProc callback, void* context, LPCSTR name, LPCSTR data, DWORD type)
 {
-    const ScratchText name(kRegistryNameSize + 2);
-    if (!name)
-        return ZoErrNoMemory;
-    RegistryKey key;
-    DWORD result = key.Open(root, path, kEnumerationAccess);
-    if (result != ERROR_SUCCESS)
-        return result;
-    for (DWORD index = 0; result == ERROR_SUCCESS; ++index) {
-        std::memset(name.get(), 0, kRegistryNameSize + 2);
-        if (data != nullptr)
-            std::memset(data, 0, kRegistryDataSize + 2);
-        DWORD nameLength = kRegistryNameSize;
-        DWORD type = REG_NONE;
-        DWORD size = kRegistryDataSize;
-        result = static_cast<DWORD>(RegEnumValueA(key, index, name.get(), &nameLength, nullptr, &type,
-                                                  reinterpret_cast<BYTE*>(data), data != nullptr ? &size : nullptr));
-        if (RegistryWalk::IsEnd(result))
-            return key.Close(ERROR_SUCCESS);
-        if (result == ERROR_SUCCESS)
-            result = visit(name.get(), data, type);
+    switch (type) {
+    case REG_SZ:
+    case REG_EXPAND_SZ:
+    case REG_BINARY:
+    case REG_MULTI_SZ:
+        return callback(context, name, data, type);
+    case REG_DWORD: {
+        // Only the lowest byte, and that signed: so it is defined, and flags are all that comes this way.
+        const auto number = static_cast<INT_PTR>(static_cast<signed char>(data[0]));
+        return callback(context, name, reinterpret_cast<const void*>(number), type);
     }
-    return key.Close(result);
+    default:
+        return ERROR_SUCCESS;
+    }
 }
 
 } // namespace
@@ -81,22 +72,28 @@ DWORD CZoGlobalConfig::EnumValues(DWORD mode, LPCSTR key, ZoEnumValuesProc callb
         });
     }
 
-    return ForEachValue(MapModeToKey(mode), key, data.get(), [=](LPCSTR name, LPCSTR bytes, DWORD type) -> DWORD {
-        switch (type) {
-        case REG_SZ:
-        case REG_EXPAND_SZ:
-        case REG_BINARY:
-        case REG_MULTI_SZ:
-            return callback(context, name, bytes, type);
-        case REG_DWORD: {
-            // Only the lowest byte, and that signed: so it is defined, and flags are all that comes this way.
-            const auto number = static_cast<INT_PTR>(static_cast<signed char>(bytes[0]));
-            return callback(context, name, reinterpret_cast<const void*>(number), type);
-        }
-        default:
-            return ERROR_SUCCESS;
-        }
-    });
+    const ScratchText name(kRegistryNameSize + 2);
+    if (!name)
+        return ZoErrNoMemory;
+    RegistryKey opened;
+    DWORD result = opened.Open(MapModeToKey(mode), key, kEnumerationAccess);
+    if (result != ERROR_SUCCESS)
+        return result;
+    for (DWORD index = 0; result == ERROR_SUCCESS; ++index) {
+        // Cleared each time, so that data stored without a terminator has one.
+        std::memset(name.get(), 0, kRegistryNameSize + 2);
+        std::memset(data.get(), 0, kRegistryDataSize + 2);
+        DWORD nameLength = kRegistryNameSize;
+        DWORD type = REG_NONE;
+        DWORD size = kRegistryDataSize;
+        result = static_cast<DWORD>(RegEnumValueA(opened, index, name.get(), &nameLength, nullptr, &type,
+                                                  reinterpret_cast<BYTE*>(data.get()), &size));
+        if (RegistryWalk::IsEnd(result))
+            return opened.Close(ERROR_SUCCESS);
+        if (result == ERROR_SUCCESS)
+            result = HandOver(callback, context, name.get(), data.get(), type);
+    }
+    return opened.Close(result);
 }
 
 // Searches -------------------------------------------------------------------------------------------------------------
@@ -110,8 +107,13 @@ DWORD CZoGlobalConfig::DoesEntryExist(DWORD mode, LPCSTR key, LPCSTR valueName, 
     }
     if (!HasNamedValues())
         return ERROR_SUCCESS;
-    const auto match = [=](LPCSTR name, LPCSTR, DWORD) -> DWORD { return IsSameName(name, valueName) ? kFound : ERROR_SUCCESS; };
-    return EndSearch(ForEachValue(MapModeToKey(mode), key, nullptr, match), exists);
+    RegistryKey opened; // values can be asked for by name, which is a search that the system does
+    DWORD result = opened.Open(MapModeToKey(mode), key, KEY_READ);
+    if (result != ERROR_SUCCESS)
+        return result;
+    result = static_cast<DWORD>(RegQueryValueExA(opened, valueName, nullptr, nullptr, nullptr, nullptr));
+    exists = result == ERROR_SUCCESS;
+    return opened.Close(result == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : result);
 }
 
 DWORD CZoGlobalConfig::DoesSubkeyExist(DWORD mode, LPCSTR key, LPCSTR subkeyName, BOOL& exists)

@@ -79,17 +79,13 @@ BOOL GetCountryPrefix(WORD countryIndex, UINT& prefix)
 BOOL GetCountryPrefix(const CString& code, UINT& prefix)
 {
     const CZoCountryCodeList* list = GetGlobalCountryList();
-    if (list == nullptr)
-        return FALSE;
-    try {
-        for (int i = 0; i < list->GetCount(); ++i) {
-            if (CodeText(*list->GetAt(i)) == code) {
-                prefix = list->GetAt(i)->GetDialingPrefix();
-                return TRUE;
-            }
+    for (int i = 0; list != nullptr && i < list->GetCount(); ++i) {
+        char text[16];
+        wsprintfA(text, "%d", list->GetAt(i)->GetCountryCode());
+        if (code == text) {
+            prefix = list->GetAt(i)->GetDialingPrefix();
+            return TRUE;
         }
-    } catch (CMemoryException* e) {
-        e->Delete();
     }
     return FALSE;
 }
