@@ -1,0 +1,47 @@
+# shellcheck shell=bash
+# Wine, as the suite's programs run under it. Read by `zo` and by `run-windows`.
+#
+# A prefix serves one architecture and one code page. The system's locale decides the code page: C.UTF-8 gives 1252,
+# Japanese 932. A program named <name>_win31.exe, _win98, _nt40 or _win10 finds itself on that family of Windows; the
+# programs that a prefix knows of are entered in its registry (zo: register_programs).
+#
+# All windows of a prefix lie in one virtual desktop, which gives them captions and an order of activation without a
+# window manager.
+
+# Sets the environment for programs of one prefix, run by run_wine. $1 build directory of the architecture, $2 architecture,
+# $3 prefix: 1252 or 932 for tests, "run" for everything else
+wine_environment() {
+    export WINEPREFIX=$1/prefix-$3
+    export WINEARCH=win32
+    [ "$2" = x86 ] || WINEARCH=win64
+    export WINEDEBUG=${ZO_WINEDEBUG:--all}
+    # Neither offer to install what no program here needs, nor write menus into the home folder.
+    export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+    unset LANG LANGUAGE LC_ALL LOCPATH WINELOADER
+    wine_locale=(LC_ALL=C.UTF-8)
+    if [ "$3" = 932 ]; then
+        # Made there by zo, which changes nothing on the machine. The shell itself keeps out of this locale.
+        wine_locale=(LC_ALL=ja_JP.UTF-8 LOCPATH="${1%/*}/locale")
+    fi
+}
+
+# Runs a program in the environment that was set.
+run_wine() { env "${wine_locale[@]}" wine "$@"; }
+
+# Starts an X server of its own for one prefix, on a free number. $1 file for its output. Sets DISPLAY and X_SERVER_PID.
+start_display() {
+    local number_pipe number
+    number_pipe=$(mktemp -u)
+    mkfifo "$number_pipe"
+    Xvfb -displayfd 3 -screen 0 1024x768x24 -noreset -nolisten tcp 3>"$number_pipe" >"$1" 2>&1 </dev/null &
+    X_SERVER_PID=$!
+    # The server writes the number when it is ready, and closes the pipe without a word if it cannot start.
+    number=
+    read -r -t 30 number <"$number_pipe" || true
+    rm -f "$number_pipe"
+    if [ -z "$number" ]; then
+        kill "$X_SERVER_PID" 2>/dev/null || true
+        return 1
+    fi
+    export DISPLAY=:$number
+}

@@ -1,0 +1,300 @@
+#include "support/child_process.h"
+
+#include "support/guard_heap.h"
+#include "support/unique_names.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <utility>
+
+namespace zo_test {
+
+namespace {
+
+// The result file: a line an entry, a word for its kind first. An entry is complete with its line end.
+constexpr char kFailure[] = "failure\t"; // file, tab, line, tab, message with escaped line ends
+constexpr char kReport[] = "report\t";
+constexpr char kEnd[] = "end\t";
+
+constexpr char kChildOption[] = "--child=";
+constexpr int kBadCommandLine = 2; // exit code
+
+std::map<std::string, ChildRegistration::Function>& Functions()
+{
+    static std::map<std::string, ChildRegistration::Function> functions;
+    return functions;
+}
+
+void WriteLine(HANDLE file, const std::string& line)
+{
+    const std::string text = line + "\n";
+    DWORD written;
+    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+}
+
+std::string Escape(const std::string& text)
+{
+    std::string escaped;
+    for (const char c : text) {
+        if (c == '\n' || c == '\\')
+            escaped += c == '\n' ? "\\n" : "\\\\";
+        else if (c != '\r')
+            escaped += c;
+    }
+    return escaped;
+}
+
+std::string Unescape(const std::string& text)
+{
+    std::string plain;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && i + 1 < text.size())
+            plain += text[++i] == 'n' ? '\n' : text[i];
+        else
+            plain += text[i];
+    }
+    return plain;
+}
+
+/// Writes the child's failures to the result file, at once: the child may be killed.
+class FailureWriter : public testing::EmptyTestEventListener {
+public:
+    explicit FailureWriter(HANDLE file) : m_file(file) {}
+    void OnTestPartResult(const testing::TestPartResult& result) override
+    {
+        if (result.failed())
+            WriteLine(m_file, std::string(kFailure) + (result.file_name() != nullptr ? result.file_name() : "?") + "\t" +
+                                  std::to_string(result.line_number()) + "\t" + Escape(result.message()));
+    }
+
+private:
+    HANDLE m_file;
+};
+
+class ChildTest : public testing::Test {
+public:
+    ChildTest(ChildRegistration::Function function, const ChildContext& context) : m_function(function), m_context(context)
+    {
+    }
+    void TestBody() override { m_function(m_context); }
+
+private:
+    ChildRegistration::Function m_function;
+    ChildContext m_context;
+};
+
+/// For a command line. A backslash in front of the closing quote would hide it.
+std::string Quote(const std::string& argument)
+{
+    return "\"" + argument + (!argument.empty() && argument.back() == '\\' ? "\\" : "") + "\"";
+}
+
+} // namespace
+
+int WaitAnsweringMessages(const std::vector<HANDLE>& handles, DWORD milliseconds)
+{
+    const DWORD begin = GetTickCount();
+    const auto count = static_cast<DWORD>(handles.size());
+    for (;;) {
+        const DWORD gone = GetTickCount() - begin;
+        const DWORD left = gone < milliseconds ? milliseconds - gone : 0;
+        const DWORD result = MsgWaitForMultipleObjects(count, count > 0 ? handles.data() : nullptr, FALSE, left, QS_ALLINPUT);
+        if (result < WAIT_OBJECT_0 + count)
+            return static_cast<int>(result - WAIT_OBJECT_0);
+        if (result != WAIT_OBJECT_0 + count || left == 0)
+            return -1;
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&message);
+            DispatchMessageA(&message);
+        }
+    }
+}
+
+// Child ----------------------------------------------------------------------------------------------------------------
+
+ChildRegistration::ChildRegistration(const char* name, Function function) { Functions()[name] = function; }
+
+ChildContext::ChildContext(std::vector<std::string> arguments, HANDLE ready, HANDLE go, HANDLE results)
+    : m_arguments(std::move(arguments)), m_ready(ready), m_go(go), m_results(results)
+{
+}
+
+std::string ChildContext::Argument(size_t index) const
+{
+    if (index < m_arguments.size())
+        return m_arguments[index];
+    ADD_FAILURE() << "the child was started without argument " << index;
+    return {};
+}
+
+void ChildContext::Ready() const { EXPECT_TRUE(SetEvent(m_ready)); }
+void ChildContext::WaitForGo() const { EXPECT_EQ(0, WaitAnsweringMessages({m_go})) << "the parent never said go"; }
+void ChildContext::Report(const std::string& text) const { WriteLine(m_results, kReport + Escape(text)); }
+
+// --child=<name> <result file> <ready event> <go event> <argument>...
+static int FindChildOption(int argc, char** argv)
+{
+    int at = 1;
+    while (at < argc && std::string(argv[at]).rfind(kChildOption, 0) != 0)
+        ++at;
+    return at;
+}
+
+bool IsChild(int argc, char** argv) { return FindChildOption(argc, argv) < argc; }
+
+int RunAsChild(int argc, char** argv)
+{
+    const int at = FindChildOption(argc, argv);
+    if (at + 3 >= argc)
+        return kBadCommandLine;
+    const std::string name = std::string(argv[at]).substr(sizeof kChildOption - 1);
+    const HANDLE results = CreateFileA(argv[at + 1], GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                       OPEN_EXISTING, 0, nullptr);
+    const HANDLE ready = OpenEventA(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, argv[at + 2]);
+    const HANDLE go = OpenEventA(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, argv[at + 3]);
+    const ChildContext context({argv + at + 4, argv + argc}, ready, go, results);
+    const auto found = Functions().find(name);
+    if (results == INVALID_HANDLE_VALUE || ready == nullptr || go == nullptr || found == Functions().end())
+        return kBadCommandLine;
+
+    testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
+    delete listeners.Release(listeners.default_result_printer());
+    listeners.Append(new FailureWriter(results));
+    testing::RegisterTest("Child", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                          [function = found->second, &context]() -> testing::Test* {
+                              return new ChildTest(function, context);
+                          });
+    GTEST_FLAG_SET(filter, "Child." + name);
+    const int exitCode = RUN_ALL_TESTS();
+    WriteLine(results, kEnd);
+    CloseHandle(results);
+    return exitCode;
+}
+
+// Parent ---------------------------------------------------------------------------------------------------------------
+
+ChildProcess::ChildProcess(const std::string& name, const std::vector<std::string>& arguments) : m_name(name)
+{
+    char folder[MAX_PATH] = {};
+    GetTempPathA(sizeof folder, folder);
+    m_resultPath = folder + UniqueName("results");
+    const std::string readyName = UniqueName("ready");
+    const std::string goName = UniqueName("go");
+    m_ready = CreateEventA(nullptr, TRUE, FALSE, readyName.c_str());
+    m_go = CreateEventA(nullptr, TRUE, FALSE, goName.c_str());
+    CloseHandle(CreateFileA(m_resultPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+
+    char program[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, program, sizeof program - 1);
+    std::string command = Quote(program) + (IsGuardHeapInstalled() ? " --guard-heap " : " ") + kChildOption + name + " " +
+                          Quote(m_resultPath) + " " + readyName + " " + goName;
+    for (const std::string& argument : arguments)
+        command += " " + Quote(argument);
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessA(program, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+        ADD_FAILURE() << "child " << name << " does not start, error " << GetLastError();
+        m_ended = true;
+        return;
+    }
+    CloseHandle(process.hThread);
+    m_process = process.hProcess;
+    m_processId = process.dwProcessId;
+}
+
+ChildProcess::~ChildProcess()
+{
+    Finish();
+    CloseHandle(m_process);
+    CloseHandle(m_ready);
+    CloseHandle(m_go);
+    DeleteFileA(m_resultPath.c_str());
+}
+
+bool ChildProcess::WaitUntilReady()
+{
+    if (m_ended)
+        return false;
+    const int which = WaitAnsweringMessages({m_ready, m_process});
+    if (which == 0)
+        return true;
+    if (which == 1) {
+        Finish();
+        ADD_FAILURE() << "child " << m_name << " ended before it was ready";
+    } else {
+        ADD_FAILURE() << "child " << m_name << " is not ready after " << kChildTimeout << " ms";
+    }
+    return false;
+}
+
+void ChildProcess::Go() { EXPECT_TRUE(SetEvent(m_go)); }
+
+void ChildProcess::Kill()
+{
+    if (m_ended)
+        return;
+    TerminateProcess(m_process, 0);
+    WaitForSingleObject(m_process, kChildTimeout);
+    m_ended = true;
+    ReadResults();
+}
+
+void ChildProcess::Finish()
+{
+    if (m_ended)
+        return;
+    if (WaitAnsweringMessages({m_process}) != 0) {
+        Kill();
+        ADD_FAILURE() << "child " << m_name << " hangs";
+        return;
+    }
+    m_ended = true;
+    DWORD exitCode = 0;
+    GetExitCodeProcess(m_process, &exitCode);
+    ReadResults();
+    if (!m_complete)
+        ADD_FAILURE() << "child " << m_name << " broke off, exit code " << exitCode;
+}
+
+const std::vector<std::string>& ChildProcess::Reports()
+{
+    ReadResults();
+    return m_reports;
+}
+
+void ChildProcess::ReadResults()
+{
+    const HANDLE file = CreateFileA(m_resultPath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        ADD_FAILURE() << "the results of child " << m_name << " cannot be read, error " << GetLastError();
+        return;
+    }
+    std::string text(GetFileSize(file, nullptr), '\0');
+    DWORD read = 0;
+    ReadFile(file, text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
+    CloseHandle(file);
+    text.resize(read);
+
+    for (size_t begin = m_read.size(), end; (end = text.find('\n', begin)) != std::string::npos; begin = end + 1) {
+        const std::string line = text.substr(begin, end - begin);
+        m_read += line + "\n";
+        if (line.rfind(kFailure, 0) == 0) {
+            const size_t fileBegin = sizeof kFailure - 1;
+            const size_t lineBegin = line.find('\t', fileBegin) + 1;
+            const size_t messageBegin = line.find('\t', lineBegin) + 1;
+            ADD_FAILURE_AT(line.substr(fileBegin, lineBegin - 1 - fileBegin).c_str(),
+                           std::stoi(line.substr(lineBegin, messageBegin - 1 - lineBegin)))
+                << "in child " << m_name << ": " << Unescape(line.substr(messageBegin));
+        } else if (line.rfind(kReport, 0) == 0) {
+            m_reports.push_back(Unescape(line.substr(sizeof kReport - 1)));
+        } else if (line == kEnd) {
+            m_complete = true;
+        }
+    }
+}
+
+} // namespace zo_test

@@ -1,0 +1,93 @@
+#include "support/fault_loop.h"
+
+#include "support/process_counts.h"
+
+#include <gtest/gtest.h>
+
+namespace zo_test {
+
+void FaultSource::Arm(int nth, bool persistent)
+{
+    m_nth = nth;
+    m_persistent = persistent;
+    m_calls = 0;
+    m_fired = 0;
+    m_armed = true;
+}
+
+bool FaultSource::Next()
+{
+    if (!m_armed)
+        return false;
+    ++m_calls;
+    const bool fails = m_persistent ? m_calls >= m_nth : m_calls == m_nth;
+    m_fired += fails;
+    return fails;
+}
+
+namespace {
+
+AllocationFaults* g_allocationFaults = nullptr;
+
+BOOL AFXAPI FailWhenTold(size_t, BOOL, LONG) { return !g_allocationFaults->Next(); }
+
+/// One run of the body; no exception may leave it.
+void RunOnce(const std::function<void(const FaultRun&)>& body, const FaultRun& run)
+{
+    try {
+        body(run);
+    } catch (CException* e) {
+        run.Stop();
+        ADD_FAILURE() << "threw " << e->GetRuntimeClass()->m_lpszClassName;
+        e->Delete();
+    }
+    run.Stop();
+}
+
+void RunMode(FaultSource& source, bool persistent, const std::function<void(const FaultRun&)>& body,
+             const FaultLoopOptions& options)
+{
+    for (int number = 1; number <= options.maximumRuns; ++number) {
+        SCOPED_TRACE(source.Name() + " call " + std::to_string(number) +
+                     (persistent ? " and all after it fail" : " fails"));
+        const ProcessCounts before = ProcessCounts::Take();
+        source.Arm(number, persistent);
+        RunOnce(body, {source, number, persistent});
+        if (options.checkCounts) {
+            EXPECT_EQ(before, ProcessCounts::Take()) << "the run left something behind";
+        }
+        if (source.Fired() == 0) {
+            EXPECT_GT(number, 1) << "no fault ever fired: this loop tests nothing";
+            return;
+        }
+    }
+    ADD_FAILURE() << "faults still fire after " << options.maximumRuns << " runs of " << source.Name();
+}
+
+} // namespace
+
+AllocationFaults::AllocationFaults() : FaultSource("allocation")
+{
+    EXPECT_EQ(nullptr, g_allocationFaults) << "allocation faults are in force already";
+    g_allocationFaults = this;
+    m_outerHook = AfxSetAllocHook(&FailWhenTold);
+}
+
+AllocationFaults::~AllocationFaults()
+{
+    AfxSetAllocHook(m_outerHook);
+    g_allocationFaults = nullptr;
+}
+
+void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options)
+{
+    {
+        SCOPED_TRACE("rehearsal without faults");
+        source.Arm(0, false);
+        RunOnce(body, {source, 0, false});
+    }
+    RunMode(source, false, body, options);
+    RunMode(source, true, body, options);
+}
+
+} // namespace zo_test

@@ -1,0 +1,136 @@
+/// \file
+/// The fault loop: fails the 1st, 2nd, 3rd ... call of something, once and from then on, until a run meets no fault.
+///
+///     zo_test::AllocationFaults faults;
+///     zo_test::RunFaultLoop(faults, [](const zo_test::FaultRun& run) {
+///         CZoThing thing;
+///         const DWORD status = thing.Load();
+///         run.Stop();                                   // no more faults: now look at what is left
+///         EXPECT_EQ(run.Fired() ? ZO_NO_MEMORY : 0u, status);
+///         EXPECT_EQ(run.Fired() ? "before" : "after", thing.Text());
+///     });
+///
+/// System calls fail in the same way, alone or several as one row of calls:
+///
+///     zo_test::FaultSource faults("registry");
+///     ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, "ZOGBLBRX.DLL", ERROR_ACCESS_DENIED);
+///     ZO_FAULTY_CALL(RegQueryValueExA) query(faults, "ZOGBLBRX.DLL", ERROR_MORE_DATA);
+///     zo_test::RunFaultLoop(faults, ...);
+///
+/// Each run must leave blocks, handles and GDI objects as they were. A rehearsal without faults comes first, so that what
+/// is made once and kept is no leak.
+#pragma once
+
+#include "support/import_patch.h"
+
+#include <functional>
+#include <string>
+#include <utility>
+
+namespace zo_test {
+
+/// Decides which calls fail. Counts calls while it is armed.
+class FaultSource {
+public:
+    /// \param name for messages
+    explicit FaultSource(std::string name) : m_name(std::move(name)) {}
+    FaultSource(const FaultSource&) = delete;
+    FaultSource& operator=(const FaultSource&) = delete;
+
+    /// Makes call \p nth fail, counted from 1; with \p persistent all calls after it too.
+    void Arm(int nth, bool persistent);
+    void Disarm() { m_armed = false; }
+    /// Counts a call. \return whether it is to fail.
+    bool Next();
+
+    const std::string& Name() const { return m_name; }
+    int Calls() const { return m_calls; } ///< since it was armed
+    int Fired() const { return m_fired; } ///< calls that failed since it was armed
+
+private:
+    std::string m_name;
+    bool m_armed = false;
+    bool m_persistent = false;
+    int m_nth = 0;
+    int m_calls = 0;
+    int m_fired = 0;
+};
+
+/// Makes allocations of the framework and the library fail. One at a time.
+class AllocationFaults : public FaultSource {
+public:
+    AllocationFaults();
+    ~AllocationFaults();
+
+private:
+    AFX_ALLOC_HOOK m_outerHook;
+};
+
+/// What one run of a fault loop knows of itself.
+struct FaultRun {
+    FaultSource& source;
+    int number;      ///< the call that fails, from 1; 0 in the rehearsal
+    bool persistent; ///< all later calls fail as well
+
+    bool Fired() const { return source.Fired() > 0; }
+    /// Ends the faults of this run, so that checks can work undisturbed.
+    void Stop() const { source.Disarm(); }
+};
+
+struct FaultLoopOptions {
+    int maximumRuns = 500;    ///< for each of the two modes; needing more is a failure
+    bool checkCounts = true;  ///< each run must leave the process's counts as they were
+};
+
+/// Runs \p body with a fault at call 1, 2, 3 ... . A loop in which no fault ever fires fails the test.
+void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options = {});
+
+/// A function's name as part of a type.
+template <size_t SIZE> struct FunctionName {
+    char text[SIZE];
+    constexpr FunctionName(const char (&name)[SIZE])
+    {
+        for (size_t i = 0; i < SIZE; ++i)
+            text[i] = name[i];
+    }
+};
+
+template <FunctionName NAME, class FUNCTION> class FaultyCall;
+
+/// Makes calls of one system function from one module fail when \p source says so: nothing is done, \p failure returned.
+/// \p failure may also be the value for success: then the call lies. Use through ZO_FAULTY_CALL.
+template <FunctionName NAME, class RESULT, class... ARGUMENTS> class FaultyCall<NAME, RESULT(WINAPI*)(ARGUMENTS...)> {
+public:
+    /// \param lastError set by a call that fails, unless 0
+    FaultyCall(FaultSource& source, const char* module, RESULT failure, DWORD lastError = 0)
+        : m_source(source), m_failure(failure), m_lastError(lastError), m_outer(std::exchange(s_active, this)),
+          m_patch(module, NAME.text, &FaultyCall::Replacement)
+    {
+    }
+    ~FaultyCall() { s_active = m_outer; }
+    FaultyCall(const FaultyCall&) = delete;
+    FaultyCall& operator=(const FaultyCall&) = delete;
+
+private:
+    static RESULT WINAPI Replacement(ARGUMENTS... arguments)
+    {
+        const FaultyCall& self = *s_active;
+        if (!self.m_source.Next())
+            return self.m_patch.template Original<RESULT WINAPI(ARGUMENTS...)>()(arguments...);
+        if (self.m_lastError != 0)
+            SetLastError(self.m_lastError);
+        return self.m_failure;
+    }
+
+    static inline FaultyCall* s_active = nullptr;
+    FaultSource& m_source;
+    RESULT m_failure;
+    DWORD m_lastError;
+    FaultyCall* m_outer;
+    ImportPatch m_patch;
+};
+
+} // namespace zo_test
+
+/// The FaultyCall type of a system function; name it as it is imported, with its A or W.
+#define ZO_FAULTY_CALL(function) zo_test::FaultyCall<#function, decltype(&::function)>

@@ -1,0 +1,380 @@
+// Tests of the test helpers themselves, where a fault in them would hide faults in what they test.
+#include "support/child_process.h"
+#include "support/environment.h"
+#include "support/fault_loop.h"
+#include "support/guard_heap.h"
+#include "support/import_patch.h"
+#include "support/process_counts.h"
+#include "support/sentinel_buffer.h"
+#include "support/unique_names.h"
+#include "support/wine_gap.h"
+
+using namespace zo_test;
+
+namespace {
+
+/// Runs \p checks and answers with the failures they made, instead of counting them.
+std::vector<std::string> FailuresOf(const std::function<void()>& checks)
+{
+    testing::TestPartResultArray results;
+    {
+        const testing::ScopedFakeTestPartResultReporter reporter(
+            testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &results);
+        checks();
+    }
+    std::vector<std::string> failures;
+    for (int i = 0; i < results.size(); ++i) {
+        if (results.GetTestPartResult(i).failed())
+            failures.emplace_back(results.GetTestPartResult(i).message());
+    }
+    return failures;
+}
+
+void ExpectFailure(const char* text, const std::function<void()>& checks)
+{
+    const std::vector<std::string> failures = FailuresOf(checks);
+    ASSERT_FALSE(failures.empty()) << "nothing failed where this was expected: " << text;
+    std::string all;
+    for (const std::string& failure : failures)
+        all += failure + "\n";
+    EXPECT_NE(std::string::npos, all.find(text)) << all;
+}
+
+} // namespace
+
+// Import patch ---------------------------------------------------------------------------------------------------------
+
+namespace {
+
+HANDLE WINAPI NoFile(LPCSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE)
+{
+    SetLastError(ERROR_WRITE_PROTECT);
+    return INVALID_HANDLE_VALUE;
+}
+
+} // namespace
+
+TEST(ImportPatch, HoldsForOneModuleAndIsUndone)
+{
+    const TestFolder folder;
+    folder.Write("file", "content");
+    const std::string path = folder.Path("file");
+    CFile file;
+    CFileException reason;
+    {
+        const ImportPatch patch("ZOAFX.DLL", "CreateFileA", &NoFile);
+        ASSERT_TRUE(patch.IsActive());
+        EXPECT_EQ(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "CreateFileA")),
+                  reinterpret_cast<void*>(patch.Original<decltype(CreateFileA)>()));
+        EXPECT_FALSE(file.Open(path.c_str(), CFile::modeRead, &reason));
+        EXPECT_EQ(ERROR_WRITE_PROTECT, reason.m_lOsError);
+        EXPECT_EQ("content", folder.Read("file")) << "this program's own import changed as well";
+        {
+            FaultSource source("inner");
+            const ZO_FAULTY_CALL(CreateFileA) inner(source, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_SEEK);
+            source.Arm(1, true);
+            EXPECT_FALSE(file.Open(path.c_str(), CFile::modeRead, &reason));
+            EXPECT_EQ(ERROR_SEEK, reason.m_lOsError);
+        }
+        EXPECT_FALSE(file.Open(path.c_str(), CFile::modeRead, &reason));
+        EXPECT_EQ(ERROR_WRITE_PROTECT, reason.m_lOsError);
+    }
+    EXPECT_TRUE(file.Open(path.c_str(), CFile::modeRead, &reason));
+}
+
+TEST(ImportPatch, FailsLoudlyWithoutSuchAnImport)
+{
+    ExpectFailure("imports no CreateFileZ", [] { const ImportPatch patch("ZOAFX.DLL", "CreateFileZ", &NoFile); });
+    ExpectFailure("is not loaded", [] { const ImportPatch patch("NOSUCH.DLL", "CreateFileA", &NoFile); });
+}
+
+// Fault loop -----------------------------------------------------------------------------------------------------------
+
+TEST(FaultLoop, FailsEachCallOnceAndFromThenOn)
+{
+    FaultSource source("call");
+    std::vector<std::string> patterns;
+    RunFaultLoop(source, [&](const FaultRun&) {
+        std::string pattern;
+        for (int i = 0; i < 3; ++i)
+            pattern += source.Next() ? 'x' : '.';
+        patterns.push_back(pattern);
+    });
+    const std::vector<std::string> expected = {"...", "x..", ".x.", "..x", "...", "xxx", ".xx", "..x", "..."};
+    EXPECT_EQ(expected, patterns);
+}
+
+TEST(FaultLoop, NoticesWhatGoesWrong)
+{
+    FaultSource silent("silent");
+    ExpectFailure("no fault ever fired", [&] { RunFaultLoop(silent, [](const FaultRun&) {}); });
+
+    FaultSource endless("endless");
+    ExpectFailure("faults still fire", [&] {
+        RunFaultLoop(
+            endless, [&](const FaultRun& run) { for (int i = 0; i <= run.number; ++i) endless.Next(); },
+            {.maximumRuns = 5});
+    });
+
+    AllocationFaults faults;
+    CString* leaked[4] = {};
+    int count = 0;
+    ExpectFailure("left something behind", [&] {
+        RunFaultLoop(faults, [&](const FaultRun& run) {
+            try {
+                const CString text("text");
+            } catch (CMemoryException* e) {
+                e->Delete();
+                run.Stop();
+                leaked[count++] = new CString("leaked");
+            }
+        });
+    });
+    for (int i = 0; i < count; ++i)
+        delete leaked[i];
+    EXPECT_EQ(2, count);
+
+    ExpectFailure("threw CMemoryException",
+                  [&] { RunFaultLoop(faults, [](const FaultRun&) { const CString text("text"); }); });
+}
+
+TEST(FaultLoop, CountsHandlesAndDrawingObjects)
+{
+    HANDLE event = nullptr;
+    HKEY key = nullptr;
+    HPEN pen = nullptr;
+    const ProcessCounts before = ProcessCounts::Take();
+    event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExA(HKEY_CURRENT_USER, "Software", 0, KEY_READ, &key));
+    pen = CreatePen(PS_SOLID, 1, RGB(1, 2, 3));
+    CString* text = new CString("text"); // its buffer is the framework's
+    const ProcessCounts during = ProcessCounts::Take();
+    EXPECT_EQ(before.handles + 2, during.handles);
+    EXPECT_EQ(before.gdi + 1, during.gdi);
+    EXPECT_EQ(before.blocks + 1, during.blocks);
+    CloseHandle(event);
+    RegCloseKey(key);
+    DeleteObject(pen);
+    delete text;
+    EXPECT_EQ(before, ProcessCounts::Take());
+}
+
+TEST(FaultLoop, MakesSystemCallsFailAndLie)
+{
+    const TestFolder folder;
+    folder.Write("file", "content");
+    FaultSource source("file calls");
+    const ZO_FAULTY_CALL(CreateFileA) create(source, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_TOO_MANY_OPEN_FILES);
+    const ZO_FAULTY_CALL(ReadFile) read(source, "ZOAFX.DLL", TRUE); // succeeds, and nothing is read
+    RunFaultLoop(source, [&](const FaultRun& run) {
+        CFile file;
+        CFileException reason;
+        char buffer[16] = {};
+        if (file.Open(folder.Path("file").c_str(), CFile::modeRead, &reason)) {
+            EXPECT_EQ(run.Fired() || run.number == 2 ? 0u : 7u, file.Read(buffer, sizeof buffer)) << run.number;
+        } else {
+            EXPECT_TRUE(run.Fired());
+            EXPECT_EQ(CFileException::tooManyOpenFiles, reason.m_cause);
+        }
+    });
+}
+
+// Child processes ------------------------------------------------------------------------------------------------------
+
+ZO_CHILD(Answers)
+{
+    child.Report(child.Argument(0));
+    child.Ready();
+    child.WaitForGo();
+    child.Report("two\nlines \\ and a backslash");
+}
+ZO_CHILD(Finishes) {}
+ZO_CHILD(Fails)
+{
+    EXPECT_EQ(1, 2) << "on purpose";
+}
+ZO_CHILD(Crashes)
+{
+    child.Ready();
+    SetUnhandledExceptionFilter(nullptr); // quietly
+    TerminateProcess(GetCurrentProcess(), 5);
+}
+ZO_CHILD(WaitsForEver)
+{
+    child.Report("waits");
+    child.Ready();
+    Sleep(INFINITE);
+}
+
+TEST(ChildProcess, ReportsAndTakesOrders)
+{
+    ChildProcess("Finishes").Finish(); // the first one leaves a message queue and a handle with the system
+    ZO_EXPECT_NO_LEAK({
+        ChildProcess child("Answers", {"with blanks\\"});
+        ASSERT_TRUE(child.WaitUntilReady());
+        EXPECT_EQ(std::vector<std::string>{"with blanks\\"}, child.Reports());
+        child.Go();
+        child.Finish();
+        ASSERT_EQ(2u, child.Reports().size());
+        EXPECT_EQ("two\nlines \\ and a backslash", child.Reports()[1]);
+    });
+}
+
+TEST(ChildProcess, FailuresCount)
+{
+    ExpectFailure("on purpose", [] { ChildProcess("Fails").Finish(); });
+    ExpectFailure("broke off, exit code 5", [] { ChildProcess("Crashes").Finish(); });
+    ExpectFailure("broke off", [] { ChildProcess("NoSuchChild").Finish(); });
+    ExpectFailure("ended before it was ready", [] { ChildProcess("NoSuchChild").WaitUntilReady(); });
+}
+
+TEST(ChildProcess, CanBeKilled)
+{
+    ChildProcess child("WaitsForEver");
+    ASSERT_TRUE(child.WaitUntilReady());
+    child.Kill();
+    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(child.Process(), 0));
+    EXPECT_EQ(std::vector<std::string>{"waits"}, child.Reports());
+}
+
+// Buffers, names, gaps -------------------------------------------------------------------------------------------------
+
+TEST(SentinelBuffer, NoticesEveryWrite)
+{
+    SentinelBuffer buffer(4);
+    EXPECT_EQ(SentinelBuffer::kLastError, GetLastError());
+    EXPECT_TRUE(buffer.IsUntouched());
+    buffer.Data()[2] = '\0';
+    EXPECT_EQ(3u, buffer.WrittenLength());
+    EXPECT_TRUE(FailuresOf([&] { buffer.ExpectGuardsIntact(); }).empty());
+    for (const std::ptrdiff_t outside : {-64, -1, 4, 67}) {
+        SentinelBuffer damaged(4);
+        damaged.Data()[outside] = 'x';
+        ExpectFailure(("byte " + std::to_string(outside) + " of").c_str(), [&] { damaged.ExpectGuardsIntact(); });
+    }
+}
+
+TEST(TestRegistryKey, IsGoneAfterwards)
+{
+    for (const HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_CLASSES_ROOT}) {
+        std::string path;
+        {
+            const TestRegistryKey key(root);
+            path = key.Path();
+            key.SetText("a\\b", "name", "text");
+            key.Set("a", "", REG_BINARY, std::string("\0\1", 2));
+            DWORD type = 0;
+            EXPECT_EQ(std::string("text\0", 5), key.Get("a\\b", "name", &type));
+            EXPECT_EQ(REG_SZ, type);
+            EXPECT_EQ("(none)", key.Get("a\\c", "name"));
+        }
+        HKEY gone = nullptr;
+        const REGSAM view = sizeof(void*) == 8 ? KEY_WOW64_32KEY : 0;
+        EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegOpenKeyExA(root, path.c_str(), 0, KEY_READ | view, &gone)) << path;
+    }
+}
+
+TEST(TestFolder, IsGoneAfterwardsWithReadOnlyFiles)
+{
+    std::string path;
+    {
+        const TestFolder folder;
+        path = folder.Path();
+        folder.Write("file", "text");
+        SetFileAttributesA(folder.Path("file").c_str(), FILE_ATTRIBUTE_READONLY);
+        CreateDirectoryA(folder.Path("sub").c_str(), nullptr);
+        folder.Write("sub\\file", "text");
+        EXPECT_EQ("text", folder.Read("file"));
+    }
+    EXPECT_EQ(INVALID_FILE_ATTRIBUTES, GetFileAttributesA(path.c_str()));
+}
+
+TEST(WineGap, TurnsRedOnceItIsClosed)
+{
+    ZO_ONLY_IN(IsWine(), "there are no gaps on Windows");
+    EXPECT_TRUE(FailuresOf([] { ZO_WINE_GAP("adds wrongly", EXPECT_EQ(3, 1 + 1)); }).empty());
+    ExpectFailure("Wine behaves now", [] { ZO_WINE_GAP("adds wrongly", EXPECT_EQ(2, 1 + 1)); });
+}
+
+// Guard heap -----------------------------------------------------------------------------------------------------------
+
+namespace {
+
+enum Misuse { kReadsBehind, kWritesBehind, kReadsFreed, kFreesTwice, kWritesSlack, kFreesInside, kNone };
+
+} // namespace
+
+ZO_CHILD(MisusesTheGuardHeap)
+{
+    ASSERT_TRUE(InstallGuardHeap());
+    auto* block = static_cast<volatile char*>(AfxAllocMemory(3 * sizeof(double)));
+    volatile char sink = block[3 * sizeof(double) - 1];
+    auto* odd = static_cast<volatile char*>(AfxAllocMemory(5));
+    odd[4] = 'x';
+    child.Ready();
+    switch (std::stoi(child.Argument(0))) {
+    case kReadsBehind:
+        sink = block[32];
+        break;
+    case kWritesBehind:
+        block[32] = 'x';
+        break;
+    case kReadsFreed:
+        AfxFreeMemory(const_cast<char*>(block));
+        sink = block[0];
+        break;
+    case kFreesTwice:
+        AfxFreeMemory(const_cast<char*>(block));
+        AfxFreeMemory(const_cast<char*>(block));
+        break;
+    case kWritesSlack:
+        odd[5] = 'x';
+        AfxFreeMemory(const_cast<char*>(odd));
+        break;
+    case kFreesInside:
+        AfxFreeMemory(const_cast<char*>(block + 8));
+        break;
+    default:
+        AfxFreeMemory(const_cast<char*>(block));
+        AfxFreeMemory(const_cast<char*>(odd));
+        break;
+    }
+    static_cast<void>(sink);
+}
+
+TEST(GuardHeap, StopsAtTheFirstWrongAccess)
+{
+    for (int misuse = kReadsBehind; misuse < kNone; ++misuse) {
+        SCOPED_TRACE(misuse);
+        ExpectFailure("broke off, exit code 96",
+                      [=] { ChildProcess("MisusesTheGuardHeap", {std::to_string(misuse)}).Finish(); });
+    }
+    ChildProcess("MisusesTheGuardHeap", {std::to_string(kNone)}).Finish();
+}
+
+TEST(GuardHeap, HoldsManyBlocksAndTakesBackOlderOnes)
+{
+    std::vector<std::pair<unsigned char*, size_t>> blocks;
+    unsigned seed = 1;
+    for (int i = 0; i < 20000; ++i) {
+        seed = seed * 1103515245 + 12345;
+        if (blocks.size() > 100 || (seed & 0x10000) != 0) {
+            const size_t size = seed >> 20;
+            auto* block = static_cast<unsigned char*>(GuardedAllocate(size));
+            ASSERT_NE(nullptr, block);
+            memset(block, static_cast<int>(size & 0xFF), size);
+            blocks.emplace_back(block, size);
+        }
+        if (blocks.size() > 100) {
+            const size_t victim = (seed >> 8) % blocks.size();
+            const auto [block, size] = blocks[victim];
+            for (size_t at = 0; at < size; ++at)
+                ASSERT_EQ(size & 0xFF, block[at]);
+            GuardedFree(block);
+            blocks[victim] = blocks.back();
+            blocks.pop_back();
+        }
+    }
+    for (const auto& entry : blocks)
+        GuardedFree(entry.first);
+}

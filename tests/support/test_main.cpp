@@ -1,0 +1,150 @@
+// Main function of the test programs.
+//
+//   --environment=NAME  fails unless this is the environment it runs in
+//   --watchdog=SECONDS  ends the program when it runs longer, with the name of the test that hangs
+//   --guard-heap        runs on the guard heap (guard_heap.h)
+//
+// besides GoogleTest's own options.
+#include "support/child_process.h"
+#include "support/environment.h"
+#include "support/guard_heap.h"
+
+#include <gtest/gtest.h>
+
+#include <afxwin.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <string>
+
+namespace {
+
+enum ExitCode { kCrashed = 96, kHangs = 97, kNoGuardHeap = 98, kWrongEnvironment = 99 };
+
+constexpr DWORD kChildWatchdogSeconds = 60; // a child outlives no parent for long
+
+CWinApp g_application("Tests");
+
+/// The test that runs: kept apart, for whoever reports a crash must not wait for GoogleTest's locks.
+char g_currentTest[256] = "(none)";
+
+class CurrentTestRecorder : public testing::EmptyTestEventListener {
+public:
+    void OnTestStart(const testing::TestInfo& test) override
+    {
+        std::snprintf(g_currentTest, sizeof g_currentTest, "%s.%s", test.test_suite_name(), test.name());
+    }
+    void OnTestEnd(const testing::TestInfo&) override { std::strcpy(g_currentTest, "(between tests)"); }
+};
+
+[[noreturn]] void ReportAndEnd(const char* text, ExitCode code)
+{
+    std::fflush(stdout);
+    DWORD written;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, static_cast<DWORD>(std::strlen(text)), &written, nullptr);
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
+    for (;;)
+        Sleep(INFINITE);
+}
+
+/// "ZOGBLBRX.DLL+0x1234"
+void DescribeCode(const void* address, char* text, size_t size)
+{
+    MEMORY_BASIC_INFORMATION memory = {};
+    VirtualQuery(address, &memory, sizeof memory);
+    char path[MAX_PATH] = "";
+    if (memory.AllocationBase != nullptr)
+        GetModuleFileNameA(static_cast<HMODULE>(memory.AllocationBase), path, sizeof path - 1);
+    const char* slash = std::strrchr(path, '\\');
+    const auto offset = static_cast<const char*>(address) - static_cast<const char*>(memory.AllocationBase);
+    std::snprintf(text, size, "%s+0x%lx", slash != nullptr ? slash + 1 : "(no module)", static_cast<unsigned long>(offset));
+}
+
+LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception)
+{
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    char place[MAX_PATH + 32];
+    DescribeCode(record.ExceptionAddress, place, sizeof place);
+    char data[256] = "";
+    if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters >= 2) {
+        const auto* address = reinterpret_cast<const void*>(record.ExceptionInformation[1]);
+        std::snprintf(data, sizeof data, ", %s %p %s", record.ExceptionInformation[0] != 0 ? "writing" : "reading",
+                      address, zo_test::DescribeGuardedAddress(address).c_str());
+    }
+    char text[1024];
+    std::snprintf(text, sizeof text, "\nCRASH in %s: exception 0x%08lx at %p, %s%s\n", g_currentTest,
+                  static_cast<unsigned long>(record.ExceptionCode), record.ExceptionAddress, place, data);
+    ReportAndEnd(text, kCrashed);
+}
+
+[[noreturn]] void ReportTermination()
+{
+    char text[512];
+    std::snprintf(text, sizeof text, "\nCRASH in %s: an exception that nobody catches\n", g_currentTest);
+    ReportAndEnd(text, kCrashed);
+}
+
+DWORD WINAPI Watchdog(void* seconds)
+{
+    Sleep(static_cast<DWORD>(reinterpret_cast<UINT_PTR>(seconds)) * 1000);
+    char text[512];
+    std::snprintf(text, sizeof text, "\nHANGS: %s, %lu seconds after the program's start\n", g_currentTest,
+                  static_cast<unsigned long>(reinterpret_cast<UINT_PTR>(seconds)));
+    ReportAndEnd(text, kHangs);
+}
+
+void StartWatchdog(DWORD seconds)
+{
+    DWORD thread;
+    CloseHandle(CreateThread(nullptr, 0, &Watchdog, reinterpret_cast<void*>(static_cast<UINT_PTR>(seconds)), 0, &thread));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+    SetUnhandledExceptionFilter(&ReportCrash);
+    std::set_terminate(&ReportTermination);
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+
+    testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new CurrentTestRecorder);
+    const char* guardHeap = std::getenv("ZO_GUARD_HEAP");
+    bool wantsGuardHeap = guardHeap != nullptr && std::strcmp(guardHeap, "1") == 0;
+    DWORD watchdogSeconds = 0;
+    std::string environment = zo_test::EnvironmentName();
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--guard-heap") == 0)
+            wantsGuardHeap = true;
+        else if (std::strncmp(argv[i], "--watchdog=", 11) == 0)
+            watchdogSeconds = static_cast<DWORD>(std::atoi(argv[i] + 11));
+        else if (std::strncmp(argv[i], "--environment=", 14) == 0)
+            environment = argv[i] + 14;
+    }
+    if (environment != zo_test::EnvironmentName()) {
+        std::fprintf(stderr, "this is %s, not %s\n", zo_test::EnvironmentName().c_str(), environment.c_str());
+        return kWrongEnvironment;
+    }
+    if (wantsGuardHeap && !zo_test::InstallGuardHeap()) {
+        std::fputs("the guard heap cannot be put in place\n", stderr);
+        return kNoGuardHeap;
+    }
+    if (!AfxWinInit(GetModuleHandleA(nullptr), nullptr, GetCommandLineA(), SW_SHOWNORMAL))
+        return 1;
+
+    int exitCode = 0;
+    if (zo_test::IsChild(argc, argv)) {
+        StartWatchdog(kChildWatchdogSeconds);
+        exitCode = zo_test::RunAsChild(argc, argv);
+    } else {
+        if (watchdogSeconds > 0)
+            StartWatchdog(watchdogSeconds);
+        std::printf("environment %s%s\n", zo_test::EnvironmentName().c_str(), wantsGuardHeap ? ", guard heap" : "");
+        exitCode = RUN_ALL_TESTS();
+    }
+    std::fflush(stdout);
+    return exitCode;
+}

@@ -1,0 +1,66 @@
+/// \file
+/// Names, registry keys and folders that belong to one test alone and are gone after it.
+#pragma once
+
+#include <afx.h>
+
+#include <string>
+
+namespace zo_test {
+
+/// A name that no other test and no other process uses, for mutexes, mappings, window classes, trace files.
+std::string UniqueName(const std::string& what = {});
+
+/// Deletes a key with all below it. Both architectures look at the 32-bit view, as the library does.
+/// \return whether the key is gone.
+bool DeleteRegistryTree(HKEY root, const std::string& path);
+
+/// A registry key below Software (below the root itself for HKEY_CLASSES_ROOT), made for the current test.
+class TestRegistryKey {
+public:
+    explicit TestRegistryKey(HKEY root = HKEY_CURRENT_USER);
+    ~TestRegistryKey();
+    TestRegistryKey(const TestRegistryKey&) = delete;
+    TestRegistryKey& operator=(const TestRegistryKey&) = delete;
+
+    HKEY Root() const { return m_root; }
+    const std::string& Path() const { return m_path; } ///< below Root, without a backslash at either end
+    HKEY Handle() const { return m_key; }              ///< with all rights
+
+    /// Opens or makes a key below. The caller closes it; null on failure.
+    HKEY Open(const std::string& subkey, bool create = false) const;
+    /// Stores raw data, as good or as bad as the test wants it. \p subkey is made if need be.
+    void Set(const std::string& subkey, const std::string& value, DWORD type, const std::string& data) const;
+    void SetText(const std::string& subkey, const std::string& value, const std::string& text) const
+    {
+        Set(subkey, value, REG_SZ, text + '\0');
+    }
+    /// The raw data of a value; "(none)" when there is no such value.
+    std::string Get(const std::string& subkey, const std::string& value, DWORD* type = nullptr) const;
+
+private:
+    HKEY m_root;
+    std::string m_path;
+    HKEY m_key = nullptr;
+};
+
+/// A folder for the current test's files, deleted with all that is in it.
+class TestFolder {
+public:
+    TestFolder();
+    ~TestFolder();
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+
+    /// The folder, or a name in it.
+    std::string Path(const std::string& name = {}) const { return name.empty() ? m_path : m_path + "\\" + name; }
+    void Write(const std::string& name, const std::string& bytes) const;
+    /// "(none)" when there is no such file.
+    std::string Read(const std::string& name) const;
+    bool Exists(const std::string& name) const;
+
+private:
+    std::string m_path;
+};
+
+} // namespace zo_test
