@@ -1,14 +1,5 @@
-# Cross-compiles the suite for Windows (x64) with mingw-w64, POSIX thread model.
-set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_SYSTEM_PROCESSOR x86_64)
+# 64-bit Windows.
 set(ZO_ARCH x64)
 set(ZO_TRIPLET x86_64-w64-mingw32)
-
-set(CMAKE_C_COMPILER ${ZO_TRIPLET}-gcc-posix)
-set(CMAKE_CXX_COMPILER ${ZO_TRIPLET}-g++-posix)
-set(CMAKE_RC_COMPILER ${ZO_TRIPLET}-windres)
-
-set(CMAKE_FIND_ROOT_PATH /usr/${ZO_TRIPLET})
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

@@ -1,14 +1,5 @@
-# Cross-compiles the suite for Windows (x86) with mingw-w64, POSIX thread model.
-set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_SYSTEM_PROCESSOR i686)
+# 32-bit Windows.
 set(ZO_ARCH x86)
 set(ZO_TRIPLET i686-w64-mingw32)
-
-set(CMAKE_C_COMPILER ${ZO_TRIPLET}-gcc-posix)
-set(CMAKE_CXX_COMPILER ${ZO_TRIPLET}-g++-posix)
-set(CMAKE_RC_COMPILER ${ZO_TRIPLET}-windres)
-
-set(CMAKE_FIND_ROOT_PATH /usr/${ZO_TRIPLET})
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_SYSTEM_PROCESSOR i686)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

@@ -5,7 +5,6 @@
 /// host, the class library and every extension library of a process share one framework state.
 #pragma once
 
-#include <winsock2.h> // before windows.h, which would otherwise bring in its predecessor
 #include <windows.h>
 
 #include <cstdarg>

@@ -391,6 +391,8 @@ public:
 
     virtual void DrawItem(DRAWITEMSTRUCT* lpDrawItemStruct);
     virtual void MeasureItem(MEASUREITEMSTRUCT* lpMeasureItemStruct);
+    /// \return -1, 0 or 1: whether the first item stands before, with or behind the second.
+    virtual int CompareItem(COMPAREITEMSTRUCT* lpCompareItemStruct);
 
 protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;

@@ -21,6 +21,7 @@ void* CListBox::GetItemDataPtr(int nIndex) const
 
 void CListBox::DrawItem(DRAWITEMSTRUCT*) {}
 void CListBox::MeasureItem(MEASUREITEMSTRUCT*) {}
+int CListBox::CompareItem(COMPAREITEMSTRUCT*) { return 0; }
 
 BOOL CListBox::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
 {
@@ -31,6 +32,9 @@ BOOL CListBox::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT
     case WM_MEASUREITEM:
         MeasureItem(reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
         break;
+    case WM_COMPAREITEM:
+        *pResult = CompareItem(reinterpret_cast<COMPAREITEMSTRUCT*>(lParam));
+        return TRUE;
     default:
         return CWnd::OnChildNotify(message, wParam, lParam, pResult);
     }

@@ -243,6 +243,9 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
     case WM_DRAWITEM:
         control = reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->hwndItem;
         break;
+    case WM_COMPAREITEM:
+        control = reinterpret_cast<COMPAREITEMSTRUCT*>(lParam)->hwndItem;
+        break;
     case WM_MEASUREITEM:
         control = ::GetDlgItem(m_hWnd, static_cast<int>(wParam));
         break;

@@ -1,0 +1,105 @@
+#include "language_page.h"
+
+#include <zogbl/country_code.h>
+#include <zogbl/module.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/version_resource.h>
+
+namespace {
+
+constexpr int kMargin = 12;
+
+CString ModulePath(HINSTANCE module)
+{
+    char path[MAX_PATH] = {};
+    if (module != nullptr)
+        ::GetModuleFileName(module, path, sizeof path - 1);
+    return path;
+}
+
+CString LocaleText(LCID id, LCTYPE what)
+{
+    char text[128] = {};
+    ::GetLocaleInfo(id, what, text, sizeof text);
+    return text;
+}
+
+} // namespace
+
+UINT LanguagePage::GetTitleId() const { return ZO_IDS_PAGE_LANGUAGE; }
+UINT LanguagePage::GetCommandId() const { return ZO_ID_VIEW_LANGUAGE; }
+
+void LanguagePage::CreateControls()
+{
+    for (int row = 0; row < kRows; ++row) {
+        m_labels[row].Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX, CRect(0, 0, 0, 0), this);
+        m_values[row].Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX, CRect(0, 0, 0, 0), this);
+    }
+}
+
+void LanguagePage::Reload()
+{
+    const HINSTANCE library = ZoGblGetLanguageDLL();
+    const LCID language = ZoGblGetLanguageLCID();
+    const CString path = ModulePath(library);
+    CString id;
+    id.Format("%04X", static_cast<unsigned>(language));
+    CString countries;
+    const CZoCountryCodeList* list = GetGlobalCountryList();
+    countries.Format("%d", list != nullptr ? list->GetCount() : 0);
+    CZoVersionResource product;
+    product.ExtractVersionInfo();
+    CZoVersionResource own;
+    own.ExtractVersionInfo(ZoGblGetInstanceHandle());
+
+    const struct {
+        UINT label;
+        CString value;
+    } rows[kRows] = {
+        {ZO_IDS_LABEL_LANGUAGE_LIBRARY,
+         library != nullptr ? path.Mid(path.ReverseFind('\\') + 1) : Text(ZO_IDS_STATE_NOT_LOADED)},
+        {ZO_IDS_LABEL_LANGUAGE, LocaleText(language, LOCALE_SNATIVELANGNAME) + " (" + id + ")"},
+        {ZO_IDS_LABEL_LIBRARY_PATH, path},
+        {ZO_IDS_LABEL_COUNTRIES, countries},
+        {ZO_IDS_LABEL_NOVICE_MODE, Text(ZoGblGetRegNoviceMode() != 0 ? ZO_IDS_STATE_ON : ZO_IDS_STATE_OFF)},
+        {ZO_IDS_LABEL_PRODUCT_KEY, product.GetBrixelsRootKey()},
+        {ZO_IDS_LABEL_MODULE_KEY, own.GetModuleRootKey()},
+    };
+    const auto font = reinterpret_cast<WPARAM>(ControlFont());
+    for (int row = 0; row < kRows; ++row) {
+        m_labels[row].SetWindowText(Text(rows[row].label));
+        m_values[row].SetWindowText(rows[row].value);
+        m_labels[row].SendMessage(WM_SETFONT, font, TRUE);
+        m_values[row].SendMessage(WM_SETFONT, font, TRUE);
+    }
+    CRect client;
+    GetClientRect(&client);
+    Layout(client.Width(), client.Height());
+}
+
+int LanguagePage::WidestLabel()
+{
+    CClientDC dc(this);
+    const HGDIOBJ oldFont = dc.SelectObject(ControlFont());
+    int widest = 0;
+    for (CStatic& label : m_labels) {
+        CString text;
+        label.GetWindowText(text);
+        widest = (std::max<int>)(widest, dc.GetTextExtent(text, text.GetLength()).cx);
+    }
+    dc.SelectObject(oldFont);
+    return widest;
+}
+
+void LanguagePage::Layout(int width, int)
+{
+    const int lineHeight = LineHeight();
+    const int labelWidth = WidestLabel();
+    const int left = labelWidth + 3 * kMargin;
+    int top = kMargin;
+    for (int row = 0; row < kRows; ++row) {
+        m_labels[row].MoveWindow(kMargin, top, labelWidth, lineHeight);
+        m_values[row].MoveWindow(left, top, width - left - kMargin, 2 * lineHeight); // a long key wraps
+        top += 2 * lineHeight + kMargin / 2;
+    }
+}

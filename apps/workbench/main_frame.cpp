@@ -1,0 +1,161 @@
+#include "main_frame.h"
+
+#include "about_dialog.h"
+
+#include <zogbl/country_code.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
+namespace {
+
+constexpr UINT kPageListId = 100;
+constexpr UINT kFirstPageWindowId = AFX_IDW_PANE_FIRST;
+constexpr int kPageListWidth = 150;
+constexpr int kGap = 6;
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(MainFrame, CFrameWnd)
+    ON_WM_CREATE()
+    ON_WM_SIZE()
+    ON_WM_SETFOCUS()
+    ON_WM_GETMINMAXINFO()
+    ON_LBN_SELCHANGE(kPageListId, OnPageChosen)
+    ON_COMMAND_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LANGUAGE, OnViewPage)
+    ON_UPDATE_COMMAND_UI_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LANGUAGE, OnUpdateViewPage)
+    ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
+    ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
+END_MESSAGE_MAP()
+
+BOOL MainFrame::CreateFrame()
+{
+    const HICON icon = AfxGetApp()->LoadIcon(ZO_IDI_LIBRARY);
+    const LPCSTR windowClass = AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW),
+                                                   reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), icon);
+    if (!Create(windowClass, "", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CRect(40, 40, 840, 640), nullptr, nullptr))
+        return FALSE;
+    ReloadTexts();
+    ShowPage(0);
+    return TRUE;
+}
+
+int MainFrame::OnCreate(CREATESTRUCT* create)
+{
+    if (CFrameWnd::OnCreate(create) != 0)
+        return -1;
+    const CRect nowhere;
+    if (!m_pageList.Create(WS_VISIBLE | WS_BORDER | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, nowhere, this,
+                           kPageListId) ||
+        !m_status.Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX | SS_SUNKEN | SS_CENTERIMAGE, nowhere, this))
+        return -1;
+    for (int i = 0; i < kPages; ++i) {
+        if (!m_pages[i]->CreatePage(this, kFirstPageWindowId + static_cast<UINT>(i)))
+            return -1;
+    }
+    return 0;
+}
+
+// Texts ----------------------------------------------------------------------------------------------------------------
+
+void MainFrame::ReloadTexts()
+{
+    SetWindowText(Text(ZO_IDS_WORKBENCH_TITLE));
+    ReloadMenu();
+    m_pageList.ResetContent();
+    for (Page* page : m_pages) {
+        m_pageList.AddString(Text(page->GetTitleId()));
+        page->Reload();
+    }
+    m_pageList.SetCurSel(m_shown);
+    m_status.SetWindowText(GetStatusText());
+    for (CWnd* control : {static_cast<CWnd*>(&m_pageList), static_cast<CWnd*>(&m_status)})
+        control->SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()), TRUE);
+    CRect client;
+    GetClientRect(&client);
+    LayOut(client.Width(), client.Height());
+}
+
+void MainFrame::ReloadMenu()
+{
+    const void* resource = ZoGblLockResource(MAKEINTRESOURCE(ZO_IDR_WORKBENCH_MENU), RT_MENU);
+    const HMENU previous = ::GetMenu(m_hWnd);
+    if (resource != nullptr && ::SetMenu(m_hWnd, ::LoadMenuIndirect(resource)) && previous != nullptr)
+        ::DestroyMenu(previous);
+}
+
+CString MainFrame::GetStatusText() const
+{
+    const CZoCountryCodeList* countries = GetGlobalCountryList();
+    CString text;
+    text.Format(Text(ZO_IDS_STATUS_COUNTRIES), countries != nullptr ? countries->GetCount() : 0);
+    return " " + text;
+}
+
+// Pages ----------------------------------------------------------------------------------------------------------------
+
+void MainFrame::ShowPage(int index)
+{
+    if (index < 0 || index >= kPages)
+        return;
+    if (m_shown >= 0 && m_shown != index)
+        m_pages[m_shown]->ShowWindow(SW_HIDE);
+    m_shown = index;
+    m_pageList.SetCurSel(index);
+    m_pages[index]->ShowWindow(SW_SHOW);
+}
+
+void MainFrame::OnPageChosen() { ShowPage(m_pageList.GetCurSel()); }
+
+void MainFrame::OnViewPage(UINT id)
+{
+    for (int i = 0; i < kPages; ++i) {
+        if (m_pages[i]->GetCommandId() == id)
+            ShowPage(i);
+    }
+}
+
+void MainFrame::OnUpdateViewPage(CCmdUI* item)
+{
+    item->Enable();
+    item->SetCheck(m_shown >= 0 && m_pages[m_shown]->GetCommandId() == item->m_nID);
+}
+
+// Layout ---------------------------------------------------------------------------------------------------------------
+
+void MainFrame::OnSize(UINT type, int width, int height)
+{
+    CFrameWnd::OnSize(type, width, height);
+    if (type != SIZE_MINIMIZED)
+        LayOut(width, height);
+}
+
+void MainFrame::LayOut(int width, int height)
+{
+    const int statusHeight = LineHeight() + kGap;
+    const int bottom = height - statusHeight - kGap;
+    m_pageList.MoveWindow(kGap, kGap, kPageListWidth, bottom - kGap);
+    m_status.MoveWindow(0, height - statusHeight, width, statusHeight);
+    const int left = kPageListWidth + 2 * kGap;
+    for (Page* page : m_pages)
+        page->MoveWindow(left, kGap, width - left - kGap, bottom - kGap);
+}
+
+void MainFrame::OnGetMinMaxInfo(MINMAXINFO* info) { info->ptMinTrackSize = {560, 360}; }
+
+void MainFrame::OnSetFocus(CWnd*)
+{
+    if (m_shown >= 0)
+        m_pages[m_shown]->SetFocus();
+}
+
+BOOL MainFrame::PreTranslateMessage(MSG* message)
+{
+    const bool isTab = message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+    return (isTab && ::IsDialogMessage(m_hWnd, message)) || CFrameWnd::PreTranslateMessage(message);
+}
+
+// Commands -------------------------------------------------------------------------------------------------------------
+
+void MainFrame::OnAbout() { AboutDialog().DoModal(); }
+
+void MainFrame::OnExit() { SendMessage(WM_CLOSE); }

@@ -1,0 +1,43 @@
+/// \file
+/// The Workbench's window: a list of pages, the page chosen, a status line.
+#pragma once
+
+#include "country_page.h"
+#include "language_page.h"
+
+class MainFrame : public CFrameWnd {
+public:
+    BOOL CreateFrame();
+    /// Loads every text anew: title, menu, list of pages, status, all pages.
+    void ReloadTexts();
+    /// Shows page \p index, 0 to GetPageCount() - 1.
+    void ShowPage(int index);
+    static constexpr int GetPageCount() { return kPages; }
+    CString GetStatusText() const;
+
+    BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
+
+protected:
+    afx_msg int OnCreate(CREATESTRUCT* create);
+    afx_msg void OnSize(UINT type, int width, int height);
+    afx_msg void OnSetFocus(CWnd* previous);
+    afx_msg void OnGetMinMaxInfo(MINMAXINFO* info);
+    afx_msg void OnPageChosen();
+    afx_msg void OnViewPage(UINT id);
+    afx_msg void OnUpdateViewPage(CCmdUI* item);
+    afx_msg void OnAbout();
+    afx_msg void OnExit();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void LayOut(int width, int height);
+    void ReloadMenu();
+
+    static constexpr int kPages = 2;
+    CountryPage m_countries;
+    LanguagePage m_language;
+    Page* const m_pages[kPages] = {&m_countries, &m_language};
+    int m_shown = -1;
+    CListBox m_pageList;
+    CStatic m_status;
+};

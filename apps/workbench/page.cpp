@@ -1,0 +1,55 @@
+#include "page.h"
+
+#include <zogbl/gdi_data.h>
+#include <zogbl/resource_lookup.h>
+
+BEGIN_MESSAGE_MAP(Page, CWnd)
+    ON_WM_CREATE()
+    ON_WM_SIZE()
+END_MESSAGE_MAP()
+
+BOOL Page::CreatePage(CWnd* frame, UINT id)
+{
+    const LPCSTR windowClass = AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW),
+                                                   reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
+    return CreateEx(WS_EX_CONTROLPARENT, windowClass, nullptr, WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, frame->m_hWnd,
+                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)));
+}
+
+int Page::OnCreate(CREATESTRUCT* create)
+{
+    if (CWnd::OnCreate(create) != 0)
+        return -1;
+    CreateControls();
+    return 0;
+}
+
+void Page::OnSize(UINT type, int width, int height)
+{
+    CWnd::OnSize(type, width, height);
+    Layout(width, height);
+}
+
+CString Text(UINT id)
+{
+    CString text;
+    ZoGblLoadString(id, text);
+    return text;
+}
+
+HFONT ControlFont()
+{
+    const HFONT shared = CZoGlobalGDIData::GetThinFont();
+    return shared != nullptr ? shared : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+}
+
+int LineHeight()
+{
+    const HDC screen = ::GetDC(nullptr);
+    const HGDIOBJ old = ::SelectObject(screen, ControlFont());
+    TEXTMETRIC metrics = {};
+    ::GetTextMetrics(screen, &metrics);
+    ::SelectObject(screen, old);
+    ::ReleaseDC(nullptr, screen);
+    return metrics.tmHeight + metrics.tmExternalLeading;
+}

@@ -1,0 +1,33 @@
+/// \file
+/// A page of the Workbench: what fills the window beside the list of pages.
+#pragma once
+
+#include <afxwin.h>
+
+class Page : public CWnd {
+public:
+    /// Makes the page's window, hidden, as a child of \p frame.
+    BOOL CreatePage(CWnd* frame, UINT id);
+
+    virtual UINT GetTitleId() const = 0; ///< string with the page's name
+    virtual UINT GetCommandId() const = 0; ///< command that shows the page
+    /// Loads every text anew, after the page was made and after a change of language.
+    virtual void Reload() = 0;
+
+protected:
+    virtual void CreateControls() = 0;
+    virtual void Layout(int width, int height) = 0;
+
+    afx_msg int OnCreate(CREATESTRUCT* create);
+    afx_msg void OnSize(UINT type, int width, int height);
+    DECLARE_MESSAGE_MAP()
+};
+
+/// A string of the user's language.
+CString Text(UINT id);
+
+/// The font of the Workbench's controls.
+HFONT ControlFont();
+
+/// Height in pixels of a line of text in that font, leading included.
+int LineHeight();

@@ -1,0 +1,233 @@
+#include "tour.h"
+
+#include "about_dialog.h"
+#include "main_frame.h"
+#include "picture.h"
+#include "registration.h"
+#include "report.h"
+
+#include <zogbl/country_code.h>
+#include <zogbl/module.h>
+#include <zogbl/operating_system.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/version_resource.h>
+
+namespace {
+
+constexpr DWORD kEnglish = 0x0409;
+constexpr DWORD kGerman = 0x0407;
+constexpr UINT kTakePicture = WM_APP + 1;
+
+/// Handles the messages that wait, those that painting causes included.
+void Settle()
+{
+    MSG message;
+    while (::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessage(&message);
+    }
+}
+
+CString ModulePath(HINSTANCE module)
+{
+    char path[MAX_PATH] = {};
+    ::GetModuleFileName(module, path, sizeof path - 1);
+    return path;
+}
+
+/// The about dialog, which takes its own picture and closes.
+class PicturedAboutDialog : public AboutDialog {
+public:
+    explicit PicturedAboutDialog(const CString& picturePath) : m_picturePath(picturePath) {}
+    bool IsSaved() const { return m_saved; }
+
+protected:
+    BOOL OnInitDialog() override
+    {
+        PostMessage(kTakePicture);
+        return AboutDialog::OnInitDialog();
+    }
+    LRESULT OnTakePicture(WPARAM, LPARAM)
+    {
+        UpdateWindow();
+        Settle();
+        m_saved = SavePicture(m_hWnd, m_picturePath);
+        EndDialog(IDOK);
+        return 0;
+    }
+    DECLARE_MESSAGE_MAP()
+
+private:
+    CString m_picturePath;
+    bool m_saved = false;
+};
+
+BEGIN_MESSAGE_MAP(PicturedAboutDialog, AboutDialog)
+    ON_MESSAGE(kTakePicture, OnTakePicture)
+END_MESSAGE_MAP()
+
+class Tour {
+public:
+    explicit Tour(const CString& folder) : m_folder(folder), m_report(folder + "\\tour.txt") {}
+
+    bool Run()
+    {
+        return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
+               OpenWindow() && Pictures("en") && SwitchLanguage(kGerman) && Countries() && Pictures("de") &&
+               SwitchLanguage(kEnglish) && CloseWindow() && UnloadLanguage();
+    }
+    void Close(bool succeeded)
+    {
+        if (m_frame != nullptr)
+            CloseWindow();
+        m_report.Line(succeeded ? "The tour is complete." : "The tour stopped at the step above.");
+    }
+
+private:
+    bool Register()
+    {
+        const int code = RunProvision("--languages 0409,0407 --current 0409");
+        CZoVersionResource product;
+        const BOOL found = product.ExtractVersionInfo();
+        CString result;
+        result.Format("exit code %d, %s", code, (LPCSTR)product.GetCurrentUserKey());
+        return m_report.Step("register", code == 0 && found, result);
+    }
+
+    bool Library()
+    {
+        static constexpr LPCSTR families[] = {"", "Win32s", "Windows NT", "Windows 95"};
+        CString result;
+        result.Format("%s on %s %lu.%lu", (LPCSTR)ModulePath(ZoGblGetInstanceHandle()),
+                      families[CZoGlobalOperatingSystem::GetType()], CZoGlobalOperatingSystem::GetMajorVersion(),
+                      CZoGlobalOperatingSystem::GetMinorVersion());
+        return m_report.Step("library", ZoGblGetInstanceHandle() != nullptr, result);
+    }
+
+    bool LoadLanguage(DWORD expected)
+    {
+        const BOOL loaded = ZoGblLoadLanguageDLL();
+        CString result;
+        result.Format("%04lX from %s", ZoGblGetLanguageLCID(),
+                      loaded ? (LPCSTR)ModulePath(ZoGblGetLanguageDLL()) : "nowhere");
+        return m_report.Step("language", loaded && ZoGblGetLanguageLCID() == expected, result);
+    }
+
+    bool Countries()
+    {
+        const CZoCountryCodeList* list = GetGlobalCountryList();
+        const int count = list != nullptr ? list->GetCount() : 0;
+        CString result;
+        if (count > 0)
+            result.Format("%d, from %s to %s", count, (LPCSTR)list->GetAt(0)->GetName(),
+                          (LPCSTR)list->GetAt(count - 1)->GetName());
+        return m_report.Step("countries", count >= 250, result);
+    }
+
+    bool Lookups()
+    {
+        constexpr WORD kKosovo = 983;
+        constexpr WORD kBahamas = 44;
+        CString name;
+        CString code;
+        UINT prefix = 0;
+        const BOOL found = GetCountryNameFromCode(kKosovo, name) && GetCountryPrefix(kBahamas, prefix);
+        GetCountryPhoneCode(kKosovo, code);
+        CString result;
+        result.Format("%s has code %s; the prefix of the Bahamas is %u", (LPCSTR)name, (LPCSTR)code, prefix);
+        return m_report.Step("lookups", found && code == "383" && prefix == 1, result);
+    }
+
+    bool NoviceMode()
+    {
+        const int before = ZoGblGetRegNoviceMode();
+        ZoGblSetRegNoviceMode(!before);
+        const int after = ZoGblGetRegNoviceMode();
+        ZoGblSetRegNoviceMode(before);
+        CString result;
+        result.Format("%d before, %d after, %d again", before, after, ZoGblGetRegNoviceMode());
+        return m_report.Step("novice mode", after == !before && ZoGblGetRegNoviceMode() == before, result);
+    }
+
+    bool OpenWindow()
+    {
+        m_frame = new MainFrame;
+        AfxGetApp()->m_pMainWnd = m_frame;
+        const BOOL created = m_frame->CreateFrame();
+        CString title;
+        if (created) {
+            m_frame->ShowWindow(SW_SHOW);
+            m_frame->UpdateWindow();
+            m_frame->GetWindowText(title);
+        }
+        return m_report.Step("window", created, title);
+    }
+
+    bool Pictures(LPCSTR language)
+    {
+        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language"};
+        for (int page = 0; page < MainFrame::GetPageCount(); ++page) {
+            m_frame->ShowPage(page);
+            m_frame->UpdateWindow();
+            Settle();
+            const CString path = PicturePath(language, pages[page]);
+            if (!m_report.Step("picture", SavePicture(m_frame->m_hWnd, path), path))
+                return false;
+        }
+        m_frame->ShowPage(0);
+        const CString path = PicturePath(language, "about");
+        PicturedAboutDialog about(path);
+        return m_report.Step("picture", about.DoModal() == IDOK && about.IsSaved(), path);
+    }
+
+    bool SwitchLanguage(DWORD language)
+    {
+        if (ChooseLanguage(language) != ERROR_SUCCESS || !ZoGblDumpLanguageDLL() || !LoadLanguage(language))
+            return m_report.Step("switch", false, "the library of the other language could not be loaded");
+        m_frame->ReloadTexts();
+        return m_report.Step("switch", true, m_frame->GetStatusText());
+    }
+
+    bool CloseWindow()
+    {
+        const HWND window = m_frame->m_hWnd;
+        m_frame->DestroyWindow(); // deletes itself
+        m_frame = nullptr;
+        Settle();
+        return m_report.Step("close", !::IsWindow(window), "the window is gone");
+    }
+
+    bool UnloadLanguage()
+    {
+        const BOOL dumped = ZoGblDumpLanguageDLL();
+        return m_report.Step("unload", dumped && ZoGblGetLanguageDLL() == nullptr, "no language library is loaded");
+    }
+
+    CString PicturePath(LPCSTR language, LPCSTR what) const { return m_folder + "\\" + language + "-" + what + ".png"; }
+
+    CString m_folder;
+    Report m_report;
+    MainFrame* m_frame = nullptr;
+};
+
+} // namespace
+
+int RunTour(LPCSTR folder)
+{
+    try {
+        Tour tour(folder);
+        const bool succeeded = tour.Run();
+        tour.Close(succeeded);
+        return succeeded ? 0 : 1;
+    } catch (CException* e) { // nobody sits in front of a tour to read a message box
+        char reason[256] = "no memory";
+        e->GetErrorMessage(reason, sizeof reason);
+        e->Delete();
+        CString line;
+        line.Format("the tour cannot write to %s: %s\r\n", folder, reason);
+        DWORD written = 0;
+        ::WriteFile(::GetStdHandle(STD_ERROR_HANDLE), (LPCSTR)line, static_cast<DWORD>(line.GetLength()), &written,
+                    nullptr);
+        return 1;
+    }
+}

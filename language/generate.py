@@ -1,0 +1,178 @@
+"""Builds the resource scripts and tables of the language libraries.
+
+    generate.py tables      flags.bmp, countries.bin and locales.bin: alike in every language
+    generate.py language    the resource script of one language
+
+A language is one text file: UTF-8, a comment where # begins the line, otherwise
+
+    KEY = text
+
+with the escapes \\n (new line), \\t (tab), \\\\ (backslash) and \\" (quotation mark, which also may stand by itself).
+Four keys are settings: CLDR_LANGUAGE names the file that the country names come from, CODE_PAGE is the code page of
+Windows systems in that language, DIALOG_FONT_FACE and DIALOG_FONT_SIZE are the font of all dialogs. All others are texts,
+used by strings.txt (plain strings), dialogs.rc.in or menus.rc.in (where @{KEY} stands for the text).
+
+Exit status: 0 done, 1 something is wrong with an input (each fault is printed with file and line, nothing is written),
+2 wrong usage.
+"""
+
+from __future__ import annotations
+
+import argparse
+import sys
+from pathlib import Path
+
+from tools.countries import assign_flags, country_names, pack_countries, pack_locales, read_countries, read_locales
+from tools.problems import Problems
+from tools.skeleton import check_access_keys, fill, quote, read_skeleton
+from tools.texts import check_code_page, check_conversions, check_use, read_ids, read_strings, read_texts
+
+COUNTRY_TABLE = "countries.bin"
+LOCALE_TABLE = "locales.bin"
+FLAG_SHEET = "flags.bmp"
+
+
+class InputFault(Exception):
+    """The inputs are wrong; what is wrong stands in the problems."""
+
+    def __init__(self, problems: Problems) -> None:
+        super().__init__()
+        self.problems = problems
+
+
+def stop_on(problems: Problems) -> None:
+    if problems:
+        raise InputFault(problems)
+
+
+def read_header(path: Path, problems: Problems) -> dict[str, int]:
+    """The resource numbers, with those that the generator itself relies on made sure of."""
+    ids = read_ids(path, problems)
+    for name in ("ZO_IDS_COUNTRY_FIRST", "ZO_IDS_COUNTRY_LAST", "ZO_FLAG_COLUMNS", "ZO_FLAG_ROWS", "ZO_FLAG_COUNT"):
+        if name not in ids:
+            problems.add(path, 1, f"{name} is missing")
+    stop_on(problems)
+    return ids
+
+
+def name_strings(ids: dict[str, int]) -> range:
+    return range(ids["ZO_IDS_COUNTRY_FIRST"], ids["ZO_IDS_COUNTRY_LAST"] + 1)
+
+
+def make_tables(arguments: argparse.Namespace) -> None:
+    """Writes the parts that are alike in every language."""
+    # The picture library is needed here only: the language part works without it.
+    from tools.flags import draw_flags, find_flags
+
+    problems = Problems()
+    ids = read_header(arguments.ids, problems)
+    countries = read_countries(arguments.countries, len(name_strings(ids)), problems)
+    stop_on(problems)
+    flag_cells, owners = assign_flags(countries, arguments.countries, ids["ZO_FLAG_COUNT"], problems)
+    locales = read_locales(arguments.locales, countries, problems)
+    files = find_flags(arguments.flags, owners, countries, arguments.countries, problems)
+    stop_on(problems)
+    arguments.output.mkdir(parents=True, exist_ok=True)
+    (arguments.output / COUNTRY_TABLE).write_bytes(pack_countries(countries, flag_cells, ids["ZO_IDS_COUNTRY_FIRST"]))
+    (arguments.output / LOCALE_TABLE).write_bytes(pack_locales(locales, flag_cells))
+    draw_flags(files, ids["ZO_FLAG_COLUMNS"], ids["ZO_FLAG_ROWS"]).save(arguments.output / FLAG_SHEET, "BMP")
+
+
+def make_language(arguments: argparse.Namespace) -> None:
+    """Checks one language against everything that is alike in all of them and writes its resource script."""
+    problems = Problems()
+    ids = read_header(arguments.ids, problems)
+    numbers = name_strings(ids)
+    countries = read_countries(arguments.countries, len(numbers), problems)
+    strings = read_strings(arguments.strings, ids, numbers, problems)
+    skeletons = [read_skeleton(path, ids, problems) for path in arguments.skeleton]
+    texts = read_texts(arguments.texts, problems)
+    reference = read_texts(arguments.reference, problems) if arguments.reference != arguments.texts else texts
+    stop_on(problems)
+
+    users = {entry.key: (arguments.strings, entry.line) for entry in strings}
+    for skeleton in skeletons:
+        users |= {key: (skeleton.path, line) for key, line in skeleton.keys.items()}
+    check_use(texts, users, problems)
+    check_conversions(texts, reference, problems)
+    for skeleton in skeletons:
+        check_access_keys(skeleton, texts, problems)
+
+    names_path = arguments.cldr / f"{texts['CLDR_LANGUAGE']}.xml"
+    if not names_path.is_file():
+        problems.add(texts.path, texts.line("CLDR_LANGUAGE"), f"no country names: {names_path} is missing")
+        stop_on(problems)
+    names = country_names(countries, arguments.countries, names_path, problems)
+    stop_on(problems)
+    named = [(arguments.countries, country.line, country.iso, name) for country, name in zip(countries, names)]
+    check_code_page(texts, named, problems)
+    stop_on(problems)
+
+    script = [
+        "// Generated: changes made here are lost.",
+        "#include <windows.h>",
+        '#include "zogbl/resource_ids.h"',
+        "",
+        f"LANGUAGE 0x{arguments.langid & 0x3FF:02x}, 0x{arguments.langid >> 10:02x}",
+        "",
+        f'ZO_IDB_FLAGS BITMAP "{FLAG_SHEET}"',
+        f'ZO_IDR_FLAG_TABLE RCDATA "{LOCALE_TABLE}"',
+        f'ZO_IDR_COUNTRY_TABLE RCDATA "{COUNTRY_TABLE}"',
+        "",
+        "STRINGTABLE",
+        "BEGIN",
+        *(f'  {number} "{quote(name)}"' for number, name in zip(numbers, names)),
+        *(f'  {entry.symbol} "{quote(texts[entry.key])}"' for entry in strings),
+        "END",
+        "",
+        *(fill(skeleton, texts) for skeleton in skeletons),
+    ]
+    arguments.output.parent.mkdir(parents=True, exist_ok=True)
+    arguments.output.write_text("\n".join(script), encoding="utf-8", newline="\n")
+
+
+def langid(text: str) -> int:
+    number = int(text, 16)
+    if not 0 < number <= 0xFFFF:
+        raise ValueError
+    return number
+
+
+def parse(argv: list[str]) -> argparse.Namespace:
+    common = argparse.ArgumentParser(add_help=False)
+    common.add_argument("--ids", type=Path, required=True, help="resource header")
+    common.add_argument("--countries", type=Path, required=True, help="country table")
+    common.add_argument("--output", type=Path, required=True, help="tables: folder; language: resource script")
+
+    parser = argparse.ArgumentParser(description="Builds the resource scripts and tables of the language libraries.")
+    commands = parser.add_subparsers(required=True, metavar="COMMAND")
+    tables = commands.add_parser("tables", parents=[common], help="flags and tables, alike in every language")
+    tables.add_argument("--locales", type=Path, required=True, help="locale table")
+    tables.add_argument("--flags", type=Path, required=True, help="folder of flag pictures")
+    tables.set_defaults(run=make_tables)
+    language = commands.add_parser("language", parents=[common], help="resource script of one language")
+    language.add_argument("--langid", type=langid, required=True, help="Windows language identifier, hexadecimal")
+    language.add_argument("--texts", type=Path, required=True, help="texts of the language")
+    language.add_argument("--reference", type=Path, required=True, help="texts whose placeholders all others repeat")
+    language.add_argument("--strings", type=Path, required=True, help="list of plain strings")
+    language.add_argument("--skeleton", type=Path, action="append", required=True, help="dialogs or menus (repeatable)")
+    language.add_argument("--cldr", type=Path, required=True, help="folder of CLDR language files")
+    language.set_defaults(run=make_language)
+    return parser.parse_args(argv)
+
+
+def main(argv: list[str]) -> int:
+    arguments = parse(argv)
+    try:
+        arguments.run(arguments)
+    except InputFault as fault:
+        print("\n".join(fault.problems.lines), file=sys.stderr)
+        return 1
+    except (OSError, ValueError) as error:
+        print(f"generate.py: error: {error}", file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

@@ -1,0 +1,287 @@
+"""Tests of the language generator on a tiny tree of inputs."""
+
+from __future__ import annotations
+
+import contextlib
+import io
+import re
+import struct
+import sys
+import tempfile
+import unittest
+import xml.etree.ElementTree as ElementTree
+from pathlib import Path
+
+from PIL import Image
+
+LANGUAGE_DIR = Path(__file__).resolve().parent.parent
+# Withdrawn country codes that CLDR still lists.
+WITHDRAWN = {"AN", "BU", "CS", "DD", "FX", "NT", "SU", "TP", "YD", "YU", "ZR"}
+
+CLDR_DIR = Path("/usr/share/unicode/cldr/common")
+sys.path.insert(0, str(LANGUAGE_DIR))
+
+import generate  # noqa: E402
+from tools.flags import CELL, FLAG, OUTLINE, SOURCE_SIZE, TRANSPARENT, draw_flags  # noqa: E402
+from tools.problems import Problems  # noqa: E402
+from tools.texts import conversions  # noqa: E402
+
+HEADER = """
+#define ZO_IDS_COUNTRY_FIRST 100
+#define ZO_IDS_COUNTRY_LAST 102
+#define ZO_FLAG_COLUMNS 2
+#define ZO_FLAG_ROWS 2
+#define ZO_FLAG_COUNT 3
+#define ZO_IDS_HELLO 200
+#define ZO_IDS_COUNT 0xC9
+#define ZO_IDD_BOX 300
+#define ZO_IDR_MENU 301
+#define ZO_IDC_NAME 400
+#define ZO_IDC_PLACE 401
+#define ZO_ID_ONE 500
+#define ZO_ID_TWO 501
+"""
+SETTINGS = "CLDR_LANGUAGE = en\nCODE_PAGE = 1252\nDIALOG_FONT_FACE = Face\nDIALOG_FONT_SIZE = 8\n"
+TEXTS = SETTINGS + (
+    'HELLO = a "b"\\\\c\\nd\nCOUNT = %d of %s\nTITLE = T\nNAME = &Name\nPLACE = &Place\n'
+    "TOP = &Top\nONE = &One\nTWO = &Two && &more\nDEEP = &Deep\nDEEP_ONE = &One\n"
+)
+STRINGS = "ZO_IDS_HELLO HELLO\nZO_IDS_COUNT COUNT\n"
+DIALOGS = """ZO_IDD_BOX DIALOGEX 0, 0, 100, 50
+CAPTION "@{TITLE}"
+FONT @{DIALOG_FONT_SIZE}, "@{DIALOG_FONT_FACE}", 400, 0, 1
+BEGIN
+  LTEXT "@{NAME}", ZO_IDC_NAME, 7, 7, 50, 8
+  EDITTEXT ZO_IDC_PLACE, 7, 17, 50, 12
+  LTEXT "@{PLACE}", -1, 7, 37, 50, 8
+END
+"""
+MENUS = """ZO_IDR_MENU MENU
+BEGIN
+  POPUP "@{TOP}"
+  BEGIN
+    MENUITEM "@{ONE}", ZO_ID_ONE
+    MENUITEM "@{TWO}", ZO_ID_TWO
+    POPUP "@{DEEP}"
+    BEGIN
+      MENUITEM "@{DEEP_ONE}", ZO_ID_ONE
+    END
+  END
+END
+"""
+COUNTRIES = "AA 004 93 0 00 0 own\nBB 036 242 1 011 1 own\nCC 983 383 0 00 - AA\n"
+LOCALES = "0409 BB\n2409 -\n0c0a CC\n"
+NAMES = """<ldml><localeDisplayNames><territories>
+<territory type="AA">Ålpha</territory><territory type="AA" alt="short">Al</territory>
+<territory type="BB">Beta</territory><territory type="CC">Gamma</territory>
+</territories></localeDisplayNames></ldml>
+"""
+
+
+class Tree:
+    """A folder with one good input of each kind, some of them replaced."""
+
+    def __init__(self, folder: Path, **replaced: str) -> None:
+        self.folder = folder
+        files = {
+            "ids.h": HEADER,
+            "xxx.txt": TEXTS,
+            "enu.txt": TEXTS,
+            "strings.txt": STRINGS,
+            "dialogs.in": DIALOGS,
+            "menus.in": MENUS,
+            "countries.txt": COUNTRIES,
+            "locales.txt": LOCALES,
+            "en.xml": NAMES,
+        }
+        files |= {name.replace("_", "."): text for name, text in replaced.items()}
+        for name, text in files.items():
+            (folder / name).write_bytes(text.encode("utf-8", "surrogateescape"))
+        for name, colour in (("aa", (255, 255, 255, 255)), ("bb", (0, 0, 160, 255)), ("cc", (160, 0, 0, 255))):
+            Image.new("RGBA", SOURCE_SIZE, colour).save(folder / f"{name}.png")
+
+    def run(self, command: str) -> tuple[int, str]:
+        def path(name: str) -> str:
+            return str(self.folder / name)
+
+        common = ["--ids", path("ids.h"), "--countries", path("countries.txt"), "--output", path("out")]
+        special = {
+            "tables": ["--locales", path("locales.txt"), "--flags", str(self.folder)],
+            "language": (
+                ["--langid", "0x0c0a", "--texts", path("xxx.txt"), "--reference", path("enu.txt")]
+                + ["--strings", path("strings.txt"), "--skeleton", path("dialogs.in"), "--skeleton", path("menus.in")]
+                + ["--cldr", str(self.folder)]
+            ),
+        }
+        errors = io.StringIO()
+        with contextlib.redirect_stderr(errors):
+            status = generate.main([command, *common, *special[command]])
+        return status, errors.getvalue().replace(str(self.folder) + "/", "")
+
+
+class Generator(unittest.TestCase):
+    def tree(self, **replaced: str) -> Tree:
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        return Tree(Path(folder.name), **replaced)
+
+    def test_language_script(self) -> None:
+        tree = self.tree()
+        self.assertEqual(tree.run("language"), (0, ""))
+        script = (tree.folder / "out").read_text(encoding="utf-8")
+        for line in (
+            "LANGUAGE 0x0a, 0x03",
+            '  100 "Ålpha"',
+            '  102 "Gamma"',
+            '  ZO_IDS_HELLO "a ""b""\\\\c\\nd"',
+            'FONT 8, "Face", 400, 0, 1',
+            '    MENUITEM "&Two && &more", ZO_ID_TWO',
+        ):
+            self.assertIn(line + "\n", script)
+        self.assertNotIn("@{", script)
+
+    def test_language_in_another_code_page(self) -> None:
+        texts = TEXTS.replace("TITLE = T", "TITLE = 国 \\t(&T)").replace("PAGE = 1252", "PAGE = 932")
+        names = NAMES.replace("Ålpha", "アルファ")
+        tree = self.tree(xxx_txt=texts, en_xml=names)
+        self.assertEqual(tree.run("language"), (0, ""))
+        self.assertIn('CAPTION "国 \\t(&T)"\n', (tree.folder / "out").read_text(encoding="utf-8"))
+
+    def test_language_faults(self) -> None:
+        def texts(old: str, new: str) -> dict[str, str]:
+            self.assertIn(old, TEXTS)
+            return {"xxx_txt": TEXTS.replace(old, new)}
+
+        same_name = NAMES.replace("Gamma", "Beta")
+        faults = {
+            "missing text": (texts("\nONE = &One\n", "\n"), "xxx.txt:1: error: ONE is missing (used in menus.in:5)"),
+            "unused text": (texts("TITLE = T", "TITLE = T\nSPARE = x"), "xxx.txt:8: error: SPARE is not used"),
+            "text twice": (texts("TITLE = T", "TITLE = T\nTITLE = U"), "xxx.txt:8: error: TITLE is defined twice"),
+            "empty text": (texts("TITLE = T", "TITLE ="), "xxx.txt:7: error: TITLE is empty"),
+            "unknown escape": (texts("\\n", "\\q"), "xxx.txt:5: error: HELLO: unknown escape '\\q'"),
+            "lone backslash": (texts("TITLE = T", "TITLE = T\\"), "xxx.txt:7: error: TITLE: unknown escape '\\'"),
+            "not UTF-8": (texts("TITLE = T", "TITLE = \udcfc"), "xxx.txt:7: error: not UTF-8"),
+            "placeholder order": (texts("%d of %s", "%s of %d"), "xxx.txt:6: error: COUNT: placeholders differ"),
+            "placeholder gone": (texts("%d of %s", "%d"), "xxx.txt:6: error: COUNT: placeholders differ"),
+            "code page": (texts("TITLE = T", "TITLE = ジ"), "xxx.txt:7: error: TITLE: 'ジ' in 'ジ' is not in code page"),
+            "unknown code page": (texts("1252", "7"), "xxx.txt:2: error: unknown code page 7"),
+            "setting gone": (texts("CODE_PAGE = 1252\n", ""), "xxx.txt:1: error: setting CODE_PAGE is missing"),
+            "dialog keys": (texts("&Place", "Pla&Nce"), "PLACE: access key 'n' is also NAME's in ZO_IDD_BOX"),
+            "menu keys": (texts("&Deep\n", "De&ep &m\n"), "DEEP: access key 'm' is also TWO's in TOP"),
+            "string twice": ({"strings_txt": STRINGS + "ZO_IDS_COUNT HELLO\n"}, "strings.txt:3: error: ZO_IDS_COUNT:"),
+            "string in country range": (
+                {"ids_h": HEADER.replace("HELLO 200", "HELLO 102")},
+                "strings.txt:1: error: ZO_IDS_HELLO: 102 is the number of a country name",
+            ),
+            "number twice": (
+                {"ids_h": HEADER.replace("0xC9", "0xC8")},
+                "ids.h:8: error: ZO_IDS_COUNT: 200 is already the number of ZO_IDS_HELLO",
+            ),
+            "control twice": (
+                {"dialogs_in": DIALOGS.replace("EDITTEXT ZO_IDC_PLACE", "EDITTEXT ZO_IDC_NAME")},
+                "dialogs.in:6: error: ZO_IDC_NAME: control 400 is already used by ZO_IDC_NAME in line 5",
+            ),
+            "unknown control": ({"dialogs_in": DIALOGS.replace("ZO_IDC_PLACE", "ZO_IDC_X")}, "ZO_IDC_X is not in"),
+            "literal text": ({"menus_in": MENUS.replace("@{ONE}", "One")}, 'menus.in:5: error: text "One" belongs'),
+            "no name": ({"en_xml": NAMES.replace('"CC"', '"DD"')}, "countries.txt:3: error: CC: no name in en.xml"),
+            "same name": ({"en_xml": same_name}, "countries.txt:3: error: CC: named 'Beta' like BB"),
+            "name code page": ({"en_xml": NAMES.replace("Beta", "ベ")}, "countries.txt:2: error: BB: 'ベ'"),
+        }
+        for what, (replaced, complaint) in faults.items():
+            with self.subTest(what):
+                tree = self.tree(**replaced)
+                status, errors = tree.run("language")
+                self.assertEqual(status, 1)
+                self.assertIn(complaint, errors)
+                self.assertFalse((tree.folder / "out").exists())
+
+    def test_tables(self) -> None:
+        tree = self.tree()
+        self.assertEqual(tree.run("tables"), (0, ""))
+        words = struct.unpack("<12I", (tree.folder / "out" / "countries.bin").read_bytes())
+        self.assertEqual(
+            words,
+            (0x10064, 93 << 16, 4, 0x20065, 242 << 16 | 1, 36, 0x10066, 383 << 16, 983, 0, 0, 0),
+        )
+        codes = struct.unpack("<4I", (tree.folder / "out" / "locales.bin").read_bytes())
+        self.assertEqual(codes, (0x20409, 0x2409, 0x10C0A, 0))
+        with Image.open(tree.folder / "out" / "flags.bmp") as sheet:
+            self.assertEqual(sheet.size, (2 * CELL[0], 2 * CELL[1]))
+
+    def test_table_faults(self) -> None:
+        def countries(old: str, new: str) -> dict[str, str]:
+            self.assertIn(old, COUNTRIES)
+            return {"countries_txt": COUNTRIES.replace(old, new)}
+
+        faults = {
+            "country twice": (countries("CC 983", "AA 983"), "countries.txt:3: error: AA: iso code AA is already used"),
+            "number twice": (countries("983", "036"), "countries.txt:3: error: CC: number 36 is already used in line 2"),
+            "area code twice": (countries("383 0", "242 1"), "CC: area code 242 is already used in line 2"),
+            "field missing": (countries(" 00 -", " -"), "countries.txt:3: error: 7 fields expected, 6 found"),
+            "not a number": (countries("383", "38x"), "countries.txt:3: error: CC: not a number: code '38x'"),
+            "too many countries": (countries("CC 983", "DD 982 1 0 00 - AA\nCC 983"), "4 countries, but strings for 3"),
+            "too many flags": (countries("- AA", "- own"), "3 flags, but cells for 2"),
+            "parent without flag": (countries("242 1 011 1 own", "242 1 011 1 CC"), "BB: 'CC' has no flag of its own"),
+            "no flag file": (countries("AA 004", "EE 004"), "EE: no flag: ee.png is missing"),
+            "locale twice": ({"locales_txt": LOCALES + "0409 AA"}, "locales.txt:4: error: locale 0409 is already used"),
+            "locale's country": ({"locales_txt": "0409 ZZ"}, "locales.txt:1: error: 0409: unknown country 'ZZ'"),
+            "locale zero": ({"locales_txt": "0000 AA"}, "locales.txt:1: error: '0000' is no locale"),
+        }
+        for what, (replaced, complaint) in faults.items():
+            with self.subTest(what):
+                tree = self.tree(**replaced)
+                status, errors = tree.run("tables")
+                self.assertEqual(status, 1)
+                self.assertIn(complaint, errors)
+                self.assertFalse((tree.folder / "out").exists())
+
+    def test_flag_sheet(self) -> None:
+        tree = self.tree()
+        sheet = draw_flags([tree.folder / "aa.png", tree.folder / "bb.png"], 2, 2).convert("RGB")
+        left, top = (CELL[0] - FLAG[0]) // 2, (CELL[1] - FLAG[1]) // 2
+        for cell, inside in enumerate(((200, 200, 200), (255, 255, 255), (0, 0, 160), TRANSPARENT)):
+            x, y = cell % 2 * CELL[0], cell // 2 * CELL[1]
+            outline = TRANSPARENT if inside == TRANSPARENT else OUTLINE
+            with self.subTest(cell=cell):
+                self.assertEqual(sheet.getpixel((x, y)), TRANSPARENT)
+                self.assertEqual(sheet.getpixel((x + left, y + top)), outline)
+                self.assertEqual(sheet.getpixel((x + left + FLAG[0] - 1, y + top + FLAG[1] - 1)), outline)
+                self.assertEqual(sheet.getpixel((x + left + 1, y + top + 1)), inside)
+                self.assertEqual(sheet.getpixel((x + CELL[0] // 2, y + CELL[1] // 2)), inside)
+
+        # A flag in the transparent colour would show holes.
+        Image.new("RGBA", SOURCE_SIZE, (*TRANSPARENT, 255)).save(tree.folder / "aa.png")
+        with self.assertRaises(ValueError):
+            draw_flags([tree.folder / "aa.png"], 2, 2)
+
+    def test_conversions(self) -> None:
+        for text, expected in (
+            ("%d of %s", (["d", "s"], [])),
+            ("100%% of %-8.3lf, %08lu, %*d", (["lf", "lu", "*", "d"], [])),
+            ("%2 before %1", ([], ["1", "2"])),
+            ("50 % of it", (["%"], [])),
+        ):
+            with self.subTest(text):
+                self.assertEqual(conversions(text), expected)
+
+
+class CountryTable(unittest.TestCase):
+    @unittest.skipUnless(CLDR_DIR.is_dir(), "CLDR data is not installed")
+    def test_numbers_are_those_of_iso(self) -> None:
+        problems = Problems()
+        countries = generate.read_countries(LANGUAGE_DIR / "countries.txt", 259, problems)
+        self.assertFalse(problems.lines)
+        data = ElementTree.parse(CLDR_DIR / "supplemental" / "supplementalData.xml").getroot()
+        numbers = {
+            element.get("type"): int(element.get("numeric", "0"))
+            for element in data.iterfind("codeMappings/territoryCodes")
+            if re.fullmatch(r"[A-Z]{2}", element.get("type", "")) and element.get("numeric")
+        }
+        self.assertEqual({c.iso: c.index for c in countries}, {c.iso: numbers.get(c.iso) for c in countries})
+        # CLDR gives its own groupings private numbers from 900 up; Kosovo's is in common use.
+        missing = {iso for iso, number in numbers.items() if number < 900} - {country.iso for country in countries}
+        self.assertEqual(missing - WITHDRAWN, set())
+
+
+if __name__ == "__main__":
+    unittest.main()

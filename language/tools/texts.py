@@ -1,0 +1,186 @@
+"""Text files, resource numbers, and the checks that compare languages."""
+
+from __future__ import annotations
+
+import re
+from dataclasses import dataclass
+from pathlib import Path
+
+from tools.problems import Problems, read_lines, read_rows
+
+ESCAPES = {"n": "\n", "t": "\t", "\\": "\\", '"': '"'}
+SETTINGS = ("CLDR_LANGUAGE", "CODE_PAGE", "DIALOG_FONT_FACE", "DIALOG_FONT_SIZE")
+
+# What printf takes as one conversion. A space as a flag is left out: "50 % of" is a text, not a conversion.
+CONVERSION = re.compile(
+    r"%(?:%|[-+#0]*(?:\*|\d+)?(?:\.(?:\*|\d+))?(?P<kind>(?:hh|h|ll|l|I64|I32|w)?[diouxXcCsSpeEfgG])|(?P<insert>[1-9]))"
+)
+
+
+@dataclass(frozen=True)
+class Text:
+    line: int
+    text: str
+
+
+@dataclass(frozen=True)
+class Texts:
+    """The texts of one language, settings included."""
+
+    path: Path
+    entries: dict[str, Text]
+
+    def line(self, key: str) -> int:
+        return self.entries[key].line if key in self.entries else 1
+
+    def __getitem__(self, key: str) -> str:
+        return self.entries[key].text
+
+
+def unescape(raw: str) -> str:
+    """Resolves the escapes of a text; ValueError names one that does not exist."""
+
+    def replace(match: re.Match[str]) -> str:
+        if match[1] not in ESCAPES:
+            raise ValueError(f"unknown escape '{match[0]}'")
+        return ESCAPES[match[1]]
+
+    return re.sub(r"\\(.?)", replace, raw)
+
+
+def read_texts(path: Path, problems: Problems) -> Texts:
+    """Reads a text file and checks its settings."""
+    entries: dict[str, Text] = {}
+    for line, raw in read_lines(path, problems):
+        stripped = raw.strip()
+        if not stripped or stripped.startswith("#"):
+            continue
+        match = re.fullmatch(r"([A-Z][A-Z0-9_]*)\s*=\s*(.*)", stripped)
+        if not match:
+            problems.add(path, line, "'KEY = text' expected")
+            continue
+        key, value = match.groups()
+        if key in entries:
+            problems.add(path, line, f"{key} is defined twice, first in line {entries[key].line}")
+            continue
+        try:
+            text = unescape(value)
+        except ValueError as error:
+            problems.add(path, line, f"{key}: {error}")
+            continue
+        if not text:
+            problems.add(path, line, f"{key} is empty")
+        entries[key] = Text(line, text)
+    texts = Texts(path, entries)
+    for setting in SETTINGS:
+        if setting not in entries:
+            problems.add(path, 1, f"setting {setting} is missing")
+    for setting in ("CODE_PAGE", "DIALOG_FONT_SIZE"):
+        if setting in entries and not re.fullmatch(r"[1-9][0-9]*", texts[setting]):
+            problems.add(path, texts.line(setting), f"{setting}: '{texts[setting]}' is not a number")
+    return texts
+
+
+def read_ids(path: Path, problems: Problems) -> dict[str, int]:
+    """Reads the #defines of the resource header and sees that no number serves two resources of a kind."""
+    ids: dict[str, int] = {}
+    names: dict[tuple[str, int], str] = {}
+    for line, text in read_lines(path, problems):
+        match = re.match(r"\s*#\s*define\s+(ZO_\w+)\s+(\S+)", text)
+        if not match:
+            continue
+        name, value = match.groups()
+        try:
+            number = int(value, 0)
+        except ValueError:
+            problems.add(path, line, f"{name}: '{value}' is not a plain number")
+            continue
+        if name in ids:
+            problems.add(path, line, f"{name} is defined twice")
+        ids[name] = number
+        kind = name.split("_")[1]
+        is_bound = name.endswith(("_FIRST", "_LAST"))  # of a range, whose numbers have names of their own
+        if kind in ("IDS", "IDD", "IDR", "IDB", "ID") and not is_bound:
+            other = names.setdefault((kind, number), name)
+            if other != name:
+                problems.add(path, line, f"{name}: {number} is already the number of {other}")
+    return ids
+
+
+@dataclass(frozen=True)
+class StringEntry:
+    line: int
+    symbol: str
+    key: str
+
+
+def read_strings(path: Path, ids: dict[str, int], reserved: range, problems: Problems) -> list[StringEntry]:
+    """Reads the list of plain strings; reserved are the numbers of the country names."""
+    strings: list[StringEntry] = []
+    lines_by_id: dict[int, int] = {}
+    for line, (symbol, key) in read_rows(path, 2, problems):
+        if not symbol.startswith("ZO_IDS_") or symbol not in ids:
+            problems.add(path, line, f"{symbol} is no string number of the resource header")
+            continue
+        first = lines_by_id.setdefault(ids[symbol], line)
+        if first != line:
+            problems.add(path, line, f"{symbol}: string {ids[symbol]} is already used in line {first}")
+        if ids[symbol] in reserved:
+            problems.add(path, line, f"{symbol}: {ids[symbol]} is the number of a country name")
+        strings.append(StringEntry(line, symbol, key))
+    return strings
+
+
+def conversions(text: str) -> tuple[list[str], list[str]]:
+    """The printf conversions of a text in order, and its numbered inserts, whose order a translation may change."""
+    printf: list[str] = []
+    inserts: list[str] = []
+    position = 0
+    while (position := text.find("%", position)) >= 0:
+        match = CONVERSION.match(text, position)
+        if not match:
+            printf.append("%")
+            position += 1
+            continue
+        if match["kind"]:
+            printf += ["*"] * match[0].count("*") + [match["kind"]]
+        elif match["insert"]:
+            inserts.append(match["insert"])
+        position = match.end()
+    return printf, sorted(inserts)
+
+
+def check_conversions(texts: Texts, reference: Texts, problems: Problems) -> None:
+    """A format text is filled by one call for all languages, so its placeholders are the reference language's."""
+    for key, entry in texts.entries.items():
+        if key in reference.entries and conversions(entry.text) != conversions(reference[key]):
+            problems.add(
+                texts.path,
+                entry.line,
+                f"{key}: placeholders differ from {reference.path}:{reference.line(key)}: "
+                f"'{entry.text}' against '{reference[key]}'",
+            )
+
+
+def check_use(texts: Texts, users: dict[str, tuple[Path, int]], problems: Problems) -> None:
+    """Every text that is used exists, every text that exists is used; users tells where a key is used."""
+    for key, (path, line) in users.items():
+        if key not in texts.entries:
+            problems.add(texts.path, 1, f"{key} is missing (used in {path}:{line})")
+    for key, entry in texts.entries.items():
+        if key not in users and key not in SETTINGS:
+            problems.add(texts.path, entry.line, f"{key} is not used")
+
+
+def check_code_page(texts: Texts, named: list[tuple[Path, int, str, str]], problems: Problems) -> None:
+    """The library reads its texts in the system's code page: what is not in it would be shown as question marks."""
+    code_page = texts["CODE_PAGE"]
+    entries = [(texts.path, entry.line, key, entry.text) for key, entry in texts.entries.items()]
+    for path, line, what, text in entries + named:
+        try:
+            text.encode(f"cp{code_page}")
+        except UnicodeEncodeError as error:
+            problems.add(path, line, f"{what}: '{text[error.start:error.end]}' in '{text}' is not in code page {code_page}")
+        except LookupError:
+            problems.add(texts.path, texts.line("CODE_PAGE"), f"unknown code page {code_page}")
+            return

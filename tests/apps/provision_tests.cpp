@@ -1,0 +1,123 @@
+// ZoProvision, run as a person would, on the fixture "plain": product "Plain" 7.12 of the company "Zo Tests".
+#include <zogbl/global_config.h>
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace {
+
+constexpr DWORD kMachine = ZO_MODE_LOCAL_MACHINE;
+constexpr char kLanguages[] = "Software\\Zo Tests\\Plain\\7.12\\Users\\tester\\Modules\\Fixture\\7.12\\Languages";
+
+std::string OwnFolder()
+{
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, path, sizeof path - 1);
+    const std::string own(path);
+    return own.substr(0, own.rfind('\\') + 1);
+}
+
+/// Runs the program. \return its exit code.
+DWORD Provision(const std::string& arguments)
+{
+    std::string command = "\"" + OwnFolder() + "ZoProvision.exe\" " + arguments;
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+        return 1000;
+    DWORD code = 1001;
+    if (WaitForSingleObject(process.hProcess, 30000) == WAIT_OBJECT_0)
+        GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return code;
+}
+
+std::string Plain() { return " \"" + OwnFolder() + "fixture_plain.DLL\""; }
+
+class ProvisionTest : public ::testing::Test {
+protected:
+    void SetUp() override { Clear(); }
+    void TearDown() override { Clear(); }
+    void Clear()
+    {
+        m_config.DeleteSection(kMachine, "Software", "Zo Tests");
+        Provision("--remove --user tester");
+    }
+    bool HasKey(LPCSTR parent, LPCSTR name)
+    {
+        BOOL exists = FALSE;
+        m_config.DoesSubkeyExist(kMachine, parent, name, exists);
+        return exists;
+    }
+    std::set<std::string> Languages()
+    {
+        std::set<std::string> list;
+        const auto collect = [](void* context, LPCSTR name, const void* data, DWORD) {
+            static_cast<std::set<std::string>*>(context)->insert(std::string(name) + "=" +
+                                                                 std::to_string(ZoEnumeratedNumber(data)));
+            return DWORD{0};
+        };
+        m_config.EnumValues(kMachine, kLanguages, collect, &list);
+        return list;
+    }
+
+    CZoGlobalConfig m_config;
+};
+
+} // namespace
+
+TEST_F(ProvisionTest, ExitCodesTellWhatHappened)
+{
+    EXPECT_EQ(0u, Provision("--help"));
+    for (const char* wrong : {"--nonsense", "--user", "--user a\\b", "--languages", "--languages 0409,", "--languages xyz",
+                              "--current 12345", "--languages 0409 --current 0407"})
+        EXPECT_EQ(2u, Provision(wrong)) << wrong;
+    EXPECT_EQ(1u, Provision("no-such-file.exe"));
+    EXPECT_EQ(1u, Provision("\"" + OwnFolder() + "fixture_bare.DLL\"")) << "names no product";
+    EXPECT_FALSE(HasKey("Software", "Zo Tests"));
+}
+
+TEST_F(ProvisionTest, RegistersAndChangesNothingThatIsThere)
+{
+    const std::string user = "--user tester --languages 0409,0407";
+    ASSERT_EQ(0u, Provision(user + Plain()));
+    EXPECT_EQ((std::set<std::string>{"0409=1", "0407=0"}), Languages()) << "the first one given is current";
+    DWORD access = 9;
+    const CString module = "Software\\Zo Tests\\Plain\\7.12\\Users\\tester\\Modules\\Fixture\\7.12";
+    EXPECT_EQ(0u, m_config.GetValue(kMachine, module, "Access", access, 9));
+    EXPECT_EQ(0u, access);
+
+    ASSERT_EQ(0u, m_config.SetValue(kMachine, module, "Access", 5));
+    ASSERT_EQ(0u, m_config.SetValue(kMachine, kLanguages, "0409", DWORD{0}));
+    ASSERT_EQ(0u, m_config.SetValue(kMachine, kLanguages, "0407", DWORD{1}));
+    ASSERT_EQ(0u, Provision(user + Plain()));
+    EXPECT_EQ(0u, m_config.GetValue(kMachine, module, "Access", access, 9));
+    EXPECT_EQ(5u, access);
+    DWORD flag = 9;
+    EXPECT_EQ(0u, m_config.GetValue(kMachine, kLanguages, "0407", flag, 9));
+    EXPECT_EQ(1u, flag) << "the user's choice stands";
+
+    ASSERT_EQ(0u, Provision("--user tester --languages 0409" + Plain()));
+    EXPECT_EQ(std::set<std::string>{"0409=1"}, Languages()) << "a language taken away is no longer listed";
+}
+
+TEST_F(ProvisionTest, RemovesAUserOrAllOfTheProduct)
+{
+    ASSERT_EQ(0u, Provision("--user tester" + Plain()));
+    ASSERT_EQ(0u, Provision("--user other" + Plain()));
+    EXPECT_EQ(0u, Provision("--remove --user tester" + Plain()));
+    EXPECT_FALSE(HasKey("Software\\Zo Tests\\Plain\\7.12\\Users", "tester"));
+    EXPECT_TRUE(HasKey("Software\\Zo Tests\\Plain\\7.12\\Users", "other"));
+    EXPECT_EQ(0u, Provision("--remove" + Plain()));
+    EXPECT_FALSE(HasKey("Software", "Zo Tests")) << "with the keys above it that became empty";
+    EXPECT_EQ(0u, Provision("--remove" + Plain())) << "nothing left to remove";
+
+    ASSERT_EQ(0u, m_config.CreateKey(kMachine, "Software\\Zo Tests\\Another Product"));
+    ASSERT_EQ(0u, Provision("--user tester" + Plain()));
+    EXPECT_EQ(0u, Provision("--remove" + Plain()));
+    EXPECT_TRUE(HasKey("Software\\Zo Tests", "Another Product"));
+}

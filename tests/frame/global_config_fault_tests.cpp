@@ -1,0 +1,217 @@
+// The gateway when memory and the registry fail.
+#include "config_fixture.h"
+
+#include "support/fault_loop.h"
+
+namespace {
+
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+
+/// One operation of the gateway, repeatable, on a key prepared for it.
+struct Operation {
+    const char* name;
+    DWORD (*run)(CZoGlobalConfig& config, const CString& key);
+    bool allocates;
+    bool changes = false; // makes or deletes something, so a second run may fare otherwise
+};
+
+DWORD CountName(void* context, LPCSTR) { return ++*static_cast<int*>(context), 0u; }
+DWORD CountValue(void* context, LPCSTR, const void*, DWORD) { return ++*static_cast<int*>(context), 0u; }
+
+constexpr DWORD kMode = ZO_MODE_CURRENT_USER;
+
+const Operation kOperations[] = {
+    {"read number",
+     [](CZoGlobalConfig& config, const CString& key) {
+         DWORD value = 0;
+         const DWORD status = config.GetValue(kMode, key, "Number", value, 77);
+         EXPECT_EQ(status == 0 ? 5u : 77u, value);
+         return status;
+     },
+     false},
+    {"read text",
+     [](CZoGlobalConfig& config, const CString& key) {
+         char text[32];
+         const DWORD status = config.GetValue(kMode, key, "Text", text, sizeof text, "default");
+         EXPECT_STREQ(status == 0 ? "stored" : "default", text);
+         return status;
+     },
+     false},
+    {"read any type",
+     [](CZoGlobalConfig& config, const CString& key) {
+         char data[32];
+         DWORD type = 9;
+         DWORD size = 9;
+         const DWORD status = config.GetAnyValueType(kMode, key, "Text", data, sizeof data, type, size);
+         EXPECT_EQ(status == 0 ? static_cast<DWORD>(REG_SZ) : 0u, type);
+         EXPECT_STREQ(status == 0 ? "stored" : "", data);
+         return status;
+     },
+     false},
+    {"write number",
+     [](CZoGlobalConfig& config, const CString& key) { return config.SetValue(kMode, key, "Number", 5); }, false},
+    {"write text",
+     [](CZoGlobalConfig& config, const CString& key) { return config.SetValue(kMode, key, "Text", "stored"); }, false},
+    {"write any type",
+     [](CZoGlobalConfig& config, const CString& key) {
+         return config.SetAnyValueType(kMode, key, "Any", "abc", 4, REG_SZ);
+     },
+     false},
+    {"does entry exist",
+     [](CZoGlobalConfig& config, const CString& key) {
+         BOOL exists = FALSE;
+         const DWORD status = config.DoesEntryExist(kMode, key, "Text", exists);
+         EXPECT_EQ(status == 0, exists != FALSE);
+         return status;
+     },
+     false},
+    {"does subkey exist",
+     [](CZoGlobalConfig& config, const CString& key) {
+         BOOL exists = FALSE;
+         const DWORD status = config.DoesSubkeyExist(kMode, key, "Sub", exists);
+         EXPECT_EQ(status == 0, exists != FALSE);
+         return status;
+     },
+     true},
+    {"find first subkey",
+     [](CZoGlobalConfig& config, const CString& key) {
+         CString name;
+         BOOL found = FALSE;
+         const DWORD status = config.FindFirstSubKey(kMode, key + "\\Sub", name, found);
+         EXPECT_EQ(status == 0, found != FALSE);
+         EXPECT_STREQ(status == 0 ? "Deep" : "", name);
+         return status;
+     },
+     true},
+    {"enumerate subkeys",
+     [](CZoGlobalConfig& config, const CString& key) {
+         int count = 0;
+         return config.EnumEntries(kMode, key, &CountName, &count);
+     },
+     true},
+    {"enumerate values",
+     [](CZoGlobalConfig& config, const CString& key) {
+         int count = 0;
+         return config.EnumValues(kMode, key, &CountValue, &count);
+     },
+     true},
+    {"copy tree",
+     [](CZoGlobalConfig& config, const CString& key) {
+         return config.CopyRegTree(kMode, key + "\\Copy", kMode, key + "\\Sub", 0);
+     },
+     true},
+    {"delete tree",
+     [](CZoGlobalConfig& config, const CString& key) { return config.DeleteSection(kMode, key, "Doomed"); }, true, true},
+};
+
+class ConfigFaults : public ConfigTest {
+protected:
+    void Prepare()
+    {
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Number", 5));
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Text", "stored"));
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\Sub\\Deep", "Text", "deep"));
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\Doomed\\A\\B", "Text", "x"));
+    }
+};
+
+} // namespace
+
+TEST_F(ConfigFaults, MissingMemoryIsAStatus)
+{
+    for (const Operation& operation : kOperations) {
+        if (!operation.allocates)
+            continue;
+        SCOPED_TRACE(operation.name);
+        Prepare();
+        const CString key = m_key;
+        zo_test::AllocationFaults faults;
+        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+            if (operation.changes) {
+                run.source.Disarm();
+                Prepare();
+                run.number > 0 ? run.source.Arm(run.number, run.persistent) : run.source.Disarm();
+            }
+            CString own = key; // paths that the operation puts together are the test's own allocations
+            DWORD status = ZoErrNoMemory;
+            try {
+                status = operation.run(m_config, own);
+            } catch (CMemoryException* e) { // of this test's strings; the gateway throws nothing
+                e->Delete();
+            }
+            run.Stop();
+            if (run.Fired()) {
+                EXPECT_TRUE(status == ZoErrNoMemory || status == ERROR_NOT_ENOUGH_MEMORY) << std::hex << status;
+            } else {
+                EXPECT_EQ(0u, status);
+            }
+            EXPECT_EQ("deep", ReadText(m_key + "\\Sub\\Deep", "Text"));
+        });
+    }
+}
+
+TEST_F(ConfigFaults, RegistryErrorsComeBackUnchanged)
+{
+    ZO_ONLY_IN(!IsWin32s(), "the calls of the other systems");
+    constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;
+    for (const Operation& operation : kOperations) {
+        SCOPED_TRACE(operation.name);
+        Prepare();
+        zo_test::FaultSource faults("registry");
+        const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, kError);
+        const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, kError);
+        const ZO_FAULTY_CALL(RegQueryValueExA) query(faults, kLibrary, kError);
+        const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, kError);
+        const ZO_FAULTY_CALL(RegEnumKeyExA) enumKey(faults, kLibrary, kError);
+        const ZO_FAULTY_CALL(RegEnumValueA) enumValue(faults, kLibrary, kError);
+        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+            if (operation.changes) {
+                run.source.Disarm();
+                Prepare();
+                run.number > 0 ? run.source.Arm(run.number, run.persistent) : run.source.Disarm();
+            }
+            const DWORD status = operation.run(m_config, m_key);
+            run.Stop();
+            EXPECT_EQ(run.Fired() ? static_cast<DWORD>(kError) : 0u, status);
+        });
+    }
+}
+
+TEST_F(ConfigFaults, ResultOfClosingComesBackOnlyAfterSuccess)
+{
+    Prepare();
+    zo_test::FaultSource faults("close");
+    // The key stays open when closing it fails: that handle is the system's loss, not the gateway's.
+    const ZO_FAULTY_CALL(RegCloseKey) close(faults, kLibrary, ERROR_INVALID_HANDLE);
+    zo_test::FaultLoopOptions options;
+    options.checkCounts = false;
+    zo_test::RunFaultLoop(
+        faults,
+        [&](const zo_test::FaultRun& run) {
+            DWORD value = 0;
+            const DWORD found = m_config.GetValue(m_mode, m_key, "Number", value, 9);
+            EXPECT_EQ(run.Fired() ? static_cast<DWORD>(ERROR_INVALID_HANDLE) : 0u, found);
+        },
+        options);
+    faults.Arm(1, true);
+    DWORD value = 0;
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValue(m_mode, m_key, "Missing", value, 9));
+    faults.Disarm();
+}
+
+TEST_F(ConfigFaults, ACopyThatFailsEndsWhereItIs)
+{
+    ZO_ONLY_IN(!IsWin32s(), "the calls of the other systems");
+    Prepare();
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\Source\\A", "Text", "a"));
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\Source\\B", "Text", "b"));
+    zo_test::FaultSource faults("write");
+    const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, ERROR_DISK_FULL);
+    faults.Arm(2, false);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_DISK_FULL),
+              m_config.MoveRegTree(m_mode, m_key + "\\Moved", m_mode, m_key + "\\Source", 0));
+    faults.Disarm();
+    EXPECT_EQ("a", ReadText(m_key + "\\Moved\\A", "Text"));
+    EXPECT_EQ("a", ReadText(m_key + "\\Source\\A", "Text")) << "nothing is lost";
+    EXPECT_EQ("b", ReadText(m_key + "\\Source\\B", "Text"));
+}

@@ -1,0 +1,456 @@
+#include <zogbl/global_config.h>
+
+#include "config_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+DWORD CollectName(void* context, LPCSTR name)
+{
+    static_cast<Names*>(context)->push_back(name);
+    return 0;
+}
+
+struct Enumerated {
+    std::string name;
+    DWORD type;
+    std::string text; // for texts
+    DWORD number;     // for numbers
+
+    bool operator==(const Enumerated&) const = default;
+    auto operator<=>(const Enumerated&) const = default;
+};
+
+/// Which comes first is the system's affair.
+using Values = std::set<Enumerated>;
+
+DWORD CollectValue(void* context, LPCSTR name, const void* data, DWORD type)
+{
+    Enumerated value = {name, type, "", 0};
+    if (type == REG_DWORD)
+        value.number = ZoEnumeratedNumber(data);
+    else
+        value.text = static_cast<LPCSTR>(data);
+    static_cast<Values*>(context)->insert(value);
+    return 0;
+}
+
+} // namespace
+
+// What is alike in all families ----------------------------------------------------------------------------------------
+
+TEST_F(ConfigTest, NumbersRoundTrip)
+{
+    for (const DWORD number : {0u, 1u, 200u, 0x1234u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Number", number));
+        DWORD read = 7;
+        EXPECT_EQ(0u, m_config.GetValue(m_mode, m_key, "Number", read, 9));
+        EXPECT_EQ(number, read);
+    }
+    DWORD read = 7;
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValue(m_mode, m_key, "Missing", read, 9));
+    EXPECT_EQ(9u, read);
+    read = 7;
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValue(m_mode, m_key + "\\Missing", "X", read, 9));
+    EXPECT_EQ(9u, read);
+}
+
+TEST_F(ConfigTest, TextsRoundTripIntoBuffersOfEverySize)
+{
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Text", "twelve chars"));
+    struct {
+        DWORD size;
+        DWORD status;
+        const char* text;
+    } const cases[] = {
+        {64, 0, "twelve chars"},          {13, 0, "twelve chars"}, {12, ERROR_MORE_DATA, "default"},
+        {5, ERROR_MORE_DATA, "defa"}, {1, ERROR_MORE_DATA, ""},
+    };
+    for (const auto& c : cases) {
+        std::vector<char> buffer(c.size + 8, '\xAA');
+        EXPECT_EQ(c.status, m_config.GetValue(m_mode, m_key, "Text", buffer.data(), c.size, "default")) << c.size;
+        EXPECT_STREQ(c.text, buffer.data()) << c.size;
+        for (size_t i = c.size; i < buffer.size(); ++i)
+            ASSERT_EQ('\xAA', buffer[i]) << "written behind a buffer of " << c.size;
+    }
+    char byte = 'x';
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.GetValue(m_mode, m_key, "Text", &byte, 0, "d"));
+    EXPECT_EQ('x', byte);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.GetValue(m_mode, m_key, "Text", nullptr, 5, "d"));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.SetValue(m_mode, m_key, "Text", nullptr));
+
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Empty", ""));
+    char text[8] = "before";
+    EXPECT_EQ(0u, m_config.GetValue(m_mode, m_key, "Empty", text, sizeof text, "default"));
+    EXPECT_STREQ("", text);
+}
+
+TEST_F(ConfigTest, MissingTextGivesDefaultOrZeros)
+{
+    char text[8];
+    std::memset(text, 'x', sizeof text);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
+              m_config.GetValue(m_mode, m_key, "Missing", text, sizeof text, nullptr));
+    for (const char c : text)
+        EXPECT_EQ('\0', c);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
+              m_config.GetValue(m_mode, m_key, "Missing", text, sizeof text, "a long default"));
+    EXPECT_STREQ("a long ", text);
+}
+
+TEST_F(ConfigTest, FindsEntriesAndSubkeysWithoutRegardToCase)
+{
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Entry", "x"));
+    ASSERT_EQ(0u, m_config.CreateKey(m_mode, m_key + "\\Subkey"));
+    BOOL found = TRUE;
+    EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "eNTRY", found));
+    EXPECT_TRUE(found);
+    EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "Entr", found));
+    EXPECT_FALSE(found);
+    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "SUBKEY", found));
+    EXPECT_TRUE(found);
+    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "Sub", found));
+    EXPECT_FALSE(found);
+    found = TRUE;
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
+              m_config.DoesEntryExist(m_mode, m_key + "\\Missing", "Entry", found));
+    EXPECT_FALSE(found);
+    found = TRUE;
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
+              m_config.DoesSubkeyExist(m_mode, m_key + "\\Missing", "Subkey", found));
+    EXPECT_FALSE(found);
+}
+
+TEST_F(ConfigTest, EnumeratesSubkeysUntilTheCallbackObjects)
+{
+    CString first = "before";
+    BOOL found = TRUE;
+    EXPECT_EQ(0u, m_config.FindFirstSubKey(m_mode, m_key, first, found));
+    EXPECT_FALSE(found);
+    EXPECT_STREQ("", first);
+
+    const Names expected = {"Alpha", "Beta", "Gamma"};
+    for (const std::string& name : expected)
+        ASSERT_EQ(0u, m_config.CreateKey(m_mode, m_key + "\\" + name.c_str()));
+    Names names;
+    EXPECT_EQ(0u, m_config.EnumEntries(m_mode, m_key, &CollectName, &names));
+    EXPECT_EQ(expected, names);
+    EXPECT_EQ(0u, m_config.FindFirstSubKey(m_mode, m_key, first, found));
+    EXPECT_TRUE(found);
+    EXPECT_STREQ("Alpha", first);
+
+    // Whatever nonzero code the callback gives comes back, those that end an enumeration included.
+    for (const DWORD code : {DWORD{1}, DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_NO_MORE_ITEMS}, DWORD{0xFFFFFFFF}}) {
+        struct Context {
+            DWORD code;
+            int calls;
+        } context = {code, 0};
+        const auto object = [](void* c, LPCSTR) {
+            auto* counted = static_cast<Context*>(c);
+            return ++counted->calls == 2 ? counted->code : DWORD{0};
+        };
+        EXPECT_EQ(code, m_config.EnumEntries(m_mode, m_key, object, &context));
+        EXPECT_EQ(2, context.calls);
+    }
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
+              m_config.EnumEntries(m_mode, m_key + "\\Missing", &CollectName, &names));
+}
+
+TEST_F(ConfigTest, DeletesEntriesAndWholeSections)
+{
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\A\\B\\C", "Deep", "x"));
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\A\\D", "Value", 1));
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Stays", "x"));
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Goes", "x"));
+    EXPECT_EQ(0u, m_config.DeleteEntry(m_mode, m_key, "Goes"));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.DeleteEntry(m_mode, m_key, "Goes"));
+    EXPECT_EQ(0u, m_config.DeleteSection(m_mode, m_key, "A"));
+    BOOL exists = TRUE;
+    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "A", exists));
+    EXPECT_FALSE(exists);
+    EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "Stays", exists));
+    EXPECT_TRUE(exists);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.DeleteSection(m_mode, m_key, "A"));
+
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, m_key, ""));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, "", nullptr));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, nullptr, nullptr));
+    EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "Stays", exists));
+    EXPECT_TRUE(exists);
+
+    EXPECT_EQ(0u, m_config.DeleteSection(m_mode, m_key, nullptr)) << "the key itself";
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.DoesEntryExist(m_mode, m_key, "Stays", exists));
+}
+
+TEST_F(ConfigTest, CreatesKeysButNotWithoutName)
+{
+    EXPECT_EQ(0u, m_config.CreateKey(m_mode, nullptr));
+    EXPECT_EQ(0u, m_config.CreateKey(m_mode, ""));
+    EXPECT_EQ(0u, m_config.CreateKey(m_mode, m_key + "\\X\\Y"));
+    EXPECT_EQ(0u, m_config.CreateKey(m_mode, m_key + "\\X\\Y")) << "once more";
+    BOOL exists = FALSE;
+    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key + "\\X", "Y", exists));
+    EXPECT_TRUE(exists);
+}
+
+TEST_F(ConfigTest, CopiesAndMovesTrees)
+{
+    const CString source = m_key + "\\Source";
+    const CString destination = m_key + "\\Destination";
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, source, "Text", "top"));
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, source + "\\Sub\\Deeper", "Text", "deep"));
+    ASSERT_EQ(0u, m_config.CreateKey(m_mode, source + "\\EmptyKey"));
+    EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, destination, m_mode, source, 0));
+    EXPECT_EQ("top", ReadText(destination, "Text"));
+    EXPECT_EQ("deep", ReadText(destination + "\\Sub\\Deeper", "Text"));
+    BOOL exists = FALSE;
+    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, destination, "EmptyKey", exists));
+    EXPECT_TRUE(exists);
+
+    EXPECT_EQ(0u, m_config.MoveRegTree(m_mode, m_key + "\\Moved", m_mode, source, 0));
+    EXPECT_EQ("deep", ReadText(m_key + "\\Moved\\Sub\\Deeper", "Text"));
+    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "Source", exists));
+    EXPECT_FALSE(exists);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.MoveRegTree(m_mode, destination, m_mode, source, 0));
+}
+
+TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
+{
+    const CString source = m_key + "\\Source";
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, source, "Text", "top"));
+    for (const CString& destination : {source, source + "\\Below", m_key + "\\SOURCE\\Below"}) {
+        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
+                  m_config.MoveRegTree(m_mode, destination, m_mode, source, 0));
+    }
+    EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, source + "X", m_mode, source, 0)) << "only its name begins alike";
+    EXPECT_EQ("top", ReadText(source, "Text"));
+
+    const CString tooLong = m_key + "\\" + CString('x', 259 - m_key.GetLength());
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILENAME_EXCED_RANGE), m_config.CopyRegTree(m_mode, tooLong, m_mode, source, 0));
+    EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, tooLong.Left(250), m_mode, source, 0));
+    EXPECT_EQ("top", ReadText(tooLong.Left(250), "Text"));
+}
+
+// Windows NT and Windows 95 --------------------------------------------------------------------------------------------
+
+TEST_F(ConfigTest, EnumeratesValuesByTypeAndNarrowsNumbers)
+{
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
+    Store("One", REG_DWORD, DWORD{1});
+    Store("ThreeHundred", REG_DWORD, DWORD{300});
+    Store("TwoHundred", REG_DWORD, DWORD{200});
+    Store("Text", REG_SZ, "abc", 4);
+    Store("Expand", REG_EXPAND_SZ, "%X%", 4);
+    Store("Bytes", REG_BINARY, "\x01\x02", 2);
+    Store("Texts", REG_MULTI_SZ, "a\0b\0", 5);
+    Store("None", REG_NONE, "x", 1);
+    Store("Swapped", REG_DWORD_BIG_ENDIAN, DWORD{1});
+    Store("Wide", REG_QWORD, "12345678", 8);
+    Values values;
+    EXPECT_EQ(0u, m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+    const Values expected = {
+        {"One", REG_DWORD, "", 1},           {"ThreeHundred", REG_DWORD, "", 44},
+        {"TwoHundred", REG_DWORD, "", static_cast<DWORD>(-56)}, {"Text", REG_SZ, "abc", 0},
+        {"Expand", REG_EXPAND_SZ, "%X%", 0}, {"Bytes", REG_BINARY, "\x01\x02", 0},
+        {"Texts", REG_MULTI_SZ, "a", 0},
+    };
+    EXPECT_EQ(expected, values);
+
+    const auto stop = [](void*, LPCSTR, const void*, DWORD) { return DWORD{77}; };
+    EXPECT_EQ(77u, m_config.EnumValues(m_mode, m_key, stop, nullptr));
+}
+
+TEST_F(ConfigTest, TreeCopyNarrowsNumbersAndLeavesOtherTypesOut)
+{
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
+    Store("Number", REG_DWORD, DWORD{0x1234});
+    Store("Text", REG_SZ, "abc", 4);
+    Store("Bytes", REG_BINARY, "\x01", 1);
+    Store("Expand", REG_EXPAND_SZ, "x", 2);
+    const CString destination = m_key + "Copy";
+    EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, destination, m_mode, m_key, 1));
+    DWORD number = 0;
+    EXPECT_EQ(0u, m_config.GetValue(m_mode, destination, "Number", number, 0));
+    EXPECT_EQ(0x34u, number);
+    EXPECT_EQ("abc", ReadText(destination, "Text"));
+    for (const char* left : {"Bytes", "Expand"}) {
+        BOOL exists = TRUE;
+        EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, destination, left, exists));
+        EXPECT_FALSE(exists) << left;
+    }
+    EXPECT_EQ(0u, m_config.DeleteSection(m_mode, destination, nullptr));
+}
+
+TEST_F(ConfigTest, AnyTypeReportsTypeButNotSize)
+{
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
+    const char data[] = {1, 2, 3};
+    ASSERT_EQ(0u, m_config.SetAnyValueType(m_mode, m_key, "Bytes", data, sizeof data, REG_BINARY));
+    char read[5] = {9, 9, 9, 9, 9};
+    DWORD type = 9;
+    DWORD size = 9;
+    EXPECT_EQ(0u, m_config.GetAnyValueType(m_mode, m_key, "Bytes", read, sizeof read, type, size));
+    EXPECT_EQ(static_cast<DWORD>(REG_BINARY), type);
+    EXPECT_EQ(0u, size) << "asked for with GetValueSize";
+    EXPECT_EQ(0, std::memcmp(read, "\1\2\3\0\0", 5));
+    EXPECT_EQ(0u, m_config.GetValueSize(m_mode, m_key, "Bytes", size));
+    EXPECT_EQ(3u, size);
+
+    EXPECT_EQ(0u, m_config.GetAnyValueType(m_mode, m_key, "Bytes", nullptr, 0, type, size)) << "the type alone";
+    EXPECT_EQ(static_cast<DWORD>(REG_BINARY), type);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA),
+              m_config.GetAnyValueType(m_mode, m_key, "Bytes", read, 2, type, size));
+    EXPECT_EQ(0u, type);
+    EXPECT_EQ(0, read[0]);
+    EXPECT_EQ(0, read[1]);
+
+    EXPECT_EQ(0u, m_config.SetAnyValueType(m_mode, m_key, "Nothing", data, 0, REG_BINARY));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
+              m_config.SetAnyValueType(m_mode, m_key, "Nothing", nullptr, 3, REG_BINARY));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValueSize(m_mode, m_key, "Nothing", size));
+    EXPECT_EQ(0u, size);
+}
+
+/// What any program may have left in the registry, through every read.
+TEST_F(ConfigTest, HostileValues)
+{
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
+    const std::string longText(9000, 'x');
+    const struct {
+        const char* name;
+        DWORD type;
+        const char* data;
+        DWORD size;
+        DWORD numberStatus; // of a number read
+        DWORD textStatus;   // of a text read into 8 characters
+        const char* text;
+    } cases[] = {
+        {"EmptyText", REG_SZ, "", 0, ZoErrWrongValueType, 0, ""},
+        {"Unterminated", REG_SZ, "abc", 3, ZoErrWrongValueType, 0, "abc"},
+        {"UnterminatedFull", REG_SZ, "abcdefgh", 8, ERROR_MORE_DATA, ERROR_MORE_DATA, "def"},
+        {"TwoZeros", REG_SZ, "a\0b", 4, ZoErrWrongValueType, 0, "a"},
+        {"OverLong", REG_SZ, longText.data(), 9000, ERROR_MORE_DATA, ERROR_MORE_DATA, "def"},
+        {"EmptyNumber", REG_DWORD, "", 0, ZoErrWrongValueType, ZoErrWrongValueType, "def"},
+        {"ShortNumber", REG_DWORD, "\x01\x02", 2, ZoErrWrongValueType, ZoErrWrongValueType, "def"},
+        {"LongNumber", REG_DWORD, "12345", 5, ERROR_MORE_DATA, ZoErrWrongValueType, "def"},
+        {"Bytes", REG_BINARY, "\x01\x02\x03\x04", 4, ZoErrWrongValueType, ZoErrWrongValueType, "def"},
+        {"ExpandText", REG_EXPAND_SZ, "ab", 3, ZoErrWrongValueType, ZoErrWrongValueType, "def"},
+        {"UnknownType", 0x1234, "ab", 2, ZoErrWrongValueType, ZoErrWrongValueType, "def"},
+    };
+    for (const auto& c : cases) {
+        Store(c.name, c.type, c.data, c.size);
+        DWORD number = 7;
+        EXPECT_EQ(c.numberStatus, m_config.GetValue(m_mode, m_key, c.name, number, 9)) << c.name;
+        EXPECT_EQ(9u, number) << c.name;
+        char buffer[8 + 4];
+        std::memset(buffer, '\xAA', sizeof buffer);
+        EXPECT_EQ(c.textStatus, m_config.GetValue(m_mode, m_key, c.name, buffer, 8, "def")) << c.name;
+        EXPECT_STREQ(c.text, buffer) << c.name;
+        EXPECT_EQ(0, std::memcmp(buffer + 8, "\xAA\xAA\xAA\xAA", 4)) << c.name;
+        DWORD type = 0;
+        DWORD size = 0;
+        char any[64];
+        const DWORD anyStatus = m_config.GetAnyValueType(m_mode, m_key, c.name, any, sizeof any, type, size);
+        EXPECT_EQ(c.size > sizeof any ? static_cast<DWORD>(ERROR_MORE_DATA) : 0u, anyStatus) << c.name;
+        EXPECT_EQ(anyStatus == 0 ? c.type : 0u, type) << c.name;
+    }
+    // The over-long one ends an enumeration, for nothing of it may be lost in silence.
+    Values values;
+    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+    ASSERT_EQ(0u, m_config.DeleteEntry(m_mode, m_key, "OverLong"));
+    values.clear();
+    EXPECT_EQ(0u, m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+    EXPECT_EQ(1u, values.count(Enumerated{"Unterminated", REG_SZ, "abc", 0}));
+}
+
+TEST_F(ConfigTest, ModesNameTheRoots)
+{
+    ZO_ONLY_IN(!IsWin32s(), "every mode is one root there, see below");
+    const bool isNT = zo_test::IsNt();
+    const struct {
+        DWORD mode;
+        HKEY root;
+    } cases[] = {
+        {1, HKEY_LOCAL_MACHINE},
+        {2, HKEY_CURRENT_USER},
+        {3, HKEY_USERS},
+        {4, HKEY_PERFORMANCE_DATA},
+        {5, isNT ? HKEY_CLASSES_ROOT : HKEY_CURRENT_CONFIG},
+        {6, isNT ? HKEY_CLASSES_ROOT : HKEY_DYN_DATA},
+        {0, HKEY_CLASSES_ROOT},
+        {7, HKEY_CLASSES_ROOT},
+        {0xFFFFFFFF, HKEY_CLASSES_ROOT},
+    };
+    struct Exposed : CZoGlobalConfig {
+        using CZoGlobalConfig::MapModeToKey;
+    } config;
+    for (const auto& c : cases)
+        EXPECT_EQ(c.root, config.MapModeToKey(c.mode)) << c.mode;
+
+    // And really: what mode 5 writes on Windows NT is found below the classes.
+    if (isNT) {
+        ASSERT_EQ(0u, m_config.SetValue(5, m_key, "Here", 1));
+        DWORD number = 0;
+        EXPECT_EQ(0u, m_config.GetValue(6, m_key, "Here", number, 0));
+        EXPECT_EQ(1u, number);
+        EXPECT_EQ(0u, m_config.DeleteSection(7, m_key, nullptr));
+    }
+}
+
+// Win32s ---------------------------------------------------------------------------------------------------------------
+
+TEST_F(ConfigTest, Win32sKeepsValuesAsSubkeysWithText)
+{
+    ZO_ONLY_IN(IsWin32s(), "only its registry works so");
+    ASSERT_EQ(0u, m_config.SetValue(1, m_key, "Number", 4000000000u));
+    char text[16] = {};
+    LONG size = sizeof text;
+    EXPECT_EQ(ERROR_SUCCESS, RegQueryValueA(HKEY_CLASSES_ROOT, m_key + "\\Number", text, &size));
+    EXPECT_STREQ("4000000000", text);
+    DWORD number = 0;
+    EXPECT_EQ(0u, m_config.GetValue(2, m_key, "Number", number, 0)) << "every mode is the same root";
+    EXPECT_EQ(4000000000u, number);
+    ASSERT_EQ(0u, m_config.SetValue(1, m_key, "Words", "12 monkeys"));
+    EXPECT_EQ(0u, m_config.GetValue(1, m_key, "Words", number, 0));
+    EXPECT_EQ(12u, number);
+
+    // Bytes become text, up to their first zero; the size is reported here.
+    ASSERT_EQ(0u, m_config.SetAnyValueType(1, m_key, "Bytes", "abcdef", 3, REG_BINARY));
+    DWORD type = 0;
+    DWORD length = 0;
+    EXPECT_EQ(0u, m_config.GetAnyValueType(1, m_key, "Bytes", text, sizeof text, type, length));
+    EXPECT_STREQ("abc", text);
+    EXPECT_EQ(static_cast<DWORD>(REG_SZ), type);
+    EXPECT_EQ(4u, length);
+    EXPECT_EQ(0u, m_config.GetValueSize(1, m_key, "Bytes", length));
+    EXPECT_EQ(0u, length);
+
+    Values values;
+    EXPECT_EQ(0u, m_config.EnumValues(1, m_key, &CollectValue, &values));
+    const Values expected = {
+        {"Bytes", REG_SZ, "abc", 0}, {"Number", REG_SZ, "4000000000", 0}, {"Words", REG_SZ, "12 monkeys", 0}};
+    EXPECT_EQ(expected, values);
+
+    // What any program may have left there.
+    m_registryKey.SetText("OverLong", "", std::string(1100, '1'));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.GetValue(1, m_key, "OverLong", number, 9));
+    EXPECT_EQ(9u, number);
+    m_registryKey.Set("Unterminated", "", REG_SZ, "77");
+    EXPECT_EQ(0u, m_config.GetValue(1, m_key, "Unterminated", number, 9));
+    EXPECT_EQ(77u, number);
+
+    ASSERT_EQ(0u, m_config.CreateKey(1, m_key + "\\Number\\Below"));
+    EXPECT_EQ(0u, m_config.DeleteEntry(1, m_key, "Number")) << "with everything below it";
+    BOOL exists = TRUE;
+    EXPECT_EQ(0u, m_config.DoesEntryExist(1, m_key, "Number", exists));
+    EXPECT_FALSE(exists);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteEntry(1, m_key, ""));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteEntry(1, m_key, nullptr));
+}

@@ -1,0 +1,174 @@
+// Start-up when memory and system calls fail: version resource, language load, country list.
+#include <zogbl/country_code.h>
+#include <zogbl/module.h>
+#include <zogbl/version_resource.h>
+
+#include "product/registered_product.h"
+#include "support/environment.h"
+#include "support/fault_loop.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+
+/// Either the language is loaded with all that belongs to it, or nothing is and the next attempt works.
+void LoadUnderFaults(const zo_test::FaultRun& run)
+{
+    const BOOL loaded = ZoGblLoadLanguageDLL();
+    run.Stop();
+    EXPECT_EQ(loaded != FALSE, ZoGblGetLanguageDLL() != nullptr);
+    EXPECT_EQ(loaded ? 0x0409u : 0u, ZoGblGetLanguageLCID());
+    if (!run.Fired()) {
+        EXPECT_TRUE(loaded);
+    }
+    if (loaded) {
+        EXPECT_TRUE(ZoGblDumpLanguageDLL());
+    }
+    EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
+}
+
+} // namespace
+
+TEST(LanguageFaults, LoadWithoutMemory)
+{
+    const zo_test::RegisteredProduct product;
+    ASSERT_TRUE(ZoGblLoadLanguageDLL()); // what the process makes once: fonts, window class, country list
+    ZoGblDumpLanguageDLL();
+    zo_test::AllocationFaults faults;
+    zo_test::FaultLoopOptions options;
+    options.maximumRuns = 3000; // each of the 250 names is loaded anew
+    zo_test::RunFaultLoop(faults, &LoadUnderFaults, options);
+    EXPECT_EQ(250, GetGlobalCountryList()->GetCount());
+}
+
+TEST(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
+{
+    zo_test::RegisteredProduct product;
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    zo_test::AllocationFaults faults;
+    zo_test::FaultLoopOptions options;
+    options.maximumRuns = 3000;
+    zo_test::RunFaultLoop(
+        faults,
+        [](const zo_test::FaultRun& run) {
+            GetGlobalCountryList()->FreeData();
+            const int count = GetGlobalCountryList()->GetCount();
+            run.Stop();
+            EXPECT_TRUE(count == 250 || (run.Fired() && count == 0)) << count;
+            EXPECT_EQ(250, GetGlobalCountryList()->GetCount()) << "at the next asking";
+        },
+        options);
+    ZoGblDumpLanguageDLL();
+
+    // And never in two languages at once.
+    product.MakeCurrent(0x0407);
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    ZoGblDumpLanguageDLL();
+    product.MakeCurrent(0x0409);
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    faults.Arm(20, true);
+    EXPECT_EQ(ZoErrMemoryException, GetGlobalCountryList()->ReloadNames());
+    EXPECT_TRUE(GetGlobalCountryList()->AreNamesOutdated()) << "asked for under faults";
+    faults.Disarm();
+    EXPECT_FALSE(GetGlobalCountryList()->AreNamesOutdated());
+    ZoGblDumpLanguageDLL();
+}
+
+TEST(LanguageFaults, LoadWithoutTheSystem)
+{
+    const zo_test::RegisteredProduct product;
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    ZoGblDumpLanguageDLL();
+    zo_test::FaultSource faults("system");
+    const ZO_FAULTY_CALL(GetModuleFileNameA) fileName(faults, kLibrary, 0);
+    const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
+    const ZO_FAULTY_CALL(GetFileVersionInfoA) info(faults, kLibrary, FALSE);
+    const ZO_FAULTY_CALL(VerQueryValueA) value(faults, kLibrary, FALSE);
+    const ZO_FAULTY_CALL(GlobalAlloc) allocate(faults, kLibrary, nullptr);
+    const ZO_FAULTY_CALL(GlobalLock) lock(faults, kLibrary, nullptr);
+    const ZO_FAULTY_CALL(GetUserNameA) user(faults, kLibrary, FALSE);
+    const ZO_FAULTY_CALL(LoadLibraryA) load(faults, kLibrary, nullptr, ERROR_MOD_NOT_FOUND);
+    const ZO_FAULTY_CALL(GetLocaleInfoA) locale(faults, kLibrary, 0);
+    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        const BOOL loaded = ZoGblLoadLanguageDLL();
+        run.Stop();
+        EXPECT_EQ(loaded != FALSE, ZoGblGetLanguageDLL() != nullptr);
+        if (!run.Fired()) {
+            EXPECT_TRUE(loaded);
+        }
+        if (loaded) {
+            EXPECT_TRUE(ZoGblDumpLanguageDLL());
+        }
+        EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
+    });
+}
+
+TEST(LanguageFaults, WindowThatCannotBeMadeFailsTheLoad)
+{
+    const zo_test::RegisteredProduct product;
+    zo_test::FaultSource faults("window");
+    const ZO_FAULTY_CALL(CreateWindowExA) create(faults, "ZOAFX.DLL", nullptr);
+    faults.Arm(1, false);
+    EXPECT_FALSE(ZoGblLoadLanguageDLL());
+    EXPECT_EQ(1, faults.Fired());
+    faults.Disarm();
+    EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
+    EXPECT_TRUE(ZoGblLoadLanguageDLL());
+    ZoGblDumpLanguageDLL();
+}
+
+TEST(LanguageFaults, VersionResourceWithoutMemory)
+{
+    const zo_test::RegisteredProduct product;
+    zo_test::AllocationFaults faults;
+    zo_test::RunFaultLoop(faults, [](const zo_test::FaultRun& run) {
+        CZoVersionResource version;
+        const BOOL extracted = version.ExtractVersionInfo(ZoGblGetInstanceHandle());
+        run.Stop();
+        if (!run.Fired()) {
+            EXPECT_TRUE(extracted);
+        }
+        EXPECT_EQ(extracted != FALSE, !version.GetCurrentUserKey().IsEmpty());
+        EXPECT_EQ(extracted != FALSE, !version.GetModuleRootKey().IsEmpty());
+        EXPECT_EQ(extracted != FALSE, version.GetInternalName() == "GlobalModule");
+    });
+}
+
+TEST(LanguageFaults, CountryListWithoutMemory)
+{
+    const zo_test::RegisteredProduct product;
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    zo_test::AllocationFaults faults;
+    zo_test::FaultLoopOptions options;
+    options.maximumRuns = 3000;
+    zo_test::RunFaultLoop(
+        faults,
+        [](const zo_test::FaultRun& run) {
+            CZoCountryCodeList list;
+            const DWORD status = list.LoadData();
+            run.Stop();
+            if (run.Fired()) {
+                EXPECT_TRUE(status == ZoErrOutOfMemory || status == ZoErrMemoryException) << std::hex << status;
+            } else {
+                EXPECT_EQ(0u, status);
+            }
+            EXPECT_EQ(status == 0, list.GetCount() == GetGlobalCountryList()->GetCount());
+            for (int i = 0; i < list.GetCount(); ++i)
+                EXPECT_FALSE(list.GetAt(i)->GetName().IsEmpty()) << "a country without its name";
+        },
+        options);
+
+    zo_test::RunFaultLoop(
+        faults,
+        [](const zo_test::FaultRun& run) {
+            ZoCountryTextMap map;
+            const BOOL filled = GetCountryCodeMap(map);
+            run.Stop();
+            EXPECT_EQ(!run.Fired(), filled != FALSE);
+            EXPECT_EQ(filled ? GetGlobalCountryList()->GetCount() : 0, static_cast<int>(map.GetCount()));
+        },
+        options);
+    ZoGblDumpLanguageDLL();
+}

@@ -1,0 +1,269 @@
+#include <zogbl/country_code.h>
+#include <zogbl/module.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
+#include "product/registered_product.h"
+#include "support/environment.h"
+
+#include <gtest/gtest.h>
+
+#include <afxwin.h>
+
+#include <cctype>
+#include <cstdlib>
+#include <map>
+#include <mbstring.h>
+#include <set>
+#include <string>
+#include <tapi.h>
+#include <vector>
+
+namespace {
+
+int CompareNames(const char* first, const char* second)
+{
+    return _mbsicmp(reinterpret_cast<const unsigned char*>(first), reinterpret_cast<const unsigned char*>(second));
+}
+
+/// The global list in one language.
+class Countries : public ::testing::TestWithParam<DWORD> {
+protected:
+    void SetUp() override
+    {
+        m_product.MakeCurrent(GetParam());
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        m_list = GetGlobalCountryList();
+        ASSERT_NE(nullptr, m_list);
+    }
+    void TearDown() override { ZoGblDumpLanguageDLL(); }
+
+    zo_test::RegisteredProduct m_product;
+    CZoCountryCodeList* m_list = nullptr;
+};
+
+INSTANTIATE_TEST_SUITE_P(Languages, Countries, ::testing::Values(0x0409, 0x0407), [](const auto& info) {
+    return info.param == 0x0409 ? "English" : "German";
+});
+
+std::set<DWORD> g_systemLocales;
+
+BOOL CALLBACK CollectLocale(LPSTR id)
+{
+    g_systemLocales.insert(std::strtoul(id, nullptr, 16) & 0xFFFF);
+    return TRUE;
+}
+
+constexpr DWORD Word(DWORD low, DWORD high) { return low | high << 16; }
+
+} // namespace
+
+TEST_P(Countries, AreAllThereNamedAndSorted)
+{
+    ASSERT_GE(m_list->GetCount(), 250);
+    std::set<UINT> indexes;
+    for (int i = 0; i < m_list->GetCount(); ++i) {
+        const CZoCountryCode* country = m_list->GetAt(i);
+        EXPECT_FALSE(country->GetName().IsEmpty()) << country->GetStringIndex();
+        EXPECT_TRUE(indexes.insert(country->GetCountryIndex()).second) << (LPCSTR)country->GetName();
+        if (i > 0) {
+            EXPECT_LE(CompareNames(m_list->GetAt(i - 1)->GetName(), country->GetName()), 0)
+                << (LPCSTR)country->GetName();
+        }
+    }
+}
+
+TEST_P(Countries, AreFoundByIndexCodeAndName)
+{
+    const bool english = GetParam() == 0x0409;
+    const struct {
+        WORD index;
+        const char* english;
+        const char* german;
+        const char* code;
+        UINT prefix;
+    } cases[] = {
+        {276, "Germany", "Deutschland", "49", 0}, {983, "Kosovo", "Kosovo", "383", 0},
+        {840, "United States", "Vereinigte Staaten", "1", 0}, {44, "Bahamas", "Bahamas", "242", 1},
+        {40, "Austria", "\xD6sterreich", "43", 0}, {398, "Kazakhstan", "Kasachstan", "7", 0},
+    };
+    ZoCountryTextMap names;
+    ZoCountryTextMap codes;
+    ASSERT_TRUE(GetCountryCodeMap(names));
+    ASSERT_TRUE(GetCountryPhoneCodeMap(codes));
+    EXPECT_EQ(m_list->GetCount(), names.GetCount());
+    EXPECT_EQ(m_list->GetCount(), codes.GetCount());
+    for (const auto& c : cases) {
+        if (!english && zo_test::IsDoubleByte() && c.index == 40)
+            continue; // has a letter that this code page lacks
+        CString text;
+        EXPECT_TRUE(GetCountryNameFromCode(c.index, text)) << c.english;
+        EXPECT_STREQ(english ? c.english : c.german, text);
+        EXPECT_TRUE(names.Lookup(c.index, text));
+        EXPECT_STREQ(english ? c.english : c.german, text);
+        EXPECT_TRUE(codes.Lookup(c.index, text));
+        EXPECT_STREQ(c.code, text);
+        GetCountryPhoneCode(c.index, text);
+        EXPECT_STREQ(c.code, text);
+        UINT prefix = 99;
+        EXPECT_TRUE(GetCountryPrefix(c.index, prefix));
+        EXPECT_EQ(c.prefix, prefix);
+    }
+    CString unchanged = "unchanged";
+    UINT prefix = 99;
+    EXPECT_FALSE(GetCountryNameFromCode(60000, unchanged));
+    EXPECT_STREQ("unchanged", unchanged);
+    EXPECT_FALSE(GetCountryPrefix(static_cast<WORD>(60000), prefix));
+    GetCountryPhoneCode(60000, unchanged);
+    EXPECT_STREQ("", unchanged);
+    EXPECT_FALSE(GetCountryPrefix(CString("044"), prefix)) << "exact text";
+    EXPECT_FALSE(GetCountryPrefix(CString(""), prefix));
+    EXPECT_EQ(99u, prefix);
+    EXPECT_TRUE(GetCountryPrefix(CString("242"), prefix)); // the Bahamas and the Congo: the first by name
+    EXPECT_EQ(1u, prefix);
+}
+
+/// The system's own telephony service knows countries too; what differs is listed in docs/countries.md.
+TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
+{
+    if (GetParam() != 0x0409)
+        GTEST_SKIP() << "the service knows the English names";
+    const HMODULE tapi = LoadLibraryA("tapi32.dll");
+    using LineGetCountry = LONG(WINAPI*)(DWORD, DWORD, LPLINECOUNTRYLIST);
+    const auto lineGetCountry =
+        tapi != nullptr ? reinterpret_cast<LineGetCountry>(reinterpret_cast<void*>(GetProcAddress(tapi, "lineGetCountry")))
+                        : nullptr;
+    if (lineGetCountry == nullptr)
+        GTEST_SKIP() << "no telephony service here";
+    std::vector<BYTE> buffer(64 * 1024);
+    auto* list = reinterpret_cast<LINECOUNTRYLIST*>(buffer.data());
+    list->dwTotalSize = static_cast<DWORD>(buffer.size());
+    ASSERT_EQ(0, lineGetCountry(0, 0x00010003, list));
+    ASSERT_LE(list->dwNeededSize, list->dwTotalSize);
+
+    // Its figures are older than the last change of these.
+    const std::set<std::string> changed = {"Mayotte", "Christmas Island", "Northern Mariana Islands", "American Samoa",
+                                           "Tajikistan"};
+    std::map<std::string, UINT> codes;
+    for (int i = 0; i < m_list->GetCount(); ++i)
+        codes[std::string(m_list->GetAt(i)->GetName())] = m_list->GetAt(i)->GetCountryCode();
+    const auto* entries = reinterpret_cast<const LINECOUNTRYENTRY*>(buffer.data() + list->dwCountryListOffset);
+    int compared = 0;
+    for (DWORD i = 0; i < list->dwNumCountries; ++i) {
+        const std::string name(reinterpret_cast<const char*>(buffer.data() + entries[i].dwCountryNameOffset));
+        const auto ours = codes.find(name);
+        if (ours == codes.end() || changed.count(name) != 0)
+            continue;
+        // For members of the North American plan the service answers 1 as code and the area code as number.
+        const DWORD theirs = entries[i].dwCountryCode == 1 && entries[i].dwCountryID > 2 ? entries[i].dwCountryID
+                                                                                         : entries[i].dwCountryCode;
+        EXPECT_TRUE(theirs == ours->second || entries[i].dwCountryCode == 1) << name << ": " << theirs;
+        ++compared;
+    }
+    EXPECT_GE(compared, 150);
+}
+
+TEST_P(Countries, FillBoxesWithoutTakingTheFocus)
+{
+    CWnd parent;
+    ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 200, 200, nullptr, nullptr));
+    CListBox list;
+    CComboBox combo;
+    ASSERT_TRUE(list.Create(WS_CHILD | LBS_OWNERDRAWFIXED, CRect(0, 0, 100, 100), &parent, 1));
+    ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, CRect(0, 0, 100, 100), &parent, 2));
+    list.AddString("stale");
+    EXPECT_EQ(0u, m_list->AddToListBox(&list));
+    EXPECT_EQ(0u, m_list->AddToComboBox(&combo));
+    ASSERT_EQ(m_list->GetCount(), list.GetCount());
+    ASSERT_EQ(m_list->GetCount(), combo.GetCount());
+    EXPECT_EQ(0, list.GetCurSel());
+    EXPECT_EQ(0, combo.GetCurSel());
+    for (int i = 0; i < m_list->GetCount(); ++i) {
+        ASSERT_EQ(m_list->GetAt(i), list.GetItemDataPtr(i));
+        ASSERT_EQ(m_list->GetAt(i), combo.GetItemDataPtr(i));
+    }
+    CZoCountryCodeList none;
+    EXPECT_EQ(0u, none.AddToListBox(&list));
+    EXPECT_EQ(0, list.GetCount());
+    EXPECT_EQ(LB_ERR, list.GetCurSel());
+}
+
+TEST_P(Countries, TakeNewNamesButStayTheSameObjects)
+{
+    const CZoCountryCode* germany = m_list->FindByIndex(276);
+    ASSERT_NE(nullptr, germany);
+    ZoGblDumpLanguageDLL();
+    const bool wasEnglish = GetParam() == 0x0409;
+    m_product.MakeCurrent(wasEnglish ? 0x0407 : 0x0409);
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    EXPECT_EQ(germany, m_list->FindByIndex(276));
+    EXPECT_STREQ(wasEnglish ? "Deutschland" : "Germany", germany->GetName());
+    for (int i = 1; i < m_list->GetCount(); ++i)
+        ASSERT_LE(CompareNames(m_list->GetAt(i - 1)->GetName(), m_list->GetAt(i)->GetName()), 0);
+}
+
+TEST_P(Countries, RefuseRecordsOutOfRangeAndKeepTheOthers)
+{
+    CZoCountryCodeList list;
+    EXPECT_EQ(0u, list.AddCountry(Word(16045, 0), Word(1, 2), Word(3, 0xFFFF)));
+    EXPECT_EQ(0u, list.AddCountry(Word(16303, 211), Word(0xFFFF, 0xFFFF), 0xFFFF));
+    for (const DWORD bad : {Word(16044, 0), Word(16304, 0), Word(16045, 212), Word(0, 0)})
+        EXPECT_EQ(ZoErrBadData, list.AddCountry(bad, 0, 0)) << bad;
+    ASSERT_EQ(2, list.GetCount());
+    const CZoCountryCode* country = list.FindByIndex(3);
+    ASSERT_NE(nullptr, country);
+    EXPECT_EQ(1u, country->GetDialingPrefix());
+    EXPECT_EQ(2u, country->GetCountryCode());
+    EXPECT_EQ(0u, country->GetFlagIndex());
+
+    // Two of one index and equal names keep their order, and lookups find the first.
+    EXPECT_EQ(0u, list.AddCountry(Word(16045, 7), Word(9, 2), 3));
+    EXPECT_EQ(country, list.FindByIndex(3));
+
+    CZoCountryCode changed(Word(16045, 5), 0, 0);
+    EXPECT_FALSE(changed.SetStringIndex(16304));
+    EXPECT_EQ(0u, changed.GetStringIndex());
+    EXPECT_STREQ("", changed.GetName());
+    EXPECT_FALSE(changed.SetFlagIndex(212));
+    EXPECT_EQ(0u, changed.GetFlagIndex());
+    EXPECT_TRUE(changed.SetFlagIndex(211));
+}
+
+TEST_P(Countries, HaveFlagsInTheBitmapAndLocalesInTheTable)
+{
+    const LPCSTR name = MAKEINTRESOURCEA(ZO_IDB_FLAGS);
+    const HBITMAP flags = LoadBitmapA(ZoGblFindResourceModule(name, RT_BITMAP), name);
+    BITMAP bitmap = {};
+    ASSERT_NE(0, GetObjectA(flags, sizeof bitmap, &bitmap));
+    EXPECT_EQ(0, bitmap.bmWidth % ZO_FLAG_COLUMNS);
+    EXPECT_EQ(0, bitmap.bmHeight % ZO_FLAG_ROWS);
+    DeleteObject(flags);
+
+    DWORD size = 0;
+    const auto* table = static_cast<const DWORD*>(
+        ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDR_FLAG_TABLE), RT_RCDATA, &size));
+    ASSERT_NE(nullptr, table);
+    std::set<DWORD> locales;
+    for (; *table != 0; ++table) {
+        EXPECT_LT(HIWORD(*table), ZO_FLAG_COUNT);
+        EXPECT_TRUE(locales.insert(LOWORD(*table)).second) << std::hex << *table;
+    }
+    g_systemLocales.clear();
+    EnumSystemLocalesA(&CollectLocale, LCID_INSTALLED);
+    EXPECT_GE(g_systemLocales.size(), 100u);
+    for (const DWORD id : g_systemLocales) {
+        char country[8] = {};
+        const int length = GetLocaleInfoA(id, LOCALE_SISO3166CTRYNAME, country, sizeof country);
+        if (length == 3 && std::isalpha(static_cast<unsigned char>(country[0]))) { // a country, not a region
+            EXPECT_EQ(1u, locales.count(id)) << "no flag for locale " << std::hex << id;
+        }
+    }
+}
+
+TEST(CountriesWithoutLanguage, ListIsThereButEmpty)
+{
+    CZoCountryCodeList list;
+    EXPECT_EQ(ZoErrResourceNotFound, list.LoadData());
+    EXPECT_EQ(0, list.GetCount());
+    EXPECT_EQ(0u, list.FreeData());
+}

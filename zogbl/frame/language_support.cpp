@@ -1,0 +1,286 @@
+#include <zogbl/language_support.h>
+
+#include <zogbl/global_config.h>
+
+#include "language_window_table.h"
+
+#include <cstdio>
+#include <mbstring.h>
+#include <utility>
+
+namespace {
+
+constexpr DWORD kNeutralSortMask = 0xFFFF;
+constexpr int kModulePrefixLength = 5; // "ZOGBL": what the libraries of one module have in common
+constexpr LPCSTR kLanguagesKey = "\\Languages";
+
+/// Numbers of the messages by which the processes hear of a change of language.
+UINT g_languageChanged = 0;
+UINT g_languageUpdate = 0;
+
+/// The first language-support object of the process whose window was created.
+const CZoLanguageSupport* g_firstSupport = nullptr;
+
+/// The system's three-letter name of a language.
+CString LanguageAbbreviation(DWORD languageId)
+{
+    char name[4] = {};
+    GetLocaleInfoA(languageId, LOCALE_SABBREVLANGNAME, name, sizeof name);
+    name[sizeof name - 1] = '\0';
+    return name;
+}
+
+/// Runs what may throw for want of memory. \return FALSE then.
+template <class OPERATION> BOOL WithoutThrowing(OPERATION operation)
+{
+    try {
+        return operation();
+    } catch (CException* e) {
+        e->Delete();
+        return FALSE;
+    }
+}
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CZoLanguageSupport, CWnd)
+    ON_WM_DESTROY()
+END_MESSAGE_MAP()
+
+// The object and its window --------------------------------------------------------------------------------------------
+
+CZoLanguageSupport::CZoLanguageSupport() : CZoLanguageSupport(nullptr) {}
+
+CZoLanguageSupport::CZoLanguageSupport(CWnd* parent)
+    : m_hLanguageLibrary(nullptr), m_pParent(parent), m_nCurrentIndex(-1), m_dwLoadedId(0), m_dwPendingId(0),
+      m_bListRead(FALSE)
+{
+    g_languageChanged = RegisterWindowMessageA("ZoBrixelLanguageChange");
+    g_languageUpdate = RegisterWindowMessageA("ZoBrixelLanguageUpdate");
+}
+
+CZoLanguageSupport::~CZoLanguageSupport()
+{
+    if (m_hWnd != nullptr)
+        DestroyWindow();
+    if (m_hLanguageLibrary != nullptr)
+        FreeLibrary(m_hLanguageLibrary);
+    FreeLanguageObjectArray();
+    if (g_firstSupport == this)
+        g_firstSupport = nullptr;
+}
+
+BOOL CZoLanguageSupport::Create()
+{
+    return WithoutThrowing([this]() -> BOOL {
+        const LPCSTR windowClass = AfxRegisterWndClass(0, nullptr, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), nullptr);
+        if (!CreateEx(0, windowClass, "ZoLS", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr))
+            return FALSE;
+        ZoRegisterLanguageWindow(m_hWnd);
+        if (g_firstSupport == nullptr)
+            g_firstSupport = this;
+        return TRUE;
+    });
+}
+
+void CZoLanguageSupport::OnDestroy()
+{
+    ZoUnregisterLanguageWindow(m_hWnd);
+    CWnd::OnDestroy();
+}
+
+CString CZoLanguageSupport::GetLocaleName() const
+{
+    CString name;
+    if (m_dwLoadedId != 0)
+        WithoutThrowing([&] { return name = LanguageAbbreviation(m_dwLoadedId), TRUE; });
+    return name;
+}
+
+// The list of languages ------------------------------------------------------------------------------------------------
+
+void CZoLanguageSupport::FreeLanguageObjectArray()
+{
+    for (INT_PTR i = 0; i < m_languages.GetSize(); ++i)
+        delete m_languages[i];
+    m_languages.RemoveAll();
+    m_nCurrentIndex = -1;
+    m_dwLoadedId = 0;
+    m_dwPendingId = 0;
+}
+
+BOOL CZoLanguageSupport::EnumerateAvailableLanguages(LPCSTR rootKey)
+{
+    FreeLanguageObjectArray();
+    DWORD result = ZoErrNoMemory;
+    WithoutThrowing([&] {
+        result = CZoGlobalConfig().EnumValues(ZO_MODE_LOCAL_MACHINE, CString(rootKey) + kLanguagesKey,
+                                              &EnumValueCallback, this);
+        return TRUE;
+    });
+    if (result == ERROR_FILE_NOT_FOUND) // no such key: an empty list
+        return TRUE;
+    if (result != ERROR_SUCCESS)
+        FreeLanguageObjectArray();
+    return result == ERROR_SUCCESS;
+}
+
+DWORD CZoLanguageSupport::EnumValueCallback(void* context, LPCSTR valueName, const void* data, DWORD type)
+{
+    unsigned int id = 0;
+    if (std::sscanf(valueName, "%x", &id) != 1)
+        return ERROR_SUCCESS; // not the name of a language, the key's unnamed value for one
+    int current = 0;
+    switch (type) {
+    case REG_SZ:
+    case REG_EXPAND_SZ:
+        current = _mbsicmp(static_cast<const unsigned char*>(data), reinterpret_cast<const unsigned char*>("0")) != 0;
+        break;
+    case REG_DWORD:
+        current = static_cast<int>(ZoEnumeratedNumber(data));
+        break;
+    default: // data that is no flag at all
+        break;
+    }
+    CObject* entry = nullptr;
+    const BOOL added = WithoutThrowing([&]() -> BOOL {
+        id &= kNeutralSortMask;
+        entry = new CZoLanguageEntry(id, LanguageAbbreviation(id), current);
+        static_cast<CZoLanguageSupport*>(context)->m_languages.Add(entry);
+        return TRUE;
+    });
+    if (!added) {
+        delete entry;
+        return ZoErrNoMemory;
+    }
+    return ERROR_SUCCESS;
+}
+
+BOOL CZoLanguageSupport::ReadLanguageList(LPCSTR path)
+{
+    if (!m_version.ExtractVersionInfo(path))
+        return FALSE;
+    if (!m_bListRead)
+        m_bListRead = EnumerateAvailableLanguages(m_version.GetModuleRootKey());
+    return m_bListRead;
+}
+
+// Loading --------------------------------------------------------------------------------------------------------------
+
+BOOL CZoLanguageSupport::LoadCurrentLanguage(LPCSTR path)
+{
+    if (m_hWnd == nullptr && !Create())
+        return FALSE;
+    if (!m_bListRead && !ReadLanguageList(path))
+        return FALSE;
+    if (m_languages.IsEmpty())
+        return FALSE;
+    INT_PTR chosen = 0;
+    while (chosen < m_languages.GetSize() && Entry(chosen)->m_nCurrent != 1)
+        ++chosen;
+    return LoadListed(chosen < m_languages.GetSize() ? chosen : 0, path);
+}
+
+BOOL CZoLanguageSupport::LoadUserDefaultLanguage(LPCSTR path, BOOL persist)
+{
+    return LoadSpecificLanguage(GetUserDefaultLCID(), path, persist);
+}
+
+BOOL CZoLanguageSupport::LoadSystemDefaultLanguage(LPCSTR path, BOOL persist)
+{
+    return LoadSpecificLanguage(GetSystemDefaultLCID(), path, persist);
+}
+
+BOOL CZoLanguageSupport::LoadSpecificLanguage(DWORD languageId, LPCSTR path, BOOL persist)
+{
+    if (languageId == m_dwLoadedId)
+        return TRUE;
+    if (!ReadLanguageList(path))
+        return FALSE;
+    INT_PTR flagged = -1;
+    INT_PTR chosen = -1;
+    for (INT_PTR i = 0; i < m_languages.GetSize(); ++i) { // the last one wins, in both searches
+        if (Entry(i)->m_nCurrent == 1)
+            flagged = i;
+        if (Entry(i)->m_dwLanguageId == languageId)
+            chosen = i;
+    }
+    if (chosen < 0 || !LoadListed(chosen, path))
+        return FALSE;
+    if (persist)
+        WriteChoice(chosen);
+    static_cast<CZoLanguageEntry*>(m_languages[chosen])->m_nCurrent = 1;
+    if (flagged >= 0 && flagged != chosen)
+        static_cast<CZoLanguageEntry*>(m_languages[flagged])->m_nCurrent = 0;
+    return TRUE;
+}
+
+BOOL CZoLanguageSupport::LoadListed(INT_PTR index, LPCSTR path)
+{
+    return WithoutThrowing([&]() -> BOOL {
+        const CString abbreviation = Entry(index)->m_csAbbreviation; // a failed load empties the list
+        CString fileName;
+        ExtractFilenameFromPath(path, fileName);
+        m_dwPendingId = Entry(index)->m_dwLanguageId;
+        if (!CreateNameAndLoadModule(fileName))
+            return FALSE;
+        m_nCurrentIndex = static_cast<int>(index);
+        m_csCurrentAbbreviation = abbreviation;
+        return TRUE;
+    });
+}
+
+void CZoLanguageSupport::WriteChoice(INT_PTR chosen)
+{
+    WithoutThrowing([&]() -> BOOL {
+        CZoGlobalConfig config;
+        const CString key = m_version.GetModuleRootKey() + kLanguagesKey;
+        const auto write = [&](INT_PTR index, DWORD current) {
+            CString name;
+            name.Format("%04x", static_cast<unsigned>(Entry(index)->m_dwLanguageId));
+            config.SetValue(ZO_MODE_LOCAL_MACHINE, key, name, current);
+        };
+        for (INT_PTR i = 0; i < m_languages.GetSize(); ++i)
+            write(i, 0);
+        write(chosen, 1);
+        return TRUE;
+    });
+}
+
+BOOL CZoLanguageSupport::CreateNameAndLoadModule(LPCSTR fileName)
+{
+    if (m_hLanguageLibrary != nullptr && m_dwLoadedId == m_dwPendingId)
+        return TRUE;
+    CString name;
+    BuildLanguageModuleFilename(fileName, m_dwPendingId, name);
+    const HINSTANCE loaded = name.IsEmpty() ? nullptr : LoadLibraryA(name);
+    if (reinterpret_cast<UINT_PTR>(loaded) <= 32) {
+        if (m_hLanguageLibrary == nullptr)
+            FreeLanguageObjectArray();
+        return FALSE;
+    }
+    if (HINSTANCE previous = std::exchange(m_hLanguageLibrary, loaded))
+        FreeLibrary(previous);
+    m_dwLoadedId = m_dwPendingId;
+    m_csLanguageModuleName = name;
+    return TRUE;
+}
+
+BOOL CZoLanguageSupport::BuildLanguageModuleFilename(LPCSTR fileName, DWORD languageId, CString& result)
+{
+    result.Empty();
+    WithoutThrowing([&] {
+        result = CString(fileName).Left(kModulePrefixLength) + LanguageAbbreviation(languageId) + ".DLL";
+        return TRUE;
+    });
+    return TRUE;
+}
+
+void CZoLanguageSupport::ExtractFilenameFromPath(LPCSTR path, CString& result)
+{
+    const CString whole(path);
+    int separator = whole.ReverseFind('\\');
+    if (separator < 0)
+        separator = whole.ReverseFind(':');
+    result = whole.Mid(separator + 1);
+}

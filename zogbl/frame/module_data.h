@@ -1,0 +1,26 @@
+/// \file
+/// What the library keeps for its process.
+#pragma once
+
+#include <zogbl/country_code.h>
+
+class CZoLanguageSupport;
+
+struct ZoModuleData {
+    LONG m_nLanguageLoadCount = 0; ///< ZoGblLoadLanguageDLL calls not released yet; may fall to -1
+    HINSTANCE m_hInstance = nullptr;
+    HMODULE m_hSibling = nullptr; ///< zomuscrl.dll
+    HINSTANCE m_hLanguageLibrary = nullptr;
+    CZoLanguageSupport* m_pLanguageSupport = nullptr; ///< owned while a language library is loaded
+    CZoCountryCodeList m_countries;
+};
+
+/// Makes the block and stores it for the calling thread. \return FALSE, with nothing left behind, on failure.
+BOOL ZoModuleDataCreate();
+/// Frees the block that the calling thread stored; a thread without one does nothing.
+void ZoModuleDataDestroy();
+/// The block: the calling thread's, or the first one for all other threads. Null before the library is attached.
+ZoModuleData* ZoModuleDataGet();
+
+/// Fills the country list if it is empty, and renews its names if that is due.
+void ZoEnsureCountryList();

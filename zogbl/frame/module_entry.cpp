@@ -1,0 +1,187 @@
+// The library's entry, and what it offers its process.
+#include <afxdllx.h>
+
+#include <zogbl/gdi_data.h>
+#include <zogbl/global_config.h>
+#include <zogbl/language_support.h>
+#include <zogbl/module.h>
+
+#include "module_data.h"
+
+#include <memory>
+#include <new>
+#include <utility>
+
+namespace {
+
+AFX_EXTENSION_MODULE g_extensionModule = {};
+HINSTANCE g_instance = nullptr;
+DWORD g_attachCount = 0;
+
+constexpr DWORD kModulePathSize = 1024;
+constexpr LPCSTR kNoviceMode = "NoviceMode";
+
+BOOL AttachToProcess(HINSTANCE instance)
+{
+    if (!ZoModuleDataCreate())
+        return FALSE;
+    if (!AfxInitExtensionModule(g_extensionModule, instance)) {
+        ZoModuleDataDestroy();
+        return FALSE;
+    }
+    try {
+        new CDynLinkLibrary(g_extensionModule); // the framework's from here on
+    } catch (CMemoryException* e) {
+        e->Delete();
+        AfxTermExtensionModule(g_extensionModule);
+        ZoModuleDataDestroy();
+        return FALSE;
+    }
+    g_instance = instance;
+    ++g_attachCount;
+    ZoModuleData* data = ZoModuleDataGet();
+    if (data == nullptr)
+        return FALSE;
+    data->m_hInstance = instance;
+    data->m_hSibling = LoadLibraryA("zomuscrl.dll"); // held for the life of the process; nothing depends on it
+    return TRUE;
+}
+
+void DetachFromProcess()
+{
+    const ZoModuleData* data = ZoModuleDataGet();
+    if (data != nullptr && data->m_hSibling != nullptr)
+        FreeLibrary(data->m_hSibling);
+    // A language library that is still loaded stays: its window belongs to a thread that may be gone.
+    ZoModuleDataDestroy();
+    if (g_attachCount != 0) {
+        --g_attachCount;
+        AfxTermExtensionModule(g_extensionModule, FALSE);
+    }
+}
+
+} // namespace
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
+{
+    switch (reason) {
+    case DLL_PROCESS_ATTACH:
+        return AttachToProcess(instance);
+    case DLL_PROCESS_DETACH:
+        DetachFromProcess();
+        return TRUE;
+    default:
+        return TRUE;
+    }
+}
+
+extern "C" HINSTANCE ZoGblGetInstanceHandle() { return g_instance; }
+
+// Language library -----------------------------------------------------------------------------------------------------
+
+HINSTANCE ZoGblGetLanguageDLL()
+{
+    const ZoModuleData* data = ZoModuleDataGet();
+    return data != nullptr ? data->m_hLanguageLibrary : nullptr;
+}
+
+DWORD ZoGblGetLanguageLCID()
+{
+    const ZoModuleData* data = ZoModuleDataGet();
+    return data != nullptr && data->m_pLanguageSupport != nullptr ? data->m_pLanguageSupport->GetLCID() : 0;
+}
+
+BOOL ZoGblLoadLanguageDLL()
+{
+    ZoModuleData* data = ZoModuleDataGet();
+    if (data == nullptr)
+        return FALSE;
+    if (data->m_nLanguageLoadCount != 0) {
+        ++data->m_nLanguageLoadCount;
+        return TRUE;
+    }
+    char path[kModulePathSize] = {};
+    const DWORD length = GetModuleFileNameA(g_instance, path, sizeof path);
+    if (length == 0 || length >= sizeof path)
+        return FALSE;
+    std::unique_ptr<CZoLanguageSupport> support;
+    try {
+        support = std::make_unique<CZoLanguageSupport>();
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return FALSE;
+    }
+    if (!support->LoadCurrentLanguage(path))
+        return FALSE;
+    data->m_nLanguageLoadCount = 1;
+    data->m_hLanguageLibrary = support->GetLibraryHandle();
+    data->m_pLanguageSupport = support.release();
+    data->m_countries.ReloadNames(); // those of an earlier language, should there be any; tried again if memory lacks
+    ZoEnsureCountryList();
+    CZoGlobalGDIData::InitializeFontsFromResources();
+    return TRUE;
+}
+
+BOOL ZoGblDumpLanguageDLL()
+{
+    ZoModuleData* data = ZoModuleDataGet();
+    if (data == nullptr)
+        return FALSE;
+    // Deliberately without a guard: one release too many makes up for one load too many.
+    if (--data->m_nLanguageLoadCount == 0) {
+        delete std::exchange(data->m_pLanguageSupport, nullptr);
+        data->m_hLanguageLibrary = nullptr;
+    }
+    return TRUE;
+}
+
+// Country list ---------------------------------------------------------------------------------------------------------
+
+void ZoEnsureCountryList()
+{
+    ZoModuleData* data = ZoModuleDataGet();
+    if (data == nullptr)
+        return;
+    CZoCountryCodeList& countries = data->m_countries;
+    if (countries.AreNamesOutdated())
+        countries.ReloadNames();
+    if (countries.GetCount() > 0)
+        return;
+    const DWORD status = countries.LoadData();
+    if (status == ZoErrOutOfMemory || status == ZoErrMemoryException)
+        countries.FreeData(); // a list that only lacked memory is not left halved for good
+}
+
+CZoCountryCodeList* GetGlobalCountryList()
+{
+    ZoEnsureCountryList();
+    ZoModuleData* data = ZoModuleDataGet();
+    return data != nullptr ? &data->m_countries : nullptr;
+}
+
+// Time and novice mode -------------------------------------------------------------------------------------------------
+
+void ZoGblGetLocalTime(SYSTEMTIME* time)
+{
+    if (time != nullptr)
+        GetLocalTime(time);
+}
+
+void ZoGblSetRegNoviceMode(int mode)
+{
+    CZoVersionResource version;
+    if (version.ExtractVersionInfo())
+        CZoGlobalConfig().SetValue(ZO_MODE_LOCAL_MACHINE, version.GetCurrentUserKey(), kNoviceMode,
+                                   static_cast<DWORD>(mode));
+}
+
+int ZoGblGetRegNoviceMode()
+{
+    CZoVersionResource version;
+    if (!version.ExtractVersionInfo())
+        return 0;
+    DWORD mode = 0;
+    const DWORD result = CZoGlobalConfig().GetValue(ZO_MODE_LOCAL_MACHINE, version.GetCurrentUserKey(), kNoviceMode,
+                                                    mode, static_cast<DWORD>(-1));
+    return result == ERROR_SUCCESS ? static_cast<int>(mode) : 0;
+}

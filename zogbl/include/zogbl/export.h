@@ -1,0 +1,9 @@
+/// \file
+/// How the library's interface is exported: classes whole, functions with their full signatures.
+#pragma once
+
+#ifdef ZOGBL_BUILD
+#define ZOGBL_API __declspec(dllexport)
+#else
+#define ZOGBL_API __declspec(dllimport)
+#endif

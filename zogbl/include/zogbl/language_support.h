@@ -1,0 +1,96 @@
+/// \file
+/// The language library of a process: which one, where it comes from, and the hidden window by which it hears of changes.
+#pragma once
+
+#include <zogbl/export.h>
+#include <zogbl/version_resource.h>
+
+#include <afxwin.h>
+
+class CZoGlobalConfig;
+
+/// One installed language, as the registry lists it.
+class ZOGBL_API CZoLanguageEntry : public CObject {
+public:
+    CZoLanguageEntry(DWORD languageId, LPCSTR abbreviation, int current)
+        : m_dwLanguageId(languageId), m_csAbbreviation(abbreviation), m_nCurrent(current)
+    {
+    }
+
+    DWORD m_dwLanguageId;     ///< 16 bits
+    CString m_csAbbreviation; ///< the system's three-letter name of the language, for example "ENU"
+    int m_nCurrent;           ///< 1 marks the language chosen last
+};
+
+/// Finds, loads and frees the language library of the process.
+///
+/// The installed languages stand in the registry, under HKEY_LOCAL_MACHINE, in "\Languages" below the module root key of
+/// the asking module: one value per language, named with the language id as "%04x", a DWORD 1 for the current one and 0
+/// for the others. A text value is understood too: its language is current unless it is "0".
+///
+/// The library of a language is named after the asking module: the first five characters of its file name, the
+/// language's three letters and ".DLL" (ZOGBLBRX.DLL and 0x0409 give ZOGBLENU.DLL). It is found by the system's search
+/// order.
+///
+/// The object has a hidden window, listed in a table that all processes of the suite share.
+class ZOGBL_API CZoLanguageSupport : public CWnd {
+public:
+    CZoLanguageSupport();
+    explicit CZoLanguageSupport(CWnd* parent);
+    ~CZoLanguageSupport() override; ///< destroys the window and frees the language library
+
+    /// Creates the hidden window and enters it in the shared table (silently not when that is full).
+    BOOL Create();
+
+    HINSTANCE GetLibraryHandle() const { return m_hLanguageLibrary; } ///< null when nothing is loaded
+    DWORD GetLCID() const { return m_dwLoadedId; }                    ///< language id loaded, 0 for none
+    CString GetLocaleName() const; ///< three-letter name of the language loaded, empty for none
+
+    /// Loads the language that the registry marks as current, or the first one listed if none is marked with exactly 1.
+    /// \param path the asking module's file. FALSE when there is no window, list or library to be had; a library loaded
+    /// before stays.
+    virtual BOOL LoadCurrentLanguage(LPCSTR path);
+    /// LoadSpecificLanguage of the user's or the system's default locale.
+    virtual BOOL LoadUserDefaultLanguage(LPCSTR path, BOOL persist);
+    virtual BOOL LoadSystemDefaultLanguage(LPCSTR path, BOOL persist);
+    /// Loads one of the listed languages and marks it as current in the list; with \p persist also in the registry.
+    /// \param languageId compared whole: a locale id with sort bits matches no language. TRUE at once when it is loaded
+    /// already.
+    virtual BOOL LoadSpecificLanguage(DWORD languageId, LPCSTR path, BOOL persist);
+
+    /// Answers TRUE always; empty when memory has run out.
+    virtual BOOL BuildLanguageModuleFilename(LPCSTR fileName, DWORD languageId, CString& result);
+    /// Loads the pending language's library; only when that has succeeded the one before is freed.
+    virtual BOOL CreateNameAndLoadModule(LPCSTR fileName);
+    /// Reads the list below \p rootKey anew. A missing key is an empty list and success.
+    virtual BOOL EnumerateAvailableLanguages(LPCSTR rootKey);
+    /// What follows the last backslash, else the last colon, else the whole path.
+    virtual void ExtractFilenameFromPath(LPCSTR path, CString& result);
+
+protected:
+    static DWORD EnumValueCallback(void* context, LPCSTR valueName, const void* data, DWORD type);
+
+    afx_msg void OnDestroy();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    const CZoLanguageEntry* Entry(INT_PTR index) const
+    {
+        return static_cast<const CZoLanguageEntry*>(m_languages.GetAt(index));
+    }
+    BOOL ReadLanguageList(LPCSTR path);
+    BOOL LoadListed(INT_PTR index, LPCSTR path);
+    void WriteChoice(INT_PTR chosen);
+    void FreeLanguageObjectArray();
+
+    CObArray m_languages; // of CZoLanguageEntry, owned
+    HINSTANCE m_hLanguageLibrary;
+    CWnd* m_pParent;
+    CZoVersionResource m_version;
+    int m_nCurrentIndex;
+    CString m_csCurrentAbbreviation;
+    DWORD m_dwLoadedId;
+    DWORD m_dwPendingId;
+    BOOL m_bListRead;
+    CString m_csLanguageModuleName;
+};

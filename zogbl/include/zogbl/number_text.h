@@ -1,0 +1,18 @@
+/// \file
+/// Conversions between unsigned 32-bit numbers and their text.
+#pragma once
+
+#include <zogbl/export.h>
+
+#include <afx.h>
+
+/// Reads a decimal number as strtoul does: leading blanks and a sign are accepted, reading stops at the first character
+/// that is no digit, there is no hexadecimal prefix, and what exceeds 32 bits gives 4294967295. Null gives 0.
+ZOGBL_API unsigned long StringToDWord(const char* text);
+
+/// The decimal text of \p value; empty only when memory has run out.
+ZOGBL_API CString DWordToString(unsigned long value);
+
+/// The text of \p value in \p base, 2 to 36, digits above 9 as lower-case letters. Empty for another base, and when
+/// memory has run out.
+ZOGBL_API CString DWordToBaseString(unsigned long value, int base);

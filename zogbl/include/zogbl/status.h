@@ -1,0 +1,14 @@
+/// \file
+/// Status codes: 0 is success; otherwise a Windows error code as the system gave it, a small code of one class (listed
+/// there), or one of the suite's own below.
+#pragma once
+
+#include <windows.h>
+
+constexpr DWORD ZoErrOutOfMemory = 0x24004000;      ///< an object could not be allocated
+constexpr DWORD ZoErrMemoryException = 0x24004004;  ///< a container could not grow
+constexpr DWORD ZoErrBadData = 0x24004407;          ///< an invalid object or bad data
+constexpr DWORD ZoErrResourceNotFound = 0x24004451; ///< a table resource is missing
+
+constexpr DWORD ZoErrNoMemory = 0x24014000;       ///< configuration: a work buffer could not be allocated
+constexpr DWORD ZoErrWrongValueType = 0x24015800; ///< configuration: the value has another type than the one read

@@ -1,0 +1,16 @@
+/// \file
+/// The whole interface of the library.
+#pragma once
+
+#include <zogbl/country_code.h>
+#include <zogbl/custom_resource.h>
+#include <zogbl/gdi_data.h>
+#include <zogbl/global_config.h>
+#include <zogbl/language_support.h>
+#include <zogbl/module.h>
+#include <zogbl/number_text.h>
+#include <zogbl/operating_system.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+#include <zogbl/status.h>
+#include <zogbl/version_resource.h>

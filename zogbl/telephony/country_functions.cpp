@@ -1,0 +1,91 @@
+// Questions to the process's country list.
+#include <zogbl/country_code.h>
+
+namespace {
+
+constexpr UINT kNameMapHashSize = 17;
+
+/// Fills \p map from the country list, the text of each country made by \p textOf.
+template <class TEXT> BOOL FillMap(ZoCountryTextMap& map, TEXT textOf)
+{
+    map.RemoveAll();
+    const CZoCountryCodeList* list = GetGlobalCountryList();
+    if (list == nullptr)
+        return FALSE;
+    try {
+        // From the last one to the first, so that of two with one index the first in name order is kept.
+        for (int i = list->GetCount(); i-- > 0;)
+            map.SetAt(list->GetAt(i)->GetCountryIndex(), textOf(*list->GetAt(i)));
+    } catch (CMemoryException* e) {
+        e->Delete();
+        map.RemoveAll();
+        return FALSE;
+    }
+    return TRUE;
+}
+
+CString CodeText(const CZoCountryCode& country)
+{
+    CString text;
+    text.Format("%d", static_cast<int>(country.GetCountryCode()));
+    return text;
+}
+
+} // namespace
+
+BOOL GetCountryCodeMap(ZoCountryTextMap& map)
+{
+    return FillMap(map, [](const CZoCountryCode& country) { return country.GetName(); });
+}
+
+BOOL GetCountryPhoneCodeMap(ZoCountryTextMap& map) { return FillMap(map, CodeText); }
+
+BOOL GetCountryNameFromCode(UINT countryIndex, CString& name)
+{
+    try {
+        ZoCountryTextMap map;
+        map.InitHashTable(kNameMapHashSize);
+        return GetCountryCodeMap(map) && map.Lookup(countryIndex, name);
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return FALSE;
+    }
+}
+
+void GetCountryPhoneCode(WORD countryIndex, CString& code)
+{
+    code.Empty();
+    const CZoCountryCodeList* list = GetGlobalCountryList();
+    const CZoCountryCode* country = list != nullptr ? list->FindByIndex(countryIndex) : nullptr;
+    if (country == nullptr)
+        return;
+    try {
+        code = CodeText(*country);
+    } catch (CMemoryException* e) {
+        e->Delete();
+    }
+}
+
+BOOL GetCountryPrefix(WORD countryIndex, UINT& prefix)
+{
+    const CZoCountryCodeList* list = GetGlobalCountryList();
+    const CZoCountryCode* country = list != nullptr ? list->FindByIndex(countryIndex) : nullptr;
+    if (country == nullptr)
+        return FALSE;
+    prefix = country->GetDialingPrefix();
+    return TRUE;
+}
+
+BOOL GetCountryPrefix(const CString& code, UINT& prefix)
+{
+    const CZoCountryCodeList* list = GetGlobalCountryList();
+    for (int i = 0; list != nullptr && i < list->GetCount(); ++i) {
+        char text[16];
+        wsprintfA(text, "%d", list->GetAt(i)->GetCountryCode());
+        if (code == text) {
+            prefix = list->GetAt(i)->GetDialingPrefix();
+            return TRUE;
+        }
+    }
+    return FALSE;
+}
