@@ -77,10 +77,16 @@ private:
 
 class Owner : public CWnd {
 public:
-    Owner() { EXPECT_TRUE(CreateEx(0, nullptr, "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, nullptr, nullptr)); }
+    Owner()
+    {
+        EXPECT_TRUE(CreateEx(0, nullptr, "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, nullptr, nullptr));
+    }
 };
 
-void PressKey(TestDialog& dialog, WPARAM key) { ::PostMessageA(::GetDlgItem(dialog.m_hWnd, kEdit), WM_KEYDOWN, key, 0); }
+void PressKey(TestDialog& dialog, WPARAM key)
+{
+    ::PostMessageA(::GetDlgItem(dialog.m_hWnd, kEdit), WM_KEYDOWN, key, 0);
+}
 
 /// Takes WM_QUIT out of the queue. \return its code, -1 when there is none.
 int TakeQuit()
@@ -108,7 +114,15 @@ TEST(CDialog, EndsAsItIsTold)
         {"Enter", [](TestDialog& d) { PressKey(d, VK_RETURN); }, IDOK},
         {"Escape", [](TestDialog& d) { PressKey(d, VK_ESCAPE); }, IDCANCEL},
         {"closed", [](TestDialog& d) { d.PostMessage(WM_CLOSE); }, IDCANCEL},
-        {"other result", [](TestDialog& d) { d.atOk = [](TestDialog& e) { e.EndDialog(42); return false; }; d.PostMessage(WM_COMMAND, IDOK); }, 42},
+        {"other result",
+         [](TestDialog& d) {
+             d.atOk = [](TestDialog& e) {
+                 e.EndDialog(42);
+                 return false;
+             };
+             d.PostMessage(WM_COMMAND, IDOK);
+         },
+         42},
         {"ended before it was shown", [](TestDialog& d) { d.EndDialog(43); }, 43},
     };
     Owner owner;

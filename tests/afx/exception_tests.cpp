@@ -16,7 +16,8 @@ TEST(Exceptions, CrossLibrariesAndDescribeThemselves)
         {"user", [] { AfxThrowUserException(); }, RUNTIME_CLASS(CUserException), false},
         {"file", [] { AfxThrowFileException(CFileException::badPath, ERROR_PATH_NOT_FOUND, "f"); },
          RUNTIME_CLASS(CFileException), true},
-        {"file without code", [] { AfxThrowFileException(CFileException::badPath); }, RUNTIME_CLASS(CFileException), false},
+        {"file without code", [] { AfxThrowFileException(CFileException::badPath); }, RUNTIME_CLASS(CFileException),
+         false},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);

@@ -64,12 +64,8 @@ TEST(CString, SearchesByCharacter)
         int find[2]; // code page 1252, code page 932
         int reverseFind[2];
     } cases[] = {
-        {"a\\b\\c", '\\', {1, 1}, {3, 3}},
-        {"\x83\\\\x", '\\', {1, 2}, {2, 2}},
-        {"a\\\x83\\", '\\', {1, 1}, {3, 1}},
-        {"\x83\\", '\\', {1, -1}, {1, -1}},
-        {"abc", 'x', {-1, -1}, {-1, -1}},
-        {"", 'x', {-1, -1}, {-1, -1}},
+        {"a\\b\\c", '\\', {1, 1}, {3, 3}},  {"\x83\\\\x", '\\', {1, 2}, {2, 2}}, {"a\\\x83\\", '\\', {1, 1}, {3, 1}},
+        {"\x83\\", '\\', {1, -1}, {1, -1}}, {"abc", 'x', {-1, -1}, {-1, -1}},    {"", 'x', {-1, -1}, {-1, -1}},
     };
     const int page = IsDoubleByte() ? 1 : 0;
     for (const auto& c : cases) {
@@ -99,12 +95,19 @@ TEST(CString, TrimsAndMapsCaseByCharacter)
         const char* upper[2];
         const char* lower[2];
     } cases[] = {
-        {" \t\r\na b\v\f ", "a b\v\f ", " \t\r\na b", {" \t\r\nA B\v\f ", " \t\r\nA B\v\f "}, {" \t\r\na b\v\f ", " \t\r\na b\v\f "}},
+        {" \t\r\na b\v\f ",
+         "a b\v\f ",
+         " \t\r\na b",
+         {" \t\r\nA B\v\f ", " \t\r\nA B\v\f "},
+         {" \t\r\na b\v\f ", " \t\r\na b\v\f "}},
         {"   ", "", "", {"   ", "   "}, {"   ", "   "}},
         {"", "", "", {"", ""}, {"", ""}},
         {"x", "x", "x", {"X", "X"}, {"x", "x"}},
         // second bytes that look like letters
-        {"\x83\x61\x83\x41z", "\x83\x61\x83\x41z", "\x83\x61\x83\x41z", {"\x83\x41\x83\x41Z", "\x83\x61\x83\x41Z"},
+        {"\x83\x61\x83\x41z",
+         "\x83\x61\x83\x41z",
+         "\x83\x61\x83\x41z",
+         {"\x83\x41\x83\x41Z", "\x83\x61\x83\x41Z"},
          {"\x83\x61\x83\x61z", "\x83\x61\x83\x41z"}},
         // a first byte without its second
         {"a\x83", "a\x83", "a\x83", {"A\x83", "A\x83"}, {"a\x83", "a\x83"}},
