@@ -10,7 +10,7 @@
 
 set(ZO_TEST_ENVIRONMENTS win10 nt40 win98 win31 win10-932)
 set(ZO_TEST_TIMEOUT 240)      # seconds; for a run that hangs in a way that the program's own watchdog cannot end
-set(ZO_WATCHDOG_TIMEOUT 200)  # seconds; says which test hangs
+set(ZO_WATCHDOG_TIMEOUT 40)  # seconds; says which test hangs
 set(ZO_RUN_WINDOWS ${PROJECT_SOURCE_DIR}/cmake/run-windows)
 
 function(zo_add_test_run name environment program)

@@ -77,9 +77,11 @@ public:
 
     void SetAtGrow(INT_PTR nIndex, ARG_TYPE newElement)
     {
+        TYPE element; // copied before anything changes: that may fail, or the original may lie in this array
+        element = newElement;
         if (nIndex >= m_nSize)
             SetSize(nIndex + 1);
-        m_pData[nIndex] = newElement;
+        m_pData[nIndex] = std::move(element);
     }
     /// \return the index of the new element.
     INT_PTR Add(ARG_TYPE newElement)
@@ -88,12 +90,13 @@ public:
         SetAtGrow(index, newElement);
         return index;
     }
-    /// Adds all of \p src, another array. \return the index of the first one added.
+    /// Adds all of \p src. \return the index of the first one added.
     INT_PTR Append(const CArray& src)
     {
         const INT_PTR first = m_nSize;
-        SetSize(m_nSize + src.m_nSize);
-        std::copy(src.m_pData, src.m_pData + src.m_nSize, m_pData + first);
+        const INT_PTR count = src.m_nSize;
+        SetSize(first + count);
+        std::copy_n(src.m_pData, count, m_pData + first);
         return first;
     }
     void Copy(const CArray& src)
@@ -103,6 +106,8 @@ public:
     }
     void InsertAt(INT_PTR nIndex, ARG_TYPE newElement, INT_PTR nCount = 1)
     {
+        TYPE element; // as in SetAtGrow
+        element = newElement;
         const INT_PTR oldSize = m_nSize;
         if (nIndex >= oldSize) {
             SetSize(nIndex + nCount);
@@ -110,7 +115,7 @@ public:
             SetSize(oldSize + nCount);
             std::move_backward(m_pData + nIndex, m_pData + oldSize, m_pData + oldSize + nCount);
         }
-        std::fill_n(m_pData + nIndex, nCount, newElement);
+        std::fill_n(m_pData + nIndex, nCount, element);
     }
     void RemoveAt(INT_PTR nIndex, INT_PTR nCount = 1)
     {
@@ -195,7 +200,12 @@ public:
         bucket = assoc;
         return assoc->value;
     }
-    void SetAt(ARG_KEY key, ARG_VALUE newValue) { (*this)[key] = newValue; }
+    void SetAt(ARG_KEY key, ARG_VALUE newValue)
+    {
+        VALUE value; // copied before anything changes: that may fail
+        value = newValue;
+        (*this)[key] = std::move(value);
+    }
     BOOL RemoveKey(ARG_KEY key)
     {
         if (m_pHashTable == nullptr)

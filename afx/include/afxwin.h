@@ -353,10 +353,11 @@ protected:
     afx_msg void OnNcDestroy();
     DECLARE_MESSAGE_MAP()
 
-private:
-    WNDPROC m_pfnSuper = nullptr;     // the procedure of the window's own class, behind the framework's
-    BOOL m_bModalRunning = FALSE;
+    BOOL m_bModalRunning = FALSE; // until EndModalLoop
     int m_nModalResult = 0;
+
+private:
+    WNDPROC m_pfnSuper = nullptr; // the procedure of the window's own class, behind the framework's
 };
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -447,6 +448,7 @@ public:
     /// Shows the dialog, its owner disabled, until EndDialog. \return the result given there, -1 when the dialog could
     /// not be made.
     virtual INT_PTR DoModal();
+    /// Also in OnInitDialog: then the dialog is not shown.
     void EndDialog(int nResult);
 
     virtual BOOL OnInitDialog() { return TRUE; }

@@ -130,7 +130,7 @@ int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp)
 
 LPCSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor, HBRUSH hbrBackground, HICON hIcon)
 {
-    static char name[64]; // the last one asked for: read at once, by CreateWindowEx
+    static char name[96]; // room for four 64-bit values; the last one asked for: read at once, by CreateWindowEx
     wsprintf(name, "Afx:%p:%x:%p:%p:%p", AfxGetInstanceHandle(), nClassStyle, hCursor, hbrBackground, hIcon);
     WNDCLASS wndClass = {};
     wndClass.style = nClassStyle;

@@ -56,11 +56,15 @@ INT_PTR CDialog::DoModal()
     // Disabled before the dialog appears and enabled before it goes, so that the owner gets the activation back.
     const BOOL disabled = owner != nullptr && !::EnableWindow(owner, FALSE);
     HWND handle;
+    m_bModalRunning = TRUE; // from here on, for OnInitDialog may end the dialog
     {
         const AfxWindowHook hook(this);
         handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner, &DialogProcedure, 0);
     }
-    const int result = handle != nullptr && m_hWnd != nullptr ? RunModalLoop() : -1;
+    int result = -1;
+    if (handle != nullptr && m_hWnd != nullptr)
+        result = m_bModalRunning ? RunModalLoop() : m_nModalResult;
+    m_bModalRunning = FALSE;
     if (m_hWnd != nullptr)
         ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0,
                        SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);

@@ -15,10 +15,17 @@ CMemoryException g_memoryException;
 CResourceException g_resourceException;
 CUserException g_userException;
 
-BOOL SystemMessage(DWORD code, LPSTR lpszError, UINT nMaxError)
+/// \p lpszError is terminated in any case, and holds as much of the text as there is room for.
+BOOL SystemMessage(LONG code, LPSTR lpszError, UINT nMaxError)
 {
-    return FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
-                          nullptr, code, 0, lpszError, nMaxError, nullptr) != 0;
+    char text[512];
+    if (code <= 0 || FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
+                                        FORMAT_MESSAGE_MAX_WIDTH_MASK,
+                                    nullptr, static_cast<DWORD>(code), 0, text, sizeof text, nullptr) == 0)
+        text[0] = '\0';
+    if (nMaxError > 0)
+        lstrcpynA(lpszError, text, static_cast<int>(nMaxError));
+    return text[0] != '\0';
 }
 
 } // namespace
@@ -63,7 +70,7 @@ CFileException::CFileException(int cause, LONG lOsError, LPCSTR lpszFileName)
 
 BOOL CFileException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT*) const
 {
-    return m_lOsError > 0 && SystemMessage(static_cast<DWORD>(m_lOsError), lpszError, nMaxError);
+    return SystemMessage(m_lOsError, lpszError, nMaxError);
 }
 
 int AFXAPI CFileException::OsErrorToException(LONG lOsError)

@@ -191,8 +191,15 @@ int CString::Find(LPCSTR lpszSub, int nStart) const
 {
     if (nStart < 0 || nStart > GetLength())
         return -1;
-    const unsigned char* found = _mbsstr(Bytes(m_pchData) + nStart, Bytes(lpszSub));
-    return found != nullptr ? static_cast<int>(found - Bytes(m_pchData)) : -1;
+    // Not _mbsstr: Wine's also finds what begins in the middle of a character.
+    const auto length = static_cast<size_t>(LengthOf(lpszSub));
+    const unsigned char* at = Bytes(m_pchData) + nStart;
+    while (std::strncmp(reinterpret_cast<LPCSTR>(at), lpszSub, length) != 0) {
+        if (*at == '\0')
+            return -1;
+        at = _mbsinc(at);
+    }
+    return static_cast<int>(at - Bytes(m_pchData));
 }
 
 int CString::ReverseFind(char ch) const

@@ -64,8 +64,8 @@ public:
     void OnTestPartResult(const testing::TestPartResult& result) override
     {
         if (result.failed())
-            WriteLine(m_file, std::string(kFailure) + (result.file_name() != nullptr ? result.file_name() : "?") + "\t" +
-                                  std::to_string(result.line_number()) + "\t" + Escape(result.message()));
+            WriteLine(m_file, std::string(kFailure) + (result.file_name() != nullptr ? result.file_name() : "?") +
+                                  "\t" + std::to_string(result.line_number()) + "\t" + Escape(result.message()));
     }
 
 private:
@@ -74,7 +74,8 @@ private:
 
 class ChildTest : public testing::Test {
 public:
-    ChildTest(ChildRegistration::Function function, const ChildContext& context) : m_function(function), m_context(context)
+    ChildTest(ChildRegistration::Function function, const ChildContext& context)
+        : m_function(function), m_context(context)
     {
     }
     void TestBody() override { m_function(m_context); }
@@ -99,7 +100,8 @@ int WaitAnsweringMessages(const std::vector<HANDLE>& handles, DWORD milliseconds
     for (;;) {
         const DWORD gone = GetTickCount() - begin;
         const DWORD left = gone < milliseconds ? milliseconds - gone : 0;
-        const DWORD result = MsgWaitForMultipleObjects(count, count > 0 ? handles.data() : nullptr, FALSE, left, QS_ALLINPUT);
+        const DWORD result =
+            MsgWaitForMultipleObjects(count, count > 0 ? handles.data() : nullptr, FALSE, left, QS_ALLINPUT);
         if (result < WAIT_OBJECT_0 + count)
             return static_cast<int>(result - WAIT_OBJECT_0);
         if (result != WAIT_OBJECT_0 + count || left == 0)
@@ -162,10 +164,9 @@ int RunAsChild(int argc, char** argv)
     testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
     delete listeners.Release(listeners.default_result_printer());
     listeners.Append(new FailureWriter(results));
-    testing::RegisterTest("Child", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                          [function = found->second, &context]() -> testing::Test* {
-                              return new ChildTest(function, context);
-                          });
+    testing::RegisterTest(
+        "Child", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+        [function = found->second, &context]() -> testing::Test* { return new ChildTest(function, context); });
     GTEST_FLAG_SET(filter, "Child." + name);
     const int exitCode = RUN_ALL_TESTS();
     WriteLine(results, kEnd);
@@ -188,8 +189,8 @@ ChildProcess::ChildProcess(const std::string& name, const std::vector<std::strin
 
     char program[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, program, sizeof program - 1);
-    std::string command = Quote(program) + (IsGuardHeapInstalled() ? " --guard-heap " : " ") + kChildOption + name + " " +
-                          Quote(m_resultPath) + " " + readyName + " " + goName;
+    std::string command = Quote(program) + (IsGuardHeapInstalled() ? " --guard-heap " : " ") + kChildOption + name +
+                          " " + Quote(m_resultPath) + " " + readyName + " " + goName;
     for (const std::string& argument : arguments)
         command += " " + Quote(argument);
     STARTUPINFOA startup = {};

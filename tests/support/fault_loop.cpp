@@ -81,11 +81,6 @@ AllocationFaults::~AllocationFaults()
 
 void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options)
 {
-    try {
-        AfxThrowMemoryException(); // the run-time library makes two handles for the process's first exception
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
     {
         SCOPED_TRACE("rehearsal without faults");
         source.Arm(0, false);

@@ -78,8 +78,8 @@ struct FaultRun {
 };
 
 struct FaultLoopOptions {
-    int maximumRuns = 500;    ///< for each of the two modes; needing more is a failure
-    bool checkCounts = true;  ///< each run must leave the process's counts as they were
+    int maximumRuns = 500;   ///< for each of the two modes; needing more is a failure
+    bool checkCounts = true; ///< each run must leave the process's counts as they were
 };
 
 /// Runs \p body with a fault at call 1, 2, 3 ... . A loop in which no fault ever fires fails the test.

@@ -119,7 +119,8 @@ void* GuardedAllocate(size_t size)
     size_t page = FindFree(g_nextPage, pages);
     if (page == kArenaPages)
         page = FindFree(0, pages);
-    if (page == kArenaPages || VirtualAlloc(g_arena + page * kPage, (pages - 1) * kPage, MEM_COMMIT, PAGE_READWRITE) == nullptr)
+    if (page == kArenaPages ||
+        VirtualAlloc(g_arena + page * kPage, (pages - 1) * kPage, MEM_COMMIT, PAGE_READWRITE) == nullptr)
         return nullptr;
     for (size_t i = page; i < page + pages; ++i) // of blocks that lay here before
         Records()[i] = {};

@@ -38,7 +38,8 @@ long CountHandlesInTable()
     static const auto query = NtFunction<Query>("NtQuerySystemInformation");
     static std::vector<char> buffer(64 * 1024);
     LONG status;
-    while ((status = query(kSystemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), nullptr)) == kTooSmall)
+    while ((status = query(kSystemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), nullptr)) ==
+           kTooSmall)
         buffer.resize(buffer.size() * 2);
     if (status != 0)
         return -1;

@@ -111,9 +111,12 @@ TEST(FaultLoop, NoticesWhatGoesWrong)
 
     FaultSource endless("endless");
     ExpectFailure("faults still fire", [&] {
-        RunFaultLoop(
-            endless, [&](const FaultRun& run) { for (int i = 0; i <= run.number; ++i) endless.Next(); },
-            {.maximumRuns = 5});
+        RunFaultLoop(endless,
+                     [&](const FaultRun& run) {
+                         for (int i = 0; i <= run.number; ++i)
+                             endless.Next();
+                     },
+                     {.maximumRuns = 5});
     });
 
     AllocationFaults faults;
@@ -189,10 +192,7 @@ ZO_CHILD(Answers)
     child.Report("two\nlines \\ and a backslash");
 }
 ZO_CHILD(Finishes) {}
-ZO_CHILD(Fails)
-{
-    EXPECT_EQ(1, 2) << "on purpose";
-}
+ZO_CHILD(Fails) { EXPECT_EQ(1, 2) << "on purpose"; }
 ZO_CHILD(Crashes)
 {
     child.Ready();

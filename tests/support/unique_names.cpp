@@ -143,7 +143,8 @@ HKEY TestRegistryKey::Open(const std::string& subkey, bool create) const
     return status == ERROR_SUCCESS ? key : nullptr;
 }
 
-void TestRegistryKey::Set(const std::string& subkey, const std::string& value, DWORD type, const std::string& data) const
+void TestRegistryKey::Set(const std::string& subkey, const std::string& value, DWORD type,
+                          const std::string& data) const
 {
     const HKEY key = Open(subkey, true);
     ASSERT_NE(nullptr, key) << subkey;

@@ -1,0 +1,213 @@
+// Dialogs from templates in memory, driven by messages as a person would cause them.
+#include "support/process_counts.h"
+#include "support/unique_names.h"
+
+using namespace zo_test;
+
+namespace {
+
+constexpr WORD kEdit = 1001;
+
+/// A dialog template with a text field, OK and Cancel.
+class Template {
+public:
+    Template()
+    {
+        Append({0, 0, 0, 0}); // style and extended style: set below
+        Append({3, 10, 10, 120, 60, 0, 0});
+        AppendText(L"Dialog");
+        AppendControl(kEdit, 0x81, 10, WS_TABSTOP | WS_BORDER);
+        AppendControl(IDOK, 0x80, 25, WS_TABSTOP | BS_DEFPUSHBUTTON);
+        AppendControl(IDCANCEL, 0x80, 40, WS_TABSTOP);
+        reinterpret_cast<DLGTEMPLATE*>(m_words)->style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
+    }
+    LPCDLGTEMPLATE Get() const { return reinterpret_cast<LPCDLGTEMPLATE>(m_words); }
+
+private:
+    void Append(std::initializer_list<WORD> words)
+    {
+        for (const WORD word : words)
+            m_words[m_count++] = word;
+    }
+    void AppendText(const wchar_t* text)
+    {
+        do
+            m_words[m_count++] = static_cast<WORD>(*text);
+        while (*text++ != L'\0');
+    }
+    void AppendControl(WORD id, WORD type, WORD y, DWORD style)
+    {
+        m_count += m_count % 2; // each begins at a double word
+        style |= WS_CHILD | WS_VISIBLE;
+        Append({LOWORD(style), HIWORD(style), 0, 0, 10, y, 50, 12, id, 0xFFFF, type});
+        AppendText(L"");
+        Append({0});
+    }
+
+    alignas(DWORD) WORD m_words[256] = {};
+    size_t m_count = 0;
+};
+
+class TestDialog : public CDialog {
+public:
+    explicit TestDialog(CWnd* parent = nullptr) { InitModalIndirect(m_template.Get(), parent); }
+
+    std::function<void(TestDialog&)> atInit;
+    std::function<bool(TestDialog&)> atOk = [](TestDialog&) { return true; };
+    CString text;
+
+    BOOL OnInitDialog() override
+    {
+        EXPECT_EQ(this, FromHandlePermanent(m_hWnd));
+        atInit(*this);
+        return CDialog::OnInitDialog();
+    }
+
+protected:
+    void OnOK() override
+    {
+        GetDlgItem(kEdit)->GetWindowText(text);
+        if (atOk(*this))
+            CDialog::OnOK();
+    }
+
+private:
+    Template m_template;
+};
+
+class Owner : public CWnd {
+public:
+    Owner()
+    {
+        EXPECT_TRUE(CreateEx(0, nullptr, "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, nullptr, nullptr));
+    }
+};
+
+void PressKey(TestDialog& dialog, WPARAM key)
+{
+    ::PostMessageA(::GetDlgItem(dialog.m_hWnd, kEdit), WM_KEYDOWN, key, 0);
+}
+
+/// Takes WM_QUIT out of the queue. \return its code, -1 when there is none.
+int TakeQuit()
+{
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT)
+            return static_cast<int>(message.wParam);
+        DispatchMessageA(&message);
+    }
+    return -1;
+}
+
+} // namespace
+
+TEST(CDialog, EndsAsItIsTold)
+{
+    const struct {
+        const char* name;
+        std::function<void(TestDialog&)> atInit;
+        INT_PTR result;
+    } cases[] = {
+        {"OK", [](TestDialog& d) { d.PostMessage(WM_COMMAND, IDOK); }, IDOK},
+        {"Cancel", [](TestDialog& d) { d.PostMessage(WM_COMMAND, IDCANCEL); }, IDCANCEL},
+        {"Enter", [](TestDialog& d) { PressKey(d, VK_RETURN); }, IDOK},
+        {"Escape", [](TestDialog& d) { PressKey(d, VK_ESCAPE); }, IDCANCEL},
+        {"closed", [](TestDialog& d) { d.PostMessage(WM_CLOSE); }, IDCANCEL},
+        {"other result",
+         [](TestDialog& d) {
+             d.atOk = [](TestDialog& e) {
+                 e.EndDialog(42);
+                 return false;
+             };
+             d.PostMessage(WM_COMMAND, IDOK);
+         },
+         42},
+        {"ended before it was shown", [](TestDialog& d) { d.EndDialog(43); }, 43},
+    };
+    Owner owner;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto run = [&] {
+            TestDialog dialog(&owner);
+            bool ownerEnabled = true;
+            dialog.atInit = [&](TestDialog& d) {
+                ownerEnabled = IsWindowEnabled(owner.m_hWnd) != FALSE;
+                d.SetDlgItemText(kEdit, "typed");
+                c.atInit(d);
+            };
+            EXPECT_EQ(c.result, dialog.DoModal());
+            EXPECT_FALSE(ownerEnabled) << "the owner can be used behind the dialog";
+            EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+            EXPECT_EQ(nullptr, dialog.m_hWnd);
+            if (c.result == IDOK) {
+                EXPECT_STREQ("typed", dialog.text);
+            }
+        };
+        run(); // once for what the window system keeps
+        ZO_EXPECT_NO_LEAK(run());
+    }
+    EXPECT_EQ(owner.m_hWnd, GetActiveWindow()) << "the owner gets the activation back";
+}
+
+TEST(CDialog, StaysOpenWhenItRefusesToClose)
+{
+    TestDialog dialog;
+    int refused = 0;
+    dialog.atInit = [](TestDialog& d) {
+        d.PostMessage(WM_COMMAND, IDOK);
+        d.PostMessage(WM_COMMAND, IDOK);
+    };
+    dialog.atOk = [&](TestDialog&) { return ++refused == 2; };
+    EXPECT_EQ(IDOK, dialog.DoModal());
+    EXPECT_EQ(2, refused);
+}
+
+TEST(CDialog, PassesQuitOnToTheLoopOutside)
+{
+    Owner owner;
+    TestDialog dialog(&owner);
+    dialog.atInit = [](TestDialog&) { PostQuitMessage(5); };
+    EXPECT_EQ(-1, dialog.DoModal());
+    EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+    EXPECT_EQ(5, TakeQuit());
+}
+
+TEST(CDialog, LeavesADisabledOwnerDisabled)
+{
+    Owner owner;
+    owner.EnableWindow(FALSE);
+    TestDialog dialog(&owner);
+    dialog.atInit = [](TestDialog& d) { d.PostMessage(WM_COMMAND, IDOK); };
+    EXPECT_EQ(IDOK, dialog.DoModal());
+    EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd));
+}
+
+TEST(CDialog, NestsAndIsOwnedByTheTopWindow)
+{
+    Owner owner;
+    CStatic child;
+    ASSERT_TRUE(child.Create("", WS_VISIBLE, CRect(0, 0, 10, 10), &owner));
+    TestDialog outer(&child);
+    outer.atInit = [&](TestDialog& d) {
+        EXPECT_EQ(owner.m_hWnd, GetWindow(d.m_hWnd, GW_OWNER)) << "a child window cannot own a dialog";
+        d.PostMessage(WM_COMMAND, IDOK);
+    };
+    outer.atOk = [](TestDialog& d) {
+        TestDialog inner(&d);
+        inner.atInit = [](TestDialog& i) { i.PostMessage(WM_COMMAND, IDCANCEL); };
+        EXPECT_EQ(IDCANCEL, inner.DoModal());
+        EXPECT_TRUE(IsWindowEnabled(d.m_hWnd));
+        return true;
+    };
+    EXPECT_EQ(IDOK, outer.DoModal());
+}
+
+TEST(CDialog, WithoutTemplateOrControlsFails)
+{
+    EXPECT_EQ(-1, CDialog(9999).DoModal());
+    Owner owner;
+    CDialog missing(9999, &owner);
+    EXPECT_EQ(-1, missing.DoModal());
+    EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+}

@@ -1,0 +1,124 @@
+#include "support/process_counts.h"
+
+#include <afxext.h>
+
+using namespace zo_test;
+
+namespace {
+
+class ModuleTestBase : public CObject {
+    DECLARE_DYNAMIC(ModuleTestBase)
+};
+IMPLEMENT_DYNAMIC(ModuleTestBase, CObject)
+
+class ModuleTestObject : public ModuleTestBase {
+    DECLARE_DYNCREATE(ModuleTestObject)
+};
+IMPLEMENT_DYNCREATE(ModuleTestObject, ModuleTestBase)
+
+} // namespace
+
+TEST(RuntimeClasses, AreFoundCreatedAndCompared)
+{
+    EXPECT_EQ(RUNTIME_CLASS(ModuleTestObject), CRuntimeClass::FromName("ModuleTestObject"));
+    EXPECT_EQ(nullptr, CRuntimeClass::FromName("ModuleTestBase")) << "it cannot be created";
+    EXPECT_EQ(nullptr, CRuntimeClass::FromName("NoSuchClass"));
+    EXPECT_EQ(RUNTIME_CLASS(CFrameWnd), CRuntimeClass::FromName("CFrameWnd")) << "a class of the framework's library";
+    ZO_EXPECT_NO_LEAK({
+        CObject* object = CRuntimeClass::FromName("ModuleTestObject")->CreateObject();
+        ASSERT_NE(nullptr, object);
+        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(ModuleTestObject)));
+        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(ModuleTestBase)));
+        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CObject)));
+        EXPECT_FALSE(object->IsKindOf(RUNTIME_CLASS(CWnd)));
+        EXPECT_EQ(object, DYNAMIC_DOWNCAST(ModuleTestBase, object));
+        EXPECT_EQ(nullptr, DYNAMIC_DOWNCAST(CWnd, object));
+        delete object;
+    });
+    EXPECT_EQ(nullptr, RUNTIME_CLASS(ModuleTestBase)->CreateObject());
+}
+
+TEST(ExtensionModule, BringsItsClassesAndTakesThemAway)
+{
+    AFX_MODULE_STATE* state = AfxGetModuleState();
+    CRuntimeClass* const hostClasses = state->m_pClassList;
+    CRuntimeClass libraryClass = {"LibraryClass", sizeof(CObject), 0xFFFF, nullptr, nullptr, nullptr};
+    CRuntimeClass shadowedClass = {"ModuleTestObject", sizeof(CObject), 0xFFFF, nullptr, nullptr, nullptr};
+    AFX_EXTENSION_MODULE library = {};
+    AfxBeginExtensionModule(); // what a library does before its static objects, these objects, and its entry
+    const AFX_CLASSINIT registersClass(&libraryClass);
+    const AFX_CLASSINIT registersShadowedClass(&shadowedClass);
+    ASSERT_TRUE(AfxInitExtensionModule(library, reinterpret_cast<HMODULE>(0x10000)));
+    EXPECT_EQ(hostClasses, state->m_pClassList) << "the host's list is not what it was";
+    EXPECT_EQ(nullptr, CRuntimeClass::FromName("LibraryClass")) << "not in the chain yet";
+
+    new CDynLinkLibrary(library);
+    EXPECT_EQ(&libraryClass, CRuntimeClass::FromName("LibraryClass"));
+    EXPECT_EQ(RUNTIME_CLASS(ModuleTestObject), CRuntimeClass::FromName("ModuleTestObject")) << "the host comes first";
+    AfxTermExtensionModule(library);
+    EXPECT_EQ(nullptr, CRuntimeClass::FromName("LibraryClass"));
+}
+
+namespace {
+
+CString LoadedString(UINT id)
+{
+    CString text("before");
+    text.LoadString(id);
+    return text;
+}
+
+void ExpectStrings(const char* in1600, const char* in1616, const char* in1632, const char* in1648, const char* in1664)
+{
+    EXPECT_STREQ(in1600, LoadedString(1600)); // host and first
+    EXPECT_STREQ(in1616, LoadedString(1616)); // host and second
+    EXPECT_STREQ(in1632, LoadedString(1632)); // first and second
+    EXPECT_STREQ(in1648, LoadedString(1648)); // first
+    EXPECT_STREQ(in1664, LoadedString(1664)); // second
+}
+
+} // namespace
+
+TEST(ResourceChain, GoesHostNewestOldestSystem)
+{
+    const HMODULE firstModule = LoadLibraryExA("afx_test_first.DLL", nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const HMODULE secondModule = LoadLibraryExA("afx_test_second.DLL", nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_NE(nullptr, firstModule);
+    ASSERT_NE(nullptr, secondModule);
+    ZO_EXPECT_NO_LEAK({
+        AFX_EXTENSION_MODULE first = {};
+        AFX_EXTENSION_MODULE second = {};
+        ASSERT_TRUE(AfxInitExtensionModule(first, firstModule));
+        ASSERT_TRUE(AfxInitExtensionModule(second, secondModule));
+        ExpectStrings("host", "host", "", "", "");
+
+        new CDynLinkLibrary(first);
+        new CDynLinkLibrary(second);
+        ExpectStrings("host", "host", "second", "first", "second");
+        EXPECT_EQ(310, LoadedString(1700).GetLength()) << "a long string was cut";
+        EXPECT_EQ(AfxGetInstanceHandle(), AfxFindResourceHandle(MAKEINTRESOURCE(9999), RT_STRING)) << "for nobody's";
+        char small[4];
+        EXPECT_EQ(3, AfxLoadString(1664, small, sizeof small));
+        EXPECT_STREQ("sec", small);
+
+        AfxTermExtensionModule(second);
+        ExpectStrings("host", "host", "first", "first", "");
+        AfxSetResourceHandle(secondModule);
+        ExpectStrings("first", "second", "second", "first", "second");
+        AfxSetResourceHandle(AfxGetInstanceHandle());
+
+        ASSERT_TRUE(AfxInitExtensionModule(second, secondModule));
+        new CDynLinkLibrary(second, TRUE);
+        ExpectStrings("host", "host", "first", "first", "second"); // a system library is last, though newest
+        AfxTermExtensionModule(first);
+        AfxTermExtensionModule(second);
+        ExpectStrings("host", "host", "", "", "");
+
+        // Resources of one module under the name of another.
+        auto* link = new CDynLinkLibrary(AfxGetInstanceHandle(), firstModule);
+        ExpectStrings("host", "host", "first", "first", "");
+        delete link;
+    });
+    FreeLibrary(firstModule);
+    FreeLibrary(secondModule);
+}
