@@ -87,21 +87,41 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception)
     ReportAndEnd(text, kCrashed);
 }
 
-DWORD WINAPI Watchdog(void* seconds)
-{
-    Sleep(static_cast<DWORD>(reinterpret_cast<UINT_PTR>(seconds)) * 1000);
-    char text[512];
-    std::snprintf(text, sizeof text, "\nHANGS: %s, %lu seconds after the program's start\n", g_currentTest,
-                  static_cast<unsigned long>(reinterpret_cast<UINT_PTR>(seconds)));
-    ReportAndEnd(text, kHangs);
-}
+/// Ends the program when it has run for too long. The thread is ended before the program is: a process that leaves while
+/// a thread of it is just starting crashes now and then under Wine.
+class Watchdog {
+public:
+    explicit Watchdog(DWORD seconds) : m_seconds(seconds), m_finished(CreateEventA(nullptr, TRUE, FALSE, nullptr))
+    {
+        DWORD id;
+        m_thread = CreateThread(nullptr, 0, &Watchdog::Run, this, 0, &id);
+    }
+    ~Watchdog()
+    {
+        SetEvent(m_finished);
+        WaitForSingleObject(m_thread, INFINITE);
+        CloseHandle(m_thread);
+        CloseHandle(m_finished);
+    }
+    Watchdog(const Watchdog&) = delete;
+    Watchdog& operator=(const Watchdog&) = delete;
 
-void StartWatchdog(DWORD seconds)
-{
-    DWORD thread;
-    CloseHandle(
-        CreateThread(nullptr, 0, &Watchdog, reinterpret_cast<void*>(static_cast<UINT_PTR>(seconds)), 0, &thread));
-}
+private:
+    static DWORD WINAPI Run(void* object)
+    {
+        const auto* self = static_cast<const Watchdog*>(object);
+        if (WaitForSingleObject(self->m_finished, self->m_seconds * 1000) != WAIT_TIMEOUT)
+            return 0;
+        char text[512];
+        std::snprintf(text, sizeof text, "\nHANGS: %s, %lu seconds after the program's start\n", g_currentTest,
+                      static_cast<unsigned long>(self->m_seconds));
+        ReportAndEnd(text, kHangs);
+    }
+
+    DWORD m_seconds;
+    HANDLE m_finished;
+    HANDLE m_thread;
+};
 
 } // namespace
 
@@ -116,7 +136,7 @@ int main(int argc, char** argv)
     testing::UnitTest::GetInstance()->listeners().Append(new CurrentTestRecorder);
     const char* guardHeap = std::getenv("ZO_GUARD_HEAP");
     bool wantsGuardHeap = guardHeap != nullptr && std::strcmp(guardHeap, "1") == 0;
-    DWORD watchdogSeconds = 0;
+    DWORD watchdogSeconds = 0xFFFFFFFF / 1000; // none
     std::string environment = zo_test::EnvironmentName();
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--guard-heap") == 0)
@@ -146,11 +166,10 @@ int main(int argc, char** argv)
 
     int exitCode = 0;
     if (zo_test::IsChild(argc, argv)) {
-        StartWatchdog(kChildWatchdogSeconds);
+        const Watchdog watchdog(kChildWatchdogSeconds);
         exitCode = zo_test::RunAsChild(argc, argv);
     } else {
-        if (watchdogSeconds > 0)
-            StartWatchdog(watchdogSeconds);
+        const Watchdog watchdog(watchdogSeconds);
         std::printf("environment %s%s\n", zo_test::EnvironmentName().c_str(), wantsGuardHeap ? ", guard heap" : "");
         exitCode = RUN_ALL_TESTS();
     }
