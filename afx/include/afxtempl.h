@@ -81,7 +81,7 @@ public:
         element = newElement;
         if (nIndex >= m_nSize)
             SetSize(nIndex + 1);
-        m_pData[nIndex] = std::move(element);
+        m_pData[nIndex] = std::move(element); // NOLINT(clang-analyzer-core.*): SetSize has made the storage
     }
     /// \return the index of the new element.
     INT_PTR Add(ARG_TYPE newElement)
@@ -132,7 +132,7 @@ private:
     static void DestroyElements(TYPE* pElements, INT_PTR nCount)
     {
         for (INT_PTR i = 0; i < nCount; ++i)
-            pElements[i].~TYPE();
+            pElements[i].~TYPE(); // NOLINT(clang-analyzer-core.*): null goes with a count of 0
     }
     void Reallocate(INT_PTR nMaxSize)
     {
@@ -296,7 +296,7 @@ private:
             }
         }
         Assoc* assoc = m_pFree;
-        Assoc* rest = assoc->next;
+        Assoc* rest = assoc->next; // NOLINT(clang-analyzer-core.*): a block holds at least one
         ::new (static_cast<void*>(assoc)) Assoc(HashKey<ARG_KEY>(key), key);
         m_pFree = rest;
         ++m_nCount;

@@ -1,0 +1,150 @@
+#!/usr/bin/env python3
+"""Checks what the suite's modules need and how they are protected.
+
+    check_binaries.py FOLDER        checks every module of the suite in a folder of programs
+    check_binaries.py --self-test MODULE
+                                    damages copies of a module that is in order and expects each damage to be found
+
+A module imports from the system, from the compiler's run-time libraries, and from the modules of the suite that lie
+below it; it can be loaded anywhere, and its data is not executable.
+"""
+
+import pathlib
+import struct
+import sys
+
+SYSTEM = {
+    "advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll", "gdiplus.dll", "kernel32.dll", "mpr.dll",
+    "msimg32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll", "psapi.dll", "shell32.dll", "user32.dll", "version.dll",
+    "winmm.dll", "winspool.drv",
+}
+RUNTIME = {"libgcc_s_dw2-1.dll", "libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll"}
+
+# Modules of the suite that a module may import from; those not named here may import from all libraries of the suite.
+MAY_IMPORT = {
+    "zoafx.dll": set(),
+    "zomuscrl.dll": set(),
+    "zogblbrx.dll": {"zoafx.dll"},
+    "zomfxbrx.dll": {"zoafx.dll", "zogblbrx.dll"},
+    "tapi32.dll": set(),
+}
+
+RELOCATIONS_STRIPPED = 0x0001  # file header
+DYNAMIC_BASE = 0x0040          # optional header
+NX_COMPAT = 0x0100
+
+
+class Module:
+    """The parts of a PE file that the checks look at."""
+
+    def __init__(self, data):
+        self.data = data
+        header = self._unpack("<I", 0x3C)[0]
+        if data[:2] != b"MZ" or data[header:header + 4] != b"PE\0\0":
+            raise ValueError("is no PE file")
+        self.flags_offset = header + 22
+        section_count, optional_size = self._unpack("<H", header + 6)[0], self._unpack("<H", header + 20)[0]
+        optional = header + 24
+        wide = self._unpack("<H", optional)[0] == 0x20B
+        self.protection_offset = optional + 70
+        self._sections = [self._unpack("<IIII", optional + optional_size + 40 * i + 8) for i in range(section_count)]
+        self._import_table = self._unpack("<I", optional + (112 if wide else 96) + 8)[0]
+
+    @property
+    def flags(self):
+        return self._unpack("<H", self.flags_offset)[0]
+
+    @property
+    def protection(self):
+        return self._unpack("<H", self.protection_offset)[0]
+
+    def imports(self):
+        """Names of the modules that this one imports from, in small letters."""
+        names = []
+        if self._import_table:
+            entry = self._offset(self._import_table)
+            while (name := self._unpack("<I", entry + 12)[0]) != 0:
+                begin = self._offset(name)
+                names.append(self.data[begin:self.data.index(b"\0", begin)].decode("ascii").lower())
+                entry += 20
+        return names
+
+    def _unpack(self, form, offset):
+        return struct.unpack_from(form, self.data, offset)
+
+    def _offset(self, address):
+        for size, begin, raw_size, raw in self._sections:
+            if begin <= address < begin + max(size, raw_size):
+                return address - begin + raw
+        raise ValueError(f"has no section at {address:#x}")
+
+
+def problems(name, data, libraries):
+    """What is wrong with a module. `libraries`: the suite's libraries, in small letters."""
+    try:
+        module = Module(data)
+        imports = module.imports()
+    except (ValueError, struct.error, IndexError) as e:
+        return [f"{name} {e}"]
+    found = []
+    allowed = SYSTEM | RUNTIME | MAY_IMPORT.get(name.lower(), libraries)
+    found += [f"{name} imports from {other}" for other in imports if other not in allowed]
+    if not module.protection & DYNAMIC_BASE:
+        found.append(f"{name} lacks DYNAMIC_BASE")
+    if not module.protection & NX_COMPAT:
+        found.append(f"{name} lacks NX_COMPAT")
+    if imports and module.flags & RELOCATIONS_STRIPPED:  # resources alone have nothing to relocate
+        found.append(f"{name} has no relocations, so it is not loaded elsewhere")
+    return found
+
+
+def check_folder(folder):
+    modules = [path for path in sorted(folder.iterdir())
+               if path.suffix.lower() in (".dll", ".exe") and path.name.lower() not in RUNTIME
+               and "_tests" not in path.name]
+    libraries = {path.name.lower() for path in modules if path.suffix.lower() == ".dll"}
+    if "zoafx.dll" not in libraries:
+        print(f"{folder} does not hold the suite")
+        return 1
+    found = [text for path in modules for text in problems(path.name, path.read_bytes(), libraries)]
+    print("\n".join(found) if found else f"{len(modules)} modules are in order")
+    return 1 if found else 0
+
+
+def self_test(path):
+    data = path.read_bytes()
+    module = Module(data)
+    libraries = {"zoafx.dll"}
+
+    def changed(offset, value):
+        copy = bytearray(data)
+        struct.pack_into("<H", copy, offset, value)
+        return bytes(copy)
+
+    damages = [
+        ("lacks DYNAMIC_BASE", changed(module.protection_offset, module.protection & ~DYNAMIC_BASE)),
+        ("lacks NX_COMPAT", changed(module.protection_offset, module.protection & ~NX_COMPAT)),
+        ("has no relocations", changed(module.flags_offset, module.flags | RELOCATIONS_STRIPPED)),
+        ("imports from kornel32.dll", data.replace(b"KERNEL32.dll", b"KORNEL32.dll")),
+        ("is no PE file", b"MZ" + bytes(200)),
+    ]
+    if problems(path.name, data, libraries):
+        print(f"{path.name} is not in order to begin with")
+        return 1
+    missed = [expected for expected, damaged in damages
+              if not any(expected in text for text in problems(path.name, damaged, libraries))]
+    print("not noticed: " + ", ".join(missed) if missed else f"{len(damages)} damages were noticed")
+    return 1 if missed else 0
+
+
+def main(arguments):
+    if len(arguments) == 2 and arguments[0] == "--self-test":
+        return self_test(pathlib.Path(arguments[1]))
+    if len(arguments) == 1:
+        return check_folder(pathlib.Path(arguments[0]))
+    print(__doc__)
+    return 2
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
