@@ -215,3 +215,63 @@ TEST_F(ConfigFaults, ACopyThatFailsEndsWhereItIs)
     EXPECT_EQ("a", ReadText(m_key + "\\Source\\A", "Text")) << "nothing is lost";
     EXPECT_EQ("b", ReadText(m_key + "\\Source\\B", "Text"));
 }
+
+// Systems that answer otherwise than the one at hand ------------------------------------------------------------------
+
+namespace {
+
+DWORD g_writtenSize = 0;
+
+/// Says success and writes nothing.
+LONG WINAPI QueryNothing(HKEY, LPCSTR, DWORD*, DWORD*, BYTE*, DWORD*) { return ERROR_SUCCESS; }
+
+/// Hands over a text that fills the buffer and has no terminator.
+LONG WINAPI QueryUnterminated(HKEY, LPCSTR, DWORD*, DWORD* type, BYTE* data, DWORD* size)
+{
+    *type = REG_SZ;
+    std::memset(data, 'x', *size);
+    return ERROR_SUCCESS;
+}
+
+LONG WINAPI NoteWrittenSize(HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD size)
+{
+    g_writtenSize = size;
+    return ERROR_SUCCESS;
+}
+
+/// How Windows 95 ends an enumeration of a key that another process has deleted meanwhile.
+LONG WINAPI EnumNothing(HKEY, DWORD, LPSTR, DWORD*, DWORD*, LPSTR, DWORD*, FILETIME*) { return ERROR_FILE_NOT_FOUND; }
+
+} // namespace
+
+TEST_F(ConfigFaults, AnswersOfAnySystemAreCheckedBeforeUse)
+{
+    ZO_ONLY_IN(!IsWin32s(), "the calls of the other systems");
+    Prepare();
+    char text[8];
+    {
+        const zo_test::ImportPatch lie(kLibrary, "RegQueryValueExA", &QueryNothing);
+        DWORD number = 0;
+        EXPECT_EQ(ZoErrWrongValueType, m_config.GetValue(m_mode, m_key, "Number", number, 9));
+        EXPECT_EQ(9u, number);
+        EXPECT_EQ(ZoErrWrongValueType, m_config.GetValue(m_mode, m_key, "Text", text, sizeof text, "def"));
+        EXPECT_STREQ("def", text);
+    }
+    {
+        const zo_test::ImportPatch lie(kLibrary, "RegQueryValueExA", &QueryUnterminated);
+        EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA),
+                  m_config.GetValue(m_mode, m_key, "Text", text, sizeof text, "def"));
+        EXPECT_STREQ("def", text);
+    }
+    {
+        const zo_test::ImportPatch note(kLibrary, "RegSetValueExA", &NoteWrittenSize);
+        EXPECT_EQ(0u, m_config.SetValue(m_mode, m_key, "Text", "abc"));
+        EXPECT_EQ(4u, g_writtenSize) << "with the terminator";
+    }
+    {
+        const zo_test::ImportPatch end(kLibrary, "RegEnumKeyExA", &EnumNothing);
+        BOOL exists = TRUE;
+        EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "Sub", exists));
+        EXPECT_FALSE(exists);
+    }
+}

@@ -9,6 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include <afxext.h>
+
+#include <string>
+#include <vector>
+
 namespace {
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
@@ -45,7 +50,7 @@ TEST(LanguageFaults, LoadWithoutMemory)
 
 TEST(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
 {
-    zo_test::RegisteredProduct product;
+    const zo_test::RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     zo_test::AllocationFaults faults;
     zo_test::FaultLoopOptions options;
@@ -61,18 +66,37 @@ TEST(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
         },
         options);
     ZoGblDumpLanguageDLL();
+}
 
-    // And never in two languages at once.
-    product.MakeCurrent(0x0407);
+TEST(LanguageFaults, CountryListIsNeverInTwoLanguages)
+{
+    const zo_test::RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    ZoGblDumpLanguageDLL();
-    product.MakeCurrent(0x0409);
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    faults.Arm(20, true);
-    EXPECT_EQ(ZoErrMemoryException, GetGlobalCountryList()->ReloadNames());
-    EXPECT_TRUE(GetGlobalCountryList()->AreNamesOutdated()) << "asked for under faults";
-    faults.Disarm();
-    EXPECT_FALSE(GetGlobalCountryList()->AreNamesOutdated());
+    CZoCountryCodeList* list = GetGlobalCountryList();
+    const auto names = [list] {
+        std::vector<std::string> all;
+        for (int i = 0; i < list->GetCount(); ++i)
+            all.emplace_back(list->GetAt(i)->GetName());
+        return all;
+    };
+    const std::vector<std::string> english = names();
+    const HINSTANCE german = LoadLibraryA("ZOGBLDEU.DLL");
+    ASSERT_NE(nullptr, german);
+    {
+        const CDynLinkLibrary overriding(german, german);
+        zo_test::AllocationFaults faults;
+        faults.Arm(100, true);
+        EXPECT_EQ(ZoErrMemoryException, list->ReloadNames());
+        faults.Disarm();
+        EXPECT_TRUE(list->AreNamesOutdated());
+        EXPECT_EQ(english, names());
+        EXPECT_EQ(list, GetGlobalCountryList()); // asking for the list tries again
+        EXPECT_FALSE(list->AreNamesOutdated());
+        EXPECT_STREQ("Deutschland", list->FindByIndex(276)->GetName());
+    }
+    FreeLibrary(german);
+    EXPECT_EQ(0u, list->ReloadNames());
+    EXPECT_EQ(english, names());
     ZoGblDumpLanguageDLL();
 }
 
@@ -91,18 +115,7 @@ TEST(LanguageFaults, LoadWithoutTheSystem)
     const ZO_FAULTY_CALL(GetUserNameA) user(faults, kLibrary, FALSE);
     const ZO_FAULTY_CALL(LoadLibraryA) load(faults, kLibrary, nullptr, ERROR_MOD_NOT_FOUND);
     const ZO_FAULTY_CALL(GetLocaleInfoA) locale(faults, kLibrary, 0);
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
-        const BOOL loaded = ZoGblLoadLanguageDLL();
-        run.Stop();
-        EXPECT_EQ(loaded != FALSE, ZoGblGetLanguageDLL() != nullptr);
-        if (!run.Fired()) {
-            EXPECT_TRUE(loaded);
-        }
-        if (loaded) {
-            EXPECT_TRUE(ZoGblDumpLanguageDLL());
-        }
-        EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
-    });
+    zo_test::RunFaultLoop(faults, &LoadUnderFaults);
 }
 
 TEST(LanguageFaults, WindowThatCannotBeMadeFailsTheLoad)

@@ -84,7 +84,7 @@ TEST_F(Language, CurrentOneIsTheFirstMarkedWithOne)
         DWORD german;
         DWORD expected;
     } cases[] = {
-        {1, 0, 0x0409}, {0, 1, 0x0407}, {2, 1, 0x0407}, {0, 0x101, 0x0407 /* one byte of it counts */},
+        {1, 0, 0x0409}, {0, 1, 0x0407}, {2, 1, 0x0407}, {1, 2, 0x0409}, {0, 0x101, 0x0407 /* one byte of it counts */},
     };
     for (const auto& c : cases) {
         m_product.SetLanguage(0x0409, c.english);
@@ -131,6 +131,7 @@ TEST_F(Language, WithoutListOrLibraryNothingIsLoadedOrCounted)
 {
     m_product.RemoveLanguages();
     EXPECT_FALSE(ZoGblLoadLanguageDLL()) << "no key";
+    EXPECT_TRUE(CZoLanguageSupport().EnumerateAvailableLanguages("Software\\No such key")) << "but that is no error";
     m_product.Config().CreateKey(ZO_MODE_LOCAL_MACHINE, m_product.LanguagesKey());
     EXPECT_FALSE(ZoGblLoadLanguageDLL()) << "no language";
     m_product.SetLanguage(0x041F, 1);

@@ -123,6 +123,24 @@ TEST_P(Countries, AreFoundByIndexCodeAndName)
     EXPECT_EQ(1u, prefix);
 }
 
+TEST_P(Countries, OfOneIndexAreTheFirstByName)
+{
+    // Germany's index once more, under the names of the first and the last country.
+    const UINT first = m_list->GetAt(0)->GetStringIndex();
+    const UINT last = m_list->GetAt(m_list->GetCount() - 1)->GetStringIndex();
+    ASSERT_EQ(0u, m_list->AddCountry(Word(last, 0), Word(7, 777), 276));
+    ASSERT_EQ(0u, m_list->AddCountry(Word(first, 0), Word(8, 888), 276));
+    CString text;
+    EXPECT_TRUE(GetCountryNameFromCode(276, text));
+    EXPECT_STREQ(m_list->GetAt(0)->GetName(), text);
+    GetCountryPhoneCode(276, text);
+    EXPECT_STREQ("888", text);
+    UINT prefix = 0;
+    EXPECT_TRUE(GetCountryPrefix(static_cast<WORD>(276), prefix));
+    EXPECT_EQ(8u, prefix);
+    m_list->FreeData(); // filled anew when it is next asked for
+}
+
 /// The system's own telephony service knows countries too; what differs is listed in docs/countries.md.
 TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
 {
@@ -166,14 +184,18 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
 TEST_P(Countries, FillBoxesWithoutTakingTheFocus)
 {
     CWnd parent;
-    ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 200, 200, nullptr, nullptr));
+    ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 200, 200, nullptr, nullptr));
     CListBox list;
     CComboBox combo;
-    ASSERT_TRUE(list.Create(WS_CHILD | LBS_OWNERDRAWFIXED, CRect(0, 0, 100, 100), &parent, 1));
+    ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED, CRect(0, 0, 100, 100), &parent, 1));
     ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, CRect(0, 0, 100, 100), &parent, 2));
     list.AddString("stale");
+    list.SetFocus();
+    ASSERT_EQ(list.m_hWnd, GetFocus());
     EXPECT_EQ(0u, m_list->AddToListBox(&list));
+    EXPECT_EQ(list.m_hWnd, GetFocus());
     EXPECT_EQ(0u, m_list->AddToComboBox(&combo));
+    EXPECT_EQ(list.m_hWnd, GetFocus());
     ASSERT_EQ(m_list->GetCount(), list.GetCount());
     ASSERT_EQ(m_list->GetCount(), combo.GetCount());
     EXPECT_EQ(0, list.GetCurSel());

@@ -149,7 +149,7 @@ DWORD CZoGlobalConfig::GetValue(DWORD mode, LPCSTR key, LPCSTR valueName, LPSTR 
     if (!IsWin32s() && !HasNamedValues())
         return ERROR_SUCCESS;
 
-    DWORD type = REG_SZ;
+    DWORD type = IsWin32s() ? REG_SZ : REG_NONE;
     DWORD size = bufferSize;
     DWORD result = IsWin32s() ? ReadSubkeyText(MapModeToKey(mode), key, valueName, buffer, size)
                               : QueryValue(MapModeToKey(mode), key, valueName, type, buffer, size);
