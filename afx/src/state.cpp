@@ -19,9 +19,11 @@ AFX_MODULE_STATE* AFXAPI AfxGetModuleState()
     return &state;
 }
 
+ThreadState* FindThreadState() { return static_cast<ThreadState*>(TlsGetValue(g_threadSlot)); }
+
 ThreadState* GetThreadState()
 {
-    auto* state = static_cast<ThreadState*>(TlsGetValue(g_threadSlot));
+    ThreadState* state = FindThreadState();
     if (state == nullptr) {
         state = new ThreadState;
         TlsSetValue(g_threadSlot, state);

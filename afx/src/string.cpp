@@ -293,7 +293,7 @@ BOOL CString::LoadString(UINT nID)
     for (int capacity = 256;; capacity *= 2) {
         const int length = AfxLoadString(nID, GetBuffer(capacity), static_cast<UINT>(capacity) + 1);
         ReleaseBuffer(length);
-        if (length < capacity)
+        if (length < capacity - 1) // a text that was cut may be one byte short of the capacity
             return length > 0;
     }
 }

@@ -68,6 +68,8 @@ struct ThreadState {
     }
 };
 
+/// The calling thread's state; null when it has none, and then it has no windows either.
+ThreadState* FindThreadState();
 /// The calling thread's state, made on first use.
 ThreadState* GetThreadState();
 

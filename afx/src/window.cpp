@@ -182,8 +182,8 @@ struct AfxMessageDelivery {
 
 LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam)
 {
-    ThreadState* state = GetThreadState();
-    CWnd* window = state->windows.FindPermanent(hWnd);
+    ThreadState* state = FindThreadState();
+    CWnd* window = state != nullptr ? state->windows.FindPermanent(hWnd) : nullptr;
     if (window == nullptr)
         return ::DefWindowProc(hWnd, nMsg, wParam, lParam);
 

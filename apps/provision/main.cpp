@@ -25,15 +25,12 @@ bool IsFile(const CString& path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-/// The languages whose library lies in \p folder.
-void FindLanguages(const CString& folder, CDWordArray& languages)
+/// Where the library of a language lies, or would lie.
+CString LanguageLibrary(const CString& folder, DWORD id)
 {
-    for (const DWORD id : kSuiteLanguages) {
-        char abbreviation[4] = {};
-        GetLocaleInfoA(id, LOCALE_SABBREVLANGNAME, abbreviation, sizeof abbreviation);
-        if (IsFile(folder + "ZOGBL" + abbreviation + ".DLL"))
-            languages.Add(id);
-    }
+    char abbreviation[4] = {};
+    GetLocaleInfoA(id, LOCALE_SABBREVLANGNAME, abbreviation, sizeof abbreviation);
+    return folder + "ZOGBL" + abbreviation + ".DLL";
 }
 
 CString LoggedOnUser()
@@ -53,14 +50,22 @@ int Fail(const char* what, const CString& subject, DWORD status)
     return kFailed;
 }
 
-int RemoveAll(const Arguments& arguments)
+bool ReadProduct(Product& product, const CString& path)
+{
+    if (product.Read(path) && !product.internalName.IsEmpty())
+        return true;
+    Fail("names no product and module by its version resource", path, ERROR_RESOURCE_DATA_NOT_FOUND);
+    return false;
+}
+
+int RemoveAll(const Arguments& arguments, Registration& registration)
 {
     for (INT_PTR i = 0; i < arguments.executables.GetSize(); ++i) {
         Product product;
-        if (!product.Read(arguments.executables[i]))
-            return Fail("names no product by its version resource", arguments.executables[i], ERROR_RESOURCE_DATA_NOT_FOUND);
-        const DWORD status = arguments.allUsers ? Registration::RemoveProduct(product)
-                                                : Registration::RemoveUser(product, arguments.user);
+        if (!ReadProduct(product, arguments.executables[i]))
+            return kFailed;
+        const DWORD status = arguments.allUsers ? registration.RemoveProduct(product)
+                                                : registration.RemoveUser(product, arguments.user);
         if (status == ERROR_FILE_NOT_FOUND)
             std::printf("not registered: %s\n", (LPCSTR)product.name);
         else if (status != ERROR_SUCCESS)
@@ -72,19 +77,41 @@ int RemoveAll(const Arguments& arguments)
     return kDone;
 }
 
-int RegisterAll(const Arguments& arguments, const CString& folder)
+int RegisterAll(const Arguments& arguments, Registration& registration)
 {
-    Registration registration(arguments.user, arguments.languages, arguments.currentLanguage);
-    CStringArray modules;
-    modules.Append(arguments.executables);
-    modules.Add(folder + "ZOGBLBRX.DLL");
-    for (INT_PTR i = 0; i < modules.GetSize(); ++i) {
+    for (INT_PTR i = 0; i < arguments.executables.GetSize(); ++i) {
         Product product;
-        if (!product.Read(modules[i]))
-            return Fail("names no product by its version resource", modules[i], ERROR_RESOURCE_DATA_NOT_FOUND);
-        const DWORD status = registration.Register(product);
+        if (!ReadProduct(product, arguments.executables[i]))
+            return kFailed;
+        const DWORD status = registration.Register(product, arguments.user, arguments.languages,
+                                                   arguments.currentLanguage);
         if (status != ERROR_SUCCESS)
             return Fail("cannot be registered", product.name, status);
+    }
+    return kDone;
+}
+
+/// Settles which languages to register. \return the exit code.
+int ChooseLanguages(Arguments& arguments, const CString& folder)
+{
+    if (arguments.languages.IsEmpty()) {
+        for (const DWORD id : kSuiteLanguages) {
+            if (IsFile(LanguageLibrary(folder, id)))
+                arguments.languages.Add(id);
+        }
+        if (arguments.languages.IsEmpty())
+            return Fail("holds no language library", folder, ERROR_FILE_NOT_FOUND);
+    }
+    bool listed = arguments.currentLanguage == 0;
+    for (INT_PTR i = 0; i < arguments.languages.GetSize(); ++i) {
+        const CString library = LanguageLibrary(folder, arguments.languages[i]);
+        if (!IsFile(library))
+            return Fail("the language has no library", library, ERROR_FILE_NOT_FOUND);
+        listed = listed || arguments.languages[i] == arguments.currentLanguage;
+    }
+    if (!listed) {
+        std::fputs("ZoProvision: --current names a language that is not to be registered\n", stderr);
+        return kWrongUsage;
     }
     return kDone;
 }
@@ -109,19 +136,12 @@ int main(int count, char** words)
         if (!IsFile(arguments.executables[i]))
             return Fail("there is no such file", arguments.executables[i], ERROR_FILE_NOT_FOUND);
     }
+    Product library;
+    if (!ReadProduct(library, folder + "ZOGBLBRX.DLL"))
+        return kFailed;
+    Registration registration(library);
     if (arguments.remove)
-        return RemoveAll(arguments);
-
-    if (arguments.languages.IsEmpty())
-        FindLanguages(folder, arguments.languages);
-    if (arguments.languages.IsEmpty())
-        return Fail("holds no language library", folder, ERROR_FILE_NOT_FOUND);
-    bool listed = arguments.currentLanguage == 0;
-    for (INT_PTR i = 0; i < arguments.languages.GetSize(); ++i)
-        listed = listed || arguments.languages[i] == arguments.currentLanguage;
-    if (!listed) {
-        std::fputs("ZoProvision: --current names a language that is not installed\n", stderr);
-        return kWrongUsage;
-    }
-    return RegisterAll(arguments, folder);
+        return RemoveAll(arguments, registration);
+    const int chosen = ChooseLanguages(arguments, folder);
+    return chosen != kDone ? chosen : RegisterAll(arguments, registration);
 }

@@ -4,6 +4,7 @@
 
 namespace {
 
+constexpr DWORD kMachine = ZO_MODE_LOCAL_MACHINE;
 constexpr LPCSTR kAccess = "Access";
 constexpr DWORD kNoTemplates = 0; // a module that provides no template library
 
@@ -14,90 +15,136 @@ CString LanguageName(DWORD id)
     return name;
 }
 
-DWORD NoteThatNotEmpty(void* context, LPCSTR)
+/// A product as the name of a value: what stands for a key path must not look like one.
+CString ProductEntry(const Product& product)
 {
-    *static_cast<bool*>(context) = false;
-    return ERROR_SUCCESS;
+    CString entry = product.root;
+    entry.Replace("\\", "/");
+    return entry;
 }
-DWORD NoteThatHasValues(void* context, LPCSTR, const void*, DWORD) { return NoteThatNotEmpty(context, nullptr); }
+
+/// An enumeration that ends with this has met something.
+constexpr DWORD kMet = 0xFFFF;
+DWORD MeetSubkey(void*, LPCSTR) { return kMet; }
+DWORD MeetValue(void*, LPCSTR, const void*, DWORD) { return kMet; }
 
 bool IsEmptyKey(CZoGlobalConfig& config, const CString& key)
 {
-    bool empty = true;
-    return config.EnumEntries(ZO_MODE_LOCAL_MACHINE, key, &NoteThatNotEmpty, &empty) == ERROR_SUCCESS &&
-           config.EnumValues(ZO_MODE_LOCAL_MACHINE, key, &NoteThatHasValues, &empty) == ERROR_SUCCESS && empty;
+    return config.EnumEntries(kMachine, key, &MeetSubkey, nullptr) == ERROR_SUCCESS &&
+           config.EnumValues(kMachine, key, &MeetValue, nullptr) == ERROR_SUCCESS;
 }
+
+DWORD CollectSubkey(void* context, LPCSTR name)
+{
+    try {
+        static_cast<CStringArray*>(context)->Add(name);
+        return ERROR_SUCCESS;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+}
+
+DWORD IfThere(DWORD status) { return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status; }
 
 } // namespace
 
-Registration::Registration(const CString& user, const CDWordArray& languages, DWORD current)
-    : m_user(user), m_languages(languages), m_current(current)
+// Registering ----------------------------------------------------------------------------------------------------------
+
+DWORD Registration::Register(const Product& product, const CString& user, const CDWordArray& languages, DWORD current)
 {
+    DWORD status = RegisterModule(product, user, languages, current);
+    if (status == ERROR_SUCCESS)
+        status = RegisterModule(m_library, user, languages, current);
+    if (status == ERROR_SUCCESS)
+        status = m_config.SetValue(kMachine, ProductsKey(), ProductEntry(product), 1);
+    return status;
 }
 
-DWORD Registration::Register(const Product& product)
+DWORD Registration::RegisterModule(const Product& product, const CString& user, const CDWordArray& languages,
+                                   DWORD current)
 {
-    const CString module = product.root + "\\Users\\" + m_user + "\\Modules\\" + product.internalName + "\\" +
+    const CString module = product.root + "\\Users\\" + user + "\\Modules\\" + product.internalName + "\\" +
                            product.version;
-    DWORD status = m_config.CreateKey(ZO_MODE_LOCAL_MACHINE, module);
+    DWORD status = m_config.CreateKey(kMachine, module);
+    BOOL hasAccess = FALSE;
     if (status == ERROR_SUCCESS)
-        status = WriteIfMissing(module, kAccess, kNoTemplates);
+        status = m_config.DoesEntryExist(kMachine, module, kAccess, hasAccess);
+    if (status == ERROR_SUCCESS && !hasAccess)
+        status = m_config.SetValue(kMachine, module, kAccess, kNoTemplates);
     if (status == ERROR_SUCCESS)
-        status = WriteLanguages(module + "\\Languages");
+        status = WriteLanguages(module + "\\Languages", languages, current);
     if (status == ERROR_SUCCESS)
         std::printf("registered: %s, module %s, user %s\n", (LPCSTR)product.name, (LPCSTR)product.internalName,
-                    (LPCSTR)m_user);
+                    (LPCSTR)user);
     return status;
 }
 
-DWORD Registration::WriteIfMissing(const CString& key, LPCSTR name, DWORD value)
+DWORD Registration::WriteLanguages(const CString& key, const CDWordArray& languages, DWORD current)
 {
-    BOOL exists = FALSE;
-    const DWORD status = m_config.DoesEntryExist(ZO_MODE_LOCAL_MACHINE, key, name, exists);
-    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
-        return status;
-    return exists ? ERROR_SUCCESS : m_config.SetValue(ZO_MODE_LOCAL_MACHINE, key, name, value);
-}
-
-DWORD Registration::WriteLanguages(const CString& key)
-{
-    DWORD current = m_current;
-    for (INT_PTR i = 0; current == 0 && i < m_languages.GetSize(); ++i) { // the user's choice stands
+    for (INT_PTR i = 0; current == 0 && i < languages.GetSize(); ++i) { // the user's choice stands
         DWORD flag = 0;
-        m_config.GetValue(ZO_MODE_LOCAL_MACHINE, key, LanguageName(m_languages[i]), flag, 0);
+        m_config.GetValue(kMachine, key, LanguageName(languages[i]), flag, 0);
         if (flag == 1)
-            current = m_languages[i];
+            current = languages[i];
     }
     if (current == 0)
-        current = m_languages[0];
+        current = languages[0];
 
     // Anew, for a language whose library is no longer there must not stay in the list.
-    DWORD status = m_config.DeleteSection(ZO_MODE_LOCAL_MACHINE, key, nullptr);
-    if (status == ERROR_FILE_NOT_FOUND)
-        status = ERROR_SUCCESS;
-    for (INT_PTR i = 0; status == ERROR_SUCCESS && i < m_languages.GetSize(); ++i)
-        status = m_config.SetValue(ZO_MODE_LOCAL_MACHINE, key, LanguageName(m_languages[i]),
-                                   static_cast<DWORD>(m_languages[i] == current));
+    DWORD status = IfThere(m_config.DeleteSection(kMachine, key, nullptr));
+    for (INT_PTR i = 0; status == ERROR_SUCCESS && i < languages.GetSize(); ++i)
+        status = m_config.SetValue(kMachine, key, LanguageName(languages[i]), static_cast<DWORD>(languages[i] == current));
     return status;
 }
+
+// Removing -------------------------------------------------------------------------------------------------------------
 
 DWORD Registration::RemoveUser(const Product& product, const CString& user)
 {
-    return CZoGlobalConfig().DeleteSection(ZO_MODE_LOCAL_MACHINE, product.root + "\\Users", user);
+    return m_config.DeleteSection(kMachine, product.root + "\\Users", user);
 }
 
 DWORD Registration::RemoveProduct(const Product& product)
 {
-    CZoGlobalConfig config;
-    const DWORD status = config.DeleteSection(ZO_MODE_LOCAL_MACHINE, product.root, nullptr);
+    BOOL registered = FALSE;
+    DWORD status = m_config.DoesEntryExist(kMachine, ProductsKey(), ProductEntry(product), registered);
+    if (status != ERROR_SUCCESS || !registered)
+        return status != ERROR_SUCCESS ? status : ERROR_FILE_NOT_FOUND;
+    status = m_config.DeleteEntry(kMachine, ProductsKey(), ProductEntry(product));
     if (status != ERROR_SUCCESS)
         return status;
-    CString parent = product.root;
-    for (int levels = 0; levels < 2; ++levels) { // the product name's key and the company's; never "Software" itself
+    const bool isLast = IsEmptyKey(m_config, ProductsKey());
+    if (!SharesProduct(product))
+        status = RemoveTree(product.root);
+    else if (!isLast) // others need the library, which lives in the same product
+        status = RemoveModule(product);
+    if (status == ERROR_SUCCESS && isLast)
+        status = RemoveTree(m_library.root);
+    return status;
+}
+
+/// Removes a module's key from every user of its product.
+DWORD Registration::RemoveModule(const Product& product)
+{
+    const CString users = product.root + "\\Users";
+    CStringArray names;
+    DWORD status = IfThere(m_config.EnumEntries(kMachine, users, &CollectSubkey, &names));
+    for (INT_PTR i = 0; status == ERROR_SUCCESS && i < names.GetSize(); ++i)
+        status = IfThere(m_config.DeleteSection(kMachine, users + "\\" + names[i] + "\\Modules", product.internalName));
+    return status;
+}
+
+/// Removes a product's key and the keys above it that this leaves empty.
+DWORD Registration::RemoveTree(const CString& root)
+{
+    DWORD status = IfThere(m_config.DeleteSection(kMachine, root, nullptr));
+    CString parent = root;
+    for (int levels = 0; status == ERROR_SUCCESS && levels < 2; ++levels) { // product and company; never "Software" itself
         parent = parent.Left(parent.ReverseFind('\\'));
-        if (!IsEmptyKey(config, parent))
+        if (!IsEmptyKey(m_config, parent))
             break;
-        config.DeleteSection(ZO_MODE_LOCAL_MACHINE, parent, nullptr);
+        status = m_config.DeleteSection(kMachine, parent, nullptr);
     }
-    return ERROR_SUCCESS;
+    return status;
 }

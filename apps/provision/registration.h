@@ -8,24 +8,32 @@
 
 #include <afxcoll.h>
 
+/// Works for one class library, whose settings the products share: it is registered with the first product and taken out
+/// with the last one. Which products those are is kept in "Products" below the library's own product.
+///
+/// Operations say what they did on the output and return 0 or the status of the registry.
 class Registration {
 public:
+    explicit Registration(const Product& library) : m_library(library) {}
+
+    /// Registers a module of a product, and the library, for a user.
     /// \param languages ids, at least one; \param current the one to make current, 0 to keep or take the first
-    Registration(const CString& user, const CDWordArray& languages, DWORD current);
+    DWORD Register(const Product& product, const CString& user, const CDWordArray& languages, DWORD current);
 
-    /// Registers a module of a product for the user. Says what was done on the output; \return 0 or the status.
-    DWORD Register(const Product& product);
-
-    static DWORD RemoveUser(const Product& product, const CString& user);
-    /// Removes the product with all its users, and the keys above it that this leaves empty.
-    static DWORD RemoveProduct(const Product& product);
+    /// Removes one user's settings of a product.
+    DWORD RemoveUser(const Product& product, const CString& user);
+    /// Removes a product with all its users, the keys above it that this leaves empty, and the library if no other
+    /// product needs it. 2: it was not registered.
+    DWORD RemoveProduct(const Product& product);
 
 private:
-    DWORD WriteLanguages(const CString& key);
-    DWORD WriteIfMissing(const CString& key, LPCSTR name, DWORD value);
+    DWORD RegisterModule(const Product& product, const CString& user, const CDWordArray& languages, DWORD current);
+    DWORD WriteLanguages(const CString& key, const CDWordArray& languages, DWORD current);
+    DWORD RemoveModule(const Product& product);
+    DWORD RemoveTree(const CString& root);
+    CString ProductsKey() const { return m_library.root + "\\Products"; }
+    bool SharesProduct(const Product& product) const { return product.root.CompareNoCase(m_library.root) == 0; }
 
     CZoGlobalConfig m_config;
-    CString m_user;
-    const CDWordArray& m_languages;
-    DWORD m_current;
+    const Product& m_library;
 };

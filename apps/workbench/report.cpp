@@ -1,16 +1,21 @@
 #include "report.h"
 
+#include <afxtempl.h>
+
 namespace {
 
 /// The text in UTF-8, which every other program reads the same.
 CString ToUtf8(const CString& text)
 {
-    const int length = text.GetLength();
-    wchar_t wide[1024];
-    const int wideLength = ::MultiByteToWideChar(CP_ACP, 0, text, length, wide, 1024);
-    char utf8[3 * 1024];
-    const int utf8Length = ::WideCharToMultiByte(CP_UTF8, 0, wide, wideLength, utf8, sizeof utf8, nullptr, nullptr);
-    return {utf8, utf8Length};
+    CArray<wchar_t> wide;
+    wide.SetSize(text.GetLength() + 1);
+    const int wideLength = ::MultiByteToWideChar(CP_ACP, 0, text, text.GetLength(), wide.GetData(), text.GetLength());
+    CString utf8;
+    const int capacity = 3 * wideLength;
+    const int length = ::WideCharToMultiByte(CP_UTF8, 0, wide.GetData(), wideLength, utf8.GetBuffer(capacity), capacity,
+                                             nullptr, nullptr);
+    utf8.ReleaseBuffer(length);
+    return utf8;
 }
 
 } // namespace

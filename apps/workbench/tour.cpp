@@ -159,6 +159,8 @@ private:
             m_frame->ShowWindow(SW_SHOW);
             m_frame->UpdateWindow();
             m_frame->GetWindowText(title);
+        } else {
+            m_frame = nullptr; // a window that could not be completed took its object along
         }
         return m_report.Step("window", created, title);
     }

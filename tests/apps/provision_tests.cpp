@@ -44,8 +44,9 @@ protected:
     void TearDown() override { Clear(); }
     void Clear()
     {
+        Provision("--remove" + Plain());
+        Provision("--remove");
         m_config.DeleteSection(kMachine, "Software", "Zo Tests");
-        Provision("--remove --user tester");
     }
     bool HasKey(LPCSTR parent, LPCSTR name)
     {
@@ -76,6 +77,8 @@ TEST_F(ProvisionTest, ExitCodesTellWhatHappened)
     for (const char* wrong : {"--nonsense", "--user", "--user a\\b", "--languages", "--languages 0409,", "--languages xyz",
                               "--current 12345", "--languages 0409 --current 0407"})
         EXPECT_EQ(2u, Provision(wrong)) << wrong;
+    EXPECT_EQ(1u, Provision("--languages 0409,041f")) << "Turkish has no library";
+    EXPECT_EQ(1u, Provision("\"" + OwnFolder() + "fixture_nameless.DLL\"")) << "names no module";
     EXPECT_EQ(1u, Provision("no-such-file.exe"));
     EXPECT_EQ(1u, Provision("\"" + OwnFolder() + "fixture_bare.DLL\"")) << "names no product";
     EXPECT_FALSE(HasKey("Software", "Zo Tests"));
@@ -103,6 +106,21 @@ TEST_F(ProvisionTest, RegistersAndChangesNothingThatIsThere)
 
     ASSERT_EQ(0u, Provision("--user tester --languages 0409" + Plain()));
     EXPECT_EQ(std::set<std::string>{"0409=1"}, Languages()) << "a language taken away is no longer listed";
+}
+
+TEST_F(ProvisionTest, LibraryStaysAsLongAsAProductNeedsIt)
+{
+    constexpr char kSuite[] = "Software\\Zo,Inc.\\Brixel Suite\\3.9\\Users\\tester\\Modules";
+    ASSERT_EQ(0u, Provision("--user tester" + Plain()));
+    ASSERT_EQ(0u, Provision("--user tester"));
+    EXPECT_TRUE(HasKey(kSuite, "GlobalModule"));
+    EXPECT_TRUE(HasKey(kSuite, "Workbench"));
+    EXPECT_EQ(0u, Provision("--remove"));
+    EXPECT_FALSE(HasKey(kSuite, "Workbench"));
+    EXPECT_TRUE(HasKey(kSuite, "GlobalModule")) << "the other product needs it";
+    EXPECT_EQ(0u, Provision("--remove" + Plain()));
+    EXPECT_FALSE(HasKey("Software", "Zo,Inc."));
+    EXPECT_FALSE(HasKey("Software", "Zo Tests"));
 }
 
 TEST_F(ProvisionTest, RemovesAUserOrAllOfTheProduct)

@@ -1,5 +1,7 @@
 #include "dialog_font.h"
 
+#include "../files/bounded_text.h"
+
 #include <cstring>
 
 namespace {
@@ -43,7 +45,7 @@ constexpr WORD kExtendedSignature = 0xFFFF;
 
 DialogFont::DialogFont(LPCSTR faceName, int pointSize) : points(pointSize)
 {
-    lstrcpynA(face, faceName, sizeof face);
+    CopyBounded(face, sizeof face, faceName);
 }
 
 bool DialogFont::ReadFromTemplate(const void* dialogTemplate, DWORD size)
@@ -77,7 +79,7 @@ bool DialogFont::ReadFromTemplate(const void* dialogTemplate, DWORD size)
     if (pointSize == 0 || name[0] == 0 ||
         WideCharToMultiByte(CP_ACP, 0, name, -1, converted, sizeof converted, nullptr, nullptr) == 0)
         return false;
-    lstrcpynA(face, converted, sizeof face);
+    CopyBounded(face, sizeof face, converted);
     points = pointSize;
     return true;
 }

@@ -27,7 +27,7 @@ DWORD CZoCustomResource::LoadCustomResource(HINSTANCE module, UINT id)
     if (id == 0)
         return ZO_RESOURCE_ZERO_ID;
     m_nID = id;
-    return Load(module);
+    return id <= 0xFFFF ? Load(module) : ZO_RESOURCE_NOT_FOUND; // numbers of resources have 16 bits
 }
 
 DWORD CZoCustomResource::LoadCustomResource(HINSTANCE module, const char* name)

@@ -3,6 +3,7 @@
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
 
+#include "../files/bounded_text.h"
 #include "registry_key.h"
 #include "registry_walk.h"
 
@@ -17,7 +18,7 @@ void FillWithDefault(LPSTR buffer, DWORD bufferSize, LPCSTR defaultText)
     if (defaultText == nullptr)
         std::memset(buffer, 0, bufferSize);
     else
-        lstrcpynA(buffer, defaultText, static_cast<int>(bufferSize));
+        CopyBounded(buffer, bufferSize, defaultText);
 }
 
 /// Reads the text that Win32s keeps as the unnamed value of subkey \p name. \param size in: of \p buffer, out: length

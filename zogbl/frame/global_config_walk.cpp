@@ -179,12 +179,29 @@ template <size_t SIZE> bool AppendToPath(char (&path)[SIZE], LPCSTR name)
     return true;
 }
 
-/// Whether \p path is \p ancestor or lies below it.
-bool IsAtOrBelow(LPCSTR path, LPCSTR ancestor)
+/// A key's path in the one form that two names of the same key share: single backslashes, none at the ends, and the
+/// classes under the name that they have below HKEY_LOCAL_MACHINE. Throws CMemoryException*.
+CString CanonicalPath(HKEY root, LPCSTR path)
 {
-    const auto length = static_cast<int>(std::strlen(ancestor));
-    return length == 0 || (_strnicmp(path, ancestor, static_cast<size_t>(length)) == 0 &&
-                           (path[length] == '\0' || path[length] == '\\'));
+    CString canonical;
+    canonical.Format("%lX", static_cast<unsigned long>(HandleToULong(root == HKEY_CLASSES_ROOT ? HKEY_LOCAL_MACHINE : root)));
+    if (root == HKEY_CLASSES_ROOT)
+        canonical += "\\Software\\Classes";
+    CString rest(path);
+    while (!rest.IsEmpty()) {
+        const int backslash = rest.Find('\\');
+        const CString name = backslash < 0 ? rest : rest.Left(backslash);
+        if (!name.IsEmpty())
+            canonical += "\\" + name;
+        rest = backslash < 0 ? CString() : rest.Mid(backslash + 1);
+    }
+    return canonical + "\\";
+}
+
+/// Whether \p path is \p ancestor or lies below it; both in canonical form.
+bool IsAtOrBelow(const CString& path, const CString& ancestor)
+{
+    return path.GetLength() >= ancestor.GetLength() && IsSameName(path.Left(ancestor.GetLength()), ancestor);
 }
 
 } // namespace
@@ -194,9 +211,15 @@ DWORD CZoGlobalConfig::CopyRegTree(DWORD destinationMode, LPCSTR destinationKey,
 {
     if (destinationKey == nullptr || sourceKey == nullptr)
         return ERROR_INVALID_PARAMETER;
-    // Copying a tree into itself would not end before the paths are full.
-    if (MapModeToKey(destinationMode) == MapModeToKey(sourceMode) && IsAtOrBelow(destinationKey, sourceKey))
-        return ERROR_INVALID_PARAMETER;
+    // Copying a tree into itself would not end before the paths are full, and moving it there would delete it.
+    try {
+        if (IsAtOrBelow(CanonicalPath(MapModeToKey(destinationMode), destinationKey),
+                        CanonicalPath(MapModeToKey(sourceMode), sourceKey)))
+            return ERROR_INVALID_PARAMETER;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
     const std::unique_ptr<CopyRecord> record(new (std::nothrow) CopyRecord);
     if (!record)
         return ERROR_NOT_ENOUGH_MEMORY;

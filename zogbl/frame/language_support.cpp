@@ -83,6 +83,11 @@ BOOL CZoLanguageSupport::Create()
     });
 }
 
+BOOL CZoLanguageSupport::IsOnOwnThread() const
+{
+    return m_hWnd == nullptr || GetWindowThreadProcessId(m_hWnd, nullptr) == GetCurrentThreadId();
+}
+
 void CZoLanguageSupport::OnDestroy()
 {
     ZoUnregisterLanguageWindow(m_hWnd);

@@ -23,8 +23,12 @@ constexpr LPCSTR kNoviceMode = "NoviceMode";
 
 BOOL AttachToProcess(HINSTANCE instance)
 {
-    if (!ZoModuleDataCreate())
+    if (!ZoModuleDataCreate()) {
+        // The host's classes were put aside while this library was loading; this brings them back.
+        AfxInitExtensionModule(g_extensionModule, instance);
+        AfxTermExtensionModule(g_extensionModule);
         return FALSE;
+    }
     if (!AfxInitExtensionModule(g_extensionModule, instance)) {
         ZoModuleDataDestroy();
         return FALSE;
@@ -126,6 +130,8 @@ BOOL ZoGblDumpLanguageDLL()
 {
     ZoModuleData* data = ZoModuleDataGet();
     if (data == nullptr)
+        return FALSE;
+    if (data->m_nLanguageLoadCount == 1 && !data->m_pLanguageSupport->IsOnOwnThread())
         return FALSE;
     // Deliberately without a guard: one release too many makes up for one load too many.
     if (--data->m_nLanguageLoadCount == 0) {

@@ -12,17 +12,32 @@ HINSTANCE ZoGblFindResourceModule(LPCSTR name, LPCSTR type)
     return language;
 }
 
+HINSTANCE ZoGblFindStringModule(UINT id)
+{
+    char firstCharacter[4];
+    const auto has = [&](HINSTANCE module) {
+        return module != nullptr && LoadStringA(module, id, firstCharacter, sizeof firstCharacter) > 0;
+    };
+    // Strings stand in blocks of 16; a module of the chain that has the block may still lack the string.
+    const HINSTANCE chained = AfxFindResourceHandle(MAKEINTRESOURCEA(id / 16 + 1), RT_STRING);
+    if (has(chained))
+        return chained;
+    const HINSTANCE language = ZoGblGetLanguageDLL();
+    return has(language) ? language : nullptr;
+}
+
 BOOL ZoGblLoadString(UINT id, CString& text)
 {
     text.Empty();
-    // String n stands in block n/16 + 1; a block that is there may still lack the string.
-    const HINSTANCE module = ZoGblFindResourceModule(MAKEINTRESOURCEA(id / 16 + 1), RT_STRING);
+    const HINSTANCE module = ZoGblFindStringModule(id);
+    if (module == nullptr)
+        return FALSE;
     try {
-        for (int capacity = 256; ; capacity *= 2) {
+        for (int capacity = 256;; capacity *= 2) {
             const int length = LoadStringA(module, id, text.GetBuffer(capacity), capacity + 1);
             text.ReleaseBuffer(length);
-            if (length < capacity)
-                return length > 0;
+            if (length < capacity - 1) // a text that was cut may be one byte short of the capacity
+                return TRUE;
         }
     } catch (CMemoryException* e) {
         e->Delete();

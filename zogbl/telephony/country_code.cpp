@@ -67,13 +67,6 @@ void InsertByName(CPtrArray& countries, CZoCountryCode* country)
     countries.InsertAt(place, country);
 }
 
-bool IsStringThere(UINT id)
-{
-    char firstCharacter[2];
-    return LoadStringA(ZoGblFindResourceModule(MAKEINTRESOURCEA(id / 16 + 1), RT_STRING), id, firstCharacter,
-                       sizeof firstCharacter) > 0;
-}
-
 template <class BOX> DWORD FillBox(BOX* box, const CPtrArray& countries)
 {
     const CWaitCursor wait;
@@ -134,7 +127,7 @@ DWORD CZoCountryCodeList::AddCountry(DWORD a, DWORD b, DWORD c)
         return ZoErrOutOfMemory;
     if (country->GetStringIndex() == 0 || HIWORD(a) >= ZO_FLAG_COUNT)
         return ZoErrBadData;
-    if (country->GetName().IsEmpty() && IsStringThere(country->GetStringIndex()))
+    if (country->GetName().IsEmpty() && ZoGblFindStringModule(country->GetStringIndex()) != nullptr)
         return ZoErrMemoryException; // the name is there, the memory for it was not
     try {
         InsertByName(m_countries, country.get());
@@ -159,7 +152,7 @@ DWORD CZoCountryCodeList::ReloadNames()
     }
     for (INT_PTR i = 0; i < m_countries.GetSize(); ++i) {
         const UINT id = Country(m_countries[i])->GetStringIndex();
-        if (!ZoGblLoadString(id, names[i]) && IsStringThere(id))
+        if (!ZoGblLoadString(id, names[i]) && ZoGblFindStringModule(id) != nullptr)
             return ZoErrMemoryException;
     }
     for (INT_PTR i = 0; i < m_countries.GetSize(); ++i) {

@@ -53,7 +53,7 @@ public:
     CZoCountryCodeList& operator=(const CZoCountryCodeList&) = delete;
 
     /// Adds every record of the country table (RCDATA 25599, found through ZoGblFindResourceModule).
-    /// \return 0; ZoErrOutOfMemory; ZoErrResourceNotFound; ZoErrBadData: no data, or a record out of range, which ends
+    /// \return 0; ZoErrOutOfMemory: a country could not be allocated; ZoErrResourceNotFound; ZoErrBadData: no data, or a record out of range, which ends
     /// the loading; ZoErrMemoryException. Countries added before a failure stay.
     virtual DWORD LoadData();
     virtual DWORD FreeData(); ///< \return 0

@@ -26,6 +26,7 @@ public:
 
     /// Loads a resource in place of the one loaded before. \return 0 or a ZO_RESOURCE_ code; the object is then empty
     /// but for the name or number asked for.
+    /// \param id as a UINT: a plain 0 could also mean a null name, and does not compile.
     virtual DWORD LoadCustomResource(HINSTANCE module, UINT id);
     /// \param name at most 30 characters.
     virtual DWORD LoadCustomResource(HINSTANCE module, const char* name);

@@ -7,8 +7,6 @@
 
 #include <afxwin.h>
 
-class CZoGlobalConfig;
-
 /// One installed language, as the registry lists it.
 class ZOGBL_API CZoLanguageEntry : public CObject {
 public:
@@ -41,6 +39,9 @@ public:
 
     /// Creates the hidden window and enters it in the shared table (silently not when that is full).
     BOOL Create();
+
+    /// Whether the calling thread is the one that the window belongs to, which alone can destroy it.
+    BOOL IsOnOwnThread() const;
 
     HINSTANCE GetLibraryHandle() const { return m_hLanguageLibrary; } ///< null when nothing is loaded
     DWORD GetLCID() const { return m_dwLoadedId; }                    ///< language id loaded, 0 for none

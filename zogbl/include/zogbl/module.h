@@ -22,7 +22,9 @@ ZOGBL_API DWORD ZoGblGetLanguageLCID();
 ZOGBL_API BOOL ZoGblLoadLanguageDLL();
 
 /// Releases one user; the last one frees the language library. A release too many leaves the count at -1, without a
-/// guard: the next load then only counts up to 0 and loads nothing. \return FALSE only without the library's data.
+/// guard: the next load then only counts up to 0 and loads nothing. \return FALSE without the library's data, and for
+/// the last release on another thread than that of the load: the hidden window belongs to that one. Nothing is released
+/// then.
 ZOGBL_API BOOL ZoGblDumpLanguageDLL();
 
 /// The local time.

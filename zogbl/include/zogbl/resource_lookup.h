@@ -11,6 +11,9 @@
 /// \return the framework's resource handle when nobody has it, so that loading from it fails in the usual way.
 ZOGBL_API HINSTANCE ZoGblFindResourceModule(LPCSTR name, LPCSTR type);
 
+/// The module that holds a string, looked for in the same order; null when nobody has it.
+ZOGBL_API HINSTANCE ZoGblFindStringModule(UINT id);
+
 /// Loads a string found that way. \return FALSE, with \p text empty, when there is none or memory has run out.
 ZOGBL_API BOOL ZoGblLoadString(UINT id, CString& text);
 

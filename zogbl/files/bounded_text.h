@@ -1,0 +1,20 @@
+/// \file
+/// Texts in buffers of fixed size.
+#pragma once
+
+#include <windows.h>
+
+/// Copies as much of \p text as fits in \p size bytes with a terminator. A character of two bytes is copied whole or not
+/// at all. \p size must not be 0.
+inline void CopyBounded(LPSTR buffer, size_t size, LPCSTR text)
+{
+    size_t used = 0;
+    while (text[used] != '\0') {
+        const size_t width = IsDBCSLeadByte(static_cast<BYTE>(text[used])) && text[used + 1] != '\0' ? 2 : 1;
+        if (used + width >= size)
+            break;
+        for (size_t end = used + width; used < end; ++used)
+            buffer[used] = text[used];
+    }
+    buffer[used] = '\0';
+}
