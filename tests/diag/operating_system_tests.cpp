@@ -1,6 +1,7 @@
 #include <zogbl/operating_system.h>
 
 #include "support/environment.h"
+#include "support/fault_loop.h"
 
 #include <gtest/gtest.h>
 
@@ -10,16 +11,32 @@ TEST(OperatingSystem, TellsTheFamilyAndVersion)
         zo_test::WindowsFamily family;
         DWORD type;
         DWORD major;
+        DWORD minor;
     } cases[] = {
-        {zo_test::WindowsFamily::kWin32s, ZO_OS_WIN32S, 3},
-        {zo_test::WindowsFamily::kWindows95, ZO_OS_WIN95, 4},
-        {zo_test::WindowsFamily::kWindowsNt4, ZO_OS_NT, 4},
-        {zo_test::WindowsFamily::kWindows10, ZO_OS_NT, 6}, // as told to a program without a manifest
+        {zo_test::WindowsFamily::kWin32s, ZO_OS_WIN32S, 3, 10},
+        {zo_test::WindowsFamily::kWindows95, ZO_OS_WIN95, 4, 10},
+        {zo_test::WindowsFamily::kWindowsNt4, ZO_OS_NT, 4, 0},
+        {zo_test::WindowsFamily::kWindows10, ZO_OS_NT, 6, 2}, // as told to a program without a manifest
     };
+    int matching = 0;
     for (const auto& c : cases) {
-        if (c.family == zo_test::Family()) {
-            EXPECT_EQ(c.type, CZoGlobalOperatingSystem::GetType());
-            EXPECT_EQ(c.major, CZoGlobalOperatingSystem::GetMajorVersion());
-        }
+        if (c.family != zo_test::Family())
+            continue;
+        ++matching;
+        EXPECT_EQ(c.type, CZoGlobalOperatingSystem::GetType());
+        EXPECT_EQ(c.major, CZoGlobalOperatingSystem::GetMajorVersion());
+        EXPECT_EQ(c.minor, CZoGlobalOperatingSystem::GetMinorVersion());
     }
+    EXPECT_EQ(1, matching);
+}
+
+TEST(OperatingSystem, FamilyIsKnownEvenWithoutVersion)
+{
+    zo_test::FaultSource faults("version");
+    const ZO_FAULTY_CALL(GetVersionExA) version(faults, "ZOGBLBRX.DLL", FALSE);
+    const DWORD type = CZoGlobalOperatingSystem::GetType();
+    faults.Arm(1, true);
+    EXPECT_EQ(0u, CZoGlobalOperatingSystem::GetMajorVersion());
+    EXPECT_EQ(0u, CZoGlobalOperatingSystem::GetMinorVersion());
+    EXPECT_EQ(type, CZoGlobalOperatingSystem::GetType());
 }

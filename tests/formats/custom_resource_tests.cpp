@@ -2,6 +2,8 @@
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
+#include "support/fault_loop.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -51,6 +53,18 @@ TEST(CustomResource, SaysWhatWasWrong)
     char name[31] = {};
     EXPECT_EQ(ZO_RESOURCE_NULL_BUFFER, resource.GetResourceName(nullptr, 31));
     EXPECT_EQ(ZO_RESOURCE_BUFFER_TOO_SMALL, resource.GetResourceName(name, 30));
+
+    EXPECT_EQ(ZO_RESOURCE_NOT_FOUND, resource.LoadCustomResource(Self(), 0x10000u | kDataId)) << "17 bits";
+    {
+        zo_test::FaultSource faults("resource");
+        const ZO_FAULTY_CALL(LoadResource) load(faults, "ZOGBLBRX.DLL", nullptr);
+        const ZO_FAULTY_CALL(LockResource) lock(faults, "ZOGBLBRX.DLL", nullptr);
+        faults.Arm(1, false);
+        EXPECT_EQ(ZO_RESOURCE_LOAD_FAILED, resource.LoadCustomResource(Self(), kDataId));
+        faults.Arm(2, false);
+        EXPECT_EQ(ZO_RESOURCE_LOCK_FAILED, resource.LoadCustomResource(Self(), kDataId));
+        EXPECT_EQ(0u, resource.GetResourceID()) << "cleared";
+    }
 
     // A failure leaves nothing of the resource loaded before.
     ASSERT_EQ(0u, resource.LoadCustomResource(Self(), kDataId));

@@ -1,6 +1,8 @@
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
+#include "support/fault_loop.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -161,6 +163,37 @@ TEST_F(VersionResource, NewUserGetsCopyOfFirstUser)
     DWORD mode = 0;
     EXPECT_EQ(0u, m_config.GetValue(kMachine, m_version.GetCurrentUserKey(), "NoviceMode", mode, 0));
     EXPECT_EQ(1u, mode);
+}
+
+TEST_F(VersionResource, NobodyLoggedOnIsSystem)
+{
+    AddUser("Plain", "SYSTEM");
+    zo_test::FaultSource faults("user");
+    const ZO_FAULTY_CALL(GetUserNameA) user(faults, "ZOGBLBRX.DLL", FALSE);
+    faults.Arm(1, true);
+    ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
+    EXPECT_STREQ(UsersKey("Plain") + "\\SYSTEM", m_version.GetCurrentUserKey());
+}
+
+TEST_F(VersionResource, UserWhoseKeyCannotBeSeenIsNotOverwritten)
+{
+    AddUser("Plain", OwnUser());
+    AddUser("Plain", "a");
+    zo_test::AllocationFaults faults;
+    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        run.Stop();
+        ASSERT_EQ(0u, m_config.SetValue(kMachine, UsersKey("Plain") + "\\a", "Mine", "no"));
+        ASSERT_EQ(0u, m_config.SetValue(kMachine, UsersKey("Plain") + "\\" + OwnUser(), "Mine", "yes"));
+        const CString fixture = Fixture("plain");
+        if (run.number > 0)
+            run.source.Arm(run.number, run.persistent);
+        m_version.ExtractVersionInfo(fixture);
+        run.Stop();
+        char mine[8];
+        EXPECT_EQ(0u, m_config.GetValue(kMachine, UsersKey("Plain") + "\\" + OwnUser(), "Mine", mine, sizeof mine, ""));
+        EXPECT_STREQ("yes", mine);
+        m_version.ExtractVersionInfo(""); // lets go of what it holds, which is no leak
+    });
 }
 
 TEST_F(VersionResource, FailedCopyLeavesFirstUsersKeys)

@@ -103,6 +103,10 @@ TEST_F(ConfigTest, MissingTextGivesDefaultOrZeros)
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
               m_config.GetValue(m_mode, m_key, "Missing", text, sizeof text, "a long default"));
     EXPECT_STREQ("a long ", text);
+    if (zo_test::IsDoubleByte()) { // no character is cut in two
+        m_config.GetValue(m_mode, m_key, "Missing", text, 4, "\x83\x41\x83\x41");
+        EXPECT_STREQ("\x83\x41", text);
+    }
 }
 
 TEST_F(ConfigTest, FindsEntriesAndSubkeysWithoutRegardToCase)
@@ -225,9 +229,26 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
 {
     const CString source = m_key + "\\Source";
     ASSERT_EQ(0u, m_config.SetValue(m_mode, source, "Text", "top"));
-    for (const CString& destination : {source, source + "\\Below", m_key + "\\SOURCE\\Below"}) {
+    // However the key is written.
+    for (const CString& destination : {source, source + "\\Below", m_key + "\\SOURCE\\Below", source + "\\",
+                                       m_key + "\\\\Source"}) {
+        for (const CString& from : {source, source + "\\"}) {
+            EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
+                      m_config.MoveRegTree(m_mode, destination, m_mode, from, 0))
+                << (LPCSTR)destination;
+        }
+    }
+    if (!IsWin32s()) { // the classes have two names
+        const CString inClasses = CString("ZoTests") + m_key.Mid(m_key.ReverseFind('\\') + 1);
+        ASSERT_EQ(0u, m_config.SetValue(7, inClasses, "Text", "here"));
         EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
-                  m_config.MoveRegTree(m_mode, destination, m_mode, source, 0));
+                  m_config.MoveRegTree(1, "Software\\Classes\\" + inClasses, 7, inClasses, 0));
+        EXPECT_EQ(0u, m_config.DeleteSection(7, inClasses, nullptr));
+    }
+    if (zo_test::IsDoubleByte()) { // keys that differ in the second byte of a character, by what is case elsewhere
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\\x83\x41", "Text", "two bytes"));
+        EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, m_key + "\\\x83\x61", m_mode, m_key + "\\\x83\x41", 0));
+        EXPECT_EQ("two bytes", ReadText(m_key + "\\\x83\x61", "Text"));
     }
     EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, source + "X", m_mode, source, 0)) << "only its name begins alike";
     EXPECT_EQ("top", ReadText(source, "Text"));
@@ -316,6 +337,37 @@ TEST_F(ConfigTest, AnyTypeReportsTypeButNotSize)
               m_config.SetAnyValueType(m_mode, m_key, "Nothing", nullptr, 3, REG_BINARY));
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValueSize(m_mode, m_key, "Nothing", size));
     EXPECT_EQ(0u, size);
+}
+
+TEST_F(ConfigTest, EnumerationTakesNamesAndDataUpToItsLimits)
+{
+    ZO_ONLY_IN(!IsWin32s(), "no named values");
+    const std::string longest(260, 'n');
+    Store(longest.c_str(), REG_BINARY, std::string(8192, 'd').data(), 8192);
+    Values values;
+    EXPECT_EQ(0u, m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+    EXPECT_EQ(1u, values.count(Enumerated{longest, REG_BINARY, std::string(8192, 'd'), 0}));
+    Store("Data", REG_BINARY, std::string(8193, 'd').data(), 8193);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+    ASSERT_EQ(0u, m_config.DeleteEntry(m_mode, m_key, "Data"));
+    Store((longest + 'n').c_str(), REG_SZ, "x", 2);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+}
+
+TEST_F(ConfigTest, BothArchitecturesShareTheMachinesSettings)
+{
+    ZO_ONLY_IN(!IsWin32s(), "has no such key");
+    const zo_test::TestRegistryKey key(HKEY_LOCAL_MACHINE); // made in the 32-bit view
+    const CString path = key.Path().c_str();
+    key.SetText("", "Text", "from 32 bits");
+    char text[16];
+    EXPECT_EQ(0u, m_config.GetValue(1, path, "Text", text, sizeof text, ""));
+    EXPECT_STREQ("from 32 bits", text);
+    EXPECT_EQ(0u, m_config.CreateKey(1, path + "\\Made"));
+    EXPECT_EQ(0u, m_config.SetValue(1, path + "\\Made", "Number", 5));
+    EXPECT_EQ(std::string("\5\0\0\0", 4), key.Get("Made", "Number"));
+    EXPECT_EQ(0u, m_config.DeleteSection(1, path, "Made"));
+    EXPECT_EQ("(none)", key.Get("Made", "Number"));
 }
 
 /// What any program may have left in the registry, through every read.

@@ -229,6 +229,23 @@ TEST_F(Language, OtherThreadsSeeTheSameLibrary)
     ZoGblDumpLanguageDLL();
 }
 
+TEST_F(Language, LastReleaseIsTheOwnThreads)
+{
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    BOOL first = FALSE;
+    BOOL last = TRUE;
+    std::thread([&] {
+        first = ZoGblDumpLanguageDLL();
+        last = ZoGblDumpLanguageDLL(); // would have to destroy a window of the other thread
+    }).join();
+    EXPECT_TRUE(first);
+    EXPECT_FALSE(last);
+    EXPECT_NE(nullptr, ZoGblGetLanguageDLL());
+    EXPECT_TRUE(ZoGblDumpLanguageDLL());
+    EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
+}
+
 TEST_F(Language, ResourcesComeFromTheChainFirst)
 {
     CString text = "before";
@@ -253,6 +270,25 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
     FreeLibrary(german);
     EXPECT_TRUE(ZoGblLoadString(ZO_IDS_COLUMN_COUNTRY, text));
     EXPECT_STREQ("Country", text);
+
+    // A module with one string of a block: the others still come from the language library. See overrides.rc.
+    const HINSTANCE overrides = LoadLibraryA("fixture_overrides.DLL");
+    ASSERT_NE(nullptr, overrides);
+    {
+        const CDynLinkLibrary overriding(overrides, overrides);
+        EXPECT_TRUE(ZoGblLoadString(ZO_IDS_COLUMN_COUNTRY, text));
+        EXPECT_STREQ("State", text);
+        EXPECT_TRUE(ZoGblLoadString(ZO_IDS_COLUMN_CODE, text));
+        EXPECT_STREQ("Code", text);
+        // And a long one comes whole, on double-byte systems too.
+        EXPECT_TRUE(ZoGblLoadString(60000, text));
+        const int length = zo_test::IsDoubleByte() ? 401 : 201;
+        EXPECT_EQ(length, text.GetLength());
+        CString framework;
+        EXPECT_TRUE(framework.LoadString(60000));
+        EXPECT_EQ(length, framework.GetLength());
+    }
+    FreeLibrary(overrides);
     ZoGblDumpLanguageDLL();
 }
 

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include <afxwin.h>
+#include <afxext.h>
 
 #include <cctype>
 #include <cstdlib>
@@ -162,20 +162,20 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
     // Its figures are older than the last change of these.
     const std::set<std::string> changed = {"Mayotte", "Christmas Island", "Northern Mariana Islands", "American Samoa",
                                            "Tajikistan"};
-    std::map<std::string, UINT> codes;
+    std::map<std::string, const CZoCountryCode*> countries;
     for (int i = 0; i < m_list->GetCount(); ++i)
-        codes[std::string(m_list->GetAt(i)->GetName())] = m_list->GetAt(i)->GetCountryCode();
+        countries[std::string(m_list->GetAt(i)->GetName())] = m_list->GetAt(i);
     const auto* entries = reinterpret_cast<const LINECOUNTRYENTRY*>(buffer.data() + list->dwCountryListOffset);
     int compared = 0;
     for (DWORD i = 0; i < list->dwNumCountries; ++i) {
         const std::string name(reinterpret_cast<const char*>(buffer.data() + entries[i].dwCountryNameOffset));
-        const auto ours = codes.find(name);
-        if (ours == codes.end() || changed.count(name) != 0)
+        const auto found = countries.find(name);
+        if (found == countries.end() || changed.count(name) != 0)
             continue;
-        // For members of the North American plan the service answers 1 as code and the area code as number.
-        const DWORD theirs = entries[i].dwCountryCode == 1 && entries[i].dwCountryID > 2 ? entries[i].dwCountryID
-                                                                                         : entries[i].dwCountryCode;
-        EXPECT_TRUE(theirs == ours->second || entries[i].dwCountryCode == 1) << name << ": " << theirs;
+        // The service gives all of the North American plan the code 1; here, members have it as their prefix.
+        const CZoCountryCode& ours = *found->second;
+        EXPECT_EQ(entries[i].dwCountryCode, ours.GetDialingPrefix() != 0 ? ours.GetDialingPrefix() : ours.GetCountryCode())
+            << name;
         ++compared;
     }
     EXPECT_GE(compared, 150);
@@ -251,6 +251,30 @@ TEST_P(Countries, RefuseRecordsOutOfRangeAndKeepTheOthers)
     EXPECT_TRUE(changed.SetFlagIndex(211));
 }
 
+TEST_P(Countries, LoadFromAnyTableAsFarAsItIsGood)
+{
+    // Tables of a host, in place of the language library's.
+    const struct {
+        const char* module;
+        DWORD status;
+        int count;
+    } cases[] = {
+        {"fixture_table_bad.DLL", ZoErrBadData, 2}, // the third of four records names no string
+        {"fixture_table_endless.DLL", 0, 2},        // no record says that it is the last
+    };
+    for (const auto& c : cases) {
+        const HINSTANCE module = LoadLibraryA(c.module);
+        ASSERT_NE(nullptr, module) << c.module;
+        {
+            const CDynLinkLibrary host(module, module);
+            CZoCountryCodeList list;
+            EXPECT_EQ(c.status, list.LoadData()) << c.module;
+            EXPECT_EQ(c.count, list.GetCount()) << c.module;
+        }
+        FreeLibrary(module);
+    }
+}
+
 TEST_P(Countries, HaveFlagsInTheBitmapAndLocalesInTheTable)
 {
     const LPCSTR name = MAKEINTRESOURCEA(ZO_IDB_FLAGS);
@@ -259,6 +283,20 @@ TEST_P(Countries, HaveFlagsInTheBitmapAndLocalesInTheTable)
     ASSERT_NE(0, GetObjectA(flags, sizeof bitmap, &bitmap));
     EXPECT_EQ(0, bitmap.bmWidth % ZO_FLAG_COLUMNS);
     EXPECT_EQ(0, bitmap.bmHeight % ZO_FLAG_ROWS);
+    const int cellWidth = bitmap.bmWidth / ZO_FLAG_COLUMNS;
+    const int cellHeight = bitmap.bmHeight / ZO_FLAG_ROWS;
+    const HDC memory = CreateCompatibleDC(nullptr);
+    const HGDIOBJ old = SelectObject(memory, flags);
+    for (int i = 0; i < m_list->GetCount(); ++i) {
+        const int cell = static_cast<int>(m_list->GetAt(i)->GetFlagIndex());
+        const int left = cell % ZO_FLAG_COLUMNS * cellWidth;
+        const int top = cell / ZO_FLAG_COLUMNS * cellHeight;
+        constexpr COLORREF kNoFlag = RGB(255, 0, 255);
+        EXPECT_NE(kNoFlag, GetPixel(memory, left + cellWidth / 2, top + cellHeight / 2)) << cell;
+        EXPECT_EQ(kNoFlag, GetPixel(memory, left, top)) << "a flag leaves its cell's corner free: " << cell;
+    }
+    SelectObject(memory, old);
+    DeleteDC(memory);
     DeleteObject(flags);
 
     DWORD size = 0;
