@@ -87,6 +87,8 @@ TEST_F(Language, CurrentOneIsTheFirstMarkedWithOne)
         {1, 0, 0x0409}, {0, 1, 0x0407}, {2, 1, 0x0407}, {1, 2, 0x0409}, {0, 0x101, 0x0407 /* one byte of it counts */},
     };
     for (const auto& c : cases) {
+        if (zo_test::Family() == zo_test::WindowsFamily::kWin32s && (c.english > 1 || c.german > 1))
+            continue; // every value is text there, and any text but "0" marks a language
         m_product.SetLanguage(0x0409, c.english);
         m_product.SetLanguage(0x0407, c.german);
         ASSERT_TRUE(ZoGblLoadLanguageDLL());
