@@ -23,9 +23,9 @@ bool ReadVersion(HINSTANCE instance)
 {
     char file[MAX_PATH] = {};
     GetModuleFileNameA(instance, file, sizeof file - 1);
-    static const char* const names[] = {"Comments",         "CompanyName",    "FileDescription",
-                                        "FileVersion",      "InternalName",   "LegalCopyright",
-                                        "OriginalFilename", "ProductName",    "ProductVersion"};
+    static const char* const names[] = {"Comments",         "CompanyName",  "FileDescription",
+                                        "FileVersion",      "InternalName", "LegalCopyright",
+                                        "OriginalFilename", "ProductName",  "ProductVersion"};
     DWORD ignored = 0;
     const DWORD size = GetFileVersionInfoSizeA(file, &ignored);
     void* data = std::malloc(size);
@@ -63,7 +63,7 @@ bool CreateHiddenWindow(HINSTANCE instance)
     windowClass.hInstance = instance;
     windowClass.lpszClassName = "ZoBenchmark";
     return RegisterClassA(&windowClass) != 0 && CreateWindowExA(0, "ZoBenchmark", "ZoBenchmark", WS_POPUP, 0, 0, 0, 0,
-                                                               nullptr, nullptr, instance, nullptr) != nullptr;
+                                                                nullptr, nullptr, instance, nullptr) != nullptr;
 }
 
 bool ListLanguages(const char* path)

@@ -95,19 +95,19 @@ void MeasureCountries(Harness& harness)
                               filled.emplace(list->GetAt(i)->GetCountryIndex(), list->GetAt(i)->GetName());
                           Keep(filled);
                       }}});
-    harness.Compare("countries: map look-up",
-                    {{"ZoCountryTextMap::Lookup",
-                      [&map, round = Round(*list)]() mutable {
-                          CString name;
-                          Require(map.Lookup(round.Next().GetCountryIndex(), name), "a country is missing");
-                          Keep(name);
-                      }},
-                     {"std::unordered_map", [&names, round = Round(*list)]() mutable {
-                          const auto found = names.find(round.Next().GetCountryIndex());
-                          Require(found != names.end(), "a country is missing");
-                          const CString name = found->second;
-                          Keep(name);
-                      }}});
+    harness.Compare("countries: map look-up", {{"ZoCountryTextMap::Lookup",
+                                                [&map, round = Round(*list)]() mutable {
+                                                    CString name;
+                                                    Require(map.Lookup(round.Next().GetCountryIndex(), name),
+                                                            "a country is missing");
+                                                    Keep(name);
+                                                }},
+                                               {"std::unordered_map", [&names, round = Round(*list)]() mutable {
+                                                    const auto found = names.find(round.Next().GetCountryIndex());
+                                                    Require(found != names.end(), "a country is missing");
+                                                    const CString name = found->second;
+                                                    Keep(name);
+                                                }}});
     harness.Compare("countries: name by index",
                     {{"GetCountryNameFromCode",
                       [round = Round(*list)]() mutable {

@@ -34,8 +34,7 @@ struct Peer {
     std::function<void(unsigned count)> run; ///< does the job so many times
 
     /// \param operation does the job once.
-    template <class OPERATION>
-    Peer(const char* peerName, OPERATION operation)
+    template <class OPERATION> Peer(const char* peerName, OPERATION operation)
         : name(peerName), run([operation](unsigned count) mutable {
               for (; count > 0; --count)
                   operation();

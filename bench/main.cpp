@@ -51,9 +51,8 @@ bool BeginsWith(const std::string& text, const char* beginning) { return text.rf
 /// Whether the filter can match a measurement of the family: not when it begins with the name of another one.
 bool IsWanted(const Family& family, const std::string& filter)
 {
-    return std::none_of(std::begin(kFamilies), std::end(kFamilies), [&](const Family& other) {
-        return &other != &family && BeginsWith(filter, other.name);
-    });
+    return std::none_of(std::begin(kFamilies), std::end(kFamilies),
+                        [&](const Family& other) { return &other != &family && BeginsWith(filter, other.name); });
 }
 
 int MeasureAll(const Options& options)

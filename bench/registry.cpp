@@ -74,8 +74,8 @@ void ReadText(LPCSTR path, LPSTR buffer, DWORD size)
 void WriteNumber(LPCSTR path, DWORD number)
 {
     const BareKey key(path);
-    RequireSuccess(RegSetValueExA(key, kNumberName, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number),
-                                  sizeof number));
+    RequireSuccess(
+        RegSetValueExA(key, kNumberName, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number));
 }
 
 void WriteText(LPCSTR path, LPCSTR text)
@@ -205,10 +205,10 @@ void MeasureRegistry(Harness& harness)
     // A job beside itself and beside twice itself: a run that does not find 1 and 2 here says nothing about the others.
     harness.Compare("registry: control, the same",
                     {{"open, query, close", readNumber}, {"open, query, close", readNumber}}, {0.95, 1.05});
-    harness.Compare("registry: control, twice",
-                    {{"open, query, close, two times", [=] { readNumber(), readNumber(); }},
-                     {"open, query, close", readNumber}},
-                    {1.90, 2.10});
+    harness.Compare(
+        "registry: control, twice",
+        {{"open, query, close, two times", [=] { readNumber(), readNumber(); }}, {"open, query, close", readNumber}},
+        {1.90, 2.10});
 
     harness.Compare("registry: number read",
                     {{"CZoGlobalConfig::GetValue",
@@ -234,55 +234,53 @@ void MeasureRegistry(Harness& harness)
                           Require(std::strcmp(text, kText) == 0, "a text came back wrong");
                       }}},
                     kGatewayLimits);
-    harness.Compare("registry: number write",
-                    {{"CZoGlobalConfig::SetValue",
-                      [=] {
-                          RequireStatus(CZoGlobalConfig().SetValue(ZO_MODE_CURRENT_USER, path, kNumberName, kNumber));
-                      }},
-                     {"create, set, close", [=] { WriteNumber(path, kNumber); }}},
-                    kGatewayLimits);
+    harness.Compare(
+        "registry: number write",
+        {{"CZoGlobalConfig::SetValue",
+          [=] { RequireStatus(CZoGlobalConfig().SetValue(ZO_MODE_CURRENT_USER, path, kNumberName, kNumber)); }},
+         {"create, set, close", [=] { WriteNumber(path, kNumber); }}},
+        kGatewayLimits);
     harness.Compare("registry: text write",
                     {{"CZoGlobalConfig::SetValue",
                       [=] { RequireStatus(CZoGlobalConfig().SetValue(ZO_MODE_CURRENT_USER, path, kTextName, kText)); }},
                      {"create, set, close", [=] { WriteText(path, kText); }}},
                     kGatewayLimits);
 
-    harness.Compare("registry: 16 values listed",
-                    {{"CZoGlobalConfig::EnumValues",
-                      [=] {
-                          int count = 0;
-                          RequireStatus(CZoGlobalConfig().EnumValues(ZO_MODE_CURRENT_USER, path, &CountValue, &count));
-                          Require(count == kValueCount, "values are missing");
-                      }},
-                     {"open, enumerate, close",
-                      [=] { Require(CountValues(path) == kValueCount, "values are missing"); }}});
-    harness.Compare("registry: 16 subkeys listed",
-                    {{"CZoGlobalConfig::EnumEntries",
-                      [=] {
-                          int count = 0;
-                          RequireStatus(CZoGlobalConfig().EnumEntries(ZO_MODE_CURRENT_USER, path, &CountSubkey,
-                                                                      &count));
-                          Require(count == kSubkeyCount, "subkeys are missing");
-                      }},
-                     {"open, enumerate, close",
-                      [=] { Require(CountSubkeys(path) == kSubkeyCount, "subkeys are missing"); }}});
+    harness.Compare(
+        "registry: 16 values listed",
+        {{"CZoGlobalConfig::EnumValues",
+          [=] {
+              int count = 0;
+              RequireStatus(CZoGlobalConfig().EnumValues(ZO_MODE_CURRENT_USER, path, &CountValue, &count));
+              Require(count == kValueCount, "values are missing");
+          }},
+         {"open, enumerate, close", [=] { Require(CountValues(path) == kValueCount, "values are missing"); }}});
+    harness.Compare(
+        "registry: 16 subkeys listed",
+        {{"CZoGlobalConfig::EnumEntries",
+          [=] {
+              int count = 0;
+              RequireStatus(CZoGlobalConfig().EnumEntries(ZO_MODE_CURRENT_USER, path, &CountSubkey, &count));
+              Require(count == kSubkeyCount, "subkeys are missing");
+          }},
+         {"open, enumerate, close", [=] { Require(CountSubkeys(path) == kSubkeyCount, "subkeys are missing"); }}});
 
     for (const bool present : {true, false}) {
         const LPCSTR name = present ? kPresentName : kMissingName;
-        harness.Compare(present ? "registry: value is there" : "registry: value is missing",
-                        {{"CZoGlobalConfig::DoesEntryExist",
-                          [=] { Require(DoesEntryExist(path, name) == present, "a wrong answer"); }},
-                         {"open, query, close",
-                          [=] { Require(IsValueThere(path, name) == present, "a wrong answer"); }},
-                         {"open, enumerate up to the name, close",
-                          [=] { Require(IsValueListed(path, name) == present, "a wrong answer"); }}});
+        harness.Compare(
+            present ? "registry: value is there" : "registry: value is missing",
+            {{"CZoGlobalConfig::DoesEntryExist",
+              [=] { Require(DoesEntryExist(path, name) == present, "a wrong answer"); }},
+             {"open, query, close", [=] { Require(IsValueThere(path, name) == present, "a wrong answer"); }},
+             {"open, enumerate up to the name, close",
+              [=] { Require(IsValueListed(path, name) == present, "a wrong answer"); }}});
     }
     harness.Compare("registry: subkey is there",
                     {{"CZoGlobalConfig::DoesSubkeyExist",
                       [=] {
                           BOOL exists = FALSE;
-                          RequireStatus(CZoGlobalConfig().DoesSubkeyExist(ZO_MODE_CURRENT_USER, path, kPresentSubkey,
-                                                                          exists));
+                          RequireStatus(
+                              CZoGlobalConfig().DoesSubkeyExist(ZO_MODE_CURRENT_USER, path, kPresentSubkey, exists));
                           Require(exists, "a wrong answer");
                       }},
                      {"open the subkey, close",

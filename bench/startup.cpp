@@ -151,22 +151,26 @@ void MeasureStartup(Harness& harness)
         std::initializer_list<Part> parts;
     };
     static const Row rows[] = {
-        {"startup: process to main", {{kHost, "a program with the library", {"start"}},
-                                      {kBare, "a program without it", {"start"}}}},
+        {"startup: process to main",
+         {{kHost, "a program with the library", {"start"}}, {kBare, "a program without it", {"start"}}}},
         {"startup: library loaded", {{kBare, "LoadLibrary", {"library"}}}},
-        {"startup: keys", {{kSteps, "CZoVersionResource::ExtractVersionInfo", {"keys"}},
-                           {kBare, "version calls, open the user's key", {"keys"}}}},
-        {"startup: hidden window", {{kSteps, "CZoLanguageSupport::Create", {"window"}},
-                                    {kBare, "RegisterClass, CreateWindowEx", {"window"}}}},
-        {"startup: language library", {{kSteps, "CZoLanguageSupport::LoadCurrentLanguage", {"language"}},
-                                       {kBare, "list the key, LoadLibrary, FindResource", {"language"}}}},
-        {"startup: shared fonts", {{kSteps, "InitializeFontsFromResources", {"fonts"}},
-                                   {kBare, "GetDC, CreateFontIndirect two times", {"fonts"}}}},
-        {"startup: country list once more", {{kSteps, "CZoCountryCodeList::LoadData", {"countries-again"}},
-                                             {kBare, "LoadString for each name", {"countries-again"}}}},
-        {"startup: main to all ready", {{kHost, "ZoGblLoadLanguageDLL, GetGlobalCountryList", {"load", "list"}},
-                                        {kBare, "all of the bare calls",
-                                         {"keys", "window", "language", "fonts", "countries"}}}},
+        {"startup: keys",
+         {{kSteps, "CZoVersionResource::ExtractVersionInfo", {"keys"}},
+          {kBare, "version calls, open the user's key", {"keys"}}}},
+        {"startup: hidden window",
+         {{kSteps, "CZoLanguageSupport::Create", {"window"}}, {kBare, "RegisterClass, CreateWindowEx", {"window"}}}},
+        {"startup: language library",
+         {{kSteps, "CZoLanguageSupport::LoadCurrentLanguage", {"language"}},
+          {kBare, "list the key, LoadLibrary, FindResource", {"language"}}}},
+        {"startup: shared fonts",
+         {{kSteps, "InitializeFontsFromResources", {"fonts"}},
+          {kBare, "GetDC, CreateFontIndirect two times", {"fonts"}}}},
+        {"startup: country list once more",
+         {{kSteps, "CZoCountryCodeList::LoadData", {"countries-again"}},
+          {kBare, "LoadString for each name", {"countries-again"}}}},
+        {"startup: main to all ready",
+         {{kHost, "ZoGblLoadLanguageDLL, GetGlobalCountryList", {"load", "list"}},
+          {kBare, "all of the bare calls", {"keys", "window", "language", "fonts", "countries"}}}},
         {"startup: GetGlobalCountryList", {{kHost, "of it, behind ZoGblLoadLanguageDLL", {"list"}}}},
     };
     if (std::none_of(std::begin(rows), std::end(rows), [&](const Row& row) { return harness.Wants(row.name); }))
@@ -178,8 +182,7 @@ void MeasureStartup(Harness& harness)
         const LoadedLanguage language;
         char path[MAX_PATH] = {};
         GetModuleFileNameA(ZoGblGetLanguageDLL(), path, sizeof path - 1);
-        for (const CString& argument :
-             {LibraryPath(), product.GetUserKey(), product.GetLanguagesKey(), CString(path)})
+        for (const CString& argument : {LibraryPath(), product.GetUserKey(), product.GetLanguagesKey(), CString(path)})
             bareCommand += " " + Quoted((LPCSTR)argument);
         bareCommand += " " + std::to_string(ZO_IDS_COUNTRY_FIRST) + " " + std::to_string(kCountries);
     }

@@ -21,8 +21,8 @@ public:
     {
         const long long now = Now();
         if (m_count < kMostSteps)
-            m_steps[m_count++] = {name, static_cast<double>(now - m_last) * 1e9 /
-                                            static_cast<double>(m_frequency.QuadPart)};
+            m_steps[m_count++] = {name,
+                                  static_cast<double>(now - m_last) * 1e9 / static_cast<double>(m_frequency.QuadPart)};
         m_last = Now();
     }
     /// Prints what was measured; only now, for printing takes time.

@@ -53,7 +53,8 @@ BOOL CCmdTarget::DispatchMessageMap(UINT nMessage, UINT nCode, UINT nID, AFX_CAL
 
 BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
 {
-    const UINT message = HIWORD(nCode) != 0 && nCode != static_cast<int>(CN_UPDATE_COMMAND_UI) ? HIWORD(nCode) : WM_COMMAND;
+    const UINT message =
+        HIWORD(nCode) != 0 && nCode != static_cast<int>(CN_UPDATE_COMMAND_UI) ? HIWORD(nCode) : WM_COMMAND;
     const UINT code = message == WM_COMMAND ? static_cast<UINT>(nCode) : LOWORD(nCode);
     if (pHandlerInfo != nullptr) { // the caller only asks whether there is a handler
         const AFX_MSGMAP* map = GetMessageMap();

@@ -19,9 +19,9 @@ CUserException g_userException;
 BOOL SystemMessage(LONG code, LPSTR lpszError, UINT nMaxError)
 {
     char text[512];
-    if (code <= 0 || FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
-                                        FORMAT_MESSAGE_MAX_WIDTH_MASK,
-                                    nullptr, static_cast<DWORD>(code), 0, text, sizeof text, nullptr) == 0)
+    if (code <= 0 ||
+        FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
+                       nullptr, static_cast<DWORD>(code), 0, text, sizeof text, nullptr) == 0)
         text[0] = '\0';
     if (nMaxError > 0)
         lstrcpynA(lpszError, text, static_cast<int>(nMaxError));

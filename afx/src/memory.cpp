@@ -11,10 +11,7 @@ volatile LONG g_blocksAlive = 0;
 
 } // namespace
 
-AFX_ALLOC_HOOK AFXAPI AfxSetAllocHook(AFX_ALLOC_HOOK pfnAllocHook)
-{
-    return std::exchange(g_allocHook, pfnAllocHook);
-}
+AFX_ALLOC_HOOK AFXAPI AfxSetAllocHook(AFX_ALLOC_HOOK pfnAllocHook) { return std::exchange(g_allocHook, pfnAllocHook); }
 
 void* AFXAPI AfxAllocMemory(size_t nSize, BOOL bObject)
 {

@@ -73,10 +73,7 @@ HINSTANCE AFXAPI AfxFindResourceHandle(LPCSTR lpszName, LPCSTR lpszType)
 
 IMPLEMENT_DYNAMIC(CDynLinkLibrary, CObject)
 
-void AFXAPI AfxBeginExtensionModule()
-{
-    g_classesAside = std::exchange(AfxGetModuleState()->m_pClassList, nullptr);
-}
+void AFXAPI AfxBeginExtensionModule() { g_classesAside = std::exchange(AfxGetModuleState()->m_pClassList, nullptr); }
 
 BOOL AFXAPI AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE hModule)
 {

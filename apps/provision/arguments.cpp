@@ -4,24 +4,23 @@
 #include <cstdlib>
 #include <cstring>
 
-const char* const kHelp =
-    "Registers a product of the suite, so that its programs find their settings.\n"
-    "\n"
-    "  ZoProvision [options] [EXECUTABLE ...]\n"
-    "\n"
-    "Each executable names its product by its version resource: company, product name and\n"
-    "product version. Without one, the Workbench beside this program is registered. The class\n"
-    "library is registered with the first product and taken out with the last. Running it\n"
-    "again changes nothing that is there.\n"
-    "\n"
-    "  --user NAME          register this user instead of the one logged on\n"
-    "  --languages ID,ID    language ids in hexadecimal, for example 0409,0407; without this\n"
-    "                       option those whose library lies beside this program\n"
-    "  --current ID         make this the current language\n"
-    "  --remove             take the product out of the registry; with --user, that user only\n"
-    "  --help               this text\n"
-    "\n"
-    "Exit code: 0 done, 1 something failed, 2 the command line makes no sense.\n";
+const char* const kHelp = "Registers a product of the suite, so that its programs find their settings.\n"
+                          "\n"
+                          "  ZoProvision [options] [EXECUTABLE ...]\n"
+                          "\n"
+                          "Each executable names its product by its version resource: company, product name and\n"
+                          "product version. Without one, the Workbench beside this program is registered. The class\n"
+                          "library is registered with the first product and taken out with the last. Running it\n"
+                          "again changes nothing that is there.\n"
+                          "\n"
+                          "  --user NAME          register this user instead of the one logged on\n"
+                          "  --languages ID,ID    language ids in hexadecimal, for example 0409,0407; without this\n"
+                          "                       option those whose library lies beside this program\n"
+                          "  --current ID         make this the current language\n"
+                          "  --remove             take the product out of the registry; with --user, that user only\n"
+                          "  --help               this text\n"
+                          "\n"
+                          "Exit code: 0 done, 1 something failed, 2 the command line makes no sense.\n";
 
 namespace {
 

@@ -64,8 +64,8 @@ int RemoveAll(const Arguments& arguments, Registration& registration)
         Product product;
         if (!ReadProduct(product, arguments.executables[i]))
             return kFailed;
-        const DWORD status = arguments.allUsers ? registration.RemoveProduct(product)
-                                                : registration.RemoveUser(product, arguments.user);
+        const DWORD status =
+            arguments.allUsers ? registration.RemoveProduct(product) : registration.RemoveUser(product, arguments.user);
         if (status == ERROR_FILE_NOT_FOUND)
             std::printf("not registered: %s\n", (LPCSTR)product.name);
         else if (status != ERROR_SUCCESS)
@@ -83,8 +83,8 @@ int RegisterAll(const Arguments& arguments, Registration& registration)
         Product product;
         if (!ReadProduct(product, arguments.executables[i]))
             return kFailed;
-        const DWORD status = registration.Register(product, arguments.user, arguments.languages,
-                                                   arguments.currentLanguage);
+        const DWORD status =
+            registration.Register(product, arguments.user, arguments.languages, arguments.currentLanguage);
         if (status != ERROR_SUCCESS)
             return Fail("cannot be registered", product.name, status);
     }

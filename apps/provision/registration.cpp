@@ -64,8 +64,8 @@ DWORD Registration::Register(const Product& product, const CString& user, const 
 DWORD Registration::RegisterModule(const Product& product, const CString& user, const CDWordArray& languages,
                                    DWORD current)
 {
-    const CString module = product.root + "\\Users\\" + user + "\\Modules\\" + product.internalName + "\\" +
-                           product.version;
+    const CString module =
+        product.root + "\\Users\\" + user + "\\Modules\\" + product.internalName + "\\" + product.version;
     DWORD status = m_config.CreateKey(kMachine, module);
     BOOL hasAccess = FALSE;
     if (status == ERROR_SUCCESS)
@@ -94,7 +94,8 @@ DWORD Registration::WriteLanguages(const CString& key, const CDWordArray& langua
     // Anew, for a language whose library is no longer there must not stay in the list.
     DWORD status = IfThere(m_config.DeleteSection(kMachine, key, nullptr));
     for (INT_PTR i = 0; status == ERROR_SUCCESS && i < languages.GetSize(); ++i)
-        status = m_config.SetValue(kMachine, key, LanguageName(languages[i]), static_cast<DWORD>(languages[i] == current));
+        status =
+            m_config.SetValue(kMachine, key, LanguageName(languages[i]), static_cast<DWORD>(languages[i] == current));
     return status;
 }
 
@@ -140,7 +141,8 @@ DWORD Registration::RemoveTree(const CString& root)
 {
     DWORD status = IfThere(m_config.DeleteSection(kMachine, root, nullptr));
     CString parent = root;
-    for (int levels = 0; status == ERROR_SUCCESS && levels < 2; ++levels) { // product and company; never "Software" itself
+    for (int levels = 0; status == ERROR_SUCCESS && levels < 2;
+         ++levels) { // product and company; never "Software" itself
         parent = parent.Left(parent.ReverseFind('\\'));
         if (!IsEmptyKey(m_config, parent))
             break;

@@ -62,9 +62,7 @@ void CountryListBox::MeasureItem(MEASUREITEMSTRUCT* item)
 
 int CountryListBox::CompareItem(COMPAREITEMSTRUCT* items)
 {
-    const auto name = [](ULONG_PTR data) -> LPCSTR {
-        return reinterpret_cast<const CZoCountryCode*>(data)->GetName();
-    };
+    const auto name = [](ULONG_PTR data) -> LPCSTR { return reinterpret_cast<const CZoCountryCode*>(data)->GetName(); };
     return std::clamp(::lstrcmpi(name(items->itemData1), name(items->itemData2)), -1, 1); // by the user's language
 }
 

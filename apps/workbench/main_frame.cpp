@@ -30,8 +30,8 @@ END_MESSAGE_MAP()
 BOOL MainFrame::CreateFrame()
 {
     const HICON icon = AfxGetApp()->LoadIcon(ZO_IDI_LIBRARY);
-    const LPCSTR windowClass = AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW),
-                                                   reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), icon);
+    const LPCSTR windowClass =
+        AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), icon);
     if (!Create(windowClass, "", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CRect(40, 40, 840, 640), nullptr, nullptr))
         return FALSE;
     ReloadTexts();

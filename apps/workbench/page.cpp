@@ -10,8 +10,8 @@ END_MESSAGE_MAP()
 
 BOOL Page::CreatePage(CWnd* frame, UINT id)
 {
-    const LPCSTR windowClass = AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW),
-                                                   reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
+    const LPCSTR windowClass =
+        AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
     return CreateEx(WS_EX_CONTROLPARENT, windowClass, nullptr, WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, frame->m_hWnd,
                     reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)));
 }

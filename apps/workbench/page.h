@@ -9,7 +9,7 @@ public:
     /// Makes the page's window, hidden, as a child of \p frame.
     BOOL CreatePage(CWnd* frame, UINT id);
 
-    virtual UINT GetTitleId() const = 0; ///< string with the page's name
+    virtual UINT GetTitleId() const = 0;   ///< string with the page's name
     virtual UINT GetCommandId() const = 0; ///< command that shows the page
     /// Loads every text anew, after the page was made and after a change of language.
     virtual void Reload() = 0;

@@ -4,8 +4,8 @@
 // The header of the graphics library uses these two without a namespace.
 using std::max;
 using std::min;
-#include <objidl.h>
 #include <gdiplus.h>
+#include <objidl.h>
 
 namespace {
 

@@ -35,5 +35,6 @@ void Report::Line(const CString& text)
     const CString line = ToUtf8(text + "\r\n");
     m_file.Write((LPCSTR)line, static_cast<UINT>(line.GetLength()));
     DWORD written = 0; // a program with windows has an output only if its parent gave it one
-    ::WriteFile(::GetStdHandle(STD_OUTPUT_HANDLE), (LPCSTR)line, static_cast<DWORD>(line.GetLength()), &written, nullptr);
+    ::WriteFile(::GetStdHandle(STD_OUTPUT_HANDLE), (LPCSTR)line, static_cast<DWORD>(line.GetLength()), &written,
+                nullptr);
 }

@@ -74,8 +74,8 @@ protected:
 TEST_F(ProvisionTest, ExitCodesTellWhatHappened)
 {
     EXPECT_EQ(0u, Provision("--help"));
-    for (const char* wrong : {"--nonsense", "--user", "--user a\\b", "--languages", "--languages 0409,", "--languages xyz",
-                              "--current 12345", "--languages 0409 --current 0407"})
+    for (const char* wrong : {"--nonsense", "--user", "--user a\\b", "--languages", "--languages 0409,",
+                              "--languages xyz", "--current 12345", "--languages 0409 --current 0407"})
         EXPECT_EQ(2u, Provision(wrong)) << wrong;
     EXPECT_EQ(1u, Provision("--languages 0409,041f")) << "Turkish has no library";
     EXPECT_EQ(1u, Provision("\"" + OwnFolder() + "fixture_nameless.DLL\"")) << "names no module";

@@ -8,9 +8,18 @@ TEST(NumberText, ReadsDecimalAsFarAsItGoes)
         const char* text;
         unsigned long number;
     } cases[] = {
-        {"0", 0},           {"42", 42},       {"  42abc", 42},         {"0x1F", 0},
-        {"+7", 7},          {"-1", 0xFFFFFFFF}, {"4294967295", 0xFFFFFFFF}, {"4294967296", 0xFFFFFFFF},
-        {"", 0},            {"abc", 0},       {"\t\n9", 9},            {"010", 10},
+        {"0", 0},
+        {"42", 42},
+        {"  42abc", 42},
+        {"0x1F", 0},
+        {"+7", 7},
+        {"-1", 0xFFFFFFFF},
+        {"4294967295", 0xFFFFFFFF},
+        {"4294967296", 0xFFFFFFFF},
+        {"", 0},
+        {"abc", 0},
+        {"\t\n9", 9},
+        {"010", 10},
     };
     for (const auto& c : cases)
         EXPECT_EQ(c.number, StringToDWord(c.text)) << c.text;

@@ -46,9 +46,10 @@ void ExpectEmpty(CZoVersionResource& version)
 {
     for (WORD i = 0; i < 10; ++i)
         EXPECT_STREQ("", version.GetStandardValue(i)) << i;
-    for (const CString& key : {version.GetBrixelsRootKey(), version.GetModuleRootKey(), version.GetInstalledModulesKey(),
-                               version.GetPhoneListsKey(), version.GetSpeedDialListsKey(),
-                               version.GetFaxOnDemandListsKey(), version.GetUsersKey(), version.GetCurrentUserKey()})
+    for (const CString& key :
+         {version.GetBrixelsRootKey(), version.GetModuleRootKey(), version.GetInstalledModulesKey(),
+          version.GetPhoneListsKey(), version.GetSpeedDialListsKey(), version.GetFaxOnDemandListsKey(),
+          version.GetUsersKey(), version.GetCurrentUserKey()})
         EXPECT_STREQ("", key);
 }
 

@@ -101,7 +101,8 @@ const Operation kOperations[] = {
      },
      true},
     {"delete tree",
-     [](CZoGlobalConfig& config, const CString& key) { return config.DeleteSection(kMode, key, "Doomed"); }, true, true},
+     [](CZoGlobalConfig& config, const CString& key) { return config.DeleteSection(kMode, key, "Doomed"); }, true,
+     true},
 };
 
 class ConfigFaults : public ConfigTest {

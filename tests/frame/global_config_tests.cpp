@@ -70,7 +70,7 @@ TEST_F(ConfigTest, TextsRoundTripIntoBuffersOfEverySize)
         DWORD status;
         const char* text;
     } const cases[] = {
-        {64, 0, "twelve chars"},          {13, 0, "twelve chars"}, {12, ERROR_MORE_DATA, "default"},
+        {64, 0, "twelve chars"},      {13, 0, "twelve chars"},  {12, ERROR_MORE_DATA, "default"},
         {5, ERROR_MORE_DATA, "defa"}, {1, ERROR_MORE_DATA, ""},
     };
     for (const auto& c : cases) {
@@ -230,8 +230,8 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
     const CString source = m_key + "\\Source";
     ASSERT_EQ(0u, m_config.SetValue(m_mode, source, "Text", "top"));
     // However the key is written.
-    for (const CString& destination : {source, source + "\\Below", m_key + "\\SOURCE\\Below", source + "\\",
-                                       m_key + "\\\\Source"}) {
+    for (const CString& destination :
+         {source, source + "\\Below", m_key + "\\SOURCE\\Below", source + "\\", m_key + "\\\\Source"}) {
         for (const CString& from : {source, source + "\\"}) {
             EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
                       m_config.MoveRegTree(m_mode, destination, m_mode, from, 0))
@@ -278,9 +278,12 @@ TEST_F(ConfigTest, EnumeratesValuesByTypeAndNarrowsNumbers)
     Values values;
     EXPECT_EQ(0u, m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
     const Values expected = {
-        {"One", REG_DWORD, "", 1},           {"ThreeHundred", REG_DWORD, "", 44},
-        {"TwoHundred", REG_DWORD, "", static_cast<DWORD>(-56)}, {"Text", REG_SZ, "abc", 0},
-        {"Expand", REG_EXPAND_SZ, "%X%", 0}, {"Bytes", REG_BINARY, "\x01\x02", 0},
+        {"One", REG_DWORD, "", 1},
+        {"ThreeHundred", REG_DWORD, "", 44},
+        {"TwoHundred", REG_DWORD, "", static_cast<DWORD>(-56)},
+        {"Text", REG_SZ, "abc", 0},
+        {"Expand", REG_EXPAND_SZ, "%X%", 0},
+        {"Bytes", REG_BINARY, "\x01\x02", 0},
         {"Texts", REG_MULTI_SZ, "a", 0},
     };
     EXPECT_EQ(expected, values);

@@ -192,8 +192,10 @@ TEST_F(Language, NamesOfFiles)
         DWORD language;
         const char* library;
     } libraries[] = {
-        {"ZOGBLBRX.DLL", 0x0409, "ZOGBLENU.DLL"}, {"ZOGBLBRX.DLL", 0x0407, "ZOGBLDEU.DLL"},
-        {"zogbl", 0x0411, "zogblJPN.DLL"},        {"AB", 0x040C, "ABFRA.DLL"},
+        {"ZOGBLBRX.DLL", 0x0409, "ZOGBLENU.DLL"},
+        {"ZOGBLBRX.DLL", 0x0407, "ZOGBLDEU.DLL"},
+        {"zogbl", 0x0411, "zogblJPN.DLL"},
+        {"AB", 0x040C, "ABFRA.DLL"},
     };
     CString result;
     for (const auto& c : libraries) {
@@ -201,8 +203,11 @@ TEST_F(Language, NamesOfFiles)
         EXPECT_STREQ(c.library, result);
     }
     const char* const names[][2] = {
-        {"C:\\Suite\\ZOGBLBRX.DLL", "ZOGBLBRX.DLL"}, {"C:ZOGBLBRX.DLL", "ZOGBLBRX.DLL"}, {"ZOGBLBRX.DLL", "ZOGBLBRX.DLL"},
-        {"C:\\Suite\\", ""}, {"", ""},
+        {"C:\\Suite\\ZOGBLBRX.DLL", "ZOGBLBRX.DLL"},
+        {"C:ZOGBLBRX.DLL", "ZOGBLBRX.DLL"},
+        {"ZOGBLBRX.DLL", "ZOGBLBRX.DLL"},
+        {"C:\\Suite\\", ""},
+        {"", ""},
     };
     for (const auto& [path, name] : names) {
         support.ExtractFilenameFromPath(path, result);

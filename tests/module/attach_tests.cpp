@@ -16,10 +16,7 @@ class HostClass : public CObject {
 };
 IMPLEMENT_DYNCREATE(HostClass, CObject)
 
-void ExpectHostClass()
-{
-    EXPECT_EQ(RUNTIME_CLASS(HostClass), CRuntimeClass::FromName("HostClass"));
-}
+void ExpectHostClass() { EXPECT_EQ(RUNTIME_CLASS(HostClass), CRuntimeClass::FromName("HostClass")); }
 
 void ExpectDetached()
 {

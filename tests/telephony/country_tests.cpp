@@ -42,9 +42,8 @@ protected:
     CZoCountryCodeList* m_list = nullptr;
 };
 
-INSTANTIATE_TEST_SUITE_P(Languages, Countries, ::testing::Values(0x0409, 0x0407), [](const auto& info) {
-    return info.param == 0x0409 ? "English" : "German";
-});
+INSTANTIATE_TEST_SUITE_P(Languages, Countries, ::testing::Values(0x0409, 0x0407),
+                         [](const auto& info) { return info.param == 0x0409 ? "English" : "German"; });
 
 std::set<DWORD> g_systemLocales;
 
@@ -83,9 +82,12 @@ TEST_P(Countries, AreFoundByIndexCodeAndName)
         const char* code;
         UINT prefix;
     } cases[] = {
-        {276, "Germany", "Deutschland", "49", 0}, {983, "Kosovo", "Kosovo", "383", 0},
-        {840, "United States", "Vereinigte Staaten", "1", 0}, {44, "Bahamas", "Bahamas", "242", 1},
-        {40, "Austria", "\xD6sterreich", "43", 0}, {398, "Kazakhstan", "Kasachstan", "7", 0},
+        {276, "Germany", "Deutschland", "49", 0},
+        {983, "Kosovo", "Kosovo", "383", 0},
+        {840, "United States", "Vereinigte Staaten", "1", 0},
+        {44, "Bahamas", "Bahamas", "242", 1},
+        {40, "Austria", "\xD6sterreich", "43", 0},
+        {398, "Kazakhstan", "Kasachstan", "7", 0},
     };
     ZoCountryTextMap names;
     ZoCountryTextMap codes;
@@ -149,8 +151,9 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
     const HMODULE tapi = LoadLibraryA("tapi32.dll");
     using LineGetCountry = LONG(WINAPI*)(DWORD, DWORD, LPLINECOUNTRYLIST);
     const auto lineGetCountry =
-        tapi != nullptr ? reinterpret_cast<LineGetCountry>(reinterpret_cast<void*>(GetProcAddress(tapi, "lineGetCountry")))
-                        : nullptr;
+        tapi != nullptr
+            ? reinterpret_cast<LineGetCountry>(reinterpret_cast<void*>(GetProcAddress(tapi, "lineGetCountry")))
+            : nullptr;
     if (lineGetCountry == nullptr)
         GTEST_SKIP() << "no telephony service here";
     std::vector<BYTE> buffer(64 * 1024);
@@ -174,7 +177,8 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
             continue;
         // The service gives all of the North American plan the code 1; here, members have it as their prefix.
         const CZoCountryCode& ours = *found->second;
-        EXPECT_EQ(entries[i].dwCountryCode, ours.GetDialingPrefix() != 0 ? ours.GetDialingPrefix() : ours.GetCountryCode())
+        EXPECT_EQ(entries[i].dwCountryCode,
+                  ours.GetDialingPrefix() != 0 ? ours.GetDialingPrefix() : ours.GetCountryCode())
             << name;
         ++compared;
     }
@@ -184,7 +188,8 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
 TEST_P(Countries, FillBoxesWithoutTakingTheFocus)
 {
     CWnd parent;
-    ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 200, 200, nullptr, nullptr));
+    ASSERT_TRUE(
+        parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 200, 200, nullptr, nullptr));
     CListBox list;
     CComboBox combo;
     ASSERT_TRUE(list.Create(WS_CHILD | WS_VISIBLE | LBS_OWNERDRAWFIXED, CRect(0, 0, 100, 100), &parent, 1));
@@ -300,8 +305,8 @@ TEST_P(Countries, HaveFlagsInTheBitmapAndLocalesInTheTable)
     DeleteObject(flags);
 
     DWORD size = 0;
-    const auto* table = static_cast<const DWORD*>(
-        ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDR_FLAG_TABLE), RT_RCDATA, &size));
+    const auto* table =
+        static_cast<const DWORD*>(ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDR_FLAG_TABLE), RT_RCDATA, &size));
     ASSERT_NE(nullptr, table);
     std::set<DWORD> locales;
     for (; *table != 0; ++table) {

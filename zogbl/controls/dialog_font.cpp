@@ -43,10 +43,7 @@ constexpr WORD kExtendedSignature = 0xFFFF;
 
 } // namespace
 
-DialogFont::DialogFont(LPCSTR faceName, int pointSize) : points(pointSize)
-{
-    CopyBounded(face, sizeof face, faceName);
-}
+DialogFont::DialogFont(LPCSTR faceName, int pointSize) : points(pointSize) { CopyBounded(face, sizeof face, faceName); }
 
 bool DialogFont::ReadFromTemplate(const void* dialogTemplate, DWORD size)
 {

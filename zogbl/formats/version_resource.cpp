@@ -10,9 +10,9 @@ namespace {
 constexpr DWORD kModulePathSize = 1024;
 constexpr DWORD kUserNameSize = 260;
 
-constexpr LPCSTR kStandardNames[] = {"Comments",     "CompanyName",    "FileDescription",
-                                     "FileVersion",  "InternalName",   "LegalCopyright",
-                                     "OriginalFilename", "ProductName", "ProductVersion"};
+constexpr LPCSTR kStandardNames[] = {"Comments",         "CompanyName",  "FileDescription",
+                                     "FileVersion",      "InternalName", "LegalCopyright",
+                                     "OriginalFilename", "ProductName",  "ProductVersion"};
 constexpr WORD kCompanyName = 1;
 constexpr WORD kProductName = 7;
 constexpr WORD kProductVersion = 8;
@@ -75,9 +75,9 @@ void CZoVersionResource::Clear()
     m_fixedInfo = {};
     for (StandardValue& standard : m_standardValues)
         standard.value.Empty();
-    for (CString* text : {&m_csModuleFileName, &m_csRootKey, &m_csModuleRootKey, &m_csInstalledModulesKey,
-                          &m_csPhoneListsKey, &m_csSpeedDialListsKey, &m_csFaxOnDemandListsKey, &m_csUsersKey,
-                          &m_csCurrentUserKey})
+    for (CString* text :
+         {&m_csModuleFileName, &m_csRootKey, &m_csModuleRootKey, &m_csInstalledModulesKey, &m_csPhoneListsKey,
+          &m_csSpeedDialListsKey, &m_csFaxOnDemandListsKey, &m_csUsersKey, &m_csCurrentUserKey})
         text->Empty();
 }
 

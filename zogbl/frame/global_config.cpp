@@ -247,8 +247,8 @@ DWORD CZoGlobalConfig::CreateKey(DWORD mode, LPCSTR key)
     RegistryKey created;
 #ifdef _WIN64
     // The old call cannot name the view that all others look at.
-    const DWORD result = IsWin32s() ? created.CreateOld(MapModeToKey(mode), key)
-                                    : created.CreateForWriting(MapModeToKey(mode), key);
+    const DWORD result =
+        IsWin32s() ? created.CreateOld(MapModeToKey(mode), key) : created.CreateForWriting(MapModeToKey(mode), key);
 #else
     const DWORD result = created.CreateOld(MapModeToKey(mode), key);
 #endif

@@ -34,7 +34,8 @@ DWORD HandOver(ZoEnumValuesProc callback, void* context, LPCSTR name, LPCSTR dat
         return callback(context, name, data, type);
     case REG_DWORD: {
         // Only the lowest byte, and that signed: so it is defined, and flags are all that comes this way.
-        const auto number = static_cast<INT_PTR>(static_cast<signed char>(data[0]));
+        const auto number =
+            static_cast<INT_PTR>(static_cast<signed char>(data[0])); // NOLINT(bugprone-signed-char-misuse)
         return callback(context, name, reinterpret_cast<const void*>(number), type);
     }
     default:
@@ -184,7 +185,8 @@ template <size_t SIZE> bool AppendToPath(char (&path)[SIZE], LPCSTR name)
 CString CanonicalPath(HKEY root, LPCSTR path)
 {
     CString canonical;
-    canonical.Format("%lX", static_cast<unsigned long>(HandleToULong(root == HKEY_CLASSES_ROOT ? HKEY_LOCAL_MACHINE : root)));
+    canonical.Format("%lX",
+                     static_cast<unsigned long>(HandleToULong(root == HKEY_CLASSES_ROOT ? HKEY_LOCAL_MACHINE : root)));
     if (root == HKEY_CLASSES_ROOT)
         canonical += "\\Software\\Classes";
     CString rest(path);
@@ -245,11 +247,11 @@ DWORD CZoGlobalConfig::GblEnumCopyRegTreeEntriesProc(void* context, LPCSTR subke
     CZoGlobalConfig* config = record->config;
     DWORD result = config->CreateKey(record->destinationMode, record->destinationPath);
     if (result == ERROR_SUCCESS)
-        result = config->EnumEntries(record->sourceMode, record->sourcePath, &GblEnumCopyRegTreeEntriesProc,
-                                     record.get());
+        result =
+            config->EnumEntries(record->sourceMode, record->sourcePath, &GblEnumCopyRegTreeEntriesProc, record.get());
     if (result == ERROR_SUCCESS)
-        result = config->EnumValues(record->sourceMode, record->sourcePath, &GblEnumCopyRegTreeValuesProc,
-                                    record.get());
+        result =
+            config->EnumValues(record->sourceMode, record->sourcePath, &GblEnumCopyRegTreeValuesProc, record.get());
     return result;
 }
 
@@ -259,8 +261,7 @@ DWORD CZoGlobalConfig::GblEnumCopyRegTreeValuesProc(void* context, LPCSTR valueN
     CZoGlobalConfig* config = record->config;
     switch (type) {
     case REG_SZ:
-        return config->SetValue(record->destinationMode, record->destinationPath, valueName,
-                                static_cast<LPCSTR>(data));
+        return config->SetValue(record->destinationMode, record->destinationPath, valueName, static_cast<LPCSTR>(data));
     case REG_DWORD:
         return config->SetValue(record->destinationMode, record->destinationPath, valueName, ZoEnumeratedNumber(data));
     default:

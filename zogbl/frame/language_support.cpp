@@ -73,7 +73,8 @@ CZoLanguageSupport::~CZoLanguageSupport()
 BOOL CZoLanguageSupport::Create()
 {
     return WithoutThrowing([this]() -> BOOL {
-        const LPCSTR windowClass = AfxRegisterWndClass(0, nullptr, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), nullptr);
+        const LPCSTR windowClass =
+            AfxRegisterWndClass(0, nullptr, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), nullptr);
         if (!CreateEx(0, windowClass, "ZoLS", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr))
             return FALSE;
         ZoRegisterLanguageWindow(m_hWnd);

@@ -12,9 +12,8 @@ LONG WindowCount(const ZoLanguageWindowRow& row) { return std::clamp(row.windowC
 ZoLanguageWindowRow* FindOwnRow()
 {
     ZoLanguageWindowRow* end = g_table.rows + RowCount();
-    ZoLanguageWindowRow* row = std::find_if(g_table.rows, end, [id = GetCurrentProcessId()](const auto& candidate) {
-        return candidate.processId == id;
-    });
+    ZoLanguageWindowRow* row = std::find_if(
+        g_table.rows, end, [id = GetCurrentProcessId()](const auto& candidate) { return candidate.processId == id; });
     return row != end ? row : nullptr;
 }
 

@@ -12,8 +12,8 @@ constexpr LONG kLanguageWindowsPerRow = 256;
 
 struct ZoLanguageWindowRow {
     DWORD processId;
-    LONG windowCount;                        ///< handles in use, from the start
-    DWORD windows[kLanguageWindowsPerRow];   ///< window handles, of 32 bits on every system
+    LONG windowCount;                      ///< handles in use, from the start
+    DWORD windows[kLanguageWindowsPerRow]; ///< window handles, of 32 bits on every system
 };
 
 struct ZoLanguageWindowTable {

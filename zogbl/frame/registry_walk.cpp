@@ -23,9 +23,8 @@ DWORD RegistryWalk::DeleteTree(HKEY parent, LPCSTR name) const
 DWORD RegistryWalk::DeleteChildren(HKEY parent, LPCSTR name) const
 {
     RegistryKey key;
-    DWORD result = m_oldCalls
-                       ? key.OpenOld(parent, name)
-                       : key.Open(parent, name, KEY_ENUMERATE_SUB_KEYS | KEY_CREATE_SUB_KEY | KEY_SET_VALUE);
+    DWORD result = m_oldCalls ? key.OpenOld(parent, name)
+                              : key.Open(parent, name, KEY_ENUMERATE_SUB_KEYS | KEY_CREATE_SUB_KEY | KEY_SET_VALUE);
     if (result != ERROR_SUCCESS)
         return result;
     const ScratchText child(kRegistryNameSize + 2);

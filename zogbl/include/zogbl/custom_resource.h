@@ -8,12 +8,12 @@
 
 /// Codes of CZoCustomResource.
 constexpr DWORD ZO_RESOURCE_NO_MODULE = 2;
-constexpr DWORD ZO_RESOURCE_NO_NAME = 3;        ///< neither a name nor a number
+constexpr DWORD ZO_RESOURCE_NO_NAME = 3; ///< neither a name nor a number
 constexpr DWORD ZO_RESOURCE_NOT_FOUND = 4;
 constexpr DWORD ZO_RESOURCE_LOAD_FAILED = 5;
 constexpr DWORD ZO_RESOURCE_LOCK_FAILED = 6;
 constexpr DWORD ZO_RESOURCE_NULL_NAME = 7;
-constexpr DWORD ZO_RESOURCE_NAME_TOO_LONG = 8;  ///< 31 characters or more
+constexpr DWORD ZO_RESOURCE_NAME_TOO_LONG = 8; ///< 31 characters or more
 constexpr DWORD ZO_RESOURCE_ZERO_ID = 9;
 constexpr DWORD ZO_RESOURCE_NULL_BUFFER = 10;
 constexpr DWORD ZO_RESOURCE_BUFFER_TOO_SMALL = 11;

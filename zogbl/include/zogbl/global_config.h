@@ -24,10 +24,7 @@ using ZoEnumEntriesProc = DWORD (*)(void* context, LPCSTR subkeyName);
 using ZoEnumValuesProc = DWORD (*)(void* context, LPCSTR valueName, const void* data, DWORD type);
 
 /// The number that an enumeration hands over for a REG_DWORD.
-inline DWORD ZoEnumeratedNumber(const void* data)
-{
-    return static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(data));
-}
+inline DWORD ZoEnumeratedNumber(const void* data) { return static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(data)); }
 
 /// Reads and writes the registry. Every operation names a root by its mode, a key path below that root and as a rule a
 /// value; it opens the key, does one thing and closes the key again, so that no registry handle outlives a call. Objects

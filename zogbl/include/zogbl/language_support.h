@@ -86,7 +86,7 @@ private:
 
     CObArray m_languages; // of CZoLanguageEntry, owned
     HINSTANCE m_hLanguageLibrary;
-    CWnd* m_pParent;
+    [[maybe_unused]] CWnd* m_pParent; // the constructor's argument, null without
     CZoVersionResource m_version;
     int m_nCurrentIndex;
     CString m_csCurrentAbbreviation;
