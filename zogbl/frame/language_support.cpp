@@ -284,9 +284,13 @@ BOOL CZoLanguageSupport::BuildLanguageModuleFilename(LPCSTR fileName, DWORD lang
 
 void CZoLanguageSupport::ExtractFilenameFromPath(LPCSTR path, CString& result)
 {
-    const CString whole(path);
-    int separator = whole.ReverseFind('\\');
-    if (separator < 0)
-        separator = whole.ReverseFind(':');
-    result = whole.Mid(separator + 1);
+    result.Empty();
+    WithoutThrowing([&] {
+        const CString whole(path);
+        int separator = whole.ReverseFind('\\');
+        if (separator < 0)
+            separator = whole.ReverseFind(':');
+        result = whole.Mid(separator + 1);
+        return TRUE;
+    });
 }

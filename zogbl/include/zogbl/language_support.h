@@ -65,7 +65,7 @@ public:
     virtual BOOL CreateNameAndLoadModule(LPCSTR fileName);
     /// Reads the list below \p rootKey anew. A missing key is an empty list and success.
     virtual BOOL EnumerateAvailableLanguages(LPCSTR rootKey);
-    /// What follows the last backslash, else the last colon, else the whole path.
+    /// What follows the last backslash, else the last colon, else the whole path; empty when memory has run out.
     virtual void ExtractFilenameFromPath(LPCSTR path, CString& result);
 
 protected:
