@@ -150,6 +150,9 @@ TEST_F(Language, WithoutListOrLibraryNothingIsLoadedOrCounted)
 TEST_F(Language, SpecificOneIsLoadedMarkedAndWritten)
 {
     CZoLanguageSupport support;
+    char userDefault[4] = {};
+    GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SABBREVLANGNAME, userDefault, sizeof userDefault);
+    EXPECT_STREQ(userDefault, support.GetLocaleName()) << "nothing is loaded";
     ASSERT_TRUE(support.LoadCurrentLanguage(LibraryPath()));
     EXPECT_STREQ("ENU", support.GetLocaleName());
     EXPECT_TRUE(support.LoadSpecificLanguage(0x0409, "nowhere", TRUE)) << "loaded already";

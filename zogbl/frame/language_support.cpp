@@ -98,8 +98,7 @@ void CZoLanguageSupport::OnDestroy()
 CString CZoLanguageSupport::GetLocaleName() const
 {
     CString name;
-    if (m_dwLoadedId != 0)
-        WithoutThrowing([&] { return name = LanguageAbbreviation(m_dwLoadedId), TRUE; });
+    WithoutThrowing([&] { return name = LanguageAbbreviation(m_dwLoadedId), TRUE; });
     return name;
 }
 

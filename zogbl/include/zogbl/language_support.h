@@ -45,7 +45,9 @@ public:
 
     HINSTANCE GetLibraryHandle() const { return m_hLanguageLibrary; } ///< null when nothing is loaded
     DWORD GetLCID() const { return m_dwLoadedId; }                    ///< language id loaded, 0 for none
-    CString GetLocaleName() const; ///< three-letter name of the language loaded, empty for none
+    /// The system's three-letter name of the language loaded; of the user's default language while none is, for that is
+    /// what the system answers for id 0.
+    CString GetLocaleName() const;
 
     /// Loads the language that the registry marks as current, or the first one listed if none is marked with exactly 1.
     /// \param path the asking module's file. FALSE when there is no window, list or library to be had; a library loaded
