@@ -155,9 +155,6 @@ AFX_API CObject* AFXAPI AfxDynamicDownCast(CRuntimeClass* pClass, CObject* pObje
 #define DYNAMIC_DOWNCAST(class_name, object)                                                                           \
     (static_cast<class_name*>(AfxDynamicDownCast(RUNTIME_CLASS(class_name), (object))))
 
-/// TRUE if \p lp points to \p nBytes that can be read (and written, with \p bReadWrite).
-AFX_API BOOL AFXAPI AfxIsValidAddress(const void* lp, UINT_PTR nBytes, BOOL bReadWrite = TRUE);
-
 // ---------------------------------------------------------------------------------------------------------------------
 // Strings
 

@@ -88,7 +88,6 @@ protected:                                                                      
 #define ON_CONTROL(wNotifyCode, id, memberFxn)                                                                         \
     AFX_ENTRY(WM_COMMAND, static_cast<UINT>(wNotifyCode), static_cast<UINT>(id), static_cast<UINT>(id), nullptr,       \
               self->memberFxn())
-#define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)
 #define ON_LBN_SELCHANGE(id, memberFxn) ON_CONTROL(LBN_SELCHANGE, id, memberFxn)
 
 // Any message ----------------------------------------------------------------------------------------------------------
@@ -103,9 +102,6 @@ protected:                                                                      
 
 #define AFX_ON_WM(message, ...) AFX_ENTRY(message, 0, 0, 0, nullptr, __VA_ARGS__)
 
-#define AFX_SIGNED_LOWORD(value) static_cast<short>(LOWORD(value))
-#define AFX_SIGNED_HIWORD(value) static_cast<short>(HIWORD(value))
-
 #define ON_WM_CREATE()                                                                                                 \
     AFX_ON_WM(WM_CREATE, call.lResult = self->OnCreate(reinterpret_cast<CREATESTRUCT*>(call.lParam)))
 #define ON_WM_DESTROY() AFX_ON_WM(WM_DESTROY, self->OnDestroy())
@@ -115,17 +111,6 @@ protected:                                                                      
     AFX_ON_WM(WM_SIZE, self->OnSize(static_cast<UINT>(call.wParam), LOWORD(call.lParam), HIWORD(call.lParam)))
 #define ON_WM_SETFOCUS()                                                                                               \
     AFX_ON_WM(WM_SETFOCUS, self->OnSetFocus(CWnd::FromHandle(reinterpret_cast<HWND>(call.wParam))))
-#define ON_WM_SYSCOLORCHANGE() AFX_ON_WM(WM_SYSCOLORCHANGE, self->OnSysColorChange())
-#define ON_WM_ERASEBKGND()                                                                                             \
-    AFX_ON_WM(WM_ERASEBKGND, call.lResult = self->OnEraseBkgnd(CDC::FromHandle(reinterpret_cast<HDC>(call.wParam))))
-#define ON_WM_TIMER() AFX_ON_WM(WM_TIMER, self->OnTimer(static_cast<UINT_PTR>(call.wParam)))
-#define ON_WM_DRAWITEM()                                                                                               \
-    AFX_ON_WM(WM_DRAWITEM, self->OnDrawItem(static_cast<int>(call.wParam), reinterpret_cast<DRAWITEMSTRUCT*>(call.lParam)); \
-              call.lResult = TRUE)
-#define ON_WM_MEASUREITEM()                                                                                            \
-    AFX_ON_WM(WM_MEASUREITEM,                                                                                          \
-              self->OnMeasureItem(static_cast<int>(call.wParam), reinterpret_cast<MEASUREITEMSTRUCT*>(call.lParam));   \
-              call.lResult = TRUE)
 #define ON_WM_INITMENUPOPUP()                                                                                          \
     AFX_ON_WM(WM_INITMENUPOPUP, self->OnInitMenuPopup(reinterpret_cast<HMENU>(call.wParam), LOWORD(call.lParam),       \
                                                       HIWORD(call.lParam)))

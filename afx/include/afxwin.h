@@ -9,9 +9,7 @@
 
 class CDC;
 class CDynLinkLibrary;
-class CFont;
 class CFrameWnd;
-class CMenu;
 class CWinApp;
 class CWinThread;
 class CWnd;
@@ -67,14 +65,6 @@ class CSize : public SIZE {
 public:
     CSize() : SIZE{0, 0} {}
     CSize(int initCX, int initCY) : SIZE{initCX, initCY} {}
-    CSize(SIZE initSize) : SIZE(initSize) {}
-};
-
-class CPoint : public POINT {
-public:
-    CPoint() : POINT{0, 0} {}
-    CPoint(int initX, int initY) : POINT{initX, initY} {}
-    CPoint(POINT initPt) : POINT(initPt) {}
 };
 
 class CRect : public RECT {
@@ -85,12 +75,6 @@ public:
 
     int Width() const { return right - left; }
     int Height() const { return bottom - top; }
-    CSize Size() const { return {Width(), Height()}; }
-    CPoint TopLeft() const { return {left, top}; }
-    BOOL IsRectEmpty() const { return ::IsRectEmpty(this); }
-    void SetRect(int x1, int y1, int x2, int y2) { ::SetRect(this, x1, y1, x2, y2); }
-    void DeflateRect(int x, int y) { ::InflateRect(this, -x, -y); }
-    void OffsetRect(int x, int y) { ::OffsetRect(this, x, y); }
     operator LPRECT() { return this; }
     operator LPCRECT() const { return this; }
 };
@@ -98,74 +82,25 @@ public:
 // ---------------------------------------------------------------------------------------------------------------------
 // Drawing
 
-/// A GDI object, deleted with its wrapper unless detached.
-class AFX_API CGdiObject : public CObject {
-    DECLARE_DYNAMIC(CGdiObject)
-public:
-    CGdiObject() = default;
-    ~CGdiObject() override;
-    BOOL Attach(HGDIOBJ hObject);
-    HGDIOBJ Detach();
-    BOOL DeleteObject();
-    HGDIOBJ GetSafeHandle() const { return m_hObject; }
-    int GetObject(int nCount, LPVOID lpObject) const;
-
-    HGDIOBJ m_hObject = nullptr;
-};
-
-class AFX_API CFont : public CGdiObject {
-    DECLARE_DYNAMIC(CFont)
-public:
-    BOOL CreateFontIndirect(const LOGFONT* lpLogFont);
-    /// A wrapper that lives until the thread is next idle; it does not own the font.
-    static CFont* AFXAPI FromHandle(HFONT hFont);
-    operator HFONT() const { return static_cast<HFONT>(m_hObject); }
-};
-
-class AFX_API CBrush : public CGdiObject {
-    DECLARE_DYNAMIC(CBrush)
-public:
-    BOOL CreateSolidBrush(COLORREF crColor);
-    operator HBRUSH() const { return static_cast<HBRUSH>(m_hObject); }
-};
-
-class AFX_API CBitmap : public CGdiObject {
-    DECLARE_DYNAMIC(CBitmap)
-public:
-    BOOL CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight);
-    operator HBITMAP() const { return static_cast<HBITMAP>(m_hObject); }
-};
-
 /// A device context.
 class AFX_API CDC : public CObject {
     DECLARE_DYNAMIC(CDC)
 public:
     CDC() = default;
     ~CDC() override;
-    static CDC* AFXAPI FromHandle(HDC hDC);
     BOOL Attach(HDC hDC);
     HDC Detach();
     HDC GetSafeHdc() const { return m_hDC; }
-    BOOL CreateCompatibleDC(CDC* pDC);
     BOOL DeleteDC();
 
     HGDIOBJ SelectObject(HGDIOBJ hObject) { return ::SelectObject(m_hDC, hObject); }
     COLORREF SetTextColor(COLORREF crColor) { return ::SetTextColor(m_hDC, crColor); }
-    COLORREF SetBkColor(COLORREF crColor) { return ::SetBkColor(m_hDC, crColor); }
     int SetBkMode(int nBkMode) { return ::SetBkMode(m_hDC, nBkMode); }
     int DrawText(LPCSTR lpszString, int nCount, LPRECT lpRect, UINT nFormat)
     {
         return ::DrawText(m_hDC, lpszString, nCount, lpRect, nFormat);
     }
-    BOOL GetTextMetrics(TEXTMETRIC* lpMetrics) const { return ::GetTextMetrics(m_hDC, lpMetrics); }
     CSize GetTextExtent(LPCSTR lpszString, int nCount) const;
-    int GetDeviceCaps(int nIndex) const { return ::GetDeviceCaps(m_hDC, nIndex); }
-    void FillSolidRect(LPCRECT lpRect, COLORREF clr);
-    void DrawFocusRect(LPCRECT lpRect) { ::DrawFocusRect(m_hDC, lpRect); }
-    BOOL BitBlt(int x, int y, int nWidth, int nHeight, CDC* pSrcDC, int xSrc, int ySrc, DWORD dwRop)
-    {
-        return ::BitBlt(m_hDC, x, y, nWidth, nHeight, pSrcDC->m_hDC, xSrc, ySrc, dwRop);
-    }
 
     HDC m_hDC = nullptr;
 };
@@ -191,19 +126,6 @@ public:
 
 private:
     HWND m_hWnd;
-};
-
-class AFX_API CMenu : public CObject {
-    DECLARE_DYNAMIC(CMenu)
-public:
-    CMenu() = default;
-    ~CMenu() override; ///< destroys the menu unless detached
-    BOOL Attach(HMENU hMenu);
-    HMENU Detach();
-    BOOL LoadMenuIndirect(const void* lpMenuTemplate);
-    BOOL DestroyMenu();
-
-    HMENU m_hMenu = nullptr;
 };
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -290,7 +212,6 @@ public:
     BOOL ShowWindow(int nCmdShow) { return ::ShowWindow(m_hWnd, nCmdShow); }
     void UpdateWindow() { ::UpdateWindow(m_hWnd); }
     void Invalidate(BOOL bErase = TRUE) { ::InvalidateRect(m_hWnd, nullptr, bErase); }
-    void SetRedraw(BOOL bRedraw = TRUE) { SendMessage(WM_SETREDRAW, bRedraw); }
     BOOL IsWindowVisible() const { return ::IsWindowVisible(m_hWnd); }
     BOOL EnableWindow(BOOL bEnable = TRUE) { return ::EnableWindow(m_hWnd, bEnable); }
     void MoveWindow(LPCRECT lpRect, BOOL bRepaint = TRUE);
@@ -303,19 +224,8 @@ public:
     void CenterWindow(CWnd* pAlternateOwner = nullptr);
     CWnd* GetDlgItem(int nID) const { return FromHandle(::GetDlgItem(m_hWnd, nID)); }
     void SetDlgItemText(int nID, LPCSTR lpszString) { ::SetDlgItemText(m_hWnd, nID, lpszString); }
-    CWnd* GetParent() const { return FromHandle(::GetParent(m_hWnd)); }
     CWnd* SetFocus() { return FromHandle(::SetFocus(m_hWnd)); }
     static CWnd* GetFocus() { return FromHandle(::GetFocus()); }
-    DWORD GetStyle() const { return static_cast<DWORD>(::GetWindowLong(m_hWnd, GWL_STYLE)); }
-    void SetFont(CFont* pFont, BOOL bRedraw = TRUE)
-    {
-        SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(pFont != nullptr ? pFont->m_hObject : nullptr), bRedraw);
-    }
-    CFont* GetFont() const { return CFont::FromHandle(reinterpret_cast<HFONT>(SendMessage(WM_GETFONT))); }
-    HICON SetIcon(HICON hIcon, BOOL bBigIcon)
-    {
-        return reinterpret_cast<HICON>(SendMessage(WM_SETICON, bBigIcon, reinterpret_cast<LPARAM>(hIcon)));
-    }
 
     virtual BOOL PreTranslateMessage(MSG* pMsg);
     /// Runs messages until EndModalLoop. \return the result given there; -1 when the thread is told to quit meanwhile.
@@ -345,9 +255,6 @@ protected:
     afx_msg void OnPaint() { Default(); }
     afx_msg void OnSize(UINT, int, int) { Default(); }
     afx_msg void OnSetFocus(CWnd*) { Default(); }
-    afx_msg BOOL OnEraseBkgnd(CDC*) { return static_cast<BOOL>(Default()); }
-    afx_msg void OnTimer(UINT_PTR) { Default(); }
-    afx_msg void OnSysColorChange() { Default(); }
     afx_msg void OnGetMinMaxInfo(MINMAXINFO*) { Default(); }
     afx_msg void OnInitMenuPopup(HMENU hMenu, UINT nIndex, BOOL bSysMenu);
     afx_msg void OnNcDestroy();

@@ -75,7 +75,7 @@ int CWinThread::Run()
 BOOL CWinThread::OnIdle(LONG lCount)
 {
     if (lCount == 0)
-        GetThreadState()->DeleteTemporaryObjects();
+        GetThreadState()->windows.DeleteTemporary();
     return FALSE;
 }
 

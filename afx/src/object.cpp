@@ -61,11 +61,6 @@ CObject* AFXAPI AfxDynamicDownCast(CRuntimeClass* pClass, CObject* pObject)
     return pObject != nullptr && pObject->IsKindOf(pClass) ? pObject : nullptr;
 }
 
-BOOL AFXAPI AfxIsValidAddress(const void* lp, UINT_PTR nBytes, BOOL bReadWrite)
-{
-    return lp != nullptr && !IsBadReadPtr(lp, nBytes) && (!bReadWrite || !IsBadWritePtr(const_cast<void*>(lp), nBytes));
-}
-
 void AFXAPI AfxAssertFailedLine(LPCSTR lpszFileName, int nLine)
 {
     char text[512];

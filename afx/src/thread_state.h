@@ -1,71 +1,36 @@
 /// \file
-/// What the framework keeps for each thread: windows and drawing objects belong to the thread that made them.
+/// What the framework keeps for each thread: windows belong to the thread that made them.
 #pragma once
 
 #include <afxwin.h>
 
-/// Objects by handle. Permanent ones belong to their makers; temporary ones to the map.
-template <class OBJECT> class HandleMap {
+/// Windows by handle. Permanent objects belong to their makers; temporary ones to the map.
+class WindowMap {
 public:
-    ~HandleMap() { DeleteTemporary(); }
+    ~WindowMap() { DeleteTemporary(); }
 
-    OBJECT* FindPermanent(HANDLE handle) const
+    CWnd* FindPermanent(HWND handle) const
     {
-        OBJECT* object = nullptr;
-        return m_permanent.Lookup(handle, object) ? object : nullptr;
+        CWnd* window = nullptr;
+        return m_permanent.Lookup(handle, window) ? window : nullptr;
     }
-    void SetPermanent(HANDLE handle, OBJECT* object) { m_permanent.SetAt(handle, object); }
-    void RemovePermanent(HANDLE handle) { m_permanent.RemoveKey(handle); }
+    void SetPermanent(HWND handle, CWnd* window) { m_permanent.SetAt(handle, window); }
+    void RemovePermanent(HWND handle) { m_permanent.RemoveKey(handle); }
 
-    /// The object of \p handle, a temporary one if it has none. \p assign sets or clears an object's handle.
-    template <class ASSIGN> OBJECT* FromHandle(HANDLE handle, ASSIGN assign)
-    {
-        OBJECT* object = nullptr;
-        if (handle == nullptr || m_permanent.Lookup(handle, object) || m_temporary.Lookup(handle, object))
-            return object;
-        object = new OBJECT;
-        try {
-            m_temporary.SetAt(handle, object);
-        } catch (CMemoryException*) {
-            delete object;
-            throw;
-        }
-        assign(object, handle);
-        m_release = [](OBJECT* o) { ASSIGN{}(o, nullptr); };
-        return object;
-    }
-    void DeleteTemporary()
-    {
-        for (POSITION position = m_temporary.GetStartPosition(); position != nullptr;) {
-            HANDLE handle;
-            OBJECT* object;
-            m_temporary.GetNextAssoc(position, handle, object);
-            m_release(object); // a temporary object must not close what it does not own
-            delete object;
-        }
-        m_temporary.RemoveAll();
-    }
+    /// The object of \p handle, a temporary one if it has none.
+    CWnd* FromHandle(HWND handle);
+    void DeleteTemporary();
 
 private:
-    CMap<HANDLE, HANDLE, OBJECT*, OBJECT*> m_permanent;
-    CMap<HANDLE, HANDLE, OBJECT*, OBJECT*> m_temporary;
-    void (*m_release)(OBJECT*) = nullptr;
+    CMap<HWND, HWND, CWnd*, CWnd*> m_permanent;
+    CMap<HWND, HWND, CWnd*, CWnd*> m_temporary;
 };
 
 struct ThreadState {
     CWinThread* thread = nullptr;
     MSG lastMessage = {};               ///< being handled, for CWnd::Default
     CWnd* windowBeingCreated = nullptr; ///< waits for its handle in the creation hook
-    HandleMap<CWnd> windows;
-    HandleMap<CDC> deviceContexts;
-    HandleMap<CFont> fonts;
-
-    void DeleteTemporaryObjects()
-    {
-        windows.DeleteTemporary();
-        deviceContexts.DeleteTemporary();
-        fonts.DeleteTemporary();
-    }
+    WindowMap windows;
 };
 
 /// The calling thread's state; null when it has none, and then it has no windows either.

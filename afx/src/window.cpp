@@ -14,16 +14,39 @@ namespace {
 
 constexpr DWORD kClassStyleIme = 0x00010000; // CS_IME: an input-method window that the system slips in
 
-void AssignWindow(CWnd* window, HANDLE handle) { window->m_hWnd = static_cast<HWND>(handle); }
-
 } // namespace
 
 // Handles and objects --------------------------------------------------------------------------------------------------
 
-CWnd* AFXAPI CWnd::FromHandle(HWND hWnd)
+CWnd* WindowMap::FromHandle(HWND handle)
 {
-    return GetThreadState()->windows.FromHandle(hWnd, [](CWnd* w, HANDLE handle) { AssignWindow(w, handle); });
+    CWnd* window = nullptr;
+    if (handle == nullptr || m_permanent.Lookup(handle, window) || m_temporary.Lookup(handle, window))
+        return window;
+    window = new CWnd;
+    try {
+        m_temporary.SetAt(handle, window);
+    } catch (CMemoryException*) {
+        delete window;
+        throw;
+    }
+    window->m_hWnd = handle;
+    return window;
 }
+
+void WindowMap::DeleteTemporary()
+{
+    for (POSITION position = m_temporary.GetStartPosition(); position != nullptr;) {
+        HWND handle;
+        CWnd* window;
+        m_temporary.GetNextAssoc(position, handle, window);
+        window->m_hWnd = nullptr; // a temporary object must not destroy what it does not own
+        delete window;
+    }
+    m_temporary.RemoveAll();
+}
+
+CWnd* AFXAPI CWnd::FromHandle(HWND hWnd) { return GetThreadState()->windows.FromHandle(hWnd); }
 
 CWnd* AFXAPI CWnd::FromHandlePermanent(HWND hWnd) { return GetThreadState()->windows.FindPermanent(hWnd); }
 

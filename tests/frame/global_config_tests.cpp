@@ -1,6 +1,7 @@
 #include <zogbl/global_config.h>
 
 #include "config_fixture.h"
+#include "support/sentinel_buffer.h"
 
 #include <gtest/gtest.h>
 
@@ -65,25 +66,20 @@ TEST_F(ConfigTest, NumbersRoundTrip)
 TEST_F(ConfigTest, TextsRoundTripIntoBuffersOfEverySize)
 {
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Text", "twelve chars"));
-    struct {
-        DWORD size;
-        DWORD status;
-        const char* text;
-    } const cases[] = {
-        {64, 0, "twelve chars"},      {13, 0, "twelve chars"},  {12, ERROR_MORE_DATA, "default"},
-        {5, ERROR_MORE_DATA, "defa"}, {1, ERROR_MORE_DATA, ""},
-    };
-    for (const auto& c : cases) {
-        std::vector<char> buffer(c.size + 8, '\xAA');
-        EXPECT_EQ(c.status, m_config.GetValue(m_mode, m_key, "Text", buffer.data(), c.size, "default")) << c.size;
-        EXPECT_STREQ(c.text, buffer.data()) << c.size;
-        for (size_t i = c.size; i < buffer.size(); ++i)
-            ASSERT_EQ('\xAA', buffer[i]) << "written behind a buffer of " << c.size;
+    for (const zo_test::BufferCase& buffer : zo_test::BufferCases(sizeof "twelve chars")) {
+        SCOPED_TRACE(buffer.name);
+        zo_test::SentinelBuffer out(buffer);
+        const auto size = static_cast<DWORD>(out.Size());
+        const DWORD status = m_config.GetValue(m_mode, m_key, "Text", out.Data(), size, "default");
+        out.ExpectGuardsIntact();
+        if (buffer.null || size == 0) {
+            EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), status);
+            EXPECT_TRUE(out.IsUntouched());
+        } else {
+            EXPECT_EQ(buffer.fits ? 0u : static_cast<DWORD>(ERROR_MORE_DATA), status);
+            EXPECT_EQ(buffer.fits ? "twelve chars" : std::string("default").substr(0, size - 1), out.Text());
+        }
     }
-    char byte = 'x';
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.GetValue(m_mode, m_key, "Text", &byte, 0, "d"));
-    EXPECT_EQ('x', byte);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.GetValue(m_mode, m_key, "Text", nullptr, 5, "d"));
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.SetValue(m_mode, m_key, "Text", nullptr));
 
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Empty", ""));
