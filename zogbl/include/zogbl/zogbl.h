@@ -4,8 +4,11 @@
 
 #include <zogbl/country_code.h>
 #include <zogbl/custom_resource.h>
+#include <zogbl/file_functions.h>
+#include <zogbl/file_name_functions.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/global_config.h>
+#include <zogbl/global_error.h>
 #include <zogbl/language_support.h>
 #include <zogbl/module.h>
 #include <zogbl/number_text.h>

@@ -1,0 +1,35 @@
+/// \file
+/// A handle that CloseHandle closes: of a file, of a process's token.
+#pragma once
+
+#include <zogbl/global_error.h>
+
+#include <windows.h>
+
+#include <utility>
+
+/// Closes its handle.
+class SystemHandle {
+public:
+    /// \param handle null and INVALID_HANDLE_VALUE both mean none: each call has its own way to say so.
+    explicit SystemHandle(HANDLE handle = nullptr) : m_handle(handle != INVALID_HANDLE_VALUE ? handle : nullptr) {}
+    ~SystemHandle() { Close(ERROR_SUCCESS); }
+    SystemHandle(const SystemHandle&) = delete;
+    SystemHandle& operator=(const SystemHandle&) = delete;
+
+    bool IsOpen() const { return m_handle != nullptr; }
+    operator HANDLE() const { return m_handle; }
+    /// Where a call leaves the handle that it opens.
+    HANDLE* Receive() { return &m_handle; }
+
+    /// Ends an operation: closes the handle. \return the error of closing it; if there is none, \p result.
+    DWORD Close(DWORD result)
+    {
+        if (m_handle == nullptr || CloseHandle(std::exchange(m_handle, nullptr)))
+            return result;
+        return CZoGlobalError::GetError();
+    }
+
+private:
+    HANDLE m_handle;
+};
