@@ -16,4 +16,5 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/status.h>
+#include <zogbl/trace.h>
 #include <zogbl/version_resource.h>

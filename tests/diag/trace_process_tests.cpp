@@ -1,0 +1,191 @@
+// One trace, several processes.
+#include "trace_fixture.h"
+
+#include "support/child_process.h"
+#include "support/environment.h"
+#include "support/import_patch.h"
+
+#include <climits>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using zo_test::ChildProcess;
+using zo_test::TestTrace;
+
+constexpr int kProcesses = 4;
+constexpr int kLines = 5000;
+constexpr size_t kLineLength = 100; // "\r\n" included
+
+/// "<process> <number> ....\r\n", 100 bytes.
+std::string Line(int process, int number)
+{
+    std::string line = std::to_string(process) + " " + std::to_string(number) + " ";
+    line.resize(kLineLength - 2, static_cast<char>('a' + process));
+    return line + "\r\n";
+}
+
+/// The lines of a trace by process. A line that is none of Line's fails the test.
+std::map<int, std::vector<int>> LinesByProcess(const std::string& body)
+{
+    std::map<int, std::vector<int>> lines;
+    size_t begin = 0;
+    for (size_t end; (end = body.find('\n', begin)) != std::string::npos && body[begin] != '*'; begin = end + 1) {
+        int process = -1;
+        int number = -1;
+        const std::string line = body.substr(begin, end + 1 - begin);
+        if (std::sscanf(line.c_str(), "%d %d ", &process, &number) != 2 || line != Line(process, number)) {
+            ADD_FAILURE() << "a broken line: " << line;
+            break;
+        }
+        lines[process].push_back(number);
+    }
+    return lines;
+}
+
+std::vector<int> Numbers(int count)
+{
+    std::vector<int> numbers;
+    for (int i = 0; i < count; ++i)
+        numbers.push_back(i);
+    return numbers;
+}
+
+struct Writers {
+    /// \param linesOfThird how many lines process 2 writes; the others write kLines
+    explicit Writers(const TestTrace& names, int linesOfThird = kLines)
+    {
+        for (int i = 0; i < kProcesses; ++i)
+            processes.push_back(std::make_unique<ChildProcess>(
+                "WritesLines", std::vector<std::string>{(LPCSTR)names.Name(), std::to_string(i),
+                                                        std::to_string(i == 2 ? linesOfThird : kLines)}));
+        for (const auto& process : processes)
+            EXPECT_TRUE(process->WaitUntilReady());
+    }
+    void Go() const
+    {
+        for (const auto& process : processes)
+            process->Go();
+    }
+
+    std::vector<std::unique_ptr<ChildProcess>> processes;
+};
+
+/// How many of the bytes a WriteFile brings into the file before its process dies.
+DWORD s_bytesBeforeDeath;
+BOOL WINAPI DieWhileWriting(HANDLE file, LPCVOID data, DWORD size, DWORD* written, OVERLAPPED*)
+{
+    WriteFile(file, data, s_bytesBeforeDeath < size ? s_bytesBeforeDeath : size, written, nullptr);
+    TerminateProcess(GetCurrentProcess(), 1);
+    return FALSE;
+}
+
+} // namespace
+
+ZO_CHILD(WritesLines)
+{
+    CZoTrace trace;
+    trace.EnableTimeStamp(FALSE);
+    const int process = std::stoi(child.Argument(1));
+    EXPECT_TRUE(trace.Open(child.Argument(0).c_str(), 1, TRUE));
+    child.Ready();
+    child.WaitForGo();
+    const int count = std::stoi(child.Argument(2));
+    for (int i = 0; i < count; ++i)
+        trace.Output("%s", Line(process, i).c_str());
+}
+
+ZO_CHILD(DiesWhileWriting)
+{
+    CZoTrace trace;
+    trace.EnableTimeStamp(FALSE);
+    EXPECT_TRUE(trace.Open(child.Argument(0).c_str(), 1, TRUE));
+    for (int i = 0; i < 50; ++i)
+        trace.Output("%s", Line(2, i).c_str());
+    child.Ready();
+    child.WaitForGo();
+    s_bytesBeforeDeath = std::stoul(child.Argument(1));
+    const zo_test::ImportPatch patch("ZOGBLBRX.DLL", "WriteFile", &DieWhileWriting);
+    trace.Flush();
+}
+
+TEST(TraceProcesses, FourWriteEveryLineOnceAndInOrder)
+{
+    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10 && !zo_test::IsDoubleByte(),
+               "locks and files are the same on all of them");
+    const TestTrace names;
+    CZoTrace reader; // keeps the trace open, so that the file begins with one banner
+    ASSERT_TRUE(reader.Open(names.Name(), 1, FALSE));
+    Writers writers(names);
+    EXPECT_EQ(1u + kProcesses, reader.GetOpenCount());
+    writers.Go();
+    reader.Close();
+    for (const auto& process : writers.processes)
+        process->Finish();
+
+    const std::string body = names.ReadBody();
+    const auto lines = LinesByProcess(body);
+    ASSERT_EQ(static_cast<size_t>(kProcesses), lines.size());
+    for (const auto& [process, numbers] : lines)
+        EXPECT_EQ(Numbers(kLines), numbers) << "process " << process;
+    const std::string end = body.substr(kProcesses * kLines * kLineLength);
+    EXPECT_EQ(zo_test::kStars + " - Stopped ", end.substr(0, zo_test::kStars.size() + 11))
+        << "by the last to close, which joined";
+    EXPECT_EQ(zo_test::kStars, end.substr(end.size() - zo_test::kStars.size()));
+}
+
+TEST(TraceProcesses, AKilledOneTakesNothingOfTheOthersAlong)
+{
+    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10 && !zo_test::IsDoubleByte(),
+               "locks and files are the same on all of them");
+    const TestTrace names;
+    Writers writers(names, INT_MAX);
+    writers.Go();
+    const DWORD half = kProcesses * kLines * kLineLength / 2;
+    for (const DWORD start = GetTickCount(); GetTickCount() - start < zo_test::kChildTimeout;) {
+        WIN32_FILE_ATTRIBUTE_DATA data = {};
+        if (GetFileAttributesExA(names.Path().c_str(), GetFileExInfoStandard, &data) && data.nFileSizeLow > half)
+            break;
+        Sleep(1);
+    }
+    writers.processes[2]->Kill();
+    CZoTrace witness;
+    ASSERT_TRUE(witness.Open(names.Name(), 1, TRUE));
+    for (const auto& process : writers.processes)
+        process->Finish();
+    EXPECT_EQ(2u, witness.GetOpenCount()) << "the dead one's count stays";
+    witness.Close();
+
+    const std::string body = names.ReadBody();
+    auto lines = LinesByProcess(body);
+    const std::vector<int> dead = std::exchange(lines[2], {});
+    EXPECT_EQ(Numbers(static_cast<int>(dead.size())), dead) << "what it wrote, in order and once";
+    EXPECT_FALSE(dead.empty());
+    for (const int process : {0, 1, 3})
+        EXPECT_EQ(Numbers(kLines), lines[process]) << "process " << process;
+    EXPECT_EQ(std::string::npos, body.find("Stopped"));
+}
+
+TEST(TraceProcesses, OneThatDiesWhileItWritesLeavesAWholeFile)
+{
+    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10 && !zo_test::IsDoubleByte(),
+               "locks and files are the same on all of them");
+    for (const char* bytes : {"0", "100", "4096", "8192"}) {
+        SCOPED_TRACE(bytes);
+        const TestTrace names;
+        CZoTrace trace;
+        trace.EnableTimeStamp(FALSE);
+        ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+        ChildProcess child("DiesWhileWriting", {(LPCSTR)names.Name(), bytes});
+        ASSERT_TRUE(child.WaitUntilReady());
+        child.Go();
+        ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(child.Process(), zo_test::kChildTimeout));
+        child.Kill();
+        trace.Output("%s", Line(1, 0).c_str());
+        trace.Flush();
+        const auto lines = LinesByProcess(names.ReadBody());
+        EXPECT_EQ((std::map<int, std::vector<int>>{{1, Numbers(1)}, {2, Numbers(50)}}), lines);
+    }
+}

@@ -1,0 +1,684 @@
+#include "trace_fixture.h"
+
+#include "product/registered_product.h"
+#include "support/environment.h"
+#include "support/fault_loop.h"
+#include "support/process_counts.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using zo_test::BlockView;
+using zo_test::kStars;
+using zo_test::TestTrace;
+
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+
+/// A fixed moment and a fixed machine, for banners that can be compared byte for byte.
+DWORD s_versionFlags;
+DWORD s_freeClusters;
+
+void WINAPI June30(SYSTEMTIME* time) { *time = {2000, 6, 5, 30, 10, 15, 2, 77}; }
+void WINAPI SomeMemory(MEMORYSTATUS* status) { status->dwTotalPhys = 67108863; }
+BOOL WINAPI SomeSpace(LPCSTR, DWORD* sectors, DWORD* bytes, DWORD* freeClusters, DWORD* clusters)
+{
+    *sectors = 8;
+    *bytes = 512;
+    *freeClusters = s_freeClusters;
+    *clusters = 0xFFFFFFFF;
+    return TRUE;
+}
+/// The executable's version record, with 4.5.6.7 and flags of the test's choice.
+BOOL WINAPI OtherVersion(LPCVOID data, LPCSTR path, LPVOID* value, UINT* size)
+{
+    const BOOL found = VerQueryValueA(data, path, value, size);
+    if (found && std::string(path) == "\\") {
+        auto* fixed = static_cast<VS_FIXEDFILEINFO*>(*value);
+        fixed->dwFileVersionMS = MAKELONG(5, 4);
+        fixed->dwFileVersionLS = MAKELONG(7, 6);
+        fixed->dwFileFlags = s_versionFlags;
+    }
+    return found;
+}
+BOOL WINAPI NoSpace(LPCSTR, DWORD*, DWORD*, DWORD*, DWORD*) { return FALSE; }
+DWORD WINAPI NoVersion(LPCSTR, DWORD*) { return 0; }
+
+DWORD s_ticks;
+DWORD WINAPI Ticks() { return s_ticks; }
+
+std::string OperatingSystem()
+{
+    switch (zo_test::Family()) {
+    case zo_test::WindowsFamily::kWin32s:
+        return "Windows v3.10 Build 0";
+    case zo_test::WindowsFamily::kWindows95:
+        return "Windows 95 v4.10";
+    case zo_test::WindowsFamily::kWindowsNt4:
+        return "Windows NT v4.0 Build 1381";
+    default:
+        return "Windows NT v6.2 Build 9200"; // as told to a program without a manifest
+    }
+}
+
+/// "06/30/00 10:15:02 AM", the last word as the user's locale has it.
+std::string Moment()
+{
+    char word[16] = {};
+    GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_S1159, word, sizeof word);
+    return std::string("06/30/00 10:15:02 ") + word;
+}
+
+/// Keeps only what begins after the start banner.
+std::string Traced(const TestTrace& names, CZoTrace& trace)
+{
+    trace.Flush();
+    return names.ReadBody();
+}
+
+} // namespace
+
+TEST(Trace, NamesEverythingByTheLettersBeforeTheFirstDot)
+{
+    const std::string own = TestTrace::PlainName();
+    const struct {
+        std::string name;
+        std::string base;
+    } cases[] = {
+        {own, own},
+        {own + ".exe", own},
+        {own + "a.b.c", own + "a"},
+        {"my app-2" + own, "myapp2" + own},
+        {"C:\\" + own + "\xE4_\xDF", "C" + own},
+        {".x", ""},
+    };
+    for (const auto& c : cases) {
+        if (c.base.empty() && zo_test::IsDoubleByte())
+            continue; // another system's programs, in the same folder, have that file
+        SCOPED_TRACE(c.name);
+        const TestTrace names(c.base);
+        CZoTrace trace;
+        ASSERT_TRUE(trace.Open(c.name.c_str(), 1, FALSE));
+        EXPECT_EQ(names.Path(), (LPCSTR)trace.GetFileName());
+        EXPECT_TRUE(names.Exists());
+        const HANDLE mutex = OpenMutexA(SYNCHRONIZE, FALSE, names.MutexName().c_str());
+        EXPECT_NE(nullptr, mutex);
+        CloseHandle(mutex);
+        EXPECT_EQ(1u, BlockView(names)->openCount);
+        trace.Close();
+        EXPECT_STREQ("", trace.GetFileName());
+    }
+    if (zo_test::IsDoubleByte()) {
+        const TestTrace names(own);
+        CZoTrace trace;
+        ASSERT_TRUE(trace.Open(("\x83\x41" + own).c_str(), 1, FALSE)); // its second byte is no letter A
+        EXPECT_EQ(names.Path(), (LPCSTR)trace.GetFileName());
+    }
+}
+
+// Banners --------------------------------------------------------------------------------------------------------------
+
+class TraceBanner : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        s_versionFlags = 0;
+        s_freeClusters = 203086;
+    }
+
+    TestTrace m_names;
+    zo_test::ImportPatch m_clock{kLibrary, "GetLocalTime", &June30};
+    zo_test::ImportPatch m_memory{kLibrary, "GlobalMemoryStatus", &SomeMemory};
+    zo_test::ImportPatch m_space{kLibrary, "GetDiskFreeSpaceA", &SomeSpace};
+    zo_test::ImportPatch m_version{kLibrary, "VerQueryValueA", &OtherVersion};
+};
+
+TEST_F(TraceBanner, TellsModuleAndSystemByteForByte)
+{
+    const zo_test::RegisteredProduct product;
+    const struct {
+        DWORD flags;
+        DWORD freeClusters;
+        const char* version;
+        const char* space;
+    } cases[] = {
+        {0, 203086, "", "812344"},
+        {VS_FF_PRERELEASE | VS_FF_PATCHED, 203086, " (PreRelease, Patched)", "812344"},
+        {VS_FF_DEBUG, 0x100000, " (Debug)", "0"}, // 4 GB are nothing in 32 bits
+        {VS_FF_DEBUG | VS_FF_PRERELEASE | VS_FF_PATCHED, 0x1FFFFF, " (Debug, PreRelease, Patched)", "4194300"},
+        {VS_FF_PATCHED | VS_FF_INFOINFERRED, 0, " (Patched)", "0"},
+    };
+    for (const auto& c : cases) {
+        s_versionFlags = c.flags;
+        s_freeClusters = c.freeClusters;
+        CZoTrace trace;
+        ASSERT_TRUE(trace.Open(m_names.Name(), 1, FALSE));
+        trace.Close();
+        EXPECT_EQ(kStars + m_names.FileName() + " - Started " + Moment() +
+                      "\r\n"
+                      "\r\n"
+                      "Version: 4.5.6.7" +
+                      c.version +
+                      "\r\n"
+                      "Physical Memory: 64MB\r\n"
+                      "Free Disk Space: " +
+                      c.space +
+                      "KB\r\n"
+                      "Operating System: " +
+                      OperatingSystem() + "\r\n" + kStars + kStars + m_names.FileName() + " - Stopped " + Moment() +
+                      "\r\n" + kStars,
+                  m_names.Read());
+    }
+}
+
+TEST_F(TraceBanner, LeavesOutWhatCannotBeHad)
+{
+    {
+        const zo_test::RegisteredProduct product;
+        const zo_test::ImportPatch noSpace(kLibrary, "GetDiskFreeSpaceA", &NoSpace);
+        CZoTrace trace;
+        ASSERT_TRUE(trace.Open(m_names.Name(), 1, FALSE));
+        trace.Close();
+        EXPECT_EQ(std::string::npos, m_names.Read().find("Disk"));
+        EXPECT_NE(std::string::npos, m_names.Read().find("64MB\r\nOperating System: " + OperatingSystem()));
+    }
+    const zo_test::ImportPatch noVersion(kLibrary, "GetFileVersionInfoSizeA", &NoVersion);
+    CZoTrace trace;
+    ASSERT_TRUE(trace.Open(m_names.Name(), 1, FALSE));
+    trace.Output("x\r\n");
+    trace.Flush();
+    const std::string text = m_names.Read();
+    EXPECT_EQ(kStars + m_names.FileName() + " - Started " + Moment() + "\r\n(", text.substr(0, text.find('(') + 1));
+    trace.Pause(); // no stop banner then
+    trace.Close();
+    EXPECT_EQ(text, m_names.Read());
+}
+
+// Opening and closing --------------------------------------------------------------------------------------------------
+
+TEST(Trace, IsSharedByAllThatOpenIt)
+{
+    const TestTrace names;
+    CZoTrace first;
+    CZoTrace second;
+    ASSERT_TRUE(first.Open(names.Name(), 1, FALSE));
+    first.EnableTimeStamp(FALSE);
+    first.Output("one\r\n");
+    EXPECT_EQ(1u, first.GetOpenCount());
+    ASSERT_TRUE(second.Open(names.Name(), 0, FALSE)) << "joins, and empties nothing";
+    EXPECT_EQ(2u, first.GetOpenCount());
+    EXPECT_EQ(2u, second.GetOpenCount());
+    EXPECT_EQ(0u, second.GetLevel());
+    EXPECT_TRUE(second.Open("Other", 7, FALSE)) << "is open already";
+    EXPECT_EQ(0u, second.GetLevel());
+    EXPECT_EQ(names.Path(), (LPCSTR)second.GetFileName());
+
+    second.EnableTimeStamp(FALSE);
+    second.Output("two\r\n");
+    first.Close();
+    EXPECT_EQ("one\r\ntwo\r\n", names.ReadBody()) << "no stop banner yet";
+    EXPECT_EQ(1u, second.GetOpenCount());
+    EXPECT_EQ(0u, first.GetOpenCount());
+    EXPECT_TRUE(first.Open(names.Name(), 1, FALSE));
+    second.Close();
+    first.Close();
+    const std::string body = names.ReadBody();
+    const std::string stop = kStars + " - Stopped "; // by one that joined and knows no name
+    EXPECT_EQ("one\r\ntwo\r\n" + stop, body.substr(0, 10 + stop.size()));
+}
+
+TEST(Trace, OnlyTheFirstOpenerEmptiesTheFile)
+{
+    const struct {
+        const char* what;
+        size_t size; ///< of the file that is there; 0 none
+        BOOL append;
+        bool isKept;
+    } cases[] = {
+        {"new, to be kept", 0, TRUE, false},        {"new", 0, FALSE, false},
+        {"small, to be kept", 100, TRUE, true},     {"small", 100, FALSE, false},
+        {"one short of full", 1048575, TRUE, true}, {"full", 1048576, TRUE, false},
+        {"overfull", 1048577, TRUE, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const TestTrace names;
+        if (c.size > 0)
+            names.Write(std::string(c.size, 'x'));
+        CZoTrace trace;
+        ASSERT_TRUE(trace.Open(names.Name(), 1, c.append));
+        trace.Close();
+        EXPECT_EQ((c.isKept ? std::string(c.size, 'x') : std::string()) + kStars,
+                  names.Read().substr(0, (c.isKept ? c.size : 0) + kStars.size()));
+    }
+}
+
+TEST(Trace, JoinerMakesNoFile)
+{
+    const TestTrace names;
+    const HANDLE mutex = CreateMutexA(nullptr, FALSE, names.MutexName().c_str());
+    const HANDLE mapping = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                              sizeof(BlockView::Block), names.MappingName().c_str());
+    {
+        const BlockView block(names);
+        block->openCount = 3;
+        CZoTrace trace;
+        EXPECT_FALSE(trace.Open(names.Name(), 1, FALSE));
+        EXPECT_FALSE(names.Exists());
+        EXPECT_EQ(3u, block->openCount);
+        names.Write("kept\r\n");
+        EXPECT_TRUE(trace.Open(names.Name(), 1, FALSE));
+        EXPECT_EQ(4u, block->openCount);
+        trace.Close();
+        EXPECT_EQ(3u, block->openCount);
+        EXPECT_EQ("kept\r\n", names.Read()) << "no banner";
+    }
+    CloseHandle(mapping);
+    CloseHandle(mutex);
+}
+
+TEST(Trace, LevelAndSwitchesLiveAsLongAsTheyShould)
+{
+    const TestTrace names;
+    CZoTrace trace;
+    trace.SetLevel(5);
+    EXPECT_EQ(0, trace.GetLevel()) << "closed";
+    ASSERT_TRUE(trace.Open(names.Name(), 0, FALSE));
+    EXPECT_EQ(0, trace.GetLevel());
+    for (const auto& [set, got] : {std::pair{0, 1}, {1, 1}, {2, 2}, {10, 10}, {65535, 65535}}) {
+        trace.SetLevel(static_cast<WORD>(set));
+        EXPECT_EQ(got, trace.GetLevel());
+    }
+    trace.SetLevel(1);
+    trace.EnableTimeStamp(FALSE);
+    trace.Pause();
+    trace.Output("lost\r\n");
+    trace.OutputBlock("lost", 4);
+    const std::string before = names.Read();
+    trace.Flush();
+    EXPECT_EQ(before, names.Read()) << "paused";
+    trace.Resume();
+    trace.Output("seen\r\n");
+    EXPECT_EQ("seen\r\n", Traced(names, trace));
+    trace.Output("in the buffer\r\n");
+    trace.Pause();
+    trace.Close();
+    EXPECT_EQ("seen\r\nin the buffer\r\n", names.ReadBody()) << "what is in the buffer may be another's";
+    EXPECT_EQ(0, trace.GetLevel());
+    trace.Output("closed\r\n");
+    trace.OutputBlock("closed", 6);
+    trace.Flush();
+
+    ASSERT_TRUE(trace.Open(names.Name(), 10, FALSE));
+    trace.Output("no stamp, no pause\r\n");
+    EXPECT_EQ("no stamp, no pause\r\n", names.ReadBody()) << "at once";
+    trace.OutputBlock("a", 1);
+    EXPECT_EQ("no stamp, no pause\r\nBlock Print: 1 Bytes\r\na  \r\nEnd Block Print\r\n", names.ReadBody());
+}
+
+// Text -----------------------------------------------------------------------------------------------------------------
+
+TEST(Trace, StampsTellTheTimeSinceTheStart)
+{
+    const TestTrace names;
+    const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    s_ticks = 0xFFFFFF00; // the counter wraps while the trace is open
+    CZoTrace trace;
+    CZoTrace joiner;
+    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    ASSERT_TRUE(joiner.Open(names.Name(), 1, FALSE));
+    std::string expected;
+    for (const auto& [elapsed, stamp] : {std::pair<DWORD, const char*>{0, "(00:00:00.000) "},
+                                         {3250, "(00:00:03.250) "},
+                                         {3599999, "(00:59:59.999) "},
+                                         {3600000, "(01:00:00.000) "},
+                                         {359999999, "(99:59:59.999) "},
+                                         {360000000, "(100:00:00.000) "},
+                                         {0xFFFFFFFF, "(1193:02:47.295) "}}) {
+        s_ticks = 0xFFFFFF00 + elapsed;
+        trace.Output("x\r\n");
+        expected += std::string(stamp) + "x\r\n";
+    }
+    s_ticks = 61001;
+    joiner.Output("%s\r\n", "joined");
+    expected += "(00:01:01.001) joined\r\n";
+    EXPECT_EQ(expected, Traced(names, trace));
+}
+
+TEST(Trace, CutsTextThatIsTooLong)
+{
+    const TestTrace names;
+    CZoTrace trace;
+    trace.EnableTimeStamp(FALSE);
+    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    std::string expected;
+    for (const size_t length : {0u, 1u, 510u, 511u, 512u, 1023u, 1024u, 1025u, 5000u}) {
+        const std::string text(length, static_cast<char>('a' + length % 26));
+        trace.Output("%s", text.c_str());
+        trace.Output("|");
+        expected += text.substr(0, 511) + "|";
+    }
+    if (zo_test::IsDoubleByte()) {
+        std::string text = "x";
+        for (int i = 0; i < 300; ++i)
+            text += "\x83\x41";
+        trace.Output("%s", text.c_str());
+        expected += text.substr(0, 511);
+        trace.Output("y%s", text.c_str());
+        expected += "y" + text.substr(0, 509); // the last character would be cut in two
+    }
+    EXPECT_EQ(expected, Traced(names, trace));
+}
+
+TEST(Trace, DumpsBlocks)
+{
+    const std::string all16 = "0123456789ABCDEF";
+    const struct {
+        std::string data;
+        std::string lines;
+    } cases[] = {
+        {"", ""},
+        {std::string("AB\r\n\0", 5), "A  B  0D 0A 00 \r\n"},
+        {" ~\x1F\x20\x7F\x80\xFF", "   ~  1F    \x7F  80 FF \r\n"},
+        {all16, "0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F  \r\n"},
+        {all16 + "x", "0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F  \r\nx  \r\n"},
+    };
+    for (const auto& c : cases) {
+        const TestTrace names;
+        CZoTrace trace;
+        trace.EnableTimeStamp(FALSE);
+        ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+        trace.OutputBlock(c.data.data(), static_cast<DWORD>(c.data.size()));
+        EXPECT_EQ("Block Print: " + std::to_string(c.data.size()) + " Bytes\r\n" + c.lines + "End Block Print\r\n",
+                  Traced(names, trace));
+    }
+    const TestTrace names;
+    const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    s_ticks = 0;
+    CZoTrace trace;
+    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    s_ticks = 3250;
+    trace.OutputBlock(nullptr, 100);
+    trace.Output("on\r\n");
+    EXPECT_EQ("(00:00:03.250) Block Print: 0 Bytes\r\n(00:00:03.250) End Block Print\r\n(00:00:03.250) on\r\n",
+              Traced(names, trace));
+}
+
+TEST(Trace, WritesWholeTextsAndLosesNone)
+{
+    const TestTrace names;
+    CZoTrace trace;
+    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    const BlockView block(names);
+    std::string line(300, '-');
+    size_t largest = 0;
+    for (int i = 0; i < 400; ++i) {
+        line.resize(static_cast<size_t>(i * 37 % 300) + 10, '-');
+        trace.Output("%d%s\r\n", i, line.c_str());
+        const std::string written = names.Read();
+        ASSERT_TRUE(written.empty() || written.back() == '\n') << "a text was split";
+        ASSERT_LE(block->pending, 8192u);
+        largest = (std::max)(largest, static_cast<size_t>(block->pending));
+    }
+    EXPECT_GT(largest, 8192u - 330u) << "the buffer was not used";
+    const std::vector<char> dump(100000, '.'); // a dump far larger than the buffer
+    trace.OutputBlock(dump.data(), static_cast<DWORD>(dump.size()));
+    trace.Close();
+    const std::string body = names.ReadBody();
+    EXPECT_EQ(100000, std::count(body.begin() + static_cast<ptrdiff_t>(body.find("Block Print")), body.end(), '.') - 2)
+        << "dots of the two framing lines' stamps aside";
+    int next = 0;
+    for (size_t at = 0; next < 400; at = body.find('\n', at) + 1) {
+        ASSERT_EQ("(", body.substr(at, 1));
+        ASSERT_EQ(std::to_string(next), body.substr(at + 15, std::to_string(next).size()));
+        ++next;
+    }
+}
+
+// What others can do to it ---------------------------------------------------------------------------------------------
+
+TEST(Trace, SurvivesADamagedBlock)
+{
+    for (const DWORD pending : {8193u, 0x7FFFFFFFu, 0x80000000u, 0x80002001u, 0xFFFFFFFFu}) {
+        for (const DWORD openCount : {0u, 5u, 0xFFFFFFFFu}) {
+            const TestTrace names;
+            CZoTrace trace;
+            CZoTrace joiner;
+            trace.EnableTimeStamp(FALSE);
+            ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+            trace.Flush();
+            {
+                const BlockView block(names);
+                block->pending = pending;
+                block->openCount = openCount;
+                trace.Output("after\r\n");
+                EXPECT_EQ("after\r\n", block.Pending());
+                block->pending = pending;
+                trace.Flush();
+                EXPECT_EQ(0u, block->pending);
+                block->pending = pending;
+                EXPECT_TRUE(joiner.Open(names.Name(), 1, TRUE));
+                EXPECT_EQ(openCount == 0xFFFFFFFF ? openCount : openCount + 1, joiner.GetOpenCount());
+                joiner.OutputBlock("x", 1);
+            }
+            joiner.Close();
+            trace.Close();
+            EXPECT_LT(names.Read().size(), 2000u) << "nothing but text";
+        }
+    }
+}
+
+TEST(Trace, GoesOnWhereADyingWriterStopped)
+{
+    // The buffer is marked as being written, and this much of it is in the file.
+    const std::string buffer = "first line\r\nsecond line\r\nthird line\r\n";
+    for (const size_t written : {size_t{0}, size_t{5}, size_t{12}, buffer.size()}) {
+        SCOPED_TRACE(written);
+        const TestTrace names;
+        CZoTrace trace;
+        trace.EnableTimeStamp(FALSE);
+        ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+        trace.Flush();
+        {
+            const BlockView block(names);
+            std::copy(buffer.begin(), buffer.end(), const_cast<char*>(block->buffer));
+            block->pending = static_cast<DWORD>(buffer.size()) | 0x80000000;
+            names.Write(names.Read() + buffer.substr(0, written));
+        }
+        trace.Output("fourth line\r\n");
+        EXPECT_EQ(buffer + "fourth line\r\n", Traced(names, trace));
+    }
+}
+
+TEST(Trace, FullDiskLosesTextAndNothingElse)
+{
+    const TestTrace names;
+    zo_test::FaultSource faults("disk");
+    const ZO_FAULTY_CALL(WriteFile) write(faults, kLibrary, FALSE, ERROR_DISK_FULL);
+    CZoTrace trace;
+    trace.EnableTimeStamp(FALSE);
+    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    trace.Output("written\r\n");
+    trace.Flush();
+    faults.Arm(1, true);
+    trace.Output("lost\r\n");
+    trace.Flush();
+    faults.Disarm();
+    trace.Output("again\r\n");
+    EXPECT_EQ("written\r\nagain\r\n", Traced(names, trace));
+}
+
+TEST(Trace, OpensWholeOrNotAtAll)
+{
+    const zo_test::RegisteredProduct product;
+    const TestTrace names;
+    const CString name = names.Name();
+    const auto openAndUse = [&](const zo_test::FaultRun& run, bool mustFail) {
+        for (const bool joins : {false, true}) {
+            CZoTrace first;
+            CZoTrace trace;
+            run.source.Disarm();
+            if (joins) {
+                EXPECT_TRUE(first.Open(names.Name(), 1, FALSE));
+            }
+            run.source.Arm(run.number, run.persistent);
+            const BOOL opened = trace.Open(name, 3, TRUE);
+            trace.Output("x\r\n");
+            run.Stop();
+            if (mustFail) {
+                EXPECT_EQ(!run.Fired(), opened != FALSE);
+            }
+            EXPECT_EQ(opened ? 3 : 0, trace.GetLevel());
+            EXPECT_EQ(opened, !trace.GetFileName().IsEmpty());
+            EXPECT_EQ((joins ? 1u : 0u) + (opened ? 1u : 0u), joins ? first.GetOpenCount() : trace.GetOpenCount());
+        }
+    };
+    const auto failCalls = [&](zo_test::FaultSource& faults) {
+        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) { openAndUse(run, true); });
+    };
+    {
+        zo_test::FaultSource faults("system objects");
+        const ZO_FAULTY_CALL(CreateMutexA) mutex(faults, kLibrary, nullptr, ERROR_ACCESS_DENIED);
+        const ZO_FAULTY_CALL(CreateFileMappingA) mapping(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+        const ZO_FAULTY_CALL(MapViewOfFile) view(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+        failCalls(faults);
+    }
+    {
+        zo_test::AllocationFaults faults; // of the names: FALSE; of the banner: a shorter banner
+        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) { openAndUse(run, false); });
+    }
+    zo_test::FaultSource faults("path");
+    const ZO_FAULTY_CALL(GetModuleFileNameA) path(faults, kLibrary, MAX_PATH, ERROR_INSUFFICIENT_BUFFER);
+    CZoTrace trace;
+    faults.Arm(1, false);
+    EXPECT_FALSE(trace.Open(names.Name(), 1, FALSE)) << "the executable's path is too long";
+    faults.Disarm();
+
+    zo_test::FaultSource files("files");
+    const ZO_FAULTY_CALL(CreateFileA) create(files, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    for (const bool isRefusedTwice : {false, true}) {
+        files.Arm(1, isRefusedTwice);
+        EXPECT_EQ(!isRefusedTwice, trace.Open(name, 1, TRUE) != FALSE) << "the first opener tries to create it";
+        files.Disarm();
+        trace.Close();
+    }
+    CZoTrace first;
+    ASSERT_TRUE(first.Open(name, 1, FALSE));
+    files.Arm(1, false);
+    ZO_EXPECT_NO_LEAK(EXPECT_FALSE(trace.Open(name, 1, TRUE))); // a joiner does not
+    EXPECT_EQ(1u, first.GetOpenCount());
+}
+
+TEST(Trace, WithoutTheLockNothingIsTouched)
+{
+    const TestTrace names;
+    zo_test::FaultSource faults("lock");
+    const ZO_FAULTY_CALL(WaitForSingleObject) wait(faults, kLibrary, WAIT_FAILED, ERROR_INVALID_HANDLE);
+    CZoTrace first;
+    ASSERT_TRUE(first.Open(names.Name(), 1, FALSE));
+    first.Flush();
+    const std::string before = names.Read();
+    CZoTrace trace;
+    faults.Arm(1, true);
+    ZO_EXPECT_NO_LEAK(EXPECT_FALSE(trace.Open(names.Name(), 1, TRUE)));
+    first.Output("x\r\n");
+    first.OutputBlock("x", 1);
+    first.Flush();
+    EXPECT_EQ(0u, first.GetOpenCount());
+    faults.Disarm();
+    first.Flush();
+    EXPECT_EQ(before, names.Read());
+    faults.Arm(1, true);
+    first.Close();
+    EXPECT_EQ(before, names.Read());
+    EXPECT_STREQ("", first.GetFileName());
+}
+
+// The user's level -----------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// A window that hears what is told to all.
+class Listener {
+public:
+    Listener()
+    {
+        WNDCLASSA windowClass = {};
+        windowClass.lpfnWndProc = &Listener::Procedure;
+        windowClass.hInstance = GetModuleHandleA(nullptr);
+        windowClass.lpszClassName = "ZoTraceListener";
+        RegisterClassA(&windowClass);
+        m_window = CreateWindowA("ZoTraceListener", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, windowClass.hInstance,
+                                 nullptr);
+        EXPECT_NE(nullptr, m_window);
+        s_heard.clear();
+    }
+    ~Listener()
+    {
+        DestroyWindow(m_window);
+        UnregisterClassA("ZoTraceListener", GetModuleHandleA(nullptr));
+    }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    /// Old and new level of each message so far.
+    std::vector<std::pair<WPARAM, LPARAM>> Heard() const
+    {
+        MSG message;
+        while (PeekMessageA(&message, m_window, 0, 0, PM_REMOVE))
+            DispatchMessageA(&message);
+        return std::exchange(s_heard, {});
+    }
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        if (message == CZoTrace::GetNotifyMessage())
+            s_heard.emplace_back(wParam, lParam);
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+
+    static inline std::vector<std::pair<WPARAM, LPARAM>> s_heard;
+    HWND m_window;
+};
+
+using Messages = std::vector<std::pair<WPARAM, LPARAM>>;
+
+} // namespace
+
+TEST(TraceLevel, IsKeptForTheUserAndToldToAll)
+{
+    EXPECT_EQ(RegisterWindowMessageA("CZoTRACE_NOTIFY"), CZoTrace::GetNotifyMessage());
+    const Listener listener;
+    CZoTrace::SetRegTraceLevel(3);
+    EXPECT_EQ(0, CZoTrace::GetRegTraceLevel()) << "no product is registered";
+    EXPECT_EQ(Messages(), listener.Heard());
+
+    zo_test::RegisteredProduct product;
+    EXPECT_EQ(0, CZoTrace::GetRegTraceLevel());
+    CZoTrace::SetRegTraceLevel(0);
+    EXPECT_EQ(Messages(), listener.Heard()) << "none is as good as 0";
+    CZoTrace::SetRegTraceLevel(3);
+    CZoTrace::SetRegTraceLevel(3);
+    CZoTrace::SetRegTraceLevel(65535);
+    EXPECT_EQ(65535, CZoTrace::GetRegTraceLevel());
+    EXPECT_EQ((Messages{{0, 3}, {3, 65535}}), listener.Heard());
+
+    DWORD stored = 0;
+    EXPECT_EQ(0u, product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, product.UserKey(), "FaxTrace", stored, 0));
+    EXPECT_EQ(65535u, stored);
+    product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, product.UserKey(), "FaxTrace", DWORD{0x20007});
+    EXPECT_EQ(7, CZoTrace::GetRegTraceLevel()) << "16 bits";
+    product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, product.UserKey(), "FaxTrace", "text");
+    EXPECT_EQ(0, zo_test::Family() == zo_test::WindowsFamily::kWin32s ? 0 : CZoTrace::GetRegTraceLevel());
+
+    zo_test::FaultSource faults("registry");
+    const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, ERROR_ACCESS_DENIED);
+    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kLibrary, ERROR_ACCESS_DENIED);
+    faults.Arm(1, true);
+    listener.Heard();
+    CZoTrace::SetRegTraceLevel(9);
+    EXPECT_EQ(Messages(), listener.Heard()) << "a change that did not take place";
+}
