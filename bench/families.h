@@ -7,7 +7,12 @@ class Harness;
 void MeasureRegistry(Harness& harness);
 void MeasureCountries(Harness& harness);
 void MeasureStartup(Harness& harness);
+void MeasureTrace(Harness& harness);
 
 /// What "zobench --child steps" and "zobench --child host" do: start the library and print what each step took.
 /// \return the exit code of the child.
 int RunStartupChild(const char* kind);
+
+/// What "zobench --child lines <way>" does: writes lines to a shared file and prints when it began and ended, in ticks.
+/// \return the exit code of the child.
+int RunLinesChild(const char* way);

@@ -25,6 +25,7 @@ constexpr Family kFamilies[] = {
     {"registry", &MeasureRegistry},
     {"countries", &MeasureCountries},
     {"startup", &MeasureStartup},
+    {"trace", &MeasureTrace},
 };
 
 const char* const kHelp =
@@ -83,6 +84,8 @@ int main(int count, char** words)
         return 1;
     if (count == 3 && std::strcmp(words[1], "--child") == 0)
         return RunStartupChild(words[2]);
+    if (count == 4 && std::strcmp(words[1], "--child") == 0 && std::strcmp(words[2], "lines") == 0)
+        return RunLinesChild(words[3]);
 
     Options options;
     for (int i = 1; i < count; ++i) {
