@@ -88,6 +88,8 @@ protected:                                                                      
 #define ON_CONTROL(wNotifyCode, id, memberFxn)                                                                         \
     AFX_ENTRY(WM_COMMAND, static_cast<UINT>(wNotifyCode), static_cast<UINT>(id), static_cast<UINT>(id), nullptr,       \
               self->memberFxn())
+#define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)
+#define ON_CBN_SELCHANGE(id, memberFxn) ON_CONTROL(CBN_SELCHANGE, id, memberFxn)
 #define ON_LBN_SELCHANGE(id, memberFxn) ON_CONTROL(LBN_SELCHANGE, id, memberFxn)
 
 // Any message ----------------------------------------------------------------------------------------------------------
@@ -111,6 +113,7 @@ protected:                                                                      
     AFX_ON_WM(WM_SIZE, self->OnSize(static_cast<UINT>(call.wParam), LOWORD(call.lParam), HIWORD(call.lParam)))
 #define ON_WM_SETFOCUS()                                                                                               \
     AFX_ON_WM(WM_SETFOCUS, self->OnSetFocus(CWnd::FromHandle(reinterpret_cast<HWND>(call.wParam))))
+#define ON_WM_TIMER() AFX_ON_WM(WM_TIMER, self->OnTimer(static_cast<UINT_PTR>(call.wParam)))
 #define ON_WM_INITMENUPOPUP()                                                                                          \
     AFX_ON_WM(WM_INITMENUPOPUP, self->OnInitMenuPopup(reinterpret_cast<HMENU>(call.wParam), LOWORD(call.lParam),       \
                                                       HIWORD(call.lParam)))

@@ -226,6 +226,9 @@ public:
     void SetDlgItemText(int nID, LPCSTR lpszString) { ::SetDlgItemText(m_hWnd, nID, lpszString); }
     CWnd* SetFocus() { return FromHandle(::SetFocus(m_hWnd)); }
     static CWnd* GetFocus() { return FromHandle(::GetFocus()); }
+    /// \param nElapse in milliseconds. \return 0 on failure.
+    UINT_PTR SetTimer(UINT_PTR nIDEvent, UINT nElapse) { return ::SetTimer(m_hWnd, nIDEvent, nElapse, nullptr); }
+    BOOL KillTimer(UINT_PTR nIDEvent) { return ::KillTimer(m_hWnd, nIDEvent); }
 
     virtual BOOL PreTranslateMessage(MSG* pMsg);
     /// Runs messages until EndModalLoop. \return the result given there; -1 when the thread is told to quit meanwhile.
@@ -256,6 +259,7 @@ protected:
     afx_msg void OnSize(UINT, int, int) { Default(); }
     afx_msg void OnSetFocus(CWnd*) { Default(); }
     afx_msg void OnGetMinMaxInfo(MINMAXINFO*) { Default(); }
+    afx_msg void OnTimer(UINT_PTR) { Default(); }
     afx_msg void OnInitMenuPopup(HMENU hMenu, UINT nIndex, BOOL bSysMenu);
     afx_msg void OnNcDestroy();
     DECLARE_MESSAGE_MAP()
@@ -274,6 +278,29 @@ class AFX_API CStatic : public CWnd {
     DECLARE_DYNAMIC(CStatic)
 public:
     BOOL Create(LPCSTR lpszText, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID = 0xFFFF);
+};
+
+/// A push button, check box or radio button, by its style.
+class AFX_API CButton : public CWnd {
+    DECLARE_DYNAMIC(CButton)
+public:
+    BOOL Create(LPCSTR lpszCaption, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
+
+    int GetCheck() const { return static_cast<int>(SendMessage(BM_GETCHECK)); }
+    void SetCheck(int nCheck) { SendMessage(BM_SETCHECK, static_cast<WPARAM>(nCheck)); }
+};
+
+class AFX_API CEdit : public CWnd {
+    DECLARE_DYNAMIC(CEdit)
+public:
+    BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
+
+    /// Selects characters, and scrolls to the end of the selection.
+    void SetSel(int nStartChar, int nEndChar)
+    {
+        SendMessage(EM_SETSEL, static_cast<WPARAM>(nStartChar), nEndChar);
+        SendMessage(EM_SCROLLCARET);
+    }
 };
 
 /// A list box. An owner-drawn one draws itself: derive from it and override DrawItem.

@@ -79,15 +79,12 @@ void LanguagePage::Reload()
 
 int LanguagePage::WidestLabel()
 {
-    CClientDC dc(this);
-    const HGDIOBJ oldFont = dc.SelectObject(ControlFont());
     int widest = 0;
     for (CStatic& label : m_labels) {
         CString text;
         label.GetWindowText(text);
-        widest = (std::max<int>)(widest, dc.GetTextExtent(text, text.GetLength()).cx);
+        widest = (std::max)(widest, TextWidth(text));
     }
-    dc.SelectObject(oldFont);
     return widest;
 }
 

@@ -13,6 +13,8 @@ constexpr UINT kFirstPageWindowId = AFX_IDW_PANE_FIRST;
 constexpr int kPageListWidth = 150;
 constexpr int kGap = 6;
 
+const UINT s_traceLevelMessage = CZoTrace::GetNotifyMessage();
+
 } // namespace
 
 BEGIN_MESSAGE_MAP(MainFrame, CFrameWnd)
@@ -21,8 +23,9 @@ BEGIN_MESSAGE_MAP(MainFrame, CFrameWnd)
     ON_WM_SETFOCUS()
     ON_WM_GETMINMAXINFO()
     ON_LBN_SELCHANGE(kPageListId, OnPageChosen)
-    ON_COMMAND_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LANGUAGE, OnViewPage)
-    ON_UPDATE_COMMAND_UI_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LANGUAGE, OnUpdateViewPage)
+    ON_COMMAND_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_TRACE, OnViewPage)
+    ON_UPDATE_COMMAND_UI_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_TRACE, OnUpdateViewPage)
+    ON_REGISTERED_MESSAGE(s_traceLevelMessage, OnTraceLevel)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -101,6 +104,7 @@ void MainFrame::ShowPage(int index)
         m_pages[m_shown]->ShowWindow(SW_HIDE);
     m_shown = index;
     m_pageList.SetCurSel(index);
+    m_pages[index]->Refresh();
     m_pages[index]->ShowWindow(SW_SHOW);
 }
 
@@ -118,6 +122,12 @@ void MainFrame::OnUpdateViewPage(CCmdUI* item)
 {
     item->Enable();
     item->SetCheck(m_shown >= 0 && m_pages[m_shown]->GetCommandId() == item->m_nID);
+}
+
+LRESULT MainFrame::OnTraceLevel(WPARAM previous, LPARAM level)
+{
+    m_trace.ChangeLevel(static_cast<WORD>(previous), static_cast<WORD>(level));
+    return 0;
 }
 
 // Layout ---------------------------------------------------------------------------------------------------------------

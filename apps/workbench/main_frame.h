@@ -4,6 +4,7 @@
 
 #include "country_page.h"
 #include "language_page.h"
+#include "trace_page.h"
 
 class MainFrame : public CFrameWnd {
 public:
@@ -14,6 +15,7 @@ public:
     void ShowPage(int index);
     static constexpr int GetPageCount() { return kPages; }
     CString GetStatusText() const;
+    TracePage& GetTracePage() { return m_trace; }
 
     BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
 
@@ -25,6 +27,7 @@ protected:
     afx_msg void OnPageChosen();
     afx_msg void OnViewPage(UINT id);
     afx_msg void OnUpdateViewPage(CCmdUI* item);
+    afx_msg LRESULT OnTraceLevel(WPARAM previous, LPARAM level);
     afx_msg void OnAbout();
     afx_msg void OnExit();
     DECLARE_MESSAGE_MAP()
@@ -33,10 +36,11 @@ private:
     void LayOut(int width, int height);
     void ReloadMenu();
 
-    static constexpr int kPages = 2;
+    static constexpr int kPages = 3;
     CountryPage m_countries;
     LanguagePage m_language;
-    Page* const m_pages[kPages] = {&m_countries, &m_language};
+    TracePage m_trace;
+    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace};
     int m_shown = -1;
     CListBox m_pageList;
     CStatic m_status;

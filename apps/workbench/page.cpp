@@ -43,13 +43,30 @@ HFONT ControlFont()
     return shared != nullptr ? shared : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
 }
 
-int LineHeight()
+namespace {
+
+/// Calls \p measure with a device context of the screen in which the controls' font is selected.
+template <class MEASURE> void WithControlFont(MEASURE measure)
 {
     const HDC screen = ::GetDC(nullptr);
     const HGDIOBJ old = ::SelectObject(screen, ControlFont());
-    TEXTMETRIC metrics = {};
-    ::GetTextMetrics(screen, &metrics);
+    measure(screen);
     ::SelectObject(screen, old);
     ::ReleaseDC(nullptr, screen);
+}
+
+} // namespace
+
+int TextWidth(const CString& text)
+{
+    SIZE size = {};
+    WithControlFont([&](HDC dc) { ::GetTextExtentPoint32(dc, text, text.GetLength(), &size); });
+    return size.cx;
+}
+
+int LineHeight()
+{
+    TEXTMETRIC metrics = {};
+    WithControlFont([&](HDC dc) { ::GetTextMetrics(dc, &metrics); });
     return metrics.tmHeight + metrics.tmExternalLeading;
 }

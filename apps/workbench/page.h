@@ -13,6 +13,8 @@ public:
     virtual UINT GetCommandId() const = 0; ///< command that shows the page
     /// Loads every text anew, after the page was made and after a change of language.
     virtual void Reload() = 0;
+    /// Shows what may have changed while the page was hidden.
+    virtual void Refresh() {}
 
 protected:
     virtual void CreateControls() = 0;
@@ -28,6 +30,9 @@ CString Text(UINT id);
 
 /// The font of the Workbench's controls.
 HFONT ControlFont();
+
+/// Width in pixels of a text in that font.
+int TextWidth(const CString& text);
 
 /// Height in pixels of a line of text in that font, leading included.
 int LineHeight();

@@ -1,5 +1,7 @@
 #include "registration.h"
 
+#include "program.h"
+
 #include <zogbl/global_config.h>
 #include <zogbl/module.h>
 #include <zogbl/version_resource.h>
@@ -23,23 +25,8 @@ DWORD CollectNames(void* context, LPCSTR valueName, const void*, DWORD)
 
 int RunProvision(LPCSTR arguments)
 {
-    char path[MAX_PATH] = {};
-    ::GetModuleFileName(nullptr, path, sizeof path - 1);
-    const CString own(path);
-    CString command = "\"" + own.Left(own.ReverseFind('\\') + 1) + "ZoProvision.exe\" " + arguments;
-    STARTUPINFO startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    if (!::CreateProcess(nullptr, command.GetBuffer(command.GetLength()), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
-                         nullptr, nullptr, &startup, &process))
-        return -1;
-    constexpr DWORD kPatience = 30000; // milliseconds
-    DWORD code = static_cast<DWORD>(-1);
-    if (::WaitForSingleObject(process.hProcess, kPatience) == WAIT_OBJECT_0)
-        ::GetExitCodeProcess(process.hProcess, &code);
-    ::CloseHandle(process.hThread);
-    ::CloseHandle(process.hProcess);
-    return static_cast<int>(code);
+    Program provision;
+    return provision.Start("ZoProvision.exe", arguments) ? provision.WaitForEnd() : -1;
 }
 
 DWORD ChooseLanguage(DWORD languageId)

@@ -3,8 +3,10 @@
 #include "about_dialog.h"
 #include "main_frame.h"
 #include "picture.h"
+#include "program.h"
 #include "registration.h"
 #include "report.h"
+#include "wait.h"
 
 #include <zogbl/country_code.h>
 #include <zogbl/module.h>
@@ -17,16 +19,6 @@ namespace {
 constexpr DWORD kEnglish = 0x0409;
 constexpr DWORD kGerman = 0x0407;
 constexpr UINT kTakePicture = WM_APP + 1;
-
-/// Handles the messages that wait, those that painting causes included.
-void Settle()
-{
-    MSG message;
-    while (::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE)) {
-        ::TranslateMessage(&message);
-        ::DispatchMessage(&message);
-    }
-}
 
 CString ModulePath(HINSTANCE module)
 {
@@ -73,8 +65,9 @@ public:
     bool Run()
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
-               OpenWindow() && Pictures("en") && SwitchLanguage(kGerman) && Countries() && Pictures("de") &&
-               SwitchLanguage(kEnglish) && CloseWindow() && UnloadLanguage();
+               OpenWindow() && OpenTrace() && WriteTrace() && SecondProcess() && Pictures("en") &&
+               SwitchLanguage(kGerman) && Countries() && Pictures("de") && SwitchLanguage(kEnglish) && CloseTrace() &&
+               CloseWindow() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -165,9 +158,75 @@ private:
         return m_report.Step("window", created, title);
     }
 
+    bool OpenTrace()
+    {
+        CZoTrace::SetRegTraceLevel(CZoTrace::kImmediateLevel); // told to all windows, ours among them
+        const bool opened = WaitUntil([this] { return !Trace().GetFileName().IsEmpty(); });
+        return m_report.Step("trace", opened, Trace().GetFileName());
+    }
+
+    bool WriteTrace()
+    {
+        Trace().Output("%s has %d pages\r\n", "the Workbench", MainFrame::GetPageCount());
+        Trace().OutputBlock("ATZ\r\nOK\r\n", 9);
+        const CString text = ReadTrace();
+        const int at = text.Find("the Workbench has");
+        CString line = at < 0 ? CString("(nothing)") : text.Mid(at);
+        line.Replace("\r\n", " | ");
+        return m_report.Step("trace", line.Find("A  T  Z  0D 0A O  K  0D 0A") > 0, line);
+    }
+
+    /// Starts another Workbench and changes the level here: it must arrive there, and be told in the file that both share.
+    bool SecondProcess()
+    {
+        Program second;
+        if (!second.Start("ZoWorkbench.exe", "") || !WaitUntil([this] { return Trace().GetOpenCount() == 2; }))
+            return m_report.Step("second process", false, "it did not join the trace");
+        constexpr WORD kOtherLevel = CZoTrace::kImmediateLevel + 2;
+        CZoTrace::SetRegTraceLevel(kOtherLevel);
+        CString told;
+        told.Format("process %lu: level %d -> %d", second.GetId(), CZoTrace::kImmediateLevel, kOtherLevel);
+        const bool arrived = WaitUntil([&] { return ReadTrace().Find(told) >= 0; });
+        if (!m_report.Step("second process", arrived, told))
+            return false;
+        second.AskToClose();
+        const int code = second.WaitForEnd();
+        CString result;
+        result.Format("ended with %d, the trace is open %lu time", code, Trace().GetOpenCount());
+        return m_report.Step("second process", code == 0 && Trace().GetOpenCount() == 1, result);
+    }
+
+    bool CloseTrace()
+    {
+        m_tracePath = Trace().GetFileName();
+        CZoTrace::SetRegTraceLevel(0);
+        const bool closed = WaitUntil([this] { return Trace().GetFileName().IsEmpty(); });
+        const CString text = ReadTrace();
+        const int at = text.Find(" - Stopped ");
+        return m_report.Step("trace", closed && at > 0,
+                             at > 0 ? text.Mid(at + 3, text.Find("\r\n", at) - at - 3) : CString("still open"));
+    }
+
+    CZoTrace& Trace() { return m_frame->GetTracePage().GetTrace(); }
+    /// What the trace file holds of this start, as another program would read it.
+    CString ReadTrace()
+    {
+        if (!Trace().GetFileName().IsEmpty())
+            m_tracePath = Trace().GetFileName();
+        CFile file(m_tracePath, CFile::modeRead | CFile::shareDenyNone);
+        const int length = static_cast<int>(file.GetLength());
+        CString text;
+        file.Read(text.GetBuffer(length), static_cast<UINT>(length));
+        text.ReleaseBuffer(length);
+        int start = 0;
+        for (int next = 0; (next = text.Find(" - Started ", next)) >= 0; ++next)
+            start = next;
+        return text.Mid(start);
+    }
+
     bool Pictures(LPCSTR language)
     {
-        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language"};
+        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace"};
         for (int page = 0; page < MainFrame::GetPageCount(); ++page) {
             m_frame->ShowPage(page);
             m_frame->UpdateWindow();
@@ -209,6 +268,7 @@ private:
 
     CString m_folder;
     Report m_report;
+    CString m_tracePath;
     MainFrame* m_frame = nullptr;
 };
 
