@@ -6,7 +6,7 @@
 #include "support/process_counts.h"
 
 #include <algorithm>
-#include <memory>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -221,12 +221,17 @@ TEST(Trace, IsSharedByAllThatOpenIt)
     EXPECT_EQ("one\r\ntwo\r\n", names.ReadBody()) << "no stop banner yet";
     EXPECT_EQ(1u, second.GetOpenCount());
     EXPECT_EQ(0u, first.GetOpenCount());
+
+    // The first to open comes again as one that joined: it knows neither the start nor the name.
+    const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    s_ticks = 4000;
     EXPECT_TRUE(first.Open(names.Name(), 1, FALSE));
+    first.EnableTimeStamp(TRUE);
+    first.Output("three\r\n");
     second.Close();
     first.Close();
-    const std::string body = names.ReadBody();
-    const std::string stop = kStars + " - Stopped "; // by one that joined and knows no name
-    EXPECT_EQ("one\r\ntwo\r\n" + stop, body.substr(0, 10 + stop.size()));
+    const std::string expected = "one\r\ntwo\r\n(00:00:04.000) three\r\n" + kStars + " - Stopped ";
+    EXPECT_EQ(expected, names.ReadBody().substr(0, expected.size()));
 }
 
 TEST(Trace, OnlyTheFirstOpenerEmptiesTheFile)
@@ -277,6 +282,45 @@ TEST(Trace, JoinerMakesNoFile)
     }
     CloseHandle(mapping);
     CloseHandle(mutex);
+}
+
+namespace {
+
+/// Looks from another thread whether the lock of a trace can be had, while the trace is being made.
+std::string s_mutexName;
+DWORD s_foreignWait;
+
+HANDLE WINAPI MapWhileAnotherWaits(HANDLE file, SECURITY_ATTRIBUTES* security, DWORD protect, DWORD high, DWORD low,
+                                   LPCSTR name)
+{
+    std::thread([] {
+        const HANDLE mutex = OpenMutexA(SYNCHRONIZE, FALSE, s_mutexName.c_str());
+        s_foreignWait = WaitForSingleObject(mutex, 0);
+        CloseHandle(mutex);
+    }).join();
+    return CreateFileMappingA(file, security, protect, high, low, name);
+}
+
+} // namespace
+
+TEST(Trace, IsCompleteBeforeAnybodyJoins)
+{
+    const TestTrace names;
+    const HANDLE leftOver = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                               sizeof(BlockView::Block), names.MappingName().c_str());
+    {
+        const BlockView block(names);
+        block->openCount = 7; // of processes that died
+        block->pending = 100;
+        s_mutexName = names.MutexName();
+        const zo_test::ImportPatch patch(kLibrary, "CreateFileMappingA", &MapWhileAnotherWaits);
+        CZoTrace trace;
+        ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+        EXPECT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), s_foreignWait);
+        EXPECT_EQ(1u, block->openCount);
+        EXPECT_EQ(kStars, block.Pending().substr(0, kStars.size()));
+    }
+    CloseHandle(leftOver);
 }
 
 TEST(Trace, LevelAndSwitchesLiveAsLongAsTheyShould)
