@@ -506,9 +506,12 @@ TEST(Trace, SurvivesADamagedBlock)
                 EXPECT_TRUE(joiner.Open(names.Name(), 1, TRUE));
                 EXPECT_EQ(openCount == 0xFFFFFFFF ? openCount : openCount + 1, joiner.GetOpenCount());
                 joiner.OutputBlock("x", 1);
+                joiner.Close();
+                trace.Close();
+                if (openCount == 0) {
+                    EXPECT_EQ(0u, block->openCount) << "two more have closed than had opened";
+                }
             }
-            joiner.Close();
-            trace.Close();
             EXPECT_LT(names.Read().size(), 2000u) << "nothing but text";
         }
     }
