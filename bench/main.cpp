@@ -25,6 +25,7 @@ constexpr Family kFamilies[] = {
     {"registry", &MeasureRegistry},
     {"countries", &MeasureCountries},
     {"startup", &MeasureStartup},
+    {"trees", &MeasureTrees},
 };
 
 const char* const kHelp =

@@ -2,6 +2,7 @@
 /// The whole interface of the library.
 #pragma once
 
+#include <zogbl/avl.h>
 #include <zogbl/country_code.h>
 #include <zogbl/custom_resource.h>
 #include <zogbl/gdi_data.h>
@@ -10,7 +11,9 @@
 #include <zogbl/module.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
+#include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/status.h>
+#include <zogbl/tree.h>
 #include <zogbl/version_resource.h>
