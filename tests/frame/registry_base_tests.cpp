@@ -9,167 +9,112 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
-#include <memory>
 #include <string>
 
 namespace {
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+constexpr UINT kNumber = ZO_IDS_REG_CURRENT_INDEX, kText = ZO_IDS_REG_CITY;
 
 bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
 
 /// A record in a section of its own.
-class Record : public CZoGblRegBase {
-public:
+struct Record : CZoGblRegBase {
     explicit Record(const std::string& section, DWORD mode = ZO_MODE_CURRENT_USER)
         : CZoGblRegBase(mode), m_section(section)
     {
         Record::LoadSection();
     }
-
     BOOL LoadSection() override
     {
         if (CZoGblRegBase::LoadSection())
             std::strncpy(m_szSection, m_section.c_str(), kSectionSize - 1);
         return IsClassDataValid();
     }
-    /// Puts another gateway in the place of the one that is there.
     void SetGateway(CZoGlobalConfig* gateway)
     {
         delete m_pConfig;
         m_pConfig = gateway;
         IsClassDataValid();
     }
+    using CZoGblRegBase::DeleteSection, CZoGblRegBase::DeleteValue, CZoGblRegBase::DoesValueExist;
+    using CZoGblRegBase::GetInteger, CZoGblRegBase::GetString, CZoGblRegBase::GetValue;
+    using CZoGblRegBase::SetInteger, CZoGblRegBase::SetString, CZoGblRegBase::SetValue;
 
-    using CZoGblRegBase::DeleteSection;
-    using CZoGblRegBase::DeleteValue;
-    using CZoGblRegBase::DoesValueExist;
-    using CZoGblRegBase::GetInteger;
-    using CZoGblRegBase::GetString;
-    using CZoGblRegBase::GetValue;
-    using CZoGblRegBase::SetInteger;
-    using CZoGblRegBase::SetString;
-    using CZoGblRegBase::SetValue;
-
-private:
     std::string m_section;
 };
 
-/// Every operation on a value, on a record that holds number 5 or text "stored" under that name. What it reads must be
-/// that on success, and the default after a failure.
-struct Operation {
-    const char* name;
-    bool ofText;
-    DWORD (*run)(Record& record, UINT id);
-};
-
-const Operation kOperations[] = {
-    {"GetValue", false,
-     [](Record& record, UINT id) {
-         DWORD value = 9;
-         const DWORD status = record.GetValue(id, value, 77);
-         EXPECT_EQ(status == 0 ? 5u : 77u, value);
-         return status;
-     }},
-    {"GetInteger", false,
-     [](Record& record, UINT id) {
-         int value = 9;
-         const DWORD status = record.GetInteger(id, value, -77);
-         EXPECT_EQ(status == 0 ? 5 : -77, value);
-         return status;
-     }},
-    {"SetValue", false, [](Record& record, UINT id) { return record.SetValue(id, 5); }},
-    {"SetInteger", false, [](Record& record, UINT id) { return record.SetInteger(id, 5); }},
-    {"GetString", true,
-     [](Record& record, UINT id) {
-         zo_test::SentinelBuffer text(size_t{8});
-         const DWORD status = record.GetString(id, text.Data(), 8, "a long default");
-         EXPECT_EQ(status == 0 ? "stored" : "a long ", text.Text());
-         text.ExpectGuardsIntact();
-         return status;
-     }},
-    {"GetString without default", true,
-     [](Record& record, UINT id) {
-         char text[8];
-         std::memset(text, 'x', sizeof text);
-         const DWORD status = record.GetString(id, text, sizeof text, nullptr);
-         EXPECT_EQ(0, std::memcmp(status == 0 ? "stored\0" : "\0\0\0\0\0\0\0", text, 7));
-         return status;
-     }},
-    {"SetString", true, [](Record& record, UINT id) { return record.SetString(id, "stored"); }},
-    {"DoesValueExist", true,
-     [](Record& record, UINT id) {
-         BOOL exists = 9;
-         const DWORD status = record.DoesValueExist(id, exists);
-         EXPECT_EQ(status == 0, exists != FALSE);
-         return status;
-     }},
-    {"DeleteValue", true,
-     [](Record& record, UINT id) {
-         const DWORD status = record.DeleteValue(id);
-         return status == 0 ? record.SetString(id, "stored") : status; // for the next time
-     }},
-};
+/// Goes through all operations on values, on a record with a number 5 and a text "stored". \p check is given each
+/// status; what was read must be that on success, and the default after a failure.
+template <class CHECK> void RunAll(Record& record, UINT number, UINT text, CHECK check)
+{
+    DWORD value = 9;
+    DWORD status = record.GetValue(number, value, 77);
+    check(status);
+    EXPECT_EQ(status == 0 ? 5u : 77u, value);
+    int integer = 9;
+    status = record.GetInteger(number, integer, -77);
+    check(status);
+    EXPECT_EQ(status == 0 ? 5 : -77, integer);
+    for (const LPCSTR defaultText : {"a long default", static_cast<LPCSTR>(nullptr)}) {
+        zo_test::SentinelBuffer buffer(size_t{8});
+        status = record.GetString(text, buffer.Data(), 8, defaultText);
+        check(status);
+        EXPECT_EQ(status == 0 ? "stored" : defaultText != nullptr ? "a long " : "", buffer.Text());
+        EXPECT_TRUE(status == 0 || defaultText != nullptr || std::count(buffer.Data(), buffer.Data() + 8, 0) == 8);
+        buffer.ExpectGuardsIntact();
+    }
+    BOOL exists = 9;
+    status = record.DoesValueExist(text, exists);
+    check(status);
+    EXPECT_EQ(status == 0, exists != FALSE);
+    check(record.SetValue(number, 5));
+    check(record.SetInteger(number, 5));
+    check(record.SetString(text, "stored"));
+    check(record.DeleteValue(text));
+}
 
 class RegistryBase : public ::testing::Test {
 protected:
-    void Fill(Record& record)
-    {
-        ASSERT_EQ(0u, record.SetValue(ZO_IDS_REG_CURRENT_INDEX, 5));
-        ASSERT_EQ(0u, record.SetString(ZO_IDS_REG_CITY, "stored"));
-    }
-    static UINT IdFor(const Operation& operation)
-    {
-        return operation.ofText ? ZO_IDS_REG_CITY : ZO_IDS_REG_CURRENT_INDEX;
-    }
-
     zo_test::TestRegistryKey m_key{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
+    Record m_record{m_key.Path()};
 };
 
 } // namespace
 
 TEST_F(RegistryBase, KeepsValuesUnderTheirNamesInEachRoot)
 {
+    EXPECT_EQ(ZO_MODE_CURRENT_USER, m_record.GetAccessMode());
     for (const DWORD mode : {ZO_MODE_LOCAL_MACHINE, ZO_MODE_CURRENT_USER}) {
-        SCOPED_TRACE(mode);
         const HKEY root = mode == ZO_MODE_LOCAL_MACHINE ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
         const zo_test::TestRegistryKey key(IsWin32s() ? HKEY_CLASSES_ROOT : root);
         Record record(key.Path());
-        EXPECT_EQ(ZO_MODE_CURRENT_USER, record.GetAccessMode());
         record.SetAccessMode(mode);
         EXPECT_EQ(mode, record.GetAccessMode());
         EXPECT_EQ(key.Path(), record.GetSection());
 
-        ASSERT_EQ(0u, record.SetString(ZO_IDS_REG_LOCATION_NAME, "Home"));
+        EXPECT_EQ(0u, record.SetString(ZO_IDS_REG_LOCATION_NAME, "Home"));
         EXPECT_STREQ("Home", (IsWin32s() ? key.Get("LocationName", "") : key.Get("", "LocationName")).c_str());
-        char text[8];
-        EXPECT_EQ(0u, record.GetString(ZO_IDS_REG_LOCATION_NAME, text, sizeof text, "x"));
-        EXPECT_STREQ("Home", text);
+        char text[8] = "before";
         EXPECT_EQ(ZoErrObjectInvalid, record.GetString(ZO_IDS_REG_LOCATION_NAME, nullptr, sizeof text, "x"));
-        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), record.GetString(ZO_IDS_REG_CITY, text, 0, "x"));
-        EXPECT_STREQ("Home", text);
+        EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, record.GetString(ZO_IDS_REG_LOCATION_NAME, text, 0, "x"));
+        EXPECT_STREQ("before", text);
 
         int number = 0;
-        EXPECT_EQ(0u, record.SetInteger(ZO_IDS_REG_COUNTRY_INDEX, -3));
-        EXPECT_EQ(0u, record.GetInteger(ZO_IDS_REG_COUNTRY_INDEX, number, 0));
+        EXPECT_EQ(0u, record.SetInteger(kNumber, -3) | record.GetInteger(kNumber, number, 0));
         EXPECT_EQ(-3, number);
-        EXPECT_NE(0u, record.GetInteger(ZO_IDS_REG_CURRENT_INDEX, number, -9)) << "there is none";
+        EXPECT_EQ(0u, record.DeleteValue(kNumber));
+        EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, record.GetInteger(kNumber, number, -9));
         EXPECT_EQ(-9, number);
-
-        BOOL exists = FALSE;
-        EXPECT_EQ(0u, record.DoesValueExist(ZO_IDS_REG_COUNTRY_INDEX, exists));
-        EXPECT_TRUE(exists);
-        EXPECT_EQ(0u, record.DeleteValue(ZO_IDS_REG_COUNTRY_INDEX));
-        EXPECT_EQ(0u, record.DoesValueExist(ZO_IDS_REG_COUNTRY_INDEX, exists));
+        BOOL exists = TRUE;
+        EXPECT_EQ(0u, record.DoesValueExist(kNumber, exists));
         EXPECT_FALSE(exists);
 
         key.SetText("Sub\\Deep", "Name", "x");
         EXPECT_EQ(0u, record.DeleteSection("Sub"));
-        CString below;
-        EXPECT_EQ(0u, CZoGlobalConfig().FindFirstSubKey(mode, key.Path().c_str(), below, exists))
-            << "the section stays";
-        EXPECT_EQ(IsWin32s(), exists != FALSE) << "there its text is a subkey";
+        EXPECT_EQ(nullptr, key.Open("Sub"));
     }
 }
 
@@ -178,123 +123,87 @@ TEST_F(RegistryBase, StandsBelowTheSuitesKeyAndHasANameForEachNumber)
     struct : CZoGblRegBase {
     } plain;
     EXPECT_STREQ("SOFTWARE\\Zo,Inc.", plain.GetSection());
-    EXPECT_TRUE(plain.IsClassDataValid());
     EXPECT_EQ(ZO_MODE_CURRENT_USER, plain.GetAccessMode());
-
-    Record record(m_key.Path());
-    for (UINT id = ZO_IDS_REG_LOCATION; id <= ZO_IDS_REG_TAPI_DIALING_ENABLED; ++id)
-        EXPECT_EQ(0u, record.SetValue(id, id));
-    for (UINT id = ZO_IDS_REG_LOCATION; id <= ZO_IDS_REG_TAPI_DIALING_ENABLED; ++id) {
-        DWORD value = 0;
-        EXPECT_EQ(0u, record.GetValue(id, value, 0));
-        EXPECT_EQ(id, value) << "a name is there twice";
+    for (const bool writes : {true, false}) {
+        for (UINT id = ZO_IDS_REG_LOCATION; id <= ZO_IDS_REG_TAPI_DIALING_ENABLED; ++id) {
+            DWORD value = id;
+            EXPECT_EQ(0u, writes ? m_record.SetValue(id, id) : m_record.GetValue(id, value, 0));
+            EXPECT_EQ(id, value) << "a name is there twice";
+        }
     }
     zo_test::ExpectSlots(6, &Record::IsClassDataValid, &Record::LoadSection); // behind those of CObject
 }
 
-TEST_F(RegistryBase, ANumberWithoutNameTouchesNothing)
+TEST_F(RegistryBase, WithoutNameSectionOrGatewayNothingIsDone)
 {
-    Record record(m_key.Path());
-    for (const Operation& operation : kOperations) {
-        SCOPED_TRACE(operation.name);
-        for (const UINT id : {0u, 128u, 171u, 0xFFFFFu})
-            EXPECT_EQ(ZoErrNoValueName, operation.run(record, id));
-    }
-}
-
-TEST_F(RegistryBase, WithoutSectionOrGatewayNothingIsDone)
-{
-    std::unique_ptr<Record> record;
-    {
-        zo_test::FaultSource faults("string");
-        const ZO_FAULTY_CALL(LoadStringA) load(faults, kLibrary, 0);
-        faults.Arm(1, true);
-        record = std::make_unique<Record>(m_key.Path());
-    }
-    EXPECT_STREQ("", record->GetSection());
-    zo_test::FaultSource calls("registry");
+    zo_test::FaultSource calls("registry"), strings("string");
     const ZO_FAULTY_CALL(RegOpenKeyExA) open(calls, kLibrary, ERROR_SUCCESS);
     const ZO_FAULTY_CALL(RegCreateKeyExA) create(calls, kLibrary, ERROR_SUCCESS);
     const ZO_FAULTY_CALL(RegOpenKeyA) openOld(calls, kLibrary, ERROR_SUCCESS);
     const ZO_FAULTY_CALL(RegCreateKeyA) createOld(calls, kLibrary, ERROR_SUCCESS);
+    const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
     calls.Arm(0, false);
+    for (const UINT id : {0u, 128u, 171u, 0xFFFFFu})
+        RunAll(m_record, id, id, [](DWORD status) { EXPECT_EQ(ZoErrNoValueName, status); });
+
     const auto expectInvalid = [&] {
-        EXPECT_FALSE(record->IsClassDataValid());
-        for (const Operation& operation : kOperations) {
-            SCOPED_TRACE(operation.name);
-            EXPECT_EQ(ZoErrObjectInvalid, operation.run(*record, IdFor(operation)));
-        }
-        EXPECT_EQ(ZoErrObjectInvalid, record->DeleteSection("Sub"));
-        EXPECT_EQ(0, calls.Calls());
+        EXPECT_FALSE(m_record.IsClassDataValid());
+        RunAll(m_record, kNumber, kText, [](DWORD status) { EXPECT_EQ(ZoErrObjectInvalid, status); });
+        EXPECT_EQ(ZoErrObjectInvalid, m_record.DeleteSection("Sub"));
     };
+    strings.Arm(1, true);
+    EXPECT_FALSE(m_record.LoadSection());
+    strings.Disarm();
+    EXPECT_STREQ("", m_record.GetSection());
     expectInvalid();
-    EXPECT_TRUE(record->LoadSection()) << "once the string is there";
-    record->SetGateway(nullptr);
+    EXPECT_TRUE(m_record.LoadSection()) << "once the string is there";
+    m_record.SetGateway(nullptr);
     expectInvalid();
+    EXPECT_EQ(0, calls.Calls());
 }
 
-TEST_F(RegistryBase, MissingMemoryMakesItInvalid)
+TEST_F(RegistryBase, FailuresAreStatuses)
 {
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
-        struct Plain : CZoGblRegBase {
-            using CZoGblRegBase::GetValue;
-        };
-        Plain record;
-        run.Stop();
+    zo_test::AllocationFaults memory;
+    zo_test::RunFaultLoop(memory, [](const zo_test::FaultRun& run) {
+        struct : CZoGblRegBase {
+        } record;
         EXPECT_EQ(!run.Fired(), record.IsClassDataValid() != FALSE);
-        DWORD value = 1;
-        const DWORD status = record.GetValue(ZO_IDS_REG_CITY, value, 2);
-        EXPECT_EQ(run.Fired(), status == ZoErrObjectInvalid);
-        EXPECT_EQ(2u, value);
     });
-}
-
-TEST_F(RegistryBase, FailuresOfStringsAndRegistryComeBack)
-{
-    Record record(m_key.Path());
-    for (const Operation& operation : kOperations) {
-        SCOPED_TRACE(operation.name);
-        const auto failWith = [&](zo_test::FaultSource& faults, DWORD expected) {
-            zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
-                run.Stop();
-                Fill(record);
-                run.source.Arm(run.number, run.persistent);
-                const DWORD status = operation.run(record, IdFor(operation));
-                run.Stop();
-                EXPECT_EQ(run.Fired() ? expected : 0u, status);
+    const auto failWith = [this](zo_test::FaultSource& faults, DWORD code) {
+        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+            run.Stop();
+            EXPECT_EQ(0u, m_record.SetValue(kNumber, 5) | m_record.SetString(kText, "stored"));
+            faults.Arm(run.number, run.persistent);
+            int fired = 0;
+            RunAll(m_record, kNumber, kText, [&](DWORD status) {
+                EXPECT_EQ(faults.Fired() > fired ? code : 0, status);
+                fired = faults.Fired();
             });
-        };
-        {
-            zo_test::FaultSource strings("string");
-            const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
-            failWith(strings, ZoErrNoValueName);
-        }
-        constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;
-        zo_test::FaultSource faults("registry");
-        const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegQueryValueExA) query(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegDeleteValueA) remove(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegOpenKeyA) openOld(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegQueryValueA) queryOld(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegSetValueA) setOld(faults, kLibrary, kError);
-        const ZO_FAULTY_CALL(RegDeleteKeyA) removeOld(faults, kLibrary, kError);
-        failWith(faults, kError);
-    }
+        });
+    };
+    zo_test::FaultSource strings("string"), registry("registry");
+    const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
+    failWith(strings, ZoErrNoValueName);
+    constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;
+    const ZO_FAULTY_CALL(RegOpenKeyExA) open(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegCreateKeyExA) create(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegQueryValueExA) query(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegSetValueExA) set(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegDeleteValueA) remove(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegOpenKeyA) openOld(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegQueryValueA) queryOld(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegSetValueA) setOld(registry, kLibrary, kError);
+    failWith(registry, kError);
 }
 
 TEST_F(RegistryBase, AsksItsGatewayWhetherAValueExists)
 {
     struct Gateway : CZoGlobalConfig {
-        DWORD DoesEntryExist(DWORD mode, LPCSTR key, LPCSTR valueName, BOOL& exists) override
+        DWORD DoesEntryExist(DWORD mode, LPCSTR key, LPCSTR name, BOOL& exists) override
         {
-            EXPECT_EQ(ZO_MODE_USERS, mode);
-            EXPECT_STREQ("A\\B", key);
-            EXPECT_STREQ("Dept", valueName);
-            exists = TRUE;
+            exists = mode == ZO_MODE_USERS && std::strcmp("A\\B", key) == 0 && std::strcmp("Dept", name) == 0;
             return 42;
         }
     };
