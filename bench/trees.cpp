@@ -133,8 +133,8 @@ void RunOnce(const std::vector<const Record*>& order, const std::vector<const Re
     samples.find.nanoseconds.push_back(Nanoseconds(end - filled) / kCount);
 }
 
-template <class LIBRARY, class STANDARD, class INTRUSIVE>
-void Measure(Harness& harness, const std::string& what, const char* standardName)
+template <class LIBRARY, class STANDARD, class INTRUSIVE> void
+Measure(Harness& harness, const std::string& what, const char* standardName, Limits sortedLimits, Limits randomLimits)
 {
     std::vector<Record> records(kCount);
     std::vector<const Record*> sorted;
@@ -166,7 +166,7 @@ void Measure(Harness& harness, const std::string& what, const char* standardName
                 runs[peer](order, wanted, peers[peer]);
             }
         }
-        const Limits limits = isSorted ? kSortedLimits : kRandomLimits;
+        const Limits limits = isSorted ? sortedLimits : randomLimits;
         harness.Add(name + " inserted", {peers[0].insert, peers[1].insert, peers[2].insert}, Unit::nanoseconds, limits);
         harness.Add(name + " found", {peers[0].find, peers[1].find, peers[2].find}, Unit::nanoseconds, limits);
     }
@@ -177,7 +177,8 @@ void Measure(Harness& harness, const std::string& what, const char* standardName
 void MeasureTrees(Harness& harness)
 {
     Measure<LibraryTree<&CompareKeys, &AsKey>, StandardSet<std::set<Key>, &AsKey>,
-            IntrusiveSet<Key, std::less<>, &AsKey>>(harness, "keys", "std::set of keys");
+            IntrusiveSet<Key, std::less<>, &AsKey>>(harness, "keys", "std::set of keys", kSortedLimits, kRandomLimits);
     Measure<LibraryTree<&CompareRecords, &AsRecord>, StandardSet<std::set<const Record*, LessRecord>, &AsRecord>,
-            IntrusiveSet<const Record*, LessRecord, &AsRecord>>(harness, "records", "std::set of pointers to records");
+            IntrusiveSet<const Record*, LessRecord, &AsRecord>>(harness, "records", "std::set of pointers to records",
+                                                                {}, {});
 }

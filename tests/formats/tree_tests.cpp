@@ -7,7 +7,6 @@
 
 #include <array>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -79,17 +78,8 @@ struct Script {
     }
 };
 
-/// Takes the second of two children that are out of order to the front.
-int WINAPI SwapUnordered(CZoTree* first, CZoTree* second, void* parent)
-{
-    if (Node::NameOf(first) < Node::NameOf(second))
-        return ZO_SORT_UNCHANGED;
-    first->SetNext(second->SetNext(first));
-    first->SetPrev(second);
-    second->SetPrev(nullptr);
-    static_cast<CZoTree*>(parent)->SetChild(second);
-    return ZO_SORT_CHANGED_PAST_FIRST; // behind which there is nothing any more
-}
+/// Takes what is behind a node out of the list, so that there is no pair any more.
+int WINAPI CutBehind(CZoTree* first, CZoTree*, void*) { return first->SetNext(nullptr), ZO_SORT_CHANGED_PAST_FIRST; }
 
 class TreeTest : public ::testing::Test {
 protected:
@@ -101,10 +91,9 @@ protected:
 TEST_F(TreeTest, StartsEmptyAndClearsAndCopiesAllMembers)
 {
     const auto expectMembers = [](Node& node, CZoTree* link, DWORD number) {
-        for (const void* actual :
-             {static_cast<void*>(node.GetParent()), static_cast<void*>(node.GetNext()),
-              static_cast<void*>(node.GetPrev()), static_cast<void*>(node.GetChild()), node.GetUserData()})
+        for (const CZoTree* actual : {node.GetParent(), node.GetNext(), node.GetPrev(), node.GetChild()})
             EXPECT_EQ(link, actual);
+        EXPECT_EQ(link, node.GetUserData());
         for (const DWORD actual : {node.GetLevel(), node.GetUserType(), node.GetUserFlag()})
             EXPECT_EQ(number, actual);
     };
@@ -132,17 +121,13 @@ TEST_F(TreeTest, StartsEmptyAndClearsAndCopiesAllMembers)
 
 TEST_F(TreeTest, InsertsAtEveryPlace)
 {
-    const std::tuple<char, DWORD, LPCSTR> rows[] = {
-        {'b', 2, "xabc"}, {'b', 3, "abcx"}, {'a', 4, "xabc"}, {'b', 4, "axbc"},
-        {'c', 4, "abxc"}, {'a', 5, "axbc"}, {'c', 5, "abcx"},
-    };
-    for (const auto& [where, position, expected] : rows) {
-        SCOPED_TRACE(where + std::to_string(position));
+    for (const std::string row : {"b2xabc", "b3abcx", "a4xabc", "b4axbc", "c4abxc", "a5axbc", "c5abcx"}) {
+        SCOPED_TRACE(row); // where, position, outcome
         Family family("abc");
         auto* item = new Node('x');
         for (int time = 0; time < 2; ++time) { // the second time it stands there already
-            EXPECT_EQ(0u, family.InsertItem(item, family.Get(where), position));
-            EXPECT_EQ(expected, family.Names());
+            EXPECT_EQ(0u, family.InsertItem(item, family.Get(row[0]), row[1] - '0'));
+            EXPECT_EQ(row.substr(2), family.Names());
         }
         EXPECT_EQ(nullptr, item->GetParent()) << "left to the caller";
     }
@@ -247,7 +232,7 @@ TEST_F(TreeTest, NoticesCircles)
             EXPECT_EQ(set == &CZoTree::SetParent ? ZoErrCycle : 0, nodes[0].EnumPath(&Notes::Note, &notes));
             EXPECT_EQ(set == &CZoTree::SetParent ? "" : "0", notes.names) << "nobody called but by a path without";
             EXPECT_EQ(set == &CZoTree::SetNext, nodes[0].IsSibling(&nodes.back()) != FALSE);
-            EXPECT_FALSE(nodes[0].IsSibling(&nodes[0] + kNodes));
+            EXPECT_FALSE(nodes[0].IsSibling(nodes.data() + kNodes));
         }
     }
     Family ring("abc");
@@ -261,20 +246,21 @@ TEST_F(TreeTest, NoticesCircles)
 TEST_F(TreeTest, Enumerates)
 {
     Family family("abc");
-    CZoTree *a = family.Get('a'), *b = family.Get('b'), *grandchild = new Node('g');
+    CZoTree *b = family.Get('b'), *grandchild = new Node('g');
     b->AddOneChild(nullptr, nullptr, grandchild);
     grandchild->SetParent(b);
-    constexpr auto kList = &CZoTree::EnumList, kChildren = &CZoTree::EnumChildren, kPath = &CZoTree::EnumPath;
-    const std::tuple<decltype(kList), CZoTree*, char, LPCSTR> rows[] = {
-        {kList, b, ' ', "abc"},          {kList, b, 'b', "ab"},          {kChildren, &family, ' ', "abc"},
-        {kChildren, &family, 'a', "a"},  {kChildren, a, ' ', ""},        {kPath, &family, ' ', "0"},
-        {kPath, grandchild, ' ', "0Pb"}, {kPath, grandchild, 'P', "0P"},
-    };
-    for (const auto& [run, of, last, names] : rows) {
+    const auto expect = [](auto run, CZoTree* of, char last, const std::string& names) {
         Notes notes = {"", last};
         EXPECT_EQ(last != ' ' ? 77u : 0u, (of->*run)(&Notes::Note, &notes));
         EXPECT_EQ(names, notes.names);
-    }
+    };
+    expect(&CZoTree::EnumList, b, ' ', "abc");
+    expect(&CZoTree::EnumList, b, 'b', "ab");
+    expect(&CZoTree::EnumChildren, &family, 'a', "a");
+    expect(&CZoTree::EnumChildren, family.Get('a'), ' ', "");
+    expect(&CZoTree::EnumPath, &family, ' ', "0");
+    expect(&CZoTree::EnumPath, grandchild, ' ', "0Pb");
+    expect(&CZoTree::EnumPath, grandchild, 'P', "0P");
     EXPECT_EQ(0u, family.EnumChildren(&FreeIt, &family));
     EXPECT_EQ("abgc", g_destroyed) << "a callback may destroy its node";
 }
@@ -297,32 +283,28 @@ TEST_F(TreeTest, MissingMemoryEndsAPathBeforeTheFirstCall)
 TEST_F(TreeTest, SortsByTheCodesOfTheCallback)
 {
     const std::string quiet = "ab cd "; // a whole pass over "abcde" in which nothing changes
-    std::vector<std::tuple<std::vector<int>, DWORD, std::string>> rows = {
-        {{}, 0, quiet},
-        {{0, 0, 1}, 0, "ab ab ab "},
-        {{4, 13}, 13, quiet},
-        {{2, -1}, 0xFFFFFFFF, quiet},
-        {{5, 5, 5, 5, 1}, 0, "ab bc cd de ab "},
-    };
-    for (const int code : {2, 3, 9, 10})
-        rows.push_back({{code}, 0, "ab cd " + quiet});
-    for (const int code : {4, 7})
-        rows.push_back({{code}, 0, quiet});
-    for (const int code : {5, 6, 8, 11, 12})
-        rows.push_back({{code}, 0, "ab bc de " + quiet});
-    for (const auto& [codes, result, pairs] : rows) {
-        SCOPED_TRACE(codes.empty() ? 0 : codes.back());
+    const auto expect = [](std::vector<int> codes, DWORD result, const std::string& pairs) {
         for (const BOOL recurse : {FALSE, TRUE}) { // TRUE makes no difference
             Script script = {codes, {}};
             EXPECT_EQ(result, Family("abcde").SortChildren(&Script::Play, &script, recurse));
-            EXPECT_EQ(pairs, script.pairs);
+            EXPECT_EQ(pairs, script.pairs) << "with code " << codes.back();
         }
-    }
+    };
+    expect({0, 0, 1}, 0, "ab ab ab ");
+    expect({4, 13}, 13, quiet);
+    expect({2, -1}, 0xFFFFFFFF, quiet);
+    expect({5, 5, 5, 5, 1}, 0, "ab bc cd de ab ");
+    for (const int code : {2, 3, 9, 10})
+        expect({code}, 0, "ab cd " + quiet);
+    for (const int code : {4, 7})
+        expect({code}, 0, quiet);
+    for (const int code : {5, 6, 8, 11, 12})
+        expect({code}, 0, "ab bc de " + quiet);
     Script script;
     EXPECT_EQ(0u, Family("a").SortChildren(&Script::Play, &script, FALSE));
     EXPECT_EQ(0u, Family("").SortChildren(&Script::Play, &script, FALSE));
     EXPECT_EQ("", script.pairs);
-    Family family("ba");
-    EXPECT_EQ(0u, family.SortChildren(&SwapUnordered, &family, FALSE));
-    EXPECT_EQ("ab", family.Names()) << "moved by the callback, under the cursor";
+    Node first, second;
+    first.SetNext(&second);
+    EXPECT_EQ(0u, first.SortList(&CutBehind, nullptr, FALSE));
 }

@@ -197,19 +197,3 @@ TEST_F(RegistryBase, FailuresAreStatuses)
     const ZO_FAULTY_CALL(RegSetValueA) setOld(registry, kLibrary, kError);
     failWith(registry, kError);
 }
-
-TEST_F(RegistryBase, AsksItsGatewayWhetherAValueExists)
-{
-    struct Gateway : CZoGlobalConfig {
-        DWORD DoesEntryExist(DWORD mode, LPCSTR key, LPCSTR name, BOOL& exists) override
-        {
-            exists = mode == ZO_MODE_USERS && std::strcmp("A\\B", key) == 0 && std::strcmp("Dept", name) == 0;
-            return 42;
-        }
-    };
-    Record record("A\\B", ZO_MODE_USERS);
-    record.SetGateway(new Gateway);
-    BOOL exists = FALSE;
-    EXPECT_EQ(42u, record.DoesValueExist(ZO_IDS_REG_DEPT, exists));
-    EXPECT_TRUE(exists);
-}

@@ -7,5 +7,5 @@
 /// Whether a pointer that a caller gave leads to code. Null does not.
 template <class FUNCTION> bool IsCode(FUNCTION* callback)
 {
-    return !IsBadCodePtr(reinterpret_cast<FARPROC>(reinterpret_cast<void*>(callback)));
+    return callback != nullptr && !IsBadCodePtr(reinterpret_cast<FARPROC>(reinterpret_cast<void*>(callback)));
 }
