@@ -147,6 +147,12 @@ TEST_F(TreeTest, InsertsAtEveryPlace)
     }
     EXPECT_EQ(0u, family.RemoveItem(family.Get('b')));
     EXPECT_EQ("abc", family.Names());
+    // The head becomes the first child, even where another one was.
+    CZoTree* head = family.SetChild(family.Get('b'));
+    EXPECT_EQ(0u, family.InsertItem(&item, family.GetChild(), ZO_INSERT_HEAD));
+    EXPECT_EQ("xabc", family.Names());
+    family.SetChild(head);
+    head->SetPrev(nullptr);
 }
 
 TEST_F(TreeTest, AddsChildrenAtTheHeadAndCallsBackForThem)
