@@ -8,6 +8,7 @@ void MeasureRegistry(Harness& harness);
 void MeasureCountries(Harness& harness);
 void MeasureStartup(Harness& harness);
 void MeasureTrace(Harness& harness);
+void MeasureTrees(Harness& harness);
 
 /// What "zobench --child steps" and "zobench --child host" do: start the library and print what each step took.
 /// \return the exit code of the child.

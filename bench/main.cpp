@@ -26,6 +26,7 @@ constexpr Family kFamilies[] = {
     {"countries", &MeasureCountries},
     {"startup", &MeasureStartup},
     {"trace", &MeasureTrace},
+    {"trees", &MeasureTrees},
 };
 
 const char* const kHelp =

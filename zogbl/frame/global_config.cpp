@@ -13,14 +13,6 @@ namespace {
 
 constexpr DWORD kWin32sNumberTextSize = 1024;
 
-void FillWithDefault(LPSTR buffer, DWORD bufferSize, LPCSTR defaultText)
-{
-    if (defaultText == nullptr)
-        std::memset(buffer, 0, bufferSize);
-    else
-        CopyBounded(buffer, bufferSize, defaultText);
-}
-
 /// Reads the text that Win32s keeps as the unnamed value of subkey \p name. \param size in: of \p buffer, out: length
 /// with the terminator.
 DWORD ReadSubkeyText(HKEY root, LPCSTR key, LPCSTR name, LPSTR buffer, DWORD& size)

@@ -2,6 +2,7 @@
 /// The whole interface of the library.
 #pragma once
 
+#include <zogbl/avl.h>
 #include <zogbl/country_code.h>
 #include <zogbl/custom_resource.h>
 #include <zogbl/file_functions.h>
@@ -13,8 +14,10 @@
 #include <zogbl/module.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
+#include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/status.h>
 #include <zogbl/trace.h>
+#include <zogbl/tree.h>
 #include <zogbl/version_resource.h>

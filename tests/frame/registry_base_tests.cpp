@@ -1,0 +1,199 @@
+#include <zogbl/registry_base.h>
+#include <zogbl/resource_ids.h>
+
+#include "support/environment.h"
+#include "support/fault_loop.h"
+#include "support/sentinel_buffer.h"
+#include "support/unique_names.h"
+#include "support/virtual_slots.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+constexpr UINT kNumber = ZO_IDS_REG_CURRENT_INDEX, kText = ZO_IDS_REG_CITY;
+
+bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
+
+/// A record in a section of its own.
+struct Record : CZoGblRegBase {
+    explicit Record(const std::string& section, DWORD mode = ZO_MODE_CURRENT_USER)
+        : CZoGblRegBase(mode), m_section(section)
+    {
+        Record::LoadSection();
+    }
+    BOOL LoadSection() override
+    {
+        if (CZoGblRegBase::LoadSection())
+            std::strncpy(m_szSection, m_section.c_str(), kSectionSize - 1);
+        return IsClassDataValid();
+    }
+    void SetGateway(CZoGlobalConfig* gateway)
+    {
+        delete m_pConfig;
+        m_pConfig = gateway;
+        IsClassDataValid();
+    }
+    using CZoGblRegBase::DeleteSection, CZoGblRegBase::DeleteValue, CZoGblRegBase::DoesValueExist;
+    using CZoGblRegBase::GetInteger, CZoGblRegBase::GetString, CZoGblRegBase::GetValue;
+    using CZoGblRegBase::SetInteger, CZoGblRegBase::SetString, CZoGblRegBase::SetValue;
+
+    std::string m_section;
+};
+
+/// Goes through all operations on values, on a record with a number 5 and a text "stored". \p check is given each
+/// status; what was read must be that on success, and the default after a failure.
+template <class CHECK> void RunAll(Record& record, UINT number, UINT text, CHECK check)
+{
+    DWORD value = 9;
+    DWORD status = record.GetValue(number, value, 77);
+    check(status);
+    EXPECT_EQ(status == 0 ? 5u : 77u, value);
+    int integer = 9;
+    status = record.GetInteger(number, integer, -77);
+    check(status);
+    EXPECT_EQ(status == 0 ? 5 : -77, integer);
+    for (const LPCSTR defaultText : {"a long default", static_cast<LPCSTR>(nullptr)}) {
+        zo_test::SentinelBuffer buffer(size_t{8});
+        status = record.GetString(text, buffer.Data(), 8, defaultText);
+        check(status);
+        EXPECT_EQ(status == 0 ? "stored" : defaultText != nullptr ? "a long " : "", buffer.Text());
+        EXPECT_TRUE(status == 0 || defaultText != nullptr || std::count(buffer.Data(), buffer.Data() + 8, 0) == 8);
+        buffer.ExpectGuardsIntact();
+    }
+    BOOL exists = 9;
+    status = record.DoesValueExist(text, exists);
+    check(status);
+    EXPECT_EQ(status == 0, exists != FALSE);
+    check(record.SetValue(number, 5));
+    check(record.SetInteger(number, 5));
+    check(record.SetString(text, "stored"));
+    check(record.DeleteValue(text));
+}
+
+class RegistryBase : public ::testing::Test {
+protected:
+    zo_test::TestRegistryKey m_key{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
+    Record m_record{m_key.Path()};
+};
+
+} // namespace
+
+TEST_F(RegistryBase, KeepsValuesUnderTheirNamesInEachRoot)
+{
+    EXPECT_EQ(ZO_MODE_CURRENT_USER, m_record.GetAccessMode());
+    for (const DWORD mode : {ZO_MODE_LOCAL_MACHINE, ZO_MODE_CURRENT_USER}) {
+        const HKEY root = mode == ZO_MODE_LOCAL_MACHINE ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+        const zo_test::TestRegistryKey key(IsWin32s() ? HKEY_CLASSES_ROOT : root);
+        Record record(key.Path());
+        record.SetAccessMode(mode);
+        EXPECT_EQ(mode, record.GetAccessMode());
+        EXPECT_EQ(key.Path(), record.GetSection());
+
+        EXPECT_EQ(0u, record.SetString(ZO_IDS_REG_LOCATION_NAME, "Home"));
+        EXPECT_STREQ("Home", (IsWin32s() ? key.Get("LocationName", "") : key.Get("", "LocationName")).c_str());
+        char text[8] = "before";
+        EXPECT_EQ(ZoErrObjectInvalid, record.GetString(ZO_IDS_REG_LOCATION_NAME, nullptr, sizeof text, "x"));
+        EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, record.GetString(ZO_IDS_REG_LOCATION_NAME, text, 0, "x"));
+        EXPECT_STREQ("before", text);
+
+        int number = 0;
+        EXPECT_EQ(0u, record.SetInteger(kNumber, -3) | record.GetInteger(kNumber, number, 0));
+        EXPECT_EQ(-3, number);
+        EXPECT_EQ(0u, record.DeleteValue(kNumber));
+        EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, record.GetInteger(kNumber, number, -9));
+        EXPECT_EQ(-9, number);
+        BOOL exists = TRUE;
+        EXPECT_EQ(0u, record.DoesValueExist(kNumber, exists));
+        EXPECT_FALSE(exists);
+
+        key.SetText("Sub\\Deep", "Name", "x");
+        EXPECT_EQ(0u, record.DeleteSection("Sub"));
+        EXPECT_EQ(nullptr, key.Open("Sub"));
+    }
+}
+
+TEST_F(RegistryBase, StandsBelowTheSuitesKeyAndHasANameForEachNumber)
+{
+    struct : CZoGblRegBase {
+    } plain;
+    EXPECT_STREQ("SOFTWARE\\Zo,Inc.", plain.GetSection());
+    EXPECT_EQ(ZO_MODE_CURRENT_USER, plain.GetAccessMode());
+    for (const bool writes : {true, false}) {
+        for (UINT id = ZO_IDS_REG_LOCATION; id <= ZO_IDS_REG_TAPI_DIALING_ENABLED; ++id) {
+            DWORD value = id;
+            EXPECT_EQ(0u, writes ? m_record.SetValue(id, id) : m_record.GetValue(id, value, 0));
+            EXPECT_EQ(id, value) << "a name is there twice";
+        }
+    }
+    zo_test::ExpectSlots(6, &Record::IsClassDataValid, &Record::LoadSection); // behind those of CObject
+}
+
+TEST_F(RegistryBase, WithoutNameSectionOrGatewayNothingIsDone)
+{
+    zo_test::FaultSource calls("registry"), strings("string");
+    const ZO_FAULTY_CALL(RegOpenKeyExA) open(calls, kLibrary, ERROR_SUCCESS);
+    const ZO_FAULTY_CALL(RegCreateKeyExA) create(calls, kLibrary, ERROR_SUCCESS);
+    const ZO_FAULTY_CALL(RegOpenKeyA) openOld(calls, kLibrary, ERROR_SUCCESS);
+    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(calls, kLibrary, ERROR_SUCCESS);
+    const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
+    calls.Arm(0, false);
+    for (const UINT id : {0u, 128u, 171u, 0xFFFFFu})
+        RunAll(m_record, id, id, [](DWORD status) { EXPECT_EQ(ZoErrNoValueName, status); });
+
+    const auto expectInvalid = [&] {
+        EXPECT_FALSE(m_record.IsClassDataValid());
+        RunAll(m_record, kNumber, kText, [](DWORD status) { EXPECT_EQ(ZoErrObjectInvalid, status); });
+        EXPECT_EQ(ZoErrObjectInvalid, m_record.DeleteSection("Sub"));
+    };
+    strings.Arm(1, true);
+    EXPECT_FALSE(m_record.LoadSection());
+    strings.Disarm();
+    EXPECT_STREQ("", m_record.GetSection());
+    expectInvalid();
+    EXPECT_TRUE(m_record.LoadSection()) << "once the string is there";
+    m_record.SetGateway(nullptr);
+    expectInvalid();
+    EXPECT_EQ(0, calls.Calls());
+}
+
+TEST_F(RegistryBase, FailuresAreStatuses)
+{
+    zo_test::AllocationFaults memory;
+    zo_test::RunFaultLoop(memory, [](const zo_test::FaultRun& run) {
+        struct : CZoGblRegBase {
+        } record;
+        EXPECT_EQ(!run.Fired(), record.IsClassDataValid() != FALSE);
+    });
+    const auto failWith = [this](zo_test::FaultSource& faults, DWORD code) {
+        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+            run.Stop();
+            EXPECT_EQ(0u, m_record.SetValue(kNumber, 5) | m_record.SetString(kText, "stored"));
+            faults.Arm(run.number, run.persistent);
+            int fired = 0;
+            RunAll(m_record, kNumber, kText, [&](DWORD status) {
+                EXPECT_EQ(faults.Fired() > fired ? code : 0, status);
+                fired = faults.Fired();
+            });
+        });
+    };
+    zo_test::FaultSource strings("string"), registry("registry");
+    const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
+    failWith(strings, ZoErrNoValueName);
+    constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;
+    const ZO_FAULTY_CALL(RegOpenKeyExA) open(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegCreateKeyExA) create(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegQueryValueExA) query(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegSetValueExA) set(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegDeleteValueA) remove(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegOpenKeyA) openOld(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegQueryValueA) queryOld(registry, kLibrary, kError);
+    const ZO_FAULTY_CALL(RegSetValueA) setOld(registry, kLibrary, kError);
+    failWith(registry, kError);
+}
