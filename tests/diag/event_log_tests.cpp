@@ -9,12 +9,15 @@
 #include <afxcoll.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 constexpr DWORD kError = ERROR_DISK_FULL;
 constexpr DWORD kBadHandle = ERROR_INVALID_HANDLE;
+
+using Results = std::vector<DWORD>; // in the order of the calls
 
 const HANDLE kLog = LongToHandle(-5);
 std::string g_calls;
@@ -55,11 +58,9 @@ TEST(EventLog, IsAFileElsewhere)
     folder.Write("log", "entries");
     folder.Write("copy", "older");
     CZoGlobalEventLog log;
-    EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), log.OpenBackup(nullptr, missing.c_str()));
-    EXPECT_EQ(kBadHandle, log.Close());
-    EXPECT_EQ(kBadHandle, log.Clear(nullptr));
-    ASSERT_EQ(0u, log.OpenBackup(nullptr, file.c_str()));
-    EXPECT_EQ(0u, log.BackUp(copy.c_str()));
+    EXPECT_EQ((Results{ERROR_PATH_NOT_FOUND, kBadHandle, kBadHandle, 0, 0}),
+              (Results{log.OpenBackup(nullptr, missing.c_str()), log.Close(), log.Clear(nullptr),
+                       log.OpenBackup(nullptr, file.c_str()), log.BackUp(copy.c_str())}));
     EXPECT_EQ("entries", folder.Read("copy"));
     EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), log.Clear(missing.c_str()));
     EXPECT_EQ("entries", folder.Read("log"));
@@ -68,10 +69,8 @@ TEST(EventLog, IsAFileElsewhere)
     EXPECT_EQ(0u, log.OpenBackup(nullptr, copy.c_str())) << "closes the other";
     EXPECT_TRUE(DeleteFileA(file.c_str()));
     EXPECT_EQ("entries", folder.Read("copy"));
-    EXPECT_EQ(0u, log.Clear(nullptr));
+    EXPECT_EQ((Results{0, 0, kBadHandle}), (Results{log.Clear(nullptr), log.Close(), log.Close()}));
     EXPECT_EQ("", folder.Read("copy"));
-    EXPECT_EQ(0u, log.Close());
-    EXPECT_EQ(kBadHandle, log.Close());
     EXPECT_NE(0u, log.BackUp(copy.c_str())) << "no name either";
 }
 
@@ -125,15 +124,12 @@ TEST(EventLog, EachStepThatFailsIsTheResult)
         const ZO_FAULTY_CALL(ClearEventLogA) clear(faults, kLibrary, FALSE, kError);
         zo_test::RunFaultLoop(faults, [&](const auto& run) { body(run, kError); });
     }
+    CZoGlobalEventLog log;
     zo_test::FaultSource lies("failure without an error");
     const ZO_FAULTY_CALL(OpenBackupEventLogA) open(lies, kLibrary, nullptr);
     const ZO_FAULTY_CALL(CreateFileA) create(lies, kLibrary, INVALID_HANDLE_VALUE);
-    CZoGlobalEventLog log;
     lies.Arm(1, true);
     SetLastError(0);
     EXPECT_EQ(0u, log.OpenBackup(nullptr, file.c_str())) << "counts as success";
-    lies.Disarm();
-    if (!zo_test::IsNt()) {
-        EXPECT_EQ(0u, log.BackUp(copy.c_str())) << "by its name";
-    }
+    EXPECT_TRUE(zo_test::IsNt() || log.BackUp(copy.c_str()) == 0) << "by its name";
 }

@@ -110,39 +110,33 @@ TEST_F(UserInformation, ComesFromOtherPlacesElsewhere)
         EXPECT_FALSE(System::HasAdminRights());
         EXPECT_TRUE(!isWin32s || System::GetUserNameA() == "An Owner");
     }
-    for (const auto text : {&System::GetUserNameA, &System::GetUserReal, &System::GetComputerNameA}) {
-        const std::string whole(text());
-        zo_test::AllocationFaults faults;
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
-            const CString answer = text();
-            run.Stop();
-            EXPECT_TRUE(answer == whole.c_str() || (run.Fired() && answer.IsEmpty()));
-        });
-    }
+    const CString user = System::GetUserNameA();
+    zo_test::AllocationFaults faults;
+    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        const CString answers[] = {System::GetUserNameA(), System::GetUserReal(), System::GetDomainName(),
+                                   System::GetComputerNameA(), System::GetRegisteredInfo(ZO_REGISTERED_OWNER)};
+        run.Stop();
+        EXPECT_TRUE(answers[0] == user || (run.Fired() && answers[0].IsEmpty()));
+    });
 }
 
 TEST_F(UserInformation, ComesFromManyPlacesOnWindows95)
 {
     ZO_ONLY_IN(System::GetType() == ZO_OS_WIN95, "the others ask one");
-    const std::pair<const char*, const char*> values[] = {
-        {"Software\\Microsoft\\User Information", "Default First Name"},
-        {"Software\\Microsoft\\User Information", "Default Last Name"},
-        {"Software\\Microsoft\\Developer\\Setup", "RegisteredOwner"},
-        {"Network\\Logon", "UserName"}};
+    LPCSTR const person = "Software\\Microsoft\\User Information";
+    LPCSTR const values[][2] = {{person, "Default First Name"},
+                                {person, "Default Last Name"},
+                                {"Software\\Microsoft\\Developer\\Setup", "RegisteredOwner"},
+                                {"Network\\Logon", "UserName"}};
     const std::string longest(95, 'x'), tooLong(96, 'x');
-    const struct {
-        const char* texts[std::size(values)]; // null: no such value
-        const char* suiteOwner;
-        std::string user;
-    } cases[] = {
-        {{"Ann", "Other", "Developer", "Logon"}, "Owner", "Ann Other"},
-        {{"Ann", nullptr, "Developer", "Logon"}, "Owner", "Ann "},
-        {{"", "Other", "Developer", "Logon"}, "Owner", "Developer"},
-        {{tooLong.c_str(), "Other", longest.c_str(), "Logon"}, "Owner", longest},
-        {{nullptr, nullptr, nullptr, "Logon"}, "Owner", "Owner"},
-        {{nullptr, nullptr, "", "Logon"}, "", "Logon"},
-        {{nullptr, nullptr, nullptr, nullptr}, "", ""},
-    };
+    LPCSTR const cases[][6] = {// the values' texts, null for none; the suite's owner; the answer
+                               {"Ann", "Other", "Developer", "Logon", "Owner", "Ann Other"},
+                               {"Ann", nullptr, "Developer", "Logon", "Owner", "Ann "},
+                               {"", "Other", "Developer", "Logon", "Owner", "Developer"},
+                               {tooLong.c_str(), "Other", longest.c_str(), "Logon", "Owner", longest.c_str()},
+                               {nullptr, nullptr, nullptr, "Logon", "Owner", "Owner"},
+                               {nullptr, nullptr, "", "Logon", "", "Logon"},
+                               {nullptr, nullptr, nullptr, nullptr, "", ""}};
     zo_test::FaultSource faults("name");
     const ZO_FAULTY_CALL(GetUserNameA) nobody(faults, kLibrary, FALSE);
     const zo_test::ImportPatch redirection(kLibrary, "RegOpenKeyExA", &OpenUserKey);
@@ -150,13 +144,13 @@ TEST_F(UserInformation, ComesFromManyPlacesOnWindows95)
         const zo_test::TestRegistryKey userKey;
         g_userKey = &userKey;
         for (size_t i = 0; i < std::size(values); ++i) {
-            if (c.texts[i] != nullptr)
-                userKey.SetText(values[i].first, values[i].second, c.texts[i]);
+            if (c[i] != nullptr)
+                userKey.SetText(values[i][0], values[i][1], c[i]);
         }
-        Register("Owner", c.suiteOwner);
-        EXPECT_EQ(c.user, static_cast<LPCSTR>(System::GetUserNameA()));
+        Register("Owner", c[4]);
+        EXPECT_STREQ(c[5], System::GetUserNameA());
         faults.Arm(1, false);
-        EXPECT_EQ(c.user, static_cast<LPCSTR>(System::GetUserReal())) << "where the system tells none";
+        EXPECT_STREQ(c[5], System::GetUserReal()) << "where the system tells none";
         faults.Disarm();
     }
 }

@@ -1,6 +1,5 @@
 #include <zogbl/directory_functions.h>
 
-#include "support/environment.h"
 #include "support/fault_loop.h"
 #include "support/process_counts.h"
 #include "support/unique_names.h"
@@ -19,10 +18,10 @@ namespace {
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 constexpr DWORD kError = ERROR_NOT_READY;
 constexpr DWORD kTooLong = ERROR_FILENAME_EXCED_RANGE;
-constexpr DWORD kNotFound = ERROR_FILE_NOT_FOUND;
 constexpr DWORD kBadParameter = ERROR_INVALID_PARAMETER;
 
 using Paths = std::vector<std::string>;
+using Results = std::vector<DWORD>; // in the order of the calls, statuses and numbers
 
 unsigned long __stdcall Note(void* context, const char* path)
 {
@@ -31,17 +30,17 @@ unsigned long __stdcall Note(void* context, const char* path)
     return 1;
 }
 
-/// How folders list themselves while the object lives: as roots do, without "." and "..", or with a "." at the end.
+/// How folders list themselves while the object lives: as roots do, without "." and "..", or with a "." at the end. The
+/// folders are not empty. Closing a search leaves a misleading last error.
 class Listing {
 public:
     explicit Listing(bool dotLast) { s_dotLast = dotLast, s_ended.clear(); }
 
 private:
-    static bool IsDots(const char* name) { return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0; }
     static BOOL WINAPI FindNext(HANDLE search, WIN32_FIND_DATAA* entry)
     {
         while (FindNextFileA(search, entry)) {
-            if (!IsDots(entry->cFileName))
+            if (entry->cFileName[0] != '.')
                 return TRUE;
         }
         if (!s_dotLast || !s_ended.insert(search).second)
@@ -50,17 +49,12 @@ private:
         std::strcpy(entry->cFileName, ".");
         return TRUE;
     }
-    /// The folders of these tests are never empty.
     static HANDLE WINAPI FindFirst(LPCSTR pattern, WIN32_FIND_DATAA* entry)
     {
         const HANDLE search = FindFirstFileA(pattern, entry);
         s_ended.erase(search);
-        if (search != INVALID_HANDLE_VALUE && IsDots(entry->cFileName)) {
-            EXPECT_TRUE(FindNext(search, entry));
-        }
-        return search;
+        return search == INVALID_HANDLE_VALUE || FindNext(search, entry) ? search : INVALID_HANDLE_VALUE;
     }
-    /// Leaves a misleading last error.
     static BOOL WINAPI Close(HANDLE search) { return FindClose(search) ? SetLastError(ERROR_SEEK), TRUE : FALSE; }
 
     static inline bool s_dotLast;
@@ -76,10 +70,9 @@ protected:
     void Fill() const
     {
         CreateDirectoryA(Path("sub").c_str(), nullptr);
-        for (const auto& [name, content] :
-             {std::pair{"ab", "22"}, std::pair{"sub\\c", "333"}, std::pair{"sub\\d", "4444"}, std::pair{"ye", "55555"},
-              std::pair{"zet", "666666"}})
-            m_folder.Write(name, content);
+        const char* const names[] = {"ab", "sub\\c", "sub\\d", "ye", "zet"};
+        for (size_t i = 0; i < std::size(names); ++i)
+            m_folder.Write(names[i], std::string(i + 2, 'x'));
     }
     std::string Path(const std::string& name) const { return m_folder.Path(name); }
 
@@ -90,6 +83,7 @@ protected:
     Paths m_paths;
 };
 
+using Walk = DWORD (*)(const char* dir);
 template <auto QUERY> DWORD Ask(const char* dir)
 {
     unsigned long number;
@@ -100,38 +94,32 @@ template <auto ENUMERATE> DWORD List(const char* dir)
     Paths paths;
     return ENUMERATE(&paths, dir, &Note);
 }
-/// The walks; that of GetSpace has no error at its start.
-DWORD (*const kWalks[])
-(const char* dir) = {&Ask<&Directory::GetSpace>,        &Ask<&Directory::GetTotalSpace>,
-                     &Ask<&Directory::GetFileCount>,    &Ask<&Directory::GetTotalFileCount>,
-                     &List<&Directory::EnumerateFiles>, &List<&Directory::EnumerateAllFiles>};
+/// That of GetSpace has no error at its start.
+const Walk kWalks[] = {&Ask<&Directory::GetSpace>,        &Ask<&Directory::GetTotalSpace>,
+                       &Ask<&Directory::GetFileCount>,    &Ask<&Directory::GetTotalFileCount>,
+                       &List<&Directory::EnumerateFiles>, &List<&Directory::EnumerateAllFiles>};
 
 } // namespace
 
 TEST_F(DirectoryFunctions, CreatesDeletesRenames)
 {
     m_folder.Write("file", "x");
-    const std::string file = Path("file"), a = Path("a"), b = Path("b c"), missing = Path("missing\\folder");
-    EXPECT_EQ(0u, Directory::Exists(file.c_str(), m_number));
-    EXPECT_EQ(0u, m_number);
-    EXPECT_EQ(ZoErrFolderNotCreated, Directory::Create(file.c_str()));
-    EXPECT_EQ(ZoErrFolderNotCreated, Directory::Create(missing.c_str()));
-    EXPECT_EQ(kNotFound, Directory::Create(a.c_str())) << "was not there, but is now";
-    EXPECT_EQ(0u, Directory::Create(a.c_str()));
-    EXPECT_EQ(0u, Directory::Exists(a.c_str(), m_number));
-    EXPECT_EQ(1u, m_number);
-    EXPECT_EQ(ZoErrFolderNotRemoved, Directory::Delete(m_root)) << "not empty";
-    EXPECT_EQ(ZoErrFolderNotMoved, Directory::Rename(a.c_str(), missing.c_str()));
-    EXPECT_EQ(0u, Directory::Rename(a.c_str(), b.c_str()));
-    EXPECT_EQ(0u, Directory::Delete(b.c_str()));
-    EXPECT_EQ(kNotFound, Directory::Exists(b.c_str(), m_number));
-    EXPECT_EQ(0u, m_number);
-
+    const std::string names[] = {Path("file"), Path("a"), Path("b c"), Path("missing\\folder")};
+    const char *const file = names[0].c_str(), *const a = names[1].c_str(), *const b = names[2].c_str();
+    const char* const missing = names[3].c_str();
+    EXPECT_EQ(
+        (Results{0, 0, ZoErrFolderNotCreated, ZoErrFolderNotCreated}),
+        (Results{Directory::Exists(file, m_number), m_number, Directory::Create(file), Directory::Create(missing)}));
+    EXPECT_EQ((Results{ERROR_FILE_NOT_FOUND, 0, 0, 1}), // was not there, but is now
+              (Results{Directory::Create(a), Directory::Create(a), Directory::Exists(a, m_number), m_number}));
+    EXPECT_EQ((Results{ZoErrFolderNotRemoved, ZoErrFolderNotMoved, 0, 0, ERROR_FILE_NOT_FOUND, 0}),
+              (Results{Directory::Delete(m_root), Directory::Rename(a, missing), Directory::Rename(a, b),
+                       Directory::Delete(b), Directory::Exists(b, m_number), m_number}));
     zo_test::FaultSource moves("move");
     const ZO_FAULTY_CALL(MoveFileA) move(moves, kLibrary, TRUE);
     moves.Arm(1, true);
-    for (const char* name : {"", static_cast<const char*>(nullptr)})
-        EXPECT_EQ(ZoErrFolderNameEmpty, Directory::Rename(m_root, name));
+    EXPECT_EQ(ZoErrFolderNameEmpty, Directory::Rename(m_root, ""));
+    EXPECT_EQ(ZoErrFolderNameEmpty, Directory::Rename(m_root, nullptr));
     EXPECT_EQ(0, moves.Calls());
     int shared = 9;
     EXPECT_EQ(0u, Directory::IsDirShared(m_root, shared));
@@ -145,15 +133,10 @@ TEST_F(DirectoryFunctions, CreatesChains)
     SetCurrentDirectoryA(m_root);
     m_folder.Write("file", "x");
     const std::string longName = "\\" + std::string(100, 'n');
-    const std::pair<std::string, unsigned long> made[] = {// path, whether a folder above was seen
-                                                          {Path("a\\b b\\c"), 1},
-                                                          {Path("a\\b b\\c"), 1},
-                                                          {"relative", 0},
-                                                          {"below\\the\\current", 0},
-                                                          {"\x94\x5C"
-                                                           "e\\x",
-                                                           0},
-                                                          {m_path.substr(0, 2) + "on the drive", 0}};
+    const std::string doubleByte = "\x94\x5C", onDrive = m_path.substr(0, 2) + "on the drive",
+                      absolute = Path("a\\b b\\c");
+    const std::pair<std::string, unsigned long> made[] = {
+        {absolute, 1}, {absolute, 1}, {"relative", 0}, {"below\\the\\current", 0}, {doubleByte + "e", 0}, {onDrive, 0}};
     for (const auto& [path, exists] : made) {
         EXPECT_EQ(0u, Directory::CreateDirChain(path.c_str(), m_number)) << path;
         EXPECT_EQ(exists, m_number) << path;
@@ -191,7 +174,7 @@ TEST_F(DirectoryFunctions, DeletesTrees)
         Directory::DeleteDirChain(m_root);
     }
     EXPECT_TRUE(m_folder.Exists("deep\\with blank\\kept\\file"));
-    EXPECT_EQ("333", m_folder.Read("sub\\c")) << "nothing behind a link";
+    EXPECT_EQ("xxx", m_folder.Read("sub\\c")) << "nothing behind a link";
     for (const std::string& gone : {std::string("ab"), std::string("zet"), "deep\\" + longName})
         EXPECT_FALSE(m_folder.Exists(gone)) << gone;
 
@@ -218,15 +201,12 @@ TEST_F(DirectoryFunctions, DeletesTrees)
 TEST_F(DirectoryFunctions, WalksThroughOneFolder)
 {
     Fill();
-    EXPECT_EQ(0u, Directory::GetFileCount(m_root, m_number));
-    EXPECT_EQ(3u, m_number);
-    EXPECT_EQ(0u, Directory::GetSpace(m_root, m_number));
-    EXPECT_EQ(13u, m_number);
+    EXPECT_EQ((Results{0, 3, 0, 13}), (Results{Directory::GetFileCount(m_root, m_number), m_number,
+                                               Directory::GetSpace(m_root, m_number), m_number}));
     EXPECT_EQ(0u, Directory::EnumerateFiles(&m_paths, m_root, &Note));
     EXPECT_EQ((Paths{Path("ab"), Path("ye"), Path("zet")}), m_paths);
-    for (const auto enumerate : {&Directory::EnumerateFiles, &Directory::EnumerateAllFiles})
-        EXPECT_EQ(kBadParameter, enumerate(&m_paths, m_root, nullptr));
-
+    EXPECT_EQ(kBadParameter, Directory::EnumerateFiles(&m_paths, m_root, nullptr));
+    EXPECT_EQ(kBadParameter, Directory::EnumerateAllFiles(&m_paths, m_root, nullptr));
     const std::string missing = Path("missing"), tooLong(MAX_PATH * 3, 'x');
     const std::pair<const char*, DWORD> failures[] = {
         {missing.c_str(), ERROR_PATH_NOT_FOUND}, {tooLong.c_str(), kTooLong}, {nullptr, kBadParameter}};
@@ -241,33 +221,27 @@ TEST_F(DirectoryFunctions, WalksThroughOneFolder)
 TEST_F(DirectoryFunctions, WalksIntoFoldersAndTheFolderItself)
 {
     Fill();
-    EXPECT_EQ(kTooLong, Directory::GetTotalSpace(m_root, m_number));
-    EXPECT_EQ(0u, m_number) << "every folder lists itself first";
-    EXPECT_EQ(kTooLong, Directory::GetTotalFileCount(m_root, m_number = 9));
-    EXPECT_EQ(0u, m_number);
-    EXPECT_EQ(kTooLong, Directory::EnumerateAllFiles(&m_paths, m_root, &Note));
+    const std::string sub = Path("sub");
+    const auto walkAll = [&](const std::string& path) {
+        const char* const dir = path.c_str();
+        m_paths.clear();
+        return Results{Directory::GetTotalSpace(dir, m_number), m_number, Directory::GetTotalFileCount(dir, m_number),
+                       m_number, Directory::EnumerateAllFiles(&m_paths, dir, &Note)};
+    };
+    EXPECT_EQ((Results{kTooLong, 0, kTooLong, 0, kTooLong}), walkAll(m_path)) << "every folder lists itself first";
     EXPECT_TRUE(m_paths.empty());
     {
-        const Listing listing(false);
-        EXPECT_EQ(0u, Directory::GetTotalSpace(m_root, m_number));
-        EXPECT_EQ(20u, m_number);
-        EXPECT_EQ(0u, Directory::GetTotalFileCount(m_root, m_number));
-        EXPECT_EQ(9u, m_number) << "five files; the two of the folder count again for each of the two behind it";
-        EXPECT_EQ(0u, Directory::EnumerateAllFiles(&m_paths, m_root, &Note));
+        const Listing listing(false); // five files; the two of the folder count again for each of the two behind it
+        EXPECT_EQ((Results{0, 20, 0, 9, 0}), walkAll(m_path));
         EXPECT_EQ((Paths{Path("ab"), Path("sub\\c"), Path("sub\\d"), Path("ye"), Path("zet")}), m_paths);
     }
     const Listing listing(true);
-    const std::string sub = Path("sub");
-    unsigned long levels = 0; // that the system searches
+    DWORD levels = 0; // that the system searches
     WIN32_FIND_DATAA entry;
     for (std::string path = sub; FindClose(FindFirstFileA((path + "\\*.*").c_str(), &entry)); path += "\\.")
         ++levels;
-    EXPECT_EQ(kTooLong, Directory::GetTotalSpace(sub.c_str(), m_number));
-    EXPECT_EQ(7 * levels, m_number) << "what was counted on the way stands";
-    EXPECT_EQ(kTooLong, Directory::GetTotalFileCount(sub.c_str(), m_number));
-    EXPECT_EQ(2 * levels, m_number);
-    m_paths.clear();
-    EXPECT_EQ(kTooLong, Directory::EnumerateAllFiles(&m_paths, sub.c_str(), &Note));
+    EXPECT_EQ((Results{kTooLong, 7 * levels, kTooLong, 2 * levels, kTooLong}), walkAll(sub))
+        << "what was counted stands";
     ASSERT_EQ(2 * levels, m_paths.size());
     EXPECT_EQ(sub + "\\.\\.\\d", m_paths[5]);
 }
@@ -293,7 +267,7 @@ TEST_F(DirectoryFunctions, ErrorsEndAWalkAtEveryLevel)
 
 TEST_F(DirectoryFunctions, FaultsOfFoldersHaveTheirCodes)
 {
-    const std::string a = Path("a"), b = Path("a\\b");
+    const std::string a = Path("a"), b = a + "\\b";
     const auto body = [&](const zo_test::FaultRun& run) {
         RemoveDirectoryA(b.c_str());
         RemoveDirectoryA(a.c_str());
