@@ -65,7 +65,7 @@ void MakePath(char (&path)[MAX_PATH], LPCSTR folder, const WIN32_FIND_DATAA& ent
     const size_t length = std::strlen(folder);
     std::memcpy(path, folder, length);
     path[length] = '\\';
-    std::strcpy(path + length + 1, entry.cFileName);
+    std::memcpy(path + length + 1, entry.cFileName, std::strlen(entry.cFileName) + 1);
 }
 
 /// A file's size, found out as the library does: by opening the file.

@@ -27,7 +27,7 @@ TEST(GlobalError, ChoosesTheErrorBoxes)
 {
     const UINT before = SetErrorMode(0);
     const DWORD modes[] = {0, 0x8000, 1, 0x8001, 0};
-    for (WORD flags = 1; flags < std::size(modes); ++flags)
-        EXPECT_EQ(modes[flags - 1], Error::SetMode(flags)) << flags;
+    for (size_t flags = 1; flags < std::size(modes); ++flags)
+        EXPECT_EQ(modes[flags - 1], Error::SetMode(static_cast<WORD>(flags))) << flags;
     EXPECT_EQ(0u, SetErrorMode(before)) << "other flags mean nothing";
 }

@@ -132,7 +132,6 @@ TEST_F(DirectoryFunctions, CreatesChains)
     GetCurrentDirectoryA(sizeof current, current);
     SetCurrentDirectoryA(m_root);
     m_folder.Write("file", "x");
-    const std::string longName = "\\" + std::string(100, 'n');
     const std::string doubleByte = "\x94\x5C", onDrive = m_path.substr(0, 2) + "on the drive",
                       absolute = Path("a\\b b\\c");
     const std::pair<std::string, unsigned long> made[] = {
@@ -144,7 +143,7 @@ TEST_F(DirectoryFunctions, CreatesChains)
         EXPECT_EQ(1u, m_number) << path;
     }
     for (const std::string& path :
-         {Path("file\\a\\b"), Path("d") + longName + longName + longName, std::string("?:\\x\\y"), std::string("")})
+         {Path("file\\a\\b"), Path("d\\" + std::string(MAX_PATH, 'n')), std::string("?:\\x\\y"), std::string("")})
         EXPECT_EQ(ZoErrFolderNotCreated, Directory::CreateDirChain(path.c_str(), m_number)) << path;
     EXPECT_FALSE(m_folder.Exists("d")) << "nothing of a path that is too long";
     EXPECT_EQ(ZoErrFolderNotCreated, Directory::CreateDirChain(nullptr, m_number));

@@ -154,7 +154,7 @@ unsigned long CZoGlobalFileFunctions::ZoGetTempFileName(const char* dir, const c
         return length > 0 && static_cast<size_t>(length) < sizeof name;
     };
     const auto hand = [&] {
-        std::strcpy(buffer, name);
+        std::memcpy(buffer, name, std::strlen(name) + 1);
         return 0ul;
     };
     if (unique != 0)
