@@ -71,7 +71,7 @@ TEST(EventLog, IsAFileElsewhere)
     EXPECT_EQ("entries", folder.Read("copy"));
     EXPECT_EQ((Results{0, 0, kBadHandle}), (Results{log.Clear(nullptr), log.Close(), log.Close()}));
     EXPECT_EQ("", folder.Read("copy"));
-    EXPECT_NE(0u, log.BackUp(copy.c_str())) << "no name either";
+    EXPECT_NE(0u, log.BackUp(file.c_str())) << "no name either";
 }
 
 TEST(EventLog, IsTheSystemsOnWindowsNt)
