@@ -24,6 +24,7 @@ struct Family {
 constexpr Family kFamilies[] = {
     {"registry", &MeasureRegistry},
     {"countries", &MeasureCountries},
+    {"folders", &MeasureFolders},
     {"startup", &MeasureStartup},
     {"trace", &MeasureTrace},
     {"trees", &MeasureTrees},

@@ -1,6 +1,5 @@
 #include <zogbl/trace.h>
 
-#include <zogbl/file_name_functions.h>
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
@@ -49,19 +48,15 @@ TraceNames NamesOf(const CString& name)
     return names;
 }
 
-/// A file of that name beside the executable; empty when it cannot be told.
+/// A file of that name beside the executable; empty when the executable has too long a path.
 CString BesideExecutable(LPCSTR fileName)
 {
     char executable[MAX_PATH] = {};
     const DWORD length = GetModuleFileNameA(nullptr, executable, sizeof executable);
-    CString path;
-    if (length > 0 && length < sizeof executable) {
-        CString folder;
-        CZoGlobalFileNameFunctions::ExtractPathFromPath(executable, folder);
-        if (!folder.IsEmpty()) // it is when memory has run out
-            CZoGlobalFileNameFunctions::MakePath(folder, fileName, path);
-    }
-    return path;
+    if (length == 0 || length >= sizeof executable)
+        return {};
+    const CString path(executable);
+    return path.Left(path.ReverseFind('\\') + 1) + fileName;
 }
 
 HANDLE OpenShared(LPCSTR path, DWORD disposition)

@@ -24,8 +24,6 @@ constexpr DWORD kLongestTempFolder = MAX_PATH - 14;
 /// The names that ZoGetTempFileName can make up for one folder, prefix and extension.
 constexpr DWORD kTempNameCount = 0x10000;
 
-DWORD StatusOf(BOOL succeeded) { return succeeded ? ERROR_SUCCESS : CZoGlobalError::GetError(); }
-
 /// Whether there is anything for an operation on files to do. If not, \p status is the operation's result: the error if
 /// the attributes cannot be read, 0 for a folder.
 bool IsFile(const char* path, DWORD& attributes, DWORD& status)
@@ -156,7 +154,7 @@ unsigned long CZoGlobalFileFunctions::ZoGetTempFileName(const char* dir, const c
         return length > 0 && static_cast<size_t>(length) < sizeof name;
     };
     const auto hand = [&] {
-        std::strcpy(buffer, name);
+        std::memcpy(buffer, name, std::strlen(name) + 1);
         return 0ul;
     };
     if (unique != 0)

@@ -1,5 +1,5 @@
 /// \file
-/// A handle that CloseHandle closes: of a file, of a process's token.
+/// A handle that CloseHandle closes - of a file, of a process's token - and the status of system calls.
 #pragma once
 
 #include <zogbl/global_error.h>
@@ -7,6 +7,9 @@
 #include <windows.h>
 
 #include <utility>
+
+/// The status of a system call that succeeded or failed just now.
+inline DWORD StatusOf(BOOL succeeded) { return succeeded ? ERROR_SUCCESS : CZoGlobalError::GetError(); }
 
 /// Closes its handle.
 class SystemHandle {
@@ -25,9 +28,8 @@ public:
     /// Ends an operation: closes the handle. \return the error of closing it; if there is none, \p result.
     DWORD Close(DWORD result)
     {
-        if (m_handle == nullptr || CloseHandle(std::exchange(m_handle, nullptr)))
-            return result;
-        return CZoGlobalError::GetError();
+        const bool closed = m_handle == nullptr || CloseHandle(std::exchange(m_handle, nullptr));
+        return closed ? result : CZoGlobalError::GetError();
     }
 
 private:

@@ -43,5 +43,5 @@ public:
     static DWORD SetMode(WORD flags);
 
 private:
-    DWORD m_dwError = 0;
+    [[maybe_unused]] DWORD m_dwError = 0;
 };

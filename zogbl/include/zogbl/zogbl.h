@@ -5,6 +5,8 @@
 #include <zogbl/avl.h>
 #include <zogbl/country_code.h>
 #include <zogbl/custom_resource.h>
+#include <zogbl/directory_functions.h>
+#include <zogbl/event_log.h>
 #include <zogbl/file_functions.h>
 #include <zogbl/file_name_functions.h>
 #include <zogbl/gdi_data.h>
