@@ -1,0 +1,146 @@
+#include "program.h"
+
+#include <algorithm>
+
+namespace {
+
+Program* g_program = nullptr; // a callback is told no more than an instance, and that only with lines
+
+} // namespace
+
+Program::Program()
+{
+    g_program = this;
+    if (!telsim.IsLoaded()) {
+        ADD_FAILURE() << "there is no simulated TAPI32.DLL";
+        return;
+    }
+#define LINE_FUNCTION(name)                                                                                            \
+    name = telsim.Function<std::remove_pointer_t<decltype(name)>>(#name);                                              \
+    EXPECT_NE(nullptr, name) << #name
+    LINE_FUNCTION(lineInitialize);
+    LINE_FUNCTION(lineShutdown);
+    LINE_FUNCTION(lineNegotiateAPIVersion);
+    LINE_FUNCTION(lineGetDevCaps);
+    LINE_FUNCTION(lineGetAddressCaps);
+    LINE_FUNCTION(lineGetDevConfig);
+    LINE_FUNCTION(lineConfigDialogEdit);
+    LINE_FUNCTION(lineOpen);
+    LINE_FUNCTION(lineClose);
+    LINE_FUNCTION(lineSetStatusMessages);
+    LINE_FUNCTION(lineGetAddressStatus);
+    LINE_FUNCTION(lineGetID);
+    LINE_FUNCTION(lineMakeCall);
+    LINE_FUNCTION(lineDrop);
+    LINE_FUNCTION(lineDeallocateCall);
+    LINE_FUNCTION(lineGetCallStatus);
+    LINE_FUNCTION(lineGetCallInfo);
+    LINE_FUNCTION(lineTranslateAddress);
+    LINE_FUNCTION(lineTranslateDialog);
+#undef LINE_FUNCTION
+}
+
+Program::~Program() { g_program = nullptr; }
+
+void CALLBACK Program::Callback(DWORD device, DWORD message, DWORD_PTR instance, DWORD_PTR param1, DWORD_PTR param2,
+                                DWORD_PTR param3)
+{
+    const Event event = {device, message, instance, {param1, param2, param3}};
+    g_program->events.push_back(event);
+    if (g_program->onEvent)
+        g_program->onEvent(event);
+}
+
+LONG Program::Initialize()
+{
+    DWORD devices = 0;
+    return lineInitialize(&app, GetModuleHandleA(nullptr), &Program::Callback, "Tests", &devices);
+}
+
+LONG Program::Open(DWORD device, DWORD privileges, DWORD mediaModes)
+{
+    DWORD version = 0;
+    LINEEXTENSIONID extension;
+    const LONG result = lineNegotiateAPIVersion(app, device, 0x00010000, 0x10000000, &version, &extension);
+    if (result != 0)
+        return result;
+    return lineOpen(app, device, &line, version, 0, kInstance, privileges, mediaModes, nullptr);
+}
+
+LONG Program::MakeCall(const char* number, DWORD bearerMode)
+{
+    Buffer<LINECALLPARAMS> params(telsim::kCallParamsSize + 1);
+    std::fill_n(reinterpret_cast<char*>(params.Get()) + sizeof(DWORD), telsim::kCallParamsSize + 1 - sizeof(DWORD), '\0');
+    params->dwBearerMode = bearerMode;
+    params->dwMediaMode = LINEMEDIAMODE_DATAMODEM;
+    params->dwCallParamFlags = LINECALLPARAMFLAGS_IDLE;
+    params->dwAddressMode = LINEADDRESSMODE_ADDRESSID;
+    params->dwDisplayableAddressSize = 1;
+    params->dwDisplayableAddressOffset = telsim::kCallParamsSize;
+    return lineMakeCall(line, &call, number, 0, params.Get());
+}
+
+bool Program::Connect(DWORD device)
+{
+    if (Initialize() != 0 || Open(device) != 0 || Reply(MakeCall()) != 0)
+        return false;
+    return Pump([&] { return !States().empty() && States().back() == LINECALLSTATE_CONNECTED; });
+}
+
+HANDLE Program::PortHandle()
+{
+    Buffer<VARSTRING> id(200);
+    if (lineGetID(0, 0, call, LINECALLSELECT_CALL, id.Get(), "comm/datamodem") != 0 ||
+        id->dwStringSize < sizeof(HANDLE))
+        return INVALID_HANDLE_VALUE;
+    return *reinterpret_cast<HANDLE*>(reinterpret_cast<char*>(id.Get()) + id->dwStringOffset);
+}
+
+bool Program::Pump(const std::function<bool()>& done, DWORD milliseconds)
+{
+    const DWORD start = GetTickCount();
+    while (!done()) {
+        MSG message;
+        if (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            DispatchMessageA(&message);
+            continue;
+        }
+        const DWORD passed = GetTickCount() - start;
+        if (passed >= milliseconds)
+            return false;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds - passed, QS_ALLINPUT);
+    }
+    return true;
+}
+
+void Program::PumpAll()
+{
+    EXPECT_TRUE(Pump([&] { return telsim.GetCount(TELSIM_EVENTS) == 0; })) << "events do not come to an end";
+}
+
+LONG Program::Reply(LONG request)
+{
+    if (request <= 0)
+        return request;
+    const auto find = [&] {
+        return std::find_if(events.begin(), events.end(), [&](const Event& event) {
+            return event.message == LINE_REPLY && event.params[0] == static_cast<DWORD_PTR>(request);
+        });
+    };
+    if (!Pump([&] { return find() != events.end(); })) {
+        ADD_FAILURE() << "no reply to request " << request;
+        return -1;
+    }
+    EXPECT_EQ(kInstance, find()->instance);
+    return static_cast<LONG>(find()->params[1]);
+}
+
+std::vector<DWORD> Program::States() const
+{
+    std::vector<DWORD> states;
+    for (const Event& event : events) {
+        if (event.message == LINE_CALLSTATE)
+            states.push_back(static_cast<DWORD>(event.params[0]));
+    }
+    return states;
+}

@@ -1,0 +1,121 @@
+/// \file
+/// A program that telephones, for the tests of the service that it uses.
+#pragma once
+
+#include "tapi_header.h"
+
+#include <telsim/client.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+/// An event that the callback was given.
+struct Event {
+    DWORD device;
+    DWORD message;
+    DWORD_PTR instance;
+    DWORD_PTR params[3];
+
+    bool operator==(const Event&) const = default;
+    friend std::ostream& operator<<(std::ostream& stream, const Event& event)
+    {
+        return stream << std::hex << "{device 0x" << event.device << ", message " << event.message << ", instance 0x"
+                      << event.instance << ", 0x" << event.params[0] << ", 0x" << event.params[1] << ", 0x"
+                      << event.params[2] << '}';
+    }
+};
+
+constexpr DWORD_PTR kInstance = 0x1234;
+constexpr DWORD kVersion = 0x00010004;
+constexpr DWORD kModem = 0;  // the device on the port
+constexpr DWORD kNoPort = 1; // the device without one
+
+/// The simulated service, newly reset, and the line functions by name, as a program binds them.
+class Program {
+public:
+    Program();
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    telsim::Client telsim;
+    /// All events so far, from all applications.
+    std::vector<Event> events;
+    /// Called in the callback, after the event was noted.
+    std::function<void(const Event&)> onEvent;
+
+    HLINEAPP app = 0;
+    HLINE line = 0;
+    HCALL call = 0;
+
+    /// lineInitialize; \return its result.
+    LONG Initialize();
+    /// Negotiates a version and opens a device into \a line.
+    LONG Open(DWORD device, DWORD privileges = LINECALLPRIVILEGE_NONE, DWORD mediaModes = LINEMEDIAMODE_DATAMODEM);
+    /// Asks for a call into \a call. Without parameters it is one that hands out the modem.
+    LONG MakeCall(const char* number = nullptr, DWORD bearerMode = LINEBEARERMODE_PASSTHROUGH);
+    /// Initializes, opens, calls, and takes messages until the call has a state; \return whether it came to it.
+    bool Connect(DWORD device);
+    /// The handle of the call's port; INVALID_HANDLE_VALUE for none.
+    HANDLE PortHandle();
+
+    /// Takes messages until \p done, or time is up. \return whether it is done.
+    static bool Pump(const std::function<bool()>& done, DWORD milliseconds = 5000);
+    /// Takes messages until no event is on its way.
+    void PumpAll();
+    /// Takes messages until the reply to a request is there; \return its result.
+    LONG Reply(LONG request);
+    /// The call states that came, in order.
+    std::vector<DWORD> States() const;
+
+#define LINE_FUNCTION(name) decltype(&::name) name = nullptr
+    LINE_FUNCTION(lineInitialize);
+    LINE_FUNCTION(lineShutdown);
+    LINE_FUNCTION(lineNegotiateAPIVersion);
+    LINE_FUNCTION(lineGetDevCaps);
+    LINE_FUNCTION(lineGetAddressCaps);
+    LINE_FUNCTION(lineGetDevConfig);
+    LINE_FUNCTION(lineConfigDialogEdit);
+    LINE_FUNCTION(lineOpen);
+    LINE_FUNCTION(lineClose);
+    LINE_FUNCTION(lineSetStatusMessages);
+    LINE_FUNCTION(lineGetAddressStatus);
+    LINE_FUNCTION(lineGetID);
+    LINE_FUNCTION(lineMakeCall);
+    LINE_FUNCTION(lineDrop);
+    LINE_FUNCTION(lineDeallocateCall);
+    LINE_FUNCTION(lineGetCallStatus);
+    LINE_FUNCTION(lineGetCallInfo);
+    LINE_FUNCTION(lineTranslateAddress);
+    LINE_FUNCTION(lineTranslateDialog);
+#undef LINE_FUNCTION
+
+private:
+    static void CALLBACK Callback(DWORD device, DWORD message, DWORD_PTR instance, DWORD_PTR param1, DWORD_PTR param2,
+                                  DWORD_PTR param3);
+};
+
+/// A result as LINEERR_ constants are written.
+constexpr LONG Error(DWORD code) { return static_cast<LONG>(code); }
+
+/// A record of variable size with room behind its fixed part.
+template <class RECORD> class Buffer {
+public:
+    explicit Buffer(DWORD size) : m_bytes(size, '\xCC') { Get()->dwTotalSize = size; }
+    RECORD* Get() { return reinterpret_cast<RECORD*>(m_bytes.data()); }
+    RECORD* operator->() { return Get(); }
+    /// A part, without the terminator that ends texts.
+    std::string Text(DWORD size, DWORD offset) const
+    {
+        if (offset > m_bytes.size() || size > m_bytes.size() - offset)
+            return "(outside)";
+        return std::string(m_bytes.data() + offset, size == 0 ? 0 : size - 1);
+    }
+
+private:
+    std::vector<char> m_bytes;
+};
