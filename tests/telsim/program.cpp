@@ -1,12 +1,20 @@
 #include "program.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace {
 
 Program* g_program = nullptr; // a callback is told no more than an instance, and that only with lines
 
 } // namespace
+
+std::string HandleText(DWORD handle)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%#lx", handle);
+    return text;
+}
 
 Program::Program()
 {
@@ -17,26 +25,8 @@ Program::Program()
     }
 #define LINE_FUNCTION(name)                                                                                            \
     name = telsim.Function<std::remove_pointer_t<decltype(name)>>(#name);                                              \
-    EXPECT_NE(nullptr, name) << #name
-    LINE_FUNCTION(lineInitialize);
-    LINE_FUNCTION(lineShutdown);
-    LINE_FUNCTION(lineNegotiateAPIVersion);
-    LINE_FUNCTION(lineGetDevCaps);
-    LINE_FUNCTION(lineGetAddressCaps);
-    LINE_FUNCTION(lineGetDevConfig);
-    LINE_FUNCTION(lineConfigDialogEdit);
-    LINE_FUNCTION(lineOpen);
-    LINE_FUNCTION(lineClose);
-    LINE_FUNCTION(lineSetStatusMessages);
-    LINE_FUNCTION(lineGetAddressStatus);
-    LINE_FUNCTION(lineGetID);
-    LINE_FUNCTION(lineMakeCall);
-    LINE_FUNCTION(lineDrop);
-    LINE_FUNCTION(lineDeallocateCall);
-    LINE_FUNCTION(lineGetCallStatus);
-    LINE_FUNCTION(lineGetCallInfo);
-    LINE_FUNCTION(lineTranslateAddress);
-    LINE_FUNCTION(lineTranslateDialog);
+    EXPECT_NE(nullptr, name) << #name;
+    FOR_EACH_LINE_FUNCTION(LINE_FUNCTION)
 #undef LINE_FUNCTION
 }
 
@@ -70,7 +60,8 @@ LONG Program::Open(DWORD device, DWORD privileges, DWORD mediaModes)
 LONG Program::MakeCall(const char* number, DWORD bearerMode)
 {
     Buffer<LINECALLPARAMS> params(telsim::kCallParamsSize + 1);
-    std::fill_n(reinterpret_cast<char*>(params.Get()) + sizeof(DWORD), telsim::kCallParamsSize + 1 - sizeof(DWORD), '\0');
+    std::fill_n(reinterpret_cast<char*>(params.Get()) + sizeof(DWORD), telsim::kCallParamsSize + 1 - sizeof(DWORD),
+                '\0');
     params->dwBearerMode = bearerMode;
     params->dwMediaMode = LINEMEDIAMODE_DATAMODEM;
     params->dwCallParamFlags = LINECALLPARAMFLAGS_IDLE;

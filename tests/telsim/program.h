@@ -34,6 +34,13 @@ constexpr DWORD kVersion = 0x00010004;
 constexpr DWORD kModem = 0;  // the device on the port
 constexpr DWORD kNoPort = 1; // the device without one
 
+/// The line functions, each given to a macro.
+#define FOR_EACH_LINE_FUNCTION(use)                                                                                    \
+    use(lineInitialize) use(lineShutdown) use(lineNegotiateAPIVersion) use(lineGetDevCaps) use(lineGetAddressCaps)     \
+        use(lineGetDevConfig) use(lineConfigDialogEdit) use(lineOpen) use(lineClose) use(lineSetStatusMessages)        \
+            use(lineGetAddressStatus) use(lineGetID) use(lineMakeCall) use(lineDrop) use(lineDeallocateCall)           \
+                use(lineGetCallStatus) use(lineGetCallInfo) use(lineTranslateAddress) use(lineTranslateDialog)
+
 /// The simulated service, newly reset, and the line functions by name, as a program binds them.
 class Program {
 public:
@@ -51,6 +58,10 @@ public:
     HLINEAPP app = 0;
     HLINE line = 0;
     HCALL call = 0;
+
+    /// Notes events; for lineInitialize.
+    static void CALLBACK Callback(DWORD device, DWORD message, DWORD_PTR instance, DWORD_PTR param1, DWORD_PTR param2,
+                                  DWORD_PTR param3);
 
     /// lineInitialize; \return its result.
     LONG Initialize();
@@ -72,35 +83,16 @@ public:
     /// The call states that came, in order.
     std::vector<DWORD> States() const;
 
-#define LINE_FUNCTION(name) decltype(&::name) name = nullptr
-    LINE_FUNCTION(lineInitialize);
-    LINE_FUNCTION(lineShutdown);
-    LINE_FUNCTION(lineNegotiateAPIVersion);
-    LINE_FUNCTION(lineGetDevCaps);
-    LINE_FUNCTION(lineGetAddressCaps);
-    LINE_FUNCTION(lineGetDevConfig);
-    LINE_FUNCTION(lineConfigDialogEdit);
-    LINE_FUNCTION(lineOpen);
-    LINE_FUNCTION(lineClose);
-    LINE_FUNCTION(lineSetStatusMessages);
-    LINE_FUNCTION(lineGetAddressStatus);
-    LINE_FUNCTION(lineGetID);
-    LINE_FUNCTION(lineMakeCall);
-    LINE_FUNCTION(lineDrop);
-    LINE_FUNCTION(lineDeallocateCall);
-    LINE_FUNCTION(lineGetCallStatus);
-    LINE_FUNCTION(lineGetCallInfo);
-    LINE_FUNCTION(lineTranslateAddress);
-    LINE_FUNCTION(lineTranslateDialog);
+#define LINE_FUNCTION(name) decltype(&::name) name = nullptr;
+    FOR_EACH_LINE_FUNCTION(LINE_FUNCTION)
 #undef LINE_FUNCTION
-
-private:
-    static void CALLBACK Callback(DWORD device, DWORD message, DWORD_PTR instance, DWORD_PTR param1, DWORD_PTR param2,
-                                  DWORD_PTR param3);
 };
 
 /// A result as LINEERR_ constants are written.
 constexpr LONG Error(DWORD code) { return static_cast<LONG>(code); }
+
+/// A handle as the service writes it in its texts.
+std::string HandleText(DWORD handle);
 
 /// A record of variable size with room behind its fixed part.
 template <class RECORD> class Buffer {
