@@ -286,3 +286,19 @@ TEST(Ini, DescribesLinesAndCallsThatComeIn)
     EXPECT_EQ("First line", caps.Text(caps->dwLineNameSize, caps->dwLineNameOffset));
     EXPECT_EQ(static_cast<DWORD>(LINEMEDIAMODE_DATAMODEM | LINEMEDIAMODE_G3FAX), caps->dwMediaModes);
 }
+
+/// The example beside the library makes sense in every line, and its lines can be opened.
+TEST(Ini, HasAnExampleInOrder)
+{
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path - 1);
+    const std::string program = path;
+    SetEnvironmentVariableA("TELSIM_INI", (program.substr(0, program.rfind('\\') + 1) + "telsim.sample.ini").c_str());
+    Program p;
+    SetEnvironmentVariableA("TELSIM_INI", nullptr);
+    EXPECT_EQ("", p.telsim.Misuses());
+    ASSERT_EQ(0, p.Initialize());
+    EXPECT_EQ(0, p.Open(1));
+    EXPECT_EQ(LINEERR_ALLOCATED, static_cast<DWORD>(p.Open(2)));
+    EXPECT_EQ(LINEERR_BADDEVICEID, static_cast<DWORD>(p.Open(3)));
+}
