@@ -219,7 +219,7 @@ DWORD WINAPI TelsimGetText(DWORD which, char* buffer, DWORD size)
         const std::string text = Joined(which, service);
         if (buffer != nullptr && size > text.size())
             std::memcpy(buffer, text.c_str(), text.size() + 1);
-        return static_cast<DWORD>(text.size() + 1);
+        return static_cast<DWORD>(text.size()) + 1;
     });
 }
 

@@ -348,11 +348,21 @@ def open_terminal():
     return master, slave, os.ttyname(slave)
 
 
+def optional(what, make):
+    """What make returns; None where the system refuses it, with a word on what the modem then cannot do."""
+    try:
+        return make()
+    except OSError as e:
+        print(f"modem: cannot {what}: {e}", file=sys.stderr, flush=True)
+        return None
+
+
 def run(options, master, slave, path, cleanup):
     modem = Modem(options.delay / 1000)
-    watch = CloseWatch(path)
-    waited = {master, watch}
-    control = parent = None
+    watch = optional("notice that the port is closed", lambda: CloseWatch(path))
+    parent = optional("notice the end of --while", lambda: os.pidfd_open(options.parent)) if options.parent else None
+    waited = {master, watch, parent} - {None}
+    control = None
     orders = b""
     if options.control:
         try:
@@ -363,9 +373,6 @@ def run(options, master, slave, path, cleanup):
         cleanup.append(options.control)
         control = os.open(options.control, os.O_RDWR | os.O_NONBLOCK)  # both ways: so it never comes to an end
         waited.add(control)
-    if options.parent:
-        parent = os.pidfd_open(options.parent)
-        waited.add(parent)
     if options.link:
         temporary = f"{options.link}.{os.getpid()}"
         os.symlink(path, temporary)
@@ -376,16 +383,16 @@ def run(options, master, slave, path, cleanup):
     while True:
         reads = waited if modem.pending < MAX_PENDING else waited - {master}
         ready, writable, _ = select.select(reads, [master] if modem.output else [], [], modem.until_next_timer())
-        if parent in ready:
+        if parent is not None and parent in ready:
             return
-        if watch in ready and watch.closed():
+        if watch is not None and watch in ready and watch.closed():
             # As if the computer had taken back its readiness: hang up, and keep nothing for the next who opens. This comes
             # before reading, for he may have written already.
             modem.reset()
             modem.output.clear()
             modem.pending = 0
             termios.tcflush(slave, termios.TCIFLUSH)
-        if control in ready:
+        if control is not None and control in ready:
             orders += os.read(control, 4096)
             *lines, orders = orders.split(b"\n")
             for line in lines:

@@ -22,20 +22,19 @@ constexpr Outcome kOutcomes[] = {
     {'9', {LINECALLSTATE_RINGBACK, LINECALLSTATE_DISCONNECTED}, LINEDISCONNECTMODE_NOANSWER},
 };
 
+/// The mode that goes with a state.
 DWORD ModeOf(DWORD state, DWORD disconnectMode)
 {
-    switch (state) {
-    case LINECALLSTATE_CONNECTED:
-        return LINECONNECTEDMODE_ACTIVE;
-    case LINECALLSTATE_DIALTONE:
-        return LINEDIALTONEMODE_NORMAL;
-    case LINECALLSTATE_BUSY:
-        return LINEBUSYMODE_STATION;
-    case LINECALLSTATE_DISCONNECTED:
-        return disconnectMode;
-    default:
-        return 0;
+    constexpr DWORD kModes[][2] = {
+        {LINECALLSTATE_DIALTONE, LINEDIALTONEMODE_NORMAL},
+        {LINECALLSTATE_BUSY, LINEBUSYMODE_STATION},
+        {LINECALLSTATE_CONNECTED, LINECONNECTEDMODE_ACTIVE},
+    };
+    for (const auto& entry : kModes) {
+        if (entry[0] == state)
+            return entry[1];
     }
+    return state == LINECALLSTATE_DISCONNECTED ? disconnectMode : 0;
 }
 
 bool IsOver(const Call& call) { return call.state == LINECALLSTATE_IDLE || call.state == LINECALLSTATE_DISCONNECTED; }

@@ -59,74 +59,18 @@ TEST_F(Control, RulesEveryFunction)
 {
     ASSERT_EQ(0, p.Reply(p.MakeCall()));
     p.PumpAll();
-    char settings[] = "Settings of device 1";
-    const auto record = [](void* memory) {
-        *static_cast<DWORD*>(memory) = 1000;
-        return memory;
-    };
-    char memory[1000];
-    DWORD version;
-    LINEEXTENSIONID extension;
-    HLINEAPP app;
-    HLINE line;
-    DWORD devices;
-    const struct {
-        const char* name;
-        std::function<LONG()> call;
-    } cases[] = {
-        {"lineInitialize", [&] { return p.lineInitialize(&app, nullptr, &Program::Callback, "", &devices); }},
-        {"lineNegotiateAPIVersion",
-         [&] { return p.lineNegotiateAPIVersion(p.app, 0, 0x00010000, 0x10000000, &version, &extension); }},
-        {"lineGetDevCaps",
-         [&] { return p.lineGetDevCaps(p.app, 1, kVersion, 0, static_cast<LINEDEVCAPS*>(record(memory))); }},
-        {"lineGetAddressCaps",
-         [&] { return p.lineGetAddressCaps(p.app, 1, 0, kVersion, 0, static_cast<LINEADDRESSCAPS*>(record(memory))); }},
-        {"lineGetDevConfig", [&] { return p.lineGetDevConfig(1, static_cast<VARSTRING*>(record(memory)), "comm"); }},
-        {"lineConfigDialogEdit",
-         [&] {
-             return p.lineConfigDialogEdit(1, nullptr, "comm", settings, sizeof settings - 1,
-                                           static_cast<VARSTRING*>(record(memory)));
-         }},
-        {"lineOpen", [&] { return p.lineOpen(p.app, 1, &line, kVersion, 0, 0, LINECALLPRIVILEGE_NONE, 0, nullptr); }},
-        {"lineSetStatusMessages", [&] { return p.lineSetStatusMessages(p.line, 0x00BFFBFF, 0x1FF); }},
-        {"lineGetAddressStatus",
-         [&] { return p.lineGetAddressStatus(p.line, 0, static_cast<LINEADDRESSSTATUS*>(record(memory))); }},
-        {"lineGetID",
-         [&] {
-             return p.lineGetID(0, 0, p.call, LINECALLSELECT_CALL, static_cast<VARSTRING*>(record(memory)),
-                                "tapi/line");
-         }},
-        {"lineGetCallStatus",
-         [&] { return p.lineGetCallStatus(p.call, static_cast<LINECALLSTATUS*>(record(memory))); }},
-        {"lineGetCallInfo", [&] { return p.lineGetCallInfo(p.call, static_cast<LINECALLINFO*>(record(memory))); }},
-        {"lineTranslateAddress",
-         [&] {
-             return p.lineTranslateAddress(p.app, 0, 0x00010000, "1", 0, 2,
-                                           static_cast<LINETRANSLATEOUTPUT*>(record(memory)));
-         }},
-        {"lineTranslateDialog", [&] { return p.lineTranslateDialog(p.app, 0, 0x00010000, nullptr, nullptr); }},
-        {"lineMakeCall", [&] { return p.lineMakeCall(p.line, &p.call, nullptr, 0, nullptr); }},
-        {"lineDrop", [&] { return p.Reply(p.lineDrop(p.call, nullptr, 0)); }},
-        {"lineDeallocateCall", [&] { return p.lineDeallocateCall(p.call); }},
-        {"lineClose", [&] { return p.lineClose(p.line); }},
-        {"lineShutdown", [&] { return p.lineShutdown(p.app); }},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        std::memset(memory, 0xCC, sizeof memory);
-        ASSERT_TRUE(p.telsim.SetRule(c.name, 1, FALSE, TELSIM_FAIL, LINEERR_OPERATIONFAILED));
-        ASSERT_TRUE(p.telsim.SetRule(c.name, 2, FALSE, TELSIM_PRETEND, 0));
+    for (const Program::GoodCall& good : p.GoodCalls(kNoPort)) {
+        SCOPED_TRACE(good.name);
+        Buffer<VARSTRING> record(1000);
+        ASSERT_TRUE(p.telsim.SetRule(good.name, 1, FALSE, TELSIM_FAIL, LINEERR_OPERATIONFAILED));
+        ASSERT_TRUE(p.telsim.SetRule(good.name, 2, FALSE, TELSIM_PRETEND, 0));
         const DWORD fired = p.telsim.GetCount(TELSIM_RULES_FIRED);
-        EXPECT_EQ(LINEERR_OPERATIONFAILED, static_cast<DWORD>(c.call()));
-        const LONG pretended = c.call();
-        EXPECT_EQ(std::string(c.name) == "lineMakeCall", pretended != 0);
-        EXPECT_EQ('\xCC', memory[sizeof(DWORD)]) << "nothing is written";
+        EXPECT_EQ(LINEERR_OPERATIONFAILED, static_cast<DWORD>(good.make({record.Get()})));
+        const bool isCall = std::strcmp(good.name, "lineMakeCall") == 0;
+        EXPECT_EQ(0, p.Reply(good.make({record.Get()})));
+        EXPECT_EQ(0xCCCCCCCC, record->dwNeededSize) << "nothing is written";
         EXPECT_EQ(fired + 2, p.telsim.GetCount(TELSIM_RULES_FIRED));
-        const LONG result = c.call();
-        if (std::string(c.name) == "lineMakeCall")
-            EXPECT_EQ(LINEERR_CALLUNAVAIL, static_cast<DWORD>(p.Reply(result)));
-        else
-            EXPECT_EQ(0, result);
+        EXPECT_EQ(isCall ? LINEERR_CALLUNAVAIL : 0, static_cast<DWORD>(p.Reply(good.make({record.Get()}))));
     }
     EXPECT_EQ("", p.telsim.Misuses());
     EXPECT_EQ(1u, p.telsim.GetCount(TELSIM_APPS)) << "the one that was initialized here";
@@ -341,4 +285,20 @@ TEST(Ini, DescribesLinesAndCallsThatComeIn)
     ASSERT_EQ(0, p.lineGetDevCaps(p.app, 0, kVersion, 0, caps.Get()));
     EXPECT_EQ("First line", caps.Text(caps->dwLineNameSize, caps->dwLineNameOffset));
     EXPECT_EQ(static_cast<DWORD>(LINEMEDIAMODE_DATAMODEM | LINEMEDIAMODE_G3FAX), caps->dwMediaModes);
+}
+
+/// The example beside the library makes sense in every line, and its lines can be opened.
+TEST(Ini, HasAnExampleInOrder)
+{
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path - 1);
+    const std::string program = path;
+    SetEnvironmentVariableA("TELSIM_INI", (program.substr(0, program.rfind('\\') + 1) + "telsim.sample.ini").c_str());
+    Program p;
+    SetEnvironmentVariableA("TELSIM_INI", nullptr);
+    EXPECT_EQ("", p.telsim.Misuses());
+    ASSERT_EQ(0, p.Initialize());
+    EXPECT_EQ(0, p.Open(1));
+    EXPECT_EQ(LINEERR_ALLOCATED, static_cast<DWORD>(p.Open(2)));
+    EXPECT_EQ(LINEERR_BADDEVICEID, static_cast<DWORD>(p.Open(3)));
 }

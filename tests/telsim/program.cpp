@@ -87,6 +87,39 @@ HANDLE Program::PortHandle()
     return *reinterpret_cast<HANDLE*>(reinterpret_cast<char*>(id.Get()) + id->dwStringOffset);
 }
 
+std::vector<Program::GoodCall> Program::GoodCalls(DWORD device)
+{
+    static DWORD number;
+    static LINEEXTENSIONID extension;
+    static char settings[] = "Settings of device 1";
+#define GOOD_CALL(name, size, ...)                                                                                     \
+    {                                                                                                                  \
+#name, size, [=, this]([[maybe_unused]] AnyRecord record) { return name(__VA_ARGS__); }                        \
+    }
+    return {
+        GOOD_CALL(lineInitialize, 0, &number, nullptr, &Callback, "", &number),
+        GOOD_CALL(lineNegotiateAPIVersion, 0, app, device, 0x00010000, 0x10000000, &number, &extension),
+        GOOD_CALL(lineGetDevCaps, telsim::kDevCapsSize, app, device, kVersion, 0, record),
+        GOOD_CALL(lineGetAddressCaps, telsim::kAddressCapsSize, app, device, 0, kVersion, 0, record),
+        GOOD_CALL(lineGetDevConfig, telsim::kVarStringSize, device, record, "comm"),
+        GOOD_CALL(lineConfigDialogEdit, telsim::kVarStringSize, device, nullptr, "comm", settings, 20, record),
+        GOOD_CALL(lineOpen, 0, app, device, &number, kVersion, 0, 0, LINECALLPRIVILEGE_NONE, 0, nullptr),
+        GOOD_CALL(lineSetStatusMessages, 0, line, 0x00BFFBFF, 0x1FF),
+        GOOD_CALL(lineGetAddressStatus, telsim::kAddressStatusSize, line, 0, record),
+        GOOD_CALL(lineGetID, telsim::kVarStringSize, 0, 0, call, LINECALLSELECT_CALL, record, "tapi/line"),
+        GOOD_CALL(lineGetCallStatus, telsim::kCallStatusSize, call, record),
+        GOOD_CALL(lineGetCallInfo, telsim::kCallInfoSize, call, record),
+        GOOD_CALL(lineTranslateAddress, telsim::kTranslateOutputSize, app, 0, 0x00010000, "1", 0, 2, record),
+        GOOD_CALL(lineTranslateDialog, 0, app, 0, 0x00010000, nullptr, nullptr),
+        GOOD_CALL(lineMakeCall, 0, line, &call, nullptr, 0, nullptr),
+        GOOD_CALL(lineDrop, 0, call, nullptr, 0),
+        GOOD_CALL(lineDeallocateCall, 0, call),
+        GOOD_CALL(lineClose, 0, line),
+        GOOD_CALL(lineShutdown, 0, app),
+    };
+#undef GOOD_CALL
+}
+
 bool Program::Pump(const std::function<bool()>& done, DWORD milliseconds)
 {
     const DWORD start = GetTickCount();

@@ -34,6 +34,12 @@ constexpr DWORD kVersion = 0x00010004;
 constexpr DWORD kModem = 0;  // the device on the port
 constexpr DWORD kNoPort = 1; // the device without one
 
+/// Memory that passes for a record of any kind.
+struct AnyRecord {
+    void* memory;
+    template <class RECORD> operator RECORD*() const { return static_cast<RECORD*>(memory); }
+};
+
 /// The line functions, each given to a macro.
 #define FOR_EACH_LINE_FUNCTION(use)                                                                                    \
     use(lineInitialize) use(lineShutdown) use(lineNegotiateAPIVersion) use(lineGetDevCaps) use(lineGetAddressCaps)     \
@@ -73,6 +79,14 @@ public:
     bool Connect(DWORD device);
     /// The handle of the call's port; INVALID_HANDLE_VALUE for none.
     HANDLE PortHandle();
+
+    /// A call of every line function with nothing wrong, in an order in which they can be made, on a device that is open.
+    struct GoodCall {
+        const char* name;
+        DWORD fixedSize; // of the record that it fills; 0 for none
+        std::function<LONG(AnyRecord record)> make;
+    };
+    std::vector<GoodCall> GoodCalls(DWORD device);
 
     /// Takes messages until \p done, or time is up. \return whether it is done.
     static bool Pump(const std::function<bool()>& done, DWORD milliseconds = 5000);
