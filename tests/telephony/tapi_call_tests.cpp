@@ -55,7 +55,8 @@ TEST_F(TapiCall, APortIsTakenAndGivenBack)
     for (const DWORD kind : {TELSIM_APPS, TELSIM_LINES, TELSIM_CALL_HANDLES})
         EXPECT_EQ(0u, telsim.GetCount(kind));
     EXPECT_EQ("", telsim.Misuses());
-    EXPECT_NE(std::string::npos, telsim.Calls().find("low=0x10000, high=0x10000000"));
+    for (const char* arguments : {"low=0x10000, high=0x10000000", "states=0xbffbff, address states=0x1ff"})
+        EXPECT_NE(std::string::npos, telsim.Calls().find(arguments)) << arguments;
 }
 
 TEST_F(TapiCall, WhatHappensInTheMiddleEndsOrLeavesTheWait)
@@ -212,4 +213,7 @@ TEST_F(TapiCall, InitializingAgainForgetsWhatIsOpen)
     EXPECT_EQ(1u, telsim.GetCount(TELSIM_LINES)) << "not closed";
     EXPECT_TRUE(line.HangupCall());
     EXPECT_TRUE(line.m_bCallInProgress) << "hanging up without a line does nothing";
+    EXPECT_NE(INVALID_HANDLE_VALUE, line.m_hComm);
+    line.ShutdownTAPI();
+    EXPECT_EQ(INVALID_HANDLE_VALUE, line.m_hComm);
 }

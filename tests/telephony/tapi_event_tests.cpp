@@ -157,7 +157,12 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
     EXPECT_TRUE(line.EnableCallAnswer(TRUE));
     EXPECT_TRUE(line.EnableCallAnswer(TRUE)) << "once more";
     EXPECT_EQ(1u, telsim.GetCount(TELSIM_LINES));
+    Offer(line, "555", "", 0);
     EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ(1u, telsim.GetCount(TELSIM_CALL_HANDLES)) << "not in progress, until a derived class says so";
+    line.m_bCallInProgress = TRUE;
+    EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ(0u, telsim.GetCount(TELSIM_CALL_HANDLES));
     EXPECT_NE(0u, line.m_hAnswerLine) << "it does not close the answer line";
     Rule("lineClose", TELSIM_FAIL, LINEERR_OPERATIONFAILED);
     EXPECT_FALSE(line.EnableCallAnswer(FALSE));

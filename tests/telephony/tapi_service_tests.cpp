@@ -169,7 +169,7 @@ TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
         {"lineGetCallStatus", TELSIM_NEED_ENDLESS, 1, {TRUE, 12}},
         {"lineGetDevCaps", TELSIM_USED_SIZE, 12, {FALSE, 4}},
         {"lineGetDevCaps", TELSIM_USED_SIZE, 232, {FALSE, 6}},
-        {"lineGetDevCaps", TELSIM_USED_SIZE, kAll, {FALSE, 4}},
+        {"lineGetDevCaps", TELSIM_USED_SIZE, 5000, {FALSE, 4}},
         {"lineGetAddressStatus", TELSIM_USED_SIZE, 0, {FALSE, 9}},
         {"lineGetAddressCaps", TELSIM_USED_SIZE, 0, {TRUE, 0}},
         {"lineGetCallStatus", TELSIM_USED_SIZE, 0, {TRUE, 0}},
