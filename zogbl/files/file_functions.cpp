@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr DWORD kSharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE;
-
 /// What makes a file of something that has attributes.
 constexpr DWORD kFileAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
                                   FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NORMAL | FILE_ATTRIBUTE_TEMPORARY;
