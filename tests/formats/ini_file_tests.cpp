@@ -1,0 +1,531 @@
+#include "profile_fixture.h"
+
+#include <cstring>
+#include <tuple>
+
+namespace {
+
+using Texts = std::vector<std::string>;
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+
+class IniFile : public ProfileTest {
+protected:
+    void WriteEntry(const std::string& value) { Write("[S]\r\nK=" + value + "\r\n"); }
+};
+
+bool operator==(const SYSTEMTIME& a, const SYSTEMTIME& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+auto Fields(const RECT& r) { return std::tuple(r.left, r.top, r.right, r.bottom); }
+auto Fields(const ACCEL& a) { return std::tuple(a.fVirt, a.key, a.cmd); }
+
+const SYSTEMTIME kTime = {1997, 12, 3, 31, 23, 59, 58, 999};
+const WINDOWPLACEMENT kPlacement = {sizeof kPlacement, WPF_SETMINPOSITION, SW_SHOW, {-1, -2}, {3, 4}, {5, 6, 70, 80}};
+
+} // namespace
+
+TEST_F(IniFile, ReadsSingleNumbers)
+{
+    const struct {
+        const char* text;
+        int integer;
+        BOOL boolean;
+        DWORD hexadecimal;
+    } rows[] = {
+        {"12abc", 12, FALSE, 0x12abc},
+        {"1", 1, TRUE, 1},
+        {"2", 2, FALSE, 2},
+        {"yes", 0, TRUE, 0},
+        {"Y", 0, FALSE, 0},
+        {"T", 0, FALSE, 0},
+        {"tRUE", 0, TRUE, 0},
+        {"SET", 0, TRUE, 0},
+        {"On", 0, TRUE, 0},
+        {"OK", 0, TRUE, 0},
+        {"OK.", 0, FALSE, 0},
+        {"0x1F", 0, FALSE, 0x1F},
+        {"1f", 1, FALSE, 0x1f},
+        {"12x34", 12, FALSE, 0x34},
+        {"0xFFFFFFFFF", 0, FALSE, 0xFFFFFFFF},
+        {"G1", 0, FALSE, 0},
+        {"-12", -12, FALSE, 0},
+        {"- 12", 0, FALSE, 0},
+        {"\"\t +7\"", 7, FALSE, 0},
+        {"\" \tab\"", 0, FALSE, 0xab},
+        {"4294967295", -1, FALSE, 0x94967295},
+        {"-2147483648", INT_MIN, FALSE, 0},
+        {"0000000000000000000000000000000000000012", 1, FALSE, 0x12}, // decimal numbers are read to character 39
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        WriteEntry(row.text);
+        int integer = -99;
+        DWORD longWord = 99;
+        BOOL boolean = -99;
+        DWORD hexadecimal = 99;
+        EXPECT_EQ(0u, m_profile.DoInteger("K", TRUE, 5, &integer));
+        EXPECT_EQ(0u, m_profile.DoLongWord("K", TRUE, 5, &longWord));
+        EXPECT_EQ(0u, m_profile.DoBoolean("K", TRUE, 5, &boolean));
+        EXPECT_EQ(0u, m_profile.DoHexadecimal("K", TRUE, 5, &hexadecimal));
+        EXPECT_EQ(row.integer, integer);
+        EXPECT_EQ(static_cast<DWORD>(row.integer), longWord);
+        EXPECT_EQ(row.boolean, boolean);
+        EXPECT_EQ(row.hexadecimal, hexadecimal);
+    }
+}
+
+TEST_F(IniFile, ReadsSeveralNumbers)
+{
+    const struct {
+        const char* text;
+        RECT rectangle;
+        COLORREF color;
+        ACCEL accelerator;
+    } rows[] = {
+        {"1,2;3:4", {1, 2, 3, 4}, RGB(1, 2, 3), {1, 2, 3}},
+        {"1 /|\\ 2 x3", {1, 2, 0, -4}, RGB(1, 2, 0), {1, 2, 0}},
+        {"-1, 65537, 258", {-1, 65537, 258, -4}, RGB(255, 1, 2), {255, 1, 258}},
+        {"9", {9, -2, -3, -4}, RGB(9, 0x22, 0x33), {9, 32, 33}},
+        {"\"7\t 8\"", {7, 8, -3, -4}, RGB(7, 8, 0x33), {7, 8, 33}},
+        {"\"\t 8\"", {0, 8, -3, -4}, RGB(0, 8, 0x33), {0, 8, 33}},         // a tab is a part of its own
+        {"1 2           345", {1, 2, 345, -4}, RGB(1, 2, 3), {1, 2, 345}}, // of a colour 15 characters
+        {",;", {-1, -2, -3, -4}, RGB(0x11, 0x22, 0x33), {31, 32, 33}},
+    };
+    const RECT defaultRectangle = {-1, -2, -3, -4};
+    const COLORREF defaultColor = 0x02332211;
+    const ACCEL defaultAccelerator = {31, 32, 33};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        WriteEntry(row.text);
+        RECT rectangle;
+        COLORREF color;
+        ACCEL accelerator;
+        EXPECT_EQ(0u, m_profile.ZoIniFileRectangle("K", TRUE, &defaultRectangle, &rectangle));
+        EXPECT_EQ(0u, m_profile.ZoIniFileColor("K", TRUE, &defaultColor, &color));
+        EXPECT_EQ(0u, m_profile.ZoIniFileAccelerator("K", TRUE, &defaultAccelerator, &accelerator));
+        EXPECT_EQ(Fields(row.rectangle), Fields(rectangle));
+        EXPECT_EQ(row.color, color);
+        EXPECT_EQ(Fields(row.accelerator), Fields(accelerator));
+    }
+}
+
+TEST_F(IniFile, WritesAndReadsBack)
+{
+    const RECT rectangle = {1, -2, 300, 400};
+    const COLORREF color = 0x02FF8001;
+    const ACCEL accelerator = {FVIRTKEY | FCONTROL, VK_F1, 40001};
+    EXPECT_EQ(0u, m_profile.DoString("string", FALSE, "a b", nullptr, 0));
+    EXPECT_EQ(0u, m_profile.DoTokenString("tokens", FALSE, "a,b", nullptr, nullptr));
+    EXPECT_EQ(0u, m_profile.DoInteger("integer", FALSE, -5, nullptr));
+    EXPECT_EQ(0u, m_profile.DoLongWord("long", FALSE, 0xFFFFFFFE, nullptr));
+    EXPECT_EQ(0u, m_profile.DoBoolean("boolean", FALSE, 7, nullptr));
+    EXPECT_EQ(0u, m_profile.DoBoolean("off", FALSE, FALSE, nullptr));
+    EXPECT_EQ(0u, m_profile.DoHexadecimal("hexadecimal", FALSE, 0xAB, nullptr));
+    EXPECT_EQ(0u, m_profile.ZoIniFileTime("time", FALSE, &kTime, nullptr));
+    EXPECT_EQ(0u, m_profile.ZoIniFileRectangle("rectangle", FALSE, &rectangle, nullptr));
+    EXPECT_EQ(0u, m_profile.ZoIniFileColor("color", FALSE, &color, nullptr));
+    EXPECT_EQ(0u, m_profile.ZoIniFileAccelerator("accelerator", FALSE, &accelerator, nullptr));
+    EXPECT_EQ(0u, m_profile.ZoIniFileWindowPlacement("placement", FALSE, &kPlacement, nullptr));
+    EXPECT_EQ("[S]\r\n"
+              "string=a b\r\n"
+              "tokens=a,b\r\n"
+              "integer=-5\r\n"
+              "long=4294967294\r\n"
+              "boolean=1\r\n"
+              "off=0\r\n"
+              "hexadecimal=0x000000AB\r\n"
+              "time=1997, 12, 3, 31, 23, 59, 58, 999\r\n"
+              "rectangle=1, -2, 300, 400\r\n"
+              "color=1 128 255\r\n"
+              "accelerator=9, 112, 40001\r\n"
+              "placement=1, 5, -1, -2, 3, 4, 6, 5, 70, 80\r\n",
+              m_folder.Read("test.ini"));
+
+    DWORD longWord;
+    EXPECT_EQ(0u, m_profile.DoLongWord("long", TRUE, 0, &longWord));
+    EXPECT_EQ(0xFFFFFFFE, longWord);
+    // Left and top of a placement come back exchanged, and its length is the default's.
+    WINDOWPLACEMENT placement = {};
+    placement.length = 3;
+    EXPECT_EQ(0u, m_profile.ZoIniFileWindowPlacement("placement", TRUE, &placement, &placement));
+    EXPECT_EQ(3u, placement.length);
+    EXPECT_EQ(kPlacement.flags, placement.flags);
+    EXPECT_EQ(kPlacement.showCmd, placement.showCmd);
+    EXPECT_EQ(std::tuple(-1, -2, 3, 4), std::tuple(placement.ptMinPosition.x, placement.ptMinPosition.y,
+                                                   placement.ptMaxPosition.x, placement.ptMaxPosition.y));
+    EXPECT_EQ(std::tuple(6, 5, 70, 80), Fields(placement.rcNormalPosition));
+    // A time is the caller's own, whether there is an entry or not.
+    SYSTEMTIME time = {};
+    SYSTEMTIME other = kTime;
+    other.wYear = 1601;
+    EXPECT_EQ(0u, m_profile.ZoIniFileTime("time", TRUE, &other, &time));
+    EXPECT_TRUE(other == time);
+    EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.ZoIniFileTime("none", TRUE, &kTime, &time));
+    EXPECT_TRUE(kTime == time);
+}
+
+namespace {
+
+/// Each typed operation in one form: reads or writes, with or without what may be null. \p output tells whether the
+/// default came back.
+struct Operation {
+    const char* name;
+    DWORD (*run)(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault);
+    bool takesPointer;
+};
+
+/// An operation that takes its input by value.
+template <auto OPERATION, class VALUE>
+DWORD ByValue(CZoIniFile& profile, const char* key, int read, bool, bool hasOutput, bool& isDefault)
+{
+    VALUE output = 2;
+    const DWORD status = (profile.*OPERATION)(key, read, 7, hasOutput ? &output : nullptr);
+    isDefault = output == 7;
+    return status;
+}
+
+template <auto OPERATION, class VALUE>
+DWORD ByPointer(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault)
+{
+    VALUE input, output;
+    std::memset(&input, 0x11, sizeof input);
+    std::memset(&output, 0x22, sizeof output);
+    const DWORD status = (profile.*OPERATION)(key, read, hasInput ? &input : nullptr, hasOutput ? &output : nullptr);
+    __builtin_clear_padding(&input);
+    __builtin_clear_padding(&output);
+    isDefault = std::memcmp(&input, &output, sizeof input) == 0;
+    return status;
+}
+
+const Operation kOperations[] = {
+    {"DoInteger", &ByValue<&CZoIniFile::DoInteger, int>, false},
+    {"DoLongWord", &ByValue<&CZoIniFile::DoLongWord, DWORD>, false},
+    {"DoBoolean", &ByValue<&CZoIniFile::DoBoolean, BOOL>, false},
+    {"DoHexadecimal", &ByValue<&CZoIniFile::DoHexadecimal, DWORD>, false},
+    {"ZoIniFileTime", &ByPointer<&CZoIniFile::ZoIniFileTime, SYSTEMTIME>, true},
+    {"ZoIniFileRectangle", &ByPointer<&CZoIniFile::ZoIniFileRectangle, RECT>, true},
+    {"ZoIniFileColor", &ByPointer<&CZoIniFile::ZoIniFileColor, COLORREF>, true},
+    {"ZoIniFileAccelerator", &ByPointer<&CZoIniFile::ZoIniFileAccelerator, ACCEL>, true},
+    {"ZoIniFileWindowPlacement", &ByPointer<&CZoIniFile::ZoIniFileWindowPlacement, WINDOWPLACEMENT>, true},
+    {"DoString",
+     [](CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault) {
+         char output[8] = "";
+         const DWORD status =
+             profile.DoString(key, read, hasInput ? "default" : nullptr, hasOutput ? output : nullptr, sizeof output);
+         isDefault = std::strcmp("default", output) == 0;
+         return status;
+     },
+     true},
+    {"DoTokenString",
+     [](CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault) {
+         CStringArray output;
+         const DWORD status =
+             profile.DoTokenString(key, read, hasInput ? "x,y" : nullptr, hasOutput ? &output : nullptr, ",");
+         isDefault = ToVector(output) == Texts{"x", "y"};
+         return status;
+     },
+     true},
+};
+
+} // namespace
+
+TEST_F(IniFile, ChecksArgumentsInOrderAndFallsBackToTheDefault)
+{
+    const std::string longKey(255, 'k');
+    const std::string tooLongKey(256, 'k');
+    WriteEntry("");
+    CZoIniFile fileless;
+    for (const Operation& operation : kOperations) {
+        SCOPED_TRACE(operation.name);
+        const DWORD nullInput = operation.takesPointer ? ZO_INI_NULL_ARGUMENT : ZO_INI_NO_FILE;
+        const struct {
+            const char* key;
+            int read;
+            bool hasInput;
+            bool hasOutput;
+            bool hasFile;
+            DWORD status;
+        } rows[] = {
+            {nullptr, TRUE, false, false, false, ZO_INI_NULL_KEY},
+            {nullptr, TRUE, true, true, true, ZO_INI_NULL_KEY},
+            {tooLongKey.c_str(), FALSE, false, false, false, ZO_INI_KEY_TOO_LONG},
+            {tooLongKey.c_str(), TRUE, true, true, true, ZO_INI_KEY_TOO_LONG},
+            {"K", TRUE, true, false, false, ZO_INI_NULL_ARGUMENT},
+            {"K", FALSE, false, true, false, nullInput},
+            {"K", TRUE, true, true, false, ZO_INI_NO_FILE},
+            {"K", FALSE, true, false, false, ZO_INI_NO_FILE},
+            {"K", TRUE, true, true, true, ZO_INI_NOT_FOUND}, // empty
+            {longKey.c_str(), TRUE, true, true, true, ZO_INI_NOT_FOUND},
+        };
+        for (const auto& row : rows) {
+            bool isDefault = false;
+            EXPECT_EQ(row.status, operation.run(row.hasFile ? m_profile : fileless, row.key, row.read, row.hasInput,
+                                                row.hasOutput, isDefault))
+                << &row - rows;
+            EXPECT_EQ(row.read && row.hasInput && row.hasOutput, isDefault) << &row - rows;
+        }
+    }
+}
+
+TEST_F(IniFile, StringsKeepWithinTheirBuffer)
+{
+    WriteEntry("0123456789");
+    const struct {
+        DWORD size;
+        DWORD status;
+        const char* text;
+    } rows[] = {
+        {12, 0, "0123456789"},
+        {11, 0, "0123456789"},
+        {10, 0, "012345678"}, // the last character goes silently
+        {9, ZO_INI_TRUNCATED, "01234567"},
+        {1, ZO_INI_TRUNCATED, ""},
+        {0, ZO_INI_TRUNCATED, ""},
+    };
+    for (const char* key : {"K", "none"}) {
+        for (const auto& row : rows) {
+            SCOPED_TRACE(row.size);
+            zo_test::SentinelBuffer buffer(row.size);
+            const DWORD found = *key == 'K' ? ZO_INI_SUCCESS : ZO_INI_NOT_FOUND;
+            EXPECT_EQ(row.status != 0 ? row.status : found,
+                      m_profile.DoString(key, TRUE, "0123456789", buffer.Data(), row.size));
+            buffer.ExpectGuardsIntact();
+            EXPECT_EQ(row.text, buffer.Text());
+        }
+    }
+
+    const std::string longest(4096, 'v');
+    const std::string tooLong(4097, 'w');
+    char value[5000];
+    EXPECT_EQ(0u, m_profile.DoString("K", FALSE, longest.c_str(), nullptr, 0));
+    EXPECT_EQ(ZO_INI_TOO_LONG, m_profile.DoString("K", FALSE, tooLong.c_str(), nullptr, 0));
+    EXPECT_EQ(ZO_INI_TOO_LONG, m_profile.DoTokenString("K", FALSE, tooLong.c_str(), nullptr, nullptr));
+    EXPECT_EQ(0u, m_profile.DoString("K", TRUE, "", value, sizeof value));
+    EXPECT_EQ(longest, value);
+    EXPECT_EQ(ZO_INI_TOO_LONG, m_profile.DoString("K", TRUE, tooLong.c_str(), value, sizeof value));
+    EXPECT_EQ(tooLong, value) << "the default all the same";
+    WriteEntry(tooLong);
+    EXPECT_EQ(0u, m_profile.DoString("K", TRUE, "", value, sizeof value)) << "cut at 4096 characters";
+    EXPECT_EQ(std::string(4096, 'w'), value);
+}
+
+TEST_F(IniFile, FileNameAndSectionHaveBounds)
+{
+    const struct {
+        DWORD (CZoIniFile::*get)(char*, DWORD);
+        DWORD (CZoIniFile::*set)(const char*);
+        DWORD size;
+        DWORD nullStatus;
+    } rows[] = {
+        {&CZoIniFile::GetFileName, &CZoIniFile::SetFileName, ZO_INI_FILE_NAME_SIZE, ZO_INI_NULL_FILE_NAME},
+        {&CZoIniFile::GetSection, &CZoIniFile::SetSection, ZO_INI_SECTION_SIZE, ZO_INI_NULL_SECTION},
+    };
+    CZoIniFile profile;
+    for (const auto& row : rows) {
+        const std::string longest(row.size - 1, 'n');
+        EXPECT_EQ(row.nullStatus, (profile.*row.set)(nullptr));
+        EXPECT_EQ(ZO_INI_TOO_LONG, (profile.*row.set)((longest + "n").c_str()));
+        for (const std::string& name : {std::string(), longest}) {
+            EXPECT_EQ(0u, (profile.*row.set)(name.c_str()));
+            const CZoIniFile copy(profile);
+            (profile.*row.set)("other");
+            profile = copy;
+            for (const zo_test::BufferCase& bufferCase : zo_test::BufferCases(row.size)) {
+                zo_test::SentinelBuffer buffer(bufferCase);
+                EXPECT_EQ(bufferCase.null   ? ZO_INI_NULL_BUFFER
+                          : bufferCase.fits ? 0u
+                                            : ZO_INI_TRUNCATED,
+                          (profile.*row.get)(buffer.Data(), static_cast<DWORD>(buffer.Size())))
+                    << bufferCase.name;
+                buffer.ExpectGuardsIntact();
+                EXPECT_EQ(bufferCase.fits ? name : "", buffer.IsUntouched() ? "" : buffer.Text());
+            }
+        }
+        (profile.*row.set)("");
+    }
+}
+
+TEST_F(IniFile, ListsSectionsKeysAndTokens)
+{
+    Write("[S]\r\nK=1\r\nL=\r\n[Empty]\r\n[s]\r\nM=3\r\n[T]\r\nN = a,,b ;c;\r\nO=\",;\"");
+    CStringArray names;
+    EXPECT_EQ(ZO_INI_NULL_ARGUMENT, m_profile.EnumerateSections(nullptr));
+    EXPECT_EQ(ZO_INI_NULL_ARGUMENT, m_profile.EnumerateKeys(nullptr));
+    EXPECT_EQ(0u, m_profile.EnumerateSections(&names));
+    EXPECT_EQ((Texts{"S", "Empty", "s", "T"}), ToVector(names));
+    EXPECT_EQ(0u, m_profile.EnumerateKeys(&names));
+    EXPECT_EQ((Texts{"K", "L"}), ToVector(names));
+    m_profile.SetSection("Empty");
+    EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.EnumerateKeys(&names));
+    EXPECT_TRUE(names.IsEmpty());
+
+    m_profile.SetSection("T");
+    EXPECT_EQ(0u, m_profile.DoTokenString("N", TRUE, "", &names, ",;"));
+    EXPECT_EQ((Texts{"a", "b ", "c"}), ToVector(names));
+    EXPECT_EQ(0u, m_profile.DoTokenString("N", TRUE, "", &names, ""));
+    EXPECT_EQ(Texts{"a,,b ;c;"}, ToVector(names));
+    EXPECT_EQ(0u, m_profile.DoTokenString("O", TRUE, "default", &names, ";,"));
+    EXPECT_EQ(Texts{}, ToVector(names)) << "delimiters alone";
+    EXPECT_EQ(ZO_INI_NULL_ARGUMENT, m_profile.DoTokenString("N", TRUE, "", &names, nullptr));
+
+    // Of a name of 4094 characters the list is said to be cut, of longer ones not.
+    for (const size_t length : {4093u, 4094u, 4095u, 10000u}) {
+        Write("[" + std::string(length, 'n') + "]\r\n[behind]\r\n");
+        EXPECT_EQ(length == 4094 ? ZO_INI_TRUNCATED : 0u, m_profile.EnumerateSections(&names)) << length;
+        EXPECT_EQ((std::min)(length, size_t{4095}), ToVector(names).at(0).size());
+    }
+    m_profile.SetFileName("");
+    EXPECT_EQ(ZO_INI_NO_FILE, m_profile.EnumerateSections(&names));
+    EXPECT_EQ(ZO_INI_NO_FILE, m_profile.EnumerateKeys(&names));
+    EXPECT_TRUE(names.IsEmpty());
+}
+
+TEST_F(IniFile, KeepsCharactersOfTwoBytesWhole)
+{
+    ZO_ONLY_IN(zo_test::IsDoubleByte(), "characters have one byte");
+    // The second bytes of these are a backslash and a bar, which delimit numbers.
+    WriteEntry("\x83\x5C\x83\x7C,\x83\x5C|\x81\x43x");
+    CStringArray tokens;
+    EXPECT_EQ(0u, m_profile.DoTokenString("K", TRUE, "", &tokens, "\\|,"));
+    EXPECT_EQ((Texts{"\x83\x5C\x83\x7C", "\x83\x5C", "\x81\x43x"}), ToVector(tokens));
+    EXPECT_EQ(0u, m_profile.DoTokenString("K", TRUE, "", &tokens, "\x83\x7C\x81\x43"));
+    EXPECT_EQ((Texts{"\x83\x5C", ",\x83\x5C|", "x"}), ToVector(tokens));
+    const RECT none = {};
+    RECT rectangle;
+    WriteEntry("1\x83\x5C 2");
+    EXPECT_EQ(0u, m_profile.ZoIniFileRectangle("K", TRUE, &none, &rectangle));
+    EXPECT_EQ(std::tuple(1, 2, 0, 0), Fields(rectangle));
+
+    char buffer[3];
+    WriteEntry("a\x83\x5C");
+    EXPECT_EQ(0u, m_profile.DoString("K", TRUE, "", buffer, sizeof buffer));
+    EXPECT_STREQ("a", buffer);
+    // More than fits, with a character across the end: nothing of it, nor of what the object held before, is seen.
+    std::string text = "a";
+    for (int i = 0; i < 2100; ++i)
+        text += "\x83\x5C";
+    char value[ZO_INI_VALUE_SIZE];
+    WriteEntry(text);
+    const std::string before(4096, 'x');
+    EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.DoString("none", TRUE, before.c_str(), value, sizeof value));
+    EXPECT_EQ(0u, m_profile.DoString("K", TRUE, "", value, sizeof value));
+    EXPECT_EQ(text.substr(0, 4095), value);
+    Write("[S]\r\n" + text + "=1\r\n");
+    EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.DoString("none", TRUE, before.c_str(), value, sizeof value));
+    EXPECT_EQ(0u, m_profile.EnumerateKeys(&tokens));
+    EXPECT_EQ(Texts{text.substr(0, 4095)}, ToVector(tokens));
+}
+
+TEST_F(IniFile, FindsAndDeletes)
+{
+    const std::string tooLongKey(256, 'k');
+    Write("[S]\r\nK=1\r\nEmpty=\r\nQuotes=\"\"\r\n[T]\r\nK=2\r\n");
+    EXPECT_TRUE(m_profile.DoesEntryExist("k"));
+    for (const char* key : {"Empty", "Quotes", "none", "", tooLongKey.c_str(), static_cast<const char*>(nullptr)})
+        EXPECT_FALSE(m_profile.DoesEntryExist(key));
+
+    CZoIniFile fileless;
+    fileless.SetSection("S");
+    EXPECT_FALSE(fileless.DoesEntryExist("K"));
+    EXPECT_TRUE(fileless.DeleteEntry("K"));
+    EXPECT_TRUE(fileless.DeleteSection("S"));
+    CZoIniFile sectionless;
+    sectionless.SetFileName(FilePath().c_str());
+    EXPECT_TRUE(sectionless.DeleteEntry("K"));
+    for (const char* name : {"", static_cast<const char*>(nullptr), "none"}) {
+        EXPECT_TRUE(m_profile.DeleteEntry(name));
+        EXPECT_TRUE(m_profile.DeleteSection(name));
+    }
+    EXPECT_EQ("1", Text("S", "K"));
+    EXPECT_EQ("2", Text("T", "K"));
+
+    EXPECT_TRUE(m_profile.DeleteEntry("K"));
+    EXPECT_EQ("(none)", Text("S", "K"));
+    EXPECT_TRUE(m_profile.DeleteSection("T"));
+    EXPECT_EQ("(none)", Text("T", "K"));
+    EXPECT_EQ("", Text("S", "Empty")) << "the rest stays";
+}
+
+TEST_F(IniFile, TellsWhyNothingWasWritten)
+{
+    CZoIniFile profile;
+    profile.SetSection("S");
+    profile.SetFileName(m_folder.Path("missing\\test.ini").c_str());
+    char text[8];
+    EXPECT_EQ(ZO_INI_NOT_WRITTEN, profile.DoString("K", FALSE, "new", nullptr, 0));
+    EXPECT_EQ(ZO_INI_NOT_FOUND, profile.DoString("K", TRUE, "none", text, sizeof text));
+
+    profile.SetFileName(m_folder.Path().c_str());
+    EXPECT_EQ(ZO_INI_NOT_WRITTEN, profile.DoString("K", FALSE, "new", nullptr, 0)) << "a folder";
+
+    WriteEntry("old");
+    const HANDLE reader =
+        CreateFileA(FilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_EQ(ZO_INI_NOT_WRITTEN, m_profile.DoString("K", FALSE, "new", nullptr, 0)) << "in use";
+    CloseHandle(reader);
+    EXPECT_EQ("[S]\r\nK=old\r\n", m_folder.Read("test.ini"));
+
+    WriteEntry("old");
+    ASSERT_TRUE(SetFileAttributesA(FilePath().c_str(), FILE_ATTRIBUTE_READONLY));
+    const DWORD status = m_profile.DoString("K", FALSE, "new", nullptr, 0);
+    ASSERT_TRUE(SetFileAttributesA(FilePath().c_str(), FILE_ATTRIBUTE_NORMAL));
+    if (!zo_test::IsWine() || status != 0) { // Wine lets a privileged user write to it
+        EXPECT_EQ(ZO_INI_NOT_WRITTEN, status);
+        EXPECT_EQ("[S]\r\nK=old\r\n", m_folder.Read("test.ini"));
+    }
+
+    ASSERT_TRUE(DeleteFileA(FilePath().c_str())); // vanished in between
+    CStringArray names;
+    EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.EnumerateSections(&names));
+    EXPECT_EQ(0u, m_profile.DoString("K", FALSE, "new", nullptr, 0)) << "the system makes the file";
+    EXPECT_EQ("[S]\r\nK=new\r\n", m_folder.Read("test.ini"));
+}
+
+TEST_F(IniFile, RefusedCallsAreAStatus)
+{
+    WriteEntry("12");
+    zo_test::FaultSource faults("profile");
+    // Reads that tell of text and write none.
+    const ZO_FAULTY_CALL(GetPrivateProfileStringA) read(faults, kLibrary, 5000);
+    const ZO_FAULTY_CALL(WritePrivateProfileStringA) write(faults, kLibrary, FALSE, ERROR_DISK_FULL);
+    for (const Operation& operation : kOperations) {
+        SCOPED_TRACE(operation.name);
+        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+            bool isDefault;
+            const DWORD status = operation.run(m_profile, "K", TRUE, true, true, isDefault);
+            EXPECT_EQ(run.Fired() ? ZO_INI_NOT_FOUND : 0u, status);
+            EXPECT_TRUE(isDefault || !run.Fired());
+            const bool readFailed = run.Fired();
+            const DWORD written = operation.run(m_profile, "L", FALSE, true, false, isDefault);
+            EXPECT_EQ(run.Fired() && (!readFailed || run.persistent) ? ZO_INI_NOT_WRITTEN : 0u, written);
+        });
+    }
+    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        CStringArray names;
+        const bool listed = m_profile.EnumerateSections(&names) == 0 && m_profile.EnumerateKeys(&names) == 0 &&
+                            m_profile.DoesEntryExist("K");
+        EXPECT_EQ(!run.Fired(), listed);
+        EXPECT_TRUE(m_profile.DeleteEntry("none"));
+        EXPECT_TRUE(m_profile.DeleteSection("none"));
+        m_profile.FlushCache();
+    });
+}
+
+TEST_F(IniFile, MissingMemoryIsAStatus)
+{
+    Write("[S]\r\nK=a,b,c,d,e,f\r\nL=1\r\n[T]\r\n");
+    const std::pair<Texts, DWORD (*)(CZoIniFile&, CStringArray&)> rows[] = {
+        {{"S", "T"}, [](CZoIniFile& profile, CStringArray& names) { return profile.EnumerateSections(&names); }},
+        {{"K", "L"}, [](CZoIniFile& profile, CStringArray& names) { return profile.EnumerateKeys(&names); }},
+        {{"a", "b", "c", "d", "e", "f"},
+         [](CZoIniFile& profile, CStringArray& names) { return profile.DoTokenString("K", TRUE, "", &names, ","); }},
+    };
+    for (const auto& [expected, fill] : rows) {
+        zo_test::AllocationFaults faults;
+        zo_test::RunFaultLoop(faults, [&, &expected = expected, &fill = fill](const zo_test::FaultRun& run) {
+            CStringArray names;
+            const DWORD status = fill(m_profile, names);
+            run.Stop();
+            EXPECT_EQ(run.Fired() ? ZO_INI_OUT_OF_MEMORY : 0u, status);
+            EXPECT_EQ(run.Fired() ? Texts{} : expected, ToVector(names));
+        });
+    }
+}
