@@ -6,6 +6,7 @@ class Harness;
 
 void MeasureRegistry(Harness& harness);
 void MeasureCountries(Harness& harness);
+void MeasureProfiles(Harness& harness);
 void MeasureStartup(Harness& harness);
 
 /// What "zobench --child steps" and "zobench --child host" do: start the library and print what each step took.

@@ -35,13 +35,15 @@ template <size_t SIZE> DWORD CopyTo(LPSTR buffer, DWORD size, const char (&membe
     return ZO_INI_SUCCESS;
 }
 
-/// Adds the names of a list that ends with an empty name or with its buffer.
+/// Adds the names of a list that ends with an empty name or, if it was cut, at \p end.
 void AddNames(CStringArray& names, LPCSTR list, LPCSTR end)
 {
-    while (list < end && *list != '\0') {
-        names.Add(list);
-        list += std::strlen(list) + 1;
-    }
+    INT_PTR count = 0;
+    for (LPCSTR name = list; name < end && *name != '\0'; name += std::strlen(name) + 1)
+        ++count;
+    names.SetSize(count); // at once instead of growing on the way
+    for (INT_PTR i = 0; i < count; ++i, list += std::strlen(list) + 1)
+        names.SetAt(i, list);
 }
 
 void AddTokens(CStringArray& tokens, LPCSTR text, LPCSTR delimiters)
@@ -361,7 +363,6 @@ DWORD CZoIniFile::Enumerate(const char* section, CStringArray* names)
     const DWORD length = ReadProfile(section, nullptr, sizeof m_uOutput.szText);
     if (length == 0)
         return ZO_INI_NOT_FOUND;
-    // A list that was cut need not end with two terminators.
     const LPCSTR list = m_uOutput.szText;
     if (!Refill(*names, [=] { AddNames(*names, list, list + length); }))
         return ZO_INI_OUT_OF_MEMORY;
