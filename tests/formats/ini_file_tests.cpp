@@ -5,7 +5,6 @@
 
 namespace {
 
-using Texts = std::vector<std::string>;
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 
 class IniFile : public ProfileTest {
@@ -24,36 +23,34 @@ const WINDOWPLACEMENT kPlacement = {sizeof kPlacement, WPF_SETMINPOSITION, SW_SH
 
 TEST_F(IniFile, ReadsSingleNumbers)
 {
+    constexpr char kFortyDigits[] = "0000000000000000000000000000000000000012"; // decimal ones are read to the 39th
     const struct {
         const char* text;
         int integer;
         BOOL boolean;
         DWORD hexadecimal;
-    } rows[] = {
-        {"12abc", 12, FALSE, 0x12abc},
-        {"1", 1, TRUE, 1},
-        {"2", 2, FALSE, 2},
-        {"yes", 0, TRUE, 0},
-        {"Y", 0, FALSE, 0},
-        {"T", 0, FALSE, 0},
-        {"tRUE", 0, TRUE, 0},
-        {"SET", 0, TRUE, 0},
-        {"On", 0, TRUE, 0},
-        {"OK", 0, TRUE, 0},
-        {"OK.", 0, FALSE, 0},
-        {"0x1F", 0, FALSE, 0x1F},
-        {"1f", 1, FALSE, 0x1f},
-        {"12x34", 12, FALSE, 0x34},
-        {"0xFFFFFFFFF", 0, FALSE, 0xFFFFFFFF},
-        {"G1", 0, FALSE, 0},
-        {"-12", -12, FALSE, 0},
-        {"- 12", 0, FALSE, 0},
-        {"\"\t +7\"", 7, FALSE, 0},
-        {"\" \tab\"", 0, FALSE, 0xab},
-        {"4294967295", -1, FALSE, 0x94967295},
-        {"-2147483648", INT_MIN, FALSE, 0},
-        {"0000000000000000000000000000000000000012", 1, FALSE, 0x12}, // decimal numbers are read to character 39
-    };
+    } rows[] = {{"12abc", 12, FALSE, 0x12abc},
+                {"1f", 1, FALSE, 0x1f},
+                {"12x34", 12, FALSE, 0x34},
+                {"G1", 0, FALSE, 0},
+                {"1", 1, TRUE, 1},
+                {"2", 2, FALSE, 2},
+                {"yes", 0, TRUE, 0},
+                {"Y", 0, FALSE, 0},
+                {"tRUE", 0, TRUE, 0},
+                {"SET", 0, TRUE, 0},
+                {"On", 0, TRUE, 0},
+                {"OK", 0, TRUE, 0},
+                {"OK.", 0, FALSE, 0},
+                {"0x1F", 0, FALSE, 0x1F},
+                {"0xFFFFFFFFF", 0, FALSE, 0xFFFFFFFF},
+                {"-12", -12, FALSE, 0},
+                {"- 12", 0, FALSE, 0},
+                {"\"\t +7\"", 7, FALSE, 0},
+                {"\" \tab\"", 0, FALSE, 0xab},
+                {"4294967295", -1, FALSE, 0x94967295},
+                {"-2147483648", INT_MIN, FALSE, 0},
+                {kFortyDigits, 1, FALSE, 0x12}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         WriteEntry(row.text);
@@ -124,42 +121,37 @@ TEST_F(IniFile, WritesAndReadsBack)
     EXPECT_EQ(0u, m_profile.ZoIniFileColor("color", FALSE, &color, nullptr));
     EXPECT_EQ(0u, m_profile.ZoIniFileAccelerator("accelerator", FALSE, &accelerator, nullptr));
     EXPECT_EQ(0u, m_profile.ZoIniFileWindowPlacement("placement", FALSE, &kPlacement, nullptr));
-    EXPECT_EQ("[S]\r\n"
-              "string=a b\r\n"
-              "tokens=a,b\r\n"
-              "integer=-5\r\n"
-              "long=4294967294\r\n"
-              "boolean=1\r\n"
-              "off=0\r\n"
-              "hexadecimal=0x000000AB\r\n"
-              "time=1997, 12, 3, 31, 23, 59, 58, 999\r\n"
-              "rectangle=1, -2, 300, 400\r\n"
-              "color=1 128 255\r\n"
-              "accelerator=9, 112, 40001\r\n"
-              "placement=1, 5, -1, -2, 3, 4, 6, 5, 70, 80\r\n",
+    EXPECT_EQ("[S]\r\nstring=a b\r\ntokens=a,b\r\ninteger=-5\r\nlong=4294967294\r\nboolean=1\r\noff=0\r\n"
+              "hexadecimal=0x000000AB\r\ntime=1997, 12, 3, 31, 23, 59, 58, 999\r\nrectangle=1, -2, 300, 400\r\n"
+              "color=1 128 255\r\naccelerator=9, 112, 40001\r\nplacement=1, 5, -1, -2, 3, 4, 6, 5, 70, 80\r\n",
               m_folder.Read("test.ini"));
 
     DWORD longWord;
     EXPECT_EQ(0u, m_profile.DoLongWord("long", TRUE, 0, &longWord));
     EXPECT_EQ(0xFFFFFFFE, longWord);
     // Left and top of a placement come back exchanged, and its length is the default's.
+    WINDOWPLACEMENT expected = kPlacement;
+    expected.length = 3;
+    std::swap(expected.rcNormalPosition.left, expected.rcNormalPosition.top);
     WINDOWPLACEMENT placement = {};
     placement.length = 3;
     EXPECT_EQ(0u, m_profile.ZoIniFileWindowPlacement("placement", TRUE, &placement, &placement));
-    EXPECT_EQ(3u, placement.length);
-    EXPECT_EQ(kPlacement.flags, placement.flags);
-    EXPECT_EQ(kPlacement.showCmd, placement.showCmd);
-    EXPECT_EQ(std::tuple(-1, -2, 3, 4), std::tuple(placement.ptMinPosition.x, placement.ptMinPosition.y,
-                                                   placement.ptMaxPosition.x, placement.ptMaxPosition.y));
-    EXPECT_EQ(std::tuple(6, 5, 70, 80), Fields(placement.rcNormalPosition));
-    // A time is the caller's own, whether there is an entry or not.
-    SYSTEMTIME time = {};
+    EXPECT_EQ(0, std::memcmp(&expected, &placement, sizeof expected));
+
+    // A time is the caller's own, whether there is an entry or not; what was read stays in the object.
+    struct : CZoIniFile {
+        const SYSTEMTIME& Time() const { return m_uInput.time; }
+    } profile;
+    profile.SetFileName(FilePath().c_str());
+    profile.SetSection("S");
     SYSTEMTIME other = kTime;
     other.wYear = 1601;
-    EXPECT_EQ(0u, m_profile.ZoIniFileTime("time", TRUE, &other, &time));
-    EXPECT_TRUE(other == time);
-    EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.ZoIniFileTime("none", TRUE, &kTime, &time));
-    EXPECT_TRUE(kTime == time);
+    for (const auto& [key, status] : {std::pair("time", ZO_INI_SUCCESS), std::pair("none", ZO_INI_NOT_FOUND)}) {
+        SYSTEMTIME time = {};
+        EXPECT_EQ(status, profile.ZoIniFileTime(key, TRUE, &other, &time));
+        EXPECT_TRUE(other == time);
+        EXPECT_TRUE((status == 0 ? kTime : other) == profile.Time());
+    }
 }
 
 namespace {
@@ -195,6 +187,24 @@ DWORD ByPointer(CZoIniFile& profile, const char* key, int read, bool hasInput, b
     return status;
 }
 
+DWORD ByText(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault)
+{
+    char output[8] = "";
+    const DWORD status =
+        profile.DoString(key, read, hasInput ? "default" : nullptr, hasOutput ? output : nullptr, sizeof output);
+    isDefault = std::strcmp("default", output) == 0;
+    return status;
+}
+
+DWORD ByTokens(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault)
+{
+    CStringArray output;
+    const DWORD status =
+        profile.DoTokenString(key, read, hasInput ? "x,y" : nullptr, hasOutput ? &output : nullptr, ",");
+    isDefault = ToVector(output) == Texts{"x", "y"};
+    return status;
+}
+
 const Operation kOperations[] = {
     {"DoInteger", &ByValue<&CZoIniFile::DoInteger, int>, false},
     {"DoLongWord", &ByValue<&CZoIniFile::DoLongWord, DWORD>, false},
@@ -205,24 +215,8 @@ const Operation kOperations[] = {
     {"ZoIniFileColor", &ByPointer<&CZoIniFile::ZoIniFileColor, COLORREF>, true},
     {"ZoIniFileAccelerator", &ByPointer<&CZoIniFile::ZoIniFileAccelerator, ACCEL>, true},
     {"ZoIniFileWindowPlacement", &ByPointer<&CZoIniFile::ZoIniFileWindowPlacement, WINDOWPLACEMENT>, true},
-    {"DoString",
-     [](CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault) {
-         char output[8] = "";
-         const DWORD status =
-             profile.DoString(key, read, hasInput ? "default" : nullptr, hasOutput ? output : nullptr, sizeof output);
-         isDefault = std::strcmp("default", output) == 0;
-         return status;
-     },
-     true},
-    {"DoTokenString",
-     [](CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault) {
-         CStringArray output;
-         const DWORD status =
-             profile.DoTokenString(key, read, hasInput ? "x,y" : nullptr, hasOutput ? &output : nullptr, ",");
-         isDefault = ToVector(output) == Texts{"x", "y"};
-         return status;
-     },
-     true},
+    {"DoString", &ByText, true},
+    {"DoTokenString", &ByTokens, true},
 };
 
 } // namespace
@@ -239,22 +233,18 @@ TEST_F(IniFile, ChecksArgumentsInOrderAndFallsBackToTheDefault)
         const struct {
             const char* key;
             int read;
-            bool hasInput;
-            bool hasOutput;
-            bool hasFile;
+            bool hasInput, hasOutput, hasFile;
             DWORD status;
-        } rows[] = {
-            {nullptr, TRUE, false, false, false, ZO_INI_NULL_KEY},
-            {nullptr, TRUE, true, true, true, ZO_INI_NULL_KEY},
-            {tooLongKey.c_str(), FALSE, false, false, false, ZO_INI_KEY_TOO_LONG},
-            {tooLongKey.c_str(), TRUE, true, true, true, ZO_INI_KEY_TOO_LONG},
-            {"K", TRUE, true, false, false, ZO_INI_NULL_ARGUMENT},
-            {"K", FALSE, false, true, false, nullInput},
-            {"K", TRUE, true, true, false, ZO_INI_NO_FILE},
-            {"K", FALSE, true, false, false, ZO_INI_NO_FILE},
-            {"K", TRUE, true, true, true, ZO_INI_NOT_FOUND}, // empty
-            {longKey.c_str(), TRUE, true, true, true, ZO_INI_NOT_FOUND},
-        };
+        } rows[] = {{nullptr, TRUE, false, false, false, ZO_INI_NULL_KEY},
+                    {nullptr, TRUE, true, true, true, ZO_INI_NULL_KEY},
+                    {tooLongKey.c_str(), FALSE, false, false, false, ZO_INI_KEY_TOO_LONG},
+                    {tooLongKey.c_str(), TRUE, true, true, true, ZO_INI_KEY_TOO_LONG},
+                    {"K", TRUE, true, false, false, ZO_INI_NULL_ARGUMENT},
+                    {"K", FALSE, false, true, false, nullInput},
+                    {"K", TRUE, true, true, false, ZO_INI_NO_FILE},
+                    {"K", FALSE, true, false, false, ZO_INI_NO_FILE},
+                    {"K", TRUE, true, true, true, ZO_INI_NOT_FOUND}, // empty
+                    {longKey.c_str(), TRUE, true, true, true, ZO_INI_NOT_FOUND}};
         for (const auto& row : rows) {
             bool isDefault = false;
             EXPECT_EQ(row.status, operation.run(row.hasFile ? m_profile : fileless, row.key, row.read, row.hasInput,
@@ -267,31 +257,20 @@ TEST_F(IniFile, ChecksArgumentsInOrderAndFallsBackToTheDefault)
 
 TEST_F(IniFile, StringsKeepWithinTheirBuffer)
 {
-    WriteEntry("0123456789");
-    const struct {
-        DWORD size;
-        DWORD status;
-        const char* text;
-    } rows[] = {
-        {12, 0, "0123456789"},
-        {11, 0, "0123456789"},
-        {10, 0, "012345678"}, // the last character goes silently
-        {9, ZO_INI_TRUNCATED, "01234567"},
-        {1, ZO_INI_TRUNCATED, ""},
-        {0, ZO_INI_TRUNCATED, ""},
-    };
-    for (const char* key : {"K", "none"}) {
-        for (const auto& row : rows) {
-            SCOPED_TRACE(row.size);
-            zo_test::SentinelBuffer buffer(row.size);
-            const DWORD found = *key == 'K' ? ZO_INI_SUCCESS : ZO_INI_NOT_FOUND;
-            EXPECT_EQ(row.status != 0 ? row.status : found,
-                      m_profile.DoString(key, TRUE, "0123456789", buffer.Data(), row.size));
+    const std::string stored = "0123456789";
+    WriteEntry(stored);
+    for (const DWORD size : {12u, 11u, 10u, 9u, 1u, 0u}) { // in 10 bytes, the last character goes silently
+        for (const bool exists : {true, false}) {
+            SCOPED_TRACE(size);
+            zo_test::SentinelBuffer buffer(size);
+            EXPECT_EQ(size < 10 ? ZO_INI_TRUNCATED
+                      : exists  ? ZO_INI_SUCCESS
+                                : ZO_INI_NOT_FOUND,
+                      m_profile.DoString(exists ? "K" : "none", TRUE, stored.c_str(), buffer.Data(), size));
             buffer.ExpectGuardsIntact();
-            EXPECT_EQ(row.text, buffer.Text());
+            EXPECT_EQ(stored.substr(0, size > 0 ? size - 1 : 0), buffer.Text());
         }
     }
-
     const std::string longest(4096, 'v');
     const std::string tooLong(4097, 'w');
     char value[5000];
@@ -312,34 +291,27 @@ TEST_F(IniFile, FileNameAndSectionHaveBounds)
     const struct {
         DWORD (CZoIniFile::*get)(char*, DWORD);
         DWORD (CZoIniFile::*set)(const char*);
-        DWORD size;
-        DWORD nullStatus;
-    } rows[] = {
-        {&CZoIniFile::GetFileName, &CZoIniFile::SetFileName, ZO_INI_FILE_NAME_SIZE, ZO_INI_NULL_FILE_NAME},
-        {&CZoIniFile::GetSection, &CZoIniFile::SetSection, ZO_INI_SECTION_SIZE, ZO_INI_NULL_SECTION},
-    };
-    CZoIniFile profile;
+        DWORD size, nullStatus;
+    } rows[] = {{&CZoIniFile::GetFileName, &CZoIniFile::SetFileName, 268, ZO_INI_NULL_FILE_NAME},
+                {&CZoIniFile::GetSection, &CZoIniFile::SetSection, 1024, ZO_INI_NULL_SECTION}};
     for (const auto& row : rows) {
         const std::string longest(row.size - 1, 'n');
+        CZoIniFile profile;
+        EXPECT_EQ(0u, (profile.*row.set)(longest.c_str()));
         EXPECT_EQ(row.nullStatus, (profile.*row.set)(nullptr));
         EXPECT_EQ(ZO_INI_TOO_LONG, (profile.*row.set)((longest + "n").c_str()));
-        for (const std::string& name : {std::string(), longest}) {
-            EXPECT_EQ(0u, (profile.*row.set)(name.c_str()));
-            const CZoIniFile copy(profile);
-            (profile.*row.set)("other");
-            profile = copy;
-            for (const zo_test::BufferCase& bufferCase : zo_test::BufferCases(row.size)) {
-                zo_test::SentinelBuffer buffer(bufferCase);
-                EXPECT_EQ(bufferCase.null   ? ZO_INI_NULL_BUFFER
-                          : bufferCase.fits ? 0u
-                                            : ZO_INI_TRUNCATED,
-                          (profile.*row.get)(buffer.Data(), static_cast<DWORD>(buffer.Size())))
-                    << bufferCase.name;
-                buffer.ExpectGuardsIntact();
-                EXPECT_EQ(bufferCase.fits ? name : "", buffer.IsUntouched() ? "" : buffer.Text());
-            }
-        }
+        CZoIniFile copy(profile);
         (profile.*row.set)("");
+        for (const zo_test::BufferCase& bufferCase : zo_test::BufferCases(row.size)) {
+            SCOPED_TRACE(bufferCase.name);
+            zo_test::SentinelBuffer buffer(bufferCase);
+            EXPECT_EQ(bufferCase.null   ? ZO_INI_NULL_BUFFER
+                      : bufferCase.fits ? 0u
+                                        : ZO_INI_TRUNCATED,
+                      (copy.*row.get)(buffer.Data(), static_cast<DWORD>(buffer.Size())));
+            buffer.ExpectGuardsIntact();
+            EXPECT_TRUE(bufferCase.fits ? buffer.Text() == longest : buffer.IsUntouched());
+        }
     }
 }
 
@@ -417,7 +389,8 @@ TEST_F(IniFile, KeepsCharactersOfTwoBytesWhole)
 TEST_F(IniFile, FindsAndDeletes)
 {
     const std::string tooLongKey(256, 'k');
-    Write("[S]\r\nK=1\r\nEmpty=\r\nQuotes=\"\"\r\n[T]\r\nK=2\r\n");
+    const std::string file = "[S]\r\nK=1\r\nEmpty=\r\nQuotes=\"\"\r\n[T]\r\nK=2\r\n";
+    Write(file);
     EXPECT_TRUE(m_profile.DoesEntryExist("k"));
     for (const char* key : {"Empty", "Quotes", "none", "", tooLongKey.c_str(), static_cast<const char*>(nullptr)})
         EXPECT_FALSE(m_profile.DoesEntryExist(key));
@@ -425,23 +398,16 @@ TEST_F(IniFile, FindsAndDeletes)
     CZoIniFile fileless;
     fileless.SetSection("S");
     EXPECT_FALSE(fileless.DoesEntryExist("K"));
-    EXPECT_TRUE(fileless.DeleteEntry("K"));
-    EXPECT_TRUE(fileless.DeleteSection("S"));
+    EXPECT_TRUE(fileless.DeleteEntry("K") && fileless.DeleteSection("S"));
     CZoIniFile sectionless;
     sectionless.SetFileName(FilePath().c_str());
     EXPECT_TRUE(sectionless.DeleteEntry("K"));
-    for (const char* name : {"", static_cast<const char*>(nullptr), "none"}) {
-        EXPECT_TRUE(m_profile.DeleteEntry(name));
-        EXPECT_TRUE(m_profile.DeleteSection(name));
-    }
-    EXPECT_EQ("1", Text("S", "K"));
-    EXPECT_EQ("2", Text("T", "K"));
+    for (const char* name : {"", static_cast<const char*>(nullptr), "none"})
+        EXPECT_TRUE(m_profile.DeleteEntry(name) && m_profile.DeleteSection(name));
+    EXPECT_EQ(file, m_folder.Read("test.ini"));
 
-    EXPECT_TRUE(m_profile.DeleteEntry("K"));
-    EXPECT_EQ("(none)", Text("S", "K"));
-    EXPECT_TRUE(m_profile.DeleteSection("T"));
-    EXPECT_EQ("(none)", Text("T", "K"));
-    EXPECT_EQ("", Text("S", "Empty")) << "the rest stays";
+    EXPECT_TRUE(m_profile.DeleteEntry("K") && m_profile.DeleteSection("T"));
+    EXPECT_EQ("[S]\r\nEmpty=\r\nQuotes=\"\"\r\n", m_folder.Read("test.ini"));
 }
 
 TEST_F(IniFile, TellsWhyNothingWasWritten)

@@ -9,7 +9,7 @@
 #include "support/sentinel_buffer.h"
 #include "support/unique_names.h"
 
-/// A profile file of the test's own, current in two objects that only differ in their class.
+/// A profile file of the test's own, and an object for its section "S".
 class ProfileTest : public ::testing::Test {
 protected:
     ProfileTest()
@@ -25,21 +25,16 @@ protected:
         m_folder.Write("test.ini", bytes);
         m_profile.FlushCache();
     }
-    /// An entry as the system reads it.
-    std::string Text(const char* section, const char* key) const
-    {
-        char text[8192];
-        GetPrivateProfileStringA(section, key, "(none)", text, sizeof text, FilePath().c_str());
-        return text;
-    }
 
     zo_test::TestFolder m_folder;
     CZoIniFile m_profile;
 };
 
-inline std::vector<std::string> ToVector(const CStringArray& array)
+using Texts = std::vector<std::string>;
+
+inline Texts ToVector(const CStringArray& array)
 {
-    std::vector<std::string> texts;
+    Texts texts;
     for (INT_PTR i = 0; i < array.GetSize(); ++i)
         texts.emplace_back(array[i]);
     return texts;

@@ -5,19 +5,16 @@
 
 #include <mbstring.h>
 
-#include <cstring>
 #include <memory>
 #include <random>
 
 namespace {
 
-using Texts = std::vector<std::string>;
 using Random = std::mt19937;
 
-// Each environment has cases of its own: 100,000 in all five of an architecture.
+// Each environment has cases of its own: 100,000 in the five of an architecture.
 constexpr unsigned kCases = 20000;
 constexpr unsigned kCasesOnGuardHeap = 2000;
-constexpr size_t kLongLine = 10000;
 constexpr size_t kCutNameLength = 4094; // the one that is taken for a list that was cut
 
 template <class CHOICES> const auto& Choose(Random& random, const CHOICES& choices)
@@ -27,51 +24,41 @@ template <class CHOICES> const auto& Choose(Random& random, const CHOICES& choic
 
 std::string MakeFile(Random& random)
 {
-    const std::string longText(kLongLine, 'x');
+    static const std::string line(10000, 'x');
     static const Texts files = {
-        "",
-        "[S]\r\nName=value\r\nNumber=12\r\nSwitch=yes\r\nPlace= 1, 2, 3, 4\r\n[T]\r\nName=\"quoted \"\r\nHex=0x1F\r\n",
+        "[S]\r\nName=value\r\nNumber=12\r\nPlace= 1, 2, 3, 4\r\n[T]\r\nName=\"quoted \"\r\nHex=0x1F\r\n",
         "; comment\r\n[S]\r\nk=1\r\n[s]\r\nk=2\r\n[S]\r\nk=3\r\nK=4\r\n\r\n[ S ]\r\n k = 5 \r\nlone\r\n=6\r\n",
-        "[" + longText + "]\r\nk=1\r\n[S]\r\n" + longText + "=1\r\nk=" + longText,
+        "[" + line + "]\r\nk=1\r\n[S]\r\n" + line + "=1\r\nk=" + line,
         "[[[]]]\r\n===\r\n[=]\r\n;;;\r\n[]\r\n=\r\n,:;/|\\ ,:;/|\\\r\nk=,:;/|\\\r\n[\r\n]\r\n\"\"\r\n",
         "[S]\r\nk=\x83\x5C,\x83\x7C;\x81\x40z\r\n\x83\x5D=1\r\n[\x83\x5B]\r\n\x83\x5C=\x83\r\n",
     };
     static constexpr char bytes[] = "\0\x1A\xFF\x83\x5C\xEF\xBB\xBF[]=;\"' \t\r\n,0x";
     static const Texts pieces = {
-        "\r\n[S]\r\n", "\r\nk=", "\r\n[T]\r\nk=1\r\n", std::string(3, '\0'),        "0xFFFFFFFFF",
-        "-1,2:3",      "\x1A",   "\xFF\xFE",           std::string(kLongLine, ','), longText};
+        "\r\n[S]\r\n", "\r\nk=", "\r\n[T]\r\nk=1\r\n", std::string(3, '\0'),   "-1,2:3", "0xFFFFFFFFF", "\xFF\xFE",
+        line,          "\x1A",   "\r\n" + line + "=",  std::string(10000, ',')};
     std::string file = Choose(random, files);
-    for (unsigned changes = 1 + random() % 6; changes > 0; --changes) {
+    for (unsigned changes = 2 + random() % 6; changes > 0; --changes) {
         const size_t at = random() % (file.size() + 1);
-        const size_t length = random() % 20;
-        switch (random() % 6) {
+        switch (random() % 4) {
         case 0:
-            if (at < file.size())
-                file[at] = static_cast<char>(random());
+            file.replace(at, 1, 1, static_cast<char>(random()));
             break;
         case 1:
-            if (at < file.size())
-                file[at] = Choose(random, bytes);
+            file.replace(at, random() % 2, 1, Choose(random, bytes));
             break;
         case 2:
-            file.insert(at, 1, Choose(random, bytes));
+            file.insert(at, Choose(random, pieces));
             break;
-        case 3:
-            file.insert(at, file.size() < 3 * kLongLine || random() % 4 == 0 ? Choose(random, pieces) : "\r\n");
-            break;
-        case 4:
-            file.erase(at, length);
-            break;
-        default: // the last line without its end
-            file.erase(file.size() - (std::min)(length, file.size()));
+        default: // somewhere, or the last line's end
+            file.erase(random() % 2 == 0 ? at : file.size() - (std::min)(file.size(), size_t{4}), random() % 20);
             break;
         }
     }
     return file;
 }
 
-/// What the system says, without the class; null names mean lists.
-std::string Ask(const char* section, const char* key, size_t size, const std::string& file)
+/// What the system says, without the class; null names mean lists. A list that was cut has one terminator only.
+std::string Ask(const std::string& file, const char* section, const char* key, size_t size = ZO_INI_VALUE_SIZE)
 {
     std::string text(size, '\0');
     const DWORD length =
@@ -80,137 +67,128 @@ std::string Ask(const char* section, const char* key, size_t size, const std::st
     return key != nullptr ? text.c_str() : text;
 }
 
-Texts Names(const std::string& list)
+Texts AskList(const std::string& file, const char* section)
 {
+    const std::string list = Ask(file, section, nullptr);
     Texts names;
     for (size_t at = 0; at < list.size() && list[at] != '\0'; at += names.back().size() + 1)
         names.emplace_back(list.c_str() + at);
     return names;
 }
 
+bool IsCut(const Texts& names) { return !names.empty() && names[0].size() == kCutNameLength; }
+
 Texts Tokens(std::string text, const char* delimiters)
 {
-    const auto bytes = [](const char* p) { return reinterpret_cast<const unsigned char*>(p); };
+    const auto* set = reinterpret_cast<const unsigned char*>(delimiters);
     Texts tokens;
-    for (auto* token = _mbstok(reinterpret_cast<unsigned char*>(text.data()), bytes(delimiters)); token != nullptr;
-         token = _mbstok(nullptr, bytes(delimiters)))
+    for (auto* token = _mbstok(reinterpret_cast<unsigned char*>(text.data()), set); token != nullptr;
+         token = _mbstok(nullptr, set))
         tokens.emplace_back(reinterpret_cast<char*>(token));
     return tokens;
 }
 
-class ProfileMutation : public ProfileTest {
-protected:
-    void CheckList(const char* section, CStringArray& names)
-    {
-        const std::string list = Ask(section, nullptr, ZO_INI_VALUE_SIZE, FilePath());
-        const Texts expected = Names(list);
-        const DWORD status = section == nullptr ? m_memory->EnumerateSections(&names) : m_memory->EnumerateKeys(&names);
-        ASSERT_EQ(expected, ToVector(names));
-        const bool isCut = !expected.empty() && expected[0].size() == kCutNameLength;
-        ASSERT_EQ(expected.empty() ? ZO_INI_NOT_FOUND : isCut ? ZO_INI_TRUNCATED : ZO_INI_SUCCESS, status);
-    }
-    void CheckString(const char* section, const char* key, Random& random)
-    {
-        const std::string stored = Ask(section, key, ZO_INI_VALUE_SIZE, FilePath());
-        const std::string expected = stored.empty() ? "default" : stored;
-        const size_t size = random() % 3 == 0 ? random() % 20 : expected.size() - 1 + random() % 3;
-        zo_test::SentinelBuffer buffer(size);
-        const DWORD status = m_memory->DoString(key, TRUE, "default", buffer.Data(), static_cast<DWORD>(size));
-        buffer.ExpectGuardsIntact();
-        ASSERT_EQ(size < expected.size() ? ZO_INI_TRUNCATED : stored.empty() ? ZO_INI_NOT_FOUND : 0u, status);
-        if (size > 0) {
-            const std::string text = buffer.Text();
-            ASSERT_EQ(expected.substr(0, text.size()), text);
-            ASSERT_GE(text.size() + 2, (std::min)(expected.size() + 1, size)) << "a character is missing";
-        }
-    }
-    void CheckType(const char* section, const char* key, unsigned type)
-    {
-        const auto ask = [&](size_t size) { return Ask(section, key, size, FilePath()); };
-        const auto number = [](const std::string& text) {
-            return static_cast<LONG>(_strtoi64(text.c_str(), nullptr, 10));
-        };
-        if (type == 0) {
-            const std::string text = ask(40);
-            int value = 0;
-            m_memory->DoInteger(key, TRUE, 77, &value);
-            ASSERT_EQ(text.empty() ? 77 : number(text.substr(0, 18)), value) << text;
-        } else if (type == 1) {
-            const std::string text = ask(40);
-            const RECT defaults = {-1, -2, -3, -4};
-            std::vector<LONG> expected = {-1, -2, -3, -4};
-            const Texts tokens = Tokens(text, " ,:;/|\\");
-            for (size_t i = 0; i < (std::min)(tokens.size(), expected.size()); ++i)
-                expected[i] = number(tokens[i]);
-            RECT value = {};
-            m_memory->ZoIniFileRectangle(key, TRUE, &defaults, &value);
-            ASSERT_EQ(expected, (std::vector<LONG>{value.left, value.top, value.right, value.bottom})) << text;
-        } else if (type == 2) {
-            const std::string text = ask(ZO_INI_VALUE_SIZE);
-            CStringArray tokens;
-            m_memory->DoTokenString(key, TRUE, "d,e", &tokens, ",;\x83\x5C");
-            ASSERT_EQ(Tokens(text.empty() ? "d,e" : text, ",;\x83\x5C"), ToVector(tokens)) << text;
-        } else {
-            ASSERT_EQ(!ask(ZO_INI_VALUE_SIZE).empty(), m_memory->DoesEntryExist(key) != FALSE);
-        }
-    }
-    void CheckMemory()
-    {
-        CStringArray sections;
-        const DWORD status = m_memory->EnumerateSections(&sections);
-        ASSERT_EQ(status, m_memory->LoadIniFile(FilePath().c_str(), nullptr));
-        for (const std::string& section : ToVector(sections)) {
-            const Texts keys = Names(Ask(section.c_str(), nullptr, ZO_INI_VALUE_SIZE, FilePath()));
-            const bool loaded = status == 0 && section.size() < ZO_INI_SECTION_SIZE && !keys.empty() &&
-                                keys[0].size() != kCutNameLength;
-            for (const std::string& key : keys) {
-                CString value;
-                ASSERT_EQ(loaded ? ZO_INI_SUCCESS : ZO_INI_UNKNOWN_SECTION,
-                          m_memory->GetIniValue(section.c_str(), key.c_str(), value));
-                const bool read = loaded && key.size() < ZO_INI_KEY_SIZE;
-                ASSERT_EQ(read ? Ask(section.c_str(), key.c_str(), ZO_INI_VALUE_SIZE - 1, FilePath()) : "",
-                          std::string(value));
-            }
-        }
-        ASSERT_EQ(0u, m_memory->SaveIniFile(FALSE));
-    }
-    void CheckFile(Random& random)
-    {
-        m_memory = std::make_unique<CZoMemIniFile>(); // at the end of a guarded block on the guard heap
-        m_memory->SetFileName(FilePath().c_str());
-        CStringArray sections, keys;
-        ASSERT_NO_FATAL_FAILURE(CheckList(nullptr, sections));
-        const std::string section = sections.IsEmpty() ? "S" : LPCSTR(sections[random() % sections.GetSize()]);
-        if (m_memory->SetSection(section.c_str()) != 0) {
-            ASSERT_GE(section.size(), ZO_INI_SECTION_SIZE);
-            return;
-        }
-        ASSERT_NO_FATAL_FAILURE(CheckList(section.c_str(), keys));
-        const std::string key = keys.IsEmpty() ? "k" : LPCSTR(keys[random() % keys.GetSize()]);
-        if (key.size() < ZO_INI_KEY_SIZE) {
-            ASSERT_NO_FATAL_FAILURE(CheckString(section.c_str(), key.c_str(), random));
-            ASSERT_NO_FATAL_FAILURE(CheckType(section.c_str(), key.c_str(), random() % 4));
-        }
-        if (random() % 20 == 0)
-            CheckMemory();
-    }
+LONG Number(const std::string& text) { return static_cast<LONG>(_strtoi64(text.c_str(), nullptr, 10)); }
 
-    std::unique_ptr<CZoMemIniFile> m_memory;
-};
+void ExpectList(DWORD status, const CStringArray& names, const Texts& expected)
+{
+    EXPECT_EQ(expected.empty() ? ZO_INI_NOT_FOUND : IsCut(expected) ? ZO_INI_TRUNCATED : 0u, status);
+    EXPECT_EQ(expected, ToVector(names));
+}
+
+void ExpectString(CZoIniFile& profile, const std::string& stored, const char* key, Random& random)
+{
+    const std::string expected = stored.empty() ? "d" : stored;
+    const size_t size = random() % 3 == 0 ? random() % 20 : expected.size() - 1 + random() % 3;
+    zo_test::SentinelBuffer buffer(size);
+    const DWORD status = profile.DoString(key, TRUE, "d", buffer.Data(), static_cast<DWORD>(size));
+    buffer.ExpectGuardsIntact();
+    EXPECT_EQ(size < expected.size() ? ZO_INI_TRUNCATED : stored.empty() ? ZO_INI_NOT_FOUND : 0u, status);
+    const std::string text = buffer.Text();
+    EXPECT_EQ(expected.substr(0, text.size()), text);
+    EXPECT_GE(text.size() + 2, (std::min)(expected.size() + 1, size)) << "a character is missing";
+}
+
+void ExpectTokens(CZoIniFile& profile, const std::string& stored, const char* key)
+{
+    CStringArray tokens;
+    profile.DoTokenString(key, TRUE, "d,e", &tokens, ",;\x83\x5C");
+    EXPECT_EQ(Tokens(stored.empty() ? "d,e" : stored, ",;\x83\x5C"), ToVector(tokens));
+}
+
+void ExpectNumbers(CZoIniFile& profile, const std::string& start, const char* key)
+{
+    std::vector<LONG> numbers = {-1, -2, -3, -4};
+    const RECT defaults = {-1, -2, -3, -4};
+    RECT rectangle = {};
+    const Texts parts = Tokens(start, " ,:;/|\\");
+    std::transform(parts.begin(), parts.begin() + (std::min)(parts.size(), numbers.size()), numbers.begin(), Number);
+    profile.ZoIniFileRectangle(key, TRUE, &defaults, &rectangle);
+    EXPECT_EQ(numbers, (std::vector{rectangle.left, rectangle.top, rectangle.right, rectangle.bottom})) << start;
+}
+
+void ExpectInMemory(CZoMemIniFile& memory, const std::string& file)
+{
+    const Texts sections = AskList(file, nullptr);
+    const DWORD status = memory.LoadIniFile(file.c_str(), nullptr);
+    EXPECT_EQ(sections.empty() ? ZO_INI_NOT_FOUND : IsCut(sections) ? ZO_INI_TRUNCATED : 0u, status);
+    for (const std::string& section : sections) {
+        const Texts keys = AskList(file, section.c_str());
+        const bool isLoaded = status == 0 && section.size() < ZO_INI_SECTION_SIZE && !IsCut(keys);
+        for (const std::string& key : keys) {
+            CString value;
+            EXPECT_EQ(isLoaded ? 0u : ZO_INI_UNKNOWN_SECTION, memory.GetIniValue(section.c_str(), key.c_str(), value));
+            const bool isRead = isLoaded && key.size() < ZO_INI_KEY_SIZE;
+            EXPECT_EQ(isRead ? Ask(file, section.c_str(), key.c_str(), ZO_INI_VALUE_SIZE - 1) : "", std::string(value));
+        }
+    }
+    EXPECT_EQ(0u, memory.SaveIniFile(FALSE));
+}
+
+void WriteAged(const std::string& file, const std::string& bytes, unsigned age)
+{
+    const HANDLE handle = CreateFileA(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    DWORD written = 0;
+    WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    const FILETIME time = {age * 1000, 0x01C00000};
+    SetFileTime(handle, nullptr, nullptr, &time);
+    CloseHandle(handle);
+}
 
 } // namespace
+
+class ProfileMutation : public ProfileTest {};
 
 TEST_F(ProfileMutation, ReadsWhatTheSystemReads)
 {
     const bool onGuardHeap = zo_test::IsGuardHeapInstalled();
-    const unsigned cases = onGuardHeap ? kCasesOnGuardHeap : kCases;
-    const std::string environment = zo_test::EnvironmentName();
-    for (unsigned i = 0; i < cases; ++i) {
-        std::string seed = environment + (onGuardHeap ? ".guard" : "") + std::to_string(i);
+    const std::string prefix = zo_test::EnvironmentName() + (onGuardHeap ? ".guard" : "") + ".";
+    const std::string file = FilePath();
+    for (unsigned i = 0; i < (onGuardHeap ? kCasesOnGuardHeap : kCases); ++i) {
+        const std::string seed = prefix + std::to_string(i);
         std::seed_seq sequence(seed.begin(), seed.end());
         Random random(sequence);
-        Write(MakeFile(random));
-        CheckFile(random);
+        WriteAged(file, MakeFile(random), i);
+        // Of its own, for the guard heap watches over the end of a block.
+        const auto profile = std::make_unique<CZoMemIniFile>();
+        profile->SetFileName(file.c_str());
+        CStringArray names;
+        ExpectList(profile->EnumerateSections(&names), names, AskList(file, nullptr));
+        const CString section = names.IsEmpty() ? CString("S") : names[random() % names.GetSize()];
+        const Texts keys = AskList(file, section);
+        const std::string key = keys.empty() ? "k" : Choose(random, keys);
+        const bool fits = profile->SetSection(section) == ZO_INI_SUCCESS && key.size() < ZO_INI_KEY_SIZE;
+        const unsigned check = random() % 20;
+        if (check == 0)
+            ExpectInMemory(*profile, file);
+        else if (fits && check < 4)
+            ExpectNumbers(*profile, Ask(file, section, key.c_str(), 40), key.c_str());
+        else if (fits && check < 8)
+            ExpectTokens(*profile, Ask(file, section, key.c_str()), key.c_str());
+        else if (fits && check < 14)
+            ExpectString(*profile, Ask(file, section, key.c_str()), key.c_str(), random);
+        else if (fits)
+            ExpectList(profile->EnumerateKeys(&names), names, keys);
         ASSERT_FALSE(HasFailure()) << "case " << seed;
     }
 }

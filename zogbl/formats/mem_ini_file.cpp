@@ -35,10 +35,16 @@ void RemoveFirst(CStringArray& names, LPCSTR name)
         names.RemoveAt(index);
 }
 
-bool DoesFileExist(LPCSTR name)
+/// Makes sure that there is a file to write to.
+bool ProvideFile(LPCSTR name, BOOL create)
 {
     unsigned long exists = 0;
-    return CZoGlobalFileFunctions::Exists(name, exists) == ERROR_SUCCESS && exists != 0;
+    const DWORD status = CZoGlobalFileFunctions::Exists(name, exists);
+    if (exists != 0)
+        return true;
+    // Only what is certainly missing, for creating empties a file that is there.
+    const bool isMissing = status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+    return create && isMissing && CZoGlobalFileFunctions::Create(name) == ERROR_SUCCESS;
 }
 
 } // namespace
@@ -98,7 +104,9 @@ DWORD CZoMemIniFile::LoadIniFile(const char* fileName, CMapStringToString* subst
 {
     if (fileName == nullptr)
         return ZO_INI_NULL_FILE_NAME;
-    if (DoesFileExist(fileName))
+    unsigned long exists = 0;
+    CZoGlobalFileFunctions::Exists(fileName, exists);
+    if (exists != 0)
         SetFileName(fileName);
     CleanupAllMaps();
     CStringArray sections;
@@ -148,10 +156,8 @@ CString CZoMemIniFile::SubstituteString(CMapStringToString* substitutions, const
 
 DWORD CZoMemIniFile::SaveIniFile(BOOL create)
 {
-    if (!DoesFileExist(m_szFileName)) {
-        if (!create || CZoGlobalFileFunctions::Create(m_szFileName) != ERROR_SUCCESS)
-            return ZO_INI_NO_FILE;
-    }
+    if (!ProvideFile(m_szFileName, create))
+        return ZO_INI_NO_FILE;
     for (INT_PTR i = 0; i < m_sectionOrder.GetSize(); ++i) {
         SectionRecord* record = nullptr;
         if (!FindSection(m_sectionOrder[i], record) || record == nullptr)

@@ -41,7 +41,7 @@ public:
     /// Writes all sections and entries to the file, which keeps what else is in it: sections and keys deleted in memory
     /// stay, and a renamed section is written beside the old one. An entry that cannot be written is passed over.
     /// \param create whether to make the file if there is none.
-    /// \return ZO_INI_SUCCESS or ZO_INI_NO_FILE
+    /// \return ZO_INI_SUCCESS; ZO_INI_NO_FILE if there is none and none was made, or the system cannot tell
     DWORD SaveIniFile(BOOL create);
 
     /// Sets a value, making section and key if need be. A key that is there already is listed a second time, and so
