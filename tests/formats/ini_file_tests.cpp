@@ -23,49 +23,40 @@ const WINDOWPLACEMENT kPlacement = {sizeof kPlacement, WPF_SETMINPOSITION, SW_SH
 
 TEST_F(IniFile, ReadsSingleNumbers)
 {
-    constexpr char kFortyDigits[] = "0000000000000000000000000000000000000012"; // decimal ones are read to the 39th
     const struct {
         const char* text;
         int integer;
-        BOOL boolean;
         DWORD hexadecimal;
-    } rows[] = {{"12abc", 12, FALSE, 0x12abc},
-                {"1f", 1, FALSE, 0x1f},
-                {"12x34", 12, FALSE, 0x34},
-                {"G1", 0, FALSE, 0},
-                {"1", 1, TRUE, 1},
-                {"2", 2, FALSE, 2},
-                {"yes", 0, TRUE, 0},
-                {"Y", 0, FALSE, 0},
-                {"tRUE", 0, TRUE, 0},
-                {"SET", 0, TRUE, 0},
-                {"On", 0, TRUE, 0},
-                {"OK", 0, TRUE, 0},
-                {"OK.", 0, FALSE, 0},
-                {"0x1F", 0, FALSE, 0x1F},
-                {"0xFFFFFFFFF", 0, FALSE, 0xFFFFFFFF},
-                {"-12", -12, FALSE, 0},
-                {"- 12", 0, FALSE, 0},
-                {"\"\t +7\"", 7, FALSE, 0},
-                {"\" \tab\"", 0, FALSE, 0xab},
-                {"4294967295", -1, FALSE, 0x94967295},
-                {"-2147483648", INT_MIN, FALSE, 0},
-                {kFortyDigits, 1, FALSE, 0x12}};
+    } rows[] = {{"12abc", 12, 0x12abc},
+                {"0x1F", 0, 0x1F},
+                {"1f", 1, 0x1f},
+                {"12x34", 12, 0x34},
+                {"G1", 0, 0},
+                {"0xFFFFFFFFF", 0, 0xFFFFFFFF},
+                {"-12", -12, 0},
+                {"- 12", 0, 0},
+                {"\"\t +7\"", 7, 0},
+                {"\" \tab\"", 0, 0xab},
+                {"-2147483648", INT_MIN, 0},
+                {"4294967295", -1, 0x94967295},
+                {"0000000000000000000000000000000000000012", 1, 0x12}}; // 39 characters of a decimal number
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         WriteEntry(row.text);
         int integer = -99;
-        DWORD longWord = 99;
-        BOOL boolean = -99;
-        DWORD hexadecimal = 99;
+        DWORD longWord = 99, hexadecimal = 99;
         EXPECT_EQ(0u, m_profile.DoInteger("K", TRUE, 5, &integer));
         EXPECT_EQ(0u, m_profile.DoLongWord("K", TRUE, 5, &longWord));
-        EXPECT_EQ(0u, m_profile.DoBoolean("K", TRUE, 5, &boolean));
         EXPECT_EQ(0u, m_profile.DoHexadecimal("K", TRUE, 5, &hexadecimal));
         EXPECT_EQ(row.integer, integer);
         EXPECT_EQ(static_cast<DWORD>(row.integer), longWord);
-        EXPECT_EQ(row.boolean, boolean);
         EXPECT_EQ(row.hexadecimal, hexadecimal);
+    }
+    for (const char* text : {"+1", "+tRUE", "+SET", "+yes", "+On", "+OK", "-2", "-T", "-Y", "-OK.", "-0", "-TRUEx"}) {
+        WriteEntry(text + 1);
+        BOOL boolean = -99;
+        EXPECT_EQ(0u, m_profile.DoBoolean("K", TRUE, 5, &boolean));
+        EXPECT_EQ(text[0] == '+' ? TRUE : FALSE, boolean) << text;
     }
 }
 
@@ -81,23 +72,18 @@ TEST_F(IniFile, ReadsSeveralNumbers)
         {"1 /|\\ 2 x3", {1, 2, 0, -4}, RGB(1, 2, 0), {1, 2, 0}},
         {"-1, 65537, 258", {-1, 65537, 258, -4}, RGB(255, 1, 2), {255, 1, 258}},
         {"9", {9, -2, -3, -4}, RGB(9, 0x22, 0x33), {9, 32, 33}},
-        {"\"7\t 8\"", {7, 8, -3, -4}, RGB(7, 8, 0x33), {7, 8, 33}},
         {"\"\t 8\"", {0, 8, -3, -4}, RGB(0, 8, 0x33), {0, 8, 33}},         // a tab is a part of its own
         {"1 2           345", {1, 2, 345, -4}, RGB(1, 2, 3), {1, 2, 345}}, // of a colour 15 characters
-        {",;", {-1, -2, -3, -4}, RGB(0x11, 0x22, 0x33), {31, 32, 33}},
     };
-    const RECT defaultRectangle = {-1, -2, -3, -4};
-    const COLORREF defaultColor = 0x02332211;
-    const ACCEL defaultAccelerator = {31, 32, 33};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
         WriteEntry(row.text);
-        RECT rectangle;
-        COLORREF color;
-        ACCEL accelerator;
-        EXPECT_EQ(0u, m_profile.ZoIniFileRectangle("K", TRUE, &defaultRectangle, &rectangle));
-        EXPECT_EQ(0u, m_profile.ZoIniFileColor("K", TRUE, &defaultColor, &color));
-        EXPECT_EQ(0u, m_profile.ZoIniFileAccelerator("K", TRUE, &defaultAccelerator, &accelerator));
+        RECT rectangle = {-1, -2, -3, -4};
+        COLORREF color = 0x02332211;
+        ACCEL accelerator = {31, 32, 33};
+        EXPECT_EQ(0u, m_profile.ZoIniFileRectangle("K", TRUE, &rectangle, &rectangle));
+        EXPECT_EQ(0u, m_profile.ZoIniFileColor("K", TRUE, &color, &color));
+        EXPECT_EQ(0u, m_profile.ZoIniFileAccelerator("K", TRUE, &accelerator, &accelerator));
         EXPECT_EQ(Fields(row.rectangle), Fields(rectangle));
         EXPECT_EQ(row.color, color);
         EXPECT_EQ(Fields(row.accelerator), Fields(accelerator));
@@ -229,29 +215,24 @@ TEST_F(IniFile, ChecksArgumentsInOrderAndFallsBackToTheDefault)
     CZoIniFile fileless;
     for (const Operation& operation : kOperations) {
         SCOPED_TRACE(operation.name);
-        const DWORD nullInput = operation.takesPointer ? ZO_INI_NULL_ARGUMENT : ZO_INI_NO_FILE;
-        const struct {
-            const char* key;
-            int read;
-            bool hasInput, hasOutput, hasFile;
-            DWORD status;
-        } rows[] = {{nullptr, TRUE, false, false, false, ZO_INI_NULL_KEY},
-                    {nullptr, TRUE, true, true, true, ZO_INI_NULL_KEY},
-                    {tooLongKey.c_str(), FALSE, false, false, false, ZO_INI_KEY_TOO_LONG},
-                    {tooLongKey.c_str(), TRUE, true, true, true, ZO_INI_KEY_TOO_LONG},
-                    {"K", TRUE, true, false, false, ZO_INI_NULL_ARGUMENT},
-                    {"K", FALSE, false, true, false, nullInput},
-                    {"K", TRUE, true, true, false, ZO_INI_NO_FILE},
-                    {"K", FALSE, true, false, false, ZO_INI_NO_FILE},
-                    {"K", TRUE, true, true, true, ZO_INI_NOT_FOUND}, // empty
-                    {longKey.c_str(), TRUE, true, true, true, ZO_INI_NOT_FOUND}};
-        for (const auto& row : rows) {
+        const auto expect = [&](DWORD status, const char* key, const char* what) { // r reads, i input, o output, f file
+            const auto has = [what](char c) { return std::strchr(what, c) != nullptr; };
             bool isDefault = false;
-            EXPECT_EQ(row.status, operation.run(row.hasFile ? m_profile : fileless, row.key, row.read, row.hasInput,
-                                                row.hasOutput, isDefault))
-                << &row - rows;
-            EXPECT_EQ(row.read && row.hasInput && row.hasOutput, isDefault) << &row - rows;
-        }
+            EXPECT_EQ(status,
+                      operation.run(has('f') ? m_profile : fileless, key, has('r'), has('i'), has('o'), isDefault))
+                << what;
+            EXPECT_EQ(has('r') && has('i') && has('o'), isDefault) << what;
+        };
+        expect(ZO_INI_NULL_KEY, nullptr, "r");
+        expect(ZO_INI_NULL_KEY, nullptr, "riof");
+        expect(ZO_INI_KEY_TOO_LONG, tooLongKey.c_str(), "");
+        expect(ZO_INI_KEY_TOO_LONG, tooLongKey.c_str(), "riof");
+        expect(ZO_INI_NULL_ARGUMENT, "K", "ri");
+        expect(operation.takesPointer ? ZO_INI_NULL_ARGUMENT : ZO_INI_NO_FILE, "K", "o");
+        expect(ZO_INI_NO_FILE, "K", "rio");
+        expect(ZO_INI_NO_FILE, "K", "i");
+        expect(ZO_INI_NOT_FOUND, "K", "riof"); // empty
+        expect(ZO_INI_NOT_FOUND, longKey.c_str(), "riof");
     }
 }
 
@@ -288,55 +269,47 @@ TEST_F(IniFile, StringsKeepWithinTheirBuffer)
 
 TEST_F(IniFile, FileNameAndSectionHaveBounds)
 {
-    const struct {
-        DWORD (CZoIniFile::*get)(char*, DWORD);
-        DWORD (CZoIniFile::*set)(const char*);
-        DWORD size, nullStatus;
-    } rows[] = {{&CZoIniFile::GetFileName, &CZoIniFile::SetFileName, 268, ZO_INI_NULL_FILE_NAME},
-                {&CZoIniFile::GetSection, &CZoIniFile::SetSection, 1024, ZO_INI_NULL_SECTION}};
-    for (const auto& row : rows) {
-        const std::string longest(row.size - 1, 'n');
+    const auto expect = [](auto get, auto set, DWORD size, DWORD nullStatus) {
+        const std::string longest(size - 1, 'n');
         CZoIniFile profile;
-        EXPECT_EQ(0u, (profile.*row.set)(longest.c_str()));
-        EXPECT_EQ(row.nullStatus, (profile.*row.set)(nullptr));
-        EXPECT_EQ(ZO_INI_TOO_LONG, (profile.*row.set)((longest + "n").c_str()));
+        EXPECT_EQ(0u, (profile.*set)(longest.c_str()));
+        EXPECT_EQ(nullStatus, (profile.*set)(nullptr));
+        EXPECT_EQ(ZO_INI_TOO_LONG, (profile.*set)((longest + "n").c_str()));
         CZoIniFile copy(profile);
-        (profile.*row.set)("");
-        for (const zo_test::BufferCase& bufferCase : zo_test::BufferCases(row.size)) {
-            SCOPED_TRACE(bufferCase.name);
+        (profile.*set)("");
+        for (const zo_test::BufferCase& bufferCase : zo_test::BufferCases(size)) {
             zo_test::SentinelBuffer buffer(bufferCase);
             EXPECT_EQ(bufferCase.null   ? ZO_INI_NULL_BUFFER
                       : bufferCase.fits ? 0u
                                         : ZO_INI_TRUNCATED,
-                      (copy.*row.get)(buffer.Data(), static_cast<DWORD>(buffer.Size())));
+                      (copy.*get)(buffer.Data(), static_cast<DWORD>(buffer.Size())));
             buffer.ExpectGuardsIntact();
             EXPECT_TRUE(bufferCase.fits ? buffer.Text() == longest : buffer.IsUntouched());
         }
-    }
+    };
+    expect(&CZoIniFile::GetFileName, &CZoIniFile::SetFileName, 268, ZO_INI_NULL_FILE_NAME);
+    expect(&CZoIniFile::GetSection, &CZoIniFile::SetSection, 1024, ZO_INI_NULL_SECTION);
 }
 
 TEST_F(IniFile, ListsSectionsKeysAndTokens)
 {
     Write("[S]\r\nK=1\r\nL=\r\n[Empty]\r\n[s]\r\nM=3\r\n[T]\r\nN = a,,b ;c;\r\nO=\",;\"");
     CStringArray names;
-    EXPECT_EQ(ZO_INI_NULL_ARGUMENT, m_profile.EnumerateSections(nullptr));
-    EXPECT_EQ(ZO_INI_NULL_ARGUMENT, m_profile.EnumerateKeys(nullptr));
-    EXPECT_EQ(0u, m_profile.EnumerateSections(&names));
-    EXPECT_EQ((Texts{"S", "Empty", "s", "T"}), ToVector(names));
-    EXPECT_EQ(0u, m_profile.EnumerateKeys(&names));
-    EXPECT_EQ((Texts{"K", "L"}), ToVector(names));
+    const auto expect = [&names](DWORD expectedStatus, const Texts& expected, DWORD status) {
+        EXPECT_EQ(expectedStatus, status);
+        EXPECT_EQ(expected, ToVector(names));
+    };
+    expect(ZO_INI_NULL_ARGUMENT, {}, m_profile.EnumerateSections(nullptr));
+    expect(ZO_INI_NULL_ARGUMENT, {}, m_profile.EnumerateKeys(nullptr));
+    expect(0, {"S", "Empty", "s", "T"}, m_profile.EnumerateSections(&names));
+    expect(0, {"K", "L"}, m_profile.EnumerateKeys(&names));
     m_profile.SetSection("Empty");
-    EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.EnumerateKeys(&names));
-    EXPECT_TRUE(names.IsEmpty());
-
+    expect(ZO_INI_NOT_FOUND, {}, m_profile.EnumerateKeys(&names));
     m_profile.SetSection("T");
-    EXPECT_EQ(0u, m_profile.DoTokenString("N", TRUE, "", &names, ",;"));
-    EXPECT_EQ((Texts{"a", "b ", "c"}), ToVector(names));
-    EXPECT_EQ(0u, m_profile.DoTokenString("N", TRUE, "", &names, ""));
-    EXPECT_EQ(Texts{"a,,b ;c;"}, ToVector(names));
-    EXPECT_EQ(0u, m_profile.DoTokenString("O", TRUE, "default", &names, ";,"));
-    EXPECT_EQ(Texts{}, ToVector(names)) << "delimiters alone";
-    EXPECT_EQ(ZO_INI_NULL_ARGUMENT, m_profile.DoTokenString("N", TRUE, "", &names, nullptr));
+    expect(0, {"a", "b ", "c"}, m_profile.DoTokenString("N", TRUE, "", &names, ",;"));
+    expect(0, {"a,,b ;c;"}, m_profile.DoTokenString("N", TRUE, "", &names, ""));
+    expect(0, {}, m_profile.DoTokenString("O", TRUE, "default", &names, ";,"));
+    expect(ZO_INI_NULL_ARGUMENT, {}, m_profile.DoTokenString("N", TRUE, "", &names, nullptr));
 
     // Of a name of 4094 characters the list is said to be cut, of longer ones not.
     for (const size_t length : {4093u, 4094u, 4095u, 10000u}) {
@@ -345,9 +318,8 @@ TEST_F(IniFile, ListsSectionsKeysAndTokens)
         EXPECT_EQ((std::min)(length, size_t{4095}), ToVector(names).at(0).size());
     }
     m_profile.SetFileName("");
-    EXPECT_EQ(ZO_INI_NO_FILE, m_profile.EnumerateSections(&names));
-    EXPECT_EQ(ZO_INI_NO_FILE, m_profile.EnumerateKeys(&names));
-    EXPECT_TRUE(names.IsEmpty());
+    expect(ZO_INI_NO_FILE, {}, m_profile.EnumerateSections(&names));
+    expect(ZO_INI_NO_FILE, {}, m_profile.EnumerateKeys(&names));
 }
 
 TEST_F(IniFile, KeepsCharactersOfTwoBytesWhole)
@@ -374,16 +346,17 @@ TEST_F(IniFile, KeepsCharactersOfTwoBytesWhole)
     std::string text = "a";
     for (int i = 0; i < 2100; ++i)
         text += "\x83\x5C";
-    char value[ZO_INI_VALUE_SIZE];
-    WriteEntry(text);
+    const std::string cut = text.substr(0, 4095);
     const std::string before(4096, 'x');
+    char value[ZO_INI_VALUE_SIZE];
+    Write("[S]\r\nK=" + text + "\r\n[T]\r\n" + text + "=1\r\n");
     EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.DoString("none", TRUE, before.c_str(), value, sizeof value));
     EXPECT_EQ(0u, m_profile.DoString("K", TRUE, "", value, sizeof value));
-    EXPECT_EQ(text.substr(0, 4095), value);
-    Write("[S]\r\n" + text + "=1\r\n");
+    EXPECT_EQ(cut, value);
+    m_profile.SetSection("T");
     EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.DoString("none", TRUE, before.c_str(), value, sizeof value));
     EXPECT_EQ(0u, m_profile.EnumerateKeys(&tokens));
-    EXPECT_EQ(Texts{text.substr(0, 4095)}, ToVector(tokens));
+    EXPECT_EQ(Texts{cut}, ToVector(tokens));
 }
 
 TEST_F(IniFile, FindsAndDeletes)
@@ -414,34 +387,32 @@ TEST_F(IniFile, TellsWhyNothingWasWritten)
 {
     CZoIniFile profile;
     profile.SetSection("S");
-    profile.SetFileName(m_folder.Path("missing\\test.ini").c_str());
-    char text[8];
-    EXPECT_EQ(ZO_INI_NOT_WRITTEN, profile.DoString("K", FALSE, "new", nullptr, 0));
-    EXPECT_EQ(ZO_INI_NOT_FOUND, profile.DoString("K", TRUE, "none", text, sizeof text));
+    for (const std::string& file : {m_folder.Path("missing\\test.ini"), m_folder.Path()}) { // the latter a folder
+        profile.SetFileName(file.c_str());
+        EXPECT_EQ(ZO_INI_NOT_WRITTEN, profile.DoString("K", FALSE, "new", nullptr, 0)) << file;
+        CStringArray names;
+        EXPECT_EQ(ZO_INI_NOT_FOUND, profile.EnumerateSections(&names)) << file;
+    }
 
-    profile.SetFileName(m_folder.Path().c_str());
-    EXPECT_EQ(ZO_INI_NOT_WRITTEN, profile.DoString("K", FALSE, "new", nullptr, 0)) << "a folder";
-
+    const auto expectRefused = [this](bool knownGap) {
+        const DWORD status = m_profile.DoString("K", FALSE, "new", nullptr, 0);
+        if (knownGap && status == 0)
+            return;
+        EXPECT_EQ(ZO_INI_NOT_WRITTEN, status);
+        EXPECT_EQ("[S]\r\nK=old\r\n", m_folder.Read("test.ini"));
+    };
     WriteEntry("old");
     const HANDLE reader =
         CreateFileA(FilePath().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    EXPECT_EQ(ZO_INI_NOT_WRITTEN, m_profile.DoString("K", FALSE, "new", nullptr, 0)) << "in use";
+    expectRefused(false);
     CloseHandle(reader);
-    EXPECT_EQ("[S]\r\nK=old\r\n", m_folder.Read("test.ini"));
-
     WriteEntry("old");
     ASSERT_TRUE(SetFileAttributesA(FilePath().c_str(), FILE_ATTRIBUTE_READONLY));
-    const DWORD status = m_profile.DoString("K", FALSE, "new", nullptr, 0);
+    expectRefused(zo_test::IsWine()); // which lets a privileged user write to it
     ASSERT_TRUE(SetFileAttributesA(FilePath().c_str(), FILE_ATTRIBUTE_NORMAL));
-    if (!zo_test::IsWine() || status != 0) { // Wine lets a privileged user write to it
-        EXPECT_EQ(ZO_INI_NOT_WRITTEN, status);
-        EXPECT_EQ("[S]\r\nK=old\r\n", m_folder.Read("test.ini"));
-    }
 
-    ASSERT_TRUE(DeleteFileA(FilePath().c_str())); // vanished in between
-    CStringArray names;
-    EXPECT_EQ(ZO_INI_NOT_FOUND, m_profile.EnumerateSections(&names));
-    EXPECT_EQ(0u, m_profile.DoString("K", FALSE, "new", nullptr, 0)) << "the system makes the file";
+    ASSERT_TRUE(DeleteFileA(FilePath().c_str())); // vanished in between: the system makes it anew
+    EXPECT_EQ(0u, m_profile.DoString("K", FALSE, "new", nullptr, 0));
     EXPECT_EQ("[S]\r\nK=new\r\n", m_folder.Read("test.ini"));
 }
 
@@ -469,8 +440,7 @@ TEST_F(IniFile, RefusedCallsAreAStatus)
         const bool listed = m_profile.EnumerateSections(&names) == 0 && m_profile.EnumerateKeys(&names) == 0 &&
                             m_profile.DoesEntryExist("K");
         EXPECT_EQ(!run.Fired(), listed);
-        EXPECT_TRUE(m_profile.DeleteEntry("none"));
-        EXPECT_TRUE(m_profile.DeleteSection("none"));
+        EXPECT_TRUE(m_profile.DeleteEntry("none") && m_profile.DeleteSection("none"));
         m_profile.FlushCache();
     });
 }
