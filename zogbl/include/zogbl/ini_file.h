@@ -8,6 +8,7 @@
 
 /// Codes of CZoIniFile and CZoMemIniFile.
 constexpr DWORD ZO_INI_SUCCESS = 0;
+constexpr DWORD ZO_INI_NO_OBJECT = 1; ///< for callers that hold no object; no operation returns it
 constexpr DWORD ZO_INI_NULL_FILE_NAME = 2;
 constexpr DWORD ZO_INI_NO_FILE = 3; ///< no file name is set; CZoMemIniFile::SaveIniFile: there is no file
 constexpr DWORD ZO_INI_NULL_SECTION = 4;
