@@ -162,11 +162,11 @@ template <class VALUE> Operation Typed(DWORD (CZoIniFile::*operation)(const char
     return [=](CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault) {
         VALUE input, output;
         std::memset(&input, 0x11, sizeof input);
-        std::memset(&output, 0x22, sizeof output);
+        std::memset(&output, 0x11, sizeof output); // other at both ends; what fills up in between may not be copied
+        auto* bytes = reinterpret_cast<char*>(&output);
+        bytes[0] = bytes[sizeof output - 1] = 0x22;
         const DWORD status =
             (profile.*operation)(key, read, hasInput ? &input : nullptr, hasOutput ? &output : nullptr);
-        __builtin_clear_padding(&input);
-        __builtin_clear_padding(&output);
         isDefault = std::memcmp(&input, &output, sizeof input) == 0;
         return status;
     };

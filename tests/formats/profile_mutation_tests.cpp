@@ -64,7 +64,7 @@ std::string Ask(const std::string& file, const char* section, const char* key, s
     const DWORD length =
         GetPrivateProfileStringA(section, key, "", text.data(), static_cast<DWORD>(size), file.c_str());
     text.resize((std::min)(size_t{length}, size - 1));
-    return key != nullptr ? text.c_str() : text;
+    return key != nullptr ? text.substr(0, text.find('\0')) : text;
 }
 
 Texts AskList(const std::string& file, const char* section)

@@ -157,13 +157,10 @@ DWORD CZoIniFile::DoValue(const char* key, int read, const VALUE* input, VALUE* 
 DWORD CZoIniFile::DoText(const char* key, int read, const char* input, bool hasOutput, const char*& text)
 {
     text = read != 0 && hasOutput ? input : nullptr;
-    DWORD status = ZO_INI_SUCCESS;
-    if (input == nullptr)
-        status = ZO_INI_NULL_ARGUMENT;
-    else if (!Store(m_uInput.szText, input))
+    const bool lacksArgument = input == nullptr || (read != 0 && !hasOutput);
+    DWORD status = lacksArgument ? ZO_INI_NULL_ARGUMENT : ZO_INI_SUCCESS;
+    if (input != nullptr && !Store(m_uInput.szText, input))
         status = ZO_INI_TOO_LONG;
-    else if (read != 0 && !hasOutput)
-        status = ZO_INI_NULL_ARGUMENT;
     status = Begin(key, ZO_INI_TYPE_STRING, status);
     if (status != ZO_INI_SUCCESS)
         return status;
