@@ -9,6 +9,8 @@
 #include "wait.h"
 
 #include <zogbl/country_code.h>
+#include <zogbl/directory_functions.h>
+#include <zogbl/mem_ini_file.h>
 #include <zogbl/module.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
@@ -26,6 +28,8 @@ CString ModulePath(HINSTANCE module)
     ::GetModuleFileName(module, path, sizeof path - 1);
     return path;
 }
+
+unsigned long __stdcall CountFile(void* context, const char*) { return ++*static_cast<DWORD*>(context); }
 
 /// The about dialog, which takes its own picture and closes.
 class PicturedAboutDialog : public AboutDialog {
@@ -65,9 +69,9 @@ public:
     bool Run()
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
-               OpenWindow() && OpenTrace() && WriteTrace() && SecondProcess() && Pictures("en") &&
+               ProfileFile() && OpenWindow() && OpenTrace() && WriteTrace() && SecondProcess() && Pictures("en") &&
                SwitchLanguage(kGerman) && Countries() && Pictures("de") && SwitchLanguage(kEnglish) && CloseTrace() &&
-               CloseWindow() && UnloadLanguage();
+               CloseWindow() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -140,6 +144,44 @@ private:
         CString result;
         result.Format("%d before, %d after, %d again", before, after, ZoGblGetRegNoviceMode());
         return m_report.Step("novice mode", after == !before && ZoGblGetRegNoviceMode() == before, result);
+    }
+
+    /// Writes a profile file entry by entry, and reads it as a whole.
+    bool ProfileFile()
+    {
+        const CString path = m_folder + "\\tour.ini";
+        CZoIniFile file;
+        const RECT written = {1, 2, 3, 4};
+        RECT read = {};
+        DWORD mask = 0;
+        const bool stored = file.SetFileName(path) == ZO_INI_SUCCESS && file.SetSection("Tour") == ZO_INI_SUCCESS &&
+                            file.DoHexadecimal("Mask", FALSE, 0x2A, nullptr) == ZO_INI_SUCCESS &&
+                            file.ZoIniFileRectangle("Place", FALSE, &written, nullptr) == ZO_INI_SUCCESS;
+        const bool found = stored && file.DoHexadecimal("Mask", TRUE, 0, &mask) == ZO_INI_SUCCESS && mask == 0x2A &&
+                           file.ZoIniFileRectangle("Place", TRUE, &written, &read) == ZO_INI_SUCCESS &&
+                           ::EqualRect(&written, &read);
+        CZoMemIniFile whole;
+        CString text;
+        CString place;
+        const bool loaded = found && whole.LoadIniFile(path, nullptr) == ZO_INI_SUCCESS &&
+                            whole.GetIniValue("Tour", "Mask", text) == ZO_INI_SUCCESS &&
+                            whole.GetIniValue("Tour", "Place", place) == ZO_INI_SUCCESS;
+        return m_report.Step("profile file", loaded, "Mask=" + text + ", Place=" + place);
+    }
+
+    /// Measures the folder that the tour has filled.
+    bool MeasureFolder()
+    {
+        DWORD count = 0;
+        DWORD bytes = 0;
+        DWORD enumerated = 0;
+        const bool measured =
+            CZoGlobalDirectoryFunctions::GetFileCount(m_folder, count) == ERROR_SUCCESS &&
+            CZoGlobalDirectoryFunctions::GetSpace(m_folder, bytes) == ERROR_SUCCESS &&
+            CZoGlobalDirectoryFunctions::EnumerateFiles(&enumerated, m_folder, &CountFile) == ERROR_SUCCESS;
+        CString result;
+        result.Format("%lu files of %lu bytes in %s", count, bytes, (LPCSTR)m_folder);
+        return m_report.Step("folder", measured && count > 0 && count == enumerated, result);
     }
 
     bool OpenWindow()
