@@ -307,6 +307,10 @@ TEST_F(IniFile, ListsSectionsKeysAndTokens)
     expect(0, {"a,,b ;c;"}, m_profile.DoTokenString("N", TRUE, "", &names, ""));
     expect(0, {}, m_profile.DoTokenString("O", TRUE, "default", &names, ";,"));
     expect(ZO_INI_NULL_ARGUMENT, {}, m_profile.DoTokenString("N", TRUE, "", &names, nullptr));
+    names.Add("x, y");
+    expect(ZO_INI_NULL_KEY, {"x", "y"}, m_profile.DoTokenString(nullptr, TRUE, names[0], &names, ", "));
+    names.SetAt(1, ";,");
+    expect(0, {"a", "b ", "c"}, m_profile.DoTokenString("N", TRUE, names[0], &names, names[1]));
 
     // Of a name of 4094 characters the list is said to be cut, of longer ones not.
     for (const size_t length : {4093u, 4094u, 4095u, 10000u}) {

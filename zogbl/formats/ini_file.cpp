@@ -46,20 +46,22 @@ void AddNames(CStringArray& names, LPCSTR list, LPCSTR end)
         names.SetAt(i, list);
 }
 
-void AddTokens(CStringArray& tokens, LPCSTR text, LPCSTR delimiters)
+/// Puts tokens in place of what the array holds. \p text and \p delimiters may be in it.
+void ReplaceByTokens(CStringArray& tokens, LPCSTR text, LPCSTR delimiters)
 {
+    const INT_PTR before = tokens.GetSize();
     for (;;) {
         const std::string_view token = NextToken(text, delimiters);
         if (token.empty())
-            return;
+            break;
         tokens.Add(CString(token.data(), static_cast<int>(token.size())));
     }
+    tokens.RemoveAt(0, before);
 }
 
-/// Empties an array and fills it anew. \return FALSE when memory has run out; it is empty then
-template <class ADD> bool Refill(CStringArray& array, ADD add)
+/// Fills an array. \return FALSE when memory has run out; it is empty then
+template <class ADD> bool Fill(CStringArray& array, ADD add)
 {
-    array.RemoveAll();
     try {
         add();
         return true;
@@ -191,7 +193,7 @@ DWORD CZoIniFile::DoTokenString(const char* key, int read, const char* input, CS
 {
     LPCSTR text = nullptr;
     m_dwLastResult = DoText(key, read, input, output != nullptr && delimiters != nullptr, text);
-    if (text != nullptr && !Refill(*output, [&] { AddTokens(*output, text, delimiters); }))
+    if (text != nullptr && !Fill(*output, [&] { ReplaceByTokens(*output, text, delimiters); }))
         m_dwLastResult = ZO_INI_OUT_OF_MEMORY;
     return m_dwLastResult;
 }
@@ -361,7 +363,7 @@ DWORD CZoIniFile::Enumerate(const char* section, CStringArray* names)
     if (length == 0)
         return ZO_INI_NOT_FOUND;
     const LPCSTR list = m_uOutput.szText;
-    if (!Refill(*names, [=] { AddNames(*names, list, list + length); }))
+    if (!Fill(*names, [=] { AddNames(*names, list, list + length); }))
         return ZO_INI_OUT_OF_MEMORY;
     constexpr int kCutNameLength = 4094;
     return names->GetAt(0).GetLength() == kCutNameLength ? ZO_INI_TRUNCATED : ZO_INI_SUCCESS;

@@ -105,8 +105,8 @@ public:
     virtual DWORD ZoIniFileWindowPlacement(const char* key, int read, const WINDOWPLACEMENT* input,
                                            WINDOWPLACEMENT* output);
     /// A text as in DoString. A read fills \p output with its parts between any of the characters in \p delimiters;
-    /// empty parts are left out. \p output and \p delimiters are needed by a read only; \p delimiters must not lie in
-    /// \p output. Also ZO_INI_OUT_OF_MEMORY, with \p output empty.
+    /// empty parts are left out. \p output and \p delimiters are needed by a read only; the texts may lie in \p output.
+    /// Also ZO_INI_OUT_OF_MEMORY, with \p output empty.
     virtual DWORD DoTokenString(const char* key, int read, const char* input, CStringArray* output,
                                 const char* delimiters);
 
