@@ -15,8 +15,9 @@ wine_environment() {
     export WINEARCH=win32
     [ "$2" = x86 ] || WINEARCH=win64
     export WINEDEBUG=${ZO_WINEDEBUG:--all}
-    # Neither offer to install what no program here needs, nor write menus into the home folder.
-    export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+    # Neither offer to install what no program here needs, nor write menus into the home folder; and take the simulated
+    # TAPI32.DLL beside the programs, not Wine's own.
+    export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;tapi32=n"
     unset LANG LANGUAGE LC_ALL LOCPATH WINELOADER
     wine_locale=(LC_ALL=C.UTF-8)
     if [ "$3" = 932 ]; then
@@ -44,4 +45,17 @@ start_display() {
         return 1
     fi
     export DISPLAY=:$number
+}
+
+# Starts a modem for the current prefix: its port COM99, and a pipe for orders to it (docs/telsim.md). It ends with the
+# calling shell at the latest. $1 file for what it complains of. Sets MODEM_PID.
+start_modem() {
+    local ready terminal=
+    exec {ready}< <(exec python3 -B "$(dirname "${BASH_SOURCE[0]}")/../telsim/modem.py" \
+        --link "$WINEPREFIX/dosdevices/com99" --control "$WINEPREFIX/modem.control" --while $$ 2>"$1" </dev/null)
+    MODEM_PID=$!
+    # It says where its terminal is when everything is in place.
+    read -r -t 30 terminal <&"$ready" || true
+    exec {ready}<&-
+    [ -n "$terminal" ]
 }

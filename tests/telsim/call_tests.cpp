@@ -1,0 +1,346 @@
+// What a program sees of devices, lines and calls when it does everything right.
+#include "program.h"
+
+#include "support/process_counts.h"
+#include "support/unique_names.h"
+
+namespace {
+
+class Calls : public testing::Test {
+protected:
+    /// Nothing here is misuse, and nothing may be left.
+    void TearDown() override
+    {
+        EXPECT_EQ("", p.telsim.Misuses());
+        if (p.app != 0) {
+            EXPECT_EQ(0, p.lineShutdown(p.app));
+        }
+        for (const DWORD kind : {TELSIM_APPS, TELSIM_LINES, TELSIM_CALL_HANDLES, TELSIM_PORTS, TELSIM_EVENTS})
+            EXPECT_EQ(0u, p.telsim.GetCount(kind)) << kind;
+    }
+
+    Program p;
+};
+
+Event StateEvent(HCALL call, DWORD state, DWORD mode, DWORD privilege = 0)
+{
+    return {call, LINE_CALLSTATE, kInstance, {state, mode, privilege}};
+}
+
+} // namespace
+
+TEST_F(Calls, HandTheModemToTheProgramAndTakeItBack)
+{
+    ASSERT_EQ(0, p.Initialize());
+    ASSERT_EQ(0, p.Open(kNoPort));
+    EXPECT_EQ(0, p.lineSetStatusMessages(p.line, 0x00BFFBFF, 0x1FF));
+    const LONG made = p.MakeCall();
+    ASSERT_GT(made, 0);
+    EXPECT_TRUE(p.events.empty()) << "replies come with messages only";
+    EXPECT_EQ(0u, p.call) << "the handle comes with the reply";
+    EXPECT_EQ(0, p.Reply(made));
+    p.PumpAll();
+    EXPECT_EQ((std::vector<Event>{{0, LINE_REPLY, kInstance, {static_cast<DWORD_PTR>(made), 0, 0}},
+                                  StateEvent(p.call, LINECALLSTATE_CONNECTED, LINECONNECTEDMODE_ACTIVE)}),
+              p.events);
+
+    Buffer<LINECALLSTATUS> status(1060);
+    EXPECT_EQ(0, p.lineGetCallStatus(p.call, status.Get()));
+    EXPECT_EQ(static_cast<DWORD>(LINECALLSTATE_CONNECTED), status->dwCallState);
+    EXPECT_EQ(static_cast<DWORD>(LINECALLPRIVILEGE_OWNER), status->dwCallPrivilege);
+    Buffer<LINEADDRESSSTATUS> address(1088);
+    EXPECT_EQ(0, p.lineGetAddressStatus(p.line, 0, address.Get()));
+    EXPECT_EQ(0u, address->dwAddressFeatures) << "no second call beside this one";
+    EXPECT_EQ(LINEERR_CALLUNAVAIL, static_cast<DWORD>(p.Reply(p.MakeCall())));
+
+    const HANDLE port = p.PortHandle();
+    ASSERT_NE(INVALID_HANDLE_VALUE, port);
+    EXPECT_NE(static_cast<DWORD>(FILE_TYPE_CHAR), GetFileType(port));
+    EXPECT_TRUE(CloseHandle(port));
+    p.events.clear();
+    const LONG dropped = p.lineDrop(p.call, nullptr, 0);
+    EXPECT_GT(dropped, made);
+    EXPECT_EQ(0, p.Reply(dropped));
+    p.PumpAll();
+    EXPECT_EQ((std::vector<DWORD>{LINECALLSTATE_IDLE}), p.States());
+    EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_PORTS));
+    EXPECT_EQ(0, p.lineDeallocateCall(p.call));
+    EXPECT_EQ(0, p.lineClose(p.line));
+}
+
+TEST_F(Calls, EndAsTheNumberDialedWants)
+{
+    const struct {
+        const char* number;
+        std::vector<DWORD> states;
+        DWORD mode; // of the last state
+    } cases[] = {
+        {"", {LINECALLSTATE_DIALTONE}, LINEDIALTONEMODE_NORMAL},
+        {"T9,555-0100",
+         {LINECALLSTATE_DIALTONE, LINECALLSTATE_DIALING, LINECALLSTATE_PROCEEDING, LINECALLSTATE_CONNECTED},
+         LINECONNECTEDMODE_ACTIVE},
+        {"5550107",
+         {LINECALLSTATE_DIALTONE, LINECALLSTATE_DIALING, LINECALLSTATE_PROCEEDING, LINECALLSTATE_BUSY,
+          LINECALLSTATE_DISCONNECTED},
+         LINEDISCONNECTMODE_BUSY},
+        {"5550108",
+         {LINECALLSTATE_DIALTONE, LINECALLSTATE_DIALING, LINECALLSTATE_PROCEEDING, LINECALLSTATE_DISCONNECTED},
+         LINEDISCONNECTMODE_NODIALTONE},
+        {"5550109",
+         {LINECALLSTATE_DIALTONE, LINECALLSTATE_DIALING, LINECALLSTATE_PROCEEDING, LINECALLSTATE_RINGBACK,
+          LINECALLSTATE_DISCONNECTED},
+         LINEDISCONNECTMODE_NOANSWER},
+    };
+    ASSERT_EQ(0, p.Initialize());
+    ASSERT_EQ(0, p.Open(kNoPort));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.number);
+        p.events.clear();
+        ASSERT_EQ(0, p.Reply(p.MakeCall(c.number, LINEBEARERMODE_VOICE)));
+        p.PumpAll();
+        EXPECT_EQ(c.states, p.States());
+        EXPECT_EQ(c.mode, p.events.back().params[1]);
+        EXPECT_EQ(0, p.Reply(p.lineDrop(p.call, nullptr, 0)));
+        EXPECT_EQ(0, p.lineDeallocateCall(p.call));
+    }
+}
+
+TEST_F(Calls, ComeInWithTheCallersIdentity)
+{
+    const struct {
+        const char* number;
+        const char* name;
+        DWORD flags;    // asked for
+        DWORD expected; // LINECALLPARTYID_
+    } cases[] = {
+        {"5550123", "Jane Doe", 0, LINECALLPARTYID_ADDRESS | LINECALLPARTYID_NAME},
+        {"5550123", "", 0, LINECALLPARTYID_ADDRESS},
+        {"", "", 0, LINECALLPARTYID_OUTOFAREA},
+        {"", "", LINECALLPARTYID_BLOCKED, LINECALLPARTYID_BLOCKED},
+        {"555", "", LINECALLPARTYID_PARTIAL | LINECALLPARTYID_BLOCKED,
+         LINECALLPARTYID_PARTIAL | LINECALLPARTYID_BLOCKED},
+    };
+    ASSERT_EQ(0, p.Initialize());
+    EXPECT_EQ(0u, p.telsim.OfferCall(kNoPort, "1", "", 0)) << "nobody wants it";
+    ASSERT_EQ(0, p.Open(kNoPort, LINECALLPRIVILEGE_OWNER));
+    EXPECT_EQ(0, p.lineSetStatusMessages(p.line, LINEDEVSTATE_RINGING, 0));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.number << c.name << c.expected);
+        p.events.clear();
+        const HCALL call = p.telsim.OfferCall(kNoPort, c.number, c.name, c.flags);
+        ASSERT_NE(0u, call);
+        EXPECT_EQ(0u, p.telsim.OfferCall(kNoPort, "2", "", 0)) << "one after the other";
+        p.PumpAll();
+        EXPECT_EQ((std::vector<Event>{
+                      StateEvent(call, LINECALLSTATE_OFFERING, LINEOFFERINGMODE_ACTIVE, LINECALLPRIVILEGE_OWNER),
+                      {p.line, LINE_LINEDEVSTATE, kInstance, {LINEDEVSTATE_RINGING, 1, 1}},
+                      {call, LINE_CALLINFO, kInstance, {LINECALLINFOSTATE_CALLERID, 0, 0}}}),
+                  p.events);
+        Buffer<LINECALLINFO> info(1320);
+        EXPECT_EQ(0, p.lineGetCallInfo(call, info.Get()));
+        EXPECT_EQ(c.expected, info->dwCallerIDFlags);
+        EXPECT_EQ(c.number, info.Text(info->dwCallerIDSize, info->dwCallerIDOffset));
+        EXPECT_EQ(c.name, info.Text(info->dwCallerIDNameSize, info->dwCallerIDNameOffset));
+        // The caller gives up; or hangs up after having been answered, when dropping the call is left to the program.
+        p.events.clear();
+        const bool answered = c.flags == 0;
+        if (answered) {
+            EXPECT_TRUE(p.telsim.ChangeCallState(call, LINECALLSTATE_CONNECTED, LINECONNECTEDMODE_ACTIVE, 0));
+        }
+        EXPECT_TRUE(p.telsim.HangUp(call));
+        p.PumpAll();
+        EXPECT_EQ(answered ? (std::vector<DWORD>{LINECALLSTATE_CONNECTED, LINECALLSTATE_DISCONNECTED})
+                           : (std::vector<DWORD>{LINECALLSTATE_DISCONNECTED, LINECALLSTATE_IDLE}),
+                  p.States());
+        if (answered) {
+            EXPECT_EQ(0, p.Reply(p.lineDrop(call, nullptr, 0)));
+        }
+        EXPECT_FALSE(p.telsim.HangUp(call));
+        EXPECT_EQ(0, p.lineDeallocateCall(call));
+    }
+}
+
+TEST_F(Calls, AreWatchedByOthersWhoMayNotTouchThem)
+{
+    ASSERT_EQ(0, p.Initialize());
+    ASSERT_EQ(0, p.Open(kNoPort, LINECALLPRIVILEGE_MONITOR));
+    const HLINE watching = p.line;
+    EXPECT_EQ(0, p.lineSetStatusMessages(watching, LINEDEVSTATE_OPEN | LINEDEVSTATE_CLOSE, 0));
+    ASSERT_EQ(0, p.Open(kNoPort));
+    ASSERT_EQ(0, p.Reply(p.MakeCall()));
+    p.PumpAll();
+    const HCALL monitor = p.telsim.GetHandle(TELSIM_CALL_HANDLES, 1);
+    ASSERT_NE(0u, monitor);
+    EXPECT_EQ(0u, p.telsim.GetHandle(TELSIM_CALL_HANDLES, 2));
+    EXPECT_EQ(LINEERR_NOTOWNER, static_cast<DWORD>(p.lineDrop(monitor, nullptr, 0)));
+    EXPECT_EQ("lineDrop: call " + HandleText(monitor) + " belongs to another\n", p.telsim.Misuses());
+    p.telsim.ClearTexts();
+
+    // Closing its line ends the owner's call; whoever watches it is told, and closes his own handle when he likes.
+    p.events.clear();
+    EXPECT_EQ(0, p.lineClose(p.line));
+    p.PumpAll();
+    EXPECT_EQ((std::vector<Event>{StateEvent(monitor, LINECALLSTATE_IDLE, 0),
+                                  {watching, LINE_LINEDEVSTATE, kInstance, {LINEDEVSTATE_CLOSE, 0, 0}}}),
+              p.events);
+    EXPECT_EQ(0, p.lineDeallocateCall(monitor));
+}
+
+TEST_F(Calls, LeaveNothingBehindWhenTheLineIsClosedInTheMiddle)
+{
+    ASSERT_EQ(0, p.Initialize());
+    ASSERT_EQ(0, p.Open(kNoPort));
+    ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_LATE_REPLY, 30));
+    EXPECT_GT(p.MakeCall(), 0);
+    EXPECT_EQ(0, p.lineClose(p.line));
+    p.PumpAll();
+    EXPECT_TRUE(p.events.empty()) << "no reply for a closed line";
+    EXPECT_EQ(0u, p.call);
+
+    // The callback itself may end everything.
+    ASSERT_EQ(0, p.Open(kNoPort));
+    p.onEvent = [&](const Event& event) {
+        if (event.message == LINE_CALLSTATE) {
+            EXPECT_EQ(0, p.lineShutdown(p.app));
+            p.app = 0;
+        }
+    };
+    EXPECT_EQ(0, p.Reply(p.MakeCall()));
+    EXPECT_TRUE(p.Pump([&] { return p.app == 0; }));
+}
+
+TEST_F(Calls, LeaveNothingBehindInAThousandRounds)
+{
+    const auto round = [&] {
+        ASSERT_TRUE(p.Connect(kNoPort));
+        const HANDLE port = p.PortHandle();
+        EXPECT_TRUE(CloseHandle(port));
+        EXPECT_EQ(0, p.Reply(p.lineDrop(p.call, nullptr, 0)));
+        EXPECT_EQ(0, p.lineDeallocateCall(p.call));
+        EXPECT_EQ(0, p.lineClose(p.line));
+        EXPECT_EQ(0, p.lineShutdown(p.app));
+        p.app = 0;
+        p.events.clear();
+        p.telsim.ClearTexts();
+    };
+    round(); // the first one makes what the process keeps
+    ZO_EXPECT_NO_LEAK(for (int i = 0; i < 1000; ++i) round());
+}
+
+TEST_F(Calls, CostNothingWhileNothingHappens)
+{
+    ASSERT_EQ(0, p.Initialize());
+    ASSERT_EQ(0, p.Open(kNoPort));
+    ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_LATE_REPLY, 1500));
+    const auto used = [] {
+        FILETIME created, ended, kernel, user;
+        EXPECT_TRUE(GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user));
+        return (kernel.dwLowDateTime + user.dwLowDateTime) / 10000; // milliseconds
+    };
+    const DWORD before = used();
+    const DWORD start = GetTickCount();
+    EXPECT_EQ(0, p.Reply(p.MakeCall()));
+    EXPECT_GE(GetTickCount() - start, 1450u);
+    EXPECT_LE(used() - before, 50u);
+}
+
+TEST_F(Calls, TellOfTheDevice)
+{
+    ASSERT_EQ(0, p.Initialize());
+    ASSERT_EQ(0, p.Open(kModem));
+    Buffer<LINEDEVCAPS> caps(1264);
+    ASSERT_EQ(0, p.lineGetDevCaps(p.app, kModem, kVersion, 0, caps.Get()));
+    EXPECT_EQ("Simulated Modem 1", caps.Text(caps->dwLineNameSize, caps->dwLineNameOffset));
+    EXPECT_EQ("SOFTWARE\\Zo,Inc.\\Simulated Modem\\0000",
+              caps.Text(caps->dwDevSpecificSize - 8, caps->dwDevSpecificOffset + 8));
+    EXPECT_EQ(static_cast<DWORD>(STRINGFORMAT_ASCII), caps->dwStringFormat);
+    EXPECT_NE(0u, caps->dwBearerModes & LINEBEARERMODE_PASSTHROUGH);
+    EXPECT_NE(0u, caps->dwMediaModes & LINEMEDIAMODE_DATAMODEM);
+    EXPECT_EQ(static_cast<DWORD>(LINEFEATURE_MAKECALL), caps->dwLineFeatures);
+    Buffer<LINEADDRESSCAPS> address(1204);
+    ASSERT_EQ(0, p.lineGetAddressCaps(p.app, kModem, 0, kVersion, 0, address.Get()));
+    EXPECT_EQ("5550100", address.Text(address->dwAddressSize, address->dwAddressOffset));
+    Buffer<VARSTRING> name(100);
+    ASSERT_EQ(0, p.lineGetID(p.line, 0, 0, LINECALLSELECT_LINE, name.Get(), "comm/datamodem/portname"));
+    EXPECT_EQ("COM99", name.Text(name->dwStringSize, name->dwStringOffset));
+
+    // The configuration goes to the dialog as it came, and comes back edited.
+    Buffer<VARSTRING> settings(100);
+    ASSERT_EQ(0, p.lineGetDevConfig(kModem, settings.Get(), "comm"));
+    const std::string given = settings.Text(settings->dwStringSize + 1, settings->dwStringOffset);
+    Buffer<VARSTRING> edited(100);
+    ASSERT_EQ(0, p.lineConfigDialogEdit(kModem, nullptr, "comm", const_cast<char*>(given.data()),
+                                        static_cast<DWORD>(given.size()), edited.Get()));
+    EXPECT_EQ(given + "*", edited.Text(edited->dwStringSize + 1, edited->dwStringOffset));
+    EXPECT_EQ(0, p.lineTranslateDialog(p.app, 0, 0x00010000, nullptr, nullptr));
+}
+
+/// Every record: too small for its fixed part, then for what varies, then just large enough.
+TEST_F(Calls, SayHowMuchRoomTheirRecordsNeed)
+{
+    ASSERT_TRUE(p.Connect(kNoPort));
+    for (const Program::GoodCall& good : p.GoodCalls(kNoPort)) {
+        SCOPED_TRACE(good.name);
+        if (good.fixedSize == 0)
+            continue;
+        Buffer<VARSTRING> small(good.fixedSize + 1);
+        small->dwTotalSize = good.fixedSize - 1;
+        EXPECT_EQ(LINEERR_STRUCTURETOOSMALL, static_cast<DWORD>(good.make({small.Get()})));
+        EXPECT_EQ(0xCCCCCCCC, small->dwNeededSize);
+        small->dwTotalSize = good.fixedSize;
+        EXPECT_EQ(0, good.make({small.Get()}));
+        EXPECT_EQ(good.fixedSize, small->dwUsedSize);
+        EXPECT_EQ('\xCC', reinterpret_cast<char*>(small.Get())[good.fixedSize]);
+        Buffer<VARSTRING> exact(small->dwNeededSize);
+        EXPECT_EQ(0, good.make({exact.Get()}));
+        EXPECT_EQ(exact->dwTotalSize, exact->dwNeededSize);
+        EXPECT_EQ(exact->dwTotalSize, exact->dwUsedSize);
+    }
+    p.telsim.ClearTexts(); // the sizes too small
+}
+
+TEST_F(Calls, TranslateNumbersFromWhereTheyAreDialed)
+{
+    const zo_test::TestFolder folder;
+    folder.Write("telsim.ini",
+                 "[location]\r\ncountry=49\r\narea=30\r\noutside=0,\r\nlongdistance=0\r\ninternational=00\r\n"
+                 "cancelcallwaiting=*43,\r\n[line0]\r\nname=Only one\r\n");
+    SetEnvironmentVariableA("TELSIM_INI", folder.Path("telsim.ini").c_str());
+    p.telsim.Reset();
+    SetEnvironmentVariableA("TELSIM_INI", nullptr);
+    ASSERT_EQ(0, p.Initialize());
+    const struct {
+        const char* address;
+        DWORD options;
+        const char* dialable; // null: LINEERR_INVALADDRESS
+        DWORD results;
+    } cases[] = {
+        {"+49 (30) 1234-567", 0, "T0,1234567", LINETRANSLATERESULT_CANONICAL | LINETRANSLATERESULT_LOCAL},
+        {"+49 (89) 1234", 0, "T0,0891234", LINETRANSLATERESULT_CANONICAL | LINETRANSLATERESULT_LONGDISTANCE},
+        {"+49 (89) 1234", LINETRANSLATEOPTION_FORCELOCAL, "T0,1234",
+         LINETRANSLATERESULT_CANONICAL | LINETRANSLATERESULT_LOCAL},
+        {"+49 (30) 1234", LINETRANSLATEOPTION_FORCELD, "T0,0301234",
+         LINETRANSLATERESULT_CANONICAL | LINETRANSLATERESULT_LONGDISTANCE},
+        {"+1 (425) 555-0123|7^Jane", LINETRANSLATEOPTION_CANCELCALLWAITING, "T*43,0,0014255550123",
+         LINETRANSLATERESULT_CANONICAL | LINETRANSLATERESULT_INTERNATIONAL},
+        {"+45 12345678", 0, "T0,004512345678", LINETRANSLATERESULT_CANONICAL | LINETRANSLATERESULT_INTERNATIONAL},
+        {"(0) 12-34 W5", 0, "T0,01234W5", 0},
+        {"", 0, nullptr, 0},
+        {"nobody", 0, nullptr, 0},
+        {"+", 0, nullptr, 0},
+        {"+12345 (1) 2", 0, nullptr, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.address);
+        Buffer<LINETRANSLATEOUTPUT> output(1064);
+        const LONG result = p.lineTranslateAddress(p.app, 0, 0x00010000, c.address, 0, c.options, output.Get());
+        if (c.dialable == nullptr) {
+            EXPECT_EQ(LINEERR_INVALADDRESS, static_cast<DWORD>(result));
+            continue;
+        }
+        ASSERT_EQ(0, result);
+        EXPECT_EQ(c.dialable, output.Text(output->dwDialableStringSize, output->dwDialableStringOffset));
+        EXPECT_EQ(c.results, output->dwTranslateResults);
+        EXPECT_EQ(49u, output->dwCurrentCountry);
+    }
+}

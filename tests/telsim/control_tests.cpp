@@ -1,0 +1,304 @@
+// The ways of driving the service: rules, events, telsim.ini.
+#include "program.h"
+
+#include "support/unique_names.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+class Control : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_EQ(0, p.Initialize());
+        ASSERT_EQ(0, p.Open(kNoPort));
+    }
+
+    Program p;
+};
+
+void WINAPI Observe(const char* function, void* context)
+{
+    const auto& program = *static_cast<Program*>(context);
+    if (std::strcmp(function, "lineGetAddressStatus") == 0) {
+        EXPECT_TRUE(program.telsim.CloseLine(program.line));
+    } else if (std::strcmp(function, "lineShutdown") == 0) {
+        program.telsim.Reset();
+    }
+}
+
+} // namespace
+
+TEST_F(Control, FailsTheCallsThatItIsToldTo)
+{
+    Buffer<LINEADDRESSSTATUS> status(100);
+    const auto results = [&](int count) {
+        std::vector<DWORD> list;
+        for (int i = 0; i < count; ++i)
+            list.push_back(static_cast<DWORD>(p.lineGetAddressStatus(p.line, 0, status.Get())));
+        return list;
+    };
+    ASSERT_TRUE(p.telsim.SetRule("lineGetAddressStatus", 2, FALSE, TELSIM_FAIL, LINEERR_NOMEM));
+    ASSERT_TRUE(p.telsim.SetRule("lineGetAddressStatus", 4, TRUE, TELSIM_FAIL, 0x80001234));
+    EXPECT_EQ((std::vector<DWORD>{0, LINEERR_NOMEM, 0, 0x80001234, 0x80001234}), results(5));
+    EXPECT_EQ(3u, p.telsim.GetCount(TELSIM_RULES_FIRED));
+    p.telsim.ClearRules();
+    EXPECT_EQ((std::vector<DWORD>{0}), results(1));
+
+    EXPECT_FALSE(p.telsim.SetRule("lineGetAddressStatus", 0, FALSE, TELSIM_FAIL, 1));
+    EXPECT_FALSE(p.telsim.SetRule("lineGetAddressStatus", 1, FALSE, TELSIM_LATE_REPLY, 1)) << "is no request";
+    EXPECT_FALSE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_NEED_MORE, 1)) << "has no record";
+    EXPECT_FALSE(p.telsim.SetRule("lineGetAddressStatus", 1, FALSE, TELSIM_LAST_ACTION + 1, 1));
+    EXPECT_FALSE(p.telsim.SetRule("lineDial", 1, FALSE, TELSIM_FAIL, 1));
+}
+
+/// Every function can be made to fail, and to say that it has done what it has not.
+TEST_F(Control, RulesEveryFunction)
+{
+    ASSERT_EQ(0, p.Reply(p.MakeCall()));
+    p.PumpAll();
+    for (const Program::GoodCall& good : p.GoodCalls(kNoPort)) {
+        SCOPED_TRACE(good.name);
+        Buffer<VARSTRING> record(1000);
+        ASSERT_TRUE(p.telsim.SetRule(good.name, 1, FALSE, TELSIM_FAIL, LINEERR_OPERATIONFAILED));
+        ASSERT_TRUE(p.telsim.SetRule(good.name, 2, FALSE, TELSIM_PRETEND, 0));
+        const DWORD fired = p.telsim.GetCount(TELSIM_RULES_FIRED);
+        EXPECT_EQ(LINEERR_OPERATIONFAILED, static_cast<DWORD>(good.make({record.Get()})));
+        const bool isCall = std::strcmp(good.name, "lineMakeCall") == 0;
+        EXPECT_EQ(0, p.Reply(good.make({record.Get()})));
+        EXPECT_EQ(0xCCCCCCCC, record->dwNeededSize) << "nothing is written";
+        EXPECT_EQ(fired + 2, p.telsim.GetCount(TELSIM_RULES_FIRED));
+        EXPECT_EQ(isCall ? LINEERR_CALLUNAVAIL : 0, static_cast<DWORD>(p.Reply(good.make({record.Get()}))));
+    }
+    EXPECT_EQ("", p.telsim.Misuses());
+    EXPECT_EQ(1u, p.telsim.GetCount(TELSIM_APPS)) << "the one that was initialized here";
+    EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_LINES));
+}
+
+TEST_F(Control, DecidesWhenRepliesComeAndWhatTheySay)
+{
+    const auto replied = [&] { return !p.events.empty() && p.events.front().message == LINE_REPLY; };
+
+    ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_FAIL_REPLY, LINEERR_CALLUNAVAIL));
+    EXPECT_EQ(LINEERR_CALLUNAVAIL, static_cast<DWORD>(p.Reply(p.MakeCall())));
+    EXPECT_EQ(0u, p.call);
+
+    p.events.clear();
+    ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_PRETEND, 0));
+    EXPECT_EQ(0, p.Reply(p.MakeCall()));
+    p.PumpAll();
+    EXPECT_EQ(1u, p.events.size()) << "no call state follows";
+    EXPECT_EQ(0u, p.call);
+
+    p.events.clear();
+    ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_EARLY_REPLY, 0));
+    EXPECT_GT(p.MakeCall(), 0);
+    EXPECT_TRUE(replied());
+    EXPECT_NE(0u, p.call);
+    p.PumpAll();
+
+    p.events.clear();
+    ASSERT_TRUE(p.telsim.SetRule("lineDrop", 1, FALSE, TELSIM_HOLD_REPLY, 0));
+    const LONG request = p.lineDrop(p.call, nullptr, 0);
+    p.PumpAll();
+    EXPECT_FALSE(replied());
+    EXPECT_EQ(1u, p.telsim.GetCount(TELSIM_HELD_REPLIES));
+    EXPECT_EQ(1u, p.telsim.ReleaseReplies());
+    EXPECT_EQ(0, p.Reply(request));
+    EXPECT_EQ(0u, p.telsim.ReleaseReplies());
+
+    // A reply that never comes goes with the line.
+    p.PumpAll();
+    EXPECT_EQ(0, p.lineDeallocateCall(p.call));
+    ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_HOLD_REPLY, 0));
+    EXPECT_GT(p.MakeCall(), 0);
+    EXPECT_EQ(0, p.lineClose(p.line));
+    EXPECT_EQ(0u, p.telsim.ReleaseReplies());
+    EXPECT_EQ("", p.telsim.Misuses());
+}
+
+TEST_F(Control, SpoilsRecords)
+{
+    constexpr DWORD kSize = 1264;
+    Buffer<LINEDEVCAPS> good(kSize);
+    ASSERT_EQ(0, p.lineGetDevCaps(p.app, kNoPort, kVersion, 0, good.Get()));
+    const DWORD used = good->dwUsedSize;
+    const struct {
+        DWORD action;
+        DWORD value;
+        DWORD needed, usedSize, nameSize, nameOffset;
+    } cases[] = {
+        {TELSIM_NEED_MORE, 100, used + 100, used, good->dwLineNameSize, good->dwLineNameOffset},
+        {TELSIM_NEED_MORE, 2000, used + 2000, telsim::kDevCapsSize, 0, 0},
+        {TELSIM_NEED_ENDLESS, 1, kSize + 1, telsim::kDevCapsSize, 0, 0},
+        {TELSIM_USED_SIZE, 40, used, 40, 0xDDDDDDDD, good->dwLineNameOffset},
+        {TELSIM_NEEDED_SIZE, 7, 7, used, good->dwLineNameSize, good->dwLineNameOffset},
+        {TELSIM_BAD_OFFSETS, 0xFFFFFFF0, used, used, good->dwLineNameSize, 0xFFFFFFF0},
+        {TELSIM_BAD_SIZES, 0x7FFFFFFF, used, used, 0x7FFFFFFF, good->dwLineNameOffset},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.action << ' ' << c.value);
+        p.telsim.ClearRules();
+        ASSERT_TRUE(p.telsim.SetRule("lineGetDevCaps", 1, FALSE, c.action, c.value));
+        Buffer<LINEDEVCAPS> caps(kSize);
+        EXPECT_EQ(0, p.lineGetDevCaps(p.app, kNoPort, kVersion, 0, caps.Get()));
+        EXPECT_EQ(c.needed, caps->dwNeededSize);
+        EXPECT_EQ(c.usedSize, caps->dwUsedSize);
+        if (c.action == TELSIM_USED_SIZE) {
+            EXPECT_EQ(0xDDDDDDDD, caps->dwLineFeatures) << "behind the used size";
+            continue;
+        }
+        EXPECT_EQ(c.nameSize, caps->dwLineNameSize);
+        EXPECT_EQ(c.nameOffset, caps->dwLineNameOffset);
+    }
+}
+
+TEST_F(Control, GivesNoHandleThatCannotBeFound)
+{
+    ASSERT_EQ(0, p.Reply(p.MakeCall()));
+    p.PumpAll();
+    for (const DWORD action : {TELSIM_NEED_ENDLESS, TELSIM_USED_SIZE, TELSIM_BAD_OFFSETS, TELSIM_BAD_SIZES}) {
+        DWORD before = 0, after = 0;
+        ASSERT_TRUE(GetProcessHandleCount(GetCurrentProcess(), &before));
+        ASSERT_TRUE(p.telsim.SetRule("lineGetID", 1, FALSE, action, 24));
+        Buffer<VARSTRING> id(100);
+        EXPECT_EQ(0, p.lineGetID(0, 0, p.call, LINECALLSELECT_CALL, id.Get(), "comm/datamodem"));
+        ASSERT_TRUE(GetProcessHandleCount(GetCurrentProcess(), &after));
+        EXPECT_EQ(before, after) << action;
+    }
+}
+
+TEST_F(Control, FiresEvents)
+{
+    EXPECT_EQ(0, p.lineSetStatusMessages(p.line, LINEDEVSTATE_OUTOFSERVICE, 0));
+    ASSERT_EQ(0, p.Reply(p.MakeCall()));
+    p.PumpAll();
+    p.events.clear();
+    EXPECT_EQ(1u, p.telsim.ChangeLineState(kNoPort, LINEDEVSTATE_OUTOFSERVICE, 1, 2));
+    EXPECT_EQ(0u, p.telsim.ChangeLineState(kNoPort, LINEDEVSTATE_MAINTENANCE, 0, 0)) << "not asked for";
+    EXPECT_EQ(1u, p.telsim.ChangeLineState(kNoPort, LINEDEVSTATE_REINIT, LINE_CREATE, 5));
+    EXPECT_EQ(2u, p.telsim.AddLine());
+    EXPECT_TRUE(p.telsim.ChangeCallState(p.call, LINECALLSTATE_ONHOLD, 0, LINECALLPRIVILEGE_MONITOR));
+    EXPECT_FALSE(p.telsim.ChangeCallState(p.call + 1, LINECALLSTATE_ONHOLD, 0, 0));
+    EXPECT_EQ(1u, p.telsim.PostEvent(0x77, LINE_CALLSTATE, 5, 1, 2, 3));
+    EXPECT_EQ(1u, p.telsim.PostEvent(p.call, LINE_CALLINFO, 0, 1, 2, 3));
+    p.PumpAll();
+    EXPECT_TRUE(p.telsim.CloseLine(p.line));
+    EXPECT_FALSE(p.telsim.CloseLine(p.line));
+    p.PumpAll();
+    EXPECT_EQ((std::vector<Event>{
+                  {p.line, LINE_LINEDEVSTATE, kInstance, {LINEDEVSTATE_OUTOFSERVICE, 1, 2}},
+                  {0, LINE_LINEDEVSTATE, 0, {LINEDEVSTATE_REINIT, LINE_CREATE, 5}},
+                  {0, LINE_CREATE, 0, {2, 0, 0}},
+                  {p.call, LINE_CALLSTATE, kInstance, {LINECALLSTATE_ONHOLD, 0, LINECALLPRIVILEGE_MONITOR}},
+                  {0x77, LINE_CALLSTATE, 5, {1, 2, 3}},
+                  {p.call, LINE_CALLINFO, kInstance, {1, 2, 3}},
+                  {p.line, LINE_CLOSE, kInstance, {0, 0, 0}},
+              }),
+              p.events);
+    EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_CALL_HANDLES)) << "gone with the line";
+    EXPECT_EQ(LINEERR_INVALLINEHANDLE, static_cast<DWORD>(p.lineClose(p.line)));
+}
+
+/// The observer sees each call before it is checked, and may do what it wants there.
+TEST_F(Control, ShowsEachCallToTheObserver)
+{
+    p.telsim.SetObserver(&Observe, &p);
+    Buffer<LINEADDRESSSTATUS> status(100);
+    EXPECT_EQ(LINEERR_INVALLINEHANDLE, static_cast<DWORD>(p.lineGetAddressStatus(p.line, 0, status.Get())));
+    EXPECT_EQ("lineGetAddressStatus: line " + HandleText(p.line) + " was closed\n", p.telsim.Misuses());
+    EXPECT_EQ(LINEERR_INVALAPPHANDLE, static_cast<DWORD>(p.lineShutdown(p.app)));
+    EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_APPS));
+}
+
+TEST_F(Control, ListsCallsWithTheirArguments)
+{
+    p.telsim.ClearTexts();
+    EXPECT_EQ(0, p.lineSetStatusMessages(p.line, 0x00BFFBFF, 0x1FF));
+    EXPECT_EQ(LINEERR_INVALCALLHANDLE, static_cast<DWORD>(p.lineDrop(7, nullptr, 0)));
+    EXPECT_EQ("lineSetStatusMessages(line=" + HandleText(p.line) +
+                  ", states=0xbffbff, address states=0x1ff) = 0\n"
+                  "lineDrop(call=0x7, info=null, size=0) = 0x80000018\n",
+              p.telsim.Calls());
+    char buffer[4] = "abc";
+    EXPECT_GT(p.telsim.GetText(TELSIM_CALLS, buffer, sizeof buffer), sizeof buffer);
+    EXPECT_STREQ("abc", buffer) << "all or nothing";
+}
+
+TEST_F(Control, SetsLinesByTheKeysOfTheFile)
+{
+    const struct {
+        const char* key;
+        const char* value;
+        BOOL accepted;
+    } cases[] = {
+        {"bearer", "voice, data", TRUE}, {"bearer", "0x40", TRUE},   {"bearer", "vocal", FALSE},
+        {"versions", "1.0-1.3", TRUE},   {"versions", "1.4", FALSE}, {"versions", "1.4-1.3", FALSE},
+        {"versions", "1.4-2.0", FALSE},  {"allocated", "1", TRUE},   {"allocated", "yes", FALSE},
+        {"reply", "20", TRUE},           {"reply", "", FALSE},       {"name", "", TRUE},
+        {"format", "unicode", TRUE},     {"colour", "green", FALSE}, {"features", "", TRUE},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.accepted, p.telsim.ConfigureLine(0, c.key, c.value)) << c.key << '=' << c.value;
+    EXPECT_FALSE(p.telsim.ConfigureLine(2, "name", "x"));
+    EXPECT_EQ(LINEERR_ALLOCATED, static_cast<DWORD>(p.Open(0)));
+    Buffer<LINEDEVCAPS> caps(1264);
+    ASSERT_EQ(0, p.lineGetDevCaps(p.app, 0, 0x00010003, 0, caps.Get()));
+    EXPECT_EQ(0x40u, caps->dwBearerModes);
+    EXPECT_EQ(0u, caps->dwLineFeatures);
+    EXPECT_EQ(static_cast<DWORD>(STRINGFORMAT_UNICODE), caps->dwStringFormat);
+}
+
+TEST(Ini, DescribesLinesAndCallsThatComeIn)
+{
+    const zo_test::TestFolder folder;
+    folder.Write("telsim.ini", "; a comment\r\n[telsim]\r\ndialogs=0\r\n"
+                               "[line0]\r\nname = First line\r\nmedia=datamodem,g3fax\r\nport=\r\n"
+                               "[line1]\r\nname=Second\r\nspeed=9600\r\n"
+                               "[call0]\r\nline=0\r\nafter=20\r\nnumber=5550123\r\nname=Jane\r\nhangup=20\r\n"
+                               "[call1]\r\nline=0\r\nafter=100\r\nblocked=1\r\nhangup=20\r\n");
+    SetEnvironmentVariableA("TELSIM_INI", folder.Path("telsim.ini").c_str());
+    Program p;
+    SetEnvironmentVariableA("TELSIM_INI", nullptr);
+    EXPECT_EQ("telsim.ini: [line1] speed=9600\n", p.telsim.Misuses());
+    ASSERT_EQ(0, p.Initialize());
+    ASSERT_EQ(0, p.Open(0, LINECALLPRIVILEGE_OWNER));
+    std::vector<std::string> callers;
+    p.onEvent = [&](const Event& event) {
+        if (event.message != LINE_CALLINFO)
+            return;
+        Buffer<LINECALLINFO> info(1320);
+        EXPECT_EQ(0, p.lineGetCallInfo(event.device, info.Get()));
+        callers.push_back(info.Text(info->dwCallerIDSize, info->dwCallerIDOffset) + '/' +
+                          info.Text(info->dwCallerIDNameSize, info->dwCallerIDNameOffset) + '/' +
+                          std::to_string(info->dwCallerIDFlags));
+    };
+    EXPECT_TRUE(p.Pump([&] { return p.States().size() == 6; }));
+    EXPECT_EQ((std::vector<std::string>{"5550123/Jane/12", "//1"}), callers);
+    const std::vector<DWORD> one = {LINECALLSTATE_OFFERING, LINECALLSTATE_DISCONNECTED, LINECALLSTATE_IDLE};
+    std::vector<DWORD> both = one;
+    both.insert(both.end(), one.begin(), one.end());
+    EXPECT_EQ(both, p.States());
+    Buffer<LINEDEVCAPS> caps(1264);
+    ASSERT_EQ(0, p.lineGetDevCaps(p.app, 0, kVersion, 0, caps.Get()));
+    EXPECT_EQ("First line", caps.Text(caps->dwLineNameSize, caps->dwLineNameOffset));
+    EXPECT_EQ(static_cast<DWORD>(LINEMEDIAMODE_DATAMODEM | LINEMEDIAMODE_G3FAX), caps->dwMediaModes);
+}
+
+/// The example beside the library makes sense in every line, and its lines can be opened.
+TEST(Ini, HasAnExampleInOrder)
+{
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path - 1);
+    const std::string program = path;
+    SetEnvironmentVariableA("TELSIM_INI", (program.substr(0, program.rfind('\\') + 1) + "telsim.sample.ini").c_str());
+    Program p;
+    SetEnvironmentVariableA("TELSIM_INI", nullptr);
+    EXPECT_EQ("", p.telsim.Misuses());
+    ASSERT_EQ(0, p.Initialize());
+    EXPECT_EQ(0, p.Open(1));
+    EXPECT_EQ(LINEERR_ALLOCATED, static_cast<DWORD>(p.Open(2)));
+    EXPECT_EQ(LINEERR_BADDEVICEID, static_cast<DWORD>(p.Open(3)));
+}

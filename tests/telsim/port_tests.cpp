@@ -1,0 +1,208 @@
+// The modem on the serial port: from the line, through a real communications handle, to the modem and back.
+#include "program.h"
+
+#include "support/environment.h"
+
+#include <cstring>
+
+namespace {
+
+class Modem : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(p.Connect(kModem)) << "is the modem there?";
+        m_port = p.PortHandle();
+        ASSERT_NE(INVALID_HANDLE_VALUE, m_port);
+        m_event = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+        // As programs set up a port: a line of its own speed, reads that answer with what there is.
+        DCB dcb = {};
+        dcb.DCBlength = sizeof dcb;
+        ASSERT_TRUE(GetCommState(m_port, &dcb));
+        dcb.BaudRate = CBR_57600;
+        dcb.ByteSize = 8;
+        dcb.Parity = NOPARITY;
+        dcb.StopBits = ONESTOPBIT;
+        dcb.fBinary = TRUE;
+        ASSERT_TRUE(SetCommState(m_port, &dcb));
+        COMMTIMEOUTS timeouts = {};
+        timeouts.ReadIntervalTimeout = MAXDWORD;
+        timeouts.ReadTotalTimeoutMultiplier = MAXDWORD;
+        timeouts.ReadTotalTimeoutConstant = 5000;
+        timeouts.WriteTotalTimeoutConstant = 5000;
+        ASSERT_TRUE(SetCommTimeouts(m_port, &timeouts));
+    }
+    void TearDown() override
+    {
+        CloseHandle(m_event);
+        CloseHandle(m_port);
+        EXPECT_EQ(0, p.Reply(p.lineDrop(p.call, nullptr, 0)));
+        EXPECT_EQ(0, p.lineDeallocateCall(p.call));
+        EXPECT_EQ("", p.telsim.Misuses());
+        EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_PORTS));
+    }
+
+    void Write(const std::string& bytes)
+    {
+        OVERLAPPED overlapped = {};
+        overlapped.hEvent = m_event;
+        DWORD written = 0;
+        ASSERT_TRUE(WriteFile(m_port, bytes.data(), static_cast<DWORD>(bytes.size()), nullptr, &overlapped) ||
+                    GetLastError() == ERROR_IO_PENDING);
+        ASSERT_TRUE(GetOverlappedResult(m_port, &overlapped, &written, TRUE));
+        ASSERT_EQ(bytes.size(), written);
+    }
+    /// What comes until there are so many bytes, or none for five seconds.
+    std::string Read(size_t size)
+    {
+        std::string bytes;
+        while (bytes.size() < size) {
+            char buffer[4096];
+            OVERLAPPED overlapped = {};
+            overlapped.hEvent = m_event;
+            DWORD read = 0;
+            const auto wanted = static_cast<DWORD>(std::min(size - bytes.size(), sizeof buffer));
+            if (!ReadFile(m_port, buffer, wanted, nullptr, &overlapped) && GetLastError() != ERROR_IO_PENDING)
+                break;
+            if (WaitForSingleObject(m_event, 5000) != WAIT_OBJECT_0)
+                CancelIo(m_port);
+            if (!GetOverlappedResult(m_port, &overlapped, &read, TRUE) || read == 0)
+                break;
+            bytes.append(buffer, read);
+        }
+        return bytes;
+    }
+    void Expect(const std::string& answer) { EXPECT_EQ(answer, Read(answer.size())); }
+    /// A command, and the answer with the line ends that it comes in.
+    void Command(const std::string& command, const std::string& answer)
+    {
+        SCOPED_TRACE(command);
+        Write(command + "\r");
+        Expect("\r\n" + answer + "\r\n");
+    }
+    /// Resets the modem; from here on it does not echo commands.
+    void Prepare()
+    {
+        Write("ATZ\r");
+        Expect("ATZ\r\r\nOK\r\n");
+        Write("ATE0\r");
+        Expect("ATE0\r\r\nOK\r\n");
+    }
+
+    Program p;
+    HANDLE m_port = INVALID_HANDLE_VALUE;
+    HANDLE m_event = nullptr;
+};
+
+} // namespace
+
+TEST_F(Modem, AnswersCommands)
+{
+    EXPECT_EQ(static_cast<DWORD>(FILE_TYPE_CHAR), GetFileType(m_port));
+    Prepare();
+    const struct {
+        const char* command;
+        const char* answer;
+    } cases[] = {
+        {"ATI3", "Simulated Modem 33600\r\n\r\nOK"},
+        {"at&f&c1&d2x4m0l1", "OK"},
+        {"AT+VCID=1", "OK"},
+        {"ATS7=30S7?", "030\r\n\r\nOK"},
+        {"ATS0=256", "ERROR"},
+        {"ATJ", "ERROR"},
+        {"hello", "ERROR"},
+        {"ATH", "OK"},
+        {"ATA", "NO CARRIER"},
+        {"ATO", "NO CARRIER"},
+        {"ATDT5550107", "BUSY"},
+        {"ATDP555 0108", "NO DIALTONE"},
+        {"ATD5550109", "NO CARRIER"},
+        {"ATD5550100;", "OK"},
+    };
+    for (const auto& c : cases)
+        Command(c.command, c.answer);
+    Write("ATV0\r");
+    Expect("0\r");
+    Write("ATS2=300\r");
+    Expect("4\r");
+}
+
+TEST_F(Modem, EchoesDataUnchanged)
+{
+    Prepare();
+    Command("ATD5550100", "CONNECT 33600");
+    std::string data;
+    for (unsigned i = 0; data.size() < 65536; ++i)
+        data += static_cast<char>(i * 31 + i / 256); // all bytes, in no short rhythm
+    std::string echo;
+    for (size_t sent = 0; sent < data.size(); sent += 2048) {
+        Write(data.substr(sent, 2048));
+        echo += Read(2048);
+    }
+    EXPECT_TRUE(data == echo) << echo.size() << " bytes came back";
+    Write(data.substr(0, 60000)); // more than the terminal takes at a time
+    EXPECT_TRUE(data.substr(0, 60000) == Read(60000));
+
+    // Without a pause around it the escape is data; with pauses it leads back to commands, the connection stays.
+    Write("+++ATH\r");
+    Expect("+++ATH\r");
+    Sleep(1100);
+    Write("+++");
+    Expect("+++\r\nOK\r\n");
+    Command("ATO", "CONNECT 33600");
+    Write("still here");
+    Expect("still here");
+}
+
+TEST_F(Modem, RingsAndHangsUp)
+{
+    Prepare();
+    Write("AT*RING=5550123,Jane Doe\r");
+    Expect("\r\nOK\r\n\r\nRING\r\n\r\nDATE = ");
+    EXPECT_EQ(4u, Read(4).size());
+    Expect("\r\nTIME = ");
+    EXPECT_EQ(4u, Read(4).size());
+    Expect("\r\nNMBR = 5550123\r\nNAME = Jane Doe\r\n");
+    Write("AT*HANGUP=100;A\r"); // the caller hangs up soon after the call is answered
+    Expect("\r\nCONNECT 33600\r\n");
+    Expect("\r\nNO CARRIER\r\n");
+    Command("AT*RING=blocked", "OK");
+    Expect("\r\nRING\r\n");
+    EXPECT_EQ("\r\nNMBR = P\r\nNAME = P\r\n", Read(48).substr(26));
+    Command("ATH", "OK");
+}
+
+/// Closing the port is hanging up: who opens it next finds a modem in its first state.
+TEST_F(Modem, ForgetsEverythingWhenThePortIsClosed)
+{
+    Prepare();
+    Command("ATD5550100", "CONNECT 33600");
+    Write("data");
+    Expect("data");
+    TearDown();
+    ASSERT_EQ(0, p.lineShutdown(p.app));
+    p.events.clear();
+    SetUp();
+    Prepare();
+    Command("ATO", "NO CARRIER");
+}
+
+/// What a terminal lacks of a serial port. Programs must not need it.
+TEST_F(Modem, HasNoStatusLines)
+{
+    ZO_ONLY_IN(zo_test::IsWine(), "where the port is a terminal");
+    DWORD lines = 0;
+    EXPECT_FALSE(GetCommModemStatus(m_port, &lines));
+    EXPECT_FALSE(EscapeCommFunction(m_port, SETDTR));
+}
+
+TEST(Port, ThatCannotBeOpenedMakesCallsFail)
+{
+    Program p;
+    ASSERT_TRUE(p.telsim.ConfigureLine(kModem, "port", "COM98"));
+    ASSERT_EQ(0, p.Initialize());
+    ASSERT_EQ(0, p.Open(kModem));
+    EXPECT_EQ(LINEERR_RESOURCEUNAVAIL, static_cast<DWORD>(p.Reply(p.MakeCall())));
+    EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_CALL_HANDLES));
+    EXPECT_EQ("", p.telsim.Misuses());
+}

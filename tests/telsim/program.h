@@ -1,0 +1,127 @@
+/// \file
+/// A program that telephones, for the tests of the service that it uses.
+#pragma once
+
+#include "tapi_header.h"
+
+#include <telsim/client.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+/// An event that the callback was given.
+struct Event {
+    DWORD device;
+    DWORD message;
+    DWORD_PTR instance;
+    DWORD_PTR params[3];
+
+    bool operator==(const Event&) const = default;
+    friend std::ostream& operator<<(std::ostream& stream, const Event& event)
+    {
+        return stream << std::hex << "{device 0x" << event.device << ", message " << event.message << ", instance 0x"
+                      << event.instance << ", 0x" << event.params[0] << ", 0x" << event.params[1] << ", 0x"
+                      << event.params[2] << '}';
+    }
+};
+
+constexpr DWORD_PTR kInstance = 0x1234;
+constexpr DWORD kVersion = 0x00010004;
+constexpr DWORD kModem = 0;  // the device on the port
+constexpr DWORD kNoPort = 1; // the device without one
+
+/// Memory that passes for a record of any kind.
+struct AnyRecord {
+    void* memory;
+    template <class RECORD> operator RECORD*() const { return static_cast<RECORD*>(memory); }
+};
+
+/// The line functions, each given to a macro.
+#define FOR_EACH_LINE_FUNCTION(use)                                                                                    \
+    use(lineInitialize) use(lineShutdown) use(lineNegotiateAPIVersion) use(lineGetDevCaps) use(lineGetAddressCaps)     \
+        use(lineGetDevConfig) use(lineConfigDialogEdit) use(lineOpen) use(lineClose) use(lineSetStatusMessages)        \
+            use(lineGetAddressStatus) use(lineGetID) use(lineMakeCall) use(lineDrop) use(lineDeallocateCall)           \
+                use(lineGetCallStatus) use(lineGetCallInfo) use(lineTranslateAddress) use(lineTranslateDialog)
+
+/// The simulated service, newly reset, and the line functions by name, as a program binds them.
+class Program {
+public:
+    Program();
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    telsim::Client telsim;
+    /// All events so far, from all applications.
+    std::vector<Event> events;
+    /// Called in the callback, after the event was noted.
+    std::function<void(const Event&)> onEvent;
+
+    HLINEAPP app = 0;
+    HLINE line = 0;
+    HCALL call = 0;
+
+    /// Notes events; for lineInitialize.
+    static void CALLBACK Callback(DWORD device, DWORD message, DWORD_PTR instance, DWORD_PTR param1, DWORD_PTR param2,
+                                  DWORD_PTR param3);
+
+    /// lineInitialize; \return its result.
+    LONG Initialize();
+    /// Negotiates a version and opens a device into \a line.
+    LONG Open(DWORD device, DWORD privileges = LINECALLPRIVILEGE_NONE, DWORD mediaModes = LINEMEDIAMODE_DATAMODEM);
+    /// Asks for a call into \a call. Without parameters it is one that hands out the modem.
+    LONG MakeCall(const char* number = nullptr, DWORD bearerMode = LINEBEARERMODE_PASSTHROUGH);
+    /// Initializes, opens, calls, and takes messages until the call has a state; \return whether it came to it.
+    bool Connect(DWORD device);
+    /// The handle of the call's port; INVALID_HANDLE_VALUE for none.
+    HANDLE PortHandle();
+
+    /// A call of every line function with nothing wrong, in an order in which they can be made, on a device that is open.
+    struct GoodCall {
+        const char* name;
+        DWORD fixedSize; // of the record that it fills; 0 for none
+        std::function<LONG(AnyRecord record)> make;
+    };
+    std::vector<GoodCall> GoodCalls(DWORD device);
+
+    /// Takes messages until \p done, or time is up. \return whether it is done.
+    static bool Pump(const std::function<bool()>& done, DWORD milliseconds = 5000);
+    /// Takes messages until no event is on its way.
+    void PumpAll();
+    /// Takes messages until the reply to a request is there; \return its result.
+    LONG Reply(LONG request);
+    /// The call states that came, in order.
+    std::vector<DWORD> States() const;
+
+#define LINE_FUNCTION(name) decltype(&::name) name = nullptr;
+    FOR_EACH_LINE_FUNCTION(LINE_FUNCTION)
+#undef LINE_FUNCTION
+};
+
+/// A result as LINEERR_ constants are written.
+constexpr LONG Error(DWORD code) { return static_cast<LONG>(code); }
+
+/// A handle as the service writes it in its texts.
+std::string HandleText(DWORD handle);
+
+/// A record of variable size with room behind its fixed part.
+template <class RECORD> class Buffer {
+public:
+    explicit Buffer(DWORD size) : m_bytes(size, '\xCC') { Get()->dwTotalSize = size; }
+    RECORD* Get() { return reinterpret_cast<RECORD*>(m_bytes.data()); }
+    RECORD* operator->() { return Get(); }
+    /// A part, without the terminator that ends texts.
+    std::string Text(DWORD size, DWORD offset) const
+    {
+        if (offset > m_bytes.size() || size > m_bytes.size() - offset)
+            return "(outside)";
+        return std::string(m_bytes.data() + offset, size == 0 ? 0 : size - 1);
+    }
+
+private:
+    std::vector<char> m_bytes;
+};
