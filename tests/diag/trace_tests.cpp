@@ -522,6 +522,19 @@ TEST(Trace, SurvivesADamagedBlock)
     }
 }
 
+namespace {
+
+/// What the shared count says while the buffer is being written.
+const BlockView* s_block;
+DWORD s_countWhileWriting;
+BOOL WINAPI NoteCount(HANDLE file, LPCVOID data, DWORD size, DWORD* written, OVERLAPPED* overlapped)
+{
+    s_countWhileWriting = (*s_block)->pending;
+    return WriteFile(file, data, size, written, overlapped);
+}
+
+} // namespace
+
 TEST(Trace, GoesOnWhereADyingWriterStopped)
 {
     // The buffer is marked as being written, and this much of it is in the file, which ended with the same line before.
@@ -535,12 +548,19 @@ TEST(Trace, GoesOnWhereADyingWriterStopped)
             ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
             trace.Output("%s", line.c_str());
             trace.Flush();
+            const std::string before = names.Read();
+            const DWORD count = static_cast<DWORD>(0x80000000 | before.size() << 14 | buffer.size());
             {
-                const std::string before = names.Read();
                 const BlockView block(names);
                 std::copy(buffer.begin(), buffer.end(), const_cast<char*>(block->buffer));
-                block->pending = static_cast<DWORD>(0x80000000 | before.size() << 14 | buffer.size());
+                block->pending = count;
                 names.Write(isCut ? "" : before + buffer.substr(0, written));
+                s_block = &block;
+                s_countWhileWriting = count;
+                const zo_test::ImportPatch note(kLibrary, "WriteFile", &NoteCount);
+                trace.Flush();
+                EXPECT_EQ(isCut ? buffer.size() | 0x80000000 : count, s_countWhileWriting)
+                    << "for who finishes it next";
             }
             trace.Output("end\r\n");
             trace.Flush();
