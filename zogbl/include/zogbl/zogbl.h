@@ -13,6 +13,9 @@
 #include <zogbl/global_config.h>
 #include <zogbl/global_error.h>
 #include <zogbl/language_support.h>
+#include <zogbl/location_item.h>
+#include <zogbl/location_registry.h>
+#include <zogbl/mailboxes.h>
 #include <zogbl/module.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
