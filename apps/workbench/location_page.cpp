@@ -10,9 +10,8 @@ namespace {
 constexpr int kMostLocations = 100;
 constexpr UINT kUnitedStates = 840;
 
-enum Button { kNew, kDelete, kMakeCurrent, kToggleTapi };
-constexpr UINT kButtonTexts[] = {ZO_IDS_RECORDS_NEW, ZO_IDS_RECORDS_DELETE, ZO_IDS_LOCATION_MAKE_CURRENT,
-                                 ZO_IDS_LOCATION_TOGGLE_TAPI};
+enum Button { kNew, kDelete, kMakeCurrent };
+constexpr UINT kButtonTexts[] = {ZO_IDS_RECORDS_NEW, ZO_IDS_RECORDS_DELETE, ZO_IDS_LOCATION_MAKE_CURRENT};
 
 constexpr struct {
     UINT label;
@@ -116,16 +115,9 @@ DWORD LocationPage::Do(int button, int index)
 {
     if (button == kNew)
         return AddLocation();
-    CZoLocationItem& location = *m_locations->GetAt(index);
-    switch (button) {
-    case kDelete: // by its record: names may begin alike
-        return CZoLocationRegistry().DeleteIndex(location.m_dwIndex);
-    case kMakeCurrent:
-        return m_locations->SetCurrentIndex(location.m_dwIndex);
-    default:
-        location.m_bTAPIDialing = !location.m_bTAPIDialing;
-        return location.SaveByIndex();
-    }
+    const DWORD record = m_locations->GetAt(index)->m_dwIndex;
+    // Deleted by its number: names may begin alike.
+    return button == kDelete ? CZoLocationRegistry().DeleteIndex(record) : m_locations->SetCurrentIndex(record);
 }
 
 DWORD LocationPage::AddLocation()

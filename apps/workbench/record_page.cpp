@@ -12,6 +12,7 @@ constexpr UINT kFirstButtonId = 110;
 constexpr UINT kLastButtonId = 119;
 constexpr int kMargin = 8;
 constexpr int kListWidth = 190;
+constexpr int kButtonWidth = 70; // at least
 
 /// Sets the one tab stop of a view so that values stand behind labels of that width.
 void SetTabStop(CWnd& view, int width)
@@ -53,16 +54,15 @@ BEGIN_MESSAGE_MAP(RecordPage, Page)
     ON_COMMAND_RANGE(kFirstButtonId, kLastButtonId, OnButton)
 END_MESSAGE_MAP()
 
-RecordPage::RecordPage(const UINT (&buttons)[kButtons]) : m_buttonTexts(buttons) {}
-
 void RecordPage::CreateControls()
 {
     const CRect nowhere;
     m_list.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | WS_BORDER | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, nowhere, this,
                   kListId);
-    m_view.Create(WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
+    m_view.Create(WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY |
+                      ES_AUTOHSCROLL | ES_AUTOVSCROLL,
                   nowhere, this, kViewId);
-    for (int i = 0; i < kButtons; ++i)
+    for (int i = 0; i < m_buttonCount; ++i)
         m_buttons[i].Create("", WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, nowhere, this,
                             kFirstButtonId + static_cast<UINT>(i));
     m_state.Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX, nowhere, this);
@@ -71,7 +71,7 @@ void RecordPage::CreateControls()
 void RecordPage::Reload()
 {
     const auto font = reinterpret_cast<WPARAM>(ControlFont());
-    for (int i = 0; i < kButtons; ++i) {
+    for (int i = 0; i < m_buttonCount; ++i) {
         m_buttons[i].SetWindowText(Text(m_buttonTexts[i]));
         m_buttons[i].SendMessage(WM_SETFONT, font, TRUE);
     }
@@ -99,7 +99,7 @@ void RecordPage::Show()
     const CString description = index >= 0 ? Describe(index) : CString();
     SetTabStop(m_view, LabelWidth(description) + 2 * kMargin);
     m_view.SetWindowText(description);
-    for (int i = 0; i < kButtons; ++i)
+    for (int i = 0; i < m_buttonCount; ++i)
         m_buttons[i].EnableWindow(CanDo(i, index));
 }
 
@@ -135,10 +135,11 @@ void RecordPage::Layout(int width, int height)
     const int view = kListWidth + 2 * kMargin;
     m_view.MoveWindow(view, kMargin, width - view - kMargin, buttons - 2 * kMargin);
     int left = kMargin;
-    for (CButton& button : m_buttons) {
+    for (int i = 0; i < m_buttonCount; ++i) {
+        CButton& button = m_buttons[i];
         CString text;
         button.GetWindowText(text);
-        const int buttonWidth = (std::max)(TextWidth(text) + 24, 90);
+        const int buttonWidth = (std::max)(TextWidth(text) + 24, kButtonWidth);
         button.MoveWindow(left, buttons, buttonWidth, row);
         left += buttonWidth + kMargin;
     }

@@ -11,9 +11,13 @@ public:
     void Refresh() override;
 
 protected:
-    static constexpr int kButtons = 4;
-    /// \param buttons strings of the buttons
-    explicit RecordPage(const UINT (&buttons)[kButtons]);
+    static constexpr int kMostButtons = 4;
+    /// \param buttons strings of the buttons, at most kMostButtons
+    template <int COUNT> explicit RecordPage(const UINT (&buttons)[COUNT])
+        : m_buttonTexts(buttons), m_buttonCount(COUNT)
+    {
+        static_assert(COUNT <= kMostButtons);
+    }
 
     /// Reads the records and adds each to the empty \p list, as text. \return 0, or the status of a failure.
     virtual DWORD FillList(CListBox& list) = 0;
@@ -39,11 +43,12 @@ private:
     void Show();
     void ShowState(DWORD status);
 
-    const UINT (&m_buttonTexts)[kButtons];
+    const UINT* const m_buttonTexts;
+    const int m_buttonCount;
     int m_chosen = 0;
     CListBox m_list;
     CEdit m_view;
-    CButton m_buttons[kButtons];
+    CButton m_buttons[kMostButtons];
     CStatic m_state;
 };
 

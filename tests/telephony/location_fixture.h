@@ -24,31 +24,33 @@ struct TextField {
     DWORD (Registry::*get)(CString&);
     DWORD (Registry::*set)(const char*);
 };
+#define ZO_TEXT(name, suffix)                                                                                          \
+    {                                                                                                                  \
+        name, &Item::m_cs##suffix, &Registry::Get##suffix, &Registry::Set##suffix                                      \
+    }
 inline const TextField kTexts[] = {
-    {"LocationName", &Item::m_csLocationName, &Registry::GetLocationName, &Registry::SetLocationName},
-    {"CountryCode", &Item::m_csCountryCode, &Registry::GetCountryCode, &Registry::SetCountryCode},
-    {"AreaCityCode", &Item::m_csAreaCityCode, &Registry::GetAreaCityCode, &Registry::SetAreaCityCode},
-    {"InternationalAccess", &Item::m_csInternationalAccess, &Registry::GetInternationalAccess,
-     &Registry::SetInternationalAccess},
-    {"LongDistancePrefix", &Item::m_csLongDistancePrefix, &Registry::GetLongDistancePrefix,
-     &Registry::SetLongDistancePrefix},
-    {"LongDistanceAccess", &Item::m_csLongDistanceAccess, &Registry::GetLongDistanceAccess,
-     &Registry::SetLongDistanceAccess},
-    {"LocalPrefix", &Item::m_csLocalPrefix, &Registry::GetLocalPrefix, &Registry::SetLocalPrefix},
-    {"DialSuffix", &Item::m_csDialSuffix, &Registry::GetDialSuffix, &Registry::SetDialSuffix},
-    {"CallerID", &Item::m_csBlockCallerID, &Registry::GetBlockCallerID, &Registry::SetBlockCallerID},
-    {"CallWaiting", &Item::m_csDisableCallWaiting, &Registry::GetDisableCallWaiting, &Registry::SetDisableCallWaiting},
-    {"UserName", &Item::m_csUserName, &Registry::GetUserName, &Registry::SetUserName},
-    {"Company", &Item::m_csCompany, &Registry::GetCompany, &Registry::SetCompany},
-    {"Dept", &Item::m_csDept, &Registry::GetDept, &Registry::SetDept},
-    {"Address1", &Item::m_csAddress1, &Registry::GetAddress1, &Registry::SetAddress1},
-    {"Address2", &Item::m_csAddress2, &Registry::GetAddress2, &Registry::SetAddress2},
-    {"City", &Item::m_csCity, &Registry::GetCity, &Registry::SetCity},
-    {"State", &Item::m_csState, &Registry::GetState, &Registry::SetState},
-    {"ZipCode", &Item::m_csZipCode, &Registry::GetZipCode, &Registry::SetZipCode},
-    {"EMail", &Item::m_csEMail, &Registry::GetEMail, &Registry::SetEMail},
-    {"CompuServe", &Item::m_csCompuserve, &Registry::GetCompuserve, &Registry::SetCompuserve},
+    ZO_TEXT("LocationName", LocationName),
+    ZO_TEXT("CountryCode", CountryCode),
+    ZO_TEXT("AreaCityCode", AreaCityCode),
+    ZO_TEXT("InternationalAccess", InternationalAccess),
+    ZO_TEXT("LongDistancePrefix", LongDistancePrefix),
+    ZO_TEXT("LongDistanceAccess", LongDistanceAccess),
+    ZO_TEXT("LocalPrefix", LocalPrefix),
+    ZO_TEXT("DialSuffix", DialSuffix),
+    ZO_TEXT("CallerID", BlockCallerID),
+    ZO_TEXT("CallWaiting", DisableCallWaiting),
+    ZO_TEXT("UserName", UserName),
+    ZO_TEXT("Company", Company),
+    ZO_TEXT("Dept", Dept),
+    ZO_TEXT("Address1", Address1),
+    ZO_TEXT("Address2", Address2),
+    ZO_TEXT("City", City),
+    ZO_TEXT("State", State),
+    ZO_TEXT("ZipCode", ZipCode),
+    ZO_TEXT("EMail", EMail),
+    ZO_TEXT("CompuServe", Compuserve),
 };
+#undef ZO_TEXT
 inline const char* const kKinds[] = {"Home1", "Home2", "Work1", "Work2", "Data", "Fax", "Mobile", "Pager"};
 
 /// Every value of a record, in the order in which it is read.
