@@ -4,6 +4,8 @@
 
 #include "country_page.h"
 #include "language_page.h"
+#include "location_page.h"
+#include "mailbox_page.h"
 #include "trace_page.h"
 
 class MainFrame : public CFrameWnd {
@@ -36,11 +38,13 @@ private:
     void LayOut(int width, int height);
     void ReloadMenu();
 
-    static constexpr int kPages = 3;
+    static constexpr int kPages = 5;
     CountryPage m_countries;
     LanguagePage m_language;
     TracePage m_trace;
-    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace};
+    LocationPage m_locations;
+    MailBoxPage m_mailBoxes;
+    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace, &m_locations, &m_mailBoxes};
     int m_shown = -1;
     CListBox m_pageList;
     CStatic m_status;

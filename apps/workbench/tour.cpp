@@ -10,6 +10,8 @@
 
 #include <zogbl/country_code.h>
 #include <zogbl/directory_functions.h>
+#include <zogbl/location_item.h>
+#include <zogbl/mailboxes.h>
 #include <zogbl/mem_ini_file.h>
 #include <zogbl/module.h>
 #include <zogbl/operating_system.h>
@@ -69,9 +71,10 @@ public:
     bool Run()
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
-               ProfileFile() && OpenWindow() && OpenTrace() && WriteTrace() && SecondProcess() && Pictures("en") &&
-               SwitchLanguage(kGerman) && Countries() && Pictures("de") && SwitchLanguage(kEnglish) && CloseTrace() &&
-               CloseWindow() && MeasureFolder() && UnloadLanguage();
+               ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
+               SecondProcess() && Pictures("en") && SwitchLanguage(kGerman) && Countries() && Pictures("de") &&
+               SwitchLanguage(kEnglish) && CloseTrace() && CloseWindow() && RemoveMailBox() && RemoveLocation() &&
+               MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -184,6 +187,85 @@ private:
         return m_report.Step("folder", measured && count > 0 && count == enumerated, result);
     }
 
+    /// Adds a location, makes it the current one and reads that back.
+    bool AddLocation()
+    {
+        CZoLocationItemList list;
+        DWORD status = list.LoadAllItems();
+        m_locationBefore = list.GetCurrentIndex();
+        CZoLocationItem* location = list.GetNewLocation();
+        CString result;
+        if (status == ERROR_SUCCESS && location != nullptr) {
+            m_location = location->m_dwIndex;
+            location->m_csLocationName = "Main office";
+            location->m_dwCountryIndex = location->m_dwAddressCountryIndex = 276;
+            GetCountryPhoneCode(276, location->m_csCountryCode);
+            location->m_csAreaCityCode = "30";
+            location->m_csInternationalAccess = "00";
+            location->m_csLongDistancePrefix = "0";
+            location->m_csLocalPrefix = "0,";
+            location->m_csBlockCallerID = "*31#";
+            location->m_csUserName = "Anna Muster";
+            location->m_csCity = "Berlin";
+            location->m_csaPhoneAreas.SetSize(ZO_PHONE_KINDS);
+            location->m_csaPhoneNumbers.SetSize(ZO_PHONE_KINDS);
+            location->m_csaPhoneAreas[ZO_PHONE_FAX] = "30";
+            location->m_csaPhoneNumbers[ZO_PHONE_FAX] = "5550123";
+            status = location->SaveByIndex();
+            if (status == ERROR_SUCCESS)
+                status = list.SetCurrentIndex(m_location);
+            CZoLocationItem current(0);
+            if (status == ERROR_SUCCESS)
+                status = current.LoadCurrentLocation();
+            result.Format("%08lu is %s, +%s %s; fax %s", current.m_dwIndex, (LPCSTR)current.m_csLocationName,
+                          (LPCSTR)current.m_csCountryCode, (LPCSTR)current.m_csAreaCityCode,
+                          status == ERROR_SUCCESS ? (LPCSTR)current.m_csaPhoneNumbers[ZO_PHONE_FAX] : "");
+        }
+        return m_report.Step("location", status == ERROR_SUCCESS && location != nullptr, result);
+    }
+
+    bool RemoveLocation()
+    {
+        CZoLocationRegistry registry;
+        registry.SetCurrentIndex(m_locationBefore);
+        const DWORD status = registry.DeleteIndex(m_location);
+        return m_report.Step("location", status == ERROR_SUCCESS && !registry.DoesIndexExist(m_location),
+                             "the record is gone");
+    }
+
+    /// Adds a mailbox and has the folder of its inbox made.
+    bool AddMailBox()
+    {
+        CZoRegMailBoxes mailBoxes;
+        BOOL done = mailBoxes.Load();
+        while (mailBoxes.DoesNumberExist(m_mailBox))
+            ++m_mailBox;
+        m_mailBoxBefore = mailBoxes.GetUserDefault();
+        mailBoxes.Add(m_mailBox, "Reception");
+        done = done && mailBoxes.Write();
+        CZoRegMailBoxes::SetUserDefault(m_mailBox);
+        CString path;
+        unsigned long exists = 0;
+        if (done && CZoRegMailBoxes::GetMailBoxPath(m_mailBox, path, MAILBOXFOLDER_INBOX))
+            CZoGlobalDirectoryFunctions::Exists(path, exists);
+        return m_report.Step("mailbox", exists != 0, path);
+    }
+
+    bool RemoveMailBox()
+    {
+        CString path;
+        CZoRegMailBoxes::GetMailBoxPath(m_mailBox, path, MAILBOXFOLDER_ROOT);
+        CZoGlobalDirectoryFunctions::DeleteDirChain(path);
+        CZoGlobalDirectoryFunctions::Delete(path.Left(path.ReverseFind('\\'))); // unless others have folders there
+        CZoRegMailBoxes mailBoxes;
+        const BOOL removed = mailBoxes.Load() && mailBoxes.Remove(m_mailBox) && mailBoxes.Write();
+        if (mailBoxes.GetCount() > 0)
+            CZoRegMailBoxes::SetUserDefault(m_mailBoxBefore);
+        unsigned long exists = 1;
+        CZoGlobalDirectoryFunctions::Exists(path, exists);
+        return m_report.Step("mailbox", removed && exists == 0, "the record and its folders are gone");
+    }
+
     bool OpenWindow()
     {
         m_frame = new MainFrame;
@@ -268,7 +350,8 @@ private:
 
     bool Pictures(LPCSTR language)
     {
-        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace"};
+        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace", "locations",
+                                                                    "mailboxes"};
         for (int page = 0; page < MainFrame::GetPageCount(); ++page) {
             m_frame->ShowPage(page);
             m_frame->UpdateWindow();
@@ -311,6 +394,10 @@ private:
     CString m_folder;
     Report m_report;
     CString m_tracePath;
+    DWORD m_location = 0; // the record that the tour made
+    DWORD m_locationBefore = ZO_NO_LOCATION;
+    DWORD m_mailBox = 1; // likewise
+    DWORD m_mailBoxBefore = 0;
     MainFrame* m_frame = nullptr;
 };
 

@@ -4,6 +4,7 @@
 #include <zogbl/version_resource.h>
 
 #include "../files/open_security.h"
+#include "../files/program_folder.h"
 
 #include <atomic>
 #include <cctype>
@@ -48,17 +49,6 @@ TraceNames NamesOf(const CString& name)
     names.mutex.MakeUpper();
     names.mapping.MakeUpper();
     return names;
-}
-
-/// A file of that name beside the executable; empty when the executable has too long a path.
-CString BesideExecutable(LPCSTR fileName)
-{
-    char executable[MAX_PATH] = {};
-    const DWORD length = GetModuleFileNameA(nullptr, executable, sizeof executable);
-    if (length == 0 || length >= sizeof executable)
-        return {};
-    const CString path(executable);
-    return path.Left(path.ReverseFind('\\') + 1) + fileName;
 }
 
 HANDLE OpenShared(LPCSTR path, DWORD disposition)

@@ -14,6 +14,9 @@
 #include <zogbl/global_error.h>
 #include <zogbl/ini_file.h>
 #include <zogbl/language_support.h>
+#include <zogbl/location_item.h>
+#include <zogbl/location_registry.h>
+#include <zogbl/mailboxes.h>
 #include <zogbl/mem_ini_file.h>
 #include <zogbl/module.h>
 #include <zogbl/number_text.h>
