@@ -2,6 +2,7 @@
 /// The whole interface of the library.
 #pragma once
 
+#include <zogbl/address_functions.h>
 #include <zogbl/avl.h>
 #include <zogbl/country_code.h>
 #include <zogbl/custom_resource.h>
@@ -25,6 +26,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/status.h>
+#include <zogbl/tapi_interface.h>
 #include <zogbl/trace.h>
 #include <zogbl/tree.h>
 #include <zogbl/version_resource.h>

@@ -1,0 +1,235 @@
+// Waiting, hanging up, and what happens meanwhile.
+#include "tapi_fixture.h"
+
+#include "support/virtual_slots.h"
+
+namespace {
+
+class TapiCall : public TapiTest {
+protected:
+    /// Takes the port while the reply to the call is held back and \p meanwhile happens.
+    BOOL GrabWhile(TestLine& line, std::function<void()> meanwhile)
+    {
+        Rule("lineMakeCall", TELSIM_HOLD_REPLY);
+        After(20, std::move(meanwhile));
+        return line.GrabThePort();
+    }
+};
+
+DWORD ThreadMilliseconds()
+{
+    FILETIME times[4];
+    GetThreadTimes(GetCurrentThread(), &times[0], &times[1], &times[2], &times[3]);
+    return (times[2].dwLowDateTime + times[3].dwLowDateTime) / 10000;
+}
+
+} // namespace
+
+TEST_F(TapiCall, VirtualOperationsKeepTheirOrder)
+{
+    using Line = CZoTAPIInterface;
+    zo_test::ExpectSlots(2, &Line::InitializeTAPI, &Line::ShutdownTAPI, &Line::EnableCallAnswer, &Line::GrabThePort,
+                         &Line::HangupCall, &Line::DoLineReply, &Line::DoLineClose, &Line::DoLineDevState,
+                         &Line::DoLineCallState, &Line::DoLineCreate, &Line::DoLineCallInfo);
+}
+
+TEST_F(TapiCall, APortIsTakenAndGivenBack)
+{
+    {
+        TestLine line;
+        EXPECT_TRUE(line.GrabThePort());
+        EXPECT_EQ("Main window unavailable.\nDialog window unavailable.\n<GrabThePort:Calling InitializeTAPI!\n"
+                  "Tapi initialized.\nLINE_REPLY: successfully replied.\n\n\nConnected!\n\n"
+                  "Connected!  Starting communications!\n\nJust set m_hComm.\nFile handle is not a comm handle.\n"
+                  "\n\nLineMakecall Success!!!\n\n",
+                  TakeTexts());
+        EXPECT_FALSE(line.GrabThePort());
+        EXPECT_EQ(2u, line.GetLastTAPIError());
+        EXPECT_EQ((Boxes{{2, 0x10}}), TakeBoxes());
+        EXPECT_EQ(0u, line.GetLastTAPIError()) << "forgotten once asked for";
+        TakeTexts();
+    }
+    EXPECT_EQ("Stopping Call in progress\nLINE_REPLY: successfully replied.\nLine idle\nCall Dropped.\n"
+              "Call Deallocated.\nLine Closed.\nCall stopped\nTAPI uninitialized.\n",
+              TakeTexts());
+    for (const DWORD kind : {TELSIM_APPS, TELSIM_LINES, TELSIM_CALL_HANDLES})
+        EXPECT_EQ(0u, telsim.GetCount(kind));
+    EXPECT_EQ("", telsim.Misuses());
+    EXPECT_NE(std::string::npos, telsim.Calls().find("low=0x10000, high=0x10000000"));
+}
+
+TEST_F(TapiCall, WhatHappensInTheMiddleEndsOrLeavesTheWait)
+{
+    const struct {
+        const char* name;
+        void (*act)(TestLine& line, telsim::Client& telsim);
+        BOOL grabbed;
+        Boxes boxes;
+    } kCases[] = {
+        {"hung up", [](TestLine& line, telsim::Client&) { line.HangupCall(); }, FALSE, {{11, 0x10}}},
+        {"shut down", [](TestLine& line, telsim::Client&) { line.ShutdownTAPI(); }, FALSE, {{11, 0x10}}},
+        {"another wait",
+         [](TestLine&, telsim::Client&) {
+             TestLine other(TRUE);
+             EXPECT_EQ(Error(LINEERR_INUSE), other.WaitForReply(Error(LINEERR_INUSE)));
+         },
+         FALSE,
+         {{11, 0x10}}},
+        {"line closed",
+         [](TestLine& line, telsim::Client& telsim) { telsim.CloseLine(line.m_hLine); },
+         FALSE,
+         {{22, 0x30}, {11, 0x10}}},
+        {"full restart",
+         [](TestLine&, telsim::Client& telsim) { telsim.ChangeLineState(1, LINEDEVSTATE_REINIT, 0, 0); },
+         FALSE,
+         {{11, 0x10}}},
+        {"soft restart: new device",
+         [](TestLine&, telsim::Client& telsim) {
+             telsim.ChangeLineState(1, LINEDEVSTATE_REINIT, LINE_CREATE, 8);
+             telsim.ReleaseReplies();
+         },
+         TRUE,
+         {}},
+        {"soft restart: device gone",
+         [](TestLine&, telsim::Client& telsim) {
+             telsim.ChangeLineState(1, LINEDEVSTATE_REINIT, LINE_LINEDEVSTATE, LINEDEVSTATE_OUTOFSERVICE);
+         },
+         FALSE,
+         {{11, 0x10}}},
+        {"an exception of a handler",
+         [](TestLine& line, telsim::Client& telsim) {
+             line.onCallState = [](DWORD) { AfxThrowMemoryException(); };
+             telsim.ReleaseReplies();
+         },
+         TRUE,
+         {}},
+        {"hung up when connected",
+         [](TestLine& line, telsim::Client& telsim) {
+             line.onCallState = [&line](DWORD state) {
+                 if (state == LINECALLSTATE_CONNECTED)
+                     line.HangupCall();
+             };
+             telsim.ReleaseReplies();
+         },
+         FALSE,
+         {{11, 0x10}}},
+    };
+    for (const auto& test : kCases) {
+        SCOPED_TRACE(test.name);
+        telsim.Reset();
+        TestLine line;
+        ASSERT_TRUE(line.InitializeTAPI(nullptr));
+        EXPECT_EQ(test.grabbed, GrabWhile(line, [&] { test.act(line, telsim); }));
+        EXPECT_EQ(test.boxes, TakeBoxes());
+        EXPECT_EQ("", telsim.Misuses());
+        line.onCallState = nullptr;
+        const bool closed = test.boxes.size() == 2;
+        EXPECT_EQ(test.grabbed || closed, line.m_bCallInProgress != FALSE);
+        EXPECT_EQ(test.name == std::string("soft restart: new device") ? 9u : 2u, line.m_dwNumDevs);
+        if (closed) {
+            EXPECT_FALSE(line.GrabThePort());
+            EXPECT_EQ((Boxes{{2, 0x10}}), TakeBoxes());
+        }
+        line.ShutdownTAPI();
+        EXPECT_TRUE(line.GrabThePort()) << "as if nothing had been";
+    }
+}
+
+TEST_F(TapiCall, ADropThatIsNeverAnsweredEndsWithTheService)
+{
+    TestLine line;
+    ASSERT_TRUE(line.GrabThePort());
+    TakeTexts();
+    Rule("lineDrop", TELSIM_HOLD_REPLY);
+    After(20, [&] { line.ShutdownTAPI(); });
+    EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ("Stopping Call in progress\nTAPI uninitialized.\nlineDrop: WAITERR_WAITABORTED.\nWAITABORTED\n"
+              "WAITERR_WAITABORTED while waiting for IDLE state.\nCall Dropped.\nCall Deallocated.\nCall stopped\n",
+              TakeTexts());
+}
+
+TEST_F(TapiCall, WaitsForCallStates)
+{
+    TestLine line;
+    ASSERT_TRUE(line.GrabThePort());
+    EXPECT_EQ(0, line.WaitForCallState(LINECALLSTATE_CONNECTED)) << "as it is already";
+    After(20, [&] { telsim.ChangeCallState(line.m_hCall, LINECALLSTATE_RINGBACK, 0, 0); });
+    EXPECT_EQ(0, line.WaitForCallState(0)) << "any change";
+    After(20, [] { EXPECT_EQ(WAITERR_WAITABORTED, TestLine(TRUE).WaitForCallState(LINECALLSTATE_IDLE)); });
+    EXPECT_EQ(WAITERR_WAITABORTED, line.WaitForCallState(LINECALLSTATE_BUSY)) << "another wait ended within";
+    fastClock = true;
+    TakeTexts();
+    EXPECT_EQ(WAITERR_WAITTIMEDOUT, line.WaitForCallState(LINECALLSTATE_BUSY));
+    EXPECT_EQ("WAITTIMEDOUT\n", TakeTexts());
+    telsim.HangUp(line.m_hCall);
+    PumpAll();
+    EXPECT_EQ(0u, line.m_hLine) << "closed by the event";
+}
+
+TEST_F(TapiCall, TheEndOfTheProgramIsNotLost)
+{
+    TestLine line;
+    EXPECT_FALSE(GrabWhile(line, [] { PostQuitMessage(7); }));
+    EXPECT_EQ((Boxes{{11, 0x10}}), TakeBoxes());
+    MSG message = {};
+    EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(7u, message.wParam);
+    EXPECT_EQ(0u, telsim.GetCount(TELSIM_LINES));
+}
+
+TEST_F(TapiCall, WaitingCostsNoTime)
+{
+    TestLine line(TRUE);
+    Rule("lineMakeCall", TELSIM_HOLD_REPLY);
+    DWORD used = 0;
+    After(20, [&] {
+        used = ThreadMilliseconds();
+        After(5000, [&] {
+            used = ThreadMilliseconds() - used;
+            line.HangupCall();
+        });
+    });
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_LT(used, 50u) << "milliseconds of 5000";
+}
+
+TEST_F(TapiCall, RestartOfTheServiceIsWaitedForOnce)
+{
+    const struct {
+        BOOL onward;
+        bool quits;
+        BOOL initialized;
+        Boxes boxes;
+    } kCases[] = {{FALSE, false, TRUE, {}}, {FALSE, true, TRUE, {}}, {TRUE, false, FALSE, {{1, 0x10}}}};
+    for (const auto& test : kCases) {
+        telsim.Reset();
+        fastClock = !test.quits;
+        TestLine line;
+        Rule("lineInitialize", TELSIM_FAIL, LINEERR_REINIT, test.onward);
+        const DWORD start = GetTickCount();
+        BOOL nested = TRUE;
+        After(1, [&] {
+            nested = line.InitializeTAPI(nullptr);
+            if (test.quits)
+                PostQuitMessage(0);
+        });
+        Sleep(30); // so that the timer is due
+        EXPECT_EQ(test.initialized, line.InitializeTAPI(nullptr));
+        EXPECT_FALSE(nested) << "within itself";
+        EXPECT_GT(4000u, GetTickCount() - start);
+        EXPECT_EQ(test.boxes, TakeBoxes());
+        MSG message;
+        EXPECT_EQ(test.quits, PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE);
+    }
+}
+
+TEST_F(TapiCall, InitializingAgainForgetsWhatIsOpen)
+{
+    TestLine line;
+    ASSERT_TRUE(line.GrabThePort());
+    EXPECT_TRUE(line.InitializeTAPI(nullptr));
+    EXPECT_EQ(0u, line.m_hLine | line.m_hCall | line.m_hAnswerLine);
+    EXPECT_EQ(1u, telsim.GetCount(TELSIM_LINES)) << "not closed";
+    EXPECT_TRUE(line.HangupCall());
+    EXPECT_TRUE(line.m_bCallInProgress) << "hanging up without a line does nothing";
+}

@@ -1,0 +1,356 @@
+// Devices and their configuration, translation, boxes; machines without the service, or without parts of it.
+#include "tapi_fixture.h"
+
+#include "support/child_process.h"
+
+#include <map>
+
+namespace {
+
+class TapiDevice : public TapiTest {
+protected:
+    static std::string List(const CStringArray& names)
+    {
+        std::string list;
+        for (INT_PTR i = 0; i < names.GetSize(); ++i)
+            list += std::string(names.GetAt(i)) + "|";
+        return list;
+    }
+    static std::string Config(const TestLine& line)
+    {
+        return std::string(reinterpret_cast<const char*>(line.m_lpDevConfig), line.m_dwDevConfigSize);
+    }
+};
+
+std::string Translated(CZoTAPIInterface& line, const char* address, const std::function<void(void*)>& free)
+{
+    auto* output = line.TranslateCanonicalToDialable(nullptr, 0, LINETRANSLATEOPTION_FORCELD, address);
+    if (output == nullptr)
+        return "none";
+    std::string text(reinterpret_cast<char*>(output) + output->dwDialableStringOffset);
+    free(output);
+    return text;
+}
+
+// In a process of its own, for what is missing stays missing
+
+std::map<std::string, int> g_lookups;
+std::string g_missing;
+int g_loads = 0;
+
+FARPROC WINAPI FindAllButOne(HMODULE module, LPCSTR name)
+{
+    ++g_lookups[name];
+    return g_missing == name ? nullptr : GetProcAddress(module, name);
+}
+HMODULE WINAPI LoadNothing(LPCSTR) { return ++g_loads, nullptr; }
+DWORD WINAPI FastClock() { return GetTickCount() * 100; }
+
+/// Does everything once. \return what went wrong: step, result if it is a failure, code.
+std::string TryEverything()
+{
+    TestLine line(TRUE);
+    std::string report;
+    const auto note = [&](const char* step, bool succeeded) {
+        const DWORD code = line.GetLastTAPIError();
+        if (!succeeded || code != 0)
+            report += std::string(step) + (succeeded ? " " : " failed ") + std::to_string(code) + "; ";
+    };
+    note("grab", line.GrabThePort() != FALSE);
+    note("hang up", line.HangupCall() != FALSE);
+    note("shut down", line.ShutdownTAPI() != FALSE);
+    note("translate", Translated(line, "5550123", &LocalFree) == "T5550123");
+    note("dialog", line.DisplaylineTranslateDialog() == FALSE);
+    line.PreConfigureDevice(nullptr, 1, FALSE);
+    note("configure", line.m_dwDevConfigSize != 0);
+    LocalFree(line.m_lpDevConfig);
+    note("answer", line.EnableCallAnswer(TRUE) != FALSE);
+    line.m_hCall = 1;
+    TestLine::lineCallbackFunc(1, LINE_CALLINFO, reinterpret_cast<DWORD_PTR>(&line), LINECALLINFOSTATE_CALLERID, 0, 0);
+    note("caller", true);
+    return report;
+}
+
+ZO_CHILD(WithoutOneFunction)
+{
+    g_missing = child.Argument(0);
+    const zo_test::ImportPatch find(kLibrary, "GetProcAddress", &FindAllButOne);
+    const zo_test::ImportPatch clock(kLibrary, "GetTickCount", &FastClock);
+    const std::string report = TryEverything();
+    EXPECT_EQ(report, TryEverything());
+    EXPECT_EQ(1u, g_lookups.count(g_missing));
+    for (const auto& [name, count] : g_lookups)
+        EXPECT_EQ(1, count) << name;
+    child.Report(report);
+}
+
+ZO_CHILD(WithoutService)
+{
+    const zo_test::ImportPatch load(kLibrary, "LoadLibraryA", &LoadNothing);
+    const std::string report = TryEverything();
+    EXPECT_EQ(report, TryEverything());
+    EXPECT_EQ(1, g_loads) << "it is not tried again";
+    child.Report(report);
+}
+
+} // namespace
+
+TEST(TapiMissing, IsMissedForGoodAndNothingElseWith)
+{
+    const char kNoService[] = "grab failed 12; translate failed 12; dialog 12; configure failed 12; answer failed 12; ";
+    const std::pair<const char*, const char*> kCases[] = {
+        {"lineInitialize", "grab failed 12; translate failed 12; dialog 12; answer failed 12; "},
+        {"lineNegotiateAPIVersion", "grab failed 3; answer failed 3; "},
+        {"lineGetDevCaps", "grab failed 12; answer failed 12; "},
+        {"lineOpen", "grab failed 8; answer failed 26; "},
+        {"lineSetStatusMessages", "grab 12; answer 12; caller 12; "},
+        {"lineGetAddressStatus", "grab failed 8; caller 12; "},
+        {"lineGetAddressCaps", "grab failed 12; caller 12; "},
+        {"lineMakeCall", "grab failed 11; caller 12; "},
+        {"lineGetID", "grab failed 11; caller 12; "},
+        {"lineGetCallStatus", "hang up 12; caller 12; "},
+        {"lineDrop", "hang up 12; caller 12; "},
+        {"lineDeallocateCall", "hang up 12; caller 12; "},
+        {"lineClose", "hang up 12; caller 12; "},
+        {"lineShutdown", "shut down 12; caller 12; "},
+        {"lineTranslateAddress", "translate failed 12; caller 12; "},
+        {"lineTranslateDialog", "caller 12; "},
+        {"lineGetDevConfig", "configure failed 12; caller 12; "},
+        {"lineConfigDialogEdit", "configure 12; caller 12; "},
+        {"lineGetCallInfo", "caller 12; "},
+    };
+    for (const auto& [function, report] : kCases) {
+        zo_test::ChildProcess child("WithoutOneFunction", {function});
+        child.Finish();
+        ASSERT_EQ(1u, child.Reports().size());
+        EXPECT_EQ(report, child.Reports().front()) << function;
+    }
+    zo_test::ChildProcess child("WithoutService");
+    child.Finish();
+    ASSERT_EQ(1u, child.Reports().size());
+    EXPECT_EQ(kNoService, child.Reports().front());
+}
+
+TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
+{
+    telsim.AddLine();
+    for (DWORD device = 0; device < 3; ++device) {
+        ASSERT_TRUE(telsim.ConfigureLine(device, "name", "Modem"));
+        ASSERT_TRUE(telsim.ConfigureLine(device, "key", "Key"));
+    }
+    const struct {
+        const char* function; // behaves like this for the second device
+        DWORD action, value;
+        std::string names, keys;
+    } kCases[] = {
+        {"lineGetDevCaps", TELSIM_NEED_MORE, 5000, "Modem|Modem|Modem|", "Key|Key|Key|"},
+        {"lineNegotiateAPIVersion", TELSIM_FAIL, LINEERR_INCOMPATIBLEAPIVERSION, "Modem|Modem|", "Key|Key|"},
+        {"lineGetDevCaps", TELSIM_FAIL, LINEERR_BADDEVICEID, "Modem|Modem|", "Key|Key|"},
+        {"lineGetDevCaps", TELSIM_USED_SIZE, 100, "Modem|Line Unnamed|Modem|", "Key||Key|"},
+        {"lineGetDevCaps", TELSIM_BAD_OFFSETS, 235, "Modem|Line Unnamed|Modem|", "Key||Key|"},
+        {"lineGetDevCaps", TELSIM_BAD_OFFSETS, 0xFFFFFFF0, "Modem|Line Unnamed|Modem|", "Key||Key|"},
+        {"lineGetDevCaps", TELSIM_BAD_SIZES, 4, "Modem|Mode|Modem|", "Key||Key|"},
+        {"lineGetDevCaps", TELSIM_BAD_SIZES, 0xFFFFFFF0, "Modem|Line Unnamed|Modem|", "Key||Key|"},
+    };
+    for (const auto& test : kCases) {
+        SCOPED_TRACE(std::string(test.function) + " " + std::to_string(test.action) + test.names);
+        telsim.ClearRules();
+        ASSERT_TRUE(telsim.SetRule(test.function, 2, FALSE, test.action, test.value));
+        TestLine line(TRUE);
+        CStringArray names, keys;
+        DWORD error = 5;
+        const DWORD count = line.EnumerateTAPIDeviceLines(&names, error, &keys);
+        EXPECT_EQ(static_cast<DWORD>(names.GetSize()), count);
+        EXPECT_EQ(0u, error);
+        EXPECT_EQ(test.names, List(names));
+        EXPECT_EQ(test.keys, List(keys));
+    }
+}
+
+TEST_F(TapiDevice, ListingTellsTheDebuggerAndItsOwnFailure)
+{
+    telsim.SetLineCount(1);
+    {
+        TestLine line;
+        TakeTexts();
+        DWORD error = 5;
+        EXPECT_EQ(1u, line.EnumerateTAPIDeviceLines(nullptr, error, nullptr));
+        CStringArray keys;
+        ASSERT_TRUE(telsim.ConfigureLine(0, "format", "unicode"));
+        EXPECT_EQ(1u, line.EnumerateTAPIDeviceLines(nullptr, error, &keys));
+        EXPECT_EQ("|", List(keys));
+        EXPECT_EQ("Tapi initialized.\nTAPI Device #0 is: Simulated Modem 1\n", TakeTexts());
+    }
+    Rule("lineInitialize", TELSIM_FAIL, LINEERR_NODRIVER);
+    TestLine line(TRUE);
+    DWORD error = 0;
+    EXPECT_EQ(0u, line.EnumerateTAPIDeviceLines(nullptr, error, nullptr));
+    EXPECT_EQ(100u, error);
+    zo_test::AllocationFaults faults;
+    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        CStringArray names, keys;
+        TestLine lister(TRUE);
+        const DWORD count = lister.EnumerateTAPIDeviceLines(&names, error, &keys);
+        run.Stop();
+        EXPECT_EQ(run.Fired() ? 100u : 0u, error);
+        EXPECT_EQ(run.Fired() ? 10u : 0u, lister.m_dwLastError);
+        EXPECT_EQ(run.Fired() ? 0u : 1u, count);
+        EXPECT_EQ(count, static_cast<DWORD>(names.GetSize()));
+        EXPECT_EQ(count, static_cast<DWORD>(keys.GetSize()));
+    });
+}
+
+TEST_F(TapiDevice, ConfigurationIsKeptAsFetchedOrEdited)
+{
+    const std::string fetched = "Settings of device 1";
+    const std::string tooSmall = "Internal Error: Unable to set line configuration.\n"
+                                 "PreConfigureDevice - lineConfigDialogEdit: Reallocating structure\n";
+    const struct {
+        const char* function;
+        DWORD action, value;
+        std::string config;
+        DWORD code;
+        std::string texts;
+    } kCases[] = {
+        {"lineGetDevConfig", TELSIM_NEED_MORE, 5000, fetched + "*", 0, ""},
+        {"lineGetDevConfig", TELSIM_FAIL, LINEERR_NODRIVER, "", 14, ""},
+        {"lineGetDevConfig", TELSIM_PRETEND, 0, "", 0, ""},
+        {"lineGetDevConfig", TELSIM_USED_SIZE, 30, "", 0, ""},
+        {"lineGetDevConfig", TELSIM_BAD_OFFSETS, 20, "", 0, ""},
+        {"lineGetDevConfig", TELSIM_NEED_ENDLESS, 100, "", 10, ""},
+        {"lineConfigDialogEdit", TELSIM_FAIL, LINEERR_OPERATIONFAILED, fetched, 16, ""},
+        {"lineConfigDialogEdit", TELSIM_PRETEND, 0, fetched, 0, ""},
+        {"lineConfigDialogEdit", TELSIM_BAD_SIZES, 0xFFFFFFFF, fetched, 0, ""},
+        {"lineConfigDialogEdit", TELSIM_NEED_MORE, 6000, fetched + "*", 0, tooSmall},
+        {"lineConfigDialogEdit", TELSIM_NEED_ENDLESS, 100, fetched, 10, tooSmall},
+    };
+    for (const auto& test : kCases) {
+        SCOPED_TRACE(std::string(test.function) + " " + std::to_string(test.action));
+        telsim.Reset();
+        Rule(test.function, test.action, test.value, TRUE);
+        TestLine line(TRUE);
+        line.PreConfigureDevice(nullptr, 1, FALSE);
+        EXPECT_EQ(test.config, Config(line));
+        EXPECT_EQ(test.code, line.m_dwLastError);
+        EXPECT_EQ(test.texts.empty(), TakeTexts().find(tooSmall) == std::string::npos);
+        FreeConfig(line);
+    }
+}
+
+TEST_F(TapiDevice, NoConfigurationIsLostForWantOfMemory)
+{
+    zo_test::FaultSource faults("LocalAlloc");
+    const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
+    TestLine line;
+    line.PreConfigureDevice(nullptr, 1, TRUE);
+    ASSERT_EQ("Settings of device 1", Config(line));
+    size_t length = Config(line).size();
+    TakeTexts();
+    for (int nth = 1; nth <= 3; ++nth) {
+        line.PreConfigureDevice(nullptr, 1, TRUE); // one is there already
+        faults.Arm(nth, true);
+        line.PreConfigureDevice(nullptr, 1, FALSE); // one character more, and so a larger block each time
+        faults.Disarm();
+        length += nth == 3;
+        EXPECT_EQ(length, Config(line).size());
+        EXPECT_EQ(nth < 3 ? Boxes({{10, 0x10}}) : Boxes(), TakeBoxes());
+    }
+    EXPECT_EQ("PreConfigureDevice - lineConfigDialogEdit: PreConfigureDevice - Reallocate device config: "
+              "Reallocating structure\nPreConfigureDevice - Reallocate device config: "
+              "PreConfigureDevice - Reallocate device config: Reallocating structure\n",
+              TakeTexts());
+    FreeConfig(line);
+}
+
+TEST_F(TapiDevice, BuffersAreReusedGrownOrRefused)
+{
+    TestLine line;
+    TakeTexts();
+    auto* block = static_cast<DWORD*>(line.ZoCheckAndReAllocBuffer(nullptr, 100, "label"));
+    ASSERT_NE(nullptr, block);
+    block[1] = 7;
+    EXPECT_EQ(block, line.ZoCheckAndReAllocBuffer(block, 50, "label"));
+    EXPECT_EQ(LocalSize(block), block[0]);
+    EXPECT_EQ(0u, block[1]);
+    EXPECT_EQ("", TakeTexts());
+    block = static_cast<DWORD*>(line.ZoCheckAndReAllocBuffer(block, 5000, "label"));
+    EXPECT_EQ(5000u, block[0]);
+    EXPECT_EQ("labelReallocating structure\n", TakeTexts());
+    EXPECT_EQ(nullptr, line.ZoCheckAndReAllocBuffer(block, 0x7FFFFFFF, "label"));
+    EXPECT_EQ("labelReallocating structure\nlabel", TakeTexts());
+    EXPECT_EQ((Boxes{{10, 0x10}}), TakeBoxes());
+    auto* params =
+        line.CreateCallParams(static_cast<LINECALLPARAMS*>(line.ZoCheckAndReAllocBuffer(nullptr, 1, "")), "123");
+    EXPECT_EQ(116u, params->dwTotalSize);
+    EXPECT_STREQ("123", reinterpret_cast<char*>(params) + params->dwDisplayableAddressOffset);
+    Free(params);
+}
+
+TEST_F(TapiDevice, AddressesAreTranslated)
+{
+    const auto free = [this](void* block) { Free(block); };
+    TestLine line;
+    EXPECT_EQ("T14255550123", Translated(line, "+1 (425) 5550123", free));
+    EXPECT_NE(std::string::npos, telsim.Calls().find("options=0xa")) << "call waiting is always cancelled";
+    EXPECT_EQ("none", Translated(line, "abc", free));
+    EXPECT_EQ((Boxes{{21, 0x10}}), TakeBoxes());
+    EXPECT_EQ(12u, line.GetLastTAPIError());
+    EXPECT_FALSE(line.DisplaylineTranslateDialog());
+    EXPECT_NE(std::string::npos, telsim.Calls().find("lineTranslateDialog(app"));
+    line.ShutdownTAPI();
+    Rule("lineInitialize", TELSIM_FAIL, LINEERR_NODRIVER, TRUE);
+    void* given = line.ZoCheckAndReAllocBuffer(nullptr, 50, "");
+    EXPECT_EQ(nullptr, line.TranslateCanonicalToDialable(static_cast<LINETRANSLATEOUTPUT*>(given), 0, 0, "1"));
+    EXPECT_FALSE(line.DisplaylineTranslateDialog());
+    EXPECT_NE(std::string::npos,
+              texts.find(">TranslateCanonicalToDialable failed!\n>EnableCallAnswer InitializeTAPI failed\n"));
+}
+
+TEST_F(TapiDevice, BoxesAskOnceAndAreTakenAtTheirWord)
+{
+    TestLine line;
+    // Without a box to answer, or with the program's end at hand, nothing is tried again.
+    answer = 0;
+    EXPECT_FALSE(line.HandleLineErr(Error(LINEERR_INIFILECORRUPT)));
+    answer = IDYES;
+    PostQuitMessage(0);
+    EXPECT_FALSE(line.HandleLineErr(Error(LINEERR_INIFILECORRUPT)));
+    MSG message;
+    ASSERT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_TRUE(line.HandleLineErr(Error(LINEERR_INIFILECORRUPT)));
+    EXPECT_FALSE(line.HandleLineErr(1)) << "a request's number";
+    TakeBoxes();
+
+    zo_test::FaultSource faults("CreateProcessA");
+    const ZO_FAULTY_CALL(CreateProcessA) create(faults, kLibrary, FALSE);
+    faults.Arm(1, true);
+    telsim.SetLineCount(0);
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_EQ((Boxes{{18, 0x14}, {18, 0x10}}), TakeBoxes());
+    EXPECT_EQ(0x10u, line.GetLastTAPIErrorFlags());
+    EXPECT_FALSE(line.EnableCallAnswer(TRUE));
+    answer = IDNO;
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_EQ(0x14u, line.GetLastTAPIErrorFlags());
+    EXPECT_EQ(2, faults.Fired());
+}
+
+TEST_F(TapiDevice, TakingThePortWithoutMemoryLeavesNothing)
+{
+    zo_test::FaultSource calls("LocalAlloc");
+    zo_test::AllocationFaults allocations;
+    const ZO_FAULTY_CALL(LocalAlloc) alloc(calls, kLibrary, nullptr);
+    for (zo_test::FaultSource* faults : {&calls, static_cast<zo_test::FaultSource*>(&allocations)}) {
+        zo_test::RunFaultLoop(*faults, [&](const zo_test::FaultRun& run) {
+            fastClock = true;
+            TestLine line(TRUE);
+            const BOOL grabbed = line.GrabThePort();
+            line.HangupCall();
+            run.Stop();
+            EXPECT_EQ(INVALID_HANDLE_VALUE, line.m_hComm);
+            EXPECT_EQ(run.Fired(), line.m_dwLastError != 0) << line.m_dwLastError;
+            line.ShutdownTAPI();
+            EXPECT_TRUE(line.GrabThePort()) << "once there is memory, after " << grabbed;
+        });
+    }
+}
