@@ -210,24 +210,6 @@ TEST_F(MailBoxes, HaveFoldersBesideTheProgram)
     EXPECT_STREQ("before", path);
 }
 
-TEST_F(MailBoxes, HaveFoldersBesideThisVeryProgram)
-{
-    const DWORD number = GetCurrentProcessId(); // of this process alone
-    CZoRegMailBoxes mailBoxes;
-    mailBoxes.Add(number, "real");
-    ASSERT_TRUE(mailBoxes.Write());
-    char program[MAX_PATH];
-    GetModuleFileNameA(nullptr, program, sizeof program);
-    CString expected = CString(program).Left(CString(program).ReverseFind('\\'));
-    CString relative;
-    relative.Format("\\MAILBOX\\%08lu", number);
-    CString path;
-    EXPECT_TRUE(CZoRegMailBoxes::GetMailBoxPath(number, path, MAILBOXFOLDER_ROOT));
-    EXPECT_STREQ(expected + relative, path);
-    EXPECT_TRUE(RemoveDirectoryA(path)) << "was made";
-    RemoveDirectoryA(expected + "\\MAILBOX"); // unless another process has one there
-}
-
 // Faults ---------------------------------------------------------------------------------------------------------------
 
 namespace {
@@ -312,12 +294,6 @@ TEST_F(MailBoxFaults, MissingMemoryLosesNothing)
     zo_test::AllocationFaults memory;
     RunAll(memory);
     RunPath(memory, true);
-    zo_test::RunFaultLoop(memory, [](const FaultRun& run) {
-        CZoRegMailBoxes mailBoxes;
-        const tagREGMAILBOXSTRUCT* mailBox = mailBoxes.Add(1, {});
-        EXPECT_EQ(run.Fired(), mailBox == nullptr);
-        EXPECT_EQ(mailBox != nullptr, mailBoxes.GetCount() == 1);
-    });
 }
 
 TEST_F(MailBoxFaults, RegistryAndProductMayFail)
