@@ -1,8 +1,8 @@
 #include <zogbl/mailboxes.h>
 
 #include "product/registered_product.h"
+#include "registry_faults.h"
 #include "support/environment.h"
-#include "support/fault_loop.h"
 #include "support/unique_names.h"
 
 #include <gtest/gtest.h>
@@ -263,7 +263,7 @@ protected:
             EXPECT_EQ(run.Fired() ? 12u : 3u, CZoRegMailBoxes().GetUserDefault());
         });
     }
-    /// The path of a mailbox, under each fault of \p faults. \p mayFail: the folder may be missing, and the path too.
+    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then, and with \p pathMayFail the path.
     void RunPath(zo_test::FaultSource& faults, bool pathMayFail)
     {
         const zo_test::TestFolder folder;
@@ -298,24 +298,9 @@ TEST_F(MailBoxFaults, MissingMemoryLosesNothing)
 
 TEST_F(MailBoxFaults, RegistryAndProductMayFail)
 {
-    constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;
-    zo_test::FaultSource faults("registry and product");
-    const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegQueryValueExA) query(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegQueryValueA) queryOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegDeleteKeyA) remove(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegOpenKeyA) openOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegSetValueA) setOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegEnumKeyA) enumerateOld(faults, kLibrary, kError);
+    zo_test::RegistryFaults faults;
     const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
     const ZO_FAULTY_CALL(GetFileVersionInfoA) info(faults, kLibrary, FALSE);
-#ifdef _WIN64
-    const ZO_FAULTY_CALL(RegDeleteKeyExA) removeInView(faults, kLibrary, kError);
-#endif
     RunAll(faults);
 }
 
