@@ -23,7 +23,8 @@ protected:
     virtual DWORD FillList(CListBox& list) = 0;
     /// What is in record \p index: lines of a label, a tab and a value.
     virtual CString Describe(int index) const = 0;
-    /// Does what button \p button says to record \p index, -1 when none is chosen. \return 0, or the status of a failure.
+    /// Does what button \p button says to record \p index, -1 when none is chosen. \return 0, or the status of a
+    /// failure.
     virtual DWORD Do(int button, int index) = 0;
     /// Whether that can be done.
     virtual bool CanDo(int button, int index) const = 0;

@@ -1,7 +1,6 @@
 // Locations when memory, the registry or the product fail.
 #include "location_fixture.h"
-
-#include "support/fault_loop.h"
+#include "registry_faults.h"
 
 #include <algorithm>
 #include <iterator>
@@ -13,13 +12,12 @@ using zo_test::Item;
 namespace {
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;
 
 /// Statuses that tell of a failure, for all kinds of faults.
 bool IsDocumented(DWORD status)
 {
     const DWORD codes[] = {ZoErrOutOfMemory,   ZoErrMemoryException, ZoErrNoMemory,
-                           ZoErrObjectInvalid, ZoErrNoValueName,     kError};
+                           ZoErrObjectInvalid, ZoErrNoValueName,     zo_test::RegistryFaults::kError};
     return std::find(std::begin(codes), std::end(codes), status) != std::end(codes);
 }
 
@@ -165,21 +163,7 @@ TEST_F(LocationFaults, MissingMemoryIsAStatus)
 
 TEST_F(LocationFaults, RegistryErrorsAreStatuses)
 {
-    zo_test::FaultSource faults("registry");
-    const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegQueryValueExA) query(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegOpenKeyA) openOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegQueryValueA) queryOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegSetValueA) setOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegEnumKeyA) enumerateOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegDeleteKeyA) remove(faults, kLibrary, kError);
-#ifdef _WIN64
-    const ZO_FAULTY_CALL(RegDeleteKeyExA) removeInView(faults, kLibrary, kError);
-#endif
+    zo_test::RegistryFaults faults;
     RunAll(faults);
 }
 

@@ -28,28 +28,26 @@ struct TextField {
     {                                                                                                                  \
         name, &Item::m_cs##suffix, &Registry::Get##suffix, &Registry::Set##suffix                                      \
     }
-inline const TextField kTexts[] = {
-    ZO_TEXT("LocationName", LocationName),
-    ZO_TEXT("CountryCode", CountryCode),
-    ZO_TEXT("AreaCityCode", AreaCityCode),
-    ZO_TEXT("InternationalAccess", InternationalAccess),
-    ZO_TEXT("LongDistancePrefix", LongDistancePrefix),
-    ZO_TEXT("LongDistanceAccess", LongDistanceAccess),
-    ZO_TEXT("LocalPrefix", LocalPrefix),
-    ZO_TEXT("DialSuffix", DialSuffix),
-    ZO_TEXT("CallerID", BlockCallerID),
-    ZO_TEXT("CallWaiting", DisableCallWaiting),
-    ZO_TEXT("UserName", UserName),
-    ZO_TEXT("Company", Company),
-    ZO_TEXT("Dept", Dept),
-    ZO_TEXT("Address1", Address1),
-    ZO_TEXT("Address2", Address2),
-    ZO_TEXT("City", City),
-    ZO_TEXT("State", State),
-    ZO_TEXT("ZipCode", ZipCode),
-    ZO_TEXT("EMail", EMail),
-    ZO_TEXT("CompuServe", Compuserve),
-};
+inline const TextField kTexts[] = {ZO_TEXT("LocationName", LocationName),
+                                   ZO_TEXT("CountryCode", CountryCode),
+                                   ZO_TEXT("AreaCityCode", AreaCityCode),
+                                   ZO_TEXT("InternationalAccess", InternationalAccess),
+                                   ZO_TEXT("LongDistancePrefix", LongDistancePrefix),
+                                   ZO_TEXT("LongDistanceAccess", LongDistanceAccess),
+                                   ZO_TEXT("LocalPrefix", LocalPrefix),
+                                   ZO_TEXT("DialSuffix", DialSuffix),
+                                   ZO_TEXT("CallerID", BlockCallerID),
+                                   ZO_TEXT("CallWaiting", DisableCallWaiting),
+                                   ZO_TEXT("UserName", UserName),
+                                   ZO_TEXT("Company", Company),
+                                   ZO_TEXT("Dept", Dept),
+                                   ZO_TEXT("Address1", Address1),
+                                   ZO_TEXT("Address2", Address2),
+                                   ZO_TEXT("City", City),
+                                   ZO_TEXT("State", State),
+                                   ZO_TEXT("ZipCode", ZipCode),
+                                   ZO_TEXT("EMail", EMail),
+                                   ZO_TEXT("CompuServe", Compuserve)};
 #undef ZO_TEXT
 inline const char* const kKinds[] = {"Home1", "Home2", "Work1", "Work2", "Data", "Fax", "Mobile", "Pager"};
 

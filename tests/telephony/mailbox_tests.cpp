@@ -1,8 +1,8 @@
 #include <zogbl/mailboxes.h>
 
 #include "product/registered_product.h"
+#include "registry_faults.h"
 #include "support/environment.h"
-#include "support/fault_loop.h"
 #include "support/unique_names.h"
 
 #include <gtest/gtest.h>
@@ -210,24 +210,6 @@ TEST_F(MailBoxes, HaveFoldersBesideTheProgram)
     EXPECT_STREQ("before", path);
 }
 
-TEST_F(MailBoxes, HaveFoldersBesideThisVeryProgram)
-{
-    const DWORD number = GetCurrentProcessId(); // of this process alone
-    CZoRegMailBoxes mailBoxes;
-    mailBoxes.Add(number, "real");
-    ASSERT_TRUE(mailBoxes.Write());
-    char program[MAX_PATH];
-    GetModuleFileNameA(nullptr, program, sizeof program);
-    CString expected = CString(program).Left(CString(program).ReverseFind('\\'));
-    CString relative;
-    relative.Format("\\MAILBOX\\%08lu", number);
-    CString path;
-    EXPECT_TRUE(CZoRegMailBoxes::GetMailBoxPath(number, path, MAILBOXFOLDER_ROOT));
-    EXPECT_STREQ(expected + relative, path);
-    EXPECT_TRUE(RemoveDirectoryA(path)) << "was made";
-    RemoveDirectoryA(expected + "\\MAILBOX"); // unless another process has one there
-}
-
 // Faults ---------------------------------------------------------------------------------------------------------------
 
 namespace {
@@ -281,7 +263,7 @@ protected:
             EXPECT_EQ(run.Fired() ? 12u : 3u, CZoRegMailBoxes().GetUserDefault());
         });
     }
-    /// The path of a mailbox, under each fault of \p faults. \p mayFail: the folder may be missing, and the path too.
+    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then, and with \p pathMayFail the path.
     void RunPath(zo_test::FaultSource& faults, bool pathMayFail)
     {
         const zo_test::TestFolder folder;
@@ -312,34 +294,13 @@ TEST_F(MailBoxFaults, MissingMemoryLosesNothing)
     zo_test::AllocationFaults memory;
     RunAll(memory);
     RunPath(memory, true);
-    zo_test::RunFaultLoop(memory, [](const FaultRun& run) {
-        CZoRegMailBoxes mailBoxes;
-        const tagREGMAILBOXSTRUCT* mailBox = mailBoxes.Add(1, {});
-        EXPECT_EQ(run.Fired(), mailBox == nullptr);
-        EXPECT_EQ(mailBox != nullptr, mailBoxes.GetCount() == 1);
-    });
 }
 
 TEST_F(MailBoxFaults, RegistryAndProductMayFail)
 {
-    constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;
-    zo_test::FaultSource faults("registry and product");
-    const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegQueryValueExA) query(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegQueryValueA) queryOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegDeleteKeyA) remove(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegOpenKeyA) openOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegSetValueA) setOld(faults, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegEnumKeyA) enumerateOld(faults, kLibrary, kError);
+    zo_test::RegistryFaults faults;
     const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
     const ZO_FAULTY_CALL(GetFileVersionInfoA) info(faults, kLibrary, FALSE);
-#ifdef _WIN64
-    const ZO_FAULTY_CALL(RegDeleteKeyExA) removeInView(faults, kLibrary, kError);
-#endif
     RunAll(faults);
 }
 

@@ -22,8 +22,8 @@ public:
     void ClearData(); ///< numbers become 0, the index too; texts and both arrays become empty
 
     /// Takes \p index and reads its record, member by member in the order below. The first value that cannot be read, a
-    /// missing one included, ends the loading with its status: members before it have their new values, itself is empty or
-    /// 0, those behind it stay as they were.
+    /// missing one included, ends the loading with its status: members before it have their new values, itself is empty
+    /// or 0, those behind it stay as they were.
     DWORD LoadByIndex(DWORD index);
     /// LoadByIndex of the location that the user chose last; 2 when none was chosen. The index stays as it was when it
     /// cannot be read which one that is.
@@ -68,9 +68,9 @@ public:
     CZoLocationItemList(const CZoLocationItemList&) = delete;
     CZoLocationItemList& operator=(const CZoLocationItemList&) = delete;
 
-    /// Adds every record of the registry to the list, in the order in which the registry lists them; subkeys whose names
-    /// are not made of digits alone are passed over. An item that cannot be loaded ends the loading; those loaded before
-    /// stay. Nothing saved yet gives 0 items and success.
+    /// Adds every record of the registry to the list, in the order in which the registry lists them; subkeys whose
+    /// names are not made of digits alone are passed over. An item that cannot be loaded ends the loading; those loaded
+    /// before stay. Nothing saved yet gives 0 items and success.
     /// \return 0; ZoErrOutOfMemory: no memory for an item, or the executable belongs to no registered product;
     /// ZoErrMemoryException; the status of the read that failed, see CZoLocationItem and CZoGlobalConfig::EnumEntries.
     DWORD LoadAllItems();
@@ -87,8 +87,8 @@ public:
     CZoLocationItem* GetAt(int position) const { return static_cast<CZoLocationItem*>(m_items.GetAt(position)); }
     CZoLocationItem* GetFirstItem() const; ///< null for an empty list
 
-    /// The first item of that name, or with \p bPrefix nonzero whose name starts with \p name, by the rules of the user's
-    /// language and without regard to case. Null if there is none.
+    /// The first item of that name, or with \p bPrefix nonzero whose name starts with \p name, by the rules of the
+    /// user's language and without regard to case. Null if there is none.
     CZoLocationItem* FindByName(const char* name, int bPrefix) const;
     CZoLocationItem* FindByIndex(DWORD index) const;
     CZoLocationItem* FindByCountryIndex(UINT countryIndex) const;
@@ -102,8 +102,8 @@ public:
     /// The current location: ZO_NO_LOCATION when none was chosen or it cannot be read; 0 without memory to ask.
     DWORD GetCurrentIndex();
 
-    /// Fills a box that holds data instead of strings: each item's data is a CZoLocationItem*, owned by this list. Nothing
-    /// is selected, and the focus stays where it was.
+    /// Fills a box that holds data instead of strings: each item's data is a CZoLocationItem*, owned by this list.
+    /// Nothing is selected, and the focus stays where it was.
     void AddItemsToListBox(CListBox* box);
 
 protected:

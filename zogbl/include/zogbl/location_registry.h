@@ -28,10 +28,10 @@ constexpr DWORD ZO_NO_LOCATION = 0xFFFFFFFF;
 /// data index, at first 0; whatever an operation looks at, it leaves the object there. CZoLocationItem and
 /// CZoLocationItemList (location_item.h) are what callers use as a rule.
 ///
-/// Operations return the codes of CZoGblRegBase: 0; ZoErrObjectInvalid: the executable belongs to no registered product,
-/// its key does not fit in the section, or memory has run out; 2: no such record or value; 234: a text of more than 255
-/// characters. Such a text is written all the same, so do not write one: it cannot be read back. What could not be read
-/// is empty, or the default.
+/// Operations return the codes of CZoGblRegBase: 0; ZoErrObjectInvalid: the executable belongs to no registered
+/// product, its key does not fit in the section, or memory has run out; 2: no such record or value; 234: a text of more
+/// than 255 characters. Such a text is written all the same, so do not write one: it cannot be read back. What could
+/// not be read is empty, or the default.
 class ZOGBL_API CZoLocationRegistry : public CZoGblRegBase {
 public:
     CZoLocationRegistry();
@@ -63,7 +63,8 @@ public:
     DWORD GetTAPIDialing(DWORD& enabled) { return GetValue(ZO_IDS_REG_TAPI_DIALING_ENABLED, enabled, 0); }
     DWORD SetTAPIDialing(DWORD enabled) { return SetValue(ZO_IDS_REG_TAPI_DIALING_ENABLED, enabled); }
 
-    // Texts of the record, empty after any failure. ZoErrMemoryException: the text was there, the memory for it was not.
+    // Texts of the record, empty after any failure. ZoErrMemoryException: the text was there, the memory for it was
+    // not.
 
     DWORD GetLocationName(CString& text) { return GetString(ZO_IDS_REG_LOCATION_NAME, text); }
     DWORD SetLocationName(const char* text) { return SetString(ZO_IDS_REG_LOCATION_NAME, text); }
@@ -106,7 +107,8 @@ public:
     DWORD GetCompuserve(CString& text) { return GetString(ZO_IDS_REG_COMPUSERVE, text); }
     DWORD SetCompuserve(const char* text) { return SetString(ZO_IDS_REG_COMPUSERVE, text); }
 
-    // Telephone numbers, by kind: a ZO_PHONE_ value. Any other counts as ZO_PHONE_HOME2: callers have come to rely on it.
+    // Telephone numbers, by kind: a ZO_PHONE_ value. Any other counts as ZO_PHONE_HOME2: callers have come to rely on
+    // it.
 
     DWORD GetPhoneArea(DWORD kind, CString& text) { return GetString(GetAreaStringId(kind), text); }
     DWORD SetPhoneArea(DWORD kind, const char* text) { return SetString(GetAreaStringId(kind), text); }

@@ -22,8 +22,8 @@ enum MAILBOXFOLDER {
     MAILBOXFOLDER_ARCHIVE = 5
 };
 
-/// The mailboxes of the product that the running executable belongs to, all its users' alike, in the order in which they
-/// were loaded or added. In the registry:
+/// The mailboxes of the product that the running executable belongs to, all its users' alike, in the order in which
+/// they were loaded or added. In the registry:
 ///
 ///     HKEY_LOCAL_MACHINE\<root key of the product>\MailBoxes            UserDefault
 ///     HKEY_LOCAL_MACHINE\<root key of the product>\MailBoxes\00000012   Name
@@ -34,15 +34,16 @@ public:
     CZoRegMailBoxes();
     ~CZoRegMailBoxes() override;
 
-    /// Replaces the list by what the registry has; nothing there gives an empty list and TRUE. A mailbox whose name cannot
-    /// be read, or has more than 255 characters, is named "BadBox"; a subkey whose name is no number has the number 0.
+    /// Replaces the list by what the registry has; nothing there gives an empty list and TRUE. A mailbox whose name
+    /// cannot be read, or has more than 255 characters, is named "BadBox"; a subkey whose name is no number has the
+    /// number 0.
     /// \return FALSE, with an empty list: the executable belongs to no registered product, the registry cannot be
     /// listed, or memory has run out.
     BOOL Load();
     /// Replaces the registry's mailboxes by the list, for good or ill: everything there is deleted first, the user's
     /// default included, so follow with SetUserDefault to keep it.
-    /// \return FALSE: the executable belongs to no registered product, what was there could not be deleted, or a mailbox
-    /// could not be written; the others are.
+    /// \return FALSE: the executable belongs to no registered product, what was there could not be deleted, or a
+    /// mailbox could not be written; the others are.
     BOOL Write();
 
     /// Appends a mailbox; that another has the number is not looked at. Null when memory has run out.
@@ -68,8 +69,8 @@ public:
     BOOL IsNameUnique(const char* name); ///< FALSE if a mailbox has that name, case ignored
     BOOL DoesNumberExist(DWORD number);
 
-    /// Puts together the path of a mailbox's folder, "MAILBOX\00000012\INBOX" beside the running executable, and makes the
-    /// folder if it is not there. A number that no mailbox has stands for the first mailbox.
+    /// Puts together the path of a mailbox's folder, "MAILBOX\00000012\INBOX" beside the running executable, and makes
+    /// the folder if it is not there. A number that no mailbox has stands for the first mailbox.
     /// \return FALSE, \p path unchanged: there are no mailboxes, or no memory. TRUE also when the folder could not be
     /// made.
     static BOOL GetMailBoxPath(DWORD number, CString& path, MAILBOXFOLDER folder);
