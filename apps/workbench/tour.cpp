@@ -72,9 +72,9 @@ public:
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
-               SecondProcess() && Pictures("en") && SwitchLanguage(kGerman) && Countries() && Pictures("de") &&
-               SwitchLanguage(kEnglish) && CloseTrace() && CloseWindow() && RemoveMailBox() && RemoveLocation() &&
-               MeasureFolder() && UnloadLanguage();
+               SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && HangUpLine() && WatchForCalls() &&
+               SwitchLanguage(kGerman) && Countries() && Pictures("de") && SwitchLanguage(kEnglish) && CloseTrace() &&
+               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -320,6 +320,94 @@ private:
         return m_report.Step("second process", code == 0 && Trace().GetOpenCount() == 1, result);
     }
 
+    LinePage& Lines() { return m_frame->GetLinePage(); }
+
+    /// Lists the line devices and takes the port of the first one.
+    bool TakeLine()
+    {
+        Lines().GetLine().m_bSilent = TRUE; // nobody is there to answer a box
+        Lines().Refresh();
+        const BOOL taken = Lines().TakePort();
+        CString result;
+        result.Format("%lu devices, port %s, error %lu", Lines().GetLine().m_dwNumDevs, taken ? "taken" : "not taken",
+                      Lines().GetLine().GetLastTAPIError());
+        return m_report.Step("line", taken, result);
+    }
+
+    /// Sends a command to the modem and waits for its answer.
+    bool Command(LPCSTR command, LPCSTR answer)
+    {
+        Lines().ForgetReceived();
+        const bool answered =
+            Lines().Send(CString(command) + "\r") && WaitUntil([&] { return Lines().GetReceived().Find(answer) >= 0; });
+        CString text = Lines().GetReceived();
+        text.Replace("\r", "");
+        text.Replace("\n", " ");
+        return m_report.Step("modem", answered, text);
+    }
+
+    bool TalkToModem()
+    {
+        return Command("ATZ", "OK") && Command("ATI3", "OK") && Command("ATD5550123", "CONNECT") && Echo();
+    }
+
+    /// The other side echoes: 64 KB must come back unchanged.
+    bool Echo()
+    {
+        constexpr int kSize = 64 * 1024;
+        CString sent;
+        char* bytes = sent.GetBufferSetLength(kSize);
+        for (int i = 0; i < kSize; ++i)
+            bytes[i] = static_cast<char>('A' + (i + i / 26) % 26);
+        Settle();
+        Lines().ForgetReceived();
+        bool whole = true;
+        for (int at = 0; whole && at < kSize; at += 4096) {
+            whole = Lines().Send(sent.Mid(at, 4096)) &&
+                    WaitUntil([&] { return Lines().Receive() == 0 && Lines().GetReceived().GetLength() >= at + 4096; });
+        }
+        CString result;
+        result.Format("%d bytes sent, %d came back%s", kSize, Lines().GetReceived().GetLength(),
+                      Lines().GetReceived() == sent ? ", the same" : "");
+        return m_report.Step("echo", whole && Lines().GetReceived() == sent, result);
+    }
+
+    bool HangUpLine()
+    {
+        Lines().HangUp();
+        const bool released = Lines().GetLine().m_hComm == INVALID_HANDLE_VALUE && Lines().GetLine().m_hCall == 0;
+        return m_report.Step("hang up", released, "the port is free again");
+    }
+
+    /// Somebody calls, then somebody who withholds the number. Only the simulated service can be told to ring.
+    bool WatchForCalls()
+    {
+        using OfferCall = DWORD(WINAPI*)(DWORD, LPCSTR, LPCSTR, DWORD);
+        using HangUp = BOOL(WINAPI*)(DWORD);
+        const HMODULE service = ::GetModuleHandle("TAPI32.DLL");
+        const auto offer =
+            reinterpret_cast<OfferCall>(reinterpret_cast<void*>(::GetProcAddress(service, "TelsimOfferCall")));
+        const auto hangUp =
+            reinterpret_cast<HangUp>(reinterpret_cast<void*>(::GetProcAddress(service, "TelsimHangUp")));
+        if (offer == nullptr || hangUp == nullptr)
+            return m_report.Step("answer", true, "not the simulated service: nobody calls");
+        if (!Lines().Answer(TRUE))
+            return m_report.Step("answer", false, "the line cannot be opened");
+        const CZoTAPIInterface& line = Lines().GetLine();
+        CString callers;
+        bool told = true;
+        for (const DWORD flags : {LINECALLPARTYID_ADDRESS | LINECALLPARTYID_NAME, LINECALLPARTYID_BLOCKED}) {
+            const DWORD call = offer(line.m_dwDeviceID, "5550199", "Jane Doe", flags);
+            told = told && WaitUntil([&] { return !line.m_strCallerID.IsEmpty(); });
+            callers += line.m_strCallerID + ", " + line.m_strCallerName + "; ";
+            hangUp(call);
+            told = told && WaitUntil([&] { return line.m_dwCallState == LINECALLSTATE_IDLE; });
+            Lines().GetLine().m_strCallerID.Empty();
+        }
+        Lines().Answer(FALSE);
+        return m_report.Step("answer", told && callers == "5550199, Jane Doe; **BLOCKED**, **BLOCKED**; ", callers);
+    }
+
     bool CloseTrace()
     {
         m_tracePath = Trace().GetFileName();
@@ -350,8 +438,8 @@ private:
 
     bool Pictures(LPCSTR language)
     {
-        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace", "locations",
-                                                                    "mailboxes"};
+        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language",  "trace",
+                                                                    "locations", "mailboxes", "lines"};
         for (int page = 0; page < MainFrame::GetPageCount(); ++page) {
             m_frame->ShowPage(page);
             m_frame->UpdateWindow();
