@@ -60,78 +60,58 @@ TEST_F(TapiCall, APortIsTakenAndGivenBack)
 
 TEST_F(TapiCall, WhatHappensInTheMiddleEndsOrLeavesTheWait)
 {
+    TestLine* line = nullptr;
+    const auto reinitialize = [&](DWORD what, DWORD value) {
+        telsim.ChangeLineState(1, LINEDEVSTATE_REINIT, what, value);
+    };
+    const Boxes kGivenUp{{11, 0x10}};
+    const Boxes kClosed{{22, 0x30}, {11, 0x10}};
     const struct {
         const char* name;
-        void (*act)(TestLine& line, telsim::Client& telsim);
+        std::function<void()> act;
         BOOL grabbed;
         Boxes boxes;
+        DWORD devices = 2;
     } kCases[] = {
-        {"hung up", [](TestLine& line, telsim::Client&) { line.HangupCall(); }, FALSE, {{11, 0x10}}},
-        {"shut down", [](TestLine& line, telsim::Client&) { line.ShutdownTAPI(); }, FALSE, {{11, 0x10}}},
-        {"another wait",
-         [](TestLine&, telsim::Client&) {
-             TestLine other(TRUE);
-             EXPECT_EQ(Error(LINEERR_INUSE), other.WaitForReply(Error(LINEERR_INUSE)));
-         },
-         FALSE,
-         {{11, 0x10}}},
-        {"line closed",
-         [](TestLine& line, telsim::Client& telsim) { telsim.CloseLine(line.m_hLine); },
-         FALSE,
-         {{22, 0x30}, {11, 0x10}}},
-        {"full restart",
-         [](TestLine&, telsim::Client& telsim) { telsim.ChangeLineState(1, LINEDEVSTATE_REINIT, 0, 0); },
-         FALSE,
-         {{11, 0x10}}},
-        {"soft restart: new device",
-         [](TestLine&, telsim::Client& telsim) {
-             telsim.ChangeLineState(1, LINEDEVSTATE_REINIT, LINE_CREATE, 8);
+        {"hung up", [&] { line->HangupCall(); }, FALSE, kGivenUp},
+        {"shut down", [&] { line->ShutdownTAPI(); }, FALSE, kGivenUp},
+        {"another wait", [] { EXPECT_EQ(-1, TestLine(TRUE).WaitForReply(-1)); }, FALSE, kGivenUp},
+        {"line closed", [&] { telsim.CloseLine(line->m_hLine); }, FALSE, kClosed},
+        {"full restart", [&] { reinitialize(0, 0); }, FALSE, kGivenUp},
+        {"device gone", [&] { reinitialize(LINE_LINEDEVSTATE, LINEDEVSTATE_OUTOFSERVICE); }, FALSE, kGivenUp},
+        {"new device", [&] { reinitialize(LINE_CREATE, 8), telsim.ReleaseReplies(); }, TRUE, {}, 9},
+        {"a handler that throws",
+         [&] {
+             line->onCallState = [](DWORD) { AfxThrowMemoryException(); };
              telsim.ReleaseReplies();
          },
          TRUE,
          {}},
-        {"soft restart: device gone",
-         [](TestLine&, telsim::Client& telsim) {
-             telsim.ChangeLineState(1, LINEDEVSTATE_REINIT, LINE_LINEDEVSTATE, LINEDEVSTATE_OUTOFSERVICE);
-         },
-         FALSE,
-         {{11, 0x10}}},
-        {"an exception of a handler",
-         [](TestLine& line, telsim::Client& telsim) {
-             line.onCallState = [](DWORD) { AfxThrowMemoryException(); };
+        {"a handler that hangs up",
+         [&] {
+             line->onCallState = [&](DWORD) { line->HangupCall(); };
              telsim.ReleaseReplies();
          },
-         TRUE,
-         {}},
-        {"hung up when connected",
-         [](TestLine& line, telsim::Client& telsim) {
-             line.onCallState = [&line](DWORD state) {
-                 if (state == LINECALLSTATE_CONNECTED)
-                     line.HangupCall();
-             };
-             telsim.ReleaseReplies();
-         },
-         FALSE,
-         {{11, 0x10}}},
+         FALSE, kGivenUp},
     };
     for (const auto& test : kCases) {
         SCOPED_TRACE(test.name);
         telsim.Reset();
-        TestLine line;
-        ASSERT_TRUE(line.InitializeTAPI(nullptr));
-        EXPECT_EQ(test.grabbed, GrabWhile(line, [&] { test.act(line, telsim); }));
+        TestLine taken;
+        line = &taken;
+        EXPECT_EQ(test.grabbed, GrabWhile(taken, test.act));
         EXPECT_EQ(test.boxes, TakeBoxes());
         EXPECT_EQ("", telsim.Misuses());
-        line.onCallState = nullptr;
-        const bool closed = test.boxes.size() == 2;
-        EXPECT_EQ(test.grabbed || closed, line.m_bCallInProgress != FALSE);
-        EXPECT_EQ(test.name == std::string("soft restart: new device") ? 9u : 2u, line.m_dwNumDevs);
+        taken.onCallState = nullptr;
+        EXPECT_EQ(test.devices, taken.m_dwNumDevs);
+        const bool closed = test.boxes == kClosed;
+        EXPECT_EQ(test.grabbed || closed, taken.m_bCallInProgress != FALSE);
         if (closed) {
-            EXPECT_FALSE(line.GrabThePort());
+            EXPECT_FALSE(taken.GrabThePort());
             EXPECT_EQ((Boxes{{2, 0x10}}), TakeBoxes());
         }
-        line.ShutdownTAPI();
-        EXPECT_TRUE(line.GrabThePort()) << "as if nothing had been";
+        taken.ShutdownTAPI();
+        EXPECT_TRUE(taken.GrabThePort()) << "as if nothing had been";
     }
 }
 

@@ -44,7 +44,7 @@ struct _tagAddressInformation {
 class ZOGBL_API CZoGlobalAddressFunctions {
 public:
     /// Puts together what a modem dials to reach an address. Numbers may be written as people write them: blanks go,
-    /// hyphens stay between digits only, a "+" in front of codes is not needed. docs/dialing.md has the rules and
+    /// hyphens stay behind digits only, a "+" in front of codes is not needed. docs/dialing.md has the rules and
     /// examples.
     ///
     /// By the location's own rules, in this order: access to an outside line (the local prefix, or the long-distance
