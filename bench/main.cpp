@@ -23,6 +23,7 @@ struct Family {
 };
 constexpr Family kFamilies[] = {
     {"registry", &MeasureRegistry},
+    {"profiles", &MeasureProfiles},
     {"countries", &MeasureCountries},
     {"folders", &MeasureFolders},
     {"startup", &MeasureStartup},

@@ -1,5 +1,5 @@
 /// \file
-/// Application framework: the arrays of fixed element type.
+/// Application framework: the arrays and maps of fixed element type.
 #pragma once
 
 #include <afxtempl.h>
@@ -13,3 +13,15 @@ class CObArray : public CArray<CObject*, CObject*> {};
 class CStringArray : public CArray<CString, LPCSTR> {};
 
 class CDWordArray : public CArray<DWORD, DWORD> {};
+
+/// Texts by name; names are the same when all their characters are.
+class CMapStringToString : public CMap<CString, LPCSTR, CString, LPCSTR> {
+public:
+    explicit CMapStringToString(INT_PTR nBlockSize = 10) : CMap(nBlockSize) {}
+};
+
+/// Objects by name; the objects belong to the caller.
+class CMapStringToOb : public CMap<CString, LPCSTR, CObject*, CObject*> {
+public:
+    explicit CMapStringToOb(INT_PTR nBlockSize = 10) : CMap(nBlockSize) {}
+};

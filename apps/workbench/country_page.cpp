@@ -14,7 +14,8 @@ constexpr UINT kListId = 100;
 constexpr int kMargin = 8;
 constexpr COLORREF kFlagBackground = RGB(255, 0, 255);
 
-/// The telephone code as people write it: members of the North American plan with the 1 before their area code.
+} // namespace
+
 CString CodeText(const CZoCountryCode& country)
 {
     CString text;
@@ -24,8 +25,6 @@ CString CodeText(const CZoCountryCode& country)
         text.Format("%u", country.GetCountryCode());
     return text;
 }
-
-} // namespace
 
 // The list box ---------------------------------------------------------------------------------------------------------
 

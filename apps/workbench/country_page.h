@@ -31,6 +31,9 @@ private:
     SIZE m_cell = {};
 };
 
+/// The telephone code as people write it: members of the North American plan with the 1 before their area code.
+CString CodeText(const CZoCountryCode& country);
+
 class CountryPage : public Page {
 public:
     UINT GetTitleId() const override;

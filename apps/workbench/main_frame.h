@@ -4,6 +4,9 @@
 
 #include "country_page.h"
 #include "language_page.h"
+#include "line_page.h"
+#include "location_page.h"
+#include "mailbox_page.h"
 #include "trace_page.h"
 
 class MainFrame : public CFrameWnd {
@@ -16,6 +19,7 @@ public:
     static constexpr int GetPageCount() { return kPages; }
     CString GetStatusText() const;
     TracePage& GetTracePage() { return m_trace; }
+    LinePage& GetLinePage() { return m_lines; }
 
     BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
 
@@ -36,11 +40,14 @@ private:
     void LayOut(int width, int height);
     void ReloadMenu();
 
-    static constexpr int kPages = 3;
+    static constexpr int kPages = 6;
     CountryPage m_countries;
     LanguagePage m_language;
     TracePage m_trace;
-    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace};
+    LocationPage m_locations;
+    MailBoxPage m_mailBoxes;
+    LinePage m_lines;
+    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace, &m_locations, &m_mailBoxes, &m_lines};
     int m_shown = -1;
     CListBox m_pageList;
     CStatic m_status;

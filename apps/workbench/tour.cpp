@@ -9,6 +9,10 @@
 #include "wait.h"
 
 #include <zogbl/country_code.h>
+#include <zogbl/directory_functions.h>
+#include <zogbl/location_item.h>
+#include <zogbl/mailboxes.h>
+#include <zogbl/mem_ini_file.h>
 #include <zogbl/module.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
@@ -26,6 +30,8 @@ CString ModulePath(HINSTANCE module)
     ::GetModuleFileName(module, path, sizeof path - 1);
     return path;
 }
+
+unsigned long __stdcall CountFile(void* context, const char*) { return ++*static_cast<DWORD*>(context); }
 
 /// The about dialog, which takes its own picture and closes.
 class PicturedAboutDialog : public AboutDialog {
@@ -65,9 +71,10 @@ public:
     bool Run()
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
-               OpenWindow() && OpenTrace() && WriteTrace() && SecondProcess() && Pictures("en") &&
+               ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
+               SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && HangUpLine() && WatchForCalls() &&
                SwitchLanguage(kGerman) && Countries() && Pictures("de") && SwitchLanguage(kEnglish) && CloseTrace() &&
-               CloseWindow() && UnloadLanguage();
+               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -142,6 +149,123 @@ private:
         return m_report.Step("novice mode", after == !before && ZoGblGetRegNoviceMode() == before, result);
     }
 
+    /// Writes a profile file entry by entry, and reads it as a whole.
+    bool ProfileFile()
+    {
+        const CString path = m_folder + "\\tour.ini";
+        CZoIniFile file;
+        const RECT written = {1, 2, 3, 4};
+        RECT read = {};
+        DWORD mask = 0;
+        const bool stored = file.SetFileName(path) == ZO_INI_SUCCESS && file.SetSection("Tour") == ZO_INI_SUCCESS &&
+                            file.DoHexadecimal("Mask", FALSE, 0x2A, nullptr) == ZO_INI_SUCCESS &&
+                            file.ZoIniFileRectangle("Place", FALSE, &written, nullptr) == ZO_INI_SUCCESS;
+        const bool found = stored && file.DoHexadecimal("Mask", TRUE, 0, &mask) == ZO_INI_SUCCESS && mask == 0x2A &&
+                           file.ZoIniFileRectangle("Place", TRUE, &written, &read) == ZO_INI_SUCCESS &&
+                           ::EqualRect(&written, &read);
+        CZoMemIniFile whole;
+        CString text;
+        CString place;
+        const bool loaded = found && whole.LoadIniFile(path, nullptr) == ZO_INI_SUCCESS &&
+                            whole.GetIniValue("Tour", "Mask", text) == ZO_INI_SUCCESS &&
+                            whole.GetIniValue("Tour", "Place", place) == ZO_INI_SUCCESS;
+        return m_report.Step("profile file", loaded, "Mask=" + text + ", Place=" + place);
+    }
+
+    /// Measures the folder that the tour has filled.
+    bool MeasureFolder()
+    {
+        DWORD count = 0;
+        DWORD bytes = 0;
+        DWORD enumerated = 0;
+        const bool measured =
+            CZoGlobalDirectoryFunctions::GetFileCount(m_folder, count) == ERROR_SUCCESS &&
+            CZoGlobalDirectoryFunctions::GetSpace(m_folder, bytes) == ERROR_SUCCESS &&
+            CZoGlobalDirectoryFunctions::EnumerateFiles(&enumerated, m_folder, &CountFile) == ERROR_SUCCESS;
+        CString result;
+        result.Format("%lu files of %lu bytes in %s", count, bytes, (LPCSTR)m_folder);
+        return m_report.Step("folder", measured && count > 0 && count == enumerated, result);
+    }
+
+    /// Adds a location, makes it the current one and reads that back.
+    bool AddLocation()
+    {
+        CZoLocationItemList list;
+        DWORD status = list.LoadAllItems();
+        m_locationBefore = list.GetCurrentIndex();
+        CZoLocationItem* location = list.GetNewLocation();
+        CString result;
+        if (status == ERROR_SUCCESS && location != nullptr) {
+            m_location = location->m_dwIndex;
+            location->m_csLocationName = "Main office";
+            location->m_dwCountryIndex = location->m_dwAddressCountryIndex = 276;
+            GetCountryPhoneCode(276, location->m_csCountryCode);
+            location->m_csAreaCityCode = "30";
+            location->m_csInternationalAccess = "00";
+            location->m_csLongDistancePrefix = "0";
+            location->m_csLocalPrefix = "0,";
+            location->m_csBlockCallerID = "*31#";
+            location->m_csUserName = "Anna Muster";
+            location->m_csCity = "Berlin";
+            location->m_csaPhoneAreas.SetSize(ZO_PHONE_KINDS);
+            location->m_csaPhoneNumbers.SetSize(ZO_PHONE_KINDS);
+            location->m_csaPhoneAreas[ZO_PHONE_FAX] = "30";
+            location->m_csaPhoneNumbers[ZO_PHONE_FAX] = "5550123";
+            status = location->SaveByIndex();
+            if (status == ERROR_SUCCESS)
+                status = list.SetCurrentIndex(m_location);
+            CZoLocationItem current(0);
+            if (status == ERROR_SUCCESS)
+                status = current.LoadCurrentLocation();
+            result.Format("%08lu is %s, +%s %s; fax %s", current.m_dwIndex, (LPCSTR)current.m_csLocationName,
+                          (LPCSTR)current.m_csCountryCode, (LPCSTR)current.m_csAreaCityCode,
+                          status == ERROR_SUCCESS ? (LPCSTR)current.m_csaPhoneNumbers[ZO_PHONE_FAX] : "");
+        }
+        return m_report.Step("location", status == ERROR_SUCCESS && location != nullptr, result);
+    }
+
+    bool RemoveLocation()
+    {
+        CZoLocationRegistry registry;
+        registry.SetCurrentIndex(m_locationBefore);
+        const DWORD status = registry.DeleteIndex(m_location);
+        return m_report.Step("location", status == ERROR_SUCCESS && !registry.DoesIndexExist(m_location),
+                             "the record is gone");
+    }
+
+    /// Adds a mailbox and has the folder of its inbox made.
+    bool AddMailBox()
+    {
+        CZoRegMailBoxes mailBoxes;
+        BOOL done = mailBoxes.Load();
+        while (mailBoxes.DoesNumberExist(m_mailBox))
+            ++m_mailBox;
+        m_mailBoxBefore = mailBoxes.GetUserDefault();
+        mailBoxes.Add(m_mailBox, "Reception");
+        done = done && mailBoxes.Write();
+        CZoRegMailBoxes::SetUserDefault(m_mailBox);
+        CString path;
+        unsigned long exists = 0;
+        if (done && CZoRegMailBoxes::GetMailBoxPath(m_mailBox, path, MAILBOXFOLDER_INBOX))
+            CZoGlobalDirectoryFunctions::Exists(path, exists);
+        return m_report.Step("mailbox", exists != 0, path);
+    }
+
+    bool RemoveMailBox()
+    {
+        CString path;
+        CZoRegMailBoxes::GetMailBoxPath(m_mailBox, path, MAILBOXFOLDER_ROOT);
+        CZoGlobalDirectoryFunctions::DeleteDirChain(path);
+        CZoGlobalDirectoryFunctions::Delete(path.Left(path.ReverseFind('\\'))); // unless others have folders there
+        CZoRegMailBoxes mailBoxes;
+        const BOOL removed = mailBoxes.Load() && mailBoxes.Remove(m_mailBox) && mailBoxes.Write();
+        if (mailBoxes.GetCount() > 0)
+            CZoRegMailBoxes::SetUserDefault(m_mailBoxBefore);
+        unsigned long exists = 1;
+        CZoGlobalDirectoryFunctions::Exists(path, exists);
+        return m_report.Step("mailbox", removed && exists == 0, "the record and its folders are gone");
+    }
+
     bool OpenWindow()
     {
         m_frame = new MainFrame;
@@ -196,6 +320,94 @@ private:
         return m_report.Step("second process", code == 0 && Trace().GetOpenCount() == 1, result);
     }
 
+    LinePage& Lines() { return m_frame->GetLinePage(); }
+
+    /// Lists the line devices and takes the port of the first one.
+    bool TakeLine()
+    {
+        Lines().GetLine().m_bSilent = TRUE; // nobody is there to answer a box
+        Lines().Refresh();
+        const BOOL taken = Lines().TakePort();
+        CString result;
+        result.Format("%lu devices, port %s, error %lu", Lines().GetLine().m_dwNumDevs, taken ? "taken" : "not taken",
+                      Lines().GetLine().GetLastTAPIError());
+        return m_report.Step("line", taken, result);
+    }
+
+    /// Sends a command to the modem and waits for its answer.
+    bool Command(LPCSTR command, LPCSTR answer)
+    {
+        Lines().ForgetReceived();
+        const bool answered =
+            Lines().Send(CString(command) + "\r") && WaitUntil([&] { return Lines().GetReceived().Find(answer) >= 0; });
+        CString text = Lines().GetReceived();
+        text.Replace("\r", "");
+        text.Replace("\n", " ");
+        return m_report.Step("modem", answered, text);
+    }
+
+    bool TalkToModem()
+    {
+        return Command("ATZ", "OK") && Command("ATI3", "OK") && Command("ATD5550123", "CONNECT") && Echo();
+    }
+
+    /// The other side echoes: 64 KB must come back unchanged.
+    bool Echo()
+    {
+        constexpr int kSize = 64 * 1024;
+        CString sent;
+        char* bytes = sent.GetBufferSetLength(kSize);
+        for (int i = 0; i < kSize; ++i)
+            bytes[i] = static_cast<char>('A' + (i + i / 26) % 26);
+        Settle();
+        Lines().ForgetReceived();
+        bool whole = true;
+        for (int at = 0; whole && at < kSize; at += 4096) {
+            whole = Lines().Send(sent.Mid(at, 4096)) &&
+                    WaitUntil([&] { return Lines().Receive() == 0 && Lines().GetReceived().GetLength() >= at + 4096; });
+        }
+        CString result;
+        result.Format("%d bytes sent, %d came back%s", kSize, Lines().GetReceived().GetLength(),
+                      Lines().GetReceived() == sent ? ", the same" : "");
+        return m_report.Step("echo", whole && Lines().GetReceived() == sent, result);
+    }
+
+    bool HangUpLine()
+    {
+        Lines().HangUp();
+        const bool released = Lines().GetLine().m_hComm == INVALID_HANDLE_VALUE && Lines().GetLine().m_hCall == 0;
+        return m_report.Step("hang up", released, "the port is free again");
+    }
+
+    /// Somebody calls, then somebody who withholds the number. Only the simulated service can be told to ring.
+    bool WatchForCalls()
+    {
+        using OfferCall = DWORD(WINAPI*)(DWORD, LPCSTR, LPCSTR, DWORD);
+        using HangUp = BOOL(WINAPI*)(DWORD);
+        const HMODULE service = ::GetModuleHandle("TAPI32.DLL");
+        const auto offer =
+            reinterpret_cast<OfferCall>(reinterpret_cast<void*>(::GetProcAddress(service, "TelsimOfferCall")));
+        const auto hangUp =
+            reinterpret_cast<HangUp>(reinterpret_cast<void*>(::GetProcAddress(service, "TelsimHangUp")));
+        if (offer == nullptr || hangUp == nullptr)
+            return m_report.Step("answer", true, "not the simulated service: nobody calls");
+        if (!Lines().Answer(TRUE))
+            return m_report.Step("answer", false, "the line cannot be opened");
+        const CZoTAPIInterface& line = Lines().GetLine();
+        CString callers;
+        bool told = true;
+        for (const DWORD flags : {LINECALLPARTYID_ADDRESS | LINECALLPARTYID_NAME, LINECALLPARTYID_BLOCKED}) {
+            const DWORD call = offer(line.m_dwDeviceID, "5550199", "Jane Doe", flags);
+            told = told && WaitUntil([&] { return !line.m_strCallerID.IsEmpty(); });
+            callers += line.m_strCallerID + ", " + line.m_strCallerName + "; ";
+            hangUp(call);
+            told = told && WaitUntil([&] { return line.m_dwCallState == LINECALLSTATE_IDLE; });
+            Lines().GetLine().m_strCallerID.Empty();
+        }
+        Lines().Answer(FALSE);
+        return m_report.Step("answer", told && callers == "5550199, Jane Doe; **BLOCKED**, **BLOCKED**; ", callers);
+    }
+
     bool CloseTrace()
     {
         m_tracePath = Trace().GetFileName();
@@ -226,7 +438,8 @@ private:
 
     bool Pictures(LPCSTR language)
     {
-        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace"};
+        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language",  "trace",
+                                                                    "locations", "mailboxes", "lines"};
         for (int page = 0; page < MainFrame::GetPageCount(); ++page) {
             m_frame->ShowPage(page);
             m_frame->UpdateWindow();
@@ -269,6 +482,10 @@ private:
     CString m_folder;
     Report m_report;
     CString m_tracePath;
+    DWORD m_location = 0; // the record that the tour made
+    DWORD m_locationBefore = ZO_NO_LOCATION;
+    DWORD m_mailBox = 1; // likewise
+    DWORD m_mailBoxBefore = 0;
     MainFrame* m_frame = nullptr;
 };
 

@@ -278,3 +278,22 @@ TEST(CMap, IsAsBeforeWhenMemoryFails)
         EXPECT_STREQ("6", value);
     });
 }
+
+TEST(CMap, OfTextsComparesExactlyAndOwnsNoObject)
+{
+    struct : CObject {
+    } object;
+    CMapStringToOb objects;
+    objects.SetAt("Name", &object);
+    CObject* found = nullptr;
+    EXPECT_FALSE(objects.Lookup("name", found));
+    EXPECT_TRUE(objects.Lookup("Name", found));
+    EXPECT_EQ(&object, found);
+    objects.RemoveAll(); // deletes nothing
+    CMapStringToString texts;
+    texts["\x83\x5C"] = "b";
+    CString text;
+    EXPECT_FALSE(texts.Lookup("\x83", text));
+    EXPECT_TRUE(texts.Lookup("\x83\x5C", text));
+    EXPECT_STREQ("b", text);
+}

@@ -19,7 +19,7 @@ constexpr DWORD kBadHandle = ERROR_INVALID_HANDLE;
 
 using Results = std::vector<DWORD>; // in the order of the calls
 
-const HANDLE kLog = LongToHandle(-5);
+const HANDLE kLog = reinterpret_cast<HANDLE>(INTPTR_MAX - 4); // of as many bits as there are
 std::string g_calls;
 
 BOOL Note(const char* what, HANDLE log, LPCSTR text)
@@ -66,7 +66,11 @@ TEST(EventLog, IsAFileElsewhere)
     EXPECT_EQ("entries", folder.Read("log"));
     EXPECT_EQ(0u, log.Clear(copy.c_str()));
     EXPECT_EQ("", folder.Read("log"));
-    EXPECT_EQ(0u, log.OpenBackup(nullptr, copy.c_str())) << "closes the other";
+    char current[MAX_PATH];
+    GetCurrentDirectoryA(sizeof current, current);
+    SetCurrentDirectoryA(folder.Path().c_str());
+    EXPECT_EQ(0u, log.OpenBackup(nullptr, "copy")) << "closes the other";
+    SetCurrentDirectoryA(current); // means the same file here
     EXPECT_TRUE(DeleteFileA(file.c_str()));
     EXPECT_EQ("entries", folder.Read("copy"));
     EXPECT_EQ((Results{0, 0, kBadHandle}), (Results{log.Clear(nullptr), log.Close(), log.Close()}));

@@ -369,7 +369,9 @@ TEST(Trace, StampsTellTheTimeSinceTheStart)
     const TestTrace names;
     const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
     s_ticks = 0xFFFFFF00; // the counter wraps while the trace is open
-    CZoTrace trace;
+    struct : CZoTrace {
+        using CZoTrace::FormatRelativeTime;
+    } trace;
     CZoTrace joiner;
     ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
     ASSERT_TRUE(joiner.Open(names.Name(), 1, FALSE));
@@ -382,6 +384,7 @@ TEST(Trace, StampsTellTheTimeSinceTheStart)
                                          {360000000, "(100:00:00.000) "},
                                          {0xFFFFFFFF, "(1193:02:47.295) "}}) {
         s_ticks = 0xFFFFFF00 + elapsed;
+        EXPECT_STREQ(stamp, trace.FormatRelativeTime());
         trace.Output("x\r\n");
         expected += std::string(stamp) + "x\r\n";
     }
@@ -397,6 +400,8 @@ TEST(Trace, CutsTextThatIsTooLong)
     CZoTrace trace;
     trace.EnableTimeStamp(FALSE);
     ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    LPCSTR const none = nullptr;
+    trace.Output(none);
     std::string expected;
     for (const size_t length : {0u, 1u, 510u, 511u, 512u, 1023u, 1024u, 1025u, 5000u}) {
         const std::string text(length, static_cast<char>('a' + length % 26));
@@ -517,25 +522,50 @@ TEST(Trace, SurvivesADamagedBlock)
     }
 }
 
+namespace {
+
+/// What the shared count says while the buffer is being written.
+const BlockView* s_block;
+DWORD s_countWhileWriting;
+BOOL WINAPI NoteCount(HANDLE file, LPCVOID data, DWORD size, DWORD* written, OVERLAPPED* overlapped)
+{
+    s_countWhileWriting = (*s_block)->pending;
+    return WriteFile(file, data, size, written, overlapped);
+}
+
+} // namespace
+
 TEST(Trace, GoesOnWhereADyingWriterStopped)
 {
-    // The buffer is marked as being written, and this much of it is in the file.
-    const std::string buffer = "first line\r\nsecond line\r\nthird line\r\n";
-    for (const size_t written : {size_t{0}, size_t{5}, size_t{12}, buffer.size()}) {
-        SCOPED_TRACE(written);
-        const TestTrace names;
-        CZoTrace trace;
-        trace.EnableTimeStamp(FALSE);
-        ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
-        trace.Flush();
-        {
-            const BlockView block(names);
-            std::copy(buffer.begin(), buffer.end(), const_cast<char*>(block->buffer));
-            block->pending = static_cast<DWORD>(buffer.size()) | 0x80000000;
-            names.Write(names.Read() + buffer.substr(0, written));
+    // The buffer is marked as being written, and this much of it is in the file, which ended with the same line before.
+    const std::string line = "same line\r\n", buffer = line + line + "last line\r\n";
+    for (const size_t written : {size_t{0}, size_t{5}, line.size(), buffer.size()}) {
+        for (const bool isCut : {false, true}) { // the file, from outside, after the death
+            SCOPED_TRACE(written);
+            const TestTrace names;
+            CZoTrace trace;
+            trace.EnableTimeStamp(FALSE);
+            ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+            trace.Output("%s", line.c_str());
+            trace.Flush();
+            const std::string before = names.Read();
+            const DWORD count = static_cast<DWORD>(0x80000000 | before.size() << 14 | buffer.size());
+            {
+                const BlockView block(names);
+                std::copy(buffer.begin(), buffer.end(), const_cast<char*>(block->buffer));
+                block->pending = count;
+                names.Write(isCut ? "" : before + buffer.substr(0, written));
+                s_block = &block;
+                s_countWhileWriting = count;
+                const zo_test::ImportPatch note(kLibrary, "WriteFile", &NoteCount);
+                trace.Flush();
+                EXPECT_EQ(isCut ? buffer.size() | 0x80000000 : count, s_countWhileWriting)
+                    << "for who finishes it next";
+            }
+            trace.Output("end\r\n");
+            trace.Flush();
+            EXPECT_EQ(isCut ? buffer + "end\r\n" : line + buffer + "end\r\n", isCut ? names.Read() : names.ReadBody());
         }
-        trace.Output("fourth line\r\n");
-        EXPECT_EQ(buffer + "fourth line\r\n", Traced(names, trace));
     }
 }
 

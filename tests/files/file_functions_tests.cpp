@@ -83,6 +83,9 @@ TEST_F(FileFunctions, ChangesFilesAndLeavesFoldersAlone)
     }
     EXPECT_EQ(before, GetFileAttributesA(folder));
     EXPECT_EQ(kNotFound, File::Rename(missing, file));
+    SetLastError(0);
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), File::Create(nullptr));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), File::GetTempFile(nullptr));
 
     EXPECT_EQ(0u, File::SetSize(file, 3) | File::SetSize(file, 5));
     EXPECT_EQ(std::string("012\0\0", 5), m_folder.Read("file"));

@@ -203,6 +203,8 @@ TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
     other.GetChild()->SetPrev(other.GetChild());
     EXPECT_EQ(0u, other.FreeChildren());
     EXPECT_EQ(nullptr, other.GetChild());
+    other.SetChild(&other);
+    EXPECT_EQ(0u, other.FreeChildren()) << "not itself, and not for ever";
 }
 
 TEST_F(TreeTest, FindsEndsAndSiblings)

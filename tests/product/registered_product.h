@@ -45,6 +45,7 @@ public:
 
     CString LanguagesKey() const { return m_moduleKey + "\\Languages"; }
     const CString& UserKey() const { return m_userKey; }
+    CString RootKey() const { return kRoot; }
     CZoGlobalConfig& Config() { return m_config; }
 
 private:

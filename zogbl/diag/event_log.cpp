@@ -10,7 +10,14 @@
 
 namespace {
 
-constexpr DWORD kSharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE;
+/// The whole path of a file, so that its name still means the same file when the current folder has changed.
+CString WholePath(const char* fileName)
+{
+    char path[MAX_PATH];
+    char* name;
+    const DWORD length = GetFullPathNameA(fileName, sizeof path, path, &name);
+    return length > 0 && length < sizeof path ? path : fileName;
+}
 
 /// \return null on failure, with the reason as last error.
 HANDLE OpenLogFile(const char* fileName)
@@ -34,7 +41,7 @@ DWORD EmptyLogFile(const char* fileName)
 
 } // namespace
 
-CZoGlobalEventLog::CZoGlobalEventLog() : m_dwLogKind(CZoGlobalOperatingSystem::GetType()), m_lHandle(0) {}
+CZoGlobalEventLog::CZoGlobalEventLog() : m_dwLogKind(CZoGlobalOperatingSystem::GetType()), m_hLog(nullptr) {}
 
 CZoGlobalEventLog::~CZoGlobalEventLog() { Close(); }
 
@@ -46,7 +53,7 @@ DWORD CZoGlobalEventLog::OpenBackup(const char* server, const char* fileName)
 {
     CString name;
     try {
-        name = fileName;
+        name = WholePath(fileName);
     } catch (CMemoryException* e) {
         e->Delete();
         return ERROR_NOT_ENOUGH_MEMORY;
@@ -58,28 +65,28 @@ DWORD CZoGlobalEventLog::OpenBackup(const char* server, const char* fileName)
             m_csLogName = name; // no error counts as success, with or without a handle
         return error;
     }
-    if (m_lHandle != 0)
+    if (m_hLog != nullptr)
         Close();
-    m_lHandle = HandleToLong(log);
+    m_hLog = log;
     m_csLogName = name;
     return ERROR_SUCCESS;
 }
 
 DWORD CZoGlobalEventLog::BackUp(const char* fileName)
 {
-    return StatusOf(IsSystemLog() ? BackupEventLogA(Handle(), fileName) : CopyFileA(m_csLogName, fileName, FALSE));
+    return StatusOf(IsSystemLog() ? BackupEventLogA(m_hLog, fileName) : CopyFileA(m_csLogName, fileName, FALSE));
 }
 
 DWORD CZoGlobalEventLog::Clear(const char* backupFileName)
 {
     if (IsSystemLog())
-        return StatusOf(ClearEventLogA(Handle(), backupFileName));
+        return StatusOf(ClearEventLogA(m_hLog, backupFileName));
     if (backupFileName != nullptr) {
         const DWORD copied = BackUp(backupFileName);
         if (copied != ERROR_SUCCESS)
             return copied;
     }
-    if (SetFilePointer(Handle(), 0, nullptr, FILE_BEGIN) == INVALID_SET_FILE_POINTER)
+    if (SetFilePointer(m_hLog, 0, nullptr, FILE_BEGIN) == INVALID_SET_FILE_POINTER)
         return CZoGlobalError::GetError();
     return EmptyLogFile(m_csLogName); // its own handle is for reading
 }
@@ -87,7 +94,7 @@ DWORD CZoGlobalEventLog::Clear(const char* backupFileName)
 DWORD CZoGlobalEventLog::Close()
 {
     m_csLogName.Empty();
-    const HANDLE log = LongToHandle(std::exchange(m_lHandle, 0));
+    const HANDLE log = std::exchange(m_hLog, nullptr);
     return StatusOf(IsSystemLog() ? CloseEventLog(log) : CloseHandle(log));
 }
 

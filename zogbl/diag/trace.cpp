@@ -3,6 +3,9 @@
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
+#include "../files/open_security.h"
+#include "../files/program_folder.h"
+
 #include <atomic>
 #include <cctype>
 #include <cstdarg>
@@ -48,21 +51,10 @@ TraceNames NamesOf(const CString& name)
     return names;
 }
 
-/// A file of that name beside the executable; empty when the executable has too long a path.
-CString BesideExecutable(LPCSTR fileName)
-{
-    char executable[MAX_PATH] = {};
-    const DWORD length = GetModuleFileNameA(nullptr, executable, sizeof executable);
-    if (length == 0 || length >= sizeof executable)
-        return {};
-    const CString path(executable);
-    return path.Left(path.ReverseFind('\\') + 1) + fileName;
-}
-
 HANDLE OpenShared(LPCSTR path, DWORD disposition)
 {
-    return CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
+    return CreateFileA(path, GENERIC_READ | GENERIC_WRITE, kSharedByAll, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
+                       nullptr);
 }
 
 /// Moves to the end of the file. \return its size, 0 on failure.
@@ -121,13 +113,16 @@ CString UserKey()
 
 /// What all processes share. It can hold anything: another process may have damaged it.
 struct CZoTrace::SharedBlock {
-    /// Set in the number of pending bytes while they are being written to the file. Whoever finds it there knows that
-    /// the writer died, and looks how far it came; without it, a death between the write and the reset of the number
-    /// would bring the same lines a second time.
+    /// While the buffer is being written to the file, the number of pending bytes carries this mark and, above the
+    /// number, the low bits of the file's size before. Whoever finds them there knows that the writer died, and by what
+    /// the file has grown how far it came; without them, its lines would be written a second time.
     static constexpr DWORD kWriting = 0x80000000;
+    static constexpr int kNumberBits = 14;
+    static constexpr DWORD kNumberMask = (1u << kNumberBits) - 1;
+    static constexpr DWORD kSizeMask = (kWriting >> kNumberBits) - 1;
 
     std::atomic<DWORD> openCount;
-    std::atomic<DWORD> pending; // bytes of the buffer, kWriting aside
+    std::atomic<DWORD> pending; // bytes of the buffer; see kWriting
     char buffer[kBufferSize];
 };
 
@@ -364,7 +359,7 @@ void CZoTrace::SetLevel(WORD level)
 
 void CZoTrace::Output(const char* format, ...)
 {
-    if (m_pBlock == nullptr || m_bPause)
+    if (m_pBlock == nullptr || m_bPause || format == nullptr)
         return;
     char line[kMostStampLength + kMostFormatted + 1];
     char* const text = line + kMostStampLength;
@@ -454,34 +449,22 @@ void CZoTrace::Append(const char* text, DWORD length)
 void CZoTrace::WritePending()
 {
     const DWORD state = m_pBlock->pending;
-    const DWORD pending = state & ~SharedBlock::kWriting;
+    const bool isUnfinished = (state & SharedBlock::kWriting) != 0; // by a writer that died
+    const DWORD pending = isUnfinished ? state & SharedBlock::kNumberMask : state;
     if (pending > 0 && pending <= kBufferSize) {
-        const DWORD written = (state & SharedBlock::kWriting) != 0 ? CountWrittenBytes(pending) : 0;
-        m_pBlock->pending = pending | SharedBlock::kWriting;
+        const DWORD size = static_cast<DWORD>(SeekToEnd(m_hFile)) & SharedBlock::kSizeMask;
+        DWORD sizeBefore = isUnfinished ? state >> SharedBlock::kNumberBits & SharedBlock::kSizeMask : size;
+        DWORD written = (size - sizeBefore) & SharedBlock::kSizeMask;
+        if (written > pending) { // somebody has cut the file
+            sizeBefore = size;
+            written = 0;
+        }
+        m_pBlock->pending = SharedBlock::kWriting | sizeBefore << SharedBlock::kNumberBits | pending;
         DWORD count = 0;
-        SeekToEnd(m_hFile);
         if (written < pending)
             WriteFile(m_hFile, m_pBlock->buffer + written, pending - written, &count, nullptr);
     }
     m_pBlock->pending = 0;
-}
-
-/// How much of the buffer a writer that died has brought into the file: the longest beginning of it that the file ends
-/// with.
-DWORD CZoTrace::CountWrittenBytes(DWORD pending)
-{
-    char end[kBufferSize];
-    const ULONGLONG size = SeekToEnd(m_hFile);
-    DWORD count = size < pending ? static_cast<DWORD>(size) : pending;
-    SetFilePointer(m_hFile, -static_cast<LONG>(count), nullptr, FILE_END);
-    DWORD read = 0;
-    if (!ReadFile(m_hFile, end, count, &read, nullptr))
-        return 0;
-    for (count = read; count > 0; --count) {
-        if (std::memcmp(end + read - count, m_pBlock->buffer, count) == 0)
-            break;
-    }
-    return count;
 }
 
 // Questions ------------------------------------------------------------------------------------------------------------

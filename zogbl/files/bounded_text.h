@@ -6,13 +6,19 @@
 
 #include <cstring>
 
+/// The bytes of the character at \p text, which must not be its end: 2 for a lead byte with another byte behind it.
+inline size_t CharacterWidth(LPCSTR text)
+{
+    return IsDBCSLeadByte(static_cast<BYTE>(text[0])) && text[1] != '\0' ? 2 : 1;
+}
+
 /// Copies as much of \p text as fits in \p size bytes with a terminator. A character of two bytes is copied whole or not
 /// at all. \p size must not be 0.
 inline void CopyBounded(LPSTR buffer, size_t size, LPCSTR text)
 {
     size_t used = 0;
     while (text[used] != '\0') {
-        const size_t width = IsDBCSLeadByte(static_cast<BYTE>(text[used])) && text[used + 1] != '\0' ? 2 : 1;
+        const size_t width = CharacterWidth(text + used);
         if (used + width >= size)
             break;
         for (size_t end = used + width; used < end; ++used)

@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr DWORD kSharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE;
-
 /// What makes a file of something that has attributes.
 constexpr DWORD kFileAttributes = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
                                   FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NORMAL | FILE_ATTRIBUTE_TEMPORARY;
@@ -52,6 +50,8 @@ bool CanBeOpened(const char* path)
 
 unsigned long CZoGlobalFileFunctions::Create(const char* path)
 {
+    if (path == nullptr) // Windows 95 refuses it without an error
+        return ERROR_INVALID_PARAMETER;
     OpenSecurity security;
     if (!security.Initialize())
         return CZoGlobalError::GetError();
@@ -131,6 +131,8 @@ unsigned long CZoGlobalFileFunctions::ClearAttributes(const char* path, unsigned
 
 unsigned long CZoGlobalFileFunctions::GetTempFile(char* buffer)
 {
+    if (buffer == nullptr)
+        return ERROR_INVALID_PARAMETER;
     char folder[MAX_PATH + 1] = {};
     const DWORD length = GetTempPathA(sizeof folder, folder);
     if (length == 0)

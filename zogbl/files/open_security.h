@@ -1,8 +1,10 @@
 /// \file
-/// Security of files and folders that anybody may use.
+/// Sharing and security of files and folders that anybody may use.
 #pragma once
 
 #include <windows.h>
+
+constexpr DWORD kSharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE;
 
 /// Security attributes with a fresh descriptor, which has no access list. Handles are not inherited.
 class OpenSecurity {

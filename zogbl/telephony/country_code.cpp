@@ -4,7 +4,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include <afxwin.h>
+#include "box_filling.h"
 
 #include <algorithm>
 #include <mbstring.h>
@@ -65,22 +65,6 @@ void InsertByName(CPtrArray& countries, CZoCountryCode* country)
     while (place > 0 && IsLess(*country, *Country(countries[place - 1])))
         --place;
     countries.InsertAt(place, country);
-}
-
-template <class BOX> DWORD FillBox(BOX* box, const CPtrArray& countries)
-{
-    const CWaitCursor wait;
-    const HWND focus = ::GetFocus();
-    const bool focused = focus != nullptr && (focus == box->m_hWnd || ::IsChild(box->m_hWnd, focus));
-    box->ResetContent();
-    for (INT_PTR i = 0; i < countries.GetSize(); ++i)
-        box->AddString(static_cast<LPCSTR>(countries[i])); // data, not text
-    if (box->GetCount() > 0) {
-        box->SetCurSel(0);
-        if (focused)
-            box->SetFocus();
-    }
-    return ERROR_SUCCESS;
 }
 
 } // namespace
@@ -165,8 +149,17 @@ DWORD CZoCountryCodeList::ReloadNames()
     return ERROR_SUCCESS;
 }
 
-DWORD CZoCountryCodeList::AddToComboBox(CComboBox* box) { return FillBox(box, m_countries); }
-DWORD CZoCountryCodeList::AddToListBox(CListBox* box) { return FillBox(box, m_countries); }
+DWORD CZoCountryCodeList::AddToComboBox(CComboBox* box)
+{
+    FillBox(box, m_countries, Selection::kFirst);
+    return ERROR_SUCCESS;
+}
+
+DWORD CZoCountryCodeList::AddToListBox(CListBox* box)
+{
+    FillBox(box, m_countries, Selection::kFirst);
+    return ERROR_SUCCESS;
+}
 
 const CZoCountryCode* CZoCountryCodeList::FindByIndex(UINT countryIndex) const
 {

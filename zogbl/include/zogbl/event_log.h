@@ -46,11 +46,10 @@ public:
 
 private:
     bool IsSystemLog() const;
-    HANDLE Handle() const { return LongToHandle(m_lHandle); }
 
     DWORD m_dwLogKind;   // the operating system's family: Windows NT's event log, or a file
-    LONG m_lHandle;      // 32 bits, in which the system's handles fit on all architectures; 0 when closed
-    CString m_csLogName; // the backup file opened last; empty when closed
+    HANDLE m_hLog;       // null when closed
+    CString m_csLogName; // the backup file opened last, with its whole path; empty when closed
 };
 
 /// A source of entries of an event log. All operations return 0 and do nothing yet.

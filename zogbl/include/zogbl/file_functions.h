@@ -13,7 +13,7 @@
 class ZOGBL_API CZoGlobalFileFunctions {
 public:
     /// Creates an empty file, in place of one that is there. A file that is read-only or in use gives the system's
-    /// error and stays as it is.
+    /// error and stays as it is; a null path 87.
     static unsigned long Create(const char* path);
     /// Deletes a file; a read-only one stays and gives 5.
     static unsigned long Delete(const char* path);
@@ -44,8 +44,8 @@ public:
     static unsigned long ClearAttributes(const char* path, unsigned long attrs);
 
     /// Makes an empty file of a new name, beginning with TMP, in the temporary folder.
-    /// \param buffer takes its full path: at least 260 bytes. A temporary folder with a path of more than 246
-    /// characters gives 111.
+    /// \param buffer takes its full path: at least 260 bytes; null gives 87. A temporary folder with a path of more than
+    /// 246 characters gives 111.
     static unsigned long GetTempFile(char* buffer);
 
     /// Makes up a file name: folder, prefix, four hexadecimal digits or more, extension.
@@ -55,7 +55,7 @@ public:
     /// name is found that no file has, and an empty file of that name is created. A second is as a rule more than
     /// enough; the search ends after a minute, when each of the 65536 names had its turn.
     /// \param buffer at least 260 bytes, written on success only.
-    /// \return 0; 1 when the file could not be created, and when the name would not fit in 260 bytes.
+    /// \return 0; 1 when the file could not be created, the name would not fit in 260 bytes or \p buffer is null.
     static unsigned long ZoGetTempFileName(const char* dir, const char* prefix, const char* ext, unsigned int unique,
                                            char* buffer);
 };

@@ -62,7 +62,7 @@ public:
     WORD GetLevel() const { return m_wLevel; } ///< 0 after Close
 
     /// Appends text, formatted as wvsprintf does: no floating point. The caller supplies line ends, as "\r\n". The text
-    /// of one call is never mixed with another's.
+    /// of one call is never mixed with another's. A null format is no text.
     void AFX_CDECL Output(const char* format, ...) __attribute__((format(printf, 2, 3)));
     /// Appends a dump of \p length bytes, 16 to a line, printable characters as such. Null counts as no bytes.
     ///
@@ -105,7 +105,6 @@ private:
     void WriteBanner(LPCSTR verb);
     void DescribeSystem();
     DWORD PendingBytes();
-    DWORD CountWrittenBytes(DWORD pending);
     void Append(const char* text, DWORD length);
     void WritePending();
 

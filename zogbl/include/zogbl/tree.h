@@ -35,10 +35,10 @@ constexpr int ZO_SORT_CHANGED_PAST_SECOND = 2;
 constexpr int ZO_SORT_UNCHANGED = 4;
 constexpr int ZO_SORT_CHANGED_PAST_FIRST = 5;
 
-/// A node: an object of this class or a derived one, made with new in a module of the suite. The children of a node are a doubly linked list,
-/// whose first one the node points at. A node owns its children and destroys them at its end; it does not take itself out
-/// of its own list, so a node that is still linked is destroyed through its parent (FreeChild). Destroying goes as deep
-/// as the tree.
+/// A node: an object of this class or a derived one, made with new in a module of the suite. The children of a node are a
+/// doubly linked list, whose first one the node points at. A node owns its children and destroys them at its end; it does
+/// not take itself out of its own list, so a node that is still linked is destroyed through its parent (FreeChild).
+/// Destroying goes as deep as the tree.
 ///
 /// The tree sets a parent in one case only, in FreeChild; whoever adds a node calls SetParent, without which FindRoot and
 /// EnumPath end there and inserting at a head cannot correct the parent's first child.
@@ -68,7 +68,7 @@ public:
     virtual DWORD RemoveItem(CZoTree* node); ///< Does nothing. \return 0
 
     /// Calls back for each node of this one's list, from its head. The callback may destroy the node it is called for.
-    /// A list that is a ring is gone through once. \return the callback's nonzero result, or 0.
+    /// A list that is a ring is gone through once; one that leads into a ring has no end. \return the callback's nonzero result, or 0.
     virtual DWORD EnumList(ZoTreeEnumProc callback, void* data);
     /// Goes through this node's list in passes, offering pairs of neighbours to \p callback, until a pass has changed
     /// nothing. The list must have an end.
@@ -76,7 +76,8 @@ public:
     /// \return 0, or a number that \p callback returned and that is none of the codes above.
     virtual DWORD SortList(ZoTreeSortProc callback, void* data, BOOL recurse);
 
-    /// Puts \p child at the head of the child list and calls back for it. Without a child, calls back for this node.
+    /// Puts \p child, which must be in no list, at the head of the child list and calls back for it. Without a child,
+    /// calls back for this node.
     /// \return the callback's result, 0 without one; ZoErrBadData, and nothing done, when \p child is this node or its
     /// first child already.
     virtual DWORD AddOneChild(ZoTreeEnumProc callback, void* data, CZoTree* child);

@@ -13,7 +13,12 @@
 #include <zogbl/gdi_data.h>
 #include <zogbl/global_config.h>
 #include <zogbl/global_error.h>
+#include <zogbl/ini_file.h>
 #include <zogbl/language_support.h>
+#include <zogbl/location_item.h>
+#include <zogbl/location_registry.h>
+#include <zogbl/mailboxes.h>
+#include <zogbl/mem_ini_file.h>
 #include <zogbl/module.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>

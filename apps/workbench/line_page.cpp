@@ -1,0 +1,328 @@
+#include "line_page.h"
+
+#include <zogbl/resource_ids.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr UINT kPoll = 100;           // milliseconds between two looks at the port
+constexpr DWORD kTransferTime = 5000; // milliseconds for bytes to go out
+constexpr int kMostReceived = 256 * 1024;
+constexpr int kMostShown = 16 * 1024;
+constexpr int kMargin = 8;
+constexpr int kListHeight = 120;
+
+enum ControlId : UINT { kDevicesId = 100, kTakePortId, kHangUpId, kAnswerId, kTerminalId, kCommandId, kSendId, kLogId };
+
+CString StateName(DWORD_PTR state)
+{
+    static constexpr std::pair<DWORD, LPCSTR> names[] = {
+        {LINECALLSTATE_IDLE, "IDLE"},         {LINECALLSTATE_OFFERING, "OFFERING"},
+        {LINECALLSTATE_ACCEPTED, "ACCEPTED"}, {LINECALLSTATE_DIALTONE, "DIALTONE"},
+        {LINECALLSTATE_DIALING, "DIALING"},   {LINECALLSTATE_PROCEEDING, "PROCEEDING"},
+        {LINECALLSTATE_BUSY, "BUSY"},         {LINECALLSTATE_CONNECTED, "CONNECTED"},
+        {LINECALLSTATE_ONHOLD, "ONHOLD"},     {LINECALLSTATE_DISCONNECTED, "DISCONNECTED"},
+    };
+    for (const auto& [value, name] : names) {
+        if (value == state)
+            return name;
+    }
+    CString number;
+    number.Format("0x%lX", static_cast<unsigned long>(state));
+    return number;
+}
+
+} // namespace
+
+// The line -------------------------------------------------------------------------------------------------------------
+
+WorkbenchLine::WorkbenchLine(LinePage& page)
+    : CZoTAPIInterface(nullptr, nullptr, LINEMEDIAMODE_DATAMODEM, FALSE), m_page(page)
+{
+}
+
+void WorkbenchLine::ListDevices(CStringArray& names, CDWordArray& ids)
+{
+    DWORD error = 0;
+    EnumerateTAPIDeviceLines(&names, error, nullptr);
+    for (DWORD id = 0; id < m_dwNumDevs && ids.GetSize() < names.GetSize(); ++id) {
+        const DWORD version = ZolineNegotiateAPIVersion(id);
+        LINEDEVCAPS* caps = version != 0 ? ZolineGetDevCaps(nullptr, id, version) : nullptr;
+        if (caps != nullptr)
+            ids.Add(id); // devices that cannot be used have no name either
+        ::LocalFree(caps);
+    }
+}
+
+void WorkbenchLine::DoLineDevState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
+                                   DWORD_PTR dwParam2, DWORD_PTR dwParam3)
+{
+    if (dwParam1 == LINEDEVSTATE_RINGING)
+        m_page.Log("RINGING");
+    CZoTAPIInterface::DoLineDevState(hDevice, dwMsg, dwCallbackInstance, dwParam1, dwParam2, dwParam3);
+}
+
+void WorkbenchLine::DoLineCallState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
+                                    DWORD_PTR dwParam2, DWORD_PTR dwParam3)
+{
+    m_page.Log(StateName(dwParam1));
+    CZoTAPIInterface::DoLineCallState(hDevice, dwMsg, dwCallbackInstance, dwParam1, dwParam2, dwParam3);
+}
+
+void WorkbenchLine::DoLineCallInfo(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
+                                   DWORD_PTR dwParam2, DWORD_PTR dwParam3)
+{
+    CZoTAPIInterface::DoLineCallInfo(hDevice, dwMsg, dwCallbackInstance, dwParam1, dwParam2, dwParam3);
+    if ((dwParam1 & LINECALLINFOSTATE_CALLERID) != 0)
+        m_page.Log(m_strCallerID + ", " + m_strCallerName);
+}
+
+// The page -------------------------------------------------------------------------------------------------------------
+
+BEGIN_MESSAGE_MAP(LinePage, Page)
+    ON_WM_TIMER()
+    ON_WM_DESTROY()
+    ON_CBN_SELCHANGE(kDevicesId, OnDevice)
+    ON_BN_CLICKED(kTakePortId, OnTakePort)
+    ON_BN_CLICKED(kHangUpId, OnHangUp)
+    ON_BN_CLICKED(kAnswerId, OnAnswer)
+    ON_BN_CLICKED(kSendId, OnSend)
+END_MESSAGE_MAP()
+
+LinePage::LinePage() : m_line(*this) {}
+
+UINT LinePage::GetTitleId() const { return ZO_IDS_PAGE_LINES; }
+UINT LinePage::GetCommandId() const { return ZO_ID_VIEW_LINES; }
+
+void LinePage::CreateControls()
+{
+    const CRect nowhere;
+    constexpr DWORD button = WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON;
+    constexpr DWORD view =
+        WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL;
+    m_devices.Create(WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, nowhere, this, kDevicesId);
+    m_takePort.Create("", button, nowhere, this, kTakePortId);
+    m_hangUp.Create("", button, nowhere, this, kHangUpId);
+    m_answer.Create("", WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX, nowhere, this, kAnswerId);
+    m_terminal.Create(view, nowhere, this, kTerminalId);
+    m_command.Create(WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, nowhere, this, kCommandId);
+    m_send.Create("", button, nowhere, this, kSendId);
+    m_log.Create(view, nowhere, this, kLogId);
+    m_command.SetWindowText("ATZ");
+    m_event = ::CreateEvent(nullptr, TRUE, FALSE, nullptr);
+    m_line.m_hMainWnd = m_line.m_hDialogWnd = m_hWnd;
+    SetTimer(1, kPoll);
+}
+
+void LinePage::OnDestroy()
+{
+    HangUp();
+    m_line.EnableCallAnswer(FALSE);
+    m_line.ShutdownTAPI();
+    ::CloseHandle(std::exchange(m_event, nullptr));
+    Page::OnDestroy();
+}
+
+void LinePage::Reload()
+{
+    const auto font = reinterpret_cast<WPARAM>(ControlFont());
+    const auto fixed = reinterpret_cast<WPARAM>(::GetStockObject(ANSI_FIXED_FONT));
+    const std::pair<CWnd*, UINT> texts[] = {{&m_takePort, ZO_IDS_LINE_TAKE_PORT},
+                                            {&m_hangUp, ZO_IDS_LINE_HANG_UP},
+                                            {&m_answer, ZO_IDS_LINE_ANSWER},
+                                            {&m_send, ZO_IDS_LINE_SEND}};
+    for (const auto& [control, text] : texts) {
+        control->SetWindowText(Text(text));
+        control->SendMessage(WM_SETFONT, font, TRUE);
+    }
+    m_devices.SendMessage(WM_SETFONT, font, TRUE);
+    for (CEdit* edit : {&m_terminal, &m_command, &m_log})
+        edit->SendMessage(WM_SETFONT, fixed, TRUE);
+    EnableControls();
+    CRect client;
+    GetClientRect(&client);
+    Layout(client.Width(), client.Height());
+}
+
+/// Lists the devices when the page is first shown: asking for them starts the telephony service.
+void LinePage::Refresh()
+{
+    if (m_deviceIds.GetSize() == 0) {
+        CStringArray names;
+        m_line.ListDevices(names, m_deviceIds);
+        m_devices.ResetContent();
+        for (INT_PTR i = 0; i < m_deviceIds.GetSize(); ++i)
+            m_devices.AddString(names[i]);
+        m_devices.SetCurSel(0);
+        OnDevice();
+    }
+    EnableControls();
+}
+
+void LinePage::Layout(int width, int height)
+{
+    const int line = LineHeight();
+    const int row = line + 10;
+    const auto widthOf = [](CWnd& control) {
+        CString text;
+        control.GetWindowText(text);
+        return (std::max)(TextWidth(text) + 24, 80);
+    };
+    int left = kMargin;
+    int top = kMargin;
+    m_devices.MoveWindow(left, top + 1, 200, kListHeight);
+    left += 200 + kMargin;
+    for (CButton* button : {&m_takePort, &m_hangUp, &m_answer}) {
+        button->MoveWindow(left, top, widthOf(*button), row);
+        left += widthOf(*button) + kMargin;
+    }
+    top += row + kMargin;
+    const int logHeight = (std::max)(height / 4, 3 * line);
+    const int sendTop = height - logHeight - row - 2 * kMargin;
+    m_terminal.MoveWindow(kMargin, top, width - 2 * kMargin, sendTop - kMargin - top);
+    const int sendWidth = widthOf(m_send);
+    m_command.MoveWindow(kMargin, sendTop, width - 3 * kMargin - sendWidth, row);
+    m_send.MoveWindow(width - kMargin - sendWidth, sendTop, sendWidth, row);
+    m_log.MoveWindow(kMargin, height - logHeight - kMargin, width - 2 * kMargin, logHeight);
+}
+
+void LinePage::EnableControls()
+{
+    const bool hasPort = m_line.m_hComm != INVALID_HANDLE_VALUE;
+    const bool hasDevice = m_deviceIds.GetSize() > 0;
+    m_devices.EnableWindow(!hasPort && !m_isBusy);
+    m_takePort.EnableWindow(hasDevice && !hasPort && !m_isBusy);
+    m_answer.EnableWindow(hasDevice && !m_isBusy);
+    m_hangUp.EnableWindow(hasPort);
+    m_send.EnableWindow(hasPort);
+    m_command.EnableWindow(hasPort);
+}
+
+void LinePage::AppendTo(CEdit& view, const CString& text)
+{
+    CString shown;
+    view.GetWindowText(shown);
+    shown = (shown + text).Right(kMostShown);
+    view.SetWindowText(shown);
+    view.SetSel(shown.GetLength(), shown.GetLength());
+}
+
+void LinePage::Log(const CString& text)
+{
+    if (m_log.m_hWnd != nullptr)
+        AppendTo(m_log, text + "\r\n");
+}
+
+// The call -------------------------------------------------------------------------------------------------------------
+
+void LinePage::OnDevice()
+{
+    const int chosen = m_devices.GetCurSel();
+    if (chosen >= 0)
+        m_line.SetTAPILineDeviceID(m_deviceIds[chosen]);
+}
+
+BOOL LinePage::TakePort()
+{
+    m_isBusy = true; // the wait lets messages through, clicks among them
+    EnableControls();
+    const BOOL taken = m_line.GrabThePort() && PreparePort();
+    m_isBusy = false;
+    EnableControls();
+    return taken;
+}
+
+void LinePage::HangUp()
+{
+    m_line.HangupCall();
+    EnableControls();
+}
+
+BOOL LinePage::Answer(BOOL enable)
+{
+    const BOOL done = m_line.EnableCallAnswer(enable);
+    m_answer.SetCheck(m_line.m_hAnswerLine != 0 ? BST_CHECKED : BST_UNCHECKED);
+    return done;
+}
+
+void LinePage::OnTakePort() { TakePort(); }
+void LinePage::OnHangUp() { HangUp(); }
+void LinePage::OnAnswer() { Answer(m_answer.GetCheck() == BST_CHECKED); }
+
+void LinePage::OnSend()
+{
+    CString command;
+    m_command.GetWindowText(command);
+    Send(command + "\r");
+    m_command.SetFocus();
+    m_command.SetSel(0, -1);
+}
+
+// The port -------------------------------------------------------------------------------------------------------------
+
+/// Eight bits without parity; a write takes a bounded time.
+BOOL LinePage::PreparePort()
+{
+    DCB dcb = {};
+    dcb.DCBlength = sizeof dcb;
+    if (!::GetCommState(m_line.m_hComm, &dcb))
+        return FALSE;
+    dcb.BaudRate = CBR_57600;
+    dcb.ByteSize = 8;
+    dcb.Parity = NOPARITY;
+    dcb.StopBits = ONESTOPBIT;
+    dcb.fBinary = TRUE;
+    COMMTIMEOUTS timeouts = {};
+    timeouts.WriteTotalTimeoutConstant = kTransferTime;
+    return ::SetCommState(m_line.m_hComm, &dcb) && ::SetCommTimeouts(m_line.m_hComm, &timeouts);
+}
+
+BOOL LinePage::Transfer(bool write, char* bytes, DWORD size, DWORD& transferred)
+{
+    transferred = 0;
+    const HANDLE port = m_line.m_hComm;
+    if (port == INVALID_HANDLE_VALUE)
+        return FALSE;
+    OVERLAPPED overlapped = {};
+    overlapped.hEvent = m_event;
+    const BOOL started = write ? ::WriteFile(port, bytes, size, nullptr, &overlapped)
+                               : ::ReadFile(port, bytes, size, nullptr, &overlapped);
+    return (started || ::GetLastError() == ERROR_IO_PENDING) &&
+           ::GetOverlappedResult(port, &overlapped, &transferred, TRUE);
+}
+
+BOOL LinePage::Send(const CString& bytes)
+{
+    CString copy(bytes);
+    const int length = copy.GetLength();
+    DWORD written = 0;
+    return Transfer(true, copy.GetBuffer(length), static_cast<DWORD>(length), written) &&
+           written == static_cast<DWORD>(length);
+}
+
+int LinePage::Receive()
+{
+    // Only what is there already: a read of more would wait.
+    char bytes[4096];
+    DWORD errors = 0;
+    COMSTAT state = {};
+    if (m_line.m_hComm == INVALID_HANDLE_VALUE || !::ClearCommError(m_line.m_hComm, &errors, &state))
+        return 0;
+    const DWORD waiting = (std::min)(state.cbInQue, static_cast<DWORD>(sizeof bytes));
+    DWORD read = 0;
+    if (waiting == 0 || !Transfer(false, bytes, waiting, read) || read == 0)
+        return 0;
+    const CString text(bytes, static_cast<int>(read));
+    m_received = (m_received + text).Right(kMostReceived);
+    AppendTo(m_terminal, text);
+    return static_cast<int>(read);
+}
+
+void LinePage::OnTimer(UINT_PTR)
+{
+    Receive();
+    if (IsWindowVisible())
+        EnableControls();
+}

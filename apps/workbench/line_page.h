@@ -1,0 +1,86 @@
+/// \file
+/// Telephone lines: takes a modem's port, talks to the modem, hangs up, shows who calls.
+#pragma once
+
+#include "page.h"
+
+#include <zogbl/tapi_interface.h>
+
+class LinePage;
+
+/// A line that tells the page of its events.
+class WorkbenchLine : public CZoTAPIInterface {
+public:
+    explicit WorkbenchLine(LinePage& page);
+
+    /// Names of the devices that can be used; \p ids gets the device identifier of each.
+    void ListDevices(CStringArray& names, CDWordArray& ids);
+
+    void DoLineDevState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
+                        DWORD_PTR dwParam2, DWORD_PTR dwParam3) override;
+    void DoLineCallState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
+                         DWORD_PTR dwParam2, DWORD_PTR dwParam3) override;
+    void DoLineCallInfo(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
+                        DWORD_PTR dwParam2, DWORD_PTR dwParam3) override;
+
+private:
+    LinePage& m_page;
+};
+
+class LinePage : public Page {
+public:
+    LinePage();
+
+    UINT GetTitleId() const override;
+    UINT GetCommandId() const override;
+    void Reload() override;
+    void Refresh() override;
+
+    // What the buttons do; also for the tour.
+    BOOL TakePort();
+    void HangUp();
+    BOOL Answer(BOOL enable);
+    /// Sends bytes to the modem. \return FALSE without a port, or when they do not go out within five seconds.
+    BOOL Send(const CString& bytes);
+    /// Takes over what the modem has sent. \return how many bytes
+    int Receive();
+
+    WorkbenchLine& GetLine() { return m_line; }
+    const CString& GetReceived() const { return m_received; }
+    void ForgetReceived() { m_received.Empty(); }
+    void Log(const CString& text);
+
+protected:
+    void CreateControls() override;
+    void Layout(int width, int height) override;
+
+    afx_msg void OnTimer(UINT_PTR timer);
+    afx_msg void OnDevice();
+    afx_msg void OnTakePort();
+    afx_msg void OnHangUp();
+    afx_msg void OnAnswer();
+    afx_msg void OnSend();
+    afx_msg void OnDestroy();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    BOOL PreparePort();
+    BOOL Transfer(bool write, char* bytes, DWORD size, DWORD& transferred);
+    void EnableControls();
+    static void AppendTo(CEdit& view, const CString& text);
+
+    WorkbenchLine m_line;
+    CDWordArray m_deviceIds;
+    CString m_received; // at most the last kMostReceived bytes
+    HANDLE m_event = nullptr;
+    bool m_isBusy = false;
+
+    CComboBox m_devices;
+    CButton m_takePort;
+    CButton m_hangUp;
+    CButton m_answer;
+    CEdit m_terminal;
+    CEdit m_command;
+    CButton m_send;
+    CEdit m_log;
+};

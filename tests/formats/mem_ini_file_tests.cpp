@@ -1,0 +1,227 @@
+#include "profile_fixture.h"
+
+namespace {
+
+/// With a view of what is in memory.
+class OpenMemIniFile : public CZoMemIniFile {
+public:
+    /// "[section]key=value;key=value;[section]..."
+    std::string Picture() const
+    {
+        CString text;
+        for (INT_PTR i = 0; i < m_sectionOrder.GetSize(); ++i) {
+            text += "[" + m_sectionOrder[i] + "]";
+            CObject* object = nullptr;
+            m_sections.Lookup(m_sectionOrder[i], object);
+            const auto* record = static_cast<SectionRecord*>(object);
+            for (INT_PTR k = 0; record != nullptr && k < record->m_keyOrder.GetSize(); ++k) {
+                CString value = "(none)";
+                record->m_values.Lookup(record->m_keyOrder[k], value);
+                text += record->m_keyOrder[k] + "=" + value + ";";
+            }
+        }
+        return std::string(text);
+    }
+    void AddNullSection(const char* section)
+    {
+        m_sectionOrder.Add(section);
+        m_sections.SetAt(section, nullptr);
+    }
+};
+
+class MemIniFile : public ProfileTest {
+protected:
+    DWORD Load(const std::string& bytes, CMapStringToString* substitutions = nullptr)
+    {
+        Write(bytes);
+        return m_memory.LoadIniFile(FilePath().c_str(), substitutions);
+    }
+
+    OpenMemIniFile m_memory;
+};
+
+constexpr char kFile[] = "; comment\r\n[A]\r\nk1=1\r\nk2=2\r\n[Empty]\r\n[B]\r\nk=\r\n";
+constexpr char kPictureA[] = "[A]k1=1;k2=2;";
+constexpr char kPictureB[] = "[B]k=;";
+const std::string kPicture = std::string(kPictureA) + kPictureB;
+
+} // namespace
+
+TEST_F(MemIniFile, LoadsWhatHasKeys)
+{
+    EXPECT_EQ(ZO_INI_NULL_FILE_NAME, m_memory.LoadIniFile(nullptr, nullptr));
+    EXPECT_EQ(ZO_INI_NO_FILE, m_memory.LoadIniFile(m_folder.Path("none.ini").c_str(), nullptr));
+    EXPECT_EQ(ZO_INI_NOT_FOUND, Load(""));
+    EXPECT_EQ(0u, Load(kFile));
+    EXPECT_EQ(kPicture, m_memory.Picture());
+
+    CString value = "before";
+    EXPECT_EQ(ZO_INI_UNKNOWN_SECTION, m_memory.GetIniValue("a", "k1", value)) << "case counts";
+    EXPECT_EQ(ZO_INI_NOT_FOUND, m_memory.GetIniValue("A", "K1", value));
+    m_memory.AddNullSection("Null");
+    EXPECT_EQ(0u, m_memory.GetIniValue("Null", "k", value));
+    EXPECT_STREQ("before", value);
+
+    // A missing file: the one loaded before, again.
+    EXPECT_EQ(0u, m_memory.LoadIniFile(m_folder.Path("none.ini").c_str(), nullptr));
+    EXPECT_EQ(kPicture, m_memory.Picture());
+    EXPECT_EQ(ZO_INI_TRUNCATED, Load("[" + std::string(4094, 'n') + "]\r\nk=1\r\n"));
+    EXPECT_EQ("", m_memory.Picture());
+
+    // Sections and keys beyond the bounds, and twice.
+    const std::string key(256, 'k');
+    EXPECT_EQ(0u, Load("[" + std::string(1024, 's') + "]\r\nk=1\r\n[C]\r\n" + key +
+                       "=1\r\nv=" + std::string(5000, 'v') + "\r\n[D]\r\nk=1\r\n[D]\r\nl=2\r\n[d]\r\n"));
+    EXPECT_EQ("[C]" + key + "=;v=" + std::string(4095, 'v') + ";[D]k=1;[D]k=1;[d]k=1;", m_memory.Picture());
+}
+
+TEST_F(MemIniFile, Substitutes)
+{
+    CMapStringToString table;
+    table.SetAt("DIR", "C:\\X");
+    table.SetAt("", "nothing");
+    const struct {
+        const char* text;
+        const char* expected;
+    } rows[] = {
+        {"%DIR%\\sub", "C:\\X"}, {"%DIR", "C:\\X"}, {"%dir%", "%dir%"}, {"%%DIR%%", "%%DIR%%"},
+        {"a%DIR%", "a%DIR%"},    {"%", "nothing"},  {"\" b \"", "b"},   {"\" %DIR% \"", "C:\\X"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        ASSERT_EQ(0u, Load(std::string("[%DIR%]\r\nk=") + row.text + "\r\n%DIR%=1\r\n", &table));
+        EXPECT_EQ(std::string("[%DIR%]k=") + row.expected + ";C:\\X=1;", m_memory.Picture());
+    }
+    ASSERT_EQ(0u, Load("[S]\r\nk=\" %DIR% \"\r\n"));
+    EXPECT_EQ("[S]k= %DIR% ;", m_memory.Picture()) << "as it is without a table";
+}
+
+TEST_F(MemIniFile, SavesWithoutTakingAway)
+{
+    EXPECT_EQ(ZO_INI_NO_FILE, m_memory.SaveIniFile(TRUE)) << "no file name";
+    ASSERT_EQ(0u, Load(kFile));
+    EXPECT_EQ(0u, m_memory.DeleteIniKey("A", "k1"));
+    EXPECT_EQ(0u, m_memory.DeleteIniKey("A", "none"));
+    EXPECT_EQ(0u, m_memory.RenameIniSection("B", "C"));
+    EXPECT_EQ(0u, m_memory.SetIniValue("A", "k2", "two"));
+    EXPECT_EQ(0u, m_memory.SetIniValue("A", "number", -1));
+    EXPECT_EQ(0u, m_memory.SetIniValue("A", "number", 5));
+    EXPECT_EQ(0u, m_memory.SetIniValue("New", "long", DWORD{0xFFFFFFFE}));
+    EXPECT_EQ("[A]k2=two;k2=two;number=5;number=5;[C]k=;[New]long=-2;", m_memory.Picture());
+    EXPECT_EQ(0u, m_memory.SetIniValue("New", std::string(256, 'k').c_str(), "too long for the file"));
+    m_memory.AddNullSection("Null");
+    EXPECT_EQ(0u, m_memory.SetIniValue("Null", "k", "v"));
+    EXPECT_EQ(0u, m_memory.DeleteIniKey("Null", "k"));
+    EXPECT_EQ(ZO_INI_OUT_OF_MEMORY, m_memory.RenameIniSection("Null", "D"));
+    EXPECT_EQ(0u, m_memory.SaveIniFile(FALSE));
+    EXPECT_EQ("; comment\r\n[A]\r\nk1=1\r\nk2=two\r\nnumber=5\r\n[Empty]\r\n[B]\r\nk=\r\n"
+              "[C]\r\nk=\r\n[New]\r\nlong=-2\r\n",
+              m_folder.Read("test.ini"));
+
+    ASSERT_TRUE(DeleteFileA(FilePath().c_str()));
+    EXPECT_EQ(ZO_INI_NO_FILE, m_memory.SaveIniFile(FALSE));
+    EXPECT_FALSE(m_folder.Exists("test.ini"));
+    m_memory.SetFileName(m_folder.Path("missing\\test.ini").c_str());
+    EXPECT_EQ(ZO_INI_NO_FILE, m_memory.SaveIniFile(TRUE)) << "it cannot be made";
+    m_memory.SetFileName(FilePath().c_str());
+    EXPECT_EQ(0u, m_memory.SaveIniFile(TRUE));
+    EXPECT_EQ("[A]\r\nk2=two\r\nnumber=5\r\n[C]\r\nk=\r\n[New]\r\nlong=-2\r\n", m_folder.Read("test.ini"));
+}
+
+TEST_F(MemIniFile, RenamesAndDeletes)
+{
+    ASSERT_EQ(0u, Load(kFile));
+    EXPECT_EQ(ZO_INI_OUT_OF_MEMORY, m_memory.RenameIniSection("none", "C"));
+    EXPECT_EQ(0u, m_memory.RenameIniSection("A", "A"));
+    EXPECT_EQ(0u, m_memory.RenameIniSection("A", "B")) << "in place of the other";
+    EXPECT_EQ("[B]k1=1;k2=2;[B]k1=1;k2=2;", m_memory.Picture());
+    EXPECT_EQ(ZO_INI_UNKNOWN_SECTION, m_memory.DeleteIniSection("A"));
+    EXPECT_EQ(0u, m_memory.DeleteIniSection("B"));
+    EXPECT_EQ("[B]", m_memory.Picture());
+    EXPECT_EQ(ZO_INI_UNKNOWN_SECTION, m_memory.DeleteIniKey("B", "k1"));
+
+    const char* none = nullptr;
+    CString value;
+    for (const DWORD status :
+         {m_memory.SetIniValue(none, "k", "v"), m_memory.GetIniValue(none, "k", value), m_memory.DeleteIniSection(none),
+          m_memory.RenameIniSection(none, "S"), m_memory.RenameIniSection("S", none), m_memory.DeleteIniKey(none, "k")})
+        EXPECT_EQ(ZO_INI_NULL_SECTION, status);
+    for (const DWORD status : {m_memory.SetIniValue("S", none, "v"), m_memory.GetIniValue("S", none, value),
+                               m_memory.DeleteIniKey("S", none)})
+        EXPECT_EQ(ZO_INI_NULL_KEY, status);
+    EXPECT_EQ(ZO_INI_NULL_ARGUMENT, m_memory.SetIniValue("S", "k", none));
+}
+
+TEST_F(MemIniFile, MissingMemoryIsAStatusAndChangesNothing)
+{
+    const std::pair<const char*, DWORD (*)(OpenMemIniFile&)> rows[] = {
+        {"new section", [](OpenMemIniFile& memory) { return memory.SetIniValue("C", "k", "value"); }},
+        {"new value", [](OpenMemIniFile& memory) { return memory.SetIniValue("A", "k", "value"); }},
+        {"rename", [](OpenMemIniFile& memory) { return memory.RenameIniSection("A", "C"); }},
+        {"rename to another", [](OpenMemIniFile& memory) { return memory.RenameIniSection("A", "B"); }},
+    };
+    ASSERT_EQ(0u, Load(kFile));
+    const std::string file = FilePath();
+    for (const auto& [name, operation] : rows) {
+        SCOPED_TRACE(name);
+        zo_test::AllocationFaults faults;
+        zo_test::RunFaultLoop(faults, [&, &operation = operation](const zo_test::FaultRun& run) {
+            run.Stop();
+            OpenMemIniFile memory;
+            ASSERT_EQ(0u, memory.LoadIniFile(file.c_str(), nullptr));
+            if (run.number > 0)
+                run.source.Arm(run.number, run.persistent);
+            const DWORD status = operation(memory);
+            run.Stop();
+            EXPECT_EQ(run.Fired() ? ZO_INI_OUT_OF_MEMORY : 0u, status);
+            EXPECT_EQ(run.Fired(), kPicture == memory.Picture());
+        });
+    }
+    zo_test::AllocationFaults faults;
+    faults.Arm(1, true);
+    CString value;
+    EXPECT_EQ(0u, m_memory.GetIniValue("A", "k1", value));
+    EXPECT_EQ(0u, m_memory.SaveIniFile(FALSE));
+    EXPECT_EQ(0u, m_memory.DeleteIniKey("A", "k1"));
+    EXPECT_EQ(0u, m_memory.DeleteIniSection("A"));
+    EXPECT_EQ(0, faults.Fired());
+}
+
+TEST_F(MemIniFile, MissingMemoryLeavesOutWholeSections)
+{
+    Write(kFile);
+    CMapStringToString table;
+    table.SetAt("x", "y");
+    const std::string file = FilePath();
+    zo_test::AllocationFaults faults;
+    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        OpenMemIniFile memory;
+        const DWORD status = memory.LoadIniFile(file.c_str(), &table);
+        run.Stop();
+        const std::string picture = memory.Picture();
+        EXPECT_TRUE(status == 0 || (status == ZO_INI_OUT_OF_MEMORY && picture.empty())) << picture;
+        EXPECT_TRUE(run.Fired() ? picture == kPictureA || picture == kPictureB || picture.empty() : picture == kPicture)
+            << picture;
+    });
+}
+
+TEST_F(MemIniFile, RefusedCallsLeaveEntriesOut)
+{
+    ASSERT_EQ(0u, Load(kFile));
+    const std::string file = FilePath();
+    zo_test::FaultSource faults("profile");
+    const ZO_FAULTY_CALL(GetPrivateProfileStringA) read(faults, "ZOGBLBRX.DLL", 0);
+    const ZO_FAULTY_CALL(WritePrivateProfileStringA) write(faults, "ZOGBLBRX.DLL", FALSE, ERROR_DISK_FULL);
+    const ZO_FAULTY_CALL(GetFileAttributesA)
+        exists(faults, "ZOGBLBRX.DLL", INVALID_FILE_ATTRIBUTES, ERROR_ACCESS_DENIED);
+    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        const DWORD saved = m_memory.SaveIniFile(TRUE);
+        EXPECT_EQ(run.Fired() && run.number == 1 ? ZO_INI_NO_FILE : 0u, saved);
+        OpenMemIniFile memory;
+        const DWORD loaded = memory.LoadIniFile(file.c_str(), nullptr);
+        EXPECT_TRUE(loaded == 0 || (run.Fired() && (loaded == ZO_INI_NO_FILE || loaded == ZO_INI_NOT_FOUND)));
+        EXPECT_TRUE(loaded == 0 || memory.Picture().empty());
+        EXPECT_TRUE(run.Fired() || memory.Picture() == kPicture);
+        EXPECT_EQ(kFile, m_folder.Read("test.ini"));
+    });
+}

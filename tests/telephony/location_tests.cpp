@@ -1,0 +1,376 @@
+#include "location_fixture.h"
+
+#include "support/import_patch.h"
+#include "support/virtual_slots.h"
+
+#include <zogbl/resource_ids.h>
+
+#include <afxwin.h>
+
+#include <cstring>
+
+using zo_test::Contents;
+using zo_test::Item;
+using zo_test::Registry;
+
+namespace {
+
+bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
+
+class Locations : public zo_test::LocationTest {
+protected:
+    std::string ReadText(const CString& key, const char* name)
+    {
+        char text[300];
+        EXPECT_EQ(0u, m_config.GetValue(kMode, key, name, text, sizeof text, nullptr)) << name;
+        return text;
+    }
+};
+
+/// A list with locations of these names and indexes.
+struct Entry {
+    DWORD index;
+    const char* name;
+};
+void AddAll(CZoLocationItemList& list, const std::vector<Entry>& entries)
+{
+    for (const Entry& entry : entries) {
+        CZoLocationItem* item = list.GetNewLocation();
+        ASSERT_NE(nullptr, item);
+        item->m_dwIndex = entry.index;
+        item->m_csLocationName = entry.name;
+    }
+}
+
+/// What is protected.
+struct OpenRegistry : CZoLocationRegistry {
+    using CZoLocationRegistry::LoadSection, CZoLocationRegistry::LoadIndex;
+};
+
+} // namespace
+
+TEST_F(Locations, AHundredWithFullFieldsRoundTrip)
+{
+    CZoLocationItemList saved;
+    for (DWORD i = 0; i < 100; ++i) {
+        CZoLocationItem* item = saved.GetNewLocation();
+        ASSERT_NE(nullptr, item);
+        EXPECT_EQ(i, item->m_dwIndex);
+        zo_test::Fill(*item, std::to_string(i).c_str(), 255);
+    }
+    saved.SaveAllItems();
+    CZoLocationItemList loaded;
+    ASSERT_EQ(0u, loaded.LoadAllItems());
+    ASSERT_EQ(100, loaded.GetCount());
+    for (int i = 0; i < 100; ++i) {
+        const CZoLocationItem* item = loaded.FindByIndex(static_cast<DWORD>(i));
+        ASSERT_NE(nullptr, item);
+        EXPECT_EQ(zo_test::ValueNames().size(), Contents(*item).size());
+        EXPECT_EQ(Contents(*saved.GetAt(i)), Contents(*item));
+    }
+}
+
+TEST_F(Locations, StandInTheRegistryUnderTheirNames)
+{
+    Registry registry;
+    ASSERT_TRUE(registry.IsClassDataValid());
+    EXPECT_EQ(ZO_MODE_LOCAL_MACHINE, registry.GetAccessMode());
+    EXPECT_EQ(0u, registry.GetDataIndex());
+    EXPECT_EQ(0u, registry.SetDataIndex(3));
+    const CString record = RecordKey("00000003");
+    EXPECT_STREQ(record, registry.GetSection());
+    EXPECT_FALSE(registry.DoesIndexExist(3));
+    CString text;
+    for (const zo_test::TextField& field : zo_test::kTexts) {
+        text = "before";
+        EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, (registry.*field.get)(text));
+        EXPECT_STREQ("", text);
+        EXPECT_EQ(0u, (registry.*field.set)(field.name));
+        EXPECT_EQ(field.name, ReadText(record, field.name));
+        EXPECT_EQ(0u, (registry.*field.get)(text));
+        EXPECT_STREQ(field.name, text);
+    }
+    for (DWORD kind = 0; kind < 10; ++kind) {
+        const std::string name = kind < 8 ? zo_test::kKinds[kind] : "Home2"; // what is no kind is the second at home
+        const std::string value = std::to_string(kind);
+        EXPECT_EQ(0u, registry.SetPhoneArea(kind, value.c_str()) | registry.SetPhoneNumber(kind, value.c_str()));
+        EXPECT_EQ(value, ReadText(record, ("Area" + name).c_str()));
+        EXPECT_EQ(value, ReadText(record, ("Phone" + name).c_str()));
+        EXPECT_EQ(0u, registry.GetPhoneNumber(kind, text) | registry.GetPhoneArea(kind, text));
+        EXPECT_STREQ(value.c_str(), text);
+    }
+    UINT index = 9;
+    DWORD enabled = 9;
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, registry.GetCountryIndex(index));
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, registry.GetTAPIDialing(enabled));
+    EXPECT_EQ(0u, index | enabled);
+    EXPECT_EQ(0u, registry.SetCountryIndex(276) | registry.SetAddressCountryIndex(44) | registry.SetTAPIDialing(2));
+    DWORD value = 0;
+    EXPECT_EQ(0u, m_config.GetValue(kMode, record, "AddressCountryIndex", value, 0));
+    EXPECT_EQ(0u, registry.GetCountryIndex(index) | registry.GetTAPIDialing(enabled));
+    EXPECT_TRUE(value == 44 && index == 276 && enabled == 2) << value << " " << index << " " << enabled;
+
+    EXPECT_EQ(0u, registry.SetDataIndex(5));
+    EXPECT_TRUE(registry.DoesIndexExist(3));
+    EXPECT_EQ(0u, m_config.DeleteEntry(kMode, record, "CountryCode"));
+    EXPECT_FALSE(registry.DoesIndexExist(3)) << "the key alone is no record";
+    EXPECT_EQ(0u, registry.DeleteIndex(3));
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, registry.DeleteIndex(3));
+    EXPECT_STREQ(RecordKey("00000005"), registry.GetSection());
+    EXPECT_EQ(5u, registry.GetDataIndex());
+    zo_test::ExpectSlots(6, &OpenRegistry::IsClassDataValid, &OpenRegistry::LoadSection, &OpenRegistry::LoadIndex);
+}
+
+TEST_F(Locations, CurrentOneIsKeptBesideTheRecords)
+{
+    CZoLocationItemList list;
+    Item item(9);
+    EXPECT_EQ(ZO_NO_LOCATION, list.GetCurrentIndex());
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, item.LoadCurrentLocation());
+    EXPECT_EQ(9u, item.m_dwIndex);
+    Save(4, "home");
+    Registry registry;
+    EXPECT_EQ(0u, registry.SetDataIndex(7) | registry.SetCurrentIndex(4));
+    DWORD index = 0;
+    EXPECT_EQ(0u, registry.GetCurrentIndex(index));
+    EXPECT_EQ(4u, index);
+    EXPECT_STREQ(RecordKey("00000007"), registry.GetSection());
+    EXPECT_EQ(4u, list.GetCurrentIndex());
+    EXPECT_EQ(0u, item.LoadCurrentLocation());
+    EXPECT_EQ(4u, item.m_dwIndex);
+    EXPECT_EQ(0u, list.SetCurrentIndex(5));
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, item.LoadCurrentLocation());
+    EXPECT_EQ(5u, item.m_dwIndex);
+    EXPECT_EQ(0u, list.LoadAllItems());
+    EXPECT_EQ(1, list.GetCount()) << "the value that names the current one is no record";
+}
+
+TEST_F(Locations, ARecordThatLacksAnyValueStopsTheLoading)
+{
+    Save(1, "first");
+    Save(2, "second");
+    Save(3, "third");
+    Item second(2);
+    zo_test::Fill(second, "second", 40);
+    const std::vector<std::string> names = zo_test::ValueNames();
+    for (size_t i = 0; i < names.size(); ++i) {
+        SCOPED_TRACE(names[i]);
+        ASSERT_EQ(0u, m_config.DeleteEntry(kMode, RecordKey("00000002"), names[i].c_str()));
+        Item item(8);
+        zo_test::Fill(item, "old", 40);
+        std::vector<std::string> expected = Contents(item);
+        EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, item.LoadByIndex(2));
+        EXPECT_EQ(2u, item.m_dwIndex);
+        constexpr size_t kPhones = 23; // members before them stay as they were, behind the missing value
+        if (i < kPhones)
+            expected[i] = i == 0 || i == 2 || i == 12 ? "0" : "";
+        else
+            expected.resize(i);
+        const std::vector<std::string> stored = Contents(second);
+        for (size_t before = 0; before < i; ++before)
+            expected[before] = stored[before];
+        EXPECT_EQ(expected, Contents(item));
+
+        CZoLocationItemList list;
+        EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, list.LoadAllItems());
+        ASSERT_EQ(1, list.GetCount());
+        EXPECT_EQ(1u, list.GetFirstItem()->m_dwIndex);
+        ASSERT_EQ(0u, second.SaveByIndex());
+    }
+}
+
+TEST_F(Locations, ValuesThatAreNotAsTheyShouldBeStopTheLoading)
+{
+    Save(2, "second");
+    const CString record = RecordKey("00000002");
+    const CString tooLong('x', 256);
+    Item item(0);
+    EXPECT_EQ(0u, m_config.SetValue(kMode, record, "PhonePager", tooLong));
+    EXPECT_EQ(DWORD{ERROR_MORE_DATA}, item.LoadByIndex(2));
+    EXPECT_EQ(8, item.m_csaPhoneAreas.GetSize());
+    EXPECT_EQ(7, item.m_csaPhoneNumbers.GetSize());
+    Save(2, "second");
+    EXPECT_EQ(0u, item.LoadByIndex(2));
+    EXPECT_EQ(8, item.m_csaPhoneNumbers.GetSize()) << "no second set behind the first";
+    if (IsWin32s())
+        return; // all values are texts
+    EXPECT_EQ(0u, m_config.SetValue(kMode, record, "City", 5));
+    EXPECT_EQ(ZoErrWrongValueType, item.LoadByIndex(2));
+    EXPECT_EQ(0u, m_config.SetValue(kMode, record, "CountryIndex", "276"));
+    EXPECT_EQ(ZoErrWrongValueType, item.LoadByIndex(2));
+}
+
+TEST_F(Locations, WhatAnItemLacksIsWrittenEmptyAndFlagsAreOneOrNothing)
+{
+    Item item(6);
+    for (const BOOL flag : {0, 1, 2, -1}) {
+        item.m_bTAPIDialing = flag;
+        EXPECT_EQ(0u, item.SaveByIndex());
+        DWORD written = 9;
+        EXPECT_EQ(0u, m_config.GetValue(kMode, RecordKey("00000006"), "TAPIDialingEnabled", written, 9));
+        EXPECT_EQ(flag == 1 ? 1u : 0u, written);
+    }
+    EXPECT_EQ(0u, m_config.SetValue(kMode, RecordKey("00000006"), "TAPIDialingEnabled", 0x200));
+    item.m_csaPhoneNumbers.Add("555");
+    Item loaded(0);
+    EXPECT_EQ(0u, loaded.LoadByIndex(6));
+    EXPECT_EQ(TRUE, loaded.m_bTAPIDialing);
+    EXPECT_EQ(8, loaded.m_csaPhoneAreas.GetSize());
+    loaded.ClearData();
+    EXPECT_EQ(Contents(Item(0)), Contents(loaded));
+    EXPECT_EQ(0u, loaded.m_dwIndex | loaded.m_csaPhoneAreas.GetSize() | loaded.m_csaPhoneNumbers.GetSize());
+}
+
+TEST_F(Locations, OnlySubkeysOfDigitsAreRecords)
+{
+    CZoLocationItemList list;
+    EXPECT_EQ(0u, list.LoadAllItems()) << "nothing was saved yet";
+    EXPECT_EQ(nullptr, list.GetFirstItem());
+    Save(12, "twelve");
+    for (const char* name : {"Office", "1x", "-1", "+1", " 1", "0000000x", "\x83\x31"})
+        EXPECT_EQ(0u, m_config.CreateKey(kMode, RecordKey(name))) << name;
+    EXPECT_EQ(0u, list.LoadAllItems());
+    ASSERT_EQ(1, list.GetCount());
+    EXPECT_STREQ("twelve", list.GetAt(0)->m_csLocationName.Left(6));
+    EXPECT_EQ(0u, m_config.CreateKey(kMode, RecordKey("99999999999"))); // no number of 32 bits
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, list.LoadAllItems()) << "a record without values";
+    EXPECT_EQ(2, list.GetCount()) << "added to what was there";
+}
+
+TEST_F(Locations, GetTheSmallestIndexThatNoneHas)
+{
+    const struct {
+        std::vector<Entry> entries;
+        DWORD index;
+    } cases[] = {{{}, 0},
+                 {{{0, ""}, {1, ""}, {3, ""}}, 2},
+                 {{{1, ""}, {2, ""}}, 0},
+                 {{{4, ""}, {3, ""}, {2, ""}, {1, ""}, {0, ""}, {0, ""}}, 5}};
+    for (const auto& c : cases) {
+        CZoLocationItemList list;
+        AddAll(list, c.entries);
+        EXPECT_EQ(c.index, list.GetUniqueIndex());
+        EXPECT_EQ(c.index, list.GetNewLocation()->m_dwIndex);
+    }
+}
+
+TEST_F(Locations, AreFoundByNameIndexAndCountry)
+{
+    CZoLocationItemList list;
+    AddAll(list, {{7, "Home"}, {8, "Office"}, {9, "off"}, {8, ""}, {5, "\x83\x5C\x83\x41"}});
+    list.GetAt(1)->m_dwCountryIndex = list.GetAt(2)->m_dwCountryIndex = 276;
+    const struct {
+        const char* name;
+        int prefix;
+        int position; // -1: none
+    } cases[] = {
+        {"home", 0, 0},
+        {"HOM", 0, -1},
+        {"Off", 0, 2},
+        {"Off", 1, 1},
+        {"Offices", 1, -1},
+        {"off", -1, 1},
+        {"", 0, 3},
+        {"", 1, 0},
+        {nullptr, 1, -1},
+        {"\x83\x5C", 1, 4},
+        {"\x83", 1, zo_test::IsDoubleByte() ? -1 : 4} // half a character
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.position < 0 ? nullptr : list.GetAt(c.position), list.FindByName(c.name, c.prefix))
+            << (c.name != nullptr ? c.name : "(null)") << c.prefix;
+    }
+    EXPECT_EQ(list.GetAt(0), list.GetFirstItem());
+    EXPECT_EQ(list.GetAt(1), list.FindByIndex(8));
+    EXPECT_EQ(nullptr, list.FindByIndex(6));
+    EXPECT_EQ(list.GetAt(1), list.FindByCountryIndex(276));
+    EXPECT_EQ(nullptr, list.FindByCountryIndex(1));
+}
+
+TEST_F(Locations, AreDeletedByTheBeginningOfTheirNames)
+{
+    Save(8, "Office");
+    Save(9, "off");
+    CZoLocationItemList list;
+    AddAll(list, {{7, "Home"}, {8, "Office"}, {9, "off"}});
+    EXPECT_FALSE(list.DeleteByName(nullptr));
+    EXPECT_FALSE(list.DeleteByName(""));
+    EXPECT_FALSE(list.DeleteByName("Offices"));
+    EXPECT_TRUE(list.DeleteByName("Off"));
+    EXPECT_EQ(nullptr, list.FindByIndex(8));
+    EXPECT_EQ(2, list.GetCount());
+    Registry registry;
+    EXPECT_FALSE(registry.DoesIndexExist(8));
+    EXPECT_TRUE(registry.DoesIndexExist(9));
+    EXPECT_TRUE(list.DeleteByName("home")) << "was never saved";
+    EXPECT_EQ(1, list.GetCount());
+}
+
+TEST_F(Locations, FillABoxThatHoldsData)
+{
+    CWnd parent;
+    ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr));
+    CListBox box;
+    ASSERT_TRUE(box.Create(LBS_OWNERDRAWFIXED, CRect(0, 0, 9, 9), &parent, 1));
+    box.AddString("stale");
+    CZoLocationItemList list;
+    AddAll(list, {{0, "b"}, {1, "a"}});
+    list.AddItemsToListBox(&box);
+    ASSERT_EQ(2, box.GetCount());
+    EXPECT_TRUE(box.GetItemDataPtr(0) == list.GetAt(0) && box.GetItemDataPtr(1) == list.GetAt(1));
+    EXPECT_EQ(LB_ERR, box.GetCurSel());
+}
+
+// A product whose name is too long ------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr LPCSTR kUsersKey = "Software\\Zo,Inc.\\Brixel Suite\\3.9\\Users";
+std::string g_productName;
+
+/// Tells the product's name, and for the rest what the system tells.
+BOOL WINAPI QueryLongName(LPCVOID block, LPCSTR path, LPVOID* value, UINT* length)
+{
+    if (std::strstr(path, "\\ProductName") == nullptr)
+        return VerQueryValueA(const_cast<LPVOID>(block), const_cast<LPSTR>(path), value, length);
+    *value = g_productName.data();
+    *length = static_cast<UINT>(g_productName.size() + 1);
+    return TRUE;
+}
+
+// The key of the users of that product: not every system takes so long a path.
+LONG WINAPI OpenUsers(HKEY root, LPCSTR, DWORD options, REGSAM access, HKEY* key)
+{
+    return RegOpenKeyExA(root, kUsersKey, options, access, key);
+}
+LONG WINAPI OpenUsersOld(HKEY root, LPCSTR, HKEY* key) { return RegOpenKeyA(root, kUsersKey, key); }
+
+} // namespace
+
+TEST_F(Locations, AKeyThatDoesNotFitIsNotCutShort)
+{
+    const zo_test::ImportPatch query("ZOGBLBRX.DLL", "VerQueryValueA", &QueryLongName);
+    const zo_test::ImportPatch open("ZOGBLBRX.DLL", "RegOpenKeyExA", &OpenUsers);
+    const zo_test::ImportPatch openOld("ZOGBLBRX.DLL", "RegOpenKeyA", &OpenUsersOld);
+    const int fixedLength = m_key.GetLength() - CString("Brixel Suite").GetLength();
+    constexpr int kMostLength = 1023;
+    const struct {
+        int length; // of the key of the locations
+        BOOL section;
+        BOOL record;
+    } cases[] = {{kMostLength - 9, TRUE, TRUE},
+                 {kMostLength - 8, TRUE, FALSE},
+                 {kMostLength, TRUE, FALSE},
+                 {kMostLength + 1, FALSE, FALSE}};
+    for (const auto& c : cases) {
+        g_productName.assign(static_cast<size_t>(c.length - fixedLength), 'p');
+        OpenRegistry registry;
+        EXPECT_EQ(c.record, registry.IsClassDataValid()) << c.length;
+        EXPECT_EQ(c.record ? 0u : ZoErrObjectInvalid, registry.SetDataIndex(3)) << c.length;
+        if (!c.record) {
+            EXPECT_EQ(ZoErrObjectInvalid, registry.SetCity("x")) << c.length;
+        }
+        EXPECT_EQ(c.section, registry.LoadSection()) << c.length;
+        EXPECT_EQ(c.section, std::strlen(registry.GetSection()) == static_cast<size_t>(c.length));
+    }
+}

@@ -1,0 +1,312 @@
+#include <zogbl/mailboxes.h>
+
+#include "product/registered_product.h"
+#include "registry_faults.h"
+#include "support/environment.h"
+#include "support/unique_names.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using zo_test::FaultRun;
+
+namespace {
+
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+constexpr DWORD kMode = ZO_MODE_LOCAL_MACHINE;
+
+bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
+
+std::string g_program; ///< where the running program is said to be
+
+/// Tells where the program is when it is asked for by no module; the version resource asks by its module.
+DWORD WINAPI TellProgram(HMODULE module, LPSTR path, DWORD size)
+{
+    if (module != nullptr)
+        return GetModuleFileNameA(module, path, size);
+    lstrcpynA(path, g_program.c_str(), static_cast<int>(size));
+    return static_cast<DWORD>(g_program.size());
+}
+
+bool IsFolder(const std::string& path)
+{
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+using Contents = std::vector<std::pair<DWORD, std::string>>;
+
+Contents ContentsOf(const CZoRegMailBoxes& mailBoxes)
+{
+    Contents contents;
+    for (int i = 0; i < mailBoxes.GetCount(); ++i)
+        contents.emplace_back(mailBoxes.GetAt(i)->m_dwNumber, static_cast<LPCSTR>(mailBoxes.GetAt(i)->m_csName));
+    return contents;
+}
+
+class MailBoxes : public ::testing::Test {
+protected:
+    void Store(const char* subkey, const char* name)
+    {
+        const CString key = m_key + "\\" + subkey;
+        ASSERT_EQ(0u, name != nullptr ? m_config.SetValue(kMode, key, "Name", name) : m_config.CreateKey(kMode, key));
+    }
+    /// Makes the registry's mailboxes 3 "Anna" and 12 "Office", 12 the user's default.
+    void Prepare()
+    {
+        CZoRegMailBoxes mailBoxes;
+        mailBoxes.Add(3, "Anna");
+        mailBoxes.Add(12, "Office");
+        ASSERT_TRUE(mailBoxes.Write());
+        CZoRegMailBoxes::SetUserDefault(12);
+    }
+    static Contents Prepared() { return {{3, "Anna"}, {12, "Office"}}; }
+    static Contents Stored()
+    {
+        CZoRegMailBoxes mailBoxes;
+        EXPECT_TRUE(mailBoxes.Load());
+        return ContentsOf(mailBoxes);
+    }
+
+    zo_test::RegisteredProduct m_product;
+    const CString m_key = m_product.RootKey() + "\\MailBoxes";
+    CZoGlobalConfig m_config;
+};
+
+} // namespace
+
+TEST_F(MailBoxes, AreLoadedInTheRegistrysOrder)
+{
+    CZoRegMailBoxes mailBoxes;
+    EXPECT_TRUE(mailBoxes.Load()) << "there are none yet";
+    EXPECT_EQ(0, mailBoxes.GetCount());
+    const std::string longest(255, 'n');
+    const std::string tooLong(256, 'n');
+    const struct {
+        const char* subkey;
+        const char* name; // null: none is stored
+        DWORD number;
+        std::string loaded;
+    } cases[] = {
+        {"-0000001", "last number", 0xFFFFFFFF, "last number"},
+        {"00000012", "\x83\x5C", 12, "\x83\x5C"},
+        {"00000013", longest.c_str(), 13, longest},
+        {"00000014", tooLong.c_str(), 14, "BadBox"},
+        {"00000015", nullptr, 15, "BadBox"},
+        {"00000016", "", 16, "BadBox"},
+        {"17 and more", "x", 17, "x"},
+        {"no number", "y", 0, "y"},
+    };
+    Contents expected;
+    for (const auto& c : cases) {
+        Store(c.subkey, c.name);
+        expected.emplace_back(c.number, c.loaded);
+    }
+    CZoRegMailBoxes::SetUserDefault(15); // on Win32s a subkey, but no mailbox
+    mailBoxes.Add(99, "stale");
+    EXPECT_TRUE(mailBoxes.Load());
+    EXPECT_EQ(expected, ContentsOf(mailBoxes));
+    EXPECT_EQ(0xFFFFFFFF, mailBoxes.GetDefault()->m_dwNumber) << "the first, whichever the user's default is";
+    EXPECT_EQ(15u, mailBoxes.GetUserDefault());
+    if (!IsWin32s()) {
+        Store("UserDefault", nullptr);
+        EXPECT_TRUE(mailBoxes.Load());
+        EXPECT_EQ("BadBox", ContentsOf(mailBoxes).back().second) << "a subkey like any other";
+    }
+}
+
+TEST_F(MailBoxes, AreWrittenWithoutWhatWasThere)
+{
+    Store("00000077", "old");
+    Store("00000077\\Deep", "old");
+    Prepare();
+    CZoRegMailBoxes mailBoxes;
+    EXPECT_TRUE(mailBoxes.Load());
+    EXPECT_EQ(Prepared(), ContentsOf(mailBoxes));
+    EXPECT_EQ(12u, mailBoxes.GetUserDefault());
+    mailBoxes.Add(0x80000000, "far");
+    EXPECT_TRUE(mailBoxes.Write());
+    EXPECT_EQ(3u, mailBoxes.GetUserDefault()) << "gone with the rest, so the first";
+    EXPECT_TRUE(mailBoxes.Load());
+    EXPECT_EQ((Contents{{0x80000000, "far"}, {3, "Anna"}, {12, "Office"}}), ContentsOf(mailBoxes));
+    BOOL exists = FALSE;
+    EXPECT_EQ(0u, m_config.DoesSubkeyExist(kMode, m_key, "-2147483648", exists));
+    EXPECT_TRUE(exists);
+    mailBoxes.RemoveAll();
+    EXPECT_TRUE(mailBoxes.Write());
+    EXPECT_TRUE(mailBoxes.Write()) << "nothing there to delete";
+    EXPECT_TRUE(Stored().empty());
+    EXPECT_EQ(0u, mailBoxes.GetUserDefault());
+}
+
+TEST_F(MailBoxes, AreFoundAndRemovedByNumber)
+{
+    Prepare();
+    CZoRegMailBoxes mailBoxes;
+    EXPECT_TRUE(mailBoxes.DoesNumberExist(12)) << "loaded by the question";
+    EXPECT_EQ(2, mailBoxes.GetCount());
+    EXPECT_FALSE(mailBoxes.DoesNumberExist(4));
+    CZoRegMailBoxes names;
+    EXPECT_FALSE(names.IsNameUnique("ANNA")) << "loaded by the question";
+    EXPECT_TRUE(names.IsNameUnique("Ann"));
+    EXPECT_TRUE(names.IsNameUnique(nullptr));
+    tagREGMAILBOXSTRUCT* const second = mailBoxes.Add(12, "twin");
+    EXPECT_STREQ("Office", mailBoxes.GetByNumber(12)->m_csName);
+    EXPECT_EQ(nullptr, mailBoxes.GetByNumber(4));
+    EXPECT_TRUE(mailBoxes.Remove(second));
+    EXPECT_EQ(second, mailBoxes.GetByNumber(12)) << "the first of that number is removed, not the one given";
+    EXPECT_TRUE(mailBoxes.Remove(DWORD{12}));
+    EXPECT_FALSE(mailBoxes.Remove(DWORD{12}));
+    EXPECT_FALSE(mailBoxes.Remove(static_cast<tagREGMAILBOXSTRUCT*>(nullptr)));
+    EXPECT_EQ(1, mailBoxes.GetCount());
+    EXPECT_EQ(Prepared(), Stored()) << "only Write writes";
+}
+
+// Folders --------------------------------------------------------------------------------------------------------------
+
+TEST_F(MailBoxes, HaveFoldersBesideTheProgram)
+{
+    CString path = "before";
+    EXPECT_FALSE(CZoRegMailBoxes::GetMailBoxPath(3, path, MAILBOXFOLDER_INBOX)) << "without mailboxes";
+    EXPECT_STREQ("before", path);
+    Prepare();
+    const zo_test::TestFolder folder;
+    const std::string base = folder.Path(zo_test::IsDoubleByte() ? "\x83\x5C" : "program");
+    ASSERT_TRUE(CreateDirectoryA(base.c_str(), nullptr));
+    g_program = base + "\\program.exe";
+    const zo_test::ImportPatch patch(kLibrary, "GetModuleFileNameA", &TellProgram);
+    const struct {
+        DWORD number;
+        int folder;
+        const char* expected;
+    } cases[] = {
+        {3, MAILBOXFOLDER_PROMPTS, "00000003\\BOXSETUP\\PROMPTS"},
+        {3, MAILBOXFOLDER_PROMPTS, "00000003\\BOXSETUP\\PROMPTS"}, // there already
+        {12, MAILBOXFOLDER_ROOT, "00000012"},
+        {12, MAILBOXFOLDER_INBOX, "00000012\\INBOX"},
+        {12, MAILBOXFOLDER_OUTBOX, "00000012\\OUTBOX"},
+        {12, MAILBOXFOLDER_BOXSETUP, "00000012\\BOXSETUP"},
+        {12, MAILBOXFOLDER_ARCHIVE, "00000012\\ARCHIVE"},
+        {4, 6, "00000003"}, // no such mailbox, no such folder: the first mailbox's own
+        {4, 7, "00000003"},
+    };
+    for (const auto& c : cases) {
+        const std::string expected = base + "\\MAILBOX\\" + c.expected;
+        EXPECT_TRUE(CZoRegMailBoxes::GetMailBoxPath(c.number, path, static_cast<MAILBOXFOLDER>(c.folder)));
+        EXPECT_STREQ(expected.c_str(), path);
+        EXPECT_TRUE(IsFolder(expected)) << expected;
+    }
+    EXPECT_FALSE(IsFolder(base + "\\MAILBOX\\00000003\\INBOX")) << "only what was asked for";
+
+    folder.Write("MAILBOX", "a file where a folder should be");
+    g_program = folder.Path("program.exe");
+    EXPECT_TRUE(CZoRegMailBoxes::GetMailBoxPath(3, path, MAILBOXFOLDER_INBOX));
+    EXPECT_STREQ(folder.Path("MAILBOX\\00000003\\INBOX").c_str(), path);
+    g_program = std::string(300, 'x'); // more than a path can have
+    path = "before";
+    EXPECT_FALSE(CZoRegMailBoxes::GetMailBoxPath(3, path, MAILBOXFOLDER_INBOX));
+    EXPECT_STREQ("before", path);
+}
+
+// Faults ---------------------------------------------------------------------------------------------------------------
+
+namespace {
+
+class MailBoxFaults : public MailBoxes {
+protected:
+    /// Every operation under each fault of \p faults.
+    void RunAll(zo_test::FaultSource& faults)
+    {
+        zo_test::RunFaultLoop(faults, [&](const FaultRun& run) { // load, and ask
+            run.Stop();
+            Prepare();
+            faults.Arm(run.number, run.persistent);
+            CZoRegMailBoxes mailBoxes;
+            const BOOL loaded = mailBoxes.Load();
+            run.Stop();
+            EXPECT_TRUE(loaded || run.Fired());
+            EXPECT_EQ(loaded ? 2 : 0, mailBoxes.GetCount());
+            for (int i = 0; i < mailBoxes.GetCount(); ++i) {
+                const CString& name = mailBoxes.GetAt(i)->m_csName;
+                EXPECT_EQ(Prepared()[i].first, mailBoxes.GetAt(i)->m_dwNumber);
+                EXPECT_TRUE(Prepared()[i].second == static_cast<LPCSTR>(name) || (run.Fired() && name == "BadBox"));
+            }
+            EXPECT_TRUE(mailBoxes.Load());
+            faults.Arm(run.number, run.persistent);
+            const DWORD number = mailBoxes.GetUserDefault();
+            EXPECT_TRUE(number == 12 || (run.Fired() && number == 3)) << number;
+        });
+        zo_test::RunFaultLoop(faults, [&](const FaultRun& run) { // write
+            run.Stop();
+            Prepare();
+            CZoRegMailBoxes mailBoxes;
+            mailBoxes.Add(3, "new");
+            mailBoxes.Add(12, "new");
+            faults.Arm(run.number, run.persistent);
+            const BOOL written = mailBoxes.Write();
+            run.Stop();
+            EXPECT_TRUE(written || run.Fired());
+            const Contents stored = Stored();
+            if (written) {
+                EXPECT_EQ(ContentsOf(mailBoxes), stored);
+            }
+            EXPECT_LE(stored.size(), 2u);
+        });
+        zo_test::RunFaultLoop(faults, [&](const FaultRun& run) { // choose
+            run.Stop();
+            Prepare();
+            faults.Arm(run.number, run.persistent);
+            CZoRegMailBoxes::SetUserDefault(3);
+            run.Stop();
+            EXPECT_EQ(run.Fired() ? 12u : 3u, CZoRegMailBoxes().GetUserDefault());
+        });
+    }
+    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then, and with \p pathMayFail the path.
+    void RunPath(zo_test::FaultSource& faults, bool pathMayFail)
+    {
+        const zo_test::TestFolder folder;
+        g_program = folder.Path("program.exe");
+        const std::string expected = folder.Path("MAILBOX\\00000012\\INBOX");
+        Prepare();
+        zo_test::RunFaultLoop(faults, [&](const FaultRun& run) {
+            run.Stop();
+            for (const char* made : {"MAILBOX\\00000012\\INBOX", "MAILBOX\\00000012", "MAILBOX"})
+                RemoveDirectoryA(folder.Path(made).c_str());
+            CString path = "before";
+            faults.Arm(run.number, run.persistent);
+            const BOOL found = CZoRegMailBoxes::GetMailBoxPath(12, path, MAILBOXFOLDER_INBOX);
+            run.Stop();
+            EXPECT_TRUE(found || (run.Fired() && pathMayFail));
+            EXPECT_EQ(found ? expected : "before", std::string(path));
+            EXPECT_TRUE(IsFolder(expected) || run.Fired());
+        });
+    }
+
+    const zo_test::ImportPatch m_patch{kLibrary, "GetModuleFileNameA", &TellProgram};
+};
+
+} // namespace
+
+TEST_F(MailBoxFaults, MissingMemoryLosesNothing)
+{
+    zo_test::AllocationFaults memory;
+    RunAll(memory);
+    RunPath(memory, true);
+}
+
+TEST_F(MailBoxFaults, RegistryAndProductMayFail)
+{
+    zo_test::RegistryFaults faults;
+    const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
+    const ZO_FAULTY_CALL(GetFileVersionInfoA) info(faults, kLibrary, FALSE);
+    RunAll(faults);
+}
+
+TEST_F(MailBoxFaults, FoldersThatCannotBeMadeStillHaveAPath)
+{
+    zo_test::FaultSource faults("folder");
+    const ZO_FAULTY_CALL(CreateDirectoryA) create(faults, kLibrary, FALSE, ERROR_DISK_FULL);
+    RunPath(faults, false);
+}

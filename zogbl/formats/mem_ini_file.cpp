@@ -1,0 +1,277 @@
+#include <zogbl/mem_ini_file.h>
+
+#include <zogbl/file_functions.h>
+
+#include <cstdio>
+#include <memory>
+#include <utility>
+
+namespace {
+
+/// Runs what needs memory. \return its result, or ZO_INI_OUT_OF_MEMORY
+template <class OPERATION> DWORD Guarded(OPERATION operation)
+{
+    try {
+        return operation();
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ZO_INI_OUT_OF_MEMORY;
+    }
+}
+
+INT_PTR FindFirst(const CStringArray& names, LPCSTR name)
+{
+    for (INT_PTR i = 0; i < names.GetSize(); ++i) {
+        if (names[i] == name)
+            return i;
+    }
+    return -1;
+}
+
+void RemoveFirst(CStringArray& names, LPCSTR name)
+{
+    const INT_PTR index = FindFirst(names, name);
+    if (index >= 0)
+        names.RemoveAt(index);
+}
+
+/// Makes sure that there is a file to write to.
+bool ProvideFile(LPCSTR name, BOOL create)
+{
+    unsigned long exists = 0;
+    const DWORD status = CZoGlobalFileFunctions::Exists(name, exists);
+    if (exists != 0)
+        return true;
+    // Only what is certainly missing, for creating empties a file that is there.
+    const bool isMissing = status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+    return create && isMissing && CZoGlobalFileFunctions::Create(name) == ERROR_SUCCESS;
+}
+
+} // namespace
+
+/// Sets a value and lists its key once more. Throws CMemoryException* and has changed nothing then.
+void CZoMemIniFile::SectionRecord::Add(const char* key, const char* value)
+{
+    const INT_PTR index = m_keyOrder.Add(key);
+    try {
+        m_values.SetAt(key, value);
+    } catch (CMemoryException*) {
+        m_keyOrder.RemoveAt(index);
+        throw;
+    }
+}
+
+CZoMemIniFile::CZoMemIniFile() { m_sections.InitHashTable(kHashTableSize, FALSE); }
+CZoMemIniFile::~CZoMemIniFile() { CleanupAllMaps(); }
+
+void CZoMemIniFile::CleanupAllMaps()
+{
+    for (POSITION position = m_sections.GetStartPosition(); position != nullptr;) {
+        CString name;
+        CObject* record = nullptr;
+        m_sections.GetNextAssoc(position, name, record);
+        delete record;
+    }
+    m_sections.RemoveAll();
+    m_sectionOrder.RemoveAll();
+}
+
+/// \return whether the section is known. \p record may be null all the same.
+BOOL CZoMemIniFile::FindSection(const char* section, SectionRecord*& record) const
+{
+    CObject* object = nullptr;
+    const BOOL known = m_sections.Lookup(section, object);
+    record = static_cast<SectionRecord*>(object);
+    return known;
+}
+
+/// Takes over \p record and lists the section; a record that it had before is deleted. Throws CMemoryException* and has
+/// changed nothing then, the record still being the caller's.
+void CZoMemIniFile::AddSection(const char* section, SectionRecord* record)
+{
+    const INT_PTR index = m_sectionOrder.Add(section);
+    try {
+        delete std::exchange(m_sections[section], record);
+    } catch (CMemoryException*) {
+        m_sectionOrder.RemoveAt(index);
+        throw;
+    }
+}
+
+// File -----------------------------------------------------------------------------------------------------------------
+
+DWORD CZoMemIniFile::LoadIniFile(const char* fileName, CMapStringToString* substitutions)
+{
+    if (fileName == nullptr)
+        return ZO_INI_NULL_FILE_NAME;
+    unsigned long exists = 0;
+    CZoGlobalFileFunctions::Exists(fileName, exists);
+    if (exists != 0)
+        SetFileName(fileName);
+    CleanupAllMaps();
+    CStringArray sections;
+    const DWORD status = EnumerateSections(&sections);
+    if (status != ZO_INI_SUCCESS)
+        return status;
+    for (INT_PTR i = 0; i < sections.GetSize(); ++i) {
+        // A section for which memory does not suffice is left out as a whole.
+        Guarded([&] { return LoadSection(sections[i], substitutions), ZO_INI_SUCCESS; });
+    }
+    return status;
+}
+
+void CZoMemIniFile::LoadSection(const char* section, CMapStringToString* substitutions)
+{
+    CStringArray keys;
+    if (SetSection(section) != ZO_INI_SUCCESS || EnumerateKeys(&keys) != ZO_INI_SUCCESS)
+        return;
+    auto record = std::make_unique<SectionRecord>();
+    for (INT_PTR i = 0; i < keys.GetSize(); ++i) {
+        const CString& key = keys[i];
+        char value[ZO_INI_VALUE_SIZE - 1];
+        const DWORD status = DoString(key, TRUE, "", value, sizeof value);
+        if (status != ZO_INI_SUCCESS && status != ZO_INI_NOT_FOUND)
+            continue;
+        if (substitutions != nullptr)
+            record->Add(SubstituteString(substitutions, key), SubstituteString(substitutions, value));
+        else
+            record->Add(key, value);
+    }
+    AddSection(section, record.get());
+    record.release();
+}
+
+CString CZoMemIniFile::SubstituteString(CMapStringToString* substitutions, const char* text)
+{
+    CString trimmed(text);
+    trimmed.TrimLeft();
+    trimmed.TrimRight();
+    if (trimmed[0] != '%' || trimmed[1] == '%')
+        return trimmed;
+    const int end = trimmed.Find('%', 1);
+    const CString name = end >= 0 ? trimmed.Mid(1, end - 1) : trimmed.Mid(1);
+    CString value;
+    return substitutions->Lookup(name, value) ? value : trimmed;
+}
+
+DWORD CZoMemIniFile::SaveIniFile(BOOL create)
+{
+    if (!ProvideFile(m_szFileName, create))
+        return ZO_INI_NO_FILE;
+    for (INT_PTR i = 0; i < m_sectionOrder.GetSize(); ++i) {
+        SectionRecord* record = nullptr;
+        if (!FindSection(m_sectionOrder[i], record) || record == nullptr)
+            continue;
+        if (SetSection(m_sectionOrder[i]) != ZO_INI_SUCCESS)
+            continue;
+        for (INT_PTR k = 0; k < record->m_keyOrder.GetSize(); ++k) {
+            CString value;
+            if (record->m_values.Lookup(record->m_keyOrder[k], value))
+                DoString(record->m_keyOrder[k], FALSE, value, nullptr, 0);
+        }
+    }
+    return ZO_INI_SUCCESS;
+}
+
+// Values ---------------------------------------------------------------------------------------------------------------
+
+DWORD CZoMemIniFile::SetIniValue(const char* section, const char* key, const char* value)
+{
+    if (section == nullptr)
+        return ZO_INI_NULL_SECTION;
+    if (key == nullptr)
+        return ZO_INI_NULL_KEY;
+    if (value == nullptr)
+        return ZO_INI_NULL_ARGUMENT;
+    return Guarded([&] {
+        SectionRecord* record = nullptr;
+        if (FindSection(section, record)) {
+            if (record != nullptr)
+                record->Add(key, value);
+            return ZO_INI_SUCCESS;
+        }
+        auto added = std::make_unique<SectionRecord>();
+        added->Add(key, value);
+        AddSection(section, added.get());
+        added.release();
+        return ZO_INI_SUCCESS;
+    });
+}
+
+DWORD CZoMemIniFile::SetIniValue(const char* section, const char* key, int value)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%d", value);
+    return SetIniValue(section, key, text);
+}
+
+DWORD CZoMemIniFile::SetIniValue(const char* section, const char* key, DWORD value)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%ld", static_cast<LONG>(value)); // signed: readers have come to rely on it
+    return SetIniValue(section, key, text);
+}
+
+DWORD CZoMemIniFile::GetIniValue(const char* section, const char* key, CString& value)
+{
+    if (section == nullptr)
+        return ZO_INI_NULL_SECTION;
+    if (key == nullptr)
+        return ZO_INI_NULL_KEY;
+    SectionRecord* record = nullptr;
+    if (!FindSection(section, record))
+        return ZO_INI_UNKNOWN_SECTION;
+    return record == nullptr || record->m_values.Lookup(key, value) ? ZO_INI_SUCCESS : ZO_INI_NOT_FOUND;
+}
+
+// Sections and keys ----------------------------------------------------------------------------------------------------
+
+DWORD CZoMemIniFile::RenameIniSection(const char* oldName, const char* newName)
+{
+    if (oldName == nullptr || newName == nullptr)
+        return ZO_INI_NULL_SECTION;
+    SectionRecord* record = nullptr;
+    if (!FindSection(oldName, record) || record == nullptr)
+        return ZO_INI_OUT_OF_MEMORY;
+    return Guarded([&] {
+        // First what needs memory: the name's own text, and its place in the map.
+        CString name(newName);
+        if (name == oldName)
+            return ZO_INI_SUCCESS;
+        delete std::exchange(m_sections[newName], record);
+        m_sections.RemoveKey(oldName);
+        const INT_PTR index = FindFirst(m_sectionOrder, oldName);
+        if (index >= 0)
+            m_sectionOrder[index] = std::move(name);
+        return ZO_INI_SUCCESS;
+    });
+}
+
+DWORD CZoMemIniFile::DeleteIniSection(const char* section)
+{
+    if (section == nullptr)
+        return ZO_INI_NULL_SECTION;
+    SectionRecord* record = nullptr;
+    if (!FindSection(section, record))
+        return ZO_INI_UNKNOWN_SECTION;
+    m_sections.RemoveKey(section);
+    RemoveFirst(m_sectionOrder, section);
+    delete record;
+    return ZO_INI_SUCCESS;
+}
+
+DWORD CZoMemIniFile::DeleteIniKey(const char* section, const char* key)
+{
+    if (section == nullptr)
+        return ZO_INI_NULL_SECTION;
+    if (key == nullptr)
+        return ZO_INI_NULL_KEY;
+    SectionRecord* record = nullptr;
+    if (!FindSection(section, record))
+        return ZO_INI_UNKNOWN_SECTION;
+    if (record != nullptr) {
+        record->m_values.RemoveKey(key);
+        RemoveFirst(record->m_keyOrder, key);
+    }
+    return ZO_INI_SUCCESS;
+}

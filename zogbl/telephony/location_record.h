@@ -1,0 +1,28 @@
+/// \file
+/// The registry object that an operation on locations works with.
+#pragma once
+
+#include <zogbl/location_registry.h>
+
+#include <memory>
+
+/// A location's registry object, with its values by the numbers of their names.
+class LocationRecord : public CZoLocationRegistry {
+public:
+    /// Null when memory has run out.
+    static std::unique_ptr<LocationRecord> Create()
+    {
+        try {
+            return std::unique_ptr<LocationRecord>(new LocationRecord);
+        } catch (CMemoryException* e) {
+            e->Delete();
+            return nullptr;
+        }
+    }
+
+    /// Positions the object on the key of all locations.
+    bool GoToLocations() { return LoadSection() != FALSE; }
+
+    using CZoLocationRegistry::GetString, CZoLocationRegistry::SetString;
+    using CZoLocationRegistry::GetValue, CZoLocationRegistry::SetValue;
+};

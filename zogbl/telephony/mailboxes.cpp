@@ -1,0 +1,243 @@
+#include <zogbl/mailboxes.h>
+
+#include <zogbl/directory_functions.h>
+#include <zogbl/global_config.h>
+#include <zogbl/operating_system.h>
+#include <zogbl/version_resource.h>
+
+#include "../files/program_folder.h"
+
+#include <afxcoll.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <new>
+
+namespace {
+
+constexpr DWORD kMode = ZO_MODE_LOCAL_MACHINE;
+constexpr DWORD kNameSize = 256;
+constexpr LPCSTR kName = "Name";
+constexpr LPCSTR kUserDefault = "UserDefault";
+constexpr LPCSTR kNamelessMailBox = "BadBox";
+
+/// Calls \p operation with the key of the mailboxes. \return its answer; FALSE without a product, and without memory.
+template <class OPERATION> BOOL WithMailBoxesKey(OPERATION operation)
+{
+    try {
+        CZoVersionResource product;
+        return product.ExtractVersionInfo() && operation(product.GetBrixelsRootKey() + "\\MailBoxes");
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return FALSE;
+    }
+}
+
+/// Whether an entry below the key of the mailboxes is no mailbox: on Win32s values are listed with the subkeys.
+bool IsUserDefault(LPCSTR name)
+{
+    return CZoGlobalOperatingSystem::GetType() == ZO_OS_WIN32S && lstrcmpiA(name, kUserDefault) == 0;
+}
+
+LPCSTR FolderSuffix(MAILBOXFOLDER folder)
+{
+    switch (folder) {
+    case MAILBOXFOLDER_INBOX:
+        return "\\INBOX";
+    case MAILBOXFOLDER_OUTBOX:
+        return "\\OUTBOX";
+    case MAILBOXFOLDER_BOXSETUP:
+        return "\\BOXSETUP";
+    case MAILBOXFOLDER_PROMPTS:
+        return "\\BOXSETUP\\PROMPTS";
+    case MAILBOXFOLDER_ARCHIVE:
+        return "\\ARCHIVE";
+    default:
+        return "";
+    }
+}
+
+} // namespace
+
+CZoRegMailBoxes::CZoRegMailBoxes() = default;
+CZoRegMailBoxes::~CZoRegMailBoxes() { RemoveAll(); }
+
+// Registry -------------------------------------------------------------------------------------------------------------
+
+BOOL CZoRegMailBoxes::Load()
+{
+    RemoveAll();
+    const BOOL loaded = WithMailBoxesKey([this](const CString& key) { return LoadNames(key); });
+    if (!loaded)
+        RemoveAll();
+    return loaded;
+}
+
+/// Throws CMemoryException*, as WriteNames does.
+BOOL CZoRegMailBoxes::LoadNames(const CString& key)
+{
+    CZoGlobalConfig config;
+    CStringArray subkeys;
+    const DWORD status = config.EnumEntries(kMode, key, &EnumKeysCallback, &subkeys);
+    // Half a list that passes for the whole would be what the next Write leaves.
+    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
+        return FALSE;
+    for (INT_PTR i = 0; i < subkeys.GetSize(); ++i) {
+        const CString& subkey = subkeys[i];
+        if (IsUserDefault(subkey))
+            continue;
+        char name[kNameSize];
+        config.GetValue(kMode, key + "\\" + subkey, kName, name, sizeof name, nullptr);
+        const auto number = static_cast<DWORD>(std::atol(subkey));
+        if (Add(number, name[0] != '\0' ? name : kNamelessMailBox) == nullptr)
+            return FALSE;
+    }
+    return TRUE;
+}
+
+DWORD CZoRegMailBoxes::EnumKeysCallback(void* array, const char* name)
+{
+    try {
+        static_cast<CStringArray*>(array)->Add(name);
+        return ERROR_SUCCESS;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ZoErrMemoryException;
+    }
+}
+
+BOOL CZoRegMailBoxes::Write()
+{
+    const BOOL cleared = ClearRegistry();
+    return WithMailBoxesKey([this](const CString& key) { return WriteNames(key); }) && cleared;
+}
+
+BOOL CZoRegMailBoxes::WriteNames(const CString& key)
+{
+    CZoGlobalConfig config;
+    BOOL written = TRUE;
+    for (int i = 0; i < GetCount(); ++i) {
+        CString subkey;
+        subkey.Format("%s\\%08ld", static_cast<LPCSTR>(key), static_cast<long>(GetAt(i)->m_dwNumber));
+        if (config.SetValue(kMode, subkey, kName, GetAt(i)->m_csName) != ERROR_SUCCESS)
+            written = FALSE;
+    }
+    return written;
+}
+
+BOOL CZoRegMailBoxes::ClearRegistry()
+{
+    return WithMailBoxesKey([](const CString& key) -> BOOL {
+        const DWORD status = CZoGlobalConfig().DeleteSection(kMode, key, nullptr);
+        return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+    });
+}
+
+DWORD CZoRegMailBoxes::GetUserDefault() const
+{
+    DWORD number = GetDefault() != nullptr ? GetDefault()->m_dwNumber : 0;
+    WithMailBoxesKey([&](const CString& key) -> BOOL {
+        return CZoGlobalConfig().GetValue(kMode, key, kUserDefault, number, number) == ERROR_SUCCESS;
+    });
+    return number;
+}
+
+void CZoRegMailBoxes::SetUserDefault(DWORD number)
+{
+    WithMailBoxesKey([=](const CString& key) -> BOOL {
+        return CZoGlobalConfig().SetValue(kMode, key, kUserDefault, number) == ERROR_SUCCESS;
+    });
+}
+
+// Mailboxes ------------------------------------------------------------------------------------------------------------
+
+tagREGMAILBOXSTRUCT* CZoRegMailBoxes::Add(DWORD number, const CString& name)
+{
+    std::unique_ptr<tagREGMAILBOXSTRUCT> mailBox(new (std::nothrow) tagREGMAILBOXSTRUCT{number, name});
+    if (!mailBox)
+        return nullptr;
+    try {
+        m_mailBoxes.Add(mailBox.get());
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return nullptr;
+    }
+    return mailBox.release();
+}
+
+BOOL CZoRegMailBoxes::Remove(DWORD number)
+{
+    for (int i = 0; i < GetCount(); ++i) {
+        if (GetAt(i)->m_dwNumber == number) {
+            delete GetAt(i);
+            m_mailBoxes.RemoveAt(i);
+            return TRUE;
+        }
+    }
+    return FALSE;
+}
+
+BOOL CZoRegMailBoxes::Remove(tagREGMAILBOXSTRUCT* mailBox) { return mailBox != nullptr && Remove(mailBox->m_dwNumber); }
+
+void CZoRegMailBoxes::RemoveAll()
+{
+    for (int i = 0; i < GetCount(); ++i)
+        delete GetAt(i);
+    m_mailBoxes.RemoveAll();
+}
+
+tagREGMAILBOXSTRUCT* CZoRegMailBoxes::GetByNumber(DWORD number) const
+{
+    for (int i = 0; i < GetCount(); ++i) {
+        if (GetAt(i)->m_dwNumber == number)
+            return GetAt(i);
+    }
+    return nullptr;
+}
+
+tagREGMAILBOXSTRUCT* CZoRegMailBoxes::GetDefault() const { return GetCount() > 0 ? GetAt(0) : nullptr; }
+
+BOOL CZoRegMailBoxes::IsNameUnique(const char* name)
+{
+    if (GetCount() == 0)
+        Load();
+    for (int i = 0; i < GetCount(); ++i) {
+        if (lstrcmpiA(GetAt(i)->m_csName, name) == 0)
+            return FALSE;
+    }
+    return TRUE;
+}
+
+BOOL CZoRegMailBoxes::DoesNumberExist(DWORD number)
+{
+    if (GetCount() == 0)
+        Load();
+    return GetByNumber(number) != nullptr;
+}
+
+// Folders --------------------------------------------------------------------------------------------------------------
+
+BOOL CZoRegMailBoxes::GetMailBoxPath(DWORD number, CString& path, MAILBOXFOLDER folder)
+{
+    CZoRegMailBoxes mailBoxes;
+    mailBoxes.Load();
+    if (mailBoxes.GetCount() == 0)
+        return FALSE;
+    if (mailBoxes.GetByNumber(number) == nullptr)
+        number = mailBoxes.GetDefault()->m_dwNumber;
+    try {
+        CString relative;
+        relative.Format("MAILBOX\\%08lu%s", number, FolderSuffix(folder));
+        const CString built = BesideExecutable(relative);
+        if (built.IsEmpty())
+            return FALSE;
+        path = built;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return FALSE;
+    }
+    unsigned long exists;
+    CZoGlobalDirectoryFunctions::CreateDirChain(path, exists);
+    return TRUE;
+}
