@@ -3,16 +3,17 @@
 #include <zogbl/country_code.h>
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
-#include <zogbl/resource_lookup.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
 constexpr UINT kListId = 100;
 constexpr int kMargin = 8;
-constexpr COLORREF kFlagBackground = RGB(255, 0, 255);
+constexpr UINT kPickerId = 101;
+constexpr UINT kLocalesId = 102;
+constexpr int kPickerWidth = 280; // of the column at the right
+constexpr int kDropHeight = 300;
 
 } // namespace
 
@@ -28,41 +29,21 @@ CString CodeText(const CZoCountryCode& country)
 
 // The list box ---------------------------------------------------------------------------------------------------------
 
-CountryListBox::CountryListBox() = default;
-
-CountryListBox::~CountryListBox()
-{
-    if (m_flags != nullptr)
-        ::DeleteObject(m_flags);
-}
-
-void CountryListBox::ReloadFlags()
-{
-    const LPCSTR name = MAKEINTRESOURCE(ZO_IDB_FLAGS);
-    const HBITMAP flags = ::LoadBitmap(ZoGblFindResourceModule(name, RT_BITMAP), name);
-    BITMAP bitmap = {};
-    if (flags == nullptr || ::GetObject(flags, sizeof bitmap, &bitmap) == 0)
-        return;
-    if (const HBITMAP previous = std::exchange(m_flags, flags))
-        ::DeleteObject(previous);
-    m_cell = {bitmap.bmWidth / ZO_FLAG_COLUMNS, bitmap.bmHeight / ZO_FLAG_ROWS};
-}
-
 CountryListBox::Columns CountryListBox::GetColumns(int width) const
 {
     const int end = width - kMargin;
-    return {static_cast<int>(m_cell.cx) + 2 * kMargin, end - 200, end - 100, end};
+    return {static_cast<int>(m_flags.GetCellSize().cx) + 2 * kMargin, end - 200, end - 100, end};
 }
 
 void CountryListBox::MeasureItem(MEASUREITEMSTRUCT* item)
 {
-    item->itemHeight = static_cast<UINT>((std::max<int>)(m_cell.cy, LineHeight()) + 4);
+    item->itemHeight = static_cast<UINT>((std::max<int>)(m_flags.GetCellSize().cy, LineHeight()) + 4);
 }
 
 int CountryListBox::CompareItem(COMPAREITEMSTRUCT* items)
 {
     const auto name = [](ULONG_PTR data) -> LPCSTR { return reinterpret_cast<const CZoCountryCode*>(data)->GetName(); };
-    return std::clamp(::lstrcmpi(name(items->itemData1), name(items->itemData2)), -1, 1); // by the user's language
+    return CZoFlagBox::CompareNames(name(items->itemData1), name(items->itemData2));
 }
 
 void CountryListBox::DrawItem(DRAWITEMSTRUCT* item)
@@ -72,7 +53,8 @@ void CountryListBox::DrawItem(DRAWITEMSTRUCT* item)
     ::FillRect(dc, &item->rcItem, ::GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
     if (item->itemID != static_cast<UINT>(-1)) {
         const auto& country = *reinterpret_cast<const CZoCountryCode*>(item->itemData);
-        DrawFlag(dc, item->rcItem, country);
+        const int flagTop = (item->rcItem.top + item->rcItem.bottom - m_flags.GetCellSize().cy) / 2;
+        m_flags.Draw(dc, item->rcItem.left + kMargin, flagTop, country.GetFlagIndex());
 
         const HGDIOBJ oldFont = ::SelectObject(dc, ControlFont());
         const COLORREF oldColor = ::SetTextColor(dc, ::GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
@@ -95,20 +77,6 @@ void CountryListBox::DrawItem(DRAWITEMSTRUCT* item)
         ::DrawFocusRect(dc, &item->rcItem);
 }
 
-void CountryListBox::DrawFlag(HDC dc, const RECT& row, const CZoCountryCode& country) const
-{
-    if (m_flags == nullptr)
-        return;
-    const HDC source = ::CreateCompatibleDC(dc);
-    const HGDIOBJ old = ::SelectObject(source, m_flags);
-    const int column = static_cast<int>(country.GetFlagIndex() % ZO_FLAG_COLUMNS);
-    const int line = static_cast<int>(country.GetFlagIndex() / ZO_FLAG_COLUMNS);
-    ::TransparentBlt(dc, row.left + kMargin, (row.top + row.bottom - m_cell.cy) / 2, m_cell.cx, m_cell.cy, source,
-                     column * m_cell.cx, line * m_cell.cy, m_cell.cx, m_cell.cy, kFlagBackground);
-    ::SelectObject(source, old);
-    ::DeleteDC(source);
-}
-
 // The page -------------------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CountryPage, Page)
@@ -121,24 +89,46 @@ UINT CountryPage::GetCommandId() const { return ZO_ID_VIEW_COUNTRIES; }
 
 void CountryPage::CreateControls()
 {
-    m_list.ReloadFlags();
+    m_list.LoadFlags();
     m_list.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | WS_BORDER | LBS_OWNERDRAWFIXED | LBS_SORT | LBS_NOTIFY |
                       LBS_NOINTEGRALHEIGHT,
                   CRect(0, 0, 0, 0), this, kListId);
+    m_picker.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST, CRect(0, 0, 0, 0), this, kPickerId);
+    m_localePicker.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | WS_BORDER | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
+                          CRect(0, 0, 0, 0), this, kLocalesId);
+    const auto font = reinterpret_cast<WPARAM>(ControlFont());
+    m_picker.SendMessage(WM_SETFONT, font);
+    m_localePicker.SendMessage(WM_SETFONT, font);
+    m_picker.SetDesiredHeight(LineHeight());
+    m_localePicker.SetDesiredHeight(LineHeight());
+    m_localePicker.SetList(&m_locales);
 }
 
 void CountryPage::Reload()
 {
-    m_list.ReloadFlags();
+    m_list.LoadFlags();
     if (CZoCountryCodeList* countries = GetGlobalCountryList())
         countries->AddToListBox(&m_list);
+    m_picker.ResetInformation(m_picker.GetCurSel() < 0 ? 0 : m_picker.GetCurSel());
+    if (m_locales.GetKnownCount() == 0 && m_locales.LoadData() == 0) {
+        for (int i = 0; i < m_locales.GetKnownCount(); ++i)
+            m_locales.AddNewItem(m_locales.GetKnownCode(i), ZoLcidEnglishLanguageCountry); // those the system knows
+    }
+    m_localePicker.ResetInformation();
     Invalidate();
 }
 
 void CountryPage::Layout(int width, int height)
 {
     const int header = LineHeight() + kMargin;
-    m_list.MoveWindow(0, header, width, height - header);
+    const int left = (std::max)(width - kPickerWidth, width / 2);
+    m_list.MoveWindow(0, header, left - kMargin, height - header);
+    const int pickers = width - left;
+    m_picker.MoveWindow(left, 0, pickers, kDropHeight);
+    CRect field;
+    m_picker.GetWindowRect(&field);
+    const int top = (std::max)(header, field.Height() + kMargin);
+    m_localePicker.MoveWindow(left, top, pickers, height - top);
     Invalidate();
 }
 

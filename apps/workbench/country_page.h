@@ -1,17 +1,15 @@
 /// \file
-/// The world's countries: flag, name, dialing prefix, telephone code.
+/// The world's countries: flag, name, dialing prefix, telephone code; and the pickers for countries and locales.
 #pragma once
 
 #include "page.h"
 
-class CZoCountryCode;
+#include <zogbl/country_combo_box.h>
+#include <zogbl/flag_lcid_box.h>
 
 /// A list box that draws countries of the global list.
 class CountryListBox : public CListBox {
 public:
-    CountryListBox();
-    ~CountryListBox() override;
-
     void DrawItem(DRAWITEMSTRUCT* item) override;
     void MeasureItem(MEASUREITEMSTRUCT* item) override;
     int CompareItem(COMPAREITEMSTRUCT* items) override;
@@ -21,14 +19,10 @@ public:
         int name, prefix, code, end;
     };
     Columns GetColumns(int width) const;
-    /// Takes the flags from the language library loaded now.
-    void ReloadFlags();
+    void LoadFlags() { m_flags.Load(); }
 
 private:
-    void DrawFlag(HDC dc, const RECT& row, const CZoCountryCode& country) const;
-
-    HBITMAP m_flags = nullptr;
-    SIZE m_cell = {};
+    CZoFlagBitmap m_flags;
 };
 
 /// The telephone code as people write it: members of the North American plan with the 1 before their area code.
@@ -49,4 +43,7 @@ protected:
 
 private:
     CountryListBox m_list;
+    CCountryCodeComboBox m_picker;
+    CZoFlagLcidList m_locales;
+    CFlagLcidListBox m_localePicker;
 };

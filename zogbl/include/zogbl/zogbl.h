@@ -5,11 +5,15 @@
 #include <zogbl/address_functions.h>
 #include <zogbl/avl.h>
 #include <zogbl/country_code.h>
+#include <zogbl/country_combo_box.h>
 #include <zogbl/custom_resource.h>
 #include <zogbl/directory_functions.h>
 #include <zogbl/event_log.h>
 #include <zogbl/file_functions.h>
 #include <zogbl/file_name_functions.h>
+#include <zogbl/flag_box.h>
+#include <zogbl/flag_lcid.h>
+#include <zogbl/flag_lcid_box.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/global_config.h>
 #include <zogbl/global_error.h>

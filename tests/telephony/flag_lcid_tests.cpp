@@ -1,0 +1,138 @@
+// Locale entries and their list.
+#include <zogbl/flag_lcid.h>
+#include <zogbl/module.h>
+
+#include "product/registered_product.h"
+#include "support/fault_loop.h"
+
+#include <string>
+
+namespace {
+
+constexpr DWORD kGerman = 0x0407;
+constexpr DWORD kUnknown = 0x0BFF;
+
+std::string SystemName(DWORD lcid, LCTYPE item)
+{
+    char text[128] = "";
+    GetLocaleInfoA(lcid, item, text, sizeof text);
+    return text;
+}
+
+class Locales : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
+    void TearDown() override { ZoGblDumpLanguageDLL(); }
+
+    zo_test::RegisteredProduct m_product;
+};
+
+} // namespace
+
+TEST_F(Locales, AreNamedAsTheModeSays)
+{
+    const std::string english = SystemName(kGerman, LOCALE_SENGLANGUAGE);
+    const std::string cases[] = {
+        SystemName(kGerman, LOCALE_SNATIVELANGNAME),
+        SystemName(kGerman, LOCALE_SLANGUAGE),
+        english,
+        SystemName(kGerman, LOCALE_SNATIVELANGNAME) + " - " + SystemName(kGerman, LOCALE_SNATIVECTRYNAME),
+        SystemName(kGerman, LOCALE_SLANGUAGE) + " - " + SystemName(kGerman, LOCALE_SCOUNTRY),
+        "German - Germany",
+        english,
+        english,
+    };
+    CZoFlagLcid changing(kGerman, 0);
+    for (DWORD mode = 0; mode < _countof(cases); ++mode) {
+        EXPECT_STREQ(cases[mode].c_str(), CZoFlagLcid(kGerman, mode).GetName()) << mode;
+        EXPECT_TRUE(changing.SetTextMode(mode));
+        EXPECT_STREQ(cases[mode].c_str(), changing.GetName()) << mode;
+        EXPECT_STREQ("", CZoFlagLcid(kUnknown, mode).GetName()) << mode;
+    }
+    changing.SetLcidValue(0);
+    EXPECT_FALSE(changing.SetTextMode(0));
+    EXPECT_STREQ("", changing.GetName());
+    EXPECT_TRUE(changing.SetFlagIndex(211));
+    EXPECT_FALSE(changing.SetFlagIndex(212));
+    EXPECT_EQ(0u, changing.GetFlagIndex());
+}
+
+TEST_F(Locales, HaveTheFlagThatIsKnown)
+{
+    CZoFlagLcidList list(1);
+    ASSERT_GE(list.GetKnownCount(), 250);
+    DWORD known = 0;
+    for (int i = 0; i < list.GetKnownCount(); ++i) {
+        if (LOWORD(list.GetKnownCode(i)) == kGerman)
+            known = list.GetKnownCode(i);
+    }
+    const struct {
+        DWORD code;
+        bool byTable;
+        DWORD status;
+        UINT flag; // of the entry, if there is one
+    } cases[] = {
+        {kGerman, true, 0, HIWORD(known)},
+        {kGerman, false, 0, 0},
+        {kGerman | 211u << 16, false, 0, 211},
+        {kGerman | 212u << 16, false, ZoErrBadData, 0},
+        {0x1C09, true, 0, 0}, // below, in a list that knows no flags
+        {kUnknown, true, ZoErrBadData, 0},
+        {0, true, ZoErrBadData, 0},
+    };
+    CZoFlagLcidList blind;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.code);
+        CZoFlagLcidList& target = c.code == 0x1C09 ? blind : list;
+        const int before = target.GetCount();
+        EXPECT_EQ(c.status, c.byTable ? target.AddLcidCode(c.code, 5) : target.AddNewItem(c.code, 5));
+        ASSERT_EQ(before + (c.status == 0), target.GetCount());
+        if (c.status == 0) {
+            EXPECT_EQ(LOWORD(c.code), target.GetAt(before)->GetLcidValue());
+            EXPECT_EQ(c.flag, target.GetAt(before)->GetFlagIndex());
+        }
+    }
+    EXPECT_NE(0u, HIWORD(known));
+    list.SetTextMode(2);
+    EXPECT_STREQ("German", list.GetAt(0)->GetName());
+    EXPECT_EQ(0u, list.FreeData());
+    EXPECT_EQ(0, list.GetCount());
+    EXPECT_GE(list.GetKnownCount(), 250) << "codes stay";
+}
+
+TEST_F(Locales, WithoutMemoryOrSystemAreRefusedWhole)
+{
+    const auto body = [](const zo_test::FaultRun& run) {
+        CZoFlagLcidList list;
+        const DWORD loaded = list.LoadData();
+        const DWORD added = list.AddLcidCode(kGerman, 5);
+        const int count = list.GetCount();
+        list.SetTextMode(2);
+        run.Stop();
+        for (const DWORD status : {loaded, added}) {
+            EXPECT_TRUE(status == 0 || (run.Fired() && (status == ZoErrOutOfMemory || status == ZoErrMemoryException ||
+                                                        status == ZoErrResourceNotFound || status == ZoErrBadData)))
+                << std::hex << status;
+        }
+        EXPECT_TRUE(loaded == 0 || added == 0 || run.persistent) << "one fault, one failure";
+        ASSERT_EQ(added == 0 ? 1 : 0, count);
+        if (added == 0) {
+            const CString& name = list.GetAt(0)->GetName();
+            EXPECT_TRUE(run.Fired() ? !name.IsEmpty() || run.source.Name() == "system" : name == "German") << name;
+        }
+    };
+    zo_test::AllocationFaults memory;
+    zo_test::RunFaultLoop(memory, body);
+    zo_test::FaultSource system("system");
+    ZO_FAULTY_CALL(GetLocaleInfoA) info(system, "ZOGBLBRX.DLL", 0, ERROR_INVALID_PARAMETER);
+    ZO_FAULTY_CALL(LoadResource) load(system, "ZOGBLBRX.DLL", nullptr, ERROR_RESOURCE_DATA_NOT_FOUND);
+    zo_test::RunFaultLoop(system, body);
+}
+
+TEST(LocalesWithoutLanguage, TableIsNotFound)
+{
+    CZoFlagLcidList list;
+    EXPECT_EQ(ZoErrResourceNotFound, list.LoadData());
+    EXPECT_EQ(0, list.GetKnownCount());
+    EXPECT_EQ(0u, list.AddLcidCode(kGerman, 2)) << "flag 0 will do";
+}

@@ -1,0 +1,329 @@
+#include <zogbl/flag_box.h>
+
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
+#include <algorithm>
+#include <cstring>
+#include <type_traits>
+#include <utility>
+
+namespace {
+
+constexpr COLORREF kTransparent = RGB(255, 0, 255);
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr int kMargin = 4; // pixels
+
+constexpr UINT kBackspace = 8;
+constexpr UINT kFirstPrintable = 32;
+constexpr UINT kLastPrintable = 255;
+
+/// A memory device context with a bitmap in it.
+class BitmapDC {
+public:
+    BitmapDC(HDC like, HBITMAP bitmap) : m_dc(CreateCompatibleDC(like)), m_old(SelectObject(m_dc, bitmap)) {}
+    ~BitmapDC()
+    {
+        SelectObject(m_dc, m_old);
+        DeleteDC(m_dc);
+    }
+    BitmapDC(const BitmapDC&) = delete;
+    BitmapDC& operator=(const BitmapDC&) = delete;
+    operator HDC() const { return m_dc; }
+    bool IsReady() const { return m_dc != nullptr && m_old != nullptr; }
+
+private:
+    HDC m_dc;
+    HGDIOBJ m_old;
+};
+
+struct Colors {
+    COLORREF text;
+    COLORREF background;
+};
+
+/// The system's colours for an item; asked for at each drawing, so that none is ever out of date.
+Colors ItemColors(bool selected, bool disabled)
+{
+    const COLORREF window = GetSysColor(COLOR_WINDOW);
+    if (disabled) {
+        // Displays and schemes without a grey of their own say black, or have one that cannot be seen.
+        const COLORREF gray = GetSysColor(COLOR_GRAYTEXT);
+        return {gray != kBlack && gray != window ? gray : GetSysColor(COLOR_WINDOWTEXT), window};
+    }
+    if (selected)
+        return {GetSysColor(COLOR_HIGHLIGHTTEXT), GetSysColor(COLOR_HIGHLIGHT)};
+    return {GetSysColor(COLOR_WINDOWTEXT), window};
+}
+
+/// What the two kinds of box call the same things.
+template <class BOX> struct Messages;
+template <> struct Messages<CComboBox> {
+    static constexpr UINT kAdd = CB_ADDSTRING, kSetData = CB_SETITEMDATA, kSetHeight = CB_SETITEMHEIGHT;
+    static constexpr LONG kStyle = CBS_OWNERDRAWFIXED | CBS_SORT | CBS_HASSTRINGS, kHasStrings = CBS_HASSTRINGS;
+};
+template <> struct Messages<CListBox> {
+    static constexpr UINT kAdd = LB_ADDSTRING, kSetData = LB_SETITEMDATA, kSetHeight = LB_SETITEMHEIGHT;
+    static constexpr LONG kStyle = LBS_OWNERDRAWFIXED | LBS_SORT | LBS_HASSTRINGS, kHasStrings = LBS_HASSTRINGS;
+};
+constexpr LONG kTellsOfSelection = 1; // LBS_NOTIFY; also in CBS_SIMPLE and CBS_DROPDOWNLIST
+static_assert(CB_ERR == LB_ERR && LBS_NOTIFY == kTellsOfSelection && CBN_SELCHANGE == LBN_SELCHANGE);
+
+} // namespace
+
+// Flags ----------------------------------------------------------------------------------------------------------------
+
+CZoFlagBitmap::~CZoFlagBitmap()
+{
+    for (const HBITMAP bitmap : {m_hPictures, m_hMask}) {
+        if (bitmap != nullptr)
+            DeleteObject(bitmap);
+    }
+}
+
+BOOL CZoFlagBitmap::Load()
+{
+    if (m_hPictures != nullptr)
+        return TRUE;
+    const LPCSTR name = MAKEINTRESOURCEA(ZO_IDB_FLAGS);
+    const HBITMAP pictures = LoadBitmapA(ZoGblFindResourceModule(name, RT_BITMAP), name);
+    BITMAP size = {};
+    HBITMAP mask = nullptr;
+    if (pictures != nullptr && GetObjectA(pictures, sizeof size, &size) != 0)
+        mask = CreateBitmap(size.bmWidth, size.bmHeight, 1, 1, nullptr);
+    if (mask != nullptr) {
+        const BitmapDC color(nullptr, pictures);
+        const BitmapDC monochrome(nullptr, mask);
+        if (color.IsReady() && monochrome.IsReady()) {
+            SetBkColor(color, kTransparent); // which is what becomes white in the copy
+            BitBlt(monochrome, 0, 0, size.bmWidth, size.bmHeight, color, 0, 0, SRCCOPY);
+            SetBkColor(color, kBlack); // black where the mask is white, and as it is elsewhere
+            SetTextColor(color, kWhite);
+            BitBlt(color, 0, 0, size.bmWidth, size.bmHeight, monochrome, 0, 0, SRCAND);
+            m_hPictures = pictures;
+            m_hMask = mask;
+            m_cell = {size.bmWidth / ZO_FLAG_COLUMNS, size.bmHeight / ZO_FLAG_ROWS};
+        }
+    }
+    if (m_hPictures == nullptr) {
+        for (const HBITMAP bitmap : {pictures, mask}) {
+            if (bitmap != nullptr)
+                DeleteObject(bitmap);
+        }
+    }
+    return m_hPictures != nullptr;
+}
+
+void CZoFlagBitmap::Draw(HDC dc, int left, int top, UINT flagIndex) const
+{
+    if (m_hPictures == nullptr)
+        return;
+    const UINT cell = flagIndex / ZO_FLAG_COLUMNS < ZO_FLAG_ROWS ? flagIndex : 0;
+    const int x = static_cast<int>(cell % ZO_FLAG_COLUMNS) * m_cell.cx;
+    const int y = static_cast<int>(cell / ZO_FLAG_COLUMNS) * m_cell.cy;
+    const COLORREF oldText = SetTextColor(dc, kBlack); // the mask's colours
+    const COLORREF oldBackground = SetBkColor(dc, kWhite);
+    for (const auto& [bitmap, operation] : {std::pair(m_hMask, SRCAND), std::pair(m_hPictures, SRCPAINT)}) {
+        const BitmapDC source(dc, bitmap);
+        BitBlt(dc, left, top, m_cell.cx, m_cell.cy, source, x, y, operation);
+    }
+    SetBkColor(dc, oldBackground);
+    SetTextColor(dc, oldText);
+}
+
+// What both boxes do ---------------------------------------------------------------------------------------------------
+
+int CZoFlagBox::GetItemHeight() const { return (std::max<int>)(m_flags.GetCellSize().cy, m_nDesiredHeight) + kMargin; }
+
+int CZoFlagBox::GetTextOffset() const { return m_flags.GetCellSize().cx + 2 * kMargin; }
+
+void CZoFlagBox::DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, LPCSTR rightText) const
+{
+    const HDC dc = place.hDC;
+    const bool disabled = (place.itemState & ODS_DISABLED) != 0 || !IsWindowEnabled(place.hwndItem);
+    const Colors colors = ItemColors((place.itemState & ODS_SELECTED) != 0, disabled);
+    const COLORREF oldBackground = SetBkColor(dc, colors.background);
+    const COLORREF oldText = SetTextColor(dc, colors.text);
+    ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &place.rcItem, nullptr, 0, nullptr);
+    if (item != nullptr) {
+        constexpr UINT kFormat = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
+        const SIZE cell = m_flags.GetCellSize();
+        m_flags.Draw(dc, place.rcItem.left + kMargin, (place.rcItem.top + place.rcItem.bottom - cell.cy) / 2,
+                     item->flagIndex);
+        const int oldMode = SetBkMode(dc, TRANSPARENT);
+        RECT text = place.rcItem;
+        text.left += GetTextOffset();
+        text.right -= kMargin;
+        if (rightText != nullptr) {
+            RECT right = text;
+            DrawTextA(dc, rightText, -1, &right, kFormat | DT_CALCRECT);
+            const int width = right.right - right.left;
+            DrawTextA(dc, rightText, -1, &text, kFormat | DT_RIGHT);
+            text.right -= width + kMargin;
+        }
+        DrawTextA(dc, item->name, -1, &text, kFormat | DT_LEFT | DT_END_ELLIPSIS);
+        SetBkMode(dc, oldMode);
+    }
+    if ((place.itemState & ODS_FOCUS) != 0)
+        DrawFocusRect(dc, &place.rcItem);
+    SetTextColor(dc, oldText);
+    SetBkColor(dc, oldBackground);
+}
+
+int CZoFlagBox::CompareNames(LPCSTR first, LPCSTR second) { return std::clamp(lstrcmpiA(first, second), -1, 1); }
+
+BOOL CZoFlagBox::HasPrefix(LPCSTR name, LPCSTR text)
+{
+    const int length = lstrlenA(text);
+    if (length == 0)
+        return TRUE;
+    const int compared = (std::min)(length, lstrlenA(name));
+    return CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, text, length, name, compared) == CSTR_EQUAL;
+}
+
+BOOL CZoFlagBox::Type(UINT character)
+{
+    if (character == kBackspace)
+        ForgetTyped();
+    if (character < kFirstPrintable || character > kLastPrintable)
+        return FALSE;
+    if (std::strlen(m_szTyped) > kLongestTyped)
+        ForgetTyped();
+    const char added[] = {static_cast<char>(character), '\0'};
+    std::strcat(m_szTyped, added);
+    return TRUE;
+}
+
+// The control ----------------------------------------------------------------------------------------------------------
+
+template <class BOX> void CZoFlagControl<BOX>::SetDesiredHeight(int height)
+{
+    m_box.SetDesiredHeight(height);
+    ApplyHeight();
+}
+
+template <class BOX> void CZoFlagControl<BOX>::ApplyHeight()
+{
+    if (this->m_hWnd == nullptr)
+        return;
+    this->SendMessage(Messages<BOX>::kSetHeight, 0, m_box.GetItemHeight());
+    if constexpr (std::is_same_v<BOX, CComboBox>)
+        this->SendMessage(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), m_box.GetItemHeight()); // the field
+    this->Invalidate();
+}
+
+template <class BOX> int CZoFlagControl<BOX>::SelectName(const char* text)
+{
+    return SelectFirst([&](const void* data) { return CZoFlagBox::HasPrefix(Describe(data).name, text); });
+}
+
+template <class BOX> BOOL CZoFlagControl<BOX>::PreCreateWindow(CREATESTRUCT& cs)
+{
+    cs.style |= Messages<BOX>::kStyle;
+    return BOX::PreCreateWindow(cs);
+}
+
+template <class BOX> void CZoFlagControl<BOX>::DrawItem(DRAWITEMSTRUCT* item)
+{
+    const auto* data = reinterpret_cast<const void*>(item->itemData);
+    if (item->itemID == static_cast<UINT>(-1) || data == nullptr) {
+        m_box.DrawItem(*item, nullptr, nullptr);
+        return;
+    }
+    char right[16] = "";
+    DescribeRight(data, right);
+    const ZoFlagItem described = Describe(data);
+    m_box.DrawItem(*item, &described, right[0] != '\0' ? right : nullptr);
+}
+
+template <class BOX> void CZoFlagControl<BOX>::MeasureItem(MEASUREITEMSTRUCT* item)
+{
+    item->itemHeight = static_cast<UINT>(m_box.GetItemHeight());
+}
+
+template <class BOX> int CZoFlagControl<BOX>::CompareItem(COMPAREITEMSTRUCT* items)
+{
+    return CZoFlagBox::CompareNames(Describe(reinterpret_cast<const void*>(items->itemData1)).name,
+                                    Describe(reinterpret_cast<const void*>(items->itemData2)).name);
+}
+
+template <class BOX> void CZoFlagControl<BOX>::DescribeRight(const void*, char (&)[16]) const {}
+
+template <class BOX> const void* CZoFlagControl<BOX>::GetSelectedData() const
+{
+    const int selected = this->m_hWnd != nullptr ? this->GetCurSel() : LB_ERR;
+    return selected >= 0 ? this->GetItemDataPtr(selected) : nullptr;
+}
+
+template <class BOX> void CZoFlagControl<BOX>::BeginReset()
+{
+    m_box.LoadFlags();
+    m_box.ForgetTyped();
+    ApplyHeight();
+}
+
+template <class BOX> LRESULT CZoFlagControl<BOX>::OnAddString(LPARAM data)
+{
+    if ((GetWindowLong(this->m_hWnd, GWL_STYLE) & Messages<BOX>::kHasStrings) == 0)
+        return this->DefWindowProc(Messages<BOX>::kAdd, 0, data);
+    const LPCSTR name = Describe(reinterpret_cast<const void*>(data)).name;
+    const LRESULT place = this->DefWindowProc(Messages<BOX>::kAdd, 0, reinterpret_cast<LPARAM>(name));
+    if (place >= 0)
+        this->DefWindowProc(Messages<BOX>::kSetData, static_cast<WPARAM>(place), data);
+    return place;
+}
+
+template <class BOX> void CZoFlagControl<BOX>::OnTyped()
+{
+    const int before = this->GetCurSel();
+    SelectName(m_box.GetTyped());
+    if (this->GetCurSel() == before || (GetWindowLong(this->m_hWnd, GWL_STYLE) & kTellsOfSelection) == 0)
+        return;
+    const auto id = static_cast<WORD>(GetDlgCtrlID(this->m_hWnd));
+    ::SendMessage(GetParent(this->m_hWnd), WM_COMMAND, MAKEWPARAM(id, LBN_SELCHANGE),
+                  reinterpret_cast<LPARAM>(this->m_hWnd));
+}
+
+template <class BOX> LRESULT CZoFlagControl<BOX>::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case Messages<BOX>::kAdd:
+        return OnAddString(lParam);
+    case WM_CHAR:
+        if (!m_box.Type(static_cast<UINT>(wParam)))
+            break;
+        // The key goes no further: the system's own search, by the first letter alone, would move the selection away.
+        OnTyped();
+        return 0;
+    case WM_SYSCOLORCHANGE:
+        this->Invalidate();
+        break;
+    default:
+        break;
+    }
+    return BOX::WindowProc(message, wParam, lParam);
+}
+
+template <class BOX>
+BOOL CZoFlagControl<BOX>::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    switch (message) {
+    case WM_DRAWITEM:
+        DrawItem(reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
+        break;
+    case WM_MEASUREITEM:
+        MeasureItem(reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+        break;
+    case WM_COMPAREITEM:
+        *pResult = CompareItem(reinterpret_cast<COMPAREITEMSTRUCT*>(lParam));
+        return TRUE;
+    default:
+        return BOX::OnChildNotify(message, wParam, lParam, pResult);
+    }
+    *pResult = TRUE;
+    return TRUE;
+}
+
+template class CZoFlagControl<CComboBox>;
+template class CZoFlagControl<CListBox>;
