@@ -32,7 +32,7 @@ CString CodeText(const CZoCountryCode& country)
 CountryListBox::Columns CountryListBox::GetColumns(int width) const
 {
     const int end = width - kMargin;
-    return {static_cast<int>(m_flags.GetCellSize().cx) + 2 * kMargin, end - 200, end - 100, end};
+    return {static_cast<int>(m_flags.GetCellSize().cx) + 2 * kMargin, end - 132, end - 72, end};
 }
 
 void CountryListBox::MeasureItem(MEASUREITEMSTRUCT* item)
