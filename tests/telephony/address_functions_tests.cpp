@@ -1,4 +1,5 @@
 #include <zogbl/address_functions.h>
+#include <zogbl/location_item.h>
 
 #include "tapi_fixture.h"
 
@@ -77,15 +78,25 @@ TEST_F(Dialing, FollowsTheLocationsRules)
 
 TEST_F(Dialing, SurroundsTheNumberWithTheLocationsCodes)
 {
-    for (const bool local : {true, false}) {
-        _tagAddressInformation address = Address(kExamples[local ? 0 : 1]);
-        std::strcpy(address.m_szLongDistanceAccess, "8,");
-        std::strcpy(address.m_szLocalPrefix, "9,");
-        std::strcpy(address.m_szDialSuffix, ",,77#");
-        std::strcpy(address.m_szBlockCallerID, "*67,");
-        std::strcpy(address.m_szDisableCallWaiting, "*70,");
+    CZoLocationItem location(0);
+    location.m_csCountryCode = "1";
+    location.m_csAreaCityCode = "425";
+    location.m_csInternationalAccess = "011";
+    location.m_csLongDistancePrefix = "1";
+    location.m_csLongDistanceAccess = "8,";
+    location.m_csLocalPrefix = "9,";
+    location.m_csDialSuffix = ",,77#";
+    location.m_csBlockCallerID = "*67,";
+    location.m_csDisableCallWaiting = "*70,";
+    const std::pair<const char*, const char*> kCases[] = {{"425", "9,*70,*67,5550100,,77#"},
+                                                          {"206", "8,*70,*67,12065550100,,77#"}};
+    for (const auto& [area, dialed] : kCases) {
+        _tagAddressInformation address = {};
+        CZoGlobalAddressFunctions::SetLocation(address, location);
+        std::strcpy(address.m_szAreaCode, area);
+        std::strcpy(address.m_szNumber, "5550100");
         EXPECT_EQ(1, Dial(&address, ZO_DIAL_AUTOMATIC));
-        EXPECT_STREQ(local ? "9,*70,*67,555-0100,,77#" : "8,*70,*67,1(206)555-0100,,77#", address.m_szDialable);
+        EXPECT_STREQ(dialed, address.m_szDialable);
     }
 }
 

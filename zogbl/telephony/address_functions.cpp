@@ -1,7 +1,9 @@
 #include <zogbl/address_functions.h>
 
+#include <zogbl/location_item.h>
 #include <zogbl/tapi_interface.h>
 
+#include "../files/bounded_text.h"
 #include "tapi_records.h"
 
 #include <afx.h>
@@ -125,6 +127,27 @@ CString Translate(const _tagAddressInformation& address, const Codes& there, con
 }
 
 } // namespace
+
+void CZoGlobalAddressFunctions::SetLocation(_tagAddressInformation& address, const CZoLocationItem& location)
+{
+    const struct {
+        char* text;
+        const CString& source;
+    } kFields[] = {
+        {address.m_szLocationCountryCode, location.m_csCountryCode},
+        {address.m_szLocationAreaCode, location.m_csAreaCityCode},
+        {address.m_szInternationalAccess, location.m_csInternationalAccess},
+        {address.m_szLongDistancePrefix, location.m_csLongDistancePrefix},
+        {address.m_szLongDistanceAccess, location.m_csLongDistanceAccess},
+        {address.m_szLocalPrefix, location.m_csLocalPrefix},
+        {address.m_szDialSuffix, location.m_csDialSuffix},
+        {address.m_szBlockCallerID, location.m_csBlockCallerID},
+        {address.m_szDisableCallWaiting, location.m_csDisableCallWaiting},
+    };
+    for (const auto& field : kFields)
+        CopyBounded(field.text, ZO_ADDRESS_TEXT_SIZE, field.source);
+    address.m_bTAPIDialing = location.m_bTAPIDialing;
+}
 
 int CZoGlobalAddressFunctions::MakeDialableAddress(_tagAddressInformation* address, int mode, CZoTAPIInterface* tapi)
 {

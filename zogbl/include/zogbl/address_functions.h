@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+class CZoLocationItem;
 class CZoTAPIInterface;
 
 /// Size of the texts of an address, terminator included: as long as those of a dialing location.
@@ -43,6 +44,9 @@ struct _tagAddressInformation {
 
 class ZOGBL_API CZoGlobalAddressFunctions {
 public:
+    /// Takes a location over into the record's second part; texts are cut to fit.
+    static void SetLocation(_tagAddressInformation& address, const CZoLocationItem& location);
+
     /// Puts together what a modem dials to reach an address. Numbers may be written as people write them: blanks go,
     /// hyphens stay behind digits only, a "+" in front of codes is not needed. docs/dialing.md has the rules and
     /// examples.
