@@ -10,7 +10,7 @@ namespace {
 constexpr UINT kPoll = 100;           // milliseconds between two looks at the port
 constexpr DWORD kTransferTime = 5000; // milliseconds for bytes to go out
 constexpr int kMostReceived = 256 * 1024;
-constexpr int kMostShown = 16 * 1024;
+constexpr int kMostShown = 4 * 1024; // wrapping long lines takes its time
 constexpr int kMargin = 8;
 constexpr int kListHeight = 120;
 
@@ -158,6 +158,15 @@ void LinePage::Refresh()
         m_devices.SetCurSel(0);
         OnDevice();
     }
+    ShowState();
+}
+
+/// Shows what has come from the modem, and what can be done now.
+void LinePage::ShowState()
+{
+    if (!m_unshown.IsEmpty())
+        AppendTo(m_terminal, m_unshown);
+    m_unshown.Empty();
     EnableControls();
 }
 
@@ -316,7 +325,7 @@ int LinePage::Receive()
         return 0;
     const CString text(bytes, static_cast<int>(read));
     m_received = (m_received + text).Right(kMostReceived);
-    AppendTo(m_terminal, text);
+    m_unshown = (m_unshown + text).Right(kMostShown);
     return static_cast<int>(read);
 }
 
@@ -324,5 +333,5 @@ void LinePage::OnTimer(UINT_PTR)
 {
     Receive();
     if (IsWindowVisible())
-        EnableControls();
+        ShowState();
 }

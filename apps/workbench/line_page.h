@@ -66,12 +66,14 @@ protected:
 private:
     BOOL PreparePort();
     BOOL Transfer(bool write, char* bytes, DWORD size, DWORD& transferred);
+    void ShowState();
     void EnableControls();
     static void AppendTo(CEdit& view, const CString& text);
 
     WorkbenchLine m_line;
     CDWordArray m_deviceIds;
     CString m_received; // at most the last kMostReceived bytes
+    CString m_unshown;  // what the terminal does not show yet
     HANDLE m_event = nullptr;
     bool m_isBusy = false;
 
