@@ -254,7 +254,10 @@ TEST_F(TapiDevice, BuffersAreReusedGrownOrRefused)
     auto* params = line.CreateCallParams(reinterpret_cast<LINECALLPARAMS*>(block), "123");
     EXPECT_EQ(116u, params->dwTotalSize);
     EXPECT_STREQ("123", reinterpret_cast<char*>(params) + params->dwDisplayableAddressOffset);
-    EXPECT_EQ(nullptr, line.ZoCheckAndReAllocBuffer(params, 0x7FFFFFFF, "label"));
+    zo_test::FaultSource faults("LocalAlloc");
+    const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
+    faults.Arm(1, true);
+    EXPECT_EQ(nullptr, line.ZoCheckAndReAllocBuffer(params, 5000, "label"));
     EXPECT_EQ("CreateCallParams: Reallocating structure\nlabelReallocating structure\nlabel", TakeTexts());
     EXPECT_EQ((Boxes{{10, 0x10}}), TakeBoxes());
 }
