@@ -44,16 +44,18 @@ const Example kExamples[] = {
     {"hyphens behind other characters", "", "", "#-31#-555,-0100", "", "", "", "", "#31#555,0100"},
 };
 
+template <size_t SIZE> void Set(char (&field)[SIZE], const char* text) { std::snprintf(field, SIZE, "%s", text); }
+
 _tagAddressInformation Address(const Example& example)
 {
     _tagAddressInformation address = {};
-    std::strcpy(address.m_szCountryCode, example.country);
-    std::strcpy(address.m_szAreaCode, example.area);
-    std::strcpy(address.m_szNumber, example.number);
-    std::strcpy(address.m_szLocationCountryCode, example.hereCountry);
-    std::strcpy(address.m_szLocationAreaCode, example.hereArea);
-    std::strcpy(address.m_szInternationalAccess, example.international);
-    std::strcpy(address.m_szLongDistancePrefix, example.longDistance);
+    Set(address.m_szCountryCode, example.country);
+    Set(address.m_szAreaCode, example.area);
+    Set(address.m_szNumber, example.number);
+    Set(address.m_szLocationCountryCode, example.hereCountry);
+    Set(address.m_szLocationAreaCode, example.hereArea);
+    Set(address.m_szInternationalAccess, example.international);
+    Set(address.m_szLongDistancePrefix, example.longDistance);
     return address;
 }
 
@@ -93,8 +95,8 @@ TEST_F(Dialing, SurroundsTheNumberWithTheLocationsCodes)
     for (const auto& [area, dialed] : kCases) {
         _tagAddressInformation address = {};
         CZoGlobalAddressFunctions::SetLocation(address, location);
-        std::strcpy(address.m_szAreaCode, area);
-        std::strcpy(address.m_szNumber, "5550100");
+        Set(address.m_szAreaCode, area);
+        Set(address.m_szNumber, "5550100");
         EXPECT_EQ(1, Dial(&address, ZO_DIAL_AUTOMATIC));
         EXPECT_STREQ(dialed, address.m_szDialable);
     }
@@ -120,7 +122,7 @@ TEST_F(Dialing, LeavesItToTheServiceWhenTheLocationSaysSo)
             telsim.ClearTexts();
             _tagAddressInformation address = Address(test.example);
             address.m_bTAPIDialing = TRUE;
-            std::strcpy(address.m_szLocalPrefix, "9,");
+            Set(address.m_szLocalPrefix, "9,");
             TestLine line;
             EXPECT_EQ(1, Dial(&address, test.example.mode, own ? nullptr : &line));
             EXPECT_STREQ(test.example.dialed, address.m_szDialable);
@@ -146,15 +148,15 @@ TEST_F(Dialing, RefusesWhatCannotBeDialed)
     EXPECT_EQ(0, Dial(nullptr, ZO_DIAL_AUTOMATIC));
     for (const int mode : {-1, 3, ZO_DIAL_AUTOMATIC}) {
         _tagAddressInformation address = Address(kExamples[0]);
-        std::strcpy(address.m_szDialable, "old");
-        std::strcpy(address.m_szNumber, mode == ZO_DIAL_AUTOMATIC ? " - " : "5");
+        Set(address.m_szDialable, "old");
+        Set(address.m_szNumber, mode == ZO_DIAL_AUTOMATIC ? " - " : "5");
         EXPECT_EQ(0, Dial(&address, mode)) << mode;
         EXPECT_STREQ("", address.m_szDialable);
     }
     _tagAddressInformation address = Address(kExamples[0]);
     for (char* text : {address.m_szNumber, address.m_szDialSuffix})
         std::memset(text, '5', ZO_ADDRESS_TEXT_SIZE - 1);
-    std::strcpy(address.m_szLocalPrefix, "99"); // one too many
+    Set(address.m_szLocalPrefix, "99"); // one too many
     EXPECT_EQ(0, Dial(&address, ZO_DIAL_LOCAL));
     address.m_szLocalPrefix[1] = '\0';
     EXPECT_EQ(1, Dial(&address, ZO_DIAL_LOCAL));
@@ -164,7 +166,7 @@ TEST_F(Dialing, LeavesSecondBytesOfCharactersAlone)
 {
     ZO_ONLY_IN(zo_test::IsDoubleByte(), "characters of two bytes");
     _tagAddressInformation address = Address(kExamples[0]);
-    std::strcpy(address.m_szNumber, "\x83\x2D\x83\x54 5"); // a hyphen and a "T" as second bytes
+    Set(address.m_szNumber, "\x83\x2D\x83\x54 5"); // a hyphen and a "T" as second bytes
     EXPECT_EQ(1, Dial(&address, ZO_DIAL_AUTOMATIC));
     EXPECT_STREQ("\x83\x2D\x83\x54"
                  "5",
