@@ -9,8 +9,8 @@
 # The family goes by the name of the program (cmake/wine.sh), so there is a link to it for each.
 
 set(ZO_TEST_ENVIRONMENTS win10 nt40 win98 win31 win10-932)
-set(ZO_TEST_TIMEOUT 150)      # seconds; for a run that hangs in a way that the program's own watchdog cannot end
-set(ZO_WATCHDOG_TIMEOUT 120) # seconds; says which test hangs
+set(ZO_TEST_TIMEOUT 600)      # seconds a program; for a run that hangs in a way that its own watchdog cannot end
+set(ZO_WATCHDOG_TIMEOUT 120) # seconds a test; says which test hangs
 set(ZO_RUN_WINDOWS ${PROJECT_SOURCE_DIR}/cmake/run-windows)
 
 function(zo_add_test_run name environment program)

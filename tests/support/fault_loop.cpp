@@ -44,10 +44,13 @@ void RunOnce(const std::function<void(const FaultRun&)>& body, const FaultRun& r
     run.Stop();
 }
 
-void RunMode(FaultSource& source, bool persistent, const std::function<void(const FaultRun&)>& body,
+constexpr int kEdge = 12; // calls at either end that all fail once
+
+void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::function<void(const FaultRun&)>& body,
              const FaultLoopOptions& options)
 {
-    for (int number = 1; number <= options.maximumRuns; ++number) {
+    int number = 1;
+    for (int run = 0; run < options.maximumRuns; ++run) {
         SCOPED_TRACE(source.Name() + " call " + std::to_string(number) +
                      (persistent ? " and all after it fail" : " fails"));
         const ProcessCounts before = ProcessCounts::Take();
@@ -60,6 +63,8 @@ void RunMode(FaultSource& source, bool persistent, const std::function<void(cons
             EXPECT_GT(number, 1) << "no fault ever fired: this loop tests nothing";
             return;
         }
+        const bool atAnEdge = number < kEdge || number + options.stride > usualCalls - kEdge;
+        number += atAnEdge ? 1 : options.stride;
     }
     ADD_FAILURE() << "faults still fire after " << options.maximumRuns << " runs of " << source.Name();
 }
@@ -86,8 +91,9 @@ void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)
         source.Arm(0, false);
         RunOnce(body, {source, 0, false});
     }
-    RunMode(source, false, body, options);
-    RunMode(source, true, body, options);
+    const int usualCalls = source.Calls();
+    RunMode(source, false, usualCalls, body, options);
+    RunMode(source, true, usualCalls, body, options);
 }
 
 } // namespace zo_test

@@ -80,6 +80,9 @@ struct FaultRun {
 struct FaultLoopOptions {
     int maximumRuns = 500;   ///< for each of the two modes; needing more is a failure
     bool checkCounts = true; ///< each run must leave the process's counts as they were
+    /// How far the fault moves on from run to run, behind the first and before the last 12 calls that the rehearsal made.
+    /// More than 1 is for rows of like steps, each of a few calls: choose no divisor of their number.
+    int stride = 1;
 };
 
 /// Runs \p body with a fault at call 1, 2, 3 ... . A loop in which no fault ever fires fails the test.

@@ -1,7 +1,7 @@
 // Main function of the test programs.
 //
 //   --environment=NAME  fails unless this is the environment it runs in
-//   --watchdog=SECONDS  ends the program when it runs longer, with the name of the test that hangs
+//   --watchdog=SECONDS  ends the program when a test runs longer, with the test's name
 //   --guard-heap        runs on the guard heap (guard_heap.h)
 //
 // besides GoogleTest's own options.
@@ -87,21 +87,26 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception)
     ReportAndEnd(text, kCrashed);
 }
 
-/// Ends the program when it has run for too long. The thread is ended before the program is: a process that leaves while
+/// Ends the program when nobody has restarted it for too long. The thread is ended before the program is: a process that leaves while
 /// a thread of it is just starting crashes now and then under Wine.
 class Watchdog {
 public:
-    explicit Watchdog(DWORD seconds) : m_seconds(seconds), m_finished(CreateEventA(nullptr, TRUE, FALSE, nullptr))
+    explicit Watchdog(DWORD seconds)
+        : m_seconds(seconds), m_finished(CreateEventA(nullptr, TRUE, FALSE, nullptr)),
+          m_restarted(CreateEventA(nullptr, FALSE, FALSE, nullptr))
     {
         DWORD id;
         m_thread = CreateThread(nullptr, 0, &Watchdog::Run, this, 0, &id);
     }
+    /// Starts the time again.
+    void Restart() { SetEvent(m_restarted); }
     ~Watchdog()
     {
         SetEvent(m_finished);
         WaitForSingleObject(m_thread, INFINITE);
         CloseHandle(m_thread);
         CloseHandle(m_finished);
+        CloseHandle(m_restarted);
     }
     Watchdog(const Watchdog&) = delete;
     Watchdog& operator=(const Watchdog&) = delete;
@@ -110,17 +115,32 @@ private:
     static DWORD WINAPI Run(void* object)
     {
         const auto* self = static_cast<const Watchdog*>(object);
-        if (WaitForSingleObject(self->m_finished, self->m_seconds * 1000) != WAIT_TIMEOUT)
+        const HANDLE events[] = {self->m_finished, self->m_restarted};
+        DWORD which;
+        while ((which = WaitForMultipleObjects(2, events, FALSE, self->m_seconds * 1000)) == WAIT_OBJECT_0 + 1) {
+        }
+        if (which == WAIT_OBJECT_0)
             return 0;
         char text[512];
-        std::snprintf(text, sizeof text, "\nHANGS: %s, %lu seconds after the program's start\n", g_currentTest,
+        std::snprintf(text, sizeof text, "\nHANGS: %s, for %lu seconds\n", g_currentTest,
                       static_cast<unsigned long>(self->m_seconds));
         ReportAndEnd(text, kHangs);
     }
 
     DWORD m_seconds;
     HANDLE m_finished;
+    HANDLE m_restarted;
     HANDLE m_thread;
+};
+
+/// Gives each test the watchdog's whole time.
+class WatchdogRestarter : public testing::EmptyTestEventListener {
+public:
+    explicit WatchdogRestarter(Watchdog& watchdog) : m_watchdog(watchdog) {}
+    void OnTestStart(const testing::TestInfo&) override { m_watchdog.Restart(); }
+
+private:
+    Watchdog& m_watchdog;
 };
 
 } // namespace
@@ -169,9 +189,13 @@ int main(int argc, char** argv)
         const Watchdog watchdog(kChildWatchdogSeconds);
         exitCode = zo_test::RunAsChild(argc, argv);
     } else {
-        const Watchdog watchdog(watchdogSeconds);
+        Watchdog watchdog(watchdogSeconds);
+        WatchdogRestarter restarter(watchdog);
+        auto& listeners = testing::UnitTest::GetInstance()->listeners();
+        listeners.Append(&restarter);
         std::printf("environment %s%s\n", zo_test::EnvironmentName().c_str(), wantsGuardHeap ? ", guard heap" : "");
         exitCode = RUN_ALL_TESTS();
+        listeners.Release(&restarter);
     }
     std::fflush(stdout);
     return exitCode;

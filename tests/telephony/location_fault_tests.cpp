@@ -56,18 +56,23 @@ public:
 
     void RunAll(zo_test::FaultSource& faults)
     {
+        zo_test::FaultLoopOptions options;
+        options.stride = 31; // about 60 like values
         for (const Operation& operation : kOperations) {
             SCOPED_TRACE(operation.name);
             faults.Disarm();
             Prepare();
-            zo_test::RunFaultLoop(faults, [&](const FaultRun& run) {
-                if (operation.changes) {
-                    run.Stop();
-                    Prepare();
-                    faults.Arm(run.number, run.persistent);
-                }
-                operation.run(*this, run);
-            });
+            zo_test::RunFaultLoop(
+                faults,
+                [&](const FaultRun& run) {
+                    if (operation.changes) {
+                        run.Stop();
+                        Prepare();
+                        faults.Arm(run.number, run.persistent);
+                    }
+                    operation.run(*this, run);
+                },
+                options);
             EXPECT_EQ(0u, Item(0).LoadByIndex(2));
         }
     }

@@ -4,6 +4,7 @@
 
 #include <zogbl/tapi_interface.h>
 
+#include "support/environment.h"
 #include "support/fault_loop.h"
 #include "support/process_counts.h"
 
