@@ -56,14 +56,6 @@ void WorkbenchLine::ListDevices(CStringArray& names, CDWordArray& ids)
     }
 }
 
-void WorkbenchLine::DoLineDevState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
-                                   DWORD_PTR dwParam2, DWORD_PTR dwParam3)
-{
-    if (dwParam1 == LINEDEVSTATE_RINGING)
-        m_page.Log("RINGING");
-    CZoTAPIInterface::DoLineDevState(hDevice, dwMsg, dwCallbackInstance, dwParam1, dwParam2, dwParam3);
-}
-
 void WorkbenchLine::DoLineCallState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                                     DWORD_PTR dwParam2, DWORD_PTR dwParam3)
 {
@@ -220,8 +212,27 @@ void LinePage::AppendTo(CEdit& view, const CString& text)
 
 void LinePage::Log(const CString& text)
 {
-    if (m_log.m_hWnd != nullptr)
-        AppendTo(m_log, text + "\r\n");
+    const CString line = text + "\n";
+    m_debugTexts.Add(line, static_cast<size_t>(line.GetLength()));
+}
+
+/// Brings the debug texts into lines; blank ones, which set texts apart in a debugger's window, are left out.
+void LinePage::TakeDebugTexts()
+{
+    const CString texts = m_debugTexts.Take();
+    CString lines;
+    for (int start = 0; start < texts.GetLength();) {
+        int end = texts.Find('\n', start);
+        if (end < 0)
+            end = texts.GetLength();
+        if (end > start)
+            lines += texts.Mid(start, end - start) + "\r\n";
+        start = end + 1;
+    }
+    if (lines.IsEmpty())
+        return;
+    m_logged = (m_logged + lines).Right(kMostShown);
+    AppendTo(m_log, lines);
 }
 
 // The call -------------------------------------------------------------------------------------------------------------
@@ -332,6 +343,7 @@ int LinePage::Receive()
 void LinePage::OnTimer(UINT_PTR)
 {
     Receive();
+    TakeDebugTexts();
     if (IsWindowVisible())
         ShowState();
 }

@@ -1,7 +1,8 @@
 /// \file
-/// Telephone lines: takes a modem's port, talks to the modem, hangs up, shows who calls.
+/// Telephone lines: takes a modem's port, talks to the modem, hangs up, shows who calls and what the interface tells.
 #pragma once
 
+#include "debug_texts.h"
 #include "page.h"
 
 #include <zogbl/tapi_interface.h>
@@ -16,8 +17,6 @@ public:
     /// Names of the devices that can be used; \p ids gets the device identifier of each.
     void ListDevices(CStringArray& names, CDWordArray& ids);
 
-    void DoLineDevState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
-                        DWORD_PTR dwParam2, DWORD_PTR dwParam3) override;
     void DoLineCallState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                          DWORD_PTR dwParam2, DWORD_PTR dwParam3) override;
     void DoLineCallInfo(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
@@ -48,6 +47,8 @@ public:
     WorkbenchLine& GetLine() { return m_line; }
     const CString& GetReceived() const { return m_received; }
     void ForgetReceived() { m_received.Empty(); }
+    /// What the line has told debuggers and the page, at most the last that the page shows.
+    const CString& GetLog() const { return m_logged; }
     void Log(const CString& text);
 
 protected:
@@ -68,8 +69,11 @@ private:
     BOOL Transfer(bool write, char* bytes, DWORD size, DWORD& transferred);
     void ShowState();
     void EnableControls();
+    void TakeDebugTexts();
     static void AppendTo(CEdit& view, const CString& text);
 
+    DebugTexts m_debugTexts;
+    CString m_logged;
     WorkbenchLine m_line;
     CDWordArray m_deviceIds;
     CString m_received; // at most the last kMostReceived bytes

@@ -72,9 +72,10 @@ public:
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
-               SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && HangUpLine() && WatchForCalls() &&
-               SwitchLanguage(kGerman) && Countries() && Pictures("de") && SwitchLanguage(kEnglish) && CloseTrace() &&
-               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
+               SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() && HangUpLine() &&
+               RemoteHangUp() && WatchForCalls() && SwitchLanguage(kGerman) && Countries() && Pictures("de") &&
+               SwitchLanguage(kEnglish) && CloseTrace() && CloseWindow() && RemoveMailBox() && RemoveLocation() &&
+               MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -346,10 +347,7 @@ private:
         return m_report.Step("modem", answered, text);
     }
 
-    bool TalkToModem()
-    {
-        return Command("ATZ", "OK") && Command("ATI3", "OK") && Command("ATD5550123", "CONNECT") && Echo();
-    }
+    bool TalkToModem() { return Command("ATZ", "OK") && Command("ATI3", "OK") && Command("ATD5550123", "CONNECT"); }
 
     /// The other side echoes: 64 KB must come back unchanged.
     bool Echo()
@@ -379,16 +377,36 @@ private:
         return m_report.Step("hang up", released, "the port is free again");
     }
 
-    /// Somebody calls, then somebody who withholds the number. Only the simulated service can be told to ring.
+    /// A control function of the simulated service; null when it is another.
+    template <class FUNCTION> static FUNCTION* Simulated(LPCSTR name)
+    {
+        return reinterpret_cast<FUNCTION*>(
+            reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandle("TAPI32.DLL"), name)));
+    }
+
+    /// The other side hangs up while the port is taken: the port goes by itself.
+    bool RemoteHangUp()
+    {
+        const auto hangUp = Simulated<BOOL WINAPI(DWORD)>("TelsimHangUp");
+        if (hangUp == nullptr)
+            return m_report.Step("remote", true, "not the simulated service: nobody hangs up");
+        const CZoTAPIInterface& line = Lines().GetLine();
+        const bool gone = Lines().TakePort() && hangUp(line.m_hCall) &&
+                          WaitUntil([&] { return line.m_hComm == INVALID_HANDLE_VALUE; });
+        return m_report.Step("remote", gone && IsLogged("Remote Party Disconnected"),
+                             gone ? "the other side hung up, the port is free again" : "the port is still taken");
+    }
+
+    bool IsLogged(LPCSTR text)
+    {
+        return WaitUntil([&] { return Lines().GetLog().Find(text) >= 0; });
+    }
+
+    /// Somebody calls, then somebody who withholds the number; both hang up.
     bool WatchForCalls()
     {
-        using OfferCall = DWORD(WINAPI*)(DWORD, LPCSTR, LPCSTR, DWORD);
-        using HangUp = BOOL(WINAPI*)(DWORD);
-        const HMODULE service = ::GetModuleHandle("TAPI32.DLL");
-        const auto offer =
-            reinterpret_cast<OfferCall>(reinterpret_cast<void*>(::GetProcAddress(service, "TelsimOfferCall")));
-        const auto hangUp =
-            reinterpret_cast<HangUp>(reinterpret_cast<void*>(::GetProcAddress(service, "TelsimHangUp")));
+        const auto offer = Simulated<DWORD WINAPI(DWORD, LPCSTR, LPCSTR, DWORD)>("TelsimOfferCall");
+        const auto hangUp = Simulated<BOOL WINAPI(DWORD)>("TelsimHangUp");
         if (offer == nullptr || hangUp == nullptr)
             return m_report.Step("answer", true, "not the simulated service: nobody calls");
         if (!Lines().Answer(TRUE))
@@ -404,6 +422,7 @@ private:
             told = told && WaitUntil([&] { return line.m_dwCallState == LINECALLSTATE_IDLE; });
             Lines().GetLine().m_strCallerID.Empty();
         }
+        told = told && IsLogged("Line Ringing.") && IsLogged("CallerID info changed!");
         Lines().Answer(FALSE);
         return m_report.Step("answer", told && callers == "5550199, Jane Doe; **BLOCKED**, **BLOCKED**; ", callers);
     }
