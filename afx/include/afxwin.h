@@ -7,6 +7,7 @@
 #include <afxmsg_.h>
 #include <afxres.h>
 
+class CDataExchange;
 class CDC;
 class CDynLinkLibrary;
 class CFrameWnd;
@@ -230,6 +231,14 @@ public:
     UINT_PTR SetTimer(UINT_PTR nIDEvent, UINT nElapse) { return ::SetTimer(m_hWnd, nIDEvent, nElapse, nullptr); }
     BOOL KillTimer(UINT_PTR nIDEvent) { return ::KillTimer(m_hWnd, nIDEvent); }
 
+    BOOL SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags)
+    {
+        return ::SetWindowPos(m_hWnd, pWndInsertAfter != nullptr ? pWndInsertAfter->m_hWnd : nullptr, x, y, cx, cy,
+                              nFlags);
+    }
+    /// Exchanges data between members and controls by DoDataExchange; TRUE moves it from the controls.
+    BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
+
     virtual BOOL PreTranslateMessage(MSG* pMsg);
     /// Runs messages until EndModalLoop. \return the result given there; -1 when the thread is told to quit meanwhile.
     int RunModalLoop();
@@ -247,6 +256,7 @@ protected:
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     /// A control gets a message back that it caused its parent to receive. \return whether the control dealt with it.
     virtual BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    virtual void DoDataExchange(CDataExchange*) {}
     virtual void PreSubclassWindow() {}
     virtual void PostNcDestroy() {}
     /// The default handling of the message at hand, for handlers that add to it.
@@ -385,12 +395,13 @@ public:
     /// Also in OnInitDialog: then the dialog is not shown.
     void EndDialog(int nResult);
 
-    virtual BOOL OnInitDialog() { return TRUE; }
+    /// Fills the controls by UpdateData. \return TRUE unless the override gave the focus to a control.
+    virtual BOOL OnInitDialog();
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
-    virtual void OnOK();
+    virtual void OnOK(); ///< takes over the controls' data by UpdateData; if that fails the dialog stays
     virtual void OnCancel();
     afx_msg LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
@@ -400,6 +411,22 @@ private:
     LPCDLGTEMPLATE m_lpDialogTemplate = nullptr;
     CWnd* m_pParentWnd = nullptr;
 };
+
+/// One exchange of a dialog's data, handed to the DDX_ functions.
+class AFX_API CDataExchange {
+public:
+    CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate) : m_bSaveAndValidate(bSaveAndValidate), m_pDlgWnd(pDlgWnd) {}
+
+    BOOL m_bSaveAndValidate; ///< TRUE: from the controls to the members
+    CWnd* m_pDlgWnd;
+};
+
+void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
+void AFXAPI DDX_Check(CDataExchange* pDX, int nIDC, int& value);
+/// The buttons of a group, whose first one is \p nIDC, are numbered from 0; -1 when none is checked.
+void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
+/// Makes \p rControl the window of the control, if it is not yet.
+void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Threads and the application

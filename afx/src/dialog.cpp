@@ -78,7 +78,18 @@ INT_PTR CDialog::DoModal()
 
 void CDialog::EndDialog(int nResult) { EndModalLoop(nResult); }
 
-void CDialog::OnOK() { EndDialog(IDOK); }
+BOOL CDialog::OnInitDialog()
+{
+    UpdateData(FALSE);
+    return TRUE;
+}
+
+void CDialog::OnOK()
+{
+    if (UpdateData(TRUE))
+        EndDialog(IDOK);
+}
+
 void CDialog::OnCancel() { EndDialog(IDCANCEL); }
 
 LRESULT CDialog::HandleInitDialog(WPARAM, LPARAM) { return OnInitDialog(); }
@@ -86,4 +97,56 @@ LRESULT CDialog::HandleInitDialog(WPARAM, LPARAM) { return OnInitDialog(); }
 BOOL CDialog::PreTranslateMessage(MSG* pMsg)
 {
     return CWnd::PreTranslateMessage(pMsg) || ::IsDialogMessage(m_hWnd, pMsg);
+}
+
+// Data exchange --------------------------------------------------------------------------------------------------------
+
+BOOL CWnd::UpdateData(BOOL bSaveAndValidate)
+{
+    CDataExchange exchange(this, bSaveAndValidate);
+    DoDataExchange(&exchange);
+    return TRUE;
+}
+
+void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value)
+{
+    CWnd* control = pDX->m_pDlgWnd->GetDlgItem(nIDC);
+    if (pDX->m_bSaveAndValidate)
+        control->GetWindowText(value);
+    else
+        control->SetWindowText(value);
+}
+
+void AFXAPI DDX_Check(CDataExchange* pDX, int nIDC, int& value)
+{
+    const CWnd* control = pDX->m_pDlgWnd->GetDlgItem(nIDC);
+    if (pDX->m_bSaveAndValidate)
+        value = static_cast<int>(control->SendMessage(BM_GETCHECK));
+    else
+        control->SendMessage(BM_SETCHECK, static_cast<WPARAM>(value));
+}
+
+void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value)
+{
+    HWND button = ::GetDlgItem(pDX->m_pDlgWnd->m_hWnd, nIDC);
+    if (pDX->m_bSaveAndValidate)
+        value = -1;
+    for (int index = 0; button != nullptr;) {
+        if ((::SendMessage(button, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0) {
+            if (!pDX->m_bSaveAndValidate)
+                ::SendMessage(button, BM_SETCHECK, index == value ? BST_CHECKED : BST_UNCHECKED, 0);
+            else if (::SendMessage(button, BM_GETCHECK, 0, 0) == BST_CHECKED)
+                value = index;
+            ++index;
+        }
+        button = ::GetWindow(button, GW_HWNDNEXT);
+        if (button != nullptr && (::GetWindowLong(button, GWL_STYLE) & WS_GROUP) != 0)
+            break;
+    }
+}
+
+void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl)
+{
+    if (rControl.m_hWnd == nullptr)
+        rControl.SubclassDlgItem(static_cast<UINT>(nIDC), pDX->m_pDlgWnd);
 }

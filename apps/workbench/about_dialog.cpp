@@ -4,19 +4,27 @@
 
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
-#include <zogbl/resource_lookup.h>
 #include <zogbl/version_resource.h>
 
-INT_PTR AboutDialog::DoModal()
-{
-    const void* dialog = ZoGblLockResource(MAKEINTRESOURCE(ZO_IDD_WORKBENCH_ABOUT), RT_DIALOG);
-    if (dialog == nullptr)
-        return -1;
-    InitModalIndirect(static_cast<LPCDLGTEMPLATE>(dialog), AfxGetMainWnd());
-    return CDialog::DoModal();
-}
+AboutDialog::AboutDialog() : CZoDialog(ZO_IDD_WORKBENCH_ABOUT) {}
 
 BOOL AboutDialog::OnInitDialog()
+{
+    CZoDialog::OnInitDialog();
+    ShowVersion();
+    GetDlgItem(ZO_IDC_ABOUT_ICON)
+        ->SendMessage(STM_SETICON, reinterpret_cast<WPARAM>(AfxGetApp()->LoadIcon(ZO_IDI_LIBRARY)));
+    CenterWindow();
+    return TRUE;
+}
+
+void AboutDialog::ReloadTexts()
+{
+    CZoDialog::ReloadTexts();
+    ShowVersion();
+}
+
+void AboutDialog::ShowVersion()
 {
     CZoVersionResource library;
     library.ExtractVersionInfo(ZoGblGetInstanceHandle());
@@ -24,8 +32,4 @@ BOOL AboutDialog::OnInitDialog()
     CString version;
     version.Format(Text(ZO_IDS_VERSION_FORMAT), (LPCSTR)library.GetStandardValue(kFileVersion));
     SetDlgItemText(ZO_IDC_ABOUT_VERSION, version);
-    GetDlgItem(ZO_IDC_ABOUT_ICON)
-        ->SendMessage(STM_SETICON, reinterpret_cast<WPARAM>(AfxGetApp()->LoadIcon(ZO_IDI_LIBRARY)));
-    CenterWindow();
-    return TRUE;
 }

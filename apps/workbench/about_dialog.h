@@ -2,13 +2,16 @@
 /// About the Workbench and its library.
 #pragma once
 
-#include <afxwin.h>
+#include <zogbl/dialog.h>
 
-class AboutDialog : public CDialog {
+class AboutDialog : public CZoDialog {
 public:
-    /// Shows the dialog in the user's language. \return IDOK, IDCANCEL, or -1 without a language library.
-    INT_PTR DoModal() override;
+    AboutDialog();
 
 protected:
     BOOL OnInitDialog() override;
+    void ReloadTexts() override;
+
+private:
+    void ShowVersion();
 };

@@ -3,6 +3,9 @@
 #include "about_dialog.h"
 
 #include <zogbl/country_code.h>
+#include <zogbl/dialog.h>
+#include <zogbl/language_support.h>
+#include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -14,10 +17,11 @@ constexpr int kPageListWidth = 150;
 constexpr int kGap = 6;
 
 const UINT s_traceLevelMessage = CZoTrace::GetNotifyMessage();
+const UINT s_languageMessage = CZoLanguageSupport::GetUpdateMessage();
 
 } // namespace
 
-BEGIN_MESSAGE_MAP(MainFrame, CFrameWnd)
+BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_WM_CREATE()
     ON_WM_SIZE()
     ON_WM_SETFOCUS()
@@ -26,6 +30,8 @@ BEGIN_MESSAGE_MAP(MainFrame, CFrameWnd)
     ON_COMMAND_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LINES, OnViewPage)
     ON_UPDATE_COMMAND_UI_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LINES, OnUpdateViewPage)
     ON_REGISTERED_MESSAGE(s_traceLevelMessage, OnTraceLevel)
+    ON_REGISTERED_MESSAGE(s_languageMessage, OnLanguageUpdate)
+    ON_COMMAND(ZO_ID_FILE_LANGUAGE, OnChooseLanguage)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -44,7 +50,7 @@ BOOL MainFrame::CreateFrame()
 
 int MainFrame::OnCreate(CREATESTRUCT* create)
 {
-    if (CFrameWnd::OnCreate(create) != 0)
+    if (CZoFrameWnd::OnCreate(create) != 0)
         return -1;
     const CRect nowhere;
     if (!m_pageList.Create(WS_VISIBLE | WS_BORDER | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, nowhere, this,
@@ -134,7 +140,7 @@ LRESULT MainFrame::OnTraceLevel(WPARAM previous, LPARAM level)
 
 void MainFrame::OnSize(UINT type, int width, int height)
 {
-    CFrameWnd::OnSize(type, width, height);
+    CZoFrameWnd::OnSize(type, width, height);
     if (type != SIZE_MINIMIZED)
         LayOut(width, height);
 }
@@ -161,10 +167,27 @@ void MainFrame::OnSetFocus(CWnd*)
 BOOL MainFrame::PreTranslateMessage(MSG* message)
 {
     const bool isTab = message->message == WM_KEYDOWN && message->wParam == VK_TAB;
-    return (isTab && ::IsDialogMessage(m_hWnd, message)) || CFrameWnd::PreTranslateMessage(message);
+    return (isTab && ::IsDialogMessage(m_hWnd, message)) || CZoFrameWnd::PreTranslateMessage(message);
 }
 
 // Commands -------------------------------------------------------------------------------------------------------------
+
+LRESULT MainFrame::OnLanguageUpdate(WPARAM, LPARAM)
+{
+    ReloadTexts();
+    CZoDialog::ReloadOpenDialogs();
+    return 0;
+}
+
+/// Through a language-support object of its own, for the process's belongs to the library.
+void MainFrame::OnChooseLanguage()
+{
+    char path[MAX_PATH] = {};
+    ::GetModuleFileName(ZoGblGetInstanceHandle(), path, sizeof path - 1);
+    CZoLanguageSupport support;
+    if (support.Create() && support.LoadSpecificLanguage(ZoGblGetLanguageLCID(), path, FALSE))
+        support.SelectLanguage(this);
+}
 
 void MainFrame::OnAbout() { AboutDialog().DoModal(); }
 

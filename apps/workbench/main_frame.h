@@ -9,7 +9,9 @@
 #include "mailbox_page.h"
 #include "trace_page.h"
 
-class MainFrame : public CFrameWnd {
+#include <zomfx/frame_window.h>
+
+class MainFrame : public CZoFrameWnd {
 public:
     BOOL CreateFrame();
     /// Loads every text anew: title, menu, list of pages, status, all pages.
@@ -32,6 +34,8 @@ protected:
     afx_msg void OnViewPage(UINT id);
     afx_msg void OnUpdateViewPage(CCmdUI* item);
     afx_msg LRESULT OnTraceLevel(WPARAM previous, LPARAM level);
+    afx_msg LRESULT OnLanguageUpdate(WPARAM, LPARAM);
+    afx_msg void OnChooseLanguage();
     afx_msg void OnAbout();
     afx_msg void OnExit();
     DECLARE_MESSAGE_MAP()

@@ -3,6 +3,8 @@
 #include <zogbl/global_config.h>
 
 #include "language_window_table.h"
+#include "module_data.h"
+#include "without_throwing.h"
 
 #include <cstdio>
 #include <mbstring.h>
@@ -13,10 +15,6 @@ namespace {
 constexpr DWORD kNeutralSortMask = 0xFFFF;
 constexpr int kModulePrefixLength = 5; // "ZOGBL": what the libraries of one module have in common
 constexpr LPCSTR kLanguagesKey = "\\Languages";
-
-/// Numbers of the messages by which the processes hear of a change of language.
-UINT g_languageChanged = 0;
-UINT g_languageUpdate = 0;
 
 /// The first language-support object of the process whose window was created.
 const CZoLanguageSupport* g_firstSupport = nullptr;
@@ -30,21 +28,14 @@ CString LanguageAbbreviation(DWORD languageId)
     return name;
 }
 
-/// Runs what may throw for want of memory. \return FALSE then.
-template <class OPERATION> BOOL WithoutThrowing(OPERATION operation)
-{
-    try {
-        return operation();
-    } catch (CException* e) {
-        e->Delete();
-        return FALSE;
-    }
-}
-
 } // namespace
+
+UINT CZoLanguageSupport::s_changeMessage = 0;
+UINT CZoLanguageSupport::s_updateMessage = 0;
 
 BEGIN_MESSAGE_MAP(CZoLanguageSupport, CWnd)
     ON_WM_DESTROY()
+    ON_REGISTERED_MESSAGE(s_changeMessage, OnLanguageChanged)
 END_MESSAGE_MAP()
 
 // The object and its window --------------------------------------------------------------------------------------------
@@ -55,8 +46,8 @@ CZoLanguageSupport::CZoLanguageSupport(CWnd* parent)
     : m_hLanguageLibrary(nullptr), m_pParent(parent), m_nCurrentIndex(-1), m_dwLoadedId(0), m_dwPendingId(0),
       m_bListRead(FALSE)
 {
-    g_languageChanged = RegisterWindowMessageA("ZoBrixelLanguageChange");
-    g_languageUpdate = RegisterWindowMessageA("ZoBrixelLanguageUpdate");
+    s_changeMessage = RegisterWindowMessageA("ZoBrixelLanguageChange");
+    s_updateMessage = GetUpdateMessage();
 }
 
 CZoLanguageSupport::~CZoLanguageSupport()
@@ -202,18 +193,14 @@ BOOL CZoLanguageSupport::LoadSpecificLanguage(DWORD languageId, LPCSTR path, BOO
         return TRUE;
     if (!ReadLanguageList(path))
         return FALSE;
-    INT_PTR flagged = -1;
-    INT_PTR chosen = -1;
-    for (INT_PTR i = 0; i < m_languages.GetSize(); ++i) { // the last one wins, in both searches
-        if (Entry(i)->m_nCurrent == 1)
-            flagged = i;
-        if (Entry(i)->m_dwLanguageId == languageId)
-            chosen = i;
-    }
+    INT_PTR flagged = m_languages.GetSize() - 1; // the last one wins, in both searches
+    while (flagged >= 0 && Entry(flagged)->m_nCurrent != 1)
+        --flagged;
+    const INT_PTR chosen = FindLanguage(languageId);
     if (chosen < 0 || !LoadListed(chosen, path))
         return FALSE;
     if (persist)
-        WriteChoice(chosen);
+        WriteChoice(m_version.GetModuleRootKey(), chosen);
     static_cast<CZoLanguageEntry*>(m_languages[chosen])->m_nCurrent = 1;
     if (flagged >= 0 && flagged != chosen)
         static_cast<CZoLanguageEntry*>(m_languages[flagged])->m_nCurrent = 0;
@@ -235,11 +222,19 @@ BOOL CZoLanguageSupport::LoadListed(INT_PTR index, LPCSTR path)
     });
 }
 
-void CZoLanguageSupport::WriteChoice(INT_PTR chosen)
+INT_PTR CZoLanguageSupport::FindLanguage(DWORD languageId) const
+{
+    INT_PTR index = m_languages.GetSize() - 1;
+    while (index >= 0 && Entry(index)->m_dwLanguageId != languageId)
+        --index;
+    return index;
+}
+
+void CZoLanguageSupport::WriteChoice(const CString& moduleKey, INT_PTR chosen)
 {
     WithoutThrowing([&]() -> BOOL {
         CZoGlobalConfig config;
-        const CString key = m_version.GetModuleRootKey() + kLanguagesKey;
+        const CString key = moduleKey + kLanguagesKey;
         const auto write = [&](INT_PTR index, DWORD current) {
             CString name;
             name.Format("%04x", static_cast<unsigned>(Entry(index)->m_dwLanguageId));
@@ -264,6 +259,9 @@ BOOL CZoLanguageSupport::CreateNameAndLoadModule(LPCSTR fileName)
             FreeLanguageObjectArray();
         return FALSE;
     }
+    ZoModuleData* data = ZoModuleDataGet();
+    if (data != nullptr && data->m_pLanguageSupport == this)
+        data->m_hLanguageLibrary = loaded; // before the old one is gone
     if (HINSTANCE previous = std::exchange(m_hLanguageLibrary, loaded))
         FreeLibrary(previous);
     m_dwLoadedId = m_dwPendingId;

@@ -58,3 +58,18 @@ void ZoUnregisterLanguageWindow(HWND window)
         g_table.rowCount = static_cast<LONG>(rowsEnd - g_table.rows) - 1;
     }
 }
+
+void ZoBroadcastLanguageChange(UINT message, DWORD languageId)
+{
+    // Counts are read anew at each step: windows come and go while the messages are handled.
+    for (LONG i = 0; i < RowCount(); ++i) {
+        const ZoLanguageWindowRow& row = g_table.rows[i];
+        for (LONG k = 0; k < WindowCount(row); ++k) {
+            const auto window = reinterpret_cast<HWND>(static_cast<LONG_PTR>(static_cast<LONG>(row.windows[k])));
+            const LPARAM last = k == WindowCount(row) - 1;
+            DWORD owner = 0;
+            if (GetWindowThreadProcessId(window, &owner) != 0 && owner == row.processId)
+                SendMessageA(window, message, languageId, last);
+        }
+    }
+}

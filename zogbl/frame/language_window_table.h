@@ -33,3 +33,8 @@ ZoLanguageWindowTable& ZoGetLanguageWindowTable();
 void ZoRegisterLanguageWindow(HWND window);
 /// Takes a window out; the last one of a process takes the row along.
 void ZoUnregisterLanguageWindow(HWND window);
+
+/// Sends \p message to every window of every process, one after the other, with the language id and 1 for the last window
+/// of a process, 0 for the others. Windows that are not their process's any more, as those of one that died, are passed
+/// over.
+void ZoBroadcastLanguageChange(UINT message, DWORD languageId);

@@ -40,6 +40,16 @@ public:
     /// Creates the hidden window and enters it in the shared table (silently not when that is full).
     BOOL Create();
 
+    /// The message "ZoBrixelLanguageUpdate", posted to the application's main window, without parameters, when another
+    /// language has been loaded: then the application reloads its texts, those of open dialogs by
+    /// CZoDialog::ReloadOpenDialogs.
+    static UINT GetUpdateMessage();
+
+    /// Writes the choice of a language for every installed module, below "\Languages" of its key for the version of the
+    /// language library: 1 for the language, 0 for all others of the list. Nothing for a language that is not listed.
+    /// \return 0 always; what cannot be written is left out
+    DWORD UpdateAllBrixelLanguages(DWORD languageId);
+
     /// Whether the calling thread is the one that the window belongs to, which alone can destroy it.
     BOOL IsOnOwnThread() const;
 
@@ -61,6 +71,11 @@ public:
     /// already.
     virtual BOOL LoadSpecificLanguage(DWORD languageId, LPCSTR path, BOOL persist);
 
+    /// Lets the user choose a language by the dialog, \p parent its owner. With OK the choice is written for every
+    /// installed module, and all running programs of the suite change their language before this returns; on Win32s,
+    /// which cannot, a message says that it waits for the next start. \return TRUE always
+    virtual BOOL SelectLanguage(CWnd* parent);
+
     /// Answers TRUE always; empty when memory has run out.
     virtual BOOL BuildLanguageModuleFilename(LPCSTR fileName, DWORD languageId, CString& result);
     /// Loads the pending language's library; only when that has succeeded the one before is freed.
@@ -73,6 +88,12 @@ public:
 protected:
     static DWORD EnumValueCallback(void* context, LPCSTR valueName, const void* data, DWORD type);
 
+    /// Appends the name of a key to a CStringArray. \return 0
+    static DWORD EnumKeysCallback(void* array, LPCSTR keyName);
+
+    /// Loads the language that the message "ZoBrixelLanguageChange" names. \param last 1 for the last window of the
+    /// process, which also tells the application. \return 0 when the language is loaded already, else 1
+    afx_msg LRESULT OnLanguageChanged(WPARAM languageId, LPARAM last);
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
@@ -83,8 +104,12 @@ private:
     }
     BOOL ReadLanguageList(LPCSTR path);
     BOOL LoadListed(INT_PTR index, LPCSTR path);
-    void WriteChoice(INT_PTR chosen);
+    INT_PTR FindLanguage(DWORD languageId) const; ///< the last such entry, or -1
+    void WriteChoice(const CString& moduleKey, INT_PTR chosen);
     void FreeLanguageObjectArray();
+
+    static UINT s_changeMessage;
+    static UINT s_updateMessage;
 
     CObArray m_languages; // of CZoLanguageEntry, owned
     HINSTANCE m_hLanguageLibrary;

@@ -96,6 +96,24 @@
 #define ZO_IDR_FLAG_TABLE 25598
 #define ZO_IDR_COUNTRY_TABLE 25599
 
+// 20566: told on Win32s, where a change of language waits for the next start.
+#define ZO_IDS_LANGUAGE_LATER 20566
+
+// 25475: the choice of a language, with its controls.
+#define ZO_IDD_LANGUAGE_SELECTION 25475
+#define ZO_IDC_LANGUAGE_FRAME 25087
+#define ZO_IDC_LANGUAGE_SYSTEM 25572
+#define ZO_IDC_LANGUAGE_TOGGLE 25573
+#define ZO_IDC_LANGUAGE_ENGLISH 25574
+#define ZO_IDC_LANGUAGE_LOCALIZED 25575
+#define ZO_IDC_LANGUAGE_OF_LOCALE 25576
+#define ZO_IDC_LANGUAGE_OF_USER 25577
+#define ZO_IDC_LANGUAGE_CONVERTED 25578
+#define ZO_IDC_LANGUAGE_OF_THREAD 25579
+#define ZO_IDC_LANGUAGE_CHECK 25580
+#define ZO_IDC_LANGUAGE_INSTALLED 25581
+#define ZO_IDC_LANGUAGE_NATIVE 25582
+
 // 25463: the dialog whose font is the controls' font on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
@@ -109,6 +127,7 @@
 #define ZO_ID_VIEW_LOCATIONS 30013
 #define ZO_ID_VIEW_MAILBOXES 30014
 #define ZO_ID_VIEW_LINES 30015
+#define ZO_ID_FILE_LANGUAGE 30020
 
 #define ZO_IDC_ABOUT_ICON 30050
 #define ZO_IDC_ABOUT_VERSION 30051

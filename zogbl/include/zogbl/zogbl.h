@@ -7,6 +7,7 @@
 #include <zogbl/country_code.h>
 #include <zogbl/country_combo_box.h>
 #include <zogbl/custom_resource.h>
+#include <zogbl/dialog.h>
 #include <zogbl/directory_functions.h>
 #include <zogbl/event_log.h>
 #include <zogbl/file_functions.h>
@@ -18,6 +19,7 @@
 #include <zogbl/global_config.h>
 #include <zogbl/global_error.h>
 #include <zogbl/ini_file.h>
+#include <zogbl/language_dialog.h>
 #include <zogbl/language_support.h>
 #include <zogbl/location_item.h>
 #include <zogbl/location_registry.h>

@@ -1,0 +1,128 @@
+// Choosing another language, and hearing of it.
+#include <zogbl/language_support.h>
+
+#include <zogbl/gdi_data.h>
+#include <zogbl/global_config.h>
+#include <zogbl/language_dialog.h>
+#include <zogbl/module.h>
+#include <zogbl/operating_system.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
+#include "language_window_table.h"
+#include "without_throwing.h"
+
+#include <afxcoll.h>
+
+#include <zomfx/frame_window.h>
+
+namespace {
+
+constexpr LPCSTR kHelpModule = "ZOFAXBRX";
+
+/// While it lives, help is that of the suite in the language loaded; only main windows of the suite's own classes take
+/// part.
+class LanguageHelp {
+public:
+    LanguageHelp()
+    {
+        CWnd* window = AfxGetMainWnd();
+        if (window == nullptr)
+            return;
+        if (window->IsKindOf(RUNTIME_CLASS(CZoMDIFrameWnd)))
+            Set(static_cast<CZoMDIFrameWnd*>(window), m_mdiFrame);
+        else if (window->IsKindOf(RUNTIME_CLASS(CZoFrameWnd)))
+            Set(static_cast<CZoFrameWnd*>(window), m_frame);
+    }
+    ~LanguageHelp()
+    {
+        if (m_mdiFrame != nullptr)
+            m_mdiFrame->RestoreHelpFile(m_saved);
+        if (m_frame != nullptr)
+            m_frame->RestoreHelpFile(m_saved);
+    }
+    LanguageHelp(const LanguageHelp&) = delete;
+    LanguageHelp& operator=(const LanguageHelp&) = delete;
+
+private:
+    template <class FRAME> void Set(FRAME* window, FRAME*& kept)
+    {
+        WithoutThrowing([&] {
+            m_saved = window->GetHelpFile();
+            kept = window;
+            return kept->SetHelpFile(kHelpModule, ZoGblGetLanguageLCID());
+        });
+    }
+
+    CString m_saved;
+    CZoMDIFrameWnd* m_mdiFrame = nullptr;
+    CZoFrameWnd* m_frame = nullptr;
+};
+
+} // namespace
+
+UINT CZoLanguageSupport::GetUpdateMessage() { return RegisterWindowMessageA("ZoBrixelLanguageUpdate"); }
+
+// Choosing -------------------------------------------------------------------------------------------------------------
+
+BOOL CZoLanguageSupport::SelectLanguage(CWnd* parent)
+{
+    const LanguageHelp help;
+    CZoLanguageSelectionDlg dialog(m_languages, parent);
+    if (dialog.DoModal() != IDOK)
+        return TRUE;
+    const DWORD languageId = dialog.GetLanguageId();
+    UpdateAllBrixelLanguages(languageId);
+    if (CZoGlobalOperatingSystem::GetType() != ZO_OS_WIN32S) {
+        ZoBroadcastLanguageChange(s_changeMessage, languageId);
+    } else {
+        CString text;
+        ZoGblLoadString(ZO_IDS_LANGUAGE_LATER, text);
+        AfxMessageBox(text, MB_ICONINFORMATION);
+    }
+    return TRUE;
+}
+
+DWORD CZoLanguageSupport::EnumKeysCallback(void* array, LPCSTR keyName)
+{
+    WithoutThrowing([=] { return static_cast<CStringArray*>(array)->Add(keyName) >= 0; });
+    return ERROR_SUCCESS;
+}
+
+DWORD CZoLanguageSupport::UpdateAllBrixelLanguages(DWORD languageId)
+{
+    if (!ReadLanguageList(m_csLanguageModuleName))
+        return ERROR_SUCCESS;
+    WithoutThrowing([&]() -> BOOL {
+        DWORD major = 0;
+        DWORD build = 0;
+        m_version.GetProductVersionMajorMinor(major, build);
+        CString version;
+        version.Format("%d.%d", HIWORD(major), LOWORD(major));
+        const CString modulesKey = m_version.GetInstalledModulesKey();
+        CStringArray modules;
+        CZoGlobalConfig().EnumEntries(ZO_MODE_LOCAL_MACHINE, modulesKey, &EnumKeysCallback, &modules);
+        const INT_PTR chosen = FindLanguage(languageId);
+        for (INT_PTR i = 0; chosen >= 0 && i < modules.GetSize(); ++i) {
+            m_dwPendingId = languageId;
+            WriteChoice(modulesKey + "\\" + modules[i] + "\\" + version, chosen);
+        }
+        return TRUE;
+    });
+    return ERROR_SUCCESS;
+}
+
+// Hearing of it --------------------------------------------------------------------------------------------------------
+
+LRESULT CZoLanguageSupport::OnLanguageChanged(WPARAM languageId, LPARAM last)
+{
+    if (languageId == m_dwLoadedId)
+        return 0;
+    if (!LoadSpecificLanguage(static_cast<DWORD>(languageId), CString(m_csLanguageModuleName), FALSE) || last < 1)
+        return 1;
+    CZoGlobalGDIData::InitializeFontsFromResources();
+    const CWinApp* application = AfxGetApp();
+    if (application != nullptr && application->m_pMainWnd != nullptr)
+        application->m_pMainWnd->PostMessage(s_updateMessage);
+    return 1;
+}
