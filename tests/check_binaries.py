@@ -24,8 +24,8 @@ RUNTIME = {"libgcc_s_dw2-1.dll", "libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwi
 MAY_IMPORT = {
     "zoafx.dll": set(),
     "zomuscrl.dll": set(),
-    "zogblbrx.dll": {"zoafx.dll"},
-    "zomfxbrx.dll": {"zoafx.dll", "zogblbrx.dll"},
+    "zogblbrx.dll": {"zoafx.dll", "zomfxbrx.dll"},
+    "zomfxbrx.dll": {"zoafx.dll"},
     "tapi32.dll": set(),
 }
 

@@ -7,6 +7,7 @@
 #endif
 
 #define AFX_IDW_PANE_FIRST 0xE900 /* the child window that fills a frame's client area */
+#define AFX_IDM_FIRST_MDICHILD 0xFF00 /* the system's commands that activate the windows of an MDI client */
 
 #define ID_APP_ABOUT 0xE140
 #define ID_APP_EXIT 0xE141

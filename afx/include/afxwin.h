@@ -24,8 +24,8 @@ struct AFX_MODULE_STATE {
     HINSTANCE m_hCurrentInstanceHandle = nullptr;
     HINSTANCE m_hCurrentResourceHandle = nullptr;
     LPCSTR m_lpszCurrentAppName = nullptr;
-    CRuntimeClass* m_pClassList = nullptr;      ///< classes of the application, or of the module being loaded
-    CDynLinkLibrary* m_pLibraryList = nullptr;  ///< extension libraries, the newest first
+    CRuntimeClass* m_pClassList = nullptr;     ///< classes of the application, or of the module being loaded
+    CDynLinkLibrary* m_pLibraryList = nullptr; ///< extension libraries, the newest first
 };
 
 AFX_API AFX_MODULE_STATE* AFXAPI AfxGetModuleState();
@@ -378,6 +378,23 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
+/// A main window with windows of documents in it: the MDI client fills its client area.
+class AFX_API CMDIFrameWnd : public CFrameWnd {
+    DECLARE_DYNCREATE(CMDIFrameWnd)
+public:
+    /// Called by the window's creation. \param hWindowMenu the menu that the system lists the windows in, or null.
+    virtual BOOL CreateClient(CREATESTRUCT* lpCreateStruct, HMENU hWindowMenu);
+
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+    HWND m_hWndMDIClient = nullptr;
+
+protected:
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    afx_msg int OnCreate(CREATESTRUCT* lpCreateStruct);
+    DECLARE_MESSAGE_MAP()
+};
+
 /// A dialog from a template resource, found through the resource chain, or from a template in memory.
 class AFX_API CDialog : public CWnd {
     DECLARE_DYNAMIC(CDialog)
@@ -463,6 +480,9 @@ public:
     HICON LoadIcon(UINT nIDResource) const;
 
     LPCSTR m_pszAppName;
+    /// The help file in force, at first the program's path with ".HLP". From malloc: whoever puts another in its place
+    /// frees the one before.
+    LPCSTR m_pszHelpFilePath = nullptr;
     HINSTANCE m_hInstance = nullptr;
     LPSTR m_lpCmdLine = nullptr;
     int m_nCmdShow = SW_SHOWNORMAL;

@@ -1,5 +1,7 @@
 #include "thread_state.h"
 
+#include <cstdlib>
+
 IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
 IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
 
@@ -91,6 +93,7 @@ CWinApp::~CWinApp()
         AfxGetModuleState()->m_pCurrentWinApp = nullptr;
     if (AfxGetThread() == this)
         GetThreadState()->thread = nullptr;
+    std::free(const_cast<LPSTR>(m_pszHelpFilePath));
 }
 
 int CWinApp::ExitInstance() { return CWinThread::ExitInstance(); }

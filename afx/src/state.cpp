@@ -2,6 +2,8 @@
 
 #include "thread_state.h"
 
+#include <cstring>
+#include <mbstring.h>
 #include <utility>
 
 namespace {
@@ -10,6 +12,21 @@ DWORD g_threadSlot = TLS_OUT_OF_INDEXES;
 
 /// The application's classes while an extension library loads.
 CRuntimeClass* g_classesAside = nullptr;
+
+/// The program's path with ".HLP" for its extension, from malloc; null when there is none to be had.
+LPSTR ProgramHelpFile(HINSTANCE instance)
+{
+    char path[MAX_PATH];
+    const DWORD length = GetModuleFileNameA(instance, path, sizeof path);
+    if (length == 0 || length >= sizeof path)
+        return nullptr;
+    auto* extension = reinterpret_cast<char*>(_mbsrchr(reinterpret_cast<unsigned char*>(path), '.'));
+    constexpr char kHelpExtension[] = ".HLP";
+    if (extension == nullptr || extension + sizeof kHelpExtension > path + sizeof path)
+        return nullptr;
+    std::memcpy(extension, kHelpExtension, sizeof kHelpExtension);
+    return _strdup(path);
+}
 
 } // namespace
 
@@ -41,6 +58,8 @@ BOOL AFXAPI AfxWinInit(HINSTANCE hInstance, HINSTANCE, LPSTR lpCmdLine, int nCmd
         app->m_lpCmdLine = lpCmdLine;
         app->m_nCmdShow = nCmdShow;
         state->m_lpszCurrentAppName = app->m_pszAppName;
+        if (app->m_pszHelpFilePath == nullptr)
+            app->m_pszHelpFilePath = ProgramHelpFile(hInstance);
         GetThreadState()->thread = app;
     }
     return TRUE;

@@ -1,0 +1,146 @@
+// Main windows and the application's help file.
+#include "support/environment.h"
+#include "support/fault_loop.h"
+#include "support/process_counts.h"
+
+#include <zomfx/frame_window.h>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr DWORD kEnglish = 0x0409;
+constexpr DWORD kJapanese = 0x0411;
+
+/// The running program's folder, with a backslash at its end.
+CString ProgramFolder()
+{
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    const CString whole = path;
+    return whole.Left(whole.ReverseFind('\\') + 1);
+}
+
+} // namespace
+
+template <class FRAME> class HelpFile : public testing::Test {
+protected:
+    void SetUp() override { m_before = m_frame.GetHelpFile(); }
+    void TearDown() override { m_frame.RestoreHelpFile(m_before); }
+
+    FRAME m_frame;
+    CString m_before;
+};
+
+using Frames = testing::Types<CZoFrameWnd, CZoMDIFrameWnd>;
+TYPED_TEST_SUITE(HelpFile, Frames);
+
+TYPED_TEST(HelpFile, IsThatOfAModuleInALanguage)
+{
+    EXPECT_EQ(0, this->m_before.Right(4).CompareNoCase(".HLP")) << "at first the program's own";
+    static constexpr struct {
+        LPCSTR module;
+        DWORD language;
+        LPCSTR name;
+    } cases[] = {
+        {"ZOGBLBRX.DLL", kEnglish, "ZOGBLENU.HLP"},
+        {"C:\\suite\\ZOGBLBRX.DLL", kJapanese, "ZOGBLJPN.HLP"},
+        {"C:shell.exe", kEnglish, "shellENU.HLP"},
+        {"ab", kEnglish, "abENU.HLP"},
+    };
+    for (const auto& row : cases) {
+        EXPECT_TRUE(this->m_frame.SetHelpFile(row.module, row.language)) << row.module;
+        EXPECT_STREQ(ProgramFolder() + row.name, this->m_frame.GetHelpFile()) << row.module;
+    }
+    const CString last = this->m_frame.GetHelpFile();
+    for (const LPCSTR module : {LPCSTR{nullptr}, ""})
+        EXPECT_FALSE(this->m_frame.SetHelpFile(module, kEnglish));
+    EXPECT_FALSE(this->m_frame.SetHelpFile("ZOGBLBRX.DLL", 0xFFFF)) << "no such language";
+    EXPECT_STREQ(last, this->m_frame.GetHelpFile());
+    this->m_frame.RestoreHelpFile(CString());
+    EXPECT_EQ(nullptr, AfxGetApp()->m_pszHelpFilePath);
+    EXPECT_STREQ("", this->m_frame.GetHelpFile());
+}
+
+TYPED_TEST(HelpFile, TakesWholeCharacters)
+{
+    ZO_ONLY_IN(IsDoubleByte(), "has characters of two bytes");
+    EXPECT_TRUE(
+        this->m_frame.SetHelpFile("C:\\\x95\x5c\\abcd\x95\x5cxy.exe", kEnglish)); // the trail byte is a backslash
+    EXPECT_STREQ(ProgramFolder() + "abcd\x95\x5c" + "ENU.HLP", this->m_frame.GetHelpFile());
+}
+
+namespace {
+
+FaultSource* g_copyFaults = nullptr;
+
+char* FaultyCopy(const char* text) { return g_copyFaults->Next() ? nullptr : _strdup(text); }
+
+/// Every way in which a help file can be refused leaves the one before in force.
+void RunHelpFileFaults(FaultSource& faults, CZoFrameWnd& frame)
+{
+    frame.RestoreHelpFile("before");
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        const BOOL set = frame.SetHelpFile("ZOGBLBRX.DLL", kEnglish);
+        const bool refused = run.Fired();
+        run.Stop();
+        EXPECT_EQ(!refused, set != FALSE);
+        EXPECT_STREQ(refused ? CString("before") : ProgramFolder() + "ZOGBLENU.HLP", frame.GetHelpFile());
+        frame.RestoreHelpFile("before");
+    });
+}
+
+} // namespace
+
+TEST(HelpFileFaults, LeaveTheOneBefore)
+{
+    CZoFrameWnd frame;
+    const CString before = frame.GetHelpFile();
+    {
+        AllocationFaults faults;
+        RunHelpFileFaults(faults, frame);
+    }
+    {
+        FaultSource faults("system");
+        ZO_FAULTY_CALL(GetModuleFileNameA) program(faults, "ZOMFXBRX.DLL", DWORD{MAX_PATH}, ERROR_INSUFFICIENT_BUFFER);
+        ZO_FAULTY_CALL(GetLocaleInfoA) locale(faults, "ZOMFXBRX.DLL", 0, ERROR_INVALID_PARAMETER);
+        RunHelpFileFaults(faults, frame);
+    }
+    FaultSource faults("copy");
+    g_copyFaults = &faults;
+    const ImportPatch copy("ZOMFXBRX.DLL", "_strdup", &FaultyCopy);
+    RunHelpFileFaults(faults, frame);
+    faults.Arm(1, true);
+    frame.RestoreHelpFile("other");
+    faults.Disarm();
+    EXPECT_STREQ("before", frame.GetHelpFile());
+    frame.RestoreHelpFile(before);
+}
+
+TEST(FrameClasses, AreToldApartAndMadeByName)
+{
+    static constexpr LPCSTR names[] = {"CZoFrameWnd", "CZoMDIFrameWnd"};
+    ZO_EXPECT_NO_LEAK({
+        for (const LPCSTR name : names) {
+            const auto* frame = static_cast<CFrameWnd*>(CRuntimeClass::FromName(name)->CreateObject());
+            EXPECT_STREQ(name, frame->GetRuntimeClass()->m_lpszClassName);
+            EXPECT_EQ(CString("CZoMDIFrameWnd") == name, frame->IsKindOf(RUNTIME_CLASS(CMDIFrameWnd)) != FALSE);
+            delete frame;
+        }
+    });
+}
+
+TEST(MDIFrame, HasAClientThatFillsIt)
+{
+    auto* frame = new CZoMDIFrameWnd;
+    ASSERT_TRUE(frame->Create(nullptr, "shell", WS_OVERLAPPEDWINDOW, CRect(0, 0, 300, 200), nullptr, nullptr));
+    ASSERT_NE(nullptr, frame->m_hWndMDIClient);
+    frame->ShowWindow(SW_SHOW);
+    CRect inside;
+    frame->GetClientRect(&inside);
+    CRect client;
+    ::GetWindowRect(frame->m_hWndMDIClient, &client);
+    EXPECT_EQ(inside.Width(), client.Width());
+    EXPECT_EQ(inside.Height(), client.Height());
+    frame->DestroyWindow(); // the object deletes itself
+}
