@@ -438,12 +438,12 @@ public:
     CWnd* m_pDlgWnd;
 };
 
-void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
-void AFXAPI DDX_Check(CDataExchange* pDX, int nIDC, int& value);
+AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
+AFX_API void AFXAPI DDX_Check(CDataExchange* pDX, int nIDC, int& value);
 /// The buttons of a group, whose first one is \p nIDC, are numbered from 0; -1 when none is checked.
-void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
+AFX_API void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
 /// Makes \p rControl the window of the control, if it is not yet.
-void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);
+AFX_API void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Threads and the application

@@ -13,6 +13,30 @@ BOOL CALLBACK CloseWindowOf(HWND window, LPARAM process)
     return TRUE;
 }
 
+struct Search {
+    DWORD process;
+    bool owned; // a dialog has an owner
+    HWND found;
+};
+
+BOOL CALLBACK FindWindowOf(HWND window, LPARAM parameter)
+{
+    Search& search = *reinterpret_cast<Search*>(parameter);
+    DWORD owner = 0;
+    ::GetWindowThreadProcessId(window, &owner);
+    if (owner != search.process || !::IsWindowVisible(window) ||
+        (::GetWindow(window, GW_OWNER) != nullptr) != search.owned)
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+HWND Find(Search search)
+{
+    ::EnumWindows(&FindWindowOf, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
 } // namespace
 
 Program::~Program()
@@ -40,6 +64,9 @@ BOOL Program::Start(LPCSTR fileName, LPCSTR arguments)
     m_id = process.dwProcessId;
     return TRUE;
 }
+
+HWND Program::FindMainWindow() const { return Find({m_id, false, nullptr}); }
+HWND Program::FindDialog() const { return Find({m_id, true, nullptr}); }
 
 void Program::AskToClose() const { ::EnumWindows(&CloseWindowOf, static_cast<LPARAM>(m_id)); }
 

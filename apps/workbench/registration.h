@@ -7,6 +7,3 @@
 /// Runs ZoProvision, which lies beside the Workbench, and waits for it. \return its exit code, or -1 when it could not
 /// be started or did not end within half a minute.
 int RunProvision(LPCSTR arguments);
-
-/// Makes a language the current one of the library in the registry: what the user's choice does. \return the status.
-DWORD ChooseLanguage(DWORD languageId);

@@ -10,6 +10,7 @@
 
 #include <zogbl/country_code.h>
 #include <zogbl/directory_functions.h>
+#include <zogbl/flag_lcid.h>
 #include <zogbl/location_item.h>
 #include <zogbl/mailboxes.h>
 #include <zogbl/mem_ini_file.h>
@@ -18,10 +19,13 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/version_resource.h>
 
+#include <utility>
+
 namespace {
 
 constexpr DWORD kEnglish = 0x0409;
 constexpr DWORD kGerman = 0x0407;
+constexpr DWORD kFrench = 0x040C;
 constexpr UINT kTakePicture = WM_APP + 1;
 
 CString ModulePath(HINSTANCE module)
@@ -64,6 +68,64 @@ BEGIN_MESSAGE_MAP(PicturedAboutDialog, AboutDialog)
     ON_MESSAGE(kTakePicture, OnTakePicture)
 END_MESSAGE_MAP()
 
+/// Chooses a language in the dialog as soon as that is open, and takes its picture.
+class LanguageDialogDriver {
+public:
+    LanguageDialogDriver(DWORD language, const CString& picturePath) : m_language(language), m_picturePath(picturePath)
+    {
+        s_driver = this;
+        m_timer = ::SetTimer(nullptr, 0, 50, &LanguageDialogDriver::Look);
+    }
+    ~LanguageDialogDriver()
+    {
+        ::KillTimer(nullptr, m_timer);
+        s_driver = nullptr;
+    }
+    LanguageDialogDriver(const LanguageDialogDriver&) = delete;
+    LanguageDialogDriver& operator=(const LanguageDialogDriver&) = delete;
+    bool IsDone() const { return m_done; } ///< the language was offered and chosen
+
+private:
+    static BOOL CALLBACK FindDialog(HWND window, LPARAM found)
+    {
+        if (::GetDlgItem(window, ZO_IDC_LANGUAGE_INSTALLED) == nullptr || !::IsWindowVisible(window))
+            return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD)
+    {
+        HWND dialog = nullptr;
+        ::EnumThreadWindows(::GetCurrentThreadId(), &FindDialog, reinterpret_cast<LPARAM>(&dialog));
+        if (dialog != nullptr && !std::exchange(s_driver->m_seen, true))
+            s_driver->Drive(dialog);
+    }
+    void Drive(HWND dialog)
+    {
+        const HWND box = ::GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
+        const int count = static_cast<int>(::SendMessage(box, CB_GETCOUNT, 0, 0));
+        for (int i = 0; i < count && !m_done; ++i) {
+            const auto* item = reinterpret_cast<const CZoFlagLcid*>(::SendMessage(box, CB_GETITEMDATA, i, 0));
+            m_done = item->GetLcidValue() == m_language;
+            if (m_done)
+                ::SendMessage(box, CB_SETCURSEL, i, 0);
+        }
+        ::SendMessage(dialog, WM_COMMAND, MAKEWPARAM(ZO_IDC_LANGUAGE_INSTALLED, CBN_SELCHANGE),
+                      reinterpret_cast<LPARAM>(box));
+        ::SendMessage(::GetDlgItem(dialog, ZO_IDC_LANGUAGE_TOGGLE), BM_CLICK, 0, 0);
+        Settle();
+        m_done = m_done && SavePicture(dialog, m_picturePath);
+        ::SendMessage(::GetDlgItem(dialog, m_done ? IDOK : IDCANCEL), BM_CLICK, 0, 0);
+    }
+
+    static inline LanguageDialogDriver* s_driver = nullptr;
+    DWORD m_language;
+    CString m_picturePath;
+    UINT_PTR m_timer;
+    bool m_seen = false;
+    bool m_done = false;
+};
+
 class Tour {
 public:
     explicit Tour(const CString& folder) : m_folder(folder), m_report(folder + "\\tour.txt") {}
@@ -73,9 +135,10 @@ public:
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
                SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() && HangUpLine() &&
-               RemoteHangUp() && WatchForCalls() && SwitchLanguage(kGerman) && Countries() && Pictures("de") &&
-               SwitchLanguage(kEnglish) && CloseTrace() && CloseWindow() && RemoveMailBox() && RemoveLocation() &&
-               MeasureFolder() && UnloadLanguage();
+               RemoteHangUp() && WatchForCalls() && OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") &&
+               Countries() && Pictures("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") &&
+               SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() && CloseWindow() &&
+               RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -87,7 +150,7 @@ public:
 private:
     bool Register()
     {
-        const int code = RunProvision("--languages 0409,0407 --current 0409");
+        const int code = RunProvision("--languages 0409,0407,040c,040a,0411 --current 0409");
         CZoVersionResource product;
         const BOOL found = product.ExtractVersionInfo();
         CString result;
@@ -473,12 +536,76 @@ private:
         return m_report.Step("picture", about.DoModal() == IDOK && about.IsSaved(), path);
     }
 
-    bool SwitchLanguage(DWORD language)
+    /// A second Workbench, with a dialog open, hears of the changes of language that follow.
+    bool OpenSecondWorkbench()
     {
-        if (ChooseLanguage(language) != ERROR_SUCCESS || !ZoGblDumpLanguageDLL() || !LoadLanguage(language))
-            return m_report.Step("switch", false, "the library of the other language could not be loaded");
-        m_frame->ReloadTexts();
-        return m_report.Step("switch", true, m_frame->GetStatusText());
+        const bool started = m_second.Start("ZoWorkbench.exe", "") &&
+                             WaitUntil([this] { return m_second.FindMainWindow() != nullptr; }) &&
+                             ::PostMessage(m_second.FindMainWindow(), WM_COMMAND, ZO_ID_APP_ABOUT, 0) &&
+                             WaitUntil([this] { return m_second.FindDialog() != nullptr; });
+        return m_report.Step("second process", started, TextOf(m_second.FindDialog()));
+    }
+
+    bool CloseSecondWorkbench()
+    {
+        ::PostMessage(m_second.FindDialog(), WM_COMMAND, IDOK, 0);
+        WaitUntil([this] { return m_second.FindDialog() == nullptr; });
+        m_second.AskToClose();
+        CString result;
+        const int code = m_second.WaitForEnd();
+        result.Format("ended with %d", code);
+        return m_report.Step("second process", code == 0, result);
+    }
+
+    /// Chooses a language in the dialog, as a person would: both processes must follow, with all that they show.
+    bool SwitchLanguage(DWORD language, LPCSTR name)
+    {
+        const CString before = Text(ZO_IDS_PAGE_LANGUAGE);
+        const CString titleBefore = TextOf(m_second.FindDialog());
+        LanguageDialogDriver driver(language, PicturePath(name, "choice"));
+        m_frame->SendMessage(WM_COMMAND, ZO_ID_FILE_LANGUAGE);
+        const bool chosen = driver.IsDone() && ZoGblGetLanguageLCID() == language;
+        const bool here = WaitUntil([&] { return PageListText(m_frame->m_hWnd) == Text(ZO_IDS_PAGE_LANGUAGE); });
+        const bool there = WaitUntil([&] {
+            return PageListText(m_second.FindMainWindow()) == Text(ZO_IDS_PAGE_LANGUAGE) &&
+                   TextOf(m_second.FindDialog()) != titleBefore;
+        });
+        CString result = before + " -> " + PageListText(m_frame->m_hWnd) + "; " +
+                         PageListText(m_second.FindMainWindow()) + ", " + TextOf(m_second.FindDialog());
+        if (!m_report.Step("switch", chosen && here && there && Text(ZO_IDS_PAGE_LANGUAGE) != before, result))
+            return false;
+        const CString path = PicturePath(name, "second");
+        return m_report.Step("picture", SavePictureOf(m_second.FindMainWindow(), path), path);
+    }
+
+    /// The window of another process, in front of all others and painted.
+    static bool SavePictureOf(HWND window, const CString& path)
+    {
+        ::SetForegroundWindow(window);
+        for (int i = 0; i < 20; ++i) { // it paints in its own time
+            ::Sleep(10);
+            Settle();
+        }
+        return SavePicture(window, path);
+    }
+
+    static CString TextOf(HWND window)
+    {
+        char text[256] = "";
+        ::SendMessage(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+        return text;
+    }
+
+    /// What the list of pages calls the page of the language, in whichever process.
+    static CString PageListText(HWND frame)
+    {
+        // Wide, for narrow texts of another process's list box do not arrive under Wine.
+        wchar_t text[256] = L"";
+        ::SendMessageW(::FindWindowEx(frame, nullptr, "ListBox", nullptr), LB_GETTEXT, 1,
+                       reinterpret_cast<LPARAM>(text));
+        char narrow[256] = "";
+        ::WideCharToMultiByte(CP_ACP, 0, text, -1, narrow, sizeof narrow, nullptr, nullptr);
+        return narrow;
     }
 
     bool CloseWindow()
@@ -506,6 +633,7 @@ private:
     DWORD m_mailBox = 1; // likewise
     DWORD m_mailBoxBefore = 0;
     MainFrame* m_frame = nullptr;
+    Program m_second;
 };
 
 } // namespace

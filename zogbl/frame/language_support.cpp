@@ -260,8 +260,11 @@ BOOL CZoLanguageSupport::CreateNameAndLoadModule(LPCSTR fileName)
         return FALSE;
     }
     ZoModuleData* data = ZoModuleDataGet();
-    if (data != nullptr && data->m_pLanguageSupport == this)
-        data->m_hLanguageLibrary = loaded; // before the old one is gone
+    if (data != nullptr &&
+        data->m_pLanguageSupport == this) { // the library of the whole process, before the old one is gone
+        data->m_hLanguageLibrary = loaded;
+        data->m_countries.ReloadNames(); // tried again if memory lacks
+    }
     if (HINSTANCE previous = std::exchange(m_hLanguageLibrary, loaded))
         FreeLibrary(previous);
     m_dwLoadedId = m_dwPendingId;
