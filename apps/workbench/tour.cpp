@@ -568,25 +568,26 @@ private:
         const bool here = WaitUntil([&] { return PageListText(m_frame->m_hWnd) == Text(ZO_IDS_PAGE_LANGUAGE); });
         const bool there = WaitUntil([&] {
             return PageListText(m_second.FindMainWindow()) == Text(ZO_IDS_PAGE_LANGUAGE) &&
-                   TextOf(m_second.FindDialog()) != titleBefore;
+                   m_second.FindDialog() != nullptr && TextOf(m_second.FindDialog()) != titleBefore;
         });
         CString result = before + " -> " + PageListText(m_frame->m_hWnd) + "; " +
                          PageListText(m_second.FindMainWindow()) + ", " + TextOf(m_second.FindDialog());
         if (!m_report.Step("switch", chosen && here && there && Text(ZO_IDS_PAGE_LANGUAGE) != before, result))
             return false;
         const CString path = PicturePath(name, "second");
-        return m_report.Step("picture", SavePictureOf(m_second.FindMainWindow(), path), path);
+        return m_report.Step("picture", SavePictureOfSecond(path), path);
     }
 
-    /// The window of another process, in front of all others and painted.
-    static bool SavePictureOf(HWND window, const CString& path)
+    /// The windows of the other process, in front of all others and painted.
+    bool SavePictureOfSecond(const CString& path)
     {
-        ::SetForegroundWindow(window);
-        for (int i = 0; i < 20; ++i) { // it paints in its own time
+        ::SetForegroundWindow(m_second.FindMainWindow());
+        ::SetForegroundWindow(m_second.FindDialog());
+        for (int i = 0; i < 20; ++i) { // they paint in their own time
             ::Sleep(10);
             Settle();
         }
-        return SavePicture(window, path);
+        return SavePicture(m_second.FindMainWindow(), path);
     }
 
     static CString TextOf(HWND window)

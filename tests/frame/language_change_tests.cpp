@@ -8,6 +8,7 @@
 #include "product/registered_product.h"
 #include "support/child_process.h"
 #include "support/environment.h"
+#include "support/fault_loop.h"
 #include "support/import_patch.h"
 
 #include <zomfx/frame_window.h>
@@ -237,7 +238,9 @@ public:
         EXPECT_EQ(expected.Text(ZO_IDS_PAGE_LANGUAGE), TextOf(m_window));
         EXPECT_EQ(expected.Text(ZO_IDS_STATE_ON), Shown(kPlain));
         EXPECT_EQ(expected.MenuText(), Shown(kMenuText));
-        EXPECT_EQ(m_germany.at(language), Shown(kCountry));
+        if (const auto country = m_germany.find(language); country != m_germany.end()) {
+            EXPECT_EQ(country->second, Shown(kCountry));
+        }
         // The open dialog is as a new one; but what the program itself wrote stays.
         const std::vector<std::string> texts = expected.DialogTexts(ZO_IDD_LANGUAGE_SELECTION);
         EXPECT_EQ(texts[0], TextOf(m_dialog));
@@ -422,7 +425,7 @@ TEST_F(LanguageChange, ReachesEveryProcessWithItsWindowsOpen)
     ASSERT_TRUE(chooser.LoadCurrentLanguage(LibraryPath()));
     DWORD handles = 0;
     int updates = 0;
-    for (const DWORD language : {kGerman, kEnglish, kGerman, kEnglish}) {
+    for (const DWORD language : {kGerman, kJapanese, kEnglish, kGerman, kJapanese, kEnglish}) {
         const DialogDriver driver([=](HWND dialog) {
             Choose(dialog, language);
             Press(dialog, IDOK);
@@ -436,7 +439,7 @@ TEST_F(LanguageChange, ReachesEveryProcessWithItsWindowsOpen)
             other->ExpectAllIn(language, updates);
         DWORD count = 0;
         GetProcessHandleCount(GetCurrentProcess(), &count);
-        if (updates <= 2)
+        if (updates <= 3)
             handles = count;
         EXPECT_LE(count, handles);
         EXPECT_EQ(language == kGerman, Stored(m_product.LanguagesKey(), kGerman) == 1);
@@ -482,5 +485,65 @@ TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
     EXPECT_TRUE(ZoGblDumpLanguageDLL());
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     EXPECT_EQ(kGerman, ZoGblGetLanguageLCID()) << "the next start";
+    EXPECT_TRUE(ZoGblDumpLanguageDLL());
+}
+
+TEST_F(LanguageChange, WithoutMemoryOneLanguageOrTheOtherIsLoaded)
+{
+    CZoLanguageSupport support;
+    ASSERT_TRUE(support.LoadCurrentLanguage(LibraryPath()));
+    zo_test::AllocationFaults memory;
+    zo_test::RunFaultLoop(memory, [&](const zo_test::FaultRun& run) {
+        run.Stop();
+        support.SendMessage(s_change, kEnglish, 0);
+        run.source.Arm(run.number, run.persistent);
+        EXPECT_EQ(1, support.SendMessage(s_change, kGerman, 1));
+        run.Stop();
+        EXPECT_EQ(run.Fired() ? kEnglish : kGerman, support.GetLCID());
+        EXPECT_NE(nullptr, GetModuleHandleA(LibraryOf(support.GetLCID())));
+        EXPECT_EQ(nullptr, GetModuleHandleA(LibraryOf(kEnglish + kGerman - support.GetLCID())));
+    });
+    zo_test::RunFaultLoop(memory, [&](const zo_test::FaultRun& run) {
+        EXPECT_EQ(0u, support.UpdateAllBrixelLanguages(kGerman));
+        run.Stop();
+        EXPECT_NE(0u, support.GetLCID());
+    });
+    zo_test::FaultSource loading("LoadLibrary");
+    const ZO_FAULTY_CALL(LoadLibraryA) load(loading, "ZOGBLBRX.DLL", nullptr, ERROR_BAD_EXE_FORMAT);
+    support.SendMessage(s_change, kEnglish, 0);
+    loading.Arm(1, false);
+    EXPECT_EQ(1, support.SendMessage(s_change, kGerman, 1)) << "a damaged file";
+    EXPECT_EQ(kEnglish, support.GetLCID());
+    EXPECT_EQ(1, support.SendMessage(s_change, kGerman, 1));
+    EXPECT_EQ(kGerman, support.GetLCID());
+}
+
+TEST_F(LanguageChange, DialogOpensWithWhatMemoryThereIs)
+{
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    CZoLanguageSupport chooser;
+    ASSERT_TRUE(chooser.LoadCurrentLanguage(LibraryPath()));
+    zo_test::AllocationFaults memory;
+    zo_test::FaultLoopOptions options;
+    options.stride = 149; // some hundred locales, with a few allocations each
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+        EnumThreadWindows(
+            GetCurrentThreadId(),
+            [](HWND window, LPARAM) -> BOOL {
+                if (GetDlgItem(window, ZO_IDC_LANGUAGE_INSTALLED) != nullptr && IsWindowVisible(window))
+                    SendMessageA(window, WM_COMMAND, IDCANCEL, 0);
+                return TRUE;
+            },
+            0);
+    });
+    zo_test::RunFaultLoop(
+        memory,
+        [&](const zo_test::FaultRun& run) {
+            EXPECT_TRUE(chooser.SelectLanguage(nullptr));
+            run.Stop();
+            EXPECT_EQ(kEnglish, ZoGblGetLanguageLCID());
+        },
+        options);
+    KillTimer(nullptr, timer);
     EXPECT_TRUE(ZoGblDumpLanguageDLL());
 }
