@@ -526,16 +526,16 @@ TEST_F(LanguageChange, DialogOpensWithWhatMemoryThereIs)
     zo_test::AllocationFaults memory;
     zo_test::FaultLoopOptions options;
     options.stride = 149; // some hundred locales, with a few allocations each
-    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
-        EnumThreadWindows(
-            GetCurrentThreadId(),
-            [](HWND window, LPARAM) -> BOOL {
-                if (GetDlgItem(window, ZO_IDC_LANGUAGE_INSTALLED) != nullptr && IsWindowVisible(window))
-                    SendMessageA(window, WM_COMMAND, IDCANCEL, 0);
-                return TRUE;
-            },
-            0);
-    });
+    struct Closer {
+        static BOOL CALLBACK Close(HWND window, LPARAM)
+        {
+            if (GetDlgItem(window, ZO_IDC_LANGUAGE_INSTALLED) != nullptr && IsWindowVisible(window))
+                SendMessageA(window, WM_COMMAND, IDCANCEL, 0);
+            return TRUE;
+        }
+        static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) { EnumThreadWindows(GetCurrentThreadId(), &Close, 0); }
+    };
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, &Closer::Look);
     zo_test::RunFaultLoop(
         memory,
         [&](const zo_test::FaultRun& run) {
