@@ -378,6 +378,7 @@ TEST_F(Pickers, WhateverFailsShowTheNames)
         const auto named = [&] { return drawing.Marked(text, text + 60, GetSysColor(COLOR_WINDOW)) > 20; };
         drawing.Draw(box, 0, 0);
         EXPECT_EQ(before, settings());
+        EXPECT_EQ(0, drawing.Of(4, text - 4, RGB(255, 0, 255))) << "no flag rather than half a one";
         // Of texts, the one that fails is not seen: the measure of the code, the code, the name.
         EXPECT_TRUE(named() || (run.source.Name() == "text" && (run.persistent || run.number == 3)));
         run.Stop();
