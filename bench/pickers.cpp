@@ -75,6 +75,7 @@ template <class BOX> void MeasureFills(Harness& harness, Entries& entries, CWnd&
 {
     using Kind = Kind<BOX>;
     std::vector<const CZoFlagLcid*> shuffled;
+    shuffled.reserve(kItems);
     for (int i = 0; i < kItems; ++i)
         shuffled.push_back(entries.At(i));
 

@@ -179,7 +179,7 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
                   RegQueryValueExA(entry, "CountryCode", nullptr, nullptr, reinterpret_cast<BYTE*>(&code), &codeSize));
         RegCloseKey(entry);
         const auto found = countries.find(name);
-        if (found == countries.end() || changed.count(name) != 0)
+        if (found == countries.end() || changed.contains(name))
             continue;
         // The service gives all of the North American plan the code 1; here, members have it as their prefix.
         const CZoCountryCode& ours = *found->second;

@@ -191,8 +191,9 @@ BOOL CZoFlagBox::Type(UINT character)
         return FALSE;
     if (std::strlen(m_szTyped) > kLongestTyped)
         ForgetTyped();
-    const char added[] = {static_cast<char>(character), '\0'};
-    std::strcat(m_szTyped, added);
+    const size_t length = std::strlen(m_szTyped);
+    m_szTyped[length] = static_cast<char>(character);
+    m_szTyped[length + 1] = '\0';
     return TRUE;
 }
 
