@@ -22,6 +22,7 @@ namespace {
 
 constexpr DWORD kEnglish = 0x0409;
 constexpr DWORD kGerman = 0x0407;
+constexpr UINT kGermany = 276;
 constexpr UINT kTakePicture = WM_APP + 1;
 
 CString ModulePath(HINSTANCE module)
@@ -199,8 +200,8 @@ private:
         if (status == ERROR_SUCCESS && location != nullptr) {
             m_location = location->m_dwIndex;
             location->m_csLocationName = "Main office";
-            location->m_dwCountryIndex = location->m_dwAddressCountryIndex = 276;
-            GetCountryPhoneCode(276, location->m_csCountryCode);
+            location->m_dwCountryIndex = location->m_dwAddressCountryIndex = kGermany;
+            GetCountryPhoneCode(kGermany, location->m_csCountryCode);
             location->m_csAreaCityCode = "30";
             location->m_csInternationalAccess = "00";
             location->m_csLongDistancePrefix = "0";
@@ -477,8 +478,10 @@ private:
     {
         if (ChooseLanguage(language) != ERROR_SUCCESS || !ZoGblDumpLanguageDLL() || !LoadLanguage(language))
             return m_report.Step("switch", false, "the library of the other language could not be loaded");
+        m_frame->GetCountryPage().GetPicker().SelectCountryIndex(kGermany);
         m_frame->ReloadTexts();
-        return m_report.Step("switch", true, m_frame->GetStatusText());
+        const bool kept = m_frame->GetCountryPage().GetPicker().GetCountryIndex() == kGermany;
+        return m_report.Step("switch", kept, m_frame->GetStatusText());
     }
 
     bool CloseWindow()
