@@ -7,6 +7,7 @@ class Harness;
 void MeasureRegistry(Harness& harness);
 void MeasureCountries(Harness& harness);
 void MeasureFolders(Harness& harness);
+void MeasurePickers(Harness& harness);
 void MeasureProfiles(Harness& harness);
 void MeasureStartup(Harness& harness);
 void MeasureTrace(Harness& harness);

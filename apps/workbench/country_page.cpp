@@ -12,8 +12,11 @@ constexpr UINT kListId = 100;
 constexpr int kMargin = 8;
 constexpr UINT kPickerId = 101;
 constexpr UINT kLocalesId = 102;
-constexpr int kPickerWidth = 280; // of the column at the right
+constexpr UINT kLocaleNamesId = 103;
+constexpr int kNameWidth = 300; // of the widest country names
 constexpr int kDropHeight = 300;
+constexpr UINT kTextModes[] = {ZO_IDS_LOCALE_NATIVE_LANGUAGE, ZO_IDS_LOCALE_LANGUAGE, ZO_IDS_LOCALE_ENGLISH_LANGUAGE,
+                               ZO_IDS_LOCALE_NATIVE_COUNTRY,  ZO_IDS_LOCALE_COUNTRY,  ZO_IDS_LOCALE_ENGLISH_COUNTRY};
 
 } // namespace
 
@@ -31,8 +34,24 @@ CString CodeText(const CZoCountryCode& country)
 
 CountryListBox::Columns CountryListBox::GetColumns(int width) const
 {
-    const int end = width - kMargin;
-    return {static_cast<int>(m_flags.GetCellSize().cx) + 2 * kMargin, end - 132, end - 72, end};
+    const int name = static_cast<int>(m_flags.GetCellSize().cx) + 2 * kMargin;
+    const int end = (std::min)(width - kMargin, name + kNameWidth + 132);
+    return {name, end - 132, end - 72, end};
+}
+
+void CountryListBox::Fill()
+{
+    LoadFlags();
+    const int before = GetCurSel();
+    const void* chosen = before >= 0 ? GetItemDataPtr(before) : nullptr;
+    CZoCountryCodeList* countries = GetGlobalCountryList();
+    if (countries == nullptr)
+        return;
+    countries->AddToListBox(this);
+    for (int i = 0; i < GetCount(); ++i) {
+        if (GetItemDataPtr(i) == chosen)
+            SetCurSel(i);
+    }
 }
 
 void CountryListBox::MeasureItem(MEASUREITEMSTRUCT* item)
@@ -82,6 +101,7 @@ void CountryListBox::DrawItem(DRAWITEMSTRUCT* item)
 BEGIN_MESSAGE_MAP(CountryPage, Page)
     ON_WM_PAINT()
     ON_WM_SETFOCUS()
+    ON_CBN_SELCHANGE(kLocaleNamesId, OnLocaleNames)
 END_MESSAGE_MAP()
 
 UINT CountryPage::GetTitleId() const { return ZO_IDS_PAGE_COUNTRIES; }
@@ -94,10 +114,12 @@ void CountryPage::CreateControls()
                       LBS_NOINTEGRALHEIGHT,
                   CRect(0, 0, 0, 0), this, kListId);
     m_picker.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWNLIST, CRect(0, 0, 0, 0), this, kPickerId);
+    m_localeNames.Create(WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWNLIST, CRect(0, 0, 0, 0), this, kLocaleNamesId);
     m_localePicker.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | WS_BORDER | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
                           CRect(0, 0, 0, 0), this, kLocalesId);
     const auto font = reinterpret_cast<WPARAM>(ControlFont());
     m_picker.SendMessage(WM_SETFONT, font);
+    m_localeNames.SendMessage(WM_SETFONT, font);
     m_localePicker.SendMessage(WM_SETFONT, font);
     m_picker.SetDesiredHeight(LineHeight());
     m_localePicker.SetDesiredHeight(LineHeight());
@@ -106,29 +128,36 @@ void CountryPage::CreateControls()
 
 void CountryPage::Reload()
 {
-    m_list.LoadFlags();
-    if (CZoCountryCodeList* countries = GetGlobalCountryList())
-        countries->AddToListBox(&m_list);
-    m_picker.ResetInformation(m_picker.GetCurSel() < 0 ? 0 : m_picker.GetCurSel());
+    m_list.Fill();
+    const UINT country = m_picker.GetCountryIndex();
+    m_picker.ResetInformation();
+    m_picker.SelectCountryIndex(country); // its place is another one in each language
+
+    const int before = m_localeNames.GetCurSel();
+    const DWORD mode = before >= 0 ? static_cast<DWORD>(before) : ZoLcidLanguageCountry;
+    m_localeNames.ResetContent();
+    for (const UINT text : kTextModes)
+        m_localeNames.AddString(Text(text));
+    m_localeNames.SetCurSel(static_cast<int>(mode));
     if (m_locales.GetKnownCount() == 0 && m_locales.LoadData() == 0) {
         for (int i = 0; i < m_locales.GetKnownCount(); ++i)
-            m_locales.AddNewItem(m_locales.GetKnownCode(i), ZoLcidEnglishLanguageCountry); // those the system knows
+            m_locales.AddNewItem(m_locales.GetKnownCode(i), mode); // those the system knows
     }
-    m_localePicker.ResetInformation();
+    OnLocaleNames();
     Invalidate();
 }
 
 void CountryPage::Layout(int width, int height)
 {
     const int header = LineHeight() + kMargin;
-    const int left = (std::max)(width - kPickerWidth, width / 2);
-    m_list.MoveWindow(0, header, left - kMargin, height - header);
-    const int pickers = width - left;
-    m_picker.MoveWindow(left, 0, pickers, kDropHeight);
+    const int lower = height * 3 / 5; // the table above, the pickers below
+    m_list.MoveWindow(0, header, width, lower - kMargin - header);
+    const int middle = width / 2;
+    m_picker.MoveWindow(0, lower, middle - kMargin, kDropHeight);
     CRect field;
     m_picker.GetWindowRect(&field);
-    const int top = (std::max)(header, field.Height() + kMargin);
-    m_localePicker.MoveWindow(left, top, pickers, height - top);
+    m_localeNames.MoveWindow(0, lower + field.Height() + kMargin, middle - kMargin, kDropHeight);
+    m_localePicker.MoveWindow(middle, lower, width - middle, height - lower);
     Invalidate();
 }
 
@@ -154,3 +183,5 @@ void CountryPage::OnPaint()
 }
 
 void CountryPage::OnSetFocus(CWnd*) { m_list.SetFocus(); }
+
+void CountryPage::OnLocaleNames() { m_localePicker.SetTextMode(static_cast<DWORD>(m_localeNames.GetCurSel())); }

@@ -20,6 +20,8 @@ public:
     };
     Columns GetColumns(int width) const;
     void LoadFlags() { m_flags.Load(); }
+    /// Shows the global list anew; the country that was selected stays so.
+    void Fill();
 
 private:
     CZoFlagBitmap m_flags;
@@ -30,6 +32,9 @@ CString CodeText(const CZoCountryCode& country);
 
 class CountryPage : public Page {
 public:
+    /// The picker for countries.
+    CCountryCodeComboBox& GetPicker() { return m_picker; }
+
     UINT GetTitleId() const override;
     UINT GetCommandId() const override;
     void Reload() override;
@@ -39,11 +44,13 @@ protected:
     void Layout(int width, int height) override;
     afx_msg void OnPaint();
     afx_msg void OnSetFocus(CWnd* previous);
+    afx_msg void OnLocaleNames();
     DECLARE_MESSAGE_MAP()
 
 private:
     CountryListBox m_list;
     CCountryCodeComboBox m_picker;
+    CComboBox m_localeNames; // the text modes
     CZoFlagLcidList m_locales;
     CFlagLcidListBox m_localePicker;
 };

@@ -20,6 +20,7 @@ public:
     void ShowPage(int index);
     static constexpr int GetPageCount() { return kPages; }
     CString GetStatusText() const;
+    CountryPage& GetCountryPage() { return m_countries; }
     TracePage& GetTracePage() { return m_trace; }
     LinePage& GetLinePage() { return m_lines; }
 

@@ -26,6 +26,7 @@ namespace {
 constexpr DWORD kEnglish = 0x0409;
 constexpr DWORD kGerman = 0x0407;
 constexpr DWORD kFrench = 0x040C;
+constexpr UINT kGermany = 276;
 constexpr UINT kTakePicture = WM_APP + 1;
 
 CString ModulePath(HINSTANCE module)
@@ -262,8 +263,8 @@ private:
         if (status == ERROR_SUCCESS && location != nullptr) {
             m_location = location->m_dwIndex;
             location->m_csLocationName = "Main office";
-            location->m_dwCountryIndex = location->m_dwAddressCountryIndex = 276;
-            GetCountryPhoneCode(276, location->m_csCountryCode);
+            location->m_dwCountryIndex = location->m_dwAddressCountryIndex = kGermany;
+            GetCountryPhoneCode(kGermany, location->m_csCountryCode);
             location->m_csAreaCityCode = "30";
             location->m_csInternationalAccess = "00";
             location->m_csLongDistancePrefix = "0";
@@ -562,6 +563,7 @@ private:
     {
         const CString before = Text(ZO_IDS_PAGE_LANGUAGE);
         const CString titleBefore = TextOf(m_second.FindDialog());
+        m_frame->GetCountryPage().GetPicker().SelectCountryIndex(kGermany);
         LanguageDialogDriver driver(language, PicturePath(name, "choice"));
         m_frame->SendMessage(WM_COMMAND, ZO_ID_FILE_LANGUAGE);
         const bool chosen = driver.IsDone() && ZoGblGetLanguageLCID() == language;
@@ -570,9 +572,10 @@ private:
             return PageListText(m_second.FindMainWindow()) == Text(ZO_IDS_PAGE_LANGUAGE) &&
                    m_second.FindDialog() != nullptr && TextOf(m_second.FindDialog()) != titleBefore;
         });
+        const bool kept = m_frame->GetCountryPage().GetPicker().GetCountryIndex() == kGermany;
         CString result = before + " -> " + PageListText(m_frame->m_hWnd) + "; " +
                          PageListText(m_second.FindMainWindow()) + ", " + TextOf(m_second.FindDialog());
-        if (!m_report.Step("switch", chosen && here && there && Text(ZO_IDS_PAGE_LANGUAGE) != before, result))
+        if (!m_report.Step("switch", chosen && here && there && kept && Text(ZO_IDS_PAGE_LANGUAGE) != before, result))
             return false;
         const CString path = PicturePath(name, "second");
         return m_report.Step("picture", SavePictureOfSecond(path), path);

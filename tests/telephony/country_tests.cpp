@@ -5,6 +5,7 @@
 
 #include "product/registered_product.h"
 #include "support/environment.h"
+#include "support/fault_loop.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,14 @@ protected:
     }
     void TearDown() override { ZoGblDumpLanguageDLL(); }
 
+    void ExpectSorted() const
+    {
+        for (int i = 1; i < m_list->GetCount(); ++i) {
+            const CString& name = m_list->GetAt(i)->GetName();
+            EXPECT_LE(CompareNames(m_list->GetAt(i - 1)->GetName(), name), 0) << (LPCSTR)name;
+        }
+    }
+
     zo_test::RegisteredProduct m_product;
     CZoCountryCodeList* m_list = nullptr;
 };
@@ -64,11 +73,8 @@ TEST_P(Countries, AreAllThereNamedAndSorted)
         const CZoCountryCode* country = m_list->GetAt(i);
         EXPECT_FALSE(country->GetName().IsEmpty()) << country->GetStringIndex();
         EXPECT_TRUE(indexes.insert(country->GetCountryIndex()).second) << (LPCSTR)country->GetName();
-        if (i > 0) {
-            EXPECT_LE(CompareNames(m_list->GetAt(i - 1)->GetName(), country->GetName()), 0)
-                << (LPCSTR)country->GetName();
-        }
     }
+    ExpectSorted();
 }
 
 TEST_P(Countries, AreFoundByIndexCodeAndName)
@@ -173,7 +179,7 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
                   RegQueryValueExA(entry, "CountryCode", nullptr, nullptr, reinterpret_cast<BYTE*>(&code), &codeSize));
         RegCloseKey(entry);
         const auto found = countries.find(name);
-        if (found == countries.end() || changed.count(name) != 0)
+        if (found == countries.end() || changed.contains(name))
             continue;
         // The service gives all of the North American plan the code 1; here, members have it as their prefix.
         const CZoCountryCode& ours = *found->second;
@@ -224,8 +230,29 @@ TEST_P(Countries, TakeNewNamesButStayTheSameObjects)
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     EXPECT_EQ(germany, m_list->FindByIndex(276));
     EXPECT_STREQ(wasEnglish ? "Deutschland" : "Germany", germany->GetName());
-    for (int i = 1; i < m_list->GetCount(); ++i)
-        ASSERT_LE(CompareNames(m_list->GetAt(i - 1)->GetName(), m_list->GetAt(i)->GetName()), 0);
+    ExpectSorted();
+}
+
+TEST_P(Countries, WithoutMemoryAreUnknown)
+{
+    zo_test::AllocationFaults faults;
+    const zo_test::FaultLoopOptions options = {.stride = 7};
+    zo_test::RunFaultLoop(
+        faults,
+        [&](const zo_test::FaultRun& run) {
+            CString name;
+            CString code;
+            ZoCountryTextMap codes;
+            const BOOL named = GetCountryNameFromCode(276, name);
+            GetCountryPhoneCode(276, code);
+            const BOOL mapped = GetCountryPhoneCodeMap(codes);
+            run.Stop();
+            EXPECT_TRUE(run.Fired() || (named && mapped && code == "49"));
+            EXPECT_EQ(named != FALSE, name == m_list->FindByIndex(276)->GetName());
+            EXPECT_TRUE(code.IsEmpty() || code == "49");
+            EXPECT_EQ(mapped ? m_list->GetCount() : 0, static_cast<int>(codes.GetCount()));
+        },
+        options);
 }
 
 TEST_P(Countries, RefuseRecordsOutOfRangeAndKeepTheOthers)

@@ -97,13 +97,14 @@ BOOL CZoFlagBitmap::Load()
         const BitmapDC monochrome(nullptr, mask);
         if (color.IsReady() && monochrome.IsReady()) {
             SetBkColor(color, kTransparent); // which is what becomes white in the copy
-            BitBlt(monochrome, 0, 0, size.bmWidth, size.bmHeight, color, 0, 0, SRCCOPY);
+            const BOOL masked = BitBlt(monochrome, 0, 0, size.bmWidth, size.bmHeight, color, 0, 0, SRCCOPY);
             SetBkColor(color, kBlack); // black where the mask is white, and as it is elsewhere
             SetTextColor(color, kWhite);
-            BitBlt(color, 0, 0, size.bmWidth, size.bmHeight, monochrome, 0, 0, SRCAND);
-            m_hPictures = pictures;
-            m_hMask = mask;
-            m_cell = {size.bmWidth / ZO_FLAG_COLUMNS, size.bmHeight / ZO_FLAG_ROWS};
+            if (masked && BitBlt(color, 0, 0, size.bmWidth, size.bmHeight, monochrome, 0, 0, SRCAND)) {
+                m_hPictures = pictures;
+                m_hMask = mask;
+                m_cell = {size.bmWidth / ZO_FLAG_COLUMNS, size.bmHeight / ZO_FLAG_ROWS};
+            }
         }
     }
     if (m_hPictures == nullptr) {
@@ -157,10 +158,10 @@ void CZoFlagBox::DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, L
         text.right -= kMargin;
         if (rightText != nullptr) {
             RECT right = text;
-            DrawTextA(dc, rightText, -1, &right, kFormat | DT_CALCRECT);
-            const int width = right.right - right.left;
+            const bool measured = DrawTextA(dc, rightText, -1, &right, kFormat | DT_CALCRECT) != 0;
             DrawTextA(dc, rightText, -1, &text, kFormat | DT_RIGHT);
-            text.right -= width + kMargin;
+            if (measured) // otherwise the name may run into the code, which beats no name
+                text.right -= right.right - right.left + kMargin;
         }
         DrawTextA(dc, item->name, -1, &text, kFormat | DT_LEFT | DT_END_ELLIPSIS);
         SetBkMode(dc, oldMode);
@@ -190,8 +191,9 @@ BOOL CZoFlagBox::Type(UINT character)
         return FALSE;
     if (std::strlen(m_szTyped) > kLongestTyped)
         ForgetTyped();
-    const char added[] = {static_cast<char>(character), '\0'};
-    std::strcat(m_szTyped, added);
+    const size_t length = std::strlen(m_szTyped);
+    m_szTyped[length] = static_cast<char>(character);
+    m_szTyped[length + 1] = '\0';
     return TRUE;
 }
 

@@ -7,10 +7,31 @@
 
 enum class Selection { kNone, kFirst };
 
-/// Gives a list box or combo box the pointers as its items' data. The focus stays where it was.
+/// Keeps a box from drawing for the object's lifetime: a visible list box would move its scroll bar and draw with every
+/// item, which takes a hundred times as long as the items do.
+class DrawingPause {
+public:
+    explicit DrawingPause(CWnd* box) : m_pBox(box) { m_pBox->SendMessage(WM_SETREDRAW, FALSE); }
+    ~DrawingPause()
+    {
+        m_pBox->SendMessage(WM_SETREDRAW, TRUE);
+        m_pBox->Invalidate();
+    }
+    DrawingPause(const DrawingPause&) = delete;
+    DrawingPause& operator=(const DrawingPause&) = delete;
+
+private:
+    CWnd* m_pBox;
+};
+
+/// Gives a list box or combo box the pointers as its items' data; nothing while it has no window. The focus stays where it
+/// was.
 template <class BOX> void FillBox(BOX* box, const CPtrArray& pointers, Selection selection)
 {
+    if (box->m_hWnd == nullptr)
+        return;
     const CWaitCursor wait;
+    const DrawingPause pause(box);
     const HWND focus = ::GetFocus();
     const bool focused = focus != nullptr && (focus == box->m_hWnd || ::IsChild(box->m_hWnd, focus));
     box->ResetContent();

@@ -79,9 +79,11 @@ public:
     int SelectName(const char* text);
 
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
+    // NOLINTBEGIN(clang-diagnostic-inconsistent-missing-override): of the two boxes, one has them to override
     virtual void DrawItem(DRAWITEMSTRUCT* item);
     virtual void MeasureItem(MEASUREITEMSTRUCT* item);
     virtual int CompareItem(COMPAREITEMSTRUCT* items); ///< asked for in boxes without texts
+    // NOLINTEND(clang-diagnostic-inconsistent-missing-override)
 
 protected:
     virtual ZoFlagItem Describe(const void* data) const = 0;
