@@ -87,7 +87,7 @@ public:
 private:
     bool Register()
     {
-        const int code = RunProvision("--languages 0409,0407 --current 0409");
+        const int code = RunProvision("--languages 0409,0407,040c,040a,0411 --current 0409");
         CZoVersionResource product;
         const BOOL found = product.ExtractVersionInfo();
         CString result;
