@@ -24,12 +24,22 @@ from pathlib import Path
 
 from tools.countries import assign_flags, country_names, pack_countries, pack_locales, read_countries, read_locales
 from tools.problems import Problems
-from tools.skeleton import check_access_keys, fill, quote, read_skeleton
-from tools.texts import check_code_page, check_conversions, check_use, read_ids, read_strings, read_texts
+from tools.skeleton import check_access_keys, check_resources_complete, fill, quote, read_skeleton
+from tools.texts import (
+    check_code_page,
+    check_conversions,
+    check_lengths,
+    check_strings_complete,
+    check_use,
+    read_ids,
+    read_strings,
+    read_texts,
+)
 
 COUNTRY_TABLE = "countries.bin"
 LOCALE_TABLE = "locales.bin"
 FLAG_SHEET = "flags.bmp"
+TABLE_SYMBOLS = {"ZO_IDR_FLAG_TABLE", "ZO_IDR_COUNTRY_TABLE"}
 
 
 class InputFault(Exception):
@@ -93,10 +103,12 @@ def make_language(arguments: argparse.Namespace) -> None:
     users = {entry.key: (arguments.strings, entry.line) for entry in strings}
     for skeleton in skeletons:
         users |= {key: (skeleton.path, line) for key, line in skeleton.keys.items()}
+    check_strings_complete(arguments.strings, strings, ids, problems)
+    check_resources_complete(arguments.ids, skeletons, TABLE_SYMBOLS, ids, problems)
     check_use(texts, users, problems)
     check_conversions(texts, reference, problems)
     for skeleton in skeletons:
-        check_access_keys(skeleton, texts, problems)
+        check_access_keys(skeleton, texts, reference, problems)
 
     names_path = arguments.cldr / f"{texts['CLDR_LANGUAGE']}.xml"
     if not names_path.is_file():
@@ -106,6 +118,9 @@ def make_language(arguments: argparse.Namespace) -> None:
     stop_on(problems)
     named = [(arguments.countries, country.line, country.iso, name) for country, name in zip(countries, names)]
     check_code_page(texts, named, problems)
+    stop_on(problems)
+    named += [(texts.path, texts.line(entry.key), entry.key, texts[entry.key]) for entry in strings]
+    check_lengths(texts, named, problems)
     stop_on(problems)
 
     script = [

@@ -1,9 +1,13 @@
 #include "language_page.h"
 
+#include "registration.h"
+
 #include <zogbl/country_code.h>
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/version_resource.h>
+
+#include <cstdlib>
 
 namespace {
 
@@ -22,6 +26,23 @@ CString LocaleText(LCID id, LCTYPE what)
     char text[128] = {};
     ::GetLocaleInfo(id, what, text, sizeof text);
     return text;
+}
+
+/// A language's own name, or its English one where the system's code page lacks letters of it.
+CString LanguageName(LCID id)
+{
+    const CString name = LocaleText(id, LOCALE_SNATIVELANGNAME);
+    return name.Find('?') < 0 ? name : LocaleText(id, LOCALE_SENGLANGUAGE);
+}
+
+CString InstalledLanguages()
+{
+    CStringArray ids;
+    ListLanguages(ids); // what could be listed until a failure
+    CString names;
+    for (INT_PTR i = 0; i < ids.GetSize(); ++i)
+        names += (i == 0 ? "" : ", ") + LanguageName(std::strtoul(ids[i], nullptr, 16));
+    return names;
 }
 
 } // namespace
@@ -58,7 +79,8 @@ void LanguagePage::Reload()
     } rows[kRows] = {
         {ZO_IDS_LABEL_LANGUAGE_LIBRARY,
          library != nullptr ? path.Mid(path.ReverseFind('\\') + 1) : Text(ZO_IDS_STATE_NOT_LOADED)},
-        {ZO_IDS_LABEL_LANGUAGE, LocaleText(language, LOCALE_SNATIVELANGNAME) + " (" + id + ")"},
+        {ZO_IDS_LABEL_LANGUAGE, LanguageName(language) + " (" + id + ")"},
+        {ZO_IDS_LABEL_LANGUAGES, InstalledLanguages()},
         {ZO_IDS_LABEL_LIBRARY_PATH, path},
         {ZO_IDS_LABEL_COUNTRIES, countries},
         {ZO_IDS_LABEL_NOVICE_MODE, Text(ZoGblGetRegNoviceMode() != 0 ? ZO_IDS_STATE_ON : ZO_IDS_STATE_OFF)},

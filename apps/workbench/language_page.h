@@ -17,7 +17,7 @@ protected:
 private:
     int WidestLabel(); ///< in pixels
 
-    static constexpr int kRows = 7;
+    static constexpr int kRows = 8;
     CStatic m_labels[kRows];
     CStatic m_values[kRows];
 };

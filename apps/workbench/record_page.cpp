@@ -17,13 +17,11 @@ constexpr int kButtonWidth = 70; // at least
 /// Sets the one tab stop of a view so that values stand behind labels of that width.
 void SetTabStop(CWnd& view, int width)
 {
-    TEXTMETRIC metrics = {};
-    const HDC screen = ::GetDC(nullptr);
-    const HGDIOBJ old = ::SelectObject(screen, ControlFont());
-    ::GetTextMetrics(screen, &metrics);
-    ::SelectObject(screen, old);
-    ::ReleaseDC(nullptr, screen);
-    UINT stop = static_cast<UINT>(width * 4 / (std::max)(metrics.tmAveCharWidth, 1L)); // a quarter of a character each
+    // In quarters of a character, which is as wide as the alphabet's letters are on the average: a Japanese font's own
+    // average is twice that.
+    constexpr LPCSTR kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    const int letters = (std::max)(TextWidth(kLetters), 1);
+    UINT stop = static_cast<UINT>(::MulDiv(width, 4 * ::lstrlen(kLetters), letters));
     view.SendMessage(EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
 }
 

@@ -6,6 +6,7 @@ import contextlib
 import io
 import re
 import struct
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -76,6 +77,7 @@ NAMES = """<ldml><localeDisplayNames><territories>
 <territory type="BB">Beta</territory><territory type="CC">Gamma</territory>
 </territories></localeDisplayNames></ldml>
 """
+PLAIN = NAMES.replace("Å", "A")
 
 
 class Tree:
@@ -100,7 +102,7 @@ class Tree:
         for name, colour in (("aa", (255, 255, 255, 255)), ("bb", (0, 0, 160, 255)), ("cc", (160, 0, 0, 255))):
             Image.new("RGBA", SOURCE_SIZE, colour).save(folder / f"{name}.png")
 
-    def run(self, command: str) -> tuple[int, str]:
+    def arguments(self, command: str) -> list[str]:
         def path(name: str) -> str:
             return str(self.folder / name)
 
@@ -113,9 +115,12 @@ class Tree:
                 + ["--cldr", str(self.folder)]
             ),
         }
+        return [command, *common, *special[command]]
+
+    def run(self, command: str) -> tuple[int, str]:
         errors = io.StringIO()
         with contextlib.redirect_stderr(errors):
-            status = generate.main([command, *common, *special[command]])
+            status = generate.main(self.arguments(command))
         return status, errors.getvalue().replace(str(self.folder) + "/", "")
 
 
@@ -146,6 +151,20 @@ class Generator(unittest.TestCase):
         tree = self.tree(xxx_txt=texts, en_xml=names)
         self.assertEqual(tree.run("language"), (0, ""))
         self.assertIn('CAPTION "国 \\t(&T)"\n', (tree.folder / "out").read_text(encoding="utf-8"))
+
+    def test_language_in_any_locale(self) -> None:
+        texts = TEXTS.replace("TITLE = T", "TITLE = 国").replace("PAGE = 1252", "PAGE = 932")
+        tree = self.tree(xxx_txt=texts, en_xml=PLAIN)
+        self.assertEqual(tree.run("language"), (0, ""))
+        expected = (tree.folder / "out").read_bytes()
+        plain = {"LC_ALL": "C", "PYTHONCOERCECLOCALE": "0", "PYTHONUTF8": "0", "PYTHONDONTWRITEBYTECODE": "1"}
+        program = [sys.executable, str(LANGUAGE_DIR / "generate.py")]
+        for page, status in (("932", 0), ("1252", 1)):
+            (tree.folder / "xxx.txt").write_text(texts.replace("932", page), encoding="utf-8")
+            done = subprocess.run(program + tree.arguments("language"), env=plain, capture_output=True, check=False)
+            self.assertEqual(done.returncode, status)
+        self.assertIn(b"is not in code page 1252", done.stderr)
+        self.assertEqual((tree.folder / "out").read_bytes(), expected)
 
     def test_language_faults(self) -> None:
         def texts(old: str, new: str) -> dict[str, str]:
@@ -184,6 +203,23 @@ class Generator(unittest.TestCase):
             "unknown control": ({"dialogs_in": DIALOGS.replace("ZO_IDC_PLACE", "ZO_IDC_X")}, "ZO_IDC_X is not in"),
             "literal text": ({"menus_in": MENUS.replace("@{ONE}", "One")}, 'menus.in:5: error: text "One" belongs'),
             "no name": ({"en_xml": NAMES.replace('"CC"', '"DD"')}, "countries.txt:3: error: CC: no name in en.xml"),
+            "string forgotten": (
+                {"ids_h": HEADER + "#define ZO_IDS_NEW 202\n"},
+                "strings.txt:1: error: ZO_IDS_NEW of the resource header is missing",
+            ),
+            "dialog forgotten": (
+                {"ids_h": HEADER + "#define ZO_IDD_NEW 302\n"},
+                "ids.h:1: error: ZO_IDD_NEW stands in no skeleton",
+            ),
+            "string too long": (
+                texts("HELLO = a", "HELLO = " + 246 * "a" + " ü"),
+                "xxx.txt:5: error: HELLO: 256 bytes, and 255 are the most",
+            ),
+            "string too long in bytes": (
+                {"xxx_txt": TEXTS.replace("1252", "932").replace("HELLO = a", "HELLO = " + 124 * "国"), "en_xml": PLAIN},
+                "xxx.txt:5: error: HELLO: 256 bytes",
+            ),
+            "access key gone": (texts("&Deep", "Deep"), "xxx.txt:13: error: DEEP: access key is missing"),
             "same name": ({"en_xml": same_name}, "countries.txt:3: error: CC: named 'Beta' like BB"),
             "name code page": ({"en_xml": NAMES.replace("Beta", "ベ")}, "countries.txt:2: error: BB: 'ベ'"),
         }

@@ -34,6 +34,7 @@ class Skeleton:
     lines: list[tuple[int, str]]
     groups: list[Group]
     keys: dict[str, int]  # key and the line of its first use
+    resources: set[str]  # symbols of its dialogs and menus
 
 
 def read_skeleton(path: Path, ids: dict[str, int], problems: Problems) -> Skeleton:
@@ -89,7 +90,7 @@ def read_skeleton(path: Path, ids: dict[str, int], problems: Problems) -> Skelet
             check_control(path, line, number[1], ids, controls, problems)
     if open_groups:
         problems.add(path, lines[-1][0], f"END is missing for {open_groups[-1].name}")
-    return Skeleton(path, lines, groups, keys)
+    return Skeleton(path, lines, groups, keys, set(headers))
 
 
 def check_control(
@@ -104,14 +105,29 @@ def check_control(
         problems.add(path, line, f"{symbol}: control {ids[symbol]} is already used by {other}")
 
 
+def check_resources_complete(
+    path: Path, skeletons: list[Skeleton], others: set[str], ids: dict[str, int], problems: Problems
+) -> None:
+    """Every dialog and menu of the resource header stands in a skeleton; others are made elsewhere."""
+    made = others.union(*(skeleton.resources for skeleton in skeletons))
+    for name in ids:
+        if name.startswith(("ZO_IDD_", "ZO_IDR_")) and name not in made:
+            problems.add(path, 1, f"{name} stands in no skeleton")
+
+
 def access_key(text: str) -> str | None:
     """The letter behind the last single ampersand of a text."""
     found = re.findall(r"&(.)", text.replace("&&", ""))
     return found[-1].casefold() if found else None
 
 
-def check_access_keys(skeleton: Skeleton, texts: Texts, problems: Problems) -> None:
-    """Two items with one access key: the second could be reached by its key only in a roundabout way."""
+def check_access_keys(skeleton: Skeleton, texts: Texts, reference: Texts, problems: Problems) -> None:
+    """Two items with one access key: the second could be reached by its key only in a roundabout way. And what has a key
+    in the reference language has one in all."""
+    for key in skeleton.keys:
+        if key in texts.entries and key in reference.entries:
+            if access_key(reference[key]) is not None and access_key(texts[key]) is None:
+                problems.add(texts.path, texts.line(key), f"{key}: access key is missing")
     for group in skeleton.groups:
         taken: dict[str, str] = {}
         for _, template in group.items:

@@ -10,6 +10,7 @@ from tools.problems import Problems, read_lines, read_rows
 
 ESCAPES = {"n": "\n", "t": "\t", "\\": "\\", '"': '"'}
 SETTINGS = ("CLDR_LANGUAGE", "CODE_PAGE", "DIALOG_FONT_FACE", "DIALOG_FONT_SIZE")
+LONGEST_STRING = 255  # bytes: callers load strings into buffers of 256
 
 # What printf takes as one conversion. A space as a flag is left out: "50 % of" is a text, not a conversion.
 CONVERSION = re.compile(
@@ -131,6 +132,16 @@ def read_strings(path: Path, ids: dict[str, int], reserved: range, problems: Pro
     return strings
 
 
+def check_strings_complete(path: Path, strings: list[StringEntry], ids: dict[str, int], problems: Problems) -> None:
+    """A string number without a text would only be noticed when somebody wants to read it."""
+    listed = {entry.symbol for entry in strings}
+    for name in ids:
+        # Names of registry values are strings of the class library itself; bounds of ranges have no text of their own.
+        is_text = name.startswith("ZO_IDS_") and not name.startswith("ZO_IDS_REG_")
+        if is_text and not name.endswith(("_FIRST", "_LAST", "_BASE")) and name not in listed:
+            problems.add(path, 1, f"{name} of the resource header is missing")
+
+
 def conversions(text: str) -> tuple[list[str], list[str]]:
     """The printf conversions of a text in order, and its numbered inserts, whose order a translation may change."""
     printf: list[str] = []
@@ -184,3 +195,11 @@ def check_code_page(texts: Texts, named: list[tuple[Path, int, str, str]], probl
         except LookupError:
             problems.add(texts.path, texts.line("CODE_PAGE"), f"unknown code page {code_page}")
             return
+
+
+def check_lengths(texts: Texts, named: list[tuple[Path, int, str, str]], problems: Problems) -> None:
+    """A string that is too long would be cut where it is loaded. Comes after the check of the code page."""
+    for path, line, what, text in named:
+        length = len(text.encode(f"cp{texts['CODE_PAGE']}"))
+        if length > LONGEST_STRING:
+            problems.add(path, line, f"{what}: {length} bytes, and {LONGEST_STRING} are the most")

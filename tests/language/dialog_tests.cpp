@@ -1,31 +1,18 @@
-// Every dialog of every language library, opened and measured: all texts fit.
-#include <gtest/gtest.h>
+// Every dialog of every language library, opened and measured: all texts fit, and no control covers another.
+#include "language_libraries.h"
 
-#include <afxwin.h>
+#include <apps/workbench/picture.h>
+#include <apps/workbench/wait.h>
 
-#include <string>
+#include "support/environment.h"
+
 #include <vector>
 
 namespace {
 
-/// The language libraries beside the program.
-std::vector<std::string> Libraries()
-{
-    char path[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, path, sizeof path - 1);
-    const std::string folder = std::string(path).substr(0, std::string(path).rfind('\\') + 1);
-    std::vector<std::string> names;
-    WIN32_FIND_DATAA found;
-    const HANDLE search = FindFirstFileA((folder + "ZOGBL???.DLL").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE)
-        return names;
-    do {
-        if (_stricmp(found.cFileName, "ZOGBLBRX.DLL") != 0)
-            names.push_back(folder + found.cFileName);
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
-    return names;
-}
+class Dialogs : public zo_test::LanguageLibrary {};
+
+INSTANTIATE_TEST_SUITE_P(Languages, Dialogs, ::testing::ValuesIn(zo_test::kLanguages), &zo_test::LanguageName);
 
 BOOL CALLBACK CollectName(HMODULE, LPCSTR, LPSTR name, LONG_PTR names)
 {
@@ -54,61 +41,115 @@ std::wstring TextOf(HWND window)
     return text;
 }
 
-void ExpectFits(HWND control)
-{
-    wchar_t name[16] = {};
-    GetClassNameW(control, name, 16);
-    const std::wstring text = TextOf(control);
-    RECT area;
-    GetClientRect(control, &area);
-    SCOPED_TRACE(::testing::Message() << "control " << GetDlgCtrlID(control) << ": " << text);
-    constexpr int kButtonFrame = 8; // pixels on both sides together
-    if (_wcsicmp(name, L"Static") == 0) {
-        const DWORD kind = static_cast<DWORD>(GetWindowLongW(control, GWL_STYLE)) & SS_TYPEMASK;
-        if (kind == SS_ICON || kind == SS_BITMAP)
-            return;
-        const SIZE size = Measure(control, text, area.right, DT_WORDBREAK | DT_EXPANDTABS);
-        EXPECT_LE(size.cx, area.right);
-        EXPECT_LE(size.cy, area.bottom);
-    } else if (_wcsicmp(name, L"Button") == 0) {
-        const SIZE size = Measure(control, text, area.right, DT_SINGLELINE);
-        EXPECT_LE(size.cx + kButtonFrame, area.right);
-        EXPECT_LE(size.cy, area.bottom);
+struct Control {
+    HWND window;
+    int id;
+    RECT place; // in the dialog
+    bool isStatic;
+    bool isButton;
+    DWORD kind; // of its class: SS_ or BS_
+    DWORD style;
+    std::wstring text;
+
+    bool IsGroupBox() const { return isButton && kind == BS_GROUPBOX; }
+    bool IsPicture() const
+    {
+        return isStatic && (kind == SS_ICON || kind == SS_BITMAP || (kind >= SS_BLACKRECT && kind <= SS_WHITEFRAME) ||
+                            (kind >= SS_ETCHEDHORZ && kind <= SS_ETCHEDFRAME));
     }
+    /// May have others on it.
+    bool IsFrame() const { return IsGroupBox() || (IsPicture() && kind != SS_ICON && kind != SS_BITMAP); }
+};
+
+std::vector<Control> ControlsOf(HWND dialog)
+{
+    std::vector<Control> controls;
+    for (HWND window = GetWindow(dialog, GW_CHILD); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
+        wchar_t name[16] = {};
+        GetClassNameW(window, name, 16);
+        const bool isStatic = _wcsicmp(name, L"Static") == 0;
+        const bool isButton = _wcsicmp(name, L"Button") == 0;
+        const DWORD style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
+        const DWORD kind = style & static_cast<DWORD>(isStatic ? SS_TYPEMASK : BS_TYPEMASK);
+        RECT place;
+        GetWindowRect(window, &place);
+        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+        controls.push_back({window, GetDlgCtrlID(window), place, isStatic, isButton, kind, style, TextOf(window)});
+    }
+    return controls;
+}
+
+void ExpectFits(const Control& control)
+{
+    if (control.text.empty() || control.IsPicture())
+        return;
+    SCOPED_TRACE(::testing::Message() << "control " << control.id << ": " << control.text);
+    const LONG width = control.place.right - control.place.left;
+    const LONG height = control.place.bottom - control.place.top;
+    if (control.isStatic) {
+        UINT format = DT_EXPANDTABS;
+        if (control.kind != SS_LEFTNOWORDWRAP && control.kind != SS_SIMPLE)
+            format |= DT_WORDBREAK;
+        if ((control.style & SS_NOPREFIX) != 0)
+            format |= DT_NOPREFIX;
+        const SIZE size = Measure(control.window, control.text, width, format);
+        EXPECT_LE(size.cx, width);
+        EXPECT_LE(size.cy, height);
+    } else if (control.isButton) {
+        constexpr LONG kButtonFrame = 8; // pixels on both sides together
+        constexpr LONG kGroupFrame = 20;
+        const bool isPush = control.kind == BS_PUSHBUTTON || control.kind == BS_DEFPUSHBUTTON;
+        const LONG beside = isPush                 ? kButtonFrame
+                            : control.IsGroupBox() ? kGroupFrame
+                                                   : GetSystemMetrics(SM_CXMENUCHECK) + kButtonFrame;
+        const SIZE size = Measure(control.window, control.text, width, DT_SINGLELINE);
+        EXPECT_LE(size.cx + beside, width);
+        EXPECT_LE(size.cy, height);
+    }
+}
+
+void ExpectApart(const Control& first, const Control& second)
+{
+    RECT common;
+    EXPECT_TRUE(first.IsFrame() || second.IsFrame() || !IntersectRect(&common, &first.place, &second.place))
+        << "controls " << first.id << " and " << second.id << " lie over each other";
 }
 
 } // namespace
 
-TEST(Dialogs, OpenInEveryLanguageAndHoldTheirTexts)
+TEST_P(Dialogs, OpenAndHoldTheirTexts)
 {
-    const std::vector<std::string> libraries = Libraries();
-    ASSERT_GE(libraries.size(), 2u);
-    for (const std::string& path : libraries) {
-        SCOPED_TRACE(path);
-        const HMODULE library = LoadLibraryA(path.c_str());
-        ASSERT_NE(nullptr, library);
-        std::vector<WORD> dialogs;
-        EnumResourceNamesA(library, RT_DIALOG, &CollectName, reinterpret_cast<LONG_PTR>(&dialogs));
-        EXPECT_GE(dialogs.size(), 2u);
-        for (const WORD id : dialogs) {
-            SCOPED_TRACE(::testing::Message() << "dialog " << id);
-            const HWND dialog = CreateDialogParamW(library, MAKEINTRESOURCEW(id), nullptr, &NoDialogProcedure, 0);
-            ASSERT_NE(nullptr, dialog);
-            RECT client;
-            GetClientRect(dialog, &client);
-            EXPECT_LE(Measure(dialog, TextOf(dialog), client.right, DT_SINGLELINE).cx, client.right) << "title";
-            for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr;
-                 control = GetWindow(control, GW_HWNDNEXT)) {
-                RECT place;
-                GetWindowRect(control, &place);
-                MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
-                EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= client.right &&
-                            place.bottom <= client.bottom)
-                    << "control " << GetDlgCtrlID(control) << " is outside";
-                ExpectFits(control);
-            }
-            DestroyWindow(dialog);
+    const zo_test::Language& language = GetParam();
+    const bool isOwnSystem = language.codePage == GetACP();
+    ZO_ONLY_IN(isOwnSystem || zo_test::IsDoubleByte(), "a system without fonts for characters of two bytes");
+    std::vector<WORD> dialogs;
+    EnumResourceNamesA(m_library, RT_DIALOG, &CollectName, reinterpret_cast<LONG_PTR>(&dialogs));
+    EXPECT_GE(dialogs.size(), 2u);
+    for (const WORD id : dialogs) {
+        SCOPED_TRACE(::testing::Message() << "dialog " << id);
+        const HWND dialog = CreateDialogParamW(m_library, MAKEINTRESOURCEW(id), nullptr, &NoDialogProcedure, 0);
+        ASSERT_NE(nullptr, dialog);
+        RECT client;
+        GetClientRect(dialog, &client);
+        EXPECT_LE(Measure(dialog, TextOf(dialog), client.right, DT_SINGLELINE).cx, client.right) << "title";
+        const std::vector<Control> controls = ControlsOf(dialog);
+        for (size_t i = 0; i < controls.size(); ++i) {
+            const RECT& place = controls[i].place;
+            EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= client.right &&
+                        place.bottom <= client.bottom)
+                << "control " << controls[i].id << " is outside";
+            ExpectFits(controls[i]);
+            for (size_t k = 0; k < i; ++k)
+                ExpectApart(controls[k], controls[i]);
         }
-        FreeLibrary(library);
+        if (isOwnSystem && !controls.empty()) {
+            ShowWindow(dialog, SW_SHOW);
+            UpdateWindow(dialog);
+            Settle();
+            const std::string picture =
+                zo_test::ProgramFolder() + "..\\tests\\language\\" + language.name + "-" + std::to_string(id) + ".png";
+            EXPECT_TRUE(SavePicture(dialog, picture.c_str())) << picture;
+        }
+        DestroyWindow(dialog);
     }
 }

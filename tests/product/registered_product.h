@@ -32,8 +32,9 @@ public:
 
     void MakeCurrent(DWORD language)
     {
-        for (const DWORD id : {DWORD{0x0409}, DWORD{0x0407}})
+        for (const DWORD id : {DWORD{0x0409}, DWORD{0x0407}, m_current, language})
             SetLanguage(id, id == language);
+        m_current = language;
     }
     void SetLanguage(DWORD id, DWORD current)
     {
@@ -54,6 +55,7 @@ private:
     void Remove() { m_config.DeleteSection(ZO_MODE_LOCAL_MACHINE, kRoot, nullptr); }
 
     CZoGlobalConfig m_config;
+    DWORD m_current = 0x0409;
     CString m_moduleKey;
     CString m_userKey;
 };
