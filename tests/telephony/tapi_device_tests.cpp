@@ -184,43 +184,6 @@ TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
     });
 }
 
-TEST_F(TapiDevice, ConfigurationIsKeptAsFetchedOrEdited)
-{
-    const std::string fetched = "Settings of device 1";
-    const std::string tooSmall = "Internal Error: Unable to set line configuration.\n"
-                                 "PreConfigureDevice - lineConfigDialogEdit: Reallocating structure\n";
-    const struct {
-        const char* function;
-        DWORD action, value;
-        std::string config;
-        DWORD code;
-        std::string texts;
-    } kCases[] = {
-        {"lineGetDevConfig", TELSIM_NEED_MORE, 5000, fetched + "*", 0, ""},
-        {"lineGetDevConfig", TELSIM_FAIL, LINEERR_NODRIVER, "", 14, ""},
-        {"lineGetDevConfig", TELSIM_PRETEND, 0, "", 0, ""},
-        {"lineGetDevConfig", TELSIM_USED_SIZE, 30, "", 0, ""},
-        {"lineGetDevConfig", TELSIM_BAD_OFFSETS, 20, "", 0, ""},
-        {"lineGetDevConfig", TELSIM_NEED_ENDLESS, 100, "", 10, ""},
-        {"lineConfigDialogEdit", TELSIM_FAIL, LINEERR_OPERATIONFAILED, fetched, 16, ""},
-        {"lineConfigDialogEdit", TELSIM_PRETEND, 0, fetched, 0, ""},
-        {"lineConfigDialogEdit", TELSIM_BAD_SIZES, 0xFFFFFFFF, fetched, 0, ""},
-        {"lineConfigDialogEdit", TELSIM_NEED_MORE, 6000, fetched + "*", 0, tooSmall},
-        {"lineConfigDialogEdit", TELSIM_NEED_ENDLESS, 100, fetched, 10, tooSmall},
-    };
-    for (const auto& test : kCases) {
-        SCOPED_TRACE(std::string(test.function) + " " + std::to_string(test.action));
-        telsim.Reset();
-        Rule(test.function, test.action, test.value, TRUE);
-        TestLine line(TRUE);
-        line.PreConfigureDevice(nullptr, 1, FALSE);
-        EXPECT_EQ(test.config, Config(line));
-        EXPECT_EQ(test.code, line.m_dwLastError);
-        EXPECT_EQ(test.texts.empty(), TakeTexts().find(tooSmall) == std::string::npos);
-        FreeConfig(line);
-    }
-}
-
 TEST_F(TapiDevice, NoConfigurationIsLostForWantOfMemory)
 {
     zo_test::FaultSource faults("LocalAlloc");

@@ -94,16 +94,6 @@ TEST_F(TapiEvent, CallersAreIdentified)
         EXPECT_STREQ(test.expectedNumber.c_str(), line.m_strCallerID);
         EXPECT_STREQ(test.expectedName.c_str(), line.m_strCallerName);
     }
-    const struct {
-        DWORD action, value;
-    } kBad[] = {{TELSIM_USED_SIZE, 12}, {TELSIM_BAD_OFFSETS, 96}, {TELSIM_BAD_SIZES, 0xFFFFFFFF}, {TELSIM_PRETEND, 0}};
-    for (const auto& bad : kBad) {
-        TestLine line;
-        Rule("lineGetCallInfo", bad.action, bad.value);
-        Offer(line, "555", "Ada", 0);
-        EXPECT_STREQ("", line.m_strCallerID + line.m_strCallerName);
-        telsim.ClearRules();
-    }
     for (const bool local : {true, false}) {
         zo_test::FaultSource calls("LocalAlloc");
         zo_test::AllocationFaults allocations;
