@@ -3,6 +3,9 @@
 
 #include "support/virtual_slots.h"
 
+#include <cstring>
+#include <new>
+
 namespace {
 
 class TapiCall : public TapiTest {
@@ -33,6 +36,53 @@ TEST_F(TapiCall, VirtualOperationsKeepTheirOrder)
                          &Line::DoLineCallState, &Line::DoLineCreate, &Line::DoLineCallInfo);
 }
 
+TEST_F(TapiCall, MembersKeepTheirPlacesAndBeginAsTheyShould)
+{
+    ZO_ONLY_IN(sizeof(void*) == 4, "places are those of 32 bits");
+    alignas(CZoTAPIInterface) char memory[sizeof(CZoTAPIInterface)];
+    std::memset(memory, 0xDD, sizeof memory);
+    auto* line = new (memory) CZoTAPIInterface(nullptr, nullptr, LINEMEDIAMODE_DATAMODEM, TRUE);
+    std::vector<DWORD> expected(sizeof memory / 4, 0);
+    std::memcpy(expected.data(), memory, 4); // the table of virtual operations
+    const auto member = [&](size_t place, const auto& value, DWORD initial = 0) {
+        EXPECT_EQ(memory + place, reinterpret_cast<const char*>(&value));
+        expected[place / 4] = initial;
+    };
+    member(4, line->m_dwMediaModes, LINEMEDIAMODE_DATAMODEM);
+    member(8, line->m_hMainWnd);
+    member(12, line->m_hDialogWnd);
+    member(16, line->m_hLineApp);
+    member(20, line->m_dwNumDevs);
+    member(28, line->m_bShuttingDown);
+    member(32, line->m_bHangingUp);
+    member(36, line->m_bInitializing);
+    member(40, line->m_bCallInProgress);
+    member(44, line->m_bSilent, TRUE);
+    member(48, line->m_hCall);
+    member(52, line->m_hLine);
+    member(56, line->m_hAnswerLine);
+    member(60, line->m_hComm, 0xFFFFFFFF);
+    member(108, line->m_dwDeviceID, 0xFFFFFFFF);
+    member(112, line->m_dwAPIVersion);
+    member(116, line->m_dwCallState);
+    member(2168, line->m_bConnected);
+    member(2172, line->m_lpDevConfig);
+    member(2176, line->m_dwDevConfigSize);
+    member(2180, line->m_bReplyReceived);
+    member(2184, line->m_lRequestID);
+    member(2188, line->m_lReplyResult);
+    member(2192, line->m_bCallStateChanged);
+    for (const CString* text : {&line->m_strCallerID, &line->m_strCallerName}) {
+        EXPECT_STREQ("", *text);
+        std::memcpy(&expected[text == &line->m_strCallerID ? 549 : 550], static_cast<const void*>(text), 4);
+    }
+    member(2204, line->m_dwLastError);
+    member(2208, line->m_dwLastErrorFlags, 0x10);
+    EXPECT_EQ(2212u, sizeof memory);
+    EXPECT_EQ(0, std::memcmp(expected.data(), memory, sizeof memory)) << "all else is zero";
+    line->~CZoTAPIInterface();
+}
+
 TEST_F(TapiCall, APortIsTakenAndGivenBack)
 {
     {
@@ -55,8 +105,12 @@ TEST_F(TapiCall, APortIsTakenAndGivenBack)
     for (const DWORD kind : {TELSIM_APPS, TELSIM_LINES, TELSIM_CALL_HANDLES})
         EXPECT_EQ(0u, telsim.GetCount(kind));
     EXPECT_EQ("", telsim.Misuses());
-    for (const char* arguments : {"low=0x10000, high=0x10000000", "states=0xbffbff, address states=0x1ff"})
-        EXPECT_NE(std::string::npos, telsim.Calls().find(arguments)) << arguments;
+    const std::string calls = telsim.Calls();
+    for (const char* arguments :
+         {"name=\"Zo, Inc. Brixels\"", "low=0x10000, high=0x10000000", "privileges=0x1, media=0x10, params=null",
+          "states=0xbffbff, address states=0x1ff", "number=null, country=0, params=given",
+          "select=0x4, class=\"comm/datamodem\"", "info=null, size=0"})
+        EXPECT_NE(std::string::npos, calls.find(arguments)) << arguments << " in " << calls;
 }
 
 TEST_F(TapiCall, WhatHappensInTheMiddleEndsOrLeavesTheWait)
@@ -138,10 +192,15 @@ TEST_F(TapiCall, WaitsForCallStates)
     EXPECT_EQ(0, line.WaitForCallState(0)) << "any change";
     After(20, [] { EXPECT_EQ(WAITERR_WAITABORTED, TestLine(TRUE).WaitForCallState(LINECALLSTATE_IDLE)); });
     EXPECT_EQ(WAITERR_WAITABORTED, line.WaitForCallState(LINECALLSTATE_BUSY)) << "another wait ended within";
-    fastClock = true;
+    fastClock = 20000;
     TakeTexts();
+    slept = 0;
     EXPECT_EQ(WAITERR_WAITTIMEDOUT, line.WaitForCallState(LINECALLSTATE_BUSY));
+    EXPECT_NEAR(30000, slept, 20000);
     EXPECT_EQ("WAITTIMEDOUT\n", TakeTexts());
+    TestLine::lineCallbackFunc(line.m_hCall, LINE_CALLSTATE, reinterpret_cast<DWORD_PTR>(&line),
+                               LINECALLSTATE_CONNECTED, 0, 0);
+    EXPECT_EQ("\n\nConnected!\n\nAlready Connected!\n", TakeTexts());
     telsim.HangUp(line.m_hCall);
     PumpAll();
     EXPECT_EQ(0u, line.m_hLine) << "closed by the event";
@@ -184,7 +243,7 @@ TEST_F(TapiCall, RestartOfTheServiceIsWaitedForOnce)
     } kCases[] = {{FALSE, false, TRUE, {}}, {FALSE, true, TRUE, {}}, {TRUE, false, FALSE, {{1, 0x10}}}};
     for (const auto& test : kCases) {
         telsim.Reset();
-        fastClock = !test.quits;
+        fastClock = test.quits ? 0 : 500;
         TestLine line;
         Rule("lineInitialize", TELSIM_FAIL, LINEERR_REINIT, test.onward);
         const DWORD start = GetTickCount();
@@ -198,6 +257,8 @@ TEST_F(TapiCall, RestartOfTheServiceIsWaitedForOnce)
         EXPECT_EQ(test.initialized, line.InitializeTAPI(nullptr));
         EXPECT_FALSE(nested) << "within itself";
         EXPECT_GT(4000u, GetTickCount() - start);
+        EXPECT_NEAR(test.quits ? 0 : 5000, slept, 500);
+        slept = 0;
         EXPECT_EQ(test.boxes, TakeBoxes());
         MSG message;
         EXPECT_EQ(test.quits, PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE);
@@ -216,4 +277,30 @@ TEST_F(TapiCall, InitializingAgainForgetsWhatIsOpen)
     EXPECT_NE(INVALID_HANDLE_VALUE, line.m_hComm);
     line.ShutdownTAPI();
     EXPECT_EQ(INVALID_HANDLE_VALUE, line.m_hComm);
+}
+
+TEST_F(TapiCall, AFailureWithoutALineLeavesTheCallInProgress)
+{
+    TestLine line;
+    Rule("lineNegotiateAPIVersion", TELSIM_FAIL, LINEERR_INCOMPATIBLEAPIVERSION);
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_NE(std::string::npos, TakeTexts().find("lineNegotiateAPIVersion, INCOMPATIBLEAPIVERSION.\n"));
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_EQ((Boxes{{3, 0x10}, {2, 0x10}}), TakeBoxes());
+    line.ShutdownTAPI();
+    EXPECT_TRUE(line.GrabThePort());
+}
+
+TEST_F(TapiCall, ACallThatIsIdleAlreadyNeedsNoDrop)
+{
+    TestLine line;
+    ASSERT_TRUE(line.GrabThePort());
+    // Idle, but nobody has told the program yet.
+    ASSERT_TRUE(telsim.ChangeCallState(line.m_hCall, LINECALLSTATE_IDLE, 0, 0));
+    Rule("lineGetCallStatus", TELSIM_PRETEND);
+    telsim.ClearTexts();
+    EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ(0u, line.m_dwLastError) << "neither reported nor tried again";
+    EXPECT_EQ(telsim.Calls().find("lineDrop"), telsim.Calls().rfind("lineDrop"));
+    EXPECT_EQ("", telsim.Misuses());
 }

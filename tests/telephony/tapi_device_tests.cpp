@@ -16,10 +16,6 @@ protected:
             list += std::string(names.GetAt(i)) + "|";
         return list;
     }
-    static std::string Config(const TestLine& line)
-    {
-        return std::string(reinterpret_cast<const char*>(line.m_lpDevConfig), line.m_dwDevConfigSize);
-    }
 };
 
 std::string Translated(CZoTAPIInterface& line, const char* address, const std::function<void(void*)>& free)
@@ -43,6 +39,20 @@ FARPROC WINAPI FindAllButOne(HMODULE module, LPCSTR name)
     ++g_lookups[name];
     return g_missing == name ? nullptr : GetProcAddress(module, name);
 }
+/// What was to be started: command line, how it is shown, flags.
+std::string g_started;
+
+BOOL WINAPI StartNothing(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD flags,
+                         LPVOID, LPCSTR, LPSTARTUPINFOA startup, LPPROCESS_INFORMATION process)
+{
+    char text[100];
+    std::snprintf(text, sizeof text, "%s, %u, %#lx", commandLine, startup->wShowWindow, flags);
+    g_started = text;
+    process->hProcess = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    process->hThread = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    return TRUE;
+}
+
 HMODULE WINAPI LoadNothing(LPCSTR) { return ++g_loads, nullptr; }
 DWORD WINAPI FastClock() { return GetTickCount() * 100; }
 
@@ -184,27 +194,6 @@ TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
     });
 }
 
-TEST_F(TapiDevice, NoConfigurationIsLostForWantOfMemory)
-{
-    zo_test::FaultSource faults("LocalAlloc");
-    const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
-    TestLine line;
-    line.PreConfigureDevice(nullptr, 1, TRUE);
-    const std::string fetched = Config(line);
-    TakeTexts();
-    for (int nth = 1; nth <= 3; ++nth) {
-        faults.Arm(nth, true);
-        line.PreConfigureDevice(nullptr, 1, FALSE); // one character more, and so a larger block
-        faults.Disarm();
-        EXPECT_EQ(nth < 3 ? fetched : fetched + "*", Config(line));
-        EXPECT_EQ(nth < 3 ? Boxes({{10, 0x10}}) : Boxes(), TakeBoxes());
-    }
-    const std::string label = "PreConfigureDevice - Reallocate device config: ";
-    const std::string grown = label + "Reallocating structure\n";
-    EXPECT_EQ("PreConfigureDevice - lineConfigDialogEdit: " + grown + label + grown, TakeTexts());
-    FreeConfig(line);
-}
-
 TEST_F(TapiDevice, BuffersAreReusedGrownOrRefused)
 {
     TestLine line;
@@ -214,14 +203,22 @@ TEST_F(TapiDevice, BuffersAreReusedGrownOrRefused)
     EXPECT_EQ(block, line.ZoCheckAndReAllocBuffer(block, 50, "label"));
     EXPECT_EQ(LocalSize(block), block[0]);
     EXPECT_EQ(0u, block[1]);
+    void* empty = LocalAlloc(LPTR, 0);
+    EXPECT_EQ(nullptr, line.ZoCheckAndReAllocBuffer(empty, 50, "empty"));
+    LocalFree(empty);
     auto* params = line.CreateCallParams(reinterpret_cast<LINECALLPARAMS*>(block), "123");
     EXPECT_EQ(116u, params->dwTotalSize);
+    EXPECT_EQ(DWORD{LINEBEARERMODE_PASSTHROUGH}, params->dwBearerMode);
+    EXPECT_EQ(DWORD{LINEMEDIAMODE_DATAMODEM}, params->dwMediaMode);
+    EXPECT_EQ(DWORD{LINECALLPARAMFLAGS_IDLE}, params->dwCallParamFlags);
+    EXPECT_EQ(DWORD{LINEADDRESSMODE_ADDRESSID}, params->dwAddressMode);
+    EXPECT_EQ(4u, params->dwDisplayableAddressSize);
     EXPECT_STREQ("123", reinterpret_cast<char*>(params) + params->dwDisplayableAddressOffset);
     zo_test::FaultSource faults("LocalAlloc");
     const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
     faults.Arm(1, true);
     EXPECT_EQ(nullptr, line.ZoCheckAndReAllocBuffer(params, 5000, "label"));
-    EXPECT_EQ("CreateCallParams: Reallocating structure\nlabelReallocating structure\nlabel", TakeTexts());
+    EXPECT_EQ("emptyCreateCallParams: Reallocating structure\nlabelReallocating structure\nlabel", TakeTexts());
     EXPECT_EQ((Boxes{{10, 0x10}}), TakeBoxes());
 }
 
@@ -272,24 +269,10 @@ TEST_F(TapiDevice, BoxesAskOnceAndAreTakenAtTheirWord)
     EXPECT_FALSE(line.GrabThePort());
     EXPECT_EQ(0x14u, line.GetLastTAPIErrorFlags());
     EXPECT_EQ(2, faults.Fired());
-}
-
-TEST_F(TapiDevice, TakingThePortWithoutMemoryLeavesNothing)
-{
-    zo_test::FaultSource calls("LocalAlloc");
-    zo_test::AllocationFaults allocations;
-    const ZO_FAULTY_CALL(LocalAlloc) alloc(calls, kLibrary, nullptr);
-    for (zo_test::FaultSource* faults : {&calls, static_cast<zo_test::FaultSource*>(&allocations)}) {
-        zo_test::RunFaultLoop(*faults, [&](const zo_test::FaultRun& run) {
-            fastClock = true;
-            TestLine line(TRUE);
-            const BOOL grabbed = line.GrabThePort();
-            line.HangupCall();
-            run.Stop();
-            EXPECT_EQ(INVALID_HANDLE_VALUE, line.m_hComm);
-            EXPECT_EQ(run.Fired(), line.m_dwLastError != 0) << line.m_dwLastError;
-            line.ShutdownTAPI();
-            EXPECT_TRUE(line.GrabThePort()) << "once there is memory, after " << grabbed;
-        });
-    }
+    faults.Disarm();
+    answer = IDYES;
+    const zo_test::ImportPatch start(kLibrary, "CreateProcessA", &StartNothing);
+    ZO_EXPECT_NO_LEAK(line.HandleNoDevicesInstalled());
+    EXPECT_EQ("CONTROL.EXE MODEM.CPL,,ADD, 1, 0x20", g_started);
+    EXPECT_EQ(0x14u, line.GetLastTAPIErrorFlags());
 }

@@ -26,25 +26,26 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
 {
     constexpr DWORD kCall = LINE_CALLSTATE;
     constexpr DWORD kDevice = LINE_LINEDEVSTATE;
-    constexpr DWORD kGone = LINECALLSTATE_DISCONNECTED;
     constexpr DWORD kRestart = LINEDEVSTATE_REINIT;
     const struct {
         DWORD message;
         DWORD params[3];
         std::string text;
         bool hangsUp = false;
+        DWORD devices = 1;
     } kCases[] = {
         {kCall, {LINECALLSTATE_IDLE, 0, 0}, "Line idle\n", true},
         {kCall, {LINECALLSTATE_BUSY, 0, 0}, "Line busy, shutting down\n", true},
         {kCall, {LINECALLSTATE_SPECIALINFO, 0, 0}, "Special Info, probably couldn't dial number\n", true},
         {kCall, {LINECALLSTATE_PROCEEDING, 0, 0}, "Proceeding\n"},
+        {kCall, {LINECALLSTATE_DIALING, 0, 0}, "Dialing\n"},
+        {kCall, {LINECALLSTATE_RINGBACK, 0, 0}, "RingBack\n"},
+        {kCall, {LINECALLSTATE_OFFERING, 0, 0}, "Unhandled LINECALLSTATE message\n"},
+        {kCall, {LINECALLSTATE_ACCEPTED, 0, 0}, "Unhandled LINECALLSTATE message\n"},
         {kCall, {LINECALLSTATE_DIALTONE, 0, LINECALLPRIVILEGE_OWNER}, kOwner + std::string("Dial Tone\n")},
         {kCall, {LINECALLSTATE_ONHOLD, 0, 0}, "Unhandled LINECALLSTATE message\n"},
         {kCall, {LINECALLSTATE_IDLE, 0, LINECALLPRIVILEGE_MONITOR}, "line given monitor privilege; closing\n"},
         {kCall, {LINECALLSTATE_IDLE, 0, 8}, "Unknown LINECALLPRIVILEGE message: closing\n"},
-        {kCall, {kGone, LINEDISCONNECTMODE_NORMAL, 0}, "Remote Party Disconnected\n", true},
-        {kCall, {kGone, LINEDISCONNECTMODE_NODIALTONE, 0}, "Disconnected: No Dial Tone\n", true},
-        {kCall, {kGone, LINEDISCONNECTMODE_NUMBERCHANGED, 0}, "Disconnected: LINECALLSTATE; Bad Reason\n", true},
         {kDevice, {LINEDEVSTATE_RINGING, 1, 1}, "Line Ringing.\n"},
         {kDevice, {LINEDEVSTATE_DISCONNECTED, 0, 0}, "", true},
         {kDevice, {LINEDEVSTATE_OUTOFSERVICE, 0, 0}, "", true},
@@ -52,7 +53,10 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
         {kDevice,
          {kRestart, LINE_LINEDEVSTATE, LINEDEVSTATE_RINGING},
          "Soft REINIT: LINE_LINEDEVSTATE.\nLine Ringing.\n"},
+        {kDevice, {kRestart, LINE_CREATE, 4}, "Soft REINIT: LINE_CREATE.\n", false, 5},
         {kDevice, {kRestart, LINE_REPLY, 0}, "Ignoring soft REINIT\n"},
+        {LINE_CREATE, {1, 0, 0}, "", false, 2},
+        {LINE_CREATE, {0, 0, 0}, "", false, 1},
         {kDevice, {LINEDEVSTATE_TRANSLATECHANGE, 0, 0}, ""},
         {kDevice, {LINEDEVSTATE_REMOVED, 0, 0}, "A Line device has been removed; no action taken.\n"},
         {kDevice, {LINEDEVSTATE_BATTERY, 0, 0}, "Unhandled LINEDEVSTATE message\n"},
@@ -60,12 +64,31 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
     };
     for (const auto& test : kCases) {
         TestLine line;
+        line.m_dwNumDevs = 1;
         TakeTexts();
         TestLine::lineCallbackFunc(5, test.message, reinterpret_cast<DWORD_PTR>(&line), test.params[0], test.params[1],
                                    test.params[2]);
         EXPECT_EQ(test.text, TakeTexts());
         EXPECT_EQ(test.hangsUp ? 1 : 0, line.hangups) << test.text;
+        EXPECT_EQ(test.devices, line.m_dwNumDevs) << test.text;
         EXPECT_EQ(test.params[2] == LINECALLPRIVILEGE_OWNER && test.message == kCall ? 5u : 0u, line.m_hCall);
+    }
+    // By the reason's bit; the last has no text of its own.
+    const char* const kReasons[] = {"Remote Party Disconnected",  "Disconnected: Unknown reason",
+                                    "Remote Party rejected call", "Disconnected: Local phone picked up",
+                                    "Disconnected: Forwarded",    "Disconnected: Busy",
+                                    "Disconnected: No Answer",    "Disconnected: Bad Address",
+                                    "Disconnected: Unreachable",  "Disconnected: Congestion",
+                                    "Disconnected: Incompatible", "Disconnected: Unavail",
+                                    "Disconnected: No Dial Tone", "Disconnected: LINECALLSTATE; Bad Reason"};
+    DWORD mode = LINEDISCONNECTMODE_NORMAL;
+    for (const char* reason : kReasons) {
+        TestLine line;
+        TakeTexts();
+        TestLine::lineCallbackFunc(5, kCall, reinterpret_cast<DWORD_PTR>(&line), LINECALLSTATE_DISCONNECTED, mode, 0);
+        EXPECT_EQ(std::string(reason) + "\n", TakeTexts());
+        EXPECT_EQ(1, line.hangups);
+        mode <<= 1;
     }
     TestLine::lineCallbackFunc(0, LINE_REPLY, 0, 1, 0, 0); // names no object, and crashes nothing
 }
@@ -94,20 +117,33 @@ TEST_F(TapiEvent, CallersAreIdentified)
         EXPECT_STREQ(test.expectedNumber.c_str(), line.m_strCallerID);
         EXPECT_STREQ(test.expectedName.c_str(), line.m_strCallerName);
     }
-    for (const bool local : {true, false}) {
-        zo_test::FaultSource calls("LocalAlloc");
-        zo_test::AllocationFaults allocations;
-        const ZO_FAULTY_CALL(LocalAlloc) alloc(calls, kLibrary, nullptr);
-        zo_test::FaultSource& faults = local ? calls : allocations;
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
-            TestLine line(TRUE);
-            const bool opened = line.EnableCallAnswer(TRUE);
-            if (opened)
-                Offer(line, "555", "Ada", 0);
-            run.Stop();
-            EXPECT_EQ(run.Fired() ? 10u : 0u, line.m_dwLastError);
-            EXPECT_STREQ(run.Fired() ? "" : "555Ada", line.m_strCallerID + line.m_strCallerName);
-        });
+    // Only the call of the line that answers is looked at, and only for its identity.
+    TestLine line;
+    Offer(line, "555", "Ada", 0);
+    const HCALL call = line.m_hCall;
+    const struct {
+        DWORD device, info;
+        HLINE line, answerLine;
+        HCALL call;
+        const char* expected;
+    } kNews[] = {
+        {call, LINECALLINFOSTATE_CALLERID, 1, line.m_hAnswerLine, call, "old"},
+        {call, LINECALLINFOSTATE_CALLERID, 0, 0, call, "old"},
+        {0, LINECALLINFOSTATE_CALLERID, 0, line.m_hAnswerLine, 0, "old"},
+        {call + 1, LINECALLINFOSTATE_CALLERID, 0, line.m_hAnswerLine, call, "old"},
+        {call, LINECALLINFOSTATE_CALLEDID, 0, line.m_hAnswerLine, call, "old"},
+        {call, LINECALLINFOSTATE_CALLERID, 0, line.m_hAnswerLine, call, "555"},
+    };
+    for (const auto& news : kNews) {
+        TakeTexts();
+        line.m_strCallerID = "old";
+        const HLINE open = std::exchange(line.m_hAnswerLine, news.answerLine);
+        line.m_hLine = news.line;
+        line.m_hCall = news.call;
+        TestLine::lineCallbackFunc(news.device, LINE_CALLINFO, reinterpret_cast<DWORD_PTR>(&line), news.info, 0, 0);
+        EXPECT_STREQ(news.expected, line.m_strCallerID);
+        EXPECT_EQ(line.m_strCallerID == "old" ? "" : "\n\nCallerID info changed!\n\n", TakeTexts());
+        line.m_hAnswerLine = open;
     }
 }
 

@@ -3,6 +3,8 @@
 
 #include <zogbl/address_functions.h>
 
+#include <cstring>
+
 namespace {
 
 /// What the error table says of an error of the service.
@@ -89,9 +91,20 @@ const struct {
 
 class TapiService : public TapiTest {
 protected:
+    TapiService()
+    {
+        // So that what is made once and kept is there.
+        TestLine line;
+        line.GrabThePort();
+        line.HandleLineErr(Error(LINEERR_INIFILECORRUPT));
+        line.ShutdownTAPI();
+        telsim.Reset();
+        TakeBoxes();
+    }
     /// Afterwards the service must have nothing of the interface left.
     Outcome Live(Life life, BOOL silent, DWORD* flags = nullptr)
     {
+        const long handles = zo_test::ProcessCounts::Take().handles;
         Outcome outcome{};
         {
             TestLine line(silent);
@@ -107,7 +120,7 @@ protected:
                     PumpAll();
                     line.EnableCallAnswer(FALSE);
                 }
-                outcome.result = line.m_strCallerID + line.m_strCallerName;
+                outcome.result = std::string(line.m_strCallerID) + std::string(line.m_strCallerName);
                 break;
             case Life::kConfiguration:
                 line.PreConfigureDevice(nullptr, 1, FALSE);
@@ -132,7 +145,8 @@ protected:
         }
         EXPECT_EQ(0, localBlocks());
         EXPECT_EQ(0u, telsim.GetCount(TELSIM_PORTS));
-        telsim.ClearRules();
+        telsim.Reset();
+        EXPECT_GE(handles, zo_test::ProcessCounts::Take().handles);
         return outcome;
     }
 };
@@ -141,7 +155,7 @@ protected:
 
 TEST_F(TapiService, EveryErrorOfEveryFunctionIsRecordedAndShownAsItShould)
 {
-    fastClock = true;
+    fastClock = 20000;
     for (const auto& [life, function, ending] : kFunctions) {
         // These look at no error: whatever it is, it ends a call without a box of its own, or nothing.
         const bool handled = function != "lineMakeCall" && function != "lineTranslateDialog";
@@ -183,7 +197,7 @@ TEST_F(TapiService, EveryErrorOfEveryFunctionIsRecordedAndShownAsItShould)
 
 TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
 {
-    fastClock = true;
+    fastClock = 20000;
     constexpr DWORD kAll = 0xFFFFFFFF;
     const Life kCaller = Life::kCaller, kConfig = Life::kConfiguration, kNumber = Life::kNumber;
     const struct {
@@ -277,12 +291,65 @@ TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
             if (round++ >= static_cast<int>(std::size(kCases)) && test.action == TELSIM_LATE_REPLY)
                 continue;
             Rule(test.function, test.action, test.value, test.action != TELSIM_FAIL);
-            const long handles = zo_test::ProcessCounts::Take().handles;
             EXPECT_EQ(test.expected, Live(test.life, TRUE));
-            telsim.Reset();
-            EXPECT_GE(handles, zo_test::ProcessCounts::Take().handles);
         }
         if (HasFailure())
             return;
+    }
+}
+
+TEST_F(TapiService, WithoutMemoryNothingIsLostAndTheDebuggerIsToldWhere)
+{
+    const std::string configure = "PreConfigureDevice - ";
+    struct Block {
+        std::string label;
+        SIZE_T size;
+        Outcome without;
+    };
+    const std::pair<Life, std::vector<Block>> kCases[] = {
+        {Life::kPort,
+         {{"lineGetDevCaps", 1264, {"", 10}},
+          {"lineGetAddressStatus", 1088, {"", 8}},
+          {"lineGetAddressCaps", 1204, {"", 10}},
+          {"CreateCallParams: ", 113, {"", 10}},
+          {"lineGetID: ", 1048, {"", 11}},
+          {"lineGetCallStatus", 1060, {"port", 12}}}},
+        {Life::kCaller, {{"lineGetDevCaps", 1264, {"", 10}}, {"lineGetCallInfo", 1320, {"", 10}}}},
+        {Life::kConfiguration,
+         {{configure + "lineGetDevConfig: ", 24, {"", 10}},
+          {configure + "lineGetDevConfig: ", 44, {"", 10}},
+          {configure + "Allocate device config: ", 21, {"", 10}},
+          {configure + "lineConfigDialogEdit: ", 5100, {kSettings, 10}},
+          {configure + "Reallocate device config: ", 22, {kSettings, 10}}}},
+        {Life::kNumber, {{"lineTranslateOutput", 1064, {"", 10}}}},
+    };
+    fastClock = 20000;
+    for (const auto& [life, blocks] : kCases) {
+        zo_test::FaultSource faults("LocalAlloc");
+        const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
+        zo_test::RunFaultLoop(faults, [&, life = life, &blocks = blocks](const zo_test::FaultRun& run) {
+            localSizes.clear();
+            TakeTexts();
+            const Outcome outcome = Live(life, TRUE);
+            run.Stop();
+            if (!run.Fired()) {
+                EXPECT_EQ((Outcome{ResultOf(life), 0}), outcome);
+                ASSERT_EQ(blocks.size(), localSizes.size());
+                for (size_t i = 0; i < blocks.size(); ++i)
+                    EXPECT_EQ(blocks[i].size, localSizes[i]) << blocks[i].label;
+                return;
+            }
+            const Block& missing = blocks.at(static_cast<size_t>(run.number) - 1);
+            EXPECT_EQ(missing.without, outcome);
+            EXPECT_NE(std::string::npos, TakeTexts().find(missing.label));
+        });
+    }
+    for (const Life life : {Life::kPort, Life::kCaller}) {
+        zo_test::AllocationFaults faults;
+        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+            const Outcome outcome = Live(life, TRUE);
+            run.Stop();
+            EXPECT_EQ((run.Fired() ? Outcome{"", 10} : Outcome{ResultOf(life), 0}), outcome);
+        });
     }
 }
