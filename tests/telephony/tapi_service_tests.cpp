@@ -93,13 +93,9 @@ class TapiService : public TapiTest {
 protected:
     TapiService()
     {
-        // So that what is made once and kept is there.
-        TestLine line;
-        line.GrabThePort();
-        line.HandleLineErr(Error(LINEERR_INIFILECORRUPT));
-        line.ShutdownTAPI();
+        TestLine(TRUE).GrabThePort(); // so that what is made once and kept is there
         telsim.Reset();
-        TakeBoxes();
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 1, QS_ALLINPUT);
     }
     /// Afterwards the service must have nothing of the interface left.
     Outcome Live(Life life, BOOL silent, DWORD* flags = nullptr)
