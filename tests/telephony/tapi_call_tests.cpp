@@ -192,12 +192,12 @@ TEST_F(TapiCall, WaitsForCallStates)
     EXPECT_EQ(0, line.WaitForCallState(0)) << "any change";
     After(20, [] { EXPECT_EQ(WAITERR_WAITABORTED, TestLine(TRUE).WaitForCallState(LINECALLSTATE_IDLE)); });
     EXPECT_EQ(WAITERR_WAITABORTED, line.WaitForCallState(LINECALLSTATE_BUSY)) << "another wait ended within";
-    fastClock = 20000;
+    fastClock = 1000;
     TakeTexts();
-    slept = 0;
+    After(1, [&] { telsim.ChangeCallState(line.m_hCall, LINECALLSTATE_PROCEEDING, 0, 0); });
     EXPECT_EQ(WAITERR_WAITTIMEDOUT, line.WaitForCallState(LINECALLSTATE_BUSY));
-    EXPECT_NEAR(30000, slept, 20000);
-    EXPECT_EQ("WAITTIMEDOUT\n", TakeTexts());
+    EXPECT_NEAR(30000, slept, 2000);
+    EXPECT_EQ("Proceeding\nWAITTIMEDOUT\n", TakeTexts());
     TestLine::lineCallbackFunc(line.m_hCall, LINE_CALLSTATE, reinterpret_cast<DWORD_PTR>(&line),
                                LINECALLSTATE_CONNECTED, 0, 0);
     EXPECT_EQ("\n\nConnected!\n\nAlready Connected!\n", TakeTexts());
@@ -267,7 +267,16 @@ TEST_F(TapiCall, RestartOfTheServiceIsWaitedForOnce)
 
 TEST_F(TapiCall, InitializingAgainForgetsWhatIsOpen)
 {
-    TestLine line;
+    Rule("lineInitialize", TELSIM_FAIL, LINEERR_NODRIVER);
+    TestLine failed, line;
+    EXPECT_FALSE(failed.InitializeTAPI(nullptr));
+    line.m_hLine = line.m_hCall = line.m_hAnswerLine = 5;
+    EXPECT_TRUE(line.InitializeTAPI(nullptr));
+    EXPECT_EQ(0u, line.m_hLine | line.m_hCall | line.m_hAnswerLine);
+    telsim.AddLine();
+    PumpAll();
+    EXPECT_EQ(3u, line.m_dwNumDevs);
+    EXPECT_EQ(0u, failed.m_dwNumDevs) << "is told nothing";
     ASSERT_TRUE(line.GrabThePort());
     EXPECT_TRUE(line.InitializeTAPI(nullptr));
     EXPECT_EQ(0u, line.m_hLine | line.m_hCall | line.m_hAnswerLine);
@@ -288,7 +297,12 @@ TEST_F(TapiCall, AFailureWithoutALineLeavesTheCallInProgress)
     EXPECT_FALSE(line.GrabThePort());
     EXPECT_EQ((Boxes{{3, 0x10}, {2, 0x10}}), TakeBoxes());
     line.ShutdownTAPI();
-    EXPECT_TRUE(line.GrabThePort());
+    ASSERT_TRUE(telsim.ConfigureLine(1, "addressfeatures", "0"));
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_EQ((Boxes{{9, 0x10}}), TakeBoxes());
+    EXPECT_NE(std::string::npos, TakeTexts().find("\nThis line is not available to place a call.\n"));
+    ASSERT_TRUE(telsim.ConfigureLine(1, "addressfeatures", "makecall"));
+    EXPECT_TRUE(line.GrabThePort()) << "with a line it is over";
 }
 
 TEST_F(TapiCall, ACallThatIsIdleAlreadyNeedsNoDrop)
@@ -303,4 +317,13 @@ TEST_F(TapiCall, ACallThatIsIdleAlreadyNeedsNoDrop)
     EXPECT_EQ(0u, line.m_dwLastError) << "neither reported nor tried again";
     EXPECT_EQ(telsim.Calls().find("lineDrop"), telsim.Calls().rfind("lineDrop"));
     EXPECT_EQ("", telsim.Misuses());
+    // And one that never becomes idle is given up.
+    ASSERT_TRUE(line.GrabThePort());
+    Rule("lineDrop", TELSIM_PRETEND);
+    fastClock = 1000;
+    TakeTexts();
+    EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ("Stopping Call in progress\nLINE_REPLY: successfully replied.\nWAITTIMEDOUT\n"
+              "Call timed out waiting for IDLE state.\nCall Dropped.\nCall Deallocated.\nLine Closed.\nCall stopped\n",
+              TakeTexts());
 }

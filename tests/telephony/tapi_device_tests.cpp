@@ -176,10 +176,12 @@ TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
         EXPECT_EQ(test.keys, List(keys));
     }
     telsim.SetLineCount(2);
-    ASSERT_TRUE(telsim.ConfigureLine(1, "format", "unicode"));
+    ASSERT_TRUE(telsim.ConfigureLine(1, "format", "dbcs"));
     TakeTexts();
-    EXPECT_EQ(2u, TestLine().EnumerateTAPIDeviceLines(nullptr, error, nullptr));
-    EXPECT_NE(std::string::npos, TakeTexts().find("d.\nTAPI Device #0 is: Modem\nTAPI uninit"));
+    CStringArray keys;
+    EXPECT_EQ(2u, TestLine().EnumerateTAPIDeviceLines(nullptr, error, &keys));
+    EXPECT_NE(std::string::npos,
+              TakeTexts().find("d.\nTAPI Device #0 is: Modem\nTAPI Device #0 reg key is: Key\nTAPI uninit"));
     zo_test::AllocationFaults faults;
     zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
         CStringArray names, keys;
@@ -192,6 +194,22 @@ TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
         EXPECT_EQ(count, static_cast<DWORD>(names.GetSize()));
         EXPECT_EQ(count, static_cast<DWORD>(keys.GetSize()));
     });
+}
+
+TEST_F(TapiDevice, ConfigurationThatGrowsIsAskedForWithRoomToSpare)
+{
+    TestLine line(TRUE);
+    line.PreConfigureDevice(nullptr, 1, TRUE);
+    Rule("lineConfigDialogEdit", TELSIM_NEED_MORE, 6000);
+    localSizes.clear();
+    TakeTexts();
+    line.PreConfigureDevice(nullptr, 1, FALSE);
+    EXPECT_EQ((std::vector<SIZE_T>{5100, 12096, 22}), localSizes);
+    EXPECT_EQ("Internal Error: Unable to set line configuration.\n"
+              "PreConfigureDevice - lineConfigDialogEdit: Reallocating structure\n"
+              "PreConfigureDevice - Reallocate device config: Reallocating structure\n",
+              TakeTexts());
+    FreeConfig(line);
 }
 
 TEST_F(TapiDevice, BuffersAreReusedGrownOrRefused)
@@ -227,12 +245,14 @@ TEST_F(TapiDevice, AddressesAreTranslated)
     const auto free = [this](void* block) { Free(block); };
     TestLine line;
     EXPECT_EQ("T14255550123", Translated(line, "+1 (425) 5550123", free));
-    EXPECT_NE(std::string::npos, telsim.Calls().find("options=0xa")) << "call waiting is always cancelled";
+    EXPECT_NE(std::string::npos,
+              telsim.Calls().find("version=0x10000, address=\"+1 (425) 5550123\", card=0, options=0xa"))
+        << "call waiting is always cancelled";
     EXPECT_EQ("none", Translated(line, "abc", free));
     EXPECT_EQ((Boxes{{21, 0x10}}), TakeBoxes());
     EXPECT_EQ(12u, line.GetLastTAPIError());
     EXPECT_FALSE(line.DisplaylineTranslateDialog());
-    EXPECT_NE(std::string::npos, telsim.Calls().find("lineTranslateDialog(app"));
+    EXPECT_NE(std::string::npos, telsim.Calls().find("device=0, version=0x10000, address=null"));
     line.ShutdownTAPI();
     Rule("lineInitialize", TELSIM_FAIL, LINEERR_NODRIVER, TRUE);
     void* given = line.ZoCheckAndReAllocBuffer(nullptr, 50, "");
@@ -264,7 +284,9 @@ TEST_F(TapiDevice, BoxesAskOnceAndAreTakenAtTheirWord)
     EXPECT_FALSE(line.GrabThePort());
     EXPECT_EQ((Boxes{{18, 0x14}, {18, 0x10}}), TakeBoxes());
     EXPECT_EQ(0x10u, line.GetLastTAPIErrorFlags());
+    TakeTexts();
     EXPECT_FALSE(line.EnableCallAnswer(TRUE));
+    EXPECT_EQ(">EnableCallAnswer\n>EnableCallAnswer Nodevices installed\n", TakeTexts());
     answer = IDNO;
     EXPECT_FALSE(line.GrabThePort());
     EXPECT_EQ(0x14u, line.GetLastTAPIErrorFlags());

@@ -173,8 +173,15 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
         EXPECT_EQ(test.code == 26 ? 0x40u : test.code == 18 ? 0x14u : 0x10u, line.GetLastTAPIErrorFlags());
         const std::string told = TakeTexts();
         EXPECT_NE(std::string::npos, told.find(std::string(">EnableCallAnswer ") + test.text + "\n")) << told;
+        EXPECT_EQ(test.code == 18, told.find("No devices installed.\n") != std::string::npos);
         EXPECT_EQ(0u, line.m_hAnswerLine);
     }
+    {
+        TestLine answering;
+        EXPECT_TRUE(answering.EnableCallAnswer(TRUE));
+        TakeTexts();
+    }
+    EXPECT_EQ(">EnableCallAnswer\n>EnableCallAnswer DISABLING!\nLine Closed.\nTAPI uninitialized.\n", TakeTexts());
     TestLine line;
     line.m_dwMediaModes = LINEMEDIAMODE_TDD;
     EXPECT_FALSE(line.EnableCallAnswer(TRUE));
@@ -183,12 +190,13 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
     EXPECT_TRUE(line.EnableCallAnswer(TRUE));
     EXPECT_TRUE(line.EnableCallAnswer(TRUE)) << "once more";
     EXPECT_EQ(1u, telsim.GetCount(TELSIM_LINES));
-    Offer(line, "555", "", 0);
+    Offer(line, "555", "Ada", 0);
     EXPECT_TRUE(line.HangupCall());
     EXPECT_EQ(1u, telsim.GetCount(TELSIM_CALL_HANDLES)) << "not in progress, until a derived class says so";
     line.m_bCallInProgress = TRUE;
     EXPECT_TRUE(line.HangupCall());
     EXPECT_EQ(0u, telsim.GetCount(TELSIM_CALL_HANDLES));
+    EXPECT_STREQ("", line.m_strCallerID + line.m_strCallerName);
     EXPECT_NE(0u, line.m_hAnswerLine) << "it does not close the answer line";
     Rule("lineClose", TELSIM_FAIL, LINEERR_OPERATIONFAILED);
     EXPECT_FALSE(line.EnableCallAnswer(FALSE));
