@@ -3,6 +3,7 @@
 
 #include "support/virtual_slots.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -42,44 +43,45 @@ TEST_F(TapiCall, MembersKeepTheirPlacesAndBeginAsTheyShould)
     alignas(CZoTAPIInterface) char memory[sizeof(CZoTAPIInterface)];
     std::memset(memory, 0xDD, sizeof memory);
     auto* line = new (memory) CZoTAPIInterface(nullptr, nullptr, LINEMEDIAMODE_DATAMODEM, TRUE);
-    std::vector<DWORD> expected(sizeof memory / 4, 0);
-    std::memcpy(expected.data(), memory, 4); // the table of virtual operations
-    const auto member = [&](size_t place, const auto& value, DWORD initial = 0) {
-        EXPECT_EQ(memory + place, reinterpret_cast<const char*>(&value));
-        expected[place / 4] = initial;
-    };
-    member(4, line->m_dwMediaModes, LINEMEDIAMODE_DATAMODEM);
-    member(8, line->m_hMainWnd);
-    member(12, line->m_hDialogWnd);
-    member(16, line->m_hLineApp);
-    member(20, line->m_dwNumDevs);
-    member(28, line->m_bShuttingDown);
-    member(32, line->m_bHangingUp);
-    member(36, line->m_bInitializing);
-    member(40, line->m_bCallInProgress);
-    member(44, line->m_bSilent, TRUE);
-    member(48, line->m_hCall);
-    member(52, line->m_hLine);
-    member(56, line->m_hAnswerLine);
-    member(60, line->m_hComm, 0xFFFFFFFF);
-    member(108, line->m_dwDeviceID, 0xFFFFFFFF);
-    member(112, line->m_dwAPIVersion);
-    member(116, line->m_dwCallState);
-    member(2168, line->m_bConnected);
-    member(2172, line->m_lpDevConfig);
-    member(2176, line->m_dwDevConfigSize);
-    member(2180, line->m_bReplyReceived);
-    member(2184, line->m_lRequestID);
-    member(2188, line->m_lReplyResult);
-    member(2192, line->m_bCallStateChanged);
-    for (const CString* text : {&line->m_strCallerID, &line->m_strCallerName}) {
-        EXPECT_STREQ("", *text);
-        std::memcpy(&expected[text == &line->m_strCallerID ? 549 : 550], static_cast<const void*>(text), 4);
-    }
-    member(2204, line->m_dwLastError);
-    member(2208, line->m_dwLastErrorFlags, 0x10);
-    EXPECT_EQ(2212u, sizeof memory);
-    EXPECT_EQ(0, std::memcmp(expected.data(), memory, sizeof memory)) << "all else is zero";
+    const std::pair<size_t, const void*> kPlaces[] = {{4, &line->m_dwMediaModes},
+                                                      {8, &line->m_hMainWnd},
+                                                      {12, &line->m_hDialogWnd},
+                                                      {16, &line->m_hLineApp},
+                                                      {20, &line->m_dwNumDevs},
+                                                      {28, &line->m_bShuttingDown},
+                                                      {32, &line->m_bHangingUp},
+                                                      {36, &line->m_bInitializing},
+                                                      {40, &line->m_bCallInProgress},
+                                                      {44, &line->m_bSilent},
+                                                      {48, &line->m_hCall},
+                                                      {52, &line->m_hLine},
+                                                      {56, &line->m_hAnswerLine},
+                                                      {60, &line->m_hComm},
+                                                      {108, &line->m_dwDeviceID},
+                                                      {112, &line->m_dwAPIVersion},
+                                                      {116, &line->m_dwCallState},
+                                                      {2168, &line->m_bConnected},
+                                                      {2172, &line->m_lpDevConfig},
+                                                      {2176, &line->m_dwDevConfigSize},
+                                                      {2180, &line->m_bReplyReceived},
+                                                      {2184, &line->m_lRequestID},
+                                                      {2188, &line->m_lReplyResult},
+                                                      {2192, &line->m_bCallStateChanged},
+                                                      {2196, &line->m_strCallerID},
+                                                      {2200, &line->m_strCallerName},
+                                                      {2204, &line->m_dwLastError},
+                                                      {2208, &line->m_dwLastErrorFlags},
+                                                      {2212, memory + sizeof memory}};
+    for (const auto& [place, member] : kPlaces)
+        EXPECT_EQ(memory + place, member);
+    EXPECT_EQ(0xFFFFFFFFu, line->m_dwDeviceID);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, line->m_hComm);
+    EXPECT_EQ(0x10u, line->m_dwLastErrorFlags);
+    line->m_dwDeviceID = 0;
+    line->m_hComm = nullptr;
+    line->m_bSilent = FALSE;
+    EXPECT_EQ(44, std::count(memory + 16, memory + 60, '\0'));
+    EXPECT_EQ(2196 - 60, std::count(memory + 60, memory + 2196, '\0')) << "all else is zero";
     line->~CZoTAPIInterface();
 }
 

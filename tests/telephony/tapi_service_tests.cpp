@@ -193,104 +193,78 @@ TEST_F(TapiService, EveryErrorOfEveryFunctionIsRecordedAndShownAsItShould)
 
 TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
 {
-    fastClock = 20000;
-    constexpr DWORD kAll = 0xFFFFFFFF;
-    const Life kCaller = Life::kCaller, kConfig = Life::kConfiguration, kNumber = Life::kNumber;
+    struct Case {
+        std::string function;
+        Life life;
+        DWORD action, value;
+        Outcome expected;
+    };
+    const Outcome port = {"port", 0};
+    std::vector<Case> cases = {
+        // success, and nothing done
+        {"lineInitialize", Life::kPort, TELSIM_PRETEND, 0, {"", 12}},
+        {"lineNegotiateAPIVersion", Life::kPort, TELSIM_PRETEND, 0, {"", 3}},
+        {"lineOpen", Life::kPort, TELSIM_PRETEND, 0, {"", 8}},
+        {"lineSetStatusMessages", Life::kPort, TELSIM_PRETEND, 0, port},
+        {"lineMakeCall", Life::kPort, TELSIM_PRETEND, 0, {"", 11}},
+        {"lineDrop", Life::kPort, TELSIM_PRETEND, 0, {"port", 12}}, // not idle, so not deallocated
+        {"lineDeallocateCall", Life::kPort, TELSIM_PRETEND, 0, port},
+        {"lineClose", Life::kPort, TELSIM_PRETEND, 0, port},
+        {"lineClose", Life::kCaller, TELSIM_PRETEND, 0, {"555Ada", 0}},
+        {"lineShutdown", Life::kPort, TELSIM_PRETEND, 0, port},
+        {"lineTranslateDialog", Life::kNumber, TELSIM_PRETEND, 0, {"5550123", 0}},
+        // errors with an end of their own
+        {"lineNegotiateAPIVersion", Life::kPort, TELSIM_FAIL, LINEERR_INCOMPATIBLEAPIVERSION, {"", 3}},
+        {"lineOpen", Life::kPort, TELSIM_FAIL, LINEERR_ALLOCATED, {"", 7}},
+        {"lineGetDevCaps", Life::kPort, TELSIM_USED_SIZE, 232, {"", 6}}, // as far as older versions go
+        // replies
+        {"lineMakeCall", Life::kPort, TELSIM_FAIL_REPLY, LINEERR_CALLUNAVAIL, {"", 11}},
+        {"lineDrop", Life::kPort, TELSIM_FAIL_REPLY, LINEERR_INVALCALLSTATE, {"port", 12}},
+    };
+    for (const char* function : {"lineMakeCall", "lineDrop"}) {
+        cases.push_back({function, Life::kPort, TELSIM_LATE_REPLY, 250, port});
+        cases.push_back({function, Life::kPort, TELSIM_EARLY_REPLY, 0, port});
+    }
     const struct {
         const char* function;
-        TelsimAction action;
-        DWORD value;
-        Outcome expected;
-        Life life = Life::kPort;
-    } kCases[] = {
-        // success, and nothing written
-        {"lineInitialize", TELSIM_PRETEND, 0, {"", 12}},
-        {"lineNegotiateAPIVersion", TELSIM_PRETEND, 0, {"", 3}},
-        {"lineNegotiateAPIVersion", TELSIM_FAIL, LINEERR_INCOMPATIBLEAPIVERSION, {"", 3}},
-        {"lineGetDevCaps", TELSIM_PRETEND, 0, {"", 4}},
-        {"lineOpen", TELSIM_PRETEND, 0, {"", 8}},
-        {"lineOpen", TELSIM_FAIL, LINEERR_ALLOCATED, {"", 7}},
-        {"lineSetStatusMessages", TELSIM_PRETEND, 0, {"port", 0}},
-        {"lineGetAddressStatus", TELSIM_PRETEND, 0, {"", 9}},
-        {"lineGetAddressCaps", TELSIM_PRETEND, 0, {"port", 0}},
-        {"lineMakeCall", TELSIM_PRETEND, 0, {"", 11}},
-        {"lineGetID", TELSIM_PRETEND, 0, {"", 11}},
-        {"lineGetCallStatus", TELSIM_PRETEND, 0, {"port", 0}},
-        {"lineDrop", TELSIM_PRETEND, 0, {"port", 12}},
-        {"lineDeallocateCall", TELSIM_PRETEND, 0, {"port", 0}},
-        {"lineClose", TELSIM_PRETEND, 0, {"port", 0}},
-        {"lineShutdown", TELSIM_PRETEND, 0, {"port", 0}},
-        {"lineGetCallInfo", TELSIM_PRETEND, 0, {"", 0}, kCaller},
-        {"lineClose", TELSIM_PRETEND, 0, {"555Ada", 0}, kCaller},
-        {"lineGetDevConfig", TELSIM_PRETEND, 0, {"", 0}, kConfig},
-        {"lineConfigDialogEdit", TELSIM_PRETEND, 0, {kSettings, 0}, kConfig},
-        {"lineTranslateAddress", TELSIM_PRETEND, 0, {"", 0}, kNumber},
-        {"lineTranslateDialog", TELSIM_PRETEND, 0, {"5550123", 0}, kNumber},
-        // replies
-        {"lineMakeCall", TELSIM_FAIL_REPLY, LINEERR_CALLUNAVAIL, {"", 11}},
-        {"lineMakeCall", TELSIM_LATE_REPLY, 250, {"port", 0}},
-        {"lineMakeCall", TELSIM_EARLY_REPLY, 0, {"port", 0}},
-        {"lineDrop", TELSIM_FAIL_REPLY, LINEERR_INVALCALLSTATE, {"port", 12}}, // not idle, so not deallocated
-        {"lineDrop", TELSIM_LATE_REPLY, 250, {"port", 0}},
-        {"lineDrop", TELSIM_EARLY_REPLY, 0, {"port", 0}},
-        // records
-        {"lineGetDevCaps", TELSIM_NEED_MORE, 5000, {"port", 0}},
-        {"lineGetAddressStatus", TELSIM_NEED_MORE, 5000, {"port", 0}},
-        {"lineGetAddressCaps", TELSIM_NEED_MORE, 5000, {"port", 0}},
-        {"lineGetID", TELSIM_NEED_MORE, 5000, {"port", 0}},
-        {"lineGetCallStatus", TELSIM_NEED_MORE, 5000, {"port", 0}},
-        {"lineGetCallInfo", TELSIM_NEED_MORE, 5000, {"555Ada", 0}, kCaller},
-        {"lineGetDevConfig", TELSIM_NEED_MORE, 5000, {kSettings + "*", 0}, kConfig},
-        {"lineConfigDialogEdit", TELSIM_NEED_MORE, 6000, {kSettings + "*", 0}, kConfig},
-        {"lineTranslateAddress", TELSIM_NEED_MORE, 5000, {"5550123", 0}, kNumber},
-        {"lineGetDevCaps", TELSIM_NEED_ENDLESS, 1, {"", 10}},
-        {"lineGetAddressStatus", TELSIM_NEED_ENDLESS, 70000, {"", 8}},
-        {"lineGetAddressCaps", TELSIM_NEEDED_SIZE, kAll, {"", 10}},
-        {"lineGetID", TELSIM_NEEDED_SIZE, 0x80000000, {"", 11}},
-        {"lineGetCallStatus", TELSIM_NEED_ENDLESS, 1, {"port", 12}},
-        {"lineGetDevCaps", TELSIM_USED_SIZE, 12, {"", 4}},
-        {"lineGetDevCaps", TELSIM_USED_SIZE, 232, {"", 6}},
-        {"lineGetDevCaps", TELSIM_USED_SIZE, 5000, {"", 4}},
-        {"lineGetAddressStatus", TELSIM_USED_SIZE, 0, {"", 9}},
-        {"lineGetAddressCaps", TELSIM_USED_SIZE, 0, {"port", 0}},
-        {"lineGetCallStatus", TELSIM_USED_SIZE, 0, {"port", 0}},
-        {"lineGetID", TELSIM_USED_SIZE, 26, {"", 11}},
-        {"lineGetID", TELSIM_BAD_OFFSETS, 16, {"", 11}},
-        {"lineGetID", TELSIM_BAD_OFFSETS, kAll, {"", 11}},
-        {"lineGetID", TELSIM_BAD_SIZES, kAll, {"", 11}},
-        {"lineGetID", TELSIM_BAD_SIZES, 3, {"", 11}},
-        {"lineGetCallInfo", TELSIM_NEED_ENDLESS, 1, {"", 10}, kCaller},
-        {"lineGetCallInfo", TELSIM_USED_SIZE, 12, {"", 0}, kCaller},
-        {"lineGetCallInfo", TELSIM_USED_SIZE, kAll, {"", 0}, kCaller},
-        {"lineGetCallInfo", TELSIM_BAD_OFFSETS, 96, {"", 0}, kCaller},
-        {"lineGetCallInfo", TELSIM_BAD_OFFSETS, kAll, {"", 0}, kCaller},
-        {"lineGetCallInfo", TELSIM_BAD_SIZES, kAll, {"", 0}, kCaller},
-        {"lineGetDevConfig", TELSIM_NEED_ENDLESS, 100, {"", 10}, kConfig},
-        {"lineGetDevConfig", TELSIM_USED_SIZE, 30, {"", 0}, kConfig},
-        {"lineGetDevConfig", TELSIM_BAD_OFFSETS, 20, {"", 0}, kConfig},
-        {"lineGetDevConfig", TELSIM_BAD_SIZES, kAll, {"", 0}, kConfig},
-        {"lineConfigDialogEdit", TELSIM_NEED_ENDLESS, 100, {kSettings, 10}, kConfig},
-        {"lineConfigDialogEdit", TELSIM_USED_SIZE, 30, {kSettings, 0}, kConfig},
-        {"lineConfigDialogEdit", TELSIM_BAD_OFFSETS, kAll, {kSettings, 0}, kConfig},
-        {"lineConfigDialogEdit", TELSIM_BAD_SIZES, kAll, {kSettings, 0}, kConfig},
-        {"lineTranslateAddress", TELSIM_NEED_ENDLESS, 1, {"", 10}, kNumber},
-        {"lineTranslateAddress", TELSIM_USED_SIZE, 12, {"", 0}, kNumber},
-        {"lineTranslateAddress", TELSIM_BAD_OFFSETS, 36, {"", 0}, kNumber},
-        {"lineTranslateAddress", TELSIM_BAD_OFFSETS, 0xFFFFFFF0, {"", 0}, kNumber},
-        {"lineTranslateAddress", TELSIM_BAD_SIZES, 0xFFFFFFF0, {"", 0}, kNumber},
+        Life life;
+        Outcome cut, astray, endless; // what its record's faults come to
+    } kRecords[] = {
+        {"lineGetDevCaps", Life::kPort, {"", 4}, port, {"", 10}},
+        {"lineGetAddressStatus", Life::kPort, {"", 9}, port, {"", 8}},
+        {"lineGetAddressCaps", Life::kPort, port, port, {"", 10}},
+        {"lineGetID", Life::kPort, {"", 11}, {"", 11}, {"", 11}},
+        {"lineGetCallStatus", Life::kPort, port, port, {"port", 12}},
+        {"lineGetCallInfo", Life::kCaller, {"", 0}, {"", 0}, {"", 10}},
+        {"lineGetDevConfig", Life::kConfiguration, {"", 0}, {"", 0}, {"", 10}},
+        {"lineConfigDialogEdit", Life::kConfiguration, {kSettings, 0}, {kSettings, 0}, {kSettings, 10}},
+        {"lineTranslateAddress", Life::kNumber, {"", 0}, {"", 0}, {"", 10}},
     };
-    const int rounds = zo_test::Family() == zo_test::WindowsFamily::kWindows10 ? 1000 : 100;
-    for (int round = 0; round < rounds;) {
-        for (const auto& test : kCases) {
-            SCOPED_TRACE(std::string(test.function) + " action " + std::to_string(test.action) + " value " +
-                         std::to_string(test.value) + " round " + std::to_string(round));
-            if (round++ >= static_cast<int>(std::size(kCases)) && test.action == TELSIM_LATE_REPLY)
-                continue;
-            Rule(test.function, test.action, test.value, test.action != TELSIM_FAIL);
-            EXPECT_EQ(test.expected, Live(test.life, TRUE));
-        }
-        if (HasFailure())
-            return;
+    constexpr DWORD kAll = 0xFFFFFFFF;
+    for (const auto& [function, life, cut, astray, endless] : kRecords) {
+        cases.push_back({function, life, TELSIM_NEED_MORE, 5000, {ResultOf(life), 0}});
+        cases.push_back({function, life, TELSIM_PRETEND, 0, cut});
+        for (const DWORD used : {0ul, 12ul, kAll})
+            cases.push_back({function, life, TELSIM_USED_SIZE, used, cut});
+        for (const DWORD offset : {20ul, 0xFFFFFFF0ul, kAll})
+            cases.push_back({function, life, TELSIM_BAD_OFFSETS, offset, astray});
+        for (const DWORD size : {0xFFFFFFF0ul, kAll})
+            cases.push_back({function, life, TELSIM_BAD_SIZES, size, astray});
+        for (const DWORD needed : {0x80000000ul, kAll})
+            cases.push_back({function, life, TELSIM_NEEDED_SIZE, needed, endless});
+        for (const DWORD more : {1ul, 70000ul})
+            cases.push_back({function, life, TELSIM_NEED_ENDLESS, more, endless});
+    }
+    fastClock = 20000;
+    const size_t rounds = zo_test::Family() == zo_test::WindowsFamily::kWindows10 ? 1000 : cases.size();
+    for (size_t round = 0; round < rounds && !HasFailure(); ++round) {
+        const Case& test = cases[round % cases.size()];
+        SCOPED_TRACE(test.function + " action " + std::to_string(test.action) + " value " + std::to_string(test.value) +
+                     " round " + std::to_string(round));
+        if (round >= cases.size() && test.action == TELSIM_LATE_REPLY)
+            continue; // takes its time
+        Rule(test.function.c_str(), test.action, test.value, test.action != TELSIM_FAIL);
+        EXPECT_EQ(test.expected, Live(test.life, TRUE));
     }
 }
 
