@@ -43,37 +43,24 @@ TEST_F(TapiCall, MembersKeepTheirPlacesAndBeginAsTheyShould)
     alignas(CZoTAPIInterface) char memory[sizeof(CZoTAPIInterface)];
     std::memset(memory, 0xDD, sizeof memory);
     auto* line = new (memory) CZoTAPIInterface(nullptr, nullptr, LINEMEDIAMODE_DATAMODEM, TRUE);
-    const std::pair<size_t, const void*> kPlaces[] = {{4, &line->m_dwMediaModes},
-                                                      {8, &line->m_hMainWnd},
-                                                      {12, &line->m_hDialogWnd},
-                                                      {16, &line->m_hLineApp},
-                                                      {20, &line->m_dwNumDevs},
-                                                      {28, &line->m_bShuttingDown},
-                                                      {32, &line->m_bHangingUp},
-                                                      {36, &line->m_bInitializing},
-                                                      {40, &line->m_bCallInProgress},
-                                                      {44, &line->m_bSilent},
-                                                      {48, &line->m_hCall},
-                                                      {52, &line->m_hLine},
-                                                      {56, &line->m_hAnswerLine},
-                                                      {60, &line->m_hComm},
-                                                      {108, &line->m_dwDeviceID},
-                                                      {112, &line->m_dwAPIVersion},
-                                                      {116, &line->m_dwCallState},
-                                                      {2168, &line->m_bConnected},
-                                                      {2172, &line->m_lpDevConfig},
-                                                      {2176, &line->m_dwDevConfigSize},
-                                                      {2180, &line->m_bReplyReceived},
-                                                      {2184, &line->m_lRequestID},
-                                                      {2188, &line->m_lReplyResult},
-                                                      {2192, &line->m_bCallStateChanged},
-                                                      {2196, &line->m_strCallerID},
-                                                      {2200, &line->m_strCallerName},
-                                                      {2204, &line->m_dwLastError},
-                                                      {2208, &line->m_dwLastErrorFlags},
-                                                      {2212, memory + sizeof memory}};
-    for (const auto& [place, member] : kPlaces)
-        EXPECT_EQ(memory + place, member);
+    // By where they begin; each has four bytes.
+    const std::pair<size_t, std::vector<const void*>> kPlaces[] = {
+        {4,
+         {&line->m_dwMediaModes, &line->m_hMainWnd, &line->m_hDialogWnd, &line->m_hLineApp, &line->m_dwNumDevs,
+          &line->m_dwReserved1, &line->m_bShuttingDown, &line->m_bHangingUp, &line->m_bInitializing,
+          &line->m_bCallInProgress, &line->m_bSilent, &line->m_hCall, &line->m_hLine, &line->m_hAnswerLine,
+          &line->m_hComm, &line->m_dwReserved2, &line->m_adwReserved}},
+        {108, {&line->m_dwDeviceID, &line->m_dwAPIVersion, &line->m_dwCallState, &line->m_szReserved1}},
+        {2168,
+         {&line->m_bConnected, &line->m_lpDevConfig, &line->m_dwDevConfigSize, &line->m_bReplyReceived,
+          &line->m_lRequestID, &line->m_lReplyResult, &line->m_bCallStateChanged, &line->m_strCallerID,
+          &line->m_strCallerName, &line->m_dwLastError, &line->m_dwLastErrorFlags, line + 1}}};
+    for (auto [place, members] : kPlaces) {
+        for (const void* member : members) {
+            EXPECT_EQ(memory + place, member);
+            place += 4;
+        }
+    }
     EXPECT_EQ(0xFFFFFFFFu, line->m_dwDeviceID);
     EXPECT_EQ(INVALID_HANDLE_VALUE, line->m_hComm);
     EXPECT_EQ(0x10u, line->m_dwLastErrorFlags);

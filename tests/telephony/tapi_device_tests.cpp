@@ -274,6 +274,7 @@ TEST_F(TapiDevice, BoxesAskOnceAndAreTakenAtTheirWord)
     MSG message;
     ASSERT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     EXPECT_TRUE(line.HandleLineErr(Error(LINEERR_INIFILECORRUPT)));
+    EXPECT_NE(std::string::npos, telsim.Calls().find("lineTranslateDialog(app=0, device=0, version=0x10000, add"));
     EXPECT_FALSE(line.HandleLineErr(1)) << "a request's number";
     TakeBoxes();
 
