@@ -188,7 +188,7 @@ TEST_F(Dialing, LeavesSecondBytesOfCharactersAlone)
     ZO_ONLY_IN(zo_test::IsDoubleByte(), "characters of two bytes");
     _tagAddressInformation address = Address(kExample);
     Set(address.m_szNumber, "\x83\x2D\x83\x54 5"); // a hyphen and a "T" as second bytes
-    EXPECT_EQ(1, Dial(&address, ZO_DIAL_AUTOMATIC));
+    EXPECT_EQ(1, Dial(&address, ZO_DIAL_LOCAL));
     EXPECT_STREQ("\x83\x2D\x83\x54"
                  "5",
                  address.m_szDialable);
