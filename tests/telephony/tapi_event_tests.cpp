@@ -187,6 +187,7 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
     EXPECT_TRUE(line.EnableCallAnswer(TRUE));
     EXPECT_TRUE(line.EnableCallAnswer(TRUE)) << "once more";
     EXPECT_EQ(1u, telsim.GetCount(TELSIM_LINES));
+    EXPECT_NE(std::string::npos, telsim.Calls().find("privileges=0x4, media=0x10, params=null"));
     Offer(line, "555", "Ada", 0);
     EXPECT_TRUE(line.HangupCall());
     EXPECT_EQ(1u, telsim.GetCount(TELSIM_CALL_HANDLES)) << "not in progress, until a derived class says so";
