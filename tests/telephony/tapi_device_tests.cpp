@@ -16,10 +16,6 @@ protected:
             list += std::string(names.GetAt(i)) + "|";
         return list;
     }
-    static std::string Config(const TestLine& line)
-    {
-        return std::string(reinterpret_cast<const char*>(line.m_lpDevConfig), line.m_dwDevConfigSize);
-    }
 };
 
 std::string Translated(CZoTAPIInterface& line, const char* address, const std::function<void(void*)>& free)
@@ -43,6 +39,20 @@ FARPROC WINAPI FindAllButOne(HMODULE module, LPCSTR name)
     ++g_lookups[name];
     return g_missing == name ? nullptr : GetProcAddress(module, name);
 }
+/// What was to be started: command line, how it is shown, flags.
+std::string g_started;
+
+BOOL WINAPI StartNothing(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD flags,
+                         LPVOID, LPCSTR, LPSTARTUPINFOA startup, LPPROCESS_INFORMATION process)
+{
+    char text[100];
+    std::snprintf(text, sizeof text, "%s, %u, %#lx", commandLine, startup->wShowWindow, flags);
+    g_started = text;
+    process->hProcess = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    process->hThread = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+    return TRUE;
+}
+
 HMODULE WINAPI LoadNothing(LPCSTR) { return ++g_loads, nullptr; }
 DWORD WINAPI FastClock() { return GetTickCount() * 100; }
 
@@ -166,10 +176,12 @@ TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
         EXPECT_EQ(test.keys, List(keys));
     }
     telsim.SetLineCount(2);
-    ASSERT_TRUE(telsim.ConfigureLine(1, "format", "unicode"));
+    ASSERT_TRUE(telsim.ConfigureLine(1, "format", "dbcs"));
     TakeTexts();
-    EXPECT_EQ(2u, TestLine().EnumerateTAPIDeviceLines(nullptr, error, nullptr));
-    EXPECT_NE(std::string::npos, TakeTexts().find("d.\nTAPI Device #0 is: Modem\nTAPI uninit"));
+    CStringArray keys;
+    EXPECT_EQ(2u, TestLine().EnumerateTAPIDeviceLines(nullptr, error, &keys));
+    EXPECT_NE(std::string::npos,
+              TakeTexts().find("d.\nTAPI Device #0 is: Modem\nTAPI Device #0 reg key is: Key\nTAPI uninit"));
     zo_test::AllocationFaults faults;
     zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
         CStringArray names, keys;
@@ -184,61 +196,19 @@ TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
     });
 }
 
-TEST_F(TapiDevice, ConfigurationIsKeptAsFetchedOrEdited)
+TEST_F(TapiDevice, ConfigurationThatGrowsIsAskedForWithRoomToSpare)
 {
-    const std::string fetched = "Settings of device 1";
-    const std::string tooSmall = "Internal Error: Unable to set line configuration.\n"
-                                 "PreConfigureDevice - lineConfigDialogEdit: Reallocating structure\n";
-    const struct {
-        const char* function;
-        DWORD action, value;
-        std::string config;
-        DWORD code;
-        std::string texts;
-    } kCases[] = {
-        {"lineGetDevConfig", TELSIM_NEED_MORE, 5000, fetched + "*", 0, ""},
-        {"lineGetDevConfig", TELSIM_FAIL, LINEERR_NODRIVER, "", 14, ""},
-        {"lineGetDevConfig", TELSIM_PRETEND, 0, "", 0, ""},
-        {"lineGetDevConfig", TELSIM_USED_SIZE, 30, "", 0, ""},
-        {"lineGetDevConfig", TELSIM_BAD_OFFSETS, 20, "", 0, ""},
-        {"lineGetDevConfig", TELSIM_NEED_ENDLESS, 100, "", 10, ""},
-        {"lineConfigDialogEdit", TELSIM_FAIL, LINEERR_OPERATIONFAILED, fetched, 16, ""},
-        {"lineConfigDialogEdit", TELSIM_PRETEND, 0, fetched, 0, ""},
-        {"lineConfigDialogEdit", TELSIM_BAD_SIZES, 0xFFFFFFFF, fetched, 0, ""},
-        {"lineConfigDialogEdit", TELSIM_NEED_MORE, 6000, fetched + "*", 0, tooSmall},
-        {"lineConfigDialogEdit", TELSIM_NEED_ENDLESS, 100, fetched, 10, tooSmall},
-    };
-    for (const auto& test : kCases) {
-        SCOPED_TRACE(std::string(test.function) + " " + std::to_string(test.action));
-        telsim.Reset();
-        Rule(test.function, test.action, test.value, TRUE);
-        TestLine line(TRUE);
-        line.PreConfigureDevice(nullptr, 1, FALSE);
-        EXPECT_EQ(test.config, Config(line));
-        EXPECT_EQ(test.code, line.m_dwLastError);
-        EXPECT_EQ(test.texts.empty(), TakeTexts().find(tooSmall) == std::string::npos);
-        FreeConfig(line);
-    }
-}
-
-TEST_F(TapiDevice, NoConfigurationIsLostForWantOfMemory)
-{
-    zo_test::FaultSource faults("LocalAlloc");
-    const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
-    TestLine line;
+    TestLine line(TRUE);
     line.PreConfigureDevice(nullptr, 1, TRUE);
-    const std::string fetched = Config(line);
+    Rule("lineConfigDialogEdit", TELSIM_NEED_MORE, 6000);
+    localSizes.clear();
     TakeTexts();
-    for (int nth = 1; nth <= 3; ++nth) {
-        faults.Arm(nth, true);
-        line.PreConfigureDevice(nullptr, 1, FALSE); // one character more, and so a larger block
-        faults.Disarm();
-        EXPECT_EQ(nth < 3 ? fetched : fetched + "*", Config(line));
-        EXPECT_EQ(nth < 3 ? Boxes({{10, 0x10}}) : Boxes(), TakeBoxes());
-    }
-    const std::string label = "PreConfigureDevice - Reallocate device config: ";
-    const std::string grown = label + "Reallocating structure\n";
-    EXPECT_EQ("PreConfigureDevice - lineConfigDialogEdit: " + grown + label + grown, TakeTexts());
+    line.PreConfigureDevice(nullptr, 1, FALSE);
+    EXPECT_EQ((std::vector<SIZE_T>{5100, 12096, 22}), localSizes);
+    EXPECT_EQ("Internal Error: Unable to set line configuration.\n"
+              "PreConfigureDevice - lineConfigDialogEdit: Reallocating structure\n"
+              "PreConfigureDevice - Reallocate device config: Reallocating structure\n",
+              TakeTexts());
     FreeConfig(line);
 }
 
@@ -251,14 +221,22 @@ TEST_F(TapiDevice, BuffersAreReusedGrownOrRefused)
     EXPECT_EQ(block, line.ZoCheckAndReAllocBuffer(block, 50, "label"));
     EXPECT_EQ(LocalSize(block), block[0]);
     EXPECT_EQ(0u, block[1]);
+    void* empty = LocalAlloc(LPTR, 0);
+    EXPECT_EQ(nullptr, line.ZoCheckAndReAllocBuffer(empty, 50, "empty"));
+    LocalFree(empty);
     auto* params = line.CreateCallParams(reinterpret_cast<LINECALLPARAMS*>(block), "123");
     EXPECT_EQ(116u, params->dwTotalSize);
+    EXPECT_EQ(DWORD{LINEBEARERMODE_PASSTHROUGH}, params->dwBearerMode);
+    EXPECT_EQ(DWORD{LINEMEDIAMODE_DATAMODEM}, params->dwMediaMode);
+    EXPECT_EQ(DWORD{LINECALLPARAMFLAGS_IDLE}, params->dwCallParamFlags);
+    EXPECT_EQ(DWORD{LINEADDRESSMODE_ADDRESSID}, params->dwAddressMode);
+    EXPECT_EQ(4u, params->dwDisplayableAddressSize);
     EXPECT_STREQ("123", reinterpret_cast<char*>(params) + params->dwDisplayableAddressOffset);
     zo_test::FaultSource faults("LocalAlloc");
     const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
     faults.Arm(1, true);
     EXPECT_EQ(nullptr, line.ZoCheckAndReAllocBuffer(params, 5000, "label"));
-    EXPECT_EQ("CreateCallParams: Reallocating structure\nlabelReallocating structure\nlabel", TakeTexts());
+    EXPECT_EQ("emptyCreateCallParams: Reallocating structure\nlabelReallocating structure\nlabel", TakeTexts());
     EXPECT_EQ((Boxes{{10, 0x10}}), TakeBoxes());
 }
 
@@ -267,12 +245,14 @@ TEST_F(TapiDevice, AddressesAreTranslated)
     const auto free = [this](void* block) { Free(block); };
     TestLine line;
     EXPECT_EQ("T14255550123", Translated(line, "+1 (425) 5550123", free));
-    EXPECT_NE(std::string::npos, telsim.Calls().find("options=0xa")) << "call waiting is always cancelled";
+    EXPECT_NE(std::string::npos,
+              telsim.Calls().find("version=0x10000, address=\"+1 (425) 5550123\", card=0, options=0xa"))
+        << "call waiting is always cancelled";
     EXPECT_EQ("none", Translated(line, "abc", free));
     EXPECT_EQ((Boxes{{21, 0x10}}), TakeBoxes());
     EXPECT_EQ(12u, line.GetLastTAPIError());
     EXPECT_FALSE(line.DisplaylineTranslateDialog());
-    EXPECT_NE(std::string::npos, telsim.Calls().find("lineTranslateDialog(app"));
+    EXPECT_NE(std::string::npos, telsim.Calls().find("device=0, version=0x10000, address=null"));
     line.ShutdownTAPI();
     Rule("lineInitialize", TELSIM_FAIL, LINEERR_NODRIVER, TRUE);
     void* given = line.ZoCheckAndReAllocBuffer(nullptr, 50, "");
@@ -294,6 +274,7 @@ TEST_F(TapiDevice, BoxesAskOnceAndAreTakenAtTheirWord)
     MSG message;
     ASSERT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     EXPECT_TRUE(line.HandleLineErr(Error(LINEERR_INIFILECORRUPT)));
+    EXPECT_NE(std::string::npos, telsim.Calls().find("lineTranslateDialog(app=0, device=0, version=0x10000, add"));
     EXPECT_FALSE(line.HandleLineErr(1)) << "a request's number";
     TakeBoxes();
 
@@ -304,29 +285,17 @@ TEST_F(TapiDevice, BoxesAskOnceAndAreTakenAtTheirWord)
     EXPECT_FALSE(line.GrabThePort());
     EXPECT_EQ((Boxes{{18, 0x14}, {18, 0x10}}), TakeBoxes());
     EXPECT_EQ(0x10u, line.GetLastTAPIErrorFlags());
+    TakeTexts();
     EXPECT_FALSE(line.EnableCallAnswer(TRUE));
+    EXPECT_EQ(">EnableCallAnswer\n>EnableCallAnswer Nodevices installed\n", TakeTexts());
     answer = IDNO;
     EXPECT_FALSE(line.GrabThePort());
     EXPECT_EQ(0x14u, line.GetLastTAPIErrorFlags());
     EXPECT_EQ(2, faults.Fired());
-}
-
-TEST_F(TapiDevice, TakingThePortWithoutMemoryLeavesNothing)
-{
-    zo_test::FaultSource calls("LocalAlloc");
-    zo_test::AllocationFaults allocations;
-    const ZO_FAULTY_CALL(LocalAlloc) alloc(calls, kLibrary, nullptr);
-    for (zo_test::FaultSource* faults : {&calls, static_cast<zo_test::FaultSource*>(&allocations)}) {
-        zo_test::RunFaultLoop(*faults, [&](const zo_test::FaultRun& run) {
-            fastClock = true;
-            TestLine line(TRUE);
-            const BOOL grabbed = line.GrabThePort();
-            line.HangupCall();
-            run.Stop();
-            EXPECT_EQ(INVALID_HANDLE_VALUE, line.m_hComm);
-            EXPECT_EQ(run.Fired(), line.m_dwLastError != 0) << line.m_dwLastError;
-            line.ShutdownTAPI();
-            EXPECT_TRUE(line.GrabThePort()) << "once there is memory, after " << grabbed;
-        });
-    }
+    faults.Disarm();
+    answer = IDYES;
+    const zo_test::ImportPatch start(kLibrary, "CreateProcessA", &StartNothing);
+    ZO_EXPECT_NO_LEAK(line.HandleNoDevicesInstalled());
+    EXPECT_EQ("CONTROL.EXE MODEM.CPL,,ADD, 1, 0x20", g_started);
+    EXPECT_EQ(0x14u, line.GetLastTAPIErrorFlags());
 }

@@ -26,25 +26,26 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
 {
     constexpr DWORD kCall = LINE_CALLSTATE;
     constexpr DWORD kDevice = LINE_LINEDEVSTATE;
-    constexpr DWORD kGone = LINECALLSTATE_DISCONNECTED;
     constexpr DWORD kRestart = LINEDEVSTATE_REINIT;
     const struct {
         DWORD message;
         DWORD params[3];
         std::string text;
         bool hangsUp = false;
+        DWORD devices = 1;
     } kCases[] = {
         {kCall, {LINECALLSTATE_IDLE, 0, 0}, "Line idle\n", true},
         {kCall, {LINECALLSTATE_BUSY, 0, 0}, "Line busy, shutting down\n", true},
         {kCall, {LINECALLSTATE_SPECIALINFO, 0, 0}, "Special Info, probably couldn't dial number\n", true},
         {kCall, {LINECALLSTATE_PROCEEDING, 0, 0}, "Proceeding\n"},
+        {kCall, {LINECALLSTATE_DIALING, 0, 0}, "Dialing\n"},
+        {kCall, {LINECALLSTATE_RINGBACK, 0, 0}, "RingBack\n"},
+        {kCall, {LINECALLSTATE_OFFERING, 0, 0}, "Unhandled LINECALLSTATE message\n"},
+        {kCall, {LINECALLSTATE_ACCEPTED, 0, 0}, "Unhandled LINECALLSTATE message\n"},
         {kCall, {LINECALLSTATE_DIALTONE, 0, LINECALLPRIVILEGE_OWNER}, kOwner + std::string("Dial Tone\n")},
         {kCall, {LINECALLSTATE_ONHOLD, 0, 0}, "Unhandled LINECALLSTATE message\n"},
         {kCall, {LINECALLSTATE_IDLE, 0, LINECALLPRIVILEGE_MONITOR}, "line given monitor privilege; closing\n"},
         {kCall, {LINECALLSTATE_IDLE, 0, 8}, "Unknown LINECALLPRIVILEGE message: closing\n"},
-        {kCall, {kGone, LINEDISCONNECTMODE_NORMAL, 0}, "Remote Party Disconnected\n", true},
-        {kCall, {kGone, LINEDISCONNECTMODE_NODIALTONE, 0}, "Disconnected: No Dial Tone\n", true},
-        {kCall, {kGone, LINEDISCONNECTMODE_NUMBERCHANGED, 0}, "Disconnected: LINECALLSTATE; Bad Reason\n", true},
         {kDevice, {LINEDEVSTATE_RINGING, 1, 1}, "Line Ringing.\n"},
         {kDevice, {LINEDEVSTATE_DISCONNECTED, 0, 0}, "", true},
         {kDevice, {LINEDEVSTATE_OUTOFSERVICE, 0, 0}, "", true},
@@ -52,7 +53,10 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
         {kDevice,
          {kRestart, LINE_LINEDEVSTATE, LINEDEVSTATE_RINGING},
          "Soft REINIT: LINE_LINEDEVSTATE.\nLine Ringing.\n"},
+        {kDevice, {kRestart, LINE_CREATE, 4}, "Soft REINIT: LINE_CREATE.\n", false, 5},
         {kDevice, {kRestart, LINE_REPLY, 0}, "Ignoring soft REINIT\n"},
+        {LINE_CREATE, {1, 0, 0}, "", false, 2},
+        {LINE_CREATE, {0, 0, 0}, "", false, 1},
         {kDevice, {LINEDEVSTATE_TRANSLATECHANGE, 0, 0}, ""},
         {kDevice, {LINEDEVSTATE_REMOVED, 0, 0}, "A Line device has been removed; no action taken.\n"},
         {kDevice, {LINEDEVSTATE_BATTERY, 0, 0}, "Unhandled LINEDEVSTATE message\n"},
@@ -60,13 +64,29 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
     };
     for (const auto& test : kCases) {
         TestLine line;
+        line.m_dwNumDevs = 1;
         TakeTexts();
         TestLine::lineCallbackFunc(5, test.message, reinterpret_cast<DWORD_PTR>(&line), test.params[0], test.params[1],
                                    test.params[2]);
         EXPECT_EQ(test.text, TakeTexts());
         EXPECT_EQ(test.hangsUp ? 1 : 0, line.hangups) << test.text;
+        EXPECT_EQ(test.devices, line.m_dwNumDevs) << test.text;
         EXPECT_EQ(test.params[2] == LINECALLPRIVILEGE_OWNER && test.message == kCall ? 5u : 0u, line.m_hCall);
     }
+    std::string reasons;
+    for (DWORD mode = LINEDISCONNECTMODE_NORMAL; mode <= LINEDISCONNECTMODE_NUMBERCHANGED; mode <<= 1) {
+        TestLine line;
+        TakeTexts();
+        TestLine::lineCallbackFunc(5, kCall, reinterpret_cast<DWORD_PTR>(&line), LINECALLSTATE_DISCONNECTED, mode, 0);
+        EXPECT_EQ(1, line.hangups);
+        reasons += TakeTexts();
+    }
+    EXPECT_EQ("Remote Party Disconnected\nDisconnected: Unknown reason\nRemote Party rejected call\n"
+              "Disconnected: Local phone picked up\nDisconnected: Forwarded\nDisconnected: Busy\n"
+              "Disconnected: No Answer\nDisconnected: Bad Address\nDisconnected: Unreachable\n"
+              "Disconnected: Congestion\nDisconnected: Incompatible\nDisconnected: Unavail\n"
+              "Disconnected: No Dial Tone\nDisconnected: LINECALLSTATE; Bad Reason\n",
+              reasons);
     TestLine::lineCallbackFunc(0, LINE_REPLY, 0, 1, 0, 0); // names no object, and crashes nothing
 }
 
@@ -94,30 +114,33 @@ TEST_F(TapiEvent, CallersAreIdentified)
         EXPECT_STREQ(test.expectedNumber.c_str(), line.m_strCallerID);
         EXPECT_STREQ(test.expectedName.c_str(), line.m_strCallerName);
     }
+    // Only the call of the line that answers is looked at, and only for its identity.
+    TestLine line;
+    Offer(line, "555", "Ada", 0);
+    const HCALL call = line.m_hCall;
     const struct {
-        DWORD action, value;
-    } kBad[] = {{TELSIM_USED_SIZE, 12}, {TELSIM_BAD_OFFSETS, 96}, {TELSIM_BAD_SIZES, 0xFFFFFFFF}, {TELSIM_PRETEND, 0}};
-    for (const auto& bad : kBad) {
-        TestLine line;
-        Rule("lineGetCallInfo", bad.action, bad.value);
-        Offer(line, "555", "Ada", 0);
-        EXPECT_STREQ("", line.m_strCallerID + line.m_strCallerName);
-        telsim.ClearRules();
-    }
-    for (const bool local : {true, false}) {
-        zo_test::FaultSource calls("LocalAlloc");
-        zo_test::AllocationFaults allocations;
-        const ZO_FAULTY_CALL(LocalAlloc) alloc(calls, kLibrary, nullptr);
-        zo_test::FaultSource& faults = local ? calls : allocations;
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
-            TestLine line(TRUE);
-            const bool opened = line.EnableCallAnswer(TRUE);
-            if (opened)
-                Offer(line, "555", "Ada", 0);
-            run.Stop();
-            EXPECT_EQ(run.Fired() ? 10u : 0u, line.m_dwLastError);
-            EXPECT_STREQ(run.Fired() ? "" : "555Ada", line.m_strCallerID + line.m_strCallerName);
-        });
+        DWORD device, info;
+        HLINE line, answerLine;
+        HCALL call;
+        const char* expected;
+    } kNews[] = {
+        {call, LINECALLINFOSTATE_CALLERID, 1, line.m_hAnswerLine, call, "old"},
+        {call, LINECALLINFOSTATE_CALLERID, 0, 0, call, "old"},
+        {0, LINECALLINFOSTATE_CALLERID, 0, line.m_hAnswerLine, 0, "old"},
+        {call + 1, LINECALLINFOSTATE_CALLERID, 0, line.m_hAnswerLine, call, "old"},
+        {call, LINECALLINFOSTATE_CALLEDID, 0, line.m_hAnswerLine, call, "old"},
+        {call, LINECALLINFOSTATE_CALLERID, 0, line.m_hAnswerLine, call, "555"},
+    };
+    for (const auto& news : kNews) {
+        TakeTexts();
+        line.m_strCallerID = "old";
+        const HLINE open = std::exchange(line.m_hAnswerLine, news.answerLine);
+        line.m_hLine = news.line;
+        line.m_hCall = news.call;
+        TestLine::lineCallbackFunc(news.device, LINE_CALLINFO, reinterpret_cast<DWORD_PTR>(&line), news.info, 0, 0);
+        EXPECT_STREQ(news.expected, line.m_strCallerID);
+        EXPECT_EQ(line.m_strCallerID == "old" ? "" : "\n\nCallerID info changed!\n\n", TakeTexts());
+        line.m_hAnswerLine = open;
     }
 }
 
@@ -147,8 +170,15 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
         EXPECT_EQ(test.code == 26 ? 0x40u : test.code == 18 ? 0x14u : 0x10u, line.GetLastTAPIErrorFlags());
         const std::string told = TakeTexts();
         EXPECT_NE(std::string::npos, told.find(std::string(">EnableCallAnswer ") + test.text + "\n")) << told;
+        EXPECT_EQ(test.code == 18, told.find("No devices installed.\n") != std::string::npos);
         EXPECT_EQ(0u, line.m_hAnswerLine);
     }
+    {
+        TestLine answering;
+        EXPECT_TRUE(answering.EnableCallAnswer(TRUE));
+        TakeTexts();
+    }
+    EXPECT_EQ(">EnableCallAnswer\n>EnableCallAnswer DISABLING!\nLine Closed.\nTAPI uninitialized.\n", TakeTexts());
     TestLine line;
     line.m_dwMediaModes = LINEMEDIAMODE_TDD;
     EXPECT_FALSE(line.EnableCallAnswer(TRUE));
@@ -157,12 +187,14 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
     EXPECT_TRUE(line.EnableCallAnswer(TRUE));
     EXPECT_TRUE(line.EnableCallAnswer(TRUE)) << "once more";
     EXPECT_EQ(1u, telsim.GetCount(TELSIM_LINES));
-    Offer(line, "555", "", 0);
+    EXPECT_NE(std::string::npos, telsim.Calls().find("privileges=0x4, media=0x10, params=null"));
+    Offer(line, "555", "Ada", 0);
     EXPECT_TRUE(line.HangupCall());
     EXPECT_EQ(1u, telsim.GetCount(TELSIM_CALL_HANDLES)) << "not in progress, until a derived class says so";
     line.m_bCallInProgress = TRUE;
     EXPECT_TRUE(line.HangupCall());
     EXPECT_EQ(0u, telsim.GetCount(TELSIM_CALL_HANDLES));
+    EXPECT_STREQ("", line.m_strCallerID + line.m_strCallerName);
     EXPECT_NE(0u, line.m_hAnswerLine) << "it does not close the answer line";
     Rule("lineClose", TELSIM_FAIL, LINEERR_OPERATIONFAILED);
     EXPECT_FALSE(line.EnableCallAnswer(FALSE));

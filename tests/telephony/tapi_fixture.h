@@ -108,8 +108,10 @@ protected:
     telsim::Client telsim;
     std::string texts; ///< for the debugger
     Boxes boxes;
-    int answer = IDCANCEL;  ///< to every box
-    bool fastClock = false; ///< each sleep of the library counts as 20 seconds
+    int answer = IDCANCEL;          ///< to every box
+    DWORD fastClock = 0;            ///< milliseconds that each sleep of the library counts as; 0: as long as it takes
+    DWORD slept = 0;                ///< milliseconds, by that clock
+    std::vector<SIZE_T> localSizes; ///< of the local blocks made
     int localBlocks() const { return m_localBlocks; }
 
 private:
@@ -135,6 +137,7 @@ private:
     {
         const HLOCAL block = s_self->m_alloc.Original<HLOCAL WINAPI(UINT, SIZE_T)>()(flags, size);
         s_self->m_localBlocks += block != nullptr;
+        s_self->localSizes.push_back(size);
         return block;
     }
     static HLOCAL WINAPI CountFree(HLOCAL block)
@@ -142,12 +145,11 @@ private:
         s_self->m_localBlocks -= block != nullptr;
         return LocalFree(block);
     }
-    static DWORD WINAPI Clock() { return GetTickCount() + s_self->m_slept; }
+    static DWORD WINAPI Clock() { return GetTickCount() + s_self->slept; }
     static DWORD WINAPI Sleeping(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds, DWORD mask)
     {
-        if (s_self->fastClock)
-            s_self->m_slept += 20000;
-        return MsgWaitForMultipleObjects(count, handles, all, s_self->fastClock ? 1 : milliseconds, mask);
+        s_self->slept += s_self->fastClock;
+        return MsgWaitForMultipleObjects(count, handles, all, s_self->fastClock != 0 ? 1 : milliseconds, mask);
     }
 
     static inline TapiTest* s_self = nullptr;
@@ -155,7 +157,6 @@ private:
     HINSTANCE m_english = LoadLibraryA("ZOGBLENU.DLL"); // stays loaded
     const CDynLinkLibrary m_chain{m_english, m_english};
     int m_localBlocks = 0;
-    DWORD m_slept = 0;
     const zo_test::ImportPatch m_text{kLibrary, "OutputDebugStringA", &NoteText};
     const zo_test::ImportPatch m_box{kLibrary, "MessageBoxA", &NoteBox};
     const zo_test::ImportPatch m_alloc{kLibrary, "LocalAlloc", &CountAlloc};
