@@ -24,7 +24,8 @@ CString ModulePath(HINSTANCE module)
 CString LocaleText(LCID id, LCTYPE what)
 {
     char text[128] = {};
-    ::GetLocaleInfo(id, what, text, sizeof text);
+    // Without the flag the text would be in the code page of that locale's own systems.
+    ::GetLocaleInfo(id, what | LOCALE_USE_CP_ACP, text, sizeof text);
     return text;
 }
 
