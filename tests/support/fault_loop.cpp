@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace zo_test {
 
 void FaultSource::Arm(int nth, bool persistent)
@@ -63,8 +65,11 @@ void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::fu
             EXPECT_GT(number, 1) << "no fault ever fired: this loop tests nothing";
             return;
         }
-        const bool atAnEdge = number < kEdge || number + options.stride > usualCalls - kEdge;
-        number += atAnEdge ? 1 : options.stride;
+        const int lastEdge = usualCalls - kEdge;
+        if (number < kEdge || number >= lastEdge)
+            ++number;
+        else
+            number = (std::min)(number + options.stride, lastEdge);
     }
     ADD_FAILURE() << "faults still fire after " << options.maximumRuns << " runs of " << source.Name();
 }

@@ -4,6 +4,8 @@
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
+#include "without_throwing.h"
+
 #include <cstdlib>
 #include <utility>
 
@@ -86,6 +88,14 @@ void CZoLanguageSelectionDlg::DoDataExchange(CDataExchange* pDX)
 
 BOOL CZoLanguageSelectionDlg::OnInitDialog()
 {
+    if (!WithoutThrowing([this] { return Prepare(), TRUE; }))
+        EndDialog(-1);
+    return TRUE;
+}
+
+/// Throws CMemoryException*.
+void CZoLanguageSelectionDlg::Prepare()
+{
     CZoDialog::OnInitDialog();
     const int height = LineHeight(*this);
     m_installedBox.SetDesiredHeight(height);
@@ -98,7 +108,6 @@ BOOL CZoLanguageSelectionDlg::OnInitDialog()
     MeasureHeights();
     CenterWindow();
     ShowHeight(m_nCollapsedHeight);
-    return TRUE;
 }
 
 // Lists ----------------------------------------------------------------------------------------------------------------

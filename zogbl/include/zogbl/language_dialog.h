@@ -26,7 +26,7 @@ public:
     BOOL GetCheckBoxState() const { return m_bChecked; } ///< kept by the dialog, of no effect
     int GetNamingMode() const { return m_nNamingMode; }
 
-    BOOL OnInitDialog() override;
+    BOOL OnInitDialog() override; ///< ends the dialog with -1 when memory has run out
 
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
@@ -40,6 +40,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    void Prepare();
     void SetNamingMode(int mode);
     void ChooseNaming(int mode);
     void FillSystemList();
