@@ -280,7 +280,10 @@ TEST_F(Documents, NeedMemory)
 
 TEST(DocumentTypes, AreListedByTheApplicationInTheirOrder)
 {
-    CWinApp* application = AfxGetApp();
+    CWinApp* tests = AfxGetApp();
+    CWinApp own;
+    AfxGetModuleState()->m_pCurrentWinApp = tests;
+    CWinApp* application = &own;
     EXPECT_EQ(nullptr, application->GetFirstDocTemplatePosition());
     auto* first =
         new CMultiDocTemplate(kType, RUNTIME_CLASS(TestDocument), RUNTIME_CLASS(TestChild), RUNTIME_CLASS(TestView));
