@@ -26,6 +26,7 @@ BEGIN_MESSAGE_MAP(MainFrame, CFrameWnd)
     ON_COMMAND_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LINES, OnViewPage)
     ON_UPDATE_COMMAND_UI_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LINES, OnUpdateViewPage)
     ON_REGISTERED_MESSAGE(s_traceLevelMessage, OnTraceLevel)
+    ON_COMMAND(ZO_ID_FILE_NEW, OnNewDocument)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -71,6 +72,7 @@ void MainFrame::ReloadTexts()
     }
     m_pageList.SetCurSel(m_shown);
     m_status.SetWindowText(GetStatusText());
+    m_documents.ReloadTexts();
     for (CWnd* control : {static_cast<CWnd*>(&m_pageList), static_cast<CWnd*>(&m_status)})
         control->SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()), TRUE);
     CRect client;
@@ -165,6 +167,8 @@ BOOL MainFrame::PreTranslateMessage(MSG* message)
 }
 
 // Commands -------------------------------------------------------------------------------------------------------------
+
+void MainFrame::OnNewDocument() { m_documents.New(); }
 
 void MainFrame::OnAbout() { AboutDialog().DoModal(); }
 
