@@ -15,6 +15,20 @@ BOOL IsFile(LPCSTR path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
+/// The system's dialog for files. Its library is loaded for the purpose: it brings half the shell along, and every
+/// program of the suite would load it otherwise.
+BOOL AskForFile(OPENFILENAMEA* choice)
+{
+    const HMODULE library = LoadLibraryA("comdlg32.dll");
+    if (library == nullptr)
+        return FALSE;
+    const auto ask = reinterpret_cast<decltype(&GetOpenFileNameA)>(
+        reinterpret_cast<void*>(GetProcAddress(library, "GetOpenFileNameA")));
+    const BOOL chosen = ask != nullptr && ask(choice);
+    FreeLibrary(library);
+    return chosen;
+}
+
 /// Runs what may throw for want of memory; without it nothing happens.
 template <class OPERATION> void WithoutThrowing(OPERATION operation)
 {
@@ -109,7 +123,7 @@ void CZoProgramPromptDlg::OnBrowse()
         choice.lpstrFile = path;
         choice.nMaxFile = sizeof path;
         choice.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-        if (::GetOpenFileNameA(&choice))
+        if (AskForFile(&choice))
             SetDlgItemText(ZO_IDC_PROGRAM_PROMPT_PATH, path);
     });
 }

@@ -87,7 +87,10 @@ void CDocument::OnCloseDocument()
     while (!m_views.IsEmpty()) {
         auto* view = static_cast<CView*>(m_views[0]);
         CWnd* frame = view->GetParentFrame();
+        const INT_PTR count = m_views.GetSize();
         (frame != nullptr ? frame : view)->DestroyWindow(); // the view leaves the list
+        if (m_views.GetSize() == count)
+            RemoveView(view); // its window cannot be destroyed, or never was
     }
     m_bAutoDelete = autoDelete;
     DeleteContents();

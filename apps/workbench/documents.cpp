@@ -50,6 +50,18 @@ void AddTypes(CZoTemplateDLLModule& module)
     }
 }
 
+/// Gives a document without a file the name of its type in the present language; its number stays.
+void RenameUntitled(CDocument* document)
+{
+    const CString title = document->GetTitle();
+    int number = title.GetLength();
+    while (number > 0 && title[number - 1] >= '0' && title[number - 1] <= '9')
+        --number;
+    CString name;
+    if (document->GetDocTemplate()->GetDocString(name, CDocTemplate::docName))
+        document->SetTitle(name + title.Mid(number));
+}
+
 /// Asks for a file of a type. \return empty when the user gives none
 CString AskForFile(const CDocTemplate* type, HWND owner)
 {
@@ -128,7 +140,11 @@ void Documents::ReloadTexts()
     ::SetWindowText(m_shell, Text(ZO_IDS_SHELL_TITLE));
     for (POSITION type = AfxGetApp()->GetFirstDocTemplatePosition(); type != nullptr;) {
         const CDocTemplate* documentType = AfxGetApp()->GetNextDocTemplate(type);
-        for (POSITION position = documentType->GetFirstDocPosition(); position != nullptr;)
-            documentType->GetNextDoc(position)->UpdateAllViews(nullptr);
+        for (POSITION position = documentType->GetFirstDocPosition(); position != nullptr;) {
+            CDocument* document = documentType->GetNextDoc(position);
+            if (document->GetPathName().IsEmpty())
+                RenameUntitled(document);
+            document->UpdateAllViews(nullptr);
+        }
     }
 }

@@ -141,6 +141,22 @@ TEST_F(NewDocument, ShowsTypesAndDescriptionsInTheirOrder)
     }
 }
 
+TEST_F(NewDocument, NamesTypesInTheLanguageLoaded)
+{
+    const CZoMultiDocTemplate viewer(ZO_IDS_VIEWER_TYPE, nullptr, nullptr, nullptr);
+    EXPECT_EQ(UINT{ZO_IDS_VIEWER_TYPE}, viewer.GetResourceID());
+    CString name;
+    EXPECT_TRUE(viewer.GetDocString(name, CDocTemplate::fileNewName));
+    EXPECT_STREQ("Text viewer", name);
+    ZoGblDumpLanguageDLL();
+    EXPECT_FALSE(viewer.GetDocString(name, CDocTemplate::fileNewName));
+    EXPECT_STREQ("", name);
+    m_product.MakeCurrent(0x0407);
+    EXPECT_TRUE(ZoGblLoadLanguageDLL());
+    EXPECT_TRUE(viewer.GetDocString(name, CDocTemplate::fileNewName));
+    EXPECT_STREQ("Textansicht", name);
+}
+
 namespace {
 
 /// An item drawn into memory.

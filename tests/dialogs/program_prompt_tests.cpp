@@ -37,10 +37,19 @@ BOOL WINAPI Choose(OPENFILENAMEA* choice)
     return TRUE;
 }
 
+FARPROC WINAPI FindBrowser(HMODULE, LPCSTR name)
+{
+    EXPECT_STREQ("GetOpenFileNameA", name);
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Choose));
+}
+
 class ProgramPrompt : public testing::Test {
 protected:
     void SetUp() override
     {
+        // Held, for each time that it is loaded anew it leaves something behind of its own.
+        static const HMODULE systemDialogs = LoadLibraryA("comdlg32.dll");
+        ASSERT_NE(nullptr, systemDialogs);
         ASSERT_TRUE(ZoGblLoadLanguageDLL());
         m_folder.Write("program.exe", "MZ");
         m_program = m_folder.Path("program.exe");
@@ -52,7 +61,7 @@ protected:
     TestFolder m_folder;
     std::string m_program;
     ImportPatch m_box{kLibrary, "MessageBoxA", &NoteMessage};
-    ImportPatch m_browser{kLibrary, "GetOpenFileNameA", &Choose};
+    ImportPatch m_browser{kLibrary, "GetProcAddress", &FindBrowser};
 };
 
 } // namespace
@@ -111,6 +120,24 @@ TEST_F(ProgramPrompt, LetsTheUserBrowse)
         EXPECT_EQ(IDCANCEL, dialog.DoModal());
         EXPECT_TRUE(dialog.acted);
     }
+}
+
+TEST_F(ProgramPrompt, GoesOnWithoutTheSystemsDialog)
+{
+    g_chosen = m_program;
+    const auto run = [&](const FaultRun& run) {
+        Dialog dialog("Title", "Where?", "before", nullptr);
+        dialog.act = [&](Dialog& open) {
+            open.SendMessage(WM_COMMAND, ZO_IDC_PROGRAM_PROMPT_BROWSE,
+                             reinterpret_cast<LPARAM>(open.Item(ZO_IDC_PROGRAM_PROMPT_BROWSE)));
+            EXPECT_STREQ(run.Fired() ? "before" : m_program.c_str(), open.TextOf(kPath));
+        };
+        EXPECT_EQ(IDCANCEL, dialog.DoModal());
+    };
+    FaultSource faults("system's dialog");
+    ZO_FAULTY_CALL(LoadLibraryA) load(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+    ZO_FAULTY_CALL(GetProcAddress) find(faults, kLibrary, nullptr, ERROR_PROC_NOT_FOUND);
+    RunFaultLoop(faults, run);
 }
 
 TEST_F(ProgramPrompt, SurvivesMissingMemory)

@@ -26,7 +26,18 @@ bool Needs(CDocument* document, HINSTANCE library)
     return false;
 }
 
-/// Closes the application's documents that need the library. No exception passes.
+/// The document of a type that needs the library, behind \p skipped others; null when there is none.
+CDocument* FindDocument(const CDocTemplate* documentType, HINSTANCE library, int skipped)
+{
+    for (POSITION position = documentType->GetFirstDocPosition(); position != nullptr;) {
+        CDocument* document = documentType->GetNextDoc(position);
+        if (Needs(document, library) && skipped-- == 0)
+            return document;
+    }
+    return nullptr;
+}
+
+/// Closes the application's documents that need the library. One that does not let itself be closed is passed over.
 void CloseDocuments(HINSTANCE library)
 {
     const CWinApp* application = AfxGetApp();
@@ -34,14 +45,12 @@ void CloseDocuments(HINSTANCE library)
         return;
     for (POSITION type = application->GetFirstDocTemplatePosition(); type != nullptr;) {
         const CDocTemplate* documentType = application->GetNextDocTemplate(type);
-        POSITION position = documentType->GetFirstDocPosition();
-        while (position != nullptr) {
-            CDocument* document = documentType->GetNextDoc(position);
-            if (!Needs(document, library))
-                continue;
+        int refused = 0;
+        while (CDocument* document = FindDocument(documentType, library, refused)) {
             document->m_bAutoDelete = TRUE; // it cannot stay
             document->OnCloseDocument();
-            position = documentType->GetFirstDocPosition(); // closing one changes the list
+            if (FindDocument(documentType, library, refused) == document)
+                ++refused;
         }
     }
 }
@@ -67,8 +76,10 @@ BOOL CZoBrixelAccess::ExtractTemplateFilenames()
 {
     if (!m_version.ExtractVersionInfo())
         return FALSE;
-    CZoInstalledModules(TRUE).GetTemplateFileNames(m_templateFileNames, ZO_ACCESS_TEMPLATE);
-    return TRUE;
+    CZoInstalledModules modules;
+    const BOOL loaded = modules.Load();
+    modules.GetTemplateFileNames(m_templateFileNames, ZO_ACCESS_TEMPLATE);
+    return loaded;
 }
 
 BOOL CZoBrixelAccess::LoadAllBrixelTemplates()

@@ -29,7 +29,7 @@ CZoTemplateDLLModule::~CZoTemplateDLLModule()
 HINSTANCE CZoTemplateDLLModule::LoadLibraryA(LPCSTR fileName)
 {
     if (m_hLibrary != nullptr)
-        CZoTemplateDLLModule::FreeLibrary();
+        FreeLibrary();
     const HINSTANCE library = ::LoadLibraryA(fileName);
     if (reinterpret_cast<UINT_PTR>(library) < ZO_FIRST_LIBRARY_HANDLE)
         return library;

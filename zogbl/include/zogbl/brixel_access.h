@@ -34,7 +34,7 @@ public:
     virtual BOOL LoadAllBrixelTemplates();
 
     /// Reads the file names of the template libraries. \return FALSE when the application has no usable version
-    /// resource.
+    /// resource, or memory has run out.
     BOOL ExtractTemplateFilenames();
     CStringArray& GetTemplateFilenamesArray() { return m_templateFileNames; }
 
