@@ -70,6 +70,9 @@ CWnd::~CWnd()
 {
     if (m_hWnd != nullptr)
         DestroyWindow();
+    const ThreadState* state = FindThreadState();
+    if (state != nullptr && state->thread != nullptr && state->thread->m_pMainWnd == this)
+        state->thread->m_pMainWnd = nullptr; // a main window that could not be created
 }
 
 BOOL CWnd::SubclassWindow(HWND hWnd)
