@@ -9,11 +9,15 @@
 
 class CDataExchange;
 class CDC;
+class CDocTemplate;
+class CDocument;
 class CDynLinkLibrary;
 class CFrameWnd;
+class CView;
 class CWinApp;
 class CWinThread;
 class CWnd;
+struct CCreateContext;
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Module state
@@ -46,6 +50,10 @@ AFX_API CWnd* AFXAPI AfxGetMainWnd();
 /// The module that holds a resource: the resource handle's module, then the extension libraries of the chain, the
 /// framework's own last. \return the resource handle when none has it.
 AFX_API HINSTANCE AFXAPI AfxFindResourceHandle(LPCSTR lpszName, LPCSTR lpszType);
+
+/// Part \p iSubString, counted from 0, of a text whose parts \p chSep separates.
+/// \return FALSE, with \p rString empty, when there are fewer.
+AFX_API BOOL AFXAPI AfxExtractSubString(CString& rString, LPCSTR lpszFullString, int iSubString, char chSep = '\n');
 
 /// Shows a message box over the main window, titled with the application's name.
 AFX_API int AFXAPI AfxMessageBox(LPCSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
@@ -195,6 +203,7 @@ public:
 
     virtual BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
                         UINT nID);
+    /// When no window comes of it, PostNcDestroy has been called: an object that deletes itself is gone.
     BOOL CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, int x, int y, int nWidth,
                   int nHeight, HWND hWndParent, HMENU nIDorHMenu, LPVOID lpParam = nullptr);
     virtual BOOL PreCreateWindow(CREATESTRUCT& cs);
@@ -238,6 +247,8 @@ public:
     }
     /// Exchanges data between members and controls by DoDataExchange; TRUE moves it from the controls.
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
+    /// The nearest frame that this window lies in, null when there is none.
+    CFrameWnd* GetParentFrame() const;
 
     virtual BOOL PreTranslateMessage(MSG* pMsg);
     /// Runs messages until EndModalLoop. \return the result given there; -1 when the thread is told to quit meanwhile.
@@ -361,38 +372,47 @@ public:
 // ---------------------------------------------------------------------------------------------------------------------
 // Frames and dialogs
 
-/// A main window. Deletes itself when its window goes; when it is the main window of its thread, the thread ends.
+/// A main window, or with a view in it the window of a document. Deletes itself when its window goes; when it is the main
+/// window of its thread, the thread ends. Commands go to the active view first, then to the frame, then to the
+/// application.
 class AFX_API CFrameWnd : public CWnd {
     DECLARE_DYNCREATE(CFrameWnd)
 public:
     BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
-                HMENU hMenu, DWORD dwExStyle = 0);
+                HMENU hMenu, DWORD dwExStyle = 0, CCreateContext* pContext = nullptr);
+    /// Creates the window with the icon of that number.
+    virtual BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle = WS_OVERLAPPEDWINDOW, CWnd* pParentWnd = nullptr,
+                           CCreateContext* pContext = nullptr);
 
     static const RECT rectDefault; ///< lets the system choose place and size
+
+    virtual CFrameWnd* GetActiveFrame() { return this; }
+    CView* GetActiveView() const { return m_pViewActive; }
+    virtual CDocument* GetActiveDocument();
+    void SetActiveView(CView* pViewNew, BOOL bNotify = TRUE);
+    /// Called for WM_CREATE: makes the view that \p pContext asks for. Nothing is to be made when it is null.
+    virtual BOOL OnCreateClient(CREATESTRUCT* lpcs, CCreateContext* pContext);
+    /// \return the view, null on failure
+    CWnd* CreateView(CCreateContext* pContext, UINT nID = AFX_IDW_PANE_FIRST);
+    /// Sends all views their initial update and shows the frame.
+    void InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible);
+    virtual void OnUpdateFrameTitle(BOOL) {}        ///< shows the document's title if \p bAddToTitle
+    virtual void RecalcLayout(BOOL bNotify = TRUE); ///< lets the active view fill the frame
 
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo) override;
 
 protected:
+    /// Registers a window class with the icon of that number. \return its name, null on failure
+    static LPCSTR FrameWindowClass(UINT nIDResource);
     void PostNcDestroy() override;
-    afx_msg void OnClose();
-    DECLARE_MESSAGE_MAP()
-};
-
-/// A main window with windows of documents in it: the MDI client fills its client area.
-class AFX_API CMDIFrameWnd : public CFrameWnd {
-    DECLARE_DYNCREATE(CMDIFrameWnd)
-public:
-    /// Called by the window's creation. \param hWindowMenu the menu that the system lists the windows in, or null.
-    virtual BOOL CreateClient(CREATESTRUCT* lpCreateStruct, HMENU hWindowMenu);
-
-    BOOL PreTranslateMessage(MSG* pMsg) override;
-
-    HWND m_hWndMDIClient = nullptr;
-
-protected:
-    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     afx_msg int OnCreate(CREATESTRUCT* lpCreateStruct);
+    afx_msg void OnClose();
+    afx_msg void OnSetFocus(CWnd* pOldWnd);
+    afx_msg void OnSize(UINT nType, int cx, int cy);
     DECLARE_MESSAGE_MAP()
+
+private:
+    CView* m_pViewActive = nullptr;
 };
 
 /// A dialog from a template resource, found through the resource chain, or from a template in memory.
@@ -479,6 +499,13 @@ public:
     int ExitInstance() override;
     HICON LoadIcon(UINT nIDResource) const;
 
+    /// Enters a type of documents in the list; the application owns it from here on.
+    void AddDocTemplate(CDocTemplate* pTemplate);
+    POSITION GetFirstDocTemplatePosition() const;
+    /// \param pos is set to null behind the last one.
+    CDocTemplate* GetNextDocTemplate(POSITION& pos) const;
+    void CloseAllDocuments(BOOL bEndSession);
+
     LPCSTR m_pszAppName;
     /// The help file in force, at first the program's path with ".HLP". From malloc: whoever puts another in its place
     /// frees the one before.
@@ -486,4 +513,9 @@ public:
     HINSTANCE m_hInstance = nullptr;
     LPSTR m_lpCmdLine = nullptr;
     int m_nCmdShow = SW_SHOWNORMAL;
+
+private:
+    CPtrArray m_docTemplates;
 };
+
+#include <afxdoc_.h>

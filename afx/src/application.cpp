@@ -1,3 +1,4 @@
+#include "array_position.h"
 #include "thread_state.h"
 
 #include <cstdlib>
@@ -94,6 +95,8 @@ CWinApp::~CWinApp()
     if (AfxGetThread() == this)
         GetThreadState()->thread = nullptr;
     std::free(const_cast<LPSTR>(m_pszHelpFilePath));
+    for (INT_PTR i = 0; i < m_docTemplates.GetSize(); ++i)
+        delete static_cast<CDocTemplate*>(m_docTemplates[i]);
 }
 
 int CWinApp::ExitInstance() { return CWinThread::ExitInstance(); }
@@ -102,6 +105,21 @@ HICON CWinApp::LoadIcon(UINT nIDResource) const
 {
     const LPCSTR name = MAKEINTRESOURCE(nIDResource);
     return ::LoadIcon(AfxFindResourceHandle(name, RT_GROUP_ICON), name);
+}
+
+void CWinApp::AddDocTemplate(CDocTemplate* pTemplate) { m_docTemplates.Add(pTemplate); }
+
+POSITION CWinApp::GetFirstDocTemplatePosition() const { return FirstPosition(m_docTemplates); }
+
+CDocTemplate* CWinApp::GetNextDocTemplate(POSITION& pos) const
+{
+    return static_cast<CDocTemplate*>(NextElement(m_docTemplates, pos));
+}
+
+void CWinApp::CloseAllDocuments(BOOL bEndSession)
+{
+    for (POSITION position = GetFirstDocTemplatePosition(); position != nullptr;)
+        GetNextDocTemplate(position)->CloseAllDocuments(bEndSession);
 }
 
 int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPSTR lpCmdLine, int nCmdShow)

@@ -3,26 +3,151 @@
 IMPLEMENT_DYNCREATE(CFrameWnd, CWnd)
 
 BEGIN_MESSAGE_MAP(CFrameWnd, CWnd)
+    ON_WM_CREATE()
     ON_WM_CLOSE()
+    ON_WM_SETFOCUS()
+    ON_WM_SIZE()
 END_MESSAGE_MAP()
 
 const RECT CFrameWnd::rectDefault = {CW_USEDEFAULT, CW_USEDEFAULT, 0, 0};
 
+// Creation -------------------------------------------------------------------------------------------------------------
+
 BOOL CFrameWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
-                       HMENU hMenu, DWORD dwExStyle)
+                       HMENU hMenu, DWORD dwExStyle, CCreateContext* pContext)
 {
     return CreateEx(dwExStyle, lpszClassName, lpszWindowName, dwStyle, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, pParentWnd != nullptr ? pParentWnd->m_hWnd : nullptr, hMenu);
+                    rect.bottom - rect.top, pParentWnd != nullptr ? pParentWnd->m_hWnd : nullptr, hMenu, pContext);
+}
+
+LPCSTR CFrameWnd::FrameWindowClass(UINT nIDResource)
+{
+    const LPCSTR name = MAKEINTRESOURCE(nIDResource);
+    const HICON icon = ::LoadIcon(AfxFindResourceHandle(name, RT_GROUP_ICON), name);
+    try {
+        return AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursor(nullptr, IDC_ARROW),
+                                   reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1),
+                                   icon != nullptr ? icon : ::LoadIcon(nullptr, IDI_APPLICATION));
+    } catch (CResourceException* e) {
+        e->Delete();
+        return nullptr;
+    }
+}
+
+BOOL CFrameWnd::LoadFrame(UINT nIDResource, DWORD dwDefaultStyle, CWnd* pParentWnd, CCreateContext* pContext)
+{
+    return Create(FrameWindowClass(nIDResource), nullptr, dwDefaultStyle, rectDefault, pParentWnd, nullptr, 0,
+                  pContext);
+}
+
+int CFrameWnd::OnCreate(CREATESTRUCT* lpCreateStruct)
+{
+    if (CWnd::OnCreate(lpCreateStruct) == -1)
+        return -1;
+    void* context = lpCreateStruct->lpCreateParams;
+    if ((lpCreateStruct->dwExStyle & WS_EX_MDICHILD) != 0) // comes wrapped by the MDI client
+        context = reinterpret_cast<void*>(static_cast<const MDICREATESTRUCT*>(context)->lParam);
+    return OnCreateClient(lpCreateStruct, static_cast<CCreateContext*>(context)) ? 0 : -1;
+}
+
+BOOL CFrameWnd::OnCreateClient(CREATESTRUCT*, CCreateContext* pContext)
+{
+    return pContext == nullptr || pContext->m_pNewViewClass == nullptr || CreateView(pContext) != nullptr;
+}
+
+CWnd* CFrameWnd::CreateView(CCreateContext* pContext, UINT nID)
+{
+    auto* view = static_cast<CWnd*>(pContext->m_pNewViewClass->CreateObject());
+    if (view == nullptr)
+        return nullptr;
+    if (!view->CreateEx(WS_EX_CLIENTEDGE, nullptr, nullptr, WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, m_hWnd,
+                        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)), pContext))
+        return nullptr; // the view has deleted itself
+    return view;
+}
+
+void CFrameWnd::InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible)
+{
+    const CWnd* pane = FromHandlePermanent(::GetDlgItem(m_hWnd, AFX_IDW_PANE_FIRST));
+    CView* view = DYNAMIC_DOWNCAST(CView, const_cast<CWnd*>(pane));
+    if (view != nullptr) {
+        SetActiveView(view, FALSE);
+        view->OnInitialUpdate();
+    }
+    OnUpdateFrameTitle(pDoc != nullptr);
+    RecalcLayout();
+    if (bMakeVisible) {
+        ShowWindow(SW_SHOW);
+        UpdateWindow();
+    }
+    if (view != nullptr && bMakeVisible)
+        view->OnActivateView(TRUE, view, view);
+}
+
+// The active view ------------------------------------------------------------------------------------------------------
+
+CDocument* CFrameWnd::GetActiveDocument() { return m_pViewActive != nullptr ? m_pViewActive->GetDocument() : nullptr; }
+
+void CFrameWnd::SetActiveView(CView* pViewNew, BOOL bNotify)
+{
+    CView* previous = m_pViewActive;
+    if (previous == pViewNew)
+        return;
+    m_pViewActive = nullptr; // for whoever asks meanwhile
+    if (previous != nullptr)
+        previous->OnActivateView(FALSE, pViewNew, previous);
+    m_pViewActive = pViewNew;
+    if (pViewNew != nullptr && bNotify)
+        pViewNew->OnActivateView(TRUE, pViewNew, previous);
 }
 
 BOOL CFrameWnd::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
 {
+    if (m_pViewActive != nullptr && m_pViewActive->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
+        return TRUE;
     if (CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
         return TRUE;
     CWinApp* app = AfxGetApp();
     return app != nullptr && app->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);
 }
 
-void CFrameWnd::OnClose() { DestroyWindow(); }
+// Messages -------------------------------------------------------------------------------------------------------------
+
+void CFrameWnd::RecalcLayout(BOOL)
+{
+    if (m_pViewActive == nullptr)
+        return;
+    CRect client;
+    GetClientRect(&client);
+    m_pViewActive->MoveWindow(&client);
+}
+
+void CFrameWnd::OnSize(UINT nType, int cx, int cy)
+{
+    CWnd::OnSize(nType, cx, cy);
+    if (nType != SIZE_MINIMIZED)
+        RecalcLayout();
+}
+
+void CFrameWnd::OnSetFocus(CWnd* pOldWnd)
+{
+    CWnd::OnSetFocus(pOldWnd);
+    if (m_pViewActive != nullptr)
+        m_pViewActive->SetFocus();
+}
+
+void CFrameWnd::OnClose()
+{
+    CDocument* document = GetActiveDocument();
+    if (document != nullptr && document->m_bAutoDelete) {
+        POSITION position = document->GetFirstViewPosition();
+        document->GetNextView(position);
+        if (position == nullptr) { // this frame shows its only view
+            document->OnCloseDocument();
+            return;
+        }
+    }
+    DestroyWindow();
+}
 
 void CFrameWnd::PostNcDestroy() { delete this; }

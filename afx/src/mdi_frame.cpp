@@ -2,16 +2,7 @@
 
 IMPLEMENT_DYNCREATE(CMDIFrameWnd, CFrameWnd)
 
-BEGIN_MESSAGE_MAP(CMDIFrameWnd, CFrameWnd)
-    ON_WM_CREATE()
-END_MESSAGE_MAP()
-
-int CMDIFrameWnd::OnCreate(CREATESTRUCT* lpCreateStruct)
-{
-    if (CFrameWnd::OnCreate(lpCreateStruct) != 0)
-        return -1;
-    return CreateClient(lpCreateStruct, nullptr) ? 0 : -1;
-}
+BOOL CMDIFrameWnd::OnCreateClient(CREATESTRUCT* lpcs, CCreateContext*) { return CreateClient(lpcs, nullptr); }
 
 BOOL CMDIFrameWnd::CreateClient(CREATESTRUCT*, HMENU hWindowMenu)
 {
@@ -21,6 +12,29 @@ BOOL CMDIFrameWnd::CreateClient(CREATESTRUCT*, HMENU hWindowMenu)
         WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0, m_hWnd,
         reinterpret_cast<HMENU>(static_cast<UINT_PTR>(AFX_IDW_PANE_FIRST)), AfxGetInstanceHandle(), &client);
     return m_hWndMDIClient != nullptr;
+}
+
+CMDIChildWnd* CMDIFrameWnd::MDIGetActive(BOOL* pbMaximized) const
+{
+    BOOL maximized = FALSE;
+    const auto child = reinterpret_cast<HWND>(
+        ::SendMessage(m_hWndMDIClient, WM_MDIGETACTIVE, 0, reinterpret_cast<LPARAM>(&maximized)));
+    if (pbMaximized != nullptr)
+        *pbMaximized = maximized;
+    return DYNAMIC_DOWNCAST(CMDIChildWnd, FromHandlePermanent(child));
+}
+
+CFrameWnd* CMDIFrameWnd::GetActiveFrame()
+{
+    CMDIChildWnd* child = MDIGetActive();
+    return child != nullptr ? child : static_cast<CFrameWnd*>(this);
+}
+
+BOOL CMDIFrameWnd::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
+{
+    CMDIChildWnd* child = MDIGetActive();
+    return (child != nullptr && child->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo)) ||
+           CFrameWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);
 }
 
 BOOL CMDIFrameWnd::PreTranslateMessage(MSG* pMsg)

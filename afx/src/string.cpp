@@ -328,6 +328,21 @@ void CString::ReleaseBuffer(int nNewLength)
     m_pchData[header->length] = '\0';
 }
 
+BOOL AFXAPI AfxExtractSubString(CString& rString, LPCSTR lpszFullString, int iSubString, char chSep)
+{
+    rString.Empty();
+    const CString all = lpszFullString;
+    int begin = 0;
+    for (; iSubString > 0; --iSubString) {
+        begin = all.Find(chSep, begin) + 1;
+        if (begin == 0)
+            return FALSE;
+    }
+    const int end = all.Find(chSep, begin);
+    rString = end < 0 ? all.Mid(begin) : all.Mid(begin, end - begin);
+    return lpszFullString != nullptr;
+}
+
 int AFXAPI AfxLoadString(UINT nID, LPSTR lpszBuf, UINT nMaxBuf)
 {
     // String n stands in block n/16 + 1.

@@ -26,10 +26,12 @@ private:
     CMap<HWND, HWND, CWnd*, CWnd*> m_temporary;
 };
 
+struct AfxWindowHook;
+
 struct ThreadState {
     CWinThread* thread = nullptr;
-    MSG lastMessage = {};               ///< being handled, for CWnd::Default
-    CWnd* windowBeingCreated = nullptr; ///< waits for its handle in the creation hook
+    MSG lastMessage = {};                ///< being handled, for CWnd::Default
+    AfxWindowHook* windowHook = nullptr; ///< waits for the next window to be created
     WindowMap windows;
 };
 

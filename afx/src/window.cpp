@@ -70,6 +70,9 @@ CWnd::~CWnd()
 {
     if (m_hWnd != nullptr)
         DestroyWindow();
+    const ThreadState* state = FindThreadState();
+    if (state != nullptr && state->thread != nullptr && state->thread->m_pMainWnd == this)
+        state->thread->m_pMainWnd = nullptr; // a main window that could not be created
 }
 
 BOOL CWnd::SubclassWindow(HWND hWnd)
@@ -99,14 +102,14 @@ HWND CWnd::UnsubclassWindow()
 // Creation -------------------------------------------------------------------------------------------------------------
 
 AfxWindowHook::AfxWindowHook(CWnd* window)
-    : m_hook(::SetWindowsHookEx(WH_CBT, &AfxWindowHook::Procedure, nullptr, ::GetCurrentThreadId()))
+    : m_hook(::SetWindowsHookEx(WH_CBT, &AfxWindowHook::Procedure, nullptr, ::GetCurrentThreadId())), m_window(window)
 {
-    GetThreadState()->windowBeingCreated = window;
+    GetThreadState()->windowHook = this;
 }
 
 AfxWindowHook::~AfxWindowHook()
 {
-    GetThreadState()->windowBeingCreated = nullptr;
+    GetThreadState()->windowHook = nullptr;
     if (m_hook != nullptr)
         ::UnhookWindowsHookEx(m_hook);
 }
@@ -115,12 +118,13 @@ LRESULT CALLBACK AfxWindowHook::Procedure(int code, WPARAM wParam, LPARAM lParam
 {
     ThreadState* state = GetThreadState();
     const auto handle = reinterpret_cast<HWND>(wParam);
-    if (code != HCBT_CREATEWND || state->windowBeingCreated == nullptr ||
+    if (code != HCBT_CREATEWND || state->windowHook == nullptr ||
         (::GetClassLong(handle, GCL_STYLE) & kClassStyleIme) != 0)
         return ::CallNextHookEx(nullptr, code, wParam, lParam);
-    CWnd* window = std::exchange(state->windowBeingCreated, nullptr);
+    AfxWindowHook* hook = std::exchange(state->windowHook, nullptr);
     try {
-        window->SubclassWindow(handle);
+        hook->m_window->SubclassWindow(handle);
+        hook->m_caught = true;
     } catch (CException* e) {
         e->Delete();
         return 1; // the window is not created
@@ -152,13 +156,22 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName
     cs.hMenu = nIDorHMenu;
     cs.hInstance = AfxGetInstanceHandle();
     cs.lpCreateParams = lpParam;
-    if (!PreCreateWindow(cs)) {
+    HWND created = nullptr;
+    bool caught = false; // then the end of the window was the end of the object's work
+    try {
+        if (PreCreateWindow(cs)) {
+            const AfxWindowHook hook(this);
+            created = ::CreateWindowEx(cs.dwExStyle, cs.lpszClass, cs.lpszName, static_cast<DWORD>(cs.style), cs.x,
+                                       cs.y, cs.cx, cs.cy, cs.hwndParent, cs.hMenu, cs.hInstance, cs.lpCreateParams);
+            caught = hook.HasCaught();
+        }
+    } catch (CException*) {
         PostNcDestroy();
-        return FALSE;
+        throw;
     }
-    const AfxWindowHook hook(this);
-    return ::CreateWindowEx(cs.dwExStyle, cs.lpszClass, cs.lpszName, static_cast<DWORD>(cs.style), cs.x, cs.y, cs.cx,
-                            cs.cy, cs.hwndParent, cs.hMenu, cs.hInstance, cs.lpCreateParams) != nullptr;
+    if (created == nullptr && !caught)
+        PostNcDestroy();
+    return created != nullptr;
 }
 
 BOOL CWnd::PreCreateWindow(CREATESTRUCT& cs)
@@ -379,6 +392,16 @@ void CWnd::GetWindowText(CString& rString) const
     const int length = ::GetWindowTextLength(m_hWnd);
     const int copied = ::GetWindowText(m_hWnd, rString.GetBuffer(length), length + 1);
     rString.ReleaseBuffer(copied);
+}
+
+CFrameWnd* CWnd::GetParentFrame() const
+{
+    for (HWND parent = ::GetParent(m_hWnd); parent != nullptr; parent = ::GetParent(parent)) {
+        CWnd* window = FromHandlePermanent(parent);
+        if (window != nullptr && window->IsKindOf(RUNTIME_CLASS(CFrameWnd)))
+            return static_cast<CFrameWnd*>(window);
+    }
+    return nullptr;
 }
 
 void CWnd::MoveWindow(LPCRECT lpRect, BOOL bRepaint)

@@ -11,8 +11,12 @@ struct AfxWindowHook {
     AfxWindowHook(const AfxWindowHook&) = delete;
     AfxWindowHook& operator=(const AfxWindowHook&) = delete;
 
+    bool HasCaught() const { return m_caught; } ///< whether the window began to exist
+
 private:
     static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam);
 
     HHOOK m_hook;
+    CWnd* m_window;
+    bool m_caught = false;
 };

@@ -139,7 +139,7 @@ int main(int count, char** words)
     Product library;
     if (!ReadProduct(library, folder + "ZOGBLBRX.DLL"))
         return kFailed;
-    Registration registration(library);
+    Registration registration(library, folder);
     if (arguments.remove)
         return RemoveAll(arguments, registration);
     const int chosen = ChooseLanguages(arguments, folder);

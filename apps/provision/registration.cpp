@@ -8,6 +8,18 @@ constexpr DWORD kMachine = ZO_MODE_LOCAL_MACHINE;
 constexpr LPCSTR kAccess = "Access";
 constexpr DWORD kNoTemplates = 0; // a module that provides no template library
 
+/// The suite's template libraries: found beside the programs, by their file names.
+struct TemplateLibrary {
+    LPCSTR module;
+    LPCSTR fileName;
+    DWORD access;
+};
+constexpr TemplateLibrary kTemplateLibraries[] = {
+    {"VIEWBrixel", "ZOVIEWER.DLL", 1},
+    {"DATABrixel", "ZODATA.DLL", 7},
+    {"TELEBrixel", "ZOPHONE.DLL", 15},
+};
+
 CString LanguageName(DWORD id)
 {
     CString name;
@@ -55,6 +67,8 @@ DWORD Registration::Register(const Product& product, const CString& user, const 
 {
     DWORD status = RegisterModule(product, user, languages, current);
     if (status == ERROR_SUCCESS)
+        status = RegisterTemplates(product, user);
+    if (status == ERROR_SUCCESS)
         status = RegisterModule(m_library, user, languages, current);
     if (status == ERROR_SUCCESS)
         status = m_config.SetValue(kMachine, ProductsKey(), ProductEntry(product), 1);
@@ -66,17 +80,42 @@ DWORD Registration::RegisterModule(const Product& product, const CString& user, 
 {
     const CString module =
         product.root + "\\Users\\" + user + "\\Modules\\" + product.internalName + "\\" + product.version;
-    DWORD status = m_config.CreateKey(kMachine, module);
-    BOOL hasAccess = FALSE;
-    if (status == ERROR_SUCCESS)
-        status = m_config.DoesEntryExist(kMachine, module, kAccess, hasAccess);
-    if (status == ERROR_SUCCESS && !hasAccess)
-        status = m_config.SetValue(kMachine, module, kAccess, kNoTemplates);
+    DWORD status = SetAccess(module, kNoTemplates);
     if (status == ERROR_SUCCESS)
         status = WriteLanguages(module + "\\Languages", languages, current);
     if (status == ERROR_SUCCESS)
         std::printf("registered: %s, module %s, user %s\n", (LPCSTR)product.name, (LPCSTR)product.internalName,
                     (LPCSTR)user);
+    return status;
+}
+
+/// Enters the template libraries that are there for a product's applications.
+DWORD Registration::RegisterTemplates(const Product& product, const CString& user)
+{
+    DWORD status = ERROR_SUCCESS;
+    for (const TemplateLibrary& library : kTemplateLibraries) {
+        if (GetFileAttributesA(m_folder + library.fileName) == INVALID_FILE_ATTRIBUTES)
+            continue;
+        const CString module =
+            product.root + "\\Users\\" + user + "\\Modules\\" + library.module + "\\" + product.version;
+        status = SetAccess(module, library.access);
+        if (status == ERROR_SUCCESS)
+            status = m_config.SetValue(kMachine, module, "Template", library.fileName);
+        if (status != ERROR_SUCCESS)
+            break;
+    }
+    return status;
+}
+
+/// Makes a module's key with its access flags; flags that are there already stand.
+DWORD Registration::SetAccess(const CString& module, DWORD access)
+{
+    DWORD status = m_config.CreateKey(kMachine, module);
+    BOOL hasAccess = FALSE;
+    if (status == ERROR_SUCCESS)
+        status = m_config.DoesEntryExist(kMachine, module, kAccess, hasAccess);
+    if (status == ERROR_SUCCESS && !hasAccess)
+        status = m_config.SetValue(kMachine, module, kAccess, access);
     return status;
 }
 

@@ -14,9 +14,10 @@
 /// Operations say what they did on the output and return 0 or the status of the registry.
 class Registration {
 public:
-    explicit Registration(const Product& library) : m_library(library) {}
+    /// \param folder where the suite's libraries lie, with a backslash at its end
+    Registration(const Product& library, const CString& folder) : m_library(library), m_folder(folder) {}
 
-    /// Registers a module of a product, and the library, for a user.
+    /// Registers a module of a product, the template libraries that are there, and the library, for a user.
     /// \param languages ids, at least one; \param current the one to make current, 0 to keep or take the first
     DWORD Register(const Product& product, const CString& user, const CDWordArray& languages, DWORD current);
 
@@ -28,6 +29,8 @@ public:
 
 private:
     DWORD RegisterModule(const Product& product, const CString& user, const CDWordArray& languages, DWORD current);
+    DWORD RegisterTemplates(const Product& product, const CString& user);
+    DWORD SetAccess(const CString& module, DWORD access);
     DWORD WriteLanguages(const CString& key, const CDWordArray& languages, DWORD current);
     DWORD RemoveModule(const Product& product);
     DWORD RemoveTree(const CString& root);
@@ -36,4 +39,5 @@ private:
 
     CZoGlobalConfig m_config;
     const Product& m_library;
+    const CString m_folder;
 };

@@ -32,6 +32,7 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_REGISTERED_MESSAGE(s_traceLevelMessage, OnTraceLevel)
     ON_REGISTERED_MESSAGE(s_languageMessage, OnLanguageUpdate)
     ON_COMMAND(ZO_ID_FILE_LANGUAGE, OnChooseLanguage)
+    ON_COMMAND(ZO_ID_FILE_NEW, OnNewDocument)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -77,6 +78,7 @@ void MainFrame::ReloadTexts()
     }
     m_pageList.SetCurSel(m_shown);
     m_status.SetWindowText(GetStatusText());
+    m_documents.ReloadTexts();
     for (CWnd* control : {static_cast<CWnd*>(&m_pageList), static_cast<CWnd*>(&m_status)})
         control->SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()), TRUE);
     CRect client;
@@ -188,6 +190,8 @@ void MainFrame::OnChooseLanguage()
     if (support.Create() && support.LoadSpecificLanguage(ZoGblGetLanguageLCID(), path, FALSE))
         support.SelectLanguage(this);
 }
+
+void MainFrame::OnNewDocument() { m_documents.New(); }
 
 void MainFrame::OnAbout() { AboutDialog().DoModal(); }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "country_page.h"
+#include "documents.h"
 #include "language_page.h"
 #include "line_page.h"
 #include "location_page.h"
@@ -23,6 +24,7 @@ public:
     CountryPage& GetCountryPage() { return m_countries; }
     TracePage& GetTracePage() { return m_trace; }
     LinePage& GetLinePage() { return m_lines; }
+    Documents& GetDocuments() { return m_documents; }
 
     BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
 
@@ -37,6 +39,7 @@ protected:
     afx_msg LRESULT OnTraceLevel(WPARAM previous, LPARAM level);
     afx_msg LRESULT OnLanguageUpdate(WPARAM, LPARAM);
     afx_msg void OnChooseLanguage();
+    afx_msg void OnNewDocument();
     afx_msg void OnAbout();
     afx_msg void OnExit();
     DECLARE_MESSAGE_MAP()
@@ -56,4 +59,5 @@ private:
     int m_shown = -1;
     CListBox m_pageList;
     CStatic m_status;
+    Documents m_documents{this};
 };

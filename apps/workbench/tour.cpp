@@ -15,6 +15,7 @@
 #include <zogbl/mailboxes.h>
 #include <zogbl/mem_ini_file.h>
 #include <zogbl/module.h>
+#include <zogbl/new_document_dialog.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/version_resource.h>
@@ -38,36 +39,36 @@ CString ModulePath(HINSTANCE module)
 
 unsigned long __stdcall CountFile(void* context, const char*) { return ++*static_cast<DWORD*>(context); }
 
-/// The about dialog, which takes its own picture and closes.
-class PicturedAboutDialog : public AboutDialog {
+/// A dialog that takes its own picture and closes.
+template <class DIALOG> class PicturedDialog : public DIALOG {
 public:
-    explicit PicturedAboutDialog(const CString& picturePath) : m_picturePath(picturePath) {}
+    template <class... ARGUMENTS> explicit PicturedDialog(const CString& picturePath, ARGUMENTS... arguments)
+        : DIALOG(arguments...), m_picturePath(picturePath)
+    {
+    }
     bool IsSaved() const { return m_saved; }
 
 protected:
     BOOL OnInitDialog() override
     {
-        PostMessage(kTakePicture);
-        return AboutDialog::OnInitDialog();
+        this->PostMessage(kTakePicture);
+        return DIALOG::OnInitDialog();
     }
-    LRESULT OnTakePicture(WPARAM, LPARAM)
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        UpdateWindow();
+        if (message != kTakePicture)
+            return DIALOG::WindowProc(message, wParam, lParam);
+        this->UpdateWindow();
         Settle();
-        m_saved = SavePicture(m_hWnd, m_picturePath);
-        EndDialog(IDOK);
+        m_saved = SavePicture(this->m_hWnd, m_picturePath);
+        this->EndDialog(IDOK);
         return 0;
     }
-    DECLARE_MESSAGE_MAP()
 
 private:
     CString m_picturePath;
     bool m_saved = false;
 };
-
-BEGIN_MESSAGE_MAP(PicturedAboutDialog, AboutDialog)
-    ON_MESSAGE(kTakePicture, OnTakePicture)
-END_MESSAGE_MAP()
 
 /// Chooses a language in the dialog as soon as that is open, and takes its picture.
 class LanguageDialogDriver {
@@ -136,8 +137,9 @@ public:
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
                SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() && HangUpLine() &&
-               RemoteHangUp() && WatchForCalls() && OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") &&
-               Countries() && Pictures("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") &&
+               RemoteHangUp() && WatchForCalls() && ChooseDocument("en") && OpenDocuments() && PictureDocuments("en") &&
+               OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") &&
+               ChooseDocument("de") && PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") &&
                SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() && CloseWindow() &&
                RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
@@ -533,8 +535,53 @@ private:
         }
         m_frame->ShowPage(0);
         const CString path = PicturePath(language, "about");
-        PicturedAboutDialog about(path);
+        PicturedDialog<AboutDialog> about(path);
         return m_report.Step("picture", about.DoModal() == IDOK && about.IsSaved(), path);
+    }
+
+    /// Takes a picture of the choice of a new document's type, and gives the choice up.
+    bool ChooseDocument(LPCSTR language)
+    {
+        const BOOL loaded = m_frame->GetDocuments().LoadTypes();
+        const CString path = PicturePath(language, "new-document");
+        PicturedDialog<CZoNewBrixelDocType> choice(path, AfxGetApp(), m_frame);
+        const bool pictured = loaded && choice.DoModal() == IDOK && choice.IsSaved();
+        return m_report.Step("document types", pictured, path);
+    }
+
+    /// Opens a document of each type, and tells the telephone's of two calls.
+    bool OpenDocuments()
+    {
+        Documents& documents = m_frame->GetDocuments();
+        const CString file = m_folder + "\\tour.ini"; // which the tour wrote before
+        CString titles;
+        POSITION position = AfxGetApp()->GetFirstDocTemplatePosition();
+        for (INT_PTR i = 0; i < documents.GetTypeCount() && position != nullptr; ++i) {
+            CDocTemplate* type = AfxGetApp()->GetNextDocTemplate(position);
+            CString extension;
+            type->GetDocString(extension, CDocTemplate::filterExt);
+            CDocument* document = documents.Open(type, extension.IsEmpty() ? nullptr : (LPCSTR)file);
+            if (document == nullptr)
+                return m_report.Step("documents", false, "none of type " + titles);
+            titles += (titles.IsEmpty() ? "" : ", ") + document->GetTitle();
+            for (int call = 0; call < 2; ++call)
+                documents.GetModule(i)->ProcessNoviceCommand(ZO_ID_NOTE_CALL, document);
+        }
+        ::SendMessage(::GetDlgItem(documents.GetShell(), AFX_IDW_PANE_FIRST), WM_MDITILE, MDITILE_HORIZONTAL, 0);
+        return m_report.Step("documents", documents.GetTypeCount() == 3, titles);
+    }
+
+    bool PictureDocuments(LPCSTR language)
+    {
+        const HWND shell = m_frame->GetDocuments().GetShell();
+        ::ShowWindow(shell, SW_SHOW);
+        ::SetForegroundWindow(shell);
+        ::RedrawWindow(shell, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        Settle();
+        const CString path = PicturePath(language, "documents");
+        const bool saved = shell != nullptr && SavePicture(shell, path);
+        ::ShowWindow(shell, SW_HIDE); // not in the other pictures
+        return m_report.Step("picture", saved, path);
     }
 
     /// A second Workbench, with a dialog open, hears of the changes of language that follow.

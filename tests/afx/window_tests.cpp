@@ -316,6 +316,34 @@ TEST(Reflection, LetsAListBoxDrawItself)
     EXPECT_GT(list.measured, 0);
 }
 
+namespace {
+
+class RefusedFrame : public CFrameWnd {
+public:
+    explicit RefusedFrame(bool& gone) : m_gone(gone) {}
+    ~RefusedFrame() override { m_gone = true; }
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override
+    {
+        cs.lpszClass = "NoSuchWindowClass";
+        return TRUE;
+    }
+
+private:
+    bool& m_gone;
+};
+
+} // namespace
+
+TEST(MainWindow, ThatCannotBeCreatedIsGone)
+{
+    bool gone = false;
+    auto* frame = new RefusedFrame(gone);
+    AfxGetThread()->m_pMainWnd = frame;
+    EXPECT_FALSE(frame->Create(nullptr, "frame", WS_OVERLAPPEDWINDOW, CRect(0, 0, 9, 9), nullptr, nullptr));
+    EXPECT_TRUE(gone);
+    EXPECT_EQ(nullptr, AfxGetThread()->m_pMainWnd);
+}
+
 TEST(MainWindow, EndsItsThread)
 {
     AfxGetThread()->m_pMainWnd = new CFrameWnd;

@@ -115,6 +115,21 @@ TEST_F(ProvisionTest, LibraryStaysAsLongAsAProductNeedsIt)
     ASSERT_EQ(0u, Provision("--user tester"));
     EXPECT_TRUE(HasKey(kSuite, "GlobalModule"));
     EXPECT_TRUE(HasKey(kSuite, "Workbench"));
+    static constexpr struct {
+        LPCSTR module;
+        DWORD access;
+        LPCSTR fileName;
+    } templates[] = {
+        {"VIEWBrixel", 1, "ZOVIEWER.DLL"}, {"DATABrixel", 7, "ZODATA.DLL"}, {"TELEBrixel", 15, "ZOPHONE.DLL"}};
+    for (const auto& library : templates) {
+        const CString key = CString(kSuite) + "\\" + library.module + "\\3.9";
+        DWORD access = 0;
+        char fileName[40];
+        EXPECT_EQ(0u, m_config.GetValue(kMachine, key, "Access", access, 0));
+        EXPECT_EQ(library.access, access) << library.module;
+        EXPECT_EQ(0u, m_config.GetValue(kMachine, key, "Template", fileName, sizeof fileName, ""));
+        EXPECT_STREQ(library.fileName, fileName);
+    }
     EXPECT_EQ(0u, Provision("--remove"));
     EXPECT_FALSE(HasKey(kSuite, "Workbench"));
     EXPECT_TRUE(HasKey(kSuite, "GlobalModule")) << "the other product needs it";

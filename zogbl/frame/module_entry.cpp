@@ -5,6 +5,9 @@
 #include <zogbl/global_config.h>
 #include <zogbl/language_support.h>
 #include <zogbl/module.h>
+#include <zogbl/resource_lookup.h>
+
+#include <zomfx/resource_source.h>
 
 #include "module_data.h"
 
@@ -20,6 +23,9 @@ DWORD g_attachCount = 0;
 
 constexpr DWORD kModulePathSize = 1024;
 constexpr LPCSTR kNoviceMode = "NoviceMode";
+
+/// The framework extensions find their texts where this library does.
+constexpr ZoResourceSource kResourceSource = {&ZoGblLoadString, &ZoGblLockResource};
 
 BOOL AttachToProcess(HINSTANCE instance)
 {
@@ -41,6 +47,7 @@ BOOL AttachToProcess(HINSTANCE instance)
         ZoModuleDataDestroy();
         return FALSE;
     }
+    ZoMfxSetResourceSource(&kResourceSource);
     g_instance = instance;
     ++g_attachCount;
     ZoModuleData* data = ZoModuleDataGet();
@@ -60,6 +67,7 @@ void DetachFromProcess()
     ZoModuleDataDestroy();
     if (g_attachCount != 0) {
         --g_attachCount;
+        ZoMfxSetResourceSource(nullptr);
         AfxTermExtensionModule(g_extensionModule, FALSE);
     }
 }

@@ -114,6 +114,20 @@
 #define ZO_IDC_LANGUAGE_INSTALLED 25581
 #define ZO_IDC_LANGUAGE_NATIVE 25582
 
+// 25229 to 25230 and 25428: the dialog in which the type of a new document is chosen.
+#define ZO_IDD_NEW_DOCUMENT 25428
+#define ZO_IDC_NEW_DOCUMENT_DESCRIPTION 25229
+#define ZO_IDC_NEW_DOCUMENT_TYPES 25230
+
+// 25440: the dialog that asks for a program; strings 20580 on.
+#define ZO_IDD_PROGRAM_PROMPT 25440
+#define ZO_IDC_PROGRAM_PROMPT_TEXT 25441
+#define ZO_IDC_PROGRAM_PROMPT_PATH 25442
+#define ZO_IDC_PROGRAM_PROMPT_BROWSE 25443
+#define ZO_IDS_PROGRAM_PROMPT_PROGRAMS 20580
+#define ZO_IDS_PROGRAM_PROMPT_EMPTY 20581
+#define ZO_IDS_PROGRAM_PROMPT_MISSING 20582
+
 // 25463: the dialog whose font is the controls' font on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
@@ -128,6 +142,8 @@
 #define ZO_ID_VIEW_MAILBOXES 30014
 #define ZO_ID_VIEW_LINES 30015
 #define ZO_ID_FILE_LANGUAGE 30020
+#define ZO_ID_FILE_NEW 30025
+#define ZO_ID_NOTE_CALL 30026
 
 #define ZO_IDC_ABOUT_ICON 30050
 #define ZO_IDC_ABOUT_VERSION 30051
@@ -231,6 +247,14 @@
 #define ZO_IDS_MAILBOX_FOLDER_ARCHIVE 30275
 
 // 57664 (0xE140) and up: commands whose numbers the application framework fixes.
+// 30300 to 30319: types of documents of the sample template libraries: the string here, in the library an icon of that
+// number.
+#define ZO_IDS_VIEWER_TYPE 30301
+#define ZO_IDS_DATA_TYPE 30302
+#define ZO_IDS_TELEPHONE_TYPE 30303
+#define ZO_IDS_CALL_NOTED 30310
+#define ZO_IDS_SHELL_TITLE 30311
+
 #define ZO_ID_APP_ABOUT 0xE140
 #define ZO_ID_APP_EXIT 0xE141
 

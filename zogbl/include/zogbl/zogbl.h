@@ -4,6 +4,7 @@
 
 #include <zogbl/address_functions.h>
 #include <zogbl/avl.h>
+#include <zogbl/brixel_access.h>
 #include <zogbl/country_code.h>
 #include <zogbl/country_combo_box.h>
 #include <zogbl/custom_resource.h>
@@ -20,12 +21,14 @@
 #include <zogbl/global_error.h>
 #include <zogbl/ini_file.h>
 #include <zogbl/language_dialog.h>
+#include <zogbl/installed_modules.h>
 #include <zogbl/language_support.h>
 #include <zogbl/location_item.h>
 #include <zogbl/location_registry.h>
 #include <zogbl/mailboxes.h>
 #include <zogbl/mem_ini_file.h>
 #include <zogbl/module.h>
+#include <zogbl/new_document_dialog.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/registry_base.h>
@@ -33,6 +36,7 @@
 #include <zogbl/resource_lookup.h>
 #include <zogbl/status.h>
 #include <zogbl/tapi_interface.h>
+#include <zogbl/template_module.h>
 #include <zogbl/trace.h>
 #include <zogbl/tree.h>
 #include <zogbl/version_resource.h>

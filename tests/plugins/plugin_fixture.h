@@ -1,0 +1,76 @@
+/// \file
+/// The tests' template libraries, and what they tell.
+#pragma once
+
+#include "support/unique_names.h"
+
+#include <gtest/gtest.h>
+
+#include <afxwin.h>
+
+#include <string>
+
+namespace zo_test {
+
+constexpr char kPluginA[] = "fixture_plugin_a.DLL";             // id 3
+constexpr char kPluginB[] = "fixture_plugin_b.DLL";             // id 1
+constexpr char kPluginC[] = "fixture_plugin_c.DLL";             // id 3
+constexpr char kPluginPartial[] = "fixture_plugin_partial.DLL"; // id 2, without "GMD"
+
+/// What the plug-ins have been called for since the last time.
+inline std::string TakePluginLog()
+{
+    char text[2000] = "";
+    GetEnvironmentVariableA("ZO_PLUGIN_LOG", text, sizeof text);
+    SetEnvironmentVariableA("ZO_PLUGIN_LOG", nullptr);
+    return text;
+}
+
+/// Makes an entry point fail: "DRT=int" or "DRT=memory" throws, "InitializeTemplateDLL=false" answers FALSE.
+class PluginFailure {
+public:
+    explicit PluginFailure(const std::string& what) { SetEnvironmentVariableA("ZO_PLUGIN_FAILS", what.c_str()); }
+    ~PluginFailure() { SetEnvironmentVariableA("ZO_PLUGIN_FAILS", nullptr); }
+    PluginFailure(const PluginFailure&) = delete;
+    PluginFailure& operator=(const PluginFailure&) = delete;
+};
+
+/// Files that look like libraries and are none that can be loaded here.
+class BadLibraries {
+public:
+    BadLibraries()
+    {
+        m_folder.Write("text.DLL", "This is no library.");
+        char path[MAX_PATH] = "";
+        GetModuleFileNameA(nullptr, path, sizeof path);
+        const std::string program = path;
+        std::string plugin = ReadFile(program.substr(0, program.rfind('\\') + 1) + kPluginA);
+        EXPECT_GT(plugin.size(), 0x100u);
+        DWORD header;
+        memcpy(&header, plugin.data() + 0x3C, sizeof header);
+        const bool is64 = sizeof(void*) == 8;
+        const WORD other = is64 ? IMAGE_FILE_MACHINE_I386 : IMAGE_FILE_MACHINE_AMD64;
+        memcpy(plugin.data() + header + 4, &other, sizeof other);
+        m_folder.Write("other.DLL", plugin);
+        m_folder.Write("short.DLL", plugin.substr(0, 0x100));
+    }
+
+    std::string Text() const { return m_folder.Path("text.DLL"); }
+    std::string OtherArchitecture() const { return m_folder.Path("other.DLL"); }
+    std::string Cut() const { return m_folder.Path("short.DLL"); }
+
+private:
+    static std::string ReadFile(const std::string& path)
+    {
+        CFile file;
+        if (!file.Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone))
+            return {};
+        std::string bytes(static_cast<size_t>(file.GetLength()), '\0');
+        file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
+        return bytes;
+    }
+
+    TestFolder m_folder;
+};
+
+} // namespace zo_test

@@ -1,0 +1,192 @@
+#include <zogbl/new_document_dialog.h>
+
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
+#include <zomfx/multi_doc_template.h>
+
+#include <algorithm>
+
+namespace {
+
+// Pixels, from the left edge of an item or the right edge of its icon.
+constexpr int kIconOffset = 5;
+constexpr int kBackgroundOffset = 10;
+constexpr int kTextOffset = 15;
+
+/// The resource number of a document template; 0 for one that does not tell.
+UINT ResourceId(CDocTemplate* documentType)
+{
+    const auto* known = DYNAMIC_DOWNCAST(CZoMultiDocTemplate, documentType);
+    return known != nullptr ? known->GetResourceID() : 0;
+}
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CZoNewBrixelDocType, CDialog)
+    ON_LBN_SELCHANGE(ZO_IDC_NEW_DOCUMENT_TYPES, OnSelectionChanged)
+    ON_CONTROL(LBN_DBLCLK, ZO_IDC_NEW_DOCUMENT_TYPES, OnOK)
+    ON_MESSAGE(WM_MEASUREITEM, OnMeasureItem)
+    ON_MESSAGE(WM_DRAWITEM, OnDrawItem)
+END_MESSAGE_MAP()
+
+CZoNewBrixelDocType::CZoNewBrixelDocType(CWinApp* application, CWnd* parent)
+    : m_pApplication(application), m_pOwner(parent)
+{
+}
+
+INT_PTR CZoNewBrixelDocType::DoModal()
+{
+    const void* dialog = ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDD_NEW_DOCUMENT), RT_DIALOG);
+    if (dialog == nullptr)
+        return -1;
+    m_pDocTemplate = nullptr;
+    InitModalIndirect(static_cast<LPCDLGTEMPLATE>(dialog), m_pOwner);
+    try {
+        return CDialog::DoModal();
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return IDABORT;
+    }
+}
+
+// The list -------------------------------------------------------------------------------------------------------------
+
+HWND CZoNewBrixelDocType::List() const { return ::GetDlgItem(m_hWnd, ZO_IDC_NEW_DOCUMENT_TYPES); }
+
+CDocTemplate* CZoNewBrixelDocType::ItemTemplate(int index) const
+{
+    const LRESULT data = index >= 0 ? ::SendMessageA(List(), LB_GETITEMDATA, static_cast<WPARAM>(index), 0) : LB_ERR;
+    return data != LB_ERR ? reinterpret_cast<CDocTemplate*>(data) : nullptr;
+}
+
+BOOL CZoNewBrixelDocType::OnInitDialog()
+{
+    CDialog::OnInitDialog();
+    const LRESULT count = FillList() ? ::SendMessageA(List(), LB_GETCOUNT, 0, 0) : 0;
+    if (count <= 0) {
+        EndDialog(IDABORT);
+    } else if (count == 1) {
+        m_pDocTemplate = ItemTemplate(0);
+        EndDialog(IDOK);
+    } else {
+        ::SendMessageA(List(), LB_SETCURSEL, 0, 0);
+        OnSelectionChanged();
+        CenterWindow();
+    }
+    return TRUE;
+}
+
+/// \return FALSE when an item cannot be added.
+BOOL CZoNewBrixelDocType::FillList()
+{
+    ::SendMessageA(List(), LB_RESETCONTENT, 0, 0);
+    try {
+        for (POSITION position = m_pApplication != nullptr ? m_pApplication->GetFirstDocTemplatePosition() : nullptr;
+             position != nullptr;) {
+            CDocTemplate* documentType = m_pApplication->GetNextDocTemplate(position);
+            CString name;
+            if (!documentType->GetDocString(name, CDocTemplate::fileNewName) || name.IsEmpty())
+                continue;
+            const LRESULT index = ::SendMessageA(List(), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>((LPCSTR)name));
+            if (index < 0 || ::SendMessageA(List(), LB_SETITEMDATA, static_cast<WPARAM>(index),
+                                            reinterpret_cast<LPARAM>(documentType)) == LB_ERR)
+                return FALSE;
+        }
+        return TRUE;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return FALSE;
+    }
+}
+
+void CZoNewBrixelDocType::OnSelectionChanged()
+{
+    CDocTemplate* documentType = ItemTemplate(static_cast<int>(::SendMessageA(List(), LB_GETCURSEL, 0, 0)));
+    CString text;
+    if (documentType == nullptr || !ZoGblLoadString(ResourceId(documentType), text))
+        return;
+    const int lineFeed = text.ReverseFind('\n');
+    if (lineFeed >= 0) // what is no list of names describes nothing: the text stays
+        ::SetDlgItemTextA(m_hWnd, ZO_IDC_NEW_DOCUMENT_DESCRIPTION, (LPCSTR)text + lineFeed + 1);
+}
+
+void CZoNewBrixelDocType::OnOK()
+{
+    m_pDocTemplate = ItemTemplate(static_cast<int>(::SendMessageA(List(), LB_GETCURSEL, 0, 0)));
+    EndDialog(IDOK);
+}
+
+// Drawing --------------------------------------------------------------------------------------------------------------
+
+void CZoNewBrixelDocType::MeasureOnce()
+{
+    if (m_nItemHeight != 0)
+        return;
+    TEXTMETRICA metrics = {};
+    if (const HDC dc = ::GetDC(m_hWnd)) {
+        const auto font = reinterpret_cast<HFONT>(::SendMessageA(m_hWnd, WM_GETFONT, 0, 0));
+        const HGDIOBJ old = font != nullptr ? ::SelectObject(dc, font) : nullptr;
+        ::GetTextMetricsA(dc, &metrics);
+        if (old != nullptr)
+            ::SelectObject(dc, old);
+        ::ReleaseDC(m_hWnd, dc);
+    }
+    m_nItemHeight = (std::max<int>)(::GetSystemMetrics(SM_CYICON), metrics.tmHeight);
+    m_nTextHeight = metrics.tmHeight + metrics.tmExternalLeading;
+}
+
+LRESULT CZoNewBrixelDocType::OnMeasureItem(WPARAM, LPARAM measure)
+{
+    MeasureOnce();
+    reinterpret_cast<MEASUREITEMSTRUCT*>(measure)->itemHeight = static_cast<UINT>(m_nItemHeight);
+    return TRUE;
+}
+
+LRESULT CZoNewBrixelDocType::OnDrawItem(WPARAM, LPARAM draw)
+{
+    const auto& place = *reinterpret_cast<const DRAWITEMSTRUCT*>(draw);
+    MeasureOnce();
+    if ((place.itemAction & (ODA_DRAWENTIRE | ODA_SELECT)) != 0 && ItemTemplate(static_cast<int>(place.itemID))) {
+        DrawText(place);
+        DrawIcon(place);
+    }
+    if ((place.itemAction & ODA_FOCUS) != 0 || (place.itemState & ODS_FOCUS) != 0)
+        ::DrawFocusRect(place.hDC, &place.rcItem);
+    return TRUE;
+}
+
+void CZoNewBrixelDocType::DrawText(const DRAWITEMSTRUCT& place) const
+{
+    CString text;
+    const auto item = static_cast<WPARAM>(place.itemID);
+    const LRESULT length = ::SendMessageA(place.hwndItem, LB_GETTEXTLEN, item, 0);
+    if (length == LB_ERR)
+        return;
+    ::SendMessageA(place.hwndItem, LB_GETTEXT, item,
+                   reinterpret_cast<LPARAM>(text.GetBuffer(static_cast<int>(length))));
+    text.ReleaseBuffer();
+
+    const bool selected = (place.itemState & ODS_SELECTED) != 0;
+    const COLORREF oldText =
+        ::SetTextColor(place.hDC, ::GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+    const COLORREF oldBackground = ::SetBkColor(place.hDC, ::GetSysColor(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+    const int left = place.rcItem.left + ::GetSystemMetrics(SM_CXICON);
+    RECT background = place.rcItem;
+    background.left = left + kBackgroundOffset;
+    const int top = (place.rcItem.top + place.rcItem.bottom - m_nTextHeight) / 2;
+    ::ExtTextOutA(place.hDC, left + kTextOffset, top, ETO_OPAQUE | ETO_CLIPPED, &background, text,
+                  static_cast<UINT>(text.GetLength()), nullptr);
+    ::SetBkColor(place.hDC, oldBackground);
+    ::SetTextColor(place.hDC, oldText);
+}
+
+void CZoNewBrixelDocType::DrawIcon(const DRAWITEMSTRUCT& place) const
+{
+    const LPCSTR name = MAKEINTRESOURCEA(ResourceId(ItemTemplate(static_cast<int>(place.itemID))));
+    const HICON icon = name != nullptr ? ::LoadIconA(ZoGblFindResourceModule(name, RT_GROUP_ICON), name) : nullptr;
+    if (icon == nullptr)
+        return;
+    const int top = (place.rcItem.top + place.rcItem.bottom - ::GetSystemMetrics(SM_CYICON)) / 2;
+    ::DrawIcon(place.hDC, place.rcItem.left + kIconOffset, top, icon);
+}

@@ -1,0 +1,36 @@
+/// \file
+/// The dialog that asks the user where a program is.
+#pragma once
+
+#include <zomfx/export.h>
+
+#include <afxext.h>
+
+/// Asks for the path of a program, with a button that lets the user look for it. The dialog stays open, with a message,
+/// until the path is one of a file, or the user gives up. Nothing is thrown.
+class ZOMFX_API CZoProgramPromptDlg : public CDialog {
+public:
+    /// \param title, prompt shown as they are; \param path what the edit field holds at first, or null
+    /// \param parent null for the main window
+    CZoProgramPromptDlg(LPCSTR title, LPCSTR prompt, LPCSTR path, CWnd* parent = nullptr);
+
+    /// \return IDOK, IDCANCEL, or -1 when the dialog cannot be made
+    INT_PTR DoModal() override;
+
+    /// After IDOK the path chosen, else the one given to the constructor.
+    const CString& GetPath() const { return m_csPath; }
+
+protected:
+    BOOL OnInitDialog() override;
+    void OnOK() override;
+    afx_msg void OnBrowse();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    CString FieldText() const;
+
+    CString m_csTitle;
+    CString m_csPrompt;
+    CString m_csPath;
+    CWnd* m_pOwner;
+};

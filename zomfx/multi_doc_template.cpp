@@ -1,0 +1,24 @@
+#include <zomfx/multi_doc_template.h>
+
+#include "resource_access.h"
+
+IMPLEMENT_DYNAMIC(CZoMultiDocTemplate, CMultiDocTemplate)
+
+CZoMultiDocTemplate::CZoMultiDocTemplate(UINT resourceId, CRuntimeClass* documentClass, CRuntimeClass* frameClass,
+                                         CRuntimeClass* viewClass)
+    : CMultiDocTemplate(resourceId, documentClass, frameClass, viewClass)
+{
+}
+
+BOOL CZoMultiDocTemplate::GetDocString(CString& text, DocStringIndex index) const
+{
+    text.Empty();
+    CString all;
+    try {
+        return ZoMfxLoadString(m_nIDResource, all) && AfxExtractSubString(text, all, index);
+    } catch (CMemoryException* e) {
+        e->Delete();
+        text.Empty();
+        return FALSE;
+    }
+}

@@ -1,0 +1,35 @@
+#include <zomfx/resource_source.h>
+
+#include "resource_access.h"
+
+namespace {
+
+const ZoResourceSource* g_source = nullptr;
+
+}
+
+void ZoMfxSetResourceSource(const ZoResourceSource* source) { g_source = source; }
+
+BOOL ZoMfxLoadString(UINT id, CString& text)
+{
+    if (g_source != nullptr)
+        return g_source->loadString(id, text);
+    try {
+        return text.LoadString(id);
+    } catch (CMemoryException* e) {
+        e->Delete();
+        text.Empty();
+        return FALSE;
+    }
+}
+
+LPCDLGTEMPLATE ZoMfxLockDialog(UINT id)
+{
+    const LPCSTR name = MAKEINTRESOURCEA(id);
+    if (g_source != nullptr)
+        return static_cast<LPCDLGTEMPLATE>(g_source->lockResource(name, RT_DIALOG, nullptr));
+    const HINSTANCE module = AfxFindResourceHandle(name, RT_DIALOG);
+    const HRSRC resource = FindResourceA(module, name, RT_DIALOG);
+    const HGLOBAL loaded = resource != nullptr ? LoadResource(module, resource) : nullptr;
+    return loaded != nullptr ? static_cast<LPCDLGTEMPLATE>(LockResource(loaded)) : nullptr;
+}
