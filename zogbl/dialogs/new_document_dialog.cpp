@@ -23,7 +23,7 @@ UINT ResourceId(CDocTemplate* documentType)
 
 } // namespace
 
-BEGIN_MESSAGE_MAP(CZoNewBrixelDocType, CDialog)
+BEGIN_MESSAGE_MAP(CZoNewBrixelDocType, CZoDialog)
     ON_LBN_SELCHANGE(ZO_IDC_NEW_DOCUMENT_TYPES, OnSelectionChanged)
     ON_CONTROL(LBN_DBLCLK, ZO_IDC_NEW_DOCUMENT_TYPES, OnOK)
     ON_MESSAGE(WM_MEASUREITEM, OnMeasureItem)
@@ -31,19 +31,15 @@ BEGIN_MESSAGE_MAP(CZoNewBrixelDocType, CDialog)
 END_MESSAGE_MAP()
 
 CZoNewBrixelDocType::CZoNewBrixelDocType(CWinApp* application, CWnd* parent)
-    : m_pApplication(application), m_pOwner(parent)
+    : CZoDialog(ZO_IDD_NEW_DOCUMENT, parent), m_pApplication(application)
 {
 }
 
 INT_PTR CZoNewBrixelDocType::DoModal()
 {
-    const void* dialog = ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDD_NEW_DOCUMENT), RT_DIALOG);
-    if (dialog == nullptr)
-        return -1;
     m_pDocTemplate = nullptr;
-    InitModalIndirect(static_cast<LPCDLGTEMPLATE>(dialog), m_pOwner);
     try {
-        return CDialog::DoModal();
+        return CZoDialog::DoModal();
     } catch (CMemoryException* e) {
         e->Delete();
         return IDABORT;
@@ -62,7 +58,7 @@ CDocTemplate* CZoNewBrixelDocType::ItemTemplate(int index) const
 
 BOOL CZoNewBrixelDocType::OnInitDialog()
 {
-    CDialog::OnInitDialog();
+    CZoDialog::OnInitDialog();
     const LRESULT count = FillList() ? ::SendMessageA(List(), LB_GETCOUNT, 0, 0) : 0;
     if (count <= 0) {
         EndDialog(IDABORT);
@@ -75,6 +71,16 @@ BOOL CZoNewBrixelDocType::OnInitDialog()
         CenterWindow();
     }
     return TRUE;
+}
+
+void CZoNewBrixelDocType::ReloadTexts()
+{
+    CZoDialog::ReloadTexts();
+    const LRESULT selected = ::SendMessageA(List(), LB_GETCURSEL, 0, 0);
+    if (!FillList())
+        EndDialog(IDABORT);
+    ::SendMessageA(List(), LB_SETCURSEL, static_cast<WPARAM>(selected), 0); // types keep their order
+    OnSelectionChanged();
 }
 
 /// \return FALSE when an item cannot be added.

@@ -2,16 +2,14 @@
 /// The dialog in which the user picks the type of a new document.
 #pragma once
 
-#include <zogbl/export.h>
-
-#include <afxwin.h>
+#include <zogbl/dialog.h>
 
 /// Shows the application's document templates, each with its icon and the name that it has for new documents; those
 /// without such a name are left out. Below the list stands the description of the one selected.
 ///
 /// The icon and the description belong to templates of the class CZoMultiDocTemplate: the icon has the template's
 /// resource number, the description is what stands behind the last line feed of the string of that number.
-class ZOGBL_API CZoNewBrixelDocType : public CDialog {
+class ZOGBL_API CZoNewBrixelDocType : public CZoDialog {
 public:
     /// \param parent null for the main window
     CZoNewBrixelDocType(CWinApp* application, CWnd* parent);
@@ -27,6 +25,7 @@ public:
 protected:
     BOOL OnInitDialog() override;
     void OnOK() override;
+    void ReloadTexts() override;
     afx_msg void OnSelectionChanged();
     afx_msg LRESULT OnMeasureItem(WPARAM control, LPARAM measure);
     afx_msg LRESULT OnDrawItem(WPARAM control, LPARAM draw);
@@ -41,7 +40,6 @@ private:
     void DrawIcon(const DRAWITEMSTRUCT& place) const;
 
     CWinApp* m_pApplication;
-    CWnd* m_pOwner;
     CDocTemplate* m_pDocTemplate = nullptr;
     int m_nItemHeight = 0; // pixels; 0 until measured
     int m_nTextHeight = 0;

@@ -2,11 +2,12 @@
 
 #include <zogbl/resource_lookup.h>
 
-#include "dialog_template.h"
+#include "../controls/dialog_template.h"
 
 #include <cstring>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -31,6 +32,23 @@ HWND NextNameless(HWND dialog, HWND previous)
     return child;
 }
 
+/// A dialog is listed as the innermost while this lives.
+class OpenDialog {
+public:
+    OpenDialog(CZoDialog*& innermost, CZoDialog* dialog)
+        : m_innermost(innermost), m_outer(std::exchange(innermost, dialog))
+    {
+    }
+    ~OpenDialog() { m_innermost = m_outer; }
+    OpenDialog(const OpenDialog&) = delete;
+    OpenDialog& operator=(const OpenDialog&) = delete;
+    CZoDialog* GetOuter() const { return m_outer; }
+
+private:
+    CZoDialog*& m_innermost;
+    CZoDialog* m_outer;
+};
+
 } // namespace
 
 CZoDialog* CZoDialog::s_innermost = nullptr;
@@ -51,11 +69,9 @@ INT_PTR CZoDialog::DoModal()
         return -1;
     std::memcpy(copy.get(), resource, size);
     InitModalIndirect(reinterpret_cast<LPCDLGTEMPLATE>(copy.get()), m_pParent);
-    m_pOuter = s_innermost;
-    s_innermost = this;
-    const INT_PTR result = CDialog::DoModal();
-    s_innermost = m_pOuter;
-    return result;
+    const OpenDialog open(s_innermost, this);
+    m_pOuter = open.GetOuter();
+    return CDialog::DoModal();
 }
 
 void CZoDialog::ReloadOpenDialogs()

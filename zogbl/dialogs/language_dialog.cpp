@@ -4,7 +4,7 @@
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
-#include "without_throwing.h"
+#include "../frame/without_throwing.h"
 
 #include <cstdlib>
 #include <utility>
