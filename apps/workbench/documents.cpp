@@ -7,6 +7,7 @@
 #include <zomfx/frame_window.h>
 #include <zomfx/multi_doc_template.h>
 
+#include <climits>
 #include <commdlg.h>
 #include <utility>
 
@@ -29,6 +30,34 @@ private:
     CWnd* m_main;
 };
 
+/// A type of documents of which so many can be open, and no more.
+class LimitedType : public CZoMultiDocTemplate {
+public:
+    LimitedType(UINT resourceId, CRuntimeClass* document, CRuntimeClass* frame, CRuntimeClass* view, int maximum)
+        : CZoMultiDocTemplate(resourceId, document, frame, view), m_maximum(maximum)
+    {
+    }
+
+    /// With all that can be open, shows the last one instead.
+    CDocument* OpenDocumentFile(LPCSTR path, BOOL makeVisible) override
+    {
+        int count = 0;
+        CDocument* last = nullptr;
+        for (POSITION position = GetFirstDocPosition(); position != nullptr; ++count)
+            last = GetNextDoc(position);
+        if (last == nullptr || count < m_maximum)
+            return CZoMultiDocTemplate::OpenDocumentFile(path, makeVisible);
+        POSITION position = last->GetFirstViewPosition();
+        CFrameWnd* frame = position != nullptr ? last->GetNextView(position)->GetParentFrame() : nullptr;
+        if (auto* child = DYNAMIC_DOWNCAST(CMDIChildWnd, frame))
+            child->MDIActivate();
+        return last;
+    }
+
+private:
+    int m_maximum;
+};
+
 /// The types of one template library.
 void AddTypes(CZoTemplateDLLModule& module)
 {
@@ -36,17 +65,20 @@ void AddTypes(CZoTemplateDLLModule& module)
     CPtrArray frames;
     CPtrArray views;
     CWordArray ids;
+    CWordArray maxima;
     module.GetDOCRunTimeClass(&documents, 0, 0);
     module.GetFRAMERunTimeClass(&frames, 0, 0);
     module.GetVIEWRunTimeClass(&views, 0, 0);
     module.GetDOCResourceID(&ids, 0, 0);
+    module.GetMaxDocuments(&maxima, 0, 0);
     const auto runtimeClass = [](const CPtrArray& classes, INT_PTR i) {
         return static_cast<CRuntimeClass*>(classes[i]);
     };
     for (INT_PTR i = 0; i < ids.GetSize(); ++i) {
         if (i < documents.GetSize() && i < frames.GetSize() && i < views.GetSize())
-            AfxGetApp()->AddDocTemplate(new CZoMultiDocTemplate(ids[i], runtimeClass(documents, i),
-                                                                runtimeClass(frames, i), runtimeClass(views, i)));
+            AfxGetApp()->AddDocTemplate(new LimitedType(ids[i], runtimeClass(documents, i), runtimeClass(frames, i),
+                                                        runtimeClass(views, i),
+                                                        i < maxima.GetSize() ? maxima[i] : INT_MAX));
     }
 }
 

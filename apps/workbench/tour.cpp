@@ -555,6 +555,8 @@ private:
         Documents& documents = m_frame->GetDocuments();
         const CString file = m_folder + "\\tour.ini"; // which the tour wrote before
         CString titles;
+        CDocTemplate* telephone = nullptr; // the last type
+        CDocument* calls = nullptr;
         POSITION position = AfxGetApp()->GetFirstDocTemplatePosition();
         for (INT_PTR i = 0; i < documents.GetTypeCount() && position != nullptr; ++i) {
             CDocTemplate* type = AfxGetApp()->GetNextDocTemplate(position);
@@ -563,10 +565,14 @@ private:
             CDocument* document = documents.Open(type, extension.IsEmpty() ? nullptr : (LPCSTR)file);
             if (document == nullptr)
                 return m_report.Step("documents", false, "none of type " + titles);
+            telephone = type;
+            calls = document;
             titles += (titles.IsEmpty() ? "" : ", ") + document->GetTitle();
             for (int call = 0; call < 2; ++call)
                 documents.GetModule(i)->ProcessNoviceCommand(ZO_ID_NOTE_CALL, document);
         }
+        if (telephone == nullptr || documents.Open(telephone, nullptr) != calls) // of which there is one
+            return m_report.Step("documents", false, "a second document of calls");
         ::SendMessage(::GetDlgItem(documents.GetShell(), AFX_IDW_PANE_FIRST), WM_MDITILE, MDITILE_HORIZONTAL, 0);
         return m_report.Step("documents", documents.GetTypeCount() == 3, titles);
     }
