@@ -634,16 +634,25 @@ private:
         return m_report.Step("picture", SavePictureOfSecond(path), path);
     }
 
-    /// The windows of the other process, in front of all others and painted.
+    /// The windows of the other process, in front of all others and painted; afterwards this one's are in front again.
     bool SavePictureOfSecond(const CString& path)
     {
-        ::SetForegroundWindow(m_second.FindMainWindow());
-        ::SetForegroundWindow(m_second.FindDialog());
-        for (int i = 0; i < 20; ++i) { // they paint in their own time
+        BringToFront(m_second.FindMainWindow());
+        BringToFront(m_second.FindDialog());
+        const bool saved = SavePicture(m_second.FindMainWindow(), path);
+        for (HWND window : {m_second.FindDialog(), m_second.FindMainWindow()})
+            ::SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        BringToFront(m_frame->m_hWnd);
+        return saved;
+    }
+
+    static void BringToFront(HWND window)
+    {
+        ::SetForegroundWindow(window);
+        for (int i = 0; i < 20; ++i) { // other processes paint in their own time
             ::Sleep(10);
             Settle();
         }
-        return SavePicture(m_second.FindMainWindow(), path);
     }
 
     static CString TextOf(HWND window)
