@@ -446,11 +446,15 @@ TEST_F(LanguageChange, ReachesEveryProcessWithItsWindowsOpen)
         EXPECT_EQ(language == kGerman, Stored(m_product.LanguagesKey(), kGerman) == 1);
     }
     {
-        const DialogDriver driver([](HWND dialog) {
+        host.RestoreHelpFile("own.hlp");
+        const DialogDriver driver([&](HWND dialog) {
+            EXPECT_EQ("ZOFAXENU.HLP", host.GetHelpFile().Right(12)) << "help in the present language";
             Choose(dialog, kGerman);
             Press(dialog, IDCANCEL);
         });
         EXPECT_TRUE(chooser.SelectLanguage(&host));
+        EXPECT_EQ("own.hlp", host.GetHelpFile());
+        host.RestoreHelpFile("");
     }
     EXPECT_EQ(kEnglish, ZoGblGetLanguageLCID()) << "cancelled";
     first->Process().Go();
