@@ -41,9 +41,9 @@ BOOL CALLBACK AddLocale(LPSTR identifier)
 }
 
 /// Height of a line in a window's font.
-int LineHeight(const CWnd& window)
+int LineHeight(CWnd& window)
 {
-    CClientDC dc(const_cast<CWnd*>(&window));
+    CClientDC dc(&window);
     const HGDIOBJ old = ::SelectObject(dc.m_hDC, reinterpret_cast<HFONT>(window.SendMessage(WM_GETFONT)));
     TEXTMETRICA metrics = {};
     ::GetTextMetricsA(dc.m_hDC, &metrics);

@@ -5,6 +5,7 @@
 #include "tapi_records.h"
 #include "tapi_state.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -61,7 +62,9 @@ LONG CZoTAPIInterface::WaitForCallState(DWORD dwCallState)
     const DWORD start = GetTickCount();
     LONG result = 0;
     while (dwCallState == 0 || m_dwCallState != dwCallState) {
-        const BOOL pumped = PumpMessage();
+        const DWORD elapsed = GetTickCount() - start;
+        const DWORD left = elapsed <= kCallStateTimeout ? kCallStateTimeout + 1 - elapsed : 0;
+        const BOOL pumped = PumpMessage((std::min)(kWaitSlice, left));
         if (dwCallState == 0 && m_bCallStateChanged)
             break;
         if (IsWaitOver(line, state.m_bAbortCallState || !pumped)) {

@@ -26,7 +26,9 @@ struct TapiState {
 
 TapiState& GetTapiState();
 
-constexpr DWORD kWaitSlice = 100; // milliseconds slept at a time while no message comes
+// Milliseconds slept at a time while no message comes. Whatever ends a wait comes as a message of the thread, so that
+// waking up in between would be for nothing.
+constexpr DWORD kWaitSlice = 5000;
 
 /// Takes one message from the thread's queue and dispatches it, or sleeps until one comes, at most \p milliseconds.
 /// \return FALSE on WM_QUIT, which is left in the queue.
