@@ -131,6 +131,12 @@
 // 25463: the dialog whose font is the controls' font on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
+// 20590 on: the buttons of property sheets.
+#define ZO_IDS_SHEET_OK 20590
+#define ZO_IDS_SHEET_CANCEL 20591
+#define ZO_IDS_SHEET_APPLY 20592
+#define ZO_IDS_SHEET_CLOSE 20593
+
 // 30000 to 30999: the Workbench. 30000 menus and dialogs, 30010 commands, 30050 controls, 30100 strings.
 #define ZO_IDR_WORKBENCH_MENU 30000
 #define ZO_IDD_WORKBENCH_ABOUT 30001
