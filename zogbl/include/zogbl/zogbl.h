@@ -2,6 +2,7 @@
 /// The whole interface of the library.
 #pragma once
 
+#include <zogbl/about_dialog.h>
 #include <zogbl/address_functions.h>
 #include <zogbl/avl.h>
 #include <zogbl/brixel_access.h>
@@ -39,5 +40,7 @@
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
 #include <zogbl/trace.h>
+#include <zogbl/trans_bmp.h>
 #include <zogbl/tree.h>
+#include <zogbl/validators.h>
 #include <zogbl/version_resource.h>
