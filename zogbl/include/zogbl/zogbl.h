@@ -13,6 +13,7 @@
 #include <zogbl/event_log.h>
 #include <zogbl/file_functions.h>
 #include <zogbl/file_name_functions.h>
+#include <zogbl/file_open.h>
 #include <zogbl/flag_box.h>
 #include <zogbl/flag_lcid.h>
 #include <zogbl/flag_lcid_box.h>
