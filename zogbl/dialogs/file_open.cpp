@@ -37,11 +37,11 @@ int NameOffset(const CString& typed)
 /// Puts back what a buffer held, unless told that it may stay.
 class Restored {
 public:
-    Restored(LPSTR buffer, size_t size) : m_buffer(buffer), m_size(size), m_before(buffer) {}
+    explicit Restored(LPSTR buffer) : m_buffer(buffer), m_before(buffer) {}
     ~Restored()
     {
         if (!m_stays)
-            CopyBounded(m_buffer, m_size, m_before);
+            std::memcpy(m_buffer, (LPCSTR)m_before, static_cast<size_t>(m_before.GetLength()) + 1);
     }
     Restored(const Restored&) = delete;
     Restored& operator=(const Restored&) = delete;
@@ -49,7 +49,6 @@ public:
 
 private:
     LPSTR m_buffer;
-    size_t m_size;
     CString m_before;
     bool m_stays = false;
 };
@@ -522,7 +521,7 @@ BOOL CZoFileOpen::IsAcceptable(const CString& path)
 /// Hands the path over, if a derived class agrees.
 void CZoFileOpen::Finish(const CString& path)
 {
-    Restored buffer(m_ofn.lpstrFile, m_ofn.nMaxFile);
+    Restored buffer(m_ofn.lpstrFile);
     CopyBounded(m_ofn.lpstrFile, m_ofn.nMaxFile, path);
     if (OnFileNameOK())
         return;
