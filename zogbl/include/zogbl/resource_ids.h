@@ -131,6 +131,12 @@
 // 25463: the dialog whose font is the controls' font on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
+// 20590 on: the buttons of property sheets.
+#define ZO_IDS_SHEET_OK 20590
+#define ZO_IDS_SHEET_CANCEL 20591
+#define ZO_IDS_SHEET_APPLY 20592
+#define ZO_IDS_SHEET_CLOSE 20593
+
 // Checks of what was entered in a dialog: 61712 and up are numbers that the application framework fixes.
 #define ZO_IDS_CHECK_DOUBLE_BYTE 15972
 #define ZO_IDS_CHECK_EMPTY 20555
@@ -156,6 +162,39 @@
 #define ZO_IDS_ABOUT_VERSION 20601
 
 // 30000 to 30999: the Workbench. 30000 menus, 30010 commands, 30100 strings.
+// 25430 to 25439: files and folders. The numbers of the file dialog's controls are those that the system's own dialogs
+// have. Strings 15957 and 16014 to 16018: documents; 20502 and 20503: folders; 20660 on: what the dialogs say.
+#define ZO_IDD_FILE_OPEN 25430
+#define ZO_IDC_FILE_READ_ONLY 1040
+#define ZO_IDC_FILE_FOLDER 1088
+#define ZO_IDC_FILE_LIST 1120
+#define ZO_IDC_FILE_FOLDERS 1121
+#define ZO_IDC_FILE_TYPES 1136
+#define ZO_IDC_FILE_DRIVES 1137
+#define ZO_IDC_FILE_NAME 1152
+#define ZO_IDD_SELECT_FOLDER 25431
+#define ZO_IDC_FOLDER_INSTRUCTION 25432
+#define ZO_IDC_FOLDER_TREE 25433
+#define ZO_IDC_FOLDER_PATH 25434
+#define ZO_IDC_FOLDER_NEW 25435
+#define ZO_IDS_FILTER_ALL_TYPES 15957
+#define ZO_IDS_FILTER_ALL_FILES 16014
+#define ZO_IDS_SAVE_COPY_TITLE 16015
+#define ZO_IDS_SAVE_AS_TITLE 16016
+#define ZO_IDS_PROMPT_TITLE 16018
+#define ZO_IDS_FOLDER_NOT_CREATED 20502
+#define ZO_IDS_CREATE_FOLDER 20503
+#define ZO_IDS_FILE_INVALID 20660
+#define ZO_IDS_FILE_TOO_LONG 20661
+#define ZO_IDS_FILE_FOLDER_MISSING 20662
+#define ZO_IDS_FILE_MISSING 20663
+#define ZO_IDS_FILE_EXISTS 20664
+#define ZO_IDS_FILE_WRITE_PROTECTED 20665
+#define ZO_IDS_FILE_CREATE 20666
+#define ZO_IDS_FOLDER_UNREADABLE 20667
+#define ZO_IDS_FOLDER_NEW_NAME 20668
+
+// 30000 to 30999: the Workbench. 30000 menus and dialogs, 30010 commands, 30050 controls, 30100 strings.
 #define ZO_IDR_WORKBENCH_MENU 30000
 
 #define ZO_ID_VIEW_COUNTRIES 30010
