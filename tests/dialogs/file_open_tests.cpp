@@ -397,10 +397,12 @@ TEST_F(FileOpen, SurvivesFailures)
         const bool failed = run.Fired();
         run.Stop();
         EXPECT_TRUE(result == -1 || result == IDOK || result == IDCANCEL) << result;
-        if (result != IDOK)
+        if (result != IDOK) {
             EXPECT_STREQ(start.c_str(), dialog.GetPathName());
-        if (!failed)
+        }
+        if (!failed) {
             EXPECT_EQ(IDCANCEL, result) << "nobody answers that the file may be replaced";
+        }
     };
     {
         AllocationFaults faults;
