@@ -216,8 +216,12 @@ TEST_F(DocumentSave, LeavesNoHalfDocumentBehind)
         ZO_FAULTY_CALL(WriteFile) write(disk, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
         if (row.trouble == kFullDisk)
             disk.Arm(1, true);
-        if (row.trouble == kReadOnly)
+        FaultSource rights("rights"); // which the system does not deny to every user
+        ZO_FAULTY_CALL(CreateFileA) create(rights, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+        if (row.trouble == kReadOnly) {
             ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
+            rights.Arm(1, true);
+        }
         HANDLE held = INVALID_HANDLE_VALUE;
         if (row.trouble == kHeldOpen)
             held = ::CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -234,6 +238,7 @@ TEST_F(DocumentSave, LeavesNoHalfDocumentBehind)
             result = ZoDoSave(&m_document, row.pathName, path.c_str(), "x", 1);
         }
         disk.Disarm();
+        rights.Disarm();
         if (held != INVALID_HANDLE_VALUE)
             ::CloseHandle(held);
         ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
@@ -270,6 +275,7 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
     });
     m_application->AddDocTemplate(new NamedType("One", ".1"));
     m_application->AddDocTemplate(new NamedType("Two", ".2"));
+    const CString kept = "kept";
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &GiveUp);
     const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &PressOk);
     RunFaultLoop(faults,

@@ -403,7 +403,7 @@ TEST_F(FileOpen, SurvivesFailures)
     };
     {
         AllocationFaults faults;
-        RunFaultLoop(faults, run);
+        RunFaultLoop(faults, run, {.stride = 3});
     }
     FaultSource files("file system");
     ZO_FAULTY_CALL(FindFirstFileA) find(files, "ZOGBLBRX.DLL", INVALID_HANDLE_VALUE, ERROR_PATH_NOT_FOUND);
@@ -415,7 +415,7 @@ TEST_F(FileOpen, SurvivesFailures)
     FaultSource windows("windows");
     ZO_FAULTY_CALL(SendMessageA) send(windows, "ZOGBLBRX.DLL", LB_ERR);
     ZO_FAULTY_CALL(GetDC) dc(windows, "ZOGBLBRX.DLL", nullptr);
-    RunFaultLoop(windows, run, {.stride = 5});
+    RunFaultLoop(windows, run, {.stride = 11});
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(-1, CZoFileOpen(TRUE).DoModal()) << "without a language library";
     EXPECT_TRUE(ZoGblLoadLanguageDLL());
