@@ -2,6 +2,7 @@
 /// The whole interface of the library.
 #pragma once
 
+#include <zogbl/about_dialog.h>
 #include <zogbl/address_functions.h>
 #include <zogbl/avl.h>
 #include <zogbl/brixel_access.h>
@@ -33,6 +34,7 @@
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
+#include <zogbl/property_sheet.h>
 #include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
@@ -41,5 +43,7 @@
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
 #include <zogbl/trace.h>
+#include <zogbl/trans_bmp.h>
 #include <zogbl/tree.h>
+#include <zogbl/validators.h>
 #include <zogbl/version_resource.h>
