@@ -583,7 +583,6 @@ private:
         }
         if (telephone == nullptr || documents.Open(telephone, nullptr) != calls) // of which there is one
             return m_report.Step("documents", false, "a second document of calls");
-        ::SendMessage(::GetDlgItem(documents.GetShell(), AFX_IDW_PANE_FIRST), WM_MDITILE, MDITILE_HORIZONTAL, 0);
         return m_report.Step("documents", documents.GetTypeCount() == 3, titles);
     }
 
@@ -655,6 +654,7 @@ private:
     bool PictureDocuments(LPCSTR language)
     {
         const HWND shell = m_frame->GetDocuments().GetShell();
+        ::SendMessage(::GetDlgItem(shell, AFX_IDW_PANE_FIRST), WM_MDITILE, MDITILE_HORIZONTAL, 0);
         ::ShowWindow(shell, SW_SHOW);
         ::SetForegroundWindow(shell);
         ::RedrawWindow(shell, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);

@@ -285,7 +285,7 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
     const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &PressOk);
     RunFaultLoop(faults,
                  [&](const FaultRun& run) {
-                     CString name = "kept";
+                     CString name = kept;
                      const int result = ZoDoPromptFileName(name, 0, 0, TRUE, nullptr, m_application.get());
                      run.Stop();
                      EXPECT_EQ(0, result);
