@@ -29,6 +29,7 @@ constexpr Family kFamilies[] = {
     {"pickers", &MeasurePickers},
     {"startup", &MeasureStartup},
     {"trace", &MeasureTrace},
+    {"translation", &MeasureTranslation},
     {"trees", &MeasureTrees},
 };
 

@@ -38,5 +38,6 @@
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
 #include <zogbl/trace.h>
+#include <zogbl/translate.h>
 #include <zogbl/tree.h>
 #include <zogbl/version_resource.h>
