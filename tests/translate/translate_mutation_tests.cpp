@@ -16,6 +16,7 @@ using Random = std::mt19937;
 // Each environment has cases of its own: 100,000 in the five of an architecture.
 constexpr unsigned kCases = 20000;
 constexpr unsigned kCasesOnGuardHeap = 2000;
+constexpr unsigned kCasesPerSave = 4; // files take time
 constexpr size_t kHeader = 512;
 constexpr size_t kDescription = 544;
 
@@ -28,7 +29,7 @@ std::string MakeFile(Random& random)
     file.description.assign(random() % 65, static_cast<char>('a' + random() % 26));
     std::string bytes = file.Bytes();
     static constexpr DWORD numbers[] = {0, 1, 95, 96, 97, 0x00010000, 0x00010001, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
-    for (unsigned changes = random() % 4; changes > 0; --changes) {
+    for (unsigned changes = 1 + random() % 4; changes > 0; --changes) {
         switch (random() % 8) {
         case 0: // somewhere in the tables
         case 1:
@@ -110,7 +111,6 @@ TEST_F(TranslateMutation, ReadsAWholeTableOrNothing)
         const std::string bytes = MakeFile(random);
         m_folder.Write("table.iot", bytes);
         const DWORD status = Judge(bytes);
-        EXPECT_EQ(status, CGblTranslate::IsValidFile(m_file.c_str()));
         CGblTranslate translation;
         translation.EnablePut(TRUE);
         const std::string before = ImageOf(translation);
@@ -119,9 +119,10 @@ TEST_F(TranslateMutation, ReadsAWholeTableOrNothing)
             EXPECT_EQ(before, ImageOf(translation));
         } else {
             EXPECT_EQ(Normalized(bytes) + m_file, ImageOf(translation));
-            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Save(saved.c_str()));
-            EXPECT_EQ(Normalized(bytes), m_folder.Read("saved.iot"));
-            ++accepted;
+            if (++accepted % kCasesPerSave == 0) {
+                EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Save(saved.c_str()));
+                EXPECT_EQ(Normalized(bytes), m_folder.Read("saved.iot"));
+            }
         }
         ASSERT_FALSE(HasFailure()) << "case " << seed;
     }
