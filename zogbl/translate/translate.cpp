@@ -109,20 +109,60 @@ void CGblTranslate::CopyData(CGblTranslate* source)
     m_csDescription = source->m_csDescription;
     std::memcpy(m_byGetTable, source->m_byGetTable, sizeof m_byGetTable);
     std::memcpy(m_byPutTable, source->m_byPutTable, sizeof m_byPutTable);
+    PutInForce();
+}
+
+/// To be called after every change of a table or its switch.
+void CGblTranslate::PutInForce()
+{
+    for (int code = 0; code < kTableSize; ++code) {
+        m_byGetInForce[code] = m_bGetEnabled ? m_byGetTable[code] : static_cast<BYTE>(code);
+        m_byPutInForce[code] = m_bPutEnabled ? m_byPutTable[code] : static_cast<BYTE>(code);
+    }
 }
 
 // Entries and settings -------------------------------------------------------------------------------------------------
 
 unsigned char CGblTranslate::GetInputValue(unsigned char index) const { return m_byGetTable[index]; }
-void CGblTranslate::SetInputValue(unsigned char index, unsigned char value) { m_byGetTable[index] = value; }
 unsigned char CGblTranslate::GetOutputValue(unsigned char index) const { return m_byPutTable[index]; }
-void CGblTranslate::SetOutputValue(unsigned char index, unsigned char value) { m_byPutTable[index] = value; }
-void CGblTranslate::ResetGetTable() { MakeIdentity(m_byGetTable); }
-void CGblTranslate::ResetPutTable() { MakeIdentity(m_byPutTable); }
 
-void CGblTranslate::EnableGet(int enable) { m_bGetEnabled = enable != 0; }
+void CGblTranslate::SetInputValue(unsigned char index, unsigned char value)
+{
+    m_byGetTable[index] = value;
+    PutInForce();
+}
+
+void CGblTranslate::SetOutputValue(unsigned char index, unsigned char value)
+{
+    m_byPutTable[index] = value;
+    PutInForce();
+}
+
+void CGblTranslate::ResetGetTable()
+{
+    MakeIdentity(m_byGetTable);
+    PutInForce();
+}
+
+void CGblTranslate::ResetPutTable()
+{
+    MakeIdentity(m_byPutTable);
+    PutInForce();
+}
+
+void CGblTranslate::EnableGet(int enable)
+{
+    m_bGetEnabled = enable != 0;
+    PutInForce();
+}
+
+void CGblTranslate::EnablePut(int enable)
+{
+    m_bPutEnabled = enable != 0;
+    PutInForce();
+}
+
 int CGblTranslate::IsGetEnabled() const { return m_bGetEnabled; }
-void CGblTranslate::EnablePut(int enable) { m_bPutEnabled = enable != 0; }
 int CGblTranslate::IsPutEnabled() const { return m_bPutEnabled; }
 void CGblTranslate::EnableGetDBCS(int enable) { m_bGetDBCS = enable != 0; }
 int CGblTranslate::IsGetDBCSEnabled() const { return m_bGetDBCS; }
@@ -188,6 +228,7 @@ unsigned long CGblTranslate::Load(const char* path)
             ReadAll(file, &header, sizeof header);
         } catch (CFileException* e) {
             e->Delete();
+            PutInForce(); // the tables that were read
             return ZO_TRANSLATE_NOT_OPENED;
         }
         header.description[ZO_TRANSLATE_DESCRIPTION_LENGTH] = '\0'; // whatever the file has there
@@ -196,7 +237,7 @@ unsigned long CGblTranslate::Load(const char* path)
         if (description.IsEmpty())
             ZoGblLoadString(ZO_IDS_TRANSLATE_NEW, description);
         EnableGet(header.flags & kGetEnabled);
-        EnablePut(header.flags & kPutEnabled);
+        EnablePut(header.flags & kPutEnabled); // puts the tables in force
         EnableGetDBCS(header.flags & kGetDBCS);
         EnablePutDBCS(header.flags & kPutDBCS);
         m_dwLastInput = header.lastInput;

@@ -39,9 +39,9 @@ public:
     void CopyData(CGblTranslate* source);
 
     /// What stands for a byte received. Inline, as is DoPut: they are called for each byte of a line.
-    unsigned char DoGet(unsigned char character) { return m_bGetEnabled ? m_byGetTable[character] : character; }
+    unsigned char DoGet(unsigned char character) { return m_byGetInForce[character]; }
     /// What stands for a byte to send.
-    unsigned char DoPut(unsigned char character) { return m_bPutEnabled ? m_byPutTable[character] : character; }
+    unsigned char DoPut(unsigned char character) { return m_byPutInForce[character]; }
 
     // Entries of the tables, whether they are enabled or not.
     unsigned char GetInputValue(unsigned char index) const;
@@ -103,8 +103,11 @@ public:
 private:
     static constexpr int kTableSize = 256;
 
+    void PutInForce();
+
     BOOL m_bGetEnabled;
     BOOL m_bPutEnabled;
+    CGdiObject m_gdiObject; // empty always, and never copied: callers count on the place that it takes
     BOOL m_bGetDBCS;
     BOOL m_bPutDBCS;
     DWORD m_dwLastInput;
@@ -115,4 +118,8 @@ private:
     CString m_csDescription;
     BYTE m_byGetTable[kTableSize];
     BYTE m_byPutTable[kTableSize];
+    // What DoGet and DoPut answer: the tables that are enabled, else the identity. A look at the switch for each byte would
+    // cost a quarter more.
+    BYTE m_byGetInForce[kTableSize];
+    BYTE m_byPutInForce[kTableSize];
 };

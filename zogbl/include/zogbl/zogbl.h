@@ -39,5 +39,6 @@
 #include <zogbl/template_module.h>
 #include <zogbl/trace.h>
 #include <zogbl/translate.h>
+#include <zogbl/translate_editor.h>
 #include <zogbl/tree.h>
 #include <zogbl/version_resource.h>
