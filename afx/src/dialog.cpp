@@ -1,3 +1,4 @@
+#include "modal_owner.h"
 #include "thread_state.h"
 #include "window_hook.h"
 
@@ -49,29 +50,18 @@ INT_PTR CDialog::DoModal()
     if (dialogTemplate == nullptr)
         return -1;
 
-    CWnd* parent = m_pParentWnd != nullptr ? m_pParentWnd : AfxGetMainWnd();
-    HWND owner = parent != nullptr ? parent->m_hWnd : nullptr;
-    while (owner != nullptr && (::GetWindowLong(owner, GWL_STYLE) & WS_CHILD) != 0)
-        owner = ::GetParent(owner);
-    // Disabled before the dialog appears and enabled before it goes, so that the owner gets the activation back.
-    const BOOL disabled = owner != nullptr && !::EnableWindow(owner, FALSE);
+    ModalOwner owner(m_pParentWnd);
     HWND handle;
     m_bModalRunning = TRUE; // from here on, for OnInitDialog may end the dialog
     {
         const AfxWindowHook hook(this);
-        handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner, &DialogProcedure, 0);
+        handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner.GetHandle(), &DialogProcedure, 0);
     }
     int result = -1;
     if (handle != nullptr && m_hWnd != nullptr)
         result = m_bModalRunning ? RunModalLoop() : m_nModalResult;
     m_bModalRunning = FALSE;
-    if (m_hWnd != nullptr)
-        ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0,
-                       SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);
-    if (disabled)
-        ::EnableWindow(owner, TRUE);
-    if (owner != nullptr && ::GetActiveWindow() == m_hWnd)
-        ::SetActiveWindow(owner);
+    owner.Release(m_hWnd);
     DestroyWindow();
     return result;
 }
@@ -97,56 +87,4 @@ LRESULT CDialog::HandleInitDialog(WPARAM, LPARAM) { return OnInitDialog(); }
 BOOL CDialog::PreTranslateMessage(MSG* pMsg)
 {
     return CWnd::PreTranslateMessage(pMsg) || ::IsDialogMessage(m_hWnd, pMsg);
-}
-
-// Data exchange --------------------------------------------------------------------------------------------------------
-
-BOOL CWnd::UpdateData(BOOL bSaveAndValidate)
-{
-    CDataExchange exchange(this, bSaveAndValidate);
-    DoDataExchange(&exchange);
-    return TRUE;
-}
-
-void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value)
-{
-    CWnd* control = pDX->m_pDlgWnd->GetDlgItem(nIDC);
-    if (pDX->m_bSaveAndValidate)
-        control->GetWindowText(value);
-    else
-        control->SetWindowText(value);
-}
-
-void AFXAPI DDX_Check(CDataExchange* pDX, int nIDC, int& value)
-{
-    const CWnd* control = pDX->m_pDlgWnd->GetDlgItem(nIDC);
-    if (pDX->m_bSaveAndValidate)
-        value = static_cast<int>(control->SendMessage(BM_GETCHECK));
-    else
-        control->SendMessage(BM_SETCHECK, static_cast<WPARAM>(value));
-}
-
-void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value)
-{
-    HWND button = ::GetDlgItem(pDX->m_pDlgWnd->m_hWnd, nIDC);
-    if (pDX->m_bSaveAndValidate)
-        value = -1;
-    for (int index = 0; button != nullptr;) {
-        if ((::SendMessage(button, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0) {
-            if (!pDX->m_bSaveAndValidate)
-                ::SendMessage(button, BM_SETCHECK, index == value ? BST_CHECKED : BST_UNCHECKED, 0);
-            else if (::SendMessage(button, BM_GETCHECK, 0, 0) == BST_CHECKED)
-                value = index;
-            ++index;
-        }
-        button = ::GetWindow(button, GW_HWNDNEXT);
-        if (button != nullptr && (::GetWindowLong(button, GWL_STYLE) & WS_GROUP) != 0)
-            break;
-    }
-}
-
-void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl)
-{
-    if (rControl.m_hWnd == nullptr)
-        rControl.SubclassDlgItem(static_cast<UINT>(nIDC), pDX->m_pDlgWnd);
 }

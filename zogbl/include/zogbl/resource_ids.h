@@ -131,6 +131,20 @@
 // 25463: the dialog whose font is the controls' font on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
+// 20590 on: the buttons of property sheets.
+#define ZO_IDS_SHEET_OK 20590
+#define ZO_IDS_SHEET_CANCEL 20591
+#define ZO_IDS_SHEET_APPLY 20592
+#define ZO_IDS_SHEET_CLOSE 20593
+
+// Checks of what was entered in a dialog: 61712 and up are numbers that the application framework fixes.
+#define ZO_IDS_CHECK_DOUBLE_BYTE 15972
+#define ZO_IDS_CHECK_EMPTY 20555
+#define ZO_IDS_CHECK_WHOLE_NUMBER 0xF110
+#define ZO_IDS_CHECK_RANGE 0xF112
+#define ZO_IDS_CHECK_LENGTH 0xF114
+#define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
+
 // 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. The strings and pages come in
 // pairs, for what is received and what is sent; file names have two sets of strings, the second for Win32s.
 #define ZO_IDS_TRANSLATE_NEW 16457
@@ -291,9 +305,6 @@
 #define ZO_IDS_CALL_NOTED 30310
 #define ZO_IDS_SHELL_TITLE 30311
 
-#define ZO_ID_APP_ABOUT 0xE140
-#define ZO_ID_APP_EXIT 0xE141
-
 // 30420 to 30459: the page that translates files.
 #define ZO_ID_VIEW_TRANSLATION 30420
 #define ZO_IDS_PAGE_TRANSLATION 30421
@@ -313,5 +324,8 @@
 #define ZO_IDS_TRANSLATION_SAVE_TITLE 30435
 #define ZO_IDS_TRANSLATION_FILTER 30436
 #define ZO_IDS_TRANSLATION_SAME_FILE 30437
+
+#define ZO_ID_APP_ABOUT 0xE140
+#define ZO_ID_APP_EXIT 0xE141
 
 #endif

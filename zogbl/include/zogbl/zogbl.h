@@ -31,6 +31,7 @@
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
+#include <zogbl/property_sheet.h>
 #include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
