@@ -131,6 +131,38 @@
 // 25463: the dialog whose font is the controls' font on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
+// 25430 to 25439: files and folders. The numbers of the file dialog's controls are those that the system's own dialogs
+// have. Strings 15957 and 16014 to 16018: documents; 20502 and 20503: folders; 20660 on: what the dialogs say.
+#define ZO_IDD_FILE_OPEN 25430
+#define ZO_IDC_FILE_READ_ONLY 1040
+#define ZO_IDC_FILE_FOLDER 1088
+#define ZO_IDC_FILE_LIST 1120
+#define ZO_IDC_FILE_FOLDERS 1121
+#define ZO_IDC_FILE_TYPES 1136
+#define ZO_IDC_FILE_DRIVES 1137
+#define ZO_IDC_FILE_NAME 1152
+#define ZO_IDD_SELECT_FOLDER 25431
+#define ZO_IDC_FOLDER_INSTRUCTION 25432
+#define ZO_IDC_FOLDER_TREE 25433
+#define ZO_IDC_FOLDER_PATH 25434
+#define ZO_IDC_FOLDER_NEW 25435
+#define ZO_IDS_FILTER_ALL_TYPES 15957
+#define ZO_IDS_FILTER_ALL_FILES 16014
+#define ZO_IDS_SAVE_COPY_TITLE 16015
+#define ZO_IDS_SAVE_AS_TITLE 16016
+#define ZO_IDS_PROMPT_TITLE 16018
+#define ZO_IDS_FOLDER_NOT_CREATED 20502
+#define ZO_IDS_CREATE_FOLDER 20503
+#define ZO_IDS_FILE_INVALID 20660
+#define ZO_IDS_FILE_TOO_LONG 20661
+#define ZO_IDS_FILE_FOLDER_MISSING 20662
+#define ZO_IDS_FILE_MISSING 20663
+#define ZO_IDS_FILE_EXISTS 20664
+#define ZO_IDS_FILE_WRITE_PROTECTED 20665
+#define ZO_IDS_FILE_CREATE 20666
+#define ZO_IDS_FOLDER_UNREADABLE 20667
+#define ZO_IDS_FOLDER_NEW_NAME 20668
+
 // 20590 on: the buttons of property sheets.
 #define ZO_IDS_SHEET_OK 20590
 #define ZO_IDS_SHEET_CANCEL 20591
@@ -145,8 +177,8 @@
 #define ZO_IDS_CHECK_LENGTH 0xF114
 #define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
 
-// 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. The strings and pages come in
-// pairs, for what is received and what is sent; file names have two sets of strings, the second for Win32s.
+// 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. Pages come in pairs, for
+// what is received and what is sent; for files there is a second set of strings for Win32s.
 #define ZO_IDS_TRANSLATE_NEW 16457
 #define ZO_IDS_TRANSLATE_SAVE_TITLE 16458
 #define ZO_IDS_TRANSLATE_OPEN_TITLE 16459
@@ -160,6 +192,7 @@
 #define ZO_IDS_TRANSLATE_NO_FILE_DIALOG 20518
 #define ZO_IDS_TRANSLATE_BAD_FILE 20519
 #define ZO_IDB_TRANSLATE_MARKER 24576
+#define ZO_IDD_TRANSLATE_FILE 25473
 #define ZO_IDD_TRANSLATE_OUTPUT 25476
 #define ZO_IDD_TRANSLATE_INPUT 25477
 #define ZO_IDD_TRANSLATE_OPTIONS 25478

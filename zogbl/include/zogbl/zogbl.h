@@ -10,9 +10,11 @@
 #include <zogbl/custom_resource.h>
 #include <zogbl/dialog.h>
 #include <zogbl/directory_functions.h>
+#include <zogbl/document_save.h>
 #include <zogbl/event_log.h>
 #include <zogbl/file_functions.h>
 #include <zogbl/file_name_functions.h>
+#include <zogbl/file_open.h>
 #include <zogbl/flag_box.h>
 #include <zogbl/flag_lcid.h>
 #include <zogbl/flag_lcid_box.h>
@@ -35,6 +37,7 @@
 #include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
+#include <zogbl/select_directory.h>
 #include <zogbl/status.h>
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
