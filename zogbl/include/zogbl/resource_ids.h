@@ -131,6 +131,37 @@
 // 25463: the dialog whose font is the controls' font on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
+// 20590 on: the buttons of property sheets.
+#define ZO_IDS_SHEET_OK 20590
+#define ZO_IDS_SHEET_CANCEL 20591
+#define ZO_IDS_SHEET_APPLY 20592
+#define ZO_IDS_SHEET_CLOSE 20593
+
+// Checks of what was entered in a dialog: 61712 and up are numbers that the application framework fixes.
+#define ZO_IDS_CHECK_DOUBLE_BYTE 15972
+#define ZO_IDS_CHECK_EMPTY 20555
+#define ZO_IDS_CHECK_WHOLE_NUMBER 0xF110
+#define ZO_IDS_CHECK_RANGE 0xF112
+#define ZO_IDS_CHECK_LENGTH 0xF114
+#define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
+
+// 25405: the settings of the trace, with its controls; 25450: about a program of the suite.
+#define ZO_IDD_TRACE_SETTINGS 25405
+#define ZO_IDC_TRACE_NO_DETECTION 24906
+#define ZO_IDC_TRACE_FILES 24907
+#define ZO_IDC_TRACE_VIEW 24908
+#define ZO_IDC_TRACE_LEVEL 24909
+#define ZO_IDC_TRACE_ON 24910
+#define ZO_IDD_ABOUT 25450
+#define ZO_IDC_ABOUT_ICON 25451
+#define ZO_IDC_ABOUT_PRODUCT 25452
+#define ZO_IDC_ABOUT_VERSION 25453
+#define ZO_IDC_ABOUT_COPYRIGHT 25454
+#define ZO_IDC_ABOUT_TRACE 25455
+#define ZO_IDS_ABOUT_TITLE 20600
+#define ZO_IDS_ABOUT_VERSION 20601
+
+// 30000 to 30999: the Workbench. 30000 menus, 30010 commands, 30100 strings.
 // 25430 to 25439: files and folders. The numbers of the file dialog's controls are those that the system's own dialogs
 // have. Strings 15957 and 16014 to 16018: documents; 20502 and 20503: folders; 20660 on: what the dialogs say.
 #define ZO_IDD_FILE_OPEN 25430
@@ -216,7 +247,6 @@
 
 // 30000 to 30999: the Workbench. 30000 menus and dialogs, 30010 commands, 30050 controls, 30100 strings.
 #define ZO_IDR_WORKBENCH_MENU 30000
-#define ZO_IDD_WORKBENCH_ABOUT 30001
 
 #define ZO_ID_VIEW_COUNTRIES 30010
 #define ZO_ID_VIEW_LANGUAGE 30011
@@ -227,9 +257,6 @@
 #define ZO_ID_FILE_LANGUAGE 30020
 #define ZO_ID_FILE_NEW 30025
 #define ZO_ID_NOTE_CALL 30026
-
-#define ZO_IDC_ABOUT_ICON 30050
-#define ZO_IDC_ABOUT_VERSION 30051
 
 #define ZO_IDS_WORKBENCH_TITLE 30100
 #define ZO_IDS_PAGE_COUNTRIES 30101
@@ -256,7 +283,6 @@
 #define ZO_IDS_STATE_OFF 30131
 #define ZO_IDS_STATE_NOT_LOADED 30132
 #define ZO_IDS_STATUS_COUNTRIES 30140
-#define ZO_IDS_VERSION_FORMAT 30141
 #define ZO_IDS_TRACE_LEVEL 30150
 #define ZO_IDS_TRACE_LEVEL_OFF 30151
 #define ZO_IDS_TRACE_LEVEL_ON 30152

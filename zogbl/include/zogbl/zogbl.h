@@ -2,6 +2,7 @@
 /// The whole interface of the library.
 #pragma once
 
+#include <zogbl/about_dialog.h>
 #include <zogbl/address_functions.h>
 #include <zogbl/avl.h>
 #include <zogbl/brixel_access.h>
@@ -44,5 +45,7 @@
 #include <zogbl/trace.h>
 #include <zogbl/translate.h>
 #include <zogbl/translate_editor.h>
+#include <zogbl/trans_bmp.h>
 #include <zogbl/tree.h>
+#include <zogbl/validators.h>
 #include <zogbl/version_resource.h>
