@@ -161,6 +161,43 @@
 #define ZO_IDS_ABOUT_TITLE 20600
 #define ZO_IDS_ABOUT_VERSION 20601
 
+// 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. Pages come in pairs, for
+// what is received and what is sent; for files there is a second set of strings for Win32s.
+#define ZO_IDS_TRANSLATE_NEW 16457
+#define ZO_IDS_TRANSLATE_SAVE_TITLE 16458
+#define ZO_IDS_TRANSLATE_OPEN_TITLE 16459
+#define ZO_IDS_TRANSLATE_FILTER 16460
+#define ZO_IDS_TRANSLATE_EXTENSION 16461
+#define ZO_IDS_TRANSLATE_SHORT_FILTER 16462
+#define ZO_IDS_TRANSLATE_SHORT_EXTENSION 16463
+#define ZO_IDS_TRANSLATE_SHEET_TITLE 16464
+#define ZO_IDS_TRANSLATE_SAVE_FAILED 20516
+#define ZO_IDS_TRANSLATE_LOAD_FAILED 20517
+#define ZO_IDS_TRANSLATE_NO_FILE_DIALOG 20518
+#define ZO_IDS_TRANSLATE_BAD_FILE 20519
+#define ZO_IDB_TRANSLATE_MARKER 24576
+#define ZO_IDD_TRANSLATE_FILE 25473
+#define ZO_IDD_TRANSLATE_OUTPUT 25476
+#define ZO_IDD_TRANSLATE_INPUT 25477
+#define ZO_IDD_TRANSLATE_OPTIONS 25478
+#define ZO_IDD_TRANSLATE_CHOOSER 25479
+#define ZO_IDC_TRANSLATE_CHOICES 25583
+#define ZO_IDC_TRANSLATE_MODE 25585
+#define ZO_IDC_TRANSLATE_DECIMAL 25586
+#define ZO_IDC_TRANSLATE_RESET 25587
+#define ZO_IDC_TRANSLATE_DESCRIPTION 25588
+#define ZO_IDC_TRANSLATE_LOAD 25589
+#define ZO_IDC_TRANSLATE_SAVE_AS 25590
+#define ZO_IDC_TRANSLATE_FILE 25591
+#define ZO_IDC_TRANSLATE_OUTPUT_DBCS 25592
+#define ZO_IDC_TRANSLATE_INPUT_DBCS 25593
+#define ZO_IDC_TRANSLATE_OUTPUT_ENABLE 25594
+#define ZO_IDC_TRANSLATE_INPUT_ENABLE 25595
+#define ZO_IDC_TRANSLATE_OUTPUT_VALUE 25596
+#define ZO_IDC_TRANSLATE_INPUT_VALUE 25597
+#define ZO_IDC_TRANSLATE_OUTPUT_LIST 25598
+#define ZO_IDC_TRANSLATE_INPUT_LIST 25599
+
 // 30000 to 30999: the Workbench. 30000 menus, 30010 commands, 30100 strings.
 // 25430 to 25439: files and folders. The numbers of the file dialog's controls are those that the system's own dialogs
 // have. Strings 15957 and 16014 to 16018: documents; 20502 and 20503: folders; 20660 on: what the dialogs say.
@@ -193,20 +230,6 @@
 #define ZO_IDS_FILE_CREATE 20666
 #define ZO_IDS_FOLDER_UNREADABLE 20667
 #define ZO_IDS_FOLDER_NEW_NAME 20668
-
-// 20590 on: the buttons of property sheets.
-#define ZO_IDS_SHEET_OK 20590
-#define ZO_IDS_SHEET_CANCEL 20591
-#define ZO_IDS_SHEET_APPLY 20592
-#define ZO_IDS_SHEET_CLOSE 20593
-
-// Checks of what was entered in a dialog: 61712 and up are numbers that the application framework fixes.
-#define ZO_IDS_CHECK_DOUBLE_BYTE 15972
-#define ZO_IDS_CHECK_EMPTY 20555
-#define ZO_IDS_CHECK_WHOLE_NUMBER 0xF110
-#define ZO_IDS_CHECK_RANGE 0xF112
-#define ZO_IDS_CHECK_LENGTH 0xF114
-#define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
 
 // 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. Pages come in pairs, for
 // what is received and what is sent; for files there is a second set of strings for Win32s.
