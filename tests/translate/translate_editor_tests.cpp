@@ -581,6 +581,7 @@ TEST_F(TranslateEditor, DrawsRows)
 namespace {
 
 int WINAPI NoBox(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
+BOOL WINAPI NoSound(UINT) { return TRUE; } // the system keeps what its first sound needs
 
 /// Somebody who answers each window that opens, once, and then gives it up: edits a table and loads a file.
 class Person {
@@ -649,6 +650,7 @@ TEST_F(TranslateEditor, SurvivesFailures)
 {
     const ImportPatch noBox("ZOGBLBRX.DLL", "MessageBoxA", &NoBox);
     const ImportPatch noFrameworkBox("ZOAFX.DLL", "MessageBoxA", &NoBox);
+    const ImportPatch noSound("ZOGBLBRX.DLL", "MessageBeep", &NoSound);
     TranslationFile after = m_start;
     for (int code = 0; code < 256; ++code)
         after.get[code] = static_cast<char>(code);
