@@ -200,13 +200,13 @@ public:
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
-               SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() && HangUpLine() &&
-               TranslateText() && PictureTables("en") && RemoteHangUp() && WatchForCalls() && ChooseDocument("en") &&
+               TranslateText() && SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() &&
+               HangUpLine() && PictureTables("en") && RemoteHangUp() && WatchForCalls() && ChooseDocument("en") &&
                OpenDocuments() && PictureDocuments("en") && OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") &&
                Countries() && Pictures("de") && ChooseDocument("de") && PictureTables("de") && PictureDocuments("de") &&
-               SwitchLanguage(kFrench, "fr") && Pictures("fr") && SwitchLanguage(kEnglish, "en") &&
-               CloseSecondWorkbench() && CloseTrace() && CloseWindow() && RemoveMailBox() && RemoveLocation() &&
-               MeasureFolder() && UnloadLanguage();
+               SwitchLanguage(kFrench, "fr") && Pictures("fr") && PictureTables("fr") &&
+               SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() && CloseWindow() &&
+               RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -620,7 +620,7 @@ private:
         file.Write(received, sizeof received - 1);
         file.Close();
         TranslationPage& page = m_frame->GetTranslationPage();
-        const BOOL done = page.LoadTable(TranslationPage::TablesFolder() + "CP437.IOT") &&
+        const BOOL done = page.LoadTable(TranslationPage::TablesFolder() + "CP437.IOT") == ZO_TRANSLATE_SUCCESS &&
                           page.TranslateFile(from, m_folder + "\\cp1252.txt", true);
         CString line;
         AfxExtractSubString(line, page.GetTranslatedText(), 0, '\r');
@@ -631,6 +631,7 @@ private:
     bool PictureTables(LPCSTR language)
     {
         CGblTranslate& table = m_frame->GetTranslationPage().GetTable();
+        table.SetLastInput(0x84); // among characters that the table changes
         const ModalPictures pictures(PicturePath(language, "table"));
         const bool done = table.Load(m_frame, TranslationPage::TablesFolder() + "*.IOT") == 0 &&
                           table.Edit(m_frame) == 0 && pictures.GetSaved() == 4;

@@ -57,6 +57,8 @@ BEGIN_MESSAGE_MAP(TranslationPage, Page)
     ON_BN_CLICKED(kTranslateId, OnTranslate)
 END_MESSAGE_MAP()
 
+TranslationPage::TranslationPage() : m_nStateText(ZO_IDS_TRANSLATION_READY) {}
+
 UINT TranslationPage::GetTitleId() const { return ZO_IDS_PAGE_TRANSLATION; }
 UINT TranslationPage::GetCommandId() const { return ZO_ID_VIEW_TRANSLATION; }
 
@@ -120,7 +122,7 @@ void TranslationPage::Refresh()
     m_table.GetDescription(description);
     m_table.GetFilePath(path);
     m_tableName.SetWindowText(path.IsEmpty() ? description : description + " (" + path + ")");
-    m_stateLine.SetWindowText(m_state.IsEmpty() ? Text(ZO_IDS_TRANSLATION_READY) : m_state);
+    m_stateLine.SetWindowText(GetState());
 }
 
 void TranslationPage::Layout(int width, int height)
@@ -188,19 +190,14 @@ void TranslationPage::OnTranslate()
     const CString from = AskForFile(this, TRUE, ZO_IDS_TRANSLATION_OPEN_TITLE, nullptr);
     const CString to = from.IsEmpty() ? from : AskForFile(this, FALSE, ZO_IDS_TRANSLATION_SAVE_TITLE, from);
     if (!to.IsEmpty() && !TranslateFile(from, to, m_received.GetCheck() == BST_CHECKED))
-        AfxMessageBox(m_state, MB_ICONEXCLAMATION);
+        AfxMessageBox(GetState(), MB_ICONEXCLAMATION);
 }
 
-BOOL TranslationPage::LoadTable(LPCSTR path)
+DWORD TranslationPage::LoadTable(LPCSTR path)
 {
     const DWORD status = m_table.Load(path);
-    if (status != ZO_TRANSLATE_SUCCESS) {
-        CString text;
-        text.Format(Text(ZO_IDS_TRANSLATION_TABLE_FAILED), status);
-        ShowState(text);
-    }
     Refresh();
-    return status == ZO_TRANSLATE_SUCCESS;
+    return status;
 }
 
 CString TranslationPage::GetTranslatedText() const
@@ -212,31 +209,41 @@ CString TranslationPage::GetTranslatedText() const
 
 // Translating ----------------------------------------------------------------------------------------------------------
 
-void TranslationPage::ShowState(const CString& state)
+void TranslationPage::ShowState(UINT text, LPCSTR file, LPCSTR detail)
 {
-    m_state = state;
+    m_nStateText = text;
+    m_csStateFile = file;
+    m_csStateDetail = detail;
     Refresh();
+}
+
+/// In the present language.
+CString TranslationPage::GetState() const
+{
+    CString state = Text(m_nStateText);
+    if (!m_csStateFile.IsEmpty())
+        state.Format(CString(state), (LPCSTR)m_csStateFile, (LPCSTR)m_csStateDetail);
+    return state;
 }
 
 BOOL TranslationPage::TranslateFile(LPCSTR from, LPCSTR to, bool received)
 {
     if (FullPath(from).CompareNoCase(FullPath(to)) == 0) {
-        ShowState(Text(ZO_IDS_TRANSLATION_SAME_FILE));
+        ShowState(ZO_IDS_TRANSLATION_SAME_FILE);
         return FALSE;
     }
     const CWaitCursor wait;
-    CString state;
-    bool isOpen = false; // the target, which is removed if it cannot be finished
+    bool isOpen = false; // the target, which is removed when it cannot be finished
     try {
         CFile source(from, CFile::modeRead | CFile::shareDenyWrite);
         CFile target(to, CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive);
         isOpen = true;
         const std::string bytes = std::to_string(Translate(source, target, received));
         target.Close();
+        isOpen = false;
         m_before.SetWindowText(ReadBeginning(from));
         m_after.SetWindowText(ReadBeginning(to));
-        state.Format(Text(ZO_IDS_TRANSLATION_DONE), to, bytes.c_str());
-        ShowState(state);
+        ShowState(ZO_IDS_TRANSLATION_DONE, to, bytes.c_str());
         return TRUE;
     } catch (CException* e) {
         const auto* failure = DYNAMIC_DOWNCAST(CFileException, e);
@@ -247,9 +254,8 @@ BOOL TranslationPage::TranslateFile(LPCSTR from, LPCSTR to, bool received)
         e->Delete();
         if (isOpen)
             ::DeleteFile(to);
-        state.Format(Text(ZO_IDS_TRANSLATION_FAILED), (LPCSTR)name, reason);
+        ShowState(ZO_IDS_TRANSLATION_FAILED, name, reason);
     }
-    ShowState(state);
     return FALSE;
 }
 

@@ -8,6 +8,8 @@
 
 class TranslationPage : public Page {
 public:
+    TranslationPage();
+
     UINT GetTitleId() const override;
     UINT GetCommandId() const override;
     void Reload() override;
@@ -17,12 +19,13 @@ public:
     static CString TablesFolder();
 
     CGblTranslate& GetTable() { return m_table; }
-    /// Uses another table, or tells why not. \return FALSE then
-    BOOL LoadTable(LPCSTR path);
+    /// Uses another table. \return 0 or a ZO_TRANSLATE_ code; then the table is the one before.
+    DWORD LoadTable(LPCSTR path);
     /// Translates file \p from, of any size, into \p to, as if its bytes were received or sent by a line; then shows
     /// their beginnings. \return FALSE, with the reason shown and \p to removed, on failure.
     BOOL TranslateFile(LPCSTR from, LPCSTR to, bool received);
     CString GetTranslatedText() const;
+    CString GetState() const;
 
 protected:
     void CreateControls() override;
@@ -36,10 +39,12 @@ protected:
 private:
     ULONGLONG Translate(CFile& source, CFile& target, bool received);
     void TellStatus(DWORD status);
-    void ShowState(const CString& state);
+    void ShowState(UINT text, LPCSTR file = "", LPCSTR detail = "");
 
     CGblTranslate m_table;
-    CString m_state; // empty: nothing has been translated yet
+    UINT m_nStateText; // with file and detail in it
+    CString m_csStateFile;
+    CString m_csStateDetail;
     CStatic m_tableLabel;
     CStatic m_tableName;
     CButton m_choose;
