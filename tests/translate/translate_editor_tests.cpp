@@ -56,6 +56,13 @@ BOOL WINAPI FullDisk(HANDLE, LPCVOID, DWORD, LPDWORD, LPOVERLAPPED)
     return FALSE;
 }
 
+BOOL WINAPI Unreadable(HANDLE, LPVOID, DWORD, LPDWORD, LPOVERLAPPED)
+{
+    SetLastError(ERROR_CRC);
+    return FALSE;
+}
+HWND WINAPI NoDialog(HINSTANCE, LPCDLGTEMPLATEA, HWND, DLGPROC, LPARAM) { return nullptr; }
+
 struct Page {
     int index, list, value, dbcs, enable;
 };
@@ -367,6 +374,15 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             EXPECT_EQ("By hand", TextOf(page, ZO_IDC_TRANSLATE_DESCRIPTION));
             Press(page, ZO_IDC_TRANSLATE_LOAD); // given up, after a file that is none
             EXPECT_EQ(m_file, TextOf(page, ZO_IDC_TRANSLATE_FILE));
+            {
+                const ImportPatch unreadable("ZOAFX.DLL", "ReadFile", &Unreadable);
+                Press(page, ZO_IDC_TRANSLATE_LOAD);
+            }
+            {
+                const ImportPatch noDialog("ZOAFX.DLL", "CreateDialogIndirectParamA", &NoDialog);
+                Press(page, ZO_IDC_TRANSLATE_LOAD);
+            }
+            EXPECT_EQ(m_file, TextOf(page, ZO_IDC_TRANSLATE_FILE));
             EXPECT_FALSE(IsEnabled(sheet, kApply));
             Press(page, ZO_IDC_TRANSLATE_LOAD);
             EXPECT_EQ(otherFile, TextOf(page, ZO_IDC_TRANSLATE_FILE));
@@ -396,6 +412,9 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             EXPECT_EQ("Load Translation Table", TextOf(dialog));
             Key(dialog, VK_ESCAPE);
         },
+        name("other"),
+        AnswerBox("The translation table could not be loaded.", IDOK),
+        AnswerBox("The files cannot be shown. Close other programs, and try again.", IDOK),
         [&](HWND dialog) {
             EXPECT_EQ("Translation tables (*.iot)", TextOf(dialog, ZO_IDC_FILE_TYPES));
             name("other")(dialog); // with the extension for tables
