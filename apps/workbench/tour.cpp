@@ -21,6 +21,9 @@
 #include <zogbl/select_directory.h>
 #include <zogbl/version_resource.h>
 
+#include <commctrl.h>
+#include <prsht.h>
+
 #include <functional>
 #include <utility>
 
@@ -137,6 +140,67 @@ bool ChooseLanguage(HWND dialog, DWORD language, LPCSTR picturePath)
     return chosen;
 }
 
+/// Takes a picture of each modal window that opens, of a sheet one of each page, and gives the window up.
+class ModalPictures {
+public:
+    /// \param path pictures are numbered before its extension
+    explicit ModalPictures(const CString& path)
+        : m_path(path), m_timer(::SetTimer(nullptr, 0, 50, &ModalPictures::Look))
+    {
+        s_pictures = this;
+    }
+    ~ModalPictures()
+    {
+        ::KillTimer(nullptr, m_timer);
+        s_pictures = nullptr;
+    }
+    ModalPictures(const ModalPictures&) = delete;
+    ModalPictures& operator=(const ModalPictures&) = delete;
+    int GetSaved() const { return m_saved; } ///< the number of pictures
+
+private:
+    static BOOL CALLBACK FindModal(HWND window, LPARAM found)
+    {
+        char name[16] = "";
+        ::GetClassName(window, name, sizeof name);
+        if (lstrcmp(name, "#32770") != 0 || !::IsWindowVisible(window) || !::IsWindowEnabled(window))
+            return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD)
+    {
+        HWND window = nullptr;
+        ::EnumThreadWindows(::GetCurrentThreadId(), &FindModal, reinterpret_cast<LPARAM>(&window));
+        if (window != nullptr && std::exchange(s_pictures->m_met, window) != window)
+            s_pictures->Picture(window);
+    }
+    void Picture(HWND window)
+    {
+        const auto tabs = reinterpret_cast<HWND>(::SendMessage(window, PSM_GETTABCONTROL, 0, 0));
+        const int pages = tabs != nullptr ? static_cast<int>(::SendMessage(tabs, TCM_GETITEMCOUNT, 0, 0)) : 1;
+        for (int page = 0; page < pages; ++page) {
+            if (tabs != nullptr)
+                ::SendMessage(window, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
+            ::UpdateWindow(window);
+            Settle();
+            CString number;
+            number.Format("-%d.png", ++m_number);
+            CString path = m_path;
+            path.Replace(".png", number);
+            m_saved += SavePicture(window, path);
+        }
+        ::PostMessage(window, WM_COMMAND, IDCANCEL, reinterpret_cast<LPARAM>(::GetDlgItem(window, IDCANCEL)));
+    }
+
+    static inline ModalPictures* s_pictures = nullptr;
+    CString m_path;
+    UINT_PTR m_timer;
+    HWND m_met = nullptr;
+    int m_number = 0;
+    int m_saved = 0;
+};
+
 class Tour {
 public:
     explicit Tour(const CString& folder) : m_folder(folder), m_report(folder + "\\tour.txt") {}
@@ -145,13 +209,13 @@ public:
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
-               SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() && HangUpLine() &&
-               RemoteHangUp() && WatchForCalls() && ChooseDocument("en") && OpenDocuments() && SaveDocument() &&
-               PickFolder() && PictureDocuments("en") && OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") &&
-               Countries() && Pictures("de") && ChooseDocument("de") && PictureDocuments("de") &&
-               SwitchLanguage(kFrench, "fr") && Pictures("fr") && SwitchLanguage(kEnglish, "en") &&
-               CloseSecondWorkbench() && CloseTrace() && CloseWindow() && RemoveMailBox() && RemoveLocation() &&
-               MeasureFolder() && UnloadLanguage();
+               TranslateText() && SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() &&
+               HangUpLine() && PictureTables("en") && RemoteHangUp() && WatchForCalls() && ChooseDocument("en") &&
+               OpenDocuments() && SaveDocument() && PickFolder() && PictureDocuments("en") && OpenSecondWorkbench() &&
+               SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") && ChooseDocument("de") &&
+               PictureTables("de") && PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") &&
+               PictureTables("fr") && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() &&
+               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -533,8 +597,8 @@ private:
 
     bool Pictures(LPCSTR language)
     {
-        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language",  "trace",
-                                                                    "locations", "mailboxes", "lines"};
+        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace",      "locations",
+                                                                    "mailboxes", "lines",    "translation"};
         for (int page = 0; page < MainFrame::GetPageCount(); ++page) {
             m_frame->ShowPage(page);
             m_frame->UpdateWindow();
@@ -547,6 +611,40 @@ private:
         const CString path = PicturePath(language, "about");
         PicturedDialog<CZoAboutDialog> about(path, ZO_IDI_LIBRARY, m_frame);
         return m_report.Step("picture", about.DoModal() == IDOK && about.IsSaved(), path);
+    }
+
+    /// Translates what a line with code page 437 would send.
+    bool TranslateText()
+    {
+        static constexpr char received[] = "Gr\x94\xE1"
+                                           "e 20 \xF8"
+                                           "C, \x9A"
+                                           "bung\r\nsecond line\r\n";
+        static constexpr char expected[] = "Gr\xF6\xDF"
+                                           "e 20 \xB0"
+                                           "C, \xDC"
+                                           "bung";
+        const CString from = m_folder + "\\cp437.txt";
+        CFile file(from, CFile::modeCreate | CFile::modeWrite);
+        file.Write(received, sizeof received - 1);
+        file.Close();
+        TranslationPage& page = m_frame->GetTranslationPage();
+        const BOOL done = page.LoadTable(TranslationPage::TablesFolder() + "CP437.IOT") == ZO_TRANSLATE_SUCCESS &&
+                          page.TranslateFile(from, m_folder + "\\cp1252.txt", true);
+        CString line;
+        AfxExtractSubString(line, page.GetTranslatedText(), 0, '\r');
+        return m_report.Step("translation", done && line == expected, line);
+    }
+
+    /// Takes pictures of the chooser and of the editor's pages.
+    bool PictureTables(LPCSTR language)
+    {
+        CGblTranslate& table = m_frame->GetTranslationPage().GetTable();
+        table.SetLastInput(0x84); // among characters that the table changes
+        const ModalPictures pictures(PicturePath(language, "table"));
+        const bool done = table.Load(m_frame, TranslationPage::TablesFolder() + "*.IOT") == 0 &&
+                          table.Edit(m_frame) == 0 && pictures.GetSaved() == 4;
+        return m_report.Step("tables", done, PicturePath(language, "table"));
     }
 
     /// Takes a picture of the choice of a new document's type, and gives the choice up.

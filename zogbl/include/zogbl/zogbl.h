@@ -43,6 +43,8 @@
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
 #include <zogbl/trace.h>
+#include <zogbl/translate.h>
+#include <zogbl/translate_editor.h>
 #include <zogbl/trans_bmp.h>
 #include <zogbl/tree.h>
 #include <zogbl/validators.h>
