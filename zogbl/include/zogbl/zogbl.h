@@ -3,6 +3,7 @@
 #pragma once
 
 #include <zogbl/address_functions.h>
+#include <zogbl/argument_prompt.h>
 #include <zogbl/avl.h>
 #include <zogbl/brixel_access.h>
 #include <zogbl/country_code.h>
@@ -37,6 +38,9 @@
 #include <zogbl/status.h>
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
+#include <zogbl/tool_file.h>
+#include <zogbl/tool_item.h>
+#include <zogbl/tool_menu.h>
 #include <zogbl/trace.h>
 #include <zogbl/tree.h>
 #include <zogbl/version_resource.h>
