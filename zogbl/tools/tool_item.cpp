@@ -120,9 +120,12 @@ DWORD CTlmItem::ActivateItem(CWnd* parent)
         CopyBounded(arguments.Get(), ZO_TLM_PATH_SIZE, answer);
     }
 
-    // The creation flags of a file may announce the longer form: what the system looks for behind is then there, and zero.
-    STARTUPINFOEXA extended = {};
-    STARTUPINFOA& startup = extended.StartupInfo;
+    // Creation flags of a file may announce the longer form of it, whose last member the system then looks for.
+    struct {
+        STARTUPINFOA startup;
+        void* attributeList;
+    } extended = {};
+    STARTUPINFOA& startup = extended.startup;
     startup.cb = sizeof startup;
     startup.dwX = m_record.dwX;
     startup.dwY = m_record.dwY;
