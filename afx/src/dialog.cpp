@@ -1,3 +1,4 @@
+#include "modal_owner.h"
 #include "thread_state.h"
 #include "window_hook.h"
 
@@ -49,29 +50,18 @@ INT_PTR CDialog::DoModal()
     if (dialogTemplate == nullptr)
         return -1;
 
-    CWnd* parent = m_pParentWnd != nullptr ? m_pParentWnd : AfxGetMainWnd();
-    HWND owner = parent != nullptr ? parent->m_hWnd : nullptr;
-    while (owner != nullptr && (::GetWindowLong(owner, GWL_STYLE) & WS_CHILD) != 0)
-        owner = ::GetParent(owner);
-    // Disabled before the dialog appears and enabled before it goes, so that the owner gets the activation back.
-    const BOOL disabled = owner != nullptr && !::EnableWindow(owner, FALSE);
+    ModalOwner owner(m_pParentWnd);
     HWND handle;
     m_bModalRunning = TRUE; // from here on, for OnInitDialog may end the dialog
     {
         const AfxWindowHook hook(this);
-        handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner, &DialogProcedure, 0);
+        handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner.GetHandle(), &DialogProcedure, 0);
     }
     int result = -1;
     if (handle != nullptr && m_hWnd != nullptr)
         result = m_bModalRunning ? RunModalLoop() : m_nModalResult;
     m_bModalRunning = FALSE;
-    if (m_hWnd != nullptr)
-        ::SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0,
-                       SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);
-    if (disabled)
-        ::EnableWindow(owner, TRUE);
-    if (owner != nullptr && ::GetActiveWindow() == m_hWnd)
-        ::SetActiveWindow(owner);
+    owner.Release(m_hWnd);
     DestroyWindow();
     return result;
 }

@@ -7,6 +7,7 @@
 
 #include "product/registered_product.h"
 #include "support/child_process.h"
+#include "support/dialog_driver.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
 #include "support/import_patch.h"
@@ -21,6 +22,10 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+using zo_test::DialogDriver;
+using zo_test::Press;
+using zo_test::TextOf;
 
 namespace {
 
@@ -42,13 +47,6 @@ CString LibraryPath()
 LPCSTR LibraryOf(DWORD language)
 {
     return language == kGerman ? "ZOGBLDEU.DLL" : language == kJapanese ? "ZOGBLJPN.DLL" : "ZOGBLENU.DLL";
-}
-
-std::string TextOf(HWND window)
-{
-    char text[256] = "";
-    SendMessageA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
-    return text;
 }
 
 /// What a language library says, whichever is in force.
@@ -273,53 +271,8 @@ private:
 
 // Driving the dialog ---------------------------------------------------------------------------------------------------
 
-/// Calls a function once, from the message loop of the next dialog that opens in this thread.
-class DialogDriver {
-public:
-    explicit DialogDriver(std::function<void(HWND)> drive) : m_drive(std::move(drive))
-    {
-        s_driver = this;
-        m_timer = SetTimer(nullptr, 0, 10, &DialogDriver::Look);
-    }
-    ~DialogDriver()
-    {
-        KillTimer(nullptr, m_timer);
-        s_driver = nullptr;
-        EXPECT_TRUE(m_driven) << "no dialog came";
-    }
-    DialogDriver(const DialogDriver&) = delete;
-    DialogDriver& operator=(const DialogDriver&) = delete;
-
-private:
-    static BOOL CALLBACK Find(HWND window, LPARAM found)
-    {
-        char name[16] = "";
-        GetClassNameA(window, name, sizeof name);
-        if (lstrcmpA(name, "#32770") != 0 || !IsWindowVisible(window))
-            return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    }
-    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD)
-    {
-        HWND dialog = nullptr;
-        EnumThreadWindows(GetCurrentThreadId(), &Find, reinterpret_cast<LPARAM>(&dialog));
-        if (dialog == nullptr || s_driver->m_driven)
-            return;
-        s_driver->m_driven = true;
-        s_driver->m_drive(dialog);
-    }
-
-    static inline DialogDriver* s_driver = nullptr;
-    std::function<void(HWND)> m_drive;
-    UINT_PTR m_timer;
-    bool m_driven = false;
-};
-
-void Press(HWND dialog, UINT button) { SendMessageA(GetDlgItem(dialog, static_cast<int>(button)), BM_CLICK, 0, 0); }
-
 /// Chooses a language in the box of the dialog, as the keyboard would.
-void Choose(HWND dialog, DWORD language)
+void ChooseLanguage(HWND dialog, DWORD language)
 {
     const HWND box = GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
     const auto count = static_cast<int>(SendMessageA(box, CB_GETCOUNT, 0, 0));
@@ -327,9 +280,7 @@ void Choose(HWND dialog, DWORD language)
         const auto* item = reinterpret_cast<const CZoFlagLcid*>(SendMessageA(box, CB_GETITEMDATA, i, 0));
         if (item->GetLcidValue() != language)
             continue;
-        SendMessageA(box, CB_SETCURSEL, i, 0);
-        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(ZO_IDC_LANGUAGE_INSTALLED, CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(box));
+        zo_test::Choose(dialog, ZO_IDC_LANGUAGE_INSTALLED, i);
         return;
     }
     ADD_FAILURE() << std::hex << language << " is not offered";
@@ -427,10 +378,10 @@ TEST_F(LanguageChange, ReachesEveryProcessWithItsWindowsOpen)
     DWORD handles = 0;
     int updates = 0;
     for (const DWORD language : {kGerman, kJapanese, kEnglish, kGerman, kJapanese, kEnglish}) {
-        const DialogDriver driver([=](HWND dialog) {
-            Choose(dialog, language);
+        const DialogDriver driver{[=](HWND dialog) {
+            ChooseLanguage(dialog, language);
             Press(dialog, IDOK);
-        });
+        }};
         EXPECT_TRUE(chooser.SelectLanguage(&host));
         ++updates;
         EXPECT_EQ(language, ZoGblGetLanguageLCID());
@@ -447,11 +398,11 @@ TEST_F(LanguageChange, ReachesEveryProcessWithItsWindowsOpen)
     }
     {
         host.RestoreHelpFile("own.hlp");
-        const DialogDriver driver([&](HWND dialog) {
+        const DialogDriver driver{[&](HWND dialog) {
             EXPECT_EQ("ZOFAXENU.HLP", host.GetHelpFile().Right(12)) << "help in the present language";
-            Choose(dialog, kGerman);
+            ChooseLanguage(dialog, kGerman);
             Press(dialog, IDCANCEL);
-        });
+        }};
         EXPECT_TRUE(chooser.SelectLanguage(&host));
         EXPECT_EQ("own.hlp", host.GetHelpFile());
         host.RestoreHelpFile("");
@@ -479,10 +430,10 @@ TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
     {
         CZoLanguageSupport chooser;
         ASSERT_TRUE(chooser.LoadCurrentLanguage(LibraryPath()));
-        const DialogDriver driver([](HWND dialog) {
-            Choose(dialog, kGerman);
+        const DialogDriver driver{[](HWND dialog) {
+            ChooseLanguage(dialog, kGerman);
             Press(dialog, IDOK);
-        });
+        }};
         EXPECT_TRUE(chooser.SelectLanguage(nullptr));
         EXPECT_EQ(kEnglish, chooser.GetLCID());
         EXPECT_EQ(LanguageFile(kEnglish).Text(ZO_IDS_LANGUAGE_LATER) + std::to_string(MB_ICONINFORMATION), s_told);
@@ -533,7 +484,7 @@ TEST_F(LanguageChange, DialogNamesLanguagesAsAskedAndFoldsAway)
             GetLocaleInfoA(GetUserDefaultLCID(), item, own, sizeof own);
             EXPECT_EQ(own, TextOf(GetDlgItem(window, ZO_IDC_LANGUAGE_OF_LOCALE)));
         };
-        const DialogDriver driver([&](HWND window) {
+        const DialogDriver driver{[&](HWND window) {
             const bool english = doubleByte && loaded == kEnglish;
             expectNamed(window, english ? ZO_IDC_LANGUAGE_ENGLISH : ZO_IDC_LANGUAGE_LOCALIZED,
                         english ? LOCALE_SENGLANGUAGE : LOCALE_SLANGUAGE);
@@ -543,8 +494,8 @@ TEST_F(LanguageChange, DialogNamesLanguagesAsAskedAndFoldsAway)
             Press(window, ZO_IDC_LANGUAGE_LOCALIZED);
             expectNamed(window, ZO_IDC_LANGUAGE_LOCALIZED, LOCALE_SLANGUAGE);
             EXPECT_EQ(loaded, dialog.GetLanguageId());
-            Choose(window, kGerman);
-            Choose(window, kEnglish); // which has no double-byte names
+            ChooseLanguage(window, kGerman);
+            ChooseLanguage(window, kEnglish); // which has no double-byte names
             expectNamed(window, doubleByte ? ZO_IDC_LANGUAGE_ENGLISH : ZO_IDC_LANGUAGE_LOCALIZED,
                         doubleByte ? LOCALE_SENGLANGUAGE : LOCALE_SLANGUAGE);
 
@@ -577,7 +528,7 @@ TEST_F(LanguageChange, DialogNamesLanguagesAsAskedAndFoldsAway)
             GetWindowRect(window, &again);
             EXPECT_TRUE(EqualRect(&folded, &again));
             Press(window, IDOK);
-        });
+        }};
         EXPECT_EQ(IDOK, dialog.DoModal());
         EXPECT_EQ(kEnglish, dialog.GetLanguageId());
         EXPECT_TRUE(dialog.GetCheckBoxState());

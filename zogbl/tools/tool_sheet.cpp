@@ -162,8 +162,7 @@ BOOL CTlmSheet::CreateControls()
     const int buttonTop = rest.bottom - units.bottom;
     const CRect list(rest.left, rest.top, rest.right, buttonTop - gaps.top);
     if (!m_group->Create("", WS_CHILD | WS_VISIBLE | BS_GROUPBOX, frame, this, ZO_IDC_TOOL_GROUP) ||
-        !m_list->Create(WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | WS_TABSTOP | LBS_NOTIFY |
-                            LBS_NOINTEGRALHEIGHT,
+        !m_list->Create(WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
                         list, this, ZO_IDC_TOOL_LIST))
         return FALSE;
     CButton* const buttons[] = {&m_add, &m_remove, &m_moveUp, &m_moveDown};
@@ -246,8 +245,7 @@ DWORD CTlmSheet::LoadFileData()
     m_csDescription.Empty();
     try {
         const auto file = std::make_unique<CTlmFile>();
-        const DWORD status =
-            file->LoadFileData(m_csFilePath, ZO_TLM_FILE_VERSION, ZO_TLM_HEADER_SIZE, &m_items, 0);
+        const DWORD status = file->LoadFileData(m_csFilePath, ZO_TLM_FILE_VERSION, ZO_TLM_HEADER_SIZE, &m_items, 0);
         file->GetDescription(m_csDescription);
         return status;
     } catch (CMemoryException* e) {

@@ -6,8 +6,6 @@
 
 #include <afxwin.h>
 
-#include <cstddef>
-
 /// A modal dialog whose template comes from the user's language: from the framework's resource chain or, if no module
 /// there has it, from the language library. Its texts follow a change of language while it is open.
 class ZOGBL_API CZoDialog : public CDialog {
@@ -21,7 +19,7 @@ public:
     /// \return as CDialog; -1 also when nobody has the template, or memory has run out.
     INT_PTR DoModal() override;
 
-    /// Shows every dialog that is open in the process in the language that is loaded now. An application calls it, from
+    /// Shows every dialog and sheet of the suite that is open in the process in the language that is loaded now. An application calls it, from
     /// the thread of its windows, when it reloads its own texts.
     static void ReloadOpenDialogs();
 
@@ -31,9 +29,6 @@ protected:
     virtual void ReloadTexts();
 
 private:
-    static CZoDialog* s_innermost; // of the dialogs that are open
-
     UINT m_nTemplateId;
     CWnd* m_pParent;
-    CZoDialog* m_pOuter = nullptr; // the one that was open before
 };

@@ -204,6 +204,11 @@
 #define ZO_IDC_TOOL_HEIGHT_SPIN 25567
 #define ZO_IDC_TOOL_COLUMNS_SPIN 25568
 #define ZO_IDC_TOOL_ROWS_SPIN 25569
+// 20590 on: the buttons of property sheets.
+#define ZO_IDS_SHEET_OK 20590
+#define ZO_IDS_SHEET_CANCEL 20591
+#define ZO_IDS_SHEET_APPLY 20592
+#define ZO_IDS_SHEET_CLOSE 20593
 
 // 30000 to 30999: the Workbench. 30000 menus and dialogs, 30010 commands, 30050 controls, 30100 strings.
 #define ZO_IDR_WORKBENCH_MENU 30000

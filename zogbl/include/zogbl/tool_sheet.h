@@ -47,9 +47,10 @@ public:
     BOOL OnInitDialog() override;
 
 protected:
-    DWORD LoadFileData(); ///< \return 0 or a code of CTlmFile::LoadFileData; the items before are gone in any case but an empty path's
-    void FillItemList();  ///< shows the items, the first one selected
-    void FreeItemList();  ///< deletes all items
+    DWORD
+    LoadFileData(); ///< \return 0 or a code of CTlmFile::LoadFileData; the items before are gone in any case but an empty path's
+    void FillItemList(); ///< shows the items, the first one selected
+    void FreeItemList(); ///< deletes all items
     /// Takes over what the pages show. \return FALSE when a page refuses; it is in front then
     BOOL PageToItem();
     void ItemToPage(CTlmItem* item); ///< shows an item, or none, on all pages
@@ -81,7 +82,7 @@ private:
     int m_nRunMode = 0;
     int m_nSelected = -1;
     CString m_csFilePath;
-    CObArray m_items; // of CTlmItem, owned
+    CObArray m_items;        // of CTlmItem, owned
     HFONT m_hFont = nullptr; // the sheet's own
     CButton m_add;
     CButton m_remove;

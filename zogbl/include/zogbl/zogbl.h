@@ -32,6 +32,7 @@
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
+#include <zogbl/property_sheet.h>
 #include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
@@ -39,11 +40,8 @@
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
 #include <zogbl/tool_file.h>
-#include <zogbl/tool_file_dialog.h>
 #include <zogbl/tool_item.h>
 #include <zogbl/tool_menu.h>
-#include <zogbl/tool_pages.h>
-#include <zogbl/tool_sheet.h>
 #include <zogbl/trace.h>
 #include <zogbl/tree.h>
 #include <zogbl/version_resource.h>

@@ -1,0 +1,195 @@
+// Sheets of pages, driven by keys and clicks.
+#include "product/registered_product.h"
+#include "support/dialog_driver.h"
+#include "support/fault_loop.h"
+
+#include <zogbl/dialog.h>
+#include <zogbl/property_sheet.h>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr int kFirst = 3001;
+constexpr int kSecond = 3002;
+constexpr int kName = 11;
+constexpr int kNote = 12;
+constexpr int kApply = 0x3021;
+
+class Page : public CZoPropertyPage {
+public:
+    Page(UINT id, std::string& events) : CZoPropertyPage(id), m_id(id), m_events(events) {}
+
+    CString m_text;
+    bool m_refuse = false;
+    bool m_keep = false;
+
+protected:
+    void DoDataExchange(CDataExchange* exchange) override { DDX_Text(exchange, kName, m_text); }
+    BOOL OnSetActive() override { return Note("shown "), CZoPropertyPage::OnSetActive(); }
+    BOOL OnKillActive() override { return Note("left "), CZoPropertyPage::OnKillActive() && !m_refuse; }
+    BOOL OnApply() override { return Note("applied "), CZoPropertyPage::OnApply(); }
+    void OnReset() override { Note("reset "), CZoPropertyPage::OnReset(); }
+    BOOL OnQueryCancel() override { return !m_keep; }
+    afx_msg void OnNote() { CancelToClose(); }
+    afx_msg void OnTyped() { SetModified(); }
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void Note(LPCSTR event) { m_events += event + std::to_string(m_id - kFirst + 1) + ","; }
+
+    UINT m_id;
+    std::string& m_events;
+};
+
+BEGIN_MESSAGE_MAP(Page, CZoPropertyPage)
+    ON_BN_CLICKED(kNote, OnNote)
+    ON_EN_CHANGE(kName, OnTyped)
+END_MESSAGE_MAP()
+
+struct Sheet : CZoPropertySheet {
+    explicit Sheet(CWnd* parent = nullptr) : CZoPropertySheet("A sheet", parent)
+    {
+        AddPage(&first);
+        AddPage(&second);
+    }
+    HWND PageWindow() const { return reinterpret_cast<HWND>(SendMessage(PSM_GETCURRENTPAGEHWND)); }
+
+    std::string events;
+    Page first{kFirst, events};
+    Page second{kSecond, events};
+};
+
+class PropertySheetTest : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
+    void TearDown() override { ZoGblDumpLanguageDLL(); }
+    RegisteredProduct m_product;
+};
+
+} // namespace
+
+TEST_F(PropertySheetTest, ExchangesItsPagesByKeysAndClicks)
+{
+    CWnd owner;
+    ASSERT_TRUE(owner.CreateEx(0, "Static", "owner", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr, nullptr));
+    Sheet sheet(&owner);
+    sheet.first.m_text = "one";
+    sheet.second.m_text = "two";
+    const DialogDriver driver{[&](HWND window) {
+        EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd));
+        EXPECT_EQ("A sheet", TextOf(window));
+        EXPECT_EQ("OK Cancel &Apply",
+                  TextOf(window, IDOK) + ' ' + TextOf(window, IDCANCEL) + ' ' + TextOf(window, kApply));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, kApply))) << "nothing changed yet";
+        EXPECT_EQ(2, sheet.GetPageCount());
+        SetFocus(GetDlgItem(sheet.PageWindow(), kNote));
+        AccessKey(window, 'n');
+        EXPECT_EQ(GetDlgItem(sheet.PageWindow(), kName), GetFocus());
+        Type(sheet.PageWindow(), kName, "1");
+        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(window, kApply)));
+        EXPECT_FALSE(sheet.second.IsCreated());
+        Key(window, VK_TAB, kControl);
+        EXPECT_EQ(1, sheet.GetActiveIndex());
+        EXPECT_EQ("1", sheet.first.m_text);
+        EXPECT_EQ("two", TextOf(sheet.PageWindow(), kName));
+        Type(sheet.PageWindow(), kName, "2");
+        Key(window, VK_TAB, kControl | kShift);
+        sheet.first.m_refuse = true;
+        Press(window, kApply);
+        EXPECT_FALSE(sheet.SetActivePage(1));
+        EXPECT_EQ(0, sheet.GetActiveIndex()) << "a page that refuses stays";
+        sheet.first.m_refuse = false;
+        Key(window, VK_RETURN);
+    }};
+    EXPECT_EQ(IDOK, sheet.DoModal());
+    EXPECT_EQ("2", sheet.second.m_text);
+    EXPECT_EQ("shown 1,left 1,shown 2,left 2,shown 1,left 1,left 1,left 1,applied 1,applied 2,", sheet.events);
+    EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+    EXPECT_FALSE(sheet.first.IsCreated());
+}
+
+TEST_F(PropertySheetTest, IsGivenUpByEveryWay)
+{
+    const struct {
+        DialogDriver::Act act;
+        INT_PTR result;
+        LPCSTR events;
+    } rows[] = {
+        {[](HWND window) { Press(window, IDCANCEL); }, IDCANCEL, "shown 1,reset 1,"},
+        {[](HWND window) { Key(window, VK_ESCAPE); }, IDCANCEL, "shown 1,reset 1,"},
+        {[](HWND window) { SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0); }, IDCANCEL, "shown 1,reset 1,"},
+        {[](HWND window) { Press(window, IDOK); }, IDOK, "shown 1,left 1,applied 1,"},
+        {[](HWND window) { static_cast<Sheet*>(CWnd::FromHandlePermanent(window))->EndDialog(77); }, 77, "shown 1,"},
+    };
+    for (const auto& row : rows) {
+        Sheet sheet;
+        {
+            const DialogDriver driver{row.act};
+            EXPECT_EQ(row.result, sheet.DoModal());
+            EXPECT_EQ(row.events, sheet.events);
+        }
+        // Kept open once, refused once, and then another way out than the refused OK.
+        sheet.events.clear();
+        const DialogDriver again{[&](HWND window) {
+            sheet.first.m_keep = true;
+            Press(window, IDCANCEL);
+            EXPECT_NE(nullptr, sheet.PageWindow());
+            sheet.first.m_refuse = true;
+            Press(window, IDOK);
+            EXPECT_NE(nullptr, sheet.PageWindow());
+            sheet.first.m_keep = sheet.first.m_refuse = false;
+            row.act(window);
+        }};
+        EXPECT_EQ(row.result, sheet.DoModal()) << "shown a second time";
+    }
+}
+
+TEST_F(PropertySheetTest, FollowsTheLanguage)
+{
+    Sheet sheet;
+    const auto buttons = [](HWND window) { return TextOf(window, IDOK) + ", " + TextOf(window, IDCANCEL); };
+    const DialogDriver driver{[&](HWND window) {
+        Press(sheet.PageWindow(), kNote);
+        EXPECT_EQ("Close, Cancel", buttons(window));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, IDCANCEL)));
+        sheet.first.SetDlgItemText(kNote, "changed");
+        Type(sheet.PageWindow(), kName, "typed");
+        m_product.MakeCurrent(0x0407);
+        ZoGblDumpLanguageDLL();
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        CZoDialog::ReloadOpenDialogs();
+        EXPECT_EQ("Schlie\xDF"
+                  "en, Abbrechen",
+                  buttons(window));
+        EXPECT_EQ("\xDC&bernehmen", TextOf(window, kApply));
+        EXPECT_EQ("No&te", TextOf(sheet.PageWindow(), kNote));
+        EXPECT_EQ("typed", TextOf(sheet.PageWindow(), kName));
+        Press(window, IDOK);
+    }};
+    EXPECT_EQ(IDOK, sheet.DoModal());
+}
+
+TEST_F(PropertySheetTest, OpensOrSaysNoWithoutMemory)
+{
+    AllocationFaults memory;
+    RunFaultLoop(memory, [&](const FaultRun& run) {
+        INT_PTR result = -1;
+        try {
+            Sheet sheet;
+            struct Closer {
+                static void CALLBACK Close(HWND, UINT, UINT_PTR, DWORD)
+                {
+                    if (const HWND window = FindWindowA("#32770", "A sheet"))
+                        SendMessageA(window, WM_COMMAND, IDCANCEL, 0);
+                }
+            };
+            const UINT_PTR timer = SetTimer(nullptr, 0, 5, &Closer::Close);
+            result = sheet.DoModal();
+            KillTimer(nullptr, timer);
+        } catch (CMemoryException* e) {
+            e->Delete(); // out of the constructor
+        }
+        EXPECT_TRUE(result == IDCANCEL || (run.Fired() && result == -1)) << result;
+    });
+}

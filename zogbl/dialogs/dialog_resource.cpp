@@ -1,0 +1,85 @@
+#include "dialog_resource.h"
+
+#include "../controls/dialog_template.h"
+
+#include <cstring>
+#include <new>
+#include <utility>
+
+namespace {
+
+constexpr WORD kNoIdentifier = 0xFFFF;
+
+/// A text as the window procedures of this code page take it. Throws CMemoryException*.
+CString Narrow(LPCWSTR text)
+{
+    CString narrow;
+    const int size = WideCharToMultiByte(CP_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    WideCharToMultiByte(CP_ACP, 0, text, -1, narrow.GetBuffer(size), size, nullptr, nullptr);
+    narrow.ReleaseBuffer();
+    return narrow;
+}
+
+/// The child that follows \p previous in the order in which the template lists them, among those without identifier.
+HWND NextNameless(HWND dialog, HWND previous)
+{
+    HWND child = previous != nullptr ? GetWindow(previous, GW_HWNDNEXT) : GetWindow(dialog, GW_CHILD);
+    while (child != nullptr && static_cast<WORD>(GetDlgCtrlID(child)) != kNoIdentifier)
+        child = GetWindow(child, GW_HWNDNEXT);
+    return child;
+}
+
+} // namespace
+
+DialogTemplate::DialogTemplate(UINT templateId)
+{
+    DWORD size = 0;
+    const void* resource = ZoGblLockResource(MAKEINTRESOURCEA(templateId), RT_DIALOG, &size);
+    if (resource == nullptr)
+        return;
+    m_copy.reset(new (std::nothrow) BYTE[size]);
+    if (m_copy)
+        std::memcpy(m_copy.get(), resource, size);
+}
+
+void ReloadDialogTexts(CWnd& dialog, UINT templateId)
+{
+    DWORD size = 0;
+    const void* resource = ZoGblLockResource(MAKEINTRESOURCEA(templateId), RT_DIALOG, &size);
+    if (resource == nullptr)
+        return;
+    DialogTemplateReader reader(resource, size);
+    try {
+        if (*reader.GetTitle() != 0)
+            dialog.SetWindowText(Narrow(reader.GetTitle()));
+        HWND nameless = nullptr;
+        for (DialogTemplateReader::Item item; reader.Next(item);) {
+            HWND control;
+            if (item.id == kNoIdentifier)
+                control = nameless = NextNameless(dialog.m_hWnd, nameless);
+            else
+                control = ::GetDlgItem(dialog.m_hWnd, item.id);
+            if (control != nullptr && *item.text != 0)
+                ::SetWindowTextA(control, Narrow(item.text));
+        }
+    } catch (CMemoryException* e) {
+        e->Delete();
+    }
+}
+
+CString DialogTitle(UINT templateId)
+{
+    DWORD size = 0;
+    const void* resource = ZoGblLockResource(MAKEINTRESOURCEA(templateId), RT_DIALOG, &size);
+    return resource != nullptr ? Narrow(DialogTemplateReader(resource, size).GetTitle()) : CString();
+}
+
+OpenDialog* OpenDialog::s_innermost = nullptr;
+
+void OpenDialog::ReloadAll()
+{
+    for (const OpenDialog* open = s_innermost; open != nullptr; open = open->m_outer) {
+        if (open->m_dialog->m_hWnd != nullptr)
+            open->m_reload(open->m_dialog);
+    }
+}
