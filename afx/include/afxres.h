@@ -11,3 +11,9 @@
 
 #define ID_APP_ABOUT 0xE140
 #define ID_APP_EXIT 0xE141
+
+/* Strings: what the user is told when the exchange of a dialog's data fails. */
+#define AFX_IDP_PARSE_INT 0xF110
+#define AFX_IDP_PARSE_INT_RANGE 0xF112
+#define AFX_IDP_PARSE_STRING_SIZE 0xF114
+#define AFX_IDP_PARSE_UINT 0xF117

@@ -55,8 +55,14 @@ AFX_API HINSTANCE AFXAPI AfxFindResourceHandle(LPCSTR lpszName, LPCSTR lpszType)
 /// \return FALSE, with \p rString empty, when there are fewer.
 AFX_API BOOL AFXAPI AfxExtractSubString(CString& rString, LPCSTR lpszFullString, int iSubString, char chSep = '\n');
 
-/// Shows a message box over the main window, titled with the application's name.
+/// Puts a string resource into \p rString, with \p lpsz1 and \p lpsz2 in the places of its "%1" and "%2".
+AFX_API void AFXAPI AfxFormatString1(CString& rString, UINT nIDS, LPCSTR lpsz1);
+AFX_API void AFXAPI AfxFormatString2(CString& rString, UINT nIDS, LPCSTR lpsz1, LPCSTR lpsz2);
+
+/// Shows a message box over the main window, titled with the application's name, by the application's DoMessageBox.
+/// \param nIDHelp help context; 0 for none in particular
 AFX_API int AFXAPI AfxMessageBox(LPCSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
+/// \param nIDHelp help context; -1 for the number of the text
 AFX_API int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = static_cast<UINT>(-1));
 
 /// Registers (once) a window class with the given style, cursor, brush and icon. \return its name; throws
@@ -90,6 +96,37 @@ public:
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Drawing
+
+/// A drawing object: owns its handle, if it has one, and deletes it.
+class AFX_API CGdiObject : public CObject {
+    DECLARE_DYNAMIC(CGdiObject)
+public:
+    CGdiObject() = default;
+    ~CGdiObject() override;
+    HGDIOBJ GetSafeHandle() const { return m_hObject; }
+    BOOL Attach(HGDIOBJ hObject);
+    HGDIOBJ Detach();
+    BOOL DeleteObject();
+    /// Describes the object in at most \p nCount bytes. \return the bytes written, 0 on failure
+    int GetObject(int nCount, LPVOID lpObject) const { return ::GetObject(m_hObject, nCount, lpObject); }
+
+    HGDIOBJ m_hObject = nullptr;
+};
+
+/// A bitmap. An object that holds one already lets go of it only by Detach or DeleteObject.
+class AFX_API CBitmap : public CGdiObject {
+    DECLARE_DYNAMIC(CBitmap)
+public:
+    operator HBITMAP() const { return static_cast<HBITMAP>(m_hObject); }
+    /// Loads a resource found through the resource chain.
+    BOOL LoadBitmap(LPCSTR lpszResourceName);
+    BOOL LoadBitmap(UINT nIDResource) { return LoadBitmap(MAKEINTRESOURCE(nIDResource)); }
+    BOOL CreateBitmap(int nWidth, int nHeight, UINT nPlanes, UINT nBitcount, const void* lpBits)
+    {
+        return Attach(::CreateBitmap(nWidth, nHeight, nPlanes, nBitcount, lpBits));
+    }
+    BOOL CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight);
+};
 
 /// A device context.
 class AFX_API CDC : public CObject {
@@ -245,7 +282,9 @@ public:
         return ::SetWindowPos(m_hWnd, pWndInsertAfter != nullptr ? pWndInsertAfter->m_hWnd : nullptr, x, y, cx, cy,
                               nFlags);
     }
-    /// Exchanges data between members and controls by DoDataExchange; TRUE moves it from the controls.
+    /// Exchanges data between members and controls by DoDataExchange; TRUE moves it from the controls. What the controls
+    /// notify meanwhile does not reach the window's handlers, for the members are not complete.
+    /// \return FALSE when the exchange failed, which the user has been told of, and when one is going on already
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
     /// The nearest frame that this window lies in, null when there is none.
     CFrameWnd* GetParentFrame() const;
@@ -290,6 +329,7 @@ protected:
 
 private:
     WNDPROC m_pfnSuper = nullptr; // the procedure of the window's own class, behind the framework's
+    BOOL m_bExchanging = FALSE;   // in UpdateData
 };
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -449,21 +489,49 @@ private:
     CWnd* m_pParentWnd = nullptr;
 };
 
-/// One exchange of a dialog's data, handed to the DDX_ functions.
+/// One exchange of a dialog's data, handed to the DDX_ and DDV_ functions.
 class AFX_API CDataExchange {
 public:
     CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate) : m_bSaveAndValidate(bSaveAndValidate), m_pDlgWnd(pDlgWnd) {}
 
+    /// Each DDX_ function begins with one of these: the control is the one that a failure from here on concerns.
+    /// \return the control; a dialog without it throws CResourceException*
+    HWND PrepareCtrl(int nIDC);
+    HWND PrepareEditCtrl(int nIDC);
+    /// Ends the exchange, after the user was told why: gives the focus to the control prepared last, all of its text
+    /// selected if it is an edit field, and throws CUserException*.
+    [[noreturn]] void Fail();
+
     BOOL m_bSaveAndValidate; ///< TRUE: from the controls to the members
     CWnd* m_pDlgWnd;
+
+private:
+    friend AFX_API void AFXAPI DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars);
+
+    HWND m_hWndLastControl = nullptr;
+    BOOL m_bEditLastControl = FALSE;
 };
 
 AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
+/// Whole numbers in decimal digits, with blanks around them and, for the signed types, a sign. Anything else, and what the
+/// type cannot hold, fails the exchange.
+AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, BYTE& value);
+AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, int& value);
+AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, UINT& value);
+AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, long& value);
+AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, DWORD& value);
+/// The selected item of a list box or combo box; -1 for none.
+AFX_API void AFXAPI DDX_LBIndex(CDataExchange* pDX, int nIDC, int& index);
+AFX_API void AFXAPI DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index);
 AFX_API void AFXAPI DDX_Check(CDataExchange* pDX, int nIDC, int& value);
 /// The buttons of a group, whose first one is \p nIDC, are numbered from 0; -1 when none is checked.
 AFX_API void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
 /// Makes \p rControl the window of the control, if it is not yet.
 AFX_API void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);
+
+/// Fails the exchange for a text of more than \p nChars bytes. Loading, it keeps the edit field prepared last from taking
+/// more.
+AFX_API void AFXAPI DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars);
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Threads and the application
@@ -498,6 +566,8 @@ public:
 
     int ExitInstance() override;
     HICON LoadIcon(UINT nIDResource) const;
+    /// Shows what AfxMessageBox was asked for. \param nIDPrompt help context, 0 for none in particular
+    virtual int DoMessageBox(LPCSTR lpszPrompt, UINT nType, UINT nIDPrompt);
 
     /// Enters a type of documents in the list; the application owns it from here on.
     void AddDocTemplate(CDocTemplate* pTemplate);

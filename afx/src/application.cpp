@@ -134,19 +134,31 @@ int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPSTR lpCmdL
     return app->ExitInstance();
 }
 
-int AFXAPI AfxMessageBox(LPCSTR lpszText, UINT nType, UINT)
+namespace {
+
+int ShowMessageBox(LPCSTR text, UINT type)
 {
     const CWnd* main = AfxGetMainWnd();
     const HWND owner = main != nullptr ? ::GetLastActivePopup(main->m_hWnd) : nullptr;
     const LPCSTR title = AfxGetAppName();
-    return ::MessageBox(owner, lpszText, title != nullptr ? title : "", nType | (owner == nullptr ? MB_TASKMODAL : 0));
+    return ::MessageBox(owner, text, title != nullptr ? title : "", type | (owner == nullptr ? MB_TASKMODAL : 0));
+}
+
+} // namespace
+
+int CWinApp::DoMessageBox(LPCSTR lpszPrompt, UINT nType, UINT) { return ShowMessageBox(lpszPrompt, nType); }
+
+int AFXAPI AfxMessageBox(LPCSTR lpszText, UINT nType, UINT nIDHelp)
+{
+    CWinApp* app = AfxGetApp();
+    return app != nullptr ? app->DoMessageBox(lpszText, nType, nIDHelp) : ShowMessageBox(lpszText, nType);
 }
 
 int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp)
 {
     CString text;
     text.LoadString(nIDPrompt);
-    return AfxMessageBox(text, nType, nIDHelp);
+    return AfxMessageBox(text, nType, nIDHelp == static_cast<UINT>(-1) ? nIDPrompt : nIDHelp);
 }
 
 LPCSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor, HBRUSH hbrBackground, HICON hIcon)

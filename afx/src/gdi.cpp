@@ -2,9 +2,33 @@
 
 #include <utility>
 
+IMPLEMENT_DYNAMIC(CGdiObject, CObject)
+IMPLEMENT_DYNAMIC(CBitmap, CGdiObject)
 IMPLEMENT_DYNAMIC(CDC, CObject)
 IMPLEMENT_DYNAMIC(CClientDC, CDC)
 IMPLEMENT_DYNAMIC(CPaintDC, CDC)
+
+CGdiObject::~CGdiObject() { DeleteObject(); }
+
+BOOL CGdiObject::Attach(HGDIOBJ hObject)
+{
+    m_hObject = hObject;
+    return hObject != nullptr;
+}
+
+HGDIOBJ CGdiObject::Detach() { return std::exchange(m_hObject, nullptr); }
+
+BOOL CGdiObject::DeleteObject() { return m_hObject != nullptr && ::DeleteObject(Detach()); }
+
+BOOL CBitmap::LoadBitmap(LPCSTR lpszResourceName)
+{
+    return Attach(::LoadBitmap(AfxFindResourceHandle(lpszResourceName, RT_BITMAP), lpszResourceName));
+}
+
+BOOL CBitmap::CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight)
+{
+    return Attach(::CreateCompatibleBitmap(pDC->m_hDC, nWidth, nHeight));
+}
 
 CDC::~CDC() { DeleteDC(); }
 

@@ -343,6 +343,28 @@ BOOL AFXAPI AfxExtractSubString(CString& rString, LPCSTR lpszFullString, int iSu
     return lpszFullString != nullptr;
 }
 
+void AFXAPI AfxFormatString1(CString& rString, UINT nIDS, LPCSTR lpsz1)
+{
+    AfxFormatString2(rString, nIDS, lpsz1, "%2"); // which stays as it is
+}
+
+void AFXAPI AfxFormatString2(CString& rString, UINT nIDS, LPCSTR lpsz1, LPCSTR lpsz2)
+{
+    CString format;
+    format.LoadString(nIDS);
+    CString text;
+    int from = 0;
+    for (int at = format.Find('%'); at >= 0; at = format.Find('%', at + 1)) {
+        const char place = format.GetAt(at + 1); // at the end, the terminator
+        if (place != '1' && place != '2')
+            continue;
+        text += format.Mid(from, at - from);
+        text += place == '1' ? lpsz1 : lpsz2;
+        from = at + 2;
+    }
+    rString = text + format.Mid(from);
+}
+
 int AFXAPI AfxLoadString(UINT nID, LPSTR lpszBuf, UINT nMaxBuf)
 {
     // String n stands in block n/16 + 1.

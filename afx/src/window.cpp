@@ -301,6 +301,8 @@ BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam)
         if (control->OnChildNotify(WM_COMMAND, wParam, lParam, &result))
             return TRUE;
     }
+    if (lParam != 0 && m_bExchanging)
+        return TRUE;
     return OnCmdMsg(id, code, nullptr, nullptr);
 }
 

@@ -262,7 +262,7 @@ BOOL CZoLanguageSupport::CreateNameAndLoadModule(LPCSTR fileName)
     ZoModuleData* data = ZoModuleDataGet();
     if (data != nullptr &&
         data->m_pLanguageSupport == this) { // the library of the whole process, before the old one is gone
-        data->m_hLanguageLibrary = loaded;
+        data->SetLanguageLibrary(loaded);
         data->m_countries.ReloadNames(); // tried again if memory lacks
     }
     if (HINSTANCE previous = std::exchange(m_hLanguageLibrary, loaded))

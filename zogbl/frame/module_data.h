@@ -4,15 +4,25 @@
 
 #include <zogbl/country_code.h>
 
+#include <afxext.h>
+
 class CZoLanguageSupport;
 
 struct ZoModuleData {
     LONG m_nLanguageLoadCount = 0; ///< ZoGblLoadLanguageDLL calls not released yet; may fall to -1
     HINSTANCE m_hInstance = nullptr;
-    HMODULE m_hSibling = nullptr; ///< zomuscrl.dll
-    HINSTANCE m_hLanguageLibrary = nullptr;
+    HMODULE m_hSibling = nullptr;                     ///< zomuscrl.dll
+    HINSTANCE m_hLanguageLibrary = nullptr;           ///< set by SetLanguageLibrary
+    CDynLinkLibrary* m_pLanguageLink = nullptr;       ///< its place in the framework's resource chain; the framework's
     CZoLanguageSupport* m_pLanguageSupport = nullptr; ///< owned while a language library is loaded
     CZoCountryCodeList m_countries;
+
+    /// From here on texts are those of this library, the framework's own among them. Null: there is none.
+    void SetLanguageLibrary(HINSTANCE library)
+    {
+        m_hLanguageLibrary = library;
+        m_pLanguageLink->m_hResource = library;
+    }
 };
 
 /// Makes the block and stores it for the calling thread. \return FALSE, with nothing left behind, on failure.

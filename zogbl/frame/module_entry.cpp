@@ -39,8 +39,11 @@ BOOL AttachToProcess(HINSTANCE instance)
         ZoModuleDataDestroy();
         return FALSE;
     }
+    CDynLinkLibrary* languageLink;
     try {
-        new CDynLinkLibrary(g_extensionModule); // the framework's from here on
+        new CDynLinkLibrary(g_extensionModule); // the framework's from here on, like the next
+        languageLink = new CDynLinkLibrary(instance, nullptr);
+        languageLink->m_bSystem = TRUE; // the last to be asked
     } catch (CMemoryException* e) {
         e->Delete();
         AfxTermExtensionModule(g_extensionModule);
@@ -54,6 +57,7 @@ BOOL AttachToProcess(HINSTANCE instance)
     if (data == nullptr)
         return FALSE;
     data->m_hInstance = instance;
+    data->m_pLanguageLink = languageLink;
     data->m_hSibling = LoadLibraryA("zomuscrl.dll"); // held for the life of the process; nothing depends on it
     return TRUE;
 }
@@ -126,7 +130,7 @@ BOOL ZoGblLoadLanguageDLL()
     if (!support->LoadCurrentLanguage(path))
         return FALSE;
     data->m_nLanguageLoadCount = 1;
-    data->m_hLanguageLibrary = support->GetLibraryHandle();
+    data->SetLanguageLibrary(support->GetLibraryHandle());
     data->m_pLanguageSupport = support.release();
     data->m_countries.ReloadNames(); // those of an earlier language, should there be any; tried again if memory lacks
     ZoEnsureCountryList();
@@ -143,8 +147,8 @@ BOOL ZoGblDumpLanguageDLL()
         return FALSE;
     // Deliberately without a guard: one release too many makes up for one load too many.
     if (--data->m_nLanguageLoadCount == 0) {
+        data->SetLanguageLibrary(nullptr);
         delete std::exchange(data->m_pLanguageSupport, nullptr);
-        data->m_hLanguageLibrary = nullptr;
     }
     return TRUE;
 }

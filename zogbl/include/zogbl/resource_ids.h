@@ -210,6 +210,14 @@
 #define ZO_IDS_SHEET_APPLY 20592
 #define ZO_IDS_SHEET_CLOSE 20593
 
+// Checks of what was entered in a dialog: 61712 and up are numbers that the application framework fixes.
+#define ZO_IDS_CHECK_DOUBLE_BYTE 15972
+#define ZO_IDS_CHECK_EMPTY 20555
+#define ZO_IDS_CHECK_WHOLE_NUMBER 0xF110
+#define ZO_IDS_CHECK_RANGE 0xF112
+#define ZO_IDS_CHECK_LENGTH 0xF114
+#define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
+
 // 30000 to 30999: the Workbench. 30000 menus and dialogs, 30010 commands, 30050 controls, 30100 strings.
 #define ZO_IDR_WORKBENCH_MENU 30000
 #define ZO_IDD_WORKBENCH_ABOUT 30001
