@@ -35,7 +35,8 @@ void ReportStartup()
     Report("error mode=%u", SetErrorMode(0));
 }
 
-/// A window that leaves place, size and state to the system gets those of the start-up information.
+/// A window that leaves place and size to the system gets those of the start-up information; the state is handed to every
+/// program with a window of its own.
 void ReportWindow()
 {
     WNDCLASSA windowClass = {};
@@ -48,7 +49,9 @@ void ReportWindow()
                       CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, windowClass.hInstance, nullptr);
     if (window == nullptr)
         return;
-    ShowWindow(window, SW_SHOWDEFAULT);
+    STARTUPINFOA startup = {};
+    GetStartupInfoA(&startup);
+    ShowWindow(window, (startup.dwFlags & STARTF_USESHOWWINDOW) != 0 ? startup.wShowWindow : SW_SHOWDEFAULT);
     WINDOWPLACEMENT placement = {};
     placement.length = sizeof placement;
     GetWindowPlacement(window, &placement);

@@ -3,6 +3,7 @@
 
 #include "support/dialog_driver.h"
 #include "support/import_patch.h"
+#include "support/process_counts.h"
 #include "support/wine_gap.h"
 
 #include <zogbl/resource_ids.h>
@@ -87,6 +88,16 @@ protected:
 };
 
 constexpr int kAnswer = ZO_IDC_ARGUMENT_PROMPT_ANSWER;
+
+HWND g_pressed = nullptr; // the dialog in which OK was
+void CALLBACK PressOkThenCancel(HWND, UINT, UINT_PTR, DWORD)
+{
+    const HWND dialog = FindWindowA("#32770", nullptr);
+    if (dialog == nullptr || GetWindowThreadProcessId(dialog, nullptr) != GetCurrentThreadId())
+        return;
+    const int button = std::exchange(g_pressed, dialog) == dialog ? IDCANCEL : IDOK;
+    SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+}
 
 } // namespace
 
@@ -282,14 +293,8 @@ TEST_F(PatchedStart, StartsNothingWithoutMemoryForTheQuestion)
     RunFaultLoop(faults, [&](const FaultRun& run) {
         g_started = {};
         // By a timer, for a dialog that never opens has nobody to drive it.
-        const UINT_PTR timer = SetTimer(
-            nullptr, 0, 20, +[](HWND, UINT, UINT_PTR, DWORD) WINAPI {
-                for (const int button : {IDOK, IDCANCEL}) {
-                    const HWND dialog = FindWindowA("#32770", nullptr);
-                    if (dialog != nullptr && GetWindowThreadProcessId(dialog, nullptr) == GetCurrentThreadId())
-                        SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
-                }
-            });
+        g_pressed = nullptr;
+        const UINT_PTR timer = SetTimer(nullptr, 0, 20, &PressOkThenCancel);
         const DWORD status = m_item.ActivateItem(nullptr);
         KillTimer(nullptr, timer);
         const bool fired = run.Fired();
@@ -327,9 +332,11 @@ protected:
         constexpr DWORD kPatience = 60000; // milliseconds
         EXPECT_EQ(0u, m_item.ActivateItem(nullptr));
         const DWORD begin = GetTickCount();
-        while (!m_folder.Exists("report") && GetTickCount() - begin < kPatience)
-            Sleep(5);
         std::string text = m_folder.Read("report");
+        while (text == "(none)" && GetTickCount() - begin < kPatience) {
+            Sleep(5);
+            text = m_folder.Read("report");
+        }
         DeleteFileA(m_folder.Path("report").c_str());
         Report report;
         for (size_t at = 0, end; (end = text.find("\r\n", at)) != std::string::npos; at = end + 2) {
@@ -380,7 +387,11 @@ TEST_F(RealStart, GivesTheProgramAllThatIsSet)
         EXPECT_EQ(row.reported, report["show"]);
         EXPECT_EQ(row.state, report["window state"]);
         EXPECT_TRUE(row.showCommand != SW_SHOWNORMAL || report["window"] == "31,42,353,264") << report["window"];
-        EXPECT_EQ(std::to_string(row.priority), report["priority"]);
+        const auto checkPriority = [&] { EXPECT_EQ(std::to_string(row.priority), report["priority"]); };
+        if (row.priority == NORMAL_PRIORITY_CLASS)
+            checkPriority();
+        else
+            ZO_WINE_GAP("programs start with normal priority", checkPriority());
         EXPECT_EQ(m_folder.Path(), report["folder"]);
         EXPECT_EQ("one", report["argument 1"]);
         EXPECT_EQ("two words", report["argument 2"]);
