@@ -4,29 +4,12 @@
 
 #include <zogbl/resource_ids.h>
 
-#include <commdlg.h>
-#include <cstring>
-
 namespace {
 
 BOOL IsFile(LPCSTR path)
 {
     const DWORD attributes = GetFileAttributesA(path);
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
-}
-
-/// The system's dialog for files. Its library is loaded for the purpose: it brings half the shell along, and every
-/// program of the suite would load it otherwise.
-BOOL AskForFile(OPENFILENAMEA* choice)
-{
-    const HMODULE library = LoadLibraryA("comdlg32.dll");
-    if (library == nullptr)
-        return FALSE;
-    const auto ask = reinterpret_cast<decltype(&GetOpenFileNameA)>(
-        reinterpret_cast<void*>(GetProcAddress(library, "GetOpenFileNameA")));
-    const BOOL chosen = ask != nullptr && ask(choice);
-    FreeLibrary(library);
-    return chosen;
 }
 
 /// Runs what may throw for want of memory; without it nothing happens.
@@ -112,18 +95,8 @@ void CZoProgramPromptDlg::OnBrowse()
         CString name;
         ZoMfxLoadString(ZO_IDS_PROGRAM_PROMPT_PROGRAMS, name);
         const CString filter = name + '\0' + kPattern + '\0'; // and the terminator of the text
-        char path[MAX_PATH] = "";
-        const CString present = FieldText();
-        if (IsFile(present)) // the system refuses to begin with what is no file name
-            lstrcpynA(path, present, sizeof path);
-        OPENFILENAMEA choice = {};
-        choice.lStructSize = OPENFILENAME_SIZE_VERSION_400;
-        choice.hwndOwner = m_hWnd;
-        choice.lpstrFilter = filter;
-        choice.lpstrFile = path;
-        choice.nMaxFile = sizeof path;
-        choice.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-        if (AskForFile(&choice))
+        CString path = FieldText();
+        if (ZoMfxAskForFile(path, filter, this))
             SetDlgItemText(ZO_IDC_PROGRAM_PROMPT_PATH, path);
     });
 }

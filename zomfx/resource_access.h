@@ -6,5 +6,7 @@
 
 /// \return FALSE, with \p text empty, when there is none or memory has run out.
 BOOL ZoMfxLoadString(UINT id, CString& text);
+/// \return FALSE, with \p path as it was, when none is chosen or the source has no dialog for it.
+BOOL ZoMfxAskForFile(CString& path, LPCSTR filter, CWnd* parent);
 /// \return null when there is no such dialog.
 LPCDLGTEMPLATE ZoMfxLockDialog(UINT id);

@@ -33,3 +33,8 @@ LPCDLGTEMPLATE ZoMfxLockDialog(UINT id)
     const HGLOBAL loaded = resource != nullptr ? LoadResource(module, resource) : nullptr;
     return loaded != nullptr ? static_cast<LPCDLGTEMPLATE>(LockResource(loaded)) : nullptr;
 }
+
+BOOL ZoMfxAskForFile(CString& path, LPCSTR filter, CWnd* parent)
+{
+    return g_source != nullptr && g_source->askForFile(path, filter, parent);
+}

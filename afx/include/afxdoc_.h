@@ -16,7 +16,7 @@ struct CCreateContext {
     CDocument* m_pCurrentDoc = nullptr;
 };
 
-/// What a program works on. Derive from it and override OnNewDocument, OnOpenDocument and DeleteContents.
+/// What a program works on. Derive from it and override OnNewDocument, OnOpenDocument, OnSaveDocument and DeleteContents.
 class AFX_API CDocument : public CCmdTarget {
     DECLARE_DYNAMIC(CDocument)
 public:
@@ -38,8 +38,23 @@ public:
     /// Tells all views but \p pSender that the document has changed.
     void UpdateAllViews(CView* pSender, LPARAM lHint = 0, CObject* pHint = nullptr);
 
+    virtual BOOL IsModified() { return m_bModified; } ///< since it was last saved
+    virtual void SetModifiedFlag(BOOL bModified = TRUE) { m_bModified = bModified; }
+
     virtual BOOL OnNewDocument();
     virtual BOOL OnOpenDocument(LPCSTR lpszPathName);
+    /// Writes the file. Here it only marks the document as saved.
+    virtual BOOL OnSaveDocument(LPCSTR lpszPathName);
+    /// Before a document that is modified closes: asks whether to save it (string AFX_IDP_ASK_TO_SAVE), and does so.
+    /// \return FALSE when it must stay open.
+    virtual BOOL SaveModified();
+    /// Asked before a frame closes. \return whether it may: the last frame of a document that need not be saved.
+    virtual BOOL CanCloseFrame(CFrameWnd* pFrame);
+    /// Saves under the document's name; asks for one when it has none, or its file is read-only.
+    virtual BOOL DoFileSave();
+    /// Saves under a name, which becomes the document's if \p bReplace. With null a name is to be asked for: override it,
+    /// for this framework has no dialog of its own for files, and saves nothing then.
+    virtual BOOL DoSave(LPCSTR lpszPathName, BOOL bReplace = TRUE);
     virtual void DeleteContents() {}
     /// Destroys the frames of all views, and deletes the document if m_bAutoDelete.
     virtual void OnCloseDocument();
@@ -49,11 +64,19 @@ public:
 
     BOOL m_bAutoDelete = TRUE;
 
+protected:
+    afx_msg void OnFileClose();
+    afx_msg void OnFileSave();
+    afx_msg void OnFileSaveAs();
+    afx_msg void OnFileSaveCopyAs();
+    DECLARE_MESSAGE_MAP()
+
 private:
     friend class CDocTemplate;
 
     CString m_strTitle;
     CString m_strPathName;
+    BOOL m_bModified = FALSE;
     CDocTemplate* m_pDocTemplate = nullptr;
     CPtrArray m_views;
 };
@@ -115,6 +138,8 @@ public:
     virtual CFrameWnd* CreateNewFrame(CDocument* pDoc, CFrameWnd* pOther);
     virtual void InitialUpdateFrame(CFrameWnd* pFrame, CDocument* pDoc, BOOL bMakeVisible = TRUE);
     virtual void CloseAllDocuments(BOOL bEndSession);
+    /// Lets each document ask whether to save it. \return FALSE as soon as one must stay open.
+    virtual BOOL SaveAllModified();
     /// Opens a file, or with null a new document, in a frame of its own. \return null on failure.
     virtual CDocument* OpenDocumentFile(LPCSTR lpszPathName, BOOL bMakeVisible = TRUE) = 0;
     virtual void SetDefaultTitle(CDocument* pDocument) = 0;

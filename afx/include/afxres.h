@@ -9,6 +9,15 @@
 #define AFX_IDW_PANE_FIRST 0xE900 /* the child window that fills a frame's client area */
 #define AFX_IDM_FIRST_MDICHILD 0xFF00 /* the system's commands that activate the windows of an MDI client */
 
+/* File commands, and the question whether to save; %1 stands for the document's name. */
+#define ID_FILE_NEW 0xE100
+#define ID_FILE_OPEN 0xE101
+#define ID_FILE_CLOSE 0xE102
+#define ID_FILE_SAVE 0xE103
+#define ID_FILE_SAVE_AS 0xE104
+#define ID_FILE_SAVE_COPY_AS 0xE105
+#define AFX_IDP_ASK_TO_SAVE 0xF104
+
 #define ID_APP_ABOUT 0xE140
 #define ID_APP_EXIT 0xE141
 

@@ -575,6 +575,8 @@ public:
     /// \param pos is set to null behind the last one.
     CDocTemplate* GetNextDocTemplate(POSITION& pos) const;
     void CloseAllDocuments(BOOL bEndSession);
+    /// Lets each document ask whether to save it. \return FALSE as soon as one must stay open.
+    virtual BOOL SaveAllModified();
 
     LPCSTR m_pszAppName;
     /// The help file in force, at first the program's path with ".HLP". From malloc: whoever puts another in its place

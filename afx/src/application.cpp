@@ -122,6 +122,15 @@ void CWinApp::CloseAllDocuments(BOOL bEndSession)
         GetNextDocTemplate(position)->CloseAllDocuments(bEndSession);
 }
 
+BOOL CWinApp::SaveAllModified()
+{
+    for (POSITION position = GetFirstDocTemplatePosition(); position != nullptr;) {
+        if (!GetNextDocTemplate(position)->SaveAllModified())
+            return FALSE;
+    }
+    return TRUE;
+}
+
 int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPSTR lpCmdLine, int nCmdShow)
 {
     CWinApp* app = AfxGetApp();

@@ -96,6 +96,15 @@ void CDocTemplate::CloseAllDocuments(BOOL)
     }
 }
 
+BOOL CDocTemplate::SaveAllModified()
+{
+    for (POSITION position = GetFirstDocPosition(); position != nullptr;) {
+        if (!GetNextDoc(position)->SaveModified())
+            return FALSE;
+    }
+    return TRUE;
+}
+
 // Several documents ----------------------------------------------------------------------------------------------------
 
 CMultiDocTemplate::CMultiDocTemplate(UINT nIDResource, CRuntimeClass* pDocClass, CRuntimeClass* pFrameClass,

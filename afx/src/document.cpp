@@ -4,6 +4,13 @@
 
 IMPLEMENT_DYNAMIC(CDocument, CCmdTarget)
 
+BEGIN_MESSAGE_MAP(CDocument, CCmdTarget)
+    ON_COMMAND(ID_FILE_CLOSE, OnFileClose)
+    ON_COMMAND(ID_FILE_SAVE, OnFileSave)
+    ON_COMMAND(ID_FILE_SAVE_AS, OnFileSaveAs)
+    ON_COMMAND(ID_FILE_SAVE_COPY_AS, OnFileSaveCopyAs)
+END_MESSAGE_MAP()
+
 CDocument::~CDocument()
 {
     for (INT_PTR i = 0; i < m_views.GetSize(); ++i)
@@ -71,12 +78,14 @@ BOOL CDocument::OnNewDocument()
 {
     DeleteContents();
     m_strPathName.Empty();
+    SetModifiedFlag(FALSE);
     return TRUE;
 }
 
 BOOL CDocument::OnOpenDocument(LPCSTR)
 {
     DeleteContents();
+    SetModifiedFlag(FALSE);
     return TRUE;
 }
 
@@ -97,6 +106,67 @@ void CDocument::OnCloseDocument()
     if (autoDelete)
         delete this;
 }
+
+// Saving ---------------------------------------------------------------------------------------------------------------
+
+BOOL CDocument::OnSaveDocument(LPCSTR)
+{
+    SetModifiedFlag(FALSE);
+    return TRUE;
+}
+
+BOOL CDocument::SaveModified()
+{
+    if (!IsModified())
+        return TRUE;
+    CString question;
+    question.LoadString(AFX_IDP_ASK_TO_SAVE);
+    question.Replace("%1", m_strPathName.IsEmpty() ? m_strTitle : m_strPathName);
+    switch (AfxMessageBox(question, MB_YESNOCANCEL | MB_ICONEXCLAMATION, AFX_IDP_ASK_TO_SAVE)) {
+    case IDYES:
+        return DoFileSave();
+    case IDNO:
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+BOOL CDocument::CanCloseFrame(CFrameWnd* pFrame)
+{
+    for (POSITION position = GetFirstViewPosition(); position != nullptr;) {
+        const CFrameWnd* frame = GetNextView(position)->GetParentFrame();
+        if (frame != nullptr && frame != pFrame)
+            return TRUE; // the document stays open there
+    }
+    return SaveModified();
+}
+
+BOOL CDocument::DoFileSave()
+{
+    const DWORD attributes = ::GetFileAttributes(m_strPathName);
+    const bool readOnly = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    return DoSave(readOnly || m_strPathName.IsEmpty() ? nullptr : (LPCSTR)m_strPathName);
+}
+
+BOOL CDocument::DoSave(LPCSTR lpszPathName, BOOL bReplace)
+{
+    if (lpszPathName == nullptr || !OnSaveDocument(lpszPathName))
+        return FALSE;
+    if (bReplace)
+        SetPathName(lpszPathName);
+    return TRUE;
+}
+
+void CDocument::OnFileClose()
+{
+    if (SaveModified())
+        OnCloseDocument();
+}
+
+void CDocument::OnFileSave() { DoFileSave(); }
+void CDocument::OnFileSaveAs() { DoSave(nullptr); }
+void CDocument::OnFileSaveCopyAs() { DoSave(nullptr, FALSE); }
 
 BOOL CDocument::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
 {

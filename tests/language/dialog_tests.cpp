@@ -6,6 +6,8 @@
 
 #include "support/environment.h"
 
+#include <commctrl.h>
+
 #include <vector>
 
 namespace {
@@ -122,12 +124,16 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
     const zo_test::Language& language = GetParam();
     const bool isOwnSystem = language.codePage == GetACP();
     ZO_ONLY_IN(isOwnSystem || zo_test::IsDoubleByte(), "a system without fonts for characters of two bytes");
+    InitCommonControls();
+    // Pages of sheets are child windows.
+    const HWND parent =
+        CreateWindowExA(0, "#32770", "", WS_POPUP | WS_VISIBLE, 0, 0, 700, 500, nullptr, nullptr, nullptr, nullptr);
     std::vector<WORD> dialogs;
     EnumResourceNamesA(m_library, RT_DIALOG, &CollectName, reinterpret_cast<LONG_PTR>(&dialogs));
     EXPECT_GE(dialogs.size(), 2u);
     for (const WORD id : dialogs) {
         SCOPED_TRACE(::testing::Message() << "dialog " << id);
-        const HWND dialog = CreateDialogParamW(m_library, MAKEINTRESOURCEW(id), nullptr, &NoDialogProcedure, 0);
+        const HWND dialog = CreateDialogParamW(m_library, MAKEINTRESOURCEW(id), parent, &NoDialogProcedure, 0);
         ASSERT_NE(nullptr, dialog);
         RECT client;
         GetClientRect(dialog, &client);
@@ -152,4 +158,5 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
         }
         DestroyWindow(dialog);
     }
+    DestroyWindow(parent);
 }

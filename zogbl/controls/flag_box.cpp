@@ -3,6 +3,8 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "bitmap_dc.h"
+
 #include <algorithm>
 #include <cstring>
 #include <type_traits>
@@ -18,25 +20,6 @@ constexpr int kMargin = 4; // pixels
 constexpr UINT kBackspace = 8;
 constexpr UINT kFirstPrintable = 32;
 constexpr UINT kLastPrintable = 255;
-
-/// A memory device context with a bitmap in it.
-class BitmapDC {
-public:
-    BitmapDC(HDC like, HBITMAP bitmap) : m_dc(CreateCompatibleDC(like)), m_old(SelectObject(m_dc, bitmap)) {}
-    ~BitmapDC()
-    {
-        SelectObject(m_dc, m_old);
-        DeleteDC(m_dc);
-    }
-    BitmapDC(const BitmapDC&) = delete;
-    BitmapDC& operator=(const BitmapDC&) = delete;
-    operator HDC() const { return m_dc; }
-    bool IsReady() const { return m_dc != nullptr && m_old != nullptr; }
-
-private:
-    HDC m_dc;
-    HGDIOBJ m_old;
-};
 
 struct Colors {
     COLORREF text;

@@ -1,6 +1,7 @@
 // The library's entry, and what it offers its process.
 #include <afxdllx.h>
 
+#include <zogbl/file_open.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/global_config.h>
 #include <zogbl/language_support.h>
@@ -24,8 +25,17 @@ DWORD g_attachCount = 0;
 constexpr DWORD kModulePathSize = 1024;
 constexpr LPCSTR kNoviceMode = "NoviceMode";
 
-/// The framework extensions find their texts where this library does.
-constexpr ZoResourceSource kResourceSource = {&ZoGblLoadString, &ZoGblLockResource};
+BOOL AskForFile(CString& path, LPCSTR filter, CWnd* parent)
+{
+    CZoFileOpen dialog(TRUE, 0, nullptr, path, OFN_FILEMUSTEXIST | OFN_HIDEREADONLY, filter, parent);
+    if (dialog.DoModal() != IDOK)
+        return FALSE;
+    path = dialog.GetPathName();
+    return TRUE;
+}
+
+/// The framework extensions find their texts where this library does, and ask for files as it does.
+constexpr ZoResourceSource kResourceSource = {&ZoGblLoadString, &ZoGblLockResource, &AskForFile};
 
 BOOL AttachToProcess(HINSTANCE instance)
 {

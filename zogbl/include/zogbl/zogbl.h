@@ -2,6 +2,7 @@
 /// The whole interface of the library.
 #pragma once
 
+#include <zogbl/about_dialog.h>
 #include <zogbl/address_functions.h>
 #include <zogbl/argument_prompt.h>
 #include <zogbl/avl.h>
@@ -11,9 +12,11 @@
 #include <zogbl/custom_resource.h>
 #include <zogbl/dialog.h>
 #include <zogbl/directory_functions.h>
+#include <zogbl/document_save.h>
 #include <zogbl/event_log.h>
 #include <zogbl/file_functions.h>
 #include <zogbl/file_name_functions.h>
+#include <zogbl/file_open.h>
 #include <zogbl/flag_box.h>
 #include <zogbl/flag_lcid.h>
 #include <zogbl/flag_lcid_box.h>
@@ -36,6 +39,7 @@
 #include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
+#include <zogbl/select_directory.h>
 #include <zogbl/status.h>
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
@@ -43,5 +47,7 @@
 #include <zogbl/tool_item.h>
 #include <zogbl/tool_menu.h>
 #include <zogbl/trace.h>
+#include <zogbl/trans_bmp.h>
 #include <zogbl/tree.h>
+#include <zogbl/validators.h>
 #include <zogbl/version_resource.h>

@@ -1,15 +1,18 @@
 /// \file
 /// Where the framework extensions find texts and dialogs. They lie below the class library, which alone knows the
-/// library of the user's language, and tells them so here.
+/// library of the user's language and the suite's dialog for files, and tells them so here.
 #pragma once
 
 #include <zomfx/export.h>
 
-#include <afx.h>
+#include <afxwin.h>
 
 struct ZoResourceSource {
     BOOL (*loadString)(UINT id, CString& text);
     const void* (*lockResource)(LPCSTR name, LPCSTR type, DWORD* size);
+    /// Lets the user choose a file that exists. \p path is what to begin with, and unchanged on FALSE; \p filter as the
+    /// dialog for files takes it.
+    BOOL (*askForFile)(CString& path, LPCSTR filter, CWnd* parent);
 };
 
 /// \param source must live until another one takes its place; with null only the framework's resource chain is left.

@@ -1,0 +1,186 @@
+#include <zogbl/trans_bmp.h>
+
+#include "bitmap_dc.h"
+
+#include <algorithm>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace {
+
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+
+struct BitmapDeleter {
+    void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
+};
+/// A bitmap that is deleted with its holder: declare the holder before the context that the bitmap is selected into.
+using BitmapHolder = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+
+/// Puts the image on what is in \p work, except where the mask is white: exclusive-or, and with the mask, exclusive-or.
+bool Merge(HDC work, int width, int height, HDC image, HDC mask, int sourceX, int sourceY)
+{
+    const auto blit = [=](HDC source, DWORD operation) {
+        return BitBlt(work, 0, 0, width, height, source, sourceX, sourceY, operation) != FALSE;
+    };
+    return blit(image, SRCINVERT) && blit(mask, SRCAND) && blit(image, SRCINVERT);
+}
+
+/// Where a cell begins. Cells beyond the image are the system's business; they only must not overflow here.
+int CellOrigin(int cellSize, int index)
+{
+    return static_cast<int>(static_cast<unsigned>(cellSize) * static_cast<unsigned>((std::max)(index, 0)));
+}
+
+} // namespace
+
+CZoTransBmp::CZoTransBmp(int cellsAcross, int cellsDown)
+    : m_nWidth(0), m_nHeight(0), m_nCellWidth(0), m_nCellHeight(0), m_nCellsAcross((std::max)(cellsAcross, 1)),
+      m_nCellsDown((std::max)(cellsDown, 1)), m_hMask(nullptr), m_bUseTopLeftPixel(TRUE), m_crTransparent(kWhite)
+{
+}
+
+CZoTransBmp::~CZoTransBmp()
+{
+    if (m_hMask != nullptr)
+        ::DeleteObject(m_hMask);
+}
+
+void CZoTransBmp::SetTransparentColor(COLORREF color)
+{
+    m_crTransparent = color;
+    m_bUseTopLeftPixel = FALSE; // a mask that was made already stays: see the header
+}
+
+// Sizes ----------------------------------------------------------------------------------------------------------------
+
+void CZoTransBmp::GetMetrics()
+{
+    BITMAP description;
+    if (GetObject(sizeof description, &description) == 0)
+        return;
+    m_nWidth = description.bmWidth;
+    m_nHeight = description.bmHeight;
+    m_nCellWidth = m_nWidth / m_nCellsAcross;
+    m_nCellHeight = m_nHeight / m_nCellsDown;
+}
+
+int CZoTransBmp::GetWidth()
+{
+    if (m_nWidth == 0)
+        GetMetrics();
+    return m_nWidth;
+}
+
+int CZoTransBmp::GetHeight()
+{
+    if (m_nHeight == 0)
+        GetMetrics();
+    return m_nHeight;
+}
+
+int CZoTransBmp::GetCellWidth()
+{
+    if (m_nCellWidth == 0)
+        GetMetrics();
+    return m_nCellWidth;
+}
+
+int CZoTransBmp::GetCellHeight()
+{
+    if (m_nCellHeight == 0)
+        GetMetrics();
+    return m_nCellHeight;
+}
+
+// Opaque drawing -------------------------------------------------------------------------------------------------------
+
+void CZoTransBmp::Draw(HDC dc, int x, int y) { DrawArea(dc, x, y, GetWidth(), GetHeight(), 0, 0); }
+
+void CZoTransBmp::DrawCell(HDC dc, int x, int y, int column, int row)
+{
+    const int width = GetCellWidth();
+    const int height = GetCellHeight();
+    DrawArea(dc, x, y, width, height, CellOrigin(width, column), CellOrigin(height, row));
+}
+
+void CZoTransBmp::DrawArea(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY)
+{
+    const BitmapDC image(dc, *this);
+    if (image.IsReady())
+        BitBlt(dc, x, y, width, height, image, sourceX, sourceY, SRCCOPY);
+}
+
+// Transparent drawing --------------------------------------------------------------------------------------------------
+
+void CZoTransBmp::CreateMask(HDC dc)
+{
+    if (m_hMask != nullptr)
+        ::DeleteObject(std::exchange(m_hMask, nullptr));
+    const int width = GetWidth();
+    const int height = GetHeight();
+    BitmapHolder mask(::CreateBitmap(width, height, 1, 1, nullptr));
+    if (!mask)
+        return;
+    const BitmapDC target(dc, mask.get());
+    const BitmapDC image(dc, *this);
+    if (!target.IsReady() || !image.IsReady())
+        return;
+    const COLORREF transparent = m_bUseTopLeftPixel ? GetPixel(image, 0, 0) : m_crTransparent;
+    // In a monochrome copy, what has the background colour becomes white and all else black.
+    if (transparent != CLR_INVALID && SetBkColor(image, transparent) != CLR_INVALID &&
+        BitBlt(target, 0, 0, width, height, image, 0, 0, SRCCOPY))
+        m_hMask = mask.release();
+}
+
+void CZoTransBmp::DrawTrans(HDC dc, int x, int y) { DrawAreaTrans(dc, x, y, GetWidth(), GetHeight(), 0, 0); }
+
+void CZoTransBmp::DrawCellTrans(HDC dc, int x, int y, int column, int row)
+{
+    const int width = GetCellWidth();
+    const int height = GetCellHeight();
+    DrawAreaTrans(dc, x, y, width, height, CellOrigin(width, column), CellOrigin(height, row));
+}
+
+void CZoTransBmp::DrawAreaTrans(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY)
+{
+    if (m_hMask == nullptr)
+        CreateMask(dc);
+    if (m_hMask == nullptr)
+        return;
+    const BitmapHolder block(::CreateBitmap(width, height, static_cast<BYTE>(GetDeviceCaps(dc, PLANES)),
+                                            static_cast<BYTE>(GetDeviceCaps(dc, BITSPIXEL)), nullptr));
+    const BitmapDC work(dc, block.get());
+    const BitmapDC image(dc, *this);
+    const BitmapDC mask(dc, m_hMask);
+    if (!work.IsReady() || !image.IsReady() || !mask.IsReady())
+        return;
+    // On a copy of the target, so that the target is seen only before and after.
+    if (BitBlt(work, 0, 0, width, height, dc, x, y, SRCCOPY) && SetBkColor(work, kWhite) != CLR_INVALID &&
+        Merge(work, width, height, image, mask, sourceX, sourceY))
+        BitBlt(dc, x, y, width, height, work, 0, 0, SRCCOPY);
+}
+
+void CZoTransBmp::DrawStretchTrans(HDC dc, int x, int y, int width, int height)
+{
+    const int ownWidth = GetWidth();
+    const int ownHeight = GetHeight();
+    if (m_hMask == nullptr)
+        CreateMask(nullptr);
+    if (m_hMask == nullptr)
+        return;
+    const BitmapHolder block(::CreateBitmap(ownWidth, ownHeight, 1, 1, nullptr)); // as a new context would have it
+    const BitmapDC work(nullptr, block.get());
+    const BitmapDC image(nullptr, *this);
+    const BitmapDC mask(nullptr, m_hMask);
+    if (!work.IsReady() || !image.IsReady() || !mask.IsReady())
+        return;
+    const COLORREF topLeft = GetPixel(image, 0, 0);
+    const COLORREF kept = topLeft != CLR_INVALID ? SetBkColor(work, topLeft) : CLR_INVALID;
+    if (kept == CLR_INVALID || !PatBlt(work, 0, 0, ownWidth, ownHeight, WHITENESS) ||
+        !Merge(work, ownWidth, ownHeight, image, mask, 0, 0))
+        return;
+    if (SetStretchBltMode(work, COLORONCOLOR) != 0 && SetStretchBltMode(dc, COLORONCOLOR) != 0 &&
+        StretchBlt(dc, x, y, width, height, work, 0, 0, ownWidth, ownHeight, SRCCOPY))
+        SetBkColor(dc, kept); // the work context's, not the target's: see the header
+}

@@ -1,0 +1,289 @@
+#include "places.h"
+
+#include "../files/bounded_text.h"
+#include "../files/folder_walk.h"
+
+#include <algorithm>
+
+namespace {
+
+bool IsShown(const WIN32_FIND_DATAA& entry)
+{
+    return (entry.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) == 0 &&
+           std::strcmp(entry.cFileName, ".") != 0 && std::strcmp(entry.cFileName, "..") != 0;
+}
+
+bool Precedes(const CString& first, const CString& second) { return ::lstrcmpiA(first, second) < 0; }
+
+/// Calls \p visit for the entries of a folder.
+template <class VISIT> DWORD ForEachShown(const CString& folder, VISIT visit)
+{
+    const NoSystemBoxes guard;
+    WalkPath path;
+    const bool isRoot = folder.ReverseFind('\\') == folder.GetLength() - 1;
+    if (!path.Append(isRoot ? folder.Left(folder.GetLength() - 1) : folder)) // the walk adds a backslash
+        return ERROR_FILENAME_EXCED_RANGE;
+    return ForEachEntry(path,
+                        [&](const WIN32_FIND_DATAA& entry) -> DWORD { return IsShown(entry) ? visit(entry) : 0; });
+}
+
+/// Both in capitals. A '*' takes as little as it can, and more when the rest does not match.
+bool Matches(LPCSTR name, LPCSTR pattern)
+{
+    LPCSTR afterStar = nullptr;
+    LPCSTR retry = nullptr;
+    while (*name != '\0') {
+        const size_t width = CharacterWidth(name);
+        if (*pattern == '*') {
+            afterStar = ++pattern;
+            retry = name;
+        } else if (*pattern == '?' ||
+                   (*pattern != '\0' && width == CharacterWidth(pattern) && std::memcmp(name, pattern, width) == 0)) {
+            pattern += *pattern == '?' ? 1 : width;
+            name += width;
+        } else if (afterStar != nullptr) {
+            pattern = afterStar;
+            retry += CharacterWidth(retry);
+            name = retry;
+        } else {
+            return false;
+        }
+    }
+    while (*pattern == '*')
+        ++pattern;
+    return *pattern == '\0';
+}
+
+} // namespace
+
+// Contents -------------------------------------------------------------------------------------------------------------
+
+DWORD ReadFolder(const CString& folder, LPCSTR patterns, FolderContents& contents)
+{
+    const CString wanted(patterns);
+    const DWORD result = ForEachShown(folder, [&](const WIN32_FIND_DATAA& entry) -> DWORD {
+        const CString name(entry.cFileName);
+        if (IsFolder(entry))
+            contents.folders.push_back(name);
+        else if (patterns != nullptr && MatchesPatterns(name, wanted))
+            contents.files.push_back(name);
+        return 0;
+    });
+    std::sort(contents.folders.begin(), contents.folders.end(), &Precedes);
+    std::sort(contents.files.begin(), contents.files.end(), &Precedes);
+    // The root of an empty drive lists not even itself.
+    return result == ERROR_FILE_NOT_FOUND ? DWORD{ERROR_SUCCESS} : result;
+}
+
+bool HasFolders(const CString& folder)
+{
+    constexpr DWORD kFound = ERROR_ALREADY_EXISTS;
+    return ForEachShown(folder, [](const WIN32_FIND_DATAA& entry) { return IsFolder(entry) ? kFound : 0; }) == kFound;
+}
+
+bool MatchesPatterns(const CString& name, const CString& patterns)
+{
+    CString capitals = name;
+    capitals.MakeUpper();
+    for (int begin = 0; begin < patterns.GetLength();) {
+        int end = patterns.Find(';', begin);
+        if (end < 0)
+            end = patterns.GetLength();
+        CString pattern = patterns.Mid(begin, end - begin);
+        pattern.TrimLeft();
+        pattern.TrimRight();
+        pattern.MakeUpper();
+        if (pattern == "*.*" || Matches(capitals, pattern))
+            return true;
+        begin = end + 1;
+    }
+    return false;
+}
+
+bool FolderExists(LPCSTR path)
+{
+    const NoSystemBoxes guard;
+    const DWORD attributes = ::GetFileAttributesA(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+// Paths ----------------------------------------------------------------------------------------------------------------
+
+CString JoinPath(const CString& folder, const CString& name)
+{
+    return folder.ReverseFind('\\') == folder.GetLength() - 1 ? folder + name : folder + '\\' + name;
+}
+
+CString RootOf(const CString& path)
+{
+    if (path.GetLength() >= 2 && path[1] == ':')
+        return path.Left(2) + '\\';
+    if (path.GetLength() < 2 || path[0] != '\\' || path[1] != '\\')
+        return {};
+    const int server = path.Find('\\', 2);
+    const int share = server < 0 ? -1 : path.Find('\\', server + 1);
+    return share < 0 ? path + '\\' : path.Left(share + 1);
+}
+
+CString ParentOf(const CString& path)
+{
+    const CString root = RootOf(path);
+    const CString parent = path.Left(path.ReverseFind('\\'));
+    return parent.GetLength() < root.GetLength() ? root : parent;
+}
+
+CString NameOf(const CString& path)
+{
+    const int last = path.ReverseFind('\\');
+    return last == path.GetLength() - 1 ? path : path.Mid(last + 1);
+}
+
+CString ResolvePath(const CString& folder, const CString& typed)
+{
+    CString path = typed;
+    path.Replace("/", "\\");
+    if (path.GetLength() >= 2 && path[1] == ':') {
+        const bool isHere = ::lstrcmpiA(path.Left(2), folder.Left(2)) == 0;
+        if (path.GetLength() == 2)
+            path += '\\';
+        else if (path[2] != '\\')
+            path = JoinPath(isHere ? folder : path.Left(2) + '\\', path.Mid(2));
+    } else if (path.Left(2) != "\\\\") {
+        path = path[0] == '\\' ? JoinPath(RootOf(folder), path.Mid(1)) : JoinPath(folder, path);
+    }
+    char full[2 * MAX_PATH] = "";
+    LPSTR name = nullptr;
+    const DWORD length = ::GetFullPathNameA(path, sizeof full, full, &name);
+    if (length == 0 || length >= sizeof full)
+        return {};
+    path = full;
+    const CString root = RootOf(path);
+    if (path.GetLength() < root.GetLength()) // a share without its backslash
+        return root;
+    const bool endsInBackslash = path.ReverseFind('\\') == path.GetLength() - 1;
+    return endsInBackslash && path.GetLength() > root.GetLength() ? path.Left(path.GetLength() - 1) : path;
+}
+
+bool IsValidPath(const CString& path)
+{
+    const CString root = RootOf(path);
+    if (root.IsEmpty() || path.Left(4) == "\\\\.\\" || path.Left(4) == "\\\\?\\")
+        return false;
+    for (LPCSTR p = (LPCSTR)path + (path[1] == ':' ? 2 : 0); *p != '\0'; p += CharacterWidth(p)) {
+        if (static_cast<unsigned char>(*p) < ' ' || std::strchr("<>:\"|?*", *p) != nullptr)
+            return false;
+    }
+    return true;
+}
+
+// Drives ---------------------------------------------------------------------------------------------------------------
+
+void ListDrives(CStringArray& roots)
+{
+    const DWORD drives = ::GetLogicalDrives();
+    for (int i = 0; i < 26; ++i) {
+        if ((drives & (1u << i)) != 0)
+            roots.Add(CString(static_cast<char>('A' + i)) + ":\\");
+    }
+}
+
+PlacePicture PictureOfDrive(const CString& root)
+{
+    if (root[0] == '\\')
+        return PlacePicture::kNetworkDrive;
+    switch (::GetDriveTypeA(root)) {
+    case DRIVE_REMOTE:
+        return PlacePicture::kNetworkDrive;
+    case DRIVE_REMOVABLE:
+    case DRIVE_CDROM:
+        return PlacePicture::kRemovableDrive;
+    default:
+        return PlacePicture::kDrive;
+    }
+}
+
+namespace {
+
+/// The network's library is loaded for the purpose: there may be none.
+void GetConnection(const CString& drive, char* name, DWORD size)
+{
+    const HMODULE library = ::LoadLibraryA("mpr.dll");
+    if (library == nullptr)
+        return;
+    const auto ask = reinterpret_cast<decltype(&WNetGetConnectionA)>(
+        reinterpret_cast<void*>(::GetProcAddress(library, "WNetGetConnectionA")));
+    if (ask == nullptr || ask(drive, name, &size) != NO_ERROR)
+        name[0] = '\0';
+    ::FreeLibrary(library);
+}
+
+} // namespace
+
+CString DriveName(const CString& root)
+{
+    if (root[0] == '\\')
+        return root.Left(root.GetLength() - 1);
+    const NoSystemBoxes guard;
+    const CString drive = root.Left(2);
+    char name[MAX_PATH] = "";
+    const PlacePicture picture = PictureOfDrive(root);
+    if (picture == PlacePicture::kNetworkDrive)
+        GetConnection(drive, name, sizeof name);
+    else if (picture == PlacePicture::kDrive) // others would have to be read, which takes its time, or have no disk
+        ::GetVolumeInformationA(root, name, sizeof name, nullptr, nullptr, nullptr, nullptr, 0);
+    return name[0] != '\0' ? drive + "  " + name : drive;
+}
+
+// Pictures -------------------------------------------------------------------------------------------------------------
+
+namespace {
+
+// k outline, y folder, w light, g grey, d dark grey, b blue
+constexpr const char* kPictures[kPlacePictures][13] = {
+    {"  kkkkk         ", " kyyyyyk        ", "kwwwwwwwkkkkkk  ", "kwyyyyyyyyyyyyk ", "kwyyyyyyyyyyyyk ",
+     "kwyyyyyyyyyyyyk ", "kwyyyyyyyyyyyyk ", "kwyyyyyyyyyyyyk ", "kwyyyyyyyyyyyyk ", "kwyyyyyyyyyyyyk ",
+     "kwyyyyyyyyyyyyk ", " kkkkkkkkkkkkkk ", "                "},
+    {"  kkkkk         ", " kyyyyyk        ", "kyyyyyyykkkkkk  ", "kyyyyyyyyyyyyk  ", "kyyykkkkkkkkkkkk",
+     "kyyykwwwwwwwwwwk", "kyykwyyyyyyyyyk ", "kyykwyyyyyyyyyk ", "kykwyyyyyyyyyk  ", "kykwyyyyyyyyyk  ",
+     "kkwyyyyyyyyyk   ", "kkkkkkkkkkkkk   ", "                "},
+    {"                ", "                ", "  kkkkkkkkkkkk  ", " kggggggggggggk ", "kwwwwwwwwwwwwwwk",
+     "kggggggggggggggk", "kgddddddddggbbgk", "kggggggggggggggk", "kkkkkkkkkkkkkkkk", "                ",
+     "                ", "                ", "                "},
+    {"  kkkkkkkkkkkk  ", " kggggggggggggk ", "kwwwwwwwwwwwwwwk", "kggggggggggggggk", "kgddddddddggbbgk",
+     "kggggggggggggggk", "kkkkkkkkkkkkkkkk", "       bb       ", "       bb       ", " bbbbbkbbkbbbbb ",
+     "      kbbk      ", "      kkkk      ", "                "},
+    {"   kkkkkkkkkk   ", "  kddddddddddk  ", "  kdwwwwwwwwdk  ", "  kdwbbbbbbwdk  ", "  kdwwwwwwwwdk  ",
+     "  kdwbbbbbbwdk  ", "  kdwwwwwwwwdk  ", "  kddddddddddk  ", "  kddwwwwwdddk  ", "  kddwwdwwdddk  ",
+     "  kddwwwwwdddk  ", "   kkkkkkkkkk   ", "                "},
+};
+
+COLORREF ColorOf(char pixel)
+{
+    switch (pixel) {
+    case 'k':
+        return RGB(96, 80, 32);
+    case 'y':
+        return RGB(255, 216, 112);
+    case 'w':
+        return RGB(255, 248, 220);
+    case 'g':
+        return RGB(200, 200, 200);
+    case 'd':
+        return RGB(112, 112, 120);
+    default:
+        return RGB(40, 96, 200);
+    }
+}
+
+} // namespace
+
+void DrawPlacePicture(HDC dc, int x, int y, PlacePicture picture)
+{
+    const auto& rows = kPictures[static_cast<int>(picture)];
+    for (int row = 0; row < static_cast<int>(std::size(rows)); ++row) {
+        for (int column = 0; column < kPictureSize; ++column) {
+            if (rows[row][column] != ' ')
+                ::SetPixelV(dc, x + column, y + row + 1, ColorOf(rows[row][column]));
+        }
+    }
+}

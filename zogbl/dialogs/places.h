@@ -1,0 +1,64 @@
+/// \file
+/// Drives and folders, as the dialogs for files and folders list them.
+#pragma once
+
+#include <afxwin.h>
+
+#include <vector>
+
+/// Keeps the system from showing boxes of its own, "no disk in the drive" say, while it lives.
+class NoSystemBoxes {
+public:
+    NoSystemBoxes() : m_mode(::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX)) {}
+    ~NoSystemBoxes() { ::SetErrorMode(m_mode); }
+    NoSystemBoxes(const NoSystemBoxes&) = delete;
+    NoSystemBoxes& operator=(const NoSystemBoxes&) = delete;
+
+private:
+    UINT m_mode;
+};
+
+/// What a folder holds, sorted as the user sorts names. Hidden and system entries are left out.
+struct FolderContents {
+    std::vector<CString> folders;
+    std::vector<CString> files;
+};
+
+// All of these throw CMemoryException*. Folders are full paths: a root ("C:\", "\\server\share\") has a backslash at its
+// end, no other folder has.
+
+/// \param patterns of the files, separated by ';'; null: no files are wanted
+/// \return 0, or the system's error when the folder cannot be read
+DWORD ReadFolder(const CString& folder, LPCSTR patterns, FolderContents& contents);
+bool HasFolders(const CString& folder);
+
+/// Whether a name matches one of the patterns separated by ';', whatever the case. "*.*" is every name.
+bool MatchesPatterns(const CString& name, const CString& patterns);
+
+bool FolderExists(LPCSTR path);
+
+/// The path of an entry of a folder.
+CString JoinPath(const CString& folder, const CString& name);
+CString RootOf(const CString& path);
+/// The folder that \p path lies in; a root lies in itself.
+CString ParentOf(const CString& path);
+/// The part behind the last backslash; of a root, all of it.
+CString NameOf(const CString& path);
+
+/// The full path of what a person typed while \p folder was shown. "C:name" is a name in the root, unless the folder shown
+/// is on that drive. \return empty when it is longer than the system can make a path of
+CString ResolvePath(const CString& folder, const CString& typed);
+/// Whether a full path can be the name of a file or folder: no character that the system keeps for itself, no device.
+bool IsValidPath(const CString& path);
+
+/// The drives of the system, as roots.
+void ListDrives(CStringArray& roots);
+/// A drive as a person knows it: its letter, and its label or the place in the network that it stands for.
+CString DriveName(const CString& root);
+
+enum class PlacePicture { kFolder, kOpenFolder, kDrive, kNetworkDrive, kRemovableDrive };
+constexpr int kPlacePictures = 5;
+constexpr int kPictureSize = 16; // pixels, both ways
+
+PlacePicture PictureOfDrive(const CString& root);
+void DrawPlacePicture(HDC dc, int x, int y, PlacePicture picture);

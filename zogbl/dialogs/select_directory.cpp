@@ -1,0 +1,89 @@
+#include <zogbl/select_directory.h>
+
+#include <zogbl/global_error.h>
+
+#include "../files/bounded_text.h"
+#include "../frame/without_throwing.h"
+#include "folder_picker.h"
+#include "places.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+/// A window object for the owner: its own, or one for as long as this lives.
+class OwnerWindow {
+public:
+    /// \return the minor error, 0 on success
+    DWORD Find(HWND handle)
+    {
+        m_window = CWnd::FromHandlePermanent(handle);
+        if (m_window != nullptr)
+            return ERROR_SUCCESS;
+        if (!WithoutThrowing([&] { return m_temporary.reset(new CWnd), TRUE; }))
+            return ZO_SELECT_ERROR_OBJECT;
+        if (!WithoutThrowing([&] { return m_temporary->Attach(handle); }))
+            return ZO_SELECT_ERROR_ATTACH;
+        m_window = m_temporary.get();
+        return ERROR_SUCCESS;
+    }
+    OwnerWindow() = default;
+    ~OwnerWindow()
+    {
+        if (m_temporary)
+            m_temporary->Detach();
+    }
+    OwnerWindow(const OwnerWindow&) = delete;
+    OwnerWindow& operator=(const OwnerWindow&) = delete;
+    CWnd* Get() const { return m_window; }
+
+private:
+    CWnd* m_window = nullptr;
+    std::unique_ptr<CWnd> m_temporary;
+};
+
+int Fail(DWORD error)
+{
+    CZoGlobalError::Minor(error);
+    return ZO_SELECT_CANCEL;
+}
+
+void ChangeCase(char* text, int options)
+{
+    if ((options & ZO_SELECT_UPPER_CASE) != 0)
+        ::CharUpperA(text);
+    else if ((options & ZO_SELECT_KEEP_CASE) == 0)
+        ::CharLowerA(text);
+}
+
+} // namespace
+
+int ZoSelectDirectory(char* buffer, unsigned int bufferSize, HWND owner, char* initialDir, int options,
+                      unsigned int helpContext, const char* title, const char* instruction)
+{
+    if (buffer == nullptr)
+        return ZO_SELECT_CANCEL;
+    std::memset(buffer, 0, bufferSize);
+    if (!::IsWindow(owner))
+        return ZO_SELECT_CANCEL;
+    OwnerWindow window;
+    if (const DWORD error = window.Find(owner))
+        return Fail(error);
+    if ((options & ZO_SELECT_CREATE_INITIAL) != 0 && initialDir != nullptr && *initialDir != '\0' &&
+        !FolderExists(initialDir))
+        WithoutThrowing([&] { return BOOL{OfferToCreateFolder(initialDir, helpContext)}; });
+
+    FolderPicker picker(initialDir, title, instruction, helpContext, window.Get());
+    const INT_PTR result = picker.DoModal();
+    if (result == -1)
+        return Fail(ZO_SELECT_ERROR_DIALOG);
+    if (result != IDOK)
+        return static_cast<int>(result);
+    // Cut short it would be another folder.
+    if (picker.GetPath().GetLength() >= static_cast<int>((std::min)(bufferSize, 0x7FFFu)))
+        return ZO_SELECT_CANCEL;
+    CopyBounded(buffer, bufferSize, picker.GetPath());
+    ChangeCase(buffer, options);
+    return static_cast<int>(result);
+}
