@@ -44,8 +44,11 @@
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
 #include <zogbl/tool_file.h>
+#include <zogbl/tool_file_dialog.h>
 #include <zogbl/tool_item.h>
 #include <zogbl/tool_menu.h>
+#include <zogbl/tool_pages.h>
+#include <zogbl/tool_sheet.h>
 #include <zogbl/trace.h>
 #include <zogbl/trans_bmp.h>
 #include <zogbl/tree.h>
