@@ -26,6 +26,7 @@ constexpr Family kFamilies[] = {
     {"profiles", &MeasureProfiles},
     {"countries", &MeasureCountries},
     {"folders", &MeasureFolders},
+    {"bitmaps", &MeasureBitmaps},
     {"pickers", &MeasurePickers},
     {"startup", &MeasureStartup},
     {"trace", &MeasureTrace},

@@ -1,6 +1,11 @@
 // Dialogs from templates in memory, driven by messages as a person would cause them.
+#include "support/fault_loop.h"
 #include "support/process_counts.h"
 #include "support/unique_names.h"
+
+#include <climits>
+#include <functional>
+#include <string>
 
 using namespace zo_test;
 
@@ -210,4 +215,183 @@ TEST(CDialog, WithoutTemplateOrControlsFails)
     CDialog missing(9999, &owner);
     EXPECT_EQ(-1, missing.DoModal());
     EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+}
+
+// Exchange of data -----------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// Notes what the user would be told.
+class TellingApp : public CWinApp {
+public:
+    int DoMessageBox(LPCSTR text, UINT, UINT help) override
+    {
+        told += std::string(text) + "/" + std::to_string(help);
+        return IDOK;
+    }
+    std::string told;
+};
+
+/// A dialog that exchanges as it is told, over and over, while it is open.
+class ExchangingDialog : public CDialog {
+public:
+    ExchangingDialog() { InitModalIndirect(m_template.Get()); }
+
+    std::function<void(CDataExchange*)> exchange = [](CDataExchange*) {};
+    std::function<void(ExchangingDialog&)> act;
+    int changes = 0; // notified by the field
+
+    BOOL OnInitDialog() override
+    {
+        ::SetFocus(::GetDlgItem(m_hWnd, IDOK));
+        act(*this);
+        EndDialog(IDOK);
+        return FALSE;
+    }
+    void SetText(const std::string& text) { SetDlgItemText(kEdit, text.c_str()); }
+    std::string GetText() const
+    {
+        char text[40] = "";
+        ::GetDlgItemTextA(m_hWnd, kEdit, text, sizeof text);
+        return text;
+    }
+    /// Whether the field has the focus, with all of its text selected.
+    bool IsFieldAskedFor() const
+    {
+        const HWND field = ::GetDlgItem(m_hWnd, kEdit);
+        DWORD first = 1;
+        DWORD end = 0;
+        ::SendMessageA(field, EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&end));
+        return ::GetFocus() == field && first == 0 && end == GetText().size();
+    }
+
+protected:
+    void DoDataExchange(CDataExchange* context) override { exchange(context); }
+    afx_msg void OnChange() { ++changes; }
+    DECLARE_MESSAGE_MAP()
+
+private:
+    Template m_template;
+};
+
+BEGIN_MESSAGE_MAP(ExchangingDialog, CDialog)
+    ON_CONTROL(EN_CHANGE, kEdit, OnChange)
+END_MESSAGE_MAP()
+
+template <class NUMBER> void ExpectExchange(TellingApp& app, const std::string& text, NUMBER before, NUMBER after,
+                                            const std::string& shown, const std::string& told = {})
+{
+    SCOPED_TRACE(text);
+    ExchangingDialog dialog;
+    NUMBER value = before;
+    dialog.exchange = [&](CDataExchange* context) { DDX_Text(context, kEdit, value); };
+    dialog.act = [&](ExchangingDialog& open) {
+        open.SetText(text);
+        app.told.clear();
+        EXPECT_EQ(told.empty(), open.UpdateData() != FALSE);
+        EXPECT_EQ(after, value);
+        EXPECT_EQ(told, app.told);
+        EXPECT_EQ(!told.empty(), open.IsFieldAskedFor());
+        EXPECT_TRUE(open.UpdateData(FALSE));
+        EXPECT_EQ(shown, open.GetText());
+    };
+    EXPECT_EQ(IDOK, dialog.DoModal());
+}
+
+} // namespace
+
+TEST(DataExchange, ReadsAndShowsNumbers)
+{
+    TellingApp app;
+    for (const char* text : {"", " ", "x", "12x", "1 2", "--1", "0x10", "1.5"})
+        ExpectExchange(app, text, 7, 7, "7", "whole/61712");
+    ExpectExchange(app, " -12 ", 7, -12, "-12");
+    ExpectExchange(app, "+12", 7l, 12l, "12");
+    ExpectExchange(app, "2147483647", 7, INT_MAX, "2147483647");
+    ExpectExchange(app, "-2147483648", 7l, LONG_MIN, "-2147483648");
+    ExpectExchange(app, "2147483648", 7, 7, "7", "whole/61712");
+    ExpectExchange(app, "99999999999999999999", 7l, 7l, "7", "whole/61712");
+    ExpectExchange(app, "4294967295", 7u, UINT_MAX, "4294967295");
+    ExpectExchange(app, "4294967296", 7ul, 7ul, "7", "no sign/61719");
+    ExpectExchange(app, "-1", 7u, 7u, "7", "no sign/61719");
+    ExpectExchange(app, "255", BYTE{7}, BYTE{255}, "255");
+    ExpectExchange(app, "256", BYTE{7}, BYTE{7}, "7", "0 to 255/61714");
+}
+
+TEST(DataExchange, BoundsTexts)
+{
+    TellingApp app;
+    ExchangingDialog dialog;
+    CString value = "abcd";
+    dialog.exchange = [&](CDataExchange* context) {
+        DDX_Text(context, kEdit, value);
+        DDV_MaxChars(context, value, 3);
+    };
+    dialog.act = [&](ExchangingDialog& open) {
+        EXPECT_TRUE(open.UpdateData(FALSE));
+        EXPECT_EQ(3, ::SendMessageA(::GetDlgItem(open.m_hWnd, kEdit), EM_GETLIMITTEXT, 0, 0));
+        EXPECT_EQ("", app.told);
+        EXPECT_FALSE(open.UpdateData());
+        EXPECT_EQ("at most 3/61716", app.told);
+        EXPECT_TRUE(open.IsFieldAskedFor());
+        open.SetText("abc");
+        EXPECT_TRUE(open.UpdateData());
+        EXPECT_STREQ("abc", value);
+    };
+    EXPECT_EQ(IDOK, dialog.DoModal());
+}
+
+TEST(DataExchange, IsOneAtATimeAndAmongItself)
+{
+    TellingApp app;
+    ExchangingDialog dialog;
+    CString value = "text";
+    BOOL inner = TRUE;
+    dialog.exchange = [&](CDataExchange* context) {
+        inner = dialog.UpdateData();
+        DDX_Text(context, kEdit, value);
+    };
+    dialog.act = [&](ExchangingDialog& open) {
+        EXPECT_TRUE(open.UpdateData(FALSE));
+        EXPECT_FALSE(inner);
+        EXPECT_EQ(0, open.changes) << "notified in the middle of the exchange";
+        open.SetText("typed");
+        EXPECT_EQ(1, open.changes);
+        dialog.exchange = [&](CDataExchange* context) { DDX_Text(context, kEdit + 1, value); };
+        EXPECT_FALSE(open.UpdateData()) << "without the control";
+        EXPECT_NE("", app.told);
+        EXPECT_STREQ("text", value);
+    };
+    EXPECT_EQ(IDOK, dialog.DoModal());
+}
+
+TEST(DataExchange, SurvivesMissingMemory)
+{
+    TellingApp app;
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        ExchangingDialog dialog;
+        int value = 7;
+        dialog.exchange = [&](CDataExchange* context) { DDX_Text(context, kEdit, value); };
+        dialog.act = [&](ExchangingDialog& open) {
+            ::SetDlgItemTextA(open.m_hWnd, kEdit, "12");
+            const BOOL done = open.UpdateData();
+            EXPECT_EQ(done ? 12 : 7, value);
+            EXPECT_TRUE(done || run.Fired());
+        };
+        dialog.DoModal();
+        run.Stop();
+        app.told = std::string();
+    });
+}
+
+TEST(DataExchange, PutsTextsInTheirPlaces)
+{
+    CString text = "before";
+    AfxFormatString2(text, 1700, "%2", "a");
+    EXPECT_STREQ("a before %2, 100%% and %3 of %", text);
+    AfxFormatString1(text, 1700, "b");
+    EXPECT_STREQ("%2 before b, 100%% and %3 of %", text);
+    AfxFormatString1(text, 9999, "b");
+    EXPECT_STREQ("", text);
 }

@@ -58,9 +58,9 @@ void Choose(HWND dialog, int list, int row);
 void Type(HWND dialog, int control, const std::string& text);
 
 /// What Key adds to the key.
-enum Modifier { kPlain = 0, kShift = 1, kControl = 2 };
+enum Modifier { kNoModifier = 0, kShift = 1, kControl = 2 };
 /// Presses and releases a key where the focus is. It goes through the key handling of the windows, \p dialog the last.
-void Key(HWND dialog, UINT virtualKey, int modifiers = kPlain);
+void Key(HWND dialog, UINT virtualKey, int modifiers = kNoModifier);
 /// Alt and a letter.
 void AccessKey(HWND dialog, char letter);
 /// The number of the control that has the focus, -1 when it is none of the dialog's.

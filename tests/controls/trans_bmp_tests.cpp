@@ -1,0 +1,391 @@
+// Drawing in memory bitmaps of known pixels.
+#include <zogbl/trans_bmp.h>
+
+#include "support/fault_loop.h"
+#include "support/process_counts.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <string>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+constexpr int kWidth = 6, kHeight = 4; // of the image: three cells of two by two across, two down
+
+/// Colours that every depth has, each with a letter.
+COLORREF ColorOf(char letter)
+{
+    switch (letter) {
+    case 'M':
+        return RGB(255, 0, 255);
+    case 'R':
+        return RGB(255, 0, 0);
+    case 'G':
+        return RGB(0, 255, 0);
+    case 'B':
+        return RGB(0, 0, 255);
+    case 'Y':
+        return RGB(255, 255, 0);
+    case 'W':
+        return RGB(255, 255, 255);
+    default:
+        return RGB(0, 0, 0);
+    }
+}
+
+char LetterOf(COLORREF color)
+{
+    for (const char letter : std::string("MRGBYWK")) {
+        if (ColorOf(letter) == color)
+            return letter;
+    }
+    return '?';
+}
+
+/// A picture as text: rows of letters, with a blank between them.
+using Picture = std::string;
+
+/// A DIB section of these pixels; a depth of 0 means a monochrome bitmap that is none.
+HBITMAP MakeBitmap(int depth, const Picture& picture)
+{
+    const int width = static_cast<int>(picture.find(' '));
+    const int height = static_cast<int>(picture.size() + 1) / (width + 1);
+    struct {
+        BITMAPINFOHEADER header;
+        RGBQUAD colors[256];
+    } info = {};
+    info.header = {sizeof info.header, width, -height, 1, static_cast<WORD>(depth), BI_RGB, 0, 0, 0, 0, 0};
+    if (depth == 1) {
+        info.colors[1] = {255, 255, 255, 0};
+    } else if (depth == 8) {
+        for (size_t i = 0; i < 7; ++i) {
+            const COLORREF color = ColorOf("KMRGBYW"[i]);
+            info.colors[i] = {GetBValue(color), GetGValue(color), GetRValue(color), 0};
+        }
+        info.header.biClrUsed = 7;
+    }
+    void* bits;
+    const HBITMAP bitmap =
+        depth == 0 ? CreateBitmap(width, height, 1, 1, nullptr)
+                   : CreateDIBSection(nullptr, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HGDIOBJ old = SelectObject(dc, bitmap);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            SetPixel(dc, x, y, ColorOf(picture[static_cast<size_t>(y * (width + 1) + x)]));
+    }
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    return bitmap;
+}
+
+/// A target to draw on, of one colour at first.
+class Target {
+public:
+    explicit Target(int depth, char letter = 'Y', int width = 8, int height = 6)
+        : m_width(width), m_height(height), m_dc(CreateCompatibleDC(nullptr))
+    {
+        for (int y = 0; y < height; ++y)
+            m_before += (y > 0 ? " " : "") + std::string(static_cast<size_t>(width), letter);
+        m_bitmap = MakeBitmap(depth, m_before);
+        m_old = SelectObject(m_dc, m_bitmap);
+    }
+    ~Target()
+    {
+        SelectObject(m_dc, m_old);
+        DeleteObject(m_bitmap);
+        DeleteDC(m_dc);
+    }
+    Target(const Target&) = delete;
+    Target& operator=(const Target&) = delete;
+
+    operator HDC() const { return m_dc; }
+    const Picture& Before() const { return m_before; }
+    Picture Now() const
+    {
+        Picture picture;
+        for (int y = 0; y < m_height; ++y) {
+            picture += y > 0 ? " " : "";
+            for (int x = 0; x < m_width; ++x)
+                picture += LetterOf(GetPixel(m_dc, x, y));
+        }
+        return picture;
+    }
+    /// The target as it was with a part of \p image at (1, 1), save for pixels of the letter \p clear.
+    Picture With(const Picture& image, char clear, RECT part = {0, 0, kWidth, kHeight}) const
+    {
+        Picture picture = m_before;
+        for (int y = part.top; y < part.bottom; ++y) {
+            for (int x = part.left; x < part.right; ++x) {
+                const char pixel = image[static_cast<size_t>(y * (kWidth + 1) + x)];
+                if (pixel != clear)
+                    picture[static_cast<size_t>((y - part.top + 1) * (m_width + 1) + x - part.left + 1)] = pixel;
+            }
+        }
+        return picture;
+    }
+
+private:
+    int m_width, m_height;
+    HDC m_dc;
+    HBITMAP m_bitmap;
+    HGDIOBJ m_old;
+    Picture m_before;
+};
+
+constexpr int kMonochrome = 0; // no DIB section
+const Picture kColors = "MRGBKW RMWKGB GGMMRR WBKMMG";
+const Picture kBlackWhite = "WKKWKW KWWKKW KKWWKK WWKKWK";
+constexpr char kNone = '-'; // no pixel's letter
+
+/// \p picture with every letter but \p kept replaced.
+Picture Stencil(const Picture& picture, const std::string& kept, char keptAs, char other)
+{
+    Picture stencil;
+    for (const char pixel : picture)
+        stencil += pixel == ' ' ? ' ' : kept.find(pixel) != std::string::npos ? keptAs : other;
+    return stencil;
+}
+
+/// An image of three cells by two.
+struct Image : CZoTransBmp {
+    explicit Image(int depth, const Picture& picture = kColors, int across = 3, int down = 2)
+        : CZoTransBmp(across, down)
+    {
+        Attach(MakeBitmap(depth, picture));
+    }
+};
+
+} // namespace
+
+TEST(TransBmp, DrawsWholeAndCellsAtEveryDepth)
+{
+    const struct {
+        int column, row;
+        RECT part;
+    } cells[] = {{0, 0, {0, 0, 2, 2}},
+                 {2, 1, {4, 2, 6, 4}},
+                 {-1, 1, {0, 2, 2, 4}},
+                 {1, -5, {2, 0, 4, 2}},
+                 {INT_MAX, INT_MAX, {0, 0, 0, 0}}};
+    for (const int depth : {kMonochrome, 1, 8, 16, 24, 32}) {
+        const Picture& picture = depth < 8 ? kBlackWhite : kColors;
+        for (const int targetDepth : {8, 16, 24, 32}) {
+            SCOPED_TRACE(testing::Message() << depth << " bits on " << targetDepth);
+            Image image(depth, picture);
+            const auto expect = [&](const char* what, auto draw, char clear, RECT part) {
+                const Target target(targetDepth);
+                CDC dc;
+                dc.Attach(target);
+                draw(&dc);
+                EXPECT_EQ(target.With(picture, clear, part), target.Now()) << what;
+                EXPECT_EQ(RGB(0, 0, 0), GetTextColor(target));
+                EXPECT_EQ(ColorOf('W'), GetBkColor(target));
+                dc.Detach();
+            };
+            const RECT whole = {0, 0, kWidth, kHeight};
+            expect(
+                "whole", [&](CDC* dc) { image.Draw(dc, 1, 1); }, kNone, whole);
+            expect(
+                "whole, transparent", [&](CDC* dc) { image.DrawTrans(dc, 1, 1); }, picture[0], whole);
+            for (const auto& c : cells) {
+                SCOPED_TRACE(testing::Message() << "cell " << c.column << ", " << c.row);
+                expect(
+                    "opaque", [&](CDC* dc) { image.DrawCell(dc, 1, 1, c.column, c.row); }, kNone, c.part);
+                expect(
+                    "transparent", [&](CDC* dc) { image.DrawCellTrans(dc, 1, 1, c.column, c.row); }, picture[0],
+                    c.part);
+            }
+        }
+        // A monochrome target knows white, and all that is not.
+        const Target target(kMonochrome, 'W');
+        Image(depth, picture).DrawTrans(target, 1, 1);
+        EXPECT_EQ(target.With(Stencil(picture, {picture[0], 'W'}, 'W', 'K'), kNone), target.Now()) << depth << " bits";
+    }
+}
+
+TEST(TransBmp, StretchesATwoColouredStencil)
+{
+    for (const int depth : {kMonochrome, 8, 16, 24, 32}) {
+        const Picture& picture = depth < 8 ? kBlackWhite : kColors;
+        for (const int targetDepth : {8, 16, 24, 32}) {
+            SCOPED_TRACE(testing::Message() << depth << " bits on " << targetDepth);
+            Image image(depth, picture);
+            for (const int factor : {1, 2}) {
+                const Target target(targetDepth, 'Y', 8 * factor, 6 * factor);
+                SetTextColor(target, ColorOf('R'));
+                SetBkColor(target, ColorOf('G'));
+                image.DrawStretchTrans(target, factor, factor, kWidth * factor, kHeight * factor);
+                const Target small(8);
+                const Picture expected = small.With(Stencil(picture, {picture[0], 'W'}, 'G', 'R'), kNone);
+                const Picture now = target.Now();
+                for (int y = 0; y < 6 * factor; ++y) {
+                    for (int x = 0; x < 8 * factor; ++x) {
+                        EXPECT_EQ(expected[static_cast<size_t>(y / factor * 9 + x / factor)],
+                                  now[static_cast<size_t>(y * (8 * factor + 1) + x)])
+                            << x << ", " << y << " of " << now;
+                    }
+                }
+                EXPECT_EQ(COLORONCOLOR, GetStretchBltMode(target));
+                EXPECT_EQ(ColorOf('W'), GetBkColor(target)) << "the block's colour, not the target's";
+                EXPECT_EQ(ColorOf('R'), GetTextColor(target));
+            }
+        }
+    }
+}
+
+TEST(TransBmp, TheColourOfTheFirstTransparentDrawingStays)
+{
+    const auto draw = [](CZoTransBmp& image) {
+        const Target target(32);
+        image.DrawTrans(target, 1, 1);
+        for (const char letter : std::string("MRGBKW-")) {
+            if (target.With(kColors, letter) == target.Now())
+                return letter;
+        }
+        return '?';
+    };
+    Image image(32);
+    EXPECT_EQ('M', draw(image)) << "of the top-left pixel";
+    image.SetTransparentColor(ColorOf('G'));
+    EXPECT_EQ('M', draw(image));
+
+    Image chosen(32);
+    chosen.SetTransparentColor(ColorOf('G'));
+    EXPECT_EQ('G', draw(chosen));
+    chosen.SetTransparentColor(ColorOf('B'));
+    EXPECT_EQ('G', draw(chosen));
+
+    Image absent(32);
+    absent.SetTransparentColor(ColorOf('Y'));
+    EXPECT_EQ(kNone, draw(absent)) << "no pixel has it";
+
+    Picture picture = kBlackWhite;
+    picture[0] = 'K';
+    Image monochrome(kMonochrome, picture); // its own mask: what is white is left out, whatever the colour
+    monochrome.SetTransparentColor(ColorOf('K'));
+    const Target target(32);
+    monochrome.DrawTrans(target, 1, 1);
+    EXPECT_EQ(target.With(picture, 'W'), target.Now());
+}
+
+TEST(TransBmp, MeasuresWhenAskedAndWhenDrawn)
+{
+    const struct {
+        int width, height, across, down, cellWidth, cellHeight;
+    } rows[] = {
+        {100, 20, 5, 1, 20, 20},  {100, 20, 3, 1, 33, 20}, {100, 20, 0, -2, 100, 20},
+        {100, 20, 1, 1, 100, 20}, {2, 2, 3, 1, 0, 2},
+    };
+    for (const auto& row : rows) {
+        CZoTransBmp image(row.across, row.down);
+        EXPECT_EQ(0, image.GetWidth()) << "without an image";
+        EXPECT_EQ(0, image.GetCellHeight());
+        ASSERT_TRUE(image.CreateBitmap(row.width, row.height, 1, 1, nullptr));
+        EXPECT_EQ(row.width, image.GetWidth());
+        EXPECT_EQ(row.height, image.GetHeight());
+        EXPECT_EQ(row.cellWidth, image.GetCellWidth());
+        EXPECT_EQ(row.cellHeight, image.GetCellHeight());
+    }
+    Image strip(32, kColors, 4, 1); // cells of one pixel: the last two columns belong to none
+    const Target target(32);
+    strip.DrawCell(target, 1, 1, 3, 0);
+    EXPECT_EQ(target.With(kColors, kNone, {3, 0, 4, kHeight}), target.Now());
+}
+
+TEST(TransBmp, DrawsNothingWithoutContextOrImage)
+{
+    const Target target(32);
+    CZoTransBmp none;
+    Image lent(32);
+    const HDC elsewhere = CreateCompatibleDC(nullptr);
+    const HGDIOBJ old = SelectObject(elsewhere, lent);
+    Image image(32);
+    CDC* const nowhere = nullptr;
+    for (CZoTransBmp* bitmap : {&none, static_cast<CZoTransBmp*>(&lent)}) {
+        ZO_EXPECT_NO_LEAK({
+            bitmap->Draw(target, 1, 1);
+            bitmap->DrawCell(target, 1, 1, 0, 0);
+            bitmap->DrawTrans(target, 1, 1);
+            bitmap->DrawCellTrans(target, 1, 1, 0, 0);
+            bitmap->DrawStretchTrans(target, 1, 1, 6, 4);
+        });
+    }
+    image.DrawTrans(nowhere, 1, 1); // makes the mask
+    ZO_EXPECT_NO_LEAK({
+        image.Draw(nowhere, 1, 1);
+        image.DrawCell(nowhere, 1, 1, 0, 0);
+        image.DrawTrans(nowhere, 1, 1);
+        image.DrawCellTrans(nowhere, 1, 1, 0, 0);
+        image.DrawStretchTrans(nowhere, 1, 1, 6, 4);
+    });
+    EXPECT_EQ(target.Before(), target.Now());
+    SelectObject(elsewhere, old);
+    DeleteDC(elsewhere);
+    lent.DrawTrans(target, 1, 1); // once it is given back
+    image.DrawTrans(target, 1, 1);
+    EXPECT_EQ(target.With(kColors, 'M'), target.Now());
+}
+
+TEST(TransBmp, TenThousandDrawingsLeaveNothing)
+{
+    const Target target(32);
+    Image image(32);
+    image.DrawTrans(target, 1, 1); // makes the mask
+    const auto before = ProcessCounts::Take();
+    for (int i = 0; i < 10000 / 5; ++i) {
+        image.Draw(target, 1, 1);
+        image.DrawCell(target, 1, 1, 1, 1);
+        image.DrawTrans(target, 1, 1);
+        image.DrawCellTrans(target, 1, 1, 1, 1);
+        image.DrawStretchTrans(target, 1, 1, 6, 4);
+    }
+    EXPECT_EQ(before, ProcessCounts::Take());
+}
+
+TEST(TransBmp, DrawsAllOrNothingWhenTheSystemFails)
+{
+    const struct {
+        const char* name;
+        void (*draw)(CZoTransBmp& image, HDC dc);
+    } operations[] = {
+        {"Draw", [](CZoTransBmp& image, HDC dc) { image.Draw(dc, 1, 1); }},
+        {"DrawCell", [](CZoTransBmp& image, HDC dc) { image.DrawCell(dc, 1, 1, 2, 1); }},
+        {"DrawTrans", [](CZoTransBmp& image, HDC dc) { image.DrawTrans(dc, 1, 1); }},
+        {"DrawCellTrans", [](CZoTransBmp& image, HDC dc) { image.DrawCellTrans(dc, 1, 1, 2, 1); }},
+        {"DrawStretchTrans", [](CZoTransBmp& image, HDC dc) { image.DrawStretchTrans(dc, 1, 1, 6, 4); }},
+    };
+    for (const auto& operation : operations) {
+        const Target undisturbed(32);
+        {
+            Image image(32);
+            operation.draw(image, undisturbed);
+        }
+        FaultSource faults(operation.name);
+        ZO_FAULTY_CALL(GetObjectA) describe(faults, kLibrary, 0);
+        ZO_FAULTY_CALL(CreateCompatibleDC) context(faults, kLibrary, nullptr);
+        ZO_FAULTY_CALL(CreateBitmap) bitmap(faults, kLibrary, nullptr);
+        ZO_FAULTY_CALL(SelectObject) select(faults, kLibrary, nullptr);
+        ZO_FAULTY_CALL(GetPixel) pixel(faults, kLibrary, CLR_INVALID);
+        ZO_FAULTY_CALL(SetBkColor) background(faults, kLibrary, CLR_INVALID);
+        ZO_FAULTY_CALL(PatBlt) fill(faults, kLibrary, FALSE);
+        ZO_FAULTY_CALL(BitBlt) copy(faults, kLibrary, FALSE);
+        ZO_FAULTY_CALL(SetStretchBltMode) mode(faults, kLibrary, 0);
+        ZO_FAULTY_CALL(StretchBlt) stretch(faults, kLibrary, FALSE);
+        RunFaultLoop(faults, [&](const FaultRun& run) {
+            Image image(32);
+            const Target target(32);
+            operation.draw(image, target);
+            const bool failed = run.Fired();
+            run.Stop();
+            const Picture first = target.Now();
+            EXPECT_TRUE(first == undisturbed.Now() || (failed && first == target.Before())) << first;
+            operation.draw(image, target);
+            EXPECT_EQ(undisturbed.Now(), target.Now()) << "drawn again";
+        });
+    }
+}

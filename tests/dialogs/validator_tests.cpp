@@ -1,0 +1,214 @@
+// Checks of dialog data, in a dialog that is shown.
+#include "product/registered_product.h"
+#include "support/dialog_driver.h"
+#include "support/environment.h"
+#include "telling_app.h"
+
+#include <zogbl/validators.h>
+
+#include <climits>
+#include <functional>
+#include <memory>
+#include <utility>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr int kField = 11;
+constexpr int kOther = 12;
+
+using Check = std::function<void(CDataExchange*, CString&)>;
+
+/// A field and its check.
+class CheckedDialog : public CDialog {
+public:
+    explicit CheckedDialog(Check check) : CDialog(4001), m_check(std::move(check)) {}
+    CString m_text;
+
+protected:
+    void DoDataExchange(CDataExchange* exchange) override
+    {
+        DDX_Text(exchange, kOther, m_other);
+        DDX_Text(exchange, kField, m_text);
+        m_check(exchange, m_text);
+    }
+
+private:
+    CString m_other;
+    Check m_check;
+};
+
+class Validators : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
+    void TearDown() override { ZoGblDumpLanguageDLL(); }
+
+    /// Types a text and presses OK, which ends the dialog unless the check refuses; \p focus has the focus then.
+    void ExpectRefusal(const Check& check, const std::string& text, bool refused, int focus = kField)
+    {
+        CheckedDialog dialog(check);
+        const DialogDriver driver({[&](HWND window) {
+            EXPECT_EQ("", m_app->told) << "loading says nothing";
+            Type(window, kOther, "other");
+            Type(window, kField, text);
+            Press(window, IDOK);
+            EXPECT_EQ(refused, IsWindow(window) != FALSE && IsWindowEnabled(window));
+            if (!refused)
+                return;
+            EXPECT_EQ(focus, FocusOf(window));
+            DWORD first = 1, end = 0;
+            SendMessageA(GetDlgItem(window, kField), EM_GETSEL, reinterpret_cast<WPARAM>(&first),
+                         reinterpret_cast<LPARAM>(&end));
+            EXPECT_TRUE(focus != kField || (first == 0 && end == TextOf(window, kField).size())) << "not selected";
+            Press(window, IDCANCEL);
+        }});
+        EXPECT_EQ(refused ? IDCANCEL : IDOK, dialog.DoModal());
+        m_last = dialog.m_text;
+    }
+
+    RegisteredProduct m_product;
+    std::unique_ptr<TellingApp> m_app = std::make_unique<TellingApp>();
+    CString m_last; ///< what the dialog had taken over
+};
+
+} // namespace
+
+TEST_F(Validators, RefuseAndTellWhy)
+{
+    const bool wide = IsDoubleByte();
+    const auto length = [](auto function, int most, UINT message) -> Check {
+        return [=](CDataExchange* exchange, CString& text) { function(exchange, text, most, message); };
+    };
+    const auto between = [](int most, int least) -> Check {
+        return [=](CDataExchange* exchange, CString& text) {
+            ZoDDV_CfgMaxMinCharsStr(exchange, text, most, 0, least, 4002);
+        };
+    };
+    const auto range = [](auto function, auto value, auto least, auto most, UINT message = 0) -> Check {
+        return [=](CDataExchange* exchange, CString&) { function(exchange, value, least, most, message); };
+    };
+    const auto trim = [](int allowEmpty) -> Check {
+        return [=](CDataExchange* exchange, CString& text) { ZoDDV_TrimNotEmpty(exchange, text, 9999, allowEmpty); };
+    };
+    const auto box = [](UINT type) -> Check {
+        return [=](CDataExchange* exchange, CString&) { ZoDDV_CfgMessageBox(exchange, 4002, kOther, type, 77); };
+    };
+    const std::string between1And255 = "The number must lie between 1 and 255. | 48 | 61714";
+    const std::string atMost3 = "The text can have at most 3 characters. | 48 | 61716";
+    const std::string empty = "This field is empty. Please enter a text. | ";
+    const std::string wideText = "Double-byte characters cannot be used in this field. | 16 | 0";
+    const struct {
+        const char* name;
+        Check check;
+        std::string text, told;
+        bool refused;
+        std::string after = {}; // what is taken over instead of the text
+        int answer = IDOK, focus = kField;
+    } rows[] = {
+        {"byte", range(ZoDDV_CfgMinMaxByteStr, 0, 1, 255), "0", between1And255, true},
+        {"least byte", range(ZoDDV_CfgMinMaxByteStr, 1, 1, 255), "1", "", false},
+        {"last byte", range(ZoDDV_CfgMinMaxByteStr, 255, 1, 255), "255", "", false},
+        {"above", range(ZoDDV_CfgMinMaxByteStr, 3, 1, 2, 4001), "3", "From 1 to 2! | 48 | 4001", true},
+        {"int", range(ZoDDV_CfgMinMaxIntStr, -6, -5, INT_MAX), "-6",
+         "The number must lie between -5 and 2147483647. | 48 | 61714", true},
+        {"least int", range(ZoDDV_CfgMinMaxIntStr, INT_MIN, INT_MIN, -1), "", "", false},
+        {"long", range(ZoDDV_CfgMinMaxLongStr, 1l, LONG_MIN, 0l), "1",
+         "The number must lie between -2147483648 and 0. | 48 | 61714", true},
+        {"long within", range(ZoDDV_CfgMinMaxLongStr, 0l, LONG_MIN, 0l), "0", "", false},
+        {"unsigned", range(ZoDDV_CfgMinMaxUIntStr, 2u, 3u, UINT_MAX), "2",
+         "The number must lie between 3 and 4294967295. | 48 | 61714", true},
+        {"unsigned within", range(ZoDDV_CfgMinMaxUIntStr, UINT_MAX, 3u, UINT_MAX), "", "", false},
+        {"double word", range(ZoDDV_CfgMinMaxDWordStr, ULONG_MAX, 0ul, 0x80000000ul), "",
+         "The number must lie between 0 and 2147483648. | 48 | 61714", true},
+        {"double word within", range(ZoDDV_CfgMinMaxDWordStr, 0x80000000ul, 0ul, 0x80000000ul), "", "", false},
+        {"too long", between(3, 2), "abcd", atMost3, true},
+        {"too short", between(3, 2), "a", "Short %1 | 48 | 4002", true},
+        {"long enough", between(3, 2), "ab", "", false},
+        {"short enough", between(3, 2), "abc", "", false},
+        {"bytes count", between(3, 2), "\x83\x5C\x83\x5C", atMost3, true},
+        {"empty", length(ZoDDV_CfgNotEmptyOrTooLongStr, 3, 0), "", atMost3, true},
+        {"not empty", length(ZoDDV_CfgNotEmptyOrTooLongStr, 3, 4001), "abcd", "From 3 to %2! | 48 | 4001", true},
+        {"one character", length(ZoDDV_CfgNotEmptyOrTooLongStr, 3, 0), "a", "", false},
+        {"double byte", length(ZoDDV_NoKanjiNumbers, 3, 0), "1\x83\x5C", wide ? wideText : "", wide},
+        {"half width", length(ZoDDV_NoKanjiNumbers, 3, 0), "\xB1\xB2\xB3", "", false},
+        {"double byte, too long", length(ZoDDV_NoKanjiNumbers, 3, 0), "1\x83\x5C\x83\x5C", atMost3, true},
+        {"blanks around", trim(0), "  a b ", "", false, "a b"},
+        {"blanks", trim(0), "   ", empty + "16 | 20555", true},
+        {"blanks refused", trim(1), "   ", empty + "17 | 20555", true},
+        {"blanks let pass", trim(1), "   ", empty + "17 | 20555", false, "", IDCANCEL},
+        {"question, OK", box(MB_OKCANCEL), "", "Short %1 | 1 | 77", false},
+        {"question, Cancel", box(MB_OKCANCEL), "", "Short %1 | 1 | 77", true, "", IDCANCEL, kOther},
+        {"question, No", box(MB_YESNO), "", "Short %1 | 4 | 77", true, "", IDNO, kOther},
+        {"question, Yes", box(MB_YESNO), "", "Short %1 | 4 | 77", false, "", IDYES},
+        {"question, Abort", box(MB_ABORTRETRYIGNORE), "", "Short %1 | 2 | 77", true, "", IDABORT, kOther},
+        {"question, Retry", box(MB_ABORTRETRYIGNORE), "", "Short %1 | 2 | 77", false, "", IDRETRY},
+        {"question, Ignore", box(MB_ABORTRETRYIGNORE), "", "Short %1 | 2 | 77", false, "", IDIGNORE},
+        {"question not shown", box(MB_YESNO), "", "Short %1 | 4 | 77", false, "", 0},
+        {"question about the last field",
+         [](CDataExchange* exchange, CString&) { ZoDDV_CfgMessageBox(exchange, 4002, -1, MB_YESNO, 77); }, "",
+         "Short %1 | 4 | 77", true, "", IDNO},
+        {"missing folder", [](CDataExchange* exchange, CString& text) { ZoDDV_CfgDirExists(exchange, text, 4001, 0); },
+         "no:such", "", false},
+        {"missing file", [](CDataExchange* exchange, CString& text) { ZoDDV_CfgFileExists(exchange, text, 4001); },
+         "no:such", "", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        m_app->told.clear();
+        m_app->answer = row.answer;
+        ExpectRefusal(row.check, row.text, row.refused, row.focus);
+        EXPECT_EQ(row.told, m_app->told);
+        if (!row.refused) {
+            EXPECT_STREQ((row.after.empty() && row.answer != IDCANCEL ? row.text : row.after).c_str(), m_last);
+        }
+    }
+}
+
+TEST_F(Validators, ShowARealBoxAndGiveTheFocusBack)
+{
+    m_app.reset();
+    CheckedDialog dialog([](CDataExchange* exchange, CString& text) {
+        ZoDDV_TrimNotEmpty(exchange, text, 0, TRUE);
+        ZoDDV_CfgNotEmptyOrTooLongStr(exchange, text, 3, 0);
+    });
+    const std::string empty = "This field is empty. Please enter a text.";
+    const DialogDriver driver({[](HWND window) {
+                                   for (const char* text : {"four", " "}) {
+                                       Type(window, kField, text);
+                                       Key(window, VK_RETURN);
+                                       EXPECT_EQ(kField, FocusOf(window)) << text;
+                                       EXPECT_EQ(text, TextOf(window, kField));
+                                   }
+                                   Type(window, kField, " ok ");
+                                   Key(window, VK_RETURN);
+                               },
+                               AnswerBox("The text can have at most 3 characters.", IDOK), AnswerBox(empty, IDOK)});
+    EXPECT_EQ(IDOK, dialog.DoModal());
+    EXPECT_STREQ("ok", dialog.m_text);
+}
+
+TEST_F(Validators, ChangeStylesWhereTheShellHasThreeDimensions)
+{
+    CheckedDialog dialog([](CDataExchange* exchange, CString&) {
+        ZoDDX_CfgTweakStyle(exchange, kField, WS_TABSTOP, ES_READONLY);
+        ZoDDX_CfgTweakStyle(exchange, 9999, WS_TABSTOP, ES_READONLY); // is not there
+    });
+    const auto style = [](HWND window) {
+        return static_cast<DWORD>(GetWindowLongA(GetDlgItem(window, kField), GWL_STYLE)) & (WS_TABSTOP | ES_READONLY);
+    };
+    const DialogDriver driver({[&](HWND window) {
+        const DWORD changed = Family() != WindowsFamily::kWin32s ? ES_READONLY : WS_TABSTOP;
+        EXPECT_EQ(changed, style(window));
+        SetWindowLongA(GetDlgItem(window, kField), GWL_STYLE,
+                       GetWindowLongA(GetDlgItem(window, kField), GWL_STYLE) | WS_TABSTOP);
+        const DWORD before = style(window);
+        EXPECT_TRUE(dialog.UpdateData(TRUE));
+        EXPECT_EQ(before, style(window)) << "saving";
+        SetWindowLongA(window, GWL_STYLE, GetWindowLongA(window, GWL_STYLE) & ~DS_3DLOOK);
+        EXPECT_TRUE(dialog.UpdateData(FALSE));
+        EXPECT_EQ(before, style(window)) << "without the look";
+        Press(window, IDCANCEL);
+    }});
+    EXPECT_EQ(IDCANCEL, dialog.DoModal());
+}
