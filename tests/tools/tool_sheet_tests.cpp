@@ -429,7 +429,7 @@ TEST_F(ToolSheet, HasNoAccessKeyTwice)
                 const size_t at = label.find(L'&');
                 EXPECT_TRUE(at == std::wstring::npos ||
                             keys.insert(static_cast<wchar_t>(towupper(label[at + 1]))).second)
-                    << language << " " << page << ": " << std::string(label.begin(), label.end());
+                    << language << " " << page << ": " << label;
             }
         }
         FreeLibrary(library);
@@ -442,7 +442,7 @@ TEST_F(ToolSheet, SurvivesMissingMemory)
     static HWND s_met;
     AllocationFaults faults;
     FaultLoopOptions options;
-    options.stride = 7;
+    options.stride = 23;
     Write({"a", "b"});
     RunFaultLoop(
         faults,
