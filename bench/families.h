@@ -12,6 +12,7 @@ void MeasurePickers(Harness& harness);
 void MeasureProfiles(Harness& harness);
 void MeasureStartup(Harness& harness);
 void MeasureTrace(Harness& harness);
+void MeasureTranslation(Harness& harness);
 void MeasureTrees(Harness& harness);
 
 /// What "zobench --child steps" and "zobench --child host" do: start the library and print what each step took.

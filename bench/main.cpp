@@ -30,6 +30,7 @@ constexpr Family kFamilies[] = {
     {"pickers", &MeasurePickers},
     {"startup", &MeasureStartup},
     {"trace", &MeasureTrace},
+    {"translation", &MeasureTranslation},
     {"trees", &MeasureTrees},
 };
 

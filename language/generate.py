@@ -1,6 +1,6 @@
 """Builds the resource scripts and tables of the language libraries.
 
-    generate.py tables      flags.bmp, countries.bin and locales.bin: alike in every language
+    generate.py tables      flags.bmp, marker.bmp, countries.bin and locales.bin: alike in every language
     generate.py language    the resource script of one language
 
 A language is one text file: UTF-8, a comment where # begins the line, otherwise
@@ -39,6 +39,7 @@ from tools.texts import (
 COUNTRY_TABLE = "countries.bin"
 LOCALE_TABLE = "locales.bin"
 FLAG_SHEET = "flags.bmp"
+MARKER_SHEET = "marker.bmp"
 TABLE_SYMBOLS = {"ZO_IDR_FLAG_TABLE", "ZO_IDR_COUNTRY_TABLE"}
 
 
@@ -73,6 +74,7 @@ def make_tables(arguments: argparse.Namespace) -> None:
     """Writes the parts that are alike in every language."""
     # The picture library is needed here only: the language part works without it.
     from tools.flags import draw_flags, find_flags
+    from tools.marker import draw_marker
 
     problems = Problems()
     ids = read_header(arguments.ids, problems)
@@ -86,6 +88,7 @@ def make_tables(arguments: argparse.Namespace) -> None:
     (arguments.output / COUNTRY_TABLE).write_bytes(pack_countries(countries, flag_cells, ids["ZO_IDS_COUNTRY_FIRST"]))
     (arguments.output / LOCALE_TABLE).write_bytes(pack_locales(locales, flag_cells))
     draw_flags(files, ids["ZO_FLAG_COLUMNS"], ids["ZO_FLAG_ROWS"]).save(arguments.output / FLAG_SHEET, "BMP")
+    draw_marker().save(arguments.output / MARKER_SHEET, "BMP")
 
 
 def make_language(arguments: argparse.Namespace) -> None:
@@ -131,6 +134,7 @@ def make_language(arguments: argparse.Namespace) -> None:
         f"LANGUAGE 0x{arguments.langid & 0x3FF:02x}, 0x{arguments.langid >> 10:02x}",
         "",
         f'ZO_IDB_FLAGS BITMAP "{FLAG_SHEET}"',
+        f'ZO_IDB_TRANSLATE_MARKER BITMAP "{MARKER_SHEET}"',
         f'ZO_IDR_FLAG_TABLE RCDATA "{LOCALE_TABLE}"',
         f'ZO_IDR_COUNTRY_TABLE RCDATA "{COUNTRY_TABLE}"',
         "",

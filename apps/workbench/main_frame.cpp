@@ -28,10 +28,13 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_LBN_SELCHANGE(kPageListId, OnPageChosen)
     ON_COMMAND_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LINES, OnViewPage)
     ON_UPDATE_COMMAND_UI_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LINES, OnUpdateViewPage)
+    ON_COMMAND_RANGE(ZO_ID_VIEW_TRANSLATION, ZO_ID_VIEW_TRANSLATION, OnViewPage)
+    ON_UPDATE_COMMAND_UI_RANGE(ZO_ID_VIEW_TRANSLATION, ZO_ID_VIEW_TRANSLATION, OnUpdateViewPage)
     ON_REGISTERED_MESSAGE(s_traceLevelMessage, OnTraceLevel)
     ON_REGISTERED_MESSAGE(s_languageMessage, OnLanguageUpdate)
     ON_COMMAND(ZO_ID_FILE_LANGUAGE, OnChooseLanguage)
     ON_COMMAND(ZO_ID_FILE_NEW, OnNewDocument)
+    ON_COMMAND(ZO_ID_DOCUMENT_OPEN, OnOpenDocument)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -69,7 +72,7 @@ int MainFrame::OnCreate(CREATESTRUCT* create)
 void MainFrame::ReloadTexts()
 {
     SetWindowText(Text(ZO_IDS_WORKBENCH_TITLE));
-    ReloadMenu();
+    LoadMenuOf(m_hWnd, ZO_IDR_WORKBENCH_MENU);
     m_pageList.ResetContent();
     for (Page* page : m_pages) {
         m_pageList.AddString(Text(page->GetTitleId()));
@@ -83,14 +86,6 @@ void MainFrame::ReloadTexts()
     CRect client;
     GetClientRect(&client);
     LayOut(client.Width(), client.Height());
-}
-
-void MainFrame::ReloadMenu()
-{
-    const void* resource = ZoGblLockResource(MAKEINTRESOURCE(ZO_IDR_WORKBENCH_MENU), RT_MENU);
-    const HMENU previous = ::GetMenu(m_hWnd);
-    if (resource != nullptr && ::SetMenu(m_hWnd, ::LoadMenuIndirect(resource)) && previous != nullptr)
-        ::DestroyMenu(previous);
 }
 
 CString MainFrame::GetStatusText() const
@@ -191,6 +186,8 @@ void MainFrame::OnChooseLanguage()
 }
 
 void MainFrame::OnNewDocument() { m_documents.New(); }
+
+void MainFrame::OnOpenDocument() { m_documents.AskAndOpen(); }
 
 void MainFrame::OnAbout() { CZoAboutDialog(ZO_IDI_LIBRARY, this).DoModal(); }
 

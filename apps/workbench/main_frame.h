@@ -9,6 +9,7 @@
 #include "location_page.h"
 #include "mailbox_page.h"
 #include "trace_page.h"
+#include "translation_page.h"
 
 #include <zomfx/frame_window.h>
 
@@ -24,6 +25,7 @@ public:
     CountryPage& GetCountryPage() { return m_countries; }
     TracePage& GetTracePage() { return m_trace; }
     LinePage& GetLinePage() { return m_lines; }
+    TranslationPage& GetTranslationPage() { return m_translation; }
     Documents& GetDocuments() { return m_documents; }
 
     BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
@@ -40,22 +42,24 @@ protected:
     afx_msg LRESULT OnLanguageUpdate(WPARAM, LPARAM);
     afx_msg void OnChooseLanguage();
     afx_msg void OnNewDocument();
+    afx_msg void OnOpenDocument();
     afx_msg void OnAbout();
     afx_msg void OnExit();
     DECLARE_MESSAGE_MAP()
 
 private:
     void LayOut(int width, int height);
-    void ReloadMenu();
 
-    static constexpr int kPages = 6;
+    static constexpr int kPages = 7;
     CountryPage m_countries;
     LanguagePage m_language;
     TracePage m_trace;
     LocationPage m_locations;
     MailBoxPage m_mailBoxes;
     LinePage m_lines;
-    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace, &m_locations, &m_mailBoxes, &m_lines};
+    TranslationPage m_translation;
+    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace,      &m_locations,
+                                   &m_mailBoxes, &m_lines,    &m_translation};
     int m_shown = -1;
     CListBox m_pageList;
     CStatic m_status;

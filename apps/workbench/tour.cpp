@@ -18,8 +18,13 @@
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
+#include <zogbl/select_directory.h>
 #include <zogbl/version_resource.h>
 
+#include <commctrl.h>
+#include <prsht.h>
+
+#include <functional>
 #include <utility>
 
 namespace {
@@ -70,27 +75,28 @@ private:
     bool m_saved = false;
 };
 
-/// Chooses a language in the dialog as soon as that is open, and takes its picture.
-class LanguageDialogDriver {
+/// Does something, once, with a dialog of this thread that has a certain control, as soon as it is open.
+class WhenOpen {
 public:
-    LanguageDialogDriver(DWORD language, const CString& picturePath) : m_language(language), m_picturePath(picturePath)
+    /// \param act closes the dialog. \return whether all went well
+    WhenOpen(int control, std::function<bool(HWND dialog)> act) : m_control(control), m_act(std::move(act))
     {
-        s_driver = this;
-        m_timer = ::SetTimer(nullptr, 0, 50, &LanguageDialogDriver::Look);
+        s_active = this;
+        m_timer = ::SetTimer(nullptr, 0, 50, &WhenOpen::Look);
     }
-    ~LanguageDialogDriver()
+    ~WhenOpen()
     {
         ::KillTimer(nullptr, m_timer);
-        s_driver = nullptr;
+        s_active = nullptr;
     }
-    LanguageDialogDriver(const LanguageDialogDriver&) = delete;
-    LanguageDialogDriver& operator=(const LanguageDialogDriver&) = delete;
-    bool IsDone() const { return m_done; } ///< the language was offered and chosen
+    WhenOpen(const WhenOpen&) = delete;
+    WhenOpen& operator=(const WhenOpen&) = delete;
+    bool IsDone() const { return m_done; }
 
 private:
     static BOOL CALLBACK FindDialog(HWND window, LPARAM found)
     {
-        if (::GetDlgItem(window, ZO_IDC_LANGUAGE_INSTALLED) == nullptr || !::IsWindowVisible(window))
+        if (::GetDlgItem(window, s_active->m_control) == nullptr || !::IsWindowVisible(window))
             return TRUE;
         *reinterpret_cast<HWND*>(found) = window;
         return FALSE;
@@ -99,33 +105,100 @@ private:
     {
         HWND dialog = nullptr;
         ::EnumThreadWindows(::GetCurrentThreadId(), &FindDialog, reinterpret_cast<LPARAM>(&dialog));
-        if (dialog != nullptr && !std::exchange(s_driver->m_seen, true))
-            s_driver->Drive(dialog);
-    }
-    void Drive(HWND dialog)
-    {
-        const HWND box = ::GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
-        const int count = static_cast<int>(::SendMessage(box, CB_GETCOUNT, 0, 0));
-        for (int i = 0; i < count && !m_done; ++i) {
-            const auto* item = reinterpret_cast<const CZoFlagLcid*>(::SendMessage(box, CB_GETITEMDATA, i, 0));
-            m_done = item->GetLcidValue() == m_language;
-            if (m_done)
-                ::SendMessage(box, CB_SETCURSEL, i, 0);
-        }
-        ::SendMessage(dialog, WM_COMMAND, MAKEWPARAM(ZO_IDC_LANGUAGE_INSTALLED, CBN_SELCHANGE),
-                      reinterpret_cast<LPARAM>(box));
-        ::SendMessage(::GetDlgItem(dialog, ZO_IDC_LANGUAGE_TOGGLE), BM_CLICK, 0, 0);
-        Settle();
-        m_done = m_done && SavePicture(dialog, m_picturePath);
-        ::SendMessage(::GetDlgItem(dialog, m_done ? IDOK : IDCANCEL), BM_CLICK, 0, 0);
+        if (dialog != nullptr && !std::exchange(s_active->m_seen, true))
+            s_active->m_done = s_active->m_act(dialog);
     }
 
-    static inline LanguageDialogDriver* s_driver = nullptr;
-    DWORD m_language;
-    CString m_picturePath;
+    static inline WhenOpen* s_active = nullptr;
+    int m_control;
+    std::function<bool(HWND)> m_act;
     UINT_PTR m_timer;
     bool m_seen = false;
     bool m_done = false;
+};
+
+void Press(HWND dialog, int button) { ::SendMessage(::GetDlgItem(dialog, button), BM_CLICK, 0, 0); }
+
+/// Chooses a language in the dialog, and takes its picture. \return whether the language was offered and chosen
+bool ChooseLanguage(HWND dialog, DWORD language, LPCSTR picturePath)
+{
+    const HWND box = ::GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
+    const int count = static_cast<int>(::SendMessage(box, CB_GETCOUNT, 0, 0));
+    bool chosen = false;
+    for (int i = 0; i < count && !chosen; ++i) {
+        const auto* item = reinterpret_cast<const CZoFlagLcid*>(::SendMessage(box, CB_GETITEMDATA, i, 0));
+        chosen = item->GetLcidValue() == language;
+        if (chosen)
+            ::SendMessage(box, CB_SETCURSEL, i, 0);
+    }
+    ::SendMessage(dialog, WM_COMMAND, MAKEWPARAM(ZO_IDC_LANGUAGE_INSTALLED, CBN_SELCHANGE),
+                  reinterpret_cast<LPARAM>(box));
+    Press(dialog, ZO_IDC_LANGUAGE_TOGGLE);
+    Settle();
+    chosen = chosen && SavePicture(dialog, picturePath);
+    Press(dialog, chosen ? IDOK : IDCANCEL);
+    return chosen;
+}
+
+/// Takes a picture of each modal window that opens, of a sheet one of each page, and gives the window up.
+class ModalPictures {
+public:
+    /// \param path pictures are numbered before its extension
+    explicit ModalPictures(const CString& path)
+        : m_path(path), m_timer(::SetTimer(nullptr, 0, 50, &ModalPictures::Look))
+    {
+        s_pictures = this;
+    }
+    ~ModalPictures()
+    {
+        ::KillTimer(nullptr, m_timer);
+        s_pictures = nullptr;
+    }
+    ModalPictures(const ModalPictures&) = delete;
+    ModalPictures& operator=(const ModalPictures&) = delete;
+    int GetSaved() const { return m_saved; } ///< the number of pictures
+
+private:
+    static BOOL CALLBACK FindModal(HWND window, LPARAM found)
+    {
+        char name[16] = "";
+        ::GetClassName(window, name, sizeof name);
+        if (lstrcmp(name, "#32770") != 0 || !::IsWindowVisible(window) || !::IsWindowEnabled(window))
+            return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD)
+    {
+        HWND window = nullptr;
+        ::EnumThreadWindows(::GetCurrentThreadId(), &FindModal, reinterpret_cast<LPARAM>(&window));
+        if (window != nullptr && std::exchange(s_pictures->m_met, window) != window)
+            s_pictures->Picture(window);
+    }
+    void Picture(HWND window)
+    {
+        const auto tabs = reinterpret_cast<HWND>(::SendMessage(window, PSM_GETTABCONTROL, 0, 0));
+        const int pages = tabs != nullptr ? static_cast<int>(::SendMessage(tabs, TCM_GETITEMCOUNT, 0, 0)) : 1;
+        for (int page = 0; page < pages; ++page) {
+            if (tabs != nullptr)
+                ::SendMessage(window, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
+            ::UpdateWindow(window);
+            Settle();
+            CString number;
+            number.Format("-%d.png", ++m_number);
+            CString path = m_path;
+            path.Replace(".png", number);
+            m_saved += SavePicture(window, path);
+        }
+        ::PostMessage(window, WM_COMMAND, IDCANCEL, reinterpret_cast<LPARAM>(::GetDlgItem(window, IDCANCEL)));
+    }
+
+    static inline ModalPictures* s_pictures = nullptr;
+    CString m_path;
+    UINT_PTR m_timer;
+    HWND m_met = nullptr;
+    int m_number = 0;
+    int m_saved = 0;
 };
 
 class Tour {
@@ -136,12 +209,13 @@ public:
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
-               SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() && HangUpLine() &&
-               RemoteHangUp() && WatchForCalls() && ChooseDocument("en") && OpenDocuments() && PictureDocuments("en") &&
-               OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") &&
-               ChooseDocument("de") && PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") &&
-               SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() && CloseWindow() &&
-               RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
+               TranslateText() && SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() &&
+               HangUpLine() && PictureTables("en") && RemoteHangUp() && WatchForCalls() && ChooseDocument("en") &&
+               OpenDocuments() && SaveDocument() && PickFolder() && PictureDocuments("en") && OpenSecondWorkbench() &&
+               SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") && ChooseDocument("de") &&
+               PictureTables("de") && PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") &&
+               PictureTables("fr") && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() &&
+               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -523,8 +597,8 @@ private:
 
     bool Pictures(LPCSTR language)
     {
-        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language",  "trace",
-                                                                    "locations", "mailboxes", "lines"};
+        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace",      "locations",
+                                                                    "mailboxes", "lines",    "translation"};
         for (int page = 0; page < MainFrame::GetPageCount(); ++page) {
             m_frame->ShowPage(page);
             m_frame->UpdateWindow();
@@ -537,6 +611,40 @@ private:
         const CString path = PicturePath(language, "about");
         PicturedDialog<CZoAboutDialog> about(path, ZO_IDI_LIBRARY, m_frame);
         return m_report.Step("picture", about.DoModal() == IDOK && about.IsSaved(), path);
+    }
+
+    /// Translates what a line with code page 437 would send.
+    bool TranslateText()
+    {
+        static constexpr char received[] = "Gr\x94\xE1"
+                                           "e 20 \xF8"
+                                           "C, \x9A"
+                                           "bung\r\nsecond line\r\n";
+        static constexpr char expected[] = "Gr\xF6\xDF"
+                                           "e 20 \xB0"
+                                           "C, \xDC"
+                                           "bung";
+        const CString from = m_folder + "\\cp437.txt";
+        CFile file(from, CFile::modeCreate | CFile::modeWrite);
+        file.Write(received, sizeof received - 1);
+        file.Close();
+        TranslationPage& page = m_frame->GetTranslationPage();
+        const BOOL done = page.LoadTable(TranslationPage::TablesFolder() + "CP437.IOT") == ZO_TRANSLATE_SUCCESS &&
+                          page.TranslateFile(from, m_folder + "\\cp1252.txt", true);
+        CString line;
+        AfxExtractSubString(line, page.GetTranslatedText(), 0, '\r');
+        return m_report.Step("translation", done && line == expected, line);
+    }
+
+    /// Takes pictures of the chooser and of the editor's pages.
+    bool PictureTables(LPCSTR language)
+    {
+        CGblTranslate& table = m_frame->GetTranslationPage().GetTable();
+        table.SetLastInput(0x84); // among characters that the table changes
+        const ModalPictures pictures(PicturePath(language, "table"));
+        const bool done = table.Load(m_frame, TranslationPage::TablesFolder() + "*.IOT") == 0 &&
+                          table.Edit(m_frame) == 0 && pictures.GetSaved() == 4;
+        return m_report.Step("tables", done, PicturePath(language, "table"));
     }
 
     /// Takes a picture of the choice of a new document's type, and gives the choice up.
@@ -573,13 +681,78 @@ private:
         }
         if (telephone == nullptr || documents.Open(telephone, nullptr) != calls) // of which there is one
             return m_report.Step("documents", false, "a second document of calls");
-        ::SendMessage(::GetDlgItem(documents.GetShell(), AFX_IDW_PANE_FIRST), WM_MDITILE, MDITILE_HORIZONTAL, 0);
         return m_report.Step("documents", documents.GetTypeCount() == 3, titles);
+    }
+
+    /// The first document of the first type; null when there is none.
+    static CDocument* FirstDocument()
+    {
+        POSITION position = AfxGetApp()->GetFirstDocTemplatePosition();
+        const CDocTemplate* type = position != nullptr ? AfxGetApp()->GetNextDocTemplate(position) : nullptr;
+        position = type != nullptr ? type->GetFirstDocPosition() : nullptr;
+        return position != nullptr ? type->GetNextDoc(position) : nullptr;
+    }
+    /// The edit control in which a document is shown.
+    static HWND EditorOf(const CDocument* document)
+    {
+        POSITION position = document != nullptr ? document->GetFirstViewPosition() : nullptr;
+        return position != nullptr ? ::GetWindow(document->GetNextView(position)->m_hWnd, GW_CHILD) : nullptr;
+    }
+
+    /// Changes a document, saves it under another name, closes it and opens it again, all in the dialogs for files.
+    bool SaveDocument()
+    {
+        static constexpr char kLine[] = "; Changed by the tour.\r\n";
+        char path[MAX_PATH] = "";
+        ::GetFullPathName(m_folder + "\\tour-document.txt", sizeof path, path, nullptr);
+        ::DeleteFile(path); // of a tour before
+        const CString picture = PicturePath("en", "file-dialog");
+        const auto enter = [&](HWND dialog) {
+            ::SetDlgItemText(dialog, ZO_IDC_FILE_NAME, path);
+            Settle();
+            const bool saved = SavePicture(dialog, picture);
+            Press(dialog, IDOK);
+            return saved;
+        };
+        CDocument* document = FirstDocument();
+        ::SendMessage(EditorOf(document), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(kLine));
+        bool done = document != nullptr && document->IsModified();
+        if (done) {
+            const WhenOpen save(ZO_IDC_FILE_NAME, enter);
+            document->OnCmdMsg(ZO_ID_DOCUMENT_SAVE_AS, CN_COMMAND, nullptr, nullptr);
+            done = save.IsDone() && !document->IsModified() && document->GetPathName() == path;
+            document->OnCmdMsg(ZO_ID_DOCUMENT_CLOSE, CN_COMMAND, nullptr, nullptr);
+        }
+        if (done) {
+            const WhenOpen open(ZO_IDC_FILE_NAME, enter);
+            m_frame->GetDocuments().AskAndOpen();
+            done = open.IsDone() && TextOf(EditorOf(FirstDocument())).Find(kLine) == 0;
+        }
+        return m_report.Step("save and open", done, path);
+    }
+
+    bool PickFolder()
+    {
+        char folder[MAX_PATH] = "";
+        ::GetFullPathName(m_folder, sizeof folder, folder, nullptr);
+        const CString picture = PicturePath("en", "folder-picker");
+        const WhenOpen pick(ZO_IDC_FOLDER_TREE, [&](HWND dialog) {
+            Settle();
+            const bool saved = SavePicture(dialog, picture);
+            Press(dialog, IDOK);
+            return saved;
+        });
+        char chosen[MAX_PATH] = "";
+        const int result =
+            ZoSelectDirectory(chosen, sizeof chosen, m_frame->m_hWnd, folder, ZO_SELECT_KEEP_CASE, 0, nullptr, nullptr);
+        return m_report.Step("pick a folder", result == IDOK && pick.IsDone() && ::lstrcmpi(folder, chosen) == 0,
+                             chosen);
     }
 
     bool PictureDocuments(LPCSTR language)
     {
         const HWND shell = m_frame->GetDocuments().GetShell();
+        ::SendMessage(::GetDlgItem(shell, AFX_IDW_PANE_FIRST), WM_MDITILE, MDITILE_HORIZONTAL, 0);
         ::ShowWindow(shell, SW_SHOW);
         ::SetForegroundWindow(shell);
         ::RedrawWindow(shell, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -617,7 +790,9 @@ private:
         const CString before = Text(ZO_IDS_PAGE_LANGUAGE);
         const CString titleBefore = TextOf(m_second.FindDialog());
         m_frame->GetCountryPage().GetPicker().SelectCountryIndex(kGermany);
-        LanguageDialogDriver driver(language, PicturePath(name, "choice"));
+        const CString picture = PicturePath(name, "choice");
+        const WhenOpen driver(ZO_IDC_LANGUAGE_INSTALLED,
+                              [&](HWND dialog) { return ChooseLanguage(dialog, language, picture); });
         m_frame->SendMessage(WM_COMMAND, ZO_ID_FILE_LANGUAGE);
         const bool chosen = driver.IsDone() && ZoGblGetLanguageLCID() == language;
         const bool here = WaitUntil([&] { return PageListText(m_frame->m_hWnd) == Text(ZO_IDS_PAGE_LANGUAGE); });

@@ -468,7 +468,7 @@ void CZoFileOpen::TakeName(const CString& typed)
         if (!quoted)
             path = WithExtension(path, name);
         if (path.GetLength() >= (std::min)(static_cast<int>(m_ofn.nMaxFile), MAX_PATH))
-            Refuse(ZO_IDS_FILE_TOO_LONG, path);
+            Refuse(ZO_IDS_FILE_TOO_LONG, name);
         else if (IsAcceptable(path))
             Finish(path);
     }

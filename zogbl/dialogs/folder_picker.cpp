@@ -7,6 +7,8 @@
 #include "../frame/without_throwing.h"
 #include "places.h"
 
+#include <utility>
+
 namespace {
 
 constexpr int kPathLimit = 2 * MAX_PATH - 1; // characters that can be typed: enough for the check of the length to see
@@ -364,8 +366,8 @@ void FolderPicker::OnNewFolder()
 /// \return whether the tree is to take the name.
 LRESULT FolderPicker::TakeNewName(const TVITEMA& item)
 {
-    m_hNamed = nullptr;
-    if (item.pszText == nullptr) // the user gave up: it keeps the name that it has
+    // Null when the user gave up. A box that takes the focus ends the naming once more.
+    if (std::exchange(m_hNamed, nullptr) != item.hItem || item.pszText == nullptr)
         return FALSE;
     const CString before = PathOf(item.hItem);
     const CString name(item.pszText);

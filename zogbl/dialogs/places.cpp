@@ -223,14 +223,10 @@ CString DriveName(const CString& root)
 {
     if (root[0] == '\\')
         return root.Left(root.GetLength() - 1);
-    const NoSystemBoxes guard;
     const CString drive = root.Left(2);
     char name[MAX_PATH] = "";
-    const PlacePicture picture = PictureOfDrive(root);
-    if (picture == PlacePicture::kNetworkDrive)
+    if (PictureOfDrive(root) == PlacePicture::kNetworkDrive)
         GetConnection(drive, name, sizeof name);
-    else if (picture == PlacePicture::kDrive) // others would have to be read, which takes its time, or have no disk
-        ::GetVolumeInformationA(root, name, sizeof name, nullptr, nullptr, nullptr, nullptr, 0);
     return name[0] != '\0' ? drive + "  " + name : drive;
 }
 

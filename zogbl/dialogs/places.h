@@ -53,7 +53,7 @@ bool IsValidPath(const CString& path);
 
 /// The drives of the system, as roots.
 void ListDrives(CStringArray& roots);
-/// A drive as a person knows it: its letter, and its label or the place in the network that it stands for.
+/// A drive as a person knows it: its letter, and the place in the network that it stands for. The drive is not read.
 CString DriveName(const CString& root);
 
 enum class PlacePicture { kFolder, kOpenFolder, kDrive, kNetworkDrive, kRemovableDrive };

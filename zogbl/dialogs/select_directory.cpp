@@ -43,18 +43,38 @@ private:
     std::unique_ptr<CWnd> m_temporary;
 };
 
-int Fail(DWORD error)
-{
-    CZoGlobalError::Minor(error);
-    return ZO_SELECT_CANCEL;
-}
-
 void ChangeCase(char* text, int options)
 {
     if ((options & ZO_SELECT_UPPER_CASE) != 0)
         ::CharUpperA(text);
     else if ((options & ZO_SELECT_KEEP_CASE) == 0)
         ::CharLowerA(text);
+}
+
+/// \param error takes the minor error that is to be told
+int Choose(char* buffer, unsigned int bufferSize, HWND owner, LPCSTR initialDir, int options, UINT helpContext,
+           LPCSTR title, LPCSTR instruction, DWORD& error)
+{
+    OwnerWindow window;
+    error = window.Find(owner);
+    if (error != ERROR_SUCCESS)
+        return ZO_SELECT_CANCEL;
+    if ((options & ZO_SELECT_CREATE_INITIAL) != 0 && initialDir != nullptr && *initialDir != '\0' &&
+        !FolderExists(initialDir))
+        WithoutThrowing([&] { return BOOL{OfferToCreateFolder(initialDir, helpContext)}; });
+
+    FolderPicker picker(initialDir, title, instruction, helpContext, window.Get());
+    const INT_PTR result = picker.DoModal();
+    if (result == -1)
+        error = ZO_SELECT_ERROR_DIALOG;
+    if (result != IDOK)
+        return ZO_SELECT_CANCEL;
+    // Cut short it would be another folder.
+    if (picker.GetPath().GetLength() >= static_cast<int>((std::min)(bufferSize, 0x7FFFu)))
+        return ZO_SELECT_CANCEL;
+    CopyBounded(buffer, bufferSize, picker.GetPath());
+    ChangeCase(buffer, options);
+    return IDOK;
 }
 
 } // namespace
@@ -67,23 +87,9 @@ int ZoSelectDirectory(char* buffer, unsigned int bufferSize, HWND owner, char* i
     std::memset(buffer, 0, bufferSize);
     if (!::IsWindow(owner))
         return ZO_SELECT_CANCEL;
-    OwnerWindow window;
-    if (const DWORD error = window.Find(owner))
-        return Fail(error);
-    if ((options & ZO_SELECT_CREATE_INITIAL) != 0 && initialDir != nullptr && *initialDir != '\0' &&
-        !FolderExists(initialDir))
-        WithoutThrowing([&] { return BOOL{OfferToCreateFolder(initialDir, helpContext)}; });
-
-    FolderPicker picker(initialDir, title, instruction, helpContext, window.Get());
-    const INT_PTR result = picker.DoModal();
-    if (result == -1)
-        return Fail(ZO_SELECT_ERROR_DIALOG);
-    if (result != IDOK)
-        return static_cast<int>(result);
-    // Cut short it would be another folder.
-    if (picker.GetPath().GetLength() >= static_cast<int>((std::min)(bufferSize, 0x7FFFu)))
-        return ZO_SELECT_CANCEL;
-    CopyBounded(buffer, bufferSize, picker.GetPath());
-    ChangeCase(buffer, options);
-    return static_cast<int>(result);
+    DWORD error = ERROR_SUCCESS;
+    const int result = Choose(buffer, bufferSize, owner, initialDir, options, helpContext, title, instruction, error);
+    if (error != ERROR_SUCCESS)
+        CZoGlobalError::Minor(error); // last of all: letting go of the owner would change it
+    return result;
 }

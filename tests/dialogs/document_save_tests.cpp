@@ -1,0 +1,296 @@
+// The names of documents, and saving them.
+#include "driven_dialog.h"
+#include "product/registered_product.h"
+#include "support/dialog_driver.h"
+#include "support/environment.h"
+#include "support/fault_loop.h"
+#include "support/unique_names.h"
+
+#include <zogbl/document_save.h>
+#include <zogbl/file_open.h>
+#include <zogbl/resource_ids.h>
+
+#include <memory>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr int kName = ZO_IDC_FILE_NAME;
+
+/// A type of documents by its two texts.
+class NamedType : public CMultiDocTemplate {
+public:
+    NamedType(LPCSTR name, LPCSTR extension)
+        : CMultiDocTemplate(0, nullptr, nullptr, nullptr), m_name(name), m_extension(extension)
+    {
+    }
+    BOOL GetDocString(CString& text, DocStringIndex index) const override
+    {
+        text = index == filterName ? m_name : index == filterExt ? m_extension : CString();
+        return !text.IsEmpty();
+    }
+
+private:
+    CString m_name, m_extension;
+};
+
+class Document : public CDocument {
+public:
+    ~Document() override { ++s_deleted; }
+    BOOL OnSaveDocument(LPCSTR path) override
+    {
+        CFile file(path, CFile::modeCreate | CFile::modeWrite); // throws
+        file.Write("saved", 5);
+        return CDocument::OnSaveDocument(path);
+    }
+    static inline int s_deleted = 0;
+};
+
+int WINAPI PressOk(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
+
+/// The filter list of an open dialog, with '|' for each NUL.
+std::string FilterOf(HWND dialog)
+{
+    const auto* open = static_cast<const CZoFileOpen*>(CWnd::FromHandlePermanent(dialog));
+    std::string list;
+    for (LPCSTR p = open->m_ofn.lpstrFilter; p[0] != '\0' || p[-1] != '\0'; ++p)
+        list += *p != '\0' ? *p : '|';
+    return list;
+}
+
+class DocumentSave : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        CWinApp* tests = AfxGetApp();
+        m_application = std::make_unique<CWinApp>();
+        AfxGetModuleState()->m_pCurrentWinApp = tests;
+        m_type.AddDocument(&m_document);
+        m_document.SetTitle("before");
+    }
+    void TearDown() override { ZoGblDumpLanguageDLL(); }
+    std::string Path(const std::string& name) const { return m_folder.Path(name); }
+
+    RegisteredProduct m_product;
+    TestFolder m_folder;
+    std::unique_ptr<CWinApp> m_application;
+    NamedType m_type{"Letters", ".let"};
+    Document m_document;
+};
+
+} // namespace
+
+TEST_F(DocumentSave, OffersTypesByTheByte)
+{
+    NamedType nameless("", ".x");
+    m_application->AddDocTemplate(new NamedType("Letters", ".Let"));
+    const std::string one = "Letters|*.Let|All files (*.*)|*.*|";
+    const auto prompt = [&](CDocTemplate* type, CWinApp* application, const std::string& filter, const char* title,
+                            UINT titleId, BOOL open) {
+        CString name = "kept";
+        const DialogDriver driver({[&](HWND dialog) {
+            EXPECT_EQ(filter, FilterOf(dialog));
+            EXPECT_EQ(title, TextOf(dialog));
+            EXPECT_EQ("kept", TextOf(dialog, kName));
+            Key(dialog, VK_ESCAPE);
+        }});
+        EXPECT_EQ(0, ZoDoPromptFileName(name, titleId, 0, open, type, application));
+        EXPECT_STREQ("kept", name);
+    };
+    prompt(nullptr, m_application.get(), one, "Select a File", 0, TRUE);
+    prompt(&m_type, m_application.get(), "Letters|*.let|All files (*.*)|*.*|", "Save As", ZO_IDS_SAVE_AS_TITLE, FALSE);
+    prompt(&nameless, nullptr, "All files (*.*)|*.*|", "Select a File", 0, TRUE);
+    prompt(nullptr, nullptr, "All files (*.*)|*.*|", "Save Copy As", ZO_IDS_SAVE_COPY_TITLE, FALSE);
+    m_application->AddDocTemplate(new NamedType("Plain", ""));
+    prompt(nullptr, m_application.get(), one, "Select a File", 0, TRUE);
+    m_application->AddDocTemplate(new NamedType("", ".ONE"));
+    m_application->AddDocTemplate(new NamedType("Sheets", ".tab"));
+    prompt(nullptr, m_application.get(),
+           "All documents (*.let;*.one;*.tab)|*.let;*.one;*.tab|Letters|*.Let|Sheets|*.tab|All files (*.*)|*.*|",
+           "Select a File", 0, TRUE);
+
+    CString name = Path("").c_str();
+    const DialogDriver driver({[](HWND dialog) {
+        Type(dialog, kName, "mine");
+        Press(dialog, IDOK);
+    }});
+    EXPECT_EQ(1, ZoDoPromptFileName(name, 0, 0, FALSE, &m_type, nullptr));
+    EXPECT_STREQ(Path("mine.let").c_str(), name);
+}
+
+TEST_F(DocumentSave, MakesUpNamesFromTitles)
+{
+    const std::string current = Path("current.let");
+    const struct {
+        const char *current, *title;
+        int replace;
+        std::string offered, dialogTitle;
+    } rows[] = {
+        {"", "My #1 fax", 1, "My.let", "Save As"},
+        {nullptr, "Document12", 1, "Document.let", "Save As"},
+        {"", "a%b", 1, "a.let", "Save As"},
+        {"", "12345678", 1, "12345678.let", "Save As"},
+        {"", "one\\two", 1, "one.let", "Save As"},
+        {"", "x;y", 1, "x.let", "Save As"},
+        {"", "#", 1, ".let", "Save As"},
+        {"", nullptr, 1, ".let", "Save As"},
+        {"", "My #1 fax", 0, "", "Save Copy As"},
+        {current.c_str(), "My", 1, "current.let", "Save As"},
+        {current.c_str(), "My", 0, "current.let", "Save Copy As"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.title != nullptr ? row.title : "(none)");
+        const DialogDriver driver({[&](HWND dialog) {
+            EXPECT_EQ(row.offered, TextOf(dialog, kName));
+            EXPECT_EQ(row.dialogTitle, TextOf(dialog));
+            Press(dialog, IDCANCEL);
+        }});
+        EXPECT_EQ(0, ZoDoSave(&m_document, nullptr, row.current, row.title, row.replace));
+        EXPECT_STREQ("", m_document.GetPathName());
+    }
+    if (IsDoubleByte()) {
+        const DialogDriver driver({[](HWND dialog) {
+            EXPECT_EQ("1234567.let", TextOf(dialog, kName)) << "no half of a character";
+            Press(dialog, IDCANCEL);
+        }});
+        EXPECT_EQ(0, ZoDoSave(&m_document, nullptr, "", "1234567\x83\x5C", 1));
+    }
+}
+
+TEST_F(DocumentSave, SavesUnderTheNameGivenOrAskedFor)
+{
+    const std::string given = Path("given.let");
+    m_document.SetModifiedFlag();
+    EXPECT_EQ(1, ZoDoSave(&m_document, given.c_str(), "", "x", 0)) << "a copy";
+    EXPECT_EQ("saved", m_folder.Read("given.let"));
+    EXPECT_STREQ("", m_document.GetPathName());
+    EXPECT_EQ(1, ZoDoSave(&m_document, given.c_str(), "", "x", 1));
+    EXPECT_STREQ(given.c_str(), m_document.GetPathName());
+    EXPECT_STREQ("given.let", m_document.GetTitle());
+    EXPECT_FALSE(m_document.IsModified());
+    EXPECT_EQ(0, ZoDoSave(nullptr, given.c_str(), "", "x", 1));
+
+    const std::string missing = Path("gone\\x.let");
+    for (const char* empty : {static_cast<const char*>(nullptr), ""}) {
+        m_folder.Write("taken.let", "before");
+        const DialogDriver driver(
+            {[&](HWND dialog) {
+                 Type(dialog, kName, missing);
+                 Press(dialog, IDOK); // the folder must exist
+                 Type(dialog, kName, "taken");
+                 Press(dialog, IDOK);
+                 EXPECT_EQ("taken", TextOf(dialog, kName));
+                 Press(dialog, IDOK);
+             },
+             AnswerBox(missing + "\n\nThe folder does not exist. Please check the path.", IDOK),
+             AnswerBox(Path("taken.let") + "\n\nThis file already exists. Do you want to replace it?", IDNO),
+             AnswerBox(Path("taken.let") + "\n\nThis file already exists. Do you want to replace it?", IDYES)});
+        EXPECT_EQ(1, ZoDoSave(&m_document, empty, given.c_str(), "x", 1));
+        EXPECT_EQ("saved", m_folder.Read("taken.let"));
+        EXPECT_STREQ(Path("taken.let").c_str(), m_document.GetPathName());
+    }
+}
+
+TEST_F(DocumentSave, LeavesNoHalfDocumentBehind)
+{
+    enum Trouble { kFullDisk, kReadOnly, kHeldOpen };
+    const struct {
+        Trouble trouble;
+        const char* pathName; // null: asked for and deleted; empty: asked for
+        std::string after;
+    } rows[] = {
+        {kFullDisk, nullptr, "(none)"}, {kFullDisk, "", ""},
+        {kFullDisk, "given", ""},       {kReadOnly, nullptr, "before"},
+        {kReadOnly, "given", "before"}, {kHeldOpen, nullptr, "before"},
+        {kHeldOpen, "", "before"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.trouble << (row.pathName != nullptr ? row.pathName : "(null)"));
+        const std::string path = Path("file.let");
+        const bool asks = row.pathName == nullptr || *row.pathName == '\0';
+        if (row.trouble != kFullDisk)
+            m_folder.Write("file.let", "before");
+        FaultSource disk("disk");
+        ZO_FAULTY_CALL(WriteFile) write(disk, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
+        if (row.trouble == kFullDisk)
+            disk.Arm(1, true);
+        FaultSource rights("rights"); // which the system does not deny to every user
+        ZO_FAULTY_CALL(CreateFileA) create(rights, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+        if (row.trouble == kReadOnly) {
+            ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
+            rights.Arm(1, true);
+        }
+        HANDLE held = INVALID_HANDLE_VALUE;
+        if (row.trouble == kHeldOpen)
+            held = ::CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        int result;
+        const std::string box = path + "\n\nThis file already exists. Do you want to replace it?";
+        const auto act = [&](HWND dialog) { Press(dialog, IDOK); };
+        if (!asks) {
+            result = ZoDoSave(&m_document, path.c_str(), "", "x", 1);
+        } else if (row.trouble == kFullDisk) {
+            const DialogDriver driver({act});
+            result = ZoDoSave(&m_document, row.pathName, path.c_str(), "x", 1);
+        } else {
+            const DialogDriver driver({act, AnswerBox(box, IDYES)});
+            result = ZoDoSave(&m_document, row.pathName, path.c_str(), "x", 1);
+        }
+        disk.Disarm();
+        rights.Disarm();
+        if (held != INVALID_HANDLE_VALUE)
+            ::CloseHandle(held);
+        ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+        EXPECT_EQ(0, result);
+        EXPECT_STREQ("", m_document.GetPathName());
+        EXPECT_EQ(row.after, m_folder.Read("file.let"));
+        ::DeleteFileA(path.c_str());
+    }
+}
+
+namespace {
+
+void CALLBACK GiveUp(HWND, UINT, UINT_PTR, DWORD)
+{
+    for (const char* title : {"Select a File", ""}) { // without memory it has no title
+        const HWND dialog = ::FindWindowA("#32770", title);
+        if (dialog != nullptr && ::IsWindowVisible(dialog))
+            ::SendMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    }
+}
+
+} // namespace
+
+TEST_F(DocumentSave, SurvivesMissingMemory)
+{
+    const std::string given = Path("given.let");
+    m_document.SetPathName(given.c_str());
+    AllocationFaults faults;
+    {
+        SCOPED_TRACE("saving");
+        RunFaultLoop(faults, [&](const FaultRun& run) {
+            const int result = ZoDoSave(&m_document, given.c_str(), "", "x", 1);
+            const bool failed = run.Fired();
+            run.Stop();
+            EXPECT_TRUE(failed || result == 1);
+            EXPECT_EQ(result == 1, m_folder.Read("given.let") == "saved");
+            ::DeleteFileA(given.c_str());
+        });
+    }
+    m_application->AddDocTemplate(new NamedType("One", ".1"));
+    m_application->AddDocTemplate(new NamedType("Two", ".2"));
+    const CString kept = "kept";
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &GiveUp);
+    const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &PressOk);
+    RunFaultLoop(faults,
+                 [&](const FaultRun& run) {
+                     CString name = kept;
+                     const int result = ZoDoPromptFileName(name, 0, 0, TRUE, nullptr, m_application.get());
+                     run.Stop();
+                     EXPECT_EQ(0, result);
+                     EXPECT_STREQ("kept", name);
+                 },
+                 {.stride = 3});
+    ::KillTimer(nullptr, timer);
+}

@@ -1,0 +1,357 @@
+// The folder picker, driven as a person would.
+#include "product/registered_product.h"
+#include "support/dialog_driver.h"
+#include "support/environment.h"
+#include "support/fault_loop.h"
+#include "support/process_counts.h"
+#include "support/sentinel_buffer.h"
+#include "support/unique_names.h"
+
+#include <zogbl/global_error.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/select_directory.h>
+
+#include <afxwin.h>
+
+#include <algorithm>
+#include <commctrl.h>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr int kPath = ZO_IDC_FOLDER_PATH;
+constexpr int kTree = ZO_IDC_FOLDER_TREE;
+constexpr int kNew = ZO_IDC_FOLDER_NEW;
+constexpr int kKeep = ZO_SELECT_KEEP_CASE;
+
+int g_answers = 0;
+int WINAPI AnswerNo(HWND, LPCSTR, LPCSTR, UINT)
+{
+    ++g_answers;
+    return IDNO;
+}
+
+HTREEITEM Next(HWND tree, WPARAM which, HTREEITEM from = nullptr)
+{
+    return reinterpret_cast<HTREEITEM>(::SendMessageA(tree, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(from)));
+}
+
+std::string ItemText(HWND tree, HTREEITEM item)
+{
+    char text[MAX_PATH] = "";
+    TVITEMA found = {};
+    found.mask = TVIF_TEXT;
+    found.hItem = item;
+    found.pszText = text;
+    found.cchTextMax = sizeof text;
+    ::SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&found));
+    return text;
+}
+
+/// The names below the item selected, each with a '|' behind it.
+std::string Children(HWND dialog)
+{
+    const HWND tree = ::GetDlgItem(dialog, kTree);
+    std::string names;
+    for (HTREEITEM item = Next(tree, TVGN_CHILD, Next(tree, TVGN_CARET)); item != nullptr;
+         item = Next(tree, TVGN_NEXT, item))
+        names += ItemText(tree, item) + "|";
+    return names;
+}
+
+class SelectDirectory : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        m_folder.Write("file.txt", "");
+        for (const char* name : {"One", "Two", "One\\Inner"})
+            ::CreateDirectoryA(Path(name).c_str(), nullptr);
+        m_owner = ::CreateWindowA("STATIC", "owner", WS_POPUP | WS_VISIBLE, 100, 100, 300, 200, nullptr, nullptr,
+                                  nullptr, nullptr);
+        ASSERT_NE(nullptr, m_owner);
+    }
+    void TearDown() override
+    {
+        ::DestroyWindow(m_owner);
+        ZoGblDumpLanguageDLL();
+    }
+    std::string Path(const std::string& name) const { return m_folder.Path(name); }
+    std::string Created(const std::string& path, const char* text) const { return path + "\n\n" + text; }
+
+    /// Asks for a folder, from \p initial on.
+    int Ask(const std::string& initial, int options = kKeep)
+    {
+        std::fill(std::begin(m_buffer), std::end(m_buffer), 'x');
+        std::string start = initial;
+        return ZoSelectDirectory(m_buffer, sizeof m_buffer, m_owner, start.data(), options, 0, nullptr, nullptr);
+    }
+
+    RegisteredProduct m_product;
+    TestFolder m_folder;
+    HWND m_owner = nullptr;
+    char m_buffer[MAX_PATH] = "";
+};
+
+constexpr char kAsks[] = "This folder does not exist. Do you want to create it?";
+constexpr char kFails[] = "The folder could not be created.";
+
+} // namespace
+
+TEST_F(SelectDirectory, ChoosesInTheTreeByKeyboard)
+{
+    std::string seen;
+    const DialogDriver driver({[&](HWND dialog) {
+        EXPECT_FALSE(::IsWindowEnabled(m_owner));
+        EXPECT_EQ("Select Folder", TextOf(dialog));
+        EXPECT_EQ(Path(""), TextOf(dialog, kPath));
+        EXPECT_EQ(kPath, FocusOf(dialog));
+        AccessKey(dialog, 'f');
+        EXPECT_EQ(kTree, FocusOf(dialog));
+        EXPECT_EQ("", Children(dialog)) << "read when it is opened";
+        Key(dialog, VK_RIGHT);
+        EXPECT_EQ("One|Two|", Children(dialog)) << "no files";
+        Key(dialog, VK_DOWN);
+        EXPECT_EQ(Path("One"), TextOf(dialog, kPath));
+        Key(dialog, VK_DOWN);
+        EXPECT_EQ(Path("Two"), TextOf(dialog, kPath));
+        for (const int control : {kTree, kNew, IDOK, IDCANCEL, kPath}) {
+            EXPECT_EQ(control, FocusOf(dialog));
+            Key(dialog, VK_TAB);
+        }
+        Key(dialog, VK_RETURN);
+    }});
+    EXPECT_EQ(IDOK, Ask(Path("")));
+    EXPECT_EQ(Path("Two"), m_buffer);
+    EXPECT_TRUE(::IsWindowEnabled(m_owner));
+    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(m_owner)) << "its object was for the time of the call";
+}
+
+TEST_F(SelectDirectory, TakesPathsAsTheyAreTyped)
+{
+    char current[MAX_PATH] = "";
+    ::GetCurrentDirectoryA(sizeof current, current);
+    std::string upper = Path("One"), lower = upper;
+    ::CharUpperA(upper.data());
+    ::CharLowerA(lower.data());
+    const struct {
+        std::string initial, shown, typed;
+        int options;
+        std::string chosen;
+    } rows[] = {
+        {Path("One"), Path("One"), "", ZO_SELECT_UPPER_CASE, upper},
+        {Path("One"), Path("One"), "", ZO_SELECT_UPPER_CASE | kKeep, upper},
+        {Path("One"), Path("One"), "", 0, lower},
+        {Path("One\\"), Path("One"), "", kKeep, Path("One")},
+        {Path("One"), Path("One"), "Inner", kKeep, Path("One\\Inner")},
+        {Path("One"), Path("One"), "..\\Two\\", kKeep, Path("Two")},
+        {Path("One"), Path("One"), "C:\\", kKeep, "C:\\"},
+        {Path("gone\\deeper"), Path(""), Path("Two"), kKeep, Path("Two")},
+        {Path("file.txt"), Path(""), "One", kKeep, Path("One")},
+        {"", current, Path("Two"), kKeep, Path("Two")},
+        {"bad<>", current, Path("Two"), kKeep, Path("Two")},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.initial + " " + row.typed);
+        const DialogDriver driver({[&](HWND dialog) {
+            EXPECT_STRCASEEQ(row.shown.c_str(), TextOf(dialog, kPath).c_str());
+            if (!row.typed.empty())
+                Type(dialog, kPath, row.typed);
+            Key(dialog, VK_RETURN);
+        }});
+        EXPECT_EQ(IDOK, Ask(row.initial, row.options));
+        EXPECT_EQ(row.chosen, m_buffer);
+    }
+    const std::string bad = "a|b", longer(300, 'n');
+    const DialogDriver driver({[&](HWND dialog) {
+                                   for (const std::string& typed : {bad, longer}) {
+                                       Type(dialog, kPath, typed);
+                                       Press(dialog, IDOK);
+                                       EXPECT_EQ(typed, TextOf(dialog, kPath));
+                                   }
+                                   Key(dialog, VK_ESCAPE);
+                               },
+                               AnswerBox(Created(bad, "This is not a valid file name."), IDOK),
+                               AnswerBox(Created(longer, "The path is too long."), IDOK)});
+    EXPECT_EQ(IDCANCEL, Ask(Path("")));
+    EXPECT_EQ(sizeof m_buffer, static_cast<size_t>(std::count(std::begin(m_buffer), std::end(m_buffer), '\0')));
+}
+
+TEST_F(SelectDirectory, CreatesWhatIsMissing)
+{
+    const std::string wanted = Path("new\\chain"), blocked = Path("file.txt\\below");
+    {
+        const DialogDriver driver({AnswerBox(Created(wanted, kAsks), IDNO), [&](HWND dialog) {
+                                       EXPECT_EQ(Path(""), TextOf(dialog, kPath));
+                                       Press(dialog, IDCANCEL);
+                                   }});
+        EXPECT_EQ(IDCANCEL, Ask(wanted, ZO_SELECT_CREATE_INITIAL | kKeep));
+        EXPECT_FALSE(m_folder.Exists("new"));
+    }
+    {
+        const DialogDriver driver({AnswerBox(Created(wanted, kAsks), IDYES), [&](HWND dialog) {
+                                       EXPECT_EQ(wanted, TextOf(dialog, kPath));
+                                       Press(dialog, IDOK);
+                                   }});
+        EXPECT_EQ(IDOK, Ask(wanted, ZO_SELECT_CREATE_INITIAL | kKeep));
+        EXPECT_EQ(wanted, m_buffer);
+    }
+    { // what is there is not asked for; what is typed is
+        const DialogDriver driver({[&](HWND dialog) {
+                                       Type(dialog, kPath, "typed");
+                                       Press(dialog, IDOK);
+                                       Press(dialog, IDOK);
+                                   },
+                                   AnswerBox(Created(wanted + "\\typed", kAsks), IDNO),
+                                   AnswerBox(Created(wanted + "\\typed", kAsks), IDYES)});
+        EXPECT_EQ(IDOK, Ask(wanted, ZO_SELECT_CREATE_INITIAL | kKeep));
+        EXPECT_EQ(wanted + "\\typed", m_buffer);
+    }
+    { // a file is in the way until the second retry
+        const DialogDriver driver({AnswerBox(Created(blocked, kAsks), IDYES),
+                                   AnswerBox(Created(blocked, kFails), IDRETRY),
+                                   [&](HWND box) {
+                                       ::DeleteFileA(Path("file.txt").c_str());
+                                       AnswerBox(Created(blocked, kFails), IDRETRY)(box);
+                                   },
+                                   [](HWND dialog) { Press(dialog, IDOK); }});
+        EXPECT_EQ(IDOK, Ask(blocked, ZO_SELECT_CREATE_INITIAL | kKeep));
+        EXPECT_EQ(blocked, m_buffer);
+    }
+    m_folder.Write("other.txt", "");
+    const DialogDriver driver({AnswerBox(Created(Path("other.txt\\x"), kAsks), IDYES),
+                               AnswerBox(Created(Path("other.txt\\x"), kFails), IDCANCEL),
+                               [](HWND dialog) { Press(dialog, IDCANCEL); }});
+    EXPECT_EQ(IDCANCEL, Ask(Path("other.txt\\x"), ZO_SELECT_CREATE_INITIAL | kKeep));
+}
+
+TEST_F(SelectDirectory, MakesNewFolders)
+{
+    const auto label = [](HWND dialog, const char* name) {
+        const auto edit = reinterpret_cast<HWND>(::SendDlgItemMessageA(dialog, kTree, TVM_GETEDITCONTROL, 0, 0));
+        ASSERT_NE(nullptr, edit);
+        if (name != nullptr)
+            ::SetWindowTextA(edit, name);
+        ::SetFocus(edit);
+        Key(dialog, name != nullptr ? VK_RETURN : VK_ESCAPE);
+    };
+    const DialogDriver driver(
+        {[&](HWND dialog) {
+             Press(dialog, kNew);
+             label(dialog, "Named");
+             EXPECT_EQ(Path("Named"), TextOf(dialog, kPath));
+             Press(dialog, kNew); // within the one before
+             label(dialog, nullptr);
+             EXPECT_EQ(Path("Named\\New folder"), TextOf(dialog, kPath));
+             AccessKey(dialog, 'f');
+             Key(dialog, VK_LEFT);
+             Press(dialog, kNew);
+             label(dialog, "no\\name");
+             EXPECT_EQ(Path("Named\\New folder (2)"), TextOf(dialog, kPath));
+             const HWND tree = ::GetDlgItem(dialog, kTree);
+             EXPECT_EQ(0, ::SendMessageA(tree, TVM_EDITLABELA, 0, reinterpret_cast<LPARAM>(Next(tree, TVGN_CARET))))
+                 << "no other folder is renamed";
+             Press(dialog, IDOK);
+         },
+         AnswerBox("no\\name\n\nThis is not a valid file name.", IDOK)});
+    EXPECT_EQ(IDOK, Ask(Path("")));
+    EXPECT_EQ(Path("Named\\New folder (2)"), m_buffer);
+    EXPECT_TRUE(m_folder.Exists("Named\\New folder"));
+}
+
+TEST_F(SelectDirectory, KeepsToItsBuffer)
+{
+    std::string start = Path("One");
+    for (const BufferCase& row : BufferCases(start.size() + 1)) {
+        SCOPED_TRACE(row.name);
+        SentinelBuffer buffer(row);
+        const auto ask = [&] {
+            return ZoSelectDirectory(buffer.Data(), static_cast<unsigned>(buffer.Size()), m_owner, start.data(), kKeep,
+                                     0, "A title", "Where to?");
+        };
+        if (row.null) {
+            EXPECT_EQ(ZO_SELECT_CANCEL, ask());
+        } else {
+            const DialogDriver driver({[](HWND dialog) {
+                EXPECT_EQ("A title", TextOf(dialog));
+                EXPECT_EQ("Where to?", TextOf(dialog, ZO_IDC_FOLDER_INSTRUCTION));
+                Press(dialog, IDOK);
+            }});
+            EXPECT_EQ(row.fits ? IDOK : ZO_SELECT_CANCEL, ask());
+            EXPECT_EQ(row.fits ? start : "", row.size > 0 ? buffer.Data() : "");
+        }
+        buffer.ExpectGuardsIntact();
+    }
+    for (const HWND owner : {static_cast<HWND>(nullptr), reinterpret_cast<HWND>(0x7FFFFFF0)}) {
+        std::fill(std::begin(m_buffer), std::end(m_buffer), 'x');
+        EXPECT_EQ(ZO_SELECT_CANCEL,
+                  ZoSelectDirectory(m_buffer, sizeof m_buffer, owner, nullptr, 0, 0, nullptr, nullptr));
+        EXPECT_STREQ("", m_buffer);
+    }
+}
+
+namespace {
+
+bool g_acted = false;
+
+void CALLBACK MakeFolder(HWND, UINT, UINT_PTR, DWORD)
+{
+    const HWND dialog = ::FindWindowA("#32770", "Select Folder");
+    if (dialog == nullptr || !::IsWindowVisible(dialog))
+        return;
+    if (g_acted) { // and is open still
+        ::SendMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+        return;
+    }
+    g_acted = true;
+    ::SendMessageA(dialog, WM_COMMAND, kNew, 0);
+    ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+}
+
+} // namespace
+
+TEST_F(SelectDirectory, SurvivesFailures)
+{
+    const ImportPatch noBox("ZOGBLBRX.DLL", "MessageBoxA", &AnswerNo);
+    const ImportPatch noFrameworkBox("ZOAFX.DLL", "MessageBoxA", &AnswerNo);
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &MakeFolder);
+    const auto run = [&](const FaultRun& run) {
+        g_acted = false;
+        const int result = Ask(Path("One"), ZO_SELECT_CREATE_INITIAL | kKeep);
+        const bool failed = run.Fired();
+        run.Stop();
+        EXPECT_TRUE(result == IDOK || (failed && result == ZO_SELECT_CANCEL)) << result;
+        EXPECT_EQ(result == IDOK, m_buffer[0] != '\0');
+        EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(m_owner));
+        EXPECT_TRUE(::IsWindowEnabled(m_owner));
+        for (const char* name : {"One\\New folder", "New folder"})
+            ::RemoveDirectoryA(Path(name).c_str());
+    };
+    {
+        AllocationFaults faults;
+        RunFaultLoop(faults, run, {.stride = 7});
+        faults.Arm(1, false);
+        EXPECT_EQ(ZO_SELECT_CANCEL, Ask(Path("One")));
+        EXPECT_EQ(ZO_SELECT_ERROR_OBJECT, CZoGlobalError::GetError());
+        faults.Disarm();
+    }
+    FaultSource files("file system");
+    ZO_FAULTY_CALL(FindFirstFileA) find(files, "ZOGBLBRX.DLL", INVALID_HANDLE_VALUE, ERROR_PATH_NOT_FOUND);
+    ZO_FAULTY_CALL(GetFullPathNameA) full(files, "ZOGBLBRX.DLL", 0, ERROR_INVALID_NAME);
+    ZO_FAULTY_CALL(GetFileAttributesA) attributes(files, "ZOGBLBRX.DLL", INVALID_FILE_ATTRIBUTES, ERROR_NOT_READY);
+    ZO_FAULTY_CALL(CreateDirectoryA) create(files, "ZOGBLBRX.DLL", FALSE, ERROR_DISK_FULL);
+    RunFaultLoop(files, run, {.stride = 2});
+    FaultSource system("system");
+    ZO_FAULTY_CALL(LoadLibraryA) load(system, "ZOGBLBRX.DLL", nullptr, ERROR_NOT_ENOUGH_MEMORY);
+    ZO_FAULTY_CALL(GetProcAddress) bind(system, "ZOGBLBRX.DLL", nullptr, ERROR_PROC_NOT_FOUND);
+    ZO_FAULTY_CALL(CreateCompatibleDC) dc(system, "ZOGBLBRX.DLL", nullptr);
+    ZO_FAULTY_CALL(CreateCompatibleBitmap) bitmap(system, "ZOGBLBRX.DLL", nullptr);
+    ZO_FAULTY_CALL(CreateSolidBrush) brush(system, "ZOGBLBRX.DLL", nullptr);
+    RunFaultLoop(system, run);
+    ::KillTimer(nullptr, timer);
+    ZoGblDumpLanguageDLL();
+    EXPECT_EQ(ZO_SELECT_CANCEL, Ask(Path("One"))) << "without a language library";
+    EXPECT_EQ(ZO_SELECT_ERROR_DIALOG, CZoGlobalError::GetError());
+    EXPECT_TRUE(ZoGblLoadLanguageDLL());
+}

@@ -1,0 +1,329 @@
+// Tables, and the files that they are kept in, byte for byte.
+#include "translate_fixture.h"
+
+#include "support/fault_loop.h"
+#include "support/process_counts.h"
+
+#include <utility>
+
+using namespace zo_test;
+
+namespace {
+
+class Translate : public TranslateTest {};
+
+/// A file that somebody holds, alone.
+class HeldFile {
+public:
+    explicit HeldFile(const std::string& file)
+        : m_handle(CreateFileA(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr))
+    {
+        EXPECT_NE(INVALID_HANDLE_VALUE, m_handle);
+    }
+    ~HeldFile() { CloseHandle(m_handle); }
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+
+private:
+    HANDLE m_handle;
+};
+
+/// A disk that takes 10 bytes less of every write, and says that all is well.
+BOOL WINAPI WriteLess(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED)
+{
+    return WriteFile(file, bytes, size > 10 ? size - 10 : size, written, nullptr);
+}
+
+} // namespace
+
+TEST_F(Translate, TranslatesWhatIsEnabled)
+{
+    CGblTranslate translation;
+    TranslationFile fresh;
+    for (int code = 0; code < 256; ++code)
+        fresh.get[code] = fresh.put[code] = static_cast<char>(code);
+    fresh.description = kNewDescription;
+    EXPECT_EQ(fresh.Bytes(), ImageOf(translation));
+    const auto expect = [&](int get, int put) {
+        for (int code = 0; code < 256; ++code) {
+            const auto byte = static_cast<BYTE>(code);
+            EXPECT_EQ(get < 0 ? code : static_cast<BYTE>(get ^ code), translation.DoGet(byte));
+            EXPECT_EQ(put < 0 ? code : static_cast<BYTE>(put ^ code), translation.DoPut(byte));
+        }
+    };
+    translation.EnableGet(-5);
+    translation.EnablePut(0x100);
+    EXPECT_EQ(1, translation.IsGetEnabled());
+    EXPECT_EQ(1, translation.IsPutEnabled());
+    expect(0, 0); // the identity
+    for (int code = 0; code < 256; ++code) {
+        translation.SetInputValue(static_cast<BYTE>(code), static_cast<BYTE>(code ^ 0x5A));
+        translation.SetOutputValue(static_cast<BYTE>(code), static_cast<BYTE>(code ^ 0xFF));
+    }
+    translation.EnableGetDBCS(2); // kept, of no effect
+    translation.EnablePutDBCS(4);
+    EXPECT_EQ(1, translation.IsGetDBCSEnabled());
+    EXPECT_EQ(1, translation.IsPutDBCSEnabled());
+    expect(0x5A, 0xFF);
+    translation.EnableGet(0);
+    expect(-1, 0xFF);
+    translation.EnableGet(1);
+    translation.EnablePut(0);
+    expect(0x5A, -1);
+    translation.EnablePut(1);
+    translation.ResetGetTable();
+    expect(0, 0xFF);
+    translation.ResetPutTable();
+    expect(0, 0);
+}
+
+TEST_F(Translate, CopiesEverything)
+{
+    TranslationFile file;
+    file.flags = 0b0110;
+    file.last[0] = 65;
+    file.last[3] = 1;
+    m_folder.Write("table.iot", file.Bytes());
+    CGblTranslate source;
+    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, source.Load(m_file.c_str()));
+    const std::string image = ImageOf(source);
+    CGblTranslate copy;
+    copy.CopyData(&source);
+    EXPECT_EQ(image, ImageOf(copy));
+    copy.CopyData(nullptr);
+    copy.CopyData(&copy);
+    copy.SetDescription(nullptr);
+    copy.SetFilePath(nullptr);
+    EXPECT_EQ(image, ImageOf(copy));
+    copy.SetDescription("other");
+    copy.SetInputValue(1, 1);
+    EXPECT_EQ(image, ImageOf(source)) << "a copy is another one";
+}
+
+TEST_F(Translate, KeepsTheFormat)
+{
+    const struct {
+        const char* what;
+        DWORD flags;
+        DWORD last[4];
+        std::string description;
+        std::string kept; // in the object and, written again, in the file
+    } rows[] = {
+        {"nothing on", 0, {0, 0, 0, 0}, "By hand", "By hand"},
+        {"get, its double bytes", 5, {65, 0, 1, 0}, "x", "x"},
+        {"put, its double bytes", 10, {0, 255, 0, 1}, std::string(63, 'd'), std::string(63, 'd')},
+        {"unknown flags and numbers", 0xFFFFFFFF, {256, 0xFFFFFFFF, 2, 77}, "y", "y"},
+        {"no terminator", 1, {1, 2, 0, 0}, std::string(64, 'u'), std::string(63, 'u')},
+        {"no description", 2, {3, 4, 1, 1}, "", kNewDescription},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        TranslationFile file;
+        file.flags = row.flags;
+        std::copy(std::begin(row.last), std::end(row.last), file.last);
+        file.description = row.description;
+        file.size = 1000; // later versions may have more
+        file.version = 0x0000FFFF;
+        m_folder.Write("table.iot", file.Bytes());
+        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, CGblTranslate::IsValidFile(m_file.c_str()));
+        CGblTranslate translation;
+        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Load(m_file.c_str()));
+        file.flags &= 15;
+        file.description = row.kept;
+        file.size = 96;
+        file.version = 0x00010000;
+        EXPECT_EQ(file.Bytes() + m_file, ImageOf(translation));
+        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Save(nullptr));
+        EXPECT_EQ(file.Bytes(), m_folder.Read("table.iot"));
+    }
+}
+
+TEST_F(Translate, CutsDescriptionsAtWholeCharacters)
+{
+    const std::string kanji = "\x95\x5C"; // its second byte is a backslash
+    const std::pair<std::string, size_t> rows[] = {
+        {std::string(63, 'a'), 63},
+        {std::string(64, 'a'), 63},
+        {std::string(500, 'a'), 63},
+        {std::string(61, 'a') + kanji, 63},
+        {std::string(62, 'a') + kanji, IsDoubleByte() ? 62 : 63},
+    };
+    for (const auto& [description, kept] : rows) {
+        CGblTranslate translation;
+        translation.SetDescription(description.c_str());
+        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Save(m_file.c_str()));
+        CString text;
+        translation.GetDescription(text);
+        EXPECT_EQ(description, std::string(text)) << "the object keeps all of it";
+        EXPECT_EQ(description.substr(0, kept) + std::string(64 - kept, '\0'), m_folder.Read("table.iot").substr(544));
+    }
+    CGblTranslate translation;
+    translation.SetDescription("");
+    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Save(m_file.c_str()));
+    CString text;
+    translation.GetDescription(text);
+    EXPECT_STREQ(kNewDescription, text);
+}
+
+TEST_F(Translate, TellsWhatIsWrongWithAFile)
+{
+    const auto with = [](DWORD TranslationFile::*field, DWORD value) {
+        TranslationFile file;
+        file.*field = value;
+        return file.Bytes();
+    };
+    const std::string good = TranslationFile().Bytes();
+    const std::pair<DWORD, std::string> rows[] = {
+        {ZO_TRANSLATE_SUCCESS, good},
+        {ZO_TRANSLATE_WRONG_LENGTH, ""},
+        {ZO_TRANSLATE_WRONG_LENGTH, good.substr(1)},
+        {ZO_TRANSLATE_WRONG_LENGTH, good + '\0'},
+        {ZO_TRANSLATE_WRONG_LENGTH, good + good},
+        {ZO_TRANSLATE_SHORT_HEADER, with(&TranslationFile::size, 95)},
+        {ZO_TRANSLATE_SHORT_HEADER, std::string(kTranslationFileSize, '\0')},
+        {ZO_TRANSLATE_SUCCESS, with(&TranslationFile::size, 0xFFFFFFFF)},
+        {ZO_TRANSLATE_WRONG_MAGIC, with(&TranslationFile::magic, 0x63192405)},
+        {ZO_TRANSLATE_NEWER_VERSION, with(&TranslationFile::version, 0x00010001)},
+        {ZO_TRANSLATE_SUCCESS, with(&TranslationFile::version, 0)},
+        {ZO_TRANSLATE_NEWER_VERSION, with(&TranslationFile::version, 0x80000000)},
+    };
+    for (const auto& [status, bytes] : rows) {
+        SCOPED_TRACE(testing::Message() << bytes.size() << " bytes, status " << status);
+        m_folder.Write("table.iot", bytes);
+        EXPECT_EQ(status, CGblTranslate::IsValidFile(m_file.c_str()));
+        CGblTranslate translation;
+        translation.SetDescription("before");
+        const std::string image = ImageOf(translation);
+        EXPECT_EQ(status, translation.Load(m_file.c_str()));
+        EXPECT_EQ(status != 0, ImageOf(translation) == image);
+    }
+}
+
+TEST_F(Translate, NeedsAFileThatItCanOpen)
+{
+    m_folder.Write("table.iot", TranslationFile().Bytes());
+    const std::string folder = m_folder.Path(), missing = m_folder.Path("none.iot"), nowhere = folder + "\\no\\x.iot";
+    const std::pair<DWORD, const char*> rows[] = {
+        {ZO_TRANSLATE_NO_NAME, nullptr},
+        {ZO_TRANSLATE_NO_NAME, ""},
+        {ZO_TRANSLATE_NOT_OPENED, nowhere.c_str()},
+        {ZO_TRANSLATE_NOT_OPENED, folder.c_str()},
+        {ZO_TRANSLATE_NOT_OPENED, m_file.c_str()}, // held
+    };
+    {
+        const HeldFile held(m_file);
+        for (const auto& [status, path] : rows) {
+            SCOPED_TRACE(path != nullptr ? path : "(null)");
+            CGblTranslate translation;
+            const std::string image = ImageOf(translation);
+            EXPECT_EQ(status, translation.Save(path));
+            EXPECT_EQ(status, CGblTranslate::IsValidFile(path));
+            EXPECT_EQ(status, translation.Load(path));
+            EXPECT_EQ(image, ImageOf(translation));
+        }
+    }
+    EXPECT_EQ(TranslationFile().Bytes(), m_folder.Read("table.iot"));
+    EXPECT_EQ(ZO_TRANSLATE_NOT_OPENED, CGblTranslate().Load(missing.c_str()));
+    CGblTranslate translation;
+    translation.SetFilePath(m_file.c_str());
+    EXPECT_EQ(ZO_TRANSLATE_NO_NAME, translation.Load("")) << "only null stands for the object's path";
+    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Load(nullptr));
+    EXPECT_EQ(TranslationFile().Bytes() + m_file, ImageOf(translation));
+
+    // Others may have the file open, if they allow that.
+    const HANDLE shared = CreateFileA(m_file.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Load(m_file.c_str()));
+    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Save(m_file.c_str()));
+    CloseHandle(shared);
+}
+
+TEST_F(Translate, SurvivesAFullDisk)
+{
+    CGblTranslate translation;
+    translation.SetInputValue('a', 'b');
+    const std::string image = ImageOf(translation);
+    const ImportPatch fullDisk("ZOAFX.DLL", "WriteFile", &WriteLess);
+    EXPECT_EQ(ZO_TRANSLATE_NOT_WRITTEN, translation.Save(m_file.c_str()));
+    EXPECT_EQ(image + m_file, ImageOf(translation)) << "all but the path is as before";
+    EXPECT_EQ(ZO_TRANSLATE_WRONG_LENGTH, CGblTranslate::IsValidFile(m_file.c_str()));
+}
+
+TEST_F(Translate, SurvivesMissingMemory)
+{
+    TranslationFile file;
+    file.flags = 3;
+    m_folder.Write("table.iot", file.Bytes());
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        CGblTranslate translation;
+        translation.SetDescription("set");
+        translation.SetFilePath("C:\\set");
+        const DWORD loaded = translation.Load(m_file.c_str());
+        run.Stop();
+        EXPECT_TRUE(loaded == 0 || (run.Fired() && loaded == ZO_TRANSLATE_NO_MEMORY)) << loaded;
+        EXPECT_EQ(loaded == 0, ImageOf(translation) == file.Bytes() + m_file);
+        EXPECT_EQ(loaded == 0 ? 3 : 0, translation.IsGetEnabled() | translation.IsPutEnabled() << 1);
+    });
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        m_folder.Write("table.iot", "before");
+        CGblTranslate translation;
+        const DWORD saved = translation.Save(m_file.c_str());
+        run.Stop();
+        EXPECT_TRUE(saved == 0 || (run.Fired() && saved == ZO_TRANSLATE_NO_MEMORY)) << saved;
+        EXPECT_EQ(saved == 0 ? ImageOf(translation) : "before" + m_file, m_folder.Read("table.iot") + m_file);
+    });
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        m_folder.Write("table.iot", file.Bytes());
+        const DWORD status = CGblTranslate::IsValidFile(m_file.c_str());
+        EXPECT_EQ(run.Fired() ? ZO_TRANSLATE_NO_MEMORY : 0, status);
+    });
+}
+
+TEST_F(Translate, SurvivesFailingFiles)
+{
+    const TranslationFile file;
+    {
+        FaultSource reading("reading");
+        ZO_FAULTY_CALL(CreateFileA) open(reading, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+        ZO_FAULTY_CALL(GetFileSizeEx) size(reading, "ZOAFX.DLL", FALSE, ERROR_INVALID_HANDLE);
+        ZO_FAULTY_CALL(SetFilePointerEx) seek(reading, "ZOAFX.DLL", FALSE, ERROR_SEEK);
+        ZO_FAULTY_CALL(ReadFile) read(reading, "ZOAFX.DLL", FALSE, ERROR_CRC);
+        // The calls of IsValidFile: open, size, seek, read. Those of Load behind it: open, and three reads.
+        constexpr int kSecondOpen = 5, kGetRead = 6, kPutRead = 7;
+        RunFaultLoop(reading, [&](const FaultRun& run) {
+            m_folder.Write("table.iot", file.Bytes());
+            CGblTranslate translation;
+            const std::string before = ImageOf(translation);
+            const DWORD status = translation.Load(m_file.c_str());
+            const bool isMendedLater = !run.persistent && run.number > 1 && run.number < kSecondOpen;
+            run.Stop();
+            EXPECT_EQ(run.number == 0 || isMendedLater || !run.Fired() ? 0 : ZO_TRANSLATE_NOT_OPENED, status);
+            if (status == 0) {
+                EXPECT_EQ(file.Bytes() + m_file, ImageOf(translation));
+                return;
+            }
+            // Tables that were read stay; nothing else has changed.
+            std::string expected = before;
+            if (run.number > kGetRead)
+                expected.replace(0, 256, file.get);
+            if (run.number > kPutRead)
+                expected.replace(256, 256, file.put);
+            EXPECT_EQ(expected, ImageOf(translation));
+        });
+    }
+    FaultSource writing("writing");
+    ZO_FAULTY_CALL(CreateFileA) open(writing, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    ZO_FAULTY_CALL(WriteFile) write(writing, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
+    ZO_FAULTY_CALL(GetFileSizeEx) size(writing, "ZOAFX.DLL", FALSE, ERROR_INVALID_HANDLE);
+    RunFaultLoop(writing, [&](const FaultRun& run) {
+        m_folder.Write("table.iot", file.Bytes());
+        CGblTranslate translation;
+        const std::string image = ImageOf(translation);
+        const DWORD status = translation.Save(m_file.c_str());
+        run.Stop();
+        EXPECT_EQ(!run.Fired() ? 0 : run.number == 1 ? ZO_TRANSLATE_NOT_OPENED : ZO_TRANSLATE_NOT_WRITTEN, status);
+        EXPECT_EQ(run.number == 1 ? image : image + m_file, ImageOf(translation));
+        EXPECT_EQ(run.number == 1, m_folder.Read("table.iot") == file.Bytes());
+    });
+}

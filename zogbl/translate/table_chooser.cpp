@@ -1,0 +1,114 @@
+#include "table_chooser.h"
+
+#include <zogbl/resource_ids.h>
+
+#include "../files/folder_walk.h"
+#include "../frame/without_throwing.h"
+#include "translate_status.h"
+
+BEGIN_MESSAGE_MAP(TableChooser, CZoDialog)
+    ON_CONTROL(LBN_DBLCLK, ZO_IDC_TRANSLATE_CHOICES, OnOK)
+END_MESSAGE_MAP()
+
+TableChooser::TableChooser(LPCSTR path, CWnd* parent) : CZoDialog(ZO_IDD_TRANSLATE_CHOOSER, parent), m_csPath(path) {}
+
+CString TableChooser::FolderPrefix(const CString& path)
+{
+    CString prefix = path;
+    const int dot = prefix.ReverseFind('.');
+    if (dot >= 0) {
+        // The last character of the name goes with its extension. No name is left behind in the end, so it does no harm.
+        const LPCSTR text = path;
+        prefix = prefix.Left(static_cast<int>(::CharPrevA(text, text + dot) - text));
+        const int backslash = prefix.ReverseFind('\\');
+        if (backslash >= 0)
+            prefix = prefix.Left(backslash);
+    }
+    return prefix.Find('\\') >= 0 ? prefix + '\\' : prefix;
+}
+
+BOOL TableChooser::OnInitDialog()
+{
+    CZoDialog::OnInitDialog();
+    m_list.SubclassDlgItem(ZO_IDC_TRANSLATE_CHOICES, this);
+    if (!WithoutThrowing([this] { return Fill(), TRUE; })) {
+        EndDialog(-1);
+        return TRUE;
+    }
+    CenterWindow();
+    const bool isEmpty = m_list.GetCount() == 0;
+    if (!isEmpty)
+        m_list.SetCurSel(0);
+    m_list.EnableWindow(!isEmpty);
+    GetDlgItem(IDOK)->EnableWindow(!isEmpty);
+    GetDlgItem(isEmpty ? IDCANCEL : ZO_IDC_TRANSLATE_CHOICES)->SetFocus();
+    return FALSE;
+}
+
+/// Throws CMemoryException*.
+void TableChooser::Fill()
+{
+    m_list.ResetContent();
+    m_descriptions.RemoveAll();
+    m_paths.RemoveAll();
+    const CString prefix = FolderPrefix(m_csPath);
+    WIN32_FIND_DATAA entry;
+    const FolderSearch search(prefix + "*.*", entry);
+    for (BOOL found = search.IsOpen(); found; found = search.FindNext(entry)) {
+        if (!IsFolder(entry))
+            AddTable(prefix + entry.cFileName);
+    }
+}
+
+/// Adds the file if it is a translation file. Throws CMemoryException*.
+void TableChooser::AddTable(const CString& path)
+{
+    CGblTranslate table;
+    const DWORD status = table.Load(path);
+    if (status == ZO_TRANSLATE_NO_MEMORY)
+        AfxThrowMemoryException();
+    if (status != ZO_TRANSLATE_SUCCESS)
+        return;
+    CString description;
+    table.GetDescription(description);
+    m_descriptions.Add(description);
+    m_paths.Add(path);
+    if (m_list.AddString(description) < 0)
+        AfxThrowMemoryException();
+}
+
+void TableChooser::OnOK()
+{
+    const int row = m_list.GetCurSel();
+    if (row < 0)
+        return;
+    const BOOL taken = WithoutThrowing([&] {
+        CString chosen;
+        m_list.SendMessage(LB_GETTEXT, static_cast<WPARAM>(row),
+                           reinterpret_cast<LPARAM>(chosen.GetBuffer(
+                               static_cast<int>(m_list.SendMessage(LB_GETTEXTLEN, static_cast<WPARAM>(row))))));
+        chosen.ReleaseBuffer();
+        INT_PTR file = 0;
+        while (file < m_descriptions.GetSize() && m_descriptions[file].CompareNoCase(chosen) != 0)
+            ++file;
+        if (file < m_paths.GetSize())
+            m_csChosen = m_paths[file];
+        return TRUE;
+    });
+    EndDialog(taken ? IDOK : -1);
+}
+
+unsigned long CGblTranslate::Load(CWnd* parent, const char* path)
+{
+    return OrNoMemory([&]() -> DWORD {
+        TableChooser chooser(path, parent);
+        switch (chooser.DoModal()) {
+        case IDOK:
+            return Load(chooser.GetChosenPath());
+        case -1:
+            return ZO_TRANSLATE_NO_MEMORY;
+        default:
+            return ZO_TRANSLATE_SUCCESS;
+        }
+    });
+}

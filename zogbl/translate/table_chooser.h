@@ -1,0 +1,35 @@
+/// \file
+/// The dialog in which the user chooses a set of translation tables.
+#pragma once
+
+#include <zogbl/dialog.h>
+
+/// Lists the translation files of a folder by their descriptions. Of files with the same description only the first one
+/// found can be chosen.
+class TableChooser : public CZoDialog {
+public:
+    /// \param path of any file in the folder; see FolderPrefix
+    TableChooser(LPCSTR path, CWnd* parent);
+
+    /// The file chosen, once the dialog has ended with IDOK.
+    const CString& GetChosenPath() const { return m_csChosen; }
+
+    /// What stands before the names of the files to list: the folder that the file \p path is in, with a backslash
+    /// behind it, but for the root of a drive, which gives "C:". A path without a dot is the folder itself.
+    static CString FolderPrefix(const CString& path);
+
+protected:
+    BOOL OnInitDialog() override; ///< ends the dialog with -1 when memory has run out
+    void OnOK() override;
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void Fill();
+    void AddTable(const CString& path);
+
+    CString m_csPath;
+    CString m_csChosen;
+    CListBox m_list;
+    CStringArray m_descriptions; // of the files, in the order in which they were found
+    CStringArray m_paths;
+};

@@ -1,0 +1,64 @@
+#include <zogbl/translate_editor.h>
+
+#include <zogbl/resource_ids.h>
+
+#include "translate_message.h"
+#include "translate_status.h"
+
+namespace {
+
+constexpr UINT kApplyNow = 0x3021; // the system's number of the Apply button
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CGblIotSheet, CZoPropertySheet)
+    ON_COMMAND(kApplyNow, OnApplyNow)
+END_MESSAGE_MAP()
+
+CGblIotSheet::CGblIotSheet(CGblTranslate* translation, CWnd* parent)
+    : CZoPropertySheet(ZO_IDS_TRANSLATE_SHEET_TITLE, parent), m_pTranslation(translation)
+{
+    m_working.CopyData(translation);
+    m_input.SetTranslation(&m_working);
+    m_output.SetTranslation(&m_working);
+    m_options.SetTranslation(&m_working);
+    AddPage(&m_input);
+    AddPage(&m_output);
+    AddPage(&m_options);
+}
+
+CGblIotSheet::~CGblIotSheet() = default;
+
+void CGblIotSheet::OnApplyNow()
+{
+    CZoPropertyPage* const page = GetPage(GetActiveIndex());
+    if (!page->UpdateData(TRUE)) // the others were taken over when they were left
+        return;
+    m_pTranslation->CopyData(&m_working);
+    const DWORD status = m_pTranslation->Save(nullptr);
+    page->CancelToClose();
+    if (status != ZO_TRANSLATE_SUCCESS) {
+        TellUser(*this, ZO_IDS_TRANSLATE_SAVE_FAILED);
+        return;
+    }
+    m_working.CopyData(m_pTranslation); // a description that was missing
+    page->UpdateData(FALSE);
+    for (int i = 0; i < GetPageCount(); ++i)
+        GetPage(i)->SetModified(FALSE);
+}
+
+unsigned long CGblTranslate::Edit(CWnd* parent)
+{
+    return OrNoMemory([&]() -> DWORD {
+        CGblIotSheet sheet(this, parent);
+        switch (sheet.DoModal()) {
+        case IDOK:
+            CopyData(sheet.GetWorkingCopy());
+            return Save(nullptr);
+        case -1:
+            return ZO_TRANSLATE_NO_MEMORY;
+        default:
+            return ZO_TRANSLATE_SUCCESS;
+        }
+    });
+}

@@ -1,0 +1,52 @@
+#include <zogbl/translate_editor.h>
+
+#include <zogbl/operating_system.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
+#include "../files/bounded_text.h"
+#include "translate_message.h"
+
+namespace {
+
+/// Throws CMemoryException*.
+CString LoadText(UINT id)
+{
+    CString text;
+    if (!ZoGblLoadString(id, text))
+        AfxThrowMemoryException();
+    return text;
+}
+
+} // namespace
+
+CIOTFileDialog::CIOTFileDialog(BOOL open, LPCSTR path, CWnd* parent)
+    : CZoFileOpen(open, ZO_IDD_TRANSLATE_FILE, nullptr, path,
+                  OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | (open ? OFN_FILEMUSTEXIST : OFN_NOREADONLYRETURN), nullptr,
+                  parent)
+{
+    const bool isShort = CZoGlobalOperatingSystem::GetType() == ZO_OS_WIN32S;
+    m_csExtension = LoadText(isShort ? ZO_IDS_TRANSLATE_SHORT_EXTENSION : ZO_IDS_TRANSLATE_EXTENSION);
+    m_csFilter = LoadText(isShort ? ZO_IDS_TRANSLATE_SHORT_FILTER : ZO_IDS_TRANSLATE_FILTER);
+    m_csTitle = LoadText(open ? ZO_IDS_TRANSLATE_OPEN_TITLE : ZO_IDS_TRANSLATE_SAVE_TITLE);
+    const int length = m_csFilter.GetLength();
+    const LPSTR filter = m_csFilter.GetBuffer(length);
+    for (int at = 0; at < length; at += static_cast<int>(CharacterWidth(filter + at))) {
+        if (filter[at] == '|')
+            filter[at] = '\0';
+    }
+    m_csFilter.ReleaseBuffer(length);
+    m_ofn.lpstrDefExt = m_csExtension;
+    m_ofn.lpstrFilter = m_csFilter;
+    m_ofn.lpstrTitle = m_csTitle;
+}
+
+CIOTFileDialog::~CIOTFileDialog() = default;
+
+BOOL CIOTFileDialog::OnFileNameOK()
+{
+    if (!IsOpenDialog() || CGblTranslate::IsValidFile(GetPathName()) == ZO_TRANSLATE_SUCCESS)
+        return FALSE;
+    TellUser(*this, ZO_IDS_TRANSLATE_BAD_FILE);
+    return TRUE;
+}

@@ -1,0 +1,16 @@
+/// \file
+/// Statuses of translation where memory runs out.
+#pragma once
+
+#include <zogbl/translate.h>
+
+/// What \p operation answers, or ZO_TRANSLATE_NO_MEMORY.
+template <class OPERATION> DWORD OrNoMemory(OPERATION operation)
+{
+    try {
+        return operation();
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ZO_TRANSLATE_NO_MEMORY;
+    }
+}
