@@ -48,7 +48,8 @@ char* g_arena = nullptr;
 size_t g_nextPage = 0; // blocks are taken in one direction round the arena, so that a freed one stays free for long
 std::vector<PageRecord>& Records()
 {
-    static std::vector<PageRecord> records(kArenaPages);
+    static std::vector<PageRecord>& records =
+        *new std::vector<PageRecord>(kArenaPages); // the framework frees to the last
     return records;
 }
 
