@@ -4,6 +4,8 @@
 
 #include <afxwin.h>
 
+#include <cstring>
+
 using namespace zo_test;
 
 namespace {
