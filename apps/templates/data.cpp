@@ -16,7 +16,12 @@ class DataDocument : public TextDocument {
 public:
     BOOL OnOpenDocument(LPCSTR path) override
     {
-        return CDocument::OnOpenDocument(path) && ReadFile(path, m_bytes, kMaximum);
+        BOOL isWhole = FALSE; // whether it is or not, saving copies the file
+        return CDocument::OnOpenDocument(path) && ReadFile(path, m_bytes, kMaximum, isWhole);
+    }
+    BOOL OnSaveDocument(LPCSTR path) override
+    {
+        return GetPathName().IsEmpty() ? TextDocument::OnSaveDocument(path) : CopyTo(path);
     }
     void DeleteContents() override { m_bytes.Empty(); }
     CString GetText() const override

@@ -1,29 +1,96 @@
 #include "text_document.h"
 
+#include <zogbl/document_save.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
 IMPLEMENT_DYNAMIC(TextDocument, CDocument)
 IMPLEMENT_DYNAMIC(TextView, CView)
-
-BEGIN_MESSAGE_MAP(TextView, CView)
-    ON_WM_CREATE()
-    ON_WM_SIZE()
-    ON_WM_SETFOCUS()
-END_MESSAGE_MAP()
 
 namespace {
 
 constexpr UINT kTextId = 1;
 
+/// Shows a message of the user's language about a document.
+int Ask(UINT message, LPCSTR name, UINT type)
+{
+    CString format;
+    ZoGblLoadString(message, format);
+    CString text;
+    text.Format(format, name);
+    return AfxMessageBox(text, type);
 }
 
-BOOL TextDocument::ReadFile(LPCSTR path, CString& bytes, int maximum)
+} // namespace
+
+BEGIN_MESSAGE_MAP(TextView, CView)
+    ON_WM_CREATE()
+    ON_WM_SIZE()
+    ON_WM_SETFOCUS()
+    ON_CONTROL(EN_CHANGE, kTextId, OnTextChanged)
+END_MESSAGE_MAP()
+
+BOOL TextDocument::ReadFile(LPCSTR path, CString& bytes, int maximum, BOOL& isWhole)
 {
     CFile file;
     if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone))
         return FALSE;
     const UINT read = file.Read(bytes.GetBuffer(maximum), static_cast<UINT>(maximum));
     bytes.ReleaseBuffer(static_cast<int>(read));
+    isWhole = file.GetLength() == read;
     return TRUE;
 }
+
+// Saving ---------------------------------------------------------------------------------------------------------------
+
+BOOL TextDocument::ReportNotSaved(LPCSTR path)
+{
+    Ask(ZO_IDS_DOCUMENT_NOT_SAVED, path, MB_OK | MB_ICONEXCLAMATION);
+    return FALSE;
+}
+
+BOOL TextDocument::OnSaveDocument(LPCSTR path)
+{
+    const CString bytes = GetBytes();
+    try {
+        CFile file(path, CFile::modeCreate | CFile::modeWrite);
+        file.Write(bytes, static_cast<UINT>(bytes.GetLength()));
+        file.Close();
+    } catch (CFileException* e) {
+        e->Delete();
+        return ReportNotSaved(path);
+    }
+    return CDocument::OnSaveDocument(path);
+}
+
+BOOL TextDocument::CopyTo(LPCSTR path)
+{
+    if (GetPathName().CompareNoCase(path) != 0 && !::CopyFile(GetPathName(), path, FALSE))
+        return ReportNotSaved(path);
+    return CDocument::OnSaveDocument(path);
+}
+
+BOOL TextDocument::DoSave(LPCSTR path, BOOL replace)
+{
+    return ZoDoSave(this, path, GetPathName(), GetTitle(), replace);
+}
+
+BOOL TextDocument::SaveModified()
+{
+    if (!IsModified())
+        return TRUE;
+    switch (Ask(ZO_IDS_DOCUMENT_ASK_TO_SAVE, GetPathName().IsEmpty() ? GetTitle() : GetPathName(),
+                MB_YESNOCANCEL | MB_ICONEXCLAMATION)) {
+    case IDYES:
+        return DoFileSave();
+    case IDNO:
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+// The view -------------------------------------------------------------------------------------------------------------
 
 TextView::~TextView()
 {
@@ -41,6 +108,7 @@ int TextView::OnCreate(CREATESTRUCT* create)
                           CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, FIXED_PITCH | FF_MODERN, nullptr);
     if (m_font != nullptr)
         m_text.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_font));
+    m_text.SendMessage(EM_LIMITTEXT, 0); // as much as there is room for
     return 0;
 }
 
@@ -55,6 +123,26 @@ void TextView::OnSetFocus(CWnd*) { m_text.SetFocus(); }
 void TextView::OnUpdate(CView*, LPARAM, CObject*)
 {
     const auto* document = DYNAMIC_DOWNCAST(TextDocument, GetDocument());
-    if (document != nullptr)
-        m_text.SetWindowText(document->GetText());
+    CString shown;
+    m_text.GetWindowText(shown);
+    if (document == nullptr)
+        return;
+    m_text.SendMessage(EM_SETREADONLY, !document->IsEditable());
+    const CString text = document->GetText();
+    if (shown == text) // the place at which a person writes stays where it is
+        return;
+    m_filling = true;
+    m_text.SetWindowText(text);
+    m_filling = false;
+}
+
+void TextView::OnTextChanged()
+{
+    auto* document = DYNAMIC_DOWNCAST(TextDocument, GetDocument());
+    if (m_filling || document == nullptr)
+        return;
+    CString text;
+    m_text.GetWindowText(text);
+    document->SetText(text);
+    document->SetModifiedFlag();
 }

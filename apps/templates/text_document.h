@@ -1,6 +1,6 @@
 /// \file
 /// What the sample libraries' documents and views have in common: a document that can be written as text, and a view of
-/// it in a read-only edit control, so that a person can scroll, select and copy.
+/// it in an edit control, so that a person can scroll, select and copy, and change what can be changed.
 #pragma once
 
 #include <afxwin.h>
@@ -8,11 +8,25 @@
 class TextDocument : public CDocument {
     DECLARE_DYNAMIC(TextDocument)
 public:
-    virtual CString GetText() const = 0;
+    virtual CString GetText() const = 0; ///< as the view shows it
+    virtual BOOL IsEditable() const { return FALSE; }
+    virtual void SetText(const CString&) {} ///< what a person made of it
+
+    BOOL OnSaveDocument(LPCSTR path) override; ///< writes GetBytes; says so when it fails
+    BOOL SaveModified() override;
+    BOOL DoSave(LPCSTR path, BOOL replace) override;
 
 protected:
-    /// The bytes of a file, as many as an edit control of every Windows can show. \return FALSE when it cannot be read.
-    static BOOL ReadFile(LPCSTR path, CString& bytes, int maximum);
+    virtual CString GetBytes() const { return GetText(); } ///< as the file holds it
+    /// Saves a document that is shown in part only.
+    BOOL CopyTo(LPCSTR path);
+    /// The bytes of a file, as many as an edit control of every Windows can show.
+    /// \param isWhole set to whether those are all
+    /// \return FALSE when it cannot be read.
+    static BOOL ReadFile(LPCSTR path, CString& bytes, int maximum, BOOL& isWhole);
+
+private:
+    static BOOL ReportNotSaved(LPCSTR path);
 };
 
 class TextView : public CView {
@@ -23,6 +37,7 @@ public:
 protected:
     void OnUpdate(CView* sender, LPARAM hint, CObject* object) override;
     void OnDraw(CDC*) override {} // the control fills the view
+    afx_msg void OnTextChanged();
     afx_msg int OnCreate(CREATESTRUCT* create);
     afx_msg void OnSize(UINT type, int width, int height);
     afx_msg void OnSetFocus(CWnd* previous);
@@ -31,4 +46,5 @@ protected:
 private:
     CEdit m_text;
     HFONT m_font = nullptr; // of equal widths
+    bool m_filling = false; // the text changes, but no person changes it
 };

@@ -1,8 +1,10 @@
-// The viewer: shows a text file.
+// The viewer: shows a text file, to be changed unless it is shown in part only.
 #include "entry_points.h"
 #include "text_document.h"
 
 #include <zogbl/resource_ids.h>
+
+#include <cstring>
 
 namespace {
 
@@ -12,9 +14,20 @@ public:
     BOOL OnOpenDocument(LPCSTR path) override
     {
         constexpr int kMaximum = 60000; // bytes
-        return CDocument::OnOpenDocument(path) && ReadFile(path, m_text, kMaximum);
+        if (!CDocument::OnOpenDocument(path) || !ReadFile(path, m_text, kMaximum, m_isWhole))
+            return FALSE;
+        // The control shows nothing behind a NUL.
+        m_isWhole = m_isWhole && std::strlen(m_text) == static_cast<size_t>(m_text.GetLength());
+        return TRUE;
     }
-    void DeleteContents() override { m_text.Empty(); }
+    BOOL OnSaveDocument(LPCSTR path) override { return m_isWhole ? TextDocument::OnSaveDocument(path) : CopyTo(path); }
+    void DeleteContents() override
+    {
+        m_text.Empty();
+        m_isWhole = TRUE;
+    }
+    BOOL IsEditable() const override { return m_isWhole; }
+    void SetText(const CString& text) override { m_text = text; }
     CString GetText() const override
     {
         CString lines = m_text; // the control wants both characters at the end of each line
@@ -23,8 +36,12 @@ public:
         return lines;
     }
 
+protected:
+    CString GetBytes() const override { return m_text; } // the file's line ends, as long as nobody changes it
+
 private:
     CString m_text;
+    BOOL m_isWhole = TRUE;
 };
 
 class ViewerView : public TextView {

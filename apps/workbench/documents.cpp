@@ -2,18 +2,64 @@
 
 #include "page.h"
 
+#include <zogbl/document_save.h>
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/resource_ids.h>
 #include <zomfx/frame_window.h>
 #include <zomfx/multi_doc_template.h>
 
+#include <algorithm>
 #include <climits>
 #include <commdlg.h>
+#include <iterator>
 #include <utility>
 
 namespace {
 
-class ShellWindow : public CZoMDIFrameWnd {};
+/// The window that holds the documents' windows.
+class ShellWindow : public CZoMDIFrameWnd {
+public:
+    explicit ShellWindow(Documents& documents) : m_documents(documents) {}
+    ~ShellWindow() override { ::DestroyAcceleratorTable(m_keys); }
+
+    BOOL PreTranslateMessage(MSG* message) override
+    {
+        return ::TranslateAccelerator(m_hWnd, m_keys, message) || CZoMDIFrameWnd::PreTranslateMessage(message);
+    }
+
+protected:
+    afx_msg void OnNew() { m_documents.New(); }
+    afx_msg void OnOpen() { m_documents.AskAndOpen(); }
+    afx_msg void OnClose()
+    {
+        if (AfxGetApp()->SaveAllModified())
+            CZoMDIFrameWnd::OnClose();
+    }
+    DECLARE_MESSAGE_MAP()
+
+private:
+    static inline ACCEL s_keys[] = {
+        {FVIRTKEY | FCONTROL, 'N', ZO_ID_DOCUMENT_NEW},
+        {FVIRTKEY | FCONTROL, 'O', ZO_ID_DOCUMENT_OPEN},
+        {FVIRTKEY | FCONTROL, 'S', ZO_ID_DOCUMENT_SAVE},
+    };
+    Documents& m_documents;
+    HACCEL m_keys = ::CreateAcceleratorTable(s_keys, static_cast<int>(std::size(s_keys)));
+};
+
+BEGIN_MESSAGE_MAP(ShellWindow, CZoMDIFrameWnd)
+    ON_COMMAND(ZO_ID_DOCUMENT_NEW, OnNew)
+    ON_COMMAND(ZO_ID_DOCUMENT_OPEN, OnOpen)
+    ON_WM_CLOSE()
+END_MESSAGE_MAP()
+
+void Activate(const CDocument* document)
+{
+    POSITION position = document->GetFirstViewPosition();
+    const CView* view = position != nullptr ? document->GetNextView(position) : nullptr;
+    if (auto* child = DYNAMIC_DOWNCAST(CMDIChildWnd, view != nullptr ? view->GetParentFrame() : nullptr))
+        child->MDIActivate();
+}
 
 /// The framework makes the window of a document in the thread's main window; that is the shell while this lives.
 class ShellIsMainWindow {
@@ -47,10 +93,7 @@ public:
             last = GetNextDoc(position);
         if (last == nullptr || count < m_maximum)
             return CZoMultiDocTemplate::OpenDocumentFile(path, makeVisible);
-        POSITION position = last->GetFirstViewPosition();
-        CFrameWnd* frame = position != nullptr ? last->GetNextView(position)->GetParentFrame() : nullptr;
-        if (auto* child = DYNAMIC_DOWNCAST(CMDIChildWnd, frame))
-            child->MDIActivate();
+        Activate(last);
         return last;
     }
 
@@ -94,24 +137,30 @@ void RenameUntitled(CDocument* document)
         document->SetTitle(name + title.Mid(number));
 }
 
-/// Asks for a file of a type. \return empty when the user gives none
-CString AskForFile(const CDocTemplate* type, HWND owner)
+/// The type whose files have the extension of \p path; null when there is none.
+CDocTemplate* TypeOf(const CString& path)
 {
-    CString name;
-    CString extension;
-    type->GetDocString(name, CDocTemplate::filterName);
-    if (!type->GetDocString(extension, CDocTemplate::filterExt) || extension.IsEmpty())
-        return {};
-    const CString filter = name + '\0' + "*.*" + '\0';
-    char path[MAX_PATH] = "";
-    OPENFILENAME choice = {};
-    choice.lStructSize = OPENFILENAME_SIZE_VERSION_400;
-    choice.hwndOwner = owner;
-    choice.lpstrFilter = filter;
-    choice.lpstrFile = path;
-    choice.nMaxFile = sizeof path;
-    choice.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    return ::GetOpenFileName(&choice) ? path : "";
+    const CString extension = path.Mid((std::max)(path.ReverseFind('.'), path.ReverseFind('\\') + 1));
+    for (POSITION position = AfxGetApp()->GetFirstDocTemplatePosition(); position != nullptr;) {
+        CDocTemplate* type = AfxGetApp()->GetNextDocTemplate(position);
+        CString known;
+        if (type->GetDocString(known, CDocTemplate::filterExt) && known.CompareNoCase(extension) == 0)
+            return type;
+    }
+    return nullptr;
+}
+
+CDocument* FindOpen(const CString& path)
+{
+    for (POSITION type = AfxGetApp()->GetFirstDocTemplatePosition(); type != nullptr;) {
+        const CDocTemplate* documentType = AfxGetApp()->GetNextDocTemplate(type);
+        for (POSITION position = documentType->GetFirstDocPosition(); position != nullptr;) {
+            CDocument* document = documentType->GetNextDoc(position);
+            if (document->GetPathName().CompareNoCase(path) == 0)
+                return document;
+        }
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -137,8 +186,31 @@ void Documents::New()
     CZoNewBrixelDocType choice(AfxGetApp(), m_owner);
     if (choice.DoModal() != IDOK || choice.GetDocTemplate() == nullptr)
         return;
-    const CString path = AskForFile(choice.GetDocTemplate(), m_owner->m_hWnd);
-    Open(choice.GetDocTemplate(), path.IsEmpty() ? nullptr : (LPCSTR)path);
+    Open(choice.GetDocTemplate(), nullptr);
+}
+
+void Documents::AskAndOpen()
+{
+    LoadTypes();
+    CString path;
+    if (ZoDoPromptFileName(path, ZO_IDS_DOCUMENT_OPEN_TITLE, OFN_FILEMUSTEXIST, TRUE, nullptr, AfxGetApp()) == 0)
+        return;
+    if (const CDocument* open = FindOpen(path)) {
+        Activate(open);
+        return;
+    }
+    CDocTemplate* type = TypeOf(path);
+    if (type == nullptr) { // a file of any kind can be shown in the way that the user likes
+        CZoNewBrixelDocType choice(AfxGetApp(), m_owner);
+        if (choice.DoModal() != IDOK)
+            return;
+        type = choice.GetDocTemplate();
+    }
+    if (type == nullptr || Open(type, path) != nullptr)
+        return;
+    CString message;
+    message.Format(Text(ZO_IDS_DOCUMENT_NOT_OPENED), (LPCSTR)path);
+    AfxMessageBox(message, MB_OK | MB_ICONEXCLAMATION);
 }
 
 CDocument* Documents::Open(CDocTemplate* type, LPCSTR path)
@@ -152,7 +224,7 @@ CDocument* Documents::Open(CDocTemplate* type, LPCSTR path)
 BOOL Documents::ShowShell()
 {
     if (GetShell() == nullptr) {
-        auto* shell = new ShellWindow; // deletes itself with its window
+        auto* shell = new ShellWindow(*this); // deletes itself with its window
         const LPCSTR windowClass =
             AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1),
                                 AfxGetApp()->LoadIcon(ZO_IDI_LIBRARY));
@@ -160,6 +232,7 @@ BOOL Documents::ShowShell()
                            nullptr))
             return FALSE;
         m_shell = shell->m_hWnd;
+        LoadMenuOf(m_shell, ZO_IDR_SHELL_MENU);
     }
     ::ShowWindow(m_shell, SW_SHOW);
     return TRUE;
@@ -170,6 +243,7 @@ void Documents::ReloadTexts()
     if (GetShell() == nullptr)
         return;
     ::SetWindowText(m_shell, Text(ZO_IDS_SHELL_TITLE));
+    LoadMenuOf(m_shell, ZO_IDR_SHELL_MENU);
     for (POSITION type = AfxGetApp()->GetFirstDocTemplatePosition(); type != nullptr;) {
         const CDocTemplate* documentType = AfxGetApp()->GetNextDocTemplate(type);
         for (POSITION position = documentType->GetFirstDocPosition(); position != nullptr;) {

@@ -14,8 +14,8 @@ public:
     Documents(const Documents&) = delete;
     Documents& operator=(const Documents&) = delete;
 
-    /// Lets the user choose a type, and a file if documents of that type are files.
-    void New();
+    void New();        ///< lets the user choose a type, and makes a document of it
+    void AskAndOpen(); ///< lets the user choose a file, and opens it; shows it if it is open
     /// Opens a file, or with null a new document. \return null on failure
     CDocument* Open(CDocTemplate* type, LPCSTR path);
     /// Shows all texts in the present language.

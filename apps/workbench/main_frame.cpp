@@ -34,6 +34,7 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_REGISTERED_MESSAGE(s_languageMessage, OnLanguageUpdate)
     ON_COMMAND(ZO_ID_FILE_LANGUAGE, OnChooseLanguage)
     ON_COMMAND(ZO_ID_FILE_NEW, OnNewDocument)
+    ON_COMMAND(ZO_ID_DOCUMENT_OPEN, OnOpenDocument)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -71,7 +72,7 @@ int MainFrame::OnCreate(CREATESTRUCT* create)
 void MainFrame::ReloadTexts()
 {
     SetWindowText(Text(ZO_IDS_WORKBENCH_TITLE));
-    ReloadMenu();
+    LoadMenuOf(m_hWnd, ZO_IDR_WORKBENCH_MENU);
     m_pageList.ResetContent();
     for (Page* page : m_pages) {
         m_pageList.AddString(Text(page->GetTitleId()));
@@ -85,14 +86,6 @@ void MainFrame::ReloadTexts()
     CRect client;
     GetClientRect(&client);
     LayOut(client.Width(), client.Height());
-}
-
-void MainFrame::ReloadMenu()
-{
-    const void* resource = ZoGblLockResource(MAKEINTRESOURCE(ZO_IDR_WORKBENCH_MENU), RT_MENU);
-    const HMENU previous = ::GetMenu(m_hWnd);
-    if (resource != nullptr && ::SetMenu(m_hWnd, ::LoadMenuIndirect(resource)) && previous != nullptr)
-        ::DestroyMenu(previous);
 }
 
 CString MainFrame::GetStatusText() const
@@ -193,6 +186,8 @@ void MainFrame::OnChooseLanguage()
 }
 
 void MainFrame::OnNewDocument() { m_documents.New(); }
+
+void MainFrame::OnOpenDocument() { m_documents.AskAndOpen(); }
 
 void MainFrame::OnAbout() { CZoAboutDialog(ZO_IDI_LIBRARY, this).DoModal(); }
 

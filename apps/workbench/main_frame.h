@@ -42,13 +42,13 @@ protected:
     afx_msg LRESULT OnLanguageUpdate(WPARAM, LPARAM);
     afx_msg void OnChooseLanguage();
     afx_msg void OnNewDocument();
+    afx_msg void OnOpenDocument();
     afx_msg void OnAbout();
     afx_msg void OnExit();
     DECLARE_MESSAGE_MAP()
 
 private:
     void LayOut(int width, int height);
-    void ReloadMenu();
 
     static constexpr int kPages = 7;
     CountryPage m_countries;

@@ -37,6 +37,14 @@ CString Text(UINT id)
     return text;
 }
 
+void LoadMenuOf(HWND window, UINT id)
+{
+    const void* resource = ZoGblLockResource(MAKEINTRESOURCE(id), RT_MENU);
+    const HMENU previous = ::GetMenu(window);
+    if (resource != nullptr && ::SetMenu(window, ::LoadMenuIndirect(resource)) && previous != nullptr)
+        ::DestroyMenu(previous);
+}
+
 HFONT ControlFont()
 {
     const HFONT shared = CZoGlobalGDIData::GetThinFont();

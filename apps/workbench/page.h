@@ -28,6 +28,9 @@ protected:
 /// A string of the user's language.
 CString Text(UINT id);
 
+/// Gives a window its menu in the user's language.
+void LoadMenuOf(HWND window, UINT id);
+
 /// The font of the Workbench's controls.
 HFONT ControlFont();
 

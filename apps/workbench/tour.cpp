@@ -18,11 +18,13 @@
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
+#include <zogbl/select_directory.h>
 #include <zogbl/version_resource.h>
 
 #include <commctrl.h>
 #include <prsht.h>
 
+#include <functional>
 #include <utility>
 
 namespace {
@@ -73,27 +75,28 @@ private:
     bool m_saved = false;
 };
 
-/// Chooses a language in the dialog as soon as that is open, and takes its picture.
-class LanguageDialogDriver {
+/// Does something, once, with a dialog of this thread that has a certain control, as soon as it is open.
+class WhenOpen {
 public:
-    LanguageDialogDriver(DWORD language, const CString& picturePath) : m_language(language), m_picturePath(picturePath)
+    /// \param act closes the dialog. \return whether all went well
+    WhenOpen(int control, std::function<bool(HWND dialog)> act) : m_control(control), m_act(std::move(act))
     {
-        s_driver = this;
-        m_timer = ::SetTimer(nullptr, 0, 50, &LanguageDialogDriver::Look);
+        s_active = this;
+        m_timer = ::SetTimer(nullptr, 0, 50, &WhenOpen::Look);
     }
-    ~LanguageDialogDriver()
+    ~WhenOpen()
     {
         ::KillTimer(nullptr, m_timer);
-        s_driver = nullptr;
+        s_active = nullptr;
     }
-    LanguageDialogDriver(const LanguageDialogDriver&) = delete;
-    LanguageDialogDriver& operator=(const LanguageDialogDriver&) = delete;
-    bool IsDone() const { return m_done; } ///< the language was offered and chosen
+    WhenOpen(const WhenOpen&) = delete;
+    WhenOpen& operator=(const WhenOpen&) = delete;
+    bool IsDone() const { return m_done; }
 
 private:
     static BOOL CALLBACK FindDialog(HWND window, LPARAM found)
     {
-        if (::GetDlgItem(window, ZO_IDC_LANGUAGE_INSTALLED) == nullptr || !::IsWindowVisible(window))
+        if (::GetDlgItem(window, s_active->m_control) == nullptr || !::IsWindowVisible(window))
             return TRUE;
         *reinterpret_cast<HWND*>(found) = window;
         return FALSE;
@@ -102,34 +105,40 @@ private:
     {
         HWND dialog = nullptr;
         ::EnumThreadWindows(::GetCurrentThreadId(), &FindDialog, reinterpret_cast<LPARAM>(&dialog));
-        if (dialog != nullptr && !std::exchange(s_driver->m_seen, true))
-            s_driver->Drive(dialog);
-    }
-    void Drive(HWND dialog)
-    {
-        const HWND box = ::GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
-        const int count = static_cast<int>(::SendMessage(box, CB_GETCOUNT, 0, 0));
-        for (int i = 0; i < count && !m_done; ++i) {
-            const auto* item = reinterpret_cast<const CZoFlagLcid*>(::SendMessage(box, CB_GETITEMDATA, i, 0));
-            m_done = item->GetLcidValue() == m_language;
-            if (m_done)
-                ::SendMessage(box, CB_SETCURSEL, i, 0);
-        }
-        ::SendMessage(dialog, WM_COMMAND, MAKEWPARAM(ZO_IDC_LANGUAGE_INSTALLED, CBN_SELCHANGE),
-                      reinterpret_cast<LPARAM>(box));
-        ::SendMessage(::GetDlgItem(dialog, ZO_IDC_LANGUAGE_TOGGLE), BM_CLICK, 0, 0);
-        Settle();
-        m_done = m_done && SavePicture(dialog, m_picturePath);
-        ::SendMessage(::GetDlgItem(dialog, m_done ? IDOK : IDCANCEL), BM_CLICK, 0, 0);
+        if (dialog != nullptr && !std::exchange(s_active->m_seen, true))
+            s_active->m_done = s_active->m_act(dialog);
     }
 
-    static inline LanguageDialogDriver* s_driver = nullptr;
-    DWORD m_language;
-    CString m_picturePath;
+    static inline WhenOpen* s_active = nullptr;
+    int m_control;
+    std::function<bool(HWND)> m_act;
     UINT_PTR m_timer;
     bool m_seen = false;
     bool m_done = false;
 };
+
+void Press(HWND dialog, int button) { ::SendMessage(::GetDlgItem(dialog, button), BM_CLICK, 0, 0); }
+
+/// Chooses a language in the dialog, and takes its picture. \return whether the language was offered and chosen
+bool ChooseLanguage(HWND dialog, DWORD language, LPCSTR picturePath)
+{
+    const HWND box = ::GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
+    const int count = static_cast<int>(::SendMessage(box, CB_GETCOUNT, 0, 0));
+    bool chosen = false;
+    for (int i = 0; i < count && !chosen; ++i) {
+        const auto* item = reinterpret_cast<const CZoFlagLcid*>(::SendMessage(box, CB_GETITEMDATA, i, 0));
+        chosen = item->GetLcidValue() == language;
+        if (chosen)
+            ::SendMessage(box, CB_SETCURSEL, i, 0);
+    }
+    ::SendMessage(dialog, WM_COMMAND, MAKEWPARAM(ZO_IDC_LANGUAGE_INSTALLED, CBN_SELCHANGE),
+                  reinterpret_cast<LPARAM>(box));
+    Press(dialog, ZO_IDC_LANGUAGE_TOGGLE);
+    Settle();
+    chosen = chosen && SavePicture(dialog, picturePath);
+    Press(dialog, chosen ? IDOK : IDCANCEL);
+    return chosen;
+}
 
 /// Takes a picture of each modal window that opens, of a sheet one of each page, and gives the window up.
 class ModalPictures {
@@ -202,11 +211,11 @@ public:
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
                TranslateText() && SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() &&
                HangUpLine() && PictureTables("en") && RemoteHangUp() && WatchForCalls() && ChooseDocument("en") &&
-               OpenDocuments() && PictureDocuments("en") && OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") &&
-               Countries() && Pictures("de") && ChooseDocument("de") && PictureTables("de") && PictureDocuments("de") &&
-               SwitchLanguage(kFrench, "fr") && Pictures("fr") && PictureTables("fr") &&
-               SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() && CloseWindow() &&
-               RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
+               OpenDocuments() && SaveDocument() && PickFolder() && PictureDocuments("en") && OpenSecondWorkbench() &&
+               SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") && ChooseDocument("de") &&
+               PictureTables("de") && PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") &&
+               PictureTables("fr") && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() &&
+               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -672,13 +681,78 @@ private:
         }
         if (telephone == nullptr || documents.Open(telephone, nullptr) != calls) // of which there is one
             return m_report.Step("documents", false, "a second document of calls");
-        ::SendMessage(::GetDlgItem(documents.GetShell(), AFX_IDW_PANE_FIRST), WM_MDITILE, MDITILE_HORIZONTAL, 0);
         return m_report.Step("documents", documents.GetTypeCount() == 3, titles);
+    }
+
+    /// The first document of the first type; null when there is none.
+    static CDocument* FirstDocument()
+    {
+        POSITION position = AfxGetApp()->GetFirstDocTemplatePosition();
+        const CDocTemplate* type = position != nullptr ? AfxGetApp()->GetNextDocTemplate(position) : nullptr;
+        position = type != nullptr ? type->GetFirstDocPosition() : nullptr;
+        return position != nullptr ? type->GetNextDoc(position) : nullptr;
+    }
+    /// The edit control in which a document is shown.
+    static HWND EditorOf(const CDocument* document)
+    {
+        POSITION position = document != nullptr ? document->GetFirstViewPosition() : nullptr;
+        return position != nullptr ? ::GetWindow(document->GetNextView(position)->m_hWnd, GW_CHILD) : nullptr;
+    }
+
+    /// Changes a document, saves it under another name, closes it and opens it again, all in the dialogs for files.
+    bool SaveDocument()
+    {
+        static constexpr char kLine[] = "; Changed by the tour.\r\n";
+        char path[MAX_PATH] = "";
+        ::GetFullPathName(m_folder + "\\tour-document.txt", sizeof path, path, nullptr);
+        ::DeleteFile(path); // of a tour before
+        const CString picture = PicturePath("en", "file-dialog");
+        const auto enter = [&](HWND dialog) {
+            ::SetDlgItemText(dialog, ZO_IDC_FILE_NAME, path);
+            Settle();
+            const bool saved = SavePicture(dialog, picture);
+            Press(dialog, IDOK);
+            return saved;
+        };
+        CDocument* document = FirstDocument();
+        ::SendMessage(EditorOf(document), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(kLine));
+        bool done = document != nullptr && document->IsModified();
+        if (done) {
+            const WhenOpen save(ZO_IDC_FILE_NAME, enter);
+            document->OnCmdMsg(ZO_ID_DOCUMENT_SAVE_AS, CN_COMMAND, nullptr, nullptr);
+            done = save.IsDone() && !document->IsModified() && document->GetPathName() == path;
+            document->OnCmdMsg(ZO_ID_DOCUMENT_CLOSE, CN_COMMAND, nullptr, nullptr);
+        }
+        if (done) {
+            const WhenOpen open(ZO_IDC_FILE_NAME, enter);
+            m_frame->GetDocuments().AskAndOpen();
+            done = open.IsDone() && TextOf(EditorOf(FirstDocument())).Find(kLine) == 0;
+        }
+        return m_report.Step("save and open", done, path);
+    }
+
+    bool PickFolder()
+    {
+        char folder[MAX_PATH] = "";
+        ::GetFullPathName(m_folder, sizeof folder, folder, nullptr);
+        const CString picture = PicturePath("en", "folder-picker");
+        const WhenOpen pick(ZO_IDC_FOLDER_TREE, [&](HWND dialog) {
+            Settle();
+            const bool saved = SavePicture(dialog, picture);
+            Press(dialog, IDOK);
+            return saved;
+        });
+        char chosen[MAX_PATH] = "";
+        const int result =
+            ZoSelectDirectory(chosen, sizeof chosen, m_frame->m_hWnd, folder, ZO_SELECT_KEEP_CASE, 0, nullptr, nullptr);
+        return m_report.Step("pick a folder", result == IDOK && pick.IsDone() && ::lstrcmpi(folder, chosen) == 0,
+                             chosen);
     }
 
     bool PictureDocuments(LPCSTR language)
     {
         const HWND shell = m_frame->GetDocuments().GetShell();
+        ::SendMessage(::GetDlgItem(shell, AFX_IDW_PANE_FIRST), WM_MDITILE, MDITILE_HORIZONTAL, 0);
         ::ShowWindow(shell, SW_SHOW);
         ::SetForegroundWindow(shell);
         ::RedrawWindow(shell, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -716,7 +790,9 @@ private:
         const CString before = Text(ZO_IDS_PAGE_LANGUAGE);
         const CString titleBefore = TextOf(m_second.FindDialog());
         m_frame->GetCountryPage().GetPicker().SelectCountryIndex(kGermany);
-        LanguageDialogDriver driver(language, PicturePath(name, "choice"));
+        const CString picture = PicturePath(name, "choice");
+        const WhenOpen driver(ZO_IDC_LANGUAGE_INSTALLED,
+                              [&](HWND dialog) { return ChooseLanguage(dialog, language, picture); });
         m_frame->SendMessage(WM_COMMAND, ZO_ID_FILE_LANGUAGE);
         const bool chosen = driver.IsDone() && ZoGblGetLanguageLCID() == language;
         const bool here = WaitUntil([&] { return PageListText(m_frame->m_hWnd) == Text(ZO_IDS_PAGE_LANGUAGE); });

@@ -388,9 +388,9 @@ TEST(DataExchange, SurvivesMissingMemory)
 TEST(DataExchange, PutsTextsInTheirPlaces)
 {
     CString text = "before";
-    AfxFormatString2(text, 1700, "%2", "a");
+    AfxFormatString2(text, 1720, "%2", "a");
     EXPECT_STREQ("a before %2, 100%% and %3 of %", text);
-    AfxFormatString1(text, 1700, "b");
+    AfxFormatString1(text, 1720, "b");
     EXPECT_STREQ("%2 before b, 100%% and %3 of %", text);
     AfxFormatString1(text, 9999, "b");
     EXPECT_STREQ("", text);

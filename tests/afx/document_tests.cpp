@@ -4,6 +4,8 @@
 
 #include <afxwin.h>
 
+#include <cstring>
+
 using namespace zo_test;
 
 namespace {
@@ -15,7 +17,7 @@ std::string g_log; // who was called
 std::string TakeLog() { return std::exchange(g_log, {}); }
 
 int g_documents = 0; // alive
-enum class Fails { kNothing, kOpening, kOpeningThrows, kView, kFrame };
+enum class Fails { kNothing, kOpening, kOpeningThrows, kView, kFrame, kSaving };
 Fails g_fails = Fails::kNothing;
 
 class TestDocument : public CDocument {
@@ -26,6 +28,11 @@ public:
 
     BOOL OnNewDocument() override { return Fill() && CDocument::OnNewDocument(); }
     BOOL OnOpenDocument(LPCSTR path) override { return Fill() && CDocument::OnOpenDocument(path); }
+    BOOL OnSaveDocument(LPCSTR path) override
+    {
+        g_log += "save " + std::string(path) + " ";
+        return g_fails != Fails::kSaving && CDocument::OnSaveDocument(path);
+    }
     void DeleteContents() override { g_log += "empty "; }
 
 protected:
@@ -103,6 +110,13 @@ BEGIN_MESSAGE_MAP(TestMain, CMDIFrameWnd)
 END_MESSAGE_MAP()
 
 int WINAPI NoMessageBox(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
+
+int g_answer = IDCANCEL;
+int WINAPI Answer(HWND, LPCSTR text, LPCSTR, UINT)
+{
+    g_log += std::string(text) + " ";
+    return g_answer;
+}
 
 CString TitleOf(const CWnd* window)
 {
@@ -207,6 +221,65 @@ TEST_F(Documents, GetCommandsOnTheirWayFromTheViewToTheApplication)
     };
     for (const auto& [id, expected] : commands)
         EXPECT_EQ(expected, Command(id)) << id;
+}
+
+TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)
+{
+    const ImportPatch box("ZOAFX.DLL", "MessageBoxA", &Answer);
+    enum Way { kFrame, kCommand, kMain };
+    const struct {
+        Way way;
+        const char* path; // of the document; null: it has none
+        int answer;
+        Fails fails;
+        const char* log; // its beginning
+        bool closes;
+    } rows[] = {
+        {kFrame, "C:\\x\\a.t", IDCANCEL, Fails::kNothing, "Save C:\\x\\a.t? ", false},
+        {kFrame, "C:\\x\\a.t", IDYES, Fails::kNothing, "Save C:\\x\\a.t? save C:\\x\\a.t ", true},
+        {kFrame, "C:\\x\\a.t", IDYES, Fails::kSaving, "Save C:\\x\\a.t? save C:\\x\\a.t ", false},
+        {kFrame, nullptr, IDYES, Fails::kNothing, "Save name? ", false}, // nobody gives it one
+        {kFrame, nullptr, IDNO, Fails::kNothing, "Save name? ", true},
+        {kCommand, nullptr, IDCANCEL, Fails::kNothing, "Save name? ", false},
+        {kCommand, nullptr, IDNO, Fails::kNothing, "Save name? ", true},
+        {kMain, nullptr, IDCANCEL, Fails::kNothing, "Save name? ", false},
+        {kMain, "C:\\x\\a.t", IDCANCEL, Fails::kNothing, "Save C:\\x\\a.t? ", false},
+    };
+    auto* type =
+        new CMultiDocTemplate(kType, RUNTIME_CLASS(TestDocument), RUNTIME_CLASS(TestChild), RUNTIME_CLASS(TestView));
+    AfxGetApp()->AddDocTemplate(type); // the application's from here on
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.way << ", answer " << row.answer << ": " << row.log);
+        CDocument* document = type->OpenDocumentFile(row.path);
+        ASSERT_NE(nullptr, document);
+        if (row.path == nullptr)
+            document->SetTitle("name");
+        document->SetModifiedFlag();
+        g_answer = row.answer;
+        g_fails = row.fails;
+        TakeLog();
+        if (row.way == kCommand)
+            m_main->SendMessage(WM_COMMAND, ID_FILE_CLOSE);
+        else
+            (row.way == kMain ? static_cast<CFrameWnd*>(m_main) : m_main->MDIGetActive())->SendMessage(WM_CLOSE);
+        const std::string log = TakeLog();
+        EXPECT_EQ(row.log, log.substr(0, std::strlen(row.log)));
+        EXPECT_EQ(row.closes ? 0 : 1, g_documents);
+        g_fails = Fails::kNothing;
+        if (!row.closes)
+            document->OnCloseDocument();
+    }
+    CDocument* document = type->OpenDocumentFile("C:\\x\\a.t");
+    document->SetModifiedFlag();
+    TakeLog();
+    EXPECT_TRUE(document->DoSave("C:\\b.t", FALSE));
+    EXPECT_STREQ("C:\\x\\a.t", document->GetPathName()) << "a copy";
+    EXPECT_FALSE(document->IsModified());
+    EXPECT_TRUE(document->DoSave("C:\\b.t"));
+    EXPECT_STREQ("C:\\b.t", document->GetPathName());
+    EXPECT_EQ("save C:\\b.t ", Command(ID_FILE_SAVE));
+    EXPECT_EQ("", Command(ID_FILE_SAVE_AS)) << "this framework asks for no name";
+    document->OnCloseDocument();
 }
 
 TEST_F(Documents, TellTheirViewsOfChanges)

@@ -1,1 +1,319 @@
+// The about box and, from it, the settings of the trace: by clicks and keys.
+#include "driven_dialog.h"
+#include "product/registered_product.h"
+#include "support/dialog_driver.h"
+#include "support/environment.h"
+#include "support/fault_loop.h"
+#include "support/unique_names.h"
+#include "telling_app.h"
 
+#include <zogbl/about_dialog.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/trace.h>
+
+#include <memory>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+constexpr char kDevices[] = "Software\\Zo,Inc.\\Devices";
+constexpr char kNoAutoDetect[] = "DisableTAPIAutoDetect";
+
+std::string g_folder; // in which the program seems to be
+DWORD(WINAPI* g_moduleFileName)(HMODULE, LPSTR, DWORD);
+DWORD WINAPI FileNameInFolder(HMODULE module, LPSTR path, DWORD size)
+{
+    if (module != nullptr)
+        return g_moduleFileName(module, path, size);
+    lstrcpynA(path, (g_folder + "\\program.exe").c_str(), static_cast<int>(size));
+    return static_cast<DWORD>(lstrlenA(path));
+}
+
+std::string g_started;
+UINT g_startResult = 32;
+UINT WINAPI NoteStart(LPCSTR command, UINT show)
+{
+    g_started = std::string(command) + " | " + std::to_string(show);
+    return g_startResult;
+}
+
+class AboutBox : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        g_moduleFileName = m_path.Original<DWORD WINAPI(HMODULE, LPSTR, DWORD)>();
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        g_folder = m_folder.Path();
+        m_product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, kDevices, kNoAutoDetect, m_autoDetectBefore, 0);
+    }
+    void TearDown() override
+    {
+        m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, kDevices, kNoAutoDetect, m_autoDetectBefore);
+        ZoGblDumpLanguageDLL();
+    }
+    /// Opens the settings from the about box and drives them; further acts are for boxes.
+    void WithSettings(DialogDriver::Act act, DialogDriver::Act box = {})
+    {
+        const auto open = [](HWND about) {
+            Press(about, ZO_IDC_ABOUT_TRACE);
+            Key(about, VK_ESCAPE);
+        };
+        CZoAboutDialog about(0);
+        if (box) {
+            const DialogDriver driver({open, act, box});
+            EXPECT_EQ(IDCANCEL, about.DoModal());
+        } else {
+            const DialogDriver driver({open, act});
+            EXPECT_EQ(IDCANCEL, about.DoModal());
+        }
+    }
+    DWORD NoAutoDetect()
+    {
+        DWORD value = 0;
+        m_product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, kDevices, kNoAutoDetect, value, 99);
+        return value;
+    }
+    /// A trace file that was last written on 30 June 2000 at 10:15, local time.
+    void MakeTraceFile(const std::string& name)
+    {
+        m_folder.Write(name, "traced");
+        const HANDLE file =
+            CreateFileA(m_folder.Path(name).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        const SYSTEMTIME local = {2000, 6, 5, 30, 10, 15, 0, 0};
+        FILETIME localTime, time;
+        EXPECT_TRUE(SystemTimeToFileTime(&local, &localTime) && LocalFileTimeToFileTime(&localTime, &time) &&
+                    SetFileTime(file, nullptr, nullptr, &time));
+        CloseHandle(file);
+    }
+    std::string Lower(std::string text) const
+    {
+        CString lower = text.c_str();
+        lower.MakeLower();
+        return (LPCSTR)lower;
+    }
+
+    RegisteredProduct m_product;
+    TestFolder m_folder;
+    ImportPatch m_path{kLibrary, "GetModuleFileNameA", &FileNameInFolder};
+    ImportPatch m_start{kLibrary, "WinExec", &NoteStart};
+    DWORD m_autoDetectBefore = 0;
+};
+
+std::string ListText(HWND dialog, int row)
+{
+    char text[400] = "";
+    SendDlgItemMessageA(dialog, ZO_IDC_TRACE_FILES, LB_GETTEXT, static_cast<WPARAM>(row),
+                        reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+bool IsEnabled(HWND dialog, int control) { return IsWindowEnabled(GetDlgItem(dialog, control)) != FALSE; }
+
+} // namespace
+
+TEST_F(AboutBox, ShowsTheProgramAndFollowsTheLanguage)
+{
+    DrivenDialog<CZoAboutDialog> about(0u);
+    about.act = [&](DrivenDialog<CZoAboutDialog>& open) {
+        EXPECT_EQ("About Brixel Suite", TextOf(open.m_hWnd));
+        EXPECT_EQ("Brixel Suite", TextOf(open.m_hWnd, ZO_IDC_ABOUT_PRODUCT));
+        EXPECT_EQ(0u, TextOf(open.m_hWnd, ZO_IDC_ABOUT_VERSION).find("Version 3.9"))
+            << TextOf(open.m_hWnd, ZO_IDC_ABOUT_VERSION);
+        EXPECT_NE("", TextOf(open.m_hWnd, ZO_IDC_ABOUT_COPYRIGHT));
+        EXPECT_EQ("&Trace settings...", TextOf(open.m_hWnd, ZO_IDC_ABOUT_TRACE));
+        ZoGblDumpLanguageDLL();
+        m_product.MakeCurrent(0x0407);
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        CZoDialog::ReloadOpenDialogs();
+        EXPECT_EQ("Info \xFC"
+                  "ber Brixel Suite",
+                  TextOf(open.m_hWnd));
+        EXPECT_EQ("Auf&zeichnung...", TextOf(open.m_hWnd, ZO_IDC_ABOUT_TRACE));
+    };
+    EXPECT_EQ(IDCANCEL, about.DoModal());
+    EXPECT_TRUE(about.acted);
+}
+
+TEST_F(AboutBox, KeepsTheTraceLevel)
+{
+    static constexpr char kRange[] = "The number must lie between 0 and 65535.";
+    static constexpr char kNumber[] = "This must be a whole number without a sign.";
+    const struct {
+        WORD before;
+        std::string shown;
+        bool on;           // when OK is pressed
+        const char* typed; // null: nothing
+        std::string box;
+        WORD after;
+    } rows[] = {
+        {0, "1", false, nullptr, "", 0},     {0, "1", true, nullptr, "", 1},     {0, "1", true, "12", "", 12},
+        {5, "5", true, nullptr, "", 5},      {5, "5", true, "0", "", 1},         {5, "5", false, nullptr, "", 0},
+        {5, "5", true, "65535", "", 65535},  {5, "5", true, "70000", kRange, 5}, {5, "5", true, "", kNumber, 5},
+        {5, "5", true, "123456", "", 12345},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.before << " typed " << (row.typed != nullptr ? row.typed : "nothing"));
+        CZoTrace::SetRegTraceLevel(row.before);
+        const auto act = [&](HWND window) {
+            const bool wasOn = IsDlgButtonChecked(window, ZO_IDC_TRACE_ON) != 0;
+            EXPECT_EQ(row.before != 0, wasOn);
+            EXPECT_EQ(wasOn, IsEnabled(window, ZO_IDC_TRACE_LEVEL));
+            EXPECT_EQ(row.shown, TextOf(window, ZO_IDC_TRACE_LEVEL));
+            if (wasOn != row.on)
+                Press(window, ZO_IDC_TRACE_ON);
+            EXPECT_EQ(row.on, IsEnabled(window, ZO_IDC_TRACE_LEVEL));
+            if (row.typed != nullptr)
+                Type(window, ZO_IDC_TRACE_LEVEL, row.typed);
+            Press(window, IDOK);
+            if (!row.box.empty()) { // it stays, and so does what was typed
+                EXPECT_EQ(ZO_IDC_TRACE_LEVEL, FocusOf(window));
+                EXPECT_EQ(row.typed, TextOf(window, ZO_IDC_TRACE_LEVEL));
+                Key(window, VK_ESCAPE);
+            }
+        };
+        WithSettings(act, row.box.empty() ? DialogDriver::Act() : AnswerBox(row.box, IDOK));
+        EXPECT_EQ(row.after, CZoTrace::GetRegTraceLevel());
+    }
+    // What cannot be reached is not looked at.
+    WithSettings([](HWND window) {
+        Type(window, ZO_IDC_TRACE_LEVEL, "");
+        Press(window, ZO_IDC_TRACE_ON);
+        Key(window, VK_RETURN);
+    });
+    EXPECT_EQ(0, CZoTrace::GetRegTraceLevel());
+}
+
+TEST_F(AboutBox, KeepsWhetherModemsAreDetected)
+{
+    for (const DWORD before : {0u, 1u, 5u}) {
+        m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, kDevices, kNoAutoDetect, before);
+        const UINT key = before == 1 ? IDCANCEL : IDOK;
+        WithSettings([&](HWND window) {
+            EXPECT_EQ(before != 0, IsDlgButtonChecked(window, ZO_IDC_TRACE_NO_DETECTION) != 0);
+            Press(window, ZO_IDC_TRACE_NO_DETECTION);
+            Press(window, static_cast<int>(key));
+        });
+        EXPECT_EQ(key == IDCANCEL ? before : before == 0, NoAutoDetect());
+    }
+}
+
+TEST_F(AboutBox, ListsTraceFilesAndShowsThem)
+{
+    WithSettings([](HWND window) {
+        EXPECT_EQ(0, SendDlgItemMessageA(window, ZO_IDC_TRACE_FILES, LB_GETCOUNT, 0, 0));
+        EXPECT_FALSE(IsEnabled(window, ZO_IDC_TRACE_VIEW));
+        SendMessageA(window, WM_CLOSE, 0, 0);
+    });
+    // On a Japanese system, a name whose second byte is a backslash elsewhere.
+    const std::string last = IsDoubleByte() ? "\x83\x5C.trc" : "zoz.trc";
+    for (const std::string& name :
+         {std::string("ZoB.TRC"), std::string("ZoA.trc"), std::string("Zo (C).TRC"), std::string("other.txt"), last})
+        MakeTraceFile(name);
+    CreateDirectoryA(m_folder.Path("folder.trc").c_str(), nullptr);
+    const std::string folder = Lower(g_folder) + "\\";
+    WithSettings(
+        [&](HWND window) {
+            EXPECT_EQ(4, SendDlgItemMessageA(window, ZO_IDC_TRACE_FILES, LB_GETCOUNT, 0, 0));
+            EXPECT_EQ(0, SendDlgItemMessageA(window, ZO_IDC_TRACE_FILES, LB_GETCURSEL, 0, 0));
+            EXPECT_EQ(folder + "zoa.trc (06/30/00 10:15)", ListText(window, 1));
+            EXPECT_TRUE(IsEnabled(window, ZO_IDC_TRACE_VIEW));
+            const std::string commands[] = {"zo", "zoa.trc", "zob.trc", last};
+            for (int row = 0; row < 4; ++row) {
+                Choose(window, ZO_IDC_TRACE_FILES, row);
+                Press(window, ZO_IDC_TRACE_VIEW);
+                EXPECT_EQ("NOTEPAD.EXE " + folder + commands[row] + " | 1", g_started); // up to the first "("
+            }
+            g_startResult = 31;
+            Press(window, ZO_IDC_TRACE_VIEW);
+            g_startResult = 32;
+            Press(window, IDCANCEL);
+        },
+        AnswerBox("Unable to view trace file", IDOK));
+}
+
+TEST_F(AboutBox, IsReachedByKeysAlone)
+{
+    MakeTraceFile("ZoA.TRC");
+    CZoTrace::SetRegTraceLevel(0);
+    const auto tabs = [](HWND window, std::initializer_list<int> order) {
+        for (const int control : order) {
+            Key(window, VK_TAB);
+            EXPECT_EQ(control, FocusOf(window));
+        }
+    };
+    CZoAboutDialog about(0);
+    const DialogDriver driver({[&](HWND window) {
+                                   EXPECT_EQ(ZO_IDC_ABOUT_TRACE, FocusOf(window));
+                                   tabs(window, {IDOK, ZO_IDC_ABOUT_TRACE});
+                                   AccessKey(window, 'T');
+                                   Key(window, VK_ESCAPE);
+                               },
+                               [&](HWND window) {
+                                   EXPECT_EQ(ZO_IDC_TRACE_ON, FocusOf(window));
+                                   tabs(window, {ZO_IDC_TRACE_NO_DETECTION, ZO_IDC_TRACE_FILES, ZO_IDC_TRACE_VIEW, IDOK,
+                                                 IDCANCEL, ZO_IDC_TRACE_ON});
+                                   AccessKey(window, 'T');
+                                   tabs(window, {ZO_IDC_TRACE_LEVEL});
+                                   AccessKey(window, 'F');
+                                   EXPECT_EQ(ZO_IDC_TRACE_FILES, FocusOf(window));
+                                   AccessKey(window, 'L');
+                                   EXPECT_EQ(ZO_IDC_TRACE_LEVEL, FocusOf(window));
+                                   g_started.clear();
+                                   AccessKey(window, 'V');
+                                   EXPECT_NE("", g_started);
+                                   AccessKey(window, 'D');
+                                   Key(window, VK_ESCAPE);
+                               }});
+    EXPECT_NE(-1, about.DoModal());
+    EXPECT_EQ(0, CZoTrace::GetRegTraceLevel()) << "given up";
+}
+
+TEST_F(AboutBox, OpensOrFailsWhateverIsMissing)
+{
+    WithSettings([](HWND window) { Press(window, IDCANCEL); }); // a disabled button: drawing the first leaves something
+    MakeTraceFile("ZoA.TRC");
+    const TellingApp app;
+    struct Closer {
+        static void CALLBACK Close(HWND, UINT, UINT_PTR, DWORD)
+        {
+            if (const HWND window = FindWindowA("#32770", "Trace Settings")) {
+                for (const int command : {ZO_IDC_TRACE_VIEW, IDOK, IDCANCEL}) // OK may be refused
+                    SendMessageA(window, WM_COMMAND, static_cast<WPARAM>(command),
+                                 reinterpret_cast<LPARAM>(GetDlgItem(window, command)));
+            }
+        }
+    };
+    const UINT_PTR timer = SetTimer(nullptr, 0, 5, &Closer::Close);
+    const auto run = [&](const FaultRun& run) {
+        CZoTrace::SetRegTraceLevel(7);
+        DrivenDialog<CZoAboutDialog> about(0u);
+        about.act = [](DrivenDialog<CZoAboutDialog>& open) {
+            SendMessageA(open.m_hWnd, WM_COMMAND, ZO_IDC_ABOUT_TRACE,
+                         reinterpret_cast<LPARAM>(open.Item(ZO_IDC_ABOUT_TRACE)));
+        };
+        const INT_PTR result = about.DoModal();
+        const bool failed = run.Fired();
+        run.Stop();
+        EXPECT_TRUE(result == IDCANCEL || (failed && result == -1)) << result;
+        const WORD level = CZoTrace::GetRegTraceLevel();
+        EXPECT_TRUE(level == 7 || failed) << level;
+    };
+    {
+        AllocationFaults memory;
+        RunFaultLoop(memory, run);
+    }
+    FaultSource system("system");
+    ZO_FAULTY_CALL(FindFirstFileA) find(system, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    ZO_FAULTY_CALL(FindNextFileA) next(system, kLibrary, FALSE, ERROR_ACCESS_DENIED);
+    ZO_FAULTY_CALL(FileTimeToLocalFileTime) local(system, kLibrary, FALSE);
+    ZO_FAULTY_CALL(FileTimeToSystemTime) split(system, kLibrary, FALSE);
+    ZO_FAULTY_CALL(GetDC) dc(system, kLibrary, nullptr);
+    ZO_FAULTY_CALL(RegOpenKeyExA) open(system, kLibrary, ERROR_ACCESS_DENIED);
+    ZO_FAULTY_CALL(GetFileVersionInfoSizeA) version(system, kLibrary, 0);
+    ZO_FAULTY_CALL(LoadIconA) icon(system, kLibrary, nullptr);
+    ZO_FAULTY_CALL(SendMessageA) send(system, kLibrary, LB_ERR);
+    RunFaultLoop(system, run);
+    KillTimer(nullptr, timer);
+}

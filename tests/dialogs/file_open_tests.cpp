@@ -216,14 +216,6 @@ TEST_F(FileOpen, GoesThroughFoldersAndTypes)
         EXPECT_EQ("Z:\\|", Rows(open, kFolders).substr(0, 4));
         Enter(open, Path(""));
         EXPECT_EQ(depth, level());
-        if (getenv("ZO_LOOK")) {
-            for (int i = 0; i < 400; ++i) {
-                MSG m;
-                while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE))
-                    DispatchMessageA(&m);
-                Sleep(10);
-            }
-        } // LOOK
         DoubleClick(open, kFiles, "gamma.bin");
     }});
     EXPECT_EQ(IDOK, dialog.DoModal());

@@ -4,6 +4,7 @@
 
 #include <zogbl/about_dialog.h>
 #include <zogbl/address_functions.h>
+#include <zogbl/argument_prompt.h>
 #include <zogbl/avl.h>
 #include <zogbl/brixel_access.h>
 #include <zogbl/country_code.h>
@@ -42,6 +43,12 @@
 #include <zogbl/status.h>
 #include <zogbl/tapi_interface.h>
 #include <zogbl/template_module.h>
+#include <zogbl/tool_file.h>
+#include <zogbl/tool_file_dialog.h>
+#include <zogbl/tool_item.h>
+#include <zogbl/tool_menu.h>
+#include <zogbl/tool_pages.h>
+#include <zogbl/tool_sheet.h>
 #include <zogbl/trace.h>
 #include <zogbl/translate.h>
 #include <zogbl/translate_editor.h>

@@ -1,0 +1,256 @@
+// Tools files byte for byte, and every way in which one can be wrong.
+#include "tool_fixture.h"
+
+#include "support/virtual_slots.h"
+
+using namespace zo_test;
+
+namespace {
+
+constexpr DWORD kVersion = ZO_TLM_FILE_VERSION;
+constexpr DWORD kSize = ZO_TLM_HEADER_SIZE;
+constexpr DWORD kInMenu = ZO_TLM_IN_MENU;
+
+class ToolFile : public testing::Test {
+protected:
+    std::string Path() const { return m_folder.Path("test.tlm"); }
+    void Write(const std::string& bytes) { m_folder.Write("test.tlm", bytes); }
+    std::string Read() const { return m_folder.Read("test.tlm"); }
+    DWORD Load(DWORD options = 0) { return m_file.LoadFileData(Path().c_str(), kVersion, kSize, &m_items, options); }
+    DWORD Save() { return m_file.SaveFileData(Path().c_str(), kVersion, kSize, &m_items); }
+    void Add(LPCSTR menuText)
+    {
+        auto* item = new CTlmItem;
+        item->SetDataMenuText(menuText);
+        m_items.Add(item);
+    }
+
+    TestFolder m_folder;
+    CTlmFile m_file;
+    ToolItems m_items;
+};
+
+std::string Records(int count)
+{
+    std::string bytes = HeaderBytes();
+    for (int i = 0; i < count; ++i)
+        bytes += RecordBytes("tool");
+    return bytes;
+}
+
+} // namespace
+
+TEST(ToolClasses, HaveTheirOperationsInOrder)
+{
+    ExpectSlots(6, &CTlmItem::ActivateItem, &CTlmItem::LoadItemData, &CTlmItem::SaveItemData);
+    ExpectSlots(6, &CTlmFile::LoadFileData, &CTlmFile::SaveFileData);
+    EXPECT_STREQ("CTlmItem", CTlmItem().GetRuntimeClass()->m_lpszClassName);
+    EXPECT_STREQ("CTlmFile", CTlmFile().GetRuntimeClass()->m_lpszClassName);
+}
+
+TEST_F(ToolFile, TellsWhatIsWrong)
+{
+    const struct {
+        const char* what;
+        std::string bytes;
+        DWORD isValid, load;
+    } rows[] = {
+        {"nothing", "", 16, 3},
+        {"short", HeaderBytes().substr(0, 143), 16, 3},
+        {"whole", HeaderBytes("mine"), 0, 0},
+        {"size below", HeaderBytes({}, 143), 18, 3},
+        {"size above", HeaderBytes({}, 145), 18, 3},
+        {"size first", HeaderBytes({}, 0, 0, 0), 18, 3},
+        {"magic", HeaderBytes({}, 144, 0x27059519), 19, 3},
+        {"magic first", HeaderBytes({}, 144, 0, 0), 19, 3},
+        {"version", HeaderBytes({}, 144, 0x19950527, 0x00010001), 20, 3},
+    };
+    for (const auto& row : rows) {
+        Write(row.bytes);
+        EXPECT_EQ(row.isValid, CTlmFile::IsValidFile(Path().c_str())) << row.what;
+        EXPECT_EQ(row.load, Load()) << row.what;
+    }
+    CString description;
+    m_file.GetDescription(description);
+    EXPECT_STREQ("mine", description) << "that of the last valid header";
+
+    EXPECT_EQ(4u, CTlmFile::IsValidFile(nullptr));
+    EXPECT_EQ(4u, CTlmFile::IsValidFile(""));
+    const std::string missing = m_folder.Path("missing.tlm");
+    EXPECT_EQ(5u, CTlmFile::IsValidFile(missing.c_str()));
+    EXPECT_EQ(5u, m_file.LoadFileData(missing.c_str(), kVersion, kSize, &m_items, 0));
+    EXPECT_EQ(4u, m_file.LoadFileData(nullptr, kVersion, kSize, &m_items, 0));
+    EXPECT_EQ(3u, m_file.LoadFileData(Path().c_str(), kVersion + 1, kSize, &m_items, 0));
+    EXPECT_EQ(3u, m_file.LoadFileData(Path().c_str(), kVersion, kSize + 1, &m_items, 0));
+    EXPECT_EQ(0, m_items.GetSize());
+}
+
+TEST_F(ToolFile, HoldsWholeRecords)
+{
+    for (const int count : {0, 1, 31, 32}) {
+        for (const size_t behind : {0, 1, 1535}) {
+            Write(Records(count) + std::string(behind, 'x'));
+            m_items.Clear();
+            EXPECT_EQ(0u, Load());
+            EXPECT_EQ(count, m_items.GetSize()) << behind << " bytes behind";
+        }
+    }
+}
+
+TEST_F(ToolFile, NumbersWhatTheMenuShows)
+{
+    Write(HeaderBytes() + RecordBytes("a", kInMenu) + RecordBytes("b", 0xFFFFFFFF & ~kInMenu) +
+          RecordBytes("c", 0xFFFFFFFF));
+    EXPECT_EQ(0u, Load(ZO_TLM_FOR_MENU));
+    EXPECT_EQ("a=24553 c=24552 ", m_items.Summary());
+    EXPECT_EQ(0u, Load(~ZO_TLM_FOR_MENU)); // appends
+    EXPECT_EQ("a=24553 c=24552 a=0 b=0 c=0 ", m_items.Summary());
+}
+
+TEST_F(ToolFile, IsWrittenByteForByte)
+{
+    Add("first");
+    m_items.Add(nullptr);
+    Add("second");
+    CTlmItem& second = m_items.Item(2);
+    second.SetDataDescription("text");
+    second.SetDataProgramPath("C:\\Tools\\calc.exe");
+    second.SetDataWorkingDirectory("C:\\Tools");
+    second.SetDataArguments("/x y");
+    second.SetDataFlags(0x80000001);
+    m_items.Item(0).SetDataDescription("");
+    m_file.SetDescription("what they are for");
+    Write(std::string(100000, 'x')); // a longer one gives way
+    EXPECT_EQ(0u, Save());
+    const std::string expected = HeaderBytes("what they are for") + RecordBytes("first") +
+                                 RecordBytes("second", 0x80000001, "text", "C:\\Tools\\calc.exe", "C:\\Tools", "/x y");
+    EXPECT_EQ(expected, Read());
+    // Whatever else a record holds is kept, but for its size.
+    std::string strange = HeaderBytes() + std::string(1536, '\x5A');
+    Write(strange);
+    m_items.Clear();
+    EXPECT_EQ(0u, Load());
+    EXPECT_EQ(0u, Save());
+    strange.replace(144, 4, Bytes(1536));
+    EXPECT_EQ(strange, Read());
+}
+
+TEST_F(ToolFile, IsDeletedOrKeptWhenItCannotBeSaved)
+{
+    Add("tool");
+    const auto save = [&](DWORD version, DWORD size) {
+        return m_file.SaveFileData(Path().c_str(), version, size, &m_items);
+    };
+    for (const auto& [version, size] : {std::pair{kVersion + 1, kSize}, {kVersion, kSize - 1}}) {
+        Write("before");
+        EXPECT_EQ(3u, save(version, size));
+        EXPECT_FALSE(m_folder.Exists("test.tlm")) << "a version or size that is not the class's";
+    }
+    EXPECT_EQ(4u, m_file.SaveFileData(nullptr, kVersion, kSize, &m_items));
+    EXPECT_EQ(3u, m_file.SaveFileData(nullptr, kVersion + 1, kSize, &m_items));
+
+    Write("before");
+    {
+        CFile held(Path().c_str(), CFile::modeReadWrite | CFile::shareExclusive);
+        EXPECT_EQ(5u, save(kVersion, kSize)) << "held by another";
+        EXPECT_EQ(5u, Load());
+    }
+    EXPECT_EQ("before", Read());
+
+    // A full disk: a header that is not written takes the file along, and nobody looks at the items.
+    for (const bool tellsError : {true, false}) {
+        FaultSource faults("disk");
+        ZO_FAULTY_CALL(WriteFile) full(faults, kFramework, !tellsError, ERROR_DISK_FULL);
+        Write("before");
+        faults.Arm(1, true);
+        EXPECT_EQ(7u, Save());
+        EXPECT_FALSE(m_folder.Exists("test.tlm"));
+        faults.Arm(2, true);
+        EXPECT_EQ(0u, Save());
+        EXPECT_EQ(144u, Read().size());
+    }
+}
+
+TEST_F(ToolFile, LoadsAllOrTellsWithoutMemory)
+{
+    Write(Records(10));
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        m_items.Clear();
+        const DWORD status = Load();
+        const bool fired = run.Fired();
+        run.Stop();
+        // Opening, an object, the list.
+        EXPECT_TRUE(fired ? status == 5 || status == 11 || status == 12 || (status == 0 && m_items.GetSize() == 10)
+                          : status == 0)
+            << status;
+        EXPECT_EQ(status == 0, m_items.GetSize() == 10);
+        for (INT_PTR i = 0; i < m_items.GetSize(); ++i)
+            EXPECT_STREQ("tool", m_items.Item(i).GetRecord().szMenuText);
+        m_items.Clear();
+    });
+}
+
+TEST_F(ToolFile, LoadsAllOrTellsWhenTheSystemFails)
+{
+    Write(Records(3));
+    FaultSource faults("file");
+    ZO_FAULTY_CALL(CreateFileA) open(faults, kFramework, INVALID_HANDLE_VALUE, ERROR_SHARING_VIOLATION);
+    ZO_FAULTY_CALL(GetFileSizeEx) measure(faults, kFramework, FALSE, ERROR_READ_FAULT);
+    ZO_FAULTY_CALL(SetFilePointerEx) seek(faults, kFramework, FALSE, ERROR_SEEK);
+    ZO_FAULTY_CALL(ReadFile) read(faults, kFramework, FALSE, ERROR_CRC);
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        m_items.Clear();
+        const DWORD status = Load();
+        EXPECT_EQ(run.number == 0 || !run.Fired() ? 0u : run.number == 1 ? 5u : 6u, status);
+        EXPECT_EQ(!run.Fired() ? 3 : (std::max)(0, run.number - 4), m_items.GetSize());
+        m_items.Clear();
+    });
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        EXPECT_EQ(!run.Fired() && run.number == 0 ? 0u
+                  : run.number == 1               ? 5u
+                  : run.Fired()                   ? 6u
+                                                  : 0u,
+                  CTlmFile::IsValidFile(Path().c_str()));
+    });
+    // Reads that lie: fewer bytes than there are.
+    FaultSource lies("short reads");
+    ZO_FAULTY_CALL(ReadFile) nothing(lies, kFramework, TRUE);
+    lies.Arm(2, false);
+    EXPECT_EQ(6u, Load());
+    EXPECT_EQ(0, m_items.GetSize());
+}
+
+TEST_F(ToolFile, SavesAllOrTellsWhenMemoryOrDiskFail)
+{
+    Add("tool");
+    const std::string after = HeaderBytes() + RecordBytes("tool", 4, m_items.Item(0).GetRecord().szDescription);
+    const auto expectOutcome = [&](const FaultRun& run, DWORD status) {
+        run.Stop();
+        const std::string bytes = Read();
+        EXPECT_EQ(status == 0   ? (run.Fired() ? HeaderBytes() : after)
+                  : status == 5 ? "before"
+                                : "(none)",
+                  bytes)
+            << status;
+    };
+    {
+        AllocationFaults faults;
+        RunFaultLoop(faults, [&](const FaultRun& run) {
+            Write("before");
+            const DWORD status = Save();
+            EXPECT_TRUE(status == 0 || (run.Fired() && status == 5));
+            run.Stop();
+            EXPECT_EQ(status == 5 ? "before" : after, Read());
+        });
+    }
+    FaultSource faults("disk");
+    ZO_FAULTY_CALL(CreateFileA) open(faults, kFramework, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    ZO_FAULTY_CALL(WriteFile) write(faults, kFramework, FALSE, ERROR_DISK_FULL);
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        m_folder.Write("test.tlm", "before"); // of another module: no fault
+        const DWORD status = Save();
+        EXPECT_EQ(run.number == 1 ? 5u : run.number == 2 ? 7u : 0u, status);
+        expectOutcome(run, status);
+    });
+}

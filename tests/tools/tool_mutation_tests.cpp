@@ -1,0 +1,152 @@
+// Damaged tools files: what is read is what the format says, and never more than its fields.
+#include "tool_fixture.h"
+
+#include "support/guard_heap.h"
+#include "support/import_patch.h"
+
+#include <zogbl/tool_menu.h>
+
+#include <random>
+
+using namespace zo_test;
+
+namespace {
+
+using Random = std::mt19937;
+
+// Each environment has cases of its own: 100,000 in the five of an architecture.
+constexpr unsigned kCases = 20000;
+constexpr unsigned kCasesOnGuardHeap = 2000;
+
+std::string MakeFile(Random& random)
+{
+    std::string file = HeaderBytes("description");
+    for (unsigned i = random() % 4; i > 0; --i)
+        file += RecordBytes(std::string(random() % 33, 'm'), random() % 16 & ~ZO_TLM_ASK_ARGUMENTS,
+                            std::string(random() % 129, 'd'), std::string(random() % 265, 'p'),
+                            std::string(random() % 265, 'f'), std::string(random() % 265, 'a'));
+    static constexpr size_t kNumbers = 14; // at the beginning of a record
+    for (unsigned changes = random() % 4; changes > 0; --changes) {
+        const size_t records = (file.size() - (std::min)(file.size(), size_t{144})) / 1536;
+        const size_t record = 144 + (records > 0 ? random() % records * 1536 : 0);
+        switch (random() % 7) {
+        case 0: // a bit of the header, which is mostly its description
+            file[random() % (std::min)(file.size(), size_t{144})] ^= static_cast<char>(1 << random() % 8);
+            break;
+        case 1: // a number
+            if (records > 0)
+                file.replace(record + random() % kNumbers * 4, 4, Bytes(random()));
+            break;
+        case 2: // the end of each text and what is behind
+        case 3:
+            if (records > 0) {
+                const size_t ends[] = {56 + 32, 88 + 128, 216 + 264, 480 + 264, 744 + 264};
+                file[record + ends[random() % 5] - 1] = static_cast<char>(random() | 0x80);
+            }
+            break;
+        case 4:
+            if (records > 0)
+                file[record + 56 + random() % 952] = static_cast<char>(random());
+            break;
+        case 5:
+            file.resize(file.size() - (std::min)(file.size() - 1, random() % 3 == 0 ? random() % 2000 : random() % 2));
+            break;
+        default:
+            file.append(random() % 3 == 0 ? random() % 1536 : random() % 2, '\xFF');
+            break;
+        }
+    }
+    return file;
+}
+
+/// The text of a field, by the format alone.
+std::string FieldOf(const std::string& record, size_t at, size_t size)
+{
+    return record.substr(at, size).substr(0, record.substr(at, size).find('\0'));
+}
+
+DWORD NumberOf(const std::string& bytes, size_t at)
+{
+    DWORD number;
+    memcpy(&number, bytes.data() + at, sizeof number);
+    return number;
+}
+
+std::string g_program, g_arguments, g_folder; // of the start that a test waits for
+BOOL WINAPI CheckStart(LPCSTR program, LPSTR command, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID,
+                       LPCSTR folder, LPSTARTUPINFOA, LPPROCESS_INFORMATION)
+{
+    EXPECT_EQ(g_program, program);
+    EXPECT_EQ(g_folder, folder);
+    const std::string line = command;
+    EXPECT_GE(line.size(), g_arguments.size() + 1);
+    EXPECT_EQ(' ' + g_arguments, line.substr(line.size() - g_arguments.size() - 1));
+    return FALSE;
+}
+
+void ExpectItem(const std::string& record, CTlmItem& item)
+{
+    const struct {
+        void (CTlmItem::*get)(CString&) const;
+        size_t at, size;
+    } fields[] = {{&CTlmItem::GetDataMenuText, 56, 32},
+                  {&CTlmItem::GetDataDescription, 88, 128},
+                  {&CTlmItem::GetDataProgramPath, 216, 264},
+                  {&CTlmItem::GetDataWorkingDirectory, 480, 264},
+                  {&CTlmItem::GetDataArguments, 744, 264}};
+    for (const auto& field : fields) {
+        CString text;
+        (item.*field.get)(text);
+        EXPECT_EQ(FieldOf(record, field.at, field.size), std::string(text)) << field.at;
+    }
+    EXPECT_EQ(0, memcmp(record.data(), &item.GetRecord(), 1536));
+    g_program = FieldOf(record, 216, 264);
+    g_folder = FieldOf(record, 480, 264);
+    g_arguments = FieldOf(record, 744, 264);
+    item.SetDataFlags(item.GetDataFlags() & ~ZO_TLM_ASK_ARGUMENTS);
+    EXPECT_EQ(g_program.empty() ? 15u : 14u, item.ActivateItem(nullptr));
+}
+
+} // namespace
+
+TEST(ToolMutation, IsReadAsTheFormatSays)
+{
+    const TestFolder folder;
+    const std::string path = folder.Path("test.tlm");
+    const ImportPatch noProcess(kLibrary, "CreateProcessA", &CheckStart);
+    const bool onGuardHeap = IsGuardHeapInstalled();
+    const std::string prefix = EnvironmentName() + (onGuardHeap ? ".guard" : "") + ".";
+    for (unsigned i = 0; i < (onGuardHeap ? kCasesOnGuardHeap : kCases); ++i) {
+        const std::string seed = prefix + std::to_string(i);
+        std::seed_seq sequence(seed.begin(), seed.end());
+        Random random(sequence);
+        const std::string bytes = MakeFile(random);
+        folder.Write("test.tlm", bytes);
+        const DWORD isValid = bytes.size() < 144                 ? 16
+                              : NumberOf(bytes, 0) != 144        ? 18
+                              : NumberOf(bytes, 4) != 0x19950527 ? 19
+                              : NumberOf(bytes, 8) != 0x00010000 ? 20
+                                                                 : 0;
+        EXPECT_EQ(isValid, CTlmFile::IsValidFile(path.c_str()));
+        CTlmFile file;
+        ToolItems items;
+        const DWORD options = random() % 2;
+        const DWORD status = file.LoadFileData(path.c_str(), 0x00010000, 144, &items, options);
+        EXPECT_EQ(isValid == 0 ? 0u : 3u, status);
+        INT_PTR loaded = 0;
+        for (size_t at = 144; isValid == 0 && at + 1536 <= bytes.size(); at += 1536) {
+            const std::string record = bytes.substr(at, 1536);
+            if (options == ZO_TLM_FOR_MENU && (NumberOf(record, 4) & ZO_TLM_IN_MENU) == 0)
+                continue;
+            ASSERT_LT(loaded, items.GetSize()) << "case " << seed;
+            EXPECT_EQ(options == 0 ? 0u : ZO_TLM_FIRST_COMMAND - static_cast<UINT>(loaded),
+                      items.Item(loaded).GetCommand());
+            ExpectItem(record, items.Item(loaded++));
+        }
+        EXPECT_EQ(loaded, items.GetSize());
+        CString description;
+        file.GetDescription(description);
+        EXPECT_EQ(isValid == 0 ? FieldOf(bytes, 16, 128) : "", std::string(description));
+        ASSERT_FALSE(testing::Test::HasFailure()) << "case " << seed;
+    }
+}

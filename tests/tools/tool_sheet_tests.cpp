@@ -1,0 +1,514 @@
+// The editor of tools files, driven by keys and clicks.
+#include "tool_fixture.h"
+
+#include "support/dialog_driver.h"
+#include "support/import_patch.h"
+
+#include <zogbl/file_open.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/tool_file_dialog.h>
+#include <zogbl/tool_sheet.h>
+#include <zomfx/frame_window.h>
+
+#include <commctrl.h>
+
+#include <set>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr int kList = ZO_IDC_TOOL_LIST;
+constexpr int kAdd = ZO_IDC_TOOL_ADD;
+constexpr int kRemove = ZO_IDC_TOOL_REMOVE;
+constexpr int kUp = ZO_IDC_TOOL_MOVE_UP;
+constexpr int kDown = ZO_IDC_TOOL_MOVE_DOWN;
+constexpr char kDescription[] = "Starts a program.";
+
+enum Pages { kGeneral, kWindow, kConsole, kOptions };
+
+HWND PageOf(HWND sheet) { return reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0)); }
+
+/// \return whether the page before let go.
+bool ShowPage(HWND sheet, int page)
+{
+    const HWND before = PageOf(sheet);
+    SendMessageA(sheet, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
+    return PageOf(sheet) != before;
+}
+
+std::string RowsOf(HWND sheet)
+{
+    std::string rows;
+    const HWND list = GetDlgItem(sheet, kList);
+    for (LRESULT i = 0; i < SendMessageA(list, LB_GETCOUNT, 0, 0); ++i) {
+        char text[100] = "";
+        SendMessageA(list, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+        rows += (i == SendMessageA(list, LB_GETCURSEL, 0, 0) ? "*" : "") + std::string(text) + " ";
+    }
+    return rows;
+}
+
+/// Which of Add, Remove, Move up and Move down can be pressed, and whether the page can be used: "ARUDp".
+std::string EnabledOf(HWND sheet)
+{
+    std::string enabled;
+    const std::pair<HWND, char> rows[] = {{GetDlgItem(sheet, kAdd), 'A'},
+                                          {GetDlgItem(sheet, kRemove), 'R'},
+                                          {GetDlgItem(sheet, kUp), 'U'},
+                                          {GetDlgItem(sheet, kDown), 'D'},
+                                          {GetWindow(PageOf(sheet), GW_CHILD), 'p'}};
+    for (const auto& [window, letter] : rows)
+        enabled += IsWindowEnabled(window) ? std::string(1, letter) : "";
+    return enabled;
+}
+
+DialogDriver::Act ChooseFile(std::string path)
+{
+    return [path = std::move(path)](HWND dialog) {
+        Type(dialog, ZO_IDC_FILE_NAME, path);
+        Press(dialog, IDOK);
+    };
+}
+void GiveUp(HWND dialog) { Press(dialog, IDCANCEL); }
+
+class ToolSheet : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
+    void TearDown() override { ZoGblDumpLanguageDLL(); }
+
+    std::string Path() const { return m_folder.Path("test.tlm"); }
+    std::string Read() const { return m_folder.Read("test.tlm"); }
+    void Write(const std::vector<std::string>& tools)
+    {
+        std::string bytes = HeaderBytes("mine");
+        for (const std::string& tool : tools)
+            bytes += RecordBytes(tool, 4, kDescription);
+        m_folder.Write("test.tlm", bytes);
+    }
+    void Edit(std::initializer_list<DialogDriver::Act> acts)
+    {
+        const DialogDriver driver(acts);
+        EditToolItemFile(Path().c_str(), nullptr);
+    }
+    std::string SaveFailed() const
+    {
+        return "The tools could not be saved in " + Path() +
+               ". Do you want to go back to editing them? With No, your changes are lost.";
+    }
+
+    RegisteredProduct m_product;
+    TestFolder m_folder;
+};
+
+} // namespace
+
+TEST_F(ToolSheet, MakesAFileFromNothing)
+{
+    const std::string tool = ReportTool();
+    Edit({[&](HWND sheet) {
+              EXPECT_EQ("Edit Tools", TextOf(sheet));
+              EXPECT_EQ("A", EnabledOf(sheet));
+              Press(sheet, kAdd);
+              EXPECT_EQ("", RowsOf(sheet)) << "given up";
+              Press(sheet, kAdd);
+              EXPECT_EQ("*ZoStartReport.exe ", RowsOf(sheet));
+              EXPECT_EQ("ARp", EnabledOf(sheet));
+              const HWND page = PageOf(sheet);
+              EXPECT_EQ("ZoStartReport.exe", TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
+              EXPECT_EQ(tool, TextOf(page, ZO_IDC_TOOL_PROGRAM));
+              EXPECT_EQ(ProgramFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
+              Type(page, ZO_IDC_TOOL_MENU_TEXT, "&Report");
+              Press(sheet, kAdd); // takes over what the page shows
+              EXPECT_EQ("&Report *R&&D.exe ", RowsOf(sheet));
+              EXPECT_EQ("ARUp", EnabledOf(sheet));
+              Press(sheet, IDOK);
+          },
+          &GiveUp, ChooseFile(tool), ChooseFile((m_folder.Write("R&D.exe", "MZ"), m_folder.Path("R&D.exe")))});
+    EXPECT_EQ(HeaderBytes() + RecordBytes("&Report", 4, kDescription, tool, ProgramFolder()) +
+                  RecordBytes("R&&D.exe", 4, kDescription, m_folder.Path("R&D.exe"), m_folder.Path()),
+              Read());
+}
+
+TEST_F(ToolSheet, EditsWhatThePagesShow)
+{
+    Write({"first", "second"});
+    const std::string range =
+        "The number must lie between 1 and " + std::to_string(GetSystemMetrics(SM_CXSCREEN)) + ".";
+    Edit({[&](HWND sheet) {
+              HWND page = PageOf(sheet);
+              Type(page, ZO_IDC_TOOL_MENU_TEXT, std::string(32, 'm')); // one too many
+              EXPECT_FALSE(ShowPage(sheet, kWindow));
+              EXPECT_EQ(ZO_IDC_TOOL_MENU_TEXT, FocusOf(page));
+              EXPECT_EQ(std::string(32, 'm'), TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
+              Choose(sheet, kList, 1); // refused likewise
+              EXPECT_EQ("*first second ", RowsOf(sheet));
+              Press(sheet, IDOK); // and this
+              Type(page, ZO_IDC_TOOL_MENU_TEXT, std::string(31, 'm'));
+              Type(page, ZO_IDC_TOOL_DESCRIPTION, std::string(127, 'd'));
+              Type(page, ZO_IDC_TOOL_PROGRAM, std::string(263, 'p'));
+              Type(page, ZO_IDC_TOOL_FOLDER, std::string(263, 'f'));
+              Type(page, ZO_IDC_TOOL_ARGUMENTS, std::string(263, 'a'));
+              EXPECT_EQ("Ar&guments:", TextOf(page, ZO_IDC_TOOL_ARGUMENTS_LABEL));
+              Press(page, ZO_IDC_TOOL_ASK);
+              EXPECT_EQ("Default ar&guments:", TextOf(page, ZO_IDC_TOOL_ARGUMENTS_LABEL));
+              Press(page, ZO_IDC_TOOL_IN_MENU);
+              Press(page, ZO_IDC_TOOL_MINIMIZED);
+
+              EXPECT_TRUE(ShowPage(sheet, kWindow));
+              page = PageOf(sheet);
+              EXPECT_FALSE(IsWindowEnabled(GetDlgItem(page, ZO_IDC_TOOL_LEFT)));
+              Press(page, ZO_IDC_TOOL_USE_POSITION);
+              Type(page, ZO_IDC_TOOL_LEFT, "0");
+              EXPECT_FALSE(ShowPage(sheet, kConsole));
+              EXPECT_EQ(ZO_IDC_TOOL_LEFT, FocusOf(page));
+              Type(page, ZO_IDC_TOOL_LEFT, std::to_string(GetSystemMetrics(SM_CXSCREEN)));
+              SendDlgItemMessageA(page, ZO_IDC_TOOL_TOP_SPIN, WM_LBUTTONDOWN, 0, MAKELPARAM(2, 2)); // up
+              SendDlgItemMessageA(page, ZO_IDC_TOOL_TOP_SPIN, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
+              EXPECT_EQ("17", TextOf(page, ZO_IDC_TOOL_TOP));
+              Press(page, ZO_IDC_TOOL_USE_SIZE);
+              Type(page, ZO_IDC_TOOL_WIDTH, "640");
+              Type(page, ZO_IDC_TOOL_HEIGHT, "1");
+              Press(page, ZO_IDC_TOOL_USE_SIZE); // what was entered is kept all the same
+              Press(page, ZO_IDC_TOOL_USE_SHOW);
+              Press(page, ZO_IDC_TOOL_BUSY);
+
+              EXPECT_TRUE(ShowPage(sheet, kConsole));
+              page = PageOf(sheet);
+              Press(page, ZO_IDC_TOOL_USE_CONSOLE_SIZE);
+              Type(page, ZO_IDC_TOOL_COLUMNS, "1024");
+              Type(page, ZO_IDC_TOOL_ROWS, "1025");
+              EXPECT_FALSE(ShowPage(sheet, kOptions));
+              Type(page, ZO_IDC_TOOL_ROWS, "1");
+              Press(page, ZO_IDC_TOOL_FULL_SCREEN);
+              EXPECT_FALSE(ShowPage(sheet, kOptions)) << "asked, and answered with No";
+              EXPECT_EQ(ZO_IDC_TOOL_FULL_SCREEN, FocusOf(page));
+              EXPECT_TRUE(ShowPage(sheet, kOptions)) << "with Yes";
+
+              page = PageOf(sheet);
+              EXPECT_EQ(BST_CHECKED, IsDlgButtonChecked(page, ZO_IDC_TOOL_PRIORITY));
+              Press(page, ZO_IDC_TOOL_PRIORITY_IDLE);
+              for (const int check :
+                   {ZO_IDC_TOOL_NEW_CONSOLE, ZO_IDC_TOOL_DETACHED, ZO_IDC_TOOL_NEW_GROUP, ZO_IDC_TOOL_SEPARATE})
+                  Press(page, check);
+              Choose(sheet, kList, 1);
+              EXPECT_EQ(std::string(31, 'm') + " *second ", RowsOf(sheet));
+              EXPECT_EQ(BST_CHECKED, IsDlgButtonChecked(page, ZO_IDC_TOOL_PRIORITY)) << "the other item's";
+              EXPECT_EQ(BST_UNCHECKED, IsDlgButtonChecked(page, ZO_IDC_TOOL_NEW_CONSOLE));
+              Choose(sheet, kList, 0);
+              EXPECT_EQ(BST_CHECKED, IsDlgButtonChecked(page, ZO_IDC_TOOL_PRIORITY_IDLE));
+              Press(sheet, IDOK);
+          },
+          AnswerBox("The text can have at most 31 characters.", IDOK),
+          AnswerBox("The text can have at most 31 characters.", IDOK),
+          AnswerBox("The text can have at most 31 characters.", IDOK), AnswerBox(range, IDOK),
+          AnswerBox("The number must lie between 1 and 1024.", IDOK), [](HWND box) { Press(box, IDNO); },
+          [](HWND box) { Press(box, IDYES); }});
+    std::string record = RecordBytes(std::string(31, 'm'), 3, std::string(127, 'd'), std::string(263, 'p'),
+                                     std::string(263, 'f'), std::string(263, 'a'));
+    record.replace(16, 4, Bytes(0x04000000 | 0x40 | 0x10 | 0x08 | 0x200 | 0x800));
+    record.replace(20, 4,
+                   Bytes(STARTF_USEPOSITION | STARTF_USECOUNTCHARS | STARTF_RUNFULLSCREEN | STARTF_FORCEONFEEDBACK));
+    record.replace(24, 24,
+                   Bytes(static_cast<DWORD>(GetSystemMetrics(SM_CXSCREEN))) + Bytes(17) + Bytes(640) + Bytes(1) +
+                       Bytes(1024) + Bytes(1));
+    EXPECT_EQ(HeaderBytes("mine") + record + RecordBytes("second", 4, kDescription), Read());
+}
+
+TEST_F(ToolSheet, MovesAndRemoves)
+{
+    Write({"a", "b", "c"});
+    Edit({[](HWND sheet) {
+        EXPECT_EQ("ARDp", EnabledOf(sheet));
+        SetFocus(GetDlgItem(sheet, kDown));
+        Press(sheet, kDown);
+        EXPECT_EQ("b *a c ", RowsOf(sheet));
+        EXPECT_EQ("ARUDp", EnabledOf(sheet));
+        Press(sheet, kDown);
+        EXPECT_EQ("b c *a ", RowsOf(sheet));
+        EXPECT_EQ(kUp, FocusOf(sheet)) << "the button is disabled: to its neighbour";
+        EXPECT_EQ("a", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
+        Press(sheet, kUp);
+        EXPECT_EQ("b *a c ", RowsOf(sheet));
+        SetFocus(GetDlgItem(sheet, kRemove));
+        Press(sheet, kRemove);
+        EXPECT_EQ("b *c ", RowsOf(sheet));
+        Press(sheet, kRemove);
+        EXPECT_EQ("*b ", RowsOf(sheet));
+        EXPECT_EQ("b", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
+        Press(sheet, kRemove);
+        EXPECT_EQ("", RowsOf(sheet));
+        EXPECT_EQ("A", EnabledOf(sheet));
+        EXPECT_EQ("", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
+        EXPECT_EQ(kAdd, FocusOf(sheet));
+        for (int page = kWindow; page <= kOptions; ++page)
+            EXPECT_TRUE(ShowPage(sheet, page)) << "an empty page does not insist";
+        EXPECT_EQ("A", EnabledOf(sheet)) << "a page that was made later";
+        Press(sheet, IDOK);
+    }});
+    EXPECT_EQ(HeaderBytes("mine"), Read());
+}
+
+TEST_F(ToolSheet, HoldsThirtyOneItems)
+{
+    const std::string tool = ReportTool();
+    Write(std::vector<std::string>(30, "tool"));
+    Edit({[](HWND sheet) {
+              SetFocus(GetDlgItem(sheet, kAdd));
+              Press(sheet, kAdd);
+              EXPECT_EQ("RUp", EnabledOf(sheet));
+              EXPECT_EQ(kRemove, FocusOf(sheet));
+              Press(sheet, kRemove);
+              EXPECT_EQ("ARUp", EnabledOf(sheet));
+              Press(sheet, kAdd);
+              Press(sheet, IDOK);
+          },
+          ChooseFile(tool), ChooseFile(tool)});
+    EXPECT_EQ(144u + 31 * 1536, Read().size());
+    Write(std::vector<std::string>(32, "tool"));
+    Edit({[](HWND sheet) {
+        EXPECT_EQ("RDp", EnabledOf(sheet));
+        Press(sheet, kRemove);
+        EXPECT_EQ("RDp", EnabledOf(sheet));
+        Press(sheet, kRemove);
+        EXPECT_EQ("ARDp", EnabledOf(sheet));
+        Press(sheet, IDOK);
+    }});
+    EXPECT_EQ(144u + 30 * 1536, Read().size());
+}
+
+TEST_F(ToolSheet, ForgetsWhatIsGivenUp)
+{
+    Write({"a", "b"});
+    const std::string before = Read();
+    const std::function<void(HWND)> ways[] = {&GiveUp, [](HWND sheet) { Key(sheet, VK_ESCAPE); },
+                                              [](HWND sheet) { SendMessageA(sheet, WM_SYSCOMMAND, SC_CLOSE, 0); }};
+    for (const auto& way : ways) {
+        Edit({[&](HWND sheet) {
+            EXPECT_EQ("*a b ", RowsOf(sheet));
+            Type(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT, "changed");
+            Press(sheet, kRemove);
+            way(sheet);
+        }});
+        EXPECT_EQ(before, Read());
+    }
+    DialogDriver driver{[](HWND sheet) { Press(sheet, IDOK); }};
+    CTlmSheet sheet("Tools", nullptr);
+    EXPECT_EQ(IDOK, sheet.DoModal()) << "without a file";
+    EXPECT_EQ(4u, sheet.SaveFileData());
+}
+
+TEST_F(ToolSheet, OffersToGoBackWhenItCannotBeSaved)
+{
+    FaultSource faults("disk");
+    ZO_FAULTY_CALL(CreateFileA) open(faults, kFramework, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    ZO_FAULTY_CALL(WriteFile) write(faults, kFramework, FALSE, ERROR_DISK_FULL);
+    const struct {
+        const char* what;
+        int call; // that fails, of those that save: open, header, two items
+        std::string left;
+    } rows[] = {
+        {"read-only", 1, HeaderBytes("mine") + RecordBytes("a", 4, kDescription) + RecordBytes("b", 4, kDescription)},
+        {"no room", 2, "(none)"},
+        {"no room for the items", 3, HeaderBytes("mine")},
+        {"no room for the last", 4, HeaderBytes("mine") + RecordBytes("typed", 4, kDescription)}};
+    for (const auto& row : rows) {
+        for (const bool goBack : {false, true}) {
+            SCOPED_TRACE(row.what);
+            Write({"a", "b"});
+            const auto type = [&](HWND sheet) {
+                Type(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT, "typed");
+                faults.Arm(row.call, true);
+                Press(sheet, IDOK);
+            };
+            const auto answer = [&](HWND box) {
+                faults.Disarm();
+                EXPECT_EQ(SaveFailed(), BoxText(box));
+                EXPECT_EQ(row.left, Read());
+                Press(box, goBack ? IDYES : IDNO);
+            };
+            if (!goBack) {
+                Edit({type, answer});
+                EXPECT_EQ(row.left, Read());
+                continue;
+            }
+            Edit({type, answer, [](HWND sheet) {
+                      EXPECT_EQ("*typed b ", RowsOf(sheet));
+                      EXPECT_EQ("typed", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
+                      Press(sheet, IDOK);
+                  }});
+            EXPECT_EQ(HeaderBytes("mine") + RecordBytes("typed", 4, kDescription) + RecordBytes("b", 4, kDescription),
+                      Read());
+        }
+    }
+    Write({"a"});
+    CFile held(Path().c_str(), CFile::modeRead | CFile::shareDenyWrite);
+    Edit({[](HWND sheet) { Press(sheet, IDOK); }, AnswerBox(SaveFailed(), IDNO)});
+}
+
+TEST_F(ToolSheet, TellsWhatCannotBeRead)
+{
+    m_folder.Write("test.tlm", "This is something else.");
+    const std::string told = "Not all tools in " + Path() +
+                             " could be read. With OK, the tools shown here take the place of the file's content.";
+    Edit({AnswerBox(told, IDOK), [&](HWND sheet) {
+              EXPECT_EQ("", RowsOf(sheet));
+              Press(sheet, IDCANCEL);
+          }});
+    EXPECT_EQ("This is something else.", Read());
+}
+
+TEST_F(ToolSheet, IsUsedByKeysAlone)
+{
+    Write({"a", "b"});
+    CZoFrameWnd main;
+    AfxGetThread()->m_pMainWnd = &main;
+    const CString helpBefore = main.GetHelpFile();
+    Edit({[&](HWND sheet) {
+        EXPECT_EQ(0, main.GetHelpFile().Right(12).CompareNoCase("ZOFAXENU.HLP"));
+        const auto page = [=] { return PageOf(sheet); };
+        AccessKey(sheet, 't');
+        EXPECT_EQ(kList, FocusOf(sheet));
+        for (const int next : {kAdd, kRemove, kDown}) {
+            Key(sheet, VK_TAB);
+            EXPECT_EQ(next, FocusOf(sheet));
+        }
+        Key(sheet, VK_TAB, kShift);
+        EXPECT_EQ(kRemove, FocusOf(sheet));
+        AccessKey(sheet, 'd');
+        EXPECT_EQ("b *a ", RowsOf(sheet));
+        AccessKey(sheet, 'u');
+        EXPECT_EQ("*a b ", RowsOf(sheet));
+        AccessKey(sheet, 't');
+        Key(sheet, VK_DOWN);
+        EXPECT_EQ("a *b ", RowsOf(sheet));
+        AccessKey(sheet, 'p'); // of the page
+        EXPECT_EQ(ZO_IDC_TOOL_PROGRAM, FocusOf(page()));
+        Key(sheet, VK_TAB);
+        EXPECT_EQ(ZO_IDC_TOOL_FOLDER, FocusOf(page()));
+        Key(sheet, VK_TAB, kControl);
+        EXPECT_NE(nullptr, GetDlgItem(page(), ZO_IDC_TOOL_USE_POSITION)) << "the next page";
+        AccessKey(sheet, 'p');
+        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(page(), ZO_IDC_TOOL_LEFT)));
+        AccessKey(sheet, 'o');
+        EXPECT_EQ(ZO_IDC_TOOL_TOP, FocusOf(page()));
+        Key(sheet, VK_UP);
+        EXPECT_EQ("17", TextOf(page(), ZO_IDC_TOOL_TOP));
+        Key(sheet, VK_RETURN);
+    }});
+    EXPECT_STREQ(helpBefore, main.GetHelpFile());
+    AfxGetThread()->m_pMainWnd = nullptr;
+    std::string second = RecordBytes("b", 4, kDescription);
+    second.replace(20, 4, Bytes(STARTF_USESHOWWINDOW | STARTF_USEPOSITION)).replace(28, 4, Bytes(17));
+    EXPECT_EQ(HeaderBytes("mine") + RecordBytes("a", 4, kDescription) + second, Read());
+}
+
+TEST_F(ToolSheet, HasNoAccessKeyTwice)
+{
+    LoadLibraryA("comctl32.dll"); // of the spin buttons
+    const HWND parent = CreateWindowA("Static", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    for (const char* language : {"ENU", "DEU", "FRA", "ESP", "JPN"}) {
+        const HMODULE library = LoadLibraryExA((ProgramFolder() + "\\ZOGBL" + language + ".DLL").c_str(), nullptr,
+                                               LOAD_LIBRARY_AS_DATAFILE);
+        ASSERT_NE(nullptr, library);
+        for (const int page : {ZO_IDD_TOOL_GENERAL, ZO_IDD_TOOL_WINDOW, ZO_IDD_TOOL_CONSOLE, ZO_IDD_TOOL_OPTIONS}) {
+            std::vector<std::wstring> texts;
+            wchar_t text[256];
+            for (const UINT id :
+                 {ZO_IDS_TOOL_LIST, ZO_IDS_TOOL_ADD, ZO_IDS_TOOL_REMOVE, ZO_IDS_TOOL_MOVE_UP, ZO_IDS_TOOL_MOVE_DOWN})
+                texts.emplace_back(text, static_cast<size_t>(LoadStringW(library, id, text, 256)));
+            const HWND dialog = CreateDialogParamW(
+                library, MAKEINTRESOURCEW(page), parent,
+                +[](HWND, UINT, WPARAM, LPARAM) WINAPI -> INT_PTR { return 0; }, 0);
+            for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+                texts.emplace_back(text, static_cast<size_t>(GetWindowTextW(child, text, 256)));
+            DestroyWindow(dialog);
+            EXPECT_GT(texts.size(), 10u);
+            std::set<wchar_t> keys;
+            for (const std::wstring& label : texts) {
+                const size_t at = label.find(L'&');
+                EXPECT_TRUE(at == std::wstring::npos ||
+                            keys.insert(static_cast<wchar_t>(towupper(label[at + 1]))).second)
+                    << language << " " << page << ": " << label;
+            }
+        }
+        FreeLibrary(library);
+    }
+    DestroyWindow(parent);
+}
+
+TEST_F(ToolSheet, SurvivesMissingMemory)
+{
+    static HWND s_met;
+    AllocationFaults faults;
+    FaultLoopOptions options;
+    options.stride = 23;
+    Write({"a", "b"});
+    RunFaultLoop(
+        faults,
+        [&](const FaultRun& run) {
+            s_met = nullptr;
+            const UINT_PTR timer = SetTimer(
+                nullptr, 0, 20, +[](HWND, UINT, UINT_PTR, DWORD) WINAPI {
+                    HWND top = nullptr;
+                    EnumThreadWindows(
+                        GetCurrentThreadId(),
+                        +[](HWND window, LPARAM found) WINAPI -> BOOL {
+                            char name[16] = "";
+                            GetClassNameA(window, name, sizeof name);
+                            if (lstrcmpA(name, "#32770") != 0 || !IsWindowEnabled(window) || !IsWindowVisible(window))
+                                return TRUE;
+                            *reinterpret_cast<HWND*>(found) = window;
+                            return FALSE;
+                        },
+                        reinterpret_cast<LPARAM>(&top));
+                    if (top == nullptr)
+                        return;
+                    const bool again = std::exchange(s_met, top) == top;
+                    if (!again && GetDlgItem(top, kDown) != nullptr) {
+                        SendMessageA(GetDlgItem(top, kDown), BM_CLICK, 0, 0);
+                        SendMessageA(top, PSM_SETCURSEL, kConsole, 0);
+                    }
+                    for (const int button : {again ? IDCANCEL : IDOK, again ? IDNO : IDOK})
+                        SendMessageA(top, WM_COMMAND, static_cast<WPARAM>(button), 0);
+                });
+            EditToolItemFile(Path().c_str(), nullptr);
+            KillTimer(nullptr, timer);
+            run.Stop();
+            // Both items, in one order or the other; or none, of a file whose items found no memory.
+            const std::string bytes = Read();
+            EXPECT_TRUE(bytes.size() == 144 + 2 * 1536 || (run.Fired() && bytes.size() < 144 + 2 * 1536));
+            Write({"a", "b"});
+        },
+        options);
+}
+
+TEST_F(ToolSheet, LetsAFileBeChosen)
+{
+    char path[MAX_PATH] = "";
+    EXPECT_EQ(2, ZoTlmSelectFile(nullptr, TRUE, nullptr, 0));
+    Write({"a"});
+    m_folder.Write("other.tlm", "something else");
+    {
+        const DialogDriver driver{[&](HWND dialog) {
+                                      EXPECT_EQ("Open Tools File", TextOf(dialog));
+                                      Type(dialog, ZO_IDC_FILE_NAME, m_folder.Path("other.tlm"));
+                                      Press(dialog, IDOK);
+                                      EXPECT_EQ(m_folder.Path("other.tlm"), TextOf(dialog, ZO_IDC_FILE_NAME));
+                                      Type(dialog, ZO_IDC_FILE_NAME, m_folder.Path("test"));
+                                      Press(dialog, IDOK);
+                                  },
+                                  AnswerBox("The file is not a tools file.", IDOK)};
+        EXPECT_EQ(1, ZoTlmSelectFile(path, TRUE, nullptr, 0));
+        EXPECT_EQ(Path(), path);
+    }
+    const DialogDriver driver{&GiveUp, [&](HWND dialog) {
+                                  EXPECT_EQ("Save Tools File", TextOf(dialog));
+                                  Type(dialog, ZO_IDC_FILE_NAME, m_folder.Path("new"));
+                                  Press(dialog, IDOK);
+                              }};
+    EXPECT_EQ(2, ZoTlmSelectFile(path, TRUE, nullptr, 0));
+    EXPECT_EQ(Path(), path) << "as before";
+    EXPECT_EQ(1, ZoTlmSelectFile(path, FALSE, nullptr, 0));
+    EXPECT_EQ(m_folder.Path("new.tlm"), path);
+}

@@ -1,0 +1,66 @@
+#include <zogbl/argument_prompt.h>
+
+#include <zogbl/file_name_functions.h>
+#include <zogbl/resource_ids.h>
+
+#include "../files/bounded_text.h"
+#include "../frame/without_throwing.h"
+
+CZoArgumentPromptDlg::CZoArgumentPromptDlg(CWnd* parent) : CZoDialog(ZO_IDD_ARGUMENT_PROMPT, parent) {}
+
+CZoArgumentPromptDlg::~CZoArgumentPromptDlg() = default;
+
+INT_PTR CZoArgumentPromptDlg::DoModal()
+{
+    INT_PTR result = -1;
+    WithoutThrowing([&] { return result = CZoDialog::DoModal(), TRUE; });
+    return result;
+}
+
+BOOL CZoArgumentPromptDlg::OnInitDialog()
+{
+    CZoDialog::OnInitDialog();
+    const HICON icon = m_hIcon != nullptr ? m_hIcon : ::LoadIconA(nullptr, IDI_APPLICATION);
+    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ICON, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
+    ShowProgram();
+    SetDlgItemText(ZO_IDC_ARGUMENT_PROMPT_TEXT, m_csPrompt);
+    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER, EM_LIMITTEXT, static_cast<WPARAM>(m_nAnswerLength), 0);
+    SetDlgItemText(ZO_IDC_ARGUMENT_PROMPT_ANSWER, m_csAnswer);
+    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER, EM_SETSEL, 0, -1);
+    WithoutThrowing([this] { return CenterWindow(), TRUE; });
+    ::SetFocus(::GetDlgItem(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER));
+    return FALSE;
+}
+
+/// A path that is too long for its line loses folders from its middle.
+void CZoArgumentPromptDlg::ShowProgram()
+{
+    const HWND line = ::GetDlgItem(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_PROGRAM);
+    WithoutThrowing([&] {
+        CClientDC dc(this);
+        const HGDIOBJ old = dc.SelectObject(reinterpret_cast<HFONT>(::SendMessageA(line, WM_GETFONT, 0, 0)));
+        RECT place;
+        ::GetClientRect(line, &place);
+        char path[MAX_PATH];
+        CZoGlobalFileNameFunctions::AbbreviateFilePath(m_csProgram, path, &dc, place.right);
+        dc.SelectObject(old);
+        return ::SetWindowTextA(line, path);
+    });
+}
+
+void CZoArgumentPromptDlg::OnOK()
+{
+    WithoutThrowing([this] {
+        CString text;
+        ::GetWindowTextA(::GetDlgItem(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER), text.GetBuffer(2 * m_nAnswerLength),
+                         2 * m_nAnswerLength + 1);
+        text.ReleaseBuffer();
+        // The field's limit counts characters.
+        CString answer;
+        CopyBounded(answer.GetBuffer(m_nAnswerLength), static_cast<size_t>(m_nAnswerLength) + 1, text);
+        answer.ReleaseBuffer();
+        m_csAnswer = answer;
+        EndDialog(IDOK);
+        return TRUE;
+    });
+}

@@ -1,0 +1,51 @@
+#include <zogbl/tool_file_dialog.h>
+
+#include <zogbl/operating_system.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
+#include "filter.h"
+
+#include "../files/bounded_text.h"
+
+CTLMFileDialog::CTLMFileDialog(BOOL open, LPCSTR path, CWnd* parent, UINT templateId)
+    : CZoFileOpen(open, templateId, nullptr, path,
+                  OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | (open ? OFN_FILEMUSTEXIST : OFN_NOREADONLYRETURN), nullptr,
+                  parent)
+{
+    const bool isWin32s = CZoGlobalOperatingSystem::GetType() == ZO_OS_WIN32S; // names of eight and three characters
+    ZoGblLoadString(open ? ZO_IDS_TOOL_OPEN_TITLE : ZO_IDS_TOOL_SAVE_TITLE, m_csTitle);
+    ZoGblLoadString(isWin32s ? ZO_IDS_TOOL_EXTENSION_WIN32S : ZO_IDS_TOOL_EXTENSION, m_csExtension);
+    m_csFilter = LoadFilter(isWin32s ? ZO_IDS_TOOL_FILTER_WIN32S : ZO_IDS_TOOL_FILTER);
+    m_ofn.lpstrTitle = m_csTitle;
+    m_ofn.lpstrDefExt = m_csExtension;
+    m_ofn.lpstrFilter = m_csFilter;
+}
+
+CTLMFileDialog::~CTLMFileDialog() = default;
+
+BOOL CTLMFileDialog::OnFileNameOK()
+{
+    if (!IsOpenDialog() || CTlmFile::IsValidFile(GetPathName()) == 0)
+        return FALSE;
+    CString text;
+    ZoGblLoadString(ZO_IDS_TOOL_NO_TOOLS_FILE, text);
+    ::MessageBoxA(m_hWnd, text, m_csTitle, MB_OK | MB_ICONEXCLAMATION);
+    return TRUE;
+}
+
+int ZoTlmSelectFile(char* path, int open, CWnd* parent, UINT templateId)
+{
+    if (path == nullptr)
+        return IDCANCEL;
+    try {
+        CTLMFileDialog dialog(open, path, parent, templateId);
+        if (dialog.DoModal() != IDOK)
+            return IDCANCEL;
+        CopyBounded(path, MAX_PATH, dialog.GetPathName());
+        return IDOK;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return IDCANCEL;
+    }
+}

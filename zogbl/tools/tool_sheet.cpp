@@ -1,0 +1,495 @@
+#include <zogbl/tool_sheet.h>
+
+#include <zogbl/file_name_functions.h>
+#include <zogbl/file_open.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
+
+#include "filter.h"
+
+#include "../frame/language_help.h"
+#include "../frame/without_throwing.h"
+
+namespace {
+
+constexpr UINT kTellLoadFailure = WM_APP + 1;
+constexpr BYTE kVersionOfNewShell = 4;
+
+// Dialog units.
+constexpr UINT kListWidth = 220;
+constexpr UINT kListWidthOldShell = 190;
+constexpr int kGap = 4;
+constexpr int kMargin = 7;
+constexpr int kCaptionHeight = 11; // of the group box
+constexpr int kButtonHeight = 14;
+
+CString LoadText(UINT id)
+{
+    CString text;
+    ZoGblLoadString(id, text);
+    return text;
+}
+
+int Ask(CWnd& owner, UINT message, const CString& path, UINT type)
+{
+    int answer = IDYES; // without memory for the question, what keeps everything
+    WithoutThrowing([&] {
+        CString text;
+        text.Format(LoadText(message), (LPCSTR)path);
+        answer = ::MessageBoxA(owner.GetSafeHwnd(), text, LoadText(ZO_IDS_TOOL_SHEET_TITLE), type | MB_ICONEXCLAMATION);
+        return TRUE;
+    });
+    return answer;
+}
+
+/// A place in a window, from its place on the screen.
+CRect PlaceIn(HWND window, HWND child)
+{
+    CRect place;
+    ::GetWindowRect(child, &place);
+    ::MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+void MoveChildrenRight(HWND window, int distance)
+{
+    for (HWND child = ::GetWindow(window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        const CRect place = PlaceIn(window, child);
+        ::SetWindowPos(child, nullptr, place.left + distance, place.top, 0, 0,
+                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CTlmSheet, CZoPropertySheet)
+    ON_BN_CLICKED(ZO_IDC_TOOL_ADD, OnPshAdd)
+    ON_BN_CLICKED(ZO_IDC_TOOL_REMOVE, OnPshRemove)
+    ON_BN_CLICKED(ZO_IDC_TOOL_MOVE_UP, OnPshMoveUp)
+    ON_BN_CLICKED(ZO_IDC_TOOL_MOVE_DOWN, OnPshMoveDown)
+    ON_LBN_SELCHANGE(ZO_IDC_TOOL_LIST, OnSelchangeItem)
+    ON_MESSAGE(kTellLoadFailure, OnTellLoadFailure)
+END_MESSAGE_MAP()
+
+// Life -----------------------------------------------------------------------------------------------------------------
+
+CTlmSheet::CTlmSheet(UINT titleId, CWnd* parent, UINT firstPage) : CZoPropertySheet(titleId, parent, firstPage)
+{
+    InitializeData();
+}
+
+CTlmSheet::CTlmSheet(LPCSTR title, CWnd* parent, UINT firstPage) : CZoPropertySheet(title, parent, firstPage)
+{
+    InitializeData();
+}
+
+CTlmSheet::~CTlmSheet()
+{
+    FreeItemList();
+    CTlmSheet::DeletePages();
+}
+
+void CTlmSheet::InitializeData()
+{
+    m_nListWidth = LOBYTE(LOWORD(GetVersion())) >= kVersionOfNewShell ? kListWidth : kListWidthOldShell;
+    m_psh.dwFlags |= PSH_NOAPPLYNOW; // items are saved as a whole, with OK
+    m_group = std::make_unique<CButton>();
+    m_list = std::make_unique<CListBox>();
+    m_generalPage = std::make_unique<CTlmGeneralPage>();
+    m_windowPage = std::make_unique<CTlmWindowPage>();
+    m_consolePage = std::make_unique<CTlmConsolePage>();
+    m_optionsPage = std::make_unique<CTlmOptionsPage>();
+    CTlmBasePage* const pages[] = {m_generalPage.get(), m_windowPage.get(), m_consolePage.get(), m_optionsPage.get()};
+    std::copy(std::begin(pages), std::end(pages), m_pages);
+    for (CTlmBasePage* page : m_pages)
+        AddPage(page);
+}
+
+void CTlmSheet::DeletePages()
+{
+    std::fill(std::begin(m_pages), std::end(m_pages), nullptr);
+    m_group.reset();
+    m_list.reset();
+    m_generalPage.reset();
+    m_windowPage.reset();
+    m_consolePage.reset();
+    m_optionsPage.reset();
+}
+
+INT_PTR CTlmSheet::DoModal()
+{
+    const INT_PTR result = CZoPropertySheet::DoModal();
+    if (result != IDOK)
+        m_bLoaded = FALSE; // what was entered is given up
+    return result;
+}
+
+BOOL CTlmSheet::OnInitDialog()
+{
+    CZoPropertySheet::OnInitDialog();
+    if (!WithoutThrowing([this] { return CreateControls(); })) {
+        EndDialog(-1);
+        return TRUE;
+    }
+    WithoutThrowing([this] { return ReloadTexts(), TRUE; });
+    if (!m_bLoaded) {
+        LoadAndShow();
+    } else {
+        RefillList();
+        Select(m_nSelected);
+    }
+    return TRUE;
+}
+
+/// Makes room at the left, and puts list and buttons there; they come first in the order of Tab.
+BOOL CTlmSheet::CreateControls()
+{
+    CRect units(kMargin, kCaptionHeight, static_cast<int>(m_nListWidth), kButtonHeight);
+    CRect gaps(kGap, kGap, 0, 0);
+    ::MapDialogRect(m_hWnd, &units);
+    ::MapDialogRect(m_hWnd, &gaps);
+    const int margin = units.left;
+    const int width = units.right;
+    const CRect tab = PlaceIn(m_hWnd, TabControl());
+    const int shift = width + 3 * margin;
+    MoveChildrenRight(m_hWnd, shift);
+    CRect window;
+    GetWindowRect(&window);
+    SetWindowPos(nullptr, 0, 0, window.Width() + shift, window.Height(), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+
+    const CRect frame(tab.left, tab.top, tab.left + width + 2 * margin, tab.bottom);
+    const CRect rest(frame.left + margin, frame.top + units.top, frame.right - margin, frame.bottom - margin);
+    const int buttonTop = rest.bottom - units.bottom;
+    const CRect list(rest.left, rest.top, rest.right, buttonTop - gaps.top);
+    if (!m_group->Create("", WS_CHILD | WS_VISIBLE | BS_GROUPBOX, frame, this, ZO_IDC_TOOL_GROUP) ||
+        !m_list->Create(WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
+                        list, this, ZO_IDC_TOOL_LIST))
+        return FALSE;
+    CButton* const buttons[] = {&m_add, &m_remove, &m_moveUp, &m_moveDown};
+    const int buttonWidth = (rest.Width() - 3 * gaps.left) / 4;
+    for (int i = 0; i < 4; ++i) {
+        const int left = rest.left + i * (buttonWidth + gaps.left);
+        const CRect place(left, buttonTop, left + buttonWidth, rest.bottom);
+        if (!buttons[i]->Create("", WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, place, this,
+                                static_cast<UINT>(ZO_IDC_TOOL_ADD + i)))
+            return FALSE;
+    }
+    m_hFont = reinterpret_cast<HFONT>(SendMessage(WM_GETFONT));
+    CWnd* const controls[] = {&m_moveDown, &m_moveUp, &m_remove, &m_add, m_list.get(), m_group.get()};
+    for (CWnd* control : controls) {
+        control->SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_hFont));
+        control->SetWindowPos(nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); // to the front
+    }
+    CenterWindow();
+    return TRUE;
+}
+
+void CTlmSheet::ReloadTexts()
+{
+    CZoPropertySheet::ReloadTexts();
+    const struct {
+        CWnd* control;
+        UINT text;
+    } rows[] = {{m_group.get(), ZO_IDS_TOOL_LIST},
+                {&m_add, ZO_IDS_TOOL_ADD},
+                {&m_remove, ZO_IDS_TOOL_REMOVE},
+                {&m_moveUp, ZO_IDS_TOOL_MOVE_UP},
+                {&m_moveDown, ZO_IDS_TOOL_MOVE_DOWN}};
+    for (const auto& row : rows) {
+        CString text;
+        if (ZoGblLoadString(row.text, text)) // without memory the old one stays
+            row.control->SetWindowText(text);
+    }
+}
+
+void CTlmSheet::SetRunMode(int mode)
+{
+    m_nRunMode = mode;
+    for (CTlmBasePage* page : m_pages)
+        page->SetRunMode(mode);
+}
+
+// The file -------------------------------------------------------------------------------------------------------------
+
+void CTlmSheet::SetFilePath(const char* path)
+{
+    m_bLoaded = FALSE;
+    m_csFilePath.Empty();
+    WithoutThrowing([&] { return m_csFilePath = path, TRUE; });
+    if (m_hWnd != nullptr)
+        LoadAndShow();
+}
+
+void CTlmSheet::LoadAndShow()
+{
+    const DWORD status = LoadFileData();
+    m_bLoaded = TRUE;
+    RefillList();
+    FillItemList();
+    // A file that is not there yet is no failure.
+    if (status != 0 && ::GetFileAttributesA(m_csFilePath) != INVALID_FILE_ATTRIBUTES)
+        PostMessage(kTellLoadFailure); // once the sheet is seen
+}
+
+LRESULT CTlmSheet::OnTellLoadFailure(WPARAM, LPARAM)
+{
+    Ask(*this, ZO_IDS_TOOL_LOAD_FAILED, m_csFilePath, MB_OK);
+    return 0;
+}
+
+DWORD CTlmSheet::LoadFileData()
+{
+    if (m_csFilePath.IsEmpty())
+        return ZO_TLM_NO_NAME;
+    FreeItemList();
+    m_csDescription.Empty();
+    try {
+        const auto file = std::make_unique<CTlmFile>();
+        const DWORD status = file->LoadFileData(m_csFilePath, ZO_TLM_FILE_VERSION, ZO_TLM_HEADER_SIZE, &m_items, 0);
+        file->GetDescription(m_csDescription);
+        return status;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ZO_TLM_NO_MEMORY;
+    }
+}
+
+DWORD CTlmSheet::SaveFileData()
+{
+    if (m_csFilePath.IsEmpty())
+        return ZO_TLM_NO_NAME;
+    try {
+        const auto file = std::make_unique<CTlmFile>();
+        file->SetDescription(m_csDescription);
+        return file->SaveFileData(m_csFilePath, ZO_TLM_FILE_VERSION, ZO_TLM_HEADER_SIZE, &m_items);
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ZO_TLM_NO_MEMORY;
+    }
+}
+
+void CTlmSheet::FreeItemList()
+{
+    m_nSelected = -1;
+    if (m_hWnd != nullptr && m_list && ::GetFocus() == m_list->m_hWnd)
+        ::SetFocus(::GetDlgItem(m_hWnd, IDOK));
+    ItemToPage(nullptr);
+    for (INT_PTR i = 0; i < m_items.GetSize(); ++i)
+        delete m_items[i];
+    m_items.RemoveAll();
+}
+
+// The list and the pages -----------------------------------------------------------------------------------------------
+
+/// What the list says of an item is its menu text.
+void CTlmSheet::ShowRow(INT_PTR index)
+{
+    CString text;
+    Item(index)->GetDataMenuText(text);
+    const auto row = static_cast<WPARAM>(index);
+    m_list->SendMessage(LB_DELETESTRING, row);
+    m_list->SendMessage(LB_INSERTSTRING, row, reinterpret_cast<LPARAM>((LPCSTR)text));
+}
+
+void CTlmSheet::RefillList()
+{
+    m_list->SendMessage(WM_SETREDRAW, FALSE);
+    m_list->ResetContent();
+    for (INT_PTR i = 0; i < m_items.GetSize(); ++i)
+        ShowRow(i);
+    m_list->SendMessage(WM_SETREDRAW, TRUE);
+    m_list->Invalidate();
+}
+
+void CTlmSheet::FillItemList() { Select(m_items.IsEmpty() ? -1 : 0); }
+
+/// Shows an item in list and pages; -1 for none. What the pages showed before is not taken over.
+void CTlmSheet::Select(INT_PTR index)
+{
+    m_nSelected = static_cast<int>(index);
+    m_list->SetCurSel(m_nSelected);
+    ItemToPage(m_nSelected >= 0 ? Item(m_nSelected) : nullptr);
+    UpdateControlStates();
+}
+
+BOOL CTlmSheet::PageToItem()
+{
+    if (m_nSelected < 0)
+        return TRUE;
+    for (int i = 0; i < 4; ++i) {
+        if (m_pages[i]->Save())
+            continue;
+        const HWND refused = ::GetFocus(); // the control that does not hold what it should
+        if (i != GetActiveIndex() && SetActivePage(i))
+            ::SetFocus(refused);
+        return FALSE;
+    }
+    ShowRow(m_nSelected);
+    return TRUE;
+}
+
+void CTlmSheet::ItemToPage(CTlmItem* item)
+{
+    for (CTlmBasePage* page : m_pages) {
+        if (page == nullptr)
+            continue;
+        page->SetItem(item);
+        page->Load();
+    }
+}
+
+void CTlmSheet::EnableAllPages(int enable)
+{
+    if (enable == m_nPagesEnabled)
+        return;
+    m_nPagesEnabled = enable;
+    for (CTlmBasePage* page : m_pages)
+        page->EnablePage(enable);
+}
+
+/// A button that is disabled with the focus on it gives that to its neighbour, or else to OK.
+void CTlmSheet::EnableButton(CButton& button, BOOL enable, CButton& neighbour)
+{
+    if (!enable && ::GetFocus() == button.m_hWnd) {
+        const HWND next = ::IsWindowEnabled(neighbour.m_hWnd) ? neighbour.m_hWnd : ::GetDlgItem(m_hWnd, IDOK);
+        SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
+    }
+    button.EnableWindow(enable);
+}
+
+void CTlmSheet::UpdateControlStates()
+{
+    const int count = static_cast<int>(m_items.GetSize());
+    if (m_nSelected >= count)
+        m_nSelected = count - 1;
+    const struct {
+        CButton& button;
+        BOOL enable;
+        CButton& neighbour;
+    } rows[] = {{m_add, count < ZO_TLM_MAXIMUM_ITEMS, m_remove},
+                {m_remove, count > 0, m_add},
+                {m_moveUp, count > 1 && m_nSelected > 0, m_moveDown},
+                {m_moveDown, count > 1 && m_nSelected < count - 1, m_moveUp}};
+    for (const auto& row : rows) { // first, so that a neighbour can take the focus
+        if (row.enable)
+            row.button.EnableWindow();
+    }
+    for (const auto& row : rows)
+        EnableButton(row.button, row.enable, row.neighbour);
+    EnableAllPages(count > 0);
+}
+
+void CTlmSheet::OnSelchangeItem()
+{
+    const int chosen = m_list->GetCurSel();
+    if (chosen < 0 || chosen == m_nSelected)
+        return;
+    if (!PageToItem())
+        m_list->SetCurSel(m_nSelected);
+    else
+        Select(chosen);
+}
+
+// The buttons ----------------------------------------------------------------------------------------------------------
+
+void CTlmSheet::OnPshAdd()
+{
+    if (m_items.GetSize() >= ZO_TLM_MAXIMUM_ITEMS)
+        return;
+    WithoutThrowing([this]() -> BOOL {
+        // First what the pages show, lest a program be chosen in vain.
+        auto item = std::make_unique<CTlmItem>();
+        if (!PageToItem() || !ChooseProgram(*item))
+            return FALSE;
+        const INT_PTR index = m_items.Add(item.get());
+        item.release();
+        ShowRow(index);
+        Select(index);
+        return TRUE;
+    });
+}
+
+/// Asks for a program, and puts it into an item. \return FALSE when the user gives up. Throws CMemoryException*.
+BOOL CTlmSheet::ChooseProgram(CTlmItem& item)
+{
+    const CString title = LoadText(ZO_IDS_TOOL_PROGRAM_TITLE);
+    const CString filter = LoadFilter(ZO_IDS_TOOL_PROGRAM_FILTER);
+    char path[ZO_TLM_PATH_SIZE] = "";
+    CZoFileOpen dialog(TRUE, 0, nullptr, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, filter, this);
+    dialog.m_ofn.lpstrTitle = title;
+    dialog.m_ofn.lpstrFile = path;
+    dialog.m_ofn.nMaxFile = sizeof path;
+    if (dialog.DoModal() != IDOK)
+        return FALSE;
+    item.SetDataProgramPath(path);
+    CString name;
+    CZoGlobalFileNameFunctions::ExtractNameFromPath(path, name);
+    name.Replace("&", "&&"); // of a file's name it is no access key
+    item.SetDataMenuText(name);
+    CString folder;
+    CZoGlobalFileNameFunctions::ExtractPathFromPath(path, folder);
+    item.SetDataWorkingDirectory(folder);
+    return TRUE;
+}
+
+void CTlmSheet::OnPshRemove()
+{
+    if (m_nSelected < 0)
+        return;
+    const int index = m_nSelected;
+    ItemToPage(nullptr);
+    delete m_items[index];
+    m_items.RemoveAt(index);
+    m_list->SendMessage(LB_DELETESTRING, static_cast<WPARAM>(index));
+    const int last = static_cast<int>(m_items.GetSize()) - 1;
+    Select(index > last ? last : index);
+}
+
+void CTlmSheet::Move(int distance)
+{
+    const int target = m_nSelected + distance;
+    if (m_nSelected < 0 || target < 0 || target >= m_items.GetSize())
+        return;
+    std::swap(m_items[m_nSelected], m_items[target]);
+    ShowRow(m_nSelected);
+    ShowRow(target);
+    m_nSelected = target;
+    m_list->SetCurSel(target);
+    UpdateControlStates();
+}
+
+void CTlmSheet::OnPshMoveUp() { Move(-1); }
+void CTlmSheet::OnPshMoveDown() { Move(1); }
+
+// The editor -----------------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// Whether all records of a saved file are there, of which saving itself does not tell.
+bool IsWhole(LPCSTR path, INT_PTR items)
+{
+    CFile file;
+    return file.Open(path, CFile::modeRead | CFile::shareDenyNone) &&
+           file.GetLength() == ZO_TLM_HEADER_SIZE + static_cast<ULONGLONG>(items) * ZO_TLM_ITEM_SIZE;
+}
+
+} // namespace
+
+void EditToolItemFile(const char* path, CWnd* parent)
+{
+    const LanguageHelp help;
+    WithoutThrowing([&]() -> BOOL {
+        CTlmSheet sheet(ZO_IDS_TOOL_SHEET_TITLE, parent);
+        sheet.SetFilePath(path);
+        while (sheet.DoModal() == IDOK) {
+            const DWORD status = sheet.SaveFileData();
+            if (status == 0 && IsWhole(path, sheet.GetItemCount()))
+                break;
+            CWnd* owner = parent != nullptr ? parent : AfxGetMainWnd();
+            CWnd none;
+            if (Ask(owner != nullptr ? *owner : none, ZO_IDS_TOOL_SAVE_FAILED, path, MB_YESNO) != IDYES)
+                break;
+        }
+        return TRUE;
+    });
+}
