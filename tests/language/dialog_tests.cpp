@@ -150,6 +150,7 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
         }
         if (isOwnSystem && !controls.empty()) {
             ShowWindow(dialog, SW_SHOW);
+            RedrawWindow(parent, nullptr, nullptr, RDW_ERASE | RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
             UpdateWindow(dialog);
             Settle();
             const std::string picture =
