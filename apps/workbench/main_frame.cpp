@@ -32,6 +32,9 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_REGISTERED_MESSAGE(s_languageMessage, OnLanguageUpdate)
     ON_COMMAND(ZO_ID_FILE_LANGUAGE, OnChooseLanguage)
     ON_COMMAND(ZO_ID_FILE_NEW, OnNewDocument)
+    ON_MESSAGE(WM_MENUSELECT, OnMenuSelect)
+    ON_COMMAND(ZO_ID_TOOLS_OPEN, OnOpenTools)
+    ON_COMMAND(ZO_ID_TOOLS_EDIT, OnEditTools)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -91,6 +94,7 @@ void MainFrame::ReloadMenu()
     const HMENU previous = ::GetMenu(m_hWnd);
     if (resource != nullptr && ::SetMenu(m_hWnd, ::LoadMenuIndirect(resource)) && previous != nullptr)
         ::DestroyMenu(previous);
+    m_tools.Refresh();
 }
 
 CString MainFrame::GetStatusText() const
@@ -191,6 +195,22 @@ void MainFrame::OnChooseLanguage()
 }
 
 void MainFrame::OnNewDocument() { m_documents.New(); }
+
+BOOL MainFrame::OnCmdMsg(UINT id, int code, void* extra, void* info)
+{
+    return CZoFrameWnd::OnCmdMsg(id, code, extra, info) || m_tools.OnCmdMsg(id, code, extra, info);
+}
+
+/// The status line says what a tool does while its menu item is selected.
+LRESULT MainFrame::OnMenuSelect(WPARAM item, LPARAM)
+{
+    const CString text = m_tools.GetMessage(LOWORD(item));
+    m_status.SetWindowText(text.IsEmpty() ? GetStatusText() : " " + text);
+    return 0;
+}
+
+void MainFrame::OnOpenTools() { m_tools.Choose(); }
+void MainFrame::OnEditTools() { m_tools.Edit(); }
 
 void MainFrame::OnAbout() { CZoAboutDialog(ZO_IDI_LIBRARY, this).DoModal(); }
 

@@ -8,6 +8,7 @@
 #include "line_page.h"
 #include "location_page.h"
 #include "mailbox_page.h"
+#include "tools.h"
 #include "trace_page.h"
 
 #include <zomfx/frame_window.h>
@@ -25,7 +26,9 @@ public:
     TracePage& GetTracePage() { return m_trace; }
     LinePage& GetLinePage() { return m_lines; }
     Documents& GetDocuments() { return m_documents; }
+    Tools& GetTools() { return m_tools; }
 
+    BOOL OnCmdMsg(UINT id, int code, void* extra, void* info) override;
     BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
 
 protected:
@@ -40,6 +43,9 @@ protected:
     afx_msg LRESULT OnLanguageUpdate(WPARAM, LPARAM);
     afx_msg void OnChooseLanguage();
     afx_msg void OnNewDocument();
+    afx_msg LRESULT OnMenuSelect(WPARAM item, LPARAM menu);
+    afx_msg void OnOpenTools();
+    afx_msg void OnEditTools();
     afx_msg void OnAbout();
     afx_msg void OnExit();
     DECLARE_MESSAGE_MAP()
@@ -60,4 +66,5 @@ private:
     CListBox m_pageList;
     CStatic m_status;
     Documents m_documents{this};
+    Tools m_tools{this};
 };
