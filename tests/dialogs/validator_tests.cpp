@@ -1,7 +1,9 @@
 // Checks of dialog data, in a dialog that is shown.
+#include "driven_dialog.h"
 #include "product/registered_product.h"
 #include "support/dialog_driver.h"
 #include "support/environment.h"
+#include "support/fault_loop.h"
 #include "telling_app.h"
 
 #include <zogbl/validators.h>
@@ -52,7 +54,8 @@ protected:
         const DialogDriver driver({[&](HWND window) {
             EXPECT_EQ("", m_app->told) << "loading says nothing";
             Type(window, kOther, "other");
-            Type(window, kField, text);
+            Type(window, kField, "");
+            SetDlgItemTextA(window, kField, text.c_str()); // which a keyboard has no two-byte characters for
             Press(window, IDOK);
             EXPECT_EQ(refused, dialog.IsOpen());
             if (!refused)
@@ -61,7 +64,9 @@ protected:
             DWORD first = 1, end = 0;
             SendMessageA(GetDlgItem(window, kField), EM_GETSEL, reinterpret_cast<WPARAM>(&first),
                          reinterpret_cast<LPARAM>(&end));
-            EXPECT_TRUE(focus != kField || (first == 0 && end == TextOf(window, kField).size())) << "not selected";
+            EXPECT_TRUE(focus != kField ||
+                        (first == 0 && end == static_cast<DWORD>(GetWindowTextLengthW(GetDlgItem(window, kField)))))
+                << "not selected";
             Press(window, IDCANCEL);
         }});
         EXPECT_EQ(refused ? IDCANCEL : IDOK, dialog.DoModal());
@@ -212,4 +217,28 @@ TEST_F(Validators, ChangeStylesWhereTheShellHasThreeDimensions)
         Press(window, IDCANCEL);
     }});
     EXPECT_EQ(IDCANCEL, dialog.DoModal());
+}
+
+TEST_F(Validators, RefuseAlsoWithoutMemory)
+{
+    const Check checks[] = {
+        [](CDataExchange* exchange, CString&) { ZoDDV_CfgMinMaxIntStr(exchange, 3, 1, 2, 0); },
+        [](CDataExchange* exchange, CString& text) { ZoDDV_CfgNotEmptyOrTooLongStr(exchange, text, 3, 0); },
+        [](CDataExchange* exchange, CString& text) { ZoDDV_CfgMaxMinCharsStr(exchange, text, 9, 0, 8, 4002); },
+        [](CDataExchange* exchange, CString& text) { ZoDDV_TrimNotEmpty(exchange, text = " ", 0, 0); },
+    };
+    for (const Check& check : checks) {
+        AllocationFaults faults;
+        RunFaultLoop(faults, [&](const FaultRun& run) {
+            DrivenDialog<CheckedDialog> dialog(check);
+            dialog.act = [](DrivenDialog<CheckedDialog>& open) {
+                ::SetDlgItemTextA(open.m_hWnd, kField, "abcd");
+                EXPECT_FALSE(open.UpdateData(TRUE));
+            };
+            const INT_PTR result = dialog.DoModal();
+            EXPECT_TRUE(result == IDCANCEL || (run.Fired() && result == -1)) << result;
+            run.Stop();
+            m_app->told = std::string();
+        });
+    }
 }
