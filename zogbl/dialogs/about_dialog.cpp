@@ -28,7 +28,8 @@ BOOL CZoAboutDialog::OnInitDialog()
     ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ABOUT_ICON, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
     ShowProgram();
     CenterWindow();
-    return TRUE;
+    ::SetFocus(::GetDlgItem(m_hWnd, IDOK)); // which Enter is to press, not the button before it
+    return FALSE;
 }
 
 void CZoAboutDialog::ReloadTexts()

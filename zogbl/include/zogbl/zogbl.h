@@ -24,8 +24,8 @@
 #include <zogbl/global_config.h>
 #include <zogbl/global_error.h>
 #include <zogbl/ini_file.h>
-#include <zogbl/language_dialog.h>
 #include <zogbl/installed_modules.h>
+#include <zogbl/language_dialog.h>
 #include <zogbl/language_support.h>
 #include <zogbl/location_item.h>
 #include <zogbl/location_registry.h>
@@ -50,9 +50,9 @@
 #include <zogbl/tool_pages.h>
 #include <zogbl/tool_sheet.h>
 #include <zogbl/trace.h>
+#include <zogbl/trans_bmp.h>
 #include <zogbl/translate.h>
 #include <zogbl/translate_editor.h>
-#include <zogbl/trans_bmp.h>
 #include <zogbl/tree.h>
 #include <zogbl/validators.h>
 #include <zogbl/version_resource.h>
