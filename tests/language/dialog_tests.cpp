@@ -150,7 +150,6 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
         }
         if (isOwnSystem && !controls.empty()) {
             ShowWindow(dialog, SW_SHOW);
-            RedrawWindow(parent, nullptr, nullptr, RDW_ERASE | RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
             UpdateWindow(dialog);
             Settle();
             const std::string picture =

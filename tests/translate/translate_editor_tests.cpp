@@ -724,6 +724,9 @@ TEST_F(TranslateEditor, SurvivesFailures)
     ZO_FAULTY_CALL(GetTextMetricsA) metrics(drawing, "ZOGBLBRX.DLL", FALSE);
     ZO_FAULTY_CALL(CreateCompatibleDC) memory(drawing, "ZOGBLBRX.DLL", nullptr);
     RunFaultLoop(drawing, edit, {.stride = 7});
+    FaultSource messages("controls");
+    ZO_FAULTY_CALL(SendMessageA) send(messages, "ZOGBLBRX.DLL", LB_ERR);
+    RunFaultLoop(messages, edit, {.stride = 61});
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(ZO_TRANSLATE_NO_MEMORY, m_table.Edit(nullptr)) << "without a language library";
     EXPECT_EQ(ZO_TRANSLATE_NO_MEMORY, m_table.Load(nullptr, m_file.c_str()));
