@@ -1,4 +1,5 @@
 #include "array_position.h"
+#include "modal_owner.h"
 #include "thread_state.h"
 
 #include <cstdlib>
@@ -147,8 +148,8 @@ namespace {
 
 int ShowMessageBox(LPCSTR text, UINT type)
 {
-    const CWnd* main = AfxGetMainWnd();
-    const HWND owner = main != nullptr ? ::GetLastActivePopup(main->m_hWnd) : nullptr;
+    const HWND owner = FindModalOwner(nullptr);
+    const DisabledWindow top(FindTopOwner(owner)); // the system disables the owner alone
     const LPCSTR title = AfxGetAppName();
     return ::MessageBox(owner, text, title != nullptr ? title : "", type | (owner == nullptr ? MB_TASKMODAL : 0));
 }

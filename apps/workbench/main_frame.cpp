@@ -35,6 +35,9 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_COMMAND(ZO_ID_FILE_LANGUAGE, OnChooseLanguage)
     ON_COMMAND(ZO_ID_FILE_NEW, OnNewDocument)
     ON_COMMAND(ZO_ID_DOCUMENT_OPEN, OnOpenDocument)
+    ON_MESSAGE(WM_MENUSELECT, OnMenuSelect)
+    ON_COMMAND(ZO_ID_TOOLS_OPEN, OnOpenTools)
+    ON_COMMAND(ZO_ID_TOOLS_EDIT, OnEditTools)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -73,6 +76,7 @@ void MainFrame::ReloadTexts()
 {
     SetWindowText(Text(ZO_IDS_WORKBENCH_TITLE));
     LoadMenuOf(m_hWnd, ZO_IDR_WORKBENCH_MENU);
+    m_tools.Refresh();
     m_pageList.ResetContent();
     for (Page* page : m_pages) {
         m_pageList.AddString(Text(page->GetTitleId()));
@@ -188,6 +192,22 @@ void MainFrame::OnChooseLanguage()
 void MainFrame::OnNewDocument() { m_documents.New(); }
 
 void MainFrame::OnOpenDocument() { m_documents.AskAndOpen(); }
+
+BOOL MainFrame::OnCmdMsg(UINT id, int code, void* extra, void* info)
+{
+    return CZoFrameWnd::OnCmdMsg(id, code, extra, info) || m_tools.OnCmdMsg(id, code, extra, info);
+}
+
+/// The status line says what a tool does while its menu item is selected.
+LRESULT MainFrame::OnMenuSelect(WPARAM item, LPARAM)
+{
+    const CString text = m_tools.GetMessage(LOWORD(item));
+    m_status.SetWindowText(text.IsEmpty() ? GetStatusText() : " " + text);
+    return 0;
+}
+
+void MainFrame::OnOpenTools() { m_tools.Choose(); }
+void MainFrame::OnEditTools() { m_tools.Edit(); }
 
 void MainFrame::OnAbout() { CZoAboutDialog(ZO_IDI_LIBRARY, this).DoModal(); }
 

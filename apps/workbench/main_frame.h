@@ -8,6 +8,7 @@
 #include "line_page.h"
 #include "location_page.h"
 #include "mailbox_page.h"
+#include "tools.h"
 #include "trace_page.h"
 #include "translation_page.h"
 
@@ -27,7 +28,9 @@ public:
     LinePage& GetLinePage() { return m_lines; }
     TranslationPage& GetTranslationPage() { return m_translation; }
     Documents& GetDocuments() { return m_documents; }
+    Tools& GetTools() { return m_tools; }
 
+    BOOL OnCmdMsg(UINT id, int code, void* extra, void* info) override;
     BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
 
 protected:
@@ -43,6 +46,9 @@ protected:
     afx_msg void OnChooseLanguage();
     afx_msg void OnNewDocument();
     afx_msg void OnOpenDocument();
+    afx_msg LRESULT OnMenuSelect(WPARAM item, LPARAM menu);
+    afx_msg void OnOpenTools();
+    afx_msg void OnEditTools();
     afx_msg void OnAbout();
     afx_msg void OnExit();
     DECLARE_MESSAGE_MAP()
@@ -64,4 +70,5 @@ private:
     CListBox m_pageList;
     CStatic m_status;
     Documents m_documents{this};
+    Tools m_tools{this};
 };

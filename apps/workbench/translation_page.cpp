@@ -38,9 +38,8 @@ CString FullPath(LPCSTR path)
 CString AskForFile(CWnd* parent, BOOL open, UINT title, LPCSTR name)
 {
     CString filter = Text(ZO_IDS_TRANSLATION_FILTER);
-    const int length = filter.GetLength();
-    std::replace(filter.GetBuffer(length), filter.GetBuffer(length) + length, '|', '\0');
-    filter.ReleaseBuffer(length);
+    for (int bar = filter.Find('|'); bar >= 0; bar = filter.Find('|', bar + 1))
+        filter.SetAt(bar, '\0');
     const CString caption = Text(title);
     CZoFileOpen dialog(open, 0, nullptr, name,
                        OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | (open ? OFN_FILEMUSTEXIST : OFN_NOREADONLYRETURN),

@@ -188,6 +188,30 @@ TEST(CDialog, LeavesADisabledOwnerDisabled)
     EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd));
 }
 
+TEST(CDialog, WithoutParentBelongsToThePopupThatWasActiveLast)
+{
+    Owner main, apart;
+    CWnd owned;
+    ASSERT_TRUE(
+        owned.CreateEx(0, nullptr, "owned", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, main.m_hWnd, nullptr));
+    AfxGetThread()->m_pMainWnd = &main;
+    for (CWnd* active : {static_cast<CWnd*>(&owned), static_cast<CWnd*>(&main)}) {
+        SetActiveWindow(active->m_hWnd);
+        TestDialog dialog;
+        dialog.atInit = [&](TestDialog& d) {
+            EXPECT_EQ(active->m_hWnd, GetWindow(d.m_hWnd, GW_OWNER));
+            EXPECT_FALSE(IsWindowEnabled(active->m_hWnd));
+            EXPECT_FALSE(IsWindowEnabled(main.m_hWnd)) << "nor can the windows above be used";
+            EXPECT_TRUE(IsWindowEnabled(apart.m_hWnd)) << "a window of its own";
+            d.PostMessage(WM_COMMAND, IDOK);
+        };
+        EXPECT_EQ(IDOK, dialog.DoModal());
+        EXPECT_EQ(active->m_hWnd, GetActiveWindow());
+        EXPECT_TRUE(IsWindowEnabled(owned.m_hWnd) && IsWindowEnabled(main.m_hWnd));
+    }
+    AfxGetThread()->m_pMainWnd = nullptr;
+}
+
 TEST(CDialog, NestsAndIsOwnedByTheTopWindow)
 {
     Owner owner;

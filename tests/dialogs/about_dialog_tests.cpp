@@ -46,11 +46,10 @@ protected:
         g_moduleFileName = m_path.Original<DWORD WINAPI(HMODULE, LPSTR, DWORD)>();
         ASSERT_TRUE(ZoGblLoadLanguageDLL());
         g_folder = m_folder.Path();
-        m_product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, kDevices, kNoAutoDetect, m_autoDetectBefore, 0);
     }
     void TearDown() override
     {
-        m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, kDevices, kNoAutoDetect, m_autoDetectBefore);
+        m_product.Config().DeleteSection(ZO_MODE_LOCAL_MACHINE, kDevices, nullptr);
         ZoGblDumpLanguageDLL();
     }
     /// Opens the settings from the about box and drives them; further acts are for boxes.
@@ -98,7 +97,6 @@ protected:
     TestFolder m_folder;
     ImportPatch m_path{kLibrary, "GetModuleFileNameA", &FileNameInFolder};
     ImportPatch m_start{kLibrary, "WinExec", &NoteStart};
-    DWORD m_autoDetectBefore = 0;
 };
 
 std::string ListText(HWND dialog, int row)

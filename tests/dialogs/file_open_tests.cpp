@@ -327,6 +327,48 @@ TEST_F(FileOpen, KnowsCharactersOfTwoBytes)
 
 namespace {
 
+UINT WINAPI RemoteDrive(LPCSTR) { return DRIVE_REMOTE; }
+
+DWORD WINAPI ConnectedTo(LPCSTR drive, LPSTR name, DWORD* size)
+{
+    if (lstrcmpA(drive, "Z:") != 0)
+        return ERROR_NOT_CONNECTED;
+    lstrcpynA(name, "\\\\server\\share", static_cast<int>(*size));
+    return NO_ERROR;
+}
+FARPROC WINAPI FindConnection(HMODULE, LPCSTR name)
+{
+    EXPECT_STREQ("WNetGetConnectionA", name);
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&ConnectedTo));
+}
+
+} // namespace
+
+TEST_F(FileOpen, NamesPlacesInTheNetwork)
+{
+    const ImportPatch remote("ZOGBLBRX.DLL", "GetDriveTypeA", &RemoteDrive);
+    const ImportPatch network("ZOGBLBRX.DLL", "GetProcAddress", &FindConnection);
+    static constexpr char kElsewhere[] = "\\\\server\\nowhere\\file";
+    FaultSource faults("network's library");
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        ZO_FAULTY_CALL(LoadLibraryA) load(faults, "ZOGBLBRX.DLL", nullptr, ERROR_MOD_NOT_FOUND);
+        ZO_FAULTY_CALL(GetProcAddress) bind(faults, "ZOGBLBRX.DLL", nullptr, ERROR_PROC_NOT_FOUND);
+        CZoFileOpen dialog(TRUE, 0, nullptr, Path("").c_str(), kHide | OFN_PATHMUSTEXIST);
+        const DialogDriver driver(
+            {[&](HWND open) {
+                 const std::string drives = Rows(open, kDrives);
+                 EXPECT_NE(std::string::npos, drives.find("C:|"));
+                 EXPECT_TRUE(run.Fired() || drives.find("Z:  \\\\server\\share|") != std::string::npos) << drives;
+                 Enter(open, kElsewhere);
+                 Press(open, IDCANCEL);
+             },
+             AnswerBox(Box(kElsewhere, kNoFolder), IDOK)});
+        EXPECT_EQ(IDCANCEL, dialog.DoModal());
+    });
+}
+
+namespace {
+
 /// Agrees with the second name only.
 class Choosy : public CZoFileOpen {
 public:

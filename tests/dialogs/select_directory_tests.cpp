@@ -163,6 +163,21 @@ TEST_F(SelectDirectory, TakesPathsAsTheyAreTyped)
         EXPECT_EQ(IDOK, Ask(row.initial, row.options));
         EXPECT_EQ(row.chosen, m_buffer);
     }
+    if (IsDoubleByte()) { // a character whose second byte is that of a backslash
+        const std::string folder = Path("\x95\x5C"), inner = folder + "\\\x83\x5C";
+        ::CreateDirectoryA(folder.c_str(), nullptr);
+        ::CreateDirectoryA(inner.c_str(), nullptr);
+        const DialogDriver driver({[&](HWND dialog) {
+            EXPECT_EQ(inner, TextOf(dialog, kPath));
+            AccessKey(dialog, 'f');
+            Key(dialog, VK_UP);
+            EXPECT_EQ(folder, TextOf(dialog, kPath));
+            EXPECT_EQ("\x83\x5C|", Children(dialog));
+            Key(dialog, VK_RETURN);
+        }});
+        EXPECT_EQ(IDOK, Ask(inner));
+        EXPECT_EQ(folder, m_buffer);
+    }
     const std::string bad = "a|b", longer(300, 'n');
     const DialogDriver driver({[&](HWND dialog) {
                                    for (const std::string& typed : {bad, longer}) {

@@ -194,6 +194,13 @@ TEST_F(ToolFile, LoadsAllOrTellsWithoutMemory)
 TEST_F(ToolFile, LoadsAllOrTellsWhenTheSystemFails)
 {
     Write(Records(3));
+    { // A read that lies: nothing came, where there is a record.
+        FaultSource faults("short reads");
+        ZO_FAULTY_CALL(ReadFile) nothing(faults, kFramework, TRUE);
+        faults.Arm(2, false);
+        EXPECT_EQ(6u, Load());
+        EXPECT_EQ(0, m_items.GetSize());
+    }
     FaultSource faults("file");
     ZO_FAULTY_CALL(CreateFileA) open(faults, kFramework, INVALID_HANDLE_VALUE, ERROR_SHARING_VIOLATION);
     ZO_FAULTY_CALL(GetFileSizeEx) measure(faults, kFramework, FALSE, ERROR_READ_FAULT);
@@ -213,12 +220,6 @@ TEST_F(ToolFile, LoadsAllOrTellsWhenTheSystemFails)
                                                   : 0u,
                   CTlmFile::IsValidFile(Path().c_str()));
     });
-    // Reads that lie: fewer bytes than there are.
-    FaultSource lies("short reads");
-    ZO_FAULTY_CALL(ReadFile) nothing(lies, kFramework, TRUE);
-    lies.Arm(2, false);
-    EXPECT_EQ(6u, Load());
-    EXPECT_EQ(0, m_items.GetSize());
 }
 
 TEST_F(ToolFile, SavesAllOrTellsWhenMemoryOrDiskFail)

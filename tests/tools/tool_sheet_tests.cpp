@@ -440,6 +440,13 @@ TEST_F(ToolSheet, HasNoAccessKeyTwice)
 TEST_F(ToolSheet, SurvivesMissingMemory)
 {
     static HWND s_met;
+    // The framework's word on an exception in a message, and one box beforehand for what the system keeps of the first.
+    const ImportPatch noBox(
+        kFramework, "MessageBoxA", +[](HWND, LPCSTR, LPCSTR, UINT) WINAPI -> int { return IDOK; });
+    {
+        const DialogDriver driver{[](HWND box) { Press(box, IDYES); }};
+        MessageBoxA(nullptr, "text", "title", MB_YESNO | MB_ICONEXCLAMATION);
+    }
     AllocationFaults faults;
     FaultLoopOptions options;
     options.stride = 23;

@@ -41,6 +41,15 @@ std::string RowText(HWND dialog, int list, int row)
     return text;
 }
 
+/// What a combo box shows. On Win32s the box itself does not tell.
+std::string EntryOf(HWND dialog, int box)
+{
+    char text[100] = "";
+    const LRESULT entry = SendDlgItemMessageA(dialog, box, CB_GETCURSEL, 0, 0);
+    SendDlgItemMessageA(dialog, box, CB_GETLBTEXT, static_cast<WPARAM>(entry), reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
 /// The controls that Tab comes to, from the one that has the focus on, and back to it.
 std::vector<int> TabOrder(HWND dialog)
 {
@@ -207,7 +216,7 @@ TEST_F(TranslateEditor, EditsBothTables)
             EXPECT_EQ(first, Selected(page, entries.list));
             EXPECT_EQ(start, text(first));
             EXPECT_EQ(256, SendDlgItemMessageA(page, entries.list, LB_GETCOUNT, 0, 0));
-            EXPECT_EQ(std::string(start).substr(5), TextOf(page, entries.value));
+            EXPECT_EQ(std::string(start).substr(5), EntryOf(page, entries.value));
             EXPECT_EQ(entries.index == 0, IsChecked(page, entries.enable));
             EXPECT_FALSE(IsEnabled(sheet, kApply));
 
@@ -218,18 +227,18 @@ TEST_F(TranslateEditor, EditsBothTables)
             EXPECT_EQ(200, Selected(page, entries.list));
             Press(page, ZO_IDC_TRANSLATE_DECIMAL);
             EXPECT_EQ("200 7", text(200));
-            EXPECT_EQ("7", TextOf(page, entries.value));
+            EXPECT_EQ("7", EntryOf(page, entries.value));
             Press(page, ZO_IDC_TRANSLATE_DECIMAL); // again: changes nothing
             Press(page, ZO_IDC_TRANSLATE_MODE);
-            EXPECT_EQ("0x07", TextOf(page, entries.value));
+            EXPECT_EQ("0x07", EntryOf(page, entries.value));
             Press(page, entries.enable);
             Press(page, entries.dbcs);
             Press(page, ZO_IDC_TRANSLATE_RESET);
             EXPECT_EQ("0xC8 0xC8", text(200));
-            EXPECT_EQ("0xC8", TextOf(page, entries.value));
+            EXPECT_EQ("0xC8", EntryOf(page, entries.value));
             SetFocus(GetDlgItem(page, entries.list));
             Key(sheet, VK_DOWN);
-            EXPECT_EQ("0xC9", TextOf(page, entries.value));
+            EXPECT_EQ("0xC9", EntryOf(page, entries.value));
             AccessKey(sheet, 't');
             EXPECT_EQ(entries.value, FocusOf(page));
             Key(sheet, VK_DOWN);
@@ -314,7 +323,7 @@ TEST_F(TranslateEditor, LosesNothingWhenItCannotSave)
                                           EXPECT_EQ(edited.Bytes() + m_file, ImageOf(m_table)) << "taken over";
                                           EXPECT_NE(edited.Bytes(), FileNow());
                                           EXPECT_TRUE(IsEnabled(sheet, kApply)) << "to be tried again";
-                                          EXPECT_EQ("0x04", TextOf(PageOf(sheet), kInput.value));
+                                          EXPECT_EQ("0x04", EntryOf(PageOf(sheet), kInput.value));
                                       }
                                       Press(sheet, kApply);
                                       EXPECT_EQ(edited.Bytes(), FileNow());
@@ -358,9 +367,10 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
     TranslationFile other;
     other.description = "Another";
     other.flags = 2;
-    m_folder.Write("other.iot", other.Bytes());
+    const std::string extension = Family() == WindowsFamily::kWin32s ? ".IOT" : ".iot";
+    m_folder.Write("other" + extension, other.Bytes());
     m_folder.Write("bad.iot", "bad");
-    const std::string otherFile = m_folder.Path("other.iot"), newFile = m_folder.Path("new.iot");
+    const std::string otherFile = m_folder.Path("other" + extension), newFile = m_folder.Path("new" + extension);
     const auto name = [](const std::string& typed) {
         return [=](HWND dialog) {
             Type(dialog, ZO_IDC_FILE_NAME, typed);
@@ -416,7 +426,7 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
         AnswerBox("The translation table could not be loaded.", IDOK),
         AnswerBox("The files cannot be shown. Close other programs, and try again.", IDOK),
         [&](HWND dialog) {
-            EXPECT_EQ("Translation tables (*.iot)", TextOf(dialog, ZO_IDC_FILE_TYPES));
+            EXPECT_EQ("Translation tables (*" + extension + ")", EntryOf(dialog, ZO_IDC_FILE_TYPES));
             name("other")(dialog); // with the extension for tables
         },
         [&](HWND dialog) {
@@ -430,7 +440,7 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
     EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
     other.get[0] = 9;
     other.description = "Third";
-    EXPECT_EQ(other.Bytes(), m_folder.Read("new.iot"));
+    EXPECT_EQ(other.Bytes(), m_folder.Read("new" + extension));
     EXPECT_EQ(other.Bytes() + newFile, ImageOf(m_table));
     EXPECT_EQ(m_start.Bytes(), FileNow());
 }
@@ -714,6 +724,9 @@ TEST_F(TranslateEditor, SurvivesFailures)
     ZO_FAULTY_CALL(GetTextMetricsA) metrics(drawing, "ZOGBLBRX.DLL", FALSE);
     ZO_FAULTY_CALL(CreateCompatibleDC) memory(drawing, "ZOGBLBRX.DLL", nullptr);
     RunFaultLoop(drawing, edit, {.stride = 7});
+    FaultSource messages("controls");
+    ZO_FAULTY_CALL(SendMessageA) send(messages, "ZOGBLBRX.DLL", LB_ERR);
+    RunFaultLoop(messages, edit, {.stride = 61});
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(ZO_TRANSLATE_NO_MEMORY, m_table.Edit(nullptr)) << "without a language library";
     EXPECT_EQ(ZO_TRANSLATE_NO_MEMORY, m_table.Load(nullptr, m_file.c_str()));

@@ -4,7 +4,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../files/bounded_text.h"
+#include "../tools/filter.h"
 #include "translate_message.h"
 
 namespace {
@@ -27,15 +27,8 @@ CIOTFileDialog::CIOTFileDialog(BOOL open, LPCSTR path, CWnd* parent)
 {
     const bool isShort = CZoGlobalOperatingSystem::GetType() == ZO_OS_WIN32S;
     m_csExtension = LoadText(isShort ? ZO_IDS_TRANSLATE_SHORT_EXTENSION : ZO_IDS_TRANSLATE_EXTENSION);
-    m_csFilter = LoadText(isShort ? ZO_IDS_TRANSLATE_SHORT_FILTER : ZO_IDS_TRANSLATE_FILTER);
+    m_csFilter = LoadFilter(isShort ? ZO_IDS_TRANSLATE_SHORT_FILTER : ZO_IDS_TRANSLATE_FILTER);
     m_csTitle = LoadText(open ? ZO_IDS_TRANSLATE_OPEN_TITLE : ZO_IDS_TRANSLATE_SAVE_TITLE);
-    const int length = m_csFilter.GetLength();
-    const LPSTR filter = m_csFilter.GetBuffer(length);
-    for (int at = 0; at < length; at += static_cast<int>(CharacterWidth(filter + at))) {
-        if (filter[at] == '|')
-            filter[at] = '\0';
-    }
-    m_csFilter.ReleaseBuffer(length);
     m_ofn.lpstrDefExt = m_csExtension;
     m_ofn.lpstrFilter = m_csFilter;
     m_ofn.lpstrTitle = m_csTitle;

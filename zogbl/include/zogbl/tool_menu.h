@@ -11,11 +11,12 @@
 ///     m_tools.LoadFile(path);
 ///     m_tools.RefreshMenu(ID_TOOLS_EDIT);   // and again whenever the main window has got another menu
 ///
-/// and hands over what it does not know itself, in its OnCmdMsg:
+/// and hands over the commands and update requests that it does not know itself, in its OnCmdMsg, unless that is only asked
+/// whether there is a handler (\p info is not null then):
 ///
 ///     return CFrameWnd::OnCmdMsg(id, code, extra, info) ||
-///            m_tools.DoCommandMessage(id, code, code == CN_UPDATE_COMMAND_UI ? static_cast<CCmdUI*>(extra) : nullptr,
-///                                     this);
+///            (info == nullptr && m_tools.DoCommandMessage(
+///                 id, code, code == CN_COMMAND ? nullptr : static_cast<CCmdUI*>(extra), this));
 ///
 /// Nothing is thrown.
 class ZOGBL_API CTlmMenu : public CObject {
