@@ -19,11 +19,13 @@
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/select_directory.h>
+#include <zogbl/tool_file.h>
 #include <zogbl/version_resource.h>
 
 #include <commctrl.h>
 #include <prsht.h>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -201,6 +203,39 @@ private:
     int m_saved = 0;
 };
 
+/// Opens a submenu of a window's menu as Alt and its letter do, and takes a picture of the window with it.
+class MenuPicture {
+public:
+    MenuPicture(HWND window, int position, const CString& path) : m_window(window), m_path(path)
+    {
+        char text[64] = "";
+        ::GetMenuString(::GetMenu(window), static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
+        const CString title(text);
+        const int key = title.Find('&');
+        s_picture = this;
+        m_timer = ::SetTimer(nullptr, 0, 300, &MenuPicture::Take);
+        ::SendMessage(window, WM_SYSCOMMAND, SC_KEYMENU, key >= 0 ? title[key + 1] : 0);
+        ::KillTimer(nullptr, m_timer);
+        s_picture = nullptr;
+    }
+    MenuPicture(const MenuPicture&) = delete;
+    MenuPicture& operator=(const MenuPicture&) = delete;
+    bool IsSaved() const { return m_saved; }
+
+private:
+    static void CALLBACK Take(HWND, UINT, UINT_PTR, DWORD)
+    {
+        s_picture->m_saved = SavePicture(s_picture->m_window, s_picture->m_path);
+        ::EndMenu();
+    }
+
+    static inline MenuPicture* s_picture = nullptr;
+    HWND m_window;
+    CString m_path;
+    UINT_PTR m_timer;
+    bool m_saved = false;
+};
+
 class Tour {
 public:
     explicit Tour(const CString& folder) : m_folder(folder), m_report(folder + "\\tour.txt") {}
@@ -209,13 +244,14 @@ public:
     {
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
-               TranslateText() && SecondProcess() && TakeLine() && TalkToModem() && Pictures("en") && Echo() &&
-               HangUpLine() && PictureTables("en") && RemoteHangUp() && WatchForCalls() && ChooseDocument("en") &&
-               OpenDocuments() && SaveDocument() && PickFolder() && PictureDocuments("en") && OpenSecondWorkbench() &&
-               SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") && ChooseDocument("de") &&
-               PictureTables("de") && PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") &&
-               PictureTables("fr") && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() &&
-               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
+               TranslateText() && StartTool() && PictureTools("en") && SecondProcess() && TakeLine() && TalkToModem() &&
+               Pictures("en") && Echo() && HangUpLine() && PictureTables("en") && RemoteHangUp() && WatchForCalls() &&
+               ChooseDocument("en") && OpenDocuments() && SaveDocument() && PickFolder() && PictureDocuments("en") &&
+               OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") &&
+               ChooseDocument("de") && PictureTables("de") && PictureTools("de") && PictureDocuments("de") &&
+               SwitchLanguage(kFrench, "fr") && Pictures("fr") && PictureTables("fr") && PictureTools("fr") &&
+               SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() && CloseWindow() &&
+               RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -645,6 +681,66 @@ private:
         const bool done = table.Load(m_frame, TranslationPage::TablesFolder() + "*.IOT") == 0 &&
                           table.Edit(m_frame) == 0 && pictures.GetSaved() == 4;
         return m_report.Step("tables", done, PicturePath(language, "table"));
+    }
+
+    /// Makes a tools file, and starts the first tool from the menu: it reports what it was started with.
+    bool StartTool()
+    {
+        CObArray items;
+        CTlmItem report;
+        report.SetDataMenuText("&Start report");
+        report.SetDataProgramPath(ProgramPath("ZoStartReport.exe"));
+        report.SetDataWorkingDirectory(m_folder);
+        report.SetDataArguments("\"as the tour\" wants it");
+        report.GetRecord().dwCreationFlags |= CREATE_NO_WINDOW;
+        CTlmItem workbench;
+        workbench.SetDataMenuText("Another &Workbench");
+        workbench.SetDataProgramPath(ProgramPath("ZoWorkbench.exe"));
+        const CString path = m_folder + "\\tour.tlm";
+        items.Add(&report);
+        items.Add(&workbench);
+        if (CTlmFile().SaveFileData(path, ZO_TLM_FILE_VERSION, ZO_TLM_HEADER_SIZE, &items) != 0)
+            return m_report.Step("tools", false, path + " could not be written");
+        m_frame->GetTools().SetFile(path);
+        const CString told = m_folder + "\\start.txt";
+        ::DeleteFile(told);
+        ::SetEnvironmentVariable("ZO_START_REPORT", told);
+        m_frame->SendMessage(WM_COMMAND, ZO_TLM_FIRST_COMMAND);
+        CString text;
+        const bool reported = WaitUntil([&] { return !(text = ReadText(told)).IsEmpty(); });
+        ::SetEnvironmentVariable("ZO_START_REPORT", nullptr);
+        text = text.Mid((std::max)(0, text.Find("argument 1")));
+        text.Replace("\r\n", ", ");
+        return m_report.Step("tools", reported && text.Find("argument 1=as the tour, argument 2=wants") == 0, text);
+    }
+
+    static CString ProgramPath(LPCSTR name)
+    {
+        const CString own = ModulePath(nullptr);
+        return own.Left(own.ReverseFind('\\') + 1) + name;
+    }
+
+    /// What a file holds; empty when it cannot be read yet.
+    static CString ReadText(const CString& path)
+    {
+        CString text;
+        CFile file;
+        if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone))
+            return text;
+        const int length = static_cast<int>(file.GetLength());
+        file.Read(text.GetBuffer(length), static_cast<UINT>(length));
+        text.ReleaseBuffer(length);
+        return text;
+    }
+
+    /// Takes pictures of the tools menu and of the editor's pages.
+    bool PictureTools(LPCSTR language)
+    {
+        constexpr int kToolsMenu = 2;
+        const MenuPicture menu(m_frame->m_hWnd, kToolsMenu, PicturePath(language, "tools-menu"));
+        const ModalPictures pages(PicturePath(language, "tools"));
+        m_frame->SendMessage(WM_COMMAND, ZO_ID_TOOLS_EDIT);
+        return m_report.Step("tools", menu.IsSaved() && pages.GetSaved() == 4, PicturePath(language, "tools"));
     }
 
     /// Takes a picture of the choice of a new document's type, and gives the choice up.

@@ -95,6 +95,8 @@ DWORD CTlmFile::ReadItems(CFile& file, CObArray* items, DWORD options)
 
     UINT command = ZO_TLM_FIRST_COMMAND;
     for (ULONGLONG left = (length - sizeof header) / ZO_TLM_ITEM_SIZE; left > 0; --left) {
+        if (items == nullptr)
+            return ZO_TLM_LIST_FULL;
         std::unique_ptr<CTlmItem> item(NewItem());
         if (!item)
             return ZO_TLM_NO_MEMORY;
@@ -123,7 +125,8 @@ DWORD CTlmFile::SaveFileData(const char* path, DWORD version, DWORD size, CObArr
         status = Open(file, path, CFile::modeCreate | CFile::modeWrite);
         if (status == 0)
             status = WriteHeader(file);
-        for (INT_PTR i = 0; status == 0 && i < items->GetSize(); ++i) {
+        const INT_PTR count = items != nullptr ? items->GetSize() : 0;
+        for (INT_PTR i = 0; status == 0 && i < count; ++i) {
             if (auto* item = static_cast<CTlmItem*>(items->GetAt(i)))
                 item->SaveItemData(file, ZO_TLM_ITEM_VERSION, ZO_TLM_ITEM_SIZE);
         }

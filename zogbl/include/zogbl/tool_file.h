@@ -33,7 +33,7 @@ class ZOGBL_API CTlmFile : public CObject {
 public:
     CTlmFile();
 
-    /// Appends the items of a file to \p items, new CTlmItem objects that the caller deletes. After a failure those that
+    /// Appends the items of a file to \p items, new CTlmItem objects that the caller deletes; null takes none. After a failure those that
     /// were read before it are in the list; the description is the file's once its header was found to be valid.
     ///
     /// With ZO_TLM_FOR_MENU, items without ZO_TLM_IN_MENU are left out, and the others get the menu commands
