@@ -5,6 +5,7 @@
 #include "program.h"
 #include "registration.h"
 #include "report.h"
+#include "tour_windows.h"
 #include "wait.h"
 
 #include <zogbl/about_dialog.h>
@@ -22,9 +23,6 @@
 #include <zogbl/tool_file.h>
 #include <zogbl/version_resource.h>
 
-#include <commctrl.h>
-#include <prsht.h>
-
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -35,7 +33,6 @@ constexpr DWORD kEnglish = 0x0409;
 constexpr DWORD kGerman = 0x0407;
 constexpr DWORD kFrench = 0x040C;
 constexpr UINT kGermany = 276;
-constexpr UINT kTakePicture = WM_APP + 1;
 
 CString ModulePath(HINSTANCE module)
 {
@@ -45,196 +42,6 @@ CString ModulePath(HINSTANCE module)
 }
 
 unsigned long __stdcall CountFile(void* context, const char*) { return ++*static_cast<DWORD*>(context); }
-
-/// A dialog that takes its own picture and closes.
-template <class DIALOG> class PicturedDialog : public DIALOG {
-public:
-    template <class... ARGUMENTS> explicit PicturedDialog(const CString& picturePath, ARGUMENTS... arguments)
-        : DIALOG(arguments...), m_picturePath(picturePath)
-    {
-    }
-    bool IsSaved() const { return m_saved; }
-
-protected:
-    BOOL OnInitDialog() override
-    {
-        this->PostMessage(kTakePicture);
-        return DIALOG::OnInitDialog();
-    }
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
-    {
-        if (message != kTakePicture)
-            return DIALOG::WindowProc(message, wParam, lParam);
-        this->UpdateWindow();
-        Settle();
-        m_saved = SavePicture(this->m_hWnd, m_picturePath);
-        this->EndDialog(IDOK);
-        return 0;
-    }
-
-private:
-    CString m_picturePath;
-    bool m_saved = false;
-};
-
-/// Does something, once, with a dialog of this thread that has a certain control, as soon as it is open.
-class WhenOpen {
-public:
-    /// \param act closes the dialog. \return whether all went well
-    WhenOpen(int control, std::function<bool(HWND dialog)> act) : m_control(control), m_act(std::move(act))
-    {
-        s_active = this;
-        m_timer = ::SetTimer(nullptr, 0, 50, &WhenOpen::Look);
-    }
-    ~WhenOpen()
-    {
-        ::KillTimer(nullptr, m_timer);
-        s_active = nullptr;
-    }
-    WhenOpen(const WhenOpen&) = delete;
-    WhenOpen& operator=(const WhenOpen&) = delete;
-    bool IsDone() const { return m_done; }
-
-private:
-    static BOOL CALLBACK FindDialog(HWND window, LPARAM found)
-    {
-        if (::GetDlgItem(window, s_active->m_control) == nullptr || !::IsWindowVisible(window))
-            return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    }
-    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD)
-    {
-        HWND dialog = nullptr;
-        ::EnumThreadWindows(::GetCurrentThreadId(), &FindDialog, reinterpret_cast<LPARAM>(&dialog));
-        if (dialog != nullptr && !std::exchange(s_active->m_seen, true))
-            s_active->m_done = s_active->m_act(dialog);
-    }
-
-    static inline WhenOpen* s_active = nullptr;
-    int m_control;
-    std::function<bool(HWND)> m_act;
-    UINT_PTR m_timer;
-    bool m_seen = false;
-    bool m_done = false;
-};
-
-void Press(HWND dialog, int button) { ::SendMessage(::GetDlgItem(dialog, button), BM_CLICK, 0, 0); }
-
-/// Chooses a language in the dialog, and takes its picture. \return whether the language was offered and chosen
-bool ChooseLanguage(HWND dialog, DWORD language, LPCSTR picturePath)
-{
-    const HWND box = ::GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
-    const int count = static_cast<int>(::SendMessage(box, CB_GETCOUNT, 0, 0));
-    bool chosen = false;
-    for (int i = 0; i < count && !chosen; ++i) {
-        const auto* item = reinterpret_cast<const CZoFlagLcid*>(::SendMessage(box, CB_GETITEMDATA, i, 0));
-        chosen = item->GetLcidValue() == language;
-        if (chosen)
-            ::SendMessage(box, CB_SETCURSEL, i, 0);
-    }
-    ::SendMessage(dialog, WM_COMMAND, MAKEWPARAM(ZO_IDC_LANGUAGE_INSTALLED, CBN_SELCHANGE),
-                  reinterpret_cast<LPARAM>(box));
-    Press(dialog, ZO_IDC_LANGUAGE_TOGGLE);
-    Settle();
-    chosen = chosen && SavePicture(dialog, picturePath);
-    Press(dialog, chosen ? IDOK : IDCANCEL);
-    return chosen;
-}
-
-/// Takes a picture of each modal window that opens, of a sheet one of each page, and gives the window up.
-class ModalPictures {
-public:
-    /// \param path pictures are numbered before its extension
-    explicit ModalPictures(const CString& path)
-        : m_path(path), m_timer(::SetTimer(nullptr, 0, 50, &ModalPictures::Look))
-    {
-        s_pictures = this;
-    }
-    ~ModalPictures()
-    {
-        ::KillTimer(nullptr, m_timer);
-        s_pictures = nullptr;
-    }
-    ModalPictures(const ModalPictures&) = delete;
-    ModalPictures& operator=(const ModalPictures&) = delete;
-    int GetSaved() const { return m_saved; } ///< the number of pictures
-
-private:
-    static BOOL CALLBACK FindModal(HWND window, LPARAM found)
-    {
-        char name[16] = "";
-        ::GetClassName(window, name, sizeof name);
-        if (lstrcmp(name, "#32770") != 0 || !::IsWindowVisible(window) || !::IsWindowEnabled(window))
-            return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    }
-    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD)
-    {
-        HWND window = nullptr;
-        ::EnumThreadWindows(::GetCurrentThreadId(), &FindModal, reinterpret_cast<LPARAM>(&window));
-        if (window != nullptr && std::exchange(s_pictures->m_met, window) != window)
-            s_pictures->Picture(window);
-    }
-    void Picture(HWND window)
-    {
-        const auto tabs = reinterpret_cast<HWND>(::SendMessage(window, PSM_GETTABCONTROL, 0, 0));
-        const int pages = tabs != nullptr ? static_cast<int>(::SendMessage(tabs, TCM_GETITEMCOUNT, 0, 0)) : 1;
-        for (int page = 0; page < pages; ++page) {
-            if (tabs != nullptr)
-                ::SendMessage(window, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
-            ::UpdateWindow(window);
-            Settle();
-            CString number;
-            number.Format("-%d.png", ++m_number);
-            CString path = m_path;
-            path.Replace(".png", number);
-            m_saved += SavePicture(window, path);
-        }
-        ::PostMessage(window, WM_COMMAND, IDCANCEL, reinterpret_cast<LPARAM>(::GetDlgItem(window, IDCANCEL)));
-    }
-
-    static inline ModalPictures* s_pictures = nullptr;
-    CString m_path;
-    UINT_PTR m_timer;
-    HWND m_met = nullptr;
-    int m_number = 0;
-    int m_saved = 0;
-};
-
-/// Opens a submenu of a window's menu as Alt and its letter do, and takes a picture of the window with it.
-class MenuPicture {
-public:
-    MenuPicture(HWND window, int position, const CString& path) : m_window(window), m_path(path)
-    {
-        char text[64] = "";
-        ::GetMenuString(::GetMenu(window), static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
-        const CString title(text);
-        const int key = title.Find('&');
-        s_picture = this;
-        m_timer = ::SetTimer(nullptr, 0, 300, &MenuPicture::Take);
-        ::SendMessage(window, WM_SYSCOMMAND, SC_KEYMENU, key >= 0 ? title[key + 1] : 0);
-        ::KillTimer(nullptr, m_timer);
-        s_picture = nullptr;
-    }
-    MenuPicture(const MenuPicture&) = delete;
-    MenuPicture& operator=(const MenuPicture&) = delete;
-    bool IsSaved() const { return m_saved; }
-
-private:
-    static void CALLBACK Take(HWND, UINT, UINT_PTR, DWORD)
-    {
-        s_picture->m_saved = SavePicture(s_picture->m_window, s_picture->m_path);
-        ::EndMenu();
-    }
-
-    static inline MenuPicture* s_picture = nullptr;
-    HWND m_window;
-    CString m_path;
-    UINT_PTR m_timer;
-    bool m_saved = false;
-};
 
 class Tour {
 public:

@@ -5,7 +5,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "filter.h"
+#include "../dialogs/filter.h"
 
 #include "../frame/language_help.h"
 #include "../frame/without_throwing.h"

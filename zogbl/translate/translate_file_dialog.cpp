@@ -4,7 +4,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../tools/filter.h"
+#include "../dialogs/filter.h"
 #include "translate_message.h"
 
 namespace {

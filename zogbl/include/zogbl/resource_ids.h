@@ -234,7 +234,6 @@
 #define ZO_IDS_ABOUT_TITLE 20600
 #define ZO_IDS_ABOUT_VERSION 20601
 
-// 30000 to 30999: the Workbench. 30000 menus, 30010 commands, 30100 strings.
 // 25430 to 25439: files and folders. The numbers of the file dialog's controls are those that the system's own dialogs
 // have. Strings 15957 and 16014 to 16018: documents; 20502 and 20503: folders; 20660 on: what the dialogs say.
 #define ZO_IDD_FILE_OPEN 25430
