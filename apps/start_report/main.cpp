@@ -77,6 +77,7 @@ void ReportArguments(int argc, char** argv)
 {
     char folder[MAX_PATH] = "";
     GetCurrentDirectoryA(sizeof folder, folder);
+    Report("process=%lu", GetCurrentProcessId());
     Report("folder=%s", folder);
     Report("command line=%s", GetCommandLineA());
     for (int i = 1; i < argc; ++i)

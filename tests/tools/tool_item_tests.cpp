@@ -8,6 +8,7 @@
 
 #include <zogbl/resource_ids.h>
 
+#include <cstdlib>
 #include <map>
 
 using namespace zo_test;
@@ -327,9 +328,10 @@ protected:
         ToolItem::TearDown();
     }
 
+    static constexpr DWORD kPatience = 60000; // milliseconds
+
     Report Start()
     {
-        constexpr DWORD kPatience = 60000; // milliseconds
         EXPECT_EQ(0u, m_item.ActivateItem(nullptr));
         const DWORD begin = GetTickCount();
         std::string text = m_folder.Read("report");
@@ -343,8 +345,28 @@ protected:
             const std::string line = text.substr(at, end - at);
             report[line.substr(0, line.find('='))] = line.substr(line.find('=') + 1);
         }
-        EXPECT_FALSE(report.empty()) << text;
+        EXPECT_FALSE(report["process"].empty()) << text;
+        AwaitFreedom(report);
         return report;
+    }
+
+    /// Until program and folder can be deleted: the program has ended, and so has the host of its console, which stays in
+    /// the folder a moment longer.
+    static void AwaitFreedom(Report& report)
+    {
+        const auto number = static_cast<DWORD>(std::strtoul(report["process"].c_str(), nullptr, 10));
+        if (const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, number)) {
+            EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process, kPatience));
+            CloseHandle(process);
+        }
+        HANDLE folder;
+        const DWORD begin = GetTickCount();
+        while ((folder = CreateFileA(report["folder"].c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr)) == INVALID_HANDLE_VALUE &&
+               GetTickCount() - begin < kPatience)
+            Sleep(5);
+        EXPECT_NE(INVALID_HANDLE_VALUE, folder) << GetLastError();
+        CloseHandle(folder);
     }
 
     TestFolder m_folder;
@@ -428,8 +450,7 @@ TEST_F(RealStart, FindsProgramsWhereverTheyAre)
     EXPECT_EQ("x", report["argument 1"]);
     EXPECT_EQ("y", report["argument 2"]);
     EXPECT_EQ(folder, report["folder"]);
-    for (DWORD begin = GetTickCount(); !DeleteFileA(program.c_str()) && GetTickCount() - begin < 60000;)
-        Sleep(5); // the program is about to end
+    EXPECT_TRUE(DeleteFileA(program.c_str())) << GetLastError();
     EXPECT_EQ(14u, m_item.ActivateItem(nullptr)) << "the program is gone";
     m_item.SetDataProgramPath(ReportTool().c_str());
     m_item.SetDataWorkingDirectory(m_folder.Path("nowhere").c_str());
