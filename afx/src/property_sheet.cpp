@@ -82,7 +82,10 @@ BOOL CPropertyPage::OnQueryCancel() { return TRUE; }
 void CPropertyPage::OnOK() { SetModified(FALSE); }
 void CPropertyPage::OnCancel() {}
 
-BOOL CPropertyPage::PreTranslateMessage(MSG* pMsg) { return CWnd::PreTranslateMessage(pMsg); }
+BOOL CPropertyPage::PreTranslateMessage(MSG* pMsg)
+{
+    return CWnd::PreTranslateMessage(pMsg); // NOLINT(bugprone-parent-virtual-call): keys are the sheet's business
+}
 
 BOOL CPropertyPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)
 {

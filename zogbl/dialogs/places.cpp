@@ -157,7 +157,7 @@ CString ResolvePath(const CString& folder, const CString& typed)
     if (length == 0 || length >= sizeof full)
         return {};
     path = full;
-    const CString root = RootOf(path);
+    CString root = RootOf(path);
     if (path.GetLength() < root.GetLength()) // a share without its backslash
         return root;
     const bool endsInBackslash = path.ReverseFind('\\') == path.GetLength() - 1;

@@ -158,6 +158,7 @@ BOOL CTlmSheet::CreateControls()
     SetWindowPos(nullptr, 0, 0, window.Width() + shift, window.Height(), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 
     const CRect frame(tab.left, tab.top, tab.left + width + 2 * margin, tab.bottom);
+    // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): MapWindowPoints is opaque to the analyser
     const CRect rest(frame.left + margin, frame.top + units.top, frame.right - margin, frame.bottom - margin);
     const int buttonTop = rest.bottom - units.bottom;
     const CRect list(rest.left, rest.top, rest.right, buttonTop - gaps.top);
