@@ -67,6 +67,13 @@ void ReloadDialogTexts(CWnd& dialog, UINT templateId)
     }
 }
 
+CString LoadText(UINT id)
+{
+    CString text;
+    ZoGblLoadString(id, text);
+    return text;
+}
+
 CString DialogTitle(UINT templateId)
 {
     DWORD size = 0;

@@ -1,5 +1,5 @@
 /// \file
-/// Templates of the user's language, and windows made from them.
+/// Texts and templates of the user's language, and windows made from them.
 #pragma once
 
 #include <zogbl/resource_lookup.h>
@@ -25,6 +25,9 @@ private:
 /// Sets title and texts of the controls of \p dialog anew, as the template of the present language has them; controls
 /// that the template leaves empty keep what they show. Without memory the rest stays as it is.
 void ReloadDialogTexts(CWnd& dialog, UINT templateId);
+
+/// A string of the present language; empty when nobody has it or memory has run out.
+CString LoadText(UINT id);
 
 /// The title of a dialog template in the present language. Throws CMemoryException*.
 CString DialogTitle(UINT templateId);

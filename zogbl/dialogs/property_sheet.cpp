@@ -1,7 +1,6 @@
 #include <zogbl/property_sheet.h>
 
 #include <zogbl/resource_ids.h>
-#include <zogbl/resource_lookup.h>
 
 #include "dialog_resource.h"
 
@@ -10,13 +9,6 @@
 namespace {
 
 constexpr int kApply = 0x3021; // the system's number of the button
-
-CString LoadText(UINT id)
-{
-    CString text;
-    ZoGblLoadString(id, text);
-    return text;
-}
 
 } // namespace
 

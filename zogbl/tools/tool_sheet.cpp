@@ -5,6 +5,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "../dialogs/dialog_resource.h"
 #include "../dialogs/filter.h"
 
 #include "../frame/language_help.h"
@@ -22,13 +23,6 @@ constexpr int kGap = 4;
 constexpr int kMargin = 7;
 constexpr int kCaptionHeight = 11; // of the group box
 constexpr int kButtonHeight = 14;
-
-CString LoadText(UINT id)
-{
-    CString text;
-    ZoGblLoadString(id, text);
-    return text;
-}
 
 int Ask(CWnd& owner, UINT message, const CString& path, UINT type)
 {
