@@ -9,25 +9,25 @@
 # The family goes by the name of the program (cmake/wine.sh), so there is a link to it for each.
 
 set(ZO_TEST_ENVIRONMENTS win10 nt40 win98 win31 win10-932)
-set(ZO_TEST_TIMEOUT 600)      # seconds a program; for a run that hangs in a way that its own watchdog cannot end
-set(ZO_WATCHDOG_TIMEOUT 120) # seconds a test; says which test hangs
+set(ZO_TEST_TIMEOUT 1800)    # seconds a program; for a run that hangs in a way that its own watchdog cannot end
+set(ZO_WATCHDOG_TIMEOUT 120) # seconds without progress; says which test hangs
 set(ZO_RUN_WINDOWS ${PROJECT_SOURCE_DIR}/cmake/run-windows)
 
 function(zo_add_test_run name environment program)
   string(REGEX REPLACE "-932$" "" family ${environment})
-  set(code_page 1252)
-  if(environment MATCHES "-932$")
-    set(code_page 932)
+  set(prefix ${environment})
+  if("--guard-heap" IN_LIST ARGN)
+    set(prefix ${environment}-guard-heap)
   endif()
   add_test(NAME ${name}
-    COMMAND ${ZO_RUN_WINDOWS} ${CMAKE_BINARY_DIR} ${ZO_ARCH} ${code_page}
+    COMMAND ${ZO_RUN_WINDOWS} ${CMAKE_BINARY_DIR} ${ZO_ARCH} ${prefix}
             ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${program}_${family}.exe --environment=${ZO_ARCH}.${environment}
             --watchdog=${ZO_WATCHDOG_TIMEOUT} --gtest_brief=1 ${ARGN})
   set_tests_properties(${name} PROPERTIES
     LABELS "${ZO_ARCH};${environment}"
     TIMEOUT ${ZO_TEST_TIMEOUT}
     # Programs of one prefix share registry, named objects and desktop: one at a time.
-    RESOURCE_LOCK "wine-${ZO_ARCH}-${code_page}")
+    RESOURCE_LOCK "wine-${ZO_ARCH}-${prefix}")
 endfunction()
 
 function(zo_add_tests area)

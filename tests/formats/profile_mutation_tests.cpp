@@ -1,20 +1,16 @@
 // Damaged profile files, and the bare system calls as the judge of what is read from them.
 #include "profile_fixture.h"
 
-#include "support/guard_heap.h"
+#include "support/mutation.h"
 
 #include <mbstring.h>
 
 #include <memory>
-#include <random>
 
 namespace {
 
-using Random = std::mt19937;
+using zo_test::Random;
 
-// Each environment has cases of its own: 100,000 in the five of an architecture.
-constexpr unsigned kCases = 20000;
-constexpr unsigned kCasesOnGuardHeap = 2000;
 constexpr size_t kCutNameLength = 4094; // the one that is taken for a list that was cut
 
 template <class CHOICES> const auto& Choose(Random& random, const CHOICES& choices)
@@ -148,14 +144,9 @@ class ProfileMutation : public ProfileTest {};
 
 TEST_F(ProfileMutation, ReadsWhatTheSystemReads)
 {
-    const bool onGuardHeap = zo_test::IsGuardHeapInstalled();
-    const std::string prefix = zo_test::EnvironmentName() + (onGuardHeap ? ".guard" : "") + ".";
     const std::string file = FilePath();
-    for (unsigned i = 0; i < (onGuardHeap ? kCasesOnGuardHeap : kCases); ++i) {
-        const std::string seed = prefix + std::to_string(i);
-        std::seed_seq sequence(seed.begin(), seed.end());
-        Random random(sequence);
-        WriteAged(file, MakeFile(random), i);
+    zo_test::ForEachMutation([&](unsigned number, Random& random) {
+        WriteAged(file, MakeFile(random), number);
         // Of its own, for the guard heap watches over the end of a block.
         const auto profile = std::make_unique<CZoMemIniFile>();
         profile->SetFileName(file.c_str());
@@ -174,6 +165,5 @@ TEST_F(ProfileMutation, ReadsWhatTheSystemReads)
             ExpectString(*profile, Ask(file, section, key.c_str()), key.c_str(), random);
         else if (fits)
             ExpectList(profile->EnumerateKeys(&names), names, keys);
-        ASSERT_FALSE(HasFailure()) << "case " << seed;
-    }
+    });
 }

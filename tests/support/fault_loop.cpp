@@ -1,6 +1,7 @@
 #include "support/fault_loop.h"
 
 #include "support/process_counts.h"
+#include "support/watchdog.h"
 
 #include <gtest/gtest.h>
 
@@ -58,6 +59,7 @@ void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::fu
         const ProcessCounts before = ProcessCounts::Take();
         source.Arm(number, persistent);
         RunOnce(body, {source, number, persistent});
+        ReportProgress();
         if (options.checkCounts) {
             EXPECT_EQ(before, ProcessCounts::Take()) << "the run left something behind";
         }

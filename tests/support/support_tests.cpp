@@ -4,9 +4,11 @@
 #include "support/fault_loop.h"
 #include "support/guard_heap.h"
 #include "support/import_patch.h"
+#include "support/mutation.h"
 #include "support/process_counts.h"
 #include "support/sentinel_buffer.h"
 #include "support/unique_names.h"
+#include "support/watchdog.h"
 #include "support/wine_gap.h"
 
 using namespace zo_test;
@@ -235,6 +237,57 @@ TEST(ChildProcess, CanBeKilled)
     child.Kill();
     EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(child.Process(), 0));
     EXPECT_EQ(std::vector<std::string>{"waits"}, child.Reports());
+}
+
+// Watchdog -----------------------------------------------------------------------------------------------------------------
+
+namespace {
+
+HANDLE g_barked;
+void Bark() { SetEvent(g_barked); }
+
+} // namespace
+
+TEST(Watchdog, BarksOnlyWhenNothingGoesOn)
+{
+    g_barked = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    {
+        const Watchdog watchdog(100, &Bark, 10);
+        for (int i = 0; i < 150; ++i) {
+            ReportProgress();
+            ASSERT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), WaitForSingleObject(g_barked, 10)) << i;
+        }
+        EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(g_barked, kChildTimeout));
+    }
+    CloseHandle(g_barked);
+}
+
+TEST(Watchdog, IsToldOfEachRoundOfALoop)
+{
+    const LONG before = ProgressCount();
+    unsigned cases = 0;
+    ForEachMutation([&](unsigned number, Random&) { EXPECT_EQ(cases++, number); }, {50, 50});
+    EXPECT_LT(0u, cases);
+    EXPECT_EQ(before + static_cast<LONG>(cases), ProgressCount());
+    FaultSource source("step");
+    RunFaultLoop(source, [&](const FaultRun&) {
+        for (int step = 0; step < 5; ++step)
+            source.Next();
+    });
+    EXPECT_EQ(before + static_cast<LONG>(cases) + 2 * 6, ProgressCount());
+}
+
+TEST(TestFolder, TakesThePlaceOfAKilledRuns)
+{
+    // The next one's name, as a process of this number could have left it behind.
+    const std::string last = TestFolder().Path();
+    const size_t at = last.find_last_of('.') + 1;
+    const std::string next = last.substr(0, at) + std::to_string(std::stoul(last.substr(at)) + 1);
+    ASSERT_TRUE(CreateDirectoryA(next.c_str(), nullptr));
+    CloseHandle(CreateFileA((next + "\\old").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+    const TestFolder folder;
+    EXPECT_EQ(next, folder.Path());
+    EXPECT_FALSE(folder.Exists("old"));
 }
 
 // Buffers, names, gaps -------------------------------------------------------------------------------------------------

@@ -1,13 +1,14 @@
 // Main function of the test programs.
 //
 //   --environment=NAME  fails unless this is the environment it runs in
-//   --watchdog=SECONDS  ends the program when a test runs longer, with the test's name
+//   --watchdog=SECONDS  ends the program when a test makes no progress for that long, with the test's name
 //   --guard-heap        runs on the guard heap (guard_heap.h)
 //
 // besides GoogleTest's own options.
 #include "support/child_process.h"
 #include "support/environment.h"
 #include "support/guard_heap.h"
+#include "support/watchdog.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,7 @@ class CurrentTestRecorder : public testing::EmptyTestEventListener {
 public:
     void OnTestStart(const testing::TestInfo& test) override
     {
+        zo_test::ReportProgress();
         std::snprintf(g_currentTest, sizeof g_currentTest, "%s.%s", test.test_suite_name(), test.name());
     }
     void OnTestEnd(const testing::TestInfo&) override { std::strcpy(g_currentTest, "(between tests)"); }
@@ -87,61 +89,12 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception)
     ReportAndEnd(text, kCrashed);
 }
 
-/// Ends the program when nobody has restarted it for too long. The thread is ended before the program is: a process that leaves while
-/// a thread of it is just starting crashes now and then under Wine.
-class Watchdog {
-public:
-    explicit Watchdog(DWORD seconds)
-        : m_seconds(seconds), m_finished(CreateEventA(nullptr, TRUE, FALSE, nullptr)),
-          m_restarted(CreateEventA(nullptr, FALSE, FALSE, nullptr))
-    {
-        DWORD id;
-        m_thread = CreateThread(nullptr, 0, &Watchdog::Run, this, 0, &id);
-    }
-    /// Starts the time again.
-    void Restart() { SetEvent(m_restarted); }
-    ~Watchdog()
-    {
-        SetEvent(m_finished);
-        WaitForSingleObject(m_thread, INFINITE);
-        CloseHandle(m_thread);
-        CloseHandle(m_finished);
-        CloseHandle(m_restarted);
-    }
-    Watchdog(const Watchdog&) = delete;
-    Watchdog& operator=(const Watchdog&) = delete;
-
-private:
-    static DWORD WINAPI Run(void* object)
-    {
-        const auto* self = static_cast<const Watchdog*>(object);
-        const HANDLE events[] = {self->m_finished, self->m_restarted};
-        DWORD which;
-        while ((which = WaitForMultipleObjects(2, events, FALSE, self->m_seconds * 1000)) == WAIT_OBJECT_0 + 1) {
-        }
-        if (which == WAIT_OBJECT_0)
-            return 0;
-        char text[512];
-        std::snprintf(text, sizeof text, "\nHANGS: %s, for %lu seconds\n", g_currentTest,
-                      static_cast<unsigned long>(self->m_seconds));
-        ReportAndEnd(text, kHangs);
-    }
-
-    DWORD m_seconds;
-    HANDLE m_finished;
-    HANDLE m_restarted;
-    HANDLE m_thread;
-};
-
-/// Gives each test the watchdog's whole time.
-class WatchdogRestarter : public testing::EmptyTestEventListener {
-public:
-    explicit WatchdogRestarter(Watchdog& watchdog) : m_watchdog(watchdog) {}
-    void OnTestStart(const testing::TestInfo&) override { m_watchdog.Restart(); }
-
-private:
-    Watchdog& m_watchdog;
-};
+void ReportHang()
+{
+    char text[512];
+    std::snprintf(text, sizeof text, "\nHANGS: %s makes no progress\n", g_currentTest);
+    ReportAndEnd(text, kHangs);
+}
 
 } // namespace
 
@@ -156,7 +109,7 @@ int main(int argc, char** argv)
     testing::UnitTest::GetInstance()->listeners().Append(new CurrentTestRecorder);
     const char* guardHeap = std::getenv("ZO_GUARD_HEAP");
     bool wantsGuardHeap = guardHeap != nullptr && std::strcmp(guardHeap, "1") == 0;
-    DWORD watchdogSeconds = 0xFFFFFFFF / 1000; // none
+    DWORD watchdogSeconds = 0xFFFFFFFF; // none
     std::string environment = zo_test::EnvironmentName();
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--guard-heap") == 0)
@@ -186,16 +139,12 @@ int main(int argc, char** argv)
 
     int exitCode = 0;
     if (zo_test::IsChild(argc, argv)) {
-        const Watchdog watchdog(kChildWatchdogSeconds);
+        const zo_test::Watchdog watchdog(kChildWatchdogSeconds, &ReportHang);
         exitCode = zo_test::RunAsChild(argc, argv);
     } else {
-        Watchdog watchdog(watchdogSeconds);
-        WatchdogRestarter restarter(watchdog);
-        auto& listeners = testing::UnitTest::GetInstance()->listeners();
-        listeners.Append(&restarter);
+        const zo_test::Watchdog watchdog(watchdogSeconds, &ReportHang);
         std::printf("environment %s%s\n", zo_test::EnvironmentName().c_str(), wantsGuardHeap ? ", guard heap" : "");
         exitCode = RUN_ALL_TESTS();
-        listeners.Release(&restarter);
     }
     std::fflush(stdout);
     return exitCode;

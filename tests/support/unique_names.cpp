@@ -171,6 +171,8 @@ TestFolder::TestFolder()
     char temporary[MAX_PATH] = {};
     GetTempPathA(sizeof temporary, temporary);
     m_path = temporary + UniqueName();
+    if (GetFileAttributesA(m_path.c_str()) != INVALID_FILE_ATTRIBUTES)
+        DeleteFolder(m_path); // of a process of the same number that was killed
     EXPECT_TRUE(CreateDirectoryA(m_path.c_str(), nullptr)) << m_path << ", error " << GetLastError();
 }
 

@@ -1,22 +1,14 @@
 // Damaged tools files: what is read is what the format says, and never more than its fields.
 #include "tool_fixture.h"
 
-#include "support/guard_heap.h"
 #include "support/import_patch.h"
+#include "support/mutation.h"
 
 #include <zogbl/tool_menu.h>
-
-#include <random>
 
 using namespace zo_test;
 
 namespace {
-
-using Random = std::mt19937;
-
-// Each environment has cases of its own: 100,000 in the five of an architecture.
-constexpr unsigned kCases = 20000;
-constexpr unsigned kCasesOnGuardHeap = 2000;
 
 std::string MakeFile(Random& random)
 {
@@ -114,12 +106,7 @@ TEST(ToolMutation, IsReadAsTheFormatSays)
     const TestFolder folder;
     const std::string path = folder.Path("test.tlm");
     const ImportPatch noProcess(kLibrary, "CreateProcessA", &CheckStart);
-    const bool onGuardHeap = IsGuardHeapInstalled();
-    const std::string prefix = EnvironmentName() + (onGuardHeap ? ".guard" : "") + ".";
-    for (unsigned i = 0; i < (onGuardHeap ? kCasesOnGuardHeap : kCases); ++i) {
-        const std::string seed = prefix + std::to_string(i);
-        std::seed_seq sequence(seed.begin(), seed.end());
-        Random random(sequence);
+    ForEachMutation([&](unsigned, Random& random) {
         const std::string bytes = MakeFile(random);
         folder.Write("test.tlm", bytes);
         const DWORD isValid = bytes.size() < 144                 ? 16
@@ -138,7 +125,7 @@ TEST(ToolMutation, IsReadAsTheFormatSays)
             const std::string record = bytes.substr(at, 1536);
             if (options == ZO_TLM_FOR_MENU && (NumberOf(record, 4) & ZO_TLM_IN_MENU) == 0)
                 continue;
-            ASSERT_LT(loaded, items.GetSize()) << "case " << seed;
+            ASSERT_LT(loaded, items.GetSize());
             EXPECT_EQ(options == 0 ? 0u : ZO_TLM_FIRST_COMMAND - static_cast<UINT>(loaded),
                       items.Item(loaded).GetCommand());
             ExpectItem(record, items.Item(loaded++));
@@ -147,6 +134,5 @@ TEST(ToolMutation, IsReadAsTheFormatSays)
         CString description;
         file.GetDescription(description);
         EXPECT_EQ(isValid == 0 ? FieldOf(bytes, 16, 128) : "", std::string(description));
-        ASSERT_FALSE(testing::Test::HasFailure()) << "case " << seed;
-    }
+    });
 }
