@@ -1,5 +1,7 @@
 #include "help_file.h"
 
+#include <common/double_byte.h>
+
 #include <cstdlib>
 
 namespace {
@@ -20,7 +22,7 @@ CString Prefix(const CString& name)
 {
     int length = 0;
     for (int count = 0; count < kModulePrefixLength && length < name.GetLength(); ++count)
-        length += IsDBCSLeadByte(static_cast<BYTE>(name[length])) ? 2 : 1;
+        length += static_cast<int>(CharacterWidth((LPCSTR)name + length));
     return name.Left(length);
 }
 

@@ -5,7 +5,21 @@
 #include <afx.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
+
+/// The most elements of \p nSize bytes that one block can hold.
+constexpr INT_PTR AfxMaxElements(size_t nSize)
+{
+    return static_cast<INT_PTR>(static_cast<size_t>((std::numeric_limits<INT_PTR>::max)()) / nSize);
+}
+/// The sum of two sizes, neither of them negative. Throws CMemoryException* if it is too large for a size.
+inline INT_PTR AfxAddSizes(INT_PTR nSize1, INT_PTR nSize2)
+{
+    if (nSize1 > (std::numeric_limits<INT_PTR>::max)() - nSize2)
+        AfxThrowMemoryException();
+    return nSize1 + nSize2;
+}
 
 /// Hash of a key; specialise for types without a conversion to an integer.
 template <class ARG_KEY> inline UINT AFXAPI HashKey(ARG_KEY key)
@@ -30,7 +44,8 @@ inline BOOL AFXAPI CompareElements(const TYPE* pElement1, const ARG_TYPE* pEleme
 
 /// A growing array. Indexes must be in range except for SetAtGrow and InsertAt, which extend the array as needed.
 /// Storage grows by nGrowBy elements; with 0, by an eighth of the size, at least 4 and at most 1024. Elements added by
-/// growth are value-initialised. Operations that need memory throw CMemoryException* and then leave the array as it was.
+/// growth are value-initialised. Operations that need memory throw CMemoryException* and then leave the array as it was;
+/// so does a size that is negative, or larger than memory can be.
 template <class TYPE, class ARG_TYPE = const TYPE&> class CArray : public CObject {
 public:
     CArray() = default;
@@ -43,6 +58,8 @@ public:
 
     void SetSize(INT_PTR nNewSize, INT_PTR nGrowBy = -1)
     {
+        if (nNewSize < 0 || nNewSize > kMaxElements)
+            AfxThrowMemoryException();
         if (nGrowBy >= 0)
             m_nGrowBy = nGrowBy;
         if (nNewSize == 0) {
@@ -53,7 +70,7 @@ public:
             return;
         }
         if (nNewSize > m_nMaxSize)
-            Reallocate(m_nMaxSize == 0 ? nNewSize : (std::max)(nNewSize, m_nMaxSize + GrowStep()));
+            Reallocate(m_nMaxSize == 0 ? nNewSize : (std::max)(nNewSize, GrownSize()));
         for (; m_nSize < nNewSize; ++m_nSize)
             ::new (static_cast<void*>(m_pData + m_nSize)) TYPE();
         DestroyElements(m_pData + nNewSize, m_nSize - nNewSize);
@@ -80,7 +97,7 @@ public:
         TYPE element; // copied before anything changes: that may fail, or the original may lie in this array
         element = newElement;
         if (nIndex >= m_nSize)
-            SetSize(nIndex + 1);
+            SetSize(AfxAddSizes(nIndex, 1));
         m_pData[nIndex] = std::move(element); // NOLINT(clang-analyzer-core.*): SetSize has made the storage
     }
     /// \return the index of the new element.
@@ -95,7 +112,7 @@ public:
     {
         const INT_PTR first = m_nSize;
         const INT_PTR count = src.m_nSize;
-        SetSize(first + count);
+        SetSize(AfxAddSizes(first, count));
         std::copy_n(src.m_pData, count, m_pData + first);
         return first;
     }
@@ -110,9 +127,9 @@ public:
         element = newElement;
         const INT_PTR oldSize = m_nSize;
         if (nIndex >= oldSize) {
-            SetSize(nIndex + nCount);
+            SetSize(AfxAddSizes(nIndex, nCount));
         } else {
-            SetSize(oldSize + nCount);
+            SetSize(AfxAddSizes(oldSize, nCount));
             std::move_backward(m_pData + nIndex, m_pData + oldSize, m_pData + oldSize + nCount);
         }
         std::fill_n(m_pData + nIndex, nCount, element);
@@ -125,9 +142,14 @@ public:
     }
 
 private:
-    INT_PTR GrowStep() const
+    static constexpr INT_PTR kMaxElements = AfxMaxElements(sizeof(TYPE));
+
+    /// The size of the storage after its next growth.
+    INT_PTR GrownSize() const
     {
-        return m_nGrowBy > 0 ? m_nGrowBy : (std::min)(INT_PTR{1024}, (std::max)(INT_PTR{4}, m_nSize / 8));
+        const INT_PTR step =
+            m_nGrowBy > 0 ? m_nGrowBy : (std::min)(INT_PTR{1024}, (std::max)(INT_PTR{4}, m_nSize / 8));
+        return m_nMaxSize + (std::min)(step, kMaxElements - m_nMaxSize);
     }
     static void DestroyElements(TYPE* pElements, INT_PTR nCount)
     {
@@ -173,11 +195,10 @@ public:
     void InitHashTable(UINT nHashSize, BOOL bAllocNow = TRUE)
     {
         ASSERT(m_nCount == 0 && nHashSize > 0);
+        Assoc** table = bAllocNow ? NewTable(nHashSize) : nullptr;
         AfxFreeMemory(m_pHashTable);
-        m_pHashTable = nullptr;
+        m_pHashTable = table;
         m_nHashTableSize = nHashSize;
-        if (bAllocNow)
-            AllocateTable();
     }
     BOOL Lookup(ARG_KEY key, VALUE& rValue) const
     {
@@ -193,7 +214,7 @@ public:
         if (Assoc* assoc = Find(key))
             return assoc->value;
         if (m_pHashTable == nullptr)
-            AllocateTable();
+            m_pHashTable = NewTable(m_nHashTableSize);
         Assoc* assoc = NewAssoc(key);
         Assoc*& bucket = m_pHashTable[assoc->hash % m_nHashTableSize];
         assoc->next = bucket;
@@ -278,15 +299,20 @@ private:
             ++bucket;
         return bucket < m_nHashTableSize ? m_pHashTable[bucket] : nullptr;
     }
-    void AllocateTable()
+    static Assoc** NewTable(UINT size)
     {
-        m_pHashTable = static_cast<Assoc**>(AfxAllocMemory(m_nHashTableSize * sizeof(Assoc*)));
-        std::fill_n(m_pHashTable, m_nHashTableSize, nullptr);
+        if (size > static_cast<size_t>(AfxMaxElements(sizeof(Assoc*))))
+            AfxThrowMemoryException();
+        auto** table = static_cast<Assoc**>(AfxAllocMemory(size * sizeof(Assoc*)));
+        std::fill_n(table, size, nullptr);
+        return table;
     }
     Assoc* NewAssoc(ARG_KEY key)
     {
         if (m_pFree == nullptr) {
-            auto* block = static_cast<Block*>(AfxAllocMemory(sizeof(Block) + m_nBlockSize * sizeof(Assoc)));
+            if (m_nBlockSize > AfxMaxElements(sizeof(Assoc)) - 1) // the block's own head takes less than one of them
+                AfxThrowMemoryException();
+            auto* block = static_cast<Block*>(AfxAllocMemory(sizeof(Block) + static_cast<size_t>(m_nBlockSize) * sizeof(Assoc)));
             block->next = m_pBlocks;
             m_pBlocks = block;
             auto* assocs = reinterpret_cast<Assoc*>(block + 1);

@@ -1,9 +1,10 @@
 #include <afxext.h>
 
+#include <common/double_byte.h>
+
 #include "thread_state.h"
 
 #include <cstring>
-#include <mbstring.h>
 #include <utility>
 
 namespace {
@@ -20,11 +21,11 @@ LPSTR ProgramHelpFile(HINSTANCE instance)
     const DWORD length = GetModuleFileNameA(instance, path, sizeof path);
     if (length == 0 || length >= sizeof path)
         return nullptr;
-    auto* extension = reinterpret_cast<char*>(_mbsrchr(reinterpret_cast<unsigned char*>(path), '.'));
+    const LPCSTR extension = FindLastCharacter(path, '.');
     constexpr char kHelpExtension[] = ".HLP";
     if (extension == nullptr || extension + sizeof kHelpExtension > path + sizeof path)
         return nullptr;
-    std::memcpy(extension, kHelpExtension, sizeof kHelpExtension);
+    std::memcpy(path + (extension - path), kHelpExtension, sizeof kHelpExtension);
     return _strdup(path);
 }
 

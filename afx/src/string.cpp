@@ -1,9 +1,10 @@
 #include <afxwin.h>
 
+#include <common/double_byte.h>
+
 #include <climits>
 #include <cstdio>
 #include <cstring>
-#include <mbctype.h>
 #include <mbstring.h>
 
 namespace {
@@ -67,7 +68,10 @@ int LengthOf(LPCSTR text)
     return static_cast<int>(length);
 }
 
-const unsigned char* Bytes(LPCSTR text) { return reinterpret_cast<const unsigned char*>(text); }
+/// Position of \p found in \p text; -1 for null.
+int PositionIn(LPCSTR text, LPCSTR found) { return found != nullptr ? static_cast<int>(found - text) : -1; }
+
+bool IsSpace(LPCSTR text) { return _ismbcspace(CharacterAt(text)) != 0; }
 
 } // namespace
 
@@ -154,8 +158,8 @@ CString AFXAPI operator+(const CString& string, LPCSTR lpsz) { return string + C
 CString AFXAPI operator+(LPCSTR lpsz, const CString& string) { return CString(lpsz, LengthOf(lpsz)) + string; }
 CString AFXAPI operator+(const CString& string, char ch) { return string + CString(ch); }
 
-int CString::Compare(LPCSTR lpsz) const { return _mbscmp(Bytes(m_pchData), Bytes(lpsz)); }
-int CString::CompareNoCase(LPCSTR lpsz) const { return _mbsicmp(Bytes(m_pchData), Bytes(lpsz)); }
+int CString::Compare(LPCSTR lpsz) const { return CompareCharacters(m_pchData, lpsz); }
+int CString::CompareNoCase(LPCSTR lpsz) const { return CompareCharactersNoCase(m_pchData, lpsz); }
 int CString::Collate(LPCSTR lpsz) const
 {
     return CompareStringA(LOCALE_USER_DEFAULT, 0, m_pchData, -1, lpsz, -1) - CSTR_EQUAL;
@@ -183,59 +187,51 @@ int CString::Find(char ch, int nStart) const
 {
     if (nStart < 0 || nStart >= GetLength())
         return -1;
-    const unsigned char* found = _mbschr(Bytes(m_pchData) + nStart, static_cast<unsigned char>(ch));
-    return found != nullptr ? static_cast<int>(found - Bytes(m_pchData)) : -1;
+    return PositionIn(m_pchData, FindCharacter(m_pchData + nStart, ch));
 }
 
 int CString::Find(LPCSTR lpszSub, int nStart) const
 {
     if (nStart < 0 || nStart > GetLength())
         return -1;
-    // Not _mbsstr: Wine's also finds what begins in the middle of a character.
-    const auto length = static_cast<size_t>(LengthOf(lpszSub));
-    const unsigned char* at = Bytes(m_pchData) + nStart;
-    while (std::strncmp(reinterpret_cast<LPCSTR>(at), lpszSub, length) != 0) {
-        if (*at == '\0')
-            return -1;
-        at = _mbsinc(at);
-    }
-    return static_cast<int>(at - Bytes(m_pchData));
+    return PositionIn(m_pchData, FindText(m_pchData + nStart, lpszSub != nullptr ? lpszSub : ""));
 }
 
-int CString::ReverseFind(char ch) const
-{
-    const unsigned char* found = _mbsrchr(Bytes(m_pchData), static_cast<unsigned char>(ch));
-    return found != nullptr ? static_cast<int>(found - Bytes(m_pchData)) : -1;
-}
+int CString::ReverseFind(char ch) const { return PositionIn(m_pchData, FindLastCharacter(m_pchData, ch)); }
 
 int CString::FindOneOf(LPCSTR lpszCharSet) const
 {
-    const unsigned char* found = _mbspbrk(Bytes(m_pchData), Bytes(lpszCharSet));
-    return found != nullptr ? static_cast<int>(found - Bytes(m_pchData)) : -1;
+    for (LPCSTR at = m_pchData; *at != '\0'; at = NextCharacter(at)) {
+        for (LPCSTR wanted = lpszCharSet; *wanted != '\0'; wanted = NextCharacter(wanted)) {
+            if (CharacterAt(at) == CharacterAt(wanted))
+                return PositionIn(m_pchData, at);
+        }
+    }
+    return -1;
 }
 
-void CString::MakeUpper() { _mbsupr(reinterpret_cast<unsigned char*>(GetBuffer(GetLength()))); }
-void CString::MakeLower() { _mbslwr(reinterpret_cast<unsigned char*>(GetBuffer(GetLength()))); }
+void CString::MakeUpper() { MapCase(GetBuffer(GetLength()), &_mbsupr); }
+void CString::MakeLower() { MapCase(GetBuffer(GetLength()), &_mbslwr); }
 
 void CString::TrimLeft()
 {
-    const unsigned char* first = Bytes(m_pchData);
-    while (_ismbcspace(_mbsnextc(first)) != 0)
-        first = _mbsinc(first);
-    *this = Mid(static_cast<int>(first - Bytes(m_pchData)));
+    LPCSTR first = m_pchData;
+    while (IsSpace(first))
+        first = NextCharacter(first);
+    *this = Mid(PositionIn(m_pchData, first));
 }
 
 void CString::TrimRight()
 {
-    const unsigned char* blanksFrom = nullptr; // start of the run of blanks that may turn out to be the last
-    for (const unsigned char* p = Bytes(m_pchData); *p != '\0'; p = _mbsinc(p)) {
-        if (_ismbcspace(_mbsnextc(p)) == 0)
+    LPCSTR blanksFrom = nullptr; // start of the run of blanks that may turn out to be the last
+    for (LPCSTR p = m_pchData; *p != '\0'; p = NextCharacter(p)) {
+        if (!IsSpace(p))
             blanksFrom = nullptr;
         else if (blanksFrom == nullptr)
             blanksFrom = p;
     }
     if (blanksFrom != nullptr)
-        *this = Left(static_cast<int>(blanksFrom - Bytes(m_pchData)));
+        *this = Left(PositionIn(m_pchData, blanksFrom));
 }
 
 int CString::Replace(LPCSTR lpszOld, LPCSTR lpszNew)

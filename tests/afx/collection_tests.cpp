@@ -1,6 +1,7 @@
 #include "support/fault_loop.h"
 
 #include <algorithm>
+#include <limits>
 #include <random>
 #include <unordered_map>
 
@@ -165,6 +166,68 @@ TEST(CArray, IsAsBeforeWhenMemoryFails)
                 EXPECT_STREQ("two", array[2]);
             }
         });
+    }
+}
+
+namespace {
+
+constexpr INT_PTR kMostSize = (std::numeric_limits<INT_PTR>::max)();
+
+/// Asks for sizes whose bytes cannot be counted: what is left of the product is small, or negative.
+template <class ARRAY, class TYPE> void ExpectNoRoom(const char* name, const TYPE& element)
+{
+    SCOPED_TRACE(name);
+    const auto folded = static_cast<INT_PTR>( // a few bytes, multiplied, or as near as a size comes to that
+        (std::min)((std::numeric_limits<size_t>::max)() / sizeof(TYPE) + 2, static_cast<size_t>(kMostSize)));
+    const std::function<void(ARRAY&)> operations[] = {
+        [=](ARRAY& a) { a.SetSize(folded); },
+        [](ARRAY& a) { a.SetSize(kMostSize); },
+        [](ARRAY& a) { a.SetSize(-1); },
+        [&](ARRAY& a) { a.SetAtGrow(folded, element); },
+        [&](ARRAY& a) { a.SetAtGrow(kMostSize, element); },
+        [&](ARRAY& a) { a.InsertAt(folded, element); },
+        [&](ARRAY& a) { a.InsertAt(1, element, kMostSize); },
+        [&](ARRAY& a) { a.InsertAt(kMostSize, element, 2); },
+        [&](ARRAY& a) {
+            a.FreeExtra();
+            a.SetSize(2, folded - 2); // the growth from here on
+            a.Add(element);
+        },
+    };
+    for (size_t i = 0; i < std::size(operations); ++i) {
+        ARRAY array;
+        array.Add(element);
+        array.Add(element);
+        try {
+            operations[i](array);
+            ADD_FAILURE() << i;
+        } catch (CMemoryException* e) {
+            e->Delete();
+        }
+        EXPECT_EQ(2, array.GetSize()) << i;
+    }
+}
+
+} // namespace
+
+TEST(CArray, RefusesSizesThatNoMemoryHas)
+{
+    ExpectNoRoom<CDWordArray>("double words", DWORD{7});
+    ExpectNoRoom<CWordArray>("words", WORD{7});
+    ExpectNoRoom<CPtrArray>("pointers", static_cast<void*>(nullptr));
+    ExpectNoRoom<CStringArray>("texts", CString("text"));
+}
+
+TEST(CMap, RefusesSizesThatNoMemoryHas)
+{
+    CMap<int, int, int, int> map(kMostSize / 4);
+    EXPECT_THROW(map.SetAt(1, 2), CMemoryException*);
+    EXPECT_TRUE(map.IsEmpty());
+    if constexpr (sizeof(void*) == 4) {
+        CMap<int, int, int, int> wide;
+        EXPECT_THROW(wide.InitHashTable(0x40000001), CMemoryException*);
+        wide.SetAt(1, 2);
+        EXPECT_EQ(17u, wide.GetHashTableSize());
     }
 }
 

@@ -86,6 +86,52 @@ TEST(CString, SearchesByCharacter)
     EXPECT_EQ(1, s.FindOneOf("xcb"));
 }
 
+TEST(CString, EndsAtItsTerminatorWithHalfACharacter)
+{
+    const auto make = [](const char* behind) { // a lead byte, the terminator, and what nobody may look at
+        CString s;
+        strcpy(s.GetBuffer(40), "aB\x83");
+        strcpy(s.GetBuffer(40) + 4, behind);
+        s.ReleaseBuffer(3);
+        return s;
+    };
+    CString s = make("\\ xyz");
+    EXPECT_EQ(-1, s.Find('\\'));
+    EXPECT_EQ(-1, s.Find("\\"));
+    EXPECT_EQ(-1, s.ReverseFind('\\'));
+    EXPECT_EQ(-1, s.FindOneOf("\\z"));
+    EXPECT_EQ(2, s.Find('\x83')) << "a character of one byte";
+    EXPECT_EQ(0, s.Replace("y", "z"));
+    CString out;
+    EXPECT_TRUE(AfxExtractSubString(out, "a;\x83", 1, ';'));
+    EXPECT_STREQ("\x83", out);
+    s.TrimRight();
+    s.MakeUpper();
+    EXPECT_STREQ("\\ xyz", (LPCSTR)s + 4);
+    EXPECT_STREQ("AB\x83", s);
+    s.MakeLower();
+    EXPECT_STREQ("ab\x83", s);
+    const CString other = make("other");
+    EXPECT_EQ(0, other.Compare(make("one")));
+    EXPECT_EQ(0, other.CompareNoCase(make("one")));
+    EXPECT_LT(CString("\x83").Compare("\x83\x5C"), 0) << "half a character stands before the whole one";
+    CMapStringToString map;
+    map.SetAt(make("one"), "value");
+    EXPECT_TRUE(map.Lookup(other, out));
+}
+
+TEST(CString, ComparesAndFindsWholeCharacters)
+{
+    // B1 is a katakana of half width, 83 41 one of full width, 82 60 and 82 81 a wide "A" and "a" of code page 932.
+    const bool isDoubleByte = IsDoubleByte();
+    EXPECT_EQ(isDoubleByte ? -1 : 1, CString("\xB1").Compare("\x83\x41"));
+    EXPECT_EQ(0, CString("abC\x83\x41").CompareNoCase("ABc\x83\x41"));
+    EXPECT_EQ(isDoubleByte, CString("\x82\x60").CompareNoCase("\x82\x81") == 0);
+    EXPECT_EQ(!isDoubleByte, CString("\x83\x41").CompareNoCase("\x83\x61") == 0);
+    EXPECT_EQ(isDoubleByte ? 2 : 0, CString("\x83\x41\x83").Find("\x83")) << "half of the first one";
+    EXPECT_EQ(isDoubleByte ? -1 : 1, CString("\x83\x41").FindOneOf("\x82\x41"));
+}
+
 TEST(CString, TrimsAndMapsCaseByCharacter)
 {
     static constexpr struct {

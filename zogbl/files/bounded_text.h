@@ -2,15 +2,11 @@
 /// Texts in buffers of fixed size.
 #pragma once
 
+#include <common/double_byte.h>
+
 #include <windows.h>
 
 #include <cstring>
-
-/// The bytes of the character at \p text, which must not be its end: 2 for a lead byte with another byte behind it.
-inline size_t CharacterWidth(LPCSTR text)
-{
-    return IsDBCSLeadByte(static_cast<BYTE>(text[0])) && text[1] != '\0' ? 2 : 1;
-}
 
 /// Copies as much of \p text as fits in \p size bytes with a terminator. A character of two bytes is copied whole or not
 /// at all. \p size must not be 0.

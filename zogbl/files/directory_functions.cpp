@@ -1,13 +1,12 @@
 #include <zogbl/directory_functions.h>
 
+#include <common/double_byte.h>
 #include <zogbl/file_functions.h>
 #include <zogbl/file_name_functions.h>
 #include <zogbl/global_error.h>
 
 #include "folder_walk.h"
 #include "open_security.h"
-
-#include <mbstring.h>
 
 #include <cstring>
 
@@ -25,7 +24,7 @@ DWORD CreateFolder(const char* dir)
 CString FolderAbove(const char* dir)
 {
     CString above;
-    if (_mbschr(reinterpret_cast<const unsigned char*>(dir), '\\') != nullptr)
+    if (FindCharacter(dir, '\\') != nullptr)
         CZoGlobalFileNameFunctions::ExtractPathFromPath(dir, above);
     if (above == dir) // the root of a drive
         above.Empty();

@@ -1,11 +1,10 @@
 #include <zogbl/file_functions.h>
 
+#include <common/double_byte.h>
 #include <zogbl/global_error.h>
 
 #include "open_security.h"
 #include "system_handle.h"
-
-#include <mbstring.h>
 
 #include <cstdio>
 #include <cstring>
@@ -37,7 +36,7 @@ bool IsFile(const char* path, DWORD& attributes, DWORD& status)
 
 bool EndsInBackslash(const char* text)
 {
-    const unsigned char* last = _mbsrchr(reinterpret_cast<const unsigned char*>(text), '\\');
+    const LPCSTR last = FindLastCharacter(text, '\\');
     return last != nullptr && last[1] == '\0';
 }
 

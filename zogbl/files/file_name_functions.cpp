@@ -23,7 +23,7 @@ template <class MAKE> void Assign(CString& out, MAKE make)
 const char* FindFileName(const char* path)
 {
     const char* name = path;
-    for (const char* p = path; *p != '\0'; p = CharNextA(p)) {
+    for (const char* p = path; *p != '\0'; p = NextCharacter(p)) {
         if (*p == '\\' || *p == '/' || *p == ':')
             name = p + 1;
     }
@@ -36,10 +36,10 @@ const char* FindEndOfRoot(const char* path)
     if (path[0] == '\\' && path[1] == '\\' && path[2] != '\\') {
         const char* end = path + 2;
         while (*end != '\0' && *end != '\\')
-            end = CharNextA(end);
+            end = NextCharacter(end);
         return end;
     }
-    return CharNextA(CharNextA(path)); // which stay at the end of the text
+    return NextCharacter(NextCharacter(path)); // which stay at the end of the text
 }
 
 } // namespace
@@ -102,7 +102,7 @@ void CZoGlobalFileNameFunctions::AbbreviateFilePath(const char* path, char* out,
         return length > 0 && static_cast<size_t>(length) < sizeof text && fits(text);
     };
     if (fits(name) && shortForm("\\", name)) {
-        for (const char* rest = endOfRoot; *rest != '\0'; rest = CharNextA(rest)) {
+        for (const char* rest = endOfRoot; *rest != '\0'; rest = NextCharacter(rest)) {
             if (*rest == '\\' && shortForm("", rest))
                 return CopyBounded(out, MAX_PATH, text);
         }

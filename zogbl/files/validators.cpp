@@ -1,5 +1,6 @@
 #include <zogbl/validators.h>
 
+#include <common/double_byte.h>
 #include <zogbl/resource_ids.h>
 
 #include <cstdio>
@@ -43,7 +44,7 @@ void RefuseLength(CDataExchange* exchange, int maxChars, UINT message)
 
 bool HasLeadByte(LPCSTR text)
 {
-    while (*text != '\0' && !IsDBCSLeadByte(static_cast<BYTE>(*text)))
+    while (*text != '\0' && !IsLeadByte(*text))
         ++text;
     return *text != '\0';
 }

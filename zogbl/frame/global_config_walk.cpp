@@ -1,18 +1,16 @@
 // The gateway's enumerations, searches and tree copies.
 #include <zogbl/global_config.h>
 
+#include <common/double_byte.h>
+
 #include "registry_key.h"
 #include "registry_walk.h"
 
 #include <cstring>
-#include <mbstring.h>
 
 namespace {
 
-bool IsSameName(LPCSTR name1, LPCSTR name2)
-{
-    return _mbsicmp(reinterpret_cast<const unsigned char*>(name1), reinterpret_cast<const unsigned char*>(name2)) == 0;
-}
+bool IsSameName(LPCSTR name1, LPCSTR name2) { return CompareCharactersNoCase(name1, name2) == 0; }
 
 /// What a visitor returns to end a search that has found its object; no system call returns it.
 constexpr DWORD kFound = 0xFFFFFFFF;

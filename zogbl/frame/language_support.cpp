@@ -7,7 +7,7 @@
 #include "without_throwing.h"
 
 #include <cstdio>
-#include <mbstring.h>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -130,7 +130,7 @@ DWORD CZoLanguageSupport::EnumValueCallback(void* context, LPCSTR valueName, con
     switch (type) {
     case REG_SZ:
     case REG_EXPAND_SZ:
-        current = _mbsicmp(static_cast<const unsigned char*>(data), reinterpret_cast<const unsigned char*>("0")) != 0;
+        current = std::strcmp(static_cast<LPCSTR>(data), "0") != 0;
         break;
     case REG_DWORD:
         current = static_cast<int>(ZoEnumeratedNumber(data));

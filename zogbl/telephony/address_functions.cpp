@@ -22,7 +22,7 @@ template <class KEEP> CString Filtered(const CString& text, KEEP keep)
     CString result;
     for (int i = 0; i < text.GetLength(); ++i) {
         const char character = text[i];
-        if (IsDBCSLeadByte(static_cast<BYTE>(character)) && i + 1 < text.GetLength()) {
+        if (CharacterWidth((LPCSTR)text + i) == 2) {
             result += character;
             result += text[++i];
         } else if (keep(character, result)) {

@@ -1,5 +1,6 @@
 #include <zogbl/country_code.h>
 
+#include <common/double_byte.h>
 #include <zogbl/custom_resource.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
@@ -7,7 +8,6 @@
 #include "box_filling.h"
 
 #include <algorithm>
-#include <mbstring.h>
 #include <memory>
 #include <new>
 
@@ -54,8 +54,7 @@ CZoCountryCode* Country(void* element) { return static_cast<CZoCountryCode*>(ele
 
 bool IsLess(const CZoCountryCode& first, const CZoCountryCode& second)
 {
-    const auto bytes = [](LPCSTR text) { return reinterpret_cast<const unsigned char*>(text); };
-    return _mbsicmp(bytes(first.GetName()), bytes(second.GetName())) < 0;
+    return CompareCharactersNoCase(first.GetName(), second.GetName()) < 0;
 }
 
 /// Inserts a country behind all whose name is not greater, so that equal names keep their order.

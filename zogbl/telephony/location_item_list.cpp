@@ -1,5 +1,6 @@
 #include <zogbl/location_item.h>
 
+#include <common/double_byte.h>
 #include <zogbl/number_text.h>
 
 #include "box_filling.h"
@@ -22,7 +23,7 @@ bool StartsWith(LPCSTR name, LPCSTR text)
     const auto length = static_cast<int>(std::strlen(text));
     LPCSTR end = name;
     while (*end != '\0' && end - name < length)
-        end = CharNextA(end);
+        end = NextCharacter(end);
     return length == 0 || (end != name && IsEqual(name, static_cast<int>(end - name), text, length));
 }
 

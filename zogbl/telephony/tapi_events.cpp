@@ -1,6 +1,8 @@
 // What the service tells, and answering.
 #include <zogbl/tapi_interface.h>
 
+#include <common/double_byte.h>
+
 #include "tapi_binding.h"
 #include "tapi_records.h"
 #include "tapi_state.h"
@@ -49,7 +51,7 @@ CString CallerText(const LINECALLINFO& info, DWORD size, DWORD offset)
     const RecordPart part = GetRecordPart(info, offsetof(LINECALLINFO, dwCallTreatment), size, offset);
     size_t length = 0;
     for (size_t width; length < part.TextLength(); length += width) {
-        width = IsDBCSLeadByte(static_cast<BYTE>(part.bytes[length])) ? 2 : 1;
+        width = CharacterWidth(part.bytes + length, part.TextLength() - length);
         if (length + width > (std::min)(part.TextLength(), kCallerTextSize - 1))
             break;
     }

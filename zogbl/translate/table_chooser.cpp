@@ -1,5 +1,6 @@
 #include "table_chooser.h"
 
+#include <common/double_byte.h>
 #include <zogbl/resource_ids.h>
 
 #include "../files/folder_walk.h"
@@ -19,7 +20,7 @@ CString TableChooser::FolderPrefix(const CString& path)
     if (dot >= 0) {
         // The last character of the name goes with its extension. No name is left behind in the end, so it does no harm.
         const LPCSTR text = path;
-        prefix = prefix.Left(static_cast<int>(::CharPrevA(text, text + dot) - text));
+        prefix = prefix.Left(static_cast<int>(PreviousCharacter(text, text + dot) - text));
         const int backslash = prefix.ReverseFind('\\');
         if (backslash >= 0)
             prefix = prefix.Left(backslash);

@@ -1,0 +1,125 @@
+/// \file
+/// Walks through texts of the system's ANSI code page, in which a character has one byte or two.
+///
+/// A text that was cut at a fixed size may end in the first half of a character. Here a lead byte with the text's end
+/// behind it is a character of one byte. The run-time library's functions take the terminator for its second half, and
+/// go on behind it.
+#pragma once
+
+#include <windows.h>
+
+#include <cctype>
+#include <cstring>
+#include <mbstring.h>
+
+/// Whether \p byte begins a character of two bytes. No code page has lead bytes below 0x80.
+inline bool IsLeadByte(char byte)
+{
+    return static_cast<BYTE>(byte) >= 0x80 && IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE;
+}
+
+/// The bytes of the character at \p text, which must not be its end: 2 for a lead byte with another byte behind it.
+inline size_t CharacterWidth(LPCSTR text) { return IsLeadByte(text[0]) && text[1] != '\0' ? 2 : 1; }
+
+/// The same for a text without a terminator, of which \p left bytes are left, at least 1.
+inline size_t CharacterWidth(LPCSTR text, size_t left) { return left > 1 ? CharacterWidth(text) : 1; }
+
+/// The character behind the one at \p text; the end stays where it is.
+inline LPCSTR NextCharacter(LPCSTR text) { return *text != '\0' ? text + CharacterWidth(text) : text; }
+
+/// The character before the one at \p at, in the text that begins at \p start; at its beginning, \p start.
+inline LPCSTR PreviousCharacter(LPCSTR start, LPCSTR at)
+{
+    LPCSTR previous = start;
+    for (LPCSTR next = start; next < at; next = NextCharacter(next))
+        previous = next;
+    return previous;
+}
+
+/// The character at \p text as a number: the byte, or the lead byte in the high byte and the second in the low one. 0 at
+/// the end.
+inline UINT CharacterAt(LPCSTR text)
+{
+    const UINT first = static_cast<BYTE>(text[0]);
+    return first != 0 && CharacterWidth(text) == 2 ? first << 8 | static_cast<BYTE>(text[1]) : first;
+}
+
+/// The first character of one byte that is \p wanted; '\0' finds the end. \return null if there is none
+inline LPCSTR FindCharacter(LPCSTR text, char wanted)
+{
+    while (CharacterAt(text) != static_cast<BYTE>(wanted)) {
+        if (*text == '\0')
+            return nullptr;
+        text = NextCharacter(text);
+    }
+    return text;
+}
+
+/// The last one.
+inline LPCSTR FindLastCharacter(LPCSTR text, char wanted)
+{
+    LPCSTR found = nullptr;
+    for (; *text != '\0'; text = NextCharacter(text)) {
+        if (CharacterAt(text) == static_cast<BYTE>(wanted))
+            found = text;
+    }
+    return wanted == '\0' ? text : found;
+}
+
+/// Whether \p text begins with the characters of \p prefix.
+inline bool BeginsWith(LPCSTR text, LPCSTR prefix)
+{
+    for (; *prefix != '\0'; text = NextCharacter(text), prefix = NextCharacter(prefix)) {
+        if (CharacterAt(text) != CharacterAt(prefix))
+            return false;
+    }
+    return true;
+}
+
+/// The first place at which \p text goes on with \p wanted. \return null if there is none
+inline LPCSTR FindText(LPCSTR text, LPCSTR wanted)
+{
+    while (!BeginsWith(text, wanted)) {
+        if (*text == '\0')
+            return nullptr;
+        text = NextCharacter(text);
+    }
+    return text;
+}
+
+/// The number of a character without regard to case: of one byte as the run-time library's locale has it, of two as the
+/// code page does.
+inline UINT LowerCase(UINT character)
+{
+    return character > 0xFF ? _mbctolower(character) : static_cast<UINT>(std::tolower(static_cast<int>(character)));
+}
+
+/// Compares the numbers of the characters, in the form that \p map gives them. \return -1, 0 or 1
+template <class MAP> int CompareCharacters(LPCSTR first, LPCSTR second, MAP map)
+{
+    for (;; first = NextCharacter(first), second = NextCharacter(second)) {
+        const UINT character1 = map(CharacterAt(first));
+        const UINT character2 = map(CharacterAt(second));
+        if (character1 != character2)
+            return character1 < character2 ? -1 : 1;
+        if (character1 == 0)
+            return 0;
+    }
+}
+inline int CompareCharacters(LPCSTR first, LPCSTR second)
+{
+    return CompareCharacters(first, second, [](UINT character) { return character; });
+}
+inline int CompareCharactersNoCase(LPCSTR first, LPCSTR second) { return CompareCharacters(first, second, &LowerCase); }
+
+/// Changes the case of a text by \p map, _mbsupr or _mbslwr. Half a character at its end stays as it is.
+inline void MapCase(LPSTR text, unsigned char*(__cdecl* map)(unsigned char*))
+{
+    LPSTR end = text;
+    while (*end != '\0' && !(IsLeadByte(*end) && end[1] == '\0'))
+        end += CharacterWidth(end);
+    const char half = *end;
+    *end = '\0';
+    map(reinterpret_cast<unsigned char*>(text));
+    *end = half;
+}
