@@ -1,4 +1,6 @@
+#include <zogbl/directory_functions.h>
 #include <zogbl/file_functions.h>
+#include <zogbl/file_name_functions.h>
 
 #include "support/environment.h"
 #include "support/fault_loop.h"
@@ -6,6 +8,8 @@
 #include "support/unique_names.h"
 
 #include <gtest/gtest.h>
+
+#include <cstring>
 
 using File = CZoGlobalFileFunctions;
 
@@ -197,6 +201,28 @@ TEST_F(FileFunctions, NamesByNumber)
     EXPECT_EQ(0u, File::ZoGetTempFileName(nullptr, nullptr, nullptr, 1, name));
     EXPECT_STREQ("0001", name);
     EXPECT_EQ(1u, File::ZoGetTempFileName("C:", nullptr, nullptr, 1, nullptr));
+}
+
+TEST_F(FileFunctions, NamesMayEndInHalfACharacterAtTheEndOfMemory)
+{
+    SYSTEM_INFO system;
+    GetSystemInfo(&system);
+    auto* pages = static_cast<char*>(VirtualAlloc(nullptr, system.dwPageSize * 2, MEM_COMMIT, PAGE_READWRITE));
+    DWORD before;
+    ASSERT_TRUE(VirtualProtect(pages + system.dwPageSize, 1, PAGE_NOACCESS, &before));
+    const std::string folder = m_directory + "\\n\x83";
+    char* text = std::strcpy(pages + system.dwPageSize - folder.size() - 1, folder.c_str());
+    char name[MAX_PATH];
+    EXPECT_EQ(0u, File::ZoGetTempFileName(text, "FX", nullptr, 1, name));
+    EXPECT_EQ(folder + "\\FX0001", name);
+    unsigned long exists = 9;
+    CZoGlobalDirectoryFunctions::CreateDirChain(text, exists); // whether the system makes it or not
+    EXPECT_EQ(1u, exists) << "the folder above";
+    CZoGlobalDirectoryFunctions::Delete(text);
+    CString last;
+    CZoGlobalFileNameFunctions::ExtractNameFromPath(text, last);
+    EXPECT_STREQ("n\x83", last);
+    VirtualFree(pages, 0, MEM_RELEASE);
 }
 
 namespace {

@@ -14,6 +14,8 @@ TEST(NumberText, ReadsDecimalAsFarAsItGoes)
         {"0x1F", 0},
         {"+7", 7},
         {"-1", 0xFFFFFFFF},
+        {"-4294967295", 1},
+        {"-99999999999", 1}, // what is too large ends at the limit, and then gets its sign
         {"4294967295", 0xFFFFFFFF},
         {"4294967296", 0xFFFFFFFF},
         {"", 0},
