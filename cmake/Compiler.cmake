@@ -3,7 +3,12 @@
 add_compile_definitions(NOMINMAX WINVER=0x0501 _WIN32_WINNT=0x0501 _WIN32_IE=0x0500 STRICT)
 add_compile_options(
   $<$<COMPILE_LANGUAGE:C,CXX>:-Wall> $<$<COMPILE_LANGUAGE:C,CXX>:-Wextra>
-  $<$<COMPILE_LANGUAGE:C,CXX>:-Wpedantic> $<$<COMPILE_LANGUAGE:C,CXX>:-Werror>)
+  $<$<COMPILE_LANGUAGE:C,CXX>:-Wpedantic>)
+
+option(ZO_WARNINGS_AS_ERRORS "Let a warning end the build" ON)
+if(ZO_WARNINGS_AS_ERRORS)
+  add_compile_options($<$<COMPILE_LANGUAGE:C,CXX>:-Werror>)
+endif()
 
 # Address-space layout randomisation and no-execute pages, whatever the linker's default is.
 add_link_options(-Wl,--dynamicbase -Wl,--nxcompat)

@@ -5,6 +5,10 @@
 /// host, the class library and every extension library of a process share one framework state.
 #pragma once
 
+#ifdef UNICODE
+#error "The framework and the library are for programs of the ANSI code page: compile without UNICODE"
+#endif
+
 #include <windows.h>
 
 #include <cstdarg>

@@ -22,11 +22,12 @@ struct CCreateContext;
 // ---------------------------------------------------------------------------------------------------------------------
 // Module state
 
-/// The state that all modules of the process share.
+/// The state that all modules of the process share. Until AfxWinInit the instance is the program: a host without an
+/// application object never calls it.
 struct AFX_MODULE_STATE {
     CWinApp* m_pCurrentWinApp = nullptr;
-    HINSTANCE m_hCurrentInstanceHandle = nullptr;
-    HINSTANCE m_hCurrentResourceHandle = nullptr;
+    HINSTANCE m_hCurrentInstanceHandle = ::GetModuleHandleA(nullptr);
+    HINSTANCE m_hCurrentResourceHandle = m_hCurrentInstanceHandle;
     LPCSTR m_lpszCurrentAppName = nullptr;
     CRuntimeClass* m_pClassList = nullptr;     ///< classes of the application, or of the module being loaded
     CDynLinkLibrary* m_pLibraryList = nullptr; ///< extension libraries, the newest first

@@ -182,6 +182,10 @@ BOOL CZoFlagBox::Type(UINT character)
 
 // The control ----------------------------------------------------------------------------------------------------------
 
+template <class BOX> CZoFlagControl<BOX>::CZoFlagControl() { m_box.LoadFlags(); }
+
+template <class BOX> int CZoFlagControl<BOX>::GetPictureWidth() const { return m_box.GetTextOffset(); }
+
 template <class BOX> void CZoFlagControl<BOX>::SetDesiredHeight(int height)
 {
     m_box.SetDesiredHeight(height);

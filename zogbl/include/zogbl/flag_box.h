@@ -68,12 +68,14 @@ private:
 /// takes an item's address, which becomes the item's data. Made by Create, it is owner-drawn and sorted and keeps the
 /// names as its texts too, for that is what screen readers speak; in a dialog, give it the styles OWNERDRAWFIXED, SORT and
 /// HASSTRINGS.
+///
+/// No member has a body here: only what the library instantiates is exported, and that leaves out bodies in the class.
 template <class BOX> class ZOGBL_API CZoFlagControl : public BOX {
 public:
-    CZoFlagControl() { m_box.LoadFlags(); }
+    CZoFlagControl();
 
-    void SetDesiredHeight(int height);                            ///< of the text, in pixels; an item has 4 more
-    int GetPictureWidth() const { return m_box.GetTextOffset(); } ///< where the text begins, in pixels
+    void SetDesiredHeight(int height); ///< of the text, in pixels; an item has 4 more
+    int GetPictureWidth() const;       ///< where the text begins, in pixels
     /// Selects the first item whose name begins with \p text, without regard to case; the first one for an empty text.
     /// \return its position, or the number of items when there is none; the selection then stays.
     int SelectName(const char* text);

@@ -11,7 +11,7 @@ public:
     CFlagLcidControl() = default;
 
     /// Attaches the list; null detaches. ResetInformation shows it.
-    void SetList(CZoFlagLcidList* list) { m_pList = list; }
+    void SetList(CZoFlagLcidList* list);
     /// Fills the box anew from the list, forgets what was typed and selects the first item. Empty without a list.
     void ResetInformation();
 

@@ -6,8 +6,11 @@
 
 #include <afx.h>
 
-/// Reads a decimal number as strtoul does: leading blanks and a sign are accepted, reading stops at the first character
-/// that is no digit, there is no hexadecimal prefix, and what exceeds 32 bits gives 4294967295. Null gives 0.
+/// Reads a decimal number as strtoul does. White space and a sign may stand before it; reading stops at the first
+/// character that is no digit; there is no hexadecimal prefix. Null, and a text without a number, give 0.
+///
+///     more than 32 bits    4294967295
+///     with a minus sign    4294967296 less the number: "-1" gives 4294967295, more than 32 bits give 1
 ZOGBL_API unsigned long StringToDWord(const char* text);
 
 /// The decimal text of \p value; empty only when memory has run out.
