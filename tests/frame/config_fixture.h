@@ -12,6 +12,12 @@
 #include <cstring>
 #include <string>
 
+/// In place of GetProcAddress: a system that tells no names of keys, as Windows 95.
+inline FARPROC WINAPI TellNoKeyNames(HMODULE module, LPCSTR name)
+{
+    return std::strcmp(name, "NtQueryObject") == 0 ? nullptr : GetProcAddress(module, name);
+}
+
 class ConfigTest : public ::testing::Test {
 protected:
     static bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
@@ -28,6 +34,37 @@ protected:
         m_registryKey.Set("", name, type, std::string(static_cast<const char*>(data), size));
     }
     void Store(LPCSTR name, DWORD type, DWORD number) { Store(name, type, &number, sizeof number); }
+
+    /// The name, below HKEY_USERS, of the key that HKEY_CURRENT_USER stands for.
+    CString UserBelowUsers()
+    {
+        struct Search {
+            ConfigTest& test;
+            CString name;
+        } search = {*this, {}};
+        const auto visit = [](void* context, LPCSTR name) {
+            auto* s = static_cast<Search*>(context);
+            BOOL exists = FALSE;
+            s->test.m_config.DoesEntryExist(ZO_MODE_USERS, CString(name) + "\\" + s->test.m_key, "OwnKey", exists);
+            if (exists)
+                s->name = name;
+            return static_cast<DWORD>(exists);
+        };
+        Store("OwnKey", REG_SZ, "", 1);
+        m_config.EnumEntries(ZO_MODE_USERS, "", visit, &search);
+        EXPECT_FALSE(search.name.IsEmpty());
+        return search.name;
+    }
+
+    /// How many keys stand right below the roots in which a copy may leave something.
+    size_t SubkeysOfRoots()
+    {
+        size_t count = 0;
+        for (const DWORD mode : {ZO_MODE_CURRENT_USER, ZO_MODE_CURRENT_CONFIG})
+            m_config.EnumEntries(
+                mode, "", [](void* c, LPCSTR) { return ++*static_cast<size_t*>(c), DWORD{0}; }, &count);
+        return count;
+    }
 
     zo_test::TestRegistryKey m_registryKey{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
     const CString m_key = m_registryKey.Path().c_str();

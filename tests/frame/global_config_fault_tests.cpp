@@ -3,6 +3,8 @@
 
 #include "support/fault_loop.h"
 
+#include <optional>
+
 namespace {
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
@@ -215,6 +217,38 @@ TEST_F(ConfigFaults, ACopyThatFailsEndsWhereItIs)
     EXPECT_EQ("a", ReadText(m_key + "\\Moved\\A", "Text"));
     EXPECT_EQ("a", ReadText(m_key + "\\Source\\A", "Text")) << "nothing is lost";
     EXPECT_EQ("b", ReadText(m_key + "\\Source\\B", "Text"));
+}
+
+TEST_F(ConfigFaults, ACopyToAnotherRootComparesKeysOrDoesNothing)
+{
+    ZO_ONLY_IN(!IsWin32s(), "has one root");
+    const CString source = m_key + "\\Source";
+    const CString destination = UserBelowUsers() + "\\" + source + "\\Below";
+    ASSERT_EQ(0u, m_config.SetValue(m_mode, source, "Text", "kept"));
+    const size_t subkeys = SubkeysOfRoots();
+    for (const bool namesAreTold : {true, false}) {
+        std::optional<zo_test::ImportPatch> untold;
+        if (!namesAreTold)
+            untold.emplace(kLibrary, "GetProcAddress", &TellNoKeyNames);
+        const auto run = [&](const zo_test::FaultRun& run) {
+            const DWORD status = m_config.MoveRegTree(ZO_MODE_USERS, destination, m_mode, source, 0);
+            run.Stop();
+            EXPECT_TRUE(status == ERROR_INVALID_PARAMETER || (run.Fired() && status != 0)) << status;
+            EXPECT_EQ("kept", ReadText(source, "Text"));
+            CString left;
+            BOOL found = FALSE;
+            m_config.FindFirstSubKey(m_mode, source, left, found);
+            EXPECT_FALSE(found);
+            EXPECT_EQ(subkeys, SubkeysOfRoots()) << "a mark is left";
+        };
+        zo_test::AllocationFaults memory;
+        zo_test::RunFaultLoop(memory, run);
+        zo_test::FaultSource faults("registry");
+        const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
+        const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
+        const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
+        zo_test::RunFaultLoop(faults, run);
+    }
 }
 
 // Systems that answer otherwise than the one at hand ------------------------------------------------------------------

@@ -1,10 +1,12 @@
 #include <zogbl/global_config.h>
 
 #include "config_fixture.h"
+#include "support/import_patch.h"
 #include "support/sentinel_buffer.h"
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -182,6 +184,7 @@ TEST_F(ConfigTest, DeletesEntriesAndWholeSections)
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, m_key, ""));
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, "", nullptr));
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, nullptr, nullptr));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, m_key, "\\\\"));
     EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "Stays", exists));
     EXPECT_TRUE(exists);
 
@@ -234,14 +237,6 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
                 << (LPCSTR)destination;
         }
     }
-    if (zo_test::IsNt() || (!IsWin32s() && sizeof(void*) == 4)) { // the classes have two names; not so in 64 bits on
-                                                                  // Windows 95, which never was
-        const CString inClasses = CString("ZoTests") + m_key.Mid(m_key.ReverseFind('\\') + 1);
-        ASSERT_EQ(0u, m_config.SetValue(7, inClasses, "Text", "here"));
-        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
-                  m_config.MoveRegTree(1, "Software\\Classes\\" + inClasses, 7, inClasses, 0));
-        EXPECT_EQ(0u, m_config.DeleteSection(7, inClasses, nullptr));
-    }
     if (zo_test::IsDoubleByte()) { // keys that differ in the second byte of a character, by what is case elsewhere
         ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\\x83\x41", "Text", "two bytes"));
         EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, m_key + "\\\x83\x61", m_mode, m_key + "\\\x83\x41", 0));
@@ -254,6 +249,68 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILENAME_EXCED_RANGE), m_config.CopyRegTree(m_mode, tooLong, m_mode, source, 0));
     EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, tooLong.Left(250), m_mode, source, 0));
     EXPECT_EQ("top", ReadText(tooLong.Left(250), "Text"));
+}
+
+TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
+{
+    ZO_ONLY_IN(!IsWin32s(), "has one root");
+    const CString key =
+        CString("ZoTests") + m_key.Mid(m_key.ReverseFind('\\') + 1); // short, for a place below any root
+    const CString user = UserBelowUsers() + "\\";
+    const CString classes = "Software\\Classes\\";
+    const CString profile = "System\\CurrentControlSet\\Hardware Profiles\\Current\\";
+    const DWORD profileMode = zo_test::IsNt() ? ZO_MODE_LOCAL_MACHINE : ZO_MODE_CURRENT_CONFIG;
+    const struct {
+        DWORD sourceMode;
+        CString source;
+        DWORD destinationMode;
+        CString destination; // of a copy of "Source", or of all that is there
+        bool refused;
+        bool hasMark; // found without the names that the system tells
+    } cases[] = {
+        {2, key + "\\Source", 3, user + key + "\\Source", true, true},
+        {3, user + key + "\\Source", 2, key + "\\SOURCE", true, true},
+        {3, user + key + "\\Source", 2, key + "\\Source\\New\\Deep", true, true},
+        {2, key + "\\Source", 3, user + key + "\\Target", false, true},
+        {2, key + "\\Source", 3, user + key + "\\SourceX", false, true},
+        {2, key + "\\Source", 1, classes + key, false, true},
+        {1, classes + key + "\\Source", 7, key + "\\Source", true, true},
+        {7, key + "\\Source", 1, classes + key + "\\Source\\New", true, true},
+        {7, key + "\\Source", 2, key + "\\Target", false, true},
+        {profileMode, (zo_test::IsNt() ? profile : CString()) + key + "\\Source", 1, profile + key + "\\Source", true,
+         false},
+    };
+    const auto remove = [&] {
+        m_config.DeleteSection(2, key, nullptr);
+        m_config.DeleteSection(7, key, nullptr);
+        m_config.DeleteSection(1, profile + key, nullptr);
+    };
+    for (const bool namesAreTold : {true, false}) {
+        std::optional<zo_test::ImportPatch> untold;
+        if (!namesAreTold)
+            untold.emplace("ZOGBLBRX.DLL", "GetProcAddress", &TellNoKeyNames);
+        for (const auto& c : cases) {
+            SCOPED_TRACE(testing::Message() << namesAreTold << ", " << c.sourceMode << " " << (LPCSTR)c.source << " to "
+                                            << c.destinationMode << " " << (LPCSTR)c.destination);
+            if (!namesAreTold && !c.hasMark)
+                continue;
+            remove();
+            ASSERT_EQ(0u, m_config.SetValue(c.sourceMode, c.source, "Text", "kept"));
+            ASSERT_EQ(0u, m_config.CreateKey(c.sourceMode, c.source + "\\Sub"));
+            const DWORD status = m_config.MoveRegTree(c.destinationMode, c.destination, c.sourceMode, c.source, 0);
+            EXPECT_EQ(c.refused ? static_cast<DWORD>(ERROR_INVALID_PARAMETER) : 0u, status);
+            char text[8];
+            m_config.GetValue(c.refused ? c.sourceMode : c.destinationMode, c.refused ? c.source : c.destination,
+                              "Text", text, sizeof text, "");
+            EXPECT_STREQ("kept", text);
+            BOOL exists = TRUE;
+            m_config.DoesSubkeyExist(c.sourceMode, c.source, "New", exists);
+            EXPECT_FALSE(exists && c.refused);
+        }
+        // Everything into a part of it.
+        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.CopyRegTree(2, key + "\\All", 3, "", 0));
+    }
+    remove();
 }
 
 // Windows NT and Windows 95 --------------------------------------------------------------------------------------------

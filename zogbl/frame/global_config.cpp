@@ -263,8 +263,8 @@ DWORD CZoGlobalConfig::DeleteEntry(DWORD mode, LPCSTR key, LPCSTR valueName)
 DWORD CZoGlobalConfig::DeleteSection(DWORD mode, LPCSTR key, LPCSTR subkeyName)
 {
     const LPCSTR doomed = subkeyName != nullptr ? subkeyName : key;
-    if (doomed == nullptr || *doomed == '\0')
-        return ERROR_INVALID_PARAMETER; // an empty name opens the parent itself
+    if (doomed == nullptr || doomed[std::strspn(doomed, "\\")] == '\0')
+        return ERROR_INVALID_PARAMETER; // a name of nothing opens the parent itself
     if (!IsWin32s() && !HasNamedValues())
         return ERROR_SUCCESS;
     const RegistryWalk walk(IsWin32s());

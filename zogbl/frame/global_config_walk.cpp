@@ -4,6 +4,7 @@
 #include <common/double_byte.h>
 
 #include "registry_key.h"
+#include "registry_name.h"
 #include "registry_walk.h"
 
 #include <cstring>
@@ -12,13 +13,16 @@ namespace {
 
 bool IsSameName(LPCSTR name1, LPCSTR name2) { return CompareCharactersNoCase(name1, name2) == 0; }
 
-/// What a visitor returns to end a search that has found its object; no system call returns it.
-constexpr DWORD kFound = 0xFFFFFFFF;
-
-DWORD EndSearch(DWORD result, BOOL& found)
+/// Searches the subkeys of a key for a name. \p found is FALSE after a failure.
+DWORD FindSubkey(const RegistryWalk& walk, HKEY root, LPCSTR key, LPCSTR wanted, BOOL& found)
 {
-    found = result == kFound;
-    return found ? ERROR_SUCCESS : result;
+    const auto compare = [&found, wanted](HKEY, LPCSTR name, DWORD&) {
+        found = IsSameName(name, wanted);
+        return !found;
+    };
+    const DWORD result = walk.ForEachSubkey(root, key, compare);
+    found = found && result == ERROR_SUCCESS;
+    return result;
 }
 
 /// Hands a value over to an enumeration's callback, in the form that its type has there.
@@ -49,8 +53,9 @@ DWORD CZoGlobalConfig::EnumEntries(DWORD mode, LPCSTR key, ZoEnumEntriesProc cal
 {
     if (!IsWin32s() && !HasNamedValues())
         return ERROR_SUCCESS;
-    return RegistryWalk(IsWin32s()).ForEachSubkey(MapModeToKey(mode), key, [=](HKEY, LPCSTR name) {
-        return callback(context, name);
+    return RegistryWalk(IsWin32s()).ForEachSubkey(MapModeToKey(mode), key, [=](HKEY, LPCSTR name, DWORD& result) {
+        result = callback(context, name);
+        return true;
     });
 }
 
@@ -63,11 +68,13 @@ DWORD CZoGlobalConfig::EnumValues(DWORD mode, LPCSTR key, ZoEnumValuesProc callb
         return ZoErrNoMemory;
 
     if (IsWin32s()) {
-        return RegistryWalk(true).ForEachSubkey(MapModeToKey(mode), key, [&](HKEY parent, LPCSTR name) {
+        return RegistryWalk(true).ForEachSubkey(MapModeToKey(mode), key, [&](HKEY parent, LPCSTR name, DWORD& result) {
             std::memset(data.get(), 0, kRegistryDataSize + 2);
             LONG size = kRegistryDataSize;
-            const LONG read = RegQueryValueA(parent, name, data.get(), &size);
-            return read != ERROR_SUCCESS ? static_cast<DWORD>(read) : callback(context, name, data.get(), REG_SZ);
+            result = static_cast<DWORD>(RegQueryValueA(parent, name, data.get(), &size));
+            if (result == ERROR_SUCCESS)
+                result = callback(context, name, data.get(), REG_SZ);
+            return true;
         });
     }
 
@@ -100,10 +107,8 @@ DWORD CZoGlobalConfig::EnumValues(DWORD mode, LPCSTR key, ZoEnumValuesProc callb
 DWORD CZoGlobalConfig::DoesEntryExist(DWORD mode, LPCSTR key, LPCSTR valueName, BOOL& exists)
 {
     exists = FALSE;
-    if (IsWin32s()) {
-        const auto match = [=](HKEY, LPCSTR name) { return IsSameName(name, valueName) ? kFound : ERROR_SUCCESS; };
-        return EndSearch(RegistryWalk(true).ForEachSubkey(MapModeToKey(mode), key, match), exists);
-    }
+    if (IsWin32s())
+        return FindSubkey(RegistryWalk(true), MapModeToKey(mode), key, valueName, exists);
     if (!HasNamedValues())
         return ERROR_SUCCESS;
     RegistryKey opened; // values can be asked for by name, which is a search that the system does
@@ -111,8 +116,10 @@ DWORD CZoGlobalConfig::DoesEntryExist(DWORD mode, LPCSTR key, LPCSTR valueName, 
     if (result != ERROR_SUCCESS)
         return result;
     result = static_cast<DWORD>(RegQueryValueExA(opened, valueName, nullptr, nullptr, nullptr, nullptr));
-    exists = result == ERROR_SUCCESS;
-    return opened.Close(result == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : result);
+    const bool isThere = result == ERROR_SUCCESS;
+    result = opened.Close(result == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : result);
+    exists = isThere && result == ERROR_SUCCESS;
+    return result;
 }
 
 DWORD CZoGlobalConfig::DoesSubkeyExist(DWORD mode, LPCSTR key, LPCSTR subkeyName, BOOL& exists)
@@ -122,8 +129,7 @@ DWORD CZoGlobalConfig::DoesSubkeyExist(DWORD mode, LPCSTR key, LPCSTR subkeyName
         return DoesEntryExist(mode, key, subkeyName, exists);
     if (!HasNamedValues())
         return ERROR_SUCCESS;
-    const auto match = [=](HKEY, LPCSTR name) { return IsSameName(name, subkeyName) ? kFound : ERROR_SUCCESS; };
-    return EndSearch(RegistryWalk(false).ForEachSubkey(MapModeToKey(mode), key, match), exists);
+    return FindSubkey(RegistryWalk(false), MapModeToKey(mode), key, subkeyName, exists);
 }
 
 DWORD CZoGlobalConfig::FindFirstSubKey(DWORD mode, LPCSTR key, CString& subkeyName, BOOL& found)
@@ -132,16 +138,22 @@ DWORD CZoGlobalConfig::FindFirstSubKey(DWORD mode, LPCSTR key, CString& subkeyNa
     subkeyName.Empty();
     if (!IsWin32s() && !HasNamedValues())
         return ERROR_SUCCESS;
-    const auto take = [&subkeyName](HKEY, LPCSTR name) -> DWORD {
+    const auto take = [&](HKEY, LPCSTR name, DWORD& result) {
         try {
             subkeyName = name;
-            return kFound;
+            found = TRUE;
         } catch (CMemoryException* e) {
             e->Delete();
-            return ZoErrNoMemory;
+            result = ZoErrNoMemory;
         }
+        return false;
     };
-    return EndSearch(RegistryWalk(IsWin32s()).ForEachSubkey(MapModeToKey(mode), key, take), found);
+    const DWORD result = RegistryWalk(IsWin32s()).ForEachSubkey(MapModeToKey(mode), key, take);
+    if (result != ERROR_SUCCESS) {
+        found = FALSE;
+        subkeyName.Empty();
+    }
+    return result;
 }
 
 // Tree copies ----------------------------------------------------------------------------------------------------------
@@ -178,32 +190,6 @@ template <size_t SIZE> bool AppendToPath(char (&path)[SIZE], LPCSTR name)
     return true;
 }
 
-/// A key's path in the one form that two names of the same key share: single backslashes, none at the ends, and the
-/// classes under the name that they have below HKEY_LOCAL_MACHINE. Throws CMemoryException*.
-CString CanonicalPath(HKEY root, LPCSTR path)
-{
-    CString canonical;
-    canonical.Format("%lX",
-                     static_cast<unsigned long>(HandleToULong(root == HKEY_CLASSES_ROOT ? HKEY_LOCAL_MACHINE : root)));
-    if (root == HKEY_CLASSES_ROOT)
-        canonical += "\\Software\\Classes";
-    CString rest(path);
-    while (!rest.IsEmpty()) {
-        const int backslash = rest.Find('\\');
-        const CString name = backslash < 0 ? rest : rest.Left(backslash);
-        if (!name.IsEmpty())
-            canonical += "\\" + name;
-        rest = backslash < 0 ? CString() : rest.Mid(backslash + 1);
-    }
-    return canonical + "\\";
-}
-
-/// Whether \p path is \p ancestor or lies below it; both in canonical form.
-bool IsAtOrBelow(const CString& path, const CString& ancestor)
-{
-    return path.GetLength() >= ancestor.GetLength() && IsSameName(path.Left(ancestor.GetLength()), ancestor);
-}
-
 } // namespace
 
 DWORD CZoGlobalConfig::CopyRegTree(DWORD destinationMode, LPCSTR destinationKey, DWORD sourceMode, LPCSTR sourceKey,
@@ -211,11 +197,15 @@ DWORD CZoGlobalConfig::CopyRegTree(DWORD destinationMode, LPCSTR destinationKey,
 {
     if (destinationKey == nullptr || sourceKey == nullptr)
         return ERROR_INVALID_PARAMETER;
+    if (!IsWin32s() && !HasNamedValues())
+        return ERROR_SUCCESS;
     // Copying a tree into itself would not end before the paths are full, and moving it there would delete it.
     try {
-        if (IsAtOrBelow(CanonicalPath(MapModeToKey(destinationMode), destinationKey),
-                        CanonicalPath(MapModeToKey(sourceMode), sourceKey)))
-            return ERROR_INVALID_PARAMETER;
+        bool below = false;
+        const DWORD result = IsKeyAtOrBelow(MapModeToKey(destinationMode), destinationKey, MapModeToKey(sourceMode),
+                                            sourceKey, IsWin32s(), below);
+        if (result != ERROR_SUCCESS || below)
+            return below ? ERROR_INVALID_PARAMETER : result;
     } catch (CMemoryException* e) {
         e->Delete();
         return ERROR_NOT_ENOUGH_MEMORY;

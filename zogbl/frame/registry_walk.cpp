@@ -11,8 +11,11 @@ DWORD RegistryWalk::SubkeyName(HKEY key, DWORD index, LPSTR name) const
 DWORD RegistryWalk::DeleteTree(HKEY parent, LPCSTR name) const
 {
     const DWORD result = DeleteChildren(parent, name);
-    if (result != ERROR_SUCCESS)
-        return result;
+    return result != ERROR_SUCCESS ? result : DeleteKey(parent, name);
+}
+
+DWORD RegistryWalk::DeleteKey(HKEY parent, LPCSTR name) const
+{
 #ifdef _WIN64
     if (!m_oldCalls)
         return static_cast<DWORD>(RegDeleteKeyExA(parent, name, kRegistryView, 0));

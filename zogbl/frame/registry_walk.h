@@ -29,12 +29,15 @@ public:
     /// The name of subkey \p index in a buffer of kRegistryNameSize characters. \return the system's code.
     DWORD SubkeyName(HKEY key, DWORD index, LPSTR name) const;
 
-    /// Opens \p path below \p root and calls \p visit(key, name) for each subkey, in index order, until it returns nonzero.
-    /// \return that result; 0 at the end; the system's code, or ZoErrNoMemory, on failure.
+    /// Opens \p path below \p root and calls \p visit(key, name, result) for each subkey, in index order, as long as that
+    /// returns true and leaves \p result, which is 0, alone. \return what a visit set \p result to; the system's code, or
+    /// ZoErrNoMemory, on failure; else the result of closing the key.
     template <class VISIT> DWORD ForEachSubkey(HKEY root, LPCSTR path, VISIT visit) const;
 
     /// Deletes a subkey of \p parent with everything below it, the deepest first. \return as above.
     DWORD DeleteTree(HKEY parent, LPCSTR name) const;
+    /// Deletes a subkey that has none below it. \return the system's code.
+    DWORD DeleteKey(HKEY parent, LPCSTR name) const;
 
     /// Whether an enumeration has come to its usual end.
     static bool IsEnd(DWORD result) { return result == ERROR_NO_MORE_ITEMS || result == ERROR_FILE_NOT_FOUND; }
@@ -58,8 +61,8 @@ template <class VISIT> DWORD RegistryWalk::ForEachSubkey(HKEY root, LPCSTR path,
         result = SubkeyName(key, index, name.get());
         if (IsEnd(result))
             return key.Close(ERROR_SUCCESS);
-        if (result == ERROR_SUCCESS)
-            result = visit(static_cast<HKEY>(key), static_cast<LPCSTR>(name.get()));
+        if (result == ERROR_SUCCESS && !visit(static_cast<HKEY>(key), static_cast<LPCSTR>(name.get()), result))
+            break;
     }
     return key.Close(result);
 }
