@@ -65,6 +65,22 @@ IMPLEMENT_DYNCREATE(HostDocument, CDocument)
 
 using Modules = std::vector<HMODULE>;
 
+CZoBrixelAccess* g_access = nullptr;
+std::string g_lists; // the ids of the modules, at each call of a plug-in but for its id
+
+/// What a plug-in may do that calls its host.
+void ListModules()
+{
+    static bool isListing = false;
+    if (isListing) // GetTemplateID calls back too
+        return;
+    isListing = true;
+    for (INT_PTR i = 0; i < g_access->GetModuleCount(); ++i)
+        g_lists += g_access->GetModule(i) != nullptr ? std::to_string(g_access->GetModule(i)->GetTemplateID()) : "null";
+    g_lists += ' ';
+    isListing = false;
+}
+
 } // namespace
 
 TEST_F(BrixelAccess, SortsByIdAndKeepsTheOrderOfLoadingAmongEquals)
@@ -112,6 +128,25 @@ TEST_F(BrixelAccess, LeavesOutWhatCannotBeLoadedAndKeepsWhatFails)
     CZoBrixelAccess access;
     EXPECT_FALSE(access.LoadAllBrixelTemplates());
     EXPECT_FALSE(access.IsLoaded());
+}
+
+TEST_F(BrixelAccess, IsWholeWhenAPlugInCallsBack)
+{
+    Install({kPluginA, kPluginB, kPluginC});
+    char address[20];
+    sprintf(address, "%p", reinterpret_cast<void*>(&ListModules));
+    SetEnvironmentVariableA("ZO_PLUGIN_CALLS", address);
+    {
+        CZoBrixelAccess access;
+        g_access = &access;
+        EXPECT_TRUE(access.LoadAllBrixelTemplates());
+        // Each is initialised, tells its id, and is compared with those before it.
+        EXPECT_EQ("  3 3 3 13 13 13 13 ", g_lists);
+        g_lists.clear();
+    }
+    SetEnvironmentVariableA("ZO_PLUGIN_CALLS", nullptr);
+    EXPECT_EQ("133 33 3 ", g_lists);
+    TakePluginLog();
 }
 
 TEST_F(BrixelAccess, ClosesTheDocumentsOfItsLibraries)
@@ -167,7 +202,11 @@ TEST_F(BrixelAccess, SurvivesFailures)
             }
         }
         ExpectNothingLoaded();
-        TakePluginLog();
+        const std::string log = TakePluginLog();
+        for (const char* plugin : {"a.", "b."})
+            EXPECT_EQ(log.find(std::string(plugin) + "Initialize") != std::string::npos,
+                      log.find(std::string(plugin) + "Shutdown") != std::string::npos)
+                << log;
     };
     {
         AllocationFaults faults;

@@ -1,29 +1,39 @@
 // A template library for tests. It tells what it is called for in the environment variable ZO_PLUGIN_LOG, which outlives
-// it, and fails in the entry point that ZO_PLUGIN_FAILS names, in the way that stands behind it: "DRT=int".
+// it, calls the function whose address is in ZO_PLUGIN_CALLS, and fails in the entry point that ZO_PLUGIN_FAILS names, in the way that stands behind it: "DRT=int".
 #include <afxdllx.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
-#include <string>
 
 namespace {
 
 constexpr DWORD kLogSize = 2000;
 
-std::string Variable(LPCSTR name)
-{
+/// An environment variable, without an allocation, for those fail in some tests.
+struct Variable {
+    explicit Variable(LPCSTR name) { GetEnvironmentVariableA(name, text, sizeof text); }
+    bool Is(LPCSTR entryPoint, LPCSTR how) const
+    {
+        const size_t length = std::strlen(entryPoint);
+        return std::strncmp(text, entryPoint, length) == 0 && std::strcmp(text + length, how) == 0;
+    }
     char text[kLogSize] = "";
-    GetEnvironmentVariableA(name, text, sizeof text);
-    return text;
-}
+};
 
 void Enter(LPCSTR entryPoint)
 {
-    SetEnvironmentVariableA("ZO_PLUGIN_LOG",
-                            (Variable("ZO_PLUGIN_LOG") + ZO_PLUGIN_NAME "." + entryPoint + " ").c_str());
-    const std::string fails = Variable("ZO_PLUGIN_FAILS");
-    if (fails == std::string(entryPoint) + "=int")
+    Variable log("ZO_PLUGIN_LOG");
+    const size_t length = std::strlen(log.text);
+    std::snprintf(log.text + length, kLogSize - length, ZO_PLUGIN_NAME ".%s ", entryPoint);
+    SetEnvironmentVariableA("ZO_PLUGIN_LOG", log.text);
+    const Variable address("ZO_PLUGIN_CALLS");
+    if (const auto callBack = reinterpret_cast<void (*)()>(std::strtoull(address.text, nullptr, 16)))
+        callBack();
+    const Variable fails("ZO_PLUGIN_FAILS");
+    if (fails.Is(entryPoint, "=int"))
         throw 5;
-    if (fails == std::string(entryPoint) + "=memory")
+    if (fails.Is(entryPoint, "=memory"))
         AfxThrowMemoryException();
 }
 
@@ -69,7 +79,7 @@ UINT AddWord(LPCSTR entryPoint, CWordArray* words, WORD word, int first, int sec
 ZO_ENTRY(BOOL) InitializeTemplateDLL()
 {
     Enter("InitializeTemplateDLL");
-    return Variable("ZO_PLUGIN_FAILS") != "InitializeTemplateDLL=false";
+    return !Variable("ZO_PLUGIN_FAILS").Is("InitializeTemplateDLL", "=false");
 }
 ZO_ENTRY(BOOL) ShutdownTemplateDLL() { return Enter("ShutdownTemplateDLL"), TRUE; }
 ZO_ENTRY(UINT) DRT(CPtrArray* classes, int first, int second)

@@ -59,8 +59,8 @@ void CloseDocuments(HINSTANCE library)
 
 CZoBrixelAccess::~CZoBrixelAccess()
 {
-    for (INT_PTR i = 0; i < m_templateModules.GetSize(); ++i) {
-        CZoTemplateDLLModule* module = GetModule(i);
+    while (!m_templateModules.IsEmpty()) { // a plug-in that calls back finds those that are left
+        CZoTemplateDLLModule* module = GetModule(0);
         try {
             CloseDocuments(module->GetLibraryHandle());
         } catch (CException* e) {
@@ -68,6 +68,7 @@ CZoBrixelAccess::~CZoBrixelAccess()
         } catch (...) { // NOLINT(bugprone-empty-catch): a plug-in must not take its host down
         }
         module->ShutdownTemplateDLL();
+        m_templateModules.RemoveAt(0);
         delete module;
     }
 }
@@ -102,16 +103,19 @@ BOOL CZoBrixelAccess::LoadTemplate(LPCSTR fileName)
         // A library that lacks entry points counts as loaded: its code, -3, is a large number.
         if (reinterpret_cast<UINT_PTR>(module->LoadLibraryA(fileName)) < ZO_FIRST_LIBRARY_HANDLE)
             return TRUE;
-        // Room first, so that nothing can fail once the library has been initialised.
-        const INT_PTR last = m_templateModules.Add(nullptr);
+        // A plug-in that calls back finds the modules loaded before it.
         module->InitializeTemplateDLL();
         const int id = module->GetTemplateID();
         INT_PTR place = 0;
-        while (place < last && GetModule(place)->GetTemplateID() <= id)
+        while (place < m_templateModules.GetSize() && GetModule(place)->GetTemplateID() <= id)
             ++place;
-        for (INT_PTR i = last; i > place; --i)
-            m_templateModules[i] = m_templateModules[i - 1];
-        m_templateModules[place] = module.release();
+        try {
+            m_templateModules.InsertAt(place, module.get());
+        } catch (CMemoryException*) {
+            module->ShutdownTemplateDLL();
+            throw;
+        }
+        module.release(); // NOLINT(bugprone-unused-return-value): the array owns it now
         return TRUE;
     } catch (CMemoryException* e) {
         e->Delete();

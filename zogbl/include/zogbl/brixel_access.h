@@ -20,8 +20,8 @@
 class ZOGBL_API CZoBrixelAccess {
 public:
     CZoBrixelAccess() = default;
-    /// For each module in the order of the list: closes documents that are still open, calls ShutdownTemplateDLL, and
-    /// frees the library.
+    /// For each module in the order of the list: closes documents that are still open, calls ShutdownTemplateDLL, takes
+    /// the module from the list, and frees the library.
     virtual ~CZoBrixelAccess();
     CZoBrixelAccess(const CZoBrixelAccess&) = delete;
     CZoBrixelAccess& operator=(const CZoBrixelAccess&) = delete;
@@ -38,7 +38,8 @@ public:
     BOOL ExtractTemplateFilenames();
     CStringArray& GetTemplateFilenamesArray() { return m_templateFileNames; }
 
-    /// The modules loaded, in the order of their template ids; they belong to this object.
+    /// The modules loaded, in the order of their template ids; they belong to this object. A plug-in that calls back
+    /// while it initialises finds those before it; while it shuts down, itself and those that go after it.
     INT_PTR GetModuleCount() const { return m_templateModules.GetSize(); }
     CZoTemplateDLLModule* GetModule(INT_PTR index) const
     {
