@@ -165,7 +165,8 @@ TEST(TemplateModule, AsksItsHookBeforeItStoresAnything)
     FreeLibrary(module.asked);
     EXPECT_EQ(nullptr, GetModuleHandleA(kPluginA));
     module.answer = 0;
-    EXPECT_EQ(GetModuleHandleA(kPluginB), module.LoadLibraryA(kPluginB));
+    const HINSTANCE library = module.LoadLibraryA(kPluginB);
+    EXPECT_EQ(GetModuleHandleA(kPluginB), library);
 }
 
 TEST(TemplateModule, KeepsItsSlots)
