@@ -8,14 +8,16 @@
 
 class CZoLanguageSupport;
 
+/// The fields up to the country list stand in a prescribed order.
 struct ZoModuleData {
     LONG m_nLanguageLoadCount = 0; ///< ZoGblLoadLanguageDLL calls not released yet; may fall to -1
     HINSTANCE m_hInstance = nullptr;
     HMODULE m_hSibling = nullptr;                     ///< zomuscrl.dll
     HINSTANCE m_hLanguageLibrary = nullptr;           ///< set by SetLanguageLibrary
-    CDynLinkLibrary* m_pLanguageLink = nullptr;       ///< its place in the framework's resource chain; the framework's
     CZoLanguageSupport* m_pLanguageSupport = nullptr; ///< owned while a language library is loaded
     CZoCountryCodeList m_countries;
+    CDynLinkLibrary* m_pLanguageLink = nullptr; ///< the language library's place in the framework's resource chain;
+                                                ///< the framework's
 
     /// From here on texts are those of this library, the framework's own among them. Null: there is none.
     void SetLanguageLibrary(HINSTANCE library)
