@@ -1,5 +1,7 @@
 #include "product.h"
 
+#include "../../zogbl/formats/version_block.h"
+
 #include <memory>
 #include <new>
 
@@ -8,24 +10,25 @@ bool Product::Read(LPCSTR path)
 {
     DWORD ignored = 0;
     const DWORD size = GetFileVersionInfoSizeA(path, &ignored);
-    const std::unique_ptr<char[]> data(size != 0 ? new (std::nothrow) char[size] : nullptr);
-    if (!data || !GetFileVersionInfoA(path, 0, size, data.get()))
+    const std::unique_ptr<char[]> data(
+        size != 0 && size <= kMostVersionData ? new (std::nothrow) char[VersionBlockSize(size)]() : nullptr);
+    if (!data || !GetFileVersionInfoA(path, 0, size, data.get()) || !MendVersionBlock(data.get(), size))
         return false;
 
-    void* found = nullptr;
+    const void* found = nullptr;
     UINT length = 0;
-    if (!VerQueryValueA(data.get(), "\\", &found, &length) || length < sizeof(VS_FIXEDFILEINFO))
+    if (!QueryVersionBlock(data.get(), size, "\\", found, length) || length < sizeof(VS_FIXEDFILEINFO))
         return false;
     const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(found);
     version.Format("%d.%d", HIWORD(fixed->dwProductVersionMS), LOWORD(fixed->dwProductVersionMS));
 
-    if (!VerQueryValueA(data.get(), "\\VarFileInfo\\Translation", &found, &length) || length < sizeof(DWORD))
+    if (!QueryVersionBlock(data.get(), size, "\\VarFileInfo\\Translation", found, length) || length < sizeof(DWORD))
         return false;
     const DWORD translation = *static_cast<const DWORD*>(found);
     const auto text = [&](LPCSTR what) -> CString {
         CString query;
         query.Format("\\StringFileInfo\\%04X%04X\\%s", LOWORD(translation), HIWORD(translation), what);
-        if (!VerQueryValueA(data.get(), query, &found, &length) || length == 0)
+        if (!QueryVersionBlock(data.get(), size, query, found, length))
             return {};
         const auto* value = static_cast<const char*>(found);
         return {value, static_cast<int>(strnlen(value, length))};

@@ -1,59 +1,6 @@
-#include <zogbl/global_config.h>
-#include <zogbl/version_resource.h>
+#include "version_fixture.h"
 
 #include "support/fault_loop.h"
-
-#include <gtest/gtest.h>
-
-namespace {
-
-constexpr DWORD kMachine = ZO_MODE_LOCAL_MACHINE;
-constexpr char kCompanyKey[] = "Software\\Zo Tests";
-
-CString OwnUser()
-{
-    char name[260] = {};
-    DWORD size = sizeof name;
-    return GetUserNameA(name, &size) ? name : "SYSTEM";
-}
-
-/// A module of the fixtures, which lie beside the test program.
-CString Fixture(LPCSTR name)
-{
-    char path[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, path, sizeof path - 1);
-    const CString own(path);
-    return own.Left(own.ReverseFind('\\') + 1) + "fixture_" + name + ".DLL";
-}
-
-/// Products of the company "Zo Tests", gone after each test.
-class VersionResource : public ::testing::Test {
-protected:
-    void SetUp() override { m_config.DeleteSection(kMachine, "Software", "Zo Tests"); }
-    void TearDown() override { m_config.DeleteSection(kMachine, "Software", "Zo Tests"); }
-
-    static CString UsersKey(LPCSTR product) { return CString(kCompanyKey) + "\\" + product + "\\7.12\\Users"; }
-    void AddUser(LPCSTR product, const CString& user)
-    {
-        ASSERT_EQ(0u, m_config.CreateKey(kMachine, UsersKey(product) + "\\" + user));
-    }
-
-    CZoGlobalConfig m_config;
-    CZoVersionResource m_version;
-};
-
-void ExpectEmpty(CZoVersionResource& version)
-{
-    for (WORD i = 0; i < 10; ++i)
-        EXPECT_STREQ("", version.GetStandardValue(i)) << i;
-    for (const CString& key :
-         {version.GetBrixelsRootKey(), version.GetModuleRootKey(), version.GetInstalledModulesKey(),
-          version.GetPhoneListsKey(), version.GetSpeedDialListsKey(), version.GetFaxOnDemandListsKey(),
-          version.GetUsersKey(), version.GetCurrentUserKey()})
-        EXPECT_STREQ("", key);
-}
-
-} // namespace
 
 TEST_F(VersionResource, GivesTextsNumbersAndKeys)
 {
@@ -204,8 +151,12 @@ TEST_F(VersionResource, FailedCopyLeavesFirstUsersKeys)
     // A key that fits at the first user, but not where the path to the user is longer.
     constexpr int kLongestDestination = 259;
     const CString first = UsersKey("Plain") + "\\a\\";
+    ASSERT_EQ(0u, m_config.SetValue(kMachine, first + "Fits", "Text", "half"));
     ASSERT_EQ(0u, m_config.CreateKey(kMachine, first + CString('x', kLongestDestination - first.GetLength())));
 
     ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
     EXPECT_STREQ(UsersKey("Plain") + "\\a", m_version.GetCurrentUserKey());
+    BOOL exists = TRUE;
+    EXPECT_EQ(0u, m_config.DoesSubkeyExist(kMachine, UsersKey("Plain"), OwnUser(), exists));
+    EXPECT_FALSE(exists) << "half of the settings would be taken for the user's own";
 }

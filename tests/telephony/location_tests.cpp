@@ -327,13 +327,24 @@ namespace {
 
 constexpr LPCSTR kUsersKey = "Software\\Zo,Inc.\\Brixel Suite\\3.9\\Users";
 std::string g_productName;
+constexpr DWORD kNameRoom = 2000;
+DWORD g_recordSize = 0;
+
+/// Asks for room behind the record, where the name is put.
+DWORD WINAPI RoomForName(LPCSTR file, DWORD* ignored)
+{
+    g_recordSize = GetFileVersionInfoSizeA(file, ignored);
+    return g_recordSize + kNameRoom;
+}
 
 /// Tells the product's name, and for the rest what the system tells.
 BOOL WINAPI QueryLongName(LPCVOID block, LPCSTR path, LPVOID* value, UINT* length)
 {
     if (std::strstr(path, "\\ProductName") == nullptr)
         return VerQueryValueA(const_cast<LPVOID>(block), const_cast<LPSTR>(path), value, length);
-    *value = g_productName.data();
+    char* room = static_cast<char*>(const_cast<void*>(block)) + g_recordSize;
+    room[g_productName.copy(room, kNameRoom - 1)] = '\0';
+    *value = room;
     *length = static_cast<UINT>(g_productName.size() + 1);
     return TRUE;
 }
@@ -349,6 +360,7 @@ LONG WINAPI OpenUsersOld(HKEY root, LPCSTR, HKEY* key) { return RegOpenKeyA(root
 
 TEST_F(Locations, AKeyThatDoesNotFitIsNotCutShort)
 {
+    const zo_test::ImportPatch size("ZOGBLBRX.DLL", "GetFileVersionInfoSizeA", &RoomForName);
     const zo_test::ImportPatch query("ZOGBLBRX.DLL", "VerQueryValueA", &QueryLongName);
     const zo_test::ImportPatch open("ZOGBLBRX.DLL", "RegOpenKeyExA", &OpenUsers);
     const zo_test::ImportPatch openOld("ZOGBLBRX.DLL", "RegOpenKeyA", &OpenUsersOld);

@@ -2,6 +2,8 @@
 
 #include <zogbl/global_config.h>
 
+#include "version_block.h"
+
 #include <cstring>
 #include <utility>
 
@@ -118,28 +120,28 @@ BOOL CZoVersionResource::Extract(const char* fileName)
     m_csModuleFileName = fileName;
     DWORD ignored = 0;
     m_dwVersionDataSize = GetFileVersionInfoSizeA(const_cast<LPSTR>(fileName), &ignored);
-    if (m_dwVersionDataSize == 0)
+    if (m_dwVersionDataSize == 0 || m_dwVersionDataSize > kMostVersionData)
         return FALSE;
-    m_lpVersionData = AllocateBlock(m_hVersionData, m_dwVersionDataSize);
+    m_lpVersionData = AllocateBlock(m_hVersionData, VersionBlockSize(m_dwVersionDataSize));
     if (m_lpVersionData == nullptr ||
-        !GetFileVersionInfoA(const_cast<LPSTR>(fileName), 0, m_dwVersionDataSize, m_lpVersionData))
+        !GetFileVersionInfoA(const_cast<LPSTR>(fileName), 0, m_dwVersionDataSize, m_lpVersionData) ||
+        !MendVersionBlock(m_lpVersionData, m_dwVersionDataSize))
         return FALSE;
     m_hModule = GetModuleHandleA(fileName);
 
-    void* fixed = nullptr;
+    const void* fixed = nullptr;
     UINT length = 0;
-    if (VerQueryValueA(m_lpVersionData, const_cast<LPSTR>("\\"), &fixed, &length) && fixed != nullptr &&
-        length >= sizeof m_fixedInfo)
+    if (QueryVersionBlock(m_lpVersionData, m_dwVersionDataSize, "\\", fixed, length) && length >= sizeof m_fixedInfo)
         std::memcpy(&m_fixedInfo, fixed, sizeof m_fixedInfo);
     return ReadTranslations() && ExtractLanguageStandardValues(m_lpdwTranslations[0]);
 }
 
 BOOL CZoVersionResource::ReadTranslations()
 {
-    void* translations = nullptr;
+    const void* translations = nullptr;
     UINT length = 0;
-    if (!VerQueryValueA(m_lpVersionData, const_cast<LPSTR>("\\VarFileInfo\\Translation"), &translations, &length) ||
-        translations == nullptr || length < sizeof(DWORD))
+    if (!QueryVersionBlock(m_lpVersionData, m_dwVersionDataSize, "\\VarFileInfo\\Translation", translations, length) ||
+        length < sizeof(DWORD))
         return FALSE;
     m_lpdwTranslations = static_cast<DWORD*>(AllocateBlock(m_hTranslations, length));
     if (m_lpdwTranslations == nullptr)
@@ -171,9 +173,9 @@ void CZoVersionResource::ReadStandardValues(DWORD translation)
     for (StandardValue& standard : m_standardValues) {
         char path[64];
         wsprintfA(path, "\\StringFileInfo\\%04X%04X\\%s", LOWORD(translation), HIWORD(translation), standard.name);
-        void* value = nullptr;
+        const void* value = nullptr;
         UINT length = 0; // in characters, as a rule with the terminator
-        if (!VerQueryValueA(m_lpVersionData, path, &value, &length) || value == nullptr || length == 0)
+        if (!QueryVersionBlock(m_lpVersionData, m_dwVersionDataSize, path, value, length))
             continue;
         const auto* text = static_cast<const char*>(value);
         const size_t textLength = strnlen(text, length);
@@ -203,8 +205,12 @@ BOOL CZoVersionResource::BuildKeys()
         if (!found)
             return FALSE;
         if (config.CopyRegTree(ZO_MODE_LOCAL_MACHINE, users + "\\" + user, ZO_MODE_LOCAL_MACHINE, users + "\\" + first,
-                               0) != ERROR_SUCCESS)
+                               0) != ERROR_SUCCESS) {
+            // There was no such key before, so all that is in it is of this copy. Half of the settings would be taken for
+            // the user's own at the next start.
+            config.DeleteSection(ZO_MODE_LOCAL_MACHINE, users, user);
             user = first;
+        }
     }
 
     CString version;
