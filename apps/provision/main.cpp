@@ -64,15 +64,17 @@ int RemoveAll(const Arguments& arguments, Registration& registration)
         Product product;
         if (!ReadProduct(product, arguments.executables[i]))
             return kFailed;
-        const DWORD status =
-            arguments.allUsers ? registration.RemoveProduct(product) : registration.RemoveUser(product, arguments.user);
+        bool isInUse = false;
+        const DWORD status = arguments.allUsers ? registration.RemoveProduct(product, isInUse)
+                                                : registration.RemoveUser(product, arguments.user);
         if (status == ERROR_FILE_NOT_FOUND)
             std::printf("not registered: %s\n", (LPCSTR)product.name);
         else if (status != ERROR_SUCCESS)
             return Fail("cannot be removed", product.name, status);
         else
-            std::printf("removed: %s%s%s\n", (LPCSTR)product.name, arguments.allUsers ? "" : ", user ",
-                        arguments.allUsers ? "" : (LPCSTR)arguments.user);
+            std::printf("removed: %s%s%s%s\n", (LPCSTR)product.name, arguments.allUsers ? "" : ", user ",
+                        arguments.allUsers ? "" : (LPCSTR)arguments.user,
+                        isInUse ? ", this installation; another one keeps the settings" : "");
     }
     return kDone;
 }

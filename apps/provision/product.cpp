@@ -41,5 +41,7 @@ bool Product::Read(LPCSTR path)
     root = "Software\\" + company + "\\" + product + "\\" + productVersion;
     name = product + " " + productVersion;
     internalName = text("InternalName");
+    folder = CString(path);
+    folder = folder.Left(folder.ReverseFind('\\'));
     return true;
 }

@@ -27,12 +27,11 @@ CString LanguageName(DWORD id)
     return name;
 }
 
-/// A product as the name of a value: what stands for a key path must not look like one.
-CString ProductEntry(const Product& product)
+/// A path as the name of a key or value.
+CString EntryName(CString path)
 {
-    CString entry = product.root;
-    entry.Replace("\\", "/");
-    return entry;
+    path.Replace("\\", "/");
+    return path;
 }
 
 /// An enumeration that ends with this has met something.
@@ -71,7 +70,7 @@ DWORD Registration::Register(const Product& product, const CString& user, const 
     if (status == ERROR_SUCCESS)
         status = RegisterModule(m_library, user, languages, current);
     if (status == ERROR_SUCCESS)
-        status = m_config.SetValue(kMachine, ProductsKey(), ProductEntry(product), 1);
+        status = m_config.SetValue(kMachine, InstallationsKey(product), EntryName(product.folder), 1);
     return status;
 }
 
@@ -145,16 +144,19 @@ DWORD Registration::RemoveUser(const Product& product, const CString& user)
     return m_config.DeleteSection(kMachine, product.root + "\\Users", user);
 }
 
-DWORD Registration::RemoveProduct(const Product& product)
+DWORD Registration::RemoveProduct(const Product& product, bool& isInUse)
 {
-    BOOL registered = FALSE;
-    DWORD status = m_config.DoesEntryExist(kMachine, ProductsKey(), ProductEntry(product), registered);
-    if (status != ERROR_SUCCESS || !registered)
-        return status != ERROR_SUCCESS ? status : ERROR_FILE_NOT_FOUND;
-    status = m_config.DeleteEntry(kMachine, ProductsKey(), ProductEntry(product));
+    isInUse = false;
+    DWORD status = m_config.DeleteEntry(kMachine, InstallationsKey(product), EntryName(product.folder));
     if (status != ERROR_SUCCESS)
         return status;
-    const bool isLast = IsEmptyKey(m_config, ProductsKey());
+    isInUse = !IsEmptyKey(m_config, InstallationsKey(product));
+    if (isInUse)
+        return ERROR_SUCCESS;
+    status = m_config.DeleteSection(kMachine, InstallationsKey(product), nullptr);
+    if (status != ERROR_SUCCESS)
+        return status;
+    const bool isLast = m_config.EnumEntries(kMachine, ProductsKey(), &MeetSubkey, nullptr) == ERROR_SUCCESS;
     if (!SharesProduct(product))
         status = RemoveTree(product.root);
     else if (!isLast) // others need the library, which lives in the same product
@@ -162,6 +164,11 @@ DWORD Registration::RemoveProduct(const Product& product)
     if (status == ERROR_SUCCESS && isLast)
         status = RemoveTree(m_library.root);
     return status;
+}
+
+CString Registration::InstallationsKey(const Product& product) const
+{
+    return ProductsKey() + "\\" + EntryName(product.root);
 }
 
 /// Removes a module's key from every user of its product.

@@ -9,7 +9,9 @@
 #include <afxcoll.h>
 
 /// Works for one class library, whose settings the products share: it is registered with the first product and taken out
-/// with the last one. Which products those are is kept in "Products" below the library's own product.
+/// with the last one. "Products" below the library's own product has a key for each product, and in it a value for each
+/// folder in which the product is installed: installations of one product (the x86 and the x64 one, say) share its
+/// settings, which stay for as long as there is one.
 ///
 /// Operations say what they did on the output and return 0 or the status of the registry.
 class Registration {
@@ -23,9 +25,10 @@ public:
 
     /// Removes one user's settings of a product.
     DWORD RemoveUser(const Product& product, const CString& user);
-    /// Removes a product with all its users, the keys above it that this leaves empty, and the library if no other
-    /// product needs it. 2: it was not registered.
-    DWORD RemoveProduct(const Product& product);
+    /// Removes an installation of a product; with the last one the product with all its users, the keys above it that this
+    /// leaves empty, and the library if no other product needs it. \param isInUse set to whether others of its
+    /// installations are left. 2: this one was not registered.
+    DWORD RemoveProduct(const Product& product, bool& isInUse);
 
 private:
     DWORD RegisterModule(const Product& product, const CString& user, const CDWordArray& languages, DWORD current);
@@ -34,6 +37,7 @@ private:
     DWORD WriteLanguages(const CString& key, const CDWordArray& languages, DWORD current);
     DWORD RemoveModule(const Product& product);
     DWORD RemoveTree(const CString& root);
+    CString InstallationsKey(const Product& product) const;
     CString ProductsKey() const { return m_library.root + "\\Products"; }
     bool SharesProduct(const Product& product) const { return product.root.CompareNoCase(m_library.root) == 0; }
 

@@ -1,4 +1,6 @@
 // ZoProvision, run as a person would, on the fixture "plain": product "Plain" 7.12 of the company "Zo Tests".
+#include "support/unique_names.h"
+
 #include <zogbl/global_config.h>
 
 #include <gtest/gtest.h>
@@ -136,6 +138,24 @@ TEST_F(ProvisionTest, LibraryStaysAsLongAsAProductNeedsIt)
     EXPECT_EQ(0u, Provision("--remove" + Plain()));
     EXPECT_FALSE(HasKey("Software", "Zo,Inc."));
     EXPECT_FALSE(HasKey("Software", "Zo Tests"));
+}
+
+TEST_F(ProvisionTest, InstallationsOfAProductShareItsSettings)
+{
+    const zo_test::TestFolder other;
+    const std::string copy = other.Path("fixture_plain.DLL");
+    ASSERT_TRUE(CopyFileA((OwnFolder() + "fixture_plain.DLL").c_str(), copy.c_str(), TRUE));
+    ASSERT_EQ(0u, Provision("--user tester" + Plain()));
+    ASSERT_EQ(0u, Provision("--user tester \"" + copy + "\""));
+    ASSERT_EQ(0u, Provision("--user tester" + Plain())) << "once more, which counts once";
+    for (int round = 0; round < 2; ++round) { // the second time it is not registered any more
+        EXPECT_EQ(0u, Provision("--remove" + Plain()));
+        EXPECT_TRUE(HasKey("Software\\Zo Tests\\Plain\\7.12\\Users", "tester"));
+        EXPECT_TRUE(HasKey("Software", "Zo,Inc.")) << "the library is in use";
+    }
+    EXPECT_EQ(0u, Provision("--remove \"" + copy + "\""));
+    EXPECT_FALSE(HasKey("Software", "Zo Tests"));
+    EXPECT_FALSE(HasKey("Software", "Zo,Inc."));
 }
 
 TEST_F(ProvisionTest, RemovesAUserOrAllOfTheProduct)

@@ -10,8 +10,10 @@
 struct ZoNoviceBarInfo;
 using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 
-/// Loads a template library and calls its entry points: exported functions with C names and the C calling convention,
-/// which are
+/// Loads a template library and calls its entry points. The library is an extension library of the framework
+/// (AfxInitExtensionModule and a CDynLinkLibrary at its attach), built with the host's compiler: framework objects, run-time
+/// classes and exceptions pass between the two, and a program of another kind may end the host. The entry points are
+/// exported functions with C names and the C calling convention:
 ///
 /// | name                    | operation                     |
 /// | ----------------------- | ----------------------------- |
@@ -27,8 +29,8 @@ using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 /// | "GTID", "GMD"           | GetTemplateID, GetMaxDocuments |
 ///
 /// An operation hands its arguments on unchanged and answers what the entry point answers; 0, or nothing, when the
-/// library lacks the entry point, is not loaded, or the entry point let an exception go: that ends here, for a plug-in
-/// must not take its host down. What the array and number arguments mean is a matter of application and library; the
+/// library lacks the entry point, is not loaded, or the entry point let a C++ exception go, which ends here; a fault of
+/// the processor ends the host. What the array and number arguments mean is a matter of application and library; the
 /// results of those are numbers of elements.
 ///
 /// Objects, classes and windows that come from the library must be gone before it is freed.

@@ -18,10 +18,10 @@
 ///                         current user "\PhoneLists", "\SpeedDialLists", "\FaxOnDemandLists"
 ///
 /// All of them stand below HKEY_LOCAL_MACHINE. A user who has no key yet gets a copy of the first configured user's; if
-/// that copy fails, the keys are those of the first user.
+/// that copy fails, what it made is removed and the keys are those of the first user.
 ///
-/// Extraction answers FALSE for a module that has no version resource or no translation table, and for a product
-/// without any user. Every text is empty then, and callers go without settings.
+/// Extraction answers FALSE for a module that has no version resource, a damaged one, or no translation table, and for a
+/// product without any user or whose users cannot be read. Every text is empty then, and callers go without settings.
 class ZOGBL_API CZoVersionResource {
 public:
     CZoVersionResource();
@@ -44,7 +44,7 @@ public:
     CString& GetInternalName() { return m_standardValues[4].value; }
     CString& GetLegalCopyright() { return m_standardValues[5].value; }
 
-    /// Sets \p count to the number of translations. \p translations is not written: callers pass arrays of any size.
+    /// Sets \p count to the number of translations. \p translations is not written; this is prescribed.
     void GetTranslationTableArray(DWORD* translations, WORD& count);
 
     CString& GetBrixelsRootKey() { return m_csRootKey; }
