@@ -8,9 +8,9 @@
 
 #include <afxcoll.h>
 
-/// Works for one class library, whose settings the products share: it is registered with the first product and taken out
-/// with the last one. "Products" below the library's own product has a key for each product, and in it a value for each
-/// folder in which the product is installed: installations of one product (the x86 and the x64 one, say) share its
+/// Works for one class library, whose settings the products share: it is registered with the first product and taken
+/// out with the last one. "Products" below the library's own product has a key for each product, and in it a value for
+/// each folder in which the product is installed: installations of one product (the x86 and the x64 one, say) share its
 /// settings, which stay for as long as there is one.
 ///
 /// Operations say what they did on the output and return 0 or the status of the registry.
@@ -25,8 +25,8 @@ public:
 
     /// Removes one user's settings of a product.
     DWORD RemoveUser(const Product& product, const CString& user);
-    /// Removes an installation of a product; with the last one the product with all its users, the keys above it that this
-    /// leaves empty, and the library if no other product needs it. \param isInUse set to whether others of its
+    /// Removes an installation of a product; with the last one the product with all its users, the keys above it that
+    /// this leaves empty, and the library if no other product needs it. \param isInUse set to whether others of its
     /// installations are left. 2: this one was not registered.
     DWORD RemoveProduct(const Product& product, bool& isInUse);
 

@@ -1,5 +1,6 @@
-// A template library for tests. It tells what it is called for in the environment variable ZO_PLUGIN_LOG, which outlives
-// it, calls the function whose address is in ZO_PLUGIN_CALLS, and fails in the entry point that ZO_PLUGIN_FAILS names, in the way that stands behind it: "DRT=int".
+// A template library for tests. It tells what it is called for in the environment variable ZO_PLUGIN_LOG, which
+// outlives it, calls the function whose address is in ZO_PLUGIN_CALLS, and fails in the entry point that
+// ZO_PLUGIN_FAILS names, in the way that stands behind it: "DRT=int".
 #include <afxdllx.h>
 
 #include <cstdio>

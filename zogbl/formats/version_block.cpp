@@ -8,8 +8,8 @@ namespace {
 
 constexpr int kRecordDepth = 3; // block, "StringFileInfo", translation, text
 
-/// A record is: its length, the length of its value, the value's type (1: text), its name, the value, and the records in
-/// it. Lengths are in bytes, that of a text in characters. Name, value and records begin at multiples of 4. 16-bit
+/// A record is: its length, the length of its value, the value's type (1: text), its name, the value, and the records
+/// in it. Lengths are in bytes, that of a text in characters. Name, value and records begin at multiples of 4. 16-bit
 /// modules, and all modules on Windows 95, have no type and no wide characters.
 class VersionRecords {
 public:

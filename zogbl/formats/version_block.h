@@ -1,12 +1,14 @@
 /// \file
 /// A module's version resource as the system's version library gives it, made fit to be queried.
 ///
-/// The library's functions trust the lengths in the resource: a damaged one makes them read and write outside the block.
+/// The library's functions trust the lengths in the resource: a damaged one makes them read and write outside the
+/// block.
 #pragma once
 
 #include <windows.h>
 
-/// Larger ones are no version resources: their lengths are 16-bit numbers, and the system asks for some room of its own.
+/// Larger ones are no version resources: their lengths are 16-bit numbers, and the system asks for some room of its
+/// own.
 constexpr DWORD kMostVersionData = 0x40000;
 
 /// How large a block must be, all zeros, to hold \p dataSize bytes of version data: the system puts texts that it

@@ -206,8 +206,8 @@ BOOL CZoVersionResource::BuildKeys()
             return FALSE;
         if (config.CopyRegTree(ZO_MODE_LOCAL_MACHINE, users + "\\" + user, ZO_MODE_LOCAL_MACHINE, users + "\\" + first,
                                0) != ERROR_SUCCESS) {
-            // There was no such key before, so all that is in it is of this copy. Half of the settings would be taken for
-            // the user's own at the next start.
+            // There was no such key before, so all that is in it is of this copy. Half of the settings would be taken
+            // for the user's own at the next start.
             config.DeleteSection(ZO_MODE_LOCAL_MACHINE, users, user);
             user = first;
         }

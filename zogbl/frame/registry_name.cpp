@@ -3,11 +3,11 @@
 // Windows NT names an open key itself, from the top of its registry down, with links, views and the roots' second names
 // (HKEY_CURRENT_USER, HKEY_CURRENT_CONFIG) resolved. That writes nothing and needs no more than the right to open.
 //
-// Windows 95 tells no names. It has no links either, so two names of a key differ in their roots only, and what
-// the roots stand for is known except for one level: the user below HKEY_USERS, the configuration below "Config". A mark,
-// a key of a unique name, is made below the root and looked for below the subkeys that it may stand for. It stands
-// below a root, not below one of the two keys, so that these may be read-only, and is deleted at once; it is volatile for
-// the case that the program ends before.
+// Windows 95 tells no names. It has no links either, so two names of a key differ in their roots only, and what the
+// roots stand for is known except for one level: the user below HKEY_USERS, the configuration below "Config". A mark, a
+// key of a unique name, is made below the root and looked for below the subkeys that it may stand for. It stands below
+// a root, not below one of the two keys, so that these may be read-only, and is deleted at once; it is volatile for the
+// case that the program ends before.
 #include "registry_name.h"
 
 #include "registry_walk.h"

@@ -29,9 +29,9 @@ public:
     /// The name of subkey \p index in a buffer of kRegistryNameSize characters. \return the system's code.
     DWORD SubkeyName(HKEY key, DWORD index, LPSTR name) const;
 
-    /// Opens \p path below \p root and calls \p visit(key, name, result) for each subkey, in index order, as long as that
-    /// returns true and leaves \p result, which is 0, alone. \return what a visit set \p result to; the system's code, or
-    /// ZoErrNoMemory, on failure; else the result of closing the key.
+    /// Opens \p path below \p root and calls \p visit(key, name, result) for each subkey, in index order, as long as
+    /// that returns true and leaves \p result, which is 0, alone. \return what a visit set \p result to; the system's
+    /// code, or ZoErrNoMemory, on failure; else the result of closing the key.
     template <class VISIT> DWORD ForEachSubkey(HKEY root, LPCSTR path, VISIT visit) const;
 
     /// Deletes a subkey of \p parent with everything below it, the deepest first. \return as above.

@@ -29,8 +29,8 @@ public:
     /// Loads and initialises the template libraries of all installed modules; to be called once. Libraries that cannot
     /// be loaded are left out. One that lacks entry points is kept (what it lacks answers 0), and so is one whose
     /// initialisation fails. Modules with equal ids keep the order of their loading.
-    /// \return FALSE when the application has no usable version resource, or memory has run out: then the modules loaded
-    /// so far stay, and IsLoaded as it was.
+    /// \return FALSE when the application has no usable version resource, or memory has run out: then the modules
+    /// loaded so far stay, and IsLoaded as it was.
     virtual BOOL LoadAllBrixelTemplates();
 
     /// Reads the file names of the template libraries. \return FALSE when the application has no usable version

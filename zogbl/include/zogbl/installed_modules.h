@@ -52,8 +52,8 @@ public:
     /// Writes the module's "Access": its default flags if \p on, else 0. The list in memory stays as it is.
     ///
     /// Only a module that is listed with ZO_ACCESS_TEMPLATE is written: this switches a template library off, or gives
-    /// the module its default flags again, but never switches on one that is off. This is prescribed: what a set-up left
-    /// off stays off.
+    /// the module its default flags again, but never switches on one that is off. This is prescribed: what a set-up
+    /// left off stays off.
     void SetTemplateInstalled(DWORD identifier, BOOL on) const;
 
 protected:

@@ -11,9 +11,9 @@ struct ZoNoviceBarInfo;
 using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 
 /// Loads a template library and calls its entry points. The library is an extension library of the framework
-/// (AfxInitExtensionModule and a CDynLinkLibrary at its attach), built with the host's compiler: framework objects, run-time
-/// classes and exceptions pass between the two, and a program of another kind may end the host. The entry points are
-/// exported functions with C names and the C calling convention:
+/// (AfxInitExtensionModule at its attach, and a CDynLinkLibrary if it brings resources), built with the host's compiler:
+/// framework objects, run-time classes and exceptions pass between the two, and a library of another kind may end the
+/// host. The entry points are exported functions with C names and the C calling convention:
 ///
 /// | name                    | operation                     |
 /// | ----------------------- | ----------------------------- |
@@ -40,17 +40,17 @@ public:
     ~CZoTemplateDLLModule() override; ///< frees the library if it is loaded
 
     /// Loads a library, in place of one that this object has loaded before.
-    /// \return its handle; ZO_TEMPLATE_INCOMPLETE when some entry points are missing: the library stays loaded then, and
-    /// what it lacks answers 0; the system's answer, below 32, when it cannot be loaded; the answer of CheckLibrary when
+    /// \return its handle; ZO_TEMPLATE_INCOMPLETE if some entry points are missing: the library stays loaded then, and
+    /// what it lacks answers 0; the system's answer, below 32, if it cannot be loaded; the answer of CheckLibrary if
     /// that is not 0
     virtual HINSTANCE LoadLibraryA(LPCSTR fileName);
     /// \return FALSE when no library is loaded, or the system refuses.
     virtual BOOL FreeLibrary();
 
 protected:
-    /// Asked before anything is stored. \return 0 for no objection. Anything else becomes the result of LoadLibraryA; the
-    /// library is then deliberately left loaded, without belonging to this object: whoever objects decides what becomes
-    /// of it.
+    /// Asked before anything is stored. \return 0 for no objection. Anything else becomes the result of LoadLibraryA;
+    /// the library is then deliberately left loaded, without belonging to this object: whoever objects decides what
+    /// becomes of it.
     virtual INT_PTR CheckLibrary(HINSTANCE library);
 
 public:

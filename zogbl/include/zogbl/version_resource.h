@@ -20,8 +20,8 @@
 /// All of them stand below HKEY_LOCAL_MACHINE. A user who has no key yet gets a copy of the first configured user's; if
 /// that copy fails, what it made is removed and the keys are those of the first user.
 ///
-/// Extraction answers FALSE for a module that has no version resource, a damaged one, or no translation table, and for a
-/// product without any user or whose users cannot be read. Every text is empty then, and callers go without settings.
+/// Extraction answers FALSE for a module that has no version resource, a damaged one, or no translation table, and for
+/// a product without any user or whose users cannot be read. Every text is empty then, and callers go without settings.
 class ZOGBL_API CZoVersionResource {
 public:
     CZoVersionResource();
@@ -38,8 +38,8 @@ public:
     /// translation, and when there is no user.
     BOOL ExtractLanguageStandardValues(DWORD translation);
 
-    /// One of the nine texts, 0 to 8: Comments, CompanyName, FileDescription, FileVersion, InternalName, LegalCopyright,
-    /// OriginalFilename, ProductName, ProductVersion. Another index gives an empty text.
+    /// One of the nine texts, 0 to 8: Comments, CompanyName, FileDescription, FileVersion, InternalName,
+    /// LegalCopyright, OriginalFilename, ProductName, ProductVersion. Another index gives an empty text.
     CString& GetStandardValue(WORD index);
     CString& GetInternalName() { return m_standardValues[4].value; }
     CString& GetLegalCopyright() { return m_standardValues[5].value; }
