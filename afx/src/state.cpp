@@ -74,19 +74,33 @@ CWnd* AFXAPI AfxGetMainWnd()
     return thread != nullptr ? thread->m_pMainWnd : nullptr;
 }
 
-HINSTANCE AFXAPI AfxFindResourceHandle(LPCSTR lpszName, LPCSTR lpszType)
+/// The first module of the resource chain that \p has; null without one.
+template <class HAS> static HINSTANCE FindInResourceChain(HAS has)
 {
-    const HINSTANCE own = AfxGetResourceHandle();
-    if (FindResourceA(own, lpszName, lpszType) != nullptr)
+    if (const HINSTANCE own = AfxGetResourceHandle(); has(own))
         return own;
     for (const BOOL system : {FALSE, TRUE}) {
         for (const CDynLinkLibrary* dll = AfxGetModuleState()->m_pLibraryList; dll != nullptr; dll = dll->m_pNextDLL) {
-            if (dll->m_bSystem == system && dll->m_hResource != nullptr &&
-                FindResourceA(dll->m_hResource, lpszName, lpszType) != nullptr)
+            if (dll->m_bSystem == system && dll->m_hResource != nullptr && has(dll->m_hResource))
                 return dll->m_hResource;
         }
     }
-    return own;
+    return nullptr;
+}
+
+HINSTANCE AFXAPI AfxFindResourceHandle(LPCSTR lpszName, LPCSTR lpszType)
+{
+    const HINSTANCE module = FindInResourceChain(
+        [=](HINSTANCE candidate) { return FindResourceA(candidate, lpszName, lpszType) != nullptr; });
+    return module != nullptr ? module : AfxGetResourceHandle();
+}
+
+HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID)
+{
+    return FindInResourceChain([=](HINSTANCE candidate) {
+        char firstCharacter[4];
+        return LoadStringA(candidate, nID, firstCharacter, sizeof firstCharacter) > 0;
+    });
 }
 
 // Extension libraries --------------------------------------------------------------------------------------------------

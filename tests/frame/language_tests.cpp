@@ -1,9 +1,7 @@
 #include <zogbl/gdi_data.h>
-#include <zogbl/language_support.h>
-#include <zogbl/module.h>
-#include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "language_driver.h"
 #include "product/registered_product.h"
 #include "support/environment.h"
 
@@ -11,7 +9,6 @@
 
 #include <afxext.h>
 
-#include <cstring>
 #include <thread>
 
 namespace {
@@ -22,13 +19,6 @@ CString FileNameOf(HINSTANCE module)
     GetModuleFileNameA(module, path, sizeof path - 1);
     const CString whole(path);
     return whole.Mid(whole.ReverseFind('\\') + 1);
-}
-
-CString LibraryPath()
-{
-    char path[MAX_PATH] = {};
-    GetModuleFileNameA(ZoGblGetInstanceHandle(), path, sizeof path - 1);
-    return path;
 }
 
 class Language : public ::testing::Test {
@@ -168,10 +158,13 @@ TEST_F(Language, SpecificOneIsLoadedMarkedAndWritten)
     EXPECT_EQ(1u, StoredFlag("0409")) << "not written";
     EXPECT_EQ(0u, StoredFlag("0407"));
 
-    EXPECT_TRUE(support.LoadSpecificLanguage(0x0409, LibraryPath(), TRUE));
-    EXPECT_TRUE(support.LoadSpecificLanguage(0x0407, LibraryPath(), TRUE));
-    EXPECT_EQ(0u, StoredFlag("0409"));
-    EXPECT_EQ(1u, StoredFlag("0407"));
+    for (const DWORD language : {kEnglish, kGerman, kEnglish, kGerman}) {
+        EXPECT_TRUE(support.LoadSpecificLanguage(language, LibraryPath(), TRUE));
+        EXPECT_EQ(language == kEnglish, StoredFlag("0409"));
+        EXPECT_EQ(language == kGerman, StoredFlag("0407"));
+        EXPECT_TRUE(support.LoadCurrentLanguage(LibraryPath())); // by the marks of the list
+        EXPECT_EQ(language, support.GetLCID()) << "the mark of the one before is gone";
+    }
 }
 
 TEST_F(Language, MissingLibraryLeavesTheLoadedOne)
@@ -277,7 +270,6 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
         EXPECT_STREQ("Land", text);
         EXPECT_EQ(german, ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDR_COUNTRY_TABLE), RT_RCDATA));
     }
-    FreeLibrary(german);
     EXPECT_TRUE(ZoGblLoadString(ZO_IDS_COLUMN_COUNTRY, text));
     EXPECT_STREQ("Country", text);
 
@@ -298,7 +290,19 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
         EXPECT_TRUE(framework.LoadString(60000));
         EXPECT_EQ(length, framework.GetLength());
     }
+    {
+        // Nor does it hide those of another module of the chain.
+        const CDynLinkLibrary older(german, german);
+        const CDynLinkLibrary overriding(overrides, overrides);
+        EXPECT_TRUE(ZoGblLoadString(ZO_IDS_COLUMN_COUNTRY, text));
+        EXPECT_STREQ("State", text);
+        EXPECT_TRUE(ZoGblLoadString(ZO_IDS_COLUMN_CODE, text));
+        EXPECT_STREQ("Vorwahl", text);
+        EXPECT_EQ(german, ZoGblFindStringModule(ZO_IDS_COLUMN_CODE));
+    }
+    FreeLibrary(german);
     FreeLibrary(overrides);
+    EXPECT_EQ(nullptr, ZoGblFindStringModule(60000)) << "nobody's now";
     ZoGblDumpLanguageDLL();
 }
 

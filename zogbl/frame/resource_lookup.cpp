@@ -1,30 +1,10 @@
 #include <zogbl/resource_lookup.h>
 
-#include <zogbl/module.h>
+// The language library is the last of the framework's chain (ZoModuleData::SetLanguageLibrary).
 
-HINSTANCE ZoGblFindResourceModule(LPCSTR name, LPCSTR type)
-{
-    const HINSTANCE chained = AfxFindResourceHandle(name, type);
-    const HINSTANCE language = ZoGblGetLanguageDLL();
-    if (language == nullptr || FindResourceA(chained, name, type) != nullptr ||
-        FindResourceA(language, name, type) == nullptr)
-        return chained;
-    return language;
-}
+HINSTANCE ZoGblFindResourceModule(LPCSTR name, LPCSTR type) { return AfxFindResourceHandle(name, type); }
 
-HINSTANCE ZoGblFindStringModule(UINT id)
-{
-    char firstCharacter[4];
-    const auto has = [&](HINSTANCE module) {
-        return module != nullptr && LoadStringA(module, id, firstCharacter, sizeof firstCharacter) > 0;
-    };
-    // Strings stand in blocks of 16; a module of the chain that has the block may still lack the string.
-    const HINSTANCE chained = AfxFindResourceHandle(MAKEINTRESOURCEA(id / 16 + 1), RT_STRING);
-    if (has(chained))
-        return chained;
-    const HINSTANCE language = ZoGblGetLanguageDLL();
-    return has(language) ? language : nullptr;
-}
+HINSTANCE ZoGblFindStringModule(UINT id) { return AfxFindStringResourceHandle(id); }
 
 BOOL ZoGblLoadString(UINT id, CString& text)
 {
