@@ -6,7 +6,8 @@
                                     damages copies of a module that is in order and expects each damage to be found
 
 A module imports from the system, from the compiler's run-time libraries, and from the modules of the suite that lie
-below it; it can be loaded anywhere, and its data is not executable.
+below it; it can be loaded anywhere, and its data is not executable. All processes share the class library's table of
+language windows, and no other data.
 """
 
 import pathlib
@@ -29,9 +30,13 @@ MAY_IMPORT = {
     "tapi32.dll": set(),
 }
 
+# Sections whose data all processes share.
+SHARED_SECTIONS = {"zogblbrx.dll": {".zoshare"}}
+
 RELOCATIONS_STRIPPED = 0x0001  # file header
 DYNAMIC_BASE = 0x0040          # optional header
 NX_COMPAT = 0x0100
+MEM_SHARED = 0x10000000        # section header
 
 
 class Module:
@@ -47,7 +52,9 @@ class Module:
         optional = header + 24
         wide = self._unpack("<H", optional)[0] == 0x20B
         self.protection_offset = optional + 70
-        self._sections = [self._unpack("<IIII", optional + optional_size + 40 * i + 8) for i in range(section_count)]
+        headers = [optional + optional_size + 40 * i for i in range(section_count)]
+        self._sections = [self._unpack("<IIII", at + 8) for at in headers]
+        self.section_flags = {data[at:at + 8].rstrip(b"\0").decode("latin-1"): at + 36 for at in headers}
         self._import_table = self._unpack("<I", optional + (112 if wide else 96) + 8)[0]
 
     @property
@@ -57,6 +64,10 @@ class Module:
     @property
     def protection(self):
         return self._unpack("<H", self.protection_offset)[0]
+
+    def shared_sections(self):
+        """Names of the sections that all processes share."""
+        return {name for name, offset in self.section_flags.items() if self._unpack("<I", offset)[0] & MEM_SHARED}
 
     def imports(self):
         """Names of the modules that this one imports from, in small letters."""
@@ -95,6 +106,9 @@ def problems(name, data, libraries):
         found.append(f"{name} lacks NX_COMPAT")
     if imports and module.flags & RELOCATIONS_STRIPPED:  # resources alone have nothing to relocate
         found.append(f"{name} has no relocations, so it is not loaded elsewhere")
+    shared, expected = module.shared_sections(), SHARED_SECTIONS.get(name.lower(), set())
+    found += [f"{name} does not share {section}" for section in sorted(expected - shared)]
+    found += [f"{name} shares {section}" for section in sorted(shared - expected)]
     return found
 
 
@@ -115,16 +129,22 @@ def self_test(path):
     data = path.read_bytes()
     module = Module(data)
     libraries = {"zoafx.dll"}
+    table, other = module.section_flags[".zoshare"], module.section_flags[".data"]
 
-    def changed(offset, value):
+    def changed(offset, value, form="<H"):
         copy = bytearray(data)
-        struct.pack_into("<H", copy, offset, value)
+        struct.pack_into(form, copy, offset, value)
         return bytes(copy)
+
+    def with_other_sharing(offset):
+        return changed(offset, struct.unpack_from("<I", data, offset)[0] ^ MEM_SHARED, "<I")
 
     damages = [
         ("lacks DYNAMIC_BASE", changed(module.protection_offset, module.protection & ~DYNAMIC_BASE)),
         ("lacks NX_COMPAT", changed(module.protection_offset, module.protection & ~NX_COMPAT)),
         ("has no relocations", changed(module.flags_offset, module.flags | RELOCATIONS_STRIPPED)),
+        ("does not share .zoshare", with_other_sharing(table)),
+        ("shares .data", with_other_sharing(other)),
         ("imports from kornel32.dll", data.replace(b"KERNEL32.dll", b"KORNEL32.dll")),
         ("is no PE file", b"MZ" + bytes(200)),
     ]
