@@ -182,11 +182,8 @@ LRESULT MainFrame::OnLanguageUpdate(WPARAM, LPARAM)
 /// Through a language-support object of its own, for the process's belongs to the library.
 void MainFrame::OnChooseLanguage()
 {
-    char path[MAX_PATH] = {};
-    ::GetModuleFileName(ZoGblGetInstanceHandle(), path, sizeof path - 1);
     CZoLanguageSupport support;
-    if (support.Create() && support.LoadSpecificLanguage(ZoGblGetLanguageLCID(), path, FALSE))
-        support.SelectLanguage(this);
+    support.SelectLanguage(this);
 }
 
 void MainFrame::OnNewDocument() { m_documents.New(); }

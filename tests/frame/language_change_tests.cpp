@@ -1,13 +1,9 @@
 // A change of language in all processes at once, with their windows open.
-#include <zogbl/language_dialog.h>
-#include <zogbl/language_support.h>
-#include <zogbl/module.h>
-#include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "language_driver.h"
 #include "product/registered_product.h"
 #include "support/child_process.h"
-#include "support/dialog_driver.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
 #include "support/import_patch.h"
@@ -16,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
@@ -29,20 +24,11 @@ using zo_test::TextOf;
 
 namespace {
 
-constexpr DWORD kEnglish = 0x0409;
-constexpr DWORD kGerman = 0x0407;
 constexpr DWORD kJapanese = 0x0411;
 constexpr DWORD kTurkish = 0x041F; // without a library
 
 const UINT s_change = RegisterWindowMessageA("ZoBrixelLanguageChange");
 const UINT s_update = CZoLanguageSupport::GetUpdateMessage();
-
-CString LibraryPath()
-{
-    char path[MAX_PATH] = {};
-    GetModuleFileNameA(ZoGblGetInstanceHandle(), path, sizeof path - 1);
-    return path;
-}
 
 LPCSTR LibraryOf(DWORD language)
 {
@@ -114,7 +100,7 @@ bool WaitUntil(const std::function<bool()>& condition)
     return condition();
 }
 
-// A host of the suite --------------------------------------------------------------------------------------------------
+// A host of the suite -------------------------------------------------------------------------------------------------
 
 enum HostText : int { kPlain = 101, kMenuText, kUpdates, kLibraries, kCountry };
 constexpr HostText kHostTexts[] = {kPlain, kMenuText, kUpdates, kLibraries, kCountry};
@@ -269,23 +255,6 @@ private:
     HWND m_dialog;
 };
 
-// Driving the dialog ---------------------------------------------------------------------------------------------------
-
-/// Chooses a language in the box of the dialog, as the keyboard would.
-void ChooseLanguage(HWND dialog, DWORD language)
-{
-    const HWND box = GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
-    const auto count = static_cast<int>(SendMessageA(box, CB_GETCOUNT, 0, 0));
-    for (int i = 0; i < count; ++i) {
-        const auto* item = reinterpret_cast<const CZoFlagLcid*>(SendMessageA(box, CB_GETITEMDATA, i, 0));
-        if (item->GetLcidValue() != language)
-            continue;
-        zo_test::Choose(dialog, ZO_IDC_LANGUAGE_INSTALLED, i);
-        return;
-    }
-    ADD_FAILURE() << std::hex << language << " is not offered";
-}
-
 class LanguageChange : public ::testing::Test {
 protected:
     LanguageChange() { m_product.SetLanguage(kJapanese, 0); }
@@ -314,19 +283,19 @@ TEST_F(LanguageChange, EachWindowLoadsAndTheLastTellsTheApplication)
     for (CZoLanguageSupport* support : {&first, &second})
         ASSERT_TRUE(support->LoadCurrentLanguage(LibraryPath()));
     const auto updates = [&] {
-        WaitUntil([] { return true; });
-        return host.m_updates;
+        int count = 0;
+        for (MSG message; PeekMessageA(&message, host.m_hWnd, s_update, s_update, PM_REMOVE); ++count) {
+            EXPECT_EQ(0u, message.wParam);
+            EXPECT_EQ(0, message.lParam);
+        }
+        return count;
     };
     EXPECT_EQ(1, first.SendMessage(s_change, kGerman, 0));
     EXPECT_EQ(kGerman, first.GetLCID());
     EXPECT_EQ(0, updates());
     EXPECT_EQ(1, second.SendMessage(s_change, kGerman, 1));
     EXPECT_EQ(kGerman, second.GetLCID());
-    MSG message;
-    ASSERT_TRUE(PeekMessageA(&message, host.m_hWnd, s_update, s_update, PM_REMOVE));
-    EXPECT_EQ(0u, message.wParam);
-    EXPECT_EQ(0, message.lParam);
-    EXPECT_FALSE(PeekMessageA(&message, host.m_hWnd, s_update, s_update, PM_REMOVE)) << "one is enough";
+    EXPECT_EQ(1, updates());
     EXPECT_EQ(0, second.SendMessage(s_change, kGerman, 1)) << "loaded already";
     for (const DWORD language : {kTurkish, DWORD{0x0999}, kEnglish | 0x10000}) {
         EXPECT_EQ(1, second.SendMessage(s_change, language, 1)) << std::hex << language;
@@ -414,6 +383,48 @@ TEST_F(LanguageChange, ReachesEveryProcessWithItsWindowsOpen)
     EXPECT_TRUE(ZoGblDumpLanguageDLL());
 }
 
+/// However the object of the choice was prepared: it offers all languages, and the application hears of the change.
+TEST_F(LanguageChange, ChoiceNeedsNoPreparation)
+{
+    ZO_ONLY_IN(zo_test::Family() != zo_test::WindowsFamily::kWin32s, "changes that are told at once");
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    Host host;
+    const struct {
+        const char* name;
+        void (*prepare)(CZoLanguageSupport& chooser);
+    } cases[] = {
+        {"constructed", [](CZoLanguageSupport&) {}},
+        {"with a window", [](CZoLanguageSupport& chooser) { EXPECT_TRUE(chooser.Create()); }},
+        {"with the language, but no window",
+         [](CZoLanguageSupport& chooser) {
+             EXPECT_TRUE(chooser.LoadSpecificLanguage(ZoGblGetLanguageLCID(), LibraryPath(), FALSE));
+         }},
+        {"in the chosen language",
+         [](CZoLanguageSupport& chooser) {
+             EXPECT_TRUE(chooser.Create() && chooser.LoadSpecificLanguage(kGerman, LibraryPath(), FALSE));
+         }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        CZoLanguageSupport chooser;
+        c.prepare(chooser);
+        const int before = host.m_updates;
+        const DialogDriver driver{[](HWND dialog) {
+            EXPECT_EQ(3, SendDlgItemMessageA(dialog, ZO_IDC_LANGUAGE_INSTALLED, CB_GETCOUNT, 0, 0));
+            ChooseLanguage(dialog, kGerman);
+            Press(dialog, IDOK);
+        }};
+        EXPECT_TRUE(chooser.SelectLanguage(&host));
+        EXPECT_EQ(kGerman, ZoGblGetLanguageLCID());
+        EXPECT_EQ(1u, Stored(m_product.LanguagesKey(), kGerman));
+        EXPECT_TRUE(WaitUntil([&] { return host.m_updates > before; }));
+        m_product.MakeCurrent(kEnglish);
+        ASSERT_TRUE(ZoGblDumpLanguageDLL());
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    }
+    EXPECT_TRUE(ZoGblDumpLanguageDLL());
+}
+
 TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
 {
     ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWin32s, "no changes while programs run");
@@ -442,99 +453,6 @@ TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     EXPECT_EQ(kGerman, ZoGblGetLanguageLCID()) << "the next start";
     EXPECT_TRUE(ZoGblDumpLanguageDLL());
-}
-
-TEST_F(LanguageChange, DialogNamesLanguagesAsAskedAndFoldsAway)
-{
-    const bool doubleByte = GetSystemMetrics(SM_DBCSENABLED) != 0;
-    for (const DWORD loaded : {kEnglish, kGerman}) {
-        m_product.MakeCurrent(loaded);
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        CZoLanguageSupport chooser;
-        ASSERT_TRUE(chooser.LoadCurrentLanguage(LibraryPath()));
-        CObArray languages;
-        CZoLanguageEntry entries[] = {
-            {kEnglish, "ENU", loaded == kEnglish}, {kGerman, "DEU", loaded == kGerman}, {0x0999, "???", 0}};
-        for (CZoLanguageEntry& entry : entries)
-            languages.Add(&entry);
-        CZoLanguageSelectionDlg dialog(languages, nullptr);
-        const auto texts = [&](HWND window) {
-            const HWND box = GetDlgItem(window, ZO_IDC_LANGUAGE_INSTALLED);
-            std::vector<std::string> names;
-            for (int i = 0; i < SendMessageA(box, CB_GETCOUNT, 0, 0); ++i)
-                names.emplace_back(
-                    reinterpret_cast<const CZoFlagLcid*>(SendMessageA(box, CB_GETITEMDATA, i, 0))->GetName());
-            return names;
-        };
-        const auto expectNamed = [&](HWND window, UINT button, LCTYPE item) {
-            SCOPED_TRACE(button);
-            for (const UINT id : {ZO_IDC_LANGUAGE_NATIVE, ZO_IDC_LANGUAGE_LOCALIZED, ZO_IDC_LANGUAGE_ENGLISH})
-                EXPECT_EQ(id == button, IsDlgButtonChecked(window, static_cast<int>(id)) == BST_CHECKED) << id;
-            std::vector<std::string> expected;
-            for (const DWORD id : {kEnglish, kGerman}) {
-                char name[100] = "";
-                GetLocaleInfoA(id, item, name, sizeof name);
-                expected.emplace_back(name);
-            }
-            std::vector<std::string> names = texts(window);
-            std::sort(names.begin(), names.end());
-            std::sort(expected.begin(), expected.end());
-            EXPECT_EQ(expected, names) << "what the system knows of them";
-            char own[100] = "";
-            GetLocaleInfoA(GetUserDefaultLCID(), item, own, sizeof own);
-            EXPECT_EQ(own, TextOf(GetDlgItem(window, ZO_IDC_LANGUAGE_OF_LOCALE)));
-        };
-        const DialogDriver driver{[&](HWND window) {
-            const bool english = doubleByte && loaded == kEnglish;
-            expectNamed(window, english ? ZO_IDC_LANGUAGE_ENGLISH : ZO_IDC_LANGUAGE_LOCALIZED,
-                        english ? LOCALE_SENGLANGUAGE : LOCALE_SLANGUAGE);
-            Press(window, ZO_IDC_LANGUAGE_NATIVE);
-            expectNamed(window, ZO_IDC_LANGUAGE_NATIVE, LOCALE_SNATIVELANGNAME);
-            CheckDlgButton(window, ZO_IDC_LANGUAGE_CHECK, BST_CHECKED);
-            Press(window, ZO_IDC_LANGUAGE_LOCALIZED);
-            expectNamed(window, ZO_IDC_LANGUAGE_LOCALIZED, LOCALE_SLANGUAGE);
-            EXPECT_EQ(loaded, dialog.GetLanguageId());
-            ChooseLanguage(window, kGerman);
-            ChooseLanguage(window, kEnglish); // which has no double-byte names
-            expectNamed(window, doubleByte ? ZO_IDC_LANGUAGE_ENGLISH : ZO_IDC_LANGUAGE_LOCALIZED,
-                        doubleByte ? LOCALE_SENGLANGUAGE : LOCALE_SLANGUAGE);
-
-            RECT folded, unfolded, frame;
-            const HWND toggle = GetDlgItem(window, ZO_IDC_LANGUAGE_TOGGLE);
-            const HWND list = GetDlgItem(window, ZO_IDC_LANGUAGE_SYSTEM);
-            GetWindowRect(window, &folded);
-            GetWindowRect(GetDlgItem(window, ZO_IDC_LANGUAGE_FRAME), &frame);
-            RECT client;
-            GetClientRect(window, &client);
-            MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
-            EXPECT_EQ(frame.bottom, client.bottom);
-            EXPECT_FALSE(IsWindowEnabled(list));
-            const std::string caption = TextOf(toggle);
-            Press(window, ZO_IDC_LANGUAGE_TOGGLE);
-            GetWindowRect(window, &unfolded);
-            RECT listPlace;
-            GetWindowRect(list, &listPlace);
-            EXPECT_LT(listPlace.bottom, unfolded.bottom);
-            EXPECT_EQ(folded.top, unfolded.top);
-            EXPECT_TRUE(IsWindowEnabled(list));
-            EXPECT_EQ(caption.substr(0, caption.size() - 2) + "<<", TextOf(toggle));
-            EXPECT_EQ(">>", caption.substr(caption.size() - 2));
-            const auto selected = SendMessageA(list, LB_GETCURSEL, 0, 0);
-            EXPECT_EQ(
-                GetUserDefaultLCID() & 0xFFFF,
-                reinterpret_cast<const CZoFlagLcid*>(SendMessageA(list, LB_GETITEMDATA, selected, 0))->GetLcidValue());
-            Press(window, ZO_IDC_LANGUAGE_TOGGLE);
-            RECT again;
-            GetWindowRect(window, &again);
-            EXPECT_TRUE(EqualRect(&folded, &again));
-            Press(window, IDOK);
-        }};
-        EXPECT_EQ(IDOK, dialog.DoModal());
-        EXPECT_EQ(kEnglish, dialog.GetLanguageId());
-        EXPECT_TRUE(dialog.GetCheckBoxState());
-        EXPECT_EQ(doubleByte ? ZO_NAMING_ENGLISH : ZO_NAMING_LOCALIZED, dialog.GetNamingMode());
-        EXPECT_TRUE(ZoGblDumpLanguageDLL());
-    }
 }
 
 TEST_F(LanguageChange, WithoutMemoryOneLanguageOrTheOtherIsLoaded)
@@ -570,35 +488,4 @@ TEST_F(LanguageChange, WithoutMemoryOneLanguageOrTheOtherIsLoaded)
     EXPECT_EQ(kEnglish, support.GetLCID());
     EXPECT_EQ(1, support.SendMessage(s_change, kGerman, 1));
     EXPECT_EQ(kGerman, support.GetLCID());
-}
-
-TEST_F(LanguageChange, DialogOpensWithWhatMemoryThereIs)
-{
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10, "the same everywhere, and slow");
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    CZoLanguageSupport chooser;
-    ASSERT_TRUE(chooser.LoadCurrentLanguage(LibraryPath()));
-    zo_test::AllocationFaults memory;
-    zo_test::FaultLoopOptions options;
-    options.stride = 499; // some hundred locales, with a few allocations each
-    struct Closer {
-        static BOOL CALLBACK Close(HWND window, LPARAM)
-        {
-            if (GetDlgItem(window, ZO_IDC_LANGUAGE_INSTALLED) != nullptr && IsWindowVisible(window))
-                SendMessageA(window, WM_COMMAND, IDCANCEL, 0);
-            return TRUE;
-        }
-        static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) { EnumThreadWindows(GetCurrentThreadId(), &Close, 0); }
-    };
-    const UINT_PTR timer = SetTimer(nullptr, 0, 10, &Closer::Look);
-    zo_test::RunFaultLoop(
-        memory,
-        [&](const zo_test::FaultRun& run) {
-            EXPECT_TRUE(chooser.SelectLanguage(nullptr));
-            run.Stop();
-            EXPECT_EQ(kEnglish, ZoGblGetLanguageLCID());
-        },
-        options);
-    KillTimer(nullptr, timer);
-    EXPECT_TRUE(ZoGblDumpLanguageDLL());
 }

@@ -11,23 +11,39 @@
 
 #include "language_help.h"
 #include "language_window_table.h"
+#include "module_data.h"
 #include "without_throwing.h"
 
 #include <afxcoll.h>
 
 UINT CZoLanguageSupport::GetUpdateMessage() { return RegisterWindowMessageA("ZoBrixelLanguageUpdate"); }
 
-// Choosing -------------------------------------------------------------------------------------------------------------
+// Choosing ------------------------------------------------------------------------------------------------------------
+
+/// Gives the object window, list and the language of the process: without them the process's last window, which is
+/// often this one's, would not tell the application of a change.
+void CZoLanguageSupport::FollowProcess()
+{
+    char path[kZoLibraryPathSize];
+    if (!ZoGetLibraryPath(path) || (m_hWnd == nullptr && !Create()))
+        return;
+    const DWORD languageId = ZoGblGetLanguageLCID();
+    if ((languageId == 0 || !LoadSpecificLanguage(languageId, path, FALSE)) && m_hLanguageLibrary == nullptr)
+        LoadCurrentLanguage(path);
+}
 
 BOOL CZoLanguageSupport::SelectLanguage(CWnd* parent)
 {
     const LanguageHelp help;
+    if (m_hWnd == nullptr || m_hLanguageLibrary == nullptr)
+        FollowProcess();
     CZoLanguageSelectionDlg dialog(m_languages, parent);
     if (dialog.DoModal() != IDOK)
         return TRUE;
     const DWORD languageId = dialog.GetLanguageId();
     UpdateAllBrixelLanguages(languageId);
     if (CZoGlobalOperatingSystem::GetType() != ZO_OS_WIN32S) {
+        FollowProcess(); // to a window that has the language already a change is none
         ZoBroadcastLanguageChange(s_changeMessage, languageId);
     } else {
         CString text;
@@ -66,7 +82,7 @@ DWORD CZoLanguageSupport::UpdateAllBrixelLanguages(DWORD languageId)
     return ERROR_SUCCESS;
 }
 
-// Hearing of it --------------------------------------------------------------------------------------------------------
+// Hearing of it -------------------------------------------------------------------------------------------------------
 
 LRESULT CZoLanguageSupport::OnLanguageChanged(WPARAM languageId, LPARAM last)
 {

@@ -38,7 +38,7 @@ BEGIN_MESSAGE_MAP(CZoLanguageSupport, CWnd)
     ON_REGISTERED_MESSAGE(s_changeMessage, OnLanguageChanged)
 END_MESSAGE_MAP()
 
-// The object and its window --------------------------------------------------------------------------------------------
+// The object and its window -------------------------------------------------------------------------------------------
 
 CZoLanguageSupport::CZoLanguageSupport() : CZoLanguageSupport(nullptr) {}
 
@@ -93,7 +93,7 @@ CString CZoLanguageSupport::GetLocaleName() const
     return name;
 }
 
-// The list of languages ------------------------------------------------------------------------------------------------
+// The list of languages -----------------------------------------------------------------------------------------------
 
 void CZoLanguageSupport::FreeLanguageObjectArray()
 {
@@ -161,7 +161,7 @@ BOOL CZoLanguageSupport::ReadLanguageList(LPCSTR path)
     return m_bListRead;
 }
 
-// Loading --------------------------------------------------------------------------------------------------------------
+// Loading -------------------------------------------------------------------------------------------------------------
 
 BOOL CZoLanguageSupport::LoadCurrentLanguage(LPCSTR path)
 {

@@ -27,6 +27,11 @@ struct ZoModuleData {
     }
 };
 
+constexpr DWORD kZoLibraryPathSize = 1024;
+
+/// The path of the library's own file. \return FALSE when the system does not tell, or it is too long.
+BOOL ZoGetLibraryPath(char (&path)[kZoLibraryPathSize]);
+
 /// Makes the block and stores it for the calling thread. \return FALSE, with nothing left behind, on failure.
 BOOL ZoModuleDataCreate();
 /// Frees the block that the calling thread stored; a thread without one does nothing.

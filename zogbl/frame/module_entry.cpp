@@ -22,7 +22,6 @@ AFX_EXTENSION_MODULE g_extensionModule = {};
 HINSTANCE g_instance = nullptr;
 DWORD g_attachCount = 0;
 
-constexpr DWORD kModulePathSize = 1024;
 constexpr LPCSTR kNoviceMode = "NoviceMode";
 
 BOOL AskForFile(CString& path, LPCSTR filter, CWnd* parent)
@@ -103,7 +102,13 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
 
 extern "C" HINSTANCE ZoGblGetInstanceHandle() { return g_instance; }
 
-// Language library -----------------------------------------------------------------------------------------------------
+// Language library ----------------------------------------------------------------------------------------------------
+
+BOOL ZoGetLibraryPath(char (&path)[kZoLibraryPathSize])
+{
+    const DWORD length = GetModuleFileNameA(g_instance, path, sizeof path);
+    return length != 0 && length < sizeof path;
+}
 
 HINSTANCE ZoGblGetLanguageDLL()
 {
@@ -126,9 +131,8 @@ BOOL ZoGblLoadLanguageDLL()
         ++data->m_nLanguageLoadCount;
         return TRUE;
     }
-    char path[kModulePathSize] = {};
-    const DWORD length = GetModuleFileNameA(g_instance, path, sizeof path);
-    if (length == 0 || length >= sizeof path)
+    char path[kZoLibraryPathSize];
+    if (!ZoGetLibraryPath(path))
         return FALSE;
     std::unique_ptr<CZoLanguageSupport> support;
     try {
@@ -163,7 +167,7 @@ BOOL ZoGblDumpLanguageDLL()
     return TRUE;
 }
 
-// Country list ---------------------------------------------------------------------------------------------------------
+// Country list --------------------------------------------------------------------------------------------------------
 
 void ZoEnsureCountryList()
 {
@@ -187,7 +191,7 @@ CZoCountryCodeList* GetGlobalCountryList()
     return data != nullptr ? &data->m_countries : nullptr;
 }
 
-// Time and novice mode -------------------------------------------------------------------------------------------------
+// Time and novice mode ------------------------------------------------------------------------------------------------
 
 void ZoGblGetLocalTime(SYSTEMTIME* time)
 {

@@ -1,5 +1,5 @@
 /// \file
-/// The language library of a process: which one, where it comes from, and the hidden window by which it hears of changes.
+/// The language library of a process: which one, where it comes from, and the hidden window that hears of changes.
 #pragma once
 
 #include <zogbl/export.h>
@@ -22,22 +22,33 @@ public:
 
 /// Finds, loads and frees the language library of the process.
 ///
-/// The installed languages stand in the registry, under HKEY_LOCAL_MACHINE, in "\Languages" below the module root key of
-/// the asking module: one value per language, named with the language id as "%04x", a DWORD 1 for the current one and 0
-/// for the others. A text value is understood too: its language is current unless it is "0".
+/// The installed languages stand in the registry, under HKEY_LOCAL_MACHINE, in "\Languages" below the module root key
+/// of the asking module: one value per language, named with the language id as "%04x", a DWORD 1 for the current one
+/// and 0 for the others. A text value is understood too: its language is current unless it is "0".
 ///
 /// The library of a language is named after the asking module: the first five characters of its file name, the
 /// language's three letters and ".DLL" (ZOGBLBRX.DLL and 0x0409 give ZOGBLENU.DLL). It is found by the system's search
 /// order.
 ///
-/// The object has a hidden window, listed in a table that all processes of the suite share.
+/// The object has a hidden window, listed in a table that all processes of the suite share. Of the windows of a
+/// process, the one made last tells the application of a change, which it can only if its object has a language loaded.
+///
+/// ZoGblLoadLanguageDLL makes the object of the process. An application makes one only to let the user choose:
+///
+///     void CMainWindow::OnChooseLanguage()
+///     {
+///         CZoLanguageSupport support;       // needs no Create and no load: SelectLanguage does both
+///         support.SelectLanguage(this);     // the update message is posted before this returns
+///     }
 class ZOGBL_API CZoLanguageSupport : public CWnd {
 public:
     CZoLanguageSupport();
     explicit CZoLanguageSupport(CWnd* parent);
     ~CZoLanguageSupport() override; ///< destroys the window and frees the language library
 
-    /// Creates the hidden window and enters it in the shared table (silently not when that is full).
+    /// Creates the hidden window and enters it in the shared table (silently not when that is full). The first load
+    /// calls it. Do not keep an object that has a window and no language: if its window is the last of the process, the
+    /// process's texts change and the application is not told.
     BOOL Create();
 
     /// The message "ZoBrixelLanguageUpdate", posted to the application's main window, without parameters, when another
@@ -71,9 +82,11 @@ public:
     /// already.
     virtual BOOL LoadSpecificLanguage(DWORD languageId, LPCSTR path, BOOL persist);
 
-    /// Lets the user choose a language by the dialog, \p parent its owner. With OK the choice is written for every
-    /// installed module, and all running programs of the suite change their language before this returns; on Win32s,
-    /// which cannot, a message says that it waits for the next start. \return TRUE always
+    /// Lets the user choose a language by the dialog, \p parent its owner. An object without window or language gets
+    /// them first: the language of the process, or the current one if the process has none. With OK the choice is
+    /// written for every installed module, and all running programs of the suite change their language before this
+    /// returns. A program that hangs is waited for two seconds, and changes when it goes on. On Win32s, which cannot
+    /// change, a message says that the choice waits for the next start. \return TRUE always
     virtual BOOL SelectLanguage(CWnd* parent);
 
     /// Answers TRUE always; empty when memory has run out.
@@ -105,6 +118,7 @@ private:
     BOOL ReadLanguageList(LPCSTR path);
     BOOL LoadListed(INT_PTR index, LPCSTR path);
     INT_PTR FindLanguage(DWORD languageId) const; ///< the last such entry, or -1
+    void FollowProcess();
     void WriteChoice(const CString& moduleKey, INT_PTR chosen);
     void FreeLanguageObjectArray();
 

@@ -11,8 +11,8 @@
 /// \return the framework's resource handle when nobody has it, so that loading from it fails in the usual way.
 ZOGBL_API HINSTANCE ZoGblFindResourceModule(LPCSTR name, LPCSTR type);
 
-/// The module that holds a string, looked for in the same order; null when nobody has it. A module that has other strings
-/// of the same block of 16 does not hide it.
+/// The module that holds a string, looked for in the same order; null when nobody has it. A module that has other
+/// strings of the same block of 16 does not hide it.
 ZOGBL_API HINSTANCE ZoGblFindStringModule(UINT id);
 
 /// Loads a string found that way. \return FALSE, with \p text empty, when there is none or memory has run out.

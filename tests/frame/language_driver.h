@@ -1,0 +1,56 @@
+/// \file
+/// What the tests of languages share: the libraries, the table of windows, the choice in the dialog.
+#pragma once
+
+#include <zogbl/language_dialog.h>
+#include <zogbl/language_support.h>
+#include <zogbl/module.h>
+#include <zogbl/resource_ids.h>
+
+#include "language_window_table.h"
+#include "support/dialog_driver.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+constexpr DWORD kEnglish = 0x0409;
+constexpr DWORD kGerman = 0x0407;
+
+inline CString LibraryPath()
+{
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(ZoGblGetInstanceHandle(), path, sizeof path - 1);
+    return path;
+}
+
+/// The table inside the loaded library, found by the name of its section.
+inline ZoLanguageWindowTable& SharedTable()
+{
+    auto* base = reinterpret_cast<BYTE*>(ZoGblGetInstanceHandle());
+    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    auto* headers = reinterpret_cast<IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(headers);
+    for (WORD i = 0; i < headers->FileHeader.NumberOfSections; ++i, ++section) {
+        if (std::memcmp(section->Name, ".zoshare", 8) == 0)
+            return *reinterpret_cast<ZoLanguageWindowTable*>(base + section->VirtualAddress);
+    }
+    ADD_FAILURE() << "the library has no shared section";
+    static ZoLanguageWindowTable none = {};
+    return none;
+}
+
+/// Chooses a language in the box of the dialog, as the keyboard would.
+inline void ChooseLanguage(HWND dialog, DWORD language)
+{
+    const HWND box = GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
+    const auto count = static_cast<int>(SendMessageA(box, CB_GETCOUNT, 0, 0));
+    for (int i = 0; i < count; ++i) {
+        const auto* item = reinterpret_cast<const CZoFlagLcid*>(SendMessageA(box, CB_GETITEMDATA, i, 0));
+        if (item->GetLcidValue() != language)
+            continue;
+        zo_test::Choose(dialog, ZO_IDC_LANGUAGE_INSTALLED, i);
+        return;
+    }
+    ADD_FAILURE() << std::hex << language << " is not offered";
+}
