@@ -5,8 +5,10 @@
 #include <zogbl/file_name_functions.h>
 #include <zogbl/global_error.h>
 
+#include "bounded_text.h"
 #include "folder_walk.h"
 #include "open_security.h"
+#include "system_handle.h"
 
 #include <cstring>
 
@@ -45,27 +47,52 @@ bool IsSameOrAbove(const WIN32_FIND_DATAA& entry)
     return std::strcmp(entry.cFileName, ".") == 0 || std::strcmp(entry.cFileName, "..") == 0;
 }
 
-/// A link is removed as such: what it leads to is somebody else's.
-bool IsLink(const WIN32_FIND_DATAA& entry) { return (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0; }
+/// A folder that leads elsewhere: a junction, a symbolic link, a mounted volume.
+bool IsLink(DWORD attributes) { return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0; }
 
-DWORD DeleteTree(WalkPath& path)
+/// Removes a link, and never what it leads to. A system that opens that folder in the link's place (Wine does) would
+/// remove it too, if it is empty: there the link stays.
+void RemoveLink(const char* path)
 {
+    BY_HANDLE_FILE_INFORMATION opened = {};
+    SystemHandle link(CreateFileA(path, 0, kSharedByAll | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+    const bool isLinkItself =
+        link.IsOpen() && GetFileInformationByHandle(link, &opened) && IsLink(opened.dwFileAttributes);
+    link.Close(ERROR_SUCCESS);
+    if (isLinkItself)
+        RemoveDirectoryA(path);
+}
+
+/// \param attributes of the folder. Those that cannot be read have every bit set, and so count as a link's.
+void DeleteTree(WalkPath& path, DWORD attributes)
+{
+    if (IsLink(attributes))
+        return RemoveLink(path);
     ForEachEntry(path, [&](const WIN32_FIND_DATAA& entry) -> DWORD {
         if (!IsFolder(entry))
             DeleteFileA(path);
         return ERROR_SUCCESS;
     });
     ForEachEntry(path, [&](const WIN32_FIND_DATAA& entry) -> DWORD {
-        if (!IsFolder(entry) || IsSameOrAbove(entry))
-            return ERROR_SUCCESS;
-        if (IsLink(entry))
-            RemoveDirectoryA(path);
-        else
-            DeleteTree(path);
+        if (IsFolder(entry) && !IsSameOrAbove(entry))
+            DeleteTree(path, entry.dwFileAttributes);
         return ERROR_SUCCESS;
     });
     RemoveDirectoryA(path);
-    return ERROR_SUCCESS; // whatever came of it
+}
+
+/// The length of a path without the separators at its end, behind which a link would not be seen. Roots keep theirs.
+size_t LengthWithoutSeparators(const char* path)
+{
+    size_t length = 0;
+    size_t at = 0;
+    for (size_t width; path[at] != '\0'; at += width) {
+        width = CharacterWidth(path + at);
+        if (path[at] != '\\' && path[at] != '/')
+            length = at + width;
+    }
+    return length > 0 && path[length - 1] != ':' ? length : at;
 }
 
 // The walks below go into "." as well, which is the folder that they are in: they come to an end where the path is too
@@ -156,8 +183,13 @@ unsigned long CZoGlobalDirectoryFunctions::Delete(const char* dir)
 
 void CZoGlobalDirectoryFunctions::DeleteDirChain(const char* dir)
 {
-    if (dir != nullptr && *dir != '\0') // an empty path would be the root of the current drive
-        Walk(dir, &DeleteTree);
+    if (dir == nullptr || *dir == '\0') // an empty path would be the root of the current drive
+        return;
+    Walk(dir, [](WalkPath& path) -> DWORD {
+        path.Cut(LengthWithoutSeparators(path));
+        DeleteTree(path, GetFileAttributesA(path));
+        return ERROR_SUCCESS; // whatever came of it
+    });
 }
 
 unsigned long CZoGlobalDirectoryFunctions::Rename(const char* from, const char* to)

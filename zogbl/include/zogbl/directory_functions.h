@@ -43,7 +43,9 @@ public:
     /// Removes an empty folder; ZoErrFolderNotRemoved.
     static unsigned long Delete(const char* dir);
     /// Removes a folder with all that is in it, and says nothing of how far it came: read-only files stay, files in use
-    /// too, and the folders that they are in. A link to another folder found in it is removed, not what it leads to.
+    /// too, and the folders that they are in. If \p dir or a folder in it is a link (a junction, a symbolic link, a
+    /// mounted volume), the link is removed, and what it leads to stays as it is. Where the system cannot open a link
+    /// itself, as Wine cannot, the link stays too, and the folders that it is in. Null and an empty path: nothing.
     static void DeleteDirChain(const char* dir);
 
     /// Gives a folder or file another path on the same volume; ZoErrFolderNameEmpty, also for null, or
