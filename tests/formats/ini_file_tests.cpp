@@ -418,6 +418,7 @@ TEST_F(IniFile, RefusedCallsAreAStatus)
     zo_test::FaultSource faults("profile");
     // Reads that tell of text and write none.
     const ZO_FAULTY_CALL(GetPrivateProfileStringA) read(faults, kLibrary, 5000);
+    const ZO_FAULTY_CALL(GetPrivateProfileSectionA) lines(faults, kLibrary, 0x7FFFFFFF);
     const ZO_FAULTY_CALL(WritePrivateProfileStringA) write(faults, kLibrary, FALSE, ERROR_DISK_FULL);
     for (const Operation& operation : kOperations) {
         SCOPED_TRACE(&operation - kOperations);
@@ -435,7 +436,8 @@ TEST_F(IniFile, RefusedCallsAreAStatus)
         CStringArray names;
         const bool listed = m_profile.EnumerateSections(&names) == 0 && m_profile.EnumerateKeys(&names) == 0 &&
                             m_profile.DoesEntryExist("K");
-        EXPECT_EQ(!run.Fired(), listed);
+        const bool hasLines = run.number == 2 && !run.persistent; // in place of the list of keys
+        EXPECT_EQ(!run.Fired() || hasLines, listed);
         EXPECT_TRUE(m_profile.DeleteEntry("none") && m_profile.DeleteSection("none"));
         m_profile.FlushCache();
     });

@@ -5,6 +5,7 @@
 
 #include <mbstring.h>
 
+#include <cstring>
 #include <memory>
 
 namespace {
@@ -63,12 +64,34 @@ std::string Ask(const std::string& file, const char* section, const char* key, s
     return key != nullptr ? text.substr(0, text.find('\0')) : text;
 }
 
+/// The keys of a section in whose list the first one is empty: the system calls such a list empty.
+Texts AskLines(const std::string& file, const char* section)
+{
+    std::string lines(0x20000, '\0');
+    lines.resize(GetPrivateProfileSectionA(section, lines.data(), static_cast<DWORD>(lines.size()), file.c_str()));
+    Texts keys;
+    for (size_t at = 0, end, room = 4095; at < lines.size() && room > 0; at = end + 1) {
+        end = (std::min)(lines.find('\0', at), lines.size());
+        const size_t equals = lines.find('=', at), last = lines.find_last_not_of(" \t", equals - 1);
+        if (equals >= end || equals == at || last + 1 <= at)
+            continue;
+        keys.push_back(lines.substr(at, (std::min)(last + 1 - at, room)));
+        room -= (std::min)(room, keys.back().size() + 1);
+    }
+    return keys;
+}
+
 Texts AskList(const std::string& file, const char* section)
 {
     const std::string list = Ask(file, section, nullptr);
     Texts names;
-    for (size_t at = 0; at < list.size() && list[at] != '\0'; at += names.back().size() + 1)
-        names.emplace_back(list.c_str() + at);
+    for (size_t at = 0, length; at < list.size(); at += length + 1) {
+        length = std::strlen(list.c_str() + at);
+        if (length > 0) // a line that begins with "=" has no name
+            names.emplace_back(list, at, length);
+    }
+    if (names.empty() && section != nullptr)
+        return AskLines(file, section);
     return names;
 }
 

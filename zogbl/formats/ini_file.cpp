@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <iterator>
+#include <memory>
 
 namespace {
 
@@ -35,15 +36,49 @@ template <size_t SIZE> DWORD CopyTo(LPSTR buffer, DWORD size, const char (&membe
     return ZO_INI_SUCCESS;
 }
 
-/// Adds the names of a list that ends with an empty name or, if it was cut, at \p end.
+/// Adds the names of a list that ends at \p end. What a line that begins with "=" adds to it, an empty name, is no name.
 void AddNames(CStringArray& names, LPCSTR list, LPCSTR end)
 {
+    const auto forEachName = [=](auto add) {
+        for (LPCSTR name = list; name < end; name += std::strlen(name) + 1) {
+            if (*name != '\0')
+                add(name);
+        }
+    };
     INT_PTR count = 0;
-    for (LPCSTR name = list; name < end && *name != '\0'; name += std::strlen(name) + 1)
-        ++count;
+    forEachName([&](LPCSTR) { ++count; });
     names.SetSize(count); // at once instead of growing on the way
-    for (INT_PTR i = 0; i < count; ++i, list += std::strlen(list) + 1)
-        names.SetAt(i, list);
+    INT_PTR i = 0;
+    forEachName([&](LPCSTR name) { names.SetAt(i++, name); });
+}
+
+/// Adds the keys of a section's lines, as much of them as a list of names has room for.
+void AddKeysOfLines(CStringArray& keys, LPCSTR section, LPCSTR fileName)
+{
+    constexpr DWORD kMostBytes = 0x100000;
+    std::unique_ptr<char[]> lines;
+    DWORD size = 0x1000;
+    DWORD length;
+    do {
+        size *= 2;
+        lines = std::make_unique<char[]>(size);
+        length = GetPrivateProfileSectionA(section, lines.get(), size, fileName);
+    } while (length >= size - 2 && size < kMostBytes); // there are more lines
+    char key[ZO_INI_VALUE_SIZE - 1];
+    size_t room = sizeof key;
+    const LPCSTR end = lines.get() + (std::min)(length, size - 2);
+    for (LPCSTR line = lines.get(); line < end && room > 1; line += std::strlen(line) + 1) {
+        const LPCSTR equals = std::strchr(line, '=');
+        if (equals == nullptr)
+            continue;
+        CString name(line, static_cast<int>(equals - line));
+        name.TrimRight();
+        if (name.IsEmpty())
+            continue;
+        CopyBounded(key, room, name);
+        keys.Add(key);
+        room -= (std::min)(room, std::strlen(key) + 1);
+    }
 }
 
 /// Puts tokens in place of what the array holds. \p text and \p delimiters may be in it.
@@ -105,7 +140,7 @@ DWORD CZoIniFile::Begin(const char* key, DWORD type, DWORD argumentStatus)
     return m_szFileName[0] != '\0' ? ZO_INI_SUCCESS : ZO_INI_NO_FILE;
 }
 
-/// Has the system write to the output value, \p size bytes at most. \return the length, 0 for nothing or an empty text
+/// Has the system write to the output value, \p size bytes at most. \return the length that it tells, if there is room
 DWORD CZoIniFile::ReadProfile(const char* section, const char* key, DWORD size)
 {
     char* text = m_uOutput.szText;
@@ -113,13 +148,14 @@ DWORD CZoIniFile::ReadProfile(const char* section, const char* key, DWORD size)
     text[size - 2] = '\0'; // stays as it was where a character of two bytes no longer fits
     const DWORD length = GetPrivateProfileStringA(section, key, "", text, size, m_szFileName);
     text[size - 1] = '\0';
-    return text[0] != '\0' ? (std::min)(length, size - 1) : 0;
+    return (std::min)(length, size - 1);
 }
 
 /// Reads the entry's text to the output value.
 DWORD CZoIniFile::ReadEntry(DWORD size)
 {
-    return ReadProfile(m_szSection, m_szKey, size) != 0 ? ZO_INI_SUCCESS : ZO_INI_NOT_FOUND;
+    const bool isRead = ReadProfile(m_szSection, m_szKey, size) != 0 && m_uOutput.szText[0] != '\0';
+    return isRead ? ZO_INI_SUCCESS : ZO_INI_NOT_FOUND;
 }
 
 DWORD CZoIniFile::WriteEntry(const char* text)
@@ -359,12 +395,19 @@ DWORD CZoIniFile::Enumerate(const char* section, CStringArray* names)
     names->RemoveAll();
     if (m_szFileName[0] == '\0')
         return ZO_INI_NO_FILE;
+    m_uOutput = {}; // nothing of it counts as a name if the system tells of more than it writes
     const DWORD length = ReadProfile(section, nullptr, sizeof m_uOutput.szText);
-    if (length == 0)
-        return ZO_INI_NOT_FOUND;
     const LPCSTR list = m_uOutput.szText;
-    if (!Fill(*names, [=] { AddNames(*names, list, list + length); }))
+    const auto add = [&] {
+        AddNames(*names, list, list + length);
+        // Some systems give no list of keys for a section whose first line has none, though there are keys behind it.
+        if (names->IsEmpty() && section != nullptr)
+            AddKeysOfLines(*names, section, m_szFileName);
+    };
+    if (!Fill(*names, add))
         return ZO_INI_OUT_OF_MEMORY;
+    if (names->IsEmpty())
+        return ZO_INI_NOT_FOUND;
     constexpr int kCutNameLength = 4094;
     return names->GetAt(0).GetLength() == kCutNameLength ? ZO_INI_TRUNCATED : ZO_INI_SUCCESS;
 }

@@ -112,7 +112,8 @@ public:
 
     /// Fills \p sections with the names of all sections in the file's order. The list holds 4096 characters with a
     /// terminator for each name; what is beyond is cut, and that is told for a first name of exactly 4094 characters
-    /// only, by ZO_INI_TRUNCATED. After any other failure \p sections is empty.
+    /// only, by ZO_INI_TRUNCATED. Lines without a name, "[]" and those that begin with "=", are left out. After any other
+    /// failure \p sections is empty.
     /// \return also ZO_INI_NULL_ARGUMENT, ZO_INI_NO_FILE, ZO_INI_NOT_FOUND (no sections, no readable file),
     /// ZO_INI_OUT_OF_MEMORY
     virtual DWORD EnumerateSections(CStringArray* sections);
