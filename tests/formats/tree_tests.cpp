@@ -1,6 +1,7 @@
 #include <zogbl/tree.h>
 
 #include "support/fault_loop.h"
+#include "support/guard_heap.h"
 #include "support/virtual_slots.h"
 
 #include <gtest/gtest.h>
@@ -178,6 +179,8 @@ TEST_F(TreeTest, AddsChildrenAtTheHeadAndCallsBackForThem)
 TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
 {
     auto* family = new Family("abc");
+    family->Get('a')->AddOneChild(nullptr, nullptr, new Node('z'));
+    family->Get('a')->GetChild()->AddOneChild(nullptr, nullptr, new Node('w'));
     family->Get('a')->AddOneChild(nullptr, nullptr, new Node('y'));
     family->Get('c')->SetParent(nullptr);
     EXPECT_EQ(0u, family->FreeChild(nullptr) | family->FreeChild(family) | family->FreeChild(family->Get('b')));
@@ -188,7 +191,7 @@ TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
     EXPECT_EQ(0u, family->FreeChild(new Node('s'))) << "a stranger";
     family->AddOneChild(nullptr, nullptr, new Node('d'));
     delete family;
-    EXPECT_EQ("baysPdc", g_destroyed);
+    EXPECT_EQ("bayzwsPdc", g_destroyed);
 
     // A first child that is not the list's head, and a ring of one.
     Family other("bc");
@@ -205,6 +208,45 @@ TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
     EXPECT_EQ(nullptr, other.GetChild());
     other.SetChild(&other);
     EXPECT_EQ(0u, other.FreeChildren()) << "not itself, and not for ever";
+}
+
+namespace {
+/// Looks, at its end, at what is around it.
+struct Looker : Node {
+    explicit Looker(const CZoTree* root) : m_root(root) {}
+    ~Looker() override
+    {
+        EXPECT_EQ(m_root, FindRoot());
+        EXPECT_TRUE(m_pChild == nullptr || m_pChild->GetParent() == this);
+        ++s_ends;
+    }
+    const CZoTree* m_root;
+    static inline size_t s_ends;
+};
+} // namespace
+
+TEST_F(TreeTest, DestroysTreesOfAnyDepth)
+{
+    const size_t depth = zo_test::IsGuardHeapInstalled() ? 2000 : 200000; // whose blocks are pages
+    Node root;
+    const auto add = [&root](CZoTree* parent) {
+        auto* child = new Looker(&root);
+        parent->AddOneChild(nullptr, nullptr, child);
+        child->SetParent(parent);
+        return child;
+    };
+    for (const bool asChild : {true, false}) {
+        Looker::s_ends = 0;
+        CZoTree* top = add(&root);
+        CZoTree* node = top;
+        for (size_t i = 1; i < depth; ++i) {
+            add(node); // a second child, without children
+            node = add(node);
+        }
+        EXPECT_EQ(0u, asChild ? root.FreeChild(top) : root.FreeChildren());
+        EXPECT_EQ(2 * depth - 1, Looker::s_ends);
+        EXPECT_EQ(nullptr, root.GetChild());
+    }
 }
 
 TEST_F(TreeTest, FindsEndsAndSiblings)

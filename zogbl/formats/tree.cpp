@@ -40,9 +40,28 @@ DWORD CallBack(ZoTreeEnumProc callback, CZoTree* node, void* data)
 
 CZoTree* NextOf(const CZoTree* node) { return node != nullptr ? node->GetNext() : nullptr; }
 
+/// A node that is being destroyed with all below it. Its children, and theirs in turn, do not wait on the stack, which
+/// would have to be as deep as the tree: each destructor leaves its node's children here.
+struct Destruction {
+    CZoTree* node;    ///< whose destructor runs
+    CZoTree* waiting; ///< first of the list to be destroyed next; its parent is the first of the list after that one
+};
+
+thread_local Destruction* t_destruction = nullptr; // the innermost one
+
 } // namespace
 
-CZoTree::~CZoTree() { CZoTree::FreeChildren(); }
+CZoTree::~CZoTree()
+{
+    if (m_pChild == nullptr || m_pChild == this)
+        return;
+    Destruction* destruction = t_destruction;
+    if (destruction == nullptr || destruction->node != this) {
+        CZoTree::FreeChildren();
+        return;
+    }
+    m_pChild->m_pParent = std::exchange(destruction->waiting, m_pChild);
+}
 
 // Walks ----------------------------------------------------------------------------------------------------------------
 
@@ -234,23 +253,51 @@ DWORD CZoTree::AddOneChild(ZoTreeEnumProc callback, void* data, CZoTree* child)
 
 DWORD CZoTree::AddAllChilren(ZoTreeEnumProc callback, void* data) { return CallBack(callback, this, data); }
 
+/// Takes this node out of its list. \return the node behind it
+CZoTree* CZoTree::Unlink()
+{
+    CZoTree* next = m_pNext != this ? m_pNext : nullptr; // the last of a ring is linked to itself
+    if (next != nullptr)
+        next->m_pPrev = m_pPrev;
+    if (m_pPrev != nullptr)
+        m_pPrev->m_pNext = next;
+    return next;
+}
+
+/// Destroys a node, which is in no list, and all below it. Parents lead to this node meanwhile, and never to one that is
+/// destroyed already.
+void CZoTree::Destroy(CZoTree* node)
+{
+    Destruction destruction = {node, this};
+    Destruction* const outer = std::exchange(t_destruction, &destruction);
+    delete node;
+    while (destruction.waiting != this) {
+        CZoTree* child = destruction.waiting;
+        CZoTree* afterwards = std::exchange(child->m_pParent, this);
+        destruction.waiting = child->Unlink();
+        if (destruction.waiting != nullptr)
+            destruction.waiting->m_pParent = afterwards;
+        else
+            destruction.waiting = afterwards;
+        destruction.node = child;
+        delete child;
+    }
+    t_destruction = outer;
+}
+
 DWORD CZoTree::FreeChild(CZoTree* child)
 {
     if (child == nullptr || child == this)
         return ERROR_SUCCESS;
     if (m_pChild != nullptr && (IsChild(child) || m_pChild->FindHead() == child)) {
-        CZoTree* next = child->m_pNext != child ? child->m_pNext : nullptr; // the last of a ring is linked to itself
-        if (next != nullptr)
-            next->m_pPrev = child->m_pPrev;
-        if (child->m_pPrev != nullptr)
-            child->m_pPrev->m_pNext = next;
+        CZoTree* next = child->Unlink();
         if (child == m_pChild) {
             m_pChild = next;
             if (next != nullptr)
                 next->m_pParent = this;
         }
     }
-    delete child;
+    Destroy(child);
     return ERROR_SUCCESS;
 }
 

@@ -38,7 +38,9 @@ constexpr int ZO_SORT_CHANGED_PAST_FIRST = 5;
 /// A node: an object of this class or a derived one, made with new in a module of the suite. The children of a node are a
 /// doubly linked list, whose first one the node points at. A node owns its children and destroys them at its end; it does
 /// not take itself out of its own list, so a node that is still linked is destroyed through its parent (FreeChild).
-/// Destroying goes as deep as the tree.
+/// A node is destroyed before its children, and these from the first to the last, each with all below it; that takes no
+/// more stack for a deep tree, unless a derived destructor frees children itself. While a derived destructor runs, its
+/// node's children are still there, and the parents above lead to the node that frees, not to one that is gone.
 ///
 /// The tree sets a parent in one case only, in FreeChild; whoever adds a node calls SetParent, without which FindRoot and
 /// EnumPath end there and inserting at a head cannot correct the parent's first child.
@@ -138,4 +140,6 @@ protected:
 
 private:
     CZoTree* FindEnd(CZoTree* CZoTree::*link, ZoTreeEnumProc callback, void* data);
+    CZoTree* Unlink();
+    void Destroy(CZoTree* node);
 };
