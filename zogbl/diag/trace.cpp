@@ -6,19 +6,19 @@
 
 #include "../files/open_security.h"
 #include "../files/program_folder.h"
+#include "trace_text.h"
 
+#include <algorithm>
 #include <atomic>
-#include <cctype>
 #include <cstdarg>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 namespace {
 
 constexpr DWORD kBufferSize = 8192;
 constexpr DWORD kBytesPerLine = 16;
-constexpr DWORD kMostStampLength = 24;
-constexpr size_t kMostFormatted = 1024; // the bound that wvsprintf keeps by itself
 
 constexpr char kBannerLine[] = "****************************************\r\n";
 constexpr LPCSTR kLevelValue = "FaxTrace";
@@ -30,22 +30,9 @@ struct TraceNames {
     CString trace; ///< the file's name, without its folder
 };
 
-/// "Zo" and the letters and digits before the first "."
-CString BaseName(const CString& name)
-{
-    CString base = "Zo";
-    for (LPCSTR at = name; *at != '\0' && *at != '.'; ++at) {
-        if (CharacterWidth(at) == 2)
-            ++at; // its second byte may look like a letter
-        else if (std::isalnum(static_cast<unsigned char>(*at)))
-            base += *at;
-    }
-    return base;
-}
-
 TraceNames NamesOf(const CString& name)
 {
-    const CString base = BaseName(name);
+    const CString base = TraceBaseName(name);
     TraceNames names = {base + "TRACEMUTEX", base + "TRACEMAPFILE", base + ".TRC"};
     names.mutex.MakeUpper();
     names.mapping.MakeUpper();
@@ -68,39 +55,14 @@ ULONGLONG SeekToEnd(HANDLE file)
                : ULONGLONG{static_cast<DWORD>(high)} << 32 | low;
 }
 
-/// Writes a time stamp that ends just before \p end. \return its beginning, at most kMostStampLength before.
-char* PutStampBefore(char* end, DWORD milliseconds)
+std::unique_ptr<BYTE[]> NewBytesOrNull(DWORD count)
 {
-    const auto put = [&end](DWORD number, int digits) {
-        for (; digits > 0 || number > 0; number /= 10, --digits)
-            *--end = static_cast<char>('0' + number % 10);
-    };
-    *--end = ' ';
-    *--end = ')';
-    put(milliseconds % 1000, 3);
-    *--end = '.';
-    put(milliseconds / 1000 % 60, 2);
-    *--end = ':';
-    put(milliseconds / 60000 % 60, 2);
-    *--end = ':';
-    put(milliseconds / 3600000, 2);
-    *--end = '(';
-    return end;
-}
-
-/// Length of the text that stays of \p length bytes: all of it, or what fits without cutting a character in two.
-int CutLength(const char* text, int length)
-{
-    if (length <= CZoTrace::kMostTextLength)
-        return length < 0 ? 0 : length;
-    int cut = 0;
-    while (cut < CZoTrace::kMostTextLength) {
-        const int width = IsLeadByte(text[cut]) ? 2 : 1;
-        if (cut + width > CZoTrace::kMostTextLength)
-            break;
-        cut += width;
+    try {
+        return std::unique_ptr<BYTE[]>(new BYTE[count]);
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return nullptr;
     }
-    return cut;
 }
 
 /// The user's key; empty without a registered product.
@@ -364,9 +326,10 @@ void CZoTrace::Output(const char* format, ...)
         return;
     char line[kMostStampLength + kMostFormatted + 1];
     char* const text = line + kMostStampLength;
+    char cut[kMostFormatted + 1];
     va_list arguments;
     va_start(arguments, format);
-    const int length = CutLength(text, wvsprintfA(text, format, arguments));
+    const int length = CutLength(text, wvsprintfA(text, SafeFormat(format, cut), arguments));
     va_end(arguments);
 
     if (const Lock lock(*this); lock) {
@@ -385,22 +348,39 @@ void CZoTrace::OutputBlock(const void* data, DWORD length)
     if (data == nullptr)
         length = 0;
     Output("Block Print: %lu Bytes\r\n", length);
-    if (const Lock lock(*this); lock) {
-        const auto* bytes = static_cast<const BYTE*>(data);
-        for (DWORD i = 0; i < length; ++i) {
-            static constexpr char digits[] = "0123456789ABCDEF";
-            const BYTE byte = bytes[i];
-            const bool isShown = byte >= 0x20 && byte <= 0x7F;
-            const char item[3] = {isShown ? static_cast<char>(byte) : digits[byte >> 4],
-                                  isShown ? ' ' : digits[byte & 15], ' '};
-            Append(item, sizeof item);
-            if ((i + 1) % kBytesPerLine == 0)
-                Append("\r\n", 2);
-        }
-        if (length % kBytesPerLine != 0)
-            Append("\r\n", 2);
+    // The caller's bytes are read before the lock is taken: a fault there must not hold up the other processes. Without
+    // memory for all of them the dump comes in pieces, between which there may be others' text.
+    BYTE few[kBytesPerLine * 64];
+    std::unique_ptr<BYTE[]> all;
+    if (length > sizeof few)
+        all = NewBytesOrNull(length);
+    BYTE* const bytes = all != nullptr ? all.get() : few;
+    const DWORD room = all != nullptr ? length : sizeof few;
+    for (DWORD done = 0; done < length;) {
+        const DWORD count = (std::min)(room, length - done);
+        std::memcpy(bytes, static_cast<const BYTE*>(data) + done, count);
+        if (const Lock lock(*this); lock)
+            AppendDump(bytes, count);
+        done += count;
     }
     Output("End Block Print\r\n");
+}
+
+/// Whole lines, the last one aside.
+void CZoTrace::AppendDump(const BYTE* bytes, DWORD count)
+{
+    static constexpr char digits[] = "0123456789ABCDEF";
+    for (DWORD i = 0; i < count; ++i) {
+        const BYTE byte = bytes[i];
+        const bool isShown = byte >= 0x20 && byte <= 0x7F;
+        const char item[3] = {isShown ? static_cast<char>(byte) : digits[byte >> 4], isShown ? ' ' : digits[byte & 15],
+                              ' '};
+        Append(item, sizeof item);
+        if ((i + 1) % kBytesPerLine == 0)
+            Append("\r\n", 2);
+    }
+    if (count % kBytesPerLine != 0)
+        Append("\r\n", 2);
 }
 
 void CZoTrace::Flush()

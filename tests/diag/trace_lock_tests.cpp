@@ -1,0 +1,202 @@
+// What a trace does under its lock, and what it does not.
+#include "trace_fixture.h"
+
+#include "support/environment.h"
+#include "support/fault_loop.h"
+
+#include <clocale>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using zo_test::BlockView;
+using zo_test::TestTrace;
+
+constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+
+std::string s_mutexName;
+const BlockView* s_block;
+std::vector<std::string> s_pending; // at each release of the lock
+DWORD s_foreignWait;
+
+/// Whether another thread gets the lock of the trace: WAIT_OBJECT_0 or WAIT_TIMEOUT.
+DWORD ForeignWait()
+{
+    DWORD result = WAIT_FAILED;
+    std::thread([&result] {
+        const HANDLE mutex = OpenMutexA(SYNCHRONIZE, FALSE, s_mutexName.c_str());
+        result = WaitForSingleObject(mutex, 0);
+        if (result == WAIT_OBJECT_0)
+            ReleaseMutex(mutex);
+        CloseHandle(mutex);
+    }).join();
+    return result;
+}
+
+BOOL WINAPI NotePending(HANDLE mutex)
+{
+    s_pending.push_back(s_block->Pending());
+    return ReleaseMutex(mutex);
+}
+DWORD WINAPI WaitAndTick()
+{
+    s_foreignWait = ForeignWait();
+    return 0;
+}
+DWORD WINAPI FourGigabytes(HANDLE, LONG, LONG* high, DWORD) { return *high = 1, 5; }
+
+/// A page that cannot be read until somebody tries.
+class ForbiddenPage {
+public:
+    explicit ForbiddenPage(BYTE* page) : m_handler(AddVectoredExceptionHandler(1, &Allow)) { Forbid(page); }
+    ~ForbiddenPage() { RemoveVectoredExceptionHandler(m_handler); }
+    ForbiddenPage(const ForbiddenPage&) = delete;
+    ForbiddenPage& operator=(const ForbiddenPage&) = delete;
+
+private:
+    static constexpr DWORD kPageSize = 0x1000;
+    static void Forbid(BYTE* page)
+    {
+        DWORD before;
+        EXPECT_TRUE(VirtualProtect(s_page = page, kPageSize, PAGE_NOACCESS, &before));
+    }
+    static LONG CALLBACK Allow(EXCEPTION_POINTERS* exception)
+    {
+        const auto* at = reinterpret_cast<const BYTE*>(exception->ExceptionRecord->ExceptionInformation[1]);
+        if (exception->ExceptionRecord->ExceptionCode != STATUS_ACCESS_VIOLATION || at < s_page ||
+            at >= s_page + kPageSize)
+            return EXCEPTION_CONTINUE_SEARCH;
+        s_foreignWait = ForeignWait();
+        DWORD before;
+        return VirtualProtect(s_page, kPageSize, PAGE_READWRITE, &before) ? EXCEPTION_CONTINUE_EXECUTION
+                                                                          : EXCEPTION_CONTINUE_SEARCH;
+    }
+    static inline BYTE* s_page;
+    void* m_handler;
+};
+
+class TraceLock : public testing::Test {
+protected:
+    TraceLock()
+    {
+        s_mutexName = m_names.MutexName();
+        m_trace.EnableTimeStamp(FALSE);
+        EXPECT_TRUE(m_trace.Open(m_names.Name(), 1, FALSE));
+        m_trace.Flush();
+    }
+
+    const TestTrace m_names;
+    CZoTrace m_trace;
+};
+
+} // namespace
+
+TEST_F(TraceLock, CoversAWholeDump)
+{
+    const BlockView block(m_names);
+    s_block = &block;
+    s_pending.clear();
+    const zo_test::ImportPatch release(kLibrary, "ReleaseMutex", &NotePending);
+    m_trace.OutputBlock("0123456789ABCDEFxy", 18);
+    const std::string head = "Block Print: 18 Bytes\r\n", end = "End Block Print\r\n",
+                      lines = "0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F  \r\nx  y  \r\n";
+    EXPECT_EQ((std::vector{head, head + lines, head + lines + end}), s_pending);
+}
+
+TEST_F(TraceLock, IsHeldWhenTheTimeIsTaken)
+{
+    const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &WaitAndTick);
+    m_trace.EnableTimeStamp(TRUE);
+    m_trace.Output("x\r\n");
+    EXPECT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), s_foreignWait);
+}
+
+TEST_F(TraceLock, IsFreeWhileTheCallersBytesAreRead)
+{
+    auto* bytes = static_cast<BYTE*>(VirtualAlloc(nullptr, 0x3000, MEM_COMMIT, PAGE_READWRITE));
+    for (const auto& [from, count] : {std::pair{0x1000, 5}, {0x800, 0x900}, {0xFF0, 17}, {0, 0x3000}}) {
+        for (const bool isShort : {false, true}) { // of memory
+            zo_test::AllocationFaults faults;
+            if (isShort)
+                faults.Arm(1, true);
+            s_foreignWait = WAIT_FAILED;
+            const ForbiddenPage page(bytes + 0x1000);
+            const std::string before = m_names.ReadBody();
+            m_trace.OutputBlock(bytes + from, static_cast<DWORD>(count));
+            m_trace.Flush();
+            EXPECT_EQ(WAIT_OBJECT_0, s_foreignWait) << count;
+            std::string expected = "Block Print: " + std::to_string(count) + " Bytes\r\n";
+            for (int i = 1; i <= count; ++i)
+                expected += i % 16 == 0 || i == count ? "00 \r\n" : "00 ";
+            EXPECT_EQ(before + expected + "End Block Print\r\n", m_names.ReadBody());
+        }
+    }
+    VirtualFree(bytes, 0, MEM_RELEASE);
+}
+
+TEST_F(TraceLock, IsFreeAfterAnOpenThatFailed)
+{
+    zo_test::FaultSource faults("system objects");
+    const ZO_FAULTY_CALL(CreateFileMappingA) mapping(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+    const ZO_FAULTY_CALL(MapViewOfFile) view(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+    const ZO_FAULTY_CALL(CreateFileA) file(faults, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    const zo_test::FaultLoopOptions options = {.checkCounts = false}; // the handles of threads go when they like
+    const auto body = [&](const zo_test::FaultRun& run) {
+        CZoTrace trace;
+        const BOOL opened = trace.Open(m_names.Name(), 1, TRUE);
+        EXPECT_EQ(!run.Fired(), opened != FALSE);
+        EXPECT_EQ(WAIT_OBJECT_0, ForeignWait());
+    };
+    zo_test::RunFaultLoop(faults, body, options);
+}
+
+TEST(Trace, EmptiesAFileOfMoreThanFourGigabytes)
+{
+    const TestTrace names;
+    names.Write("old");
+    CZoTrace trace;
+    {
+        const zo_test::ImportPatch size(kLibrary, "SetFilePointer", &FourGigabytes);
+        ASSERT_TRUE(trace.Open(names.Name(), 1, TRUE)); // kept if it is small
+    }
+    EXPECT_EQ("", names.Read());
+}
+
+TEST(Trace, TakesAsciiOnlyForItsNameInEveryLocale)
+{
+    const std::string locale = std::setlocale(LC_CTYPE, nullptr);
+    std::setlocale(LC_CTYPE, "");
+    EXPECT_NE(zo_test::IsDoubleByte(), std::isalnum(0xE4) != 0) << "the locale has more letters";
+    const TestTrace names;
+    CZoTrace trace;
+    EXPECT_TRUE(trace.Open(names.Name() + "\xE4.", 1, FALSE));
+    EXPECT_EQ(names.Path(), (LPCSTR)trace.GetFileName());
+    std::setlocale(LC_CTYPE, locale.c_str());
+}
+
+TEST_F(TraceLock, FormatsEndBeforeWhatTheFormatterDoesNotTake)
+{
+    const char* const taken = "%c %-4d| %#x %05i %.2s %5.1s %hu %lu %lX %-#010lx %p %.3d %S %lc %% |";
+    char expected[1025];
+    const auto format = [](const char* text, auto print) {
+        print(text, 'c', -5, 255, 42, "cut", "right", 0x1234u, 7ul, 0xABCul, 0xDul, &s_block, 6, L"wide", L'w');
+    };
+    format(taken, [&](auto... arguments) { wsprintfA(expected, arguments...); });
+    format(taken, [&](auto... arguments) { m_trace.Output(arguments...); });
+    std::string body = expected;
+    for (const char* conversion :
+         {"%f", "%lld", "%*d", "%+d", "% d", "%I64d", "%hhd", "%n", "%0-5d", "%.*s", "%ll", "%l"}) {
+        m_trace.Output((std::string("%d%%") + conversion + "%s|").c_str(), 1, 2.5, "never seen");
+        body += "1%";
+    }
+    const std::string dashes(600, '-'); // the texts around are longer than the formatter makes them
+    m_trace.Output((dashes + dashes + "%f").c_str(), 1.0);
+    m_trace.Output((std::string("%.0s") + dashes + dashes + "%f").c_str(), "", 1.0);
+    std::string percents;
+    for (int i = 0; i < 600; ++i)
+        percents += "%%";
+    m_trace.Output((percents + "%f").c_str(), 1.0);
+    m_trace.Flush();
+    EXPECT_EQ(body + dashes.substr(0, 511) + dashes.substr(0, 511) + std::string(511, '%'), m_names.ReadBody());
+}
