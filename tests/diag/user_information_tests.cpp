@@ -36,6 +36,15 @@ protected:
 
 const zo_test::TestRegistryKey* g_userKey;
 
+/// Notes whether all that groups are compared with is the administrators' identifier.
+bool g_onlyAdministrators;
+BOOL WINAPI NoteIdentifier(PSID group, PSID other)
+{
+    BYTE administrators[] = {1, 2, 0, 0, 0, 0, 0, 5, 32, 0, 0, 0, 0x20, 2, 0, 0}; // S-1-5-32-544
+    g_onlyAdministrators = g_onlyAdministrators && EqualSid(administrators, other);
+    return EqualSid(group, other);
+}
+
 /// Looks into the test's key in place of the real user's.
 LSTATUS WINAPI OpenUserKey(HKEY root, LPCSTR path, DWORD options, REGSAM access, HKEY* key)
 {
@@ -94,6 +103,11 @@ TEST_F(UserInformation, ComesFromTheAccountOnWindowsNt)
         const BOOL rights = System::HasAdminRights(); // which all accounts of Wine have
         EXPECT_EQ(!run.Fired(), rights);
     });
+    {
+        g_onlyAdministrators = true;
+        const zo_test::ImportPatch compare(kLibrary, "EqualSid", &NoteIdentifier);
+        EXPECT_TRUE(System::HasAdminRights() && g_onlyAdministrators);
+    }
     const ZO_FAULTY_CALL(EqualSid) equal(faults, kLibrary, FALSE);
     faults.Arm(4, true); // behind the token's calls and the administrators' identifier
     EXPECT_FALSE(System::HasAdminRights()) << "in none of the groups";

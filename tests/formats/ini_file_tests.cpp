@@ -91,6 +91,38 @@ TEST_F(IniFile, ReadsSeveralNumbers)
     }
 }
 
+TEST_F(IniFile, ReadsSeveralNumbersUpToALimit)
+{
+    struct : CZoIniFile {
+        const SYSTEMTIME& Time() const { return m_uInput.time; }
+    } profile;
+    profile.SetFileName(FilePath().c_str());
+    profile.SetSection("S");
+    // The last digit that is read is the limit's last character.
+    const auto numbers = [this](int count, size_t limit) {
+        std::string text;
+        for (int i = 1; i < count; ++i)
+            text += std::to_string(i) + ",";
+        WriteEntry(text + std::string(limit - text.size() - 1, ' ') + "99");
+    };
+    RECT rectangle = {};
+    numbers(4, 39);
+    EXPECT_EQ(0u, profile.ZoIniFileRectangle("K", TRUE, &rectangle, &rectangle));
+    EXPECT_EQ(std::tuple(1, 2, 3, 9), Fields(rectangle));
+    ACCEL accelerator = {};
+    numbers(3, 39);
+    EXPECT_EQ(0u, profile.ZoIniFileAccelerator("K", TRUE, &accelerator, &accelerator));
+    EXPECT_EQ(std::tuple(1, 2, 9), Fields(accelerator));
+    SYSTEMTIME time = {};
+    numbers(8, 127);
+    EXPECT_EQ(0u, profile.ZoIniFileTime("K", TRUE, &time, &time));
+    EXPECT_TRUE((SYSTEMTIME{1, 2, 3, 4, 5, 6, 7, 9}) == profile.Time());
+    WINDOWPLACEMENT placement = {};
+    numbers(10, 127);
+    EXPECT_EQ(0u, profile.ZoIniFileWindowPlacement("K", TRUE, &placement, &placement));
+    EXPECT_EQ(std::tuple(7, 8, 9, 9), Fields(placement.rcNormalPosition));
+}
+
 TEST_F(IniFile, WritesAndReadsBack)
 {
     const RECT rectangle = {1, -2, 300, 400};

@@ -132,6 +132,17 @@ TEST_F(MemIniFile, SavesWithoutTakingAway)
     EXPECT_EQ("[A]\r\nk2=two\r\nnumber=5\r\n[C]\r\nk=\r\n[New]\r\nlong=-2\r\n", m_folder.Read("test.ini"));
 }
 
+TEST_F(MemIniFile, SavesWhatWasLoadedAsItIsInMemory)
+{
+    std::string keys; // more than the list of names has room for: of the last one it has three characters
+    for (int i = 1000; i < 1500; ++i)
+        keys += "number" + std::to_string(i) + "=1\r\n";
+    const std::string longest(4095, 'v'), before = "[S]\r\nquoted=\"a b\"\r\nlong=" + longest;
+    ASSERT_EQ(0u, Load(before + "vv\r\n[T]\r\n" + keys));
+    EXPECT_EQ(0u, m_memory.SaveIniFile(FALSE));
+    EXPECT_EQ("[S]\r\nquoted=a b\r\nlong=" + longest + "\r\n[T]\r\n" + keys + "num=\r\n", m_folder.Read("test.ini"));
+}
+
 TEST_F(MemIniFile, RenamesAndDeletes)
 {
     ASSERT_EQ(0u, Load(kFile));

@@ -175,7 +175,7 @@ BOOL CZoAvl::AvlFreeNode(void* keyData, ZoAvlCompareProc compare)
     AvlDeleteInternal(m_pRoot, keyData, compare, victim);
     if (victim != nullptr)
         FreeHeader(victim);
-    return FALSE; // found or not: callers have come to rely on it
+    return FALSE; // found or not: see the header
 }
 
 BOOL CZoAvl::AvlDeleteInternal(SZoAVLHHEADER*& link, const void* keyData, ZoAvlCompareProc compare,

@@ -36,7 +36,8 @@ template <size_t SIZE> DWORD CopyTo(LPSTR buffer, DWORD size, const char (&membe
     return ZO_INI_SUCCESS;
 }
 
-/// Adds the names of a list that ends at \p end. What a line that begins with "=" adds to it, an empty name, is no name.
+/// Adds the names of a list that ends at \p end. What a line that begins with "=" adds to it, an empty name, is no
+/// name.
 void AddNames(CStringArray& names, LPCSTR list, LPCSTR end)
 {
     const auto forEachName = [=](auto add) {
@@ -217,7 +218,7 @@ DWORD CZoIniFile::DoString(const char* key, int read, const char* input, char* o
     m_dwLastResult = DoText(key, read, input, output != nullptr, text);
     if (text == nullptr)
         return m_dwLastResult;
-    if (text != input && size < std::strlen(text)) // not <=: callers rely on a text that just fits but for its end
+    if (text != input && size < std::strlen(text)) // not <=: see the header
         m_dwLastResult = ZO_INI_TRUNCATED;
     if (size > 0)
         CopyBounded(output, size, text);

@@ -208,7 +208,7 @@ DWORD CZoMemIniFile::SetIniValue(const char* section, const char* key, int value
 DWORD CZoMemIniFile::SetIniValue(const char* section, const char* key, DWORD value)
 {
     char text[16];
-    std::snprintf(text, sizeof text, "%ld", static_cast<LONG>(value)); // signed: readers have come to rely on it
+    std::snprintf(text, sizeof text, "%ld", static_cast<LONG>(value)); // signed: see the header
     return SetIniValue(section, key, text);
 }
 

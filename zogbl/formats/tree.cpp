@@ -264,8 +264,8 @@ CZoTree* CZoTree::Unlink()
     return next;
 }
 
-/// Destroys a node, which is in no list, and all below it. Parents lead to this node meanwhile, and never to one that is
-/// destroyed already.
+/// Destroys a node, which is in no list, and all below it. Parents lead to this node meanwhile, and never to one that
+/// is destroyed already.
 void CZoTree::Destroy(CZoTree* node)
 {
     Destruction destruction = {node, this};

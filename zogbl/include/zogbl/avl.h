@@ -72,9 +72,9 @@ public:
     /// or \p compare no code.
     SZoAVLHHEADER* AvlFindNode(SZoAVLHHEADER* start, SZoAVLHHEADER* key, ZoAvlCompareProc compare) const;
 
-    /// Removes the record equal to \p keyData from the tree and destroys it, with one exception that callers have come to
-    /// rely on: where that record's node has two children, the record stays and the one before it in order is removed
-    /// and destroyed instead. Does nothing when \p keyData is null or \p compare no code.
+    /// Removes the record equal to \p keyData from the tree and destroys it, with one exception, which is prescribed:
+    /// if that record's node has two children, the record stays and the one before it in order is removed and destroyed
+    /// instead. Does nothing when \p keyData is null or \p compare no code.
     /// \return FALSE, whether something was removed or not.
     BOOL AvlFreeNode(void* keyData, ZoAvlCompareProc compare);
 

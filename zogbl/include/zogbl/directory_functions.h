@@ -24,7 +24,7 @@ using ZoEnumFilesProc = unsigned long(__stdcall*)(void* context, const char* pat
 /// which is the same folder once more. Wherever a folder lists itself so, the walk goes on into "folder\.\.\." until
 /// the path is too long for the system (206). That code ends the walk at every level and is the result; what was
 /// counted or enumerated up to there stands. As "." is found first as a rule, that is nothing at all. Roots of drives,
-/// and what else lists no ".", are walked through completely. Callers have come to rely on both.
+/// and what else lists no ".", are walked through completely. Both are prescribed.
 class ZOGBL_API CZoGlobalDirectoryFunctions {
 public:
     /// Sets \p exists to 1 if \p dir is a folder, else to 0. A file gives status 0; what does not exist 2, or 3 if the
@@ -48,8 +48,8 @@ public:
     /// itself, as Wine cannot, the link stays too, and the folders that it is in. Null and an empty path: nothing.
     static void DeleteDirChain(const char* dir);
 
-    /// Gives a folder or file another path on the same volume; ZoErrFolderNameEmpty, also for null, or
-    /// ZoErrFolderNotMoved.
+    /// Gives a folder or file another path; ZoErrFolderNameEmpty, also for null, or ZoErrFolderNotMoved. That is the
+    /// system's answer if the target exists, and if a folder is to go to another volume; a file it takes there.
     static unsigned long Rename(const char* from, const char* to);
 
     /// The sizes in bytes of the files of \p dir, added up in 32 bits. Each file is opened for it; the first whose size

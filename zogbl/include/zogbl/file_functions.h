@@ -24,7 +24,8 @@ public:
     /// is compressed and nothing else, say - does not count as one.
     static unsigned long Exists(const char* path, unsigned long& exists);
 
-    /// Both the same: gives a file or folder another path on the same volume. A target that exists is not replaced.
+    /// Both the same: gives a file or folder another path. A target that exists is not replaced. The system takes a
+    /// file to another volume too, as a copy whose original it deletes; a folder it refuses to.
     static unsigned long Move(const char* from, const char* to);
     static unsigned long Rename(const char* from, const char* to);
 
@@ -40,7 +41,7 @@ public:
     /// 0.
     static unsigned long SetAttributes(const char* path, unsigned long attrs);
     /// Takes no attribute away, \p attrs or other: the file keeps all it has, read-only included. The result tells
-    /// whether its attributes could be read and written, and that is what callers have come to rely on.
+    /// whether its attributes could be read and written.
     static unsigned long ClearAttributes(const char* path, unsigned long attrs);
 
     /// Makes an empty file of a new name, beginning with TMP, in the temporary folder.

@@ -77,7 +77,7 @@ public:
 
     /// A text of at most 4096 characters. A read copies as much of it as fits in \p size bytes with a terminator, and
     /// returns ZO_INI_TRUNCATED if \p size is less than the text's length. If it equals the length, the last character
-    /// is missing without a word about it: callers have come to rely on that.
+    /// is missing and the status does not tell.
     virtual DWORD DoString(const char* key, int read, const char* input, char* output, DWORD size);
     /// "%d"; 39 characters are read.
     virtual DWORD DoInteger(const char* key, int read, int input, int* output);
@@ -85,18 +85,19 @@ public:
     virtual DWORD DoLongWord(const char* key, int read, DWORD input, DWORD* output);
     /// "1" or "0". Read as TRUE: 1, TRUE, SET, YES, ON, OK without regard to case; all else is FALSE.
     virtual DWORD DoBoolean(const char* key, int read, BOOL input, BOOL* output);
-    /// "0x%08lX". Read from left to right up to the first character that is neither a hexadecimal digit nor an X; an X
-    /// drops what came before it, so 12x34 is 0x34. Of more than 8 digits the last 8 count.
+    /// "0x%08lX". Read behind blanks and tabs, from left to right up to the first character that is neither a
+    /// hexadecimal digit nor an X; an X drops what came before it, so 12x34 is 0x34. Of more than 8 digits the last 8
+    /// count.
     virtual DWORD DoHexadecimal(const char* key, int read, DWORD input, DWORD* output);
-    /// "%d, %d, %d, %d, %d, %d, %d, %d": year, month, day of week, day, hour, minute, second, milliseconds. A read tells
-    /// whether there is an entry, but always gives the default back: callers have come to rely on that.
+    /// "%d, %d, %d, %d, %d, %d, %d, %d": year, month, day of week, day, hour, minute, second, milliseconds. A read
+    /// tells whether there is an entry, but always gives the default back, as is prescribed.
     virtual DWORD ZoIniFileTime(const char* key, int read, const SYSTEMTIME* input, SYSTEMTIME* output);
     /// "%ld, %ld, %ld, %ld": left, top, right, bottom; 39 characters are read.
     virtual DWORD ZoIniFileRectangle(const char* key, int read, const RECT* input, RECT* output);
     /// "%d %d %d": red, green, blue, modulo 256 when read; 15 characters are read. The colour that is read has a zero
     /// top byte.
     virtual DWORD ZoIniFileColor(const char* key, int read, const COLORREF* input, COLORREF* output);
-    /// "%d, %d, %d": flags, key, command; 39 characters are read.
+    /// "%d, %d, %d": flags, key, command; 39 characters are read. Of the flags the low 8 bits count, of the others 16.
     virtual DWORD ZoIniFileAccelerator(const char* key, int read, const ACCEL* input, ACCEL* output);
     /// "%u, %u, %ld, %ld, %ld, %ld, %ld, %ld, %ld, %ld": flags, show command, minimised x and y, maximised x and y, then
     /// the normal rectangle. That is written as top, left, right, bottom, but read as left, top, right, bottom, so that
@@ -110,10 +111,10 @@ public:
     virtual DWORD DoTokenString(const char* key, int read, const char* input, CStringArray* output,
                                 const char* delimiters);
 
-    /// Fills \p sections with the names of all sections in the file's order. The list holds 4096 characters with a
-    /// terminator for each name; what is beyond is cut, and that is told for a first name of exactly 4094 characters
-    /// only, by ZO_INI_TRUNCATED. Lines without a name, "[]" and those that begin with "=", are left out. After any other
-    /// failure \p sections is empty.
+    /// Fills \p sections with the names of all sections in the file's order. The list has room for 4095 characters, one
+    /// between two names included; what is beyond is cut, as a rule in the middle of a name, and that is told for a
+    /// first name of exactly 4094 characters only, by ZO_INI_TRUNCATED. Lines without a name, "[]" and those that begin
+    /// with "=", are left out. After any other failure \p sections is empty.
     /// \return also ZO_INI_NULL_ARGUMENT, ZO_INI_NO_FILE, ZO_INI_NOT_FOUND (no sections, no readable file),
     /// ZO_INI_OUT_OF_MEMORY
     virtual DWORD EnumerateSections(CStringArray* sections);

@@ -38,8 +38,16 @@ public:
     /// \return ZO_INI_SUCCESS, ZO_INI_NULL_FILE_NAME, or what EnumerateSections returned; nothing is in memory then
     DWORD LoadIniFile(const char* fileName, CMapStringToString* substitutions);
 
-    /// Writes all sections and entries to the file, which keeps what else is in it: sections and keys deleted in memory
-    /// stay, and a renamed section is written beside the old one. An entry that cannot be written is passed over.
+    /// Writes all sections and entries to the file. What is not in memory stays there as it is: comments, the sections
+    /// and keys deleted in memory, those that LoadIniFile left out; a renamed section is written beside the old one. An
+    /// entry that cannot be written is passed over.
+    ///
+    /// Entries are written as they are in memory. Of a file that was loaded and is saved unchanged, therefore,
+    ///   - a value in quotation marks loses them, and with them the blanks at its ends;
+    ///   - a value of over 4095 characters is cut;
+    ///   - a reference that was replaced is the text from now on; a key that was one is written beside the old one;
+    ///   - a section of more keys than their list has room for (see EnumerateSections) gets an entry without a value,
+    ///     whose name is the part of a name with which the list ends.
     /// \param create whether to make the file if there is none.
     /// \return ZO_INI_SUCCESS; ZO_INI_NO_FILE if there is none and none was made, or the system cannot tell
     DWORD SaveIniFile(BOOL create);

@@ -51,8 +51,9 @@ public:
     static CString GetDomainName();
     /// The computer's name; empty on Win32s.
     static CString GetComputerNameA();
-    /// Whether the process's account belongs to the local administrators; FALSE on other systems than Windows NT, and
-    /// for an account of so many groups that their list exceeds 1024 bytes.
+    /// Whether the process's account belongs to the local administrators, even if the process may not use their rights
+    /// at the moment (it was not started as administrator); FALSE on other systems than Windows NT, and for an account
+    /// of so many groups that their list exceeds 1024 bytes.
     static BOOL HasAdminRights();
 
     /// What the suite was registered with, a text of at most 255 characters. \param kind a ZO_REGISTERED_ value;

@@ -15,17 +15,18 @@
 ///     if (level > 0 && trace.Open("FaxServer", level, TRUE))
 ///         trace.Output("%s: %d pages\r\n", station, pages);
 ///
-/// A trace is named by what stands before the first "." of the name, letters and digits of ASCII only, with "Zo" before it:
-/// "my app-2.exe" writes to Zomyapp2.TRC, in the folder of the process's executable. Buffer and lock go by the name alone:
-/// programs of two folders that open a trace of one name share them, each with a file of its own, and their text goes to
-/// the file of whichever writes the buffer. Give such traces different names. Text is in the system's code page
+/// A trace is named by what stands before the first "." of the name, letters and digits of ASCII only, with "Zo" before
+/// it: "my app-2.exe" writes to Zomyapp2.TRC, in the folder of the process's executable. Buffer and lock go by the name
+/// alone: programs of two folders that open a trace of one name share them, each with a file of its own, and their text
+/// goes to the file of whichever writes the buffer. Give such traces different names. Text is in the system's code page
 /// and gathers in 8192 shared bytes, which are written to the file when the next text does not fit, by Flush and Close,
 /// and after every call when the level is 10 or more. Other programs may read the file meanwhile.
 ///
-/// A process that dies takes nothing of the others' text along, and none of its own that is in the buffer already; it
-/// blocks nobody. Its part of the open count stays, so that such a trace gets no stop banner. A program that is stopped
-/// while it holds the lock, in a debugger or suspended, holds up all programs of the trace until it goes on or ends:
-/// waiting for the lock has no time limit. Failed writes to the file are not noticed.
+/// A process that dies takes nothing of the others' text along, and none of its own that is in the buffer already,
+/// unless nobody else has the trace open: then the buffer is gone. It blocks nobody. Its part of the open count stays,
+/// so that such a trace gets no stop banner. A program that is stopped while it holds the lock, in a debugger or
+/// suspended, holds up all programs of the trace until it goes on or ends: waiting for the lock has no time limit.
+/// Failed writes to the file are not noticed.
 ///
 /// One object is to be used by one thread at a time. A copy shares the handles of its original: only one of the two
 /// may be closed or destroyed.
@@ -68,12 +69,13 @@ public:
     ///
     ///     %[-][#][0][width][.precision][h or l]type    with a type of c C d i p s S u x X; and %%
     ///
-    /// No floating point, no "%lld", no "*" for a width, no "+" or blank as a flag. The text ends before a conversion of
-    /// another kind, though the compiler, which checks formats as for printf, lets it pass. The caller supplies line ends,
-    /// as "\r\n". The text of one call is never mixed with another's. A null format is no text.
+    /// No floating point, no "%lld", no "*" for a width, no "+" or blank as a flag. The text ends before a conversion
+    /// of another kind, though the compiler, which checks formats as for printf, lets it pass. The caller supplies line
+    /// ends, as "\r\n". The text of one call is never mixed with another's. A null format is no text.
     void AFX_CDECL Output(const char* format, ...) __attribute__((format(printf, 2, 3)));
-    /// Appends a dump of \p length bytes, 16 to a line, printable characters as such. Null counts as no bytes. The bytes
-    /// are copied first; if there is no memory for more than 1024 of them at a time, others' text may come in between.
+    /// Appends a dump of \p length bytes, 16 to a line, printable characters as such. Null counts as no bytes. The
+    /// bytes are copied first; if there is no memory for more than 1024 of them at a time, others' text may come in
+    /// between.
     ///
     ///     (00:00:03.250) Block Print: 5 Bytes
     ///     A  B  0D 0A 00

@@ -35,12 +35,13 @@ constexpr int ZO_SORT_CHANGED_PAST_SECOND = 2;
 constexpr int ZO_SORT_UNCHANGED = 4;
 constexpr int ZO_SORT_CHANGED_PAST_FIRST = 5;
 
-/// A node: an object of this class or a derived one, made with new in a module of the suite. The children of a node are a
-/// doubly linked list, whose first one the node points at. A node owns its children and destroys them at its end; it does
-/// not take itself out of its own list, so a node that is still linked is destroyed through its parent (FreeChild).
-/// A node is destroyed before its children, and these from the first to the last, each with all below it; that takes no
-/// more stack for a deep tree, unless a derived destructor frees children itself. While a derived destructor runs, its
-/// node's children are still there, and the parents above lead to the node that frees, not to one that is gone.
+/// A node: an object of this class or a derived one, made with new in a module of the suite. The children of a node are
+/// a doubly linked list, whose first one the node points at. A node owns its children and destroys them at its end; it
+/// does not take itself out of its own list, so a node that is still linked is destroyed through its parent
+/// (FreeChild). A node is destroyed before its children, and these from the first to the last, each with all below it;
+/// that takes no more stack for a deep tree, unless a derived destructor frees children itself. While a derived
+/// destructor runs, its node's children are still there, and the parents above lead to the node that frees, not to one
+/// that is gone.
 ///
 /// The tree sets a parent in one case only, in FreeChild; whoever adds a node calls SetParent, without which FindRoot and
 /// EnumPath end there and inserting at a head cannot correct the parent's first child.
@@ -62,7 +63,7 @@ public:
 
     /// Links \p item, which must be in no list, into that of \p where. Its parent stays as it is. At the head the child
     /// pointer of the old head's parent follows, before a node that of its parent. Where this node itself is the head
-    /// or tail that is asked for, \p item is only unlinked: callers have come to rely on it. An item that stands there
+    /// or tail that is asked for, \p item is only unlinked, as is prescribed. An item that stands there
     /// already stays.
     /// \param position a ZO_INSERT_ place.
     /// \return 0; ZoErrBadData: \p item or \p where is null, they are the same, or there is no such place.
@@ -120,8 +121,7 @@ public:
     CZoTree* FindTail(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
     CZoTree* FindRoot(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
 
-    /// Whether \p node is in this one's list, not counting the list's head, whichever node it is asked of: callers have
-    /// come to rely on it. FALSE for null.
+    /// Whether \p node is in this one's list. The list's head does not count, whichever node is asked. FALSE for null.
     BOOL IsSibling(const CZoTree* node);
     /// Whether \p node is a child of this one. FALSE for null.
     BOOL IsChild(const CZoTree* node);
