@@ -20,14 +20,20 @@ static_assert(kCallParamsSize == 112);
 
 // Waiting
 
-/// Whether a wait that began while \p line was the one in use has nothing left to wait for.
+HLINE CZoTAPIInterface::LineInUse() const { return m_hLine != 0 ? m_hLine : m_hAnswerLine; }
+
+/// Whether a wait for news of \p line has nothing left to wait for.
 BOOL CZoTAPIInterface::IsWaitOver(HLINE line, BOOL aborted) const
 {
     const bool closed = line != 0 && m_hLine != line && m_hAnswerLine != line;
     return aborted || closed || !m_bCallInProgress;
 }
 
-LONG CZoTAPIInterface::WaitForReply(LONG lRequestID)
+LONG CZoTAPIInterface::WaitForReply(LONG lRequestID) { return AwaitReply(lRequestID, LineInUse()); }
+LONG CZoTAPIInterface::WaitForCallState(DWORD dwCallState) { return AwaitCallState(dwCallState, LineInUse()); }
+
+/// \param line the one that the request was made for: once it is closed, the wait is over.
+LONG CZoTAPIInterface::AwaitReply(LONG lRequestID, HLINE line)
 {
     TapiState& state = GetTapiState();
     const EarlyReply early = std::exchange(state.m_earlyReply, EarlyReply{});
@@ -36,12 +42,11 @@ LONG CZoTAPIInterface::WaitForReply(LONG lRequestID)
         state.m_bAbortReply = TRUE;
         return lRequestID;
     }
-    const HLINE line = m_hLine != 0 ? m_hLine : m_hAnswerLine;
     m_lRequestID = lRequestID;
     m_bReplyReceived = early.object == this && early.request == lRequestID;
     m_lReplyResult = m_bReplyReceived ? early.result : static_cast<LONG>(LINEERR_OPERATIONFAILED);
     for (;;) {
-        const BOOL pumped = m_bReplyReceived || PumpMessage();
+        const BOOL pumped = m_bReplyReceived || PumpMessage(IsWaitOver(line, FALSE) ? 0 : kWaitSlice);
         if (IsWaitOver(line, state.m_bAbortReply || !pumped)) {
             state.m_bAbortReply = TRUE;
             return WAITERR_WAITABORTED;
@@ -53,18 +58,18 @@ LONG CZoTAPIInterface::WaitForReply(LONG lRequestID)
     }
 }
 
-LONG CZoTAPIInterface::WaitForCallState(DWORD dwCallState)
+/// \param line as AwaitReply's
+LONG CZoTAPIInterface::AwaitCallState(DWORD dwCallState, HLINE line)
 {
     TapiState& state = GetTapiState();
     state.m_bAbortCallState = FALSE;
     m_bCallStateChanged = FALSE;
-    const HLINE line = m_hLine != 0 ? m_hLine : m_hAnswerLine;
     const DWORD start = GetTickCount();
     LONG result = 0;
     while (dwCallState == 0 || m_dwCallState != dwCallState) {
         const DWORD elapsed = GetTickCount() - start;
         const DWORD left = elapsed <= kCallStateTimeout ? kCallStateTimeout + 1 - elapsed : 0;
-        const BOOL pumped = PumpMessage((std::min)(kWaitSlice, left));
+        const BOOL pumped = PumpMessage(IsWaitOver(line, FALSE) ? 0 : (std::min)(kWaitSlice, left));
         if (dwCallState == 0 && m_bCallStateChanged)
             break;
         if (IsWaitOver(line, state.m_bAbortCallState || !pumped)) {
@@ -157,7 +162,8 @@ BOOL CZoTAPIInterface::PlaceCall()
         return FailGrab(ZOTAPI_ERROR_NOMEM);
     m_hCall = 0;
     GetTapiState().m_earlyReply = {};
-    const LONG result = WaitForReply(tapi::lineMakeCall(m_hLine, &m_hCall, nullptr, 0, params.get()));
+    const HLINE line = m_hLine;
+    const LONG result = AwaitReply(tapi::lineMakeCall(line, &m_hCall, nullptr, 0, params.get()), line);
     if (result != 0 || m_hCall == 0)
         return FailGrab(ZOTAPI_ERROR_MAKECALL);
     return TRUE;
@@ -229,6 +235,7 @@ BOOL CZoTAPIInterface::HangupCall()
 
 void CZoTAPIInterface::DropCall()
 {
+    const HLINE line = LineInUse(); // boxes and waits below may bring the news that it is closed
     const LocalPointer<LINECALLSTATUS> status(ZolineGetCallStatus(nullptr, m_hCall));
     if (status == nullptr) {
         m_bHangingUp = FALSE;
@@ -237,14 +244,14 @@ void CZoTAPIInterface::DropCall()
         LONG result;
         do {
             GetTapiState().m_earlyReply = {};
-            result = WaitForReply(tapi::lineDrop(m_hCall, nullptr, 0));
+            result = AwaitReply(tapi::lineDrop(m_hCall, nullptr, 0), line);
         } while (result != WAITERR_WAITABORTED && result != WAITERR_WAITTIMEDOUT && result != 0 &&
-                 result != static_cast<LONG>(LINEERR_INVALCALLSTATE) && HandleLineErr(result));
+                 result != static_cast<LONG>(LINEERR_INVALCALLSTATE) && HandleLineErr(result) && m_hCall != 0);
         if (result == WAITERR_WAITTIMEDOUT)
             OutputDebugStringA("Call timed out in WaitForReply.\n");
         else if (result == WAITERR_WAITABORTED)
             OutputDebugStringA("lineDrop: WAITERR_WAITABORTED.\n");
-        result = WaitForCallState(LINECALLSTATE_IDLE);
+        result = AwaitCallState(LINECALLSTATE_IDLE, line);
         if (result == WAITERR_WAITTIMEDOUT)
             OutputDebugStringA("Call timed out waiting for IDLE state.\n");
         else if (result == WAITERR_WAITABORTED)

@@ -63,8 +63,8 @@ BOOL CZoTAPIInterface::HandleIniFileCorrupt()
         m_dwLastError = ZOTAPI_ERROR_INIFILECORRUPT_SILENT;
         return FALSE;
     }
-    // A box with Yes and No cannot answer Cancel: both buttons lead to the dialog and to another attempt. Users have come
-    // to rely on that. Only without a box to answer is it over.
+    // A box with Yes and No cannot answer Cancel: both buttons lead to the dialog and to another attempt. This is
+    // prescribed. Only without a box to answer is it over.
     const int answer = DisplayTAPIErrorBox(ZOTAPI_ERROR_INIFILECORRUPT, MB_YESNO | MB_ICONQUESTION);
     if (answer == IDCANCEL || answer == 0 || IsQuitting())
         return FALSE;
