@@ -93,7 +93,7 @@ class Dialing : public TapiTest {};
 TEST_F(Dialing, FollowsTheLocationsRules)
 {
     const std::vector<Example> examples = DocumentedExamples();
-    EXPECT_EQ(25u, examples.size());
+    EXPECT_EQ(35u, examples.size());
     for (const Example& example : examples) {
         _tagAddressInformation address = Address(example);
         EXPECT_EQ(1, Dial(&address, example.mode)) << example.name;
@@ -139,6 +139,11 @@ TEST_F(Dialing, LeavesItToTheServiceWhenTheLocationSaysSo)
         {{"", "1+242", "", "5550100", "", "", "", "", "12425550100"}, "+1 (242) 5550100", "0x2"},
         {{"", "34", "", "910000001", "", "", "", "", "01134910000001"}, "+34 910000001", "0x2"},
         {{"", "", "", "555 0100", "", "", "", "", "5550100"}, "5550100", "0x2"},
+        {{"", "(1)", "(206)", "(555) 0100", "", "", "", "", "12065550100"}, "+1 (206) 5550100", "0x2"},
+        {{"", "49", "30", "+1 (425) 555-0100", "", "", "", "", "5550100"}, "+1 (425) 555-0100", "0x2"},
+        {{"", "", "", "+12065550100", "", "", "", "", "5550100", ZO_DIAL_LOCAL}, "+1 (206) 5550100", "0x6"},
+        // long distance whatever the mode, for the area code is somewhere in the number
+        {{"", "", "", "+442079460018", "", "", "", "", "011442079460018", ZO_DIAL_LOCAL}, "+44 2079460018", "0xa"},
     };
     for (const auto& test : kCases) {
         for (const bool own : {true, false}) {
@@ -173,6 +178,18 @@ TEST_F(Dialing, RefusesWhatCannotBeDialed)
         Set(address.m_szNumber, mode == ZO_DIAL_AUTOMATIC ? " - " : "5");
         EXPECT_EQ(0, Dial(&address, mode)) << mode;
         EXPECT_STREQ("", address.m_szDialable);
+    }
+    const std::pair<Example, BOOL> kAstray[] = {
+        {{"", "1", "206", "5", "", "425", "011", "1", ""}, FALSE}, // at home, or abroad?
+        {{"", "", "", "+1 206 555 0100", "", "425", "011", "1", ""}, FALSE},
+        {{"", "", "206", "5", "", "", "", "", ""}, TRUE}, // in which country?
+        {{"", "1", "206", "+49", "1", "425", "011", "1", ""}, FALSE},
+        {{"", "1", "206", "+", "1", "425", "011", "1", ""}, FALSE},
+    };
+    for (const auto& [example, service] : kAstray) {
+        _tagAddressInformation address = Address(example);
+        address.m_bTAPIDialing = service;
+        EXPECT_EQ(0, Dial(&address, ZO_DIAL_AUTOMATIC)) << address.m_szDialable;
     }
     _tagAddressInformation address = Address(kExample);
     for (char* text : {address.m_szNumber, address.m_szDialSuffix})

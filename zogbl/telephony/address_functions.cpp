@@ -8,6 +8,8 @@
 
 #include <afx.h>
 
+#include <algorithm>
+
 namespace {
 
 constexpr DWORD kNoDevice = 0xFFFFFFFF;
@@ -58,9 +60,16 @@ CString Normalized(const CString& text)
     });
 }
 
+/// The digits of a code, which is what codes are compared by: parentheses and the like are a matter of writing.
+CString Digits(const CString& text)
+{
+    return Filtered(text, [](char character, const CString&) { return IsDigit(character); });
+}
+
 struct Codes {
-    CString country;
-    CString area;
+    CString country; // digits
+    CString area;    // as written; parentheses are nothing to a modem
+    CString areaDigits;
 };
 
 /// \param countryText "1+242" is the area 242 of country 1
@@ -74,43 +83,125 @@ Codes ReadCodes(LPCSTR countryText, LPCSTR areaText)
         area = country.Mid(plus + 1) + area;
         country = country.Left(plus);
     }
-    return {Normalized(Without(country, '+')), Normalized(Without(area, '+'))};
+    area = Normalized(Without(area, '+'));
+    return {Digits(country), area, Digits(area)};
 }
 
-/// By the location's rules.
-CString Compose(const _tagAddressInformation& address, const Codes& there, const CString& number, int mode)
+/// Whom to call.
+struct Target {
+    Codes codes;
+    CString number;
+    bool hasHiddenArea = false; // the number begins with an area code, and it is not known where that ends
+};
+
+/// How many digits the country code has that a full number begins with.
+int CountryCodeLength(const CString& digits)
+{
+    constexpr const char* kTwoDigits[] = {"20", "27", "30", "31", "32", "33", "34", "36", "39", "40", "41",
+                                          "43", "44", "45", "46", "47", "48", "49", "51", "52", "53", "54",
+                                          "55", "56", "57", "58", "60", "61", "62", "63", "64", "65", "66",
+                                          "81", "82", "84", "86", "90", "91", "92", "93", "94", "95", "98"};
+    const CString first = digits.Left(2);
+    if (first.Left(1) == "1" || first.Left(1) == "7")
+        return 1;
+    return std::any_of(std::begin(kTwoDigits), std::end(kTwoDigits), [&](const char* code) { return first == code; })
+               ? 2
+               : 3;
+}
+
+/// Takes digits off the beginning of a text, with whatever stands before and among them and what sets them apart.
+CString TakeDigits(CString& text, int count)
+{
+    CString digits;
+    int end = 0;
+    for (; end < text.GetLength() && digits.GetLength() < count; ++end) {
+        if (IsDigit(text[end]))
+            digits += text[end];
+    }
+    while (end < text.GetLength() && (text[end] == '-' || text[end] == ')'))
+        ++end;
+    text = text.Mid(end);
+    return digits;
+}
+
+/// A full number, "+1 (425) 555-0100", in the country and area that it names itself.
+Target ReadFullNumber(CString text)
+{
+    constexpr int kNorthAmericanArea = 3;   // digits
+    constexpr int kNorthAmericanNumber = 7; // at least
+    Target target;
+    target.codes.country = TakeDigits(text, CountryCodeLength(Digits(text)));
+    if (target.codes.country != "39") // in Italy the zero belongs to the number
+        text.Replace("(0)", "");      // elsewhere it is the prefix, which is not dialed from abroad
+    const int close = text.Find(')');
+    if (text.Left(1) == "(" && close > 0) {
+        target.codes.areaDigits = Digits(text.Left(close));
+        text = text.Mid(close + 1);
+    } else if (target.codes.country == "1" && Digits(text).GetLength() >= kNorthAmericanArea + kNorthAmericanNumber) {
+        target.codes.areaDigits = TakeDigits(text, kNorthAmericanArea);
+    } else {
+        target.hasHiddenArea = true;
+    }
+    target.codes.area = target.codes.areaDigits;
+    target.number = Normalized(Without(Without(text, '('), ')'));
+    if (Digits(target.number).IsEmpty())
+        target.number.Empty(); // codes alone reach nobody
+    return target;
+}
+
+Target ReadTarget(const _tagAddressInformation& address)
+{
+    const CString number = Normalized(address.m_szNumber);
+    if (number.Left(1) == "+" || number.Left(2) == "(+")
+        return ReadFullNumber(number);
+    return {ReadCodes(address.m_szCountryCode, address.m_szAreaCode), number};
+}
+
+/// By the location's rules. \return an empty text when they do not tell how.
+CString Compose(const _tagAddressInformation& address, Target there, int mode)
 {
     const Codes here = ReadCodes(address.m_szLocationCountryCode, address.m_szLocationAreaCode);
-    const bool abroad = !there.country.IsEmpty() && there.country != here.country;
-    const bool sameArea = there.area.IsEmpty() || there.area == here.area;
-    const bool local =
-        !abroad && (mode == ZO_DIAL_LOCAL || (sameArea && (mode != ZO_DIAL_LONG_DISTANCE || there.area.IsEmpty())));
+    if (!there.codes.country.IsEmpty() && here.country.IsEmpty())
+        return CString(); // home or abroad?
+    const bool abroad = !there.codes.country.IsEmpty() && there.codes.country != here.country;
+    if (there.hasHiddenArea && !abroad && !here.areaDigits.IsEmpty() &&
+        Digits(there.number).Left(here.areaDigits.GetLength()) == here.areaDigits) {
+        there.codes.area = there.codes.areaDigits = TakeDigits(there.number, here.areaDigits.GetLength());
+        there.number = Normalized(there.number);
+        there.hasHiddenArea = false;
+    }
+    const bool noArea = there.codes.areaDigits.IsEmpty();
+    const bool sameArea = noArea || there.codes.areaDigits == here.areaDigits;
+    const bool local = !abroad && !there.hasHiddenArea &&
+                       (mode == ZO_DIAL_LOCAL || (sameArea && (mode != ZO_DIAL_LONG_DISTANCE || noArea)));
 
     CString dialable = local ? address.m_szLocalPrefix : address.m_szLongDistanceAccess;
     dialable += address.m_szDisableCallWaiting;
     dialable += address.m_szBlockCallerID;
     if (abroad)
-        dialable += address.m_szInternationalAccess + there.country + there.area;
+        dialable += address.m_szInternationalAccess + there.codes.country + there.codes.area;
     else if (!local)
-        dialable += address.m_szLongDistancePrefix + there.area;
-    return dialable + number + address.m_szDialSuffix;
+        dialable += address.m_szLongDistancePrefix + there.codes.area;
+    return dialable + there.number + address.m_szDialSuffix;
 }
 
 /// By the telephony service's rules. \return an empty text on failure.
-CString Translate(const _tagAddressInformation& address, const Codes& there, const CString& number, int mode,
-                  CZoTAPIInterface& tapi)
+CString Translate(const _tagAddressInformation& address, const Target& there, int mode, CZoTAPIInterface& tapi)
 {
+    const CString& area = there.codes.areaDigits;
     const CString country =
-        there.country.IsEmpty() ? ReadCodes(address.m_szLocationCountryCode, "").country : there.country;
+        there.codes.country.IsEmpty() ? ReadCodes(address.m_szLocationCountryCode, "").country : there.codes.country;
     CString canonical;
     if (!country.IsEmpty())
-        canonical = "+" + country + (there.area.IsEmpty() ? CString(" ") : " (" + there.area + ") ");
-    canonical += number;
+        canonical = "+" + country + (area.IsEmpty() ? CString(" ") : " (" + area + ") ");
+    else if (!area.IsEmpty())
+        return CString(); // there is no form for a number with an area code alone
+    canonical += country.IsEmpty() ? there.number : Without(Without(there.number, '('), ')');
     DWORD options = 0;
-    if (mode == ZO_DIAL_LOCAL)
-        options = LINETRANSLATEOPTION_FORCELOCAL;
-    else if (mode == ZO_DIAL_LONG_DISTANCE)
+    if (mode == ZO_DIAL_LONG_DISTANCE || there.hasHiddenArea)
         options = LINETRANSLATEOPTION_FORCELD;
+    else if (mode == ZO_DIAL_LOCAL)
+        options = LINETRANSLATEOPTION_FORCELOCAL;
     const LocalPointer<LINETRANSLATEOUTPUT> output(tapi.TranslateCanonicalToDialable(
         nullptr, tapi.m_dwDeviceID != kNoDevice ? tapi.m_dwDeviceID : 0, options, canonical));
     if (output == nullptr)
@@ -120,10 +211,10 @@ CString Translate(const _tagAddressInformation& address, const Codes& there, con
     return Without(Without(CString(part.bytes, static_cast<int>(part.TextLength())), 'T'), 'P');
 }
 
-CString Translate(const _tagAddressInformation& address, const Codes& there, const CString& number, int mode)
+CString Translate(const _tagAddressInformation& address, const Target& there, int mode)
 {
     CZoTAPIInterface silent(nullptr, nullptr, LINEMEDIAMODE_DATAMODEM, TRUE);
-    return Translate(address, there, number, mode, silent);
+    return Translate(address, there, mode, silent);
 }
 
 } // namespace
@@ -157,17 +248,16 @@ int CZoGlobalAddressFunctions::MakeDialableAddress(_tagAddressInformation* addre
     if (mode != ZO_DIAL_AUTOMATIC && mode != ZO_DIAL_LOCAL && mode != ZO_DIAL_LONG_DISTANCE)
         return 0;
     try {
-        const Codes there = ReadCodes(address->m_szCountryCode, address->m_szAreaCode);
-        const CString number = Normalized(address->m_szNumber);
-        if (number.IsEmpty())
+        const Target there = ReadTarget(*address);
+        if (there.number.IsEmpty())
             return 0;
         CString dialable;
         if (!address->m_bTAPIDialing)
-            dialable = Compose(*address, there, number, mode);
+            dialable = Compose(*address, there, mode);
         else if (tapi != nullptr)
-            dialable = Translate(*address, there, number, mode, *tapi);
+            dialable = Translate(*address, there, mode, *tapi);
         else
-            dialable = Translate(*address, there, number, mode);
+            dialable = Translate(*address, there, mode);
         const auto size = static_cast<size_t>(dialable.GetLength()) + 1;
         if (dialable.IsEmpty() || size > sizeof address->m_szDialable)
             return 0;

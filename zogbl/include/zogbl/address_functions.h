@@ -24,11 +24,12 @@ struct _tagAddressInformation {
     // Whom to call
     char m_szCountryCode[ZO_ADDRESS_TEXT_SIZE]; ///< "49", "+49"; "1+242": area 242 of 1; empty: the location's country
     char m_szAreaCode[ZO_ADDRESS_TEXT_SIZE];    ///< as dialed from abroad; empty where numbers have none
-    char m_szNumber[ZO_ADDRESS_TEXT_SIZE];      ///< "555-0100"
+    char m_szNumber
+        [ZO_ADDRESS_TEXT_SIZE]; ///< "555-0100"; "+1 (425) 555-0100": a full number, the codes count for nothing
 
     // Where from: a dialing location
-    BOOL m_bTAPIDialing; ///< by the telephony service's rules; those below count for nothing
-    char m_szLocationCountryCode[ZO_ADDRESS_TEXT_SIZE]; ///< as m_szCountryCode
+    BOOL m_bTAPIDialing; ///< by the telephony service's rules; of what is below, the country code alone may be needed
+    char m_szLocationCountryCode[ZO_ADDRESS_TEXT_SIZE]; ///< as m_szCountryCode; empty: not known
     char m_szLocationAreaCode[ZO_ADDRESS_TEXT_SIZE];    ///< empty: area codes are never left out
     char m_szInternationalAccess[ZO_ADDRESS_TEXT_SIZE]; ///< before a country code: "011", "00"
     char m_szLongDistancePrefix[ZO_ADDRESS_TEXT_SIZE];  ///< before an area code: "1", "0"
@@ -48,16 +49,20 @@ public:
     static void SetLocation(_tagAddressInformation& address, const CZoLocationItem& location);
 
     /// Puts together what a modem dials to reach an address. Numbers may be written as people write them: blanks go,
-    /// hyphens stay behind digits only, a "+" in front of codes is not needed. docs/dialing.md has the rules and
-    /// examples.
+    /// hyphens stay behind digits only, a "+" in front of codes is not needed. Codes are compared by their digits. A
+    /// number with a "+" in front is a full one, in the country and area that it names itself. docs/dialing.md has the
+    /// rules and examples.
     ///
     /// By the location's own rules, in this order: access to an outside line (the local prefix, or the long-distance
-    /// access), the code that disables call waiting, the code that blocks the caller's identity; for another country the
-    /// international access, country code, area code; for another area the long-distance prefix, area code; the number;
-    /// the suffix. By the telephony service's rules: "+country (area) number" as the service translates it, for the
-    /// device that \p tapi is set to, or the first one; markers for tone and pulse ("T", "P") are taken out.
-    /// \param mode a ZO_DIAL_ value. \param tapi for the service's rules; null: one is made for this call, and is silent
-    /// \return 1: m_szDialable is what to dial. 0: nothing to dial, an unknown mode, a result that finds no room, no memory,
-    /// or the service could not translate; \p tapi tells why (CZoTAPIInterface::GetLastTAPIError).
+    /// access), the code that disables call waiting, the code that blocks the caller's identity; for another country
+    /// the international access, country code, area code; for another area the long-distance prefix, area code; the
+    /// number; the suffix. By the telephony service's rules: "+country (area) number" as the service translates it, for
+    /// the device that \p tapi is set to, or the first one; markers for tone and pulse ("T", "P") are taken out.
+    /// \param mode a ZO_DIAL_ value. \param tapi for the service's rules; null: one is made for this call, and is
+    /// silent
+    /// \return 1: m_szDialable is what to dial. 0: \p address is null; nothing to dial; an unknown mode; an address
+    /// with a country code by the rules of a location without one; an area code without any country code by the
+    /// service's rules; a result that finds no room; no memory; or the service could not translate, then \p tapi tells
+    /// why (CZoTAPIInterface::GetLastTAPIError).
     static int MakeDialableAddress(_tagAddressInformation* address, int mode, CZoTAPIInterface* tapi);
 };
