@@ -5,8 +5,7 @@ namespace telsim {
 void Invocation::Begin(const std::string& arguments)
 {
     m_rule = m_service.rules.Take(m_function);
-    m_entry = std::make_shared<std::string>(std::string(m_function) + "(" + arguments + ")");
-    m_service.journal.push_back(m_entry);
+    m_entry = m_service.AddCall(std::string(m_function) + "(" + arguments + ")");
     if (m_service.observer != nullptr)
         m_service.observer(m_function, m_service.observerContext);
 }

@@ -178,7 +178,7 @@ LONG WINAPI lineGetDevCaps(HLINEAPP app, DWORD device, DWORD version, DWORD exte
         const telsim::App& opened = call.RequireApp(app);
         const LineConfiguration& line = call.RequireDevice(device);
         call.RequireVersion(opened, device, version, extensionVersion);
-        Record record(caps, telsim::kDevCapsSize);
+        Record record(caps, telsim::DevCapsSize(version));
         auto& fixed = record.Fixed<LINEDEVCAPS>();
         fixed.dwPermanentLineID = device + 1;
         fixed.dwStringFormat = line.stringFormat;
@@ -212,7 +212,7 @@ LONG WINAPI lineGetAddressCaps(HLINEAPP app, DWORD device, DWORD address, DWORD 
         const LineConfiguration& line = call.RequireDevice(device);
         call.Require(address == 0, LINEERR_INVALADDRESSID, Format("there is no address %lu", address));
         call.RequireVersion(opened, device, version, extensionVersion);
-        Record record(caps, telsim::kAddressCapsSize);
+        Record record(caps, telsim::AddressCapsSize(version));
         auto& fixed = record.Fixed<LINEADDRESSCAPS>();
         fixed.dwLineDeviceID = device;
         fixed.dwAddressSharing = LINEADDRESSSHARING_PRIVATE;
@@ -416,9 +416,7 @@ LONG WINAPI lineMakeCall(HLINE line, LPHCALL place, LPCSTR number, DWORD country
         if (number != nullptr) {
             call.RequireText(number, "the number");
             wanted->calledNumber = number;
-            call.Require(wanted->calledNumber.find_first_not_of("0123456789ABCDPTWabcdptw*#!,@$ ()-.") ==
-                             std::string::npos,
-                         LINEERR_INVALADDRESS, "the number cannot be dialed");
+            call.Require(telsim::IsDialable(wanted->calledNumber), LINEERR_INVALADDRESS, "the number cannot be dialed");
         }
         if (params != nullptr)
             ReadCallParams(call, device, params, *wanted);

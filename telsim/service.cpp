@@ -37,6 +37,14 @@ DWORD ModeOf(DWORD state, DWORD disconnectMode)
     return state == LINECALLSTATE_DISCONNECTED ? disconnectMode : 0;
 }
 
+/// The oldest entry goes when there are too many: a program may telephone for days.
+template <class LIST, class ENTRY> void AddBounded(LIST& list, const ENTRY& entry)
+{
+    list.push_back(entry);
+    if (list.size() > TELSIM_MOST_ENTRIES)
+        list.pop_front();
+}
+
 bool IsOver(const Call& call) { return call.state == LINECALLSTATE_IDLE || call.state == LINECALLSTATE_DISCONNECTED; }
 
 } // namespace
@@ -66,13 +74,22 @@ void Service::Reset()
     observer = nullptr;
     journal.clear();
     misuses.clear();
-    configuration = LoadConfiguration(misuses);
+    std::vector<std::string> complaints;
+    configuration = LoadConfiguration(complaints);
+    misuses.assign(complaints.begin(), complaints.end());
 }
 
 void Service::AddMisuse(const std::string& text)
 {
     OutputDebugStringA(("telsim: " + text + "\n").c_str());
-    misuses.push_back(text);
+    AddBounded(misuses, text);
+}
+
+std::shared_ptr<std::string> Service::AddCall(const std::string& text)
+{
+    const auto entry = std::make_shared<std::string>(text);
+    AddBounded(journal, entry);
+    return entry;
 }
 
 // Applications and lines
@@ -200,7 +217,7 @@ void Service::AddMonitors(HLINE owner, const std::shared_ptr<Call>& call)
 {
     for (const HLINE handle : lines.Handles()) {
         const Line& line = *lines.Find(handle);
-        if (handle == owner || line.device != call->device || line.privileges == LINECALLPRIVILEGE_NONE)
+        if (handle == owner || line.device != call->device || (line.privileges & LINECALLPRIVILEGE_MONITOR) == 0)
             continue;
         const HCALL monitor = calls.Add(CallHandle{handle, LINECALLPRIVILEGE_MONITOR, call});
         PostToCall(monitor, LINE_CALLSTATE, call->state, call->mode, LINECALLPRIVILEGE_MONITOR);

@@ -10,6 +10,7 @@
 
 #include <telsim/control.h>
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -77,12 +78,15 @@ public:
     RuleBook rules;
     TelsimObserver observer = nullptr;
     void* observerContext = nullptr;
-    std::vector<std::shared_ptr<std::string>> journal; // calls of line functions
-    std::vector<std::string> misuses;
+    // Either has at most the last TELSIM_MOST_ENTRIES.
+    std::deque<std::shared_ptr<std::string>> journal; // calls of line functions
+    std::deque<std::string> misuses;
 
     /// As it was at first, but for the running numbers: what was given before stays invalid.
     void Reset();
     void AddMisuse(const std::string& text);
+    /// \return the entry in the list of calls, to which its result is added.
+    std::shared_ptr<std::string> AddCall(const std::string& text);
 
     // Applications and lines
 

@@ -21,9 +21,16 @@ namespace telsim {
 constexpr DWORD kLowestVersion = 0x00010000;
 constexpr DWORD kHighestVersion = TAPI_CURRENT_VERSION;
 
-// Fixed parts of version 1.4's records. The header's structures go on with the fields of later versions.
-constexpr DWORD kDevCapsSize = offsetof(LINEDEVCAPS, dwLineFeatures) + sizeof(DWORD);
-constexpr DWORD kAddressCapsSize = offsetof(LINEADDRESSCAPS, dwAddressFeatures) + sizeof(DWORD);
+// Fixed parts of the records. The header's structures go on with the fields of later versions.
+/// Version 1.4 has added one field to either.
+constexpr DWORD DevCapsSize(DWORD version)
+{
+    return offsetof(LINEDEVCAPS, dwLineFeatures) + (version >= 0x00010004 ? sizeof(DWORD) : 0);
+}
+constexpr DWORD AddressCapsSize(DWORD version)
+{
+    return offsetof(LINEADDRESSCAPS, dwAddressFeatures) + (version >= 0x00010004 ? sizeof(DWORD) : 0);
+}
 constexpr DWORD kAddressStatusSize = sizeof(LINEADDRESSSTATUS);
 constexpr DWORD kCallParamsSize = offsetof(LINECALLPARAMS, dwDevSpecificOffset) + sizeof(DWORD);
 constexpr DWORD kCallStatusSize = offsetof(LINECALLSTATUS, dwDevSpecificOffset) + sizeof(DWORD);
@@ -31,7 +38,9 @@ constexpr DWORD kCallInfoSize = offsetof(LINECALLINFO, dwDevSpecificOffset) + si
 constexpr DWORD kTranslateOutputSize = sizeof(LINETRANSLATEOUTPUT);
 constexpr DWORD kVarStringSize = sizeof(VARSTRING);
 
-static_assert(kDevCapsSize == 240 && kAddressCapsSize == 180 && kAddressStatusSize == 64 && kCallParamsSize == 112 &&
-              kCallStatusSize == 36 && kCallInfoSize == 296 && kTranslateOutputSize == 40 && kVarStringSize == 24);
+static_assert(DevCapsSize(0x00010003) == 236 && DevCapsSize(kHighestVersion) == 240 &&
+              AddressCapsSize(0x00010003) == 176 && AddressCapsSize(kHighestVersion) == 180 &&
+              kAddressStatusSize == 64 && kCallParamsSize == 112 && kCallStatusSize == 36 && kCallInfoSize == 296 &&
+              kTranslateOutputSize == 40 && kVarStringSize == 24);
 
 } // namespace telsim

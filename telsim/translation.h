@@ -16,8 +16,11 @@ struct Translation {
     DWORD results = 0; ///< LINETRANSLATERESULT_
 };
 
+/// Whether a number has nothing in it but what a modem dials, and what sets that apart: blanks, parentheses, hyphens, dots.
+bool IsDialable(const std::string& number);
+
 /// \param address canonical, "+1 (425) 555-0123", or as it is to be dialed. \param options LINETRANSLATEOPTION_
-/// \return nothing when there is no number in it.
+/// \return nothing when it is neither: what begins with a "+" must be canonical to the blank.
 std::optional<Translation> Translate(const Location& location, const std::string& address, DWORD options);
 
 } // namespace telsim

@@ -166,6 +166,7 @@ TEST_F(Calls, AreWatchedByOthersWhoMayNotTouchThem)
     ASSERT_EQ(0, p.Open(kNoPort, LINECALLPRIVILEGE_MONITOR));
     const HLINE watching = p.line;
     EXPECT_EQ(0, p.lineSetStatusMessages(watching, LINEDEVSTATE_OPEN | LINEDEVSTATE_CLOSE, 0));
+    ASSERT_EQ(0, p.Open(kNoPort, LINECALLPRIVILEGE_OWNER)); // of calls that come in: it watches none
     ASSERT_EQ(0, p.Open(kNoPort));
     ASSERT_EQ(0, p.Reply(p.MakeCall()));
     p.PumpAll();
@@ -231,7 +232,7 @@ TEST_F(Calls, CostNothingWhileNothingHappens)
 {
     ASSERT_EQ(0, p.Initialize());
     ASSERT_EQ(0, p.Open(kNoPort));
-    ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_LATE_REPLY, 1500));
+    ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_LATE_REPLY, 500));
     const auto used = [] {
         FILETIME created, ended, kernel, user;
         EXPECT_TRUE(GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user));
@@ -240,7 +241,7 @@ TEST_F(Calls, CostNothingWhileNothingHappens)
     const DWORD before = used();
     const DWORD start = GetTickCount();
     EXPECT_EQ(0, p.Reply(p.MakeCall()));
-    EXPECT_GE(GetTickCount() - start, 1450u);
+    EXPECT_GE(GetTickCount() - start, 450u);
     EXPECT_LE(used() - before, 50u);
 }
 
@@ -329,6 +330,12 @@ TEST_F(Calls, TranslateNumbersFromWhereTheyAreDialed)
         {"nobody", 0, nullptr, 0},
         {"+", 0, nullptr, 0},
         {"+12345 (1) 2", 0, nullptr, 0},
+        {"+49 ((30)) 1234", 0, nullptr, 0},
+        {"+49(30) 1234", 0, nullptr, 0},
+        {"+49 (30)1234", 0, nullptr, 0},
+        {"+49301234", 0, nullptr, 0},
+        {"+49 30/1234", 0, nullptr, 0},
+        {"ask for 5550123", 0, nullptr, 0},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.address);

@@ -131,8 +131,8 @@ TEST_F(Control, SpoilsRecords)
         DWORD needed, usedSize, nameSize, nameOffset;
     } cases[] = {
         {TELSIM_NEED_MORE, 100, used + 100, used, good->dwLineNameSize, good->dwLineNameOffset},
-        {TELSIM_NEED_MORE, 2000, used + 2000, telsim::kDevCapsSize, 0, 0},
-        {TELSIM_NEED_ENDLESS, 1, kSize + 1, telsim::kDevCapsSize, 0, 0},
+        {TELSIM_NEED_MORE, 2000, used + 2000, telsim::DevCapsSize(kVersion), 0, 0},
+        {TELSIM_NEED_ENDLESS, 1, kSize + 1, telsim::DevCapsSize(kVersion), 0, 0},
         {TELSIM_USED_SIZE, 40, used, 40, 0xDDDDDDDD, good->dwLineNameOffset},
         {TELSIM_NEEDED_SIZE, 7, 7, used, good->dwLineNameSize, good->dwLineNameOffset},
         {TELSIM_BAD_OFFSETS, 0xFFFFFFF0, used, used, good->dwLineNameSize, 0xFFFFFFF0},
@@ -227,6 +227,17 @@ TEST_F(Control, ListsCallsWithTheirArguments)
     EXPECT_STREQ("abc", buffer) << "all or nothing";
 }
 
+TEST_F(Control, KeepsTheLastEntriesOfItsLists)
+{
+    p.telsim.ClearTexts();
+    for (HCALL call = 0; call <= TELSIM_MOST_ENTRIES; ++call)
+        p.lineDrop(call, nullptr, 0);
+    for (const std::string& list : {p.telsim.Calls(), p.telsim.Misuses()}) {
+        EXPECT_EQ(TELSIM_MOST_ENTRIES, std::count(list.begin(), list.end(), '\n'));
+        EXPECT_NE(std::string::npos, list.substr(0, list.find('\n')).find("0x1")) << "the first has gone";
+    }
+}
+
 TEST_F(Control, SetsLinesByTheKeysOfTheFile)
 {
     const struct {
@@ -247,8 +258,16 @@ TEST_F(Control, SetsLinesByTheKeysOfTheFile)
     Buffer<LINEDEVCAPS> caps(1264);
     ASSERT_EQ(0, p.lineGetDevCaps(p.app, 0, 0x00010003, 0, caps.Get()));
     EXPECT_EQ(0x40u, caps->dwBearerModes);
-    EXPECT_EQ(0u, caps->dwLineFeatures);
+    EXPECT_EQ(236u, caps->dwProviderInfoOffset) << "behind a fixed part as version 1.3 has it";
+    Buffer<LINEADDRESSCAPS> address(1204);
+    ASSERT_EQ(0, p.lineGetAddressCaps(p.app, 0, 0, 0x00010003, 0, address.Get()));
+    EXPECT_EQ(176u, address->dwAddressOffset);
     EXPECT_EQ(static_cast<DWORD>(STRINGFORMAT_UNICODE), caps->dwStringFormat);
+    EXPECT_TRUE(p.telsim.ConfigureLine(0, "versions", "1.4-1.4"));
+    EXPECT_EQ(LINEERR_ALLOCATED, static_cast<DWORD>(p.Open(0)));
+    ASSERT_EQ(0, p.lineGetDevCaps(p.app, 0, kVersion, 0, caps.Get()));
+    EXPECT_EQ(0u, caps->dwLineFeatures);
+    EXPECT_EQ(240u, caps->dwProviderInfoOffset);
 }
 
 TEST(Ini, DescribesLinesAndCallsThatComeIn)

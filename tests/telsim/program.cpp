@@ -99,8 +99,8 @@ std::vector<Program::GoodCall> Program::GoodCalls(DWORD device)
     return {
         GOOD_CALL(lineInitialize, 0, &number, nullptr, &Callback, "", &number),
         GOOD_CALL(lineNegotiateAPIVersion, 0, app, device, 0x00010000, 0x10000000, &number, &extension),
-        GOOD_CALL(lineGetDevCaps, telsim::kDevCapsSize, app, device, kVersion, 0, record),
-        GOOD_CALL(lineGetAddressCaps, telsim::kAddressCapsSize, app, device, 0, kVersion, 0, record),
+        GOOD_CALL(lineGetDevCaps, telsim::DevCapsSize(kVersion), app, device, kVersion, 0, record),
+        GOOD_CALL(lineGetAddressCaps, telsim::AddressCapsSize(kVersion), app, device, 0, kVersion, 0, record),
         GOOD_CALL(lineGetDevConfig, telsim::kVarStringSize, device, record, "comm"),
         GOOD_CALL(lineConfigDialogEdit, telsim::kVarStringSize, device, nullptr, "comm", settings, 20, record),
         GOOD_CALL(lineOpen, 0, app, device, &number, kVersion, 0, 0, LINECALLPRIVILEGE_NONE, 0, nullptr),

@@ -34,6 +34,9 @@ enum TelsimAction {
     TELSIM_LAST_ACTION = TELSIM_BAD_SIZES
 };
 
+/// Each list keeps at most so many entries; the oldest go.
+#define TELSIM_MOST_ENTRIES 10000
+
 /// What TelsimGetText answers with, a line for each entry.
 enum TelsimText {
     TELSIM_CALLS = 1, ///< calls of line functions, in order: "lineDrop(call=0x300001, info=null, size=0) = 3"
