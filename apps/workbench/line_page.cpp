@@ -3,6 +3,8 @@
 #include <zogbl/resource_ids.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -34,6 +36,19 @@ CString StateName(DWORD_PTR state)
     return number;
 }
 
+/// The name in a device's capabilities, which have it behind their fixed part.
+CString NameOf(const LINEDEVCAPS& caps)
+{
+    constexpr DWORD kCapsSize = offsetof(LINEDEVCAPS, dwLineFeatures);
+    const DWORD size = caps.dwLineNameSize;
+    const DWORD offset = caps.dwLineNameOffset;
+    const bool isText = caps.dwStringFormat == STRINGFORMAT_ASCII && size != 0 && offset >= kCapsSize &&
+                        offset <= caps.dwUsedSize && size <= caps.dwUsedSize - offset;
+    const char* text = isText ? reinterpret_cast<const char*>(&caps) + offset : "";
+    const CString name(text, isText ? static_cast<int>(strnlen(text, size)) : 0);
+    return name.IsEmpty() ? CString("Line Unnamed") : name;
+}
+
 } // namespace
 
 // The line -------------------------------------------------------------------------------------------------------------
@@ -45,13 +60,17 @@ WorkbenchLine::WorkbenchLine(LinePage& page)
 
 void WorkbenchLine::ListDevices(CStringArray& names, CDWordArray& ids)
 {
-    DWORD error = 0;
-    EnumerateTAPIDeviceLines(&names, error, nullptr);
-    for (DWORD id = 0; id < m_dwNumDevs && ids.GetSize() < names.GetSize(); ++id) {
+    if (m_hLineApp == 0 && !InitializeTAPI(nullptr))
+        return;
+    // EnumerateTAPIDeviceLines has the names alone, and to ask for the identifiers afterwards would show a device's
+    // boxes once more.
+    for (DWORD id = 0; id < m_dwNumDevs; ++id) {
         const DWORD version = ZolineNegotiateAPIVersion(id);
         LINEDEVCAPS* caps = version != 0 ? ZolineGetDevCaps(nullptr, id, version) : nullptr;
-        if (caps != nullptr)
-            ids.Add(id); // devices that cannot be used have no name either
+        if (caps == nullptr)
+            continue;
+        names.Add(NameOf(*caps));
+        ids.Add(id);
         ::LocalFree(caps);
     }
 }
@@ -196,6 +215,7 @@ void LinePage::EnableControls()
     m_devices.EnableWindow(!hasPort && !m_isBusy);
     m_takePort.EnableWindow(hasDevice && !hasPort && !m_isBusy);
     m_answer.EnableWindow(hasDevice && !m_isBusy);
+    m_answer.SetCheck(m_line.m_hAnswerLine != 0 ? BST_CHECKED : BST_UNCHECKED);
     m_hangUp.EnableWindow(hasPort);
     m_send.EnableWindow(hasPort);
     m_command.EnableWindow(hasPort);
@@ -250,6 +270,7 @@ BOOL LinePage::TakePort()
     EnableControls();
     const BOOL taken = m_line.GrabThePort() && PreparePort();
     m_isBusy = false;
+    EndFailedCall();
     EnableControls();
     return taken;
 }
@@ -257,13 +278,26 @@ BOOL LinePage::TakePort()
 void LinePage::HangUp()
 {
     m_line.HangupCall();
+    EndFailedCall();
     EnableControls();
+}
+
+/// A line that was refused, or that the service has closed, leaves its call in progress, and no port could be taken
+/// until the interface has left the service. Calls that come in are watched for as before.
+void LinePage::EndFailedCall()
+{
+    if (m_isBusy || m_line.m_bHangingUp || !m_line.m_bCallInProgress || m_line.m_hLine != 0)
+        return;
+    const bool answering = m_line.m_hAnswerLine != 0;
+    m_line.ShutdownTAPI();
+    if (answering)
+        Answer(TRUE);
 }
 
 BOOL LinePage::Answer(BOOL enable)
 {
     const BOOL done = m_line.EnableCallAnswer(enable);
-    m_answer.SetCheck(m_line.m_hAnswerLine != 0 ? BST_CHECKED : BST_UNCHECKED);
+    EnableControls();
     return done;
 }
 
@@ -342,6 +376,7 @@ int LinePage::Receive()
 
 void LinePage::OnTimer(UINT_PTR)
 {
+    EndFailedCall();
     Receive();
     TakeDebugTexts();
     if (IsWindowVisible())

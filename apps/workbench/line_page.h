@@ -66,6 +66,7 @@ protected:
 
 private:
     BOOL PreparePort();
+    void EndFailedCall();
     BOOL Transfer(bool write, char* bytes, DWORD size, DWORD& transferred);
     void ShowState();
     void EnableControls();

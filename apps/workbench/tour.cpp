@@ -52,13 +52,13 @@ public:
         return Register() && Library() && LoadLanguage(kEnglish) && Countries() && Lookups() && NoviceMode() &&
                ProfileFile() && AddLocation() && AddMailBox() && OpenWindow() && OpenTrace() && WriteTrace() &&
                TranslateText() && StartTool() && PictureTools("en") && SecondProcess() && TakeLine() && TalkToModem() &&
-               Pictures("en") && Echo() && HangUpLine() && PictureTables("en") && RemoteHangUp() && WatchForCalls() &&
-               ChooseDocument("en") && OpenDocuments() && SaveDocument() && PickFolder() && PictureDocuments("en") &&
-               OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") &&
-               ChooseDocument("de") && PictureTables("de") && PictureTools("de") && PictureDocuments("de") &&
-               SwitchLanguage(kFrench, "fr") && Pictures("fr") && PictureTables("fr") && PictureTools("fr") &&
-               SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() && CloseWindow() &&
-               RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
+               Pictures("en") && Echo() && HangUpLine() && PictureTables("en") && RemoteHangUp() && RefusedLine() &&
+               WatchForCalls() && ChooseDocument("en") && OpenDocuments() && SaveDocument() && PickFolder() &&
+               PictureDocuments("en") && OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") && Countries() &&
+               Pictures("de") && ChooseDocument("de") && PictureTables("de") && PictureTools("de") &&
+               PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") && PictureTables("fr") &&
+               PictureTools("fr") && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() &&
+               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -311,11 +311,42 @@ private:
     {
         Lines().GetLine().m_bSilent = TRUE; // nobody is there to answer a box
         Lines().Refresh();
+        const DWORD devices = Lines().GetLine().m_dwNumDevs;
+        const auto getText = Simulated<DWORD WINAPI(DWORD, char*, DWORD)>("TelsimGetText");
+        CString calls;
+        if (getText != nullptr) {
+            constexpr DWORD kCalls = 1; // the list of calls
+            const DWORD size = getText(kCalls, nullptr, 0);
+            getText(kCalls, calls.GetBuffer(static_cast<int>(size)), size);
+            calls.ReleaseBuffer();
+        }
+        const auto asked = static_cast<DWORD>(calls.Replace("lineGetDevCaps(", ""));
         const BOOL taken = Lines().TakePort();
         CString result;
-        result.Format("%lu devices, port %s, error %lu", Lines().GetLine().m_dwNumDevs, taken ? "taken" : "not taken",
+        result.Format("%lu devices, asked %lu times, port %s, error %lu", devices, asked, taken ? "taken" : "not taken",
                       Lines().GetLine().GetLastTAPIError());
-        return m_report.Step("line", taken, result);
+        return m_report.Step("line", taken && (getText == nullptr || asked == devices), result);
+    }
+
+    /// A line that is refused, and one that the service closes, leave the next attempt alone.
+    bool RefusedLine()
+    {
+        const auto configure = Simulated<BOOL WINAPI(DWORD, LPCSTR, LPCSTR)>("TelsimConfigureLine");
+        const auto close = Simulated<BOOL WINAPI(DWORD)>("TelsimCloseLine");
+        if (configure == nullptr || close == nullptr)
+            return m_report.Step("refused", true, "not the simulated service: nobody refuses a line");
+        const CZoTAPIInterface& line = Lines().GetLine();
+        configure(line.m_dwDeviceID, "allocated", "1");
+        const BOOL refused = !Lines().TakePort() && Lines().GetLine().GetLastTAPIError() == ZOTAPI_ERROR_ALLOCATED;
+        configure(line.m_dwDeviceID, "allocated", "0");
+        const bool closed = Lines().TakePort() && close(line.m_hLine) &&
+                            WaitUntil([&] { return line.m_hComm == INVALID_HANDLE_VALUE; });
+        const BOOL taken = Lines().TakePort();
+        Lines().HangUp();
+        CString result;
+        result.Format("%s, %s, then %s", refused ? "refused" : "not refused", closed ? "closed" : "not closed",
+                      taken ? "taken" : "not taken");
+        return m_report.Step("refused", refused && closed && taken, result);
     }
 
     /// Sends a command to the modem and waits for its answer.
