@@ -147,6 +147,48 @@ TEST_F(PropertySheetTest, IsGivenUpByEveryWay)
     }
 }
 
+TEST_F(PropertySheetTest, TakesTheFocusAlong)
+{
+    CWnd owner;
+    ASSERT_TRUE(owner.CreateEx(0, "Static", "owner", WS_POPUP | WS_VISIBLE, 120, 90, 600, 500, nullptr, nullptr));
+    Sheet sheet(&owner);
+    const DialogDriver driver{[&](HWND window) {
+        CRect area;
+        GetWindowRect(window, &area);
+        EXPECT_NEAR(2 * 120 + 600, area.left + area.right, 2) << "in the middle of its owner";
+        EXPECT_NEAR(2 * 90 + 500, area.top + area.bottom, 2);
+        const struct {
+            std::function<void()> change;
+            int page;
+        } rows[] = {
+            {[&] { Key(window, VK_TAB, kControl); }, 1},       {[&] { Key(window, VK_TAB, kControl | kShift); }, 0},
+            {[&] { Key(window, VK_NEXT, kControl); }, 1},      {[&] { Key(window, VK_PRIOR, kControl); }, 0},
+            {[&] { EXPECT_TRUE(sheet.SetActivePage(1)); }, 1}, {[&] { EXPECT_TRUE(sheet.SetActivePage(0)); }, 0},
+        };
+        for (const auto& row : rows) {
+            const HWND before = sheet.PageWindow();
+            SetFocus(GetDlgItem(before, row.page == 1 ? kNote : kName));
+            row.change();
+            EXPECT_EQ(row.page, sheet.GetActiveIndex());
+            EXPECT_EQ(GetDlgItem(sheet.PageWindow(), kName), GetFocus()) << TextOf(GetFocus()) << " " << (&row - rows);
+            SendMessageA(GetFocus(), WM_CHAR, 'x', 1); // lets Apply
+        }
+        const HWND tab = reinterpret_cast<HWND>(SendMessageA(window, PSM_GETTABCONTROL, 0, 0));
+        SetFocus(tab);
+        Key(window, VK_TAB, kControl);
+        EXPECT_EQ(tab, GetFocus()) << "what can be seen keeps it";
+        SetFocus(GetDlgItem(window, kApply));
+        Press(window, kApply);
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, kApply)));
+        EXPECT_EQ(GetDlgItem(window, IDOK), GetFocus());
+        SetFocus(GetDlgItem(window, IDCANCEL));
+        sheet.first.CancelToClose();
+        EXPECT_EQ(GetDlgItem(window, IDOK), GetFocus());
+        Key(window, VK_RETURN);
+    }};
+    EXPECT_EQ(IDOK, sheet.DoModal());
+}
+
 TEST_F(PropertySheetTest, FollowsTheLanguage)
 {
     Sheet sheet;

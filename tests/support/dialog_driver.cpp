@@ -81,7 +81,7 @@ private:
 
 DialogDriver* DialogDriver::s_driver = nullptr;
 
-DialogDriver::DialogDriver(std::initializer_list<Act> acts) : m_acts(acts)
+DialogDriver::DialogDriver(std::vector<Act> acts) : m_acts(std::move(acts))
 {
     EXPECT_EQ(nullptr, s_driver) << "two drivers at once";
     s_driver = this;

@@ -21,7 +21,8 @@ class DialogDriver {
 public:
     using Act = std::function<void(HWND window)>;
 
-    DialogDriver(std::initializer_list<Act> acts);
+    explicit DialogDriver(std::vector<Act> acts);
+    DialogDriver(std::initializer_list<Act> acts) : DialogDriver(std::vector<Act>(acts)) {}
     ~DialogDriver();
     DialogDriver(const DialogDriver&) = delete;
     DialogDriver& operator=(const DialogDriver&) = delete;

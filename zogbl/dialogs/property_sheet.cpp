@@ -10,6 +10,18 @@ namespace {
 
 constexpr int kApply = 0x3021; // the system's number of the button
 
+/// Counts what goes on within one another, also where an exception ends it.
+class Nesting {
+public:
+    explicit Nesting(int& depth) : m_depth(++depth) {}
+    ~Nesting() { --m_depth; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+private:
+    int& m_depth;
+};
+
 } // namespace
 
 // The page -------------------------------------------------------------------------------------------------------------
@@ -63,6 +75,7 @@ INT_PTR CZoPropertySheet::DoModal()
 BOOL CZoPropertySheet::OnInitDialog()
 {
     ReloadButtons();
+    CenterWindow();
     return CPropertySheet::OnInitDialog();
 }
 
@@ -104,10 +117,35 @@ void CZoPropertySheet::ReloadButtons()
 
 LRESULT CZoPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    const HWND focus = ::GetFocus();
+    const Nesting nesting(m_nMessages);
     const LRESULT result = CPropertySheet::WindowProc(message, wParam, lParam);
     if (message == PSM_CANCELTOCLOSE) { // has put the system's word on the button
         m_bCloseOnly = true;
         ReloadButtons();
     }
+    // Between two pages, in the midst of the change, there is none that could have the focus.
+    if (m_nMessages == 1 && m_hWnd != nullptr && focus != nullptr && ::IsChild(m_hWnd, focus))
+        PassFocusOn(focus);
     return result;
+}
+
+/// Keys must not go to a control that is hidden with its page, nor to one that is disabled, as Apply is after its work.
+/// \param before what had the focus
+void CZoPropertySheet::PassFocusOn(HWND before)
+{
+    const HWND focus = ::GetFocus(); // the system may have moved it, to another control of the hidden page
+    const bool isOurs = focus == nullptr || focus == m_hWnd || ::IsChild(m_hWnd, focus);
+    const bool takesKeys = focus != nullptr && focus != m_hWnd && ::IsWindowVisible(focus) && ::IsWindowEnabled(focus);
+    if (!IsWindowVisible() || !isOurs || takesKeys)
+        return;
+    const HWND page = reinterpret_cast<HWND>(SendMessage(PSM_GETCURRENTPAGEHWND));
+    HWND next = nullptr;
+    if (::GetParent(before) == m_hWnd)
+        next = ::GetDlgItem(m_hWnd, IDOK);
+    else if (page != nullptr)
+        next = ::GetNextDlgTabItem(page, nullptr, FALSE);
+    if (next == nullptr)
+        next = TabControl();
+    SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
 }

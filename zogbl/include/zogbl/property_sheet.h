@@ -35,7 +35,8 @@ private:
 };
 
 /// A modal property sheet with OK, Cancel and Apply in the user's language, which follow a change of it while the sheet
-/// is open. Derived classes own their pages, as members, and add them in their constructor.
+/// is open. It opens in the middle of its owner. The focus goes with the page, and from Apply to OK once all is applied.
+/// Derived classes own their pages, as members, and add them in their constructor.
 class ZOGBL_API CZoPropertySheet : public CPropertySheet {
 public:
     /// \param titleId the string that is the title; a title given as text does not follow the language
@@ -64,7 +65,9 @@ protected:
 
 private:
     void ReloadButtons();
+    void PassFocusOn(HWND before);
 
     UINT m_nTitleId = 0;
     bool m_bCloseOnly = false; // OK says Close
+    int m_nMessages = 0;       // being handled, one within the other
 };
