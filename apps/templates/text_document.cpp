@@ -65,7 +65,7 @@ BOOL TextDocument::OnSaveDocument(LPCSTR path)
 
 BOOL TextDocument::CopyTo(LPCSTR path)
 {
-    if (GetPathName().CompareNoCase(path) != 0 && !::CopyFile(GetPathName(), path, FALSE))
+    if (!ZoIsSameFile(GetPathName(), path) && !::CopyFile(GetPathName(), path, FALSE))
         return ReportNotSaved(path);
     return CDocument::OnSaveDocument(path);
 }

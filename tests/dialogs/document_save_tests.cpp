@@ -10,6 +10,7 @@
 #include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
 
+#include <functional>
 #include <memory>
 
 using namespace zo_test;
@@ -40,11 +41,14 @@ public:
     ~Document() override { ++s_deleted; }
     BOOL OnSaveDocument(LPCSTR path) override
     {
+        if (m_instead)
+            return m_instead(path);
         CFile file(path, CFile::modeCreate | CFile::modeWrite); // throws
         file.Write("saved", 5);
         return CDocument::OnSaveDocument(path);
     }
     static inline int s_deleted = 0;
+    std::function<BOOL(LPCSTR path)> m_instead; // of saving
 };
 
 int WINAPI PressOk(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
@@ -159,6 +163,66 @@ TEST_F(DocumentSave, MakesUpNamesFromTitles)
     }
 }
 
+TEST_F(DocumentSave, DeletesOnlyWhatItsFailedSaveMadeOrEmptied)
+{
+    const auto make = [](LPCSTR path, LPCSTR text) {
+        CFile file(path, CFile::modeCreate | CFile::modeWrite);
+        file.Write(text, static_cast<UINT>(strlen(text)));
+    };
+    const auto refuse = [](LPCSTR) { return FALSE; };
+    const auto fail = [](LPCSTR) -> BOOL { AfxThrowFileException(CFileException::diskFull, ERROR_DISK_FULL); };
+    const struct {
+        std::function<BOOL(LPCSTR)> save;
+        bool tells;
+        LPCSTR pathName, before, after;
+    } rows[] = {
+        {refuse, false, nullptr, "old", "old"},
+        {fail, true, nullptr, "old", "old"},
+        {fail, true, nullptr, "", ""},
+        {[](LPCSTR) -> BOOL { AfxThrowUserException(); }, false, nullptr, "old", "old"},
+        {[&](LPCSTR path) { return make(path, "half"), FALSE; }, false, nullptr, nullptr, "(none)"},
+        {[&](LPCSTR path) { return make(path, "half"), FALSE; }, false, "", nullptr, "half"},
+        {[&](LPCSTR path) { return make(path, ""), fail(path); }, true, nullptr, "old", "(none)"},
+        {[&](LPCSTR path) { return make(path, "old and new"), fail(path); }, true, nullptr, "old", "old and new"},
+        {[&](LPCSTR path) { return ::DeleteFileA(path), fail(path); }, true, nullptr, "old", "(none)"},
+    };
+    const std::string path = Path("file.let");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        ::DeleteFileA(path.c_str());
+        if (row.before != nullptr)
+            m_folder.Write("file.let", row.before);
+        m_document.m_instead = row.save;
+        const DialogDriver::Act take = [](HWND dialog) { Press(dialog, IDOK); };
+        const auto told = AnswerBox(path + "\n\nThe document could not be saved.", IDOK);
+        const auto exists = AnswerBox(path + "\n\nThis file already exists. Do you want to replace it?", IDYES);
+        std::vector<DialogDriver::Act> acts = {take};
+        if (row.before != nullptr)
+            acts.push_back(exists);
+        if (row.tells)
+            acts.push_back(told);
+        {
+            const DialogDriver driver(acts);
+            EXPECT_EQ(0, ZoDoSave(&m_document, row.pathName, path.c_str(), "x", 1));
+        }
+        EXPECT_EQ(row.after, m_folder.Read("file.let"));
+    }
+}
+
+TEST_F(DocumentSave, KnowsAFileByEveryPath)
+{
+    m_folder.Write("a long name.let", "text");
+    m_folder.Write("other.let", "text");
+    const std::string file = Path("a long name.let");
+    const std::string link = Path("link.let");
+    ASSERT_TRUE(::CreateHardLinkA(link.c_str(), file.c_str(), nullptr));
+    EXPECT_TRUE(ZoIsSameFile(file.c_str(), link.c_str()));
+    EXPECT_TRUE(ZoIsSameFile(file.c_str(), Path(".\\A Long Name.LET").c_str()));
+    EXPECT_FALSE(ZoIsSameFile(file.c_str(), Path("other.let").c_str()));
+    EXPECT_FALSE(ZoIsSameFile(file.c_str(), Path("gone.let").c_str()));
+    EXPECT_FALSE(ZoIsSameFile(Path("gone.let").c_str(), Path("gone.let").c_str()));
+}
+
 TEST_F(DocumentSave, SavesUnderTheNameGivenOrAskedFor)
 {
     const std::string given = Path("given.let");
@@ -225,17 +289,16 @@ TEST_F(DocumentSave, LeavesNoHalfDocumentBehind)
         HANDLE held = INVALID_HANDLE_VALUE;
         if (row.trouble == kHeldOpen)
             held = ::CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        std::vector<DialogDriver::Act> acts;
+        if (asks)
+            acts.push_back([](HWND dialog) { Press(dialog, IDOK); });
+        if (asks && row.trouble != kFullDisk)
+            acts.push_back(AnswerBox(path + "\n\nThis file already exists. Do you want to replace it?", IDYES));
+        acts.push_back(AnswerBox(path + "\n\nThe document could not be saved.", IDOK));
         int result;
-        const std::string box = path + "\n\nThis file already exists. Do you want to replace it?";
-        const auto act = [&](HWND dialog) { Press(dialog, IDOK); };
-        if (!asks) {
-            result = ZoDoSave(&m_document, path.c_str(), "", "x", 1);
-        } else if (row.trouble == kFullDisk) {
-            const DialogDriver driver({act});
-            result = ZoDoSave(&m_document, row.pathName, path.c_str(), "x", 1);
-        } else {
-            const DialogDriver driver({act, AnswerBox(box, IDYES)});
-            result = ZoDoSave(&m_document, row.pathName, path.c_str(), "x", 1);
+        {
+            const DialogDriver driver(acts);
+            result = ZoDoSave(&m_document, asks ? row.pathName : path.c_str(), path.c_str(), "x", 1);
         }
         disk.Disarm();
         rights.Disarm();
@@ -267,6 +330,7 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
     const std::string given = Path("given.let");
     m_document.SetPathName(given.c_str());
     AllocationFaults faults;
+    const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &PressOk);
     {
         SCOPED_TRACE("saving");
         RunFaultLoop(faults, [&](const FaultRun& run) {
@@ -282,7 +346,6 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
     m_application->AddDocTemplate(new NamedType("Two", ".2"));
     const CString kept = "kept";
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &GiveUp);
-    const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &PressOk);
     RunFaultLoop(faults,
                  [&](const FaultRun& run) {
                      CString name = kept;

@@ -5,7 +5,9 @@
 #include <zogbl/resource_lookup.h>
 
 #include "../files/bounded_text.h"
+#include "../files/file_identity.h"
 #include "../frame/without_throwing.h"
+#include "dialog_resource.h"
 
 namespace {
 
@@ -75,7 +77,43 @@ CString NameFromTitle(LPCSTR title, const CDocTemplate* type)
     return type != nullptr ? name + ExtensionOf(type) : name;
 }
 
+/// Whether a failed save may delete what stands under its name: only what that save itself has made, or emptied. What
+/// cannot be told stays.
+bool MayBeDeleted(const FileIdentity& before, const FileIdentity& after)
+{
+    if (!before.IsThere())
+        return after.IsThere();
+    if (!before.IsKnown() || !after.IsKnown())
+        return false;
+    return !before.IsSameAs(after) || (after.IsEmpty() && !before.IsEmpty());
+}
+
+/// Lets a document save itself, and tells the user of an exception that it lets go. \return FALSE when it is not saved
+BOOL LetSave(CDocument* doc, LPCSTR name)
+{
+    try {
+        const CWaitCursor wait;
+        return doc->OnSaveDocument(name);
+    } catch (CUserException* e) { // the user was told
+        e->Delete();
+    } catch (CException* e) {
+        e->Delete();
+        WithoutThrowing([&] {
+            CString text;
+            text.Format(LoadText(ZO_IDS_DOCUMENT_NOT_SAVED), name);
+            return AfxMessageBox(text, MB_ICONEXCLAMATION);
+        });
+    }
+    return FALSE;
+}
+
 } // namespace
+
+BOOL ZoIsSameFile(const char* first, const char* second)
+{
+    const FileIdentity one(first), other(second);
+    return one.IsThere() && other.IsThere() && (::lstrcmpiA(first, second) == 0 || one.IsSameAs(other));
+}
 
 int ZoDoPromptFileName(CString& fileName, unsigned int titleId, unsigned long flags, int openDialog, CDocTemplate* tmpl,
                        CWinApp* app)
@@ -124,9 +162,9 @@ int ZoDoSave(CDocument* doc, const char* pathName, const char* currentPath, cons
     });
     if (!named)
         return 0;
-    const CWaitCursor wait;
-    if (!WithoutThrowing([&] { return doc->OnSaveDocument(name); })) {
-        if (pathName == nullptr)
+    const FileIdentity before(name);
+    if (!LetSave(doc, name)) {
+        if (pathName == nullptr && MayBeDeleted(before, FileIdentity(name)))
             WithoutThrowing([&] { return CFile::Remove(name), TRUE; });
         return 0;
     }

@@ -26,9 +26,17 @@ ZOGBL_API int ZoDoPromptFileName(CString& fileName, unsigned int titleId, unsign
 /// document that has none, \p title: its first 8 bytes, up to the first blank or one of # % ; / \, with the extension of
 /// the document's type. A title is so no name that an old file system would refuse.
 ///
-/// A failed save under a name that was asked for (\p pathName null, not just empty) deletes the file, for it is no
-/// document; so it is also when the user chose to replace one that was there.
+/// After a failed save under a name that was asked for (\p pathName null, not just empty) the file under it is deleted if
+/// this save has made it, or has emptied the one that was there: it is no document. Any other file stays as the document
+/// left it: one that saving never touched, and one that was there and holds something still.
+///
+/// An exception of OnSaveDocument is told to the user, unless it is a CUserException; a document that returns FALSE has
+/// told why.
 /// \param pathName null or empty: ask
 /// \param replace 0: a copy is saved, and the document keeps its name; else the new one becomes its own
 /// \return 1 when it is saved; 0 when not, or the user gave up.
 ZOGBL_API int ZoDoSave(CDocument* doc, const char* pathName, const char* currentPath, const char* title, int replace);
+
+/// Whether two paths lead to one file, however each is spelled: by another letter of the drive, a short name, a link. Asks
+/// the system; FALSE when it cannot tell, or one of them leads nowhere.
+ZOGBL_API BOOL ZoIsSameFile(const char* first, const char* second);

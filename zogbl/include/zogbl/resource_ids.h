@@ -265,6 +265,7 @@
 #define ZO_IDS_FILE_CREATE 20666
 #define ZO_IDS_FOLDER_UNREADABLE 20667
 #define ZO_IDS_FOLDER_NEW_NAME 20668
+#define ZO_IDS_DOCUMENT_NOT_SAVED 20669
 
 // 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. Pages come in pairs, for
 // what is received and what is sent; for files there is a second set of strings for Win32s.
@@ -429,7 +430,6 @@
 
 // 30490 to 30529: the Workbench's documents.
 #define ZO_IDR_SHELL_MENU 30490
-#define ZO_IDS_DOCUMENT_NOT_SAVED 30490
 #define ZO_IDS_DOCUMENT_NOT_OPENED 30491
 #define ZO_IDS_DOCUMENT_ASK_TO_SAVE 30492
 #define ZO_IDS_DOCUMENT_OPEN_TITLE 30493
