@@ -3,6 +3,7 @@
 
 #include "support/dialog_driver.h"
 #include "support/import_patch.h"
+#include "support/stop_at_write.h"
 
 #include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
@@ -91,11 +92,24 @@ protected:
         const DialogDriver driver(acts);
         EditToolItemFile(Path().c_str(), nullptr);
     }
-    std::string SaveFailed() const
+    std::string SaveFailed(const std::string& state = "The file is as it was before.") const
     {
-        return "The tools could not be saved in " + Path() +
-               ". Do you want to go back to editing them? With No, your changes are lost.";
+        return "The tools could not be saved in " + Path() + ".\n\n" + state +
+               "\n\nDo you want to go back to editing them? With No, your changes are lost.";
     }
+    std::string Offer() const
+    {
+        return "The last time " + Path() +
+               " was saved, the program ended before it was done. Put back what the file held before that? With No, it "
+               "stays as it is.";
+    }
+    std::string Told() const
+    {
+        return "Not all tools in " + Path() +
+               " could be read. With OK, the tools shown here take the place of the file's content.";
+    }
+    /// The copy that is beside the file while it is saved.
+    std::string Copy() const { return Family() == WindowsFamily::kWin32s ? "test.tl~" : "test.tlm.zo~"; }
 
     RegisteredProduct m_product;
     TestFolder m_folder;
@@ -306,12 +320,9 @@ TEST_F(ToolSheet, OffersToGoBackWhenItCannotBeSaved)
     const struct {
         const char* what;
         int call; // that fails, of those that save: open, header, two items
-        std::string left;
-    } rows[] = {
-        {"read-only", 1, HeaderBytes("mine") + RecordBytes("a", 4, kDescription) + RecordBytes("b", 4, kDescription)},
-        {"no room", 2, "(none)"},
-        {"no room for the items", 3, HeaderBytes("mine")},
-        {"no room for the last", 4, HeaderBytes("mine") + RecordBytes("typed", 4, kDescription)}};
+    } rows[] = {{"read-only", 1}, {"no room", 2}, {"no room for the items", 3}, {"no room for the last", 4}};
+    Write({"a", "b"});
+    const std::string before = Read();
     for (const auto& row : rows) {
         for (const bool goBack : {false, true}) {
             SCOPED_TRACE(row.what);
@@ -324,12 +335,14 @@ TEST_F(ToolSheet, OffersToGoBackWhenItCannotBeSaved)
             const auto answer = [&](HWND box) {
                 faults.Disarm();
                 EXPECT_EQ(SaveFailed(), BoxText(box));
-                EXPECT_EQ(row.left, Read());
+                EXPECT_TRUE(before == Read());
+                EXPECT_FALSE(m_folder.Exists(Copy()));
                 Press(box, goBack ? IDYES : IDNO);
             };
             if (!goBack) {
                 Edit({type, answer});
-                EXPECT_EQ(row.left, Read());
+                EXPECT_TRUE(before == Read());
+                EXPECT_FALSE(m_folder.Exists(Copy()));
                 continue;
             }
             Edit({type, answer, [](HWND sheet) {
@@ -346,16 +359,124 @@ TEST_F(ToolSheet, OffersToGoBackWhenItCannotBeSaved)
     Edit({[](HWND sheet) { Press(sheet, IDOK); }, AnswerBox(SaveFailed(), IDNO)});
 }
 
+TEST_F(ToolSheet, KeepsWhatTheFileHeld)
+{
+    const auto ok = [](HWND sheet) { Press(sheet, IDOK); };
+    const auto remove = [](HWND sheet) { Press(sheet, kRemove), Press(sheet, IDOK); };
+    Write({"a", "b"});
+    const std::string before = Read();
+    FaultSource disk("disk");
+    ZO_FAULTY_CALL(WriteFile) write(disk, kFramework, FALSE, ERROR_DISK_FULL);
+    ZO_FAULTY_CALL(WriteFile) writeCopy(disk, kLibrary, FALSE, ERROR_DISK_FULL);
+    const std::string left = "The file is damaged. What it held before is kept in " + m_folder.Path(Copy()) +
+                             "; it is offered when the file is next opened here.";
+    for (const int call :
+         {1, 2, 3}) { // header and bytes of the copy; the file itself, which then cannot be put back either
+        SCOPED_TRACE(call);
+        disk.Arm(call, true);
+        Edit({remove, AnswerBox(call < 3 ? SaveFailed() : SaveFailed(left), IDNO)});
+        disk.Disarm();
+        EXPECT_EQ(call < 3, before == Read());
+        EXPECT_EQ(call == 3, m_folder.Exists(Copy()));
+    }
+    Edit({AnswerBox(Offer(), IDNO), AnswerBox(Told(), IDOK), &GiveUp});
+    EXPECT_FALSE(before == Read());
+    disk.Arm(1, true);
+    Edit({AnswerBox(Offer(), IDYES),
+          AnswerBox("What the file held before could not be put back. It is still kept in " + m_folder.Path(Copy()) +
+                        ".",
+                    IDOK),
+          AnswerBox(Told(), IDOK), &GiveUp});
+    disk.Disarm();
+    Edit({AnswerBox(Offer(), IDYES), [](HWND sheet) {
+              EXPECT_EQ("*a b ", RowsOf(sheet));
+              Press(sheet, IDCANCEL);
+          }});
+    EXPECT_TRUE(before == Read());
+    EXPECT_FALSE(m_folder.Exists(Copy()));
+
+    // What has the copy's name is not touched, and the save is undone without it.
+    for (const int failures : {0, 1, 2}) {
+        m_folder.Write(Copy(), "somebody else's");
+        Write({"a", "b"});
+        if (failures == 0) {
+            Edit({remove});
+            EXPECT_EQ(144u + 1536, Read().size());
+        } else {
+            disk.Arm(1, failures == 2);
+            const char lost[] = "The file is damaged, and what it held before is lost.";
+            Edit({remove, AnswerBox(failures == 1 ? SaveFailed() : SaveFailed(lost), IDNO)});
+            disk.Disarm();
+            EXPECT_EQ(failures == 1, before == Read());
+        }
+        EXPECT_EQ("somebody else's", m_folder.Read(Copy()));
+    }
+    Write({"a", "b"});
+    CFile saving(m_folder.Path(Copy()).c_str(), CFile::modeReadWrite | CFile::shareExclusive); // another program
+    Edit({remove, AnswerBox(SaveFailed(), IDNO)});
+    EXPECT_TRUE(before == Read());
+    saving.Close();
+
+    DeleteFileA(m_folder.Path(Copy()).c_str());
+    DeleteFileA(Path().c_str());
+    disk.Arm(1, true);
+    Edit({ok, AnswerBox(SaveFailed(), IDNO)});
+    EXPECT_EQ("(none)", Read()) << "there was no file before";
+}
+
+ZO_CHILD(EditsUntilKilled)
+{
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    const StopAtWrite stop(child, child.Argument(1).c_str(), std::stoi(child.Argument(2)));
+    const DialogDriver driver{[](HWND sheet) { Press(sheet, kRemove), Press(sheet, IDOK); }};
+    EditToolItemFile(child.Argument(0).c_str(), nullptr);
+}
+
+TEST_F(ToolSheet, OffersWhatAKilledSaveHasCut)
+{
+    const struct {
+        const char* module;
+        const char* call;
+        bool isCut;
+    } rows[] = {{kLibrary, "1", false},
+                {kLibrary, "2", false},
+                {kFramework, "1", true},
+                {kFramework, "2", true},
+                {kFramework, "3", true}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.module << " " << row.call);
+        Write({"a", "b", "c"});
+        const std::string before = Read();
+        ChildProcess child("EditsUntilKilled", {Path(), row.module, row.call});
+        ASSERT_TRUE(child.WaitUntilReady());
+        child.Kill();
+        EXPECT_EQ(!row.isCut, before == Read());
+        const auto isAllThere = [](HWND sheet) {
+            EXPECT_EQ("*a b c ", RowsOf(sheet));
+            Press(sheet, IDOK);
+        };
+        if (row.isCut)
+            Edit({AnswerBox(Offer(), IDYES), isAllThere});
+        else
+            Edit({isAllThere});
+        EXPECT_TRUE(before == Read());
+        EXPECT_FALSE(m_folder.Exists(Copy()));
+    }
+}
+
 TEST_F(ToolSheet, TellsWhatCannotBeRead)
 {
     m_folder.Write("test.tlm", "This is something else.");
-    const std::string told = "Not all tools in " + Path() +
-                             " could be read. With OK, the tools shown here take the place of the file's content.";
-    Edit({AnswerBox(told, IDOK), [&](HWND sheet) {
+    Edit({AnswerBox(Told(), IDOK), [&](HWND sheet) {
               EXPECT_EQ("", RowsOf(sheet));
               Press(sheet, IDCANCEL);
           }});
     EXPECT_EQ("This is something else.", Read());
+    for (const size_t cut : {1, 1535}) { // loading passes over what is left of an item
+        Write({"a", "b"});
+        m_folder.Write("test.tlm", Read().substr(0, 144 + 2 * 1536 - cut));
+        Edit({AnswerBox(Told(), IDOK), &GiveUp});
+    }
 }
 
 TEST_F(ToolSheet, IsUsedByKeysAlone)

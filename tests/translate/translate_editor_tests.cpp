@@ -3,6 +3,7 @@
 
 #include "support/dialog_driver.h"
 #include "support/fault_loop.h"
+#include "support/stop_at_write.h"
 
 #include <zogbl/resource_ids.h>
 #include <zogbl/translate_editor.h>
@@ -18,7 +19,8 @@ namespace {
 
 constexpr int kApply = 0x3021; // the system's number of the button
 constexpr char kNotSaved[] =
-    "The translation table could not be saved. Check the disk and the file, or use another name.";
+    "The translation table could not be saved. Check the disk and the file, or use another name."
+    "\n\nThe file is as it was before.";
 
 /// The page that a sheet shows.
 HWND PageOf(HWND sheet) { return reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0)); }
@@ -321,7 +323,7 @@ TEST_F(TranslateEditor, LosesNothingWhenItCannotSave)
                                           const ImportPatch fullDisk("ZOAFX.DLL", "WriteFile", &FullDisk);
                                           Press(sheet, kApply);
                                           EXPECT_EQ(edited.Bytes() + m_file, ImageOf(m_table)) << "taken over";
-                                          EXPECT_NE(edited.Bytes(), FileNow());
+                                          EXPECT_EQ(m_start.Bytes(), FileNow());
                                           EXPECT_TRUE(IsEnabled(sheet, kApply)) << "to be tried again";
                                           EXPECT_EQ("0x04", EntryOf(PageOf(sheet), kInput.value));
                                       }
@@ -358,7 +360,75 @@ TEST_F(TranslateEditor, LosesNothingWhenItCannotSave)
             Key(sheet, VK_RETURN);
         }};
         EXPECT_EQ(row.status, table.Edit(nullptr));
+        EXPECT_EQ(edited.Bytes(), FileNow());
         EXPECT_EQ(expected.Bytes() + row.path, ImageOf(table));
+    }
+}
+
+ZO_CHILD(EditsTableUntilKilled)
+{
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    CGblTranslate table;
+    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(child.Argument(0).c_str()));
+    const StopAtWrite stop(child, "ZOAFX.DLL", std::stoi(child.Argument(1)));
+    const DialogDriver driver{[](HWND sheet) {
+        Choose(PageOf(sheet), kInput.value, 4);
+        Press(sheet, IDOK);
+    }};
+    table.Edit(nullptr);
+}
+
+TEST_F(TranslateEditor, OffersWhatAKilledSaveHasCut)
+{
+    const std::string copy = Family() == WindowsFamily::kWin32s ? "table.io~" : "table.iot.zo~";
+    const auto offer = [&](int answer) {
+        return AnswerBox(
+            "The last time " + m_file +
+                " was saved, the program ended before it was done. Put back what the file held before that? "
+                "With No, it stays as it is.",
+            answer);
+    };
+    const auto giveUp = [](HWND window) { Press(window, IDCANCEL); };
+    const auto listed = [](size_t count) {
+        return [=](HWND chooser) {
+            EXPECT_EQ(count, SendDlgItemMessageA(chooser, ZO_IDC_TRANSLATE_CHOICES, LB_GETCOUNT, 0, 0));
+            Press(chooser, IDCANCEL);
+        };
+    };
+    for (const char* call : {"1", "2", "3"}) {
+        SCOPED_TRACE(call);
+        ChildProcess child("EditsTableUntilKilled", {m_file, call});
+        ASSERT_TRUE(child.WaitUntilReady());
+        child.Kill();
+        EXPECT_NE(kTranslationFileSize, FileNow().size());
+        CGblTranslate table;
+        table.SetFilePath(m_file.c_str());
+        if (*call == '1') { // the editor
+            const DialogDriver driver{offer(IDNO), giveUp, offer(IDYES), giveUp};
+            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
+            EXPECT_EQ("", FileNow());
+            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
+            EXPECT_EQ(m_start.Bytes() + m_file, ImageOf(table));
+        } else if (*call == '2') { // the chooser
+            m_folder.Write("other.zo~", "somebody else's");
+            const DialogDriver driver{offer(IDNO), listed(0), offer(IDYES), listed(1)};
+            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, m_file.c_str()));
+            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, m_file.c_str()));
+        } else { // the file dialog
+            table.SetFilePath("");
+            const DialogDriver driver{[&](HWND sheet) {
+                                          Press(ShowPage(sheet, 2), ZO_IDC_TRANSLATE_LOAD);
+                                          Press(sheet, IDCANCEL);
+                                      },
+                                      [&](HWND dialog) {
+                                          Type(dialog, ZO_IDC_FILE_NAME, m_file);
+                                          Press(dialog, IDOK);
+                                      },
+                                      offer(IDYES)};
+            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
+        }
+        EXPECT_EQ(m_start.Bytes(), FileNow());
+        EXPECT_FALSE(m_folder.Exists(copy));
     }
 }
 
@@ -410,7 +480,8 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             }
             EXPECT_EQ(otherFile, TextOf(page, ZO_IDC_TRANSLATE_FILE)) << "the file that could be saved";
             EXPECT_EQ("Third", TextOf(page, ZO_IDC_TRANSLATE_DESCRIPTION));
-            Press(page, ZO_IDC_TRANSLATE_SAVE_AS); // over what is left of it
+            EXPECT_FALSE(m_folder.Exists("new" + extension));
+            Press(page, ZO_IDC_TRANSLATE_SAVE_AS);
             EXPECT_EQ(newFile, TextOf(page, ZO_IDC_TRANSLATE_FILE));
             Press(sheet, IDOK);
         },
@@ -435,7 +506,6 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
         },
         AnswerBox(kNotSaved, IDOK),
         name("new"),
-        [](HWND box) { Press(box, IDYES); }, // the file is there
     };
     EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
     other.get[0] = 9;

@@ -5,6 +5,7 @@
 #include <zogbl/resource_lookup.h>
 
 #include "../dialogs/filter.h"
+#include "../dialogs/kept_file_box.h"
 
 #include "../files/bounded_text.h"
 
@@ -26,7 +27,9 @@ CTLMFileDialog::~CTLMFileDialog() = default;
 
 BOOL CTLMFileDialog::OnFileNameOK()
 {
-    if (!IsOpenDialog() || CTlmFile::IsValidFile(GetPathName()) == 0)
+    const CString path = GetPathName();
+    if (!IsOpenDialog() || CTlmFile::IsValidFile(path) == 0 ||
+        (OfferKeptFile(this, path, m_csTitle) && CTlmFile::IsValidFile(path) == 0))
         return FALSE;
     CString text;
     ZoGblLoadString(ZO_IDS_TOOL_NO_TOOLS_FILE, text);

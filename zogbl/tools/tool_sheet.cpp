@@ -7,6 +7,7 @@
 
 #include "../dialogs/dialog_resource.h"
 #include "../dialogs/filter.h"
+#include "../dialogs/kept_file_box.h"
 
 #include "../frame/language_help.h"
 #include "../frame/without_throwing.h"
@@ -24,16 +25,30 @@ constexpr int kMargin = 7;
 constexpr int kCaptionHeight = 11; // of the group box
 constexpr int kButtonHeight = 14;
 
-int Ask(CWnd& owner, UINT message, const CString& path, UINT type)
+/// Shows a box over \p owner, or none. \return the answer; without memory for the question IDYES, which keeps everything
+template <class MESSAGE> int Ask(const CWnd* owner, UINT type, MESSAGE message)
 {
-    int answer = IDYES; // without memory for the question, what keeps everything
+    int answer = IDYES;
     WithoutThrowing([&] {
-        CString text;
-        text.Format(LoadText(message), (LPCSTR)path);
-        answer = ::MessageBoxA(owner.GetSafeHwnd(), text, LoadText(ZO_IDS_TOOL_SHEET_TITLE), type | MB_ICONEXCLAMATION);
+        answer = ::MessageBoxA(owner != nullptr ? owner->m_hWnd : nullptr, message(), LoadText(ZO_IDS_TOOL_SHEET_TITLE),
+                               type | MB_ICONEXCLAMATION);
         return TRUE;
     });
     return answer;
+}
+
+/// Whether a file holds the header and \p items whole records, nothing more. -1: any number of them.
+bool IsWhole(LPCSTR path, INT_PTR items)
+{
+    return WithoutThrowing([&] {
+        CFile file;
+        if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone))
+            return FALSE;
+        const ULONGLONG length = file.GetLength();
+        return static_cast<BOOL>(
+            items >= 0 ? length == ZO_TLM_HEADER_SIZE + static_cast<ULONGLONG>(items) * ZO_TLM_ITEM_SIZE
+                       : length >= ZO_TLM_HEADER_SIZE && (length - ZO_TLM_HEADER_SIZE) % ZO_TLM_ITEM_SIZE == 0);
+    });
 }
 
 /// A place in a window, from its place on the screen.
@@ -221,14 +236,18 @@ void CTlmSheet::LoadAndShow()
     m_bLoaded = TRUE;
     RefillList();
     FillItemList();
-    // A file that is not there yet is no failure.
-    if (status != 0 && ::GetFileAttributesA(m_csFilePath) != INVALID_FILE_ATTRIBUTES)
+    // A file that is not there yet is no failure. One that was cut may end within an item, which loading passes over.
+    if ((status != 0 || !IsWhole(m_csFilePath, -1)) && ::GetFileAttributesA(m_csFilePath) != INVALID_FILE_ATTRIBUTES)
         PostMessage(kTellLoadFailure); // once the sheet is seen
 }
 
 LRESULT CTlmSheet::OnTellLoadFailure(WPARAM, LPARAM)
 {
-    Ask(*this, ZO_IDS_TOOL_LOAD_FAILED, m_csFilePath, MB_OK);
+    Ask(this, MB_OK, [this] {
+        CString text;
+        text.Format(LoadText(ZO_IDS_TOOL_LOAD_FAILED), (LPCSTR)m_csFilePath);
+        return text;
+    });
     return 0;
 }
 
@@ -458,31 +477,24 @@ void CTlmSheet::OnPshMoveDown() { Move(1); }
 
 // The editor -----------------------------------------------------------------------------------------------------------
 
-namespace {
-
-/// Whether all records of a saved file are there, of which saving itself does not tell.
-bool IsWhole(LPCSTR path, INT_PTR items)
-{
-    CFile file;
-    return file.Open(path, CFile::modeRead | CFile::shareDenyNone) &&
-           file.GetLength() == ZO_TLM_HEADER_SIZE + static_cast<ULONGLONG>(items) * ZO_TLM_ITEM_SIZE;
-}
-
-} // namespace
-
 void EditToolItemFile(const char* path, CWnd* parent)
 {
     const LanguageHelp help;
     WithoutThrowing([&]() -> BOOL {
+        const CWnd* owner = parent != nullptr ? parent : AfxGetMainWnd();
+        OfferKeptFile(owner, path, LoadText(ZO_IDS_TOOL_SHEET_TITLE));
         CTlmSheet sheet(ZO_IDS_TOOL_SHEET_TITLE, parent);
         sheet.SetFilePath(path);
         while (sheet.DoModal() == IDOK) {
-            const DWORD status = sheet.SaveFileData();
-            if (status == 0 && IsWhole(path, sheet.GetItemCount()))
-                break;
-            CWnd* owner = parent != nullptr ? parent : AfxGetMainWnd();
-            CWnd none;
-            if (Ask(owner != nullptr ? *owner : none, ZO_IDS_TOOL_SAVE_FAILED, path, MB_YESNO) != IDYES)
+            // Saving itself does not tell whether all records are there.
+            const SaveResult result =
+                SaveKeeping(path, [&] { return sheet.SaveFileData() == 0 && IsWhole(path, sheet.GetItemCount()); });
+            const auto message = [&] {
+                CString text;
+                text.Format(LoadText(ZO_IDS_TOOL_SAVE_FAILED), path, (LPCSTR)DescribeSave(result, path));
+                return text;
+            };
+            if (result == SaveResult::kSaved || Ask(owner, MB_YESNO, message) != IDYES)
                 break;
         }
         return TRUE;

@@ -3,6 +3,7 @@
 #include <common/double_byte.h>
 #include <zogbl/resource_ids.h>
 
+#include "../dialogs/kept_file_box.h"
 #include "../files/folder_walk.h"
 #include "../frame/without_throwing.h"
 #include "translate_status.h"
@@ -99,9 +100,35 @@ void TableChooser::OnOK()
     EndDialog(taken ? IDOK : -1);
 }
 
+namespace {
+
+/// Tables whose saving was killed are not listed, as they are cut: asks whether to put them back. Throws CMemoryException*.
+void OfferKeptTables(const CWnd* parent, const CString& prefix)
+{
+    CStringArray names;
+    {
+        WIN32_FIND_DATAA entry;
+        const FolderSearch search(prefix + "*.*", entry);
+        for (BOOL found = search.IsOpen(); found; found = search.FindNext(entry)) {
+            const size_t length = std::strlen(entry.cFileName);
+            DWORD kept = 0;
+            if (length == 0 || entry.cFileName[length - 1] != '~' || IsFolder(entry))
+                continue;
+            const CString name = KeptFile::OwnerOf(prefix + entry.cFileName, kept);
+            if (kept == kTableFileSize)
+                names.Add(name);
+        }
+    }
+    for (INT_PTR i = 0; i < names.GetSize(); ++i)
+        OfferKeptFile(parent, prefix + names[i], AfxGetAppName());
+}
+
+} // namespace
+
 unsigned long CGblTranslate::Load(CWnd* parent, const char* path)
 {
     return OrNoMemory([&]() -> DWORD {
+        OfferKeptTables(parent, TableChooser::FolderPrefix(path));
         TableChooser chooser(path, parent);
         switch (chooser.DoModal()) {
         case IDOK:

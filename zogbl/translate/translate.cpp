@@ -34,7 +34,7 @@ struct Header {
 static_assert(sizeof(Header) == 96);
 
 constexpr ULONGLONG kHeaderOffset = 512;
-constexpr ULONGLONG kFileSize = kHeaderOffset + sizeof(Header);
+static_assert(kTableFileSize == kHeaderOffset + sizeof(Header));
 constexpr UINT kReading = CFile::modeRead | CFile::shareDenyNone;
 constexpr UINT kWriting = CFile::modeCreate | CFile::modeWrite | CFile::shareDenyNone;
 
@@ -195,7 +195,7 @@ unsigned long CGblTranslate::IsValidFile(const char* path)
         if (!file.Open(path, kReading))
             return ZO_TRANSLATE_NOT_OPENED;
         try {
-            if (file.GetLength() != kFileSize)
+            if (file.GetLength() != kTableFileSize)
                 return ZO_TRANSLATE_WRONG_LENGTH;
             Header header = {};
             file.Seek(kHeaderOffset, CFile::begin);
@@ -278,7 +278,7 @@ unsigned long CGblTranslate::Save(const char* path)
             file.Write(m_byGetTable, sizeof m_byGetTable);
             file.Write(m_byPutTable, sizeof m_byPutTable);
             file.Write(&header, sizeof header);
-            const bool isComplete = file.GetLength() == kFileSize;
+            const bool isComplete = file.GetLength() == kTableFileSize;
             file.Close();
             if (isComplete)
                 status = ZO_TRANSLATE_SUCCESS;

@@ -35,10 +35,12 @@ void CGblIotSheet::OnApplyNow()
     if (!page->UpdateData(TRUE)) // the others were taken over when they were left
         return;
     m_pTranslation->CopyData(&m_working);
-    const DWORD status = m_pTranslation->Save(nullptr);
+    CString path;
+    m_pTranslation->GetFilePath(path);
+    const SaveResult result = SaveTable(*m_pTranslation, path).result;
     page->CancelToClose();
-    if (status != ZO_TRANSLATE_SUCCESS) {
-        TellUser(*this, ZO_IDS_TRANSLATE_SAVE_FAILED);
+    if (result != SaveResult::kSaved) {
+        TellSaveFailed(*this, result, path);
         return;
     }
     m_working.CopyData(m_pTranslation); // a description that was missing
@@ -50,11 +52,13 @@ void CGblIotSheet::OnApplyNow()
 unsigned long CGblTranslate::Edit(CWnd* parent)
 {
     return OrNoMemory([&]() -> DWORD {
+        if (OfferKeptFile(parent, m_csFilePath, AfxGetAppName()))
+            Load(nullptr); // if that is no table, the set is edited as it is
         CGblIotSheet sheet(this, parent);
         switch (sheet.DoModal()) {
         case IDOK:
             CopyData(sheet.GetWorkingCopy());
-            return Save(nullptr);
+            return SaveTable(*this, m_csFilePath).status;
         case -1:
             return ZO_TRANSLATE_NO_MEMORY;
         default:

@@ -5,6 +5,7 @@
 #include <zogbl/resource_lookup.h>
 
 #include "../dialogs/filter.h"
+#include "../dialogs/kept_file_box.h"
 #include "translate_message.h"
 
 namespace {
@@ -38,7 +39,9 @@ CIOTFileDialog::~CIOTFileDialog() = default;
 
 BOOL CIOTFileDialog::OnFileNameOK()
 {
-    if (!IsOpenDialog() || CGblTranslate::IsValidFile(GetPathName()) == ZO_TRANSLATE_SUCCESS)
+    const CString path = GetPathName();
+    if (!IsOpenDialog() || CGblTranslate::IsValidFile(path) == ZO_TRANSLATE_SUCCESS ||
+        (OfferKeptFile(this, path, m_csTitle) && CGblTranslate::IsValidFile(path) == ZO_TRANSLATE_SUCCESS))
         return FALSE;
     TellUser(*this, ZO_IDS_TRANSLATE_BAD_FILE);
     return TRUE;

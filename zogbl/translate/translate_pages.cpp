@@ -338,9 +338,11 @@ void CGblIotOptions::ExchangeFile(BOOL open)
         if (result != IDOK)
             return FALSE;
         const CString chosen = dialog.GetPathName();
-        if ((open ? translation.Load(chosen) : translation.Save(chosen)) != ZO_TRANSLATE_SUCCESS) {
-            TellUser(*this, open ? ZO_IDS_TRANSLATE_LOAD_FAILED : ZO_IDS_TRANSLATE_SAVE_FAILED);
-            return FALSE;
+        if (open) {
+            if (translation.Load(chosen) != ZO_TRANSLATE_SUCCESS)
+                return TellUser(*this, ZO_IDS_TRANSLATE_LOAD_FAILED), FALSE;
+        } else if (const SaveResult saved = SaveTable(translation, chosen).result; saved != SaveResult::kSaved) {
+            return TellSaveFailed(*this, saved, chosen), FALSE;
         }
         m_pTranslation->CopyData(&translation);
         UpdateData(FALSE);

@@ -14,7 +14,8 @@ constexpr INT_PTR ZO_TLM_MAXIMUM_ITEMS = 31; ///< that the editor lets a file gr
 /// Edits the items of a tools file: a list of them at the left with buttons to add, remove and move, and pages that show
 /// the selected one. The items are the sheet's own until SaveFileData; nothing is written by the sheet itself.
 ///
-/// The file is loaded when the sheet opens. What cannot be read of it is told then, for with OK it would be lost.
+/// The file is loaded when the sheet opens. The user is told if not all of it could be read, or if its length is not that of
+/// whole items, for the rest is lost with OK.
 class ZOGBL_API CTlmSheet : public CZoPropertySheet {
 public:
     /// \param parent null: the main window of the thread \param firstPage the page shown first, from 0
@@ -99,7 +100,11 @@ private:
     BOOL m_bLoaded = FALSE;  // the items are the file's, or what became of them
 };
 
-/// Lets the user edit a tools file. A file that does not exist yet is made with OK. When it cannot be saved the user is
-/// told, and may go back to the editor with everything as it was entered; that goes on until it is saved or given up.
-/// Meanwhile help is the suite's. Nothing is thrown.
+/// Lets the user edit a tools file. A file that does not exist yet is made with OK. Meanwhile help is the suite's.
+///
+/// While the file is saved, what it held is kept in a copy beside it ("<path>.zo~", on Win32s '~' as the last character of
+/// the extension). If the file cannot be saved, that is put back, the user is told what has become of the file, and may go
+/// back to the editor with everything as it was entered; that goes on until it is saved or given up. If the program is
+/// killed while it saves, the copy stays, and the user is asked at the next opening whether to put it back. If there is no
+/// room for the copy, or another program is saving the file, nothing is written. Nothing is thrown.
 ZOGBL_API void EditToolItemFile(const char* path, CWnd* parent);

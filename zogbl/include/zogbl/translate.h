@@ -96,8 +96,13 @@ public:
     unsigned long Load(CWnd* parent, const char* path);
     /// Lets the user edit the set, and saves it to its file when the user ends with OK. What the user applies in between
     /// is taken over and saved too; if that fails the user is told, and the editor stays.
+    ///
+    /// While the file is saved, what it held is kept in a copy beside it ("<path>.zo~", on Win32s '~' as the last character
+    /// of the extension), and is put back if saving fails. If the program is killed while it saves, the copy stays: Edit, the
+    /// chooser and the editor's file dialog then ask whether to put it back, and Edit loads what was put back.
     /// \return ZO_TRANSLATE_SUCCESS, also when the user cancels; _NO_MEMORY; what Save says: the object then holds what
-    /// was edited.
+    /// was edited, and the file is as before. _NOT_OPENED also if there is no room for the copy or another program is
+    /// saving the file; nothing has been written then.
     unsigned long Edit(CWnd* parent);
 
 private:
