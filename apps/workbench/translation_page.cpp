@@ -165,11 +165,11 @@ void TranslationPage::Layout(int width, int height)
 
 // What the user does ---------------------------------------------------------------------------------------------------
 
-void TranslationPage::TellStatus(DWORD status)
+void TranslationPage::TellStatus(DWORD status, UINT message)
 {
     if (status != ZO_TRANSLATE_SUCCESS) {
         CString text;
-        text.Format(Text(ZO_IDS_TRANSLATION_TABLE_FAILED), status);
+        text.Format(Text(message), status);
         AfxMessageBox(text, MB_ICONEXCLAMATION);
     }
     Refresh();
@@ -179,10 +179,10 @@ void TranslationPage::OnChoose()
 {
     CString path;
     m_table.GetFilePath(path);
-    TellStatus(m_table.Load(this, path.IsEmpty() ? TablesFolder() + "*.IOT" : path));
+    TellStatus(m_table.Load(this, path.IsEmpty() ? TablesFolder() + "*.IOT" : path), ZO_IDS_TRANSLATION_TABLE_FAILED);
 }
 
-void TranslationPage::OnEdit() { TellStatus(m_table.Edit(this)); }
+void TranslationPage::OnEdit() { TellStatus(m_table.Edit(this), ZO_IDS_TRANSLATION_NOT_SAVED); }
 
 void TranslationPage::OnTranslate()
 {

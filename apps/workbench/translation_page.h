@@ -38,7 +38,7 @@ protected:
 
 private:
     ULONGLONG Translate(CFile& source, CFile& target, bool received);
-    void TellStatus(DWORD status);
+    void TellStatus(DWORD status, UINT message);
     void ShowState(UINT text, LPCSTR file = "", LPCSTR detail = "");
 
     CGblTranslate m_table;

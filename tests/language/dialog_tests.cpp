@@ -6,6 +6,8 @@
 
 #include "support/environment.h"
 
+#include <zogbl/resource_ids.h>
+
 #include <commctrl.h>
 
 #include <vector>
@@ -113,6 +115,46 @@ void ExpectFits(const Control& control)
     }
 }
 
+/// Texts that a control gets at run time.
+constexpr struct {
+    WORD dialog;
+    int control; // 0: a button beside the dialog, of the sheet that it is a page of
+    UINT text;
+} kRunTimeTexts[] = {
+    {ZO_IDD_TOOL_GENERAL, ZO_IDC_TOOL_ARGUMENTS_LABEL, ZO_IDS_TOOL_ARGUMENTS},
+    {ZO_IDD_TOOL_GENERAL, ZO_IDC_TOOL_ARGUMENTS_LABEL, ZO_IDS_TOOL_DEFAULT_ARGUMENTS},
+    {ZO_IDD_TOOL_GENERAL, 0, ZO_IDS_TOOL_ADD},
+    {ZO_IDD_TOOL_GENERAL, 0, ZO_IDS_TOOL_REMOVE},
+    {ZO_IDD_TOOL_GENERAL, 0, ZO_IDS_TOOL_MOVE_UP},
+    {ZO_IDD_TOOL_GENERAL, 0, ZO_IDS_TOOL_MOVE_DOWN},
+    {ZO_IDD_TRANSLATE_CHOOSER, ZO_IDC_TRANSLATE_WHY, ZO_IDS_TRANSLATE_NO_TABLES},
+};
+
+void ExpectRunTimeTextsFit(HMODULE library, WORD id, HWND dialog, const std::vector<Control>& controls)
+{
+    constexpr LONG kButtonWidth = 50, kButtonHeight = 14; // dialog units
+    for (const auto& row : kRunTimeTexts) {
+        wchar_t text[256] = {};
+        if (row.dialog != id)
+            continue;
+        ASSERT_NE(0, LoadStringW(library, row.text, text, 256)) << row.text;
+        Control button = {dialog, 0, {0, 0, kButtonWidth, kButtonHeight}, false, true, false, BS_PUSHBUTTON, 0, text};
+        MapDialogRect(dialog, &button.place);
+        int measured = 0;
+        for (Control control : controls) {
+            if (control.id != row.control || row.control == 0)
+                continue;
+            control.text = text;
+            ExpectFits(control);
+            ++measured;
+        }
+        if (row.control == 0)
+            ExpectFits(button);
+        else
+            EXPECT_EQ(1, measured) << row.control;
+    }
+}
+
 void ExpectApart(const Control& first, const Control& second)
 {
     RECT common;
@@ -156,6 +198,7 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
             for (size_t k = 0; k < i; ++k)
                 ExpectApart(controls[k], controls[i]);
         }
+        ExpectRunTimeTextsFit(m_library, id, dialog, controls);
         if (isOwnSystem && !controls.empty()) {
             ShowWindow(dialog, SW_SHOW);
             UpdateWindow(dialog);

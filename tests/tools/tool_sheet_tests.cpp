@@ -133,8 +133,9 @@ TEST_F(ToolSheet, MakesAFileFromNothing)
               EXPECT_EQ(tool, TextOf(page, ZO_IDC_TOOL_PROGRAM));
               EXPECT_EQ(ProgramFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
               Type(page, ZO_IDC_TOOL_MENU_TEXT, "&Report");
+              EXPECT_EQ("*Report ", RowsOf(sheet)) << "while it is typed";
               Press(sheet, kAdd); // takes over what the page shows
-              EXPECT_EQ("&Report *R&&D.exe ", RowsOf(sheet));
+              EXPECT_EQ("Report *R&D.exe ", RowsOf(sheet)) << "as in the menu";
               EXPECT_EQ("ARUp", EnabledOf(sheet));
               Press(sheet, IDOK);
           },
@@ -151,12 +152,21 @@ TEST_F(ToolSheet, EditsWhatThePagesShow)
         "The number must lie between 1 and " + std::to_string(GetSystemMetrics(SM_CXSCREEN)) + ".";
     Edit({[&](HWND sheet) {
               HWND page = PageOf(sheet);
-              Type(page, ZO_IDC_TOOL_MENU_TEXT, std::string(32, 'm')); // one too many
+              const std::pair<int, size_t> limits[] = {{ZO_IDC_TOOL_MENU_TEXT, 31},
+                                                       {ZO_IDC_TOOL_DESCRIPTION, 127},
+                                                       {ZO_IDC_TOOL_PROGRAM, 263},
+                                                       {ZO_IDC_TOOL_FOLDER, 263},
+                                                       {ZO_IDC_TOOL_ARGUMENTS, 263}};
+              for (const auto& [field, most] : limits) {
+                  Type(page, field, std::string(most + 1, 'x'));
+                  EXPECT_EQ(most, TextOf(page, field).size());
+              }
+              SetDlgItemTextA(page, ZO_IDC_TOOL_MENU_TEXT, std::string(32, 'm').c_str()); // one too many
               EXPECT_FALSE(ShowPage(sheet, kWindow));
               EXPECT_EQ(ZO_IDC_TOOL_MENU_TEXT, FocusOf(page));
               EXPECT_EQ(std::string(32, 'm'), TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
               Choose(sheet, kList, 1); // refused likewise
-              EXPECT_EQ("*first second ", RowsOf(sheet));
+              EXPECT_EQ("*" + std::string(32, 'm') + " second ", RowsOf(sheet));
               Press(sheet, IDOK); // and this
               Type(page, ZO_IDC_TOOL_MENU_TEXT, std::string(31, 'm'));
               Type(page, ZO_IDC_TOOL_DESCRIPTION, std::string(127, 'd'));
@@ -227,6 +237,36 @@ TEST_F(ToolSheet, EditsWhatThePagesShow)
                    Bytes(static_cast<DWORD>(GetSystemMetrics(SM_CXSCREEN))) + Bytes(17) + Bytes(640) + Bytes(1) +
                        Bytes(1024) + Bytes(1));
     EXPECT_EQ(HeaderBytes("mine") + record + RecordBytes("second", 4, kDescription), Read());
+}
+
+TEST_F(ToolSheet, Browses)
+{
+    const std::string tool = ReportTool();
+    Write({"a"});
+    m_folder.Write("b.exe", "MZ");
+    Edit({[&](HWND sheet) {
+              const HWND page = PageOf(sheet);
+              Press(page, ZO_IDC_TOOL_BROWSE_PROGRAM);
+              EXPECT_EQ("", TextOf(page, ZO_IDC_TOOL_PROGRAM)) << "given up";
+              Press(page, ZO_IDC_TOOL_BROWSE_PROGRAM);
+              EXPECT_EQ(tool, TextOf(page, ZO_IDC_TOOL_PROGRAM));
+              Type(page, ZO_IDC_TOOL_FOLDER, m_folder.Path());
+              Press(page, ZO_IDC_TOOL_BROWSE_FOLDER); // given up
+              EXPECT_EQ(m_folder.Path(), TextOf(page, ZO_IDC_TOOL_FOLDER));
+              Press(page, ZO_IDC_TOOL_BROWSE_FOLDER);
+              EXPECT_EQ(ProgramFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
+              Press(sheet, IDOK);
+          },
+          &GiveUp, ChooseFile(tool),
+          [&](HWND dialog) {
+              EXPECT_EQ(m_folder.Path(), TextOf(dialog, ZO_IDC_FOLDER_PATH)) << "begins with what the field holds";
+              Press(dialog, IDCANCEL);
+          },
+          [&](HWND dialog) {
+              Type(dialog, ZO_IDC_FOLDER_PATH, ProgramFolder());
+              Press(dialog, IDOK);
+          }});
+    EXPECT_EQ(HeaderBytes("mine") + RecordBytes("a", 4, kDescription, tool, ProgramFolder()), Read());
 }
 
 TEST_F(ToolSheet, MovesAndRemoves)
@@ -505,6 +545,8 @@ TEST_F(ToolSheet, IsUsedByKeysAlone)
         EXPECT_EQ("a *b ", RowsOf(sheet));
         AccessKey(sheet, 'p'); // of the page
         EXPECT_EQ(ZO_IDC_TOOL_PROGRAM, FocusOf(page()));
+        Key(sheet, VK_TAB);
+        EXPECT_EQ(ZO_IDC_TOOL_BROWSE_PROGRAM, FocusOf(page()));
         Key(sheet, VK_TAB);
         EXPECT_EQ(ZO_IDC_TOOL_FOLDER, FocusOf(page()));
         Key(sheet, VK_TAB, kControl);

@@ -122,7 +122,12 @@ protected:
             EXPECT_EQ(rows.empty() ? -1 : 0, Selected(window, ZO_IDC_TRANSLATE_CHOICES));
             EXPECT_EQ(!rows.empty(), IsEnabled(window, IDOK));
             EXPECT_EQ(!rows.empty(), IsEnabled(window, ZO_IDC_TRANSLATE_CHOICES));
-            Key(window, VK_ESCAPE);
+            const std::string why = TextOf(window, ZO_IDC_TRANSLATE_WHY);
+            EXPECT_EQ(rows.empty(), why.find("There is no translation table in " + m_folder.Path().substr(0, 3)) == 0)
+                << why;
+            while (FocusOf(window) != IDCANCEL)
+                Key(window, VK_TAB);
+            Key(window, VK_RETURN); // presses the button that has the focus
         }};
         EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, path.c_str()));
         EXPECT_EQ(image, ImageOf(table)) << "cancelled";
@@ -161,6 +166,24 @@ TEST_F(TranslateChooser, ListsWhatIsInTheFolder)
     for (const auto& [path, isFolder] : rows)
         EXPECT_EQ(isFolder ? all : none, Listed(path)) << path;
     SetCurrentDirectoryA(current);
+}
+
+TEST_F(TranslateChooser, TellsTablesOfOneDescriptionApart)
+{
+    WriteTable("1.iot", "Alpha");
+    WriteTable("2.iot", "ALPHA");
+    WriteTable("3.iot", "Beta");
+    const DialogDriver driver{[](HWND window) {
+        EXPECT_EQ("Beta", RowText(window, ZO_IDC_TRANSLATE_CHOICES, 2));
+        EXPECT_EQ("ALPHA (2.iot)", RowText(window, ZO_IDC_TRANSLATE_CHOICES, 1));
+        Choose(window, ZO_IDC_TRANSLATE_CHOICES, 1);
+        Press(window, IDOK);
+    }};
+    CGblTranslate table;
+    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, m_folder.Path("any.iot").c_str()));
+    CString path;
+    table.GetFilePath(path);
+    EXPECT_EQ(m_folder.Path("2.iot"), std::string(path));
 }
 
 TEST_F(TranslateChooser, LoadsTheTableChosen)

@@ -2,17 +2,20 @@
 
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
+#include <zogbl/select_directory.h>
 #include <zogbl/validators.h>
 
 #include "field.h"
 
 #include "../frame/without_throwing.h"
+#include "program_dialog.h"
 
 #include <commctrl.h>
 
 namespace {
 
 constexpr int kConsoleMaximum = 1024; // columns and rows
+constexpr WPARAM kDigits = 5;         // of a number: more than any of them has
 
 struct SpinField {
     int edit;
@@ -36,7 +39,19 @@ template <size_t COUNT> void SetRanges(HWND page, const SpinField (&fields)[COUN
 {
     for (const SpinField& field : fields)
         SendDlgItemMessageA(page, field.spin, UDM_SETRANGE, 0, MAKELPARAM(Maximum(field), 1));
+    for (const SpinField& field : fields)
+        SendDlgItemMessageA(page, field.edit, EM_LIMITTEXT, kDigits, 0);
 }
+
+/// The texts of the general page, and the sizes of their fields.
+constexpr struct {
+    int edit;
+    size_t size;
+} kTexts[] = {{ZO_IDC_TOOL_MENU_TEXT, ZO_TLM_MENU_TEXT_SIZE},
+              {ZO_IDC_TOOL_DESCRIPTION, ZO_TLM_DESCRIPTION_SIZE},
+              {ZO_IDC_TOOL_PROGRAM, ZO_TLM_PATH_SIZE},
+              {ZO_IDC_TOOL_FOLDER, ZO_TLM_PATH_SIZE},
+              {ZO_IDC_TOOL_ARGUMENTS, ZO_TLM_PATH_SIZE}};
 
 /// Priority classes in the order of the buttons.
 constexpr DWORD kPriorities[] = {NORMAL_PRIORITY_CLASS, HIGH_PRIORITY_CLASS, IDLE_PRIORITY_CLASS,
@@ -156,9 +171,19 @@ void CTlmBasePage::ExchangeText(CDataExchange* exchange, int edit, char* field, 
 
 BEGIN_MESSAGE_MAP(CTlmGeneralPage, CTlmBasePage)
     ON_BN_CLICKED(ZO_IDC_TOOL_ASK, OnAsk)
+    ON_EN_CHANGE(ZO_IDC_TOOL_MENU_TEXT, OnMenuText)
+    ON_BN_CLICKED(ZO_IDC_TOOL_BROWSE_PROGRAM, OnBrowseProgram)
+    ON_BN_CLICKED(ZO_IDC_TOOL_BROWSE_FOLDER, OnBrowseFolder)
 END_MESSAGE_MAP()
 
 CTlmGeneralPage::CTlmGeneralPage() : CTlmBasePage(ZO_IDD_TOOL_GENERAL) {}
+
+BOOL CTlmGeneralPage::OnInitDialog()
+{
+    for (const auto& text : kTexts) // counts characters: the exchange counts bytes
+        ::SendMessageA(Control(text.edit), EM_LIMITTEXT, text.size - 1, 0);
+    return CTlmBasePage::OnInitDialog();
+}
 
 void CTlmGeneralPage::DoDataExchange(CDataExchange* pDX)
 {
@@ -186,6 +211,35 @@ void CTlmGeneralPage::UpdateControls()
 }
 
 void CTlmGeneralPage::OnAsk() { UpdateControls(); }
+
+void CTlmGeneralPage::OnMenuText()
+{
+    ::SendMessageA(::GetParent(m_hWnd), ZO_TLM_MENU_TEXT_CHANGED, 0, reinterpret_cast<LPARAM>(GetItem()));
+}
+
+void CTlmGeneralPage::OnBrowseProgram()
+{
+    WithoutThrowing([this] {
+        char path[ZO_TLM_PATH_SIZE] = "";
+        ::GetDlgItemTextA(m_hWnd, ZO_IDC_TOOL_PROGRAM, path, sizeof path);
+        if (AskForProgram(this, ZO_IDS_TOOL_CHOOSE_PROGRAM, path))
+            SetDlgItemText(ZO_IDC_TOOL_PROGRAM, path);
+        return TRUE;
+    });
+}
+
+void CTlmGeneralPage::OnBrowseFolder()
+{
+    WithoutThrowing([this] {
+        char initial[ZO_TLM_PATH_SIZE] = "";
+        char path[ZO_TLM_PATH_SIZE];
+        ::GetDlgItemTextA(m_hWnd, ZO_IDC_TOOL_FOLDER, initial, sizeof initial);
+        const CString instruction = LoadText(ZO_IDS_TOOL_CHOOSE_FOLDER);
+        if (ZoSelectDirectory(path, sizeof path, m_hWnd, initial, ZO_SELECT_KEEP_CASE, 0, nullptr, instruction) == IDOK)
+            SetDlgItemText(ZO_IDC_TOOL_FOLDER, path);
+        return TRUE;
+    });
+}
 
 // The window page ------------------------------------------------------------------------------------------------------
 

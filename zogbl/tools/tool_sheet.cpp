@@ -1,16 +1,16 @@
 #include <zogbl/tool_sheet.h>
 
 #include <zogbl/file_name_functions.h>
-#include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
 #include "../dialogs/dialog_resource.h"
-#include "../dialogs/filter.h"
 #include "../dialogs/kept_file_box.h"
+#include "../files/bounded_text.h"
 
 #include "../frame/language_help.h"
 #include "../frame/without_throwing.h"
+#include "program_dialog.h"
 
 namespace {
 
@@ -78,6 +78,7 @@ BEGIN_MESSAGE_MAP(CTlmSheet, CZoPropertySheet)
     ON_BN_CLICKED(ZO_IDC_TOOL_MOVE_DOWN, OnPshMoveDown)
     ON_LBN_SELCHANGE(ZO_IDC_TOOL_LIST, OnSelchangeItem)
     ON_MESSAGE(kTellLoadFailure, OnTellLoadFailure)
+    ON_MESSAGE(ZO_TLM_MENU_TEXT_CHANGED, OnMenuTextChanged)
 END_MESSAGE_MAP()
 
 // Life -----------------------------------------------------------------------------------------------------------------
@@ -295,14 +296,46 @@ void CTlmSheet::FreeItemList()
 
 // The list and the pages -----------------------------------------------------------------------------------------------
 
-/// What the list says of an item is its menu text.
+/// Shows a menu text as the menu does: without the mark of its access key. The row keeps its selection.
+void CTlmSheet::ShowRow(INT_PTR index, const CString& menuText)
+{
+    CString text;
+    for (int i = 0; i < menuText.GetLength(); ++i) {
+        const auto width = static_cast<int>(CharacterWidth((LPCSTR)menuText + i));
+        if (menuText[i] == '&' && ++i >= menuText.GetLength())
+            break;
+        text += menuText.Mid(i, width);
+        i += width - 1;
+    }
+    const auto row = static_cast<WPARAM>(index);
+    const LRESULT top = m_list->SendMessage(LB_GETTOPINDEX);
+    m_list->SendMessage(WM_SETREDRAW, FALSE);
+    m_list->SendMessage(LB_DELETESTRING, row);
+    m_list->SendMessage(LB_INSERTSTRING, row, reinterpret_cast<LPARAM>((LPCSTR)text));
+    if (index == m_nSelected)
+        m_list->SetCurSel(m_nSelected);
+    m_list->SendMessage(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+    m_list->SendMessage(WM_SETREDRAW, TRUE);
+    m_list->Invalidate();
+}
+
 void CTlmSheet::ShowRow(INT_PTR index)
 {
     CString text;
     Item(index)->GetDataMenuText(text);
-    const auto row = static_cast<WPARAM>(index);
-    m_list->SendMessage(LB_DELETESTRING, row);
-    m_list->SendMessage(LB_INSERTSTRING, row, reinterpret_cast<LPARAM>((LPCSTR)text));
+    ShowRow(index, text);
+}
+
+/// The list follows what is typed.
+LRESULT CTlmSheet::OnMenuTextChanged(WPARAM, LPARAM item)
+{
+    if (m_nSelected >= 0 && m_nSelected < m_list->GetCount() && Item(m_nSelected) == reinterpret_cast<CTlmItem*>(item))
+        WithoutThrowing([this] {
+            char text[2 * ZO_TLM_MENU_TEXT_SIZE] = "";
+            ::GetDlgItemTextA(m_generalPage->m_hWnd, ZO_IDC_TOOL_MENU_TEXT, text, sizeof text);
+            return ShowRow(m_nSelected, text), TRUE;
+        });
+    return 0;
 }
 
 void CTlmSheet::RefillList()
@@ -426,14 +459,8 @@ void CTlmSheet::OnPshAdd()
 /// Asks for a program, and puts it into an item. \return FALSE when the user gives up. Throws CMemoryException*.
 BOOL CTlmSheet::ChooseProgram(CTlmItem& item)
 {
-    const CString title = LoadText(ZO_IDS_TOOL_PROGRAM_TITLE);
-    const CString filter = LoadFilter(ZO_IDS_TOOL_PROGRAM_FILTER);
     char path[ZO_TLM_PATH_SIZE] = "";
-    CZoFileOpen dialog(TRUE, 0, nullptr, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, filter, this);
-    dialog.m_ofn.lpstrTitle = title;
-    dialog.m_ofn.lpstrFile = path;
-    dialog.m_ofn.nMaxFile = sizeof path;
-    if (dialog.DoModal() != IDOK)
+    if (!AskForProgram(this, ZO_IDS_TOOL_PROGRAM_TITLE, path))
         return FALSE;
     item.SetDataProgramPath(path);
     CString name;

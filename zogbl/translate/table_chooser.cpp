@@ -3,10 +3,13 @@
 #include <common/double_byte.h>
 #include <zogbl/resource_ids.h>
 
+#include "../dialogs/dialog_resource.h"
 #include "../dialogs/kept_file_box.h"
 #include "../files/folder_walk.h"
 #include "../frame/without_throwing.h"
 #include "translate_status.h"
+
+#include <vector>
 
 BEGIN_MESSAGE_MAP(TableChooser, CZoDialog)
     ON_CONTROL(LBN_DBLCLK, ZO_IDC_TRANSLATE_CHOICES, OnOK)
@@ -43,8 +46,25 @@ BOOL TableChooser::OnInitDialog()
         m_list.SetCurSel(0);
     m_list.EnableWindow(!isEmpty);
     GetDlgItem(IDOK)->EnableWindow(!isEmpty);
-    GetDlgItem(isEmpty ? IDCANCEL : ZO_IDC_TRANSLATE_CHOICES)->SetFocus();
+    if (isEmpty)
+        WithoutThrowing([this] { return TellWhy(), TRUE; });
+    // Not SetFocus, which would leave OK the button that Enter presses.
+    SendMessage(WM_NEXTDLGCTL,
+                reinterpret_cast<WPARAM>(::GetDlgItem(m_hWnd, isEmpty ? IDCANCEL : ZO_IDC_TRANSLATE_CHOICES)), TRUE);
     return FALSE;
+}
+
+/// Names the folder in which there is no table.
+void TableChooser::TellWhy()
+{
+    CString folder = FolderPrefix(m_csPath);
+    char full[MAX_PATH] = "";
+    const DWORD length = ::GetFullPathNameA(folder.IsEmpty() ? "." : (LPCSTR)folder, sizeof full, full, nullptr);
+    if (length > 0 && length < sizeof full)
+        folder = full;
+    CString text;
+    text.Format(LoadText(ZO_IDS_TRANSLATE_NO_TABLES), (LPCSTR)folder);
+    SetDlgItemText(ZO_IDC_TRANSLATE_WHY, text);
 }
 
 /// Throws CMemoryException*.
@@ -53,30 +73,45 @@ void TableChooser::Fill()
     m_list.ResetContent();
     m_descriptions.RemoveAll();
     m_paths.RemoveAll();
+    FindTables();
+    const INT_PTR count = m_paths.GetSize();
+    std::vector<bool> isTwice(static_cast<size_t>(count));
+    for (INT_PTR i = 0; i < count; ++i) {
+        for (INT_PTR k = 0; k < count; ++k) {
+            if (k != i && m_descriptions[i].CompareNoCase(m_descriptions[k]) == 0)
+                isTwice[static_cast<size_t>(i)] = true;
+        }
+    }
+    const int name = FolderPrefix(m_csPath).GetLength();
+    for (INT_PTR i = 0; i < count; ++i) {
+        if (isTwice[static_cast<size_t>(i)])
+            m_descriptions[i] += " (" + m_paths[i].Mid(name) + ")";
+        if (m_list.AddString(m_descriptions[i]) < 0)
+            AfxThrowMemoryException();
+    }
+}
+
+/// The translation files of the folder. Throws CMemoryException*.
+void TableChooser::FindTables()
+{
     const CString prefix = FolderPrefix(m_csPath);
     WIN32_FIND_DATAA entry;
     const FolderSearch search(prefix + "*.*", entry);
     for (BOOL found = search.IsOpen(); found; found = search.FindNext(entry)) {
-        if (!IsFolder(entry))
-            AddTable(prefix + entry.cFileName);
+        if (IsFolder(entry))
+            continue;
+        CGblTranslate table;
+        const CString path = prefix + entry.cFileName;
+        const DWORD status = table.Load(path);
+        if (status == ZO_TRANSLATE_NO_MEMORY)
+            AfxThrowMemoryException();
+        if (status != ZO_TRANSLATE_SUCCESS)
+            continue;
+        CString description;
+        table.GetDescription(description);
+        m_descriptions.Add(description);
+        m_paths.Add(path);
     }
-}
-
-/// Adds the file if it is a translation file. Throws CMemoryException*.
-void TableChooser::AddTable(const CString& path)
-{
-    CGblTranslate table;
-    const DWORD status = table.Load(path);
-    if (status == ZO_TRANSLATE_NO_MEMORY)
-        AfxThrowMemoryException();
-    if (status != ZO_TRANSLATE_SUCCESS)
-        return;
-    CString description;
-    table.GetDescription(description);
-    m_descriptions.Add(description);
-    m_paths.Add(path);
-    if (m_list.AddString(description) < 0)
-        AfxThrowMemoryException();
 }
 
 void TableChooser::OnOK()

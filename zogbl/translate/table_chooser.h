@@ -4,8 +4,8 @@
 
 #include <zogbl/dialog.h>
 
-/// Lists the translation files of a folder by their descriptions. Of files with the same description only the first one
-/// found can be chosen.
+/// Lists the translation files of a folder by their descriptions; those of files with the same one are followed by the
+/// file's name. If there is no translation file, a text says so and names the folder.
 class TableChooser : public CZoDialog {
 public:
     /// \param path of any file in the folder; see FolderPrefix
@@ -25,11 +25,12 @@ protected:
 
 private:
     void Fill();
-    void AddTable(const CString& path);
+    void FindTables();
+    void TellWhy();
 
     CString m_csPath;
     CString m_csChosen;
     CListBox m_list;
-    CStringArray m_descriptions; // of the files, in the order in which they were found
+    CStringArray m_descriptions; // as listed, in the order in which the files were found
     CStringArray m_paths;
 };

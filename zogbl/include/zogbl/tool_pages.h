@@ -5,6 +5,9 @@
 #include <zogbl/property_sheet.h>
 #include <zogbl/tool_item.h>
 
+/// To the sheet, from its general page: the user changes the menu text of the item in lParam.
+constexpr UINT ZO_TLM_MENU_TEXT_CHANGED = WM_APP + 2;
+
 /// A page of the tools editor. What is entered goes to the item when the page gives way, when another item is shown and
 /// with OK; what a field cannot take is told then, and the page stays. Nothing is thrown.
 class ZOGBL_API CTlmBasePage : public CZoPropertyPage {
@@ -31,6 +34,7 @@ protected:
     /// Enables what the state of other controls calls for; called when the page is enabled.
     virtual void UpdateControls() {}
 
+    CTlmItem* GetItem() const { return m_pItem; }
     HWND Control(int id) const { return ::GetDlgItem(m_hWnd, id); }
     /// Enables an edit field, its spin buttons and its label, if the page is enabled.
     void EnableField(int edit, BOOL enable) const;
@@ -59,11 +63,16 @@ class ZOGBL_API CTlmGeneralPage : public CTlmBasePage {
 public:
     CTlmGeneralPage();
 
+    BOOL OnInitDialog() override;
+
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
     void ReloadTexts() override;
     void UpdateControls() override; ///< the arguments are called default ones if the user is asked for them
     afx_msg void OnAsk();
+    afx_msg void OnMenuText();
+    afx_msg void OnBrowseProgram();
+    afx_msg void OnBrowseFolder();
     DECLARE_MESSAGE_MAP()
 };
 

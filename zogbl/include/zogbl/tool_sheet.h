@@ -64,6 +64,7 @@ protected:
     afx_msg void OnPshMoveDown();
     afx_msg void OnSelchangeItem();
     afx_msg LRESULT OnTellLoadFailure(WPARAM, LPARAM);
+    afx_msg LRESULT OnMenuTextChanged(WPARAM, LPARAM item);
     DECLARE_MESSAGE_MAP()
 
 private:
@@ -72,6 +73,7 @@ private:
     void LoadAndShow();
     CTlmItem* Item(INT_PTR index) const { return static_cast<CTlmItem*>(m_items.GetAt(index)); }
     void ShowRow(INT_PTR index);
+    void ShowRow(INT_PTR index, const CString& menuText);
     void RefillList();
     void Select(INT_PTR index);
     void Move(int distance);
