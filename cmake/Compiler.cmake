@@ -18,8 +18,7 @@ set(CMAKE_RC_FLAGS "-c 65001")
 
 find_program(ZO_CCACHE ccache)
 if(ZO_CCACHE)
-  # The sloppiness settings are what ccache asks for to cache compilations that use a precompiled header.
-  set(launcher ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${ZO_CCACHE})
+  set(launcher ${PROJECT_SOURCE_DIR}/cmake/compile ${ZO_CCACHE})
   set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
   set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()

@@ -1,5 +1,6 @@
 #include "trace_text.h"
 
+#include <common/double_byte.h>
 #include <zogbl/trace.h>
 
 #include "../files/bounded_text.h"
@@ -34,7 +35,7 @@ CString TraceBaseName(const CString& name)
 {
     CString base = "Zo";
     for (LPCSTR at = name; *at != '\0' && *at != '.'; ++at) {
-        if (IsDBCSLeadByte(static_cast<BYTE>(*at)) && at[1] != '\0')
+        if (CharacterWidth(at) == 2)
             ++at; // its second byte may look like a letter
         else if (IsLetterOrDigit(*at))
             base += *at;
@@ -85,7 +86,7 @@ int CutLength(const char* text, int length)
         return length < 0 ? 0 : length;
     int cut = 0;
     while (cut < CZoTrace::kMostTextLength) {
-        const int width = IsDBCSLeadByte(static_cast<BYTE>(text[cut])) ? 2 : 1;
+        const int width = IsLeadByte(text[cut]) ? 2 : 1;
         if (cut + width > CZoTrace::kMostTextLength)
             break;
         cut += width;

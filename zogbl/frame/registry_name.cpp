@@ -13,8 +13,8 @@
 #include "registry_walk.h"
 
 #include <afxcoll.h>
+#include <common/double_byte.h>
 
-#include <mbstring.h>
 #include <winternl.h>
 
 namespace {
@@ -180,8 +180,7 @@ DWORD AddNames(HKEY root, const CString& path, bool oldCalls, bool isAlone, CStr
 bool IsAtOrBelow(const CString& name, const CString& ancestor)
 {
     const CString begin = (name + "\\").Left(ancestor.GetLength() + 1);
-    return _mbsicmp(reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(begin)),
-                    reinterpret_cast<const unsigned char*>(static_cast<LPCSTR>(ancestor + "\\"))) == 0;
+    return CompareCharactersNoCase(begin, ancestor + "\\") == 0;
 }
 
 } // namespace
