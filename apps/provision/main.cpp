@@ -1,4 +1,5 @@
 // ZoProvision: registers products of the suite.
+#include "../library_search.h"
 #include "arguments.h"
 #include "product.h"
 #include "registration.h"
@@ -122,6 +123,7 @@ int ChooseLanguages(Arguments& arguments, const CString& folder)
 
 int main(int count, char** words)
 {
+    LeaveOutCurrentFolder();
     Arguments arguments;
     if (!arguments.Parse(count, words))
         return kWrongUsage;

@@ -1,5 +1,7 @@
 // ZoStartReport: tells how it was started, one "name=value" a line. With ZO_START_REPORT in the environment it writes
 // that file; otherwise it prints, and waits for Enter so that its console stays.
+#include "../library_search.h"
+
 #include <windows.h>
 
 #include <cstdarg>
@@ -99,6 +101,7 @@ bool Save(const std::string& path)
 
 int main(int argc, char** argv)
 {
+    LeaveOutCurrentFolder();
     ReportStartup();
     ReportWindow();
     ReportConsole();

@@ -1,4 +1,5 @@
 // ZoWorkbench: the class library at work.
+#include "../library_search.h"
 #include "main_frame.h"
 #include "tour.h"
 
@@ -25,6 +26,7 @@ WorkbenchApp g_app;
 
 BOOL WorkbenchApp::InitInstance()
 {
+    LeaveOutCurrentFolder();
     if (__argc > 1 && _stricmp(__argv[1], "/tour") == 0) {
         m_exitCode = RunTour(__argc > 2 ? __argv[2] : ".");
         return FALSE;

@@ -3,6 +3,10 @@
 
 #include <zogbl/global_config.h>
 
+#include "product/registered_product.h"
+#include "support/unique_names.h"
+#include "support/wine_gap.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
@@ -173,4 +177,38 @@ TEST_F(ProvisionTest, RemovesAUserOrAllOfTheProduct)
     ASSERT_EQ(0u, Provision("--user tester" + Plain()));
     EXPECT_EQ(0u, Provision("--remove" + Plain()));
     EXPECT_TRUE(HasKey("Software\\Zo Tests", "Another Product"));
+}
+
+namespace {
+
+BOOL CALLBACK CloseVisible(HWND window, LPARAM)
+{
+    if (IsWindowVisible(window))
+        PostMessageA(window, WM_CLOSE, 0, 0);
+    return TRUE;
+}
+
+} // namespace
+
+TEST(Workbench, TakesNoLibraryFromTheCurrentFolder)
+{
+    zo_test::RegisteredProduct product;
+    product.RemoveLanguages();
+    product.SetLanguage(0x0410, 1); // Italian, for which the product has no library
+    const zo_test::TestFolder folder;
+    ASSERT_TRUE(CopyFileA((OwnFolder() + "ZOGBLENU.DLL").c_str(), folder.Path("ZOGBLITA.DLL").c_str(), TRUE));
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    ASSERT_TRUE(CreateProcessA((OwnFolder() + "ZoWorkbench.exe").c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
+                               folder.Path().c_str(), &startup, &process));
+    for (int tries = 0; tries < 300 && WaitForSingleObject(process.hProcess, 100) == WAIT_TIMEOUT; ++tries)
+        EnumThreadWindows(process.dwThreadId, &CloseVisible, 0);
+    DWORD code = 1000;
+    GetExitCodeProcess(process.hProcess, &code);
+    ZO_WINE_GAP("an empty folder in SetDllDirectory is taken for none", EXPECT_EQ(1u, code)
+                                                                            << "it found a language library");
+    TerminateProcess(process.hProcess, 2); // if it hangs
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
 }

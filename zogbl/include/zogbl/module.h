@@ -1,5 +1,14 @@
 /// \file
 /// The library in its process: instance handle, language library, novice mode.
+///
+/// A host links the import libraries of ZOGBLBRX.DLL and ZOAFX.DLL. The product must be registered; for settings of its
+/// own (trace level, novice mode) the host needs a version resource with the suite's company, product and version. It
+/// needs an application object for document types and help files, and to hear that the language has changed; it then
+/// starts the framework by AfxWinMain or AfxWinInit. Without one there is nothing to start. A host whose thread answers
+/// window messages follows a change of language that another program makes.
+///
+/// Libraries are loaded by name: language libraries, plug-ins, TAPI32.DLL. The system looks for them in the current folder
+/// too. A host should call SetDllDirectory("") first, where the system has it, so that nobody slips it a library there.
 #pragma once
 
 #include <zogbl/country_code.h>
