@@ -212,6 +212,32 @@ TEST(CDialog, WithoutParentBelongsToThePopupThatWasActiveLast)
     AfxGetThread()->m_pMainWnd = nullptr;
 }
 
+namespace {
+
+bool g_mainEnabled = true; // while the box is shown
+int WINAPI BoxOverMain(HWND, LPCSTR, LPCSTR, UINT)
+{
+    g_mainEnabled = IsWindowEnabled(AfxGetMainWnd()->m_hWnd) != FALSE;
+    return IDOK;
+}
+
+} // namespace
+
+TEST(MessageBoxes, KeepTheMainWindowFromBeingUsed)
+{
+    const ImportPatch box("ZOAFX.DLL", "MessageBoxA", &BoxOverMain);
+    Owner main;
+    CWnd owned; // the box belongs to it, and the system disables that one alone
+    ASSERT_TRUE(
+        owned.CreateEx(0, nullptr, "owned", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, main.m_hWnd, nullptr));
+    AfxGetThread()->m_pMainWnd = &main;
+    SetActiveWindow(owned.m_hWnd);
+    EXPECT_EQ(IDOK, AfxMessageBox("text"));
+    EXPECT_FALSE(g_mainEnabled);
+    EXPECT_TRUE(IsWindowEnabled(main.m_hWnd));
+    AfxGetThread()->m_pMainWnd = nullptr;
+}
+
 TEST(CDialog, NestsAndIsOwnedByTheTopWindow)
 {
     Owner owner;
@@ -361,6 +387,55 @@ TEST(DataExchange, BoundsTexts)
         open.SetText("abc");
         EXPECT_TRUE(open.UpdateData());
         EXPECT_STREQ("abc", value);
+    };
+    EXPECT_EQ(IDOK, dialog.DoModal());
+}
+
+TEST(DataExchange, MovesChoices)
+{
+    enum { kCheck = 1101, kList, kCombo, kRadio, kNextGroup = kRadio + 3 };
+    ExchangingDialog dialog;
+    int check = BST_CHECKED, list = 2, combo = 1, radio = 1;
+    CEdit edit;
+    dialog.exchange = [&](CDataExchange* context) {
+        DDX_Check(context, kCheck, check);
+        DDX_LBIndex(context, kList, list);
+        DDX_CBIndex(context, kCombo, combo);
+        DDX_Radio(context, kRadio, radio);
+        DDX_Control(context, kEdit, edit);
+    };
+    dialog.act = [&](ExchangingDialog& open) {
+        const auto add = [&](LPCSTR name, int id, DWORD style) {
+            CreateWindowA(name, "", WS_CHILD | style, 0, 0, 50, 50, open.m_hWnd,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+        };
+        const auto ask = [&](int id, UINT message, int wParam = 0, LPCSTR text = nullptr) {
+            return static_cast<int>(SendDlgItemMessageA(open.m_hWnd, id, message, static_cast<WPARAM>(wParam),
+                                                        reinterpret_cast<LPARAM>(text)));
+        };
+        add("BUTTON", kCheck, BS_CHECKBOX);
+        add("LISTBOX", kList, 0);
+        add("COMBOBOX", kCombo, CBS_DROPDOWNLIST);
+        for (const int id : {0, 1, 2, 3})
+            add("BUTTON", kRadio + id, BS_RADIOBUTTON | (id % 3 == 0 ? WS_GROUP : 0));
+        for (const char* row : {"a", "b", "c"})
+            ask(kList, LB_ADDSTRING, 0, row), ask(kCombo, CB_ADDSTRING, 0, row);
+        EXPECT_TRUE(open.UpdateData(FALSE));
+        EXPECT_EQ(BST_CHECKED, ask(kCheck, BM_GETCHECK));
+        EXPECT_EQ(2, ask(kList, LB_GETCURSEL));
+        EXPECT_EQ(1, ask(kCombo, CB_GETCURSEL));
+        EXPECT_EQ(BST_CHECKED, ask(kRadio + 1, BM_GETCHECK));
+        EXPECT_EQ(::GetDlgItem(open.m_hWnd, kEdit), edit.m_hWnd);
+        ask(kCheck, BM_SETCHECK, BST_UNCHECKED), ask(kList, LB_SETCURSEL, 0), ask(kCombo, CB_SETCURSEL, 2);
+        ask(kRadio + 1, BM_SETCHECK, BST_UNCHECKED), ask(kNextGroup, BM_SETCHECK, BST_CHECKED);
+        EXPECT_TRUE(open.UpdateData());
+        EXPECT_EQ(BST_UNCHECKED, check);
+        EXPECT_EQ(0, list);
+        EXPECT_EQ(2, combo);
+        EXPECT_EQ(-1, radio) << "the next group's button";
+        ask(kRadio, BM_SETCHECK, BST_CHECKED);
+        EXPECT_TRUE(open.UpdateData());
+        EXPECT_EQ(0, radio);
     };
     EXPECT_EQ(IDOK, dialog.DoModal());
 }

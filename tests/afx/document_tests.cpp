@@ -1,6 +1,7 @@
 // Documents, their views and frames in a main window.
 #include "support/fault_loop.h"
 #include "support/process_counts.h"
+#include "support/unique_names.h"
 
 #include <afxwin.h>
 
@@ -279,6 +280,19 @@ TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)
     EXPECT_STREQ("C:\\b.t", document->GetPathName());
     EXPECT_EQ("save C:\\b.t ", Command(ID_FILE_SAVE));
     EXPECT_EQ("", Command(ID_FILE_SAVE_AS)) << "this framework asks for no name";
+    const TestFolder folder;
+    folder.Write("file", "");
+    document->SetPathName(folder.Path("file").c_str());
+    SetFileAttributesA(document->GetPathName(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ("", Command(ID_FILE_SAVE)) << "over a file that may not be written";
+    SetFileAttributesA(document->GetPathName(), FILE_ATTRIBUTE_NORMAL);
+    document->SetModifiedFlag();
+    EXPECT_TRUE(document->OnOpenDocument("C:\\c.t"));
+    EXPECT_FALSE(document->IsModified());
+    document->SetModifiedFlag();
+    EXPECT_TRUE(document->OnNewDocument());
+    EXPECT_FALSE(document->IsModified());
+    EXPECT_STREQ("", document->GetPathName());
     document->OnCloseDocument();
 }
 
@@ -296,8 +310,13 @@ TEST_F(Documents, TellTheirViewsOfChanges)
     CFrameWnd* frame = m_main->MDIGetActive();
     m_type.InitialUpdateFrame(m_type.CreateNewFrame(document, frame), document);
     EXPECT_EQ(1, g_documents);
+    const ImportPatch box("ZOAFX.DLL", "MessageBoxA", &Answer);
+    document->SetModifiedFlag();
+    TakeLog();
     frame->SendMessage(WM_CLOSE);
     EXPECT_EQ(1, g_documents);
+    EXPECT_EQ(std::string::npos, TakeLog().find("Save")) << "nothing is lost yet";
+    document->SetModifiedFlag(FALSE);
     m_main->MDIGetActive()->SendMessage(WM_CLOSE);
     EXPECT_EQ(0, g_documents);
 }

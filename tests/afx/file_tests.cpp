@@ -47,6 +47,7 @@ TEST(CFile, SaysWhyItCannotBeOpened)
         ZO_EXPECT_NO_LEAK({
             EXPECT_EQ(c.cause == CFileException::none, file.Open(path.c_str(), c.flags, &reason) != FALSE);
             EXPECT_EQ(c.cause, reason.m_cause);
+            EXPECT_STREQ(c.cause == CFileException::none ? "" : path.c_str(), reason.m_strFileName);
             file.Abort();
             reason.m_strFileName.Empty();
             EXPECT_EQ(c.cause, CauseOf([&] { CFile other(path.c_str(), c.flags); }));
@@ -85,6 +86,71 @@ TEST(CFile, ReadsAndWrites)
     EXPECT_EQ(CFileException::fileNotFound, CauseOf([&] { CFile::Rename(path.c_str(), "x"); }));
     CFile::Remove(folder.Path("renamed").c_str());
     EXPECT_EQ(CFileException::fileNotFound, CauseOf([&] { CFile::Remove(path.c_str()); }));
+}
+
+TEST(CFile, OpensAsItsFlagsSay)
+{
+    const TestFolder folder;
+    folder.Write("file", "0123");
+    const std::string path = folder.Path("file");
+    static constexpr struct {
+        UINT share;
+        bool reads; // whether another may meanwhile
+        bool writes;
+    } shares[] = {{CFile::shareCompat, false, false},
+                  {CFile::shareExclusive, false, false},
+                  {CFile::shareDenyWrite, true, false},
+                  {CFile::shareDenyRead, false, true},
+                  {CFile::shareDenyNone, true, true}};
+    for (const auto& c : shares) {
+        const CFile file(path.c_str(), CFile::modeRead | c.share);
+        EXPECT_EQ(c.reads, CFile().Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone) != FALSE) << c.share;
+        EXPECT_EQ(c.writes, CFile().Open(path.c_str(), CFile::modeWrite | CFile::shareDenyNone) != FALSE) << c.share;
+    }
+    static constexpr struct {
+        UINT mode;
+        bool reads;
+        bool writes;
+    } modes[] = {{CFile::modeRead, true, false}, {CFile::modeWrite, false, true}, {CFile::modeReadWrite, true, true}};
+    for (const auto& c : modes) {
+        CFile file(path.c_str(), c.mode);
+        char byte = 'x';
+        EXPECT_EQ(c.reads, CauseOf([&] { file.Read(&byte, 1); }) == CFileException::none) << c.mode;
+        EXPECT_EQ(c.writes, CauseOf([&] { file.Write(&byte, 1); }) == CFileException::none) << c.mode;
+    }
+    for (const UINT flag : {UINT{0}, UINT{CFile::modeNoInherit}}) {
+        const CFile file(path.c_str(), CFile::modeRead | flag);
+        DWORD information = 0;
+        EXPECT_TRUE(GetHandleInformation(file.m_hFile, &information));
+        EXPECT_EQ(flag == 0, (information & HANDLE_FLAG_INHERIT) != 0);
+    }
+    char current[MAX_PATH];
+    GetCurrentDirectoryA(sizeof current, current);
+    SetCurrentDirectoryA(folder.Path().c_str());
+    EXPECT_STRCASEEQ(path.c_str(), CFile("file", CFile::modeRead).GetFilePath());
+    SetCurrentDirectoryA(current);
+}
+
+namespace {
+
+constexpr ULONGLONG kHuge = 0x100000005;
+
+BOOL WINAPI HugeSize(HANDLE, LARGE_INTEGER* size)
+{
+    size->QuadPart = kHuge;
+    return TRUE;
+}
+
+} // namespace
+
+TEST(CFile, CountsBeyond32Bits)
+{
+    const TestFolder folder;
+    CFile file(folder.Path("file").c_str(), CFile::modeReadWrite | CFile::modeCreate);
+    EXPECT_EQ(kHuge, file.Seek(kHuge, CFile::begin)); // the file stays empty
+    EXPECT_EQ(kHuge, file.GetPosition());
+    const ImportPatch patch("ZOAFX.DLL", "GetFileSizeEx", &HugeSize);
+    EXPECT_EQ(kHuge, file.GetLength());
 }
 
 namespace {

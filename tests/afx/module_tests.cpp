@@ -38,6 +38,15 @@ TEST(RuntimeClasses, AreFoundCreatedAndCompared)
     EXPECT_EQ(nullptr, RUNTIME_CLASS(ModuleTestBase)->CreateObject());
 }
 
+TEST(Application, HasTheHelpFileOfItsProgram)
+{
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path - 1);
+    std::string expected(path);
+    expected.replace(expected.rfind('.'), std::string::npos, ".HLP");
+    EXPECT_EQ(expected, AfxGetApp()->m_pszHelpFilePath);
+}
+
 TEST(ExtensionModule, BringsItsClassesAndTakesThemAway)
 {
     AFX_MODULE_STATE* state = AfxGetModuleState();
@@ -97,6 +106,9 @@ TEST(ResourceChain, GoesHostNewestOldestSystem)
         ExpectStrings("host", "host", "second", "first", "second");
         EXPECT_EQ(310, LoadedString(1700).GetLength()) << "a long string was cut";
         EXPECT_EQ(AfxGetInstanceHandle(), AfxFindResourceHandle(MAKEINTRESOURCE(9999), RT_STRING)) << "for nobody's";
+        CBitmap bitmap;
+        EXPECT_TRUE(bitmap.LoadBitmap(70)) << "which the first one has";
+        bitmap.DeleteObject();
         char small[4];
         EXPECT_EQ(3, AfxLoadString(1664, small, sizeof small));
         EXPECT_STREQ("sec", small);

@@ -231,8 +231,23 @@ TEST(CString, FormatsAnyLength)
         ASSERT_EQ(length, s.GetLength());
         EXPECT_EQ(static_cast<size_t>(length), strlen(s));
     }
+    s.Format(1600); // of host.rc
+    EXPECT_STREQ("host", s);
     s.Format("%d %s %c %08lX %%", -5, "text", 'x', 0xABCDul);
     EXPECT_STREQ("-5 text x 0000ABCD %", s);
+}
+
+TEST(CString, IsMadeOfResourcesAndRepetitions)
+{
+    EXPECT_STREQ("host", CString(MAKEINTRESOURCE(1600)));
+    EXPECT_STREQ("", CString(MAKEINTRESOURCE(9999)));
+    EXPECT_STREQ("xxx", CString('x', 3));
+    CString part("before");
+    EXPECT_FALSE(AfxExtractSubString(part, nullptr, 0));
+    EXPECT_STREQ("", part);
+    char text[] = "before";
+    EXPECT_EQ(0, AfxLoadString(9999, text, sizeof text));
+    EXPECT_STREQ("", text);
 }
 
 TEST(CString, LendsItsBuffer)
@@ -243,7 +258,8 @@ TEST(CString, LendsItsBuffer)
     strcpy(buffer, "abcdef");
     s.ReleaseBuffer();
     EXPECT_EQ(6, s.GetLength());
-    s.GetBuffer(6);
+    s.ReleaseBuffer(1000);
+    EXPECT_LE(s.GetLength(), 100) << "more than was lent";
     s.ReleaseBuffer(2);
     EXPECT_STREQ("ab", s);
     memset(s.GetBufferSetLength(5), 'z', 5);

@@ -10,7 +10,21 @@ constexpr UINT kThrow = WM_APP + 1;
 constexpr UINT kPrivate = WM_APP + 2;
 constexpr UINT kBasePrivate = WM_APP + 3;
 
-enum Command { kPlain = 100, kBaseOnly, kGreyed, kChecked, kUnanswered, kRangeFirst = 200, kRangeLast = 209, kBoth };
+enum Command {
+    kPlain = 100,
+    kBaseOnly,
+    kGreyed,
+    kChecked,
+    kUnanswered,
+    kRangeFirst = 200,
+    kRangeLast = 209,
+    kBoth,
+    kPassedOn
+};
+
+constexpr UINT kControl = 9; // identifier
+constexpr UINT kTaken = 77;  // notification codes: of the control, of its parent
+constexpr UINT kLeft = 78;
 
 /// Writes down what it is called for.
 class BaseWindow : public CWnd {
@@ -62,6 +76,7 @@ BEGIN_MESSAGE_MAP(BaseWindow, CWnd)
     ON_WM_GETMINMAXINFO()
     ON_COMMAND(kBaseOnly, OnBaseCommand)
     ON_COMMAND(kBoth, OnBoth)
+    ON_COMMAND(kPassedOn, OnBaseCommand)
     ON_MESSAGE(kBasePrivate, OnBasePrivate)
 END_MESSAGE_MAP()
 
@@ -96,6 +111,8 @@ BEGIN_MESSAGE_MAP(TestWindow, BaseWindow)
     ON_COMMAND(kPlain, OnPlain)
     ON_COMMAND(kBoth, OnBoth)
     ON_COMMAND(kGreyed, OnPlain)
+    AFX_ENTRY(WM_COMMAND, CN_COMMAND, kPassedOn, kPassedOn, nullptr, self->log += "first ", call.bHandled = FALSE)
+    AFX_ENTRY(WM_NOTIFY, kLeft, kControl, kControl, nullptr, *static_cast<AFX_NOTIFY*>(call.pExtra)->pResult = 6)
     ON_COMMAND(kChecked, OnPlain)
     ON_COMMAND_RANGE(kRangeFirst, kRangeLast, OnRange)
     ON_UPDATE_COMMAND_UI(kGreyed, OnUpdateGreyed)
@@ -177,6 +194,17 @@ TEST(CWnd, SubclassesAndGivesBack)
     EXPECT_EQ(nullptr, object.m_hWnd);
     EXPECT_FALSE(object.SubclassDlgItem(8, &parent)) << "there is no such control";
 
+    CWnd attached; // which does not take the procedure
+    ASSERT_TRUE(attached.Attach(edit));
+    EXPECT_EQ(&attached, CWnd::FromHandlePermanent(edit));
+    EXPECT_EQ(edit, attached.Detach());
+    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(edit));
+    const HWND other = CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    ASSERT_TRUE(attached.Attach(other));
+    EXPECT_TRUE(attached.DestroyWindow());
+    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(other)) << "a stale entry";
+    EXPECT_EQ(nullptr, attached.m_hWnd);
+
     ASSERT_TRUE(object.SubclassWindow(edit));
     object.TakeLog();
     parent.DestroyWindow();
@@ -208,8 +236,9 @@ TEST(MessageMap, LeadsToTheNearestHandler)
     ASSERT_TRUE(window.CreateTop());
     window.TakeLog();
     static constexpr std::pair<int, const char*> commands[] = {
-        {kPlain, "plain "},        {kBaseOnly, "base "},  {kBoth, "both "},     {kRangeFirst, "range200 "},
-        {kRangeLast, "range209 "}, {kRangeFirst - 1, ""}, {kRangeLast + 5, ""}, {kUnanswered, ""},
+        {kPlain, "plain "},         {kBaseOnly, "base "},      {kBoth, "both "},
+        {kRangeFirst, "range200 "}, {kRangeLast, "range209 "}, {kRangeFirst - 1, ""},
+        {kRangeLast + 5, ""},       {kUnanswered, ""},         {kPassedOn, "first base "},
     };
     for (const auto& [id, expected] : commands) {
         window.SendMessage(WM_COMMAND, static_cast<WPARAM>(id));
@@ -272,6 +301,10 @@ public:
     int measured = 0;
     int selections = 0;
 
+    int CompareItem(COMPAREITEMSTRUCT* items) override
+    {
+        return items->itemData1 < items->itemData2 ? -1 : items->itemData1 > items->itemData2;
+    }
     void DrawItem(DRAWITEMSTRUCT* item) override
     {
         EXPECT_EQ(m_hWnd, item->hwndItem);
@@ -284,14 +317,88 @@ public:
     }
 
 protected:
-    LRESULT OnReflectedCommand(WPARAM, LPARAM)
-    {
-        ++selections;
-        return 0;
-    }
+    DECLARE_MESSAGE_MAP()
 };
 
+BEGIN_MESSAGE_MAP(DrawnListBox, CListBox)
+    AFX_ENTRY(WM_COMMAND + WM_REFLECT_BASE, LBN_SELCHANGE, 0, 0, nullptr, ++self->selections)
+    AFX_ENTRY(WM_NOTIFY + WM_REFLECT_BASE, kTaken, 0, 0, nullptr, *static_cast<AFX_NOTIFY*>(call.pExtra)->pResult = 5)
+END_MESSAGE_MAP()
+
 } // namespace
+
+TEST(Reflection, SendsBackWhatAControlCaused)
+{
+    TestWindow parent;
+    ASSERT_TRUE(parent.CreateTop());
+    DrawnListBox list; // sorts itself: its items are numbers
+    ASSERT_TRUE(list.Create(LBS_OWNERDRAWFIXED | LBS_SORT, CRect(0, 0, 100, 80), &parent, kControl));
+    for (const INT_PTR number : {3, 1, 2})
+        list.AddString(reinterpret_cast<LPCSTR>(number));
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(i + 1, reinterpret_cast<INT_PTR>(list.GetItemDataPtr(i)));
+    const auto command = [&](WORD code) {
+        return parent.SendMessage(WM_COMMAND, MAKEWPARAM(kControl, code), reinterpret_cast<LPARAM>(list.m_hWnd));
+    };
+    EXPECT_EQ(1, command(LBN_SELCHANGE));
+    EXPECT_EQ(0, command(LBN_DBLCLK));
+    EXPECT_EQ(1, list.selections);
+    static constexpr std::pair<UINT, LRESULT> notifications[] = {{kTaken, 5}, {kLeft, 6}, {kLeft + 1, 0}};
+    for (const auto& [code, result] : notifications) {
+        NMHDR header = {list.m_hWnd, kControl, code};
+        EXPECT_EQ(result, parent.SendMessage(WM_NOTIFY, kControl, reinterpret_cast<LPARAM>(&header))) << code;
+    }
+    CComboBox combo;
+    ASSERT_TRUE(combo.Create(CBS_DROPDOWNLIST, CRect(0, 0, 100, 80), &parent, kControl + 1));
+    for (int i = 0; i < 2; ++i)
+        combo.SendMessage(CB_SETITEMDATA, static_cast<WPARAM>(combo.AddString("row")), 10 + i);
+    EXPECT_EQ(11, reinterpret_cast<INT_PTR>(combo.GetItemDataPtr(1)));
+}
+
+TEST(Drawing, GivesBackWhatItTook)
+{
+    TestWindow window;
+    ASSERT_TRUE(window.CreateTop());
+    HGDIOBJ bitmap;
+    HDC handle;
+    {
+        CBitmap object;
+        ASSERT_TRUE(object.CreateBitmap(8, 8, 1, 1, nullptr));
+        bitmap = object.GetSafeHandle();
+        CClientDC dc(&window);
+        handle = dc.GetSafeHdc();
+        EXPECT_EQ(window.m_hWnd, WindowFromDC(handle));
+        SIZE extent;
+        GetTextExtentPoint32A(handle, "ab", 2, &extent);
+        EXPECT_EQ(extent.cx, dc.GetTextExtent("abc", 2).cx);
+        EXPECT_EQ(extent.cy, dc.GetTextExtent("abc", 2).cy);
+    }
+    EXPECT_EQ(0u, GetObjectType(bitmap));
+    EXPECT_EQ(nullptr, WindowFromDC(handle));
+}
+
+TEST(CWnd, CentersWithinTheWorkArea)
+{
+    CRect work;
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+    CWnd owner, window;
+    ASSERT_TRUE(owner.CreateEx(0, nullptr, "", WS_POPUP | WS_VISIBLE, 0, 0, 1, 1, nullptr, nullptr));
+    ASSERT_TRUE(window.CreateEx(0, nullptr, "", WS_POPUP, 0, 0, 200, 100, nullptr, nullptr));
+    const struct {
+        CRect owner; // left, top, width, height
+        int x, y;
+    } cases[] = {{{work.left, work.top, 20, 20}, work.left, work.top},
+                 {{300, 250, 100, 60}, 250, 230},
+                 {{work.right - 20, work.bottom - 20, 20, 20}, work.right - 200, work.bottom - 100}};
+    for (const auto& c : cases) {
+        owner.MoveWindow(c.owner.left, c.owner.top, c.owner.right, c.owner.bottom);
+        window.CenterWindow(&owner);
+        CRect place;
+        window.GetWindowRect(&place);
+        EXPECT_EQ(c.x, place.left);
+        EXPECT_EQ(c.y, place.top);
+    }
+}
 
 TEST(Reflection, LetsAListBoxDrawItself)
 {
