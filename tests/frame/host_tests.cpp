@@ -1,5 +1,6 @@
 // Hosts that are no test programs: they have no application object and do not start the framework.
 #include "product/registered_product.h"
+#include "support/environment.h"
 #include "support/unique_names.h"
 
 #include <gtest/gtest.h>
@@ -40,6 +41,8 @@ DWORD RunHost(const std::string& program, const zo_test::TestFolder& folder)
 
 TEST(Host, NeedsNoApplicationObject)
 {
+    ZO_ONLY_IN(zo_test::Family() != zo_test::WindowsFamily::kWin32s,
+               "the hosts run on no Win32s: their registry differs");
     const zo_test::RegisteredProduct product;
     const zo_test::TestFolder folder;
     EXPECT_EQ(0u, RunHost("plain_host.exe", folder));
