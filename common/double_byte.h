@@ -87,8 +87,7 @@ inline LPCSTR FindText(LPCSTR text, LPCSTR wanted)
     return text;
 }
 
-/// The number of a character without regard to case: of one byte as the run-time library's locale has it, of two as the
-/// code page does.
+/// The number of a character of a double-byte code page, without regard to case.
 inline UINT LowerCase(UINT character)
 {
     return character > 0xFF ? _mbctolower(character) : static_cast<UINT>(std::tolower(static_cast<int>(character)));
@@ -110,7 +109,14 @@ inline int CompareCharacters(LPCSTR first, LPCSTR second)
 {
     return CompareCharacters(first, second, [](UINT character) { return character; });
 }
-inline int CompareCharactersNoCase(LPCSTR first, LPCSTR second) { return CompareCharacters(first, second, &LowerCase); }
+/// The same without regard to case. Where all characters have one byte the order is the run-time library's: it has no
+/// second half to look for. \return less than 0, 0, or more
+inline int CompareCharactersNoCase(LPCSTR first, LPCSTR second)
+{
+    if (!GetSystemMetrics(SM_DBCSENABLED))
+        return _stricmp(first, second);
+    return CompareCharacters(first, second, &LowerCase);
+}
 
 /// Changes the case of a text by \p map, _mbsupr or _mbslwr. Half a character at its end stays as it is.
 inline void MapCase(LPSTR text, unsigned char*(__cdecl* map)(unsigned char*))

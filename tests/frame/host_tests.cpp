@@ -49,5 +49,5 @@ TEST(Host, NeedsNoApplicationObject)
     EXPECT_EQ(0u, RunHost("readme_example.exe", folder));
     const std::string line = folder.Read("output");
     EXPECT_GT(std::stoi(line), 200) << line;
-    EXPECT_NE(std::string::npos, line.find(" countries, from Afghanistan")) << line;
+    EXPECT_NE(std::string::npos, line.find(" countries, from ")) << line;
 }
