@@ -175,6 +175,13 @@ TEST_F(Locations, ARecordThatLacksAnyValueStopsTheLoading)
         EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, list.LoadAllItems());
         ASSERT_EQ(1, list.GetCount());
         EXPECT_EQ(1u, list.GetFirstItem()->m_dwIndex);
+        EXPECT_EQ(0u, list.GetNewLocation()->m_dwIndex);
+        EXPECT_EQ(2u, list.GetUniqueIndex());
+        EXPECT_EQ(4u, list.GetNewLocation()->m_dwIndex) << "2 and 3 have records, read or not";
+        CZoLocationItemList readable;
+        EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, readable.LoadReadableItems());
+        ASSERT_EQ(2, readable.GetCount());
+        EXPECT_EQ(3u, readable.GetAt(1)->m_dwIndex);
         ASSERT_EQ(0u, second.SaveByIndex());
     }
 }
@@ -198,6 +205,25 @@ TEST_F(Locations, ValuesThatAreNotAsTheyShouldBeStopTheLoading)
     EXPECT_EQ(ZoErrWrongValueType, item.LoadByIndex(2));
     EXPECT_EQ(0u, m_config.SetValue(kMode, record, "CountryIndex", "276"));
     EXPECT_EQ(ZoErrWrongValueType, item.LoadByIndex(2));
+}
+
+TEST_F(Locations, TextsThatCannotBeReadBackAreNotSaved)
+{
+    Save(2, "second");
+    std::vector<CString Item::*> members;
+    for (const zo_test::TextField& field : zo_test::kTexts)
+        members.push_back(field.member);
+    for (size_t i = 0; i < members.size() + 2 * ZO_PHONE_KINDS; ++i) {
+        SCOPED_TRACE(i);
+        Item item(2), stored(0);
+        zo_test::Fill(item, "new", 255);
+        const size_t phone = i - members.size(); // of both arrays
+        CStringArray& phones = phone < ZO_PHONE_KINDS ? item.m_csaPhoneAreas : item.m_csaPhoneNumbers;
+        (i < members.size() ? item.*members[i] : phones[phone % ZO_PHONE_KINDS]) += "x";
+        EXPECT_EQ(DWORD{ERROR_MORE_DATA}, item.SaveByIndex());
+        EXPECT_EQ(0u, stored.LoadByIndex(2));
+        EXPECT_STREQ("second", stored.m_csLocationName.Left(6)) << "as it was";
+    }
 }
 
 TEST_F(Locations, WhatAnItemLacksIsWrittenEmptyAndFlagsAreOneOrNothing)

@@ -75,6 +75,11 @@ struct Save {
     DWORD operator()(UINT id, BOOL flag) const { return record.SetValue(id, flag == 1 ? 1 : 0); }
 };
 
+struct Check {
+    DWORD operator()(UINT, const CString& text) const { return CheckLocationText(text); }
+    template <class NUMBER> DWORD operator()(UINT, NUMBER) const { return ERROR_SUCCESS; }
+};
+
 DWORD LoadPhones(LocationRecord& record, CStringArray& areas, CStringArray& numbers)
 {
     areas.RemoveAll();
@@ -93,12 +98,12 @@ DWORD LoadPhones(LocationRecord& record, CStringArray& areas, CStringArray& numb
     return ERROR_SUCCESS;
 }
 
-/// Calls \p write(kind, text) for each kind.
-template <class WRITE> DWORD SavePhones(const CStringArray& texts, WRITE write)
+/// Calls \p visit(kind, text) for each kind, until it returns a status other than 0. \return that status.
+template <class VISIT> DWORD ForEachPhone(const CStringArray& texts, VISIT visit)
 {
     for (DWORD kind = 0; kind < ZO_PHONE_KINDS; ++kind) {
         const bool present = static_cast<INT_PTR>(kind) < texts.GetSize();
-        const DWORD status = write(kind, present ? static_cast<LPCSTR>(texts[kind]) : "");
+        const DWORD status = visit(kind, present ? static_cast<LPCSTR>(texts[kind]) : "");
         if (status != ERROR_SUCCESS)
             return status;
     }
@@ -156,13 +161,22 @@ DWORD CZoLocationItem::SaveByIndex()
     const auto record = LocationRecord::Create();
     if (!record)
         return ZoErrOutOfMemory;
+    // Before anything is written: a record with one text that cannot be read back would stop the loading of all.
+    DWORD status = ForEachField(*this, Check{});
+    for (const CStringArray* texts : {&m_csaPhoneAreas, &m_csaPhoneNumbers}) {
+        if (status == ERROR_SUCCESS)
+            status = ForEachPhone(*texts, [](DWORD, LPCSTR text) { return CheckLocationText(text); });
+    }
+    if (status != ERROR_SUCCESS)
+        return status;
     record->SetDataIndex(m_dwIndex);
-    DWORD status = ForEachField(*this, Save{*record});
-    if (status == ERROR_SUCCESS)
-        status = SavePhones(m_csaPhoneAreas, [&](DWORD kind, LPCSTR text) { return record->SetPhoneArea(kind, text); });
+    status = ForEachField(*this, Save{*record});
     if (status == ERROR_SUCCESS)
         status =
-            SavePhones(m_csaPhoneNumbers, [&](DWORD kind, LPCSTR text) { return record->SetPhoneNumber(kind, text); });
+            ForEachPhone(m_csaPhoneAreas, [&](DWORD kind, LPCSTR text) { return record->SetPhoneArea(kind, text); });
+    if (status == ERROR_SUCCESS)
+        status = ForEachPhone(m_csaPhoneNumbers,
+                              [&](DWORD kind, LPCSTR text) { return record->SetPhoneNumber(kind, text); });
     if (status != ERROR_SUCCESS)
         record->DeleteIndex(m_dwIndex);
     return status;

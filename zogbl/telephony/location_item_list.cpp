@@ -32,6 +32,12 @@ bool IsNumber(LPCSTR name)
     return std::all_of(name, name + std::strlen(name), [](char c) { return c >= '0' && c <= '9'; });
 }
 
+bool Contains(const CDWordArray& indexes, DWORD index)
+{
+    const DWORD* end = indexes.GetData() + indexes.GetSize();
+    return std::find(indexes.GetData(), end, index) != end;
+}
+
 /// Takes the index of a record; what else is below the key is passed over.
 DWORD CollectIndex(void* indexes, LPCSTR subkeyName)
 {
@@ -44,6 +50,17 @@ DWORD CollectIndex(void* indexes, LPCSTR subkeyName)
         e->Delete();
         return ZoErrMemoryException;
     }
+}
+
+/// Appends the indexes of all records, in the registry's order. \return as LoadAllItems
+DWORD ListRecords(CDWordArray& indexes)
+{
+    const auto record = LocationRecord::Create();
+    if (!record || !record->GoToLocations())
+        return ZoErrOutOfMemory;
+    const DWORD status =
+        CZoGlobalConfig().EnumEntries(record->GetAccessMode(), record->GetSection(), &CollectIndex, &indexes);
+    return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status; // no location was ever saved
 }
 
 } // namespace
@@ -60,20 +77,20 @@ void CZoLocationItemList::FreeData()
 
 // Registry -------------------------------------------------------------------------------------------------------------
 
-DWORD CZoLocationItemList::LoadAllItems()
+DWORD CZoLocationItemList::LoadAllItems() { return LoadItems(false); }
+DWORD CZoLocationItemList::LoadReadableItems() { return LoadItems(true); }
+
+DWORD CZoLocationItemList::LoadItems(bool passOverFailures)
 {
     const CWaitCursor wait;
-    const auto record = LocationRecord::Create();
-    if (!record || !record->GoToLocations())
-        return ZoErrOutOfMemory;
     CDWordArray indexes;
-    DWORD status =
-        CZoGlobalConfig().EnumEntries(record->GetAccessMode(), record->GetSection(), &CollectIndex, &indexes);
-    if (status == ERROR_FILE_NOT_FOUND) // no location was ever saved
-        return ERROR_SUCCESS;
-    for (INT_PTR i = 0; status == ERROR_SUCCESS && i < indexes.GetSize(); ++i)
-        status = LoadItem(indexes[i]);
-    return status;
+    DWORD failure = ListRecords(indexes);
+    for (INT_PTR i = 0; i < indexes.GetSize() && (failure == ERROR_SUCCESS || passOverFailures); ++i) {
+        const DWORD status = LoadItem(indexes[i]);
+        if (failure == ERROR_SUCCESS)
+            failure = status;
+    }
+    return failure;
 }
 
 DWORD CZoLocationItemList::LoadItem(DWORD index)
@@ -127,7 +144,14 @@ DWORD CZoLocationItemList::GetCurrentIndex()
 
 CZoLocationItem* CZoLocationItemList::GetNewLocation()
 {
-    std::unique_ptr<CZoLocationItem> item(new (std::nothrow) CZoLocationItem(GetUniqueIndex()));
+    // A record that is not in the list, because it could not be read or is another program's, is not to be overwritten.
+    CDWordArray records;
+    if (ListRecords(records) != ERROR_SUCCESS)
+        return nullptr;
+    DWORD index = GetUniqueIndex();
+    while (FindByIndex(index) != nullptr || Contains(records, index))
+        ++index;
+    std::unique_ptr<CZoLocationItem> item(new (std::nothrow) CZoLocationItem(index));
     if (!item)
         return nullptr;
     try {

@@ -4,7 +4,16 @@
 
 #include <zogbl/location_registry.h>
 
+#include <cstring>
 #include <memory>
+
+constexpr DWORD kLocationTextSize = 256; ///< bytes of the longest text of a record, terminator included
+
+/// Whether a text can be read back. \return 0, or what reading it would return.
+inline DWORD CheckLocationText(LPCSTR text)
+{
+    return std::strlen(text) < kLocationTextSize ? ERROR_SUCCESS : ERROR_MORE_DATA;
+}
 
 /// A location's registry object, with its values by the numbers of their names.
 class LocationRecord : public CZoLocationRegistry {

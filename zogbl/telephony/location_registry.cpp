@@ -3,11 +3,12 @@
 #include <zogbl/module.h>
 #include <zogbl/version_resource.h>
 
+#include "location_record.h"
+
 #include <cstring>
 
 namespace {
 
-constexpr DWORD kTextSize = 256;
 constexpr size_t kSubkeySize = 16;
 constexpr int kSectionNameSize = 256;
 
@@ -127,7 +128,7 @@ DWORD CZoLocationRegistry::GetIndex(UINT id, UINT& index)
 DWORD CZoLocationRegistry::GetString(UINT id, CString& text)
 {
     text.Empty();
-    char buffer[kTextSize];
+    char buffer[kLocationTextSize];
     const DWORD status = GetString(id, buffer, sizeof buffer, nullptr);
     if (status != ERROR_SUCCESS)
         return status;

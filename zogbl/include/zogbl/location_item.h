@@ -28,8 +28,9 @@ public:
     /// LoadByIndex of the location that the user chose last; 2 when none was chosen. The index stays as it was when it
     /// cannot be read which one that is.
     DWORD LoadCurrentLocation();
-    /// Writes the record of the item's index. When a write fails the whole record is deleted, the one that was there
-    /// before included, and that write's status returned: half a record could not be loaded.
+    /// Writes the record of the item's index. A text of more than 255 bytes could not be read back: 234 then, and
+    /// nothing is written. If a write fails, the whole record is deleted, the one that was there before included, and that
+    /// write's status returned: half a record could not be loaded.
     DWORD SaveByIndex();
 
     DWORD m_dwIndex; ///< number of the record
@@ -74,12 +75,15 @@ public:
     /// \return 0; ZoErrOutOfMemory: no memory for an item, or the executable belongs to no registered product;
     /// ZoErrMemoryException; the status of the read that failed, see CZoLocationItem and CZoGlobalConfig::EnumEntries.
     DWORD LoadAllItems();
+    /// As LoadAllItems, but passes over the items that cannot be loaded. \return the status of the first one.
+    DWORD LoadReadableItems();
     /// Writes every item. Whether one failed is not told: use SaveByIndex where it matters.
     void SaveAllItems();
 
-    /// Appends an empty location with an index of its own; owned by the list. Null when memory has run out.
+    /// Appends an empty location; owned by the list. Its index is the smallest that neither an item nor a record of the
+    /// registry has, from GetUniqueIndex on. Null when memory has run out or the registry's records cannot be listed.
     CZoLocationItem* GetNewLocation();
-    /// The smallest index that no item has.
+    /// The smallest index that no item has; the registry, which may have records that are not loaded, is not asked.
     DWORD GetUniqueIndex() const;
 
     int GetCount() const { return static_cast<int>(m_items.GetSize()); }
@@ -113,6 +117,7 @@ protected:
 
 private:
     INT_PTR FindPosition(const char* name, bool prefix) const;
+    DWORD LoadItems(bool passOverFailures);
     DWORD LoadItem(DWORD index);
 
     CPtrArray m_items; // of CZoLocationItem*
