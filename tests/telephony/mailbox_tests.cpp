@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 using zo_test::FaultRun;
@@ -134,6 +135,10 @@ TEST_F(MailBoxes, AreWrittenWithoutWhatWasThere)
     BOOL exists = FALSE;
     EXPECT_EQ(0u, m_config.DoesSubkeyExist(kMode, m_key, "-2147483648", exists));
     EXPECT_TRUE(exists);
+    const Contents before = Stored();
+    mailBoxes.Add(5, std::string(256, 'n').c_str());
+    EXPECT_FALSE(mailBoxes.Write()) << "could not be read back";
+    EXPECT_EQ(before, Stored());
     mailBoxes.RemoveAll();
     EXPECT_TRUE(mailBoxes.Write());
     EXPECT_TRUE(mailBoxes.Write()) << "nothing there to delete";
@@ -162,6 +167,54 @@ TEST_F(MailBoxes, AreFoundAndRemovedByNumber)
     EXPECT_FALSE(mailBoxes.Remove(static_cast<tagREGMAILBOXSTRUCT*>(nullptr)));
     EXPECT_EQ(1, mailBoxes.GetCount());
     EXPECT_EQ(Prepared(), Stored()) << "only Write writes";
+}
+
+// Another program -----------------------------------------------------------------------------------------------------
+
+namespace {
+
+CString g_key;
+int g_opened; ///< keys, by the library
+int g_change; ///< the opening at which another program begins to write; 0: at each, without end
+
+/// Opens a key behind the other program's next step: all is deleted and one mailbox written, then a second, then a third.
+LSTATUS WINAPI OpenKey(HKEY root, LPCSTR path, DWORD options, REGSAM access, HKEY* key)
+{
+    static bool writing = false;
+    if (!std::exchange(writing, true)) {
+        constexpr LPCSTR kSubkeys[] = {"\\00000003", "\\00000012", "\\00000040"};
+        CZoGlobalConfig config;
+        const int step = ++g_opened - g_change;
+        if (step == 0)
+            config.DeleteSection(kMode, g_key, nullptr);
+        if (g_change == 0)
+            config.SetValue(kMode, g_key + kSubkeys[0], "Name", std::to_string(step).c_str());
+        else if (step >= 0 && step < 3)
+            config.SetValue(kMode, g_key + kSubkeys[step], "Name", "new");
+        writing = false;
+    }
+    return RegOpenKeyExA(root, path, options, access, key);
+}
+LSTATUS WINAPI OpenKeyOld(HKEY root, LPCSTR path, HKEY* key) { return OpenKey(root, path, 0, MAXIMUM_ALLOWED, key); }
+
+} // namespace
+
+TEST_F(MailBoxes, AreReadWholeWhileAnotherProgramWrites)
+{
+    g_key = m_key;
+    g_opened = 0;
+    for (g_change = 0; g_change <= g_opened; ++g_change) {
+        SCOPED_TRACE(g_change);
+        Prepare();
+        const zo_test::ImportPatch patch(kLibrary, "RegOpenKeyExA", &OpenKey);
+        const zo_test::ImportPatch patchOld(kLibrary, "RegOpenKeyA", &OpenKeyOld);
+        g_opened = 0;
+        CZoRegMailBoxes mailBoxes;
+        EXPECT_EQ(g_change != 0, mailBoxes.Load() != FALSE);
+        const Contents whole = {{3, "new"}, {12, "new"}, {40, "new"}};
+        EXPECT_EQ(g_change == 0 ? Contents() : g_opened < g_change ? Prepared() : whole, ContentsOf(mailBoxes));
+    }
+    EXPECT_GT(g_change, 6);
 }
 
 // Folders --------------------------------------------------------------------------------------------------------------
@@ -302,6 +355,44 @@ TEST_F(MailBoxFaults, RegistryAndProductMayFail)
     const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
     const ZO_FAULTY_CALL(GetFileVersionInfoA) info(faults, kLibrary, FALSE);
     RunAll(faults);
+}
+
+TEST_F(MailBoxFaults, NothingIsWrittenOverWhatCouldNotBeDeleted)
+{
+    zo_test::FaultSource faults("delete");
+#ifdef _WIN64
+    const ZO_FAULTY_CALL(RegDeleteKeyExA) deleteInView(faults, kLibrary, ERROR_ACCESS_DENIED);
+#endif
+    const ZO_FAULTY_CALL(RegDeleteKeyA) deleteKey(faults, kLibrary, ERROR_ACCESS_DENIED);
+    zo_test::RunFaultLoop(faults, [&](const FaultRun& run) {
+        run.Stop();
+        Prepare();
+        CZoRegMailBoxes mailBoxes;
+        mailBoxes.Add(1, "new");
+        faults.Arm(run.number, run.persistent);
+        const BOOL written = mailBoxes.Write();
+        EXPECT_EQ(!run.Fired(), written != FALSE);
+        run.Stop();
+        for (const auto& [number, name] : Stored())
+            EXPECT_EQ(run.Fired(), name != "new") << number;
+    });
+}
+
+TEST_F(MailBoxFaults, AKeyThatIsDeletedMeanwhileIsReadAgain)
+{
+    zo_test::FaultSource faults("enumerate");
+    const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, ERROR_KEY_DELETED);
+    const ZO_FAULTY_CALL(RegEnumKeyA) enumerateOld(faults, kLibrary, ERROR_KEY_DELETED);
+    zo_test::RunFaultLoop(faults, [&](const FaultRun& run) {
+        run.Stop();
+        Prepare();
+        faults.Arm(run.number, run.persistent);
+        CZoRegMailBoxes mailBoxes;
+        const BOOL loaded = mailBoxes.Load();
+        const bool lost = run.Fired() && (run.persistent || run.number == 1); // the first one looks for the product
+        EXPECT_EQ(!lost, loaded != FALSE);
+        EXPECT_EQ(lost ? Contents() : Prepared(), ContentsOf(mailBoxes));
+    });
 }
 
 TEST_F(MailBoxFaults, FoldersThatCannotBeMadeStillHaveAPath)

@@ -7,8 +7,6 @@
 
 #include "../files/program_folder.h"
 
-#include <afxcoll.h>
-
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -18,6 +16,7 @@ namespace {
 
 constexpr DWORD kMode = ZO_MODE_LOCAL_MACHINE;
 constexpr DWORD kNameSize = 256;
+constexpr int kMostReadings = 16;
 constexpr LPCSTR kName = "Name";
 constexpr LPCSTR kUserDefault = "UserDefault";
 constexpr LPCSTR kNamelessMailBox = "BadBox";
@@ -38,6 +37,14 @@ template <class OPERATION> BOOL WithMailBoxesKey(OPERATION operation)
 bool IsUserDefault(LPCSTR name)
 {
     return CZoGlobalOperatingSystem::GetType() == ZO_OS_WIN32S && lstrcmpiA(name, kUserDefault) == 0;
+}
+
+bool IsSame(const CStringArray& first, const CStringArray& second)
+{
+    bool same = first.GetSize() == second.GetSize();
+    for (INT_PTR i = 0; same && i < first.GetSize(); ++i)
+        same = first[i] == second[i];
+    return same;
 }
 
 LPCSTR FolderSuffix(MAILBOXFOLDER folder)
@@ -74,23 +81,49 @@ BOOL CZoRegMailBoxes::Load()
     return loaded;
 }
 
-/// Throws CMemoryException*, as WriteNames does.
+/// Half a list that passes for the whole would be what the next Write leaves. So the registry is read until two readings in
+/// a row are the same: another program may be writing. Throws CMemoryException*, as the two below do.
 BOOL CZoRegMailBoxes::LoadNames(const CString& key)
+{
+    CStringArray readings[2];
+    bool isOtherWhole = false;
+    for (int i = 0; i < kMostReadings; ++i) {
+        CStringArray& reading = readings[i % 2];
+        const DWORD status = ReadNames(key, reading);
+        if (status != ERROR_SUCCESS && status != ERROR_KEY_DELETED)
+            return FALSE;
+        const bool isWhole = status == ERROR_SUCCESS;
+        if (isWhole && isOtherWhole && IsSame(readings[0], readings[1]))
+            return AddNames(reading);
+        isOtherWhole = isWhole;
+    }
+    return FALSE;
+}
+
+/// Reads all mailboxes: the name of a subkey, the name of its mailbox, the next subkey's and so on.
+DWORD CZoRegMailBoxes::ReadNames(const CString& key, CStringArray& reading)
 {
     CZoGlobalConfig config;
     CStringArray subkeys;
+    reading.RemoveAll();
     const DWORD status = config.EnumEntries(kMode, key, &EnumKeysCallback, &subkeys);
-    // Half a list that passes for the whole would be what the next Write leaves.
-    if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
-        return FALSE;
+    if (status != ERROR_SUCCESS)
+        return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status; // there are none
     for (INT_PTR i = 0; i < subkeys.GetSize(); ++i) {
-        const CString& subkey = subkeys[i];
-        if (IsUserDefault(subkey))
+        if (IsUserDefault(subkeys[i]))
             continue;
         char name[kNameSize];
-        config.GetValue(kMode, key + "\\" + subkey, kName, name, sizeof name, nullptr);
-        const auto number = static_cast<DWORD>(std::atol(subkey));
-        if (Add(number, name[0] != '\0' ? name : kNamelessMailBox) == nullptr)
+        config.GetValue(kMode, key + "\\" + subkeys[i], kName, name, sizeof name, nullptr);
+        reading.Add(subkeys[i]);
+        reading.Add(name[0] != '\0' ? name : kNamelessMailBox);
+    }
+    return ERROR_SUCCESS;
+}
+
+BOOL CZoRegMailBoxes::AddNames(const CStringArray& reading)
+{
+    for (INT_PTR i = 0; i < reading.GetSize(); i += 2) {
+        if (Add(static_cast<DWORD>(std::atol(reading[i])), reading[i + 1]) == nullptr)
             return FALSE;
     }
     return TRUE;
@@ -109,8 +142,11 @@ DWORD CZoRegMailBoxes::EnumKeysCallback(void* array, const char* name)
 
 BOOL CZoRegMailBoxes::Write()
 {
-    const BOOL cleared = ClearRegistry();
-    return WithMailBoxesKey([this](const CString& key) { return WriteNames(key); }) && cleared;
+    for (int i = 0; i < GetCount(); ++i) {
+        if (GetAt(i)->m_csName.GetLength() >= static_cast<int>(kNameSize))
+            return FALSE;
+    }
+    return ClearRegistry() && WithMailBoxesKey([this](const CString& key) { return WriteNames(key); });
 }
 
 BOOL CZoRegMailBoxes::WriteNames(const CString& key)
