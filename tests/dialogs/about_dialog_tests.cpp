@@ -8,6 +8,7 @@
 #include "telling_app.h"
 
 #include <zogbl/about_dialog.h>
+#include <zogbl/country_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/trace.h>
 
@@ -123,10 +124,17 @@ TEST_F(AboutBox, ShowsTheProgramAndFollowsTheLanguage)
             << TextOf(open.m_hWnd, ZO_IDC_ABOUT_VERSION);
         EXPECT_NE("", TextOf(open.m_hWnd, ZO_IDC_ABOUT_COPYRIGHT));
         EXPECT_EQ("&Trace settings...", TextOf(open.m_hWnd, ZO_IDC_ABOUT_TRACE));
+        CCountryCodeListBox countries; // as a program's own dialog has them
+        ASSERT_TRUE(countries.Create(WS_CHILD, CRect(0, 0, 9, 9), &open, 900));
+        countries.ResetInformation(-1);
+        countries.SelectCountryIndex(276);
         ZoGblDumpLanguageDLL();
         m_product.MakeCurrent(0x0407);
         ASSERT_TRUE(ZoGblLoadLanguageDLL());
         CZoDialog::ReloadOpenDialogs();
+        char name[64] = "";
+        countries.SendMessage(LB_GETTEXT, static_cast<WPARAM>(countries.GetCurSel()), reinterpret_cast<LPARAM>(name));
+        EXPECT_STREQ("Deutschland", name);
         EXPECT_EQ(0u, TextOf(open.m_hWnd).find("Info ")) << TextOf(open.m_hWnd);
         EXPECT_EQ("Auf&zeichnung...", TextOf(open.m_hWnd, ZO_IDC_ABOUT_TRACE));
     };

@@ -291,6 +291,7 @@ TEST_P(Countries, RefuseRecordsOutOfRangeAndKeepTheOthers)
     EXPECT_EQ(1u, country->GetDialingPrefix());
     EXPECT_EQ(2u, country->GetCountryCode());
     EXPECT_EQ(0u, country->GetFlagIndex());
+    EXPECT_EQ(211u, list.FindByIndex(0xFFFF)->GetFlagIndex());
 
     // Two of one index and equal names keep their order, and lookups find the first.
     EXPECT_EQ(0u, list.AddCountry(Word(16045, 7), Word(9, 2), 3));

@@ -5,6 +5,8 @@
 #include "product/registered_product.h"
 #include "support/fault_loop.h"
 
+#include <afxext.h>
+
 #include <string>
 
 namespace {
@@ -12,10 +14,18 @@ namespace {
 constexpr DWORD kGerman = 0x0407;
 constexpr DWORD kUnknown = 0x0BFF;
 
+std::wstring WideName(DWORD lcid, LCTYPE item)
+{
+    wchar_t text[128] = L"";
+    GetLocaleInfoW(lcid, item, text, _countof(text));
+    return text;
+}
+
+/// In the system's code page, whatever the locale's is.
 std::string SystemName(DWORD lcid, LCTYPE item)
 {
-    char text[128] = "";
-    GetLocaleInfoA(lcid, item, text, sizeof text);
+    char text[256] = "";
+    WideCharToMultiByte(CP_ACP, 0, WideName(lcid, item).c_str(), -1, text, sizeof text, nullptr, nullptr);
     return text;
 }
 
@@ -31,27 +41,45 @@ protected:
 
 TEST_F(Locales, AreNamedAsTheModeSays)
 {
-    const std::string english = SystemName(kGerman, LOCALE_SENGLANGUAGE);
-    const std::string cases[] = {
-        SystemName(kGerman, LOCALE_SNATIVELANGNAME),
-        SystemName(kGerman, LOCALE_SLANGUAGE),
-        english,
-        SystemName(kGerman, LOCALE_SNATIVELANGNAME) + " - " + SystemName(kGerman, LOCALE_SNATIVECTRYNAME),
-        SystemName(kGerman, LOCALE_SLANGUAGE) + " - " + SystemName(kGerman, LOCALE_SCOUNTRY),
-        "German - Germany",
-        english,
-        english,
+    constexpr LCTYPE kParts[][2] = {
+        {LOCALE_SNATIVELANGNAME, 0},
+        {LOCALE_SLANGUAGE, 0},
+        {LOCALE_SENGLANGUAGE, 0},
+        {LOCALE_SNATIVELANGNAME, LOCALE_SNATIVECTRYNAME},
+        {LOCALE_SLANGUAGE, LOCALE_SCOUNTRY},
+        {LOCALE_SENGLANGUAGE, LOCALE_SENGCOUNTRY},
+        {LOCALE_SENGLANGUAGE, 0},
+        {LOCALE_SENGLANGUAGE, 0},
     };
     CZoFlagLcid changing(kGerman, 0);
-    for (DWORD mode = 0; mode < _countof(cases); ++mode) {
-        EXPECT_STREQ(cases[mode].c_str(), CZoFlagLcid(kGerman, mode).GetName()) << mode;
-        EXPECT_TRUE(changing.SetTextMode(mode));
-        EXPECT_STREQ(cases[mode].c_str(), changing.GetName()) << mode;
-        EXPECT_STREQ("", CZoFlagLcid(kUnknown, mode).GetName()) << mode;
+    wchar_t wide[192];
+    for (const DWORD lcid : {kGerman, DWORD{0x040C}, DWORD{0x0411}, DWORD{0x0419}}) { // of three code pages
+        changing.SetLcidValue(lcid);
+        for (DWORD mode = 0; mode < _countof(kParts); ++mode) {
+            SCOPED_TRACE(std::to_string(lcid) + " mode " + std::to_string(mode));
+            const auto [first, second] = kParts[mode];
+            std::string name = SystemName(lcid, first);
+            std::wstring wideName = WideName(lcid, first);
+            if (second != 0) {
+                name += " - " + SystemName(lcid, second);
+                wideName += L" - " + WideName(lcid, second);
+            }
+            EXPECT_TRUE(changing.SetTextMode(mode));
+            for (const CZoFlagLcid& locale : {changing, CZoFlagLcid(lcid, mode)}) {
+                EXPECT_STREQ(name.c_str(), locale.GetName());
+                EXPECT_TRUE(locale.GetWideName(wide, _countof(wide)));
+                EXPECT_EQ(wideName, wide);
+                EXPECT_FALSE(locale.GetWideName(wide, static_cast<int>(wideName.size())));
+                EXPECT_EQ(L'\0', wide[0]) << "no room";
+            }
+            EXPECT_STREQ("", CZoFlagLcid(kUnknown, mode).GetName());
+        }
     }
+    EXPECT_STREQ("German - Germany", CZoFlagLcid(kGerman, 5).GetName());
     changing.SetLcidValue(0);
     EXPECT_FALSE(changing.SetTextMode(0));
     EXPECT_STREQ("", changing.GetName());
+    EXPECT_FALSE(changing.GetWideName(wide, _countof(wide)));
     EXPECT_TRUE(changing.SetFlagIndex(211));
     EXPECT_FALSE(changing.SetFlagIndex(212));
     EXPECT_EQ(0u, changing.GetFlagIndex());
@@ -135,4 +163,17 @@ TEST(LocalesWithoutLanguage, TableIsNotFound)
     EXPECT_EQ(ZoErrResourceNotFound, list.LoadData());
     EXPECT_EQ(0, list.GetKnownCount());
     EXPECT_EQ(0u, list.AddLcidCode(kGerman, 2)) << "flag 0 will do";
+}
+
+TEST_F(Locales, TableIsNeverAnotherLibrarysThanTheCountries)
+{
+    const HINSTANCE module = LoadLibraryA("fixture_table_bad.DLL"); // has countries, and no locales
+    ASSERT_NE(nullptr, module);
+    {
+        const CDynLinkLibrary host(module, module);
+        CZoFlagLcidList list;
+        EXPECT_EQ(ZoErrResourceNotFound, list.LoadData());
+        EXPECT_EQ(0, list.GetKnownCount());
+    }
+    FreeLibrary(module);
 }

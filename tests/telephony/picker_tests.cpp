@@ -1,13 +1,17 @@
 // The pickers for countries and locales, in real windows.
-#include <zogbl/country_combo_box.h>
+#include <zogbl/country_box.h>
 #include <zogbl/flag_lcid_box.h>
+#include <zogbl/language_support.h>
 #include <zogbl/module.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/resource_lookup.h>
 
 #include "product/registered_product.h"
 #include "support/fault_loop.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <iterator>
 #include <string>
 #include <type_traits>
@@ -51,6 +55,12 @@ protected:
     {
         for (; *text != '\0'; ++text)
             box.SendMessage(WM_CHAR, static_cast<unsigned char>(*text), 1);
+    }
+
+    static void Press(CWnd& box, WPARAM key)
+    {
+        box.SendMessage(WM_KEYDOWN, key, 1);
+        box.SendMessage(WM_KEYUP, key, 1);
     }
 
     const CRect m_place{0, 0, 250, 200};
@@ -108,6 +118,21 @@ public:
         }
         return found;
     }
+    /// The first and the last row, behind column \p from, that has that colour.
+    int InkTop(int from, COLORREF color) const
+    {
+        int y = 0;
+        while (y < kHeight && !HasInRow(y, from, color))
+            ++y;
+        return y;
+    }
+    int InkBottom(int from, COLORREF color) const
+    {
+        int y = kHeight - 1;
+        while (y > 0 && !HasInRow(y, from, color))
+            --y;
+        return y;
+    }
     int Marked(int from, int to, COLORREF background) const
     {
         return (to - from) * (kHeight - 2) - Of(from, to, background);
@@ -115,28 +140,90 @@ public:
     HDC GetDC() const { return m_dc; }
 
     static constexpr int kWidth = 250;
-    static constexpr int kHeight = 24;
+    static constexpr int kHeight = 32;
 
 private:
+    bool HasInRow(int y, int from, COLORREF color) const
+    {
+        int x = from;
+        while (x < kWidth && At(x, y) != color)
+            ++x;
+        return x < kWidth;
+    }
+
     HDC m_dc;
     HBITMAP m_bitmap;
     HGDIOBJ m_old;
 };
 
+/// The bitmap of all flags, as the language library has it.
+class FlagCells {
+public:
+    FlagCells()
+        : m_dc(CreateCompatibleDC(nullptr)),
+          m_bitmap(LoadBitmapA(ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDB_FLAGS), RT_BITMAP),
+                               MAKEINTRESOURCEA(ZO_IDB_FLAGS))),
+          m_old(SelectObject(m_dc, m_bitmap))
+    {
+        GetObjectA(m_bitmap, sizeof m_size, &m_size);
+    }
+    ~FlagCells()
+    {
+        SelectObject(m_dc, m_old);
+        DeleteObject(m_bitmap);
+        DeleteDC(m_dc);
+    }
+    int GetHeight() const { return m_size.bmHeight / 27; } ///< of a cell
+    /// Whether the drawing has that flag at that place, pixel by pixel, and \p background where it is transparent.
+    bool IsAt(const Drawing& drawing, int left, int top, UINT cell, COLORREF background) const
+    {
+        const int width = m_size.bmWidth / 8;
+        const int height = GetHeight();
+        int painted = 0;
+        for (int i = 0; i < width * height; ++i) {
+            const int x = i % width, y = i / width;
+            const COLORREF color =
+                GetPixel(m_dc, static_cast<int>(cell % 8) * width + x, static_cast<int>(cell / 8) * height + y);
+            const bool transparent = color == RGB(255, 0, 255);
+            painted += !transparent;
+            if (drawing.At(left + x, top + y) != (transparent ? background : color))
+                return false;
+        }
+        return painted > 50 || cell >= 210; // the last cells are empty
+    }
+
+private:
+    HDC m_dc;
+    HBITMAP m_bitmap;
+    HGDIOBJ m_old;
+    BITMAP m_size = {};
+};
+
+template <class BOX> constexpr bool kIsCombo = std::is_base_of_v<CComboBox, BOX>;
+
+template <class BOX> class CountryPickers : public Pickers {
+};
+using CountryBoxes = ::testing::Types<CCountryCodeComboBox, CCountryCodeListBox>;
+TYPED_TEST_SUITE(CountryPickers, CountryBoxes);
+
 } // namespace
 
-TEST_F(Pickers, SelectCountriesByAllThatIsKnownOfThem)
+TYPED_TEST(CountryPickers, SelectCountriesByAllThatIsKnownOfThem)
 {
+    auto& m_parent = this->m_parent;
+    const auto& m_place = this->m_place;
+    const auto Type = [](CWnd& box, const char* text) { TestFixture::Type(box, text); };
     // With and without texts: made by Create, and taken over from a template that asks for data only.
     for (const bool texts : {true, false}) {
         SCOPED_TRACE(texts);
-        CCountryCodeComboBox box;
+        TypeParam box;
         EXPECT_EQ(0u, box.GetCountryIndex()) << "without a window";
         if (texts) {
             ASSERT_TRUE(box.Create(kDropDown, m_place, &m_parent, kBoxId));
         } else {
-            ASSERT_TRUE(box.SubclassWindow(CreateWindowA("COMBOBOX", "", kDropDown | CBS_OWNERDRAWFIXED | CBS_SORT, 0,
-                                                         0, 250, 200, m_parent.m_hWnd, nullptr, nullptr, nullptr)));
+            ASSERT_TRUE(box.SubclassWindow(CreateWindowA(kIsCombo<TypeParam> ? "COMBOBOX" : "LISTBOX", "",
+                                                         kDropDown | CBS_OWNERDRAWFIXED | CBS_SORT, 0, 0, 250, 200,
+                                                         m_parent.m_hWnd, nullptr, nullptr, nullptr)));
         }
         EXPECT_EQ(0, box.SelectCountryIndex(276)) << "an empty box";
         EXPECT_EQ(0u, box.GetCountryCode());
@@ -162,7 +249,8 @@ TEST_F(Pickers, SelectCountriesByAllThatIsKnownOfThem)
         EXPECT_EQ(276u, box.GetCountryIndex());
         if (texts) {
             char text[64] = "";
-            box.SendMessage(CB_GETLBTEXT, static_cast<WPARAM>(box.GetCurSel()), reinterpret_cast<LPARAM>(text));
+            box.SendMessage(kIsCombo<TypeParam> ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(box.GetCurSel()),
+                            reinterpret_cast<LPARAM>(text));
             EXPECT_STREQ("Germany", text) << "for screen readers";
         }
         for (const auto missed : {box.SelectCountryIndex(60000), box.SelectCountryCode(60000),
@@ -200,8 +288,56 @@ TEST_F(Pickers, SelectCountriesByAllThatIsKnownOfThem)
             Type(box, "q");
         Type(box, "b"); // the text is full, and begun anew
         EXPECT_EQ('B', static_cast<CZoCountryCode*>(box.GetItemDataPtr(box.GetCurSel()))->GetName()[0]);
+        // What was typed is forgotten with a step, with a click (0) and when the focus goes (1).
+        box.ResetInformation(0);
+        for (const WPARAM key : {0, 1, VK_PRIOR, VK_NEXT, VK_END, VK_HOME, VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN}) {
+            box.SetFocus();
+            Type(box, "\bco"); // Colombia
+            if (key == 0)
+                box.SendMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(2, 2)), box.SendMessage(WM_LBUTTONUP);
+            else if (key == 1)
+                box.SendMessage(WM_KILLFOCUS);
+            else
+                TestFixture::Press(box, key);
+            Type(box, "g"); // not "cog"
+            EXPECT_EQ(266u, box.GetCountryIndex()) << key;
+        }
         box.DestroyWindow();
     }
+}
+
+TYPED_TEST(CountryPickers, FollowAChangeOfLanguage)
+{
+    TypeParam box;
+    ASSERT_TRUE(box.Create(kDropDown, this->m_place, &this->m_parent, kBoxId));
+    const auto change = [&](DWORD language) {
+        ZoGblDumpLanguageDLL();
+        this->m_product.MakeCurrent(language);
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        box.SendMessage(CZoLanguageSupport::GetUpdateMessage());
+    };
+    const auto textAt = [&](int item) {
+        char text[64] = "";
+        box.SendMessage(kIsCombo<TypeParam> ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(item),
+                        reinterpret_cast<LPARAM>(text));
+        return std::string(text);
+    };
+    box.ResetInformation(-1);
+    change(0x0407);
+    EXPECT_EQ(-1, box.GetCurSel()) << "none stays none";
+    change(0x0409);
+    box.SelectCountryIndex(276);
+    box.SetFocus();
+    box.SendMessage(CB_SHOWDROPDOWN, TRUE);
+    EXPECT_EQ(kIsCombo<TypeParam>, box.SendMessage(CB_GETDROPPEDSTATE) == TRUE);
+    EXPECT_EQ("Germany", textAt(box.GetCurSel()));
+    change(0x0407);
+    EXPECT_EQ("Deutschland", textAt(box.GetCurSel()));
+    EXPECT_EQ(276u, box.GetCountryIndex());
+    for (int i = 1; i < box.GetCount(); ++i)
+        ASSERT_LE(lstrcmpiA(textAt(i - 1).c_str(), textAt(i).c_str()), 0);
+    EXPECT_EQ(kIsCombo<TypeParam>, box.SendMessage(CB_GETDROPPEDSTATE) == TRUE) << "stays open";
+    change(0x0409);
 }
 
 TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
@@ -212,6 +348,11 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
     box.ResetInformation(0);
     const int text = box.GetPictureWidth();
     const int right = Drawing::kWidth;
+    const FlagCells flags;
+    const auto flagOf = [&](int item) {
+        return static_cast<CZoCountryCode*>(box.GetItemDataPtr(item))->GetFlagIndex();
+    };
+    const int flagTop = (Drawing::kHeight - flags.GetHeight()) / 2;
     Drawing drawing;
     const Scheme schemes[] = {
         {RGB(255, 255, 255), RGB(0, 0, 0), RGB(0, 0, 128), RGB(255, 255, 255), RGB(128, 128, 128)},
@@ -237,8 +378,8 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
             {0, true, scheme.text, scheme.window},
             {ODS_SELECTED, true, scheme.highlightText, scheme.highlight},
             {ODS_DISABLED, true, disabled, scheme.window},
-            {ODS_SELECTED | ODS_DISABLED, true, disabled, scheme.window},
-            {ODS_SELECTED, false, disabled, scheme.window},
+            {ODS_SELECTED | ODS_DISABLED, true, scheme.window, disabled},
+            {ODS_SELECTED, false, scheme.window, disabled},
         };
         for (const auto& c : cases) {
             SCOPED_TRACE(&c - cases);
@@ -246,12 +387,12 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
             box.DisableCodesText(FALSE);
             drawing.Draw(box, 0, c.state);
             EXPECT_EQ(0, drawing.Marked(0, 4, c.background));
-            EXPECT_GT(drawing.Marked(4, text - 4, c.background), 50) << "flag";
+            EXPECT_TRUE(flags.IsAt(drawing, 4, flagTop, flagOf(0), c.background));
             EXPECT_EQ(0, drawing.Marked(text - 4, text, c.background));
+            EXPECT_LE(std::abs(drawing.InkTop(text, c.text) + drawing.InkBottom(text, c.text) - Drawing::kHeight), 6);
             EXPECT_GT(drawing.Of(text, text + 60, c.text), 10) << "name";
             EXPECT_GT(drawing.Of(right - 24, right - 4, c.text), 3) << "code";
             EXPECT_EQ(0, drawing.Marked(right - 4, right, c.background));
-            EXPECT_EQ(0, drawing.Of(4, text - 4, RGB(255, 0, 255))) << "transparent";
             box.DisableCodesText();
             drawing.Draw(box, 0, c.state);
             EXPECT_EQ(0, drawing.Marked(right - 24, right, c.background));
@@ -259,6 +400,23 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
         box.EnableWindow(TRUE);
     }
     const COLORREF window = g_scheme.window;
+    for (int i = 0; i < box.GetCount(); ++i) {
+        drawing.Draw(box, i, 0);
+        EXPECT_TRUE(flags.IsAt(drawing, 4, flagTop, flagOf(i), window)) << i;
+        const CString& name = static_cast<CZoCountryCode*>(box.GetItemDataPtr(i))->GetName();
+        SIZE size = {};
+        GetTextExtentPoint32A(drawing.GetDC(), name, name.GetLength(), &size);
+        if (text + size.cx < right) {
+            EXPECT_GT(drawing.Marked(text + size.cx - 6, text + size.cx, window), 0) << "each character: " << name;
+        }
+    }
+    CZoFlagBitmap bitmap;
+    ASSERT_TRUE(bitmap.Load());
+    for (UINT cell = 0; cell < 218; ++cell) { // the last two stand for no cell
+        drawing.Draw(box, -1, 0);
+        bitmap.Draw(drawing.GetDC(), 9, 7, cell);
+        EXPECT_TRUE(flags.IsAt(drawing, 9, 7, cell < 216 ? cell : 0, window)) << cell;
+    }
     drawing.Draw(box, 0, 0);
     drawing.Draw(box, 0, ODS_FOCUS);
     int dots = 0; // along the upper edge
@@ -274,6 +432,7 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
     EXPECT_EQ(least, height());
     box.SetDesiredHeight(40);
     EXPECT_EQ(44, height());
+    EXPECT_GE(box.SendMessage(CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)), 44) << "the field";
 }
 
 template <class BOX> class LocalePickers : public Pickers {
@@ -313,8 +472,40 @@ TYPED_TEST(LocalePickers, ShowTheAttachedList)
     EXPECT_EQ(0x040Cu, box.GetLcidCode());
     EXPECT_EQ(1, box.SelectName("French - F"));
     Drawing drawing;
-    drawing.Draw(box, 1, 0);
-    EXPECT_GT(drawing.Marked(4, box.GetPictureWidth() - 4, GetSysColor(COLOR_WINDOW)), 50);
+    const FlagCells cells;
+    const auto expectFlag = [&](int item) {
+        drawing.Draw(box, item, 0);
+        const UINT flag = static_cast<CZoFlagLcid*>(box.GetItemDataPtr(item))->GetFlagIndex();
+        EXPECT_NE(0u, flag);
+        EXPECT_TRUE(
+            cells.IsAt(drawing, 4, (Drawing::kHeight - cells.GetHeight()) / 2, flag, GetSysColor(COLOR_WINDOW)));
+    };
+    expectFlag(1);
+    // Native names in Unicode, whatever the system's code page.
+    list.FreeData();
+    box.ResetInformation();
+    for (const UINT lcid : {0x0411, 0x0408, 0x0419, 0x0407})
+        EXPECT_EQ(0u, box.AddLcidCode(lcid, 0));
+    box.SetTextMode(ZoLcidNativeLanguageCountry);
+    for (int i = 0; i < 4; ++i) {
+        expectFlag(i);
+        Drawing expected;
+        expected.Draw(box, -1, 0);
+        const UINT lcid = static_cast<CZoFlagLcid*>(box.GetItemDataPtr(i))->GetLcidValue();
+        WCHAR language[100], country[100];
+        GetLocaleInfoW(lcid, LOCALE_SNATIVELANGNAME, language, 100);
+        GetLocaleInfoW(lcid, LOCALE_SNATIVECTRYNAME, country, 100);
+        RECT place = {box.GetPictureWidth(), 0, Drawing::kWidth - 4, Drawing::kHeight};
+        SetBkMode(expected.GetDC(), TRANSPARENT);
+        SetTextColor(expected.GetDC(), GetSysColor(COLOR_WINDOWTEXT));
+        DrawTextW(expected.GetDC(), (std::wstring(language) + L" - " + country).c_str(), -1, &place,
+                  DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+        EXPECT_GT(expected.Marked(place.left, place.right, GetSysColor(COLOR_WINDOW)), 50);
+        for (int x = place.left; x < Drawing::kWidth; ++x) {
+            for (int y = 0; y < Drawing::kHeight; ++y)
+                ASSERT_EQ(expected.At(x, y), drawing.At(x, y)) << std::hex << lcid;
+        }
+    }
     box.SetList(nullptr);
     box.ResetInformation();
     EXPECT_EQ(0, box.GetCount());
@@ -338,8 +529,7 @@ TYPED_TEST(LocalePickers, FollowTheKeysAsAPlainBoxDoes)
     box.ResetInformation();
     const auto press = [&](CWnd& target, WPARAM key) {
         this->m_parent.m_commands.clear();
-        target.SendMessage(WM_KEYDOWN, key, 1);
-        target.SendMessage(WM_KEYUP, key, 1);
+        this->Press(target, key);
         return this->m_parent.m_commands;
     };
     int told = 0;

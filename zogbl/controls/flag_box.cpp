@@ -1,5 +1,6 @@
 #include <zogbl/flag_box.h>
 
+#include <zogbl/language_support.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -17,6 +18,8 @@ constexpr COLORREF kBlack = RGB(0, 0, 0);
 constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr int kMargin = 4; // pixels
 
+const UINT s_languageMessage = CZoLanguageSupport::GetUpdateMessage();
+
 constexpr UINT kBackspace = 8;
 constexpr UINT kFirstPrintable = 32;
 constexpr UINT kLastPrintable = 255;
@@ -33,7 +36,8 @@ Colors ItemColors(bool selected, bool disabled)
     if (disabled) {
         // Displays and schemes without a grey of their own say black, or have one that cannot be seen.
         const COLORREF gray = GetSysColor(COLOR_GRAYTEXT);
-        return {gray != kBlack && gray != window ? gray : GetSysColor(COLOR_WINDOWTEXT), window};
+        const COLORREF text = gray != kBlack && gray != window ? gray : GetSysColor(COLOR_WINDOWTEXT);
+        return selected ? Colors{window, text} : Colors{text, window};
     }
     if (selected)
         return {GetSysColor(COLOR_HIGHLIGHTTEXT), GetSysColor(COLOR_HIGHLIGHT)};
@@ -43,11 +47,13 @@ Colors ItemColors(bool selected, bool disabled)
 /// What the two kinds of box call the same things.
 template <class BOX> struct Messages;
 template <> struct Messages<CComboBox> {
-    static constexpr UINT kAdd = CB_ADDSTRING, kSetData = CB_SETITEMDATA, kSetHeight = CB_SETITEMHEIGHT;
+    static constexpr UINT kAdd = CB_ADDSTRING, kSetData = CB_SETITEMDATA;
+    static constexpr UINT kGetHeight = CB_GETITEMHEIGHT, kSetHeight = CB_SETITEMHEIGHT;
     static constexpr LONG kStyle = CBS_OWNERDRAWFIXED | CBS_SORT | CBS_HASSTRINGS, kHasStrings = CBS_HASSTRINGS;
 };
 template <> struct Messages<CListBox> {
-    static constexpr UINT kAdd = LB_ADDSTRING, kSetData = LB_SETITEMDATA, kSetHeight = LB_SETITEMHEIGHT;
+    static constexpr UINT kAdd = LB_ADDSTRING, kSetData = LB_SETITEMDATA;
+    static constexpr UINT kGetHeight = LB_GETITEMHEIGHT, kSetHeight = LB_SETITEMHEIGHT;
     static constexpr LONG kStyle = LBS_OWNERDRAWFIXED | LBS_SORT | LBS_HASSTRINGS, kHasStrings = LBS_HASSTRINGS;
 };
 constexpr LONG kTellsOfSelection = 1; // LBS_NOTIFY; also in CBS_SIMPLE and CBS_DROPDOWNLIST
@@ -146,7 +152,9 @@ void CZoFlagBox::DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, L
             if (measured) // otherwise the name may run into the code, which beats no name
                 text.right -= right.right - right.left + kMargin;
         }
-        DrawTextA(dc, item->name, -1, &text, kFormat | DT_LEFT | DT_END_ELLIPSIS);
+        constexpr UINT kNameFormat = kFormat | DT_LEFT | DT_END_ELLIPSIS;
+        if (item->wideName == nullptr || DrawTextW(dc, item->wideName, -1, &text, kNameFormat) == 0)
+            DrawTextA(dc, item->name, -1, &text, kNameFormat);
         SetBkMode(dc, oldMode);
     }
     if ((place.itemState & ODS_FOCUS) != 0)
@@ -196,9 +204,12 @@ template <class BOX> void CZoFlagControl<BOX>::ApplyHeight()
 {
     if (this->m_hWnd == nullptr)
         return;
-    this->SendMessage(Messages<BOX>::kSetHeight, 0, m_box.GetItemHeight());
+    const int height = m_box.GetItemHeight();
+    if (this->SendMessage(Messages<BOX>::kGetHeight, 0) == height)
+        return; // a height, if only the same, closes an open drop-down
+    this->SendMessage(Messages<BOX>::kSetHeight, 0, height);
     if constexpr (std::is_same_v<BOX, CComboBox>)
-        this->SendMessage(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), m_box.GetItemHeight()); // the field
+        this->SendMessage(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height); // the field
     this->Invalidate();
 }
 
@@ -222,7 +233,11 @@ template <class BOX> void CZoFlagControl<BOX>::DrawItem(DRAWITEMSTRUCT* item)
     }
     char right[16] = "";
     DescribeRight(data, right);
-    const ZoFlagItem described = Describe(data);
+    WCHAR wideName[ZO_WIDE_NAME_SIZE] = L"";
+    DescribeWide(data, wideName);
+    ZoFlagItem described = Describe(data);
+    if (wideName[0] != L'\0')
+        described.wideName = wideName;
     m_box.DrawItem(*item, &described, right[0] != '\0' ? right : nullptr);
 }
 
@@ -238,6 +253,9 @@ template <class BOX> int CZoFlagControl<BOX>::CompareItem(COMPAREITEMSTRUCT* ite
 }
 
 template <class BOX> void CZoFlagControl<BOX>::DescribeRight(const void*, char (&)[16]) const {}
+
+template <class BOX> void CZoFlagControl<BOX>::DescribeWide(const void*, WCHAR (&)[ZO_WIDE_NAME_SIZE]) const {}
+template <class BOX> void CZoFlagControl<BOX>::FollowLanguage() {}
 
 template <class BOX> const void* CZoFlagControl<BOX>::GetSelectedData() const
 {
@@ -285,10 +303,22 @@ template <class BOX> LRESULT CZoFlagControl<BOX>::WindowProc(UINT message, WPARA
         // The key goes no further: the system's own search, by the first letter alone, would move the selection away.
         OnTyped();
         return 0;
+    case WM_KEYDOWN:
+        if (wParam >= VK_PRIOR && wParam <= VK_DOWN) // pages, ends, arrows
+            m_box.ForgetTyped();
+        break;
+    case WM_KILLFOCUS:
+    case WM_LBUTTONDOWN:
+        m_box.ForgetTyped();
+        break;
     case WM_SYSCOLORCHANGE:
         this->Invalidate();
         break;
     default:
+        if (message == s_languageMessage) {
+            FollowLanguage();
+            return 0;
+        }
         break;
     }
     return BOX::WindowProc(message, wParam, lParam);

@@ -55,5 +55,10 @@ template <class BOX> ZoFlagItem CFlagLcidControl<BOX>::Describe(const void* data
     return {Locale(data).GetName(), Locale(data).GetFlagIndex()};
 }
 
+template <class BOX> void CFlagLcidControl<BOX>::DescribeWide(const void* data, WCHAR (&name)[ZO_WIDE_NAME_SIZE]) const
+{
+    Locale(data).GetWideName(name, ZO_WIDE_NAME_SIZE);
+}
+
 template class CFlagLcidControl<CComboBox>;
 template class CFlagLcidControl<CListBox>;

@@ -1,5 +1,7 @@
 #include "dialog_resource.h"
 
+#include <zogbl/language_support.h>
+
 #include "../controls/dialog_template.h"
 
 #include <cstring>
@@ -65,6 +67,9 @@ void ReloadDialogTexts(CWnd& dialog, UINT templateId)
     } catch (CMemoryException* e) {
         e->Delete();
     }
+    for (HWND control = GetWindow(dialog.m_hWnd, GW_CHILD); control != nullptr;
+         control = GetWindow(control, GW_HWNDNEXT))
+        SendMessageA(control, CZoLanguageSupport::GetUpdateMessage(), 0, 0); // for what shows names of its own
 }
 
 CString LoadText(UINT id)

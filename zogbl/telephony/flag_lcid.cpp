@@ -6,14 +6,15 @@
 
 #include "box_filling.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 
 namespace {
 
 constexpr char kSeparator[] = " - ";
-constexpr int kSeparatorRoom = 2; // that many bytes, since one of the two terminators is room as well
-constexpr int kShortestName = 3;  // two bytes and the terminator
+constexpr int kSeparatorRoom = 2; // that many characters, since one of the two terminators is room as well
+constexpr int kShortestName = 3;  // two characters and the terminator
 
 /// The parts that a name is made of; the second is 0 where there is one part only.
 struct NameParts {
@@ -34,13 +35,36 @@ NameParts PartsOf(DWORD textMode)
     return textMode < _countof(kParts) ? kParts[textMode] : kParts[ZoLcidEnglishLanguage];
 }
 
-/// Bytes that a name takes up, terminator included; below kShortestName if there is none.
-int NameSize(DWORD lcid, NameParts parts)
+/// A part of a name in the system's code page, in which it is shown; that of the locale can be another one.
+int GetNarrowPart(DWORD lcid, LCTYPE part, LPSTR text, int size)
 {
-    int size = GetLocaleInfoA(lcid, parts.first, nullptr, 0);
+    return GetLocaleInfoA(lcid, part | LOCALE_USE_CP_ACP, text, size);
+}
+
+int GetWidePart(DWORD lcid, LCTYPE part, LPWSTR text, int size) { return GetLocaleInfoW(lcid, part, text, size); }
+
+/// Characters that a name takes up, terminator included; below kShortestName if there is none.
+template <class GET> int NameSize(GET getPart, DWORD lcid, NameParts parts)
+{
+    int size = getPart(lcid, parts.first, nullptr, 0);
     if (parts.second != 0)
-        size += GetLocaleInfoA(lcid, parts.second, nullptr, 0) + kSeparatorRoom;
+        size += getPart(lcid, parts.second, nullptr, 0) + kSeparatorRoom;
     return size;
+}
+
+/// Makes a name of \p size characters. \return false, and an empty name, when it cannot be had: half a name is none
+template <class CHAR, class GET> bool MakeName(GET getPart, DWORD lcid, NameParts parts, CHAR* name, int size)
+{
+    int length = getPart(lcid, parts.first, name, size) - 1;
+    if (length >= 0 && parts.second != 0 && length + static_cast<int>(sizeof kSeparator) <= size) {
+        std::copy_n(kSeparator, sizeof kSeparator, name + length);
+        length += static_cast<int>(sizeof kSeparator) - 1;
+        if (getPart(lcid, parts.second, name + length, size - length) == 0)
+            length = -1;
+    }
+    if (length < 0)
+        name[0] = '\0';
+    return length >= 0;
 }
 
 CZoFlagLcid* Item(void* element) { return static_cast<CZoFlagLcid*>(element); }
@@ -69,12 +93,15 @@ BOOL CZoFlagLcid::SetTextMode(DWORD textMode)
 {
     if (m_nLcid == 0) {
         m_csName.Empty();
+        m_dwNamedLcid = 0;
         return FALSE;
     }
     try {
         CString name;
         const BOOL named = GetLanguageName(m_nLcid, name, textMode);
         m_csName = name;
+        m_dwNamedLcid = named ? m_nLcid : 0;
+        m_dwTextMode = textMode;
         return named;
     } catch (CMemoryException* e) {
         e->Delete();
@@ -86,21 +113,20 @@ BOOL CZoFlagLcid::GetLanguageName(DWORD lcid, CString& name, DWORD textMode)
 {
     name.Empty();
     const NameParts parts = PartsOf(textMode);
-    const int size = NameSize(lcid, parts);
+    const int size = NameSize(GetNarrowPart, lcid, parts);
     if (size < kShortestName)
         return FALSE;
-    LPSTR text = name.GetBuffer(size);
-    int length = GetLocaleInfoA(lcid, parts.first, text, size) - 1;
-    if (length >= 0 && parts.second != 0 && length + static_cast<int>(sizeof kSeparator) <= size) {
-        lstrcpyA(text + length, kSeparator);
-        length += static_cast<int>(sizeof kSeparator) - 1;
-        if (GetLocaleInfoA(lcid, parts.second, text + length, size - length) == 0)
-            length = -1;
-    }
-    if (length < 0)
-        text[0] = '\0'; // half a name is none
+    const bool made = MakeName(GetNarrowPart, lcid, parts, name.GetBuffer(size), size);
     name.ReleaseBuffer();
-    return length >= 0;
+    return made;
+}
+
+BOOL CZoFlagLcid::GetWideName(LPWSTR name, int size) const
+{
+    name[0] = L'\0';
+    const NameParts parts = PartsOf(m_dwTextMode);
+    const int needed = m_dwNamedLcid != 0 ? NameSize(GetWidePart, m_dwNamedLcid, parts) : 0;
+    return needed >= kShortestName && needed <= size && MakeName(GetWidePart, m_dwNamedLcid, parts, name, needed);
 }
 
 // The list -------------------------------------------------------------------------------------------------------------
@@ -151,7 +177,8 @@ DWORD CZoFlagLcidList::AddNewItem(DWORD code, DWORD textMode)
     if (HIWORD(code) >= ZO_FLAG_COUNT)
         return ZoErrBadData;
     if (item->GetName().IsEmpty()) {
-        const bool known = LOWORD(code) != 0 && NameSize(LOWORD(code), PartsOf(textMode)) >= kShortestName;
+        const bool known =
+            LOWORD(code) != 0 && NameSize(GetNarrowPart, LOWORD(code), PartsOf(textMode)) >= kShortestName;
         return known ? ZoErrMemoryException : ZoErrBadData; // the name is there, the memory for it was not
     }
     try {

@@ -29,9 +29,12 @@ private:
 
 /// What a box shows of an item.
 struct ZoFlagItem {
-    LPCSTR name;    ///< belongs to the item
-    UINT flagIndex; ///< cell of the flag bitmap
+    LPCSTR name;                ///< belongs to the item
+    UINT flagIndex;             ///< cell of the flag bitmap
+    LPCWSTR wideName = nullptr; ///< drawn in place of the name, on systems that can; null for none
 };
+
+constexpr int ZO_WIDE_NAME_SIZE = 192; ///< characters that such a wide name may have, terminator included
 
 /// How such a box draws its items and collects what is typed.
 class ZOGBL_API CZoFlagBox {
@@ -41,7 +44,8 @@ public:
     void SetDesiredHeight(int height) { m_nDesiredHeight = height; } ///< in pixels, of the text
     int GetTextOffset() const; ///< in pixels from the left edge of an item: the flag's width and 8
 
-    /// Draws an item in the system's colours of this moment.
+    /// Draws an item in the system's colours of this moment. In a disabled box a selected item has the disabled text's
+    /// colour as its background, and the window's as its text.
     /// \param item null for an empty place, such as the field of a combo box without selection
     /// \param rightText shown at the right edge; null for none
     void DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, LPCSTR rightText) const;
@@ -67,7 +71,9 @@ private:
 /// A sorted box of items with flags, made from CComboBox or CListBox. Create it without text; CB_ADDSTRING or LB_ADDSTRING
 /// takes an item's address, which becomes the item's data. Made by Create, it is owner-drawn and sorted and keeps the
 /// names as its texts too, for that is what screen readers speak; in a dialog, give it the styles OWNERDRAWFIXED, SORT and
-/// HASSTRINGS.
+/// HASSTRINGS. What was typed is forgotten when the focus goes, and with a click or a key that moves the selection. When
+/// the box is sent the message CZoLanguageSupport::GetUpdateMessage(), it takes the names of the new language; CZoDialog
+/// passes that on to its controls, other windows have to.
 ///
 /// No member has a body here: only what the library instantiates is exported, and that leaves out bodies in the class.
 template <class BOX> class ZOGBL_API CZoFlagControl : public BOX {
@@ -91,6 +97,10 @@ protected:
     virtual ZoFlagItem Describe(const void* data) const = 0;
     /// Text at the right edge of an item; empty for none.
     virtual void DescribeRight(const void* data, char (&text)[16]) const;
+    /// An item's name in Unicode, to be drawn in place of the other; as it is, empty: none.
+    virtual void DescribeWide(const void* data, WCHAR (&name)[ZO_WIDE_NAME_SIZE]) const;
+    /// Another language was loaded. Does nothing here, for names that do not depend on that.
+    virtual void FollowLanguage();
     /// The address of the selected item; null when there is none.
     const void* GetSelectedData() const;
     /// Selects the first item that \p matches. \return its position, or the number of items.

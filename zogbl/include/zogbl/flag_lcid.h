@@ -18,7 +18,7 @@ constexpr DWORD ZoLcidNativeLanguageCountry = 3;  ///< "Deutsch - Deutschland"
 constexpr DWORD ZoLcidLanguageCountry = 4;        ///< both in the system's own language
 constexpr DWORD ZoLcidEnglishLanguageCountry = 5; ///< "German - Germany"
 
-/// One locale. Its name is the system's; the bytes of a native name are in the code page of its locale.
+/// One locale. Its name is the one that Windows has for it.
 class ZOGBL_API CZoFlagLcid {
 public:
     /// \param code locale identifier in the low word, flag index in the high word
@@ -35,18 +35,24 @@ public:
     /// the name as it was, when memory has run out.
     BOOL SetTextMode(DWORD textMode);
 
+    /// In the system's code page; letters that it lacks are question marks, as in most native names of other scripts.
     const CString& GetName() const { return m_csName; }
+    /// The same name in Unicode. \param size of \p name in characters, 192 suffice for every locale
+    /// \return FALSE, and an empty text: there is no name, it does not fit, or the system has no Unicode (Windows 98).
+    BOOL GetWideName(LPWSTR name, int size) const;
     UINT GetFlagIndex() const { return m_nFlagIndex; }
     UINT GetLcidValue() const { return m_nLcid; }
 
 protected:
-    /// The name of a locale. FALSE, and an empty name, when the system has none. Throws CMemoryException*.
+    /// The name of a locale, in the system's code page. FALSE, and an empty name, when the system has none. Throws CMemoryException*.
     BOOL GetLanguageName(DWORD lcid, CString& name, DWORD textMode);
 
 private:
     CString m_csName;
     UINT m_nFlagIndex = 0;
     UINT m_nLcid = 0;
+    DWORD m_dwNamedLcid = 0; // what the name was made of; 0 for an empty one
+    DWORD m_dwTextMode = 0;
 };
 
 /// Locales in the order in which they were added, owned by the list, and the flags of those that are known.

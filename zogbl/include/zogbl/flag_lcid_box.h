@@ -26,6 +26,7 @@ public:
 
 protected:
     ZoFlagItem Describe(const void* data) const override;
+    void DescribeWide(const void* data, WCHAR (&name)[ZO_WIDE_NAME_SIZE]) const override;
 
 private:
     CZoFlagLcidList* m_pList = nullptr;

@@ -7,8 +7,8 @@
 #include <zogbl/argument_prompt.h>
 #include <zogbl/avl.h>
 #include <zogbl/brixel_access.h>
+#include <zogbl/country_box.h>
 #include <zogbl/country_code.h>
-#include <zogbl/country_combo_box.h>
 #include <zogbl/custom_resource.h>
 #include <zogbl/dialog.h>
 #include <zogbl/directory_functions.h>

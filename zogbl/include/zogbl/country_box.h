@@ -1,15 +1,15 @@
 /// \file
-/// The picker for countries.
+/// Pickers for countries.
 #pragma once
 
 #include <zogbl/country_code.h>
 #include <zogbl/flag_box.h>
 
 /// Shows the global country list: flag, name, telephone code. What is typed selects the first country whose name begins
-/// so; the parent gets CBN_SELCHANGE.
-class ZOGBL_API CCountryCodeComboBox : public CZoFlagControl<CComboBox> {
+/// so; the parent gets CBN_SELCHANGE or LBN_SELCHANGE.
+template <class BOX> class ZOGBL_API CCountryCodeControl : public CZoFlagControl<BOX> {
 public:
-    CCountryCodeComboBox() = default;
+    CCountryCodeControl();
 
     /// Fills the box anew and forgets what was typed. \param sel position to select, the last item if it is higher;
     /// negative: none
@@ -30,9 +30,16 @@ public:
 protected:
     ZoFlagItem Describe(const void* data) const override;
     void DescribeRight(const void* data, char (&text)[16]) const override;
+    void FollowLanguage() override; ///< fills the box anew; the country that is selected stays so
 
 private:
-    const CZoCountryCode* GetSelected() const { return static_cast<const CZoCountryCode*>(GetSelectedData()); }
+    const CZoCountryCode* GetSelected() const;
 
-    BOOL m_bCodesDisabled = FALSE;
+    BOOL m_bCodesDisabled;
 };
+
+extern template class CCountryCodeControl<CComboBox>;
+extern template class CCountryCodeControl<CListBox>;
+
+class ZOGBL_API CCountryCodeComboBox : public CCountryCodeControl<CComboBox> {};
+class ZOGBL_API CCountryCodeListBox : public CCountryCodeControl<CListBox> {};
