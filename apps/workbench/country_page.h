@@ -1,34 +1,20 @@
 /// \file
-/// The world's countries: flag, name, dialing prefix, telephone code; and the pickers for countries and locales.
+/// The world's countries: flag, name, telephone code; and the pickers for countries and locales.
 #pragma once
 
 #include "page.h"
 
-#include <zogbl/country_combo_box.h>
+#include <zogbl/country_box.h>
 #include <zogbl/flag_lcid_box.h>
-
-/// A list box that draws countries of the global list.
-class CountryListBox : public CListBox {
-public:
-    void DrawItem(DRAWITEMSTRUCT* item) override;
-    void MeasureItem(MEASUREITEMSTRUCT* item) override;
-    int CompareItem(COMPAREITEMSTRUCT* items) override;
-
-    /// Left edges of the columns name, prefix, code, and the end of the last, in pixels for a row of that width.
-    struct Columns {
-        int name, prefix, code, end;
-    };
-    Columns GetColumns(int width) const;
-    void LoadFlags() { m_flags.Load(); }
-    /// Shows the global list anew; the country that was selected stays so.
-    void Fill();
-
-private:
-    CZoFlagBitmap m_flags;
-};
 
 /// The telephone code as people write it: members of the North American plan with the 1 before their area code.
 CString CodeText(const CZoCountryCode& country);
+
+/// The library's list of countries, with the codes as people write them.
+class CountryListBox : public CCountryCodeListBox {
+protected:
+    void DescribeRight(const void* data, char (&text)[16]) const override;
+};
 
 class CountryPage : public Page {
 public:
@@ -48,6 +34,9 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    int HeaderTop() const;
+    template <class BOX> void ReloadCountries(BOX& box);
+
     CountryListBox m_list;
     CCountryCodeComboBox m_picker;
     CComboBox m_localeNames; // the text modes

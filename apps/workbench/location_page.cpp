@@ -63,7 +63,7 @@ UINT LocationPage::GetCommandId() const { return ZO_ID_VIEW_LOCATIONS; }
 DWORD LocationPage::FillList(CListBox& list)
 {
     m_locations = std::make_unique<CZoLocationItemList>();
-    const DWORD status = m_locations->LoadAllItems();
+    const DWORD status = m_locations->LoadReadableItems();
     const DWORD current = m_locations->GetCurrentIndex();
     for (int i = 0; i < m_locations->GetCount(); ++i) {
         const CZoLocationItem& location = *m_locations->GetAt(i);
@@ -108,7 +108,7 @@ CString LocationPage::Describe(int index) const
 
 bool LocationPage::CanDo(int button, int index) const
 {
-    return button == kNew ? m_locations->GetCount() < kMostLocations : index >= 0;
+    return button == kNew ? IsComplete() && m_locations->GetCount() < kMostLocations : index >= 0;
 }
 
 DWORD LocationPage::Do(int button, int index)

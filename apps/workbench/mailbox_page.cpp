@@ -63,7 +63,7 @@ CString MailBoxPage::Describe(int index) const
 
 // Buttons --------------------------------------------------------------------------------------------------------------
 
-bool MailBoxPage::CanDo(int button, int index) const { return button == kNew || index >= 0; }
+bool MailBoxPage::CanDo(int button, int index) const { return button == kNew ? IsComplete() : index >= 0; }
 
 DWORD MailBoxPage::Do(int button, int index)
 {
@@ -72,6 +72,8 @@ DWORD MailBoxPage::Do(int button, int index)
     const DWORD number = m_mailBoxes.GetAt(index)->m_dwNumber;
     switch (button) {
     case kDelete:
+        if (!m_mailBoxes.Load()) // with what others have written
+            return ZoErrBadData;
         return m_mailBoxes.Remove(number) ? Write() : ERROR_SUCCESS;
     case kMakeDefault:
         CZoRegMailBoxes::SetUserDefault(number);
@@ -83,6 +85,8 @@ DWORD MailBoxPage::Do(int button, int index)
 
 DWORD MailBoxPage::AddMailBox()
 {
+    if (!m_mailBoxes.Load()) // with what others have written
+        return ZoErrBadData;
     DWORD number = 1;
     while (m_mailBoxes.DoesNumberExist(number))
         ++number;
@@ -94,15 +98,14 @@ DWORD MailBoxPage::AddMailBox()
     return Write();
 }
 
-/// Writing deletes the user's default, so it is set again unless it is gone.
+/// Writing deletes the user's default, so it is set again unless its mailbox is gone.
 DWORD MailBoxPage::Write()
 {
     const DWORD standard = m_mailBoxes.GetUserDefault();
-    if (!m_mailBoxes.Write())
-        return ZoErrBadData;
-    if (m_mailBoxes.DoesNumberExist(standard))
+    const BOOL written = m_mailBoxes.Write();
+    if (m_mailBoxes.GetByNumber(standard) != nullptr)
         CZoRegMailBoxes::SetUserDefault(standard);
-    return ERROR_SUCCESS;
+    return written ? ERROR_SUCCESS : ZoErrBadData;
 }
 
 DWORD MailBoxPage::MakeFolders(DWORD number)

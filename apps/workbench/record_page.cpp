@@ -85,6 +85,7 @@ void RecordPage::Refresh()
 {
     m_list.ResetContent();
     const DWORD status = FillList(m_list);
+    m_complete = status == ERROR_SUCCESS;
     m_chosen = (std::max)(0, (std::min)(m_chosen, m_list.GetCount() - 1));
     m_list.SetCurSel(m_chosen);
     Show();

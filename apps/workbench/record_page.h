@@ -31,6 +31,8 @@ protected:
     /// The number of records, as a text for the line below.
     virtual CString GetStateText() const = 0;
 
+    /// Whether FillList read all records when the list was last filled.
+    bool IsComplete() const { return m_complete; }
     /// The list shows record \p index as chosen when it is next filled.
     void Choose(int index) { m_chosen = index; }
 
@@ -47,6 +49,7 @@ private:
     const UINT* const m_buttonTexts;
     const int m_buttonCount;
     int m_chosen = 0;
+    bool m_complete = false;
     CListBox m_list;
     CEdit m_view;
     CButton m_buttons[kMostButtons];

@@ -1,0 +1,99 @@
+// The Workbench's pages of records, as real windows, when the registry has what cannot be read.
+#include "location_page.h"
+#include "mailbox_page.h"
+
+#include "product/registered_product.h"
+#include "support/fault_loop.h"
+
+#include <zogbl/location_item.h>
+
+#include <string>
+
+namespace {
+
+constexpr int kNew = 110; // the first button
+
+class RecordPages : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        ASSERT_TRUE(m_frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 500, 400, nullptr, nullptr));
+    }
+    void TearDown() override
+    {
+        m_frame.DestroyWindow();
+        ZoGblDumpLanguageDLL();
+    }
+    /// Whether "New" can be pressed, once the page has read the registry anew.
+    static bool CanAdd(Page& page)
+    {
+        page.Refresh();
+        return ::IsWindowEnabled(::GetDlgItem(page.m_hWnd, kNew)) != FALSE;
+    }
+    /// Presses the button of that number.
+    static void Press(Page& page, int button) { page.SendMessage(WM_COMMAND, MAKEWPARAM(kNew + button, BN_CLICKED)); }
+
+    zo_test::RegisteredProduct m_product;
+    CZoGlobalConfig m_config;
+    CWnd m_frame;
+};
+
+} // namespace
+
+TEST_F(RecordPages, OfLocationsAddNothingWhileARecordCannotBeRead)
+{
+    LocationPage page;
+    ASSERT_TRUE(page.CreatePage(&m_frame, 1));
+    page.Reload();
+    for (int i = 0; i < 3; ++i)
+        Press(page, 0);
+    CZoLocationItemList stored;
+    EXPECT_EQ(0u, stored.LoadAllItems());
+    EXPECT_EQ(3, stored.GetCount());
+    EXPECT_TRUE(CanAdd(page));
+    const CString cut = m_product.UserKey() + "\\Location\\00000001";
+    EXPECT_EQ(0u, m_config.DeleteEntry(ZO_MODE_LOCAL_MACHINE, cut, "City"));
+    EXPECT_FALSE(CanAdd(page));
+    EXPECT_EQ(2, ::SendDlgItemMessage(page.m_hWnd, 100, LB_GETCOUNT, 0, 0)) << "those that can be read";
+    EXPECT_EQ(0u, m_config.SetValue(ZO_MODE_LOCAL_MACHINE, cut, "City", ""));
+    EXPECT_TRUE(CanAdd(page));
+}
+
+TEST_F(RecordPages, OfMailBoxesLoseNothingThatOthersWrote)
+{
+    const auto numbers = [] {
+        CString all;
+        CZoRegMailBoxes stored;
+        EXPECT_TRUE(stored.Load());
+        for (int i = 0; i < stored.GetCount(); ++i)
+            all += std::to_string(stored.GetAt(i)->m_dwNumber).c_str();
+        return all;
+    };
+    const auto writeElsewhere = [](DWORD number) {
+        CZoRegMailBoxes other;
+        EXPECT_TRUE(other.Load());
+        other.Add(number, "other");
+        EXPECT_TRUE(other.Write());
+        CZoRegMailBoxes::SetUserDefault(2);
+    };
+    MailBoxPage page;
+    ASSERT_TRUE(page.CreatePage(&m_frame, 1));
+    page.Reload();
+    Press(page, 0);
+    writeElsewhere(2);
+    Press(page, 0);
+    EXPECT_STREQ("123", numbers());
+    writeElsewhere(4);
+    Press(page, 1);
+    EXPECT_STREQ("124", numbers()) << "without the third, which was chosen";
+    EXPECT_EQ(2u, CZoRegMailBoxes().GetUserDefault());
+    {
+        zo_test::FaultSource faults("list");
+        const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, "ZOGBLBRX.DLL", ERROR_ACCESS_DENIED);
+        faults.Arm(2, true); // behind the product's
+        EXPECT_FALSE(CanAdd(page));
+        faults.Disarm();
+    }
+    EXPECT_TRUE(CanAdd(page));
+}
