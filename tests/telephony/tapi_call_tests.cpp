@@ -126,6 +126,14 @@ TEST_F(TapiCall, WhatHappensInTheMiddleEndsOrLeavesTheWait)
         {"hung up", [&] { line->HangupCall(); }, FALSE, kGivenUp},
         {"shut down", [&] { line->ShutdownTAPI(); }, FALSE, kGivenUp},
         {"another wait", [] { EXPECT_EQ(-1, TestLine(TRUE).WaitForReply(-1)); }, FALSE, kGivenUp},
+        {"another wait that ends well",
+         [&] {
+             TestLine other(TRUE);
+             other.SetTAPILineDeviceID(0);
+             ASSERT_TRUE(telsim.ConfigureLine(0, "port", ""));
+             EXPECT_TRUE(other.GrabThePort());
+         },
+         FALSE, kGivenUp},
         {"line closed", [&] { telsim.CloseLine(line->m_hLine); }, FALSE, kClosed},
         {"full restart", [&] { reinitialize(0, 0); }, FALSE, kGivenUp},
         {"device gone", [&] { reinitialize(LINE_LINEDEVSTATE, LINEDEVSTATE_OUTOFSERVICE); }, FALSE, kGivenUp},
@@ -193,7 +201,19 @@ TEST_F(TapiCall, ALineThatIsClosedMeanwhileIsNotWaitedFor)
         }
     }
     telsim.Reset();
-    TestLine line(TRUE);
+    TestLine line;
+    // Nor is a call dropped again that has gone with it.
+    answer = IDRETRY;
+    ASSERT_TRUE(line.GrabThePort());
+    Rule("lineDrop", TELSIM_FAIL, LINEERR_RESOURCEUNAVAIL);
+    onBox = [&] {
+        onBox = nullptr;
+        telsim.CloseLine(line.m_hLine);
+        PumpAll();
+    };
+    EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ("", telsim.Misuses());
+    line.m_bSilent = TRUE;
     ASSERT_TRUE(telsim.ConfigureLine(1, "connect", "60000"));
     After(20, [&] { telsim.CloseLine(line.m_hLine); });
     EXPECT_FALSE(line.GrabThePort()) << "closed before it connects";
@@ -213,11 +233,39 @@ TEST_F(TapiCall, ADropThatIsNeverAnsweredEndsWithTheService)
     ASSERT_TRUE(line.GrabThePort());
     TakeTexts();
     Rule("lineDrop", TELSIM_HOLD_REPLY);
-    After(20, [&] { line.ShutdownTAPI(); });
+    After(20, [&] {
+        line.ShutdownTAPI();
+        fastClock = 1000;
+    });
     EXPECT_TRUE(line.HangupCall());
+    EXPECT_EQ(0u, slept) << "what is over is not waited for";
     EXPECT_EQ("Stopping Call in progress\nTAPI uninitialized.\nlineDrop: WAITERR_WAITABORTED.\nWAITABORTED\n"
               "WAITERR_WAITABORTED while waiting for IDLE state.\nCall Dropped.\nCall Deallocated.\nCall stopped\n",
               TakeTexts());
+}
+
+TEST_F(TapiCall, AnEarlyReplyCountsForItsOwnRequestAndObject)
+{
+    TestLine line(TRUE), other(TRUE);
+    const struct {
+        TestLine& object;
+        LONG request, awaited, result;
+    } kCases[] = {{line, 76, 77, WAITERR_WAITABORTED}, {other, 78, 78, WAITERR_WAITABORTED}, {line, 79, 79, -5}};
+    for (const auto& [object, request, awaited, result] : kCases) {
+        line.m_bCallInProgress = TRUE;
+        TestLine::lineCallbackFunc(0, LINE_REPLY, reinterpret_cast<DWORD_PTR>(&object), static_cast<DWORD>(request),
+                                   static_cast<DWORD>(-5), 0);
+        if (result == WAITERR_WAITABORTED)
+            After(1, [&] { line.m_bCallInProgress = FALSE; });
+        EXPECT_EQ(result, line.WaitForReply(awaited));
+    }
+    // One that nobody waits for is not taken for the next request's, whatever its number.
+    line.m_bCallInProgress = FALSE;
+    ASSERT_TRUE(line.GrabThePort());
+    EXPECT_TRUE(line.HangupCall());
+    TestLine::lineCallbackFunc(0, LINE_REPLY, reinterpret_cast<DWORD_PTR>(&line),
+                               static_cast<DWORD>(line.m_lRequestID + 1), LINEERR_OPERATIONFAILED, 0);
+    EXPECT_TRUE(line.GrabThePort());
 }
 
 TEST_F(TapiCall, WaitsForCallStates)
@@ -340,6 +388,11 @@ TEST_F(TapiCall, AFailureWithoutALineLeavesTheCallInProgress)
     EXPECT_NE(std::string::npos, TakeTexts().find("\nThis line is not available to place a call.\n"));
     ASSERT_TRUE(telsim.ConfigureLine(1, "addressfeatures", "makecall"));
     EXPECT_TRUE(line.GrabThePort()) << "with a line it is over";
+    line.HangupCall();
+    Rule("lineOpen", TELSIM_PRETEND);
+    EXPECT_FALSE(line.GrabThePort());
+    EXPECT_EQ(8u, line.m_dwLastError);
+    EXPECT_EQ("", telsim.Misuses()) << "a line that is none is not used";
 }
 
 TEST_F(TapiCall, ACallThatIsIdleAlreadyNeedsNoDrop)

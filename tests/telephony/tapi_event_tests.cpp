@@ -90,6 +90,29 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
     TestLine::lineCallbackFunc(0, LINE_REPLY, 0, 1, 0, 0); // names no object, and crashes nothing
 }
 
+TEST_F(TapiEvent, OfTheServiceReachAllThatAreStillThere)
+{
+    class LastLine : public TestLine {
+    public:
+        void DoLineDevState(DWORD, DWORD, DWORD_PTR, DWORD_PTR, DWORD_PTR, DWORD_PTR) override
+        {
+            for (TestLine* line : others)
+                line->ShutdownTAPI();
+            ShutdownTAPI();
+        }
+        std::vector<TestLine*> others;
+    };
+    TestLine first, second;
+    LastLine last;
+    for (TestLine* line : {&first, &second, static_cast<TestLine*>(&last)})
+        ASSERT_TRUE(line->InitializeTAPI(nullptr));
+    TestLine::lineCallbackFunc(0, LINE_CREATE, 0, 6, 0, 0);
+    EXPECT_EQ(7u, (std::min)({first.m_dwNumDevs, second.m_dwNumDevs, last.m_dwNumDevs}));
+    last.others = {&first, &second};
+    TestLine::lineCallbackFunc(0, LINE_LINEDEVSTATE, 0, LINEDEVSTATE_REINIT, 0, 0);
+    EXPECT_EQ(0u, telsim.GetCount(TELSIM_APPS));
+}
+
 TEST_F(TapiEvent, CallersAreIdentified)
 {
     const std::string longName(400, 'x');

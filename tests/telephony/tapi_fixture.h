@@ -109,6 +109,7 @@ protected:
     std::string texts; ///< for the debugger
     Boxes boxes;
     int answer = IDCANCEL;          ///< to every box
+    std::function<void()> onBox;    ///< while it is up
     DWORD fastClock = 0;            ///< milliseconds that each sleep of the library counts as; 0: as long as it takes
     DWORD slept = 0;                ///< milliseconds, by that clock
     std::vector<SIZE_T> localSizes; ///< of the local blocks made
@@ -131,6 +132,8 @@ private:
                 code = candidate;
         }
         s_self->boxes.emplace_back(code, style);
+        if (s_self->onBox)
+            s_self->onBox();
         return s_self->answer;
     }
     static HLOCAL WINAPI CountAlloc(UINT flags, SIZE_T size)
@@ -148,7 +151,7 @@ private:
     static DWORD WINAPI Clock() { return GetTickCount() + s_self->slept; }
     static DWORD WINAPI Sleeping(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds, DWORD mask)
     {
-        s_self->slept += s_self->fastClock;
+        s_self->slept += milliseconds != 0 ? s_self->fastClock : 0;
         return MsgWaitForMultipleObjects(count, handles, all, s_self->fastClock != 0 ? 1 : milliseconds, mask);
     }
 

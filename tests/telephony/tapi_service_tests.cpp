@@ -160,6 +160,8 @@ TEST_F(TapiService, EveryErrorOfEveryFunctionIsRecordedAndShownAsItShould)
             if (restart && function == "lineInitialize")
                 continue;                                     // waits, and has a test of its own
             for (const int button : {IDCANCEL, IDRETRY, 0}) { // 0: silent
+                if (button == IDCANCEL && !error.retried)
+                    continue; // to a box that asks nothing all answers are one
                 SCOPED_TRACE(function + " " + std::to_string(error.error & 0xFF) + " " + std::to_string(button));
                 const bool silent = button == 0;
                 answer = error.boxStyle != 0x24 ? button : button == IDRETRY ? IDNO : IDYES;

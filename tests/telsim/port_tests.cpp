@@ -130,6 +130,7 @@ TEST_F(Modem, AnswersCommands)
 TEST_F(Modem, EchoesDataUnchanged)
 {
     Prepare();
+    Command("ATS12=10", "OK"); // a pause of 200 milliseconds will do
     Command("ATD5550100", "CONNECT 33600");
     std::string data;
     for (unsigned i = 0; data.size() < 65536; ++i)
@@ -146,7 +147,7 @@ TEST_F(Modem, EchoesDataUnchanged)
     // Without a pause around it the escape is data; with pauses it leads back to commands, the connection stays.
     Write("+++ATH\r");
     Expect("+++ATH\r");
-    Sleep(1100);
+    Sleep(300);
     Write("+++");
     Expect("+++\r\nOK\r\n");
     Command("ATO", "CONNECT 33600");
