@@ -51,7 +51,7 @@ AFX_API CWnd* AFXAPI AfxGetMainWnd();
 /// The module that holds a resource: the resource handle's module, then the extension libraries of the chain, the
 /// framework's own last. \return the resource handle when none has it.
 AFX_API HINSTANCE AFXAPI AfxFindResourceHandle(LPCSTR lpszName, LPCSTR lpszType);
-/// The module that holds the string itself, not only its block of 16; null when nobody has it.
+/// The module that holds a string, in the same order: the string itself, not only its block of 16. Null if none has it.
 AFX_API HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID);
 
 /// Part \p iSubString, counted from 0, of a text whose parts \p chSep separates.

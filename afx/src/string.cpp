@@ -363,9 +363,8 @@ void AFXAPI AfxFormatString2(CString& rString, UINT nIDS, LPCSTR lpsz1, LPCSTR l
 
 int AFXAPI AfxLoadString(UINT nID, LPSTR lpszBuf, UINT nMaxBuf)
 {
-    // String n stands in block n/16 + 1.
-    const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCE(nID / 16 + 1), RT_STRING);
-    const int length = ::LoadStringA(module, nID, lpszBuf, static_cast<int>(nMaxBuf));
+    const HINSTANCE module = AfxFindStringResourceHandle(nID);
+    const int length = module != nullptr ? ::LoadStringA(module, nID, lpszBuf, static_cast<int>(nMaxBuf)) : 0;
     if (length == 0 && nMaxBuf > 0)
         lpszBuf[0] = '\0';
     return length;

@@ -416,6 +416,7 @@ TEST_F(LanguageChange, ChoiceNeedsNoPreparation)
         }};
         EXPECT_TRUE(chooser.SelectLanguage(&host));
         EXPECT_EQ(kGerman, ZoGblGetLanguageLCID());
+        EXPECT_EQ(kGerman, chooser.GetLCID()) << "and its list is marked for the next choice";
         EXPECT_EQ(1u, Stored(m_product.LanguagesKey(), kGerman));
         EXPECT_TRUE(WaitUntil([&] { return host.m_updates > before; }));
         m_product.MakeCurrent(kEnglish);

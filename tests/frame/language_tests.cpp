@@ -83,6 +83,8 @@ TEST_F(Language, CurrentOneIsTheFirstMarkedWithOne)
         m_product.SetLanguage(0x0407, c.german);
         ASSERT_TRUE(ZoGblLoadLanguageDLL());
         EXPECT_EQ(c.expected, ZoGblGetLanguageLCID()) << c.english << ' ' << c.german;
+        EXPECT_STREQ(c.expected == kGerman ? "Deutschland" : "Germany",
+                     GetGlobalCountryList()->FindByIndex(276)->GetName());
         ZoGblDumpLanguageDLL();
     }
 }
@@ -110,9 +112,9 @@ TEST_F(Language, TextsAndStrangeValuesInTheList)
     CZoGlobalConfig& config = m_product.Config();
     const CString key = m_product.LanguagesKey();
     m_product.RemoveLanguages();
+    ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, key, "!not a language", "1"));
     ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, key, "0409", "0"));
-    ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, key, "0407", "yes"));
-    ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, key, "not a language", "1"));
+    ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, key, "00030407", "yes")); // its lower half counts
     ASSERT_EQ(0u, config.SetAnyValueType(ZO_MODE_LOCAL_MACHINE, key, "0411", "\1\0\0\0", 4, REG_BINARY));
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     EXPECT_EQ(0x0407u, ZoGblGetLanguageLCID());
@@ -165,6 +167,16 @@ TEST_F(Language, SpecificOneIsLoadedMarkedAndWritten)
         EXPECT_TRUE(support.LoadCurrentLanguage(LibraryPath())); // by the marks of the list
         EXPECT_EQ(language, support.GetLCID()) << "the mark of the one before is gone";
     }
+
+    // Of two marks the last one goes, and the first is found.
+    for (const DWORD language : {kEnglish, kGerman, DWORD{0x0411}})
+        m_product.SetLanguage(language, language != 0x0411);
+    CZoLanguageSupport marked;
+    ASSERT_TRUE(marked.LoadCurrentLanguage(LibraryPath()));
+    const DWORD first = marked.GetLCID();
+    EXPECT_TRUE(marked.LoadSpecificLanguage(0x0411, LibraryPath(), FALSE));
+    EXPECT_TRUE(marked.LoadCurrentLanguage(LibraryPath()));
+    EXPECT_EQ(first, marked.GetLCID());
 }
 
 TEST_F(Language, MissingLibraryLeavesTheLoadedOne)
@@ -178,6 +190,13 @@ TEST_F(Language, MissingLibraryLeavesTheLoadedOne)
     EXPECT_EQ(0x0409u, support.GetLCID());
     EXPECT_EQ(1u, StoredFlag("0409"));
     EXPECT_TRUE(support.LoadSpecificLanguage(0x0407, LibraryPath(), FALSE)) << "the list is still there";
+
+    // Prescribed: an object that has loaded nothing yet loses its list.
+    m_product.MakeCurrent(0x041F);
+    CZoLanguageSupport empty;
+    EXPECT_FALSE(empty.LoadCurrentLanguage(LibraryPath()));
+    EXPECT_FALSE(empty.LoadSpecificLanguage(kEnglish, LibraryPath(), FALSE));
+    EXPECT_TRUE(empty.EnumerateAvailableLanguages("Software\\Zo,Inc.\\nothing")) << "an empty list is one too";
 }
 
 TEST_F(Language, NamesOfFiles)
@@ -299,6 +318,8 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
         EXPECT_TRUE(ZoGblLoadString(ZO_IDS_COLUMN_CODE, text));
         EXPECT_STREQ("Vorwahl", text);
         EXPECT_EQ(german, ZoGblFindStringModule(ZO_IDS_COLUMN_CODE));
+        EXPECT_TRUE(text.LoadString(ZO_IDS_COLUMN_CODE)); // as the framework's boxes do
+        EXPECT_STREQ("Vorwahl", text);
     }
     FreeLibrary(german);
     FreeLibrary(overrides);

@@ -195,6 +195,7 @@ TEST_F(LanguageWindows, DamagedCountsAreHarmless)
         {
             CZoLanguageSupport support;
             EXPECT_TRUE(support.Create());
+            EXPECT_EQ(GetCurrentProcessId(), table.rows[0].processId) << "inside the table";
         }
         Clear();
         CZoLanguageSupport support;

@@ -35,7 +35,7 @@ void CZoLanguageSupport::FollowProcess()
 BOOL CZoLanguageSupport::SelectLanguage(CWnd* parent)
 {
     const LanguageHelp help;
-    if (m_hWnd == nullptr || m_hLanguageLibrary == nullptr)
+    if (m_hLanguageLibrary == nullptr)
         FollowProcess();
     CZoLanguageSelectionDlg dialog(m_languages, parent);
     if (dialog.DoModal() != IDOK)
