@@ -190,13 +190,14 @@ TEST_F(TraceLock, FormatsEndBeforeWhatTheFormatterDoesNotTake)
         m_trace.Output((std::string("%d%%") + conversion + "%s|").c_str(), 1, 2.5, "never seen");
         body += "1%";
     }
-    const std::string dashes(600, '-'); // the texts around are longer than the formatter makes them
+    const std::string dashes(3000, '-'); // the texts around are longer than the formatter makes them
     m_trace.Output((dashes + dashes + "%f").c_str(), 1.0);
     m_trace.Output((std::string("%.0s") + dashes + dashes + "%f").c_str(), "", 1.0);
     std::string percents;
     for (int i = 0; i < 600; ++i)
         percents += "%%";
     m_trace.Output((percents + "%f").c_str(), 1.0);
+    m_trace.Output(("|%" + std::string(2000, '0') + "1d%f").c_str(), 1, 1.0); // no room for the first one
     m_trace.Flush();
-    EXPECT_EQ(body + dashes.substr(0, 511) + dashes.substr(0, 511) + std::string(511, '%'), m_names.ReadBody());
+    EXPECT_EQ(body + dashes.substr(0, 511) + dashes.substr(0, 511) + std::string(511, '%') + "|", m_names.ReadBody());
 }

@@ -56,9 +56,10 @@ LSTATUS WINAPI OpenUserKey(HKEY root, LPCSTR path, DWORD options, REGSAM access,
 
 TEST_F(UserInformation, RegisteredInformation)
 {
-    Register("Organization", "Zo");
+    const std::string longest(255, 'o');
+    Register("Organization", longest);
     Register("Distributor", std::string(256, 'd'));
-    const char* const expected[] = {"", "Zo", "", ""}; // absent, there, too long, no such kind
+    const char* const expected[] = {"", longest.c_str(), "", ""}; // absent, there, too long, no such kind
     zo_test::FaultSource faults("version resource");
     const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
     for (UINT kind = 0; kind < std::size(expected); ++kind) {
