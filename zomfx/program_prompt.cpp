@@ -83,7 +83,7 @@ void CZoProgramPromptDlg::OnOK()
         }
         CString message;
         ZoMfxLoadString(path.IsEmpty() ? ZO_IDS_PROGRAM_PROMPT_EMPTY : ZO_IDS_PROGRAM_PROMPT_MISSING, message);
-        ::MessageBoxA(m_hWnd, message, m_csTitle, MB_OK | MB_ICONEXCLAMATION);
+        ZoMfxMessageBox(m_hWnd, message, m_csTitle, MB_OK | MB_ICONEXCLAMATION);
         ::SetFocus(::GetDlgItem(m_hWnd, ZO_IDC_PROGRAM_PROMPT_PATH));
     });
 }

@@ -38,3 +38,9 @@ BOOL ZoMfxAskForFile(CString& path, LPCSTR filter, CWnd* parent)
 {
     return g_source != nullptr && g_source->askForFile(path, filter, parent);
 }
+
+int ZoMfxMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type)
+{
+    return g_source != nullptr ? g_source->showMessage(owner, text, title, type)
+                               : ::MessageBoxA(owner, text, title, type);
+}

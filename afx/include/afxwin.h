@@ -31,6 +31,7 @@ struct AFX_MODULE_STATE {
     LPCSTR m_lpszCurrentAppName = nullptr;
     CRuntimeClass* m_pClassList = nullptr;     ///< classes of the application, or of the module being loaded
     CDynLinkLibrary* m_pLibraryList = nullptr; ///< extension libraries, the newest first
+    int (*m_pfnMessageBox)(HWND, LPCSTR, LPCSTR, UINT) = nullptr;
 };
 
 AFX_API AFX_MODULE_STATE* AFXAPI AfxGetModuleState();
@@ -67,6 +68,11 @@ AFX_API void AFXAPI AfxFormatString2(CString& rString, UINT nIDS, LPCSTR lpsz1, 
 AFX_API int AFXAPI AfxMessageBox(LPCSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
 /// \param nIDHelp help context; -1 for the number of the text
 AFX_API int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = static_cast<UINT>(-1));
+
+/// Lets all boxes of AfxMessageBox be shown by \p pfnMessageBox, which does what the system's MessageBox does; null: by the
+/// system. An application that overrides DoMessageBox comes first.
+typedef int (*AFX_MESSAGE_BOX)(HWND hWnd, LPCSTR lpszText, LPCSTR lpszCaption, UINT nType);
+AFX_API void AFXAPI AfxSetMessageBox(AFX_MESSAGE_BOX pfnMessageBox);
 
 /// Registers (once) a window class with the given style, cursor, brush and icon. \return its name; throws
 /// CResourceException* on failure.

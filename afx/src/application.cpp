@@ -146,15 +146,21 @@ int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPSTR lpCmdL
 
 namespace {
 
+int SystemBox(HWND owner, LPCSTR text, LPCSTR title, UINT type) { return ::MessageBox(owner, text, title, type); }
+
 int ShowMessageBox(LPCSTR text, UINT type)
 {
     const HWND owner = FindModalOwner(nullptr);
     const DisabledWindow top(FindTopOwner(owner)); // the system disables the owner alone
     const LPCSTR title = AfxGetAppName();
-    return ::MessageBox(owner, text, title != nullptr ? title : "", type | (owner == nullptr ? MB_TASKMODAL : 0));
+    const AFX_MESSAGE_BOX box = AfxGetModuleState()->m_pfnMessageBox;
+    return (box != nullptr ? box : &SystemBox)(owner, text, title != nullptr ? title : "",
+                                               type | (owner == nullptr ? MB_TASKMODAL : 0));
 }
 
 } // namespace
+
+void AFXAPI AfxSetMessageBox(AFX_MESSAGE_BOX pfnMessageBox) { AfxGetModuleState()->m_pfnMessageBox = pfnMessageBox; }
 
 int CWinApp::DoMessageBox(LPCSTR lpszPrompt, UINT nType, UINT) { return ShowMessageBox(lpszPrompt, nType); }
 

@@ -1,6 +1,7 @@
 // The names of documents, and saving them.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
+#include "support/box_stub.h"
 #include "support/dialog_driver.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
@@ -50,8 +51,6 @@ public:
     static inline int s_deleted = 0;
     std::function<BOOL(LPCSTR path)> m_instead; // of saving
 };
-
-int WINAPI PressOk(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
 
 /// The filter list of an open dialog, with '|' for each NUL.
 std::string FilterOf(HWND dialog)
@@ -330,7 +329,7 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
     const std::string given = Path("given.let");
     m_document.SetPathName(given.c_str());
     AllocationFaults faults;
-    const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &PressOk);
+    const BoxStub noBox;
     {
         SCOPED_TRACE("saving");
         RunFaultLoop(faults, [&](const FaultRun& run) {

@@ -1,6 +1,7 @@
 // The dialog for files, driven as a person would.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
+#include "support/box_stub.h"
 #include "support/dialog_driver.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
@@ -132,7 +133,12 @@ TEST_F(FileOpen, ChecksWhatIsTyped)
         {TRUE, 0, "NUL", Box("NUL", kInvalid), kOk, ""},
         {TRUE, 0, "gone\\", Box(Path("gone"), kNoFolder), kOk, ""},
         {FALSE, OFN_OVERWRITEPROMPT, "new", "", kNothing, Path("new.txt")},
-        {FALSE, OFN_OVERWRITEPROMPT, "new.x", "", kNothing, Path("new.x")},
+        {FALSE, OFN_OVERWRITEPROMPT, "new.x", "", kNothing, Path("new.x.txt")},
+        {FALSE, OFN_OVERWRITEPROMPT, "new.TXT", "", kNothing, Path("new.TXT")},
+        {FALSE, OFN_OVERWRITEPROMPT, "new.ini", "", kNothing, Path("new.ini")}, // of another type
+        {FALSE, OFN_OVERWRITEPROMPT, "new.", "", kNothing, Path("new")},
+        {FALSE, OFN_OVERWRITEPROMPT, "\"Fax 22.11.1998\"", "", kNothing, Path("Fax 22.11.1998")},
+        {FALSE, OFN_OVERWRITEPROMPT, "Fax 22.11.1998", "", kNothing, Path("Fax 22.11.1998.txt")},
         {FALSE, OFN_OVERWRITEPROMPT, "\"new\"", "", kNothing, Path("new")},
         {FALSE, OFN_OVERWRITEPROMPT, "alpha", Box(Path("alpha.txt"), kExists), kYes, Path("alpha.txt")},
         {FALSE, OFN_OVERWRITEPROMPT, "alpha", Box(Path("alpha.txt"), kExists), kNo, ""},
@@ -165,6 +171,41 @@ TEST_F(FileOpen, ChecksWhatIsTyped)
         }
         EXPECT_EQ(row.chosen.empty() ? IDCANCEL : IDOK, result);
         EXPECT_STREQ((row.chosen.empty() ? start : row.chosen).c_str(), dialog.GetPathName());
+    }
+}
+
+TEST_F(FileOpen, LaysItselfOut)
+{
+    const std::string folder = Path(std::string(120, 'w'));
+    ::CreateDirectoryA(folder.c_str(), nullptr);
+    LONG height = 0;
+    for (const DWORD flags : {DWORD{0}, DWORD{OFN_READONLY}, DWORD{kHide}}) {
+        SCOPED_TRACE(flags);
+        CZoFileOpen dialog(TRUE, 0, "txt", (folder + "\\").c_str(), flags, kFilter);
+        const DialogDriver driver({[&](HWND open) {
+            const HWND box = ::GetDlgItem(open, ZO_IDC_FILE_READ_ONLY);
+            EXPECT_EQ(flags != kHide, ::IsWindowVisible(box) != FALSE);
+            EXPECT_EQ(flags == OFN_READONLY, ::IsDlgButtonChecked(open, ZO_IDC_FILE_READ_ONLY) == BST_CHECKED);
+            CRect area, part;
+            ::GetWindowRect(open, &area);
+            EXPECT_TRUE(flags == kHide ? area.Height() < height : height == 0 || area.Height() == height);
+            height = area.Height();
+            for (const int control : {kName, kTypes, kDrives, flags == kHide ? kTypes : ZO_IDC_FILE_READ_ONLY}) {
+                ::GetWindowRect(::GetDlgItem(open, control), &part);
+                EXPECT_LT(part.bottom, area.bottom - 4);
+            }
+            const auto rowOf = [&](int list, UINT ask, int index) {
+                return ::SendDlgItemMessageA(open, list, ask, static_cast<WPARAM>(index), 0);
+            };
+            EXPECT_EQ(rowOf(ZO_IDC_FILE_FOLDERS, LB_GETITEMHEIGHT, 0), rowOf(ZO_IDC_FILE_LIST, LB_GETITEMHEIGHT, 0));
+            EXPECT_EQ(rowOf(kDrives, CB_GETITEMHEIGHT, -1), rowOf(kTypes, CB_GETITEMHEIGHT, -1));
+            const std::string shown = TextOf(open, ZO_IDC_FILE_FOLDER);
+            EXPECT_EQ("www...", shown.substr((std::max<size_t>)(shown.size(), 6) - 6));
+            Type(open, kName, Path("alpha.txt"));
+            Press(open, IDOK);
+        }});
+        EXPECT_EQ(IDOK, dialog.DoModal());
+        EXPECT_EQ(flags & OFN_READONLY, dialog.m_ofn.Flags & OFN_READONLY);
     }
 }
 
@@ -406,16 +447,9 @@ TEST_F(FileOpen, AsksDerivedClassesAndFollowsTheLanguage)
     EXPECT_EQ("alpha.txt|alpha.txt|", dialog.seen);
 }
 
-namespace {
-
-int WINAPI PressOk(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
-
-} // namespace
-
 TEST_F(FileOpen, SurvivesFailures)
 {
-    const ImportPatch noBox("ZOGBLBRX.DLL", "MessageBoxA", &PressOk);
-    const ImportPatch noFrameworkBox("ZOAFX.DLL", "MessageBoxA", &PressOk);
+    const BoxStub noBox;
     const std::string start = Path("before");
     const auto run = [&](const FaultRun& run) {
         DrivenDialog<CZoFileOpen> dialog(FALSE, 0u, "txt", start.c_str(), kHide | OFN_OVERWRITEPROMPT, kFilter);

@@ -1,6 +1,7 @@
 // The choice of a new document's type, as a real window.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
+#include "support/box_stub.h"
 #include "support/fault_loop.h"
 #include "support/process_counts.h"
 
@@ -26,8 +27,6 @@ constexpr int kList = ZO_IDC_NEW_DOCUMENT_TYPES;
 constexpr int kDescription = ZO_IDC_NEW_DOCUMENT_DESCRIPTION;
 
 using Dialog = DrivenDialog<CZoNewBrixelDocType>;
-
-int WINAPI NoMessageBox(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
 
 /// A plain document template with a name of its own: it tells no resource number.
 class PlainTemplate : public CMultiDocTemplate {
@@ -253,7 +252,7 @@ TEST_F(NewDocument, DrawsIconsAndNames)
 
 TEST_F(NewDocument, SurvivesFailures)
 {
-    const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &NoMessageBox);
+    const BoxStub noBox;
     Add(kSheet);
     CDocTemplate* letter = Add(kLetter);
     const auto run = [&](const FaultRun& run) {

@@ -1,6 +1,7 @@
 // The question for a program, as a real window.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
+#include "support/box_stub.h"
 #include "support/dialog_driver.h"
 #include "support/fault_loop.h"
 #include "support/unique_names.h"
@@ -15,7 +16,6 @@ namespace {
 using Dialog = DrivenDialog<CZoProgramPromptDlg>;
 
 constexpr int kPath = ZO_IDC_PROGRAM_PROMPT_PATH;
-constexpr char kLibrary[] = "ZOMFXBRX.DLL";
 
 std::string g_messages;
 int WINAPI NoteMessage(HWND, LPCSTR text, LPCSTR title, UINT)
@@ -38,7 +38,7 @@ protected:
     RegisteredProduct m_product;
     TestFolder m_folder;
     std::string m_program;
-    ImportPatch m_box{kLibrary, "MessageBoxA", &NoteMessage};
+    BoxStub m_box{&NoteMessage};
 };
 
 } // namespace
@@ -105,7 +105,6 @@ TEST_F(ProgramPrompt, LetsTheUserBrowse)
 
 TEST_F(ProgramPrompt, SurvivesMissingMemory)
 {
-    const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &NoteMessage);
     AllocationFaults faults;
     RunFaultLoop(faults, [&](const FaultRun& run) {
         Dialog dialog("Title", "Where?", m_program.c_str(), nullptr);

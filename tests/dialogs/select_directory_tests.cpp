@@ -1,5 +1,6 @@
 // The folder picker, driven as a person would.
 #include "product/registered_product.h"
+#include "support/box_stub.h"
 #include "support/dialog_driver.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
@@ -212,6 +213,13 @@ TEST_F(SelectDirectory, CreatesWhatIsMissing)
         EXPECT_EQ(IDOK, Ask(wanted, ZO_SELECT_CREATE_INITIAL | kKeep));
         EXPECT_EQ(wanted, m_buffer);
     }
+    {
+        const std::string trailing = Path("behind\\it\\");
+        const DialogDriver driver(
+            {AnswerBox(Created(trailing, kAsks), IDYES), [](HWND dialog) { Press(dialog, IDOK); }});
+        EXPECT_EQ(IDOK, Ask(trailing, ZO_SELECT_CREATE_INITIAL | kKeep));
+        EXPECT_EQ(Path("behind\\it"), m_buffer);
+    }
     { // what is there is not asked for; what is typed is
         const DialogDriver driver({[&](HWND dialog) {
                                        Type(dialog, kPath, "typed");
@@ -275,6 +283,39 @@ TEST_F(SelectDirectory, MakesNewFolders)
     EXPECT_TRUE(m_folder.Exists("Named\\New folder"));
 }
 
+TEST_F(SelectDirectory, RefusesNamesAndReadsBranchesAnew)
+{
+    const auto named = [](HWND dialog, const char* name) {
+        Press(dialog, kNew);
+        const auto edit = reinterpret_cast<HWND>(::SendDlgItemMessageA(dialog, kTree, TVM_GETEDITCONTROL, 0, 0));
+        ::SetWindowTextA(edit, name);
+        ::SetFocus(edit);
+        Key(dialog, VK_RETURN);
+        AccessKey(dialog, 'f');
+        Key(dialog, VK_LEFT);
+    };
+    const DialogDriver driver({[&](HWND dialog) {
+                                   AccessKey(dialog, 'f');
+                                   named(dialog, "../moved");
+                                   named(dialog, "TWO");
+                                   named(dialog, "file.txt");
+                                   named(dialog, "good");
+                                   EXPECT_EQ(Path(""), TextOf(dialog, kPath));
+                                   Key(dialog, VK_LEFT);
+                                   ::CreateDirectoryA(Path("Later").c_str(), nullptr);
+                                   ::RemoveDirectoryA(Path("Two").c_str());
+                                   Key(dialog, VK_RIGHT);
+                                   EXPECT_EQ("good|Later|New folder|New folder (2)|New folder (3)|One|",
+                                             Children(dialog));
+                                   Press(dialog, IDCANCEL);
+                               },
+                               AnswerBox("../moved\n\nThis is not a valid file name.", IDOK),
+                               AnswerBox("TWO\n\nThere is already a file or folder of this name.", IDOK),
+                               AnswerBox("file.txt\n\nThere is already a file or folder of this name.", IDOK)});
+    EXPECT_EQ(IDCANCEL, Ask(Path("")));
+    EXPECT_FALSE(m_folder.Exists("..\\moved"));
+}
+
 TEST_F(SelectDirectory, KeepsToItsBuffer)
 {
     std::string start = Path("One");
@@ -328,8 +369,7 @@ void CALLBACK MakeFolder(HWND, UINT, UINT_PTR, DWORD)
 
 TEST_F(SelectDirectory, SurvivesFailures)
 {
-    const ImportPatch noBox("ZOGBLBRX.DLL", "MessageBoxA", &AnswerNo);
-    const ImportPatch noFrameworkBox("ZOAFX.DLL", "MessageBoxA", &AnswerNo);
+    const BoxStub noBox(&AnswerNo);
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &MakeFolder);
     const auto run = [&](const FaultRun& run) {
         g_acted = false;

@@ -3,6 +3,7 @@
 
 #include "language_driver.h"
 #include "product/registered_product.h"
+#include "support/box_stub.h"
 #include "support/child_process.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
@@ -437,7 +438,7 @@ TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
             return IDOK;
         }
     };
-    const zo_test::ImportPatch box("ZOAFX.DLL", "MessageBoxA", &Box::Note);
+    const zo_test::BoxStub box(&Box::Note);
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     {
         CZoLanguageSupport chooser;

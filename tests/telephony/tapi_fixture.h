@@ -4,6 +4,7 @@
 
 #include <zogbl/tapi_interface.h>
 
+#include "support/box_stub.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
 #include "support/process_counts.h"
@@ -161,7 +162,7 @@ private:
     const CDynLinkLibrary m_chain{m_english, m_english};
     int m_localBlocks = 0;
     const zo_test::ImportPatch m_text{kLibrary, "OutputDebugStringA", &NoteText};
-    const zo_test::ImportPatch m_box{kLibrary, "MessageBoxA", &NoteBox};
+    const zo_test::BoxStub m_box{&NoteBox};
     const zo_test::ImportPatch m_alloc{kLibrary, "LocalAlloc", &CountAlloc};
     const zo_test::ImportPatch m_free{kLibrary, "LocalFree", &CountFree};
     const zo_test::ImportPatch m_clock{kLibrary, "GetTickCount", &Clock};

@@ -1,6 +1,7 @@
 // Items: what their fields take, and how their programs start.
 #include "tool_fixture.h"
 
+#include "support/box_stub.h"
 #include "support/dialog_driver.h"
 #include "support/import_patch.h"
 #include "support/process_counts.h"
@@ -288,8 +289,7 @@ TEST_F(PatchedStart, AsksForTheArguments)
 TEST_F(PatchedStart, StartsNothingWithoutMemoryForTheQuestion)
 {
     m_item.SetDataFlags(ZO_TLM_ASK_ARGUMENTS);
-    const ImportPatch noBox(
-        "ZOAFX.DLL", "MessageBoxA", +[](HWND, LPCSTR, LPCSTR, UINT) WINAPI -> int { return IDOK; });
+    const BoxStub noBox;
     AllocationFaults faults;
     RunFaultLoop(faults, [&](const FaultRun& run) {
         g_started = {};

@@ -1,6 +1,7 @@
 // The editor of tools files, driven by keys and clicks.
 #include "tool_fixture.h"
 
+#include "support/box_stub.h"
 #include "support/dialog_driver.h"
 #include "support/import_patch.h"
 #include "support/stop_at_write.h"
@@ -604,8 +605,7 @@ TEST_F(ToolSheet, SurvivesMissingMemory)
 {
     static HWND s_met;
     // The framework's word on an exception in a message, and one box beforehand for what the system keeps of the first.
-    const ImportPatch noBox(
-        kFramework, "MessageBoxA", +[](HWND, LPCSTR, LPCSTR, UINT) WINAPI -> int { return IDOK; });
+    const BoxStub noBox;
     {
         const DialogDriver driver{[](HWND box) { Press(box, IDYES); }};
         MessageBoxA(nullptr, "text", "title", MB_YESNO | MB_ICONEXCLAMATION);

@@ -1,6 +1,7 @@
 // The chooser and the editor of translation tables, driven by keys and clicks.
 #include "translate_fixture.h"
 
+#include "support/box_stub.h"
 #include "support/dialog_driver.h"
 #include "support/fault_loop.h"
 #include "support/stop_at_write.h"
@@ -770,8 +771,7 @@ private:
 
 TEST_F(TranslateEditor, SurvivesFailures)
 {
-    const ImportPatch noBox("ZOGBLBRX.DLL", "MessageBoxA", &NoBox);
-    const ImportPatch noFrameworkBox("ZOAFX.DLL", "MessageBoxA", &NoBox);
+    const BoxStub noBox(&NoBox);
     const ImportPatch noSound("ZOGBLBRX.DLL", "MessageBeep", &NoSound);
     TranslationFile after = m_start;
     for (int code = 0; code < 256; ++code)

@@ -1,6 +1,7 @@
 #include <zogbl/file_open.h>
 
 #include <zogbl/file_name_functions.h>
+#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -139,10 +140,8 @@ void CZoFileOpen::Prepare()
     const CWaitCursor wait;
     ReloadTexts();
     ::SendMessageA(Item(ZO_IDC_FILE_NAME), EM_LIMITTEXT, kNameLimit, 0);
-    if (const HWND readOnly = Item(ZO_IDC_FILE_READ_ONLY)) {
-        ::ShowWindow(readOnly, (m_ofn.Flags & OFN_HIDEREADONLY) != 0 ? SW_HIDE : SW_SHOW);
-        ::CheckDlgButton(m_hWnd, ZO_IDC_FILE_READ_ONLY, (m_ofn.Flags & OFN_READONLY) != 0);
-    }
+    PrepareReadOnlyBox();
+    AlignRows();
     FillTypes();
     FillDrives();
 
@@ -166,6 +165,33 @@ void CZoFileOpen::Prepare()
     CenterWindow();
     ::SetFocus(Item(ZO_IDC_FILE_NAME));
     ShowName(name);
+}
+
+void CZoFileOpen::PrepareReadOnlyBox()
+{
+    const HWND box = Item(ZO_IDC_FILE_READ_ONLY);
+    ::CheckDlgButton(m_hWnd, ZO_IDC_FILE_READ_ONLY, (m_ofn.Flags & OFN_READONLY) != 0);
+    if (box == nullptr || (m_ofn.Flags & OFN_HIDEREADONLY) == 0)
+        return;
+    ::ShowWindow(box, SW_HIDE);
+    FoldAway(m_hWnd, box);
+}
+
+/// Lists without pictures have rows as high as those with them.
+void CZoFileOpen::AlignRows()
+{
+    const LRESULT row = ::SendMessageA(Item(ZO_IDC_FILE_FOLDERS), LB_GETITEMHEIGHT, 0, 0);
+    if (row > 0)
+        ::SendMessageA(Item(ZO_IDC_FILE_LIST), LB_SETITEMHEIGHT, 0, row);
+    constexpr auto kField = static_cast<WPARAM>(-1);
+    const HWND boxes[] = {Item(ZO_IDC_FILE_DRIVES), Item(ZO_IDC_FILE_TYPES)};
+    LRESULT highest = 0;
+    for (const HWND box : boxes)
+        highest = (std::max)(highest, ::SendMessageA(box, CB_GETITEMHEIGHT, kField, 0));
+    for (const HWND box : boxes) {
+        if (::SendMessageA(box, CB_GETITEMHEIGHT, kField, 0) < highest)
+            ::SendMessageA(box, CB_SETITEMHEIGHT, kField, highest);
+    }
 }
 
 void CZoFileOpen::ReloadTexts()
@@ -339,8 +365,9 @@ void CZoFileOpen::ShowFolderName()
         ::GetClientRect(place, &area);
         char text[MAX_PATH];
         CZoGlobalFileNameFunctions::AbbreviateFilePath(m_csFolder, text, &dc, area.right);
+        const CString shown = FittingText(dc.m_hDC, text, area.right);
         ::SelectObject(dc.m_hDC, old);
-        ::SetWindowTextA(place, text);
+        ::SetWindowTextA(place, shown);
         return TRUE;
     });
 }
@@ -490,7 +517,8 @@ void CZoFileOpen::TakePattern(const CString& typed)
 
 CString CZoFileOpen::WithExtension(const CString& path, const CString& typed) const
 {
-    if (m_ofn.lpstrDefExt == nullptr || *m_ofn.lpstrDefExt == '\0' || typed.Find('.', NameOffset(typed)) >= 0)
+    if (m_ofn.lpstrDefExt == nullptr || *m_ofn.lpstrDefExt == '\0' ||
+        HasExtension(typed.Mid(NameOffset(typed)), m_ofn.lpstrDefExt, m_ofn.lpstrFilter))
         return path;
     if (m_bOpen && ::GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES)
         return path;
@@ -551,7 +579,7 @@ int CZoFileOpen::Ask(UINT message, LPCSTR path, UINT type)
     whole.Format(text, path);
     CString title;
     GetWindowText(title);
-    return ::MessageBoxA(m_hWnd, whole, title, type);
+    return ZoMessageBox(m_hWnd, whole, title, type);
 }
 
 /// Says why a name cannot be taken, and lets it be corrected. \return FALSE

@@ -1,6 +1,7 @@
 #include "folder_picker.h"
 
 #include <zogbl/directory_functions.h>
+#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -75,6 +76,7 @@ HIMAGELIST CommonControls::CreatePlacePictures() const
 
 bool OfferToCreateFolder(LPCSTR folder, UINT helpContext)
 {
+    const CString path = TrimBackslash(folder); // behind one there would be a folder without a name to be made
     CString format;
     CString text;
     ZoGblLoadString(ZO_IDS_CREATE_FOLDER, format);
@@ -85,7 +87,7 @@ bool OfferToCreateFolder(LPCSTR folder, UINT helpContext)
     text.Format(format, folder);
     for (;;) {
         unsigned long exists = 0;
-        if (CZoGlobalDirectoryFunctions::CreateDirChain(folder, exists) == 0 && IsThere(folder))
+        if (CZoGlobalDirectoryFunctions::CreateDirChain(path, exists) == 0 && IsThere(path))
             return true;
         if (AfxMessageBox(text, MB_RETRYCANCEL | MB_ICONEXCLAMATION) != IDRETRY)
             return false;
@@ -197,6 +199,10 @@ bool FolderPicker::Fill(HTREEITEM item)
     if (ReadFolder(PathOf(item), nullptr, contents) != ERROR_SUCCESS)
         return false;
     ::SendMessageA(Tree(), WM_SETREDRAW, FALSE, 0);
+    while (const LRESULT child = ::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item))) {
+        if (!::SendMessageA(Tree(), TVM_DELETEITEM, 0, child))
+            break;
+    }
     for (const CString& name : contents.folders)
         AddItem(item, name, static_cast<int>(PlacePicture::kFolder), 0);
     ::SendMessageA(Tree(), WM_SETREDRAW, TRUE, 0);
@@ -268,6 +274,7 @@ HTREEITEM FolderPicker::Selected() const
 void FolderPicker::Select(const CString& folder)
 {
     const CString root = RootOf(folder);
+    m_bSelecting = true;
     HTREEITEM item = FindRoot(root);
     if (item == nullptr) {
         AddRoot(root); // a place in the network without a letter
@@ -288,6 +295,7 @@ void FolderPicker::Select(const CString& folder)
     }
     ::SendMessageA(Tree(), TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
     ::SendMessageA(Tree(), TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    m_bSelecting = false;
     ShowPath(folder);
 }
 
@@ -318,7 +326,9 @@ LRESULT FolderPicker::OnTreeNotify(NMHDR* header)
     }
     case TVN_ITEMEXPANDINGA: {
         const auto& change = *reinterpret_cast<const NMTREEVIEWA*>(header);
-        if ((change.action & TVE_EXPAND) == 0 || FillOnce(change.itemNew.hItem))
+        // A branch is read each time that the user opens it. The way down to a folder may hold one that is not listed.
+        const HTREEITEM item = change.itemNew.hItem;
+        if ((change.action & TVE_EXPAND) == 0 || (m_bSelecting ? FillOnce(item) : Fill(item)))
             return FALSE;
         Refuse(ZO_IDS_FOLDER_UNREADABLE, PathOf(change.itemNew.hItem));
         return TRUE; // it stays closed
@@ -372,13 +382,19 @@ LRESULT FolderPicker::TakeNewName(const TVITEMA& item)
     const CString before = PathOf(item.hItem);
     const CString name(item.pszText);
     const CString after = JoinPath(ParentOf(before), name);
-    if (name.IsEmpty() || name.Find('\\') >= 0 || !IsValidPath(after) ||
-        (after != before && CZoGlobalDirectoryFunctions::Rename(before, after) != 0)) {
-        Refuse(ZO_IDS_FILE_INVALID, name);
-        return FALSE;
-    }
-    ShowPath(after);
-    return TRUE;
+    const bool isSame = ::lstrcmpiA(before, after) == 0; // but for the case of letters
+    UINT refusal = 0;
+    if (name.IsEmpty() || name.FindOneOf("\\/") >= 0 || !IsValidPath(after))
+        refusal = ZO_IDS_FILE_INVALID;
+    else if (!isSame && ::GetFileAttributesA(after) != INVALID_FILE_ATTRIBUTES)
+        refusal = ZO_IDS_FOLDER_TAKEN;
+    else if (after != before && CZoGlobalDirectoryFunctions::Rename(before, after) != 0)
+        refusal = ZO_IDS_FOLDER_NOT_RENAMED;
+    if (refusal == 0)
+        ShowPath(after);
+    else
+        Refuse(refusal, name);
+    return refusal == 0;
 }
 
 BOOL FolderPicker::PreTranslateMessage(MSG* message)
@@ -442,5 +458,5 @@ void FolderPicker::Refuse(UINT message, LPCSTR path)
         return;
     text.Format(format, path);
     GetWindowText(title);
-    ::MessageBoxA(m_hWnd, text, title, MB_OK | MB_ICONEXCLAMATION);
+    ZoMessageBox(m_hWnd, text, title, MB_OK | MB_ICONEXCLAMATION);
 }

@@ -56,7 +56,7 @@ private:
     void Prepare();
     HTREEITEM AddItem(HTREEITEM parent, LPCSTR text, int picture, int root);
     void AddRoot(const CString& root);
-    /// \return FALSE when the folder cannot be read
+    /// Lists the folders in that of an item anew. \return FALSE, with all as it was, when it cannot be read
     bool Fill(HTREEITEM item);
     bool FillOnce(HTREEITEM item);
     HTREEITEM FindChild(HTREEITEM parent, LPCSTR name) const;
@@ -79,5 +79,6 @@ private:
     UINT m_nHelpContext;
     CString m_csPath;
     CStringArray m_csRoots;       // of the tree's first level
+    bool m_bSelecting = false;    // the tree is being opened down to a folder
     HTREEITEM m_hNamed = nullptr; // the new folder while it gets its name; no other is renamed
 };

@@ -4,7 +4,8 @@
 
 namespace {
 
-constexpr int kMargin = 2; // pixels around an item's picture and text
+constexpr int kGapBelow = 3; // dialog units: what the lower margin of a dialog has beyond a gap
+constexpr int kMargin = 2;   // pixels around an item's picture and text
 
 HFONT FontOf(HWND window) { return reinterpret_cast<HFONT>(::SendMessageA(window, WM_GETFONT, 0, 0)); }
 
@@ -53,6 +54,38 @@ void DrawPlace(const DRAWITEMSTRUCT& item, PlacePicture picture, int indent)
                          picture);
     if ((item.itemState & ODS_FOCUS) != 0)
         ::DrawFocusRect(item.hDC, &item.rcItem);
+}
+
+CString FittingText(HDC dc, const CString& text, int width)
+{
+    CString shown = text;
+    SIZE size = {};
+    for (int length = text.GetLength();
+         ::GetTextExtentPoint32A(dc, shown, shown.GetLength(), &size) && size.cx > width && length > 0;) {
+        const LPCSTR begin = text;
+        length = static_cast<int>(::CharPrevA(begin, begin + length) - begin);
+        shown = text.Left(length) + "...";
+    }
+    return shown;
+}
+
+void FoldAway(HWND dialog, HWND control)
+{
+    CRect lowest, area, own, inside;
+    ::GetWindowRect(control, &lowest);
+    for (HWND child = ::GetWindow(dialog, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        ::GetWindowRect(child, &area);
+        if (child != control && area.bottom > lowest.top)
+            return;
+    }
+    POINT place = {lowest.left, lowest.top};
+    ::ScreenToClient(dialog, &place);
+    ::GetWindowRect(dialog, &own);
+    ::GetClientRect(dialog, &inside);
+    RECT gap = {0, 0, 0, kGapBelow};
+    ::MapDialogRect(dialog, &gap);
+    ::SetWindowPos(dialog, nullptr, 0, 0, own.Width(), own.Height() - (inside.bottom - place.y) + gap.bottom,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 ListFilling::ListFilling(HWND list) : m_list(list), m_dc(list != nullptr ? ::GetDC(list) : nullptr)

@@ -13,6 +13,11 @@ void MeasurePlace(HWND dialog, MEASUREITEMSTRUCT& measure);
 /// Draws an item of a list or combo box that holds texts.
 void DrawPlace(const DRAWITEMSTRUCT& item, PlacePicture picture, int indent);
 
+/// A text, or as much of it as fits a width with dots behind it. Throws CMemoryException*.
+CString FittingText(HDC dc, const CString& text, int width);
+/// Takes the room of a hidden control away from the lower edge of its dialog, if nothing else reaches down there.
+void FoldAway(HWND dialog, HWND control);
+
 /// A list box is empty when this begins, not redrawn while it lives, and as wide to scroll as its items need.
 class ListFilling {
 public:

@@ -81,10 +81,11 @@ bool HasFolders(const CString& folder)
     return ForEachShown(folder, [](const WIN32_FIND_DATAA& entry) { return IsFolder(entry) ? kFound : 0; }) == kFound;
 }
 
-bool MatchesPatterns(const CString& name, const CString& patterns)
+namespace {
+
+/// Calls \p found for the patterns separated by ';', until it returns TRUE. \return whether it did
+template <class FOUND> bool FindPattern(const CString& patterns, FOUND found)
 {
-    CString capitals = name;
-    capitals.MakeUpper();
     for (int begin = 0; begin < patterns.GetLength();) {
         int end = patterns.Find(';', begin);
         if (end < 0)
@@ -92,10 +93,39 @@ bool MatchesPatterns(const CString& name, const CString& patterns)
         CString pattern = patterns.Mid(begin, end - begin);
         pattern.TrimLeft();
         pattern.TrimRight();
-        pattern.MakeUpper();
-        if (pattern == "*.*" || Matches(capitals, pattern))
+        if (found(pattern))
             return true;
         begin = end + 1;
+    }
+    return false;
+}
+
+} // namespace
+
+bool MatchesPatterns(const CString& name, const CString& patterns)
+{
+    CString capitals = name;
+    capitals.MakeUpper();
+    return FindPattern(patterns, [&](CString& pattern) {
+        pattern.MakeUpper();
+        return pattern == "*.*" || Matches(capitals, pattern);
+    });
+}
+
+bool HasExtension(const CString& name, LPCSTR defaultExtension, LPCSTR filter)
+{
+    if (name.ReverseFind('.') == name.GetLength() - 1 || MatchesPatterns(name, CString("*.") + defaultExtension))
+        return true;
+    for (LPCSTR type = filter; type != nullptr && *type != '\0';) {
+        const CString patterns = type + std::strlen(type) + 1;
+        const auto isNamed = [&](const CString& pattern) {
+            const int dot = pattern.ReverseFind('.');
+            return dot >= 0 && pattern.Mid(dot).FindOneOf("*?") < 0 && MatchesPatterns(name, "*" + pattern.Mid(dot));
+        };
+        if (FindPattern(patterns, isNamed))
+            return true;
+        type += std::strlen(type) + 1;
+        type += std::strlen(type) + 1;
     }
     return false;
 }
@@ -112,6 +142,14 @@ bool FolderExists(LPCSTR path)
 CString JoinPath(const CString& folder, const CString& name)
 {
     return folder.ReverseFind('\\') == folder.GetLength() - 1 ? folder + name : folder + '\\' + name;
+}
+
+CString TrimBackslash(const CString& path)
+{
+    CString trimmed = path;
+    while (trimmed.GetLength() > RootOf(path).GetLength() && trimmed.ReverseFind('\\') == trimmed.GetLength() - 1)
+        trimmed = trimmed.Left(trimmed.GetLength() - 1);
+    return trimmed;
 }
 
 CString RootOf(const CString& path)
@@ -160,8 +198,7 @@ CString ResolvePath(const CString& folder, const CString& typed)
     CString root = RootOf(path);
     if (path.GetLength() < root.GetLength()) // a share without its backslash
         return root;
-    const bool endsInBackslash = path.ReverseFind('\\') == path.GetLength() - 1;
-    return endsInBackslash && path.GetLength() > root.GetLength() ? path.Left(path.GetLength() - 1) : path;
+    return TrimBackslash(path);
 }
 
 bool IsValidPath(const CString& path)

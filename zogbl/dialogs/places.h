@@ -35,10 +35,16 @@ bool HasFolders(const CString& folder);
 /// Whether a name matches one of the patterns separated by ';', whatever the case. "*.*" is every name.
 bool MatchesPatterns(const CString& name, const CString& patterns);
 
+/// Whether a name ends in the default extension (without its dot) or in one of the filter's: any other dot is one of the name,
+/// as in a date. A dot at the end stands for no extension at all.
+bool HasExtension(const CString& name, LPCSTR defaultExtension, LPCSTR filter);
+
 bool FolderExists(LPCSTR path);
 
 /// The path of an entry of a folder.
 CString JoinPath(const CString& folder, const CString& name);
+/// A path without backslashes at its end; a root keeps its own.
+CString TrimBackslash(const CString& path);
 CString RootOf(const CString& path);
 /// The folder that \p path lies in; a root lies in itself.
 CString ParentOf(const CString& path);

@@ -59,9 +59,10 @@ int Choose(char* buffer, unsigned int bufferSize, HWND owner, LPCSTR initialDir,
     error = window.Find(owner);
     if (error != ERROR_SUCCESS)
         return ZO_SELECT_CANCEL;
-    if ((options & ZO_SELECT_CREATE_INITIAL) != 0 && initialDir != nullptr && *initialDir != '\0' &&
-        !FolderExists(initialDir))
-        WithoutThrowing([&] { return BOOL{OfferToCreateFolder(initialDir, helpContext)}; });
+    if ((options & ZO_SELECT_CREATE_INITIAL) != 0 && initialDir != nullptr && *initialDir != '\0')
+        WithoutThrowing([&] {
+            return BOOL{FolderExists(TrimBackslash(initialDir)) || OfferToCreateFolder(initialDir, helpContext)};
+        });
 
     FolderPicker picker(initialDir, title, instruction, helpContext, window.Get());
     const INT_PTR result = picker.DoModal();

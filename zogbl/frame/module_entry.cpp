@@ -5,6 +5,7 @@
 #include <zogbl/gdi_data.h>
 #include <zogbl/global_config.h>
 #include <zogbl/language_support.h>
+#include <zogbl/message_box.h>
 #include <zogbl/module.h>
 #include <zogbl/resource_lookup.h>
 
@@ -33,8 +34,8 @@ BOOL AskForFile(CString& path, LPCSTR filter, CWnd* parent)
     return TRUE;
 }
 
-/// The framework extensions find their texts where this library does, and ask for files as it does.
-constexpr ZoResourceSource kResourceSource = {&ZoGblLoadString, &ZoGblLockResource, &AskForFile};
+/// The framework extensions find their texts where this library does, ask for files and show messages as it does.
+constexpr ZoResourceSource kResourceSource = {&ZoGblLoadString, &ZoGblLockResource, &AskForFile, &ZoMessageBox};
 
 BOOL AttachToProcess(HINSTANCE instance)
 {
@@ -60,6 +61,7 @@ BOOL AttachToProcess(HINSTANCE instance)
         return FALSE;
     }
     ZoMfxSetResourceSource(&kResourceSource);
+    AfxSetMessageBox(&ZoMessageBox);
     g_instance = instance;
     ++g_attachCount;
     ZoModuleData* data = ZoModuleDataGet();
@@ -80,6 +82,7 @@ void DetachFromProcess()
     ZoModuleDataDestroy();
     if (g_attachCount != 0) {
         --g_attachCount;
+        AfxSetMessageBox(nullptr);
         ZoMfxSetResourceSource(nullptr);
         AfxTermExtensionModule(g_extensionModule, FALSE);
     }

@@ -1,6 +1,7 @@
 // What becomes of the service's errors.
 #include <zogbl/tapi_interface.h>
 
+#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -125,5 +126,5 @@ int CZoTAPIInterface::DisplayTAPIErrorBox(DWORD dwError, DWORD dwStyle)
     const HINSTANCE module = ZoGblFindStringModule(id);
     if (module != nullptr)
         LoadStringA(module, id, text, sizeof text);
-    return MessageBoxA(m_hDialogWnd, text, nullptr, dwStyle);
+    return ZoMessageBox(m_hDialogWnd, text, nullptr, dwStyle);
 }

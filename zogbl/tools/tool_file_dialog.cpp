@@ -1,5 +1,6 @@
 #include <zogbl/tool_file_dialog.h>
 
+#include <zogbl/message_box.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
@@ -33,7 +34,7 @@ BOOL CTLMFileDialog::OnFileNameOK()
         return FALSE;
     CString text;
     ZoGblLoadString(ZO_IDS_TOOL_NO_TOOLS_FILE, text);
-    ::MessageBoxA(m_hWnd, text, m_csTitle, MB_OK | MB_ICONEXCLAMATION);
+    ZoMessageBox(m_hWnd, text, m_csTitle, MB_OK | MB_ICONEXCLAMATION);
     return TRUE;
 }
 

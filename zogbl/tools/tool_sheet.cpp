@@ -1,6 +1,7 @@
 #include <zogbl/tool_sheet.h>
 
 #include <zogbl/file_name_functions.h>
+#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -30,8 +31,8 @@ template <class MESSAGE> int Ask(const CWnd* owner, UINT type, MESSAGE message)
 {
     int answer = IDYES;
     WithoutThrowing([&] {
-        answer = ::MessageBoxA(owner != nullptr ? owner->m_hWnd : nullptr, message(), LoadText(ZO_IDS_TOOL_SHEET_TITLE),
-                               type | MB_ICONEXCLAMATION);
+        answer = ZoMessageBox(owner->GetSafeHwnd(), message(), LoadText(ZO_IDS_TOOL_SHEET_TITLE),
+                              type | MB_ICONEXCLAMATION);
         return TRUE;
     });
     return answer;

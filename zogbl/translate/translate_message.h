@@ -2,6 +2,7 @@
 /// What the editor of translation tables tells the user.
 #pragma once
 
+#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/translate.h>
@@ -16,7 +17,7 @@ inline void TellUser(const CWnd& owner, UINT text, LPCSTR more = "")
     if (!WithoutThrowing([&]() -> BOOL {
             CString message;
             return ZoGblLoadString(text, message) &&
-                   ::MessageBoxA(owner.m_hWnd, message + more, AfxGetAppName(), MB_OK | MB_ICONEXCLAMATION);
+                   ZoMessageBox(owner.m_hWnd, message + more, AfxGetAppName(), MB_OK | MB_ICONEXCLAMATION);
         }))
         ::MessageBeep(MB_ICONEXCLAMATION);
 }

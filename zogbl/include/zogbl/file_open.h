@@ -15,7 +15,8 @@ struct FolderContents;
 ///
 /// A name is looked for in the folder shown, not in the current one. A name of a folder, a drive or with ".." goes there;
 /// a name with '*' or '?', or several separated by ';', becomes the pattern of the list. A name without an extension gets
-/// the default one, unless it is typed in quotation marks or, when opening, there is a file without. Before a name is taken
+/// the default one, unless it is typed in quotation marks or, when opening, there is a file without. An extension is the
+/// default one or one of the filter's: "Fax 22.11.1998" has none. Before a name is taken
 /// it is checked: characters, length, and what the flags ask for. Each check has its message; the dialog stays open
 /// then, with all that was typed.
 ///
@@ -86,6 +87,8 @@ protected:
 private:
     HWND Item(int id) const { return ::GetDlgItem(m_hWnd, id); }
     void Prepare();
+    void PrepareReadOnlyBox();
+    void AlignRows();
     void FillTypes();
     void FillDrives();
     void AddDrive(const CString& root);

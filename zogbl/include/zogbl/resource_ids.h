@@ -220,6 +220,12 @@
 #define ZO_IDS_SHEET_APPLY 20592
 #define ZO_IDS_SHEET_CLOSE 20593
 
+// 25470 and 20620: the message box. The numbers of its icon and text are those that the system's own boxes have.
+#define ZO_IDD_MESSAGE_BOX 25470
+#define ZO_IDC_BOX_ICON 20
+#define ZO_IDC_BOX_TEXT 0xFFFF
+#define ZO_IDS_BOX_ERROR 20620
+
 // Checks of what was entered in a dialog: 61712 and up are numbers that the application framework fixes.
 #define ZO_IDS_CHECK_DOUBLE_BYTE 15972
 #define ZO_IDS_CHECK_EMPTY 20555
@@ -276,6 +282,8 @@
 #define ZO_IDS_FOLDER_UNREADABLE 20667
 #define ZO_IDS_FOLDER_NEW_NAME 20668
 #define ZO_IDS_DOCUMENT_NOT_SAVED 20669
+#define ZO_IDS_FOLDER_TAKEN 20670
+#define ZO_IDS_FOLDER_NOT_RENAMED 20671
 
 // 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. Pages come in pairs, for
 // what is received and what is sent; for files there is a second set of strings for Win32s.

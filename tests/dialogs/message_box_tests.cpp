@@ -1,0 +1,228 @@
+// The suite's message box, driven by keys and clicks.
+#include "product/registered_product.h"
+#include "support/dialog_driver.h"
+#include "support/fault_loop.h"
+#include "support/import_patch.h"
+
+#include <zogbl/message_box.h>
+#include <zogbl/module.h>
+#include <zogbl/resource_ids.h>
+
+#include <afxwin.h>
+
+using namespace zo_test;
+
+namespace {
+
+constexpr int kText = 0xFFFF;
+
+class MessageBoxTest : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
+    void TearDown() override { ZoGblDumpLanguageDLL(); }
+    RegisteredProduct m_product;
+};
+
+CRect AreaOf(HWND window)
+{
+    CRect area;
+    GetWindowRect(window, &area);
+    return area;
+}
+
+/// The buttons of a box from left to right: each text and, behind it, what pressing it would answer.
+std::string ButtonsOf(HWND box)
+{
+    std::string buttons;
+    for (HWND child = GetWindow(box, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (GetDlgCtrlID(child) != ZO_IDC_BOX_ICON && GetDlgCtrlID(child) != kText)
+            buttons += TextOf(child) + std::to_string(GetDlgCtrlID(child)) + ' ';
+    }
+    return buttons;
+}
+
+std::string Clipboard()
+{
+    std::string text;
+    if (OpenClipboard(nullptr)) {
+        if (const HANDLE memory = GetClipboardData(CF_TEXT))
+            text = static_cast<const char*>(GlobalLock(memory));
+        CloseClipboard();
+    }
+    return text;
+}
+
+UINT g_sound = 0;
+BOOL WINAPI NoteSound(UINT sound) { return g_sound = sound, TRUE; }
+
+} // namespace
+
+TEST_F(MessageBoxTest, HasButtonsIconSoundAndKeysOfItsType)
+{
+    const struct {
+        UINT type;
+        const char* buttons;
+        int focus;
+        int escape; // 0: does not close it
+    } rows[] = {
+        {MB_OK | MB_ICONSTOP, "OK1 ", IDOK, IDOK},
+        {MB_OKCANCEL | MB_ICONQUESTION, "OK1 Cancel2 ", IDOK, IDCANCEL},
+        {MB_OKCANCEL | MB_DEFBUTTON2, "OK1 Cancel2 ", IDCANCEL, IDCANCEL},
+        {MB_ABORTRETRYIGNORE | MB_DEFBUTTON3, "&Abort3 &Retry4 &Ignore5 ", IDIGNORE, 0},
+        {MB_YESNOCANCEL | MB_ICONEXCLAMATION, "&Yes6 &No7 Cancel2 ", IDYES, IDCANCEL},
+        {MB_YESNO | MB_DEFBUTTON2 | MB_ICONINFORMATION, "&Yes6 &No7 ", IDNO, 0},
+        {MB_RETRYCANCEL | MB_DEFBUTTON4, "&Retry4 Cancel2 ", IDRETRY, IDCANCEL},
+        {MB_CANCELTRYCONTINUE | MB_DEFBUTTON2, "Cancel2 &Try Again10 &Continue11 ", IDTRYAGAIN, IDCANCEL},
+        {MB_YESNO | MB_HELP, "&Yes6 &No7 &Help9 ", IDYES, 0},
+    };
+    const ImportPatch sound("ZOGBLBRX.DLL", "MessageBeep", &NoteSound);
+    for (const auto& row : rows) {
+        for (const UINT key : {VK_RETURN, VK_ESCAPE}) {
+            SCOPED_TRACE(testing::Message() << row.type << " " << key);
+            const bool stays = key == VK_ESCAPE && row.escape == 0;
+            const DialogDriver driver{[&](HWND box) {
+                EXPECT_EQ("Title", TextOf(box));
+                EXPECT_EQ("one\ntwo & three", BoxText(box));
+                EXPECT_EQ(row.buttons, ButtonsOf(box));
+                EXPECT_EQ(row.focus, FocusOf(box));
+                EXPECT_EQ(row.focus, LOWORD(SendMessageA(box, DM_GETDEFID, 0, 0)));
+                EXPECT_EQ((row.type & MB_ICONMASK) != 0,
+                          SendDlgItemMessageA(box, ZO_IDC_BOX_ICON, STM_GETICON, 0, 0) != 0);
+                EXPECT_EQ(row.type & MB_ICONMASK, g_sound);
+                EXPECT_EQ(row.escape == 0, (GetMenuState(GetSystemMenu(box, FALSE), SC_CLOSE, 0) & MF_GRAYED) != 0);
+                Key(box, key);
+                EXPECT_EQ(stays, IsWindowVisible(box) != FALSE);
+                if (stays)
+                    Press(box, row.focus);
+            }};
+            const int answer = ZoMessageBox(nullptr, "one\ntwo & three", "Title", row.type);
+            EXPECT_EQ(key == VK_ESCAPE && !stays ? row.escape : row.focus, answer);
+        }
+    }
+}
+
+TEST_F(MessageBoxTest, SpeaksTheLanguageOfTheUser)
+{
+    const DialogDriver driver{[](HWND box) { AccessKey(box, 'n'); },
+                              [](HWND box) {
+                                  EXPECT_EQ("Error", TextOf(box));
+                                  Press(box, IDOK);
+                              },
+                              [](HWND box) {
+                                  EXPECT_EQ("Fehler", TextOf(box));
+                                  EXPECT_EQ("&Ja6 &Nein7 Abbrechen2 ", ButtonsOf(box));
+                                  AccessKey(box, 'j');
+                              },
+                              [](HWND box) {
+                                  EXPECT_EQ("&Wiederholen4 Abbrechen2 ", ButtonsOf(box));
+                                  Key(box, VK_ESCAPE);
+                              }};
+    EXPECT_EQ(IDNO, ZoMessageBox(nullptr, "text", "Title", MB_YESNOCANCEL));
+    EXPECT_EQ(IDOK, ZoMessageBox(nullptr, nullptr, nullptr, MB_OK));
+    m_product.MakeCurrent(0x0407);
+    ZoGblDumpLanguageDLL();
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    EXPECT_EQ(IDYES, ZoMessageBox(nullptr, "text", nullptr, MB_YESNOCANCEL));
+    EXPECT_EQ(IDCANCEL, AfxMessageBox("text", MB_RETRYCANCEL)) << "the framework's too";
+}
+
+TEST_F(MessageBoxTest, IsAsLargeAsItsTextAndInTheMiddleOfItsOwner)
+{
+    CWnd owner, other;
+    ASSERT_TRUE(owner.CreateEx(0, "Static", "owner", WS_POPUP | WS_VISIBLE, 100, 80, 640, 480, nullptr, nullptr));
+    ASSERT_TRUE(other.CreateEx(0, "Static", "other", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr, nullptr));
+    CRect work;
+    SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+    std::string lines;
+    for (int i = 0; i < 400; ++i)
+        lines += "line\n";
+    const std::string texts[] = {"short", "more\nthan\ntwo\nlines", "C:\\" + std::string(250, 'w'), lines};
+    CRect before;
+    for (const std::string& text : texts) {
+        const DialogDriver driver{[&](HWND box) {
+            EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd));
+            EXPECT_TRUE(IsWindowEnabled(other.m_hWnd));
+            const CRect area = AreaOf(box);
+            EXPECT_EQ(text, BoxText(box));
+            EXPECT_NEAR(2 * 100 + 640, area.left + area.right, 2);
+            EXPECT_GE(area.top, work.top);
+            EXPECT_LE(area.bottom, work.bottom);
+            EXPECT_GT(area.Height(), before.Height()) << "taller than the one before";
+            before = area;
+            CRect needed(0, 0, AreaOf(GetDlgItem(box, kText)).Width(), 0);
+            const HDC dc = GetDC(box);
+            SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(box, WM_GETFONT, 0, 0)));
+            DrawTextA(dc, text.c_str(), -1, needed, DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX);
+            ReleaseDC(box, dc);
+            EXPECT_TRUE(text == lines || needed.bottom <= AreaOf(GetDlgItem(box, kText)).Height());
+            CRect inside;
+            GetClientRect(box, &inside);
+            MapWindowPoints(box, nullptr, reinterpret_cast<POINT*>(&inside), 2);
+            for (const int id : {kText, IDYES, IDNO}) {
+                const CRect part = AreaOf(GetDlgItem(box, id));
+                EXPECT_TRUE(part.left >= inside.left && part.right <= inside.right && part.bottom <= inside.bottom);
+            }
+            EXPECT_EQ(AreaOf(GetDlgItem(box, IDYES)).Width(), AreaOf(GetDlgItem(box, IDNO)).Width());
+            EXPECT_GE(AreaOf(GetDlgItem(box, IDYES)).top, AreaOf(GetDlgItem(box, kText)).bottom);
+            Press(box, IDYES);
+        }};
+        EXPECT_EQ(IDYES, ZoMessageBox(owner.m_hWnd, text.c_str(), "Title", MB_YESNO | MB_ICONQUESTION));
+        EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+    }
+    const DialogDriver driver{[&](HWND box) {
+        EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd) || IsWindowEnabled(other.m_hWnd));
+        Press(box, IDOK);
+    }};
+    EXPECT_EQ(IDOK, ZoMessageBox(nullptr, "all", "Title", MB_TASKMODAL));
+    EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd) && IsWindowEnabled(other.m_hWnd));
+}
+
+TEST_F(MessageBoxTest, IsCopiedByKey)
+{
+    const std::string line(27, '-');
+    const std::string copy = line + "\r\nTitle\r\n" + line + "\r\none\r\ntwo & three\r\n" + line +
+                             "\r\nYes   No   Cancel   \r\n" + line + "\r\n";
+    for (const UINT key : {UINT{'C'}, UINT{VK_INSERT}}) {
+        const DialogDriver driver{[&](HWND box) {
+            OpenClipboard(nullptr);
+            EmptyClipboard();
+            CloseClipboard();
+            Key(box, key, kControl);
+            EXPECT_EQ(copy, Clipboard());
+            Key(box, VK_ESCAPE);
+        }};
+        EXPECT_EQ(IDCANCEL, ZoMessageBox(nullptr, "one\ntwo & three", "Title", MB_YESNOCANCEL));
+    }
+}
+
+TEST_F(MessageBoxTest, LeavesToTheSystemWhatItCannotShow)
+{
+    static UINT s_type;
+    static int s_count;
+    s_count = 0;
+    const ImportPatch system(
+        "ZOGBLBRX.DLL", "MessageBoxA", +[](HWND, LPCSTR, LPCSTR, UINT type) WINAPI -> int {
+            s_type = type;
+            return ++s_count, 77;
+        });
+    for (const UINT type : {UINT{MB_OK | MB_SERVICE_NOTIFICATION}, UINT{7}}) {
+        EXPECT_EQ(77, ZoMessageBox(nullptr, "text", "Title", type));
+        EXPECT_EQ(type, s_type);
+    }
+    ZoGblDumpLanguageDLL();
+    EXPECT_EQ(77, ZoMessageBox(nullptr, "text", "Title", MB_OK)) << "without the language library";
+    EXPECT_TRUE(ZoGblLoadLanguageDLL());
+    AllocationFaults memory;
+    RunFaultLoop(memory, [&](const FaultRun& run) {
+        s_count = 0;
+        const UINT_PTR timer = SetTimer(
+            nullptr, 0, 5, +[](HWND, UINT, UINT_PTR, DWORD) CALLBACK {
+                if (const HWND box = FindWindowA("#32770", "Title"))
+                    SendMessageA(box, WM_COMMAND, IDOK, 0);
+            });
+        const int answer = ZoMessageBox(nullptr, "text", "Title", MB_OK);
+        EXPECT_EQ(s_count == 0 ? IDOK : 77, answer);
+        EXPECT_TRUE(run.Fired() || s_count == 0);
+        KillTimer(nullptr, timer);
+    });
+}
