@@ -56,6 +56,8 @@ private:
 
 class DataView : public TextView {
     DECLARE_DYNCREATE(DataView)
+protected:
+    bool HasColumns() const override { return true; }
 };
 
 class DataFrame : public CMDIChildWnd {

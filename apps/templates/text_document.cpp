@@ -100,12 +100,16 @@ TextView::~TextView()
 
 int TextView::OnCreate(CREATESTRUCT* create)
 {
-    constexpr DWORD kStyle =
-        WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL;
-    if (CView::OnCreate(create) == -1 || !m_text.Create(kStyle, CRect(), this, kTextId))
+    if (CView::OnCreate(create) == -1 || !m_text.Create(TextBox::kStyle | ES_READONLY, CRect(), this, kTextId))
         return -1;
-    m_font = ::CreateFont(-13, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                          CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, FIXED_PITCH | FF_MODERN, nullptr);
+    m_font = CreateDialogFont();
+    LOGFONT description;
+    if (HasColumns() && ::GetObject(m_font, sizeof description, &description) != 0) {
+        description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+        description.lfFaceName[0] = '\0'; // any of equal widths
+        ::DeleteObject(m_font);
+        m_font = ::CreateFontIndirect(&description);
+    }
     if (m_font != nullptr)
         m_text.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_font));
     m_text.SendMessage(EM_LIMITTEXT, 0); // as much as there is room for
@@ -141,6 +145,7 @@ void TextView::OnTextChanged()
     auto* document = DYNAMIC_DOWNCAST(TextDocument, GetDocument());
     if (m_filling || document == nullptr)
         return;
+    m_text.FitScrollBars();
     CString text;
     m_text.GetWindowText(text);
     document->SetText(text);

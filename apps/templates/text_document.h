@@ -3,6 +3,8 @@
 /// it in an edit control, so that a person can scroll, select and copy, and change what can be changed.
 #pragma once
 
+#include "../text_box.h"
+
 #include <afxwin.h>
 
 class TextDocument : public CDocument {
@@ -36,6 +38,8 @@ public:
 
 protected:
     void OnUpdate(CView* sender, LPARAM hint, CObject* object) override;
+    /// Whether the text stands in columns, which takes letters of equal widths.
+    virtual bool HasColumns() const { return false; }
     void OnDraw(CDC*) override {} // the control fills the view
     afx_msg void OnTextChanged();
     afx_msg int OnCreate(CREATESTRUCT* create);
@@ -44,7 +48,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    CEdit m_text;
-    HFONT m_font = nullptr; // of equal widths
+    TextBox m_text;
+    HFONT m_font = nullptr;
     bool m_filling = false; // the text changes, but no person changes it
 };

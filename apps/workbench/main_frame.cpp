@@ -8,11 +8,12 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include <algorithm>
+
 namespace {
 
 constexpr UINT kPageListId = 100;
 constexpr UINT kFirstPageWindowId = AFX_IDW_PANE_FIRST;
-constexpr int kPageListWidth = 150;
 constexpr int kGap = 6;
 
 const UINT s_traceLevelMessage = CZoTrace::GetNotifyMessage();
@@ -149,9 +150,12 @@ void MainFrame::LayOut(int width, int height)
 {
     const int statusHeight = LineHeight() + kGap;
     const int bottom = height - statusHeight - kGap;
-    m_pageList.MoveWindow(kGap, kGap, kPageListWidth, bottom - kGap);
+    int listWidth = 0;
+    for (const Page* page : m_pages)
+        listWidth = (std::max)(listWidth, TextWidth(Text(page->GetTitleId())) + 2 * kGap);
+    m_pageList.MoveWindow(kGap, kGap, listWidth, bottom - kGap);
     m_status.MoveWindow(0, height - statusHeight, width, statusHeight);
-    const int left = kPageListWidth + 2 * kGap;
+    const int left = listWidth + 2 * kGap;
     for (Page* page : m_pages)
         page->MoveWindow(left, kGap, width - left - kGap, bottom - kGap);
 }

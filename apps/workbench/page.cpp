@@ -1,7 +1,8 @@
 #include "page.h"
 
-#include <zogbl/gdi_data.h>
 #include <zogbl/resource_lookup.h>
+
+#include "../text_box.h"
 
 BEGIN_MESSAGE_MAP(Page, CWnd)
     ON_WM_CREATE()
@@ -47,8 +48,8 @@ void LoadMenuOf(HWND window, UINT id)
 
 HFONT ControlFont()
 {
-    const HFONT shared = CZoGlobalGDIData::GetThinFont();
-    return shared != nullptr ? shared : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+    static const HFONT font = CreateDialogFont(); // to the end of the process, since controls hold it
+    return font != nullptr ? font : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
 }
 
 namespace {

@@ -31,7 +31,7 @@ CString Text(UINT id);
 /// Gives a window its menu in the user's language.
 void LoadMenuOf(HWND window, UINT id);
 
-/// The font of the Workbench's controls.
+/// The font of the Workbench's controls: that of the dialogs.
 HFONT ControlFont();
 
 /// Width in pixels of a text in that font.

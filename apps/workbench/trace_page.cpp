@@ -64,9 +64,7 @@ void TracePage::CreateControls()
     m_writeLine.Create("", button, nowhere, this, kWriteLineId);
     m_writeBlock.Create("", button, nowhere, this, kWriteBlockId);
     m_flush.Create("", button, nowhere, this, kFlushId);
-    m_view.Create(WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY |
-                      ES_AUTOHSCROLL | ES_AUTOVSCROLL,
-                  nowhere, this, kViewId);
+    m_view.Create(TextBox::kStyle | WS_BORDER | ES_READONLY, nowhere, this, kViewId);
     m_state.Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX, nowhere, this);
     m_stamps.SetCheck(BST_CHECKED);
     SetTimer(1, kRefresh);
@@ -89,7 +87,7 @@ void TracePage::Reload()
     for (const auto& entry : kLevels)
         m_level.AddString(Text(entry.text));
     m_state.SendMessage(WM_SETFONT, font, TRUE);
-    m_view.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(ANSI_FIXED_FONT)), TRUE);
+    m_view.SendMessage(WM_SETFONT, font, TRUE);
     Refresh();
     CRect client;
     GetClientRect(&client);

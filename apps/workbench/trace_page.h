@@ -4,6 +4,8 @@
 
 #include "page.h"
 
+#include "../text_box.h"
+
 #include <zogbl/trace.h>
 
 class TracePage : public Page {
@@ -45,6 +47,6 @@ private:
     CButton m_writeLine;
     CButton m_writeBlock;
     CButton m_flush;
-    CEdit m_view;
+    TextBox m_view;
     CStatic m_state;
 };

@@ -75,8 +75,7 @@ void TranslationPage::CreateControls()
     constexpr DWORD label = WS_VISIBLE | SS_LEFT | SS_NOPREFIX;
     constexpr DWORD button = WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON;
     constexpr DWORD radio = WS_VISIBLE | BS_AUTORADIOBUTTON;
-    constexpr DWORD view = WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY |
-                           ES_AUTOHSCROLL | ES_AUTOVSCROLL;
+    constexpr DWORD view = TextBox::kStyle | WS_BORDER | ES_READONLY;
     m_tableLabel.Create("", label, nowhere, this);
     m_tableName.Create("", label | SS_ENDELLIPSIS, nowhere, this);
     m_choose.Create("", button, nowhere, this, kChooseId);
@@ -107,8 +106,8 @@ void TranslationPage::Reload()
     }
     for (CStatic* line : {&m_tableName, &m_stateLine})
         line->SendMessage(WM_SETFONT, font, TRUE);
-    for (CEdit* view : {&m_before, &m_after})
-        view->SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(ANSI_FIXED_FONT)), TRUE);
+    for (TextBox* view : {&m_before, &m_after})
+        view->SendMessage(WM_SETFONT, font, TRUE);
     Refresh();
     CRect client;
     GetClientRect(&client);

@@ -4,6 +4,8 @@
 
 #include "page.h"
 
+#include "../text_box.h"
+
 #include <zogbl/translate.h>
 
 class TranslationPage : public Page {
@@ -54,7 +56,7 @@ private:
     CButton m_translate;
     CStatic m_beforeLabel;
     CStatic m_afterLabel;
-    CEdit m_before;
-    CEdit m_after;
+    TextBox m_before;
+    TextBox m_after;
     CStatic m_stateLine;
 };

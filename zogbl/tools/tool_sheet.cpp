@@ -13,6 +13,8 @@
 #include "../frame/without_throwing.h"
 #include "program_dialog.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr UINT kTellLoadFailure = WM_APP + 1;
@@ -178,7 +180,8 @@ BOOL CTlmSheet::CreateControls()
                         list, this, ZO_IDC_TOOL_LIST))
         return FALSE;
     CButton* const buttons[] = {&m_add, &m_remove, &m_moveUp, &m_moveDown};
-    const int buttonWidth = (rest.Width() - 3 * gaps.left) / 4;
+    const int buttonWidth = // as OK's, if there is room
+        (std::min<int>)((rest.Width() - 3 * gaps.left) / 4, PlaceIn(m_hWnd, ::GetDlgItem(m_hWnd, IDOK)).Width());
     for (int i = 0; i < 4; ++i) {
         const int left = rest.left + i * (buttonWidth + gaps.left);
         const CRect place(left, buttonTop, left + buttonWidth, rest.bottom);

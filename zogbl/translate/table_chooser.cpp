@@ -48,10 +48,23 @@ BOOL TableChooser::OnInitDialog()
     GetDlgItem(IDOK)->EnableWindow(!isEmpty);
     if (isEmpty)
         WithoutThrowing([this] { return TellWhy(), TRUE; });
+    else
+        TakeRoomOfReason();
     // Not SetFocus, which would leave OK the button that Enter presses.
     SendMessage(WM_NEXTDLGCTL,
                 reinterpret_cast<WPARAM>(::GetDlgItem(m_hWnd, isEmpty ? IDCANCEL : ZO_IDC_TRANSLATE_CHOICES)), TRUE);
     return FALSE;
+}
+
+/// The list takes the room of the text that says why it is empty.
+void TableChooser::TakeRoomOfReason()
+{
+    CRect list, why;
+    m_list.GetWindowRect(&list);
+    const HWND reason = ::GetDlgItem(m_hWnd, ZO_IDC_TRANSLATE_WHY);
+    ::GetWindowRect(reason, &why);
+    ::ShowWindow(reason, SW_HIDE);
+    m_list.SetWindowPos(nullptr, 0, 0, list.Width(), why.bottom - list.top, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 /// Names the folder in which there is no table.

@@ -27,6 +27,7 @@ private:
     void Fill();
     void FindTables();
     void TellWhy();
+    void TakeRoomOfReason();
 
     CString m_csPath;
     CString m_csChosen;
