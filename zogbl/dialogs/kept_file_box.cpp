@@ -1,5 +1,6 @@
 #include "kept_file_box.h"
 
+#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 
 #include "dialog_resource.h"
@@ -22,11 +23,11 @@ BOOL OfferKeptFile(const CWnd* owner, LPCSTR path, LPCSTR title)
     const HWND window = owner != nullptr ? owner->m_hWnd : nullptr;
     CString text;
     text.Format(LoadText(ZO_IDS_KEPT_OFFER), path);
-    if (::MessageBoxA(window, text, title, MB_YESNO | MB_ICONEXCLAMATION) != IDYES)
+    if (ZoMessageBox(window, text, title, MB_YESNO | MB_ICONEXCLAMATION) != IDYES)
         return FALSE;
     if (kept.PutBack() == SaveResult::kUnchanged)
         return TRUE;
     text.Format(LoadText(ZO_IDS_KEPT_NOT_PUT_BACK), (LPCSTR)kept.GetCopyPath());
-    ::MessageBoxA(window, text, title, MB_OK | MB_ICONEXCLAMATION);
+    ZoMessageBox(window, text, title, MB_OK | MB_ICONEXCLAMATION);
     return FALSE;
 }
