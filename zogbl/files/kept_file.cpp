@@ -102,8 +102,8 @@ bool KeptFile::ReadFileAt(LPCSTR path, Bytes& bytes)
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
 
-/// The bytes of a whole copy of this file. \param isFree whether nothing is lost if the copy is written over: it is empty,
-/// or was cut before the file was touched.
+/// The bytes of a whole copy of this file. \param isFree whether nothing is lost if the copy is written over: it is
+/// empty, or was cut before the file was touched.
 bool KeptFile::ReadCopy(Bytes& bytes, bool& isFree) const
 {
     const DWORD size = GetFileSize(m_copy, nullptr);

@@ -3,8 +3,8 @@
 ///
 /// A save in place empties the file first. Before that, its bytes are read into memory and written to a copy beside it:
 /// "<path>.zo~", on Win32s "<path>" with '~' as the last character of the extension. The copy begins with a header that
-/// names its file and tells length and sum of the bytes, so that a copy that was cut and somebody else's file of that name
-/// are told from a whole one. It is open, and shared with nobody, until the save has ended.
+/// names its file and tells length and sum of the bytes, so that a copy that was cut and somebody else's file of that
+/// name are told from a whole one. It is open, and shared with nobody, until the save has ended.
 ///
 /// | the copy's name is                      | then                                                             |
 /// | --------------------------------------- | ---------------------------------------------------------------- |
