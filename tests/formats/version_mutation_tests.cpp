@@ -91,6 +91,15 @@ void Damage(std::string& file, size_t begin, size_t length, Random& random)
     }
 }
 
+/// What lies elsewhere.
+BOOL WINAPI QueryOutside(LPCVOID, LPCSTR, LPVOID* value, UINT* length)
+{
+    static DWORD translation = MAKELONG(0x0409, 1252);
+    *value = &translation;
+    *length = sizeof translation;
+    return TRUE;
+}
+
 /// What the system says, in a block with room for whatever the lengths claim.
 class Judge {
 public:
@@ -177,6 +186,7 @@ TEST_F(VersionMutation, RecordsOf16BitsAreReadToo)
     const zo_test::ImportPatch size(kLibrary, "GetFileVersionInfoSizeA", &RecordSize);
     const zo_test::ImportPatch take(kLibrary, "GetFileVersionInfoA", &TakeRecord);
     const GuardedBlocks guarded;
+    const size_t lengthOfTranslations = whole.find("Translation") - 2;
     g_record = whole;
     ASSERT_TRUE(m_version.ExtractVersionInfo("any.DLL"));
     EXPECT_STREQ("Plain", m_version.GetStandardValue(7));
@@ -186,8 +196,26 @@ TEST_F(VersionMutation, RecordsOf16BitsAreReadToo)
         for (const char damage : {'\0', '\x7F', '\xFF'}) {
             g_record = whole;
             g_record[at] = damage;
-            m_version.ExtractVersionInfo("any.DLL");
+            const BOOL extracted = m_version.ExtractVersionInfo("any.DLL");
+            EXPECT_FALSE(extracted && at == lengthOfTranslations && damage != '\0');
         }
     }
     m_version.ExtractVersionInfo("");
+}
+
+TEST_F(VersionMutation, TextsThatSayTheyAreLongerAndValuesOutside)
+{
+    AddUser("Plain", OwnUser());
+    std::string file = ReadFile(Fixture("plain"));
+    constexpr WCHAR kName[] = L"InternalName";
+    const size_t name = file.find(std::string(reinterpret_cast<const char*>(kName), sizeof kName));
+    ASSERT_NE(std::string::npos, name);
+    file.replace(name - 4, 2, "\xFF\x7F"); // the length of its value
+    const zo_test::TestFolder folder;
+    folder.Write("longer.DLL", file);
+    EXPECT_TRUE(m_version.ExtractVersionInfo(folder.Path("longer.DLL").c_str()));
+    EXPECT_STREQ("Fixture", m_version.GetInternalName());
+
+    const zo_test::ImportPatch outside(kLibrary, "VerQueryValueA", &QueryOutside);
+    EXPECT_FALSE(m_version.ExtractVersionInfo(Fixture("plain")));
 }

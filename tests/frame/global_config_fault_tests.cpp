@@ -198,8 +198,18 @@ TEST_F(ConfigFaults, ResultOfClosingComesBackOnlyAfterSuccess)
         options);
     faults.Arm(1, true);
     DWORD value = 0;
+    BOOL exists[3] = {TRUE, TRUE, TRUE};
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValue(m_mode, m_key, "Missing", value, 9));
+    // What a search has found counts only if it ends well.
+    CString name;
+    for (const DWORD status : {m_config.DoesEntryExist(m_mode, m_key, "Text", exists[0]),
+                               m_config.DoesSubkeyExist(m_mode, m_key, "Sub", exists[1]),
+                               m_config.FindFirstSubKey(m_mode, m_key, name, exists[2])})
+        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_HANDLE), status);
     faults.Disarm();
+    for (const BOOL found : exists)
+        EXPECT_FALSE(found);
+    EXPECT_STREQ("", name);
 }
 
 TEST_F(ConfigFaults, ACopyThatFailsEndsWhereItIs)
@@ -268,6 +278,14 @@ LONG WINAPI QueryUnterminated(HKEY, LPCSTR, DWORD*, DWORD* type, BYTE* data, DWO
     return ERROR_SUCCESS;
 }
 
+/// Hands over what fits of a longer text.
+LONG WINAPI QueryPart(HKEY, LPCSTR, DWORD*, DWORD* type, BYTE* data, DWORD* size)
+{
+    *type = REG_SZ;
+    std::memset(data, 'x', *size);
+    return ERROR_MORE_DATA;
+}
+
 LONG WINAPI NoteWrittenSize(HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD size)
 {
     g_writtenSize = size;
@@ -297,6 +315,15 @@ TEST_F(ConfigFaults, AnswersOfAnySystemAreCheckedBeforeUse)
         EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA),
                   m_config.GetValue(m_mode, m_key, "Text", text, sizeof text, "def"));
         EXPECT_STREQ("def", text);
+    }
+    {
+        const zo_test::ImportPatch part(kLibrary, "RegQueryValueExA", &QueryPart);
+        DWORD type = 9;
+        DWORD size = 9;
+        EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA),
+                  m_config.GetAnyValueType(m_mode, m_key, "Text", text, sizeof text, type, size));
+        EXPECT_EQ(std::string(sizeof text, '\0'), std::string(text, sizeof text));
+        EXPECT_EQ(0u, type);
     }
     {
         const zo_test::ImportPatch note(kLibrary, "RegSetValueExA", &NoteWrittenSize);

@@ -249,6 +249,10 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILENAME_EXCED_RANGE), m_config.CopyRegTree(m_mode, tooLong, m_mode, source, 0));
     EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, tooLong.Left(250), m_mode, source, 0));
     EXPECT_EQ("top", ReadText(tooLong.Left(250), "Text"));
+    ASSERT_EQ(0u, m_config.CreateKey(m_mode, source + "\\Sub"));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILENAME_EXCED_RANGE),
+              m_config.CopyRegTree(m_mode, tooLong.Left(256), m_mode, source, 0));
+    EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, tooLong.Left(255), m_mode, source, 0));
 }
 
 TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
@@ -277,6 +281,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
         {1, classes + key + "\\Source", 7, key + "\\Source", true, true},
         {7, key + "\\Source", 1, classes + key + "\\Source\\New", true, true},
         {7, key + "\\Source", 2, key + "\\Target", false, true},
+        {7, key + "\\Source", 2, classes + key + "\\Source\\New", true, false}, // merged into the classes
         {profileMode, (zo_test::IsNt() ? profile : CString()) + key + "\\Source", 1, profile + key + "\\Source", true,
          false},
     };

@@ -66,7 +66,7 @@ IMPLEMENT_DYNCREATE(HostDocument, CDocument)
 using Modules = std::vector<HMODULE>;
 
 CZoBrixelAccess* g_access = nullptr;
-std::string g_lists; // the ids of the modules, at each call of a plug-in but for its id
+std::string g_lists; // the ids of the modules, at each call from a plug-in
 
 /// What a plug-in may do that calls its host.
 void ListModules()
@@ -145,7 +145,7 @@ TEST_F(BrixelAccess, IsWholeWhenAPlugInCallsBack)
         g_lists.clear();
     }
     SetEnvironmentVariableA("ZO_PLUGIN_CALLS", nullptr);
-    EXPECT_EQ("133 33 3 ", g_lists);
+    EXPECT_EQ("133 33 33 3 3  ", g_lists) << "each shuts down, and is gone when its library goes";
     TakePluginLog();
 }
 

@@ -22,15 +22,20 @@ struct Variable {
     char text[kLogSize] = "";
 };
 
+void CallBack()
+{
+    const Variable address("ZO_PLUGIN_CALLS");
+    if (const auto function = reinterpret_cast<void (*)()>(std::strtoull(address.text, nullptr, 16)))
+        function();
+}
+
 void Enter(LPCSTR entryPoint)
 {
     Variable log("ZO_PLUGIN_LOG");
     const size_t length = std::strlen(log.text);
     std::snprintf(log.text + length, kLogSize - length, ZO_PLUGIN_NAME ".%s ", entryPoint);
     SetEnvironmentVariableA("ZO_PLUGIN_LOG", log.text);
-    const Variable address("ZO_PLUGIN_CALLS");
-    if (const auto callBack = reinterpret_cast<void (*)()>(std::strtoull(address.text, nullptr, 16)))
-        callBack();
+    CallBack();
     const Variable fails("ZO_PLUGIN_FAILS");
     if (fails.Is(entryPoint, "=int"))
         throw 5;
@@ -135,7 +140,9 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
 {
     if (reason == DLL_PROCESS_ATTACH)
         return AfxInitExtensionModule(g_extensionModule, instance);
-    if (reason == DLL_PROCESS_DETACH)
+    if (reason == DLL_PROCESS_DETACH) {
+        CallBack();
         AfxTermExtensionModule(g_extensionModule);
+    }
     return TRUE;
 }

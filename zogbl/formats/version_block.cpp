@@ -50,11 +50,11 @@ private:
     bool MendRecord(DWORD begin, DWORD end, int depth)
     {
         const DWORD header = m_isWide ? 6 : 4;
-        if (end - begin < header || Number(begin) < header || Number(begin) > end - begin)
+        if (end - begin < header || Number(begin) > end - begin)
             return false;
         end = begin + Number(begin);
         const DWORD behindName = EndOfName(begin + header, end);
-        if (behindName > end)
+        if (behindName > end) // not even its head has room, if it is that short
             return false;
         DWORD at = Align(behindName);
         if (const DWORD length = Number(begin + 2)) {
