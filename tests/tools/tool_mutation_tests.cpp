@@ -41,7 +41,7 @@ std::string MakeFile(Random& random)
                 file[record + 56 + random() % 952] = static_cast<char>(random());
             break;
         case 5:
-            file.resize(file.size() - (std::min<size_t>)(file.size() - 1, random() % (random() % 3 == 0 ? 2000 : 2)));
+            file.erase(file.size() - (std::min<size_t>)(file.size() - 1, random() % (random() % 3 == 0 ? 2000 : 2)));
             break;
         default:
             file.append(random() % 3 == 0 ? random() % 1536 : random() % 2, '\xFF');
