@@ -33,7 +33,7 @@ template <class MESSAGE> int Ask(const CWnd* owner, UINT type, MESSAGE message)
 {
     int answer = IDYES;
     WithoutThrowing([&] {
-        answer = ZoMessageBox(owner->GetSafeHwnd(), message(), LoadText(ZO_IDS_TOOL_SHEET_TITLE),
+        answer = ZoMessageBox(owner != nullptr ? owner->m_hWnd : nullptr, message(), LoadText(ZO_IDS_TOOL_SHEET_TITLE),
                               type | MB_ICONEXCLAMATION);
         return TRUE;
     });
