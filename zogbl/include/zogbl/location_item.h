@@ -97,8 +97,8 @@ public:
     CZoLocationItem* FindByIndex(DWORD index) const;
     CZoLocationItem* FindByCountryIndex(UINT countryIndex) const;
 
-    /// Deletes the first item whose name starts with \p name, likewise, and its record if it has one: "Off" deletes
-    /// "Office", callers have come to rely on it. FALSE for an empty text and when there is no such item.
+    /// Deletes the first item whose name starts with \p name, and its record if it has one. As in a search, "Off" stands
+    /// for "Office". FALSE for an empty text and when there is no such item.
     BOOL DeleteByName(const char* name);
 
     /// Makes a location the current one. \return 0, ZoErrOutOfMemory or the status of the write.

@@ -107,8 +107,7 @@ public:
     DWORD GetCompuserve(CString& text) { return GetString(ZO_IDS_REG_COMPUSERVE, text); }
     DWORD SetCompuserve(const char* text) { return SetString(ZO_IDS_REG_COMPUSERVE, text); }
 
-    // Telephone numbers, by kind: a ZO_PHONE_ value. Any other counts as ZO_PHONE_HOME2: callers have come to rely on
-    // it.
+    // Telephone numbers, by kind: a ZO_PHONE_ value. Any other counts as ZO_PHONE_HOME2.
 
     DWORD GetPhoneArea(DWORD kind, CString& text) { return GetString(GetAreaStringId(kind), text); }
     DWORD SetPhoneArea(DWORD kind, const char* text) { return SetString(GetAreaStringId(kind), text); }

@@ -101,9 +101,8 @@ public:
     void SetDataIcon(DWORD icon) { m_record.dwIcon = icon; }
 
     // Each text keeps two bytes less than its field has; a character of two bytes is kept whole or not at all. Setters
-    // return ZO_TLM_TEXT_CUT for a text that is longer than the field with its terminator allows: the one that is a byte
-    // too long for what is kept is cut without a report, which callers have come to rely on. Null changes nothing and
-    // returns 0.
+    // return ZO_TLM_TEXT_CUT for a text that is longer than the field with its terminator allows. A text that is one byte
+    // too long for what is kept is cut without a report: that is prescribed. Null changes nothing and returns 0.
 
     /// At most 30 bytes. An ampersand marks the access key, two stand for one.
     void GetDataMenuText(CString& text) const;

@@ -62,7 +62,7 @@ public:
 
     /// Fills a rectangle with a two-coloured stencil of the image: a pixel that is transparent, or white, takes the
     /// target's background colour, any other one its text colour. The target's own pixels do not show through, its stretch
-    /// mode becomes COLORONCOLOR and its background colour white. Callers have come to rely on all of this.
+    /// mode becomes COLORONCOLOR and its background colour white. All of this is prescribed.
     void DrawStretchTrans(HDC dc, int x, int y, int width, int height);
     void DrawStretchTrans(CDC* dc, int x, int y, int width, int height)
     {

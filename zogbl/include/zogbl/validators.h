@@ -60,8 +60,7 @@ ZOGBL_API void AFXAPI ZoDDV_CfgMessageBox(CDataExchange* exchange, unsigned int 
 ZOGBL_API void AFX_CDECL ZoDDV_TrimNotEmpty(CDataExchange* exchange, CString& text, unsigned int control,
                                             int allowEmpty);
 
-/// These accept everything, a folder or file that is not there included: callers have come to rely on it. The arguments
-/// are not looked at.
+/// These two check nothing: every path passes, and the arguments are ignored.
 ZOGBL_API void AFXAPI ZoDDV_CfgDirExists(CDataExchange* exchange, const char* path, unsigned int message, int flags);
 ZOGBL_API void AFXAPI ZoDDV_CfgFileExists(CDataExchange* exchange, const char* path, unsigned int message);
 
