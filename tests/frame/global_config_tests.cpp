@@ -252,7 +252,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
     ASSERT_EQ(0u, m_config.CreateKey(m_mode, source + "\\Sub"));
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILENAME_EXCED_RANGE),
               m_config.CopyRegTree(m_mode, tooLong.Left(256), m_mode, source, 0));
-    if (!zo_test::IsWin32s()) { // where the value is a subkey too, with a longer name
+    if (!IsWin32s()) { // where the value is a subkey too, with a longer name
         EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, tooLong.Left(255), m_mode, source, 0));
     }
 }
