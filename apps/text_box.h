@@ -28,8 +28,14 @@ inline HFONT CreateDialogFont()
 /// A box of several lines, with the scroll bars that its text needs.
 class TextBox : public CEdit {
 public:
-    static constexpr DWORD kStyle =
-        WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_AUTOHSCROLL | ES_AUTOVSCROLL;
+    /// Creates the box, for reading only. \param edge its border; that of WS_BORDER would stay open where a scroll bar goes
+    BOOL Create(CWnd* parent, UINT id, DWORD edge = WS_EX_CLIENTEDGE)
+    {
+        constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
+                                ES_READONLY | ES_AUTOHSCROLL | ES_AUTOVSCROLL;
+        return CreateEx(edge, "EDIT", "", style, 0, 0, 0, 0, parent->m_hWnd,
+                        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)));
+    }
 
     /// Shows or hides the scroll bars. Called by itself, but for what a person types.
     void FitScrollBars()
@@ -51,6 +57,18 @@ public:
         m_isFitting = false;
     }
 
+    /// Sets the one tab stop, \p width pixels from the left; columns behind it are not aligned.
+    void SetTabStop(int width)
+    {
+        m_tabStop = width;
+        // In quarters of a character, which is as wide as the alphabet's letters are on the average: a Japanese font's own
+        // average is twice that.
+        constexpr LPCSTR kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+        const int letters = (std::max)(static_cast<int>(WithFont([&](HDC dc) { return Measure(dc, kLetters); }).cx), 1);
+        auto stop = static_cast<UINT>(::MulDiv(width, 4 * ::lstrlen(kLetters), letters));
+        SendMessage(EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
+    }
+
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
@@ -63,18 +81,41 @@ protected:
 private:
     static constexpr int kMargin = 2; // pixels
 
+    template <class MEASURE> SIZE WithFont(MEASURE measure) const
+    {
+        const HDC dc = ::GetDC(m_hWnd);
+        const HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HFONT>(::SendMessage(m_hWnd, WM_GETFONT, 0, 0)));
+        const SIZE result = measure(dc);
+        ::SelectObject(dc, old);
+        ::ReleaseDC(m_hWnd, dc);
+        return result;
+    }
+
+    SIZE Measure(HDC dc, const CString& line) const
+    {
+        const DWORD size = ::GetTabbedTextExtent(dc, line, line.GetLength(), m_tabStop != 0, &m_tabStop);
+        return {LOWORD(size), HIWORD(size)};
+    }
+
     SIZE MeasureText() const
     {
         CString text;
         GetWindowText(text);
-        const HDC dc = ::GetDC(m_hWnd);
-        const HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HFONT>(::SendMessage(m_hWnd, WM_GETFONT, 0, 0)));
-        RECT area = {};
-        ::DrawText(dc, text, -1, &area, DT_CALCRECT | DT_EXPANDTABS | DT_NOPREFIX | DT_EDITCONTROL);
-        ::SelectObject(dc, old);
-        ::ReleaseDC(m_hWnd, dc);
-        return {area.right, area.bottom};
+        return WithFont([&](HDC dc) {
+            SIZE all = {};
+            for (int begin = 0; begin <= text.GetLength();) {
+                const int end = text.Find('\n', begin);
+                const int length = (end < 0 ? text.GetLength() : end) - begin;
+                CString line = text.Mid(begin, length);
+                line.TrimRight();
+                all.cx = (std::max)(all.cx, Measure(dc, line).cx);
+                all.cy += Measure(dc, "X").cy;
+                begin += length + 1;
+            }
+            return all;
+        });
     }
 
     bool m_isFitting = false;
+    int m_tabStop = 0; // in pixels; 0: the usual ones
 };

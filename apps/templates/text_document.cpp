@@ -100,7 +100,7 @@ TextView::~TextView()
 
 int TextView::OnCreate(CREATESTRUCT* create)
 {
-    if (CView::OnCreate(create) == -1 || !m_text.Create(TextBox::kStyle | ES_READONLY, CRect(), this, kTextId))
+    if (CView::OnCreate(create) == -1 || !m_text.Create(this, kTextId, 0))
         return -1;
     m_font = CreateDialogFont();
     LOGFONT description;

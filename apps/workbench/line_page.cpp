@@ -111,16 +111,14 @@ void LinePage::CreateControls()
 {
     const CRect nowhere;
     constexpr DWORD button = WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON;
-    constexpr DWORD view =
-        WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL;
     m_devices.Create(WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, nowhere, this, kDevicesId);
     m_takePort.Create("", button, nowhere, this, kTakePortId);
     m_hangUp.Create("", button, nowhere, this, kHangUpId);
     m_answer.Create("", WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX, nowhere, this, kAnswerId);
-    m_terminal.Create(view, nowhere, this, kTerminalId);
+    m_terminal.Create(this, kTerminalId);
     m_command.Create(WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, nowhere, this, kCommandId);
     m_send.Create("", button, nowhere, this, kSendId);
-    m_log.Create(view, nowhere, this, kLogId);
+    m_log.Create(this, kLogId);
     m_command.SetWindowText("ATZ");
     m_event = ::CreateEvent(nullptr, TRUE, FALSE, nullptr);
     m_line.m_hMainWnd = m_line.m_hDialogWnd = m_hWnd;
@@ -139,7 +137,6 @@ void LinePage::OnDestroy()
 void LinePage::Reload()
 {
     const auto font = reinterpret_cast<WPARAM>(ControlFont());
-    const auto fixed = reinterpret_cast<WPARAM>(::GetStockObject(ANSI_FIXED_FONT));
     const std::pair<CWnd*, UINT> texts[] = {{&m_takePort, ZO_IDS_LINE_TAKE_PORT},
                                             {&m_hangUp, ZO_IDS_LINE_HANG_UP},
                                             {&m_answer, ZO_IDS_LINE_ANSWER},
@@ -148,9 +145,9 @@ void LinePage::Reload()
         control->SetWindowText(Text(text));
         control->SendMessage(WM_SETFONT, font, TRUE);
     }
-    m_devices.SendMessage(WM_SETFONT, font, TRUE);
-    for (CEdit* edit : {&m_terminal, &m_command, &m_log})
-        edit->SendMessage(WM_SETFONT, fixed, TRUE);
+    for (CWnd* control : {static_cast<CWnd*>(&m_devices), static_cast<CWnd*>(&m_terminal),
+                          static_cast<CWnd*>(&m_command), static_cast<CWnd*>(&m_log)})
+        control->SendMessage(WM_SETFONT, font, TRUE);
     EnableControls();
     CRect client;
     GetClientRect(&client);

@@ -5,6 +5,8 @@
 #include "debug_texts.h"
 #include "page.h"
 
+#include "../text_box.h"
+
 #include <zogbl/tapi_interface.h>
 
 class LinePage;
@@ -86,8 +88,8 @@ private:
     CButton m_takePort;
     CButton m_hangUp;
     CButton m_answer;
-    CEdit m_terminal;
+    TextBox m_terminal;
     CEdit m_command;
     CButton m_send;
-    CEdit m_log;
+    TextBox m_log;
 };

@@ -14,17 +14,6 @@ constexpr int kMargin = 8;
 constexpr int kListWidth = 190;
 constexpr int kButtonWidth = 70; // at least
 
-/// Sets the one tab stop of a view so that values stand behind labels of that width.
-void SetTabStop(CWnd& view, int width)
-{
-    // In quarters of a character, which is as wide as the alphabet's letters are on the average: a Japanese font's own
-    // average is twice that.
-    constexpr LPCSTR kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-    const int letters = (std::max)(TextWidth(kLetters), 1);
-    UINT stop = static_cast<UINT>(::MulDiv(width, 4 * ::lstrlen(kLetters), letters));
-    view.SendMessage(EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
-}
-
 /// The width of the widest label, in pixels.
 int LabelWidth(const CString& description)
 {
@@ -57,9 +46,7 @@ void RecordPage::CreateControls()
     const CRect nowhere;
     m_list.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | WS_BORDER | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, nowhere, this,
                   kListId);
-    m_view.Create(WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY |
-                      ES_AUTOHSCROLL | ES_AUTOVSCROLL,
-                  nowhere, this, kViewId);
+    m_view.Create(this, kViewId);
     for (int i = 0; i < m_buttonCount; ++i)
         m_buttons[i].Create("", WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON, nowhere, this,
                             kFirstButtonId + static_cast<UINT>(i));
@@ -96,7 +83,7 @@ void RecordPage::Show()
 {
     const int index = m_list.GetCurSel();
     const CString description = index >= 0 ? Describe(index) : CString();
-    SetTabStop(m_view, LabelWidth(description) + 2 * kMargin);
+    m_view.SetTabStop(LabelWidth(description) + 2 * kMargin);
     m_view.SetWindowText(description);
     for (int i = 0; i < m_buttonCount; ++i)
         m_buttons[i].EnableWindow(CanDo(i, index));

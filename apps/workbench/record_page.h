@@ -4,6 +4,8 @@
 
 #include "page.h"
 
+#include "../text_box.h"
+
 class RecordPage : public Page {
 public:
     void Reload() override;
@@ -51,7 +53,7 @@ private:
     int m_chosen = 0;
     bool m_complete = false;
     CListBox m_list;
-    CEdit m_view;
+    TextBox m_view;
     CButton m_buttons[kMostButtons];
     CStatic m_state;
 };

@@ -64,7 +64,7 @@ void TracePage::CreateControls()
     m_writeLine.Create("", button, nowhere, this, kWriteLineId);
     m_writeBlock.Create("", button, nowhere, this, kWriteBlockId);
     m_flush.Create("", button, nowhere, this, kFlushId);
-    m_view.Create(TextBox::kStyle | WS_BORDER | ES_READONLY, nowhere, this, kViewId);
+    m_view.Create(this, kViewId);
     m_state.Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX, nowhere, this);
     m_stamps.SetCheck(BST_CHECKED);
     SetTimer(1, kRefresh);

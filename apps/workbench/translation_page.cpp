@@ -75,7 +75,6 @@ void TranslationPage::CreateControls()
     constexpr DWORD label = WS_VISIBLE | SS_LEFT | SS_NOPREFIX;
     constexpr DWORD button = WS_VISIBLE | WS_TABSTOP | BS_PUSHBUTTON;
     constexpr DWORD radio = WS_VISIBLE | BS_AUTORADIOBUTTON;
-    constexpr DWORD view = TextBox::kStyle | WS_BORDER | ES_READONLY;
     m_tableLabel.Create("", label, nowhere, this);
     m_tableName.Create("", label | SS_ENDELLIPSIS, nowhere, this);
     m_choose.Create("", button, nowhere, this, kChooseId);
@@ -84,9 +83,9 @@ void TranslationPage::CreateControls()
     m_sent.Create("", radio, nowhere, this, kSentId);
     m_translate.Create("", button | WS_GROUP, nowhere, this, kTranslateId);
     m_beforeLabel.Create("", label, nowhere, this);
-    m_before.Create(view, nowhere, this, kBeforeId);
+    m_before.Create(this, kBeforeId);
     m_afterLabel.Create("", label, nowhere, this);
-    m_after.Create(view, nowhere, this, kAfterId);
+    m_after.Create(this, kAfterId);
     m_stateLine.Create("", label | SS_ENDELLIPSIS, nowhere, this);
     m_received.SetCheck(BST_CHECKED);
     m_table.Load(TablesFolder() + "CP437.IOT"); // a table to begin with, if the samples are there
