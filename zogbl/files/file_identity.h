@@ -14,7 +14,8 @@ public:
         const SystemHandle file(CreateFileA(path, 0, kSharedByAll, nullptr, OPEN_EXISTING, 0, nullptr));
         if (file.IsOpen()) {
             m_isThere = true;
-            m_isKnown = GetFileInformationByHandle(file, &m_file) && (m_file.nFileIndexHigh | m_file.nFileIndexLow) != 0;
+            m_isKnown =
+                GetFileInformationByHandle(file, &m_file) && (m_file.nFileIndexHigh | m_file.nFileIndexLow) != 0;
         } else {
             const DWORD error = GetLastError();
             m_isThere = error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
