@@ -87,7 +87,7 @@ void Service::AddMisuse(const std::string& text)
 
 std::shared_ptr<std::string> Service::AddCall(const std::string& text)
 {
-    const auto entry = std::make_shared<std::string>(text);
+    auto entry = std::make_shared<std::string>(text);
     AddBounded(journal, entry);
     return entry;
 }

@@ -161,7 +161,7 @@ void LinePage::Refresh()
         CStringArray names;
         m_line.ListDevices(names, m_deviceIds);
         m_devices.ResetContent();
-        for (INT_PTR i = 0; i < m_deviceIds.GetSize(); ++i)
+        for (INT_PTR i = 0; i < names.GetSize(); ++i)
             m_devices.AddString(names[i]);
         m_devices.SetCurSel(0);
         OnDevice();
