@@ -257,6 +257,28 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
     }
 }
 
+TEST_F(ConfigTest, MovesATreeToAKeyAboveUnlessThatWouldLoseAPart)
+{
+    for (const CString& way : {CString("\\B"), CString("\\B\\C")}) {
+        const CString above = m_key + "\\Above";
+        const CString source = above + way;
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, source + "\\Sub", "Text", "kept"));
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, source + way + "\\Sub", "Text", "deep"));
+        for (const CString& from : {source, source + "\\"}) {
+            EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
+                      m_config.MoveRegTree(m_mode, m_key + "\\ABOVE", m_mode, from, 0));
+        }
+        EXPECT_EQ("deep", ReadText(source + way + "\\Sub", "Text"));
+        BOOL exists = TRUE;
+        EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, above, "Sub", exists));
+        EXPECT_FALSE(exists) << "nothing is touched";
+        ASSERT_EQ(0u, m_config.DeleteSection(m_mode, source + way, nullptr));
+        EXPECT_EQ(0u, m_config.MoveRegTree(m_mode, above, m_mode, source, 0));
+        EXPECT_EQ("kept", ReadText(above + "\\Sub", "Text"));
+        ASSERT_EQ(0u, m_config.DeleteSection(m_mode, above, nullptr));
+    }
+}
+
 TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
 {
     ZO_ONLY_IN(!IsWin32s(), "has one root");

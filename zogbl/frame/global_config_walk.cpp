@@ -202,8 +202,9 @@ DWORD CZoGlobalConfig::CopyRegTree(DWORD destinationMode, LPCSTR destinationKey,
     // Copying a tree into itself would not end before the paths are full, and moving it there would delete it.
     try {
         bool below = false;
+        CString way;
         const DWORD result = IsKeyAtOrBelow(MapModeToKey(destinationMode), destinationKey, MapModeToKey(sourceMode),
-                                            sourceKey, IsWin32s(), below);
+                                            sourceKey, IsWin32s(), below, way);
         if (result != ERROR_SUCCESS || below)
             return below ? ERROR_INVALID_PARAMETER : result;
     } catch (CMemoryException* e) {
@@ -260,6 +261,30 @@ DWORD CZoGlobalConfig::GblEnumCopyRegTreeValuesProc(void* context, LPCSTR valueN
 DWORD CZoGlobalConfig::MoveRegTree(DWORD destinationMode, LPCSTR destinationKey, DWORD sourceMode, LPCSTR sourceKey,
                                    DWORD flag)
 {
+    if (destinationKey == nullptr || sourceKey == nullptr)
+        return ERROR_INVALID_PARAMETER;
+    // To a key above: what the way back leads to from the source would be copied to the source, and deleted with it.
+    try {
+        const HKEY root = MapModeToKey(sourceMode);
+        bool isAbove = false;
+        CString way;
+        DWORD result =
+            IsKeyAtOrBelow(root, sourceKey, MapModeToKey(destinationMode), destinationKey, IsWin32s(), isAbove, way);
+        RegistryKey source;
+        RegistryKey doomed;
+        if (result == ERROR_SUCCESS && isAbove)
+            result = IsWin32s() ? source.OpenOld(root, sourceKey) : source.Open(root, sourceKey, KEY_READ);
+        if (result == ERROR_SUCCESS && isAbove) {
+            result = IsWin32s() ? doomed.OpenOld(source, way.Mid(1)) : doomed.Open(source, way.Mid(1), KEY_READ);
+            if (result == ERROR_SUCCESS)
+                return ERROR_INVALID_PARAMETER;
+        }
+        if (result != ERROR_SUCCESS && result != ERROR_FILE_NOT_FOUND)
+            return result;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
     const DWORD result = CopyRegTree(destinationMode, destinationKey, sourceMode, sourceKey, flag);
     return result != ERROR_SUCCESS ? result : DeleteSection(sourceMode, sourceKey, nullptr);
 }

@@ -185,7 +185,8 @@ bool IsAtOrBelow(const CString& name, const CString& ancestor)
 
 } // namespace
 
-DWORD IsKeyAtOrBelow(HKEY root, LPCSTR path, HKEY ancestorRoot, LPCSTR ancestorPath, bool oldCalls, bool& below)
+DWORD IsKeyAtOrBelow(HKEY root, LPCSTR path, HKEY ancestorRoot, LPCSTR ancestorPath, bool oldCalls, bool& below,
+                     CString& way)
 {
     below = false;
     const bool isAlone = oldCalls || root == ancestorRoot;
@@ -195,8 +196,11 @@ DWORD IsKeyAtOrBelow(HKEY root, LPCSTR path, HKEY ancestorRoot, LPCSTR ancestorP
     if (result == ERROR_SUCCESS)
         result = AddNames(ancestorRoot, CanonicalPath(ancestorPath), oldCalls, isAlone, ancestors);
     for (INT_PTR i = 0; result == ERROR_SUCCESS && i < names.GetSize(); ++i) {
-        for (INT_PTR j = 0; j < ancestors.GetSize(); ++j)
-            below = below || IsAtOrBelow(names[i], ancestors[j]);
+        for (INT_PTR j = 0; !below && j < ancestors.GetSize(); ++j) {
+            below = IsAtOrBelow(names[i], ancestors[j]);
+            if (below)
+                way = names[i].Mid(ancestors[j].GetLength());
+        }
     }
     return result;
 }
