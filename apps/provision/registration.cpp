@@ -56,6 +56,12 @@ DWORD CollectSubkey(void* context, LPCSTR name)
     }
 }
 
+DWORD CountValue(void* context, LPCSTR, const void*, DWORD)
+{
+    ++*static_cast<DWORD*>(context);
+    return ERROR_SUCCESS;
+}
+
 DWORD IfThere(DWORD status) { return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status; }
 
 } // namespace
@@ -141,28 +147,40 @@ DWORD Registration::WriteLanguages(const CString& key, const CDWordArray& langua
 
 DWORD Registration::RemoveUser(const Product& product, const CString& user)
 {
-    return m_config.DeleteSection(kMachine, product.root + "\\Users", user);
+    const CString key = product.root + "\\Users\\" + user;
+    return IsThere(key) ? RemoveKey(key) : static_cast<DWORD>(ERROR_FILE_NOT_FOUND);
 }
 
+/// The entry of the installation goes last, so that it can be removed again if something before fails.
 DWORD Registration::RemoveProduct(const Product& product, bool& isInUse)
 {
     isInUse = false;
-    DWORD status = m_config.DeleteEntry(kMachine, InstallationsKey(product), EntryName(product.folder));
+    const CString installations = InstallationsKey(product);
+    BOOL isRegistered = FALSE;
+    DWORD status = m_config.DoesEntryExist(kMachine, installations, EntryName(product.folder), isRegistered);
+    if (status != ERROR_SUCCESS || !isRegistered)
+        return status != ERROR_SUCCESS ? status : static_cast<DWORD>(ERROR_FILE_NOT_FOUND);
+    DWORD count = 0;
+    status = m_config.EnumValues(kMachine, installations, &CountValue, &count);
     if (status != ERROR_SUCCESS)
         return status;
-    isInUse = !IsEmptyKey(m_config, InstallationsKey(product));
+    isInUse = count > 1;
     if (isInUse)
-        return ERROR_SUCCESS;
-    status = m_config.DeleteSection(kMachine, InstallationsKey(product), nullptr);
+        return m_config.DeleteEntry(kMachine, installations, EntryName(product.folder));
+
+    CStringArray products;
+    status = m_config.EnumEntries(kMachine, ProductsKey(), &CollectSubkey, &products);
     if (status != ERROR_SUCCESS)
         return status;
-    const bool isLast = m_config.EnumEntries(kMachine, ProductsKey(), &MeetSubkey, nullptr) == ERROR_SUCCESS;
+    const bool isLast = products.GetSize() == 1;
     if (!SharesProduct(product))
         status = RemoveTree(product.root);
     else if (!isLast) // others need the library, which lives in the same product
         status = RemoveModule(product);
     if (status == ERROR_SUCCESS && isLast)
-        status = RemoveTree(m_library.root);
+        status = RemoveKey(m_library.root + "\\Users");
+    if (status == ERROR_SUCCESS)
+        status = isLast ? RemoveTree(m_library.root) : RemoveKey(installations);
     return status;
 }
 
@@ -178,14 +196,27 @@ DWORD Registration::RemoveModule(const Product& product)
     CStringArray names;
     DWORD status = IfThere(m_config.EnumEntries(kMachine, users, &CollectSubkey, &names));
     for (INT_PTR i = 0; status == ERROR_SUCCESS && i < names.GetSize(); ++i)
-        status = IfThere(m_config.DeleteSection(kMachine, users + "\\" + names[i] + "\\Modules", product.internalName));
+        status = RemoveKey(users + "\\" + names[i] + "\\Modules\\" + product.internalName);
     return status;
+}
+
+bool Registration::IsThere(const CString& key)
+{
+    return m_config.EnumEntries(kMachine, key, &MeetSubkey, nullptr) != ERROR_FILE_NOT_FOUND;
+}
+
+/// Deletes a key, if it is there, with everything below it.
+DWORD Registration::RemoveKey(const CString& key)
+{
+    const DWORD status = IfThere(m_config.DeleteSection(kMachine, key, nullptr));
+    // Something below it could not be found by its name, which has characters that this code page lacks.
+    return status == ERROR_SUCCESS && IsThere(key) ? static_cast<DWORD>(ERROR_DIR_NOT_EMPTY) : status;
 }
 
 /// Removes a product's key and the keys above it that this leaves empty.
 DWORD Registration::RemoveTree(const CString& root)
 {
-    DWORD status = IfThere(m_config.DeleteSection(kMachine, root, nullptr));
+    DWORD status = RemoveKey(root);
     CString parent = root;
     for (int levels = 0; status == ERROR_SUCCESS && levels < 2;
          ++levels) { // product and company; never "Software" itself

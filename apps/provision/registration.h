@@ -27,7 +27,7 @@ public:
     DWORD RemoveUser(const Product& product, const CString& user);
     /// Removes an installation of a product; with the last one the product with all its users, the keys above it that
     /// this leaves empty, and the library if no other product needs it. \param isInUse set to whether others of its
-    /// installations are left. 2: this one was not registered.
+    /// installations are left. 2: this one was not registered. After another failure it is still registered, and can be removed again.
     DWORD RemoveProduct(const Product& product, bool& isInUse);
 
 private:
@@ -36,6 +36,8 @@ private:
     DWORD SetAccess(const CString& module, DWORD access);
     DWORD WriteLanguages(const CString& key, const CDWordArray& languages, DWORD current);
     DWORD RemoveModule(const Product& product);
+    bool IsThere(const CString& key);
+    DWORD RemoveKey(const CString& key);
     DWORD RemoveTree(const CString& root);
     CString InstallationsKey(const Product& product) const;
     CString ProductsKey() const { return m_library.root + "\\Products"; }

@@ -179,6 +179,25 @@ TEST_F(ProvisionTest, RemovesAUserOrAllOfTheProduct)
     EXPECT_TRUE(HasKey("Software\\Zo Tests", "Another Product"));
 }
 
+TEST_F(ProvisionTest, WhatCouldNotBeRemovedCanBeRemovedAgain)
+{
+    // A name that has no form in the code page stops the deletion.
+    constexpr wchar_t kStuck[] = L"Software\\Zo Tests\\Plain\\7.12\\Users\\tester\\\xD7\x5D0";
+    ASSERT_EQ(0u, Provision("--user tester" + Plain()));
+    HKEY stuck = nullptr;
+    ASSERT_EQ(0, RegCreateKeyExW(HKEY_LOCAL_MACHINE, kStuck, 0, nullptr, 0, KEY_READ | KEY_WOW64_32KEY, nullptr, &stuck,
+                                 nullptr));
+    RegCloseKey(stuck);
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(1u, Provision("--remove --user tester" + Plain()));
+        EXPECT_EQ(1u, Provision("--remove" + Plain()));
+        EXPECT_TRUE(HasKey("Software\\Zo Tests\\Plain\\7.12\\Users", "tester"));
+    }
+    EXPECT_EQ(0, RegDeleteKeyExW(HKEY_LOCAL_MACHINE, kStuck, KEY_WOW64_32KEY, 0));
+    EXPECT_EQ(0u, Provision("--remove" + Plain()));
+    EXPECT_FALSE(HasKey("Software", "Zo Tests"));
+}
+
 namespace {
 
 BOOL CALLBACK CloseVisible(HWND window, LPARAM)
