@@ -187,6 +187,18 @@ TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
     }
     telsim.SetLineCount(2);
     ASSERT_TRUE(telsim.ConfigureLine(1, "format", "dbcs"));
+    {
+        TestLine line;
+        answer = IDRETRY;
+        onBox = [&] {
+            telsim.AddLine();
+            PumpAll();
+        };
+        telsim.ClearRules();
+        Rule("lineGetDevCaps", TELSIM_FAIL, LINEERR_RESOURCEUNAVAIL);
+        EXPECT_EQ(3u, line.EnumerateTAPIDeviceLines(nullptr, error, nullptr)) << "with the one added meanwhile";
+        telsim.SetLineCount(2);
+    }
     TakeTexts();
     CStringArray keys;
     EXPECT_EQ(2u, TestLine().EnumerateTAPIDeviceLines(nullptr, error, &keys));
@@ -220,6 +232,12 @@ TEST_F(TapiDevice, ConfigurationThatGrowsIsAskedForWithRoomToSpare)
               "PreConfigureDevice - Reallocate device config: Reallocating structure\n",
               TakeTexts());
     FreeConfig(line);
+    // But not forever.
+    Rule("lineGetDevConfig", TELSIM_NEED_ENDLESS, 1, TRUE);
+    localSizes.clear();
+    line.PreConfigureDevice(nullptr, 1, TRUE);
+    EXPECT_EQ(17u, localSizes.size());
+    EXPECT_EQ(nullptr, line.m_lpDevConfig);
 }
 
 TEST_F(TapiDevice, BuffersAreReusedGrownOrRefused)

@@ -195,6 +195,7 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
         EXPECT_NE(std::string::npos, told.find(std::string(">EnableCallAnswer ") + test.text + "\n")) << told;
         EXPECT_EQ(test.code == 18, told.find("No devices installed.\n") != std::string::npos);
         EXPECT_EQ(0u, line.m_hAnswerLine);
+        EXPECT_EQ(test.code == 26 ? 1 : 0, line.hangups);
     }
     {
         TestLine answering;
@@ -221,6 +222,7 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
     EXPECT_NE(0u, line.m_hAnswerLine) << "it does not close the answer line";
     Rule("lineClose", TELSIM_FAIL, LINEERR_OPERATIONFAILED);
     EXPECT_FALSE(line.EnableCallAnswer(FALSE));
+    EXPECT_EQ(0u, line.m_hAnswerLine);
     EXPECT_TRUE(line.EnableCallAnswer(FALSE)) << "nothing is open";
     // The service, asked again, stays as it was: the first attempt that was accepted counts.
     telsim.ClearRules();

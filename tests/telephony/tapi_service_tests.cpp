@@ -220,6 +220,7 @@ TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
         {"lineNegotiateAPIVersion", Life::kPort, TELSIM_FAIL, LINEERR_INCOMPATIBLEAPIVERSION, {"", 3}},
         {"lineOpen", Life::kPort, TELSIM_FAIL, LINEERR_ALLOCATED, {"", 7}},
         {"lineGetDevCaps", Life::kPort, TELSIM_USED_SIZE, 232, {"", 6}}, // as far as older versions go
+        {"lineGetID", Life::kPort, TELSIM_BAD_SIZES, sizeof(HANDLE) - 1, {"", 11}},
         // replies
         {"lineMakeCall", Life::kPort, TELSIM_FAIL_REPLY, LINEERR_CALLUNAVAIL, {"", 11}},
         {"lineDrop", Life::kPort, TELSIM_FAIL_REPLY, LINEERR_INVALCALLSTATE, {"port", 12}},
@@ -247,7 +248,7 @@ TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
     for (const auto& [function, life, cut, astray, endless] : kRecords) {
         cases.push_back({function, life, TELSIM_NEED_MORE, 5000, {ResultOf(life), 0}});
         cases.push_back({function, life, TELSIM_PRETEND, 0, cut});
-        for (const DWORD used : {0ul, 12ul, kAll})
+        for (const DWORD used : {0ul, 12ul, 0x40000000ul, kAll})
             cases.push_back({function, life, TELSIM_USED_SIZE, used, cut});
         for (const DWORD offset : {20ul, 0xFFFFFFF0ul, kAll})
             cases.push_back({function, life, TELSIM_BAD_OFFSETS, offset, astray});

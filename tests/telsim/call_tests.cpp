@@ -334,6 +334,7 @@ TEST_F(Calls, TranslateNumbersFromWhereTheyAreDialed)
         {"+49(30) 1234", 0, nullptr, 0},
         {"+49 (30)1234", 0, nullptr, 0},
         {"+49301234", 0, nullptr, 0},
+        {"+49x 1234", 0, nullptr, 0},
         {"+49 30/1234", 0, nullptr, 0},
         {"ask for 5550123", 0, nullptr, 0},
     };
