@@ -2,6 +2,7 @@
 
 #include "product/registered_product.h"
 #include "registry_faults.h"
+#include "support/child_process.h"
 #include "support/environment.h"
 #include "support/unique_names.h"
 
@@ -215,6 +216,38 @@ TEST_F(MailBoxes, AreReadWholeWhileAnotherProgramWrites)
         EXPECT_EQ(g_change == 0 ? Contents() : g_opened < g_change ? Prepared() : whole, ContentsOf(mailBoxes));
     }
     EXPECT_GT(g_change, 6);
+}
+
+constexpr int kMany = 20;
+
+ZO_CHILD(WritesMailBoxes)
+{
+    child.Ready();
+    child.WaitForGo();
+    for (int i = 0; i < 40; ++i) {
+        CZoRegMailBoxes mailBoxes;
+        for (DWORD number = 0; number < kMany; ++number)
+            mailBoxes.Add(number, i % 2 == 0 ? "even" : "odd");
+        EXPECT_TRUE(mailBoxes.Write());
+    }
+}
+
+TEST_F(MailBoxes, OfAnotherProcessAreReadWhole)
+{
+    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10, "the lock is the same on all of them");
+    zo_test::ChildProcess writer("WritesMailBoxes");
+    ASSERT_TRUE(writer.WaitUntilReady());
+    Prepare();
+    writer.Go();
+    for (int i = 0; i < 40; ++i) {
+        const Contents contents = Stored();
+        if (contents == Prepared())
+            continue; // nothing is written yet
+        ASSERT_EQ(kMany, static_cast<int>(contents.size()));
+        for (const auto& [number, name] : contents)
+            EXPECT_EQ(contents[0].second, name);
+    }
+    writer.Finish();
 }
 
 // Folders --------------------------------------------------------------------------------------------------------------

@@ -6,6 +6,7 @@
 #include <zogbl/version_resource.h>
 
 #include "../files/program_folder.h"
+#include "../files/system_handle.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -17,6 +18,7 @@ namespace {
 constexpr DWORD kMode = ZO_MODE_LOCAL_MACHINE;
 constexpr DWORD kNameSize = 256;
 constexpr int kMostReadings = 16;
+constexpr DWORD kMostWait = 5000; // milliseconds
 constexpr LPCSTR kName = "Name";
 constexpr LPCSTR kUserDefault = "UserDefault";
 constexpr LPCSTR kNamelessMailBox = "BadBox";
@@ -32,6 +34,30 @@ template <class OPERATION> BOOL WithMailBoxesKey(OPERATION operation)
         return FALSE;
     }
 }
+
+/// Keeps the programs that read and write mailboxes apart. It passes on when its owner dies.
+class MailBoxesLock {
+public:
+    MailBoxesLock()
+        : m_mutex(CreateMutexA(nullptr, FALSE, "ZOMAILBOXES")),
+          m_wait(m_mutex.IsOpen() ? WaitForSingleObject(m_mutex, kMostWait) : WAIT_FAILED)
+    {
+    }
+    ~MailBoxesLock()
+    {
+        if (m_wait == WAIT_OBJECT_0 || m_wait == WAIT_ABANDONED)
+            ReleaseMutex(m_mutex);
+    }
+    MailBoxesLock(const MailBoxesLock&) = delete;
+    MailBoxesLock& operator=(const MailBoxesLock&) = delete;
+
+    /// Whether another program has it, for longer than is waited. A system without such locks keeps nobody out.
+    bool IsTaken() const { return m_wait == WAIT_TIMEOUT; }
+
+private:
+    const SystemHandle m_mutex;
+    const DWORD m_wait;
+};
 
 /// Whether an entry below the key of the mailboxes is no mailbox: on Win32s values are listed with the subkeys.
 bool IsUserDefault(LPCSTR name)
@@ -75,14 +101,16 @@ CZoRegMailBoxes::~CZoRegMailBoxes() { RemoveAll(); }
 BOOL CZoRegMailBoxes::Load()
 {
     RemoveAll();
-    const BOOL loaded = WithMailBoxesKey([this](const CString& key) { return LoadNames(key); });
+    const MailBoxesLock lock;
+    const BOOL loaded = !lock.IsTaken() && WithMailBoxesKey([this](const CString& key) { return LoadNames(key); });
     if (!loaded)
         RemoveAll();
     return loaded;
 }
 
-/// Half a list that passes for the whole would be what the next Write leaves. So the registry is read until two readings in
-/// a row are the same: another program may be writing. Throws CMemoryException*, as the two below do.
+/// Half a list that passes for the whole would be what the next Write leaves. The lock keeps out Write; for what else
+/// changes the registry it is read until two readings in a row are the same. Throws CMemoryException*, as the two below
+/// do.
 BOOL CZoRegMailBoxes::LoadNames(const CString& key)
 {
     CStringArray readings[2];
@@ -146,7 +174,9 @@ BOOL CZoRegMailBoxes::Write()
         if (GetAt(i)->m_csName.GetLength() >= static_cast<int>(kNameSize))
             return FALSE;
     }
-    return ClearRegistry() && WithMailBoxesKey([this](const CString& key) { return WriteNames(key); });
+    const MailBoxesLock lock;
+    return !lock.IsTaken() && ClearRegistry() &&
+           WithMailBoxesKey([this](const CString& key) { return WriteNames(key); });
 }
 
 BOOL CZoRegMailBoxes::WriteNames(const CString& key)

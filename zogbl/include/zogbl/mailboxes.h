@@ -37,15 +37,16 @@ public:
 
     /// Replaces the list by what the registry has; nothing there gives an empty list and TRUE. A mailbox whose name
     /// cannot be read, or has more than 255 characters, is named "BadBox"; a subkey whose name is no number has the
-    /// number 0. If another program writes at that moment, the registry is read again, at most 16 times in all.
+    /// number 0. The Write of another program is waited for, up to five seconds. If the registry changes in another way
+    /// meanwhile, it is read again, at most 16 times in all.
     /// \return FALSE, with an empty list: the executable belongs to no registered product, the registry cannot be
-    /// listed, no two readings in a row were the same, or memory has run out.
+    /// listed, no two readings in a row were the same, another program did not end its Write, or memory has run out.
     BOOL Load();
     /// Replaces the registry's mailboxes by the list, for good or ill: everything there is deleted first, the user's
     /// default included, so follow with SetUserDefault to keep it.
-    /// \return FALSE: the executable belongs to no registered product, or a name has more than 255 bytes, nothing is
-    /// changed then; what was there could not be deleted, or not all of it, nothing is written then; a mailbox could not
-    /// be written, the others are.
+    /// \return FALSE: the executable belongs to no registered product, a name has more than 255 bytes, or another
+    /// program did not end its own Write or Load within five seconds, nothing is changed then; what was there could not
+    /// be deleted, or not all of it, nothing is written then; a mailbox could not be written, the others are.
     BOOL Write();
 
     /// Appends a mailbox; that another has the number is not looked at. Null when memory has run out.
