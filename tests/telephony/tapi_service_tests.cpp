@@ -101,6 +101,7 @@ protected:
     Outcome Live(Life life, BOOL silent, DWORD* flags = nullptr)
     {
         const long handles = zo_test::ProcessCounts::Take().handles;
+        const size_t told = texts.size();
         Outcome outcome{};
         {
             TestLine line(silent);
@@ -108,6 +109,7 @@ protected:
             case Life::kPort:
                 outcome.result = line.GrabThePort() ? "port" : "";
                 EXPECT_EQ(outcome.result.empty(), line.m_hComm == INVALID_HANDLE_VALUE);
+                EXPECT_EQ(outcome.result.empty(), texts.find("Just set m_hComm", told) == std::string::npos);
                 EXPECT_TRUE(line.HangupCall());
                 break;
             case Life::kCaller:
