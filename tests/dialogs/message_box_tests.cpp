@@ -136,7 +136,8 @@ TEST_F(MessageBoxTest, IsAsLargeAsItsTextAndInTheMiddleOfItsOwner)
     std::string lines;
     for (int i = 0; i < 400; ++i)
         lines += "line\n";
-    const std::string texts[] = {"short", "more\nthan\ntwo\nlines", "C:\\" + std::string(250, 'w'), lines};
+    const std::string texts[] = {"this & that, wider than two buttons", "more\nthan\ntwo\nlines",
+                                 "C:\\" + std::string(250, 'w'), lines};
     CRect before;
     for (const std::string& text : texts) {
         const DialogDriver driver{[&](HWND box) {
@@ -169,12 +170,64 @@ TEST_F(MessageBoxTest, IsAsLargeAsItsTextAndInTheMiddleOfItsOwner)
         EXPECT_EQ(IDYES, ZoMessageBox(owner.m_hWnd, text.c_str(), "Title", MB_YESNO | MB_ICONQUESTION));
         EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
     }
-    const DialogDriver driver{[&](HWND box) {
-        EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd) || IsWindowEnabled(other.m_hWnd));
-        Press(box, IDOK);
-    }};
-    EXPECT_EQ(IDOK, ZoMessageBox(nullptr, "all", "Title", MB_TASKMODAL));
-    EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd) && IsWindowEnabled(other.m_hWnd));
+    for (const BOOL enabled : {TRUE, FALSE}) {
+        ::EnableWindow(other.m_hWnd, enabled);
+        const DialogDriver driver{[&](HWND box) {
+            EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd) || IsWindowEnabled(other.m_hWnd));
+            Press(box, IDOK);
+        }};
+        EXPECT_EQ(IDOK, ZoMessageBox(nullptr, "all", "Title", MB_TASKMODAL));
+        EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+        EXPECT_EQ(enabled, IsWindowEnabled(other.m_hWnd)) << "as it was";
+        EXPECT_NE(nullptr, GetActiveWindow()) << "keys go somewhere";
+    }
+    int width = 0;
+    for (const std::string& title : {std::string("T"), std::string(50, 'T'), std::string(500, 'T')}) {
+        const DialogDriver titled{[&](HWND box) {
+            const CRect area = AreaOf(box);
+            EXPECT_GT(area.Width(), width);
+            EXPECT_TRUE(area.left >= work.left && area.right <= work.right);
+            EXPECT_GE(AreaOf(GetDlgItem(box, IDOK)).top, AreaOf(GetDlgItem(box, ZO_IDC_BOX_ICON)).bottom);
+            width = area.Width();
+            Press(box, IDOK);
+        }};
+        EXPECT_EQ(IDOK, ZoMessageBox(owner.m_hWnd, "text", title.c_str(), MB_ICONSTOP));
+    }
+}
+
+TEST_F(MessageBoxTest, HeedsItsFlags)
+{
+    struct : CWnd {
+        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+        {
+            helps += message == WM_HELP;
+            return CWnd::WindowProc(message, wParam, lParam);
+        }
+        int helps = 0;
+    } owner;
+    ASSERT_TRUE(owner.CreateEx(0, "Static", "owner", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr, nullptr));
+    static int s_brought;
+    s_brought = 0;
+    const ImportPatch foreground(
+        "ZOGBLBRX.DLL", "SetForegroundWindow", +[](HWND) WINAPI -> BOOL { return ++s_brought, TRUE; });
+    for (const long type : {MB_OK, MB_RIGHT, MB_RTLREADING, MB_TOPMOST, MB_SYSTEMMODAL, MB_SETFOREGROUND, MB_HELP}) {
+        SCOPED_TRACE(type);
+        s_brought = 0;
+        const DialogDriver driver{[&](HWND box) {
+            const HWND text = GetDlgItem(box, kText);
+            EXPECT_EQ(type == MB_RIGHT, (GetWindowLongA(text, GWL_STYLE) & SS_RIGHT) != 0);
+            EXPECT_EQ(type == MB_RTLREADING, (GetWindowLongA(text, GWL_EXSTYLE) & WS_EX_RTLREADING) != 0);
+            EXPECT_EQ(type == MB_TOPMOST || type == MB_SYSTEMMODAL,
+                      (GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0);
+            EXPECT_EQ(type == MB_SETFOREGROUND, s_brought == 1);
+            if (type == MB_HELP)
+                Press(box, IDHELP);
+            EXPECT_TRUE(IsWindowVisible(box));
+            Press(box, IDOK);
+        }};
+        EXPECT_EQ(IDOK, ZoMessageBox(owner.m_hWnd, "text", "Title", static_cast<UINT>(type)));
+        EXPECT_EQ(type == MB_HELP, owner.helps == 1);
+    }
 }
 
 TEST_F(MessageBoxTest, IsCopiedByKey)
@@ -182,12 +235,17 @@ TEST_F(MessageBoxTest, IsCopiedByKey)
     const std::string line(27, '-');
     const std::string copy = line + "\r\nTitle\r\n" + line + "\r\none\r\ntwo & three\r\n" + line +
                              "\r\nYes   No   Cancel   \r\n" + line + "\r\n";
-    for (const UINT key : {UINT{'C'}, UINT{VK_INSERT}}) {
+    for (const UINT key : {UINT{'C'}, UINT{VK_INSERT}, UINT{0}}) {
         const DialogDriver driver{[&](HWND box) {
             OpenClipboard(nullptr);
             EmptyClipboard();
             CloseClipboard();
-            Key(box, key, kControl);
+            Key(box, 'C');
+            EXPECT_EQ("", Clipboard());
+            if (key != 0)
+                Key(box, key, kControl);
+            else
+                SendMessageA(box, WM_COPY, 0, 0);
             EXPECT_EQ(copy, Clipboard());
             Key(box, VK_ESCAPE);
         }};
@@ -208,6 +266,12 @@ TEST_F(MessageBoxTest, LeavesToTheSystemWhatItCannotShow)
     for (const UINT type : {UINT{MB_OK | MB_SERVICE_NOTIFICATION}, UINT{7}}) {
         EXPECT_EQ(77, ZoMessageBox(nullptr, "text", "Title", type));
         EXPECT_EQ(type, s_type);
+    }
+    {
+        s_count = 0;
+        const DialogDriver driver{[](HWND box) { DestroyWindow(box); }};
+        EXPECT_EQ(0, ZoMessageBox(nullptr, "text", "Title", MB_OK));
+        EXPECT_EQ(0, s_count) << "what was destroyed does not come back";
     }
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(77, ZoMessageBox(nullptr, "text", "Title", MB_OK)) << "without the language library";

@@ -29,14 +29,50 @@ constexpr int kTextWidth = 260;   // at most
 
 constexpr UINT kTextFormat = DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX | DT_EDITCONTROL;
 
+/// Keeps the user from all windows of the thread until it ends: from as many as there is room for.
+class DisabledThread {
+public:
+    explicit DisabledThread(bool wanted)
+    {
+        if (wanted)
+            ::EnumThreadWindows(::GetCurrentThreadId(), &DisabledThread::Disable, reinterpret_cast<LPARAM>(this));
+    }
+    ~DisabledThread() { End(); }
+    DisabledThread(const DisabledThread&) = delete;
+    DisabledThread& operator=(const DisabledThread&) = delete;
+    void End()
+    {
+        while (m_count > 0)
+            ::EnableWindow(m_windows[--m_count], TRUE);
+    }
+
+private:
+    static BOOL CALLBACK Disable(HWND window, LPARAM object)
+    {
+        auto* self = reinterpret_cast<DisabledThread*>(object);
+        if (self->m_count == static_cast<int>(std::size(self->m_windows)))
+            return FALSE;
+        if (::IsWindowVisible(window) && ::IsWindowEnabled(window)) {
+            ::EnableWindow(window, FALSE);
+            self->m_windows[self->m_count++] = window;
+        }
+        return TRUE;
+    }
+
+    HWND m_windows[64] = {};
+    int m_count = 0;
+};
+
 struct Message {
     HWND owner;
     LPCSTR text;
     CString title;
     UINT type;
+    DisabledThread others;
+    bool isShown = false;
 };
 
-const Message& MessageOf(HWND box) { return *reinterpret_cast<const Message*>(::GetWindowLongPtrA(box, DWLP_USER)); }
+Message& MessageOf(HWND box) { return *reinterpret_cast<Message*>(::GetWindowLongPtrA(box, DWLP_USER)); }
 
 const int (&ButtonsOf(const Message& message))[kButtons] { return kButtonSets[message.type & MB_TYPEMASK]; }
 
@@ -209,7 +245,9 @@ void LayOut(HWND box, ButtonRow& buttons)
         ::ReleaseDC(box, dc);
     }
     const int textLeft = margin + (hasIcon ? iconWidth + margin : 0);
-    const int caption = title.cx + 2 * ::GetSystemMetrics(SM_CXSIZE); // with the closing box
+    const int mostWidth = work.right - work.left - (frame.right - frame.left) - margin;
+    const int caption =
+        (std::min<int>)(title.cx + 2 * ::GetSystemMetrics(SM_CXSIZE), mostWidth); // with the closing box
     const int width =
         (std::max<int>)({textLeft + static_cast<int>(area.right), margin + buttons.GetWidth(), caption}) + margin;
     const int mostText = work.bottom - work.top - (frame.bottom - frame.top) - 3 * marginAbove - buttonHeight;
@@ -227,8 +265,9 @@ void LayOut(HWND box, ButtonRow& buttons)
 
 // The box --------------------------------------------------------------------------------------------------------------
 
-BOOL Initialize(HWND box, const Message& message)
+BOOL Initialize(HWND box, Message& message)
 {
+    message.isShown = true;
     ::SetWindowLongPtrA(box, DWLP_USER, reinterpret_cast<LONG_PTR>(&message));
     ::SetWindowTextA(box, message.title);
     const HWND text = ::GetDlgItem(box, ZO_IDC_BOX_TEXT);
@@ -268,10 +307,17 @@ void SendHelp(HWND box)
         ::SendMessageA(owner, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
 }
 
+/// The windows that get the focus back can take it before the box goes.
+void End(HWND box, int answer)
+{
+    MessageOf(box).others.End();
+    ::EndDialog(box, answer);
+}
+
 INT_PTR CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_INITDIALOG)
-        return Initialize(box, *reinterpret_cast<const Message*>(lParam));
+        return Initialize(box, *reinterpret_cast<Message*>(lParam));
     if (message == WM_COPY) {
         CopyToClipboard(box);
         return TRUE;
@@ -282,58 +328,29 @@ INT_PTR CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lPar
     if (id == IDHELP)
         SendHelp(box);
     else if (::GetDlgItem(box, id) != nullptr)
-        ::EndDialog(box, id);
+        End(box, id);
     else if (id == IDCANCEL && (MessageOf(box).type & MB_TYPEMASK) == MB_OK)
-        ::EndDialog(box, IDOK);
+        End(box, IDOK);
     return TRUE;
 }
 
-/// Keeps the user from all windows of the thread while it lives: from as many as there is room for.
-class DisabledThread {
-public:
-    explicit DisabledThread(bool wanted)
-    {
-        if (wanted)
-            ::EnumThreadWindows(::GetCurrentThreadId(), &DisabledThread::Disable, reinterpret_cast<LPARAM>(this));
-    }
-    ~DisabledThread()
-    {
-        while (m_count > 0)
-            ::EnableWindow(m_windows[--m_count], TRUE);
-    }
-    DisabledThread(const DisabledThread&) = delete;
-    DisabledThread& operator=(const DisabledThread&) = delete;
-
-private:
-    static BOOL CALLBACK Disable(HWND window, LPARAM object)
-    {
-        auto* self = reinterpret_cast<DisabledThread*>(object);
-        if (self->m_count == static_cast<int>(std::size(self->m_windows)))
-            return FALSE;
-        if (::IsWindowVisible(window) && ::IsWindowEnabled(window)) {
-            ::EnableWindow(window, FALSE);
-            self->m_windows[self->m_count++] = window;
-        }
-        return TRUE;
-    }
-
-    HWND m_windows[64] = {};
-    int m_count = 0;
-};
-
-/// \return 0 when there is no such box. Throws CMemoryException*.
-INT_PTR ShowBox(HWND owner, LPCSTR text, LPCSTR title, UINT type)
+/// \param isShown receives whether there was a box, also one that was destroyed before its answer. Throws
+/// CMemoryException*.
+INT_PTR ShowBox(HWND owner, LPCSTR text, LPCSTR title, UINT type, bool& isShown)
 {
     const void* dialog = ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDD_MESSAGE_BOX), RT_DIALOG);
     if (dialog == nullptr || (type & MB_TYPEMASK) >= std::size(kButtonSets) ||
         (type & (MB_SERVICE_NOTIFICATION | MB_DEFAULT_DESKTOP_ONLY)) != 0)
         return 0;
-    const Message message = {owner, text != nullptr ? text : "",
-                             title != nullptr ? CString(title) : LoadText(ZO_IDS_BOX_ERROR), type};
-    const DisabledThread others(owner == nullptr && (type & (MB_TASKMODAL | MB_SYSTEMMODAL)) == MB_TASKMODAL);
-    return ::DialogBoxIndirectParamA(ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDD_MESSAGE_BOX), RT_DIALOG),
-                                     static_cast<LPCDLGTEMPLATEA>(dialog), owner, &BoxProcedure,
-                                     reinterpret_cast<LPARAM>(&message));
+    const bool isForThread = owner == nullptr && (type & (MB_TASKMODAL | MB_SYSTEMMODAL)) == MB_TASKMODAL;
+    Message message = {owner, text != nullptr ? text : "",
+                       title != nullptr ? CString(title) : LoadText(ZO_IDS_BOX_ERROR), type,
+                       DisabledThread(isForThread)};
+    const INT_PTR answer = ::DialogBoxIndirectParamA(
+        ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDD_MESSAGE_BOX), RT_DIALOG), static_cast<LPCDLGTEMPLATEA>(dialog),
+        owner, &BoxProcedure, reinterpret_cast<LPARAM>(&message));
+    isShown = message.isShown;
+    return answer;
 }
 
 } // namespace
@@ -341,6 +358,9 @@ INT_PTR ShowBox(HWND owner, LPCSTR text, LPCSTR title, UINT type)
 int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type)
 {
     INT_PTR answer = 0;
-    WithoutThrowing([&] { return answer = ShowBox(owner, text, title, type), TRUE; });
-    return answer > 0 ? static_cast<int>(answer) : ::MessageBoxA(owner, text, title, type);
+    bool isShown = false;
+    WithoutThrowing([&] { return answer = ShowBox(owner, text, title, type, isShown), TRUE; });
+    if (!isShown)
+        return ::MessageBoxA(owner, text, title, type);
+    return answer > 0 ? static_cast<int>(answer) : 0;
 }

@@ -20,5 +20,5 @@
 /// \param type MB_ flags: buttons, icon with its sound, default button; MB_TASKMODAL, MB_SYSTEMMODAL, MB_HELP,
 /// MB_SETFOREGROUND, MB_TOPMOST, MB_RIGHT, MB_RTLREADING. The button of MB_HELP sends WM_HELP to the owner. Boxes of services
 /// are left to the system.
-/// \return the number of the button; 0 when no box can be shown
+/// \return the number of the button; 0 when no box can be shown, or it was destroyed before an answer
 ZOGBL_API int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type);
