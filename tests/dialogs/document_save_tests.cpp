@@ -5,6 +5,7 @@
 #include "support/dialog_driver.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
+#include "support/import_patch.h"
 #include "support/unique_names.h"
 
 #include <zogbl/document_save.h>
@@ -168,6 +169,11 @@ TEST_F(DocumentSave, DeletesOnlyWhatItsFailedSaveMadeOrEmptied)
         CFile file(path, CFile::modeCreate | CFile::modeWrite);
         file.Write(text, static_cast<UINT>(strlen(text)));
     };
+    const auto put = [&](LPCSTR path) { // another file in its place
+        m_folder.Write("other", "half");
+        ::DeleteFileA(path);
+        ::MoveFileA(Path("other").c_str(), path);
+    };
     const auto refuse = [](LPCSTR) { return FALSE; };
     const auto fail = [](LPCSTR) -> BOOL { AfxThrowFileException(CFileException::diskFull, ERROR_DISK_FULL); };
     const struct {
@@ -184,6 +190,7 @@ TEST_F(DocumentSave, DeletesOnlyWhatItsFailedSaveMadeOrEmptied)
         {[&](LPCSTR path) { return make(path, ""), fail(path); }, true, nullptr, "old", "(none)"},
         {[&](LPCSTR path) { return make(path, "old and new"), fail(path); }, true, nullptr, "old", "old and new"},
         {[&](LPCSTR path) { return ::DeleteFileA(path), fail(path); }, true, nullptr, "old", "(none)"},
+        {[&](LPCSTR path) { return put(path), FALSE; }, false, nullptr, "old", "(none)"},
     };
     const std::string path = Path("file.let");
     for (const auto& row : rows) {
@@ -220,6 +227,18 @@ TEST_F(DocumentSave, KnowsAFileByEveryPath)
     EXPECT_FALSE(ZoIsSameFile(file.c_str(), Path("other.let").c_str()));
     EXPECT_FALSE(ZoIsSameFile(file.c_str(), Path("gone.let").c_str()));
     EXPECT_FALSE(ZoIsSameFile(Path("gone.let").c_str(), Path("gone.let").c_str()));
+
+    // A system that does not tell files apart: texts must do, and nothing is deleted.
+    const ImportPatch unknown(
+        "ZOGBLBRX.DLL", "GetFileInformationByHandle",
+        +[](HANDLE, LPBY_HANDLE_FILE_INFORMATION) WINAPI -> BOOL { return FALSE; });
+    EXPECT_TRUE(ZoIsSameFile(file.c_str(), file.c_str()));
+    EXPECT_FALSE(ZoIsSameFile(file.c_str(), link.c_str()));
+    m_document.m_instead = [](LPCSTR) { return FALSE; };
+    const DialogDriver driver({[](HWND dialog) { Press(dialog, IDOK); },
+                               AnswerBox(file + "\n\nThis file already exists. Do you want to replace it?", IDYES)});
+    EXPECT_EQ(0, ZoDoSave(&m_document, nullptr, file.c_str(), "x", 1));
+    EXPECT_EQ("text", m_folder.Read("a long name.let"));
 }
 
 TEST_F(DocumentSave, SavesUnderTheNameGivenOrAskedFor)

@@ -131,6 +131,7 @@ TEST_F(FileOpen, ChecksWhatIsTyped)
         {TRUE, 0, "aa:b", Box("aa:b", kInvalid), kOk, ""},
         {TRUE, 0, "a|b\"", Box("a|b\"", kInvalid), kOk, ""},
         {TRUE, 0, "NUL", Box("NUL", kInvalid), kOk, ""},
+        {TRUE, 0, "\"a*b\"", Box("a*b", kInvalid), kOk, ""}, // no pattern
         {TRUE, 0, "gone\\", Box(Path("gone"), kNoFolder), kOk, ""},
         {FALSE, OFN_OVERWRITEPROMPT, "new", "", kNothing, Path("new.txt")},
         {FALSE, OFN_OVERWRITEPROMPT, "new.x", "", kNothing, Path("new.x.txt")},
@@ -181,7 +182,7 @@ TEST_F(FileOpen, LaysItselfOut)
     LONG height = 0;
     for (const DWORD flags : {DWORD{0}, DWORD{OFN_READONLY}, DWORD{kHide}}) {
         SCOPED_TRACE(flags);
-        CZoFileOpen dialog(TRUE, 0, "txt", (folder + "\\").c_str(), flags, kFilter);
+        CZoFileOpen dialog(TRUE, 0, "txt", (folder + "\\").c_str(), flags | OFN_EXTENSIONDIFFERENT, kFilter);
         const DialogDriver driver({[&](HWND open) {
             const HWND box = ::GetDlgItem(open, ZO_IDC_FILE_READ_ONLY);
             EXPECT_EQ(flags != kHide, ::IsWindowVisible(box) != FALSE);
@@ -205,7 +206,7 @@ TEST_F(FileOpen, LaysItselfOut)
             Press(open, IDOK);
         }});
         EXPECT_EQ(IDOK, dialog.DoModal());
-        EXPECT_EQ(flags & OFN_READONLY, dialog.m_ofn.Flags & OFN_READONLY);
+        EXPECT_EQ(flags & OFN_READONLY, dialog.m_ofn.Flags & (OFN_READONLY | OFN_EXTENSIONDIFFERENT));
     }
 }
 

@@ -177,6 +177,13 @@ TEST_F(PropertySheetTest, TakesTheFocusAlong)
         SetFocus(tab);
         Key(window, VK_TAB, kControl);
         EXPECT_EQ(tab, GetFocus()) << "what can be seen keeps it";
+        SetFocus(GetDlgItem(sheet.PageWindow(), kName));
+        for (const int control : {kName, kNote})
+            ::EnableWindow(GetDlgItem(sheet.first.m_hWnd, control), FALSE);
+        Key(window, VK_TAB, kControl);
+        EXPECT_EQ(tab, GetFocus()) << "of a page with nothing for it";
+        for (const int control : {kName, kNote})
+            ::EnableWindow(GetDlgItem(sheet.first.m_hWnd, control), TRUE);
         SetFocus(GetDlgItem(window, kApply));
         Press(window, kApply);
         EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, kApply)));

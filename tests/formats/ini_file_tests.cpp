@@ -475,6 +475,19 @@ TEST_F(IniFile, RefusedCallsAreAStatus)
     });
 }
 
+TEST_F(IniFile, ListsKeysBehindANamelessLineAsFarAsThereIsRoom)
+{
+    std::string text = "[S]\r\n=x\r\n";
+    for (int i = 1000; i < 2000; ++i)
+        text += "Key" + std::to_string(i) + "=a value of twenty bytes\r\n";
+    Write(text);
+    CStringArray names;
+    EXPECT_EQ(0u, m_profile.EnumerateKeys(&names));
+    EXPECT_NEAR(ZO_INI_VALUE_SIZE / 8, names.GetSize(), 2);
+    EXPECT_STREQ("Key1000", names[0]);
+    EXPECT_STREQ("Key1500", names[500]);
+}
+
 TEST_F(IniFile, MissingMemoryIsAStatus)
 {
     Write("[S]\r\nK=a,b,c,d,e,f\r\nL=1\r\n[T]\r\n");
