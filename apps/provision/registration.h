@@ -27,7 +27,8 @@ public:
     DWORD RemoveUser(const Product& product, const CString& user);
     /// Removes an installation of a product; with the last one the product with all its users, the keys above it that
     /// this leaves empty, and the library if no other product needs it. \param isInUse set to whether others of its
-    /// installations are left. 2: this one was not registered. After another failure it is still registered, and can be removed again.
+    /// installations are left. 2: this one was not registered. After another failure it is
+    /// still registered, and can be removed again.
     DWORD RemoveProduct(const Product& product, bool& isInUse);
 
 private:

@@ -111,8 +111,8 @@ public:
     /// \p flag has no effect.
     DWORD CopyRegTree(DWORD destinationMode, LPCSTR destinationKey, DWORD sourceMode, LPCSTR sourceKey, DWORD flag);
     /// CopyRegTree, and then DeleteSection of the source if the copy succeeded. What CopyRegTree leaves out is lost.
-    /// A destination above the source gives 87, and nothing is touched, if the path from it to the source leads from the
-    /// source to a key too: A\B is not moved to A while there is A\B\B, which the copy would put below the source.
+    /// A destination above the source gives 87, and nothing is touched, if the path from it to the source leads from
+    /// the source to a key too: A\B is not moved to A while there is A\B\B, which the copy would put at the source.
     /// \return the first code that is not 0
     DWORD MoveRegTree(DWORD destinationMode, LPCSTR destinationKey, DWORD sourceMode, LPCSTR sourceKey, DWORD flag);
 
