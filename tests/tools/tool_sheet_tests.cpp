@@ -422,6 +422,15 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
     }
     Edit({AnswerBox(Offer(), IDNO), AnswerBox(Told(), IDOK), &GiveUp});
     EXPECT_FALSE(before == Read());
+    const std::string copy = m_folder.Read(Copy());
+    std::string changed = copy, other = copy;
+    changed.back() ^= 1;
+    other[16] = 'x'; // the name of the file that it is a copy of
+    for (const std::string& bad : {changed, copy.substr(0, copy.size() - 1), copy + "x", other}) {
+        m_folder.Write(Copy(), bad);
+        Edit({AnswerBox(Told(), IDOK), &GiveUp}); // not offered
+    }
+    m_folder.Write(Copy(), copy);
     disk.Arm(1, true);
     Edit({AnswerBox(Offer(), IDYES),
           AnswerBox("What the file held before could not be put back. It is still kept in " + m_folder.Path(Copy()) +
@@ -435,6 +444,28 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
           }});
     EXPECT_TRUE(before == Read());
     EXPECT_FALSE(m_folder.Exists(Copy()));
+
+    m_folder.Write(Copy(), copy); // like the file
+    Edit({&GiveUp});
+    EXPECT_FALSE(m_folder.Exists(Copy()));
+    m_folder.Write(Copy(), copy);
+    m_folder.Write("test.tlm", before + "more");
+    Edit({AnswerBox(Offer(), IDYES), &GiveUp});
+    EXPECT_TRUE(before == Read());
+    m_folder.Write(Copy(), copy); // not wanted, and older than what is then saved
+    Write({"a"});
+    disk.Arm(1, false);
+    Edit({AnswerBox(Offer(), IDNO), ok, AnswerBox(SaveFailed(), IDNO)});
+    disk.Disarm();
+    EXPECT_TRUE(copy == m_folder.Read(Copy())) << "a save that fails leaves it";
+    Edit({AnswerBox(Offer(), IDNO), ok});
+    EXPECT_FALSE(m_folder.Exists(Copy()));
+    FaultSource folder("folder");
+    ZO_FAULTY_CALL(DeleteFileA) erase(folder, kLibrary, FALSE, ERROR_ACCESS_DENIED);
+    folder.Arm(1, true);
+    Edit({ok});
+    folder.Disarm();
+    EXPECT_EQ("", m_folder.Read(Copy())) << "no copy any more";
 
     // What has the copy's name is not touched, and the save is undone without it.
     for (const int failures : {0, 1, 2}) {
