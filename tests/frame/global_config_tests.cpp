@@ -323,6 +323,9 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
                                             << c.destinationMode << " " << (LPCSTR)c.destination);
             if (!namesAreTold && !c.hasMark)
                 continue;
+            // No Windows 95 has 64 bits, and Wine's, which has, does not find every key of the classes when it deletes.
+            if (sizeof(void*) == 8 && !zo_test::IsNt() && c.sourceMode == 7 && !c.refused)
+                continue;
             remove();
             ASSERT_EQ(0u, m_config.SetValue(c.sourceMode, c.source, "Text", "kept"));
             ASSERT_EQ(0u, m_config.CreateKey(c.sourceMode, c.source + "\\Sub"));
