@@ -1,11 +1,9 @@
-#include "support/fault_loop.h"
 
-#include <algorithm>
+#include "support/test.h"
+
 #include <limits>
 #include <random>
 #include <unordered_map>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,13 +1,6 @@
 // Dialogs from templates in memory, driven by messages as a person would cause them.
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-#include "support/unique_names.h"
 
-#include <climits>
-#include <functional>
-#include <string>
-
-using namespace zo_test;
+#include "support/test.h"
 
 namespace {
 

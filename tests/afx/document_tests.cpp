@@ -1,13 +1,6 @@
 // Documents, their views and frames in a main window.
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-#include "support/unique_names.h"
 
-#include <afxwin.h>
-
-#include <cstring>
-
-using namespace zo_test;
+#include "support/test.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-#include "support/unique_names.h"
 
-using namespace zo_test;
+
+#include "support/test.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
-#include "support/process_counts.h"
 
-#include <afxext.h>
 
-using namespace zo_test;
+#include "support/test.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
 
-using namespace zo_test;
+
+#include "support/test.h"
 
 namespace {
 

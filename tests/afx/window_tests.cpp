@@ -1,7 +1,6 @@
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
 
-using namespace zo_test;
+
+#include "support/test.h"
 
 namespace {
 
@@ -22,8 +21,8 @@ enum Command {
     kPassedOn
 };
 
-constexpr UINT kControl = 9; // identifier
-constexpr UINT kTaken = 77;  // notification codes: of the control, of its parent
+constexpr UINT kChild = 9;  // identifier
+constexpr UINT kTaken = 77; // notification codes: of the control, of its parent
 constexpr UINT kLeft = 78;
 
 /// Writes down what it is called for.
@@ -112,7 +111,7 @@ BEGIN_MESSAGE_MAP(TestWindow, BaseWindow)
     ON_COMMAND(kBoth, OnBoth)
     ON_COMMAND(kGreyed, OnPlain)
     AFX_ENTRY(WM_COMMAND, CN_COMMAND, kPassedOn, kPassedOn, nullptr, self->log += "first ", call.bHandled = FALSE)
-    AFX_ENTRY(WM_NOTIFY, kLeft, kControl, kControl, nullptr, *static_cast<AFX_NOTIFY*>(call.pExtra)->pResult = 6)
+    AFX_ENTRY(WM_NOTIFY, kLeft, kChild, kChild, nullptr, *static_cast<AFX_NOTIFY*>(call.pExtra)->pResult = 6)
     ON_COMMAND(kChecked, OnPlain)
     ON_COMMAND_RANGE(kRangeFirst, kRangeLast, OnRange)
     ON_UPDATE_COMMAND_UI(kGreyed, OnUpdateGreyed)
@@ -332,24 +331,24 @@ TEST(Reflection, SendsBackWhatAControlCaused)
     TestWindow parent;
     ASSERT_TRUE(parent.CreateTop());
     DrawnListBox list; // sorts itself: its items are numbers
-    ASSERT_TRUE(list.Create(LBS_OWNERDRAWFIXED | LBS_SORT, CRect(0, 0, 100, 80), &parent, kControl));
+    ASSERT_TRUE(list.Create(LBS_OWNERDRAWFIXED | LBS_SORT, CRect(0, 0, 100, 80), &parent, kChild));
     for (const INT_PTR number : {3, 1, 2})
         list.AddString(reinterpret_cast<LPCSTR>(number));
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(i + 1, reinterpret_cast<INT_PTR>(list.GetItemDataPtr(i)));
     const auto command = [&](WORD code) {
-        return parent.SendMessage(WM_COMMAND, MAKEWPARAM(kControl, code), reinterpret_cast<LPARAM>(list.m_hWnd));
+        return parent.SendMessage(WM_COMMAND, MAKEWPARAM(kChild, code), reinterpret_cast<LPARAM>(list.m_hWnd));
     };
     EXPECT_EQ(1, command(LBN_SELCHANGE));
     EXPECT_EQ(0, command(LBN_DBLCLK));
     EXPECT_EQ(1, list.selections);
     static constexpr std::pair<UINT, LRESULT> notifications[] = {{kTaken, 5}, {kLeft, 6}, {kLeft + 1, 0}};
     for (const auto& [code, result] : notifications) {
-        NMHDR header = {list.m_hWnd, kControl, code};
-        EXPECT_EQ(result, parent.SendMessage(WM_NOTIFY, kControl, reinterpret_cast<LPARAM>(&header))) << code;
+        NMHDR header = {list.m_hWnd, kChild, code};
+        EXPECT_EQ(result, parent.SendMessage(WM_NOTIFY, kChild, reinterpret_cast<LPARAM>(&header))) << code;
     }
     CComboBox combo;
-    ASSERT_TRUE(combo.Create(CBS_DROPDOWNLIST, CRect(0, 0, 100, 80), &parent, kControl + 1));
+    ASSERT_TRUE(combo.Create(CBS_DROPDOWNLIST, CRect(0, 0, 100, 80), &parent, kChild + 1));
     for (int i = 0; i < 2; ++i)
         combo.SendMessage(CB_SETITEMDATA, static_cast<WPARAM>(combo.AddString("row")), 10 + i);
     EXPECT_EQ(11, reinterpret_cast<INT_PTR>(combo.GetItemDataPtr(1)));

@@ -1,16 +1,9 @@
 // ZoProvision, run as a person would, on the fixture "plain": product "Plain" 7.12 of the company "Zo Tests".
-#include "support/unique_names.h"
 
 #include <zogbl/global_config.h>
 
 #include "product/registered_product.h"
-#include "support/unique_names.h"
-#include "support/wine_gap.h"
-
-#include <gtest/gtest.h>
-
-#include <set>
-#include <string>
+#include "support/test.h"
 
 namespace {
 
@@ -44,7 +37,7 @@ DWORD Provision(const std::string& arguments)
 
 std::string Plain() { return " \"" + OwnFolder() + "fixture_plain.DLL\""; }
 
-class ProvisionTest : public ::testing::Test {
+class ProvisionTest : public testing::Test {
 protected:
     void SetUp() override { Clear(); }
     void TearDown() override { Clear(); }
@@ -146,7 +139,7 @@ TEST_F(ProvisionTest, LibraryStaysAsLongAsAProductNeedsIt)
 
 TEST_F(ProvisionTest, InstallationsOfAProductShareItsSettings)
 {
-    const zo_test::TestFolder other;
+    const TestFolder other;
     const std::string copy = other.Path("fixture_plain.DLL");
     ASSERT_TRUE(CopyFileA((OwnFolder() + "fixture_plain.DLL").c_str(), copy.c_str(), TRUE));
     ASSERT_EQ(0u, Provision("--user tester" + Plain()));
@@ -211,10 +204,10 @@ BOOL CALLBACK CloseVisible(HWND window, LPARAM)
 
 TEST(Workbench, TakesNoLibraryFromTheCurrentFolder)
 {
-    zo_test::RegisteredProduct product;
+    RegisteredProduct product;
     product.RemoveLanguages();
     product.SetLanguage(0x0410, 1); // Italian, for which the product has no library
-    const zo_test::TestFolder folder;
+    const TestFolder folder;
     ASSERT_TRUE(CopyFileA((OwnFolder() + "ZOGBLENU.DLL").c_str(), folder.Path("ZOGBLITA.DLL").c_str(), TRUE));
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;

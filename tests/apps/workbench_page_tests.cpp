@@ -3,17 +3,15 @@
 #include "mailbox_page.h"
 
 #include "product/registered_product.h"
-#include "support/fault_loop.h"
+#include "support/test.h"
 
 #include <zogbl/location_item.h>
-
-#include <string>
 
 namespace {
 
 constexpr int kNew = 110; // the first button
 
-class RecordPages : public ::testing::Test {
+class RecordPages : public testing::Test {
 protected:
     void SetUp() override
     {
@@ -34,7 +32,7 @@ protected:
     /// Presses the button of that number.
     static void Press(Page& page, int button) { page.SendMessage(WM_COMMAND, MAKEWPARAM(kNew + button, BN_CLICKED)); }
 
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
     CZoGlobalConfig m_config;
     CWnd m_frame;
 };
@@ -89,7 +87,7 @@ TEST_F(RecordPages, OfMailBoxesLoseNothingThatOthersWrote)
     EXPECT_STREQ("124", numbers()) << "without the third, which was chosen";
     EXPECT_EQ(2u, CZoRegMailBoxes().GetUserDefault());
     {
-        zo_test::FaultSource faults("list");
+        FaultSource faults("list");
         const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, "ZOGBLBRX.DLL", ERROR_ACCESS_DENIED);
         faults.Arm(2, true); // behind the product's
         EXPECT_FALSE(CanAdd(page));

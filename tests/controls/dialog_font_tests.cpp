@@ -1,11 +1,8 @@
 // Fonts of dialog templates, whole and damaged.
 #include "dialog_font.h"
+#include "support/test.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
 #include <random>
-#include <vector>
 
 namespace {
 

@@ -1,15 +1,7 @@
 // Drawing in memory bitmaps of known pixels.
+#include "support/test.h"
+
 #include <zogbl/trans_bmp.h>
-
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <string>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,15 +1,8 @@
+#include "support/test.h"
+
 #include <zogbl/event_log.h>
 
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/unique_names.h"
-
-#include <gtest/gtest.h>
-
 #include <afxcoll.h>
-
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -52,8 +45,8 @@ TEST(EventLog, WritingAndReadingComeToNothing)
 
 TEST(EventLog, IsAFileElsewhere)
 {
-    ZO_ONLY_IN(!zo_test::IsNt(), "Windows NT has a log of its own");
-    const zo_test::TestFolder folder;
+    ZO_ONLY_IN(!IsNt(), "Windows NT has a log of its own");
+    const TestFolder folder;
     const std::string file = folder.Path("log"), copy = folder.Path("copy"), missing = folder.Path("missing\\copy");
     folder.Write("log", "entries");
     folder.Write("copy", "older");
@@ -80,13 +73,13 @@ TEST(EventLog, IsAFileElsewhere)
 
 TEST(EventLog, IsTheSystemsOnWindowsNt)
 {
-    ZO_ONLY_IN(zo_test::IsNt(), "the other systems have no event log");
+    ZO_ONLY_IN(IsNt(), "the other systems have no event log");
     EXPECT_EQ(kBadHandle, CZoGlobalEventLog().Close()) << "asks the system, with no handle";
     {
-        const zo_test::ImportPatch open(kLibrary, "OpenBackupEventLogA", &OpenLog);
-        const zo_test::ImportPatch backup(kLibrary, "BackupEventLogA", &BackupLog);
-        const zo_test::ImportPatch clear(kLibrary, "ClearEventLogA", &ClearLog);
-        const zo_test::ImportPatch close(kLibrary, "CloseEventLog", &CloseLog);
+        const ImportPatch open(kLibrary, "OpenBackupEventLogA", &OpenLog);
+        const ImportPatch backup(kLibrary, "BackupEventLogA", &BackupLog);
+        const ImportPatch clear(kLibrary, "ClearEventLogA", &ClearLog);
+        const ImportPatch close(kLibrary, "CloseEventLog", &CloseLog);
         CZoGlobalEventLog log;
         EXPECT_EQ(0u, log.OpenBackup("server", "file") | log.BackUp("copy") | log.Clear(nullptr) | log.Clear("copy"));
         CZoGlobalEventLog shared(log);
@@ -101,23 +94,23 @@ TEST(EventLog, IsTheSystemsOnWindowsNt)
 
 TEST(EventLog, EachStepThatFailsIsTheResult)
 {
-    const zo_test::TestFolder folder;
+    const TestFolder folder;
     const std::string file = folder.Path("log"), copy = folder.Path("copy");
-    const auto body = [&](const zo_test::FaultRun& run, DWORD error) {
+    const auto body = [&](const FaultRun& run, DWORD error) {
         folder.Write("log", "entries");
         DeleteFileA(copy.c_str());
         CZoGlobalEventLog log;
         const DWORD opened = log.OpenBackup(nullptr, file.c_str());
         const DWORD copied = opened == 0 ? log.BackUp(copy.c_str()) : opened;
-        const DWORD status = copied == 0 ? log.Clear(zo_test::IsNt() ? nullptr : copy.c_str()) : copied;
+        const DWORD status = copied == 0 ? log.Clear(IsNt() ? nullptr : copy.c_str()) : copied;
         run.Stop();
         EXPECT_EQ(run.Fired() ? error : 0, status);
-        EXPECT_EQ(run.Fired() || zo_test::IsNt() ? "entries" : "", folder.Read("log"));
+        EXPECT_EQ(run.Fired() || IsNt() ? "entries" : "", folder.Read("log"));
     };
     {
-        zo_test::AllocationFaults allocations;
-        zo_test::RunFaultLoop(allocations, [&](const auto& run) { body(run, ERROR_NOT_ENOUGH_MEMORY); });
-        zo_test::FaultSource faults("event log");
+        AllocationFaults allocations;
+        RunFaultLoop(allocations, [&](const auto& run) { body(run, ERROR_NOT_ENOUGH_MEMORY); });
+        FaultSource faults("event log");
         const ZO_FAULTY_CALL(InitializeSecurityDescriptor) security(faults, kLibrary, FALSE, kError);
         const ZO_FAULTY_CALL(CreateFileA) create(faults, kLibrary, INVALID_HANDLE_VALUE, kError);
         const ZO_FAULTY_CALL(CopyFileA) copies(faults, kLibrary, FALSE, kError);
@@ -126,14 +119,14 @@ TEST(EventLog, EachStepThatFailsIsTheResult)
         const ZO_FAULTY_CALL(OpenBackupEventLogA) open(faults, kLibrary, nullptr, kError);
         const ZO_FAULTY_CALL(BackupEventLogA) backup(faults, kLibrary, FALSE, kError);
         const ZO_FAULTY_CALL(ClearEventLogA) clear(faults, kLibrary, FALSE, kError);
-        zo_test::RunFaultLoop(faults, [&](const auto& run) { body(run, kError); });
+        RunFaultLoop(faults, [&](const auto& run) { body(run, kError); });
     }
     CZoGlobalEventLog log;
-    zo_test::FaultSource lies("failure without an error");
+    FaultSource lies("failure without an error");
     const ZO_FAULTY_CALL(OpenBackupEventLogA) open(lies, kLibrary, nullptr);
     const ZO_FAULTY_CALL(CreateFileA) create(lies, kLibrary, INVALID_HANDLE_VALUE);
     lies.Arm(1, true);
     SetLastError(0);
     EXPECT_EQ(0u, log.OpenBackup(nullptr, file.c_str())) << "counts as success";
-    EXPECT_TRUE(zo_test::IsNt() || log.BackUp(copy.c_str()) == 0) << "by its name";
+    EXPECT_TRUE(IsNt() || log.BackUp(copy.c_str()) == 0) << "by its name";
 }

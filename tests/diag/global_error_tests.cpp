@@ -1,8 +1,6 @@
+#include "support/test.h"
+
 #include <zogbl/global_error.h>
-
-#include "support/import_patch.h"
-
-#include <gtest/gtest.h>
 
 using Error = CZoGlobalError;
 
@@ -13,7 +11,7 @@ void WINAPI NoteSeverity(DWORD code, DWORD severity) { SetLastErrorEx(code, g_se
 
 TEST(GlobalError, SetsTheLastErrorWithItsSeverity)
 {
-    const zo_test::ImportPatch note("ZOGBLBRX.DLL", "SetLastErrorEx", &NoteSeverity);
+    const ImportPatch note("ZOGBLBRX.DLL", "SetLastErrorEx", &NoteSeverity);
     void (*const setters[])(DWORD) = {&Error::Fatal,    &Error::Minor,    &Error::Warning,
                                       &Error::AppFatal, &Error::AppMinor, &Error::AppWarning};
     for (DWORD i = 0; i < std::size(setters); ++i) {

@@ -1,26 +1,23 @@
+#include "support/test.h"
+
 #include <zogbl/operating_system.h>
-
-#include "support/environment.h"
-#include "support/fault_loop.h"
-
-#include <gtest/gtest.h>
 
 TEST(OperatingSystem, TellsTheFamilyAndVersion)
 {
     const struct {
-        zo_test::WindowsFamily family;
+        WindowsFamily family;
         DWORD type;
         DWORD major;
         DWORD minor;
     } cases[] = {
-        {zo_test::WindowsFamily::kWin32s, ZO_OS_WIN32S, 3, 10},
-        {zo_test::WindowsFamily::kWindows95, ZO_OS_WIN95, 4, 10},
-        {zo_test::WindowsFamily::kWindowsNt4, ZO_OS_NT, 4, 0},
-        {zo_test::WindowsFamily::kWindows10, ZO_OS_NT, 6, 2}, // as told to a program without a manifest
+        {WindowsFamily::kWin32s, ZO_OS_WIN32S, 3, 10},
+        {WindowsFamily::kWindows95, ZO_OS_WIN95, 4, 10},
+        {WindowsFamily::kWindowsNt4, ZO_OS_NT, 4, 0},
+        {WindowsFamily::kWindows10, ZO_OS_NT, 6, 2}, // as told to a program without a manifest
     };
     int matching = 0;
     for (const auto& c : cases) {
-        if (c.family != zo_test::Family())
+        if (c.family != Family())
             continue;
         ++matching;
         EXPECT_EQ(c.type, CZoGlobalOperatingSystem::GetType());
@@ -32,7 +29,7 @@ TEST(OperatingSystem, TellsTheFamilyAndVersion)
 
 TEST(OperatingSystem, FamilyIsKnownEvenWithoutVersion)
 {
-    zo_test::FaultSource faults("version");
+    FaultSource faults("version");
     const ZO_FAULTY_CALL(GetVersionExA) version(faults, "ZOGBLBRX.DLL", FALSE);
     const DWORD type = CZoGlobalOperatingSystem::GetType();
     faults.Arm(1, true);

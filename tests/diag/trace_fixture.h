@@ -2,16 +2,12 @@
 /// A trace of the test's own: its name, its file, and what all processes share of it.
 #pragma once
 
+#include "support/test.h"
+
 #include <zogbl/trace.h>
-
-#include "support/unique_names.h"
-
-#include <gtest/gtest.h>
 
 #include <cctype>
 #include <fstream>
-#include <iterator>
-#include <string>
 
 namespace zo_test {
 

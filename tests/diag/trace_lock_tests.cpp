@@ -1,17 +1,11 @@
 // What a trace does under its lock, and what it does not.
+#include "support/test.h"
 #include "trace_fixture.h"
-
-#include "support/environment.h"
-#include "support/fault_loop.h"
 
 #include <clocale>
 #include <thread>
-#include <vector>
 
 namespace {
-
-using zo_test::BlockView;
-using zo_test::TestTrace;
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 
@@ -97,7 +91,7 @@ TEST_F(TraceLock, CoversAWholeDump)
     const BlockView block(m_names);
     s_block = &block;
     s_pending.clear();
-    const zo_test::ImportPatch release(kLibrary, "ReleaseMutex", &NotePending);
+    const ImportPatch release(kLibrary, "ReleaseMutex", &NotePending);
     m_trace.OutputBlock("0123456789ABCDEFxy", 18);
     const std::string head = "Block Print: 18 Bytes\r\n", end = "End Block Print\r\n",
                       lines = "0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F  \r\nx  y  \r\n";
@@ -106,7 +100,7 @@ TEST_F(TraceLock, CoversAWholeDump)
 
 TEST_F(TraceLock, IsHeldWhenTheTimeIsTaken)
 {
-    const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &WaitAndTick);
+    const ImportPatch ticks(kLibrary, "GetTickCount", &WaitAndTick);
     m_trace.EnableTimeStamp(TRUE);
     m_trace.Output("x\r\n");
     EXPECT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), s_foreignWait);
@@ -117,7 +111,7 @@ TEST_F(TraceLock, IsFreeWhileTheCallersBytesAreRead)
     auto* bytes = static_cast<BYTE*>(VirtualAlloc(nullptr, 0x3000, MEM_COMMIT, PAGE_READWRITE));
     for (const auto& [from, count] : {std::pair{0x1000, 5}, {0x800, 0x900}, {0xFF0, 17}, {0, 0x3000}}) {
         for (const bool isShort : {false, true}) { // of memory
-            zo_test::AllocationFaults faults;
+            AllocationFaults faults;
             if (isShort)
                 faults.Arm(1, true);
             s_foreignWait = WAIT_FAILED;
@@ -137,18 +131,18 @@ TEST_F(TraceLock, IsFreeWhileTheCallersBytesAreRead)
 
 TEST_F(TraceLock, IsFreeAfterAnOpenThatFailed)
 {
-    zo_test::FaultSource faults("system objects");
+    FaultSource faults("system objects");
     const ZO_FAULTY_CALL(CreateFileMappingA) mapping(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
     const ZO_FAULTY_CALL(MapViewOfFile) view(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
     const ZO_FAULTY_CALL(CreateFileA) file(faults, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
-    const zo_test::FaultLoopOptions options = {.checkCounts = false}; // the handles of threads go when they like
-    const auto body = [&](const zo_test::FaultRun& run) {
+    const FaultLoopOptions options = {.checkCounts = false}; // the handles of threads go when they like
+    const auto body = [&](const FaultRun& run) {
         CZoTrace trace;
         const BOOL opened = trace.Open(m_names.Name(), 1, TRUE);
         EXPECT_EQ(!run.Fired(), opened != FALSE);
         EXPECT_EQ(WAIT_OBJECT_0, ForeignWait());
     };
-    zo_test::RunFaultLoop(faults, body, options);
+    RunFaultLoop(faults, body, options);
 }
 
 TEST(Trace, EmptiesAFileOfMoreThanFourGigabytes)
@@ -157,7 +151,7 @@ TEST(Trace, EmptiesAFileOfMoreThanFourGigabytes)
     names.Write("old");
     CZoTrace trace;
     {
-        const zo_test::ImportPatch size(kLibrary, "SetFilePointer", &FourGigabytes);
+        const ImportPatch size(kLibrary, "SetFilePointer", &FourGigabytes);
         ASSERT_TRUE(trace.Open(names.Name(), 1, TRUE)); // kept if it is small
     }
     EXPECT_EQ("", names.Read());
@@ -167,7 +161,7 @@ TEST(Trace, TakesAsciiOnlyForItsNameInEveryLocale)
 {
     const std::string locale = std::setlocale(LC_CTYPE, nullptr);
     std::setlocale(LC_CTYPE, "");
-    EXPECT_NE(zo_test::IsDoubleByte(), std::isalnum(0xE4) != 0) << "the locale has more letters";
+    EXPECT_NE(IsDoubleByte(), std::isalnum(0xE4) != 0) << "the locale has more letters";
     const TestTrace names;
     CZoTrace trace;
     EXPECT_TRUE(trace.Open(names.Name() + "\xE4.", 1, FALSE));

@@ -1,19 +1,8 @@
 // One trace, several processes.
+#include "support/test.h"
 #include "trace_fixture.h"
 
-#include "support/child_process.h"
-#include "support/environment.h"
-#include "support/import_patch.h"
-
-#include <climits>
-#include <map>
-#include <memory>
-#include <vector>
-
 namespace {
-
-using zo_test::ChildProcess;
-using zo_test::TestTrace;
 
 constexpr int kProcesses = 4;
 constexpr int kLines = 5000;
@@ -107,14 +96,13 @@ ZO_CHILD(DiesWhileWriting)
     child.Ready();
     child.WaitForGo();
     s_bytesBeforeDeath = std::stoul(child.Argument(1));
-    const zo_test::ImportPatch patch("ZOGBLBRX.DLL", "WriteFile", &DieWhileWriting);
+    const ImportPatch patch("ZOGBLBRX.DLL", "WriteFile", &DieWhileWriting);
     trace.Flush();
 }
 
 TEST(TraceProcesses, FourWriteEveryLineOnceAndInOrder)
 {
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10 && !zo_test::IsDoubleByte(),
-               "locks and files are the same on all of them");
+    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "locks and files are the same on all of them");
     const TestTrace names;
     CZoTrace reader; // keeps the trace open, so that the file begins with one banner
     ASSERT_TRUE(reader.Open(names.Name(), 1, FALSE));
@@ -131,20 +119,18 @@ TEST(TraceProcesses, FourWriteEveryLineOnceAndInOrder)
     for (const auto& [process, numbers] : lines)
         EXPECT_EQ(Numbers(kLines), numbers) << "process " << process;
     const std::string end = body.substr(kProcesses * kLines * kLineLength);
-    EXPECT_EQ(zo_test::kStars + " - Stopped ", end.substr(0, zo_test::kStars.size() + 11))
-        << "by the last to close, which joined";
-    EXPECT_EQ(zo_test::kStars, end.substr(end.size() - zo_test::kStars.size()));
+    EXPECT_EQ(kStars + " - Stopped ", end.substr(0, kStars.size() + 11)) << "by the last to close, which joined";
+    EXPECT_EQ(kStars, end.substr(end.size() - kStars.size()));
 }
 
 TEST(TraceProcesses, AKilledOneTakesNothingOfTheOthersAlong)
 {
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10 && !zo_test::IsDoubleByte(),
-               "locks and files are the same on all of them");
+    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "locks and files are the same on all of them");
     const TestTrace names;
     Writers writers(names, INT_MAX);
     writers.Go();
     const DWORD half = kProcesses * kLines * kLineLength / 2;
-    for (const DWORD start = GetTickCount(); GetTickCount() - start < zo_test::kChildTimeout;) {
+    for (const DWORD start = GetTickCount(); GetTickCount() - start < kChildTimeout;) {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
         if (GetFileAttributesExA(names.Path().c_str(), GetFileExInfoStandard, &data) && data.nFileSizeLow > half)
             break;
@@ -170,8 +156,7 @@ TEST(TraceProcesses, AKilledOneTakesNothingOfTheOthersAlong)
 
 TEST(TraceProcesses, OneThatDiesWhileItWritesLeavesAWholeFile)
 {
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10 && !zo_test::IsDoubleByte(),
-               "locks and files are the same on all of them");
+    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "locks and files are the same on all of them");
     for (const char* bytes : {"0", "100", "4096", "8192"}) {
         SCOPED_TRACE(bytes);
         const TestTrace names;
@@ -181,7 +166,7 @@ TEST(TraceProcesses, OneThatDiesWhileItWritesLeavesAWholeFile)
         ChildProcess child("DiesWhileWriting", {(LPCSTR)names.Name(), bytes});
         ASSERT_TRUE(child.WaitUntilReady());
         child.Go();
-        ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(child.Process(), zo_test::kChildTimeout));
+        ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(child.Process(), kChildTimeout));
         child.Kill();
         trace.Output("%s", Line(1, 0).c_str());
         trace.Flush();

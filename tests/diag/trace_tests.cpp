@@ -1,19 +1,11 @@
 #include "trace_fixture.h"
 
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
+#include "support/test.h"
 
-#include <algorithm>
 #include <thread>
-#include <vector>
 
 namespace {
-
-using zo_test::BlockView;
-using zo_test::kStars;
-using zo_test::TestTrace;
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 
@@ -51,12 +43,12 @@ DWORD WINAPI Ticks() { return s_ticks; }
 
 std::string OperatingSystem()
 {
-    switch (zo_test::Family()) {
-    case zo_test::WindowsFamily::kWin32s:
+    switch (Family()) {
+    case WindowsFamily::kWin32s:
         return "Windows v3.10 Build 0";
-    case zo_test::WindowsFamily::kWindows95:
+    case WindowsFamily::kWindows95:
         return "Windows 95 v4.10";
-    case zo_test::WindowsFamily::kWindowsNt4:
+    case WindowsFamily::kWindowsNt4:
         return "Windows NT v4.0 Build 1381";
     default:
         return "Windows NT v6.2 Build 9200"; // as told to a program without a manifest
@@ -95,7 +87,7 @@ TEST(Trace, NamesEverythingByTheLettersBeforeTheFirstDot)
         {".x", ""},
     };
     for (const auto& c : cases) {
-        if (c.base.empty() && zo_test::IsDoubleByte())
+        if (c.base.empty() && IsDoubleByte())
             continue; // another system's programs, in the same folder, have that file
         SCOPED_TRACE(c.name);
         const TestTrace names(c.base);
@@ -110,7 +102,7 @@ TEST(Trace, NamesEverythingByTheLettersBeforeTheFirstDot)
         trace.Close();
         EXPECT_STREQ("", trace.GetFileName());
     }
-    if (zo_test::IsDoubleByte()) {
+    if (IsDoubleByte()) {
         const TestTrace names(own);
         CZoTrace trace;
         ASSERT_TRUE(trace.Open(("\x83\x41" + own).c_str(), 1, FALSE)); // its second byte is no letter A
@@ -120,7 +112,7 @@ TEST(Trace, NamesEverythingByTheLettersBeforeTheFirstDot)
 
 // Banners --------------------------------------------------------------------------------------------------------------
 
-class TraceBanner : public ::testing::Test {
+class TraceBanner : public testing::Test {
 protected:
     void SetUp() override
     {
@@ -129,15 +121,15 @@ protected:
     }
 
     TestTrace m_names;
-    zo_test::ImportPatch m_clock{kLibrary, "GetLocalTime", &June30};
-    zo_test::ImportPatch m_memory{kLibrary, "GlobalMemoryStatus", &SomeMemory};
-    zo_test::ImportPatch m_space{kLibrary, "GetDiskFreeSpaceA", &SomeSpace};
-    zo_test::ImportPatch m_version{kLibrary, "VerQueryValueA", &OtherVersion};
+    ImportPatch m_clock{kLibrary, "GetLocalTime", &June30};
+    ImportPatch m_memory{kLibrary, "GlobalMemoryStatus", &SomeMemory};
+    ImportPatch m_space{kLibrary, "GetDiskFreeSpaceA", &SomeSpace};
+    ImportPatch m_version{kLibrary, "VerQueryValueA", &OtherVersion};
 };
 
 TEST_F(TraceBanner, TellsModuleAndSystemByteForByte)
 {
-    const zo_test::RegisteredProduct product;
+    const RegisteredProduct product;
     const struct {
         DWORD flags;
         DWORD freeClusters;
@@ -176,15 +168,15 @@ TEST_F(TraceBanner, TellsModuleAndSystemByteForByte)
 TEST_F(TraceBanner, LeavesOutWhatCannotBeHad)
 {
     {
-        const zo_test::RegisteredProduct product;
-        const zo_test::ImportPatch noSpace(kLibrary, "GetDiskFreeSpaceA", &NoSpace);
+        const RegisteredProduct product;
+        const ImportPatch noSpace(kLibrary, "GetDiskFreeSpaceA", &NoSpace);
         CZoTrace trace;
         ASSERT_TRUE(trace.Open(m_names.Name(), 1, FALSE));
         trace.Close();
         EXPECT_EQ(std::string::npos, m_names.Read().find("Disk"));
         EXPECT_NE(std::string::npos, m_names.Read().find("64MB\r\nOperating System: " + OperatingSystem()));
     }
-    const zo_test::ImportPatch noVersion(kLibrary, "GetFileVersionInfoSizeA", &NoVersion);
+    const ImportPatch noVersion(kLibrary, "GetFileVersionInfoSizeA", &NoVersion);
     CZoTrace trace;
     ASSERT_TRUE(trace.Open(m_names.Name(), 1, FALSE));
     trace.Output("x\r\n");
@@ -223,7 +215,7 @@ TEST(Trace, IsSharedByAllThatOpenIt)
     EXPECT_EQ(0u, first.GetOpenCount());
 
     // The first to open comes again as one that joined: it knows neither the start nor the name.
-    const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
     s_ticks = 4000;
     EXPECT_TRUE(first.Open(names.Name(), 1, FALSE));
     first.EnableTimeStamp(TRUE);
@@ -313,7 +305,7 @@ TEST(Trace, IsCompleteBeforeAnybodyJoins)
         block->openCount = 7; // of processes that died
         block->pending = 100;
         s_mutexName = names.MutexName();
-        const zo_test::ImportPatch patch(kLibrary, "CreateFileMappingA", &MapWhileAnotherWaits);
+        const ImportPatch patch(kLibrary, "CreateFileMappingA", &MapWhileAnotherWaits);
         CZoTrace trace;
         ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
         EXPECT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), s_foreignWait);
@@ -367,7 +359,7 @@ TEST(Trace, LevelAndSwitchesLiveAsLongAsTheyShould)
 TEST(Trace, StampsTellTheTimeSinceTheStart)
 {
     const TestTrace names;
-    const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
     s_ticks = 0xFFFFFF00; // the counter wraps while the trace is open
     struct : CZoTrace {
         using CZoTrace::FormatRelativeTime;
@@ -409,7 +401,7 @@ TEST(Trace, CutsTextThatIsTooLong)
         trace.Output("|");
         expected += text.substr(0, 511) + "|";
     }
-    if (zo_test::IsDoubleByte()) {
+    if (IsDoubleByte()) {
         std::string text = "x";
         for (int i = 0; i < 300; ++i)
             text += "\x83\x41";
@@ -444,7 +436,7 @@ TEST(Trace, DumpsBlocks)
                   Traced(names, trace));
     }
     const TestTrace names;
-    const zo_test::ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
     s_ticks = 0;
     CZoTrace trace;
     ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
@@ -557,7 +549,7 @@ TEST(Trace, GoesOnWhereADyingWriterStopped)
                 names.Write(isCut ? "" : before + buffer.substr(0, written));
                 s_block = &block;
                 s_countWhileWriting = count;
-                const zo_test::ImportPatch note(kLibrary, "WriteFile", &NoteCount);
+                const ImportPatch note(kLibrary, "WriteFile", &NoteCount);
                 trace.Flush();
                 EXPECT_EQ(isCut ? buffer.size() | 0x80000000 : count, s_countWhileWriting)
                     << "for who finishes it next";
@@ -572,7 +564,7 @@ TEST(Trace, GoesOnWhereADyingWriterStopped)
 TEST(Trace, FullDiskLosesTextAndNothingElse)
 {
     const TestTrace names;
-    zo_test::FaultSource faults("disk");
+    FaultSource faults("disk");
     const ZO_FAULTY_CALL(WriteFile) write(faults, kLibrary, FALSE, ERROR_DISK_FULL);
     CZoTrace trace;
     trace.EnableTimeStamp(FALSE);
@@ -589,10 +581,10 @@ TEST(Trace, FullDiskLosesTextAndNothingElse)
 
 TEST(Trace, OpensWholeOrNotAtAll)
 {
-    const zo_test::RegisteredProduct product;
+    const RegisteredProduct product;
     const TestTrace names;
     const CString name = names.Name();
-    const auto openAndUse = [&](const zo_test::FaultRun& run, bool mustFail) {
+    const auto openAndUse = [&](const FaultRun& run, bool mustFail) {
         for (const bool joins : {false, true}) {
             CZoTrace first;
             CZoTrace trace;
@@ -612,28 +604,28 @@ TEST(Trace, OpensWholeOrNotAtAll)
             EXPECT_EQ((joins ? 1u : 0u) + (opened ? 1u : 0u), joins ? first.GetOpenCount() : trace.GetOpenCount());
         }
     };
-    const auto failCalls = [&](zo_test::FaultSource& faults) {
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) { openAndUse(run, true); });
+    const auto failCalls = [&](FaultSource& faults) {
+        RunFaultLoop(faults, [&](const FaultRun& run) { openAndUse(run, true); });
     };
     {
-        zo_test::FaultSource faults("system objects");
+        FaultSource faults("system objects");
         const ZO_FAULTY_CALL(CreateMutexA) mutex(faults, kLibrary, nullptr, ERROR_ACCESS_DENIED);
         const ZO_FAULTY_CALL(CreateFileMappingA) mapping(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
         const ZO_FAULTY_CALL(MapViewOfFile) view(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
         failCalls(faults);
     }
     {
-        zo_test::AllocationFaults faults; // of the names: FALSE; of the banner: a shorter banner
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) { openAndUse(run, false); });
+        AllocationFaults faults; // of the names: FALSE; of the banner: a shorter banner
+        RunFaultLoop(faults, [&](const FaultRun& run) { openAndUse(run, false); });
     }
-    zo_test::FaultSource faults("path");
+    FaultSource faults("path");
     const ZO_FAULTY_CALL(GetModuleFileNameA) path(faults, kLibrary, MAX_PATH, ERROR_INSUFFICIENT_BUFFER);
     CZoTrace trace;
     faults.Arm(1, false);
     EXPECT_FALSE(trace.Open(names.Name(), 1, FALSE)) << "the executable's path is too long";
     faults.Disarm();
 
-    zo_test::FaultSource files("files");
+    FaultSource files("files");
     const ZO_FAULTY_CALL(CreateFileA) create(files, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
     for (const bool isRefusedTwice : {false, true}) {
         files.Arm(1, isRefusedTwice);
@@ -651,7 +643,7 @@ TEST(Trace, OpensWholeOrNotAtAll)
 TEST(Trace, WithoutTheLockNothingIsTouched)
 {
     const TestTrace names;
-    zo_test::FaultSource faults("lock");
+    FaultSource faults("lock");
     const ZO_FAULTY_CALL(WaitForSingleObject) wait(faults, kLibrary, WAIT_FAILED, ERROR_INVALID_HANDLE);
     CZoTrace first;
     ASSERT_TRUE(first.Open(names.Name(), 1, FALSE));
@@ -733,7 +725,7 @@ TEST(TraceLevel, IsKeptForTheUserAndToldToAll)
     EXPECT_EQ(0, CZoTrace::GetRegTraceLevel()) << "no product is registered";
     EXPECT_EQ(Messages(), listener.Heard());
 
-    zo_test::RegisteredProduct product;
+    RegisteredProduct product;
     EXPECT_EQ(0, CZoTrace::GetRegTraceLevel());
     CZoTrace::SetRegTraceLevel(0);
     EXPECT_EQ(Messages(), listener.Heard()) << "none is as good as 0";
@@ -749,9 +741,9 @@ TEST(TraceLevel, IsKeptForTheUserAndToldToAll)
     product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, product.UserKey(), "FaxTrace", DWORD{0x20007});
     EXPECT_EQ(7, CZoTrace::GetRegTraceLevel()) << "16 bits";
     product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, product.UserKey(), "FaxTrace", "text");
-    EXPECT_EQ(0, zo_test::Family() == zo_test::WindowsFamily::kWin32s ? 0 : CZoTrace::GetRegTraceLevel());
+    EXPECT_EQ(0, Family() == WindowsFamily::kWin32s ? 0 : CZoTrace::GetRegTraceLevel());
 
-    zo_test::FaultSource faults("registry");
+    FaultSource faults("registry");
     const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, ERROR_ACCESS_DENIED);
     const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kLibrary, ERROR_ACCESS_DENIED);
     faults.Arm(1, true);

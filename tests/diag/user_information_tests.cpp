@@ -1,13 +1,7 @@
 #include <zogbl/operating_system.h>
 
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/unique_names.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "support/test.h"
 
 using System = CZoGlobalOperatingSystem;
 
@@ -29,12 +23,12 @@ protected:
         ASSERT_EQ(0u, m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, key, name, text.c_str()));
     }
 
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
     char m_user[200] = "";
     char m_computer[200] = "";
 };
 
-const zo_test::TestRegistryKey* g_userKey;
+const TestRegistryKey* g_userKey;
 
 /// Notes whether all that groups are compared with is the administrators' identifier.
 bool g_onlyAdministrators;
@@ -60,7 +54,7 @@ TEST_F(UserInformation, RegisteredInformation)
     Register("Organization", longest);
     Register("Distributor", std::string(256, 'd'));
     const char* const expected[] = {"", longest.c_str(), "", ""}; // absent, there, too long, no such kind
-    zo_test::FaultSource faults("version resource");
+    FaultSource faults("version resource");
     const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
     for (UINT kind = 0; kind < std::size(expected); ++kind) {
         EXPECT_STREQ(expected[kind], System::GetRegisteredInfo(kind));
@@ -77,36 +71,36 @@ TEST_F(UserInformation, Platform)
                                                    {"PPC", 0},  {nullptr, 0}, {"i386 and many more", 0}};
     for (const auto& [processor, platform] : cases) {
         SetEnvironmentVariableA("CPU", processor);
-        EXPECT_EQ(zo_test::IsNt() ? platform : ZO_PLATFORM_INTEL, System::GetPlatform());
+        EXPECT_EQ(IsNt() ? platform : ZO_PLATFORM_INTEL, System::GetPlatform());
     }
     SetEnvironmentVariableA("CPU", nullptr);
 }
 
 TEST_F(UserInformation, ComesFromTheAccountOnWindowsNt)
 {
-    ZO_ONLY_IN(zo_test::IsNt(), "the others know no accounts");
+    ZO_ONLY_IN(IsNt(), "the others know no accounts");
     const std::pair<CString (*)(), const char*> texts[] = {{&System::GetUserNameA, m_user},
                                                            {&System::GetDomainName, m_computer}, // of this machine
                                                            {&System::GetComputerNameA, m_computer}};
-    zo_test::FaultSource faults("account");
+    FaultSource faults("account");
     const ZO_FAULTY_CALL(OpenProcessToken) open(faults, kLibrary, FALSE);
     const ZO_FAULTY_CALL(GetTokenInformation) information(faults, kLibrary, FALSE);
     const ZO_FAULTY_CALL(LookupAccountSidA) lookUp(faults, kLibrary, FALSE);
     const ZO_FAULTY_CALL(AllocateAndInitializeSid) allocate(faults, kLibrary, FALSE);
     const ZO_FAULTY_CALL(GetComputerNameA) name(faults, kLibrary, FALSE);
     for (const auto& text : texts) {
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             const CString answer = text.first();
             EXPECT_STREQ(run.Fired() ? "" : text.second, answer);
         });
     }
-    zo_test::RunFaultLoop(faults, [](const zo_test::FaultRun& run) {
+    RunFaultLoop(faults, [](const FaultRun& run) {
         const BOOL rights = System::HasAdminRights(); // which all accounts of Wine have
         EXPECT_EQ(!run.Fired(), rights);
     });
     {
         g_onlyAdministrators = true;
-        const zo_test::ImportPatch compare(kLibrary, "EqualSid", &NoteIdentifier);
+        const ImportPatch compare(kLibrary, "EqualSid", &NoteIdentifier);
         EXPECT_TRUE(System::HasAdminRights() && g_onlyAdministrators);
     }
     const ZO_FAULTY_CALL(EqualSid) equal(faults, kLibrary, FALSE);
@@ -117,17 +111,17 @@ TEST_F(UserInformation, ComesFromTheAccountOnWindowsNt)
 TEST_F(UserInformation, ComesFromOtherPlacesElsewhere)
 {
     Register("Owner", "An Owner");
-    const bool isWin32s = zo_test::Family() == zo_test::WindowsFamily::kWin32s;
+    const bool isWin32s = Family() == WindowsFamily::kWin32s;
     EXPECT_STREQ(isWin32s ? "An Owner" : m_user, System::GetUserReal());
     EXPECT_STREQ(isWin32s ? "" : m_computer, System::GetComputerNameA());
-    if (!zo_test::IsNt()) {
+    if (!IsNt()) {
         EXPECT_STREQ(isWin32s ? "An Owner" : "", System::GetDomainName());
         EXPECT_FALSE(System::HasAdminRights());
         EXPECT_TRUE(!isWin32s || System::GetUserNameA() == "An Owner");
     }
     const CString user = System::GetUserNameA();
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         const CString answers[] = {System::GetUserNameA(), System::GetUserReal(), System::GetDomainName(),
                                    System::GetComputerNameA(), System::GetRegisteredInfo(ZO_REGISTERED_OWNER)};
         run.Stop();
@@ -152,11 +146,11 @@ TEST_F(UserInformation, ComesFromManyPlacesOnWindows95)
                                {nullptr, nullptr, nullptr, "Logon", "Owner", "Owner"},
                                {nullptr, nullptr, "", "Logon", "", "Logon"},
                                {nullptr, nullptr, nullptr, nullptr, "", ""}};
-    zo_test::FaultSource faults("name");
+    FaultSource faults("name");
     const ZO_FAULTY_CALL(GetUserNameA) nobody(faults, kLibrary, FALSE);
-    const zo_test::ImportPatch redirection(kLibrary, "RegOpenKeyExA", &OpenUserKey);
+    const ImportPatch redirection(kLibrary, "RegOpenKeyExA", &OpenUserKey);
     for (const auto& c : cases) {
-        const zo_test::TestRegistryKey userKey;
+        const TestRegistryKey userKey;
         g_userKey = &userKey;
         for (size_t i = 0; i < std::size(values); ++i) {
             if (c[i] != nullptr)

@@ -1,20 +1,13 @@
 // The about box and, from it, the settings of the trace: by clicks and keys.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
-#include "support/dialog_driver.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 #include "telling_app.h"
 
 #include <zogbl/about_dialog.h>
 #include <zogbl/country_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/trace.h>
-
-#include <memory>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,21 +1,11 @@
 // The names of documents, and saving them.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
-#include "support/box_stub.h"
-#include "support/dialog_driver.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/import_patch.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 
 #include <zogbl/document_save.h>
 #include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
-
-#include <functional>
-#include <memory>
-
-using namespace zo_test;
 
 namespace {
 

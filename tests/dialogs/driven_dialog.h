@@ -2,9 +2,7 @@
 /// A modal dialog that a test drives: what a person would do happens once it is open.
 #pragma once
 
-#include <afxwin.h>
-
-#include <functional>
+#include "support/test.h"
 
 namespace zo_test {
 

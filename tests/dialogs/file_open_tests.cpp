@@ -1,20 +1,10 @@
 // The dialog for files, driven as a person would.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
-#include "support/box_stub.h"
-#include "support/dialog_driver.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-#include "support/sentinel_buffer.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 
 #include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
-
-#include <algorithm>
-
-using namespace zo_test;
 
 namespace {
 

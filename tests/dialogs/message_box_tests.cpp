@@ -1,16 +1,10 @@
 // The suite's message box, driven by keys and clicks.
 #include "product/registered_product.h"
-#include "support/dialog_driver.h"
-#include "support/fault_loop.h"
-#include "support/import_patch.h"
+#include "support/test.h"
 
 #include <zogbl/message_box.h>
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
-
-#include <afxwin.h>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,19 +1,12 @@
 // The choice of a new document's type, as a real window.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
-#include "support/box_stub.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
+#include "support/test.h"
 
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/resource_ids.h>
 
 #include <zomfx/multi_doc_template.h>
-
-#include <memory>
-#include <vector>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,15 +1,10 @@
 // The question for a program, as a real window.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
-#include "support/box_stub.h"
-#include "support/dialog_driver.h"
-#include "support/fault_loop.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 
 #include <zogbl/resource_ids.h>
 #include <zomfx/program_prompt.h>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,14 +1,11 @@
 // Sheets of pages, driven by keys and clicks.
 #include "product/registered_product.h"
-#include "support/dialog_driver.h"
-#include "support/fault_loop.h"
+#include "support/test.h"
 
 #include <zogbl/dialog.h>
 #include <zogbl/property_sheet.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,23 +1,12 @@
 // The folder picker, driven as a person would.
 #include "product/registered_product.h"
-#include "support/box_stub.h"
-#include "support/dialog_driver.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-#include "support/sentinel_buffer.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 
 #include <zogbl/global_error.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/select_directory.h>
 
-#include <afxwin.h>
-
-#include <algorithm>
 #include <commctrl.h>
-
-using namespace zo_test;
 
 namespace {
 

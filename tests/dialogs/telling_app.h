@@ -2,9 +2,7 @@
 /// An application whose message boxes answer themselves.
 #pragma once
 
-#include <afxwin.h>
-
-#include <string>
+#include "support/test.h"
 
 namespace zo_test {
 

@@ -1,19 +1,10 @@
 // Checks of dialog data, in a dialog that is shown.
 #include "driven_dialog.h"
 #include "product/registered_product.h"
-#include "support/dialog_driver.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
+#include "support/test.h"
 #include "telling_app.h"
 
 #include <zogbl/validators.h>
-
-#include <climits>
-#include <functional>
-#include <memory>
-#include <utility>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,17 +1,6 @@
+#include "support/test.h"
+
 #include <zogbl/directory_functions.h>
-
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-#include "support/unique_names.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstring>
-#include <set>
-#include <string>
-#include <vector>
 
 using Directory = CZoGlobalDirectoryFunctions;
 
@@ -61,9 +50,9 @@ private:
 
     static inline bool s_dotLast;
     static inline std::set<HANDLE> s_ended;
-    const zo_test::ImportPatch m_first{kLibrary, "FindFirstFileA", &FindFirst};
-    const zo_test::ImportPatch m_next{kLibrary, "FindNextFileA", &FindNext};
-    const zo_test::ImportPatch m_close{kLibrary, "FindClose", &Close};
+    const ImportPatch m_first{kLibrary, "FindFirstFileA", &FindFirst};
+    const ImportPatch m_next{kLibrary, "FindNextFileA", &FindNext};
+    const ImportPatch m_close{kLibrary, "FindClose", &Close};
 };
 
 class DirectoryFunctions : public testing::Test {
@@ -78,7 +67,7 @@ protected:
     }
     std::string Path(const std::string& name) const { return m_folder.Path(name); }
 
-    const zo_test::TestFolder m_folder;
+    const TestFolder m_folder;
     const std::string m_path = m_folder.Path();
     const char* const m_root = m_path.c_str();
     unsigned long m_number = 9;
@@ -117,7 +106,7 @@ TEST_F(DirectoryFunctions, CreatesDeletesRenames)
     EXPECT_EQ((Results{ZoErrFolderNotRemoved, ZoErrFolderNotMoved, 0, 0, ERROR_FILE_NOT_FOUND, 0}),
               (Results{Directory::Delete(m_root), Directory::Rename(a, missing), Directory::Rename(a, b),
                        Directory::Delete(b), Directory::Exists(b, m_number), m_number}));
-    zo_test::FaultSource moves("move");
+    FaultSource moves("move");
     const ZO_FAULTY_CALL(MoveFileA) move(moves, kLibrary, TRUE);
     moves.Arm(1, true);
     EXPECT_EQ(ZoErrFolderNameEmpty, Directory::Rename(m_root, ""));
@@ -161,15 +150,15 @@ public:
     {
         std::string hostTarget = target;
         std::replace(hostTarget.begin(), hostTarget.end(), '\\', '/');
-        Run(zo_test::IsWine() ? "\\\\?\\unix\\bin\\ln -s " + hostTarget + " " + name
-                              : "cmd /c mklink /J " + name + " " + target);
+        Run(IsWine() ? "\\\\?\\unix\\bin\\ln -s " + hostTarget + " " + name
+                     : "cmd /c mklink /J " + name + " " + target);
         for (const DWORD start = GetTickCount(); !IsThere() && GetTickCount() - start < kTimeout;)
             Sleep(1);
         EXPECT_TRUE(IsThere()) << m_path;
     }
     ~Link()
     {
-        if (!zo_test::IsWine())
+        if (!IsWine())
             RemoveDirectoryA(m_path.c_str());
         else if (IsThere())
             Run("\\\\?\\unix\\bin\\rm " + m_name);
@@ -217,7 +206,7 @@ TEST_F(DirectoryFunctions, LeavesWhatALinkLeadsTo)
         EXPECT_TRUE(m_folder.Exists("empty")) << dir;
     }
     for (const Link* each : {&link, &empty, &deep})
-        EXPECT_EQ(zo_test::IsWine(), each->IsThere()) << each->Path() << ": Wine cannot open a link itself";
+        EXPECT_EQ(IsWine(), each->IsThere()) << each->Path() << ": Wine cannot open a link itself";
 }
 
 TEST_F(DirectoryFunctions, DeletesTrees)
@@ -235,7 +224,7 @@ TEST_F(DirectoryFunctions, DeletesTrees)
 
     SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
     Fill();
-    zo_test::FaultSource faults("delete");
+    FaultSource faults("delete");
     const ZO_FAULTY_CALL(DeleteFileA) erase(faults, kLibrary, FALSE, kError);
     const ZO_FAULTY_CALL(RemoveDirectoryA) remove(faults, kLibrary, FALSE, kError);
     for (const char* none : {"", static_cast<const char*>(nullptr)}) {
@@ -307,13 +296,13 @@ TEST_F(DirectoryFunctions, ErrorsEndAWalkAtEveryLevel)
 {
     Fill();
     const Listing listing(false);
-    zo_test::FaultSource faults("search");
+    FaultSource faults("search");
     const ZO_FAULTY_CALL(FindFirstFileA) first(faults, kLibrary, INVALID_HANDLE_VALUE, kError);
     const ZO_FAULTY_CALL(FindNextFileA) next(faults, kLibrary, FALSE, kError);
     const ZO_FAULTY_CALL(GetFileAttributesA) attributes(faults, kLibrary, INVALID_FILE_ATTRIBUTES, kError);
     const ZO_FAULTY_CALL(CreateFileA) open(faults, kLibrary, INVALID_HANDLE_VALUE, kError);
     for (const auto walk : kWalks) {
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             const DWORD status = walk(m_root);
             EXPECT_EQ(run.Fired() && (walk != kWalks[0] || run.number > 1) ? kError : 0u, status);
         });
@@ -323,7 +312,7 @@ TEST_F(DirectoryFunctions, ErrorsEndAWalkAtEveryLevel)
 TEST_F(DirectoryFunctions, FaultsOfFoldersHaveTheirCodes)
 {
     const std::string a = Path("a"), b = a + "\\b";
-    const auto body = [&](const zo_test::FaultRun& run) {
+    const auto body = [&](const FaultRun& run) {
         RemoveDirectoryA(b.c_str());
         RemoveDirectoryA(a.c_str());
         const DWORD status = Directory::CreateDirChain(b.c_str(), m_number);
@@ -332,14 +321,14 @@ TEST_F(DirectoryFunctions, FaultsOfFoldersHaveTheirCodes)
         EXPECT_TRUE(status == 0 || (run.Fired() && (status == ZoErrFolderNotCreated || status == kError))) << status;
     };
     {
-        zo_test::AllocationFaults allocations;
-        zo_test::RunFaultLoop(allocations, body);
+        AllocationFaults allocations;
+        RunFaultLoop(allocations, body);
     }
-    zo_test::FaultSource faults("folders");
+    FaultSource faults("folders");
     const ZO_FAULTY_CALL(InitializeSecurityDescriptor) security(faults, kLibrary, FALSE, kError);
     const ZO_FAULTY_CALL(GetFileAttributesA) attributes(faults, kLibrary, INVALID_FILE_ATTRIBUTES, kError);
     const ZO_FAULTY_CALL(CreateDirectoryA) create(faults, kLibrary, FALSE, kError);
-    zo_test::RunFaultLoop(faults, body);
+    RunFaultLoop(faults, body);
     faults.Arm(2, true); // behind the look whether it is there
     EXPECT_EQ(kError, Directory::Create(Path("new").c_str()));
 }

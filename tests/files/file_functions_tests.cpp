@@ -1,15 +1,8 @@
+#include "support/test.h"
+
 #include <zogbl/directory_functions.h>
 #include <zogbl/file_functions.h>
 #include <zogbl/file_name_functions.h>
-
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/sentinel_buffer.h"
-#include "support/unique_names.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
 
 using File = CZoGlobalFileFunctions;
 
@@ -31,7 +24,7 @@ protected:
         m_folder.Write("file", kContent);
     }
 
-    const zo_test::TestFolder m_folder;
+    const TestFolder m_folder;
     const std::string m_file = m_folder.Path("file");
     const std::string m_moved = m_folder.Path("file.moved");
     const std::string m_directory = m_folder.Path("a folder");
@@ -111,7 +104,7 @@ TEST_F(FileFunctions, ExistsGoesByTheCommonAttributes)
     const std::pair<DWORD, unsigned long> cases[] = {{0x1, 1},   {0x2, 1},   {0x4, 1},    {0x20, 1}, {0x80, 1},
                                                      {0x100, 1}, {0x800, 0}, {0x2000, 0}, {0x31, 0}};
     for (const auto& [attributes, expected] : cases) {
-        zo_test::FaultSource source("attributes");
+        FaultSource source("attributes");
         const ZO_FAULTY_CALL(GetFileAttributesA) answer(source, kLibrary, attributes);
         source.Arm(1, true);
         unsigned long exists = 9;
@@ -122,7 +115,7 @@ TEST_F(FileFunctions, ExistsGoesByTheCommonAttributes)
 
 TEST_F(FileFunctions, SystemErrorsComeBackAndChangeNothing)
 {
-    zo_test::FaultSource faults("file system");
+    FaultSource faults("file system");
     const ZO_FAULTY_CALL(InitializeSecurityDescriptor) security(faults, kLibrary, FALSE, kError);
     const ZO_FAULTY_CALL(CreateFileA) create(faults, kLibrary, INVALID_HANDLE_VALUE, kError);
     const ZO_FAULTY_CALL(DeleteFileA) remove(faults, kLibrary, FALSE, kError);
@@ -135,7 +128,7 @@ TEST_F(FileFunctions, SystemErrorsComeBackAndChangeNothing)
     const ZO_FAULTY_CALL(GetTempFileNameA) name(faults, kLibrary, 0, kError);
     for (const auto& operation : kOperations) {
         SCOPED_TRACE(&operation - kOperations);
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             Prepare();
             const DWORD status = operation(m_file.c_str());
             run.Stop();
@@ -151,7 +144,7 @@ TEST_F(FileFunctions, AnswersOfAnySystem)
 {
     unsigned long size;
     char path[MAX_PATH];
-    zo_test::FaultSource answers("answers");
+    FaultSource answers("answers");
     {
         const HANDLE shut = CreateFileA(m_file.c_str(), 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
         const ZO_FAULTY_CALL(CloseHandle) close(answers, kLibrary, FALSE, ERROR_INVALID_HANDLE);
@@ -186,12 +179,12 @@ TEST_F(FileFunctions, NamesByNumber)
     const Case cases[] = {{"C:\\a", "FX", "tif", 26, "C:\\a\\FX001A.tif"},
                           {"C:\\a\\", "FX", ".tif", 0xABCDE, "C:\\a\\FXABCDE.tif"},
                           {"C:\\100%s", "%n", "%d", 1, "C:\\100%s\\%n0001.%d"},
-                          {doubleByte, "", "", 1, doubleByte + (zo_test::IsDoubleByte() ? "\\" : "") + "0001."},
+                          {doubleByte, "", "", 1, doubleByte + (IsDoubleByte() ? "\\" : "") + "0001."},
                           {fits, nullptr, nullptr, 1, fits + "\\0001"},
                           {fits, nullptr, nullptr, 0x10000, ""},
                           {fits + fits, "x", nullptr, 0, ""}};
     for (const auto& c : cases) {
-        zo_test::SentinelBuffer name(MAX_PATH);
+        SentinelBuffer name(MAX_PATH);
         const bool none = File::ZoGetTempFileName(c.dir.c_str(), c.prefix, c.ext, c.unique, name.Data()) == 1;
         EXPECT_EQ(c.expected.empty(), none);
         EXPECT_TRUE(none ? name.IsUntouched() : c.expected == name.Text()) << name.Text();
@@ -241,17 +234,17 @@ TEST_F(FileFunctions, NamesByTheClock)
     EXPECT_TRUE(DeleteFileA(first) && DeleteFileA(second));
     EXPECT_EQ(1u, File::ZoGetTempFileName(m_moved.c_str(), nullptr, nullptr, 0, first)) << "no such folder";
 
-    zo_test::FaultSource faults("create"); // the second call: the first looks whether the name is taken
+    FaultSource faults("create"); // the second call: the first looks whether the name is taken
     for (const auto& [error, status] : {std::pair{ERROR_ACCESS_DENIED, 1u}, std::pair{ERROR_FILE_EXISTS, 0u}}) {
         const ZO_FAULTY_CALL(CreateFileA) create(faults, kLibrary, INVALID_HANDLE_VALUE, error);
-        zo_test::SentinelBuffer name(MAX_PATH);
+        SentinelBuffer name(MAX_PATH);
         faults.Arm(2, false);
         EXPECT_EQ(status, make(name.Data())) << "a file that another process made meanwhile is passed over";
         EXPECT_EQ(status == 1, name.IsUntouched());
     }
 
-    const zo_test::ImportPatch clock(kLibrary, "GetTickCount", &Tick);
-    const zo_test::ImportPatch sleep(kLibrary, "Sleep", &CountSleep);
+    const ImportPatch clock(kLibrary, "GetTickCount", &Tick);
+    const ImportPatch sleep(kLibrary, "Sleep", &CountSleep);
     {
         const ZO_FAULTY_CALL(CreateFileA) unreadable(faults, kLibrary, INVALID_HANDLE_VALUE, ERROR_SHARING_VIOLATION);
         faults.Arm(1, false);

@@ -1,21 +1,12 @@
+#include "support/test.h"
+
 #include <zogbl/file_name_functions.h>
-
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/sentinel_buffer.h"
-
-#include <gtest/gtest.h>
-
-#include <afxwin.h>
-
-#include <string>
-#include <vector>
 
 using FileName = CZoGlobalFileNameFunctions;
 
 TEST(FileName, TakesPathsApart)
 {
-    const bool wide = zo_test::IsDoubleByte(); // 0x5C is a backslash elsewhere
+    const bool wide = IsDoubleByte(); // 0x5C is a backslash elsewhere
     const char* const cases[][3] = {{"C:\\folder\\file", "file", "C:\\folder"},
                                     {"C:\\a:b", "a:b", "C:\\"},
                                     {"C:\\folder\\", "", "C:\\folder"},
@@ -67,8 +58,8 @@ TEST(FileName, WithoutMemoryTheTextStays)
     const char* const after[] = {"file", "C:\\", "C:\\file\\C:\\file", "C:\\file.extension"};
     for (size_t i = 0; i < std::size(operations); ++i) {
         const CString before("C:\\file"), expected(after[i]);
-        zo_test::AllocationFaults faults;
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        AllocationFaults faults;
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             CString text(before);
             operations[i](text);
             run.Stop();
@@ -91,7 +82,7 @@ TEST(FileName, AbbreviatesToTheWidth)
         {"\\\\server", "server"},
         {"\\\\\\server\\file", "\\\\\\...\\file", "file"},
         {""}};
-    if (zo_test::IsDoubleByte())
+    if (IsDoubleByte())
         cases.push_back(
             {"C:\\\x83\x5C\x83\x5C\x83\x5C\\\x94\x5C\\a.txt", "C:\\...\\\x94\x5C\\a.txt", "C:\\...\\a.txt", "a.txt"});
     CDC dc;
@@ -100,7 +91,7 @@ TEST(FileName, AbbreviatesToTheWidth)
         for (size_t i = 0; i < forms.size(); ++i) {
             const int width = dc.GetTextExtent(forms[i].c_str(), static_cast<int>(forms[i].size())).cx;
             for (const bool narrower : {false, true}) {
-                zo_test::SentinelBuffer out(MAX_PATH);
+                SentinelBuffer out(MAX_PATH);
                 FileName::AbbreviateFilePath(forms[0].c_str(), out.Data(), &dc, width - narrower);
                 EXPECT_EQ(forms[narrower && i + 1 < forms.size() ? i + 1 : i], out.Text());
                 out.ExpectGuardsIntact();
@@ -113,7 +104,7 @@ TEST(FileName, AbbreviatesToTheWidth)
         {"C:\\" + std::string(300, 'n'), std::string(MAX_PATH - 1, 'n')},
         {"\\\\" + std::string(300, 's') + "\\" + name, name}};
     for (const auto& [path, expected] : longPaths) {
-        zo_test::SentinelBuffer out(MAX_PATH);
+        SentinelBuffer out(MAX_PATH);
         FileName::AbbreviateFilePath(path.c_str(), out.Data(), nullptr, 0); // every text fits
         EXPECT_EQ(expected, out.Text());
         out.ExpectGuardsIntact();

@@ -1,6 +1,6 @@
-#include <zogbl/number_text.h>
+#include "support/test.h"
 
-#include <gtest/gtest.h>
+#include <zogbl/number_text.h>
 
 TEST(NumberText, ReadsDecimalAsFarAsItGoes)
 {

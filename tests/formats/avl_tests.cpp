@@ -1,16 +1,8 @@
+#include "support/test.h"
+
 #include <zogbl/avl.h>
 
-#include "support/fault_loop.h"
-#include "support/guard_heap.h"
-#include "support/virtual_slots.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <random>
-#include <set>
-#include <utility>
-#include <vector>
 
 namespace {
 
@@ -113,7 +105,7 @@ TEST(Avl, KeepsOrderAndBalanceThroughAnySequence)
 
 TEST(Avl, StaysLowWithAMillionSortedRecords)
 {
-    const int count = zo_test::IsGuardHeapInstalled() ? 5000 : 1000000; // there each node takes two pages
+    const int count = IsGuardHeapInstalled() ? 5000 : 1000000; // there each node takes two pages
     Tree tree;
     for (int record = 1; record <= count; ++record)
         ASSERT_EQ(0u, tree.Insert(record, &CompareAll));
@@ -149,7 +141,7 @@ TEST(Avl, RefusesWhatItCannotUse)
     tree.AvlFreeBranch(node);
     EXPECT_EQ(Keys{42}, tree.m_destroyed) << "nothing else";
     EXPECT_EQ(Keys{1}, tree.GetRecords());
-    zo_test::ExpectSlots(2, &CZoAvl::AvlNewUserData, &CZoAvl::AvlDeleteUserData);
+    ExpectSlots(2, &CZoAvl::AvlNewUserData, &CZoAvl::AvlDeleteUserData);
 }
 
 TEST(Avl, OnlyFindingMindsHowMuchRecordsDiffer)
@@ -179,7 +171,7 @@ TEST(Avl, FreesFromTheLeavesUp)
 
     // A chain that nobody balanced is not inserted into, and needs no deep stack.
     Node* chain = nullptr;
-    const int length = zo_test::IsGuardHeapInstalled() ? 1000 : 200000;
+    const int length = IsGuardHeapInstalled() ? 1000 : 200000;
     for (int record = 1; record <= length; ++record) {
         Node* node = tree.AvlNewHeader(Data(record));
         (record % 2 == 0 ? node->pLeft : node->pRight) = chain;
@@ -198,8 +190,8 @@ TEST(Avl, MissingMemoryIsANullNode)
     struct : CZoAvl {
         void* AvlNewUserData() override { return AfxAllocMemory(1); }
     } tree;
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         Node* node = tree.AvlNewHeader(nullptr);
         run.Stop();
         EXPECT_EQ(run.Fired(), node == nullptr);

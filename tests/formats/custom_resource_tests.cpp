@@ -1,12 +1,8 @@
+#include "support/test.h"
+
 #include <zogbl/custom_resource.h>
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
-
-#include "support/fault_loop.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
 
 namespace {
 
@@ -56,7 +52,7 @@ TEST(CustomResource, SaysWhatWasWrong)
 
     EXPECT_EQ(ZO_RESOURCE_NOT_FOUND, resource.LoadCustomResource(Self(), 0x10000u | kDataId)) << "17 bits";
     {
-        zo_test::FaultSource faults("resource");
+        FaultSource faults("resource");
         const ZO_FAULTY_CALL(LoadResource) load(faults, "ZOGBLBRX.DLL", nullptr);
         const ZO_FAULTY_CALL(LockResource) lock(faults, "ZOGBLBRX.DLL", nullptr);
         faults.Arm(1, false);

@@ -1,7 +1,6 @@
 #include "profile_fixture.h"
+#include "support/test.h"
 
-#include <cstring>
-#include <functional>
 #include <tuple>
 
 namespace {
@@ -272,7 +271,7 @@ TEST_F(IniFile, StringsKeepWithinTheirBuffer)
     for (const DWORD size : {12u, 11u, 10u, 9u, 1u, 0u}) { // in 10 bytes, the last character goes silently
         for (const bool exists : {true, false}) {
             SCOPED_TRACE(size);
-            zo_test::SentinelBuffer buffer(size);
+            SentinelBuffer buffer(size);
             EXPECT_EQ(size < 10 ? ZO_INI_TRUNCATED
                       : exists  ? ZO_INI_SUCCESS
                                 : ZO_INI_NOT_FOUND,
@@ -306,8 +305,8 @@ TEST_F(IniFile, FileNameAndSectionHaveBounds)
         EXPECT_EQ(ZO_INI_TOO_LONG, (profile.*set)((longest + "n").c_str()));
         CZoIniFile copy(profile);
         (profile.*set)("");
-        for (const zo_test::BufferCase& bufferCase : zo_test::BufferCases(size)) {
-            zo_test::SentinelBuffer buffer(bufferCase);
+        for (const BufferCase& bufferCase : BufferCases(size)) {
+            SentinelBuffer buffer(bufferCase);
             EXPECT_EQ(bufferCase.null   ? ZO_INI_NULL_BUFFER
                       : bufferCase.fits ? 0u
                                         : ZO_INI_TRUNCATED,
@@ -357,7 +356,7 @@ TEST_F(IniFile, ListsSectionsKeysAndTokens)
 
 TEST_F(IniFile, KeepsCharactersOfTwoBytesWhole)
 {
-    ZO_ONLY_IN(zo_test::IsDoubleByte(), "characters have one byte");
+    ZO_ONLY_IN(IsDoubleByte(), "characters have one byte");
     // The second bytes of these are a backslash and a bar, which delimit numbers.
     WriteEntry("\x83\x5C\x83\x7C,\x83\x5C|\x81\x43x");
     CStringArray tokens;
@@ -435,7 +434,7 @@ TEST_F(IniFile, TellsThatNothingWasWritten)
     m_profile.FlushCache();
     const DWORD status = m_profile.DoString("K", FALSE, "new", nullptr, 0);
     ASSERT_TRUE(SetFileAttributesA(FilePath().c_str(), FILE_ATTRIBUTE_NORMAL));
-    const bool wasWritten = zo_test::IsWine() && status == 0; // Wine lets a privileged user write to it
+    const bool wasWritten = IsWine() && status == 0; // Wine lets a privileged user write to it
     EXPECT_EQ(wasWritten ? 0u : ZO_INI_NOT_WRITTEN, status);
     EXPECT_EQ(wasWritten ? "[S]\r\nK=new\r\n" : "[S]\r\nK=old\r\n", m_folder.Read("test.ini"));
 
@@ -447,14 +446,14 @@ TEST_F(IniFile, TellsThatNothingWasWritten)
 TEST_F(IniFile, RefusedCallsAreAStatus)
 {
     WriteEntry("12");
-    zo_test::FaultSource faults("profile");
+    FaultSource faults("profile");
     // Reads that tell of text and write none.
     const ZO_FAULTY_CALL(GetPrivateProfileStringA) read(faults, kLibrary, 5000);
     const ZO_FAULTY_CALL(GetPrivateProfileSectionA) lines(faults, kLibrary, 0x7FFFFFFF);
     const ZO_FAULTY_CALL(WritePrivateProfileStringA) write(faults, kLibrary, FALSE, ERROR_DISK_FULL);
     for (const Operation& operation : kOperations) {
         SCOPED_TRACE(&operation - kOperations);
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             bool isDefault;
             const DWORD status = operation(m_profile, "K", TRUE, true, true, isDefault);
             EXPECT_EQ(run.Fired() ? ZO_INI_NOT_FOUND : 0u, status);
@@ -464,7 +463,7 @@ TEST_F(IniFile, RefusedCallsAreAStatus)
             EXPECT_EQ(run.Fired() && (!readFailed || run.persistent) ? ZO_INI_NOT_WRITTEN : 0u, written);
         });
     }
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         CStringArray names;
         const bool listed = m_profile.EnumerateSections(&names) == 0 && m_profile.EnumerateKeys(&names) == 0 &&
                             m_profile.DoesEntryExist("K");
@@ -498,8 +497,8 @@ TEST_F(IniFile, MissingMemoryIsAStatus)
          [](CZoIniFile& profile, CStringArray& names) { return profile.DoTokenString("K", TRUE, "", &names, ","); }},
     };
     for (const auto& [expected, fill] : rows) {
-        zo_test::AllocationFaults faults;
-        zo_test::RunFaultLoop(faults, [&, &expected = expected, &fill = fill](const zo_test::FaultRun& run) {
+        AllocationFaults faults;
+        RunFaultLoop(faults, [&, &expected = expected, &fill = fill](const FaultRun& run) {
             CStringArray names;
             const DWORD status = fill(m_profile, names);
             run.Stop();

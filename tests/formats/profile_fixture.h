@@ -2,15 +2,12 @@
 /// Profile files for tests.
 #pragma once
 
+#include "support/test.h"
+
 #include <zogbl/mem_ini_file.h>
 
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/sentinel_buffer.h"
-#include "support/unique_names.h"
-
 /// A profile file of the test's own, and an object for its section "S".
-class ProfileTest : public ::testing::Test {
+class ProfileTest : public testing::Test {
 protected:
     ProfileTest()
     {
@@ -26,7 +23,7 @@ protected:
         m_profile.FlushCache();
     }
 
-    zo_test::TestFolder m_folder;
+    TestFolder m_folder;
     CZoIniFile m_profile;
 };
 

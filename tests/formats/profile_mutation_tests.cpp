@@ -1,16 +1,10 @@
 // Damaged profile files, and the bare system calls as the judge of what is read from them.
 #include "profile_fixture.h"
-
-#include "support/mutation.h"
+#include "support/test.h"
 
 #include <mbstring.h>
 
-#include <cstring>
-#include <memory>
-
 namespace {
-
-using zo_test::Random;
 
 constexpr size_t kCutNameLength = 4094; // the one that is taken for a list that was cut
 
@@ -117,7 +111,7 @@ void ExpectString(CZoIniFile& profile, const std::string& stored, const char* ke
 {
     const std::string expected = stored.empty() ? "d" : stored;
     const size_t size = random() % 3 == 0 ? random() % 20 : expected.size() - 1 + random() % 3;
-    zo_test::SentinelBuffer buffer(size);
+    SentinelBuffer buffer(size);
     const DWORD status = profile.DoString(key, TRUE, "d", buffer.Data(), static_cast<DWORD>(size));
     buffer.ExpectGuardsIntact();
     EXPECT_EQ(size < expected.size() ? ZO_INI_TRUNCATED : stored.empty() ? ZO_INI_NOT_FOUND : 0u, status);
@@ -168,7 +162,7 @@ class ProfileMutation : public ProfileTest {};
 TEST_F(ProfileMutation, ReadsWhatTheSystemReads)
 {
     const std::string file = FilePath();
-    zo_test::ForEachMutation([&](unsigned number, Random& random) {
+    ForEachMutation([&](unsigned number, Random& random) {
         WriteAged(file, MakeFile(random), number);
         // Of its own, for the guard heap watches over the end of a block.
         const auto profile = std::make_unique<CZoMemIniFile>();

@@ -1,15 +1,8 @@
+#include "support/test.h"
+
 #include <zogbl/tree.h>
 
-#include "support/fault_loop.h"
-#include "support/guard_heap.h"
-#include "support/virtual_slots.h"
-
-#include <gtest/gtest.h>
-
 #include <array>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 
@@ -26,8 +19,8 @@ struct Node : CZoTree {
 };
 
 /// A parent 'P' with children, each with its parent set.
-struct Family : Node {
-    explicit Family(const std::string& names) : Node('P')
+struct Kin : Node {
+    explicit Kin(const std::string& names) : Node('P')
     {
         for (auto name = names.rbegin(); name != names.rend(); ++name) {
             EXPECT_EQ(0u, AddOneChild(nullptr, nullptr, new Node(*name)));
@@ -82,7 +75,7 @@ struct Script {
 /// Takes what is behind a node out of the list, so that there is no pair any more.
 int WINAPI CutBehind(CZoTree* first, CZoTree*, void*) { return first->SetNext(nullptr), ZO_SORT_CHANGED_PAST_FIRST; }
 
-class TreeTest : public ::testing::Test {
+class TreeTest : public testing::Test {
 protected:
     void SetUp() override { g_destroyed.clear(); }
 };
@@ -113,18 +106,17 @@ TEST_F(TreeTest, StartsEmptyAndClearsAndCopiesAllMembers)
         each->ClearData(); // none of them owns a child
         expectMembers(*each, nullptr, 0);
     }
-    zo_test::ExpectSlots(2, &Node::EnumPath, &Node::InsertItem, &Node::RemoveItem, &Node::EnumList, &Node::SortList,
-                         &Node::AddOneChild, &Node::AddAllChilren, &Node::FreeChild, &Node::FreeChildren,
-                         &Node::EnumChildren, &Node::SortChildren, &Node::SetUserType, &Node::GetUserType,
-                         &Node::SetUserFlag, &Node::GetUserFlag, &Node::SetUserData, &Node::GetUserData,
-                         &Node::ClearData);
+    ExpectSlots(2, &Node::EnumPath, &Node::InsertItem, &Node::RemoveItem, &Node::EnumList, &Node::SortList,
+                &Node::AddOneChild, &Node::AddAllChilren, &Node::FreeChild, &Node::FreeChildren, &Node::EnumChildren,
+                &Node::SortChildren, &Node::SetUserType, &Node::GetUserType, &Node::SetUserFlag, &Node::GetUserFlag,
+                &Node::SetUserData, &Node::GetUserData, &Node::ClearData);
 }
 
 TEST_F(TreeTest, InsertsAtEveryPlace)
 {
     for (const std::string row : {"b2xabc", "b3abcx", "a4xabc", "b4axbc", "c4abxc", "a5axbc", "c5abcx"}) {
         SCOPED_TRACE(row); // where, position, outcome
-        Family family("abc");
+        Kin family("abc");
         auto* item = new Node('x');
         for (int time = 0; time < 2; ++time) { // the second time it stands there already
             EXPECT_EQ(0u, family.InsertItem(item, family.Get(row[0]), row[1] - '0'));
@@ -132,7 +124,7 @@ TEST_F(TreeTest, InsertsAtEveryPlace)
         }
         EXPECT_EQ(nullptr, item->GetParent()) << "left to the caller";
     }
-    Family family("abc");
+    Kin family("abc");
     Node item('x');
     for (const DWORD position : {0u, 1u, 6u})
         EXPECT_EQ(ZoErrBadData, family.InsertItem(&item, family.GetChild(), position));
@@ -158,7 +150,7 @@ TEST_F(TreeTest, InsertsAtEveryPlace)
 
 TEST_F(TreeTest, AddsChildrenAtTheHeadAndCallsBackForThem)
 {
-    Family family("b");
+    Kin family("b");
     Notes notes = {"", 'a'};
     EXPECT_EQ(77u, family.AddOneChild(&Notes::Note, &notes, new Node('a')));
     EXPECT_EQ("ab", family.Names());
@@ -178,7 +170,7 @@ TEST_F(TreeTest, AddsChildrenAtTheHeadAndCallsBackForThem)
 
 TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
 {
-    auto* family = new Family("abc");
+    auto* family = new Kin("abc");
     family->Get('a')->AddOneChild(nullptr, nullptr, new Node('z'));
     family->Get('a')->GetChild()->AddOneChild(nullptr, nullptr, new Node('w'));
     family->Get('a')->AddOneChild(nullptr, nullptr, new Node('y'));
@@ -194,7 +186,7 @@ TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
     EXPECT_EQ("bayzwsPdc", g_destroyed);
 
     // A first child that is not the list's head, and a ring of one.
-    Family other("bc");
+    Kin other("bc");
     auto* head = new Node('a');
     other.GetChild()->SetParent(nullptr);
     other.InsertItem(head, other.GetChild(), ZO_INSERT_HEAD);
@@ -227,7 +219,7 @@ struct Looker : Node {
 
 TEST_F(TreeTest, DestroysTreesOfAnyDepth)
 {
-    const size_t depth = zo_test::IsGuardHeapInstalled() ? 2000 : 200000; // whose blocks are pages
+    const size_t depth = IsGuardHeapInstalled() ? 2000 : 200000; // whose blocks are pages
     Node root;
     const auto add = [&root](CZoTree* parent) {
         auto* child = new Looker(&root);
@@ -251,7 +243,7 @@ TEST_F(TreeTest, DestroysTreesOfAnyDepth)
 
 TEST_F(TreeTest, FindsEndsAndSiblings)
 {
-    Family family("abc");
+    Kin family("abc");
     CZoTree *a = family.Get('a'), *b = family.Get('b'), *c = family.Get('c');
     Notes notes;
     EXPECT_EQ(a, b->FindHead(&Notes::Note, &notes));
@@ -285,7 +277,7 @@ TEST_F(TreeTest, NoticesCircles)
             EXPECT_FALSE(nodes[0].IsSibling(nodes.data() + kNodes));
         }
     }
-    Family ring("abc");
+    Kin ring("abc");
     ring.Get('a')->SetPrev(ring.Get('c'));
     ring.Get('c')->SetNext(ring.Get('a'));
     Notes notes;
@@ -295,7 +287,7 @@ TEST_F(TreeTest, NoticesCircles)
 
 TEST_F(TreeTest, Enumerates)
 {
-    Family family("abc");
+    Kin family("abc");
     CZoTree *b = family.Get('b'), *grandchild = new Node('g');
     b->AddOneChild(nullptr, nullptr, grandchild);
     grandchild->SetParent(b);
@@ -320,8 +312,8 @@ TEST_F(TreeTest, MissingMemoryEndsAPathBeforeTheFirstCall)
     std::array<Node, 100> chain;
     for (size_t i = 1; i < chain.size(); ++i)
         chain[i].SetParent(&chain[i - 1]);
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         Notes notes;
         const DWORD status = chain.back().EnumPath(&Notes::Note, &notes);
         run.Stop();
@@ -336,7 +328,7 @@ TEST_F(TreeTest, SortsByTheCodesOfTheCallback)
     const auto expect = [](std::vector<int> codes, DWORD result, const std::string& pairs) {
         for (const BOOL recurse : {FALSE, TRUE}) { // TRUE makes no difference
             Script script = {codes, {}};
-            EXPECT_EQ(result, Family("abcde").SortChildren(&Script::Play, &script, recurse));
+            EXPECT_EQ(result, Kin("abcde").SortChildren(&Script::Play, &script, recurse));
             EXPECT_EQ(pairs, script.pairs) << "with code " << codes.back();
         }
     };
@@ -351,8 +343,8 @@ TEST_F(TreeTest, SortsByTheCodesOfTheCallback)
     for (const int code : {5, 6, 8, 11, 12})
         expect({code}, 0, "ab bc de " + quiet);
     Script script;
-    EXPECT_EQ(0u, Family("a").SortChildren(&Script::Play, &script, FALSE));
-    EXPECT_EQ(0u, Family("").SortChildren(&Script::Play, &script, FALSE));
+    EXPECT_EQ(0u, Kin("a").SortChildren(&Script::Play, &script, FALSE));
+    EXPECT_EQ(0u, Kin("").SortChildren(&Script::Play, &script, FALSE));
     EXPECT_EQ("", script.pairs);
     Node first, second;
     first.SetNext(&second);

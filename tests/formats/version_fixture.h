@@ -2,13 +2,13 @@
 /// Modules with version records for tests, and their products.
 #pragma once
 
+#include "support/test.h"
+
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
-#include <gtest/gtest.h>
-
 /// Products of the company "Zo Tests", gone after each test.
-class VersionResource : public ::testing::Test {
+class VersionResource : public testing::Test {
 protected:
     static constexpr DWORD kMachine = ZO_MODE_LOCAL_MACHINE;
     static constexpr char kCompanyKey[] = "Software\\Zo Tests";

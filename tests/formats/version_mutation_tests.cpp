@@ -1,36 +1,28 @@
 // Damaged version records, and the system, given room to run in, as the judge of what is read from them.
+#include "support/test.h"
 #include "version_fixture.h"
 
-#include "support/guard_heap.h"
-#include "support/import_patch.h"
-#include "support/mutation.h"
-#include "support/unique_names.h"
-
-#include <cstring>
 #include <fstream>
-#include <vector>
 
 namespace {
-
-using zo_test::Random;
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 
 // Blocks for version data that end where their page does.
 HGLOBAL WINAPI GuardedGlobalAlloc(UINT, SIZE_T size)
 {
-    void* block = zo_test::GuardedAllocate(size);
+    void* block = GuardedAllocate(size);
     return block != nullptr ? std::memset(block, 0, size) : nullptr;
 }
 void* WINAPI GuardedGlobalLock(HGLOBAL block) { return block; }
 BOOL WINAPI GuardedGlobalUnlock(HGLOBAL) { return TRUE; }
-HGLOBAL WINAPI GuardedGlobalFree(HGLOBAL block) { return zo_test::GuardedFree(block), nullptr; }
+HGLOBAL WINAPI GuardedGlobalFree(HGLOBAL block) { return GuardedFree(block), nullptr; }
 
 struct GuardedBlocks {
-    zo_test::ImportPatch allocate{kLibrary, "GlobalAlloc", &GuardedGlobalAlloc};
-    zo_test::ImportPatch lock{kLibrary, "GlobalLock", &GuardedGlobalLock};
-    zo_test::ImportPatch unlock{kLibrary, "GlobalUnlock", &GuardedGlobalUnlock};
-    zo_test::ImportPatch free{kLibrary, "GlobalFree", &GuardedGlobalFree};
+    ImportPatch allocate{kLibrary, "GlobalAlloc", &GuardedGlobalAlloc};
+    ImportPatch lock{kLibrary, "GlobalLock", &GuardedGlobalLock};
+    ImportPatch unlock{kLibrary, "GlobalUnlock", &GuardedGlobalUnlock};
+    ImportPatch free{kLibrary, "GlobalFree", &GuardedGlobalFree};
 };
 
 // A module of 16-bit Windows, or any on Windows 95.
@@ -139,10 +131,10 @@ TEST_F(VersionMutation, IsReadWithinItsBounds)
     std::memcpy(&length, &whole[name - 6], sizeof length);
 
     const GuardedBlocks guarded;
-    const zo_test::TestFolder folder;
+    const TestFolder folder;
     unsigned cases = 0;
     unsigned read = 0;
-    zo_test::ForEachMutation([&](unsigned number, Random& random) {
+    ForEachMutation([&](unsigned number, Random& random) {
         cases = number + 1;
         std::string file = whole;
         Damage(file, name - 6, length, random);
@@ -179,8 +171,8 @@ TEST_F(VersionMutation, RecordsOf16BitsAreReadToo)
         NarrowRecord("VS_VERSION_INFO", "",
                      NarrowRecord("StringFileInfo", "", NarrowRecord("040904E4", "", texts)) +
                          NarrowRecord("VarFileInfo", "", NarrowRecord("Translation", {"\x09\x04\xE4\x04", 4})));
-    const zo_test::ImportPatch size(kLibrary, "GetFileVersionInfoSizeA", &RecordSize);
-    const zo_test::ImportPatch take(kLibrary, "GetFileVersionInfoA", &TakeRecord);
+    const ImportPatch size(kLibrary, "GetFileVersionInfoSizeA", &RecordSize);
+    const ImportPatch take(kLibrary, "GetFileVersionInfoA", &TakeRecord);
     const GuardedBlocks guarded;
     const size_t lengthOfTranslations = whole.find("Translation") - 2;
     g_record = whole;
@@ -207,11 +199,11 @@ TEST_F(VersionMutation, TextsThatSayTheyAreLongerAndValuesOutside)
     const size_t name = file.find(std::string(reinterpret_cast<const char*>(kName), sizeof kName));
     ASSERT_NE(std::string::npos, name);
     file.replace(name - 4, 2, "\xFF\x7F"); // the length of its value
-    const zo_test::TestFolder folder;
+    const TestFolder folder;
     folder.Write("longer.DLL", file);
     EXPECT_TRUE(m_version.ExtractVersionInfo(folder.Path("longer.DLL").c_str()));
     EXPECT_STREQ("Fixture", m_version.GetInternalName());
 
-    const zo_test::ImportPatch outside(kLibrary, "VerQueryValueA", &QueryOutside);
+    const ImportPatch outside(kLibrary, "VerQueryValueA", &QueryOutside);
     EXPECT_FALSE(m_version.ExtractVersionInfo(Fixture("plain")));
 }

@@ -1,6 +1,5 @@
+#include "support/test.h"
 #include "version_fixture.h"
-
-#include "support/fault_loop.h"
 
 TEST_F(VersionResource, GivesTextsNumbersAndKeys)
 {
@@ -116,7 +115,7 @@ TEST_F(VersionResource, NewUserGetsCopyOfFirstUser)
 TEST_F(VersionResource, NobodyLoggedOnIsSystem)
 {
     AddUser("Plain", "SYSTEM");
-    zo_test::FaultSource faults("user");
+    FaultSource faults("user");
     const ZO_FAULTY_CALL(GetUserNameA) user(faults, "ZOGBLBRX.DLL", FALSE);
     faults.Arm(1, true);
     ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
@@ -127,8 +126,8 @@ TEST_F(VersionResource, UserWhoseKeyCannotBeSeenIsNotOverwritten)
 {
     AddUser("Plain", OwnUser());
     AddUser("Plain", "a");
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         run.Stop();
         ASSERT_EQ(0u, m_config.SetValue(kMachine, UsersKey("Plain") + "\\a", "Mine", "no"));
         ASSERT_EQ(0u, m_config.SetValue(kMachine, UsersKey("Plain") + "\\" + OwnUser(), "Mine", "yes"));

@@ -2,15 +2,9 @@
 /// A registry key of its own for each test of the gateway.
 #pragma once
 
-#include "support/environment.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 
 #include <zogbl/global_config.h>
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
 
 /// In place of GetProcAddress: a system that tells no names of keys, as Windows 95.
 inline FARPROC WINAPI TellNoKeyNames(HMODULE module, LPCSTR name)
@@ -18,9 +12,9 @@ inline FARPROC WINAPI TellNoKeyNames(HMODULE module, LPCSTR name)
     return std::strcmp(name, "NtQueryObject") == 0 ? nullptr : GetProcAddress(module, name);
 }
 
-class ConfigTest : public ::testing::Test {
+class ConfigTest : public testing::Test {
 protected:
-    static bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
+    static bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
 
     std::string ReadText(const CString& key, LPCSTR name)
     {
@@ -66,7 +60,7 @@ protected:
         return count;
     }
 
-    zo_test::TestRegistryKey m_registryKey{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
+    TestRegistryKey m_registryKey{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
     const CString m_key = m_registryKey.Path().c_str();
     const DWORD m_mode = ZO_MODE_CURRENT_USER;
     CZoGlobalConfig m_config;

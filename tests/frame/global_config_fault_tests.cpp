@@ -1,9 +1,6 @@
 // The gateway when memory and the registry fail.
 #include "config_fixture.h"
-
-#include "support/fault_loop.h"
-
-#include <optional>
+#include "support/test.h"
 
 namespace {
 
@@ -128,8 +125,8 @@ TEST_F(ConfigFaults, MissingMemoryIsAStatus)
         SCOPED_TRACE(operation.name);
         Prepare();
         const CString key = m_key;
-        zo_test::AllocationFaults faults;
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        AllocationFaults faults;
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             if (operation.changes) {
                 run.source.Disarm();
                 Prepare();
@@ -160,14 +157,14 @@ TEST_F(ConfigFaults, RegistryErrorsComeBackUnchanged)
     for (const Operation& operation : kOperations) {
         SCOPED_TRACE(operation.name);
         Prepare();
-        zo_test::FaultSource faults("registry");
+        FaultSource faults("registry");
         const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, kError);
         const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, kError);
         const ZO_FAULTY_CALL(RegQueryValueExA) query(faults, kLibrary, kError);
         const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, kError);
         const ZO_FAULTY_CALL(RegEnumKeyExA) enumKey(faults, kLibrary, kError);
         const ZO_FAULTY_CALL(RegEnumValueA) enumValue(faults, kLibrary, kError);
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             if (operation.changes) {
                 run.source.Disarm();
                 Prepare();
@@ -183,14 +180,14 @@ TEST_F(ConfigFaults, RegistryErrorsComeBackUnchanged)
 TEST_F(ConfigFaults, ResultOfClosingComesBackOnlyAfterSuccess)
 {
     Prepare();
-    zo_test::FaultSource faults("close");
+    FaultSource faults("close");
     // The key stays open when closing it fails: that handle is the system's loss, not the gateway's.
     const ZO_FAULTY_CALL(RegCloseKey) close(faults, kLibrary, ERROR_INVALID_HANDLE);
-    zo_test::FaultLoopOptions options;
+    FaultLoopOptions options;
     options.checkCounts = false;
-    zo_test::RunFaultLoop(
+    RunFaultLoop(
         faults,
-        [&](const zo_test::FaultRun& run) {
+        [&](const FaultRun& run) {
             DWORD value = 0;
             const DWORD found = m_config.GetValue(m_mode, m_key, "Number", value, 9);
             EXPECT_EQ(run.Fired() ? static_cast<DWORD>(ERROR_INVALID_HANDLE) : 0u, found);
@@ -218,7 +215,7 @@ TEST_F(ConfigFaults, ACopyThatFailsEndsWhereItIs)
     Prepare();
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\Source\\A", "Text", "a"));
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\Source\\B", "Text", "b"));
-    zo_test::FaultSource faults("write");
+    FaultSource faults("write");
     const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, ERROR_DISK_FULL);
     faults.Arm(2, false);
     EXPECT_EQ(static_cast<DWORD>(ERROR_DISK_FULL),
@@ -237,10 +234,10 @@ TEST_F(ConfigFaults, ACopyToAnotherRootComparesKeysOrDoesNothing)
     ASSERT_EQ(0u, m_config.SetValue(m_mode, source, "Text", "kept"));
     const size_t subkeys = SubkeysOfRoots();
     for (const bool namesAreTold : {true, false}) {
-        std::optional<zo_test::ImportPatch> untold;
+        std::optional<ImportPatch> untold;
         if (!namesAreTold)
             untold.emplace(kLibrary, "GetProcAddress", &TellNoKeyNames);
-        const auto run = [&](const zo_test::FaultRun& run) {
+        const auto run = [&](const FaultRun& run) {
             const DWORD status = m_config.MoveRegTree(ZO_MODE_USERS, destination, m_mode, source, 0);
             run.Stop();
             EXPECT_TRUE(status == ERROR_INVALID_PARAMETER || (run.Fired() && status != 0)) << status;
@@ -251,13 +248,13 @@ TEST_F(ConfigFaults, ACopyToAnotherRootComparesKeysOrDoesNothing)
             EXPECT_FALSE(found);
             EXPECT_EQ(subkeys, SubkeysOfRoots()) << "a mark is left";
         };
-        zo_test::AllocationFaults memory;
-        zo_test::RunFaultLoop(memory, run);
-        zo_test::FaultSource faults("registry");
+        AllocationFaults memory;
+        RunFaultLoop(memory, run);
+        FaultSource faults("registry");
         const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
         const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
         const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
-        zo_test::RunFaultLoop(faults, run);
+        RunFaultLoop(faults, run);
     }
 }
 
@@ -303,7 +300,7 @@ TEST_F(ConfigFaults, AnswersOfAnySystemAreCheckedBeforeUse)
     Prepare();
     char text[8];
     {
-        const zo_test::ImportPatch lie(kLibrary, "RegQueryValueExA", &QueryNothing);
+        const ImportPatch lie(kLibrary, "RegQueryValueExA", &QueryNothing);
         DWORD number = 0;
         EXPECT_EQ(ZoErrWrongValueType, m_config.GetValue(m_mode, m_key, "Number", number, 9));
         EXPECT_EQ(9u, number);
@@ -311,13 +308,13 @@ TEST_F(ConfigFaults, AnswersOfAnySystemAreCheckedBeforeUse)
         EXPECT_STREQ("def", text);
     }
     {
-        const zo_test::ImportPatch lie(kLibrary, "RegQueryValueExA", &QueryUnterminated);
+        const ImportPatch lie(kLibrary, "RegQueryValueExA", &QueryUnterminated);
         EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA),
                   m_config.GetValue(m_mode, m_key, "Text", text, sizeof text, "def"));
         EXPECT_STREQ("def", text);
     }
     {
-        const zo_test::ImportPatch part(kLibrary, "RegQueryValueExA", &QueryPart);
+        const ImportPatch part(kLibrary, "RegQueryValueExA", &QueryPart);
         DWORD type = 9;
         DWORD size = 9;
         EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA),
@@ -326,12 +323,12 @@ TEST_F(ConfigFaults, AnswersOfAnySystemAreCheckedBeforeUse)
         EXPECT_EQ(0u, type);
     }
     {
-        const zo_test::ImportPatch note(kLibrary, "RegSetValueExA", &NoteWrittenSize);
+        const ImportPatch note(kLibrary, "RegSetValueExA", &NoteWrittenSize);
         EXPECT_EQ(0u, m_config.SetValue(m_mode, m_key, "Text", "abc"));
         EXPECT_EQ(4u, g_writtenSize) << "with the terminator";
     }
     {
-        const zo_test::ImportPatch end(kLibrary, "RegEnumKeyExA", &EnumNothing);
+        const ImportPatch end(kLibrary, "RegEnumKeyExA", &EnumNothing);
         BOOL exists = TRUE;
         EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "Sub", exists));
         EXPECT_FALSE(exists);

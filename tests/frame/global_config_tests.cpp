@@ -1,15 +1,7 @@
 #include <zogbl/global_config.h>
 
 #include "config_fixture.h"
-#include "support/import_patch.h"
-#include "support/sentinel_buffer.h"
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <set>
-#include <string>
-#include <vector>
+#include "support/test.h"
 
 namespace {
 
@@ -68,9 +60,9 @@ TEST_F(ConfigTest, NumbersRoundTrip)
 TEST_F(ConfigTest, TextsRoundTripIntoBuffersOfEverySize)
 {
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Text", "twelve chars"));
-    for (const zo_test::BufferCase& buffer : zo_test::BufferCases(sizeof "twelve chars")) {
+    for (const BufferCase& buffer : BufferCases(sizeof "twelve chars")) {
         SCOPED_TRACE(buffer.name);
-        zo_test::SentinelBuffer out(buffer);
+        SentinelBuffer out(buffer);
         const auto size = static_cast<DWORD>(out.Size());
         const DWORD status = m_config.GetValue(m_mode, m_key, "Text", out.Data(), size, "default");
         out.ExpectGuardsIntact();
@@ -101,7 +93,7 @@ TEST_F(ConfigTest, MissingTextGivesDefaultOrZeros)
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
               m_config.GetValue(m_mode, m_key, "Missing", text, sizeof text, "a long default"));
     EXPECT_STREQ("a long ", text);
-    if (zo_test::IsDoubleByte()) { // no character is cut in two
+    if (IsDoubleByte()) { // no character is cut in two
         m_config.GetValue(m_mode, m_key, "Missing", text, 4, "\x83\x41\x83\x41");
         EXPECT_STREQ("\x83\x41", text);
     }
@@ -237,7 +229,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
                 << (LPCSTR)destination;
         }
     }
-    if (zo_test::IsDoubleByte()) { // keys that differ in the second byte of a character, by what is case elsewhere
+    if (IsDoubleByte()) { // keys that differ in the second byte of a character, by what is case elsewhere
         ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\\x83\x41", "Text", "two bytes"));
         EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, m_key + "\\\x83\x61", m_mode, m_key + "\\\x83\x41", 0));
         EXPECT_EQ("two bytes", ReadText(m_key + "\\\x83\x61", "Text"));
@@ -287,7 +279,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
     const CString user = UserBelowUsers() + "\\";
     const CString classes = "Software\\Classes\\";
     const CString profile = "System\\CurrentControlSet\\Hardware Profiles\\Current\\";
-    const DWORD profileMode = zo_test::IsNt() ? ZO_MODE_LOCAL_MACHINE : ZO_MODE_CURRENT_CONFIG;
+    const DWORD profileMode = IsNt() ? ZO_MODE_LOCAL_MACHINE : ZO_MODE_CURRENT_CONFIG;
     const struct {
         DWORD sourceMode;
         CString source;
@@ -306,8 +298,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
         {7, key + "\\Source", 1, classes + key + "\\Source\\New", true, true},
         {7, key + "\\Source", 2, key + "\\Target", false, true},
         {7, key + "\\Source", 2, classes + key + "\\Source\\New", true, false}, // merged into the classes
-        {profileMode, (zo_test::IsNt() ? profile : CString()) + key + "\\Source", 1, profile + key + "\\Source", true,
-         false},
+        {profileMode, (IsNt() ? profile : CString()) + key + "\\Source", 1, profile + key + "\\Source", true, false},
     };
     const auto remove = [&] {
         m_config.DeleteSection(2, key, nullptr);
@@ -315,7 +306,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
         m_config.DeleteSection(1, profile + key, nullptr);
     };
     for (const bool namesAreTold : {true, false}) {
-        std::optional<zo_test::ImportPatch> untold;
+        std::optional<ImportPatch> untold;
         if (!namesAreTold)
             untold.emplace("ZOGBLBRX.DLL", "GetProcAddress", &TellNoKeyNames);
         for (const auto& c : cases) {
@@ -324,7 +315,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
             if (!namesAreTold && !c.hasMark)
                 continue;
             // No Windows 95 has 64 bits, and Wine's, which has, does not find every key of the classes when it deletes.
-            if (sizeof(void*) == 8 && !zo_test::IsNt() && c.sourceMode == 7 && !c.refused)
+            if (sizeof(void*) == 8 && !IsNt() && c.sourceMode == 7 && !c.refused)
                 continue;
             remove();
             ASSERT_EQ(0u, m_config.SetValue(c.sourceMode, c.source, "Text", "kept"));
@@ -446,7 +437,7 @@ TEST_F(ConfigTest, EnumerationTakesNamesAndDataUpToItsLimits)
 TEST_F(ConfigTest, BothArchitecturesShareTheMachinesSettings)
 {
     ZO_ONLY_IN(!IsWin32s(), "has no such key");
-    const zo_test::TestRegistryKey key(HKEY_LOCAL_MACHINE); // made in the 32-bit view
+    const TestRegistryKey key(HKEY_LOCAL_MACHINE); // made in the 32-bit view
     const CString path = key.Path().c_str();
     key.SetText("", "Text", "from 32 bits");
     char text[16];
@@ -514,7 +505,7 @@ TEST_F(ConfigTest, HostileValues)
 TEST_F(ConfigTest, ModesNameTheRoots)
 {
     ZO_ONLY_IN(!IsWin32s(), "every mode is one root there, see below");
-    const bool isNT = zo_test::IsNt();
+    const bool isNT = IsNt();
     const struct {
         DWORD mode;
         HKEY root;

@@ -1,16 +1,11 @@
 // Hosts that are no test programs: they have no application object and do not start the framework.
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/unique_names.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "support/test.h"
 
 namespace {
 
 /// Runs a program of the build's, its output in \p folder as "output". \return its exit code.
-DWORD RunHost(const std::string& program, const zo_test::TestFolder& folder)
+DWORD RunHost(const std::string& program, const TestFolder& folder)
 {
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
     const HANDLE output = CreateFileA(folder.Path("output").c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
@@ -41,9 +36,9 @@ DWORD RunHost(const std::string& program, const zo_test::TestFolder& folder)
 
 TEST(Host, NeedsNoApplicationObject)
 {
-    ZO_ONLY_IN(zo_test::IsNt(), "the hosts run on no other family, which has another registry");
-    const zo_test::RegisteredProduct product;
-    const zo_test::TestFolder folder;
+    ZO_ONLY_IN(IsNt(), "the hosts run on no other family, which has another registry");
+    const RegisteredProduct product;
+    const TestFolder folder;
     EXPECT_EQ(0u, RunHost("plain_host.exe", folder));
     EXPECT_EQ(0u, RunHost("readme_example.exe", folder));
     const std::string line = folder.Read("output");

@@ -3,25 +3,9 @@
 
 #include "language_driver.h"
 #include "product/registered_product.h"
-#include "support/box_stub.h"
-#include "support/child_process.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/import_patch.h"
+#include "support/test.h"
 
 #include <zomfx/frame_window.h>
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
-
-using zo_test::DialogDriver;
-using zo_test::Press;
-using zo_test::TextOf;
 
 namespace {
 
@@ -92,7 +76,7 @@ CString Text(UINT id)
 bool WaitUntil(const std::function<bool()>& condition)
 {
     const DWORD start = GetTickCount();
-    while (!condition() && GetTickCount() - start < zo_test::kChildTimeout) {
+    while (!condition() && GetTickCount() - start < kChildTimeout) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
         MSG message;
         while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
@@ -163,7 +147,7 @@ END_MESSAGE_MAP()
 /// A dialog that is open until the parent says go.
 class WaitingDialog : public CZoDialog {
 public:
-    explicit WaitingDialog(const zo_test::ChildContext& child) : CZoDialog(ZO_IDD_LANGUAGE_SELECTION), m_child(child) {}
+    explicit WaitingDialog(const ChildContext& child) : CZoDialog(ZO_IDD_LANGUAGE_SELECTION), m_child(child) {}
 
 protected:
     BOOL OnInitDialog() override
@@ -184,7 +168,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    const zo_test::ChildContext& m_child;
+    const ChildContext& m_child;
 };
 
 BEGIN_MESSAGE_MAP(WaitingDialog, CZoDialog)
@@ -211,7 +195,7 @@ public:
         m_window = Window(0);
         m_dialog = Window(1);
     }
-    zo_test::ChildProcess& Process() { return m_child; }
+    ChildProcess& Process() { return m_child; }
     std::string Shown(HostText id) const { return TextOf(GetDlgItem(m_window, id)); }
 
     /// Waits until it has heard of \p updates changes, and checks that everything is in the language.
@@ -251,12 +235,12 @@ private:
     }
 
     const std::map<DWORD, std::string> m_germany = {{kEnglish, "Germany"}, {kGerman, "Deutschland"}};
-    zo_test::ChildProcess m_child;
+    ChildProcess m_child;
     HWND m_window;
     HWND m_dialog;
 };
 
-class LanguageChange : public ::testing::Test {
+class LanguageChange : public testing::Test {
 protected:
     LanguageChange() { m_product.SetLanguage(kJapanese, 0); }
 
@@ -270,7 +254,7 @@ protected:
         return value;
     }
 
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
 };
 
 } // namespace
@@ -336,7 +320,7 @@ TEST_F(LanguageChange, ChoiceIsWrittenForEveryModule)
 
 TEST_F(LanguageChange, ReachesEveryProcessWithItsWindowsOpen)
 {
-    ZO_ONLY_IN(zo_test::Family() != zo_test::WindowsFamily::kWin32s, "changes that are told at once");
+    ZO_ONLY_IN(Family() != WindowsFamily::kWin32s, "changes that are told at once");
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     Host host;
     auto first = std::make_unique<OtherHost>();
@@ -387,7 +371,7 @@ TEST_F(LanguageChange, ReachesEveryProcessWithItsWindowsOpen)
 /// However the object of the choice was prepared: it offers all languages, and the application hears of the change.
 TEST_F(LanguageChange, ChoiceNeedsNoPreparation)
 {
-    ZO_ONLY_IN(zo_test::Family() != zo_test::WindowsFamily::kWin32s, "changes that are told at once");
+    ZO_ONLY_IN(Family() != WindowsFamily::kWin32s, "changes that are told at once");
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     Host host;
     const struct {
@@ -429,7 +413,7 @@ TEST_F(LanguageChange, ChoiceNeedsNoPreparation)
 
 TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
 {
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWin32s, "no changes while programs run");
+    ZO_ONLY_IN(Family() == WindowsFamily::kWin32s, "no changes while programs run");
     static std::string s_told;
     struct Box {
         static int WINAPI Note(HWND, LPCSTR text, LPCSTR, UINT style)
@@ -438,7 +422,7 @@ TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
             return IDOK;
         }
     };
-    const zo_test::BoxStub box(&Box::Note);
+    const BoxStub box(&Box::Note);
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     {
         CZoLanguageSupport chooser;
@@ -461,14 +445,14 @@ TEST_F(LanguageChange, WithoutMemoryOneLanguageOrTheOtherIsLoaded)
 {
     CZoLanguageSupport support;
     ASSERT_TRUE(support.LoadCurrentLanguage(LibraryPath()));
-    zo_test::AllocationFaults memory;
+    AllocationFaults memory;
     const auto loaded = [&] {
         const DWORD id = support.GetLCID();
         EXPECT_NE(nullptr, GetModuleHandleA(LibraryOf(id)));
         EXPECT_EQ(nullptr, GetModuleHandleA(LibraryOf(kEnglish + kGerman - id)));
         return id;
     };
-    zo_test::RunFaultLoop(memory, [&](const zo_test::FaultRun& run) {
+    RunFaultLoop(memory, [&](const FaultRun& run) {
         EXPECT_EQ(1, support.SendMessage(s_change, kGerman, 1));
         run.Stop();
         EXPECT_EQ(run.Fired() ? kEnglish : kGerman, loaded());
@@ -476,13 +460,13 @@ TEST_F(LanguageChange, WithoutMemoryOneLanguageOrTheOtherIsLoaded)
             support.SendMessage(s_change, language, 0);
         EXPECT_EQ(kEnglish, loaded()) << "works as before";
     });
-    zo_test::RunFaultLoop(memory, [&](const zo_test::FaultRun& run) {
+    RunFaultLoop(memory, [&](const FaultRun& run) {
         EXPECT_EQ(0u, support.UpdateAllBrixelLanguages(kGerman));
         run.Stop();
         EXPECT_EQ(0u, support.UpdateAllBrixelLanguages(kEnglish));
         EXPECT_EQ(1u, Stored(m_product.LanguagesKey(), kEnglish));
     });
-    zo_test::FaultSource loading("LoadLibrary");
+    FaultSource loading("LoadLibrary");
     const ZO_FAULTY_CALL(LoadLibraryA) load(loading, "ZOGBLBRX.DLL", nullptr, ERROR_BAD_EXE_FORMAT);
     support.SendMessage(s_change, kEnglish, 0);
     loading.Arm(1, false);

@@ -1,22 +1,13 @@
 // The dialog in which the user chooses the language.
 #include "language_driver.h"
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-
-#include <algorithm>
-#include <string>
-#include <vector>
-
-using zo_test::DialogDriver;
-using zo_test::Press;
-using zo_test::TextOf;
+#include "support/test.h"
 
 namespace {
 
-class LanguageDialog : public ::testing::Test {
+class LanguageDialog : public testing::Test {
 protected:
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
 };
 
 } // namespace
@@ -116,12 +107,12 @@ TEST_F(LanguageDialog, NamesLanguagesAsAskedAndFoldsAway)
 
 TEST_F(LanguageDialog, OpensWithWhatMemoryThereIs)
 {
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10, "the same everywhere, and slow");
+    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10, "the same everywhere, and slow");
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     CZoLanguageSupport chooser;
     ASSERT_TRUE(chooser.LoadCurrentLanguage(LibraryPath()));
-    zo_test::AllocationFaults memory;
-    zo_test::FaultLoopOptions options;
+    AllocationFaults memory;
+    FaultLoopOptions options;
     options.stride = 499; // some hundred locales, with a few allocations each
     struct Closer {
         static BOOL CALLBACK Close(HWND window, LPARAM)
@@ -133,9 +124,9 @@ TEST_F(LanguageDialog, OpensWithWhatMemoryThereIs)
         static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) { EnumThreadWindows(GetCurrentThreadId(), &Close, 0); }
     };
     const UINT_PTR timer = SetTimer(nullptr, 0, 10, &Closer::Look);
-    zo_test::RunFaultLoop(
+    RunFaultLoop(
         memory,
-        [&](const zo_test::FaultRun& run) {
+        [&](const FaultRun& run) {
             EXPECT_TRUE(chooser.SelectLanguage(nullptr));
             run.Stop();
             EXPECT_EQ(kEnglish, ZoGblGetLanguageLCID());

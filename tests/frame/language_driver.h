@@ -8,11 +8,7 @@
 #include <zogbl/resource_ids.h>
 
 #include "language_window_table.h"
-#include "support/dialog_driver.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
+#include "support/test.h"
 
 constexpr DWORD kEnglish = 0x0409;
 constexpr DWORD kGerman = 0x0407;
@@ -49,7 +45,7 @@ inline void ChooseLanguage(HWND dialog, DWORD language)
         const auto* item = reinterpret_cast<const CZoFlagLcid*>(SendMessageA(box, CB_GETITEMDATA, i, 0));
         if (item->GetLcidValue() != language)
             continue;
-        zo_test::Choose(dialog, ZO_IDC_LANGUAGE_INSTALLED, i);
+        Choose(dialog, ZO_IDC_LANGUAGE_INSTALLED, i);
         return;
     }
     ADD_FAILURE() << std::hex << language << " is not offered";

@@ -4,22 +4,14 @@
 #include <zogbl/version_resource.h>
 
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-
-#include <gtest/gtest.h>
-
-#include <afxext.h>
-
-#include <string>
-#include <vector>
+#include "support/test.h"
 
 namespace {
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 
 /// Either the language is loaded with all that belongs to it, or nothing is and the next attempt works.
-void LoadUnderFaults(const zo_test::FaultRun& run)
+void LoadUnderFaults(const FaultRun& run)
 {
     const BOOL loaded = ZoGblLoadLanguageDLL();
     run.Stop();
@@ -35,19 +27,19 @@ void LoadUnderFaults(const zo_test::FaultRun& run)
 }
 
 /// Loops whose runs load each of the 250 names anew.
-void RunLongAllocationLoop(void (*body)(const zo_test::FaultRun&))
+void RunLongAllocationLoop(void (*body)(const FaultRun&))
 {
-    zo_test::AllocationFaults faults;
-    zo_test::FaultLoopOptions options;
+    AllocationFaults faults;
+    FaultLoopOptions options;
     options.maximumRuns = 3000;
-    zo_test::RunFaultLoop(faults, body, options);
+    RunFaultLoop(faults, body, options);
 }
 
 } // namespace
 
 TEST(LanguageFaults, LoadWithoutMemory)
 {
-    const zo_test::RegisteredProduct product;
+    const RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL()); // what the process makes once: fonts, window class, country list
     ZoGblDumpLanguageDLL();
     RunLongAllocationLoop(&LoadUnderFaults);
@@ -56,9 +48,9 @@ TEST(LanguageFaults, LoadWithoutMemory)
 
 TEST(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
 {
-    const zo_test::RegisteredProduct product;
+    const RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    RunLongAllocationLoop([](const zo_test::FaultRun& run) {
+    RunLongAllocationLoop([](const FaultRun& run) {
         GetGlobalCountryList()->FreeData();
         const int count = GetGlobalCountryList()->GetCount();
         run.Stop();
@@ -70,7 +62,7 @@ TEST(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
 
 TEST(LanguageFaults, CountryListIsNeverInTwoLanguages)
 {
-    const zo_test::RegisteredProduct product;
+    const RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     CZoCountryCodeList* list = GetGlobalCountryList();
     const auto names = [list] {
@@ -84,7 +76,7 @@ TEST(LanguageFaults, CountryListIsNeverInTwoLanguages)
     ASSERT_NE(nullptr, german);
     {
         const CDynLinkLibrary overriding(german, german);
-        zo_test::AllocationFaults faults;
+        AllocationFaults faults;
         faults.Arm(100, true);
         EXPECT_EQ(ZoErrMemoryException, list->ReloadNames());
         faults.Disarm();
@@ -102,10 +94,10 @@ TEST(LanguageFaults, CountryListIsNeverInTwoLanguages)
 
 TEST(LanguageFaults, LoadWithoutTheSystem)
 {
-    const zo_test::RegisteredProduct product;
+    const RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     ZoGblDumpLanguageDLL();
-    zo_test::FaultSource faults("system");
+    FaultSource faults("system");
     const ZO_FAULTY_CALL(GetModuleFileNameA) fileName(faults, kLibrary, 0);
     const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
     const ZO_FAULTY_CALL(GetFileVersionInfoA) info(faults, kLibrary, FALSE);
@@ -116,14 +108,14 @@ TEST(LanguageFaults, LoadWithoutTheSystem)
     const ZO_FAULTY_CALL(LoadLibraryA) load(faults, kLibrary, nullptr, ERROR_MOD_NOT_FOUND);
     const ZO_FAULTY_CALL(GetLocaleInfoA) locale(faults, kLibrary, 0);
     const ZO_FAULTY_CALL(CreateWindowExA) create(faults, "ZOAFX.DLL", nullptr); // the hidden window
-    zo_test::RunFaultLoop(faults, &LoadUnderFaults);
+    RunFaultLoop(faults, &LoadUnderFaults);
 }
 
 TEST(LanguageFaults, VersionResourceWithoutMemory)
 {
-    const zo_test::RegisteredProduct product;
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [](const zo_test::FaultRun& run) {
+    const RegisteredProduct product;
+    AllocationFaults faults;
+    RunFaultLoop(faults, [](const FaultRun& run) {
         CZoVersionResource version;
         const BOOL extracted = version.ExtractVersionInfo(ZoGblGetInstanceHandle());
         run.Stop();
@@ -138,9 +130,9 @@ TEST(LanguageFaults, VersionResourceWithoutMemory)
 
 TEST(LanguageFaults, CountryListWithoutMemory)
 {
-    const zo_test::RegisteredProduct product;
+    const RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    RunLongAllocationLoop([](const zo_test::FaultRun& run) {
+    RunLongAllocationLoop([](const FaultRun& run) {
         CZoCountryCodeList list;
         const DWORD status = list.LoadData();
         run.Stop();
@@ -154,7 +146,7 @@ TEST(LanguageFaults, CountryListWithoutMemory)
             EXPECT_FALSE(list.GetAt(i)->GetName().IsEmpty()) << "a country without its name";
     });
 
-    RunLongAllocationLoop([](const zo_test::FaultRun& run) {
+    RunLongAllocationLoop([](const FaultRun& run) {
         ZoCountryTextMap map;
         const BOOL filled = GetCountryCodeMap(map);
         run.Stop();

@@ -3,11 +3,7 @@
 
 #include "language_driver.h"
 #include "product/registered_product.h"
-#include "support/environment.h"
-
-#include <gtest/gtest.h>
-
-#include <afxext.h>
+#include "support/test.h"
 
 #include <thread>
 
@@ -21,7 +17,7 @@ CString FileNameOf(HINSTANCE module)
     return whole.Mid(whole.ReverseFind('\\') + 1);
 }
 
-class Language : public ::testing::Test {
+class Language : public testing::Test {
 protected:
     void SetUp() override
     {
@@ -36,7 +32,7 @@ protected:
         return flag;
     }
 
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
 };
 
 } // namespace
@@ -77,7 +73,7 @@ TEST_F(Language, CurrentOneIsTheFirstMarkedWithOne)
         {1, 0, 0x0409}, {0, 1, 0x0407}, {2, 1, 0x0407}, {1, 2, 0x0409}, {0, 0x101, 0x0407 /* one byte of it counts */},
     };
     for (const auto& c : cases) {
-        if (zo_test::Family() == zo_test::WindowsFamily::kWin32s && (c.english > 1 || c.german > 1))
+        if (Family() == WindowsFamily::kWin32s && (c.english > 1 || c.german > 1))
             continue; // every value is text there, and any text but "0" marks a language
         m_product.SetLanguage(0x0409, c.english);
         m_product.SetLanguage(0x0407, c.german);
@@ -228,7 +224,7 @@ TEST_F(Language, NamesOfFiles)
         support.ExtractFilenameFromPath(path, result);
         EXPECT_STREQ(name, result) << path;
     }
-    if (zo_test::IsDoubleByte()) { // the second byte of a character may look like a backslash
+    if (IsDoubleByte()) { // the second byte of a character may look like a backslash
         support.ExtractFilenameFromPath("C:\\\x95\x5C.DLL", result);
         EXPECT_STREQ("\x95\x5C.DLL", result);
     }
@@ -303,7 +299,7 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
         EXPECT_STREQ("Code", text);
         // And a long one comes whole, on double-byte systems too.
         EXPECT_TRUE(ZoGblLoadString(60000, text));
-        const int length = zo_test::IsDoubleByte() ? 401 : 201;
+        const int length = IsDoubleByte() ? 401 : 201;
         EXPECT_EQ(length, text.GetLength());
         CString framework;
         EXPECT_TRUE(framework.LoadString(60000));
@@ -358,7 +354,7 @@ TEST_F(Language, NoviceModeIsTheUsersOwn)
         EXPECT_EQ(0u, config.GetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "NoviceMode", stored, 98));
         EXPECT_EQ(static_cast<DWORD>(mode), stored);
     }
-    if (zo_test::Family() != zo_test::WindowsFamily::kWin32s) { // where every value is text
+    if (Family() != WindowsFamily::kWin32s) { // where every value is text
         ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "NoviceMode", "1"));
         EXPECT_EQ(0, ZoGblGetRegNoviceMode()) << "of the wrong type";
     }

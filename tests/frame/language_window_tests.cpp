@@ -1,15 +1,7 @@
 // The table of language windows that all processes share, read straight from the library's shared section.
 #include "language_driver.h"
 #include "product/registered_product.h"
-#include "support/child_process.h"
-#include "support/environment.h"
-#include "support/import_patch.h"
-
-#include <algorithm>
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
+#include "support/test.h"
 
 namespace {
 
@@ -24,7 +16,7 @@ const ZoLanguageWindowRow* RowOf(DWORD process)
 }
 
 /// Starts from an empty table and leaves one.
-class LanguageWindows : public ::testing::Test {
+class LanguageWindows : public testing::Test {
 protected:
     void SetUp() override { Clear(); }
     void TearDown() override { Clear(); }
@@ -88,9 +80,9 @@ ZO_CHILD(LoadLanguageAndWait)
 
 TEST_F(LanguageWindows, OfAbandonedRowsTakeTheirPlaceInAFullTable)
 {
-    const zo_test::RegisteredProduct product;
-    zo_test::ChildProcess living("LoadLanguageAndWait");
-    zo_test::ChildProcess killed("LoadLanguageAndWait");
+    const RegisteredProduct product;
+    ChildProcess living("LoadLanguageAndWait");
+    ChildProcess killed("LoadLanguageAndWait");
     ASSERT_TRUE(living.WaitUntilReady());
     ASSERT_TRUE(killed.WaitUntilReady());
     ASSERT_NE(nullptr, RowOf(living.ProcessId()));
@@ -141,10 +133,10 @@ TEST_F(LanguageWindows, OfAbandonedRowsTakeTheirPlaceInAFullTable)
         table.rowCount = kLanguageWindowRows;
         const auto before = std::make_unique<ZoLanguageWindowTable>(table);
         s_session = c.session;
-        const zo_test::ImportPatch find("ZOGBLBRX.DLL", "GetProcAddress", &System::FindGetSession);
-        std::unique_ptr<zo_test::ImportPatch> refuse;
+        const ImportPatch find("ZOGBLBRX.DLL", "GetProcAddress", &System::FindGetSession);
+        std::unique_ptr<ImportPatch> refuse;
         if (!c.mayBeOpened)
-            refuse = std::make_unique<zo_test::ImportPatch>("ZOGBLBRX.DLL", "OpenProcess", &System::RefuseProcess);
+            refuse = std::make_unique<ImportPatch>("ZOGBLBRX.DLL", "OpenProcess", &System::RefuseProcess);
         CZoLanguageSupport support;
         EXPECT_TRUE(support.Create()) << "in any case";
         if (c.isUsedAgain) {
@@ -214,10 +206,10 @@ ZO_CHILD(EndWithLanguageLoaded)
 
 TEST_F(LanguageWindows, ProcessesShareTheTable)
 {
-    const zo_test::RegisteredProduct product;
+    const RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    zo_test::ChildProcess first("LoadLanguageAndWait");
-    zo_test::ChildProcess second("LoadLanguageAndWait");
+    ChildProcess first("LoadLanguageAndWait");
+    ChildProcess second("LoadLanguageAndWait");
     ASSERT_TRUE(first.WaitUntilReady());
     ASSERT_TRUE(second.WaitUntilReady());
     EXPECT_EQ(3, SharedTable().rowCount);
@@ -241,8 +233,8 @@ TEST_F(LanguageWindows, ProcessesShareTheTable)
 
 TEST_F(LanguageWindows, ProcessMayEndWithItsLanguageLoaded)
 {
-    const zo_test::RegisteredProduct product;
-    zo_test::ChildProcess child("EndWithLanguageLoaded");
+    const RegisteredProduct product;
+    ChildProcess child("EndWithLanguageLoaded");
     child.Finish();
 }
 
@@ -294,8 +286,8 @@ void RemoveWindow(int index)
 
 TEST_F(LanguageWindows, AllHearOfAChangeThoughOthersGoMeanwhile)
 {
-    ZO_ONLY_IN(zo_test::Family() != zo_test::WindowsFamily::kWin32s, "changes that are told at once");
-    const zo_test::RegisteredProduct product;
+    ZO_ONLY_IN(Family() != WindowsFamily::kWin32s, "changes that are told at once");
+    const RegisteredProduct product;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     constexpr DWORD kNobody = 0xFFFFFFF0;
     const DWORD own = GetCurrentProcessId();
@@ -321,7 +313,7 @@ TEST_F(LanguageWindows, AllHearOfAChangeThoughOthersGoMeanwhile)
         if (c.actor >= 0)
             listeners[c.actor].m_act = c.act;
         CZoLanguageSupport chooser;
-        const zo_test::DialogDriver driver{[&](HWND dialog) {
+        const DialogDriver driver{[&](HWND dialog) {
             ZoLanguageWindowTable& table = SharedTable();
             Clear();
             table.rows[2] = {own, 1, {HandleToULong(listeners[2].m_hWnd)}}; // for the row that comes
@@ -332,7 +324,7 @@ TEST_F(LanguageWindows, AllHearOfAChangeThoughOthersGoMeanwhile)
                     row.windows[row.windowCount++] = HandleToULong(listeners[index].m_hWnd);
             }
             ChooseLanguage(dialog, kGerman);
-            zo_test::Press(dialog, IDOK);
+            Press(dialog, IDOK);
         }};
         EXPECT_TRUE(chooser.SelectLanguage(nullptr));
         for (int i = 0; i < 3; ++i) {
@@ -354,7 +346,7 @@ ZO_CHILD(HangForAWhile)
         const HANDLE goesOn = OpenEventA(SYNCHRONIZE, FALSE, child.Argument(0).c_str());
         ASSERT_NE(nullptr, goesOn);
         child.Ready();
-        EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(goesOn, zo_test::kChildTimeout));
+        EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(goesOn, kChildTimeout));
         CloseHandle(goesOn);
         MSG message;
         PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE); // what was sent meanwhile is answered
@@ -367,19 +359,18 @@ ZO_CHILD(HangForAWhile)
 
 TEST_F(LanguageWindows, OneProgramThatHangsDelaysTheOthersOnceAndFollows)
 {
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10 && !zo_test::IsDoubleByte(),
-               "the same everywhere, and slow");
-    const zo_test::RegisteredProduct product;
+    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
+    const RegisteredProduct product;
     const std::string name = "hangs" + std::to_string(GetCurrentProcessId());
     const HANDLE goesOn = CreateEventA(nullptr, TRUE, FALSE, name.c_str());
-    zo_test::ChildProcess hangs("HangForAWhile", {name});
+    ChildProcess hangs("HangForAWhile", {name});
     ASSERT_TRUE(hangs.WaitUntilReady());
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     DWORD begin = 0;
-    const zo_test::DialogDriver driver{[&](HWND dialog) {
+    const DialogDriver driver{[&](HWND dialog) {
         ChooseLanguage(dialog, kGerman);
         begin = GetTickCount();
-        zo_test::Press(dialog, IDOK);
+        Press(dialog, IDOK);
     }};
     EXPECT_TRUE(CZoLanguageSupport().SelectLanguage(nullptr));
     EXPECT_LT(GetTickCount() - begin, 6000u) << "two seconds, and not for each of the five windows";

@@ -1,24 +1,14 @@
+#include "support/test.h"
+
 #include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
-
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/sentinel_buffer.h"
-#include "support/unique_names.h"
-#include "support/virtual_slots.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstring>
-#include <string>
 
 namespace {
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 constexpr UINT kNumber = ZO_IDS_REG_CURRENT_INDEX, kText = ZO_IDS_REG_CITY;
 
-bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
+bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
 
 /// A record in a section of its own.
 struct Record : CZoGblRegBase {
@@ -59,7 +49,7 @@ template <class CHECK> void RunAll(Record& record, UINT number, UINT text, CHECK
     check(status);
     EXPECT_EQ(status == 0 ? 5 : -77, integer);
     for (const LPCSTR defaultText : {"a long default", static_cast<LPCSTR>(nullptr)}) {
-        zo_test::SentinelBuffer buffer(size_t{8});
+        SentinelBuffer buffer(size_t{8});
         status = record.GetString(text, buffer.Data(), 8, defaultText);
         check(status);
         EXPECT_EQ(status == 0 ? "stored" : defaultText != nullptr ? "a long " : "", buffer.Text());
@@ -76,9 +66,9 @@ template <class CHECK> void RunAll(Record& record, UINT number, UINT text, CHECK
     check(record.DeleteValue(text));
 }
 
-class RegistryBase : public ::testing::Test {
+class RegistryBase : public testing::Test {
 protected:
-    zo_test::TestRegistryKey m_key{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
+    TestRegistryKey m_key{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
     Record m_record{m_key.Path()};
 };
 
@@ -89,7 +79,7 @@ TEST_F(RegistryBase, KeepsValuesUnderTheirNamesInEachRoot)
     EXPECT_EQ(ZO_MODE_CURRENT_USER, m_record.GetAccessMode());
     for (const DWORD mode : {ZO_MODE_LOCAL_MACHINE, ZO_MODE_CURRENT_USER}) {
         const HKEY root = mode == ZO_MODE_LOCAL_MACHINE ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
-        const zo_test::TestRegistryKey key(IsWin32s() ? HKEY_CLASSES_ROOT : root);
+        const TestRegistryKey key(IsWin32s() ? HKEY_CLASSES_ROOT : root);
         Record record(key.Path());
         record.SetAccessMode(mode);
         EXPECT_EQ(mode, record.GetAccessMode());
@@ -131,12 +121,12 @@ TEST_F(RegistryBase, StandsBelowTheSuitesKeyAndHasANameForEachNumber)
             EXPECT_EQ(id, value) << "a name is there twice";
         }
     }
-    zo_test::ExpectSlots(6, &Record::IsClassDataValid, &Record::LoadSection); // behind those of CObject
+    ExpectSlots(6, &Record::IsClassDataValid, &Record::LoadSection); // behind those of CObject
 }
 
 TEST_F(RegistryBase, WithoutNameSectionOrGatewayNothingIsDone)
 {
-    zo_test::FaultSource calls("registry"), strings("string");
+    FaultSource calls("registry"), strings("string");
     const ZO_FAULTY_CALL(RegOpenKeyExA) open(calls, kLibrary, ERROR_SUCCESS);
     const ZO_FAULTY_CALL(RegCreateKeyExA) create(calls, kLibrary, ERROR_SUCCESS);
     const ZO_FAULTY_CALL(RegOpenKeyA) openOld(calls, kLibrary, ERROR_SUCCESS);
@@ -164,14 +154,14 @@ TEST_F(RegistryBase, WithoutNameSectionOrGatewayNothingIsDone)
 
 TEST_F(RegistryBase, FailuresAreStatuses)
 {
-    zo_test::AllocationFaults memory;
-    zo_test::RunFaultLoop(memory, [](const zo_test::FaultRun& run) {
+    AllocationFaults memory;
+    RunFaultLoop(memory, [](const FaultRun& run) {
         struct : CZoGblRegBase {
         } record;
         EXPECT_EQ(!run.Fired(), record.IsClassDataValid() != FALSE);
     });
-    const auto failWith = [this](zo_test::FaultSource& faults, DWORD code) {
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    const auto failWith = [this](FaultSource& faults, DWORD code) {
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             run.Stop();
             EXPECT_EQ(0u, m_record.SetValue(kNumber, 5) | m_record.SetString(kText, "stored"));
             faults.Arm(run.number, run.persistent);
@@ -182,7 +172,7 @@ TEST_F(RegistryBase, FailuresAreStatuses)
             });
         });
     };
-    zo_test::FaultSource strings("string"), registry("registry");
+    FaultSource strings("string"), registry("registry");
     const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
     failWith(strings, ZoErrNoValueName);
     constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;

@@ -1,22 +1,19 @@
 // Every dialog of every language library, opened and measured: all texts fit, and no control covers another.
 #include "language_libraries.h"
+#include "support/test.h"
 
 #include <apps/workbench/picture.h>
 #include <apps/workbench/wait.h>
-
-#include "support/environment.h"
 
 #include <zogbl/resource_ids.h>
 
 #include <commctrl.h>
 
-#include <vector>
-
 namespace {
 
-class Dialogs : public zo_test::LanguageLibrary {};
+class Dialogs : public LanguageLibrary {};
 
-INSTANTIATE_TEST_SUITE_P(Languages, Dialogs, ::testing::ValuesIn(zo_test::kLanguages), &zo_test::LanguageName);
+INSTANTIATE_TEST_SUITE_P(Languages, Dialogs, testing::ValuesIn(kLanguages), &LanguageName);
 
 BOOL CALLBACK CollectName(HMODULE, LPCSTR, LPSTR name, LONG_PTR names)
 {
@@ -38,7 +35,7 @@ SIZE Measure(HWND window, const std::wstring& text, int width, UINT format)
     return {area.right, area.bottom};
 }
 
-std::wstring TextOf(HWND window)
+std::wstring WideTextOf(HWND window)
 {
     std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
@@ -81,7 +78,7 @@ std::vector<Control> ControlsOf(HWND dialog)
         GetWindowRect(window, &place);
         MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
         controls.push_back(
-            {window, GetDlgCtrlID(window), place, isStatic, isButton, isSpin, kind, style, TextOf(window)});
+            {window, GetDlgCtrlID(window), place, isStatic, isButton, isSpin, kind, style, WideTextOf(window)});
     }
     return controls;
 }
@@ -90,7 +87,7 @@ void ExpectFits(const Control& control)
 {
     if (control.text.empty() || control.IsPicture())
         return;
-    SCOPED_TRACE(::testing::Message() << "control " << control.id << ": " << control.text);
+    SCOPED_TRACE(testing::Message() << "control " << control.id << ": " << control.text);
     const LONG width = control.place.right - control.place.left;
     const LONG height = control.place.bottom - control.place.top;
     if (control.isStatic) {
@@ -169,9 +166,9 @@ void ExpectApart(const Control& first, const Control& second)
 
 TEST_P(Dialogs, OpenAndHoldTheirTexts)
 {
-    const zo_test::Language& language = GetParam();
+    const Language& language = GetParam();
     const bool isOwnSystem = language.codePage == GetACP();
-    ZO_ONLY_IN(isOwnSystem || zo_test::IsDoubleByte(), "a system without fonts for characters of two bytes");
+    ZO_ONLY_IN(isOwnSystem || IsDoubleByte(), "a system without fonts for characters of two bytes");
     InitCommonControls();
     // Pages of sheets are child windows, and may begin above their parent.
     const HWND parent =
@@ -182,12 +179,12 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
     EnumResourceNamesA(m_library, RT_DIALOG, &CollectName, reinterpret_cast<LONG_PTR>(&dialogs));
     EXPECT_GE(dialogs.size(), 2u);
     for (const WORD id : dialogs) {
-        SCOPED_TRACE(::testing::Message() << "dialog " << id);
+        SCOPED_TRACE(testing::Message() << "dialog " << id);
         const HWND dialog = CreateDialogParamW(m_library, MAKEINTRESOURCEW(id), parent, &NoDialogProcedure, 0);
         ASSERT_NE(nullptr, dialog);
         RECT client;
         GetClientRect(dialog, &client);
-        EXPECT_LE(Measure(dialog, TextOf(dialog), client.right, DT_SINGLELINE).cx, client.right) << "title";
+        EXPECT_LE(Measure(dialog, WideTextOf(dialog), client.right, DT_SINGLELINE).cx, client.right) << "title";
         const std::vector<Control> controls = ControlsOf(dialog);
         for (size_t i = 0; i < controls.size(); ++i) {
             const RECT& place = controls[i].place;
@@ -204,7 +201,7 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
             UpdateWindow(dialog);
             Settle();
             const std::string picture =
-                zo_test::ProgramFolder() + "..\\tests\\language\\" + language.name + "-" + std::to_string(id) + ".png";
+                ProgramFolder() + "..\\tests\\language\\" + language.name + "-" + std::to_string(id) + ".png";
             EXPECT_TRUE(SavePicture(dialog, picture.c_str())) << picture;
         }
         DestroyWindow(dialog);

@@ -2,11 +2,7 @@
 /// The language libraries beside the test program.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <afxwin.h>
-
-#include <string>
+#include "support/test.h"
 
 namespace zo_test {
 
@@ -29,7 +25,7 @@ inline std::string ProgramFolder()
 }
 
 /// A test for each language, with the library loaded.
-class LanguageLibrary : public ::testing::TestWithParam<Language> {
+class LanguageLibrary : public testing::TestWithParam<Language> {
 protected:
     void SetUp() override
     {
@@ -41,6 +37,6 @@ protected:
     HMODULE m_library = nullptr;
 };
 
-inline std::string LanguageName(const ::testing::TestParamInfo<Language>& info) { return info.param.name; }
+inline std::string LanguageName(const testing::TestParamInfo<Language>& info) { return info.param.name; }
 
 } // namespace zo_test

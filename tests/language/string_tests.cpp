@@ -1,18 +1,14 @@
 // The strings and menus of the language libraries, as callers get them.
 #include "language_libraries.h"
+#include "support/test.h"
 
 #include <zogbl/resource_ids.h>
 
-#include <algorithm>
-#include <map>
-#include <utility>
-#include <vector>
-
 namespace {
 
-class Strings : public zo_test::LanguageLibrary {};
+class Strings : public LanguageLibrary {};
 
-INSTANTIATE_TEST_SUITE_P(Languages, Strings, ::testing::ValuesIn(zo_test::kLanguages), &zo_test::LanguageName);
+INSTANTIATE_TEST_SUITE_P(Languages, Strings, testing::ValuesIn(kLanguages), &LanguageName);
 
 BOOL CALLBACK CollectStrings(HMODULE library, LPCSTR, LPSTR name, LONG_PTR strings)
 {
@@ -60,7 +56,7 @@ TEST_P(Strings, AreOfTheLanguageThatTheLibraryIsNamedAfter)
 
 TEST_P(Strings, AreThoseOfTheOthersAndFitTheirBuffers)
 {
-    const HMODULE english = LoadLibraryA((zo_test::ProgramFolder() + "ZOGBLENU.DLL").c_str());
+    const HMODULE english = LoadLibraryA((ProgramFolder() + "ZOGBLENU.DLL").c_str());
     const auto expected = StringsOf(english);
     FreeLibrary(english);
     const auto strings = StringsOf(m_library);
@@ -69,7 +65,7 @@ TEST_P(Strings, AreThoseOfTheOthersAndFitTheirBuffers)
                            [](const auto& left, const auto& right) { return left.first == right.first; }))
         << "other numbers than in English";
     for (const auto& [id, text] : strings) {
-        SCOPED_TRACE(::testing::Message() << id << ": " << text);
+        SCOPED_TRACE(testing::Message() << id << ": " << text);
         char bytes[256];
         BOOL isReplaced = FALSE;
         const int size = WideCharToMultiByte(GetParam().codePage, WC_NO_BEST_FIT_CHARS, text.c_str(), -1, bytes,

@@ -1,9 +1,6 @@
 // The library attached to a process and detached from it, as a host that loads it at run time sees it.
-#include "support/fault_loop.h"
 
-#include <afxext.h>
-
-#include <gtest/gtest.h>
+#include "support/test.h"
 
 namespace {
 
@@ -50,8 +47,8 @@ TEST(Attach, EntersTheChainAndHoldsItsSibling)
 
 TEST(Attach, FailsWithoutMemoryAndLeavesTheHostAsItWas)
 {
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [](const zo_test::FaultRun& run) {
+    AllocationFaults faults;
+    RunFaultLoop(faults, [](const FaultRun& run) {
         const HMODULE library = LoadLibraryA(kLibrary);
         run.Stop();
         EXPECT_EQ(run.Fired(), library == nullptr);

@@ -1,17 +1,12 @@
 // The template libraries of an application: their order, and what becomes of those that fail.
 #include "plugin_fixture.h"
 #include "product/registered_product.h"
-#include "support/process_counts.h"
+#include "support/test.h"
 #include "telephony/registry_faults.h"
 
 #include <zogbl/brixel_access.h>
 
 #include <zomfx/multi_doc_template.h>
-
-#include <memory>
-#include <vector>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,15 +1,9 @@
 // The list of installed modules, in the registry.
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/process_counts.h"
+#include "support/test.h"
 #include "telephony/registry_faults.h"
 
 #include <zogbl/installed_modules.h>
-
-#include <algorithm>
-#include <vector>
-
-using namespace zo_test;
 
 namespace {
 

@@ -2,13 +2,7 @@
 /// The tests' template libraries, and what they tell.
 #pragma once
 
-#include "support/unique_names.h"
-
-#include <gtest/gtest.h>
-
-#include <afxwin.h>
-
-#include <string>
+#include "support/test.h"
 
 namespace zo_test {
 

@@ -1,12 +1,8 @@
 // One template library: loading, its entry points, and what it may not do to its host.
 #include "plugin_fixture.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-#include "support/virtual_slots.h"
+#include "support/test.h"
 
 #include <zogbl/template_module.h>
-
-using namespace zo_test;
 
 namespace {
 

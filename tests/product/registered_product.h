@@ -2,11 +2,11 @@
 /// The suite's product, registered for the user who runs the test, and gone after the test.
 #pragma once
 
+#include "support/test.h"
+
 #include <zogbl/global_config.h>
 #include <zogbl/module.h>
 #include <zogbl/version_resource.h>
-
-#include <gtest/gtest.h>
 
 namespace zo_test {
 

@@ -1,17 +1,6 @@
 // Tests of the test helpers themselves, where a fault in them would hide faults in what they test.
-#include "support/child_process.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/guard_heap.h"
-#include "support/import_patch.h"
-#include "support/mutation.h"
-#include "support/process_counts.h"
-#include "support/sentinel_buffer.h"
-#include "support/unique_names.h"
-#include "support/watchdog.h"
-#include "support/wine_gap.h"
 
-using namespace zo_test;
+#include "support/test.h"
 
 namespace {
 

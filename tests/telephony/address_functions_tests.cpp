@@ -1,12 +1,8 @@
 #include <zogbl/address_functions.h>
 #include <zogbl/location_item.h>
 
+#include "support/test.h"
 #include "tapi_fixture.h"
-
-#include "support/environment.h"
-
-#include <cstring>
-#include <map>
 
 namespace {
 
@@ -202,7 +198,7 @@ TEST_F(Dialing, RefusesWhatCannotBeDialed)
 
 TEST_F(Dialing, LeavesSecondBytesOfCharactersAlone)
 {
-    ZO_ONLY_IN(zo_test::IsDoubleByte(), "characters of two bytes");
+    ZO_ONLY_IN(IsDoubleByte(), "characters of two bytes");
     _tagAddressInformation address = Address(kExample);
     Set(address.m_szNumber, "\x83\x2D\x83\x54 5"); // a hyphen and a "T" as second bytes
     EXPECT_EQ(1, Dial(&address, ZO_DIAL_LOCAL));
@@ -214,8 +210,8 @@ TEST_F(Dialing, LeavesSecondBytesOfCharactersAlone)
 TEST_F(Dialing, SaysSoWhenMemoryLacks)
 {
     for (const BOOL service : {FALSE, TRUE}) {
-        zo_test::AllocationFaults faults;
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        AllocationFaults faults;
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             _tagAddressInformation address = Address(kExample);
             address.m_bTAPIDialing = service;
             const int result = Dial(&address, ZO_DIAL_AUTOMATIC);

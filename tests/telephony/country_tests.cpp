@@ -4,22 +4,10 @@
 #include <zogbl/resource_lookup.h>
 
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
+#include "support/test.h"
 
-#include <gtest/gtest.h>
-
-#include <afxext.h>
-
-#include <algorithm>
 #include <cctype>
-#include <cstdlib>
-#include <iterator>
-#include <map>
 #include <mbstring.h>
-#include <set>
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -29,7 +17,7 @@ int CompareNames(const char* first, const char* second)
 }
 
 /// The global list in one language.
-class Countries : public ::testing::TestWithParam<DWORD> {
+class Countries : public testing::TestWithParam<DWORD> {
 protected:
     void SetUp() override
     {
@@ -48,19 +36,19 @@ protected:
         }
     }
 
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
     CZoCountryCodeList* m_list = nullptr;
 };
 
 constexpr DWORD kLanguages[] = {0x0409, 0x0407, 0x040C, 0x040A, 0x0411};
 
-std::string LanguageName(const ::testing::TestParamInfo<DWORD>& info)
+std::string LanguageName(const testing::TestParamInfo<DWORD>& info)
 {
     constexpr const char* names[] = {"English", "German", "French", "Spanish", "Japanese"};
     return names[info.index];
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, Countries, ::testing::ValuesIn(kLanguages), &LanguageName);
+INSTANTIATE_TEST_SUITE_P(Languages, Countries, testing::ValuesIn(kLanguages), &LanguageName);
 
 /// A text in the system's code page; empty when that lacks a letter of it.
 std::string Narrow(const wchar_t* text)
@@ -150,7 +138,7 @@ TEST_P(Countries, AreFoundByIndexCodeAndName)
     EXPECT_EQ(99u, prefix);
     // The Bahamas and the Congo: the first by name, which is the Congo in Japanese.
     EXPECT_TRUE(GetCountryPrefix(CString("242"), prefix));
-    EXPECT_EQ(GetParam() == 0x0411 && zo_test::IsDoubleByte() ? 0u : 1u, prefix);
+    EXPECT_EQ(GetParam() == 0x0411 && IsDoubleByte() ? 0u : 1u, prefix);
 }
 
 TEST_P(Countries, OfOneIndexAreTheFirstByName)
@@ -258,11 +246,11 @@ TEST_P(Countries, TakeNewNamesButStayTheSameObjects)
 
 TEST_P(Countries, WithoutMemoryAreUnknown)
 {
-    zo_test::AllocationFaults faults;
-    const zo_test::FaultLoopOptions options = {.stride = 7};
-    zo_test::RunFaultLoop(
+    AllocationFaults faults;
+    const FaultLoopOptions options = {.stride = 7};
+    RunFaultLoop(
         faults,
-        [&](const zo_test::FaultRun& run) {
+        [&](const FaultRun& run) {
             CString name;
             CString code;
             ZoCountryTextMap codes;

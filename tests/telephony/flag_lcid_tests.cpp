@@ -3,11 +3,7 @@
 #include <zogbl/module.h>
 
 #include "product/registered_product.h"
-#include "support/fault_loop.h"
-
-#include <afxext.h>
-
-#include <string>
+#include "support/test.h"
 
 namespace {
 
@@ -29,12 +25,12 @@ std::string SystemName(DWORD lcid, LCTYPE item)
     return text;
 }
 
-class Locales : public ::testing::Test {
+class Locales : public testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
     void TearDown() override { ZoGblDumpLanguageDLL(); }
 
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
 };
 
 } // namespace
@@ -130,7 +126,7 @@ TEST_F(Locales, HaveTheFlagThatIsKnown)
 
 TEST_F(Locales, WithoutMemoryOrSystemAreRefusedWhole)
 {
-    const auto body = [](const zo_test::FaultRun& run) {
+    const auto body = [](const FaultRun& run) {
         CZoFlagLcidList list;
         const DWORD loaded = list.LoadData();
         const DWORD added = list.AddLcidCode(kGerman, 5);
@@ -149,12 +145,12 @@ TEST_F(Locales, WithoutMemoryOrSystemAreRefusedWhole)
             EXPECT_TRUE(run.Fired() ? !name.IsEmpty() || run.source.Name() == "system" : name == "German") << name;
         }
     };
-    zo_test::AllocationFaults memory;
-    zo_test::RunFaultLoop(memory, body);
-    zo_test::FaultSource system("system");
+    AllocationFaults memory;
+    RunFaultLoop(memory, body);
+    FaultSource system("system");
     ZO_FAULTY_CALL(GetLocaleInfoA) info(system, "ZOGBLBRX.DLL", 0, ERROR_INVALID_PARAMETER);
     ZO_FAULTY_CALL(LoadResource) load(system, "ZOGBLBRX.DLL", nullptr, ERROR_RESOURCE_DATA_NOT_FOUND);
-    zo_test::RunFaultLoop(system, body);
+    RunFaultLoop(system, body);
 }
 
 TEST(LocalesWithoutLanguage, TableIsNotFound)

@@ -1,13 +1,7 @@
 // Locations when memory, the registry or the product fail.
 #include "location_fixture.h"
 #include "registry_faults.h"
-
-#include <algorithm>
-#include <iterator>
-
-using zo_test::Contents;
-using zo_test::FaultRun;
-using zo_test::Item;
+#include "support/test.h"
 
 namespace {
 
@@ -17,16 +11,16 @@ constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 bool IsDocumented(DWORD status)
 {
     const DWORD codes[] = {ZoErrOutOfMemory,   ZoErrMemoryException, ZoErrNoMemory,
-                           ZoErrObjectInvalid, ZoErrNoValueName,     zo_test::RegistryFaults::kError};
+                           ZoErrObjectInvalid, ZoErrNoValueName,     RegistryFaults::kError};
     return std::find(std::begin(codes), std::end(codes), status) != std::end(codes);
 }
 
-class LocationFaults : public zo_test::LocationTest {
+class LocationFaults : public LocationTest {
 protected:
     LocationFaults()
     {
         for (Item* item : {&m_first, &m_second, &m_changed})
-            zo_test::Fill(*item, item == &m_changed ? "new" : "old", 60);
+            Fill(*item, item == &m_changed ? "new" : "old", 60);
         EXPECT_EQ(0u, m_second.SaveByIndex());
     }
     /// Makes location 1 what it was, and 2, which nothing here changes, the current one.
@@ -54,15 +48,15 @@ public:
     };
     static const Operation kOperations[7];
 
-    void RunAll(zo_test::FaultSource& faults)
+    void RunAll(FaultSource& faults)
     {
-        zo_test::FaultLoopOptions options;
+        FaultLoopOptions options;
         options.stride = 31; // about 60 like values
         for (const Operation& operation : kOperations) {
             SCOPED_TRACE(operation.name);
             faults.Disarm();
             Prepare();
-            zo_test::RunFaultLoop(
+            RunFaultLoop(
                 faults,
                 [&](const FaultRun& run) {
                     if (operation.changes) {
@@ -138,7 +132,7 @@ const LocationFaults::Operation LocationFaults::kOperations[7] = {
          run.Stop();
          EXPECT_EQ(0, list.GetCount());
          // On Win32s each value is a key: deleting that stops on its way leaves those that it has not come to.
-         EXPECT_TRUE(test.IsWholeOrGone(test.m_first) || zo_test::Family() == zo_test::WindowsFamily::kWin32s);
+         EXPECT_TRUE(test.IsWholeOrGone(test.m_first) || Family() == WindowsFamily::kWin32s);
      }},
     {"exist", false,
      [](LocationFaults&, const FaultRun& run) {
@@ -155,11 +149,11 @@ const LocationFaults::Operation LocationFaults::kOperations[7] = {
 
 TEST_F(LocationFaults, MissingMemoryIsAStatus)
 {
-    zo_test::AllocationFaults memory;
+    AllocationFaults memory;
     RunAll(memory);
     Prepare();
     Save(0, "zero");
-    zo_test::RunFaultLoop(memory, [](const FaultRun& run) {
+    RunFaultLoop(memory, [](const FaultRun& run) {
         CZoLocationItemList list;
         const CZoLocationItem* item = list.GetNewLocation();
         EXPECT_TRUE(item != nullptr || run.Fired());
@@ -170,16 +164,16 @@ TEST_F(LocationFaults, MissingMemoryIsAStatus)
 
 TEST_F(LocationFaults, RegistryErrorsAreStatuses)
 {
-    zo_test::RegistryFaults faults;
+    RegistryFaults faults;
     RunAll(faults);
 }
 
 TEST_F(LocationFaults, AFailedWriteRemovesTheRecord)
 {
-    zo_test::FaultSource faults("write");
+    FaultSource faults("write");
     const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, ERROR_DISK_FULL);
     const ZO_FAULTY_CALL(RegSetValueA) setOld(faults, kLibrary, ERROR_DISK_FULL);
-    zo_test::RunFaultLoop(faults, [&](const FaultRun& run) {
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         run.Stop();
         Prepare();
         faults.Arm(run.number, run.persistent);
@@ -194,12 +188,12 @@ TEST_F(LocationFaults, AFailedWriteRemovesTheRecord)
 
 TEST_F(LocationFaults, WithoutProductOrStringNothingIsDone)
 {
-    zo_test::FaultSource product("product"), strings("string");
+    FaultSource product("product"), strings("string");
     const ZO_FAULTY_CALL(GetModuleFileNameA) name(product, kLibrary, 0);
     const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(product, kLibrary, 0);
     const ZO_FAULTY_CALL(GetFileVersionInfoA) info(product, kLibrary, FALSE);
     const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
-    for (zo_test::FaultSource* faults : {&product, &strings})
+    for (FaultSource* faults : {&product, &strings})
         RunAll(*faults);
     Prepare();
     product.Arm(1, true);

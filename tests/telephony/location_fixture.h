@@ -5,12 +5,7 @@
 #include <zogbl/location_item.h>
 
 #include "product/registered_product.h"
-#include "support/environment.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "support/test.h"
 
 namespace zo_test {
 
@@ -110,7 +105,7 @@ inline void Fill(Item& item, const char* name, int length)
     }
 }
 
-class LocationTest : public ::testing::Test {
+class LocationTest : public testing::Test {
 protected:
     static constexpr DWORD kMode = ZO_MODE_LOCAL_MACHINE;
 

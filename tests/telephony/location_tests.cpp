@@ -1,23 +1,13 @@
 #include "location_fixture.h"
-
-#include "support/import_patch.h"
-#include "support/virtual_slots.h"
+#include "support/test.h"
 
 #include <zogbl/resource_ids.h>
 
-#include <afxwin.h>
-
-#include <cstring>
-
-using zo_test::Contents;
-using zo_test::Item;
-using zo_test::Registry;
-
 namespace {
 
-bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
+bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
 
-class Locations : public zo_test::LocationTest {
+class Locations : public LocationTest {
 protected:
     std::string ReadText(const CString& key, const char* name)
     {
@@ -56,7 +46,7 @@ TEST_F(Locations, AHundredWithFullFieldsRoundTrip)
         CZoLocationItem* item = saved.GetNewLocation();
         ASSERT_NE(nullptr, item);
         EXPECT_EQ(i, item->m_dwIndex);
-        zo_test::Fill(*item, std::to_string(i).c_str(), 255);
+        Fill(*item, std::to_string(i).c_str(), 255);
     }
     saved.SaveAllItems();
     CZoLocationItemList loaded;
@@ -65,7 +55,7 @@ TEST_F(Locations, AHundredWithFullFieldsRoundTrip)
     for (int i = 0; i < 100; ++i) {
         const CZoLocationItem* item = loaded.FindByIndex(static_cast<DWORD>(i));
         ASSERT_NE(nullptr, item);
-        EXPECT_EQ(zo_test::ValueNames().size(), Contents(*item).size());
+        EXPECT_EQ(ValueNames().size(), Contents(*item).size());
         EXPECT_EQ(Contents(*saved.GetAt(i)), Contents(*item));
     }
 }
@@ -81,7 +71,7 @@ TEST_F(Locations, StandInTheRegistryUnderTheirNames)
     EXPECT_STREQ(record, registry.GetSection());
     EXPECT_FALSE(registry.DoesIndexExist(3));
     CString text;
-    for (const zo_test::TextField& field : zo_test::kTexts) {
+    for (const TextField& field : kTexts) {
         text = "before";
         EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, (registry.*field.get)(text));
         EXPECT_STREQ("", text);
@@ -91,7 +81,7 @@ TEST_F(Locations, StandInTheRegistryUnderTheirNames)
         EXPECT_STREQ(field.name, text);
     }
     for (DWORD kind = 0; kind < 10; ++kind) {
-        const std::string name = kind < 8 ? zo_test::kKinds[kind] : "Home2"; // what is no kind is the second at home
+        const std::string name = kind < 8 ? kKinds[kind] : "Home2"; // what is no kind is the second at home
         const std::string value = std::to_string(kind);
         EXPECT_EQ(0u, registry.SetPhoneArea(kind, value.c_str()) | registry.SetPhoneNumber(kind, value.c_str()));
         EXPECT_EQ(value, ReadText(record, ("Area" + name).c_str()));
@@ -118,7 +108,7 @@ TEST_F(Locations, StandInTheRegistryUnderTheirNames)
     EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, registry.DeleteIndex(3));
     EXPECT_STREQ(RecordKey("00000005"), registry.GetSection());
     EXPECT_EQ(5u, registry.GetDataIndex());
-    zo_test::ExpectSlots(6, &OpenRegistry::IsClassDataValid, &OpenRegistry::LoadSection, &OpenRegistry::LoadIndex);
+    ExpectSlots(6, &OpenRegistry::IsClassDataValid, &OpenRegistry::LoadSection, &OpenRegistry::LoadIndex);
 }
 
 TEST_F(Locations, CurrentOneIsKeptBesideTheRecords)
@@ -151,13 +141,13 @@ TEST_F(Locations, ARecordThatLacksAnyValueStopsTheLoading)
     Save(2, "second");
     Save(3, "third");
     Item second(2);
-    zo_test::Fill(second, "second", 40);
-    const std::vector<std::string> names = zo_test::ValueNames();
+    Fill(second, "second", 40);
+    const std::vector<std::string> names = ValueNames();
     for (size_t i = 0; i < names.size(); ++i) {
         SCOPED_TRACE(names[i]);
         ASSERT_EQ(0u, m_config.DeleteEntry(kMode, RecordKey("00000002"), names[i].c_str()));
         Item item(8);
-        zo_test::Fill(item, "old", 40);
+        Fill(item, "old", 40);
         std::vector<std::string> expected = Contents(item);
         EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, item.LoadByIndex(2));
         EXPECT_EQ(2u, item.m_dwIndex);
@@ -211,12 +201,12 @@ TEST_F(Locations, TextsThatCannotBeReadBackAreNotSaved)
 {
     Save(2, "second");
     std::vector<CString Item::*> members;
-    for (const zo_test::TextField& field : zo_test::kTexts)
+    for (const TextField& field : kTexts)
         members.push_back(field.member);
     for (size_t i = 0; i < members.size() + 2 * ZO_PHONE_KINDS; ++i) {
         SCOPED_TRACE(i);
         Item item(2), stored(0);
-        zo_test::Fill(item, "new", 255);
+        Fill(item, "new", 255);
         const size_t phone = i - members.size(); // of both arrays
         CStringArray& phones = phone < ZO_PHONE_KINDS ? item.m_csaPhoneAreas : item.m_csaPhoneNumbers;
         (i < members.size() ? item.*members[i] : phones[phone % ZO_PHONE_KINDS]) += "x";
@@ -300,7 +290,7 @@ TEST_F(Locations, AreFoundByNameIndexAndCountry)
         {"", 1, 0},
         {nullptr, 1, -1},
         {"\x83\x5C", 1, 4},
-        {"\x83", 1, zo_test::IsDoubleByte() ? -1 : 4} // half a character
+        {"\x83", 1, IsDoubleByte() ? -1 : 4} // half a character
     };
     for (const auto& c : cases) {
         EXPECT_EQ(c.position < 0 ? nullptr : list.GetAt(c.position), list.FindByName(c.name, c.prefix))
@@ -386,10 +376,10 @@ LONG WINAPI OpenUsersOld(HKEY root, LPCSTR, HKEY* key) { return RegOpenKeyA(root
 
 TEST_F(Locations, AKeyThatDoesNotFitIsNotCutShort)
 {
-    const zo_test::ImportPatch size("ZOGBLBRX.DLL", "GetFileVersionInfoSizeA", &RoomForName);
-    const zo_test::ImportPatch query("ZOGBLBRX.DLL", "VerQueryValueA", &QueryLongName);
-    const zo_test::ImportPatch open("ZOGBLBRX.DLL", "RegOpenKeyExA", &OpenUsers);
-    const zo_test::ImportPatch openOld("ZOGBLBRX.DLL", "RegOpenKeyA", &OpenUsersOld);
+    const ImportPatch size("ZOGBLBRX.DLL", "GetFileVersionInfoSizeA", &RoomForName);
+    const ImportPatch query("ZOGBLBRX.DLL", "VerQueryValueA", &QueryLongName);
+    const ImportPatch open("ZOGBLBRX.DLL", "RegOpenKeyExA", &OpenUsers);
+    const ImportPatch openOld("ZOGBLBRX.DLL", "RegOpenKeyA", &OpenUsersOld);
     const int fixedLength = m_key.GetLength() - CString("Brixel Suite").GetLength();
     constexpr int kMostLength = 1023;
     const struct {

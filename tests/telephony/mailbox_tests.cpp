@@ -2,24 +2,14 @@
 
 #include "product/registered_product.h"
 #include "registry_faults.h"
-#include "support/child_process.h"
-#include "support/environment.h"
-#include "support/unique_names.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-#include <vector>
-
-using zo_test::FaultRun;
+#include "support/test.h"
 
 namespace {
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 constexpr DWORD kMode = ZO_MODE_LOCAL_MACHINE;
 
-bool IsWin32s() { return zo_test::Family() == zo_test::WindowsFamily::kWin32s; }
+bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
 
 std::string g_program; ///< where the running program is said to be
 
@@ -48,7 +38,7 @@ Contents ContentsOf(const CZoRegMailBoxes& mailBoxes)
     return contents;
 }
 
-class MailBoxes : public ::testing::Test {
+class MailBoxes : public testing::Test {
 protected:
     void Store(const char* subkey, const char* name)
     {
@@ -72,7 +62,7 @@ protected:
         return ContentsOf(mailBoxes);
     }
 
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
     const CString m_key = m_product.RootKey() + "\\MailBoxes";
     CZoGlobalConfig m_config;
 };
@@ -207,8 +197,8 @@ TEST_F(MailBoxes, AreReadWholeWhileAnotherProgramWrites)
     for (g_change = 0; g_change <= g_opened; ++g_change) {
         SCOPED_TRACE(g_change);
         Prepare();
-        const zo_test::ImportPatch patch(kLibrary, "RegOpenKeyExA", &OpenKey);
-        const zo_test::ImportPatch patchOld(kLibrary, "RegOpenKeyA", &OpenKeyOld);
+        const ImportPatch patch(kLibrary, "RegOpenKeyExA", &OpenKey);
+        const ImportPatch patchOld(kLibrary, "RegOpenKeyA", &OpenKeyOld);
         g_opened = 0;
         CZoRegMailBoxes mailBoxes;
         EXPECT_EQ(g_change != 0, mailBoxes.Load() != FALSE);
@@ -234,8 +224,8 @@ ZO_CHILD(WritesMailBoxes)
 
 TEST_F(MailBoxes, OfAnotherProcessAreReadWhole)
 {
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10, "the lock is the same on all of them");
-    zo_test::ChildProcess writer("WritesMailBoxes");
+    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10, "the lock is the same on all of them");
+    ChildProcess writer("WritesMailBoxes");
     ASSERT_TRUE(writer.WaitUntilReady());
     Prepare();
     writer.Go();
@@ -258,11 +248,11 @@ TEST_F(MailBoxes, HaveFoldersBesideTheProgram)
     EXPECT_FALSE(CZoRegMailBoxes::GetMailBoxPath(3, path, MAILBOXFOLDER_INBOX)) << "without mailboxes";
     EXPECT_STREQ("before", path);
     Prepare();
-    const zo_test::TestFolder folder;
-    const std::string base = folder.Path(zo_test::IsDoubleByte() ? "\x83\x5C" : "program");
+    const TestFolder folder;
+    const std::string base = folder.Path(IsDoubleByte() ? "\x83\x5C" : "program");
     ASSERT_TRUE(CreateDirectoryA(base.c_str(), nullptr));
     g_program = base + "\\program.exe";
-    const zo_test::ImportPatch patch(kLibrary, "GetModuleFileNameA", &TellProgram);
+    const ImportPatch patch(kLibrary, "GetModuleFileNameA", &TellProgram);
     const struct {
         DWORD number;
         int folder;
@@ -303,9 +293,9 @@ namespace {
 class MailBoxFaults : public MailBoxes {
 protected:
     /// Every operation under each fault of \p faults.
-    void RunAll(zo_test::FaultSource& faults)
+    void RunAll(FaultSource& faults)
     {
-        zo_test::RunFaultLoop(faults, [&](const FaultRun& run) { // load, and ask
+        RunFaultLoop(faults, [&](const FaultRun& run) { // load, and ask
             run.Stop();
             Prepare();
             faults.Arm(run.number, run.persistent);
@@ -324,7 +314,7 @@ protected:
             const DWORD number = mailBoxes.GetUserDefault();
             EXPECT_TRUE(number == 12 || (run.Fired() && number == 3)) << number;
         });
-        zo_test::RunFaultLoop(faults, [&](const FaultRun& run) { // write
+        RunFaultLoop(faults, [&](const FaultRun& run) { // write
             run.Stop();
             Prepare();
             CZoRegMailBoxes mailBoxes;
@@ -340,7 +330,7 @@ protected:
             }
             EXPECT_LE(stored.size(), 2u);
         });
-        zo_test::RunFaultLoop(faults, [&](const FaultRun& run) { // choose
+        RunFaultLoop(faults, [&](const FaultRun& run) { // choose
             run.Stop();
             Prepare();
             faults.Arm(run.number, run.persistent);
@@ -350,13 +340,13 @@ protected:
         });
     }
     /// The path of a mailbox, under each fault of \p faults. The folder may be missing then, and with \p pathMayFail the path.
-    void RunPath(zo_test::FaultSource& faults, bool pathMayFail)
+    void RunPath(FaultSource& faults, bool pathMayFail)
     {
-        const zo_test::TestFolder folder;
+        const TestFolder folder;
         g_program = folder.Path("program.exe");
         const std::string expected = folder.Path("MAILBOX\\00000012\\INBOX");
         Prepare();
-        zo_test::RunFaultLoop(faults, [&](const FaultRun& run) {
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             run.Stop();
             for (const char* made : {"MAILBOX\\00000012\\INBOX", "MAILBOX\\00000012", "MAILBOX"})
                 RemoveDirectoryA(folder.Path(made).c_str());
@@ -370,21 +360,21 @@ protected:
         });
     }
 
-    const zo_test::ImportPatch m_patch{kLibrary, "GetModuleFileNameA", &TellProgram};
+    const ImportPatch m_patch{kLibrary, "GetModuleFileNameA", &TellProgram};
 };
 
 } // namespace
 
 TEST_F(MailBoxFaults, MissingMemoryLosesNothing)
 {
-    zo_test::AllocationFaults memory;
+    AllocationFaults memory;
     RunAll(memory);
     RunPath(memory, true);
 }
 
 TEST_F(MailBoxFaults, RegistryAndProductMayFail)
 {
-    zo_test::RegistryFaults faults;
+    RegistryFaults faults;
     const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
     const ZO_FAULTY_CALL(GetFileVersionInfoA) info(faults, kLibrary, FALSE);
     RunAll(faults);
@@ -392,12 +382,12 @@ TEST_F(MailBoxFaults, RegistryAndProductMayFail)
 
 TEST_F(MailBoxFaults, NothingIsWrittenOverWhatCouldNotBeDeleted)
 {
-    zo_test::FaultSource faults("delete");
+    FaultSource faults("delete");
 #ifdef _WIN64
     const ZO_FAULTY_CALL(RegDeleteKeyExA) deleteInView(faults, kLibrary, ERROR_ACCESS_DENIED);
 #endif
     const ZO_FAULTY_CALL(RegDeleteKeyA) deleteKey(faults, kLibrary, ERROR_ACCESS_DENIED);
-    zo_test::RunFaultLoop(faults, [&](const FaultRun& run) {
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         run.Stop();
         Prepare();
         CZoRegMailBoxes mailBoxes;
@@ -413,10 +403,10 @@ TEST_F(MailBoxFaults, NothingIsWrittenOverWhatCouldNotBeDeleted)
 
 TEST_F(MailBoxFaults, AKeyThatIsDeletedMeanwhileIsReadAgain)
 {
-    zo_test::FaultSource faults("enumerate");
+    FaultSource faults("enumerate");
     const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, ERROR_KEY_DELETED);
     const ZO_FAULTY_CALL(RegEnumKeyA) enumerateOld(faults, kLibrary, ERROR_KEY_DELETED);
-    zo_test::RunFaultLoop(faults, [&](const FaultRun& run) {
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         run.Stop();
         Prepare();
         faults.Arm(run.number, run.persistent);
@@ -430,7 +420,7 @@ TEST_F(MailBoxFaults, AKeyThatIsDeletedMeanwhileIsReadAgain)
 
 TEST_F(MailBoxFaults, FoldersThatCannotBeMadeStillHaveAPath)
 {
-    zo_test::FaultSource faults("folder");
+    FaultSource faults("folder");
     const ZO_FAULTY_CALL(CreateDirectoryA) create(faults, kLibrary, FALSE, ERROR_DISK_FULL);
     RunPath(faults, false);
 }

@@ -7,15 +7,10 @@
 #include <zogbl/resource_lookup.h>
 
 #include "product/registered_product.h"
-#include "support/fault_loop.h"
+#include "support/test.h"
 
-#include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <iterator>
-#include <string>
 #include <type_traits>
-#include <vector>
 
 namespace {
 
@@ -38,7 +33,7 @@ protected:
     }
 };
 
-class Pickers : public ::testing::Test {
+class Pickers : public testing::Test {
 protected:
     void SetUp() override
     {
@@ -64,7 +59,7 @@ protected:
     }
 
     const CRect m_place{0, 0, 250, 200};
-    zo_test::RegisteredProduct m_product;
+    RegisteredProduct m_product;
     Parent m_parent;
 };
 
@@ -203,7 +198,7 @@ template <class BOX> constexpr bool kIsCombo = std::is_base_of_v<CComboBox, BOX>
 
 template <class BOX> class CountryPickers : public Pickers {
 };
-using CountryBoxes = ::testing::Types<CCountryCodeComboBox, CCountryCodeListBox>;
+using CountryBoxes = testing::Types<CCountryCodeComboBox, CCountryCodeListBox>;
 TYPED_TEST_SUITE(CountryPickers, CountryBoxes);
 
 } // namespace
@@ -342,7 +337,7 @@ TYPED_TEST(CountryPickers, FollowAChangeOfLanguage)
 
 TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
 {
-    const zo_test::ImportPatch patch("ZOGBLBRX.DLL", "GetSysColor", &SchemeColor);
+    const ImportPatch patch("ZOGBLBRX.DLL", "GetSysColor", &SchemeColor);
     CCountryCodeComboBox box;
     ASSERT_TRUE(box.Create(kDropDown, m_place, &m_parent, kBoxId));
     box.ResetInformation(0);
@@ -437,7 +432,7 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
 
 template <class BOX> class LocalePickers : public Pickers {
 };
-using Boxes = ::testing::Types<CFlagLcidComboBox, CFlagLcidListBox>;
+using Boxes = testing::Types<CFlagLcidComboBox, CFlagLcidListBox>;
 TYPED_TEST_SUITE(LocalePickers, Boxes);
 
 TYPED_TEST(LocalePickers, ShowTheAttachedList)
@@ -547,7 +542,7 @@ TYPED_TEST(LocalePickers, FollowTheKeysAsAPlainBoxDoes)
 
 TEST_F(Pickers, WhateverFailsShowTheNames)
 {
-    const auto body = [&](const zo_test::FaultRun& run) {
+    const auto body = [&](const FaultRun& run) {
         CCountryCodeComboBox box;
         ASSERT_TRUE(box.Create(kDropDown & ~WS_VISIBLE, m_place, &m_parent, kBoxId));
         box.ResetInformation(0);
@@ -572,16 +567,16 @@ TEST_F(Pickers, WhateverFailsShowTheNames)
         EXPECT_GT(drawing.Marked(4, box.GetPictureWidth() - 4, GetSysColor(COLOR_WINDOW)), 50) << "flag";
     };
     {
-        zo_test::FaultSource flags("flags");
+        FaultSource flags("flags");
         ZO_FAULTY_CALL(LoadBitmapA) load(flags, "ZOGBLBRX.DLL", nullptr, ERROR_NOT_ENOUGH_MEMORY);
         ZO_FAULTY_CALL(GetObjectA) object(flags, "ZOGBLBRX.DLL", 0, ERROR_INVALID_HANDLE);
         ZO_FAULTY_CALL(CreateBitmap) create(flags, "ZOGBLBRX.DLL", nullptr, ERROR_NOT_ENOUGH_MEMORY);
         ZO_FAULTY_CALL(CreateCompatibleDC) compatible(flags, "ZOGBLBRX.DLL", nullptr, ERROR_NOT_ENOUGH_MEMORY);
         ZO_FAULTY_CALL(SelectObject) select(flags, "ZOGBLBRX.DLL", nullptr, ERROR_INVALID_HANDLE);
         ZO_FAULTY_CALL(BitBlt) copy(flags, "ZOGBLBRX.DLL", FALSE, ERROR_INVALID_HANDLE);
-        zo_test::RunFaultLoop(flags, body);
+        RunFaultLoop(flags, body);
     }
-    zo_test::FaultSource texts("text");
+    FaultSource texts("text");
     ZO_FAULTY_CALL(DrawTextA) draw(texts, "ZOGBLBRX.DLL", 0, ERROR_NOT_ENOUGH_MEMORY);
-    zo_test::RunFaultLoop(texts, body);
+    RunFaultLoop(texts, body);
 }

@@ -2,7 +2,7 @@
 /// A fault source for every call of the registry that the library makes.
 #pragma once
 
-#include "support/fault_loop.h"
+#include "support/test.h"
 
 namespace zo_test {
 

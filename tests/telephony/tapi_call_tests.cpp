@@ -1,10 +1,7 @@
 // Waiting, hanging up, and what happens meanwhile.
+#include "support/test.h"
 #include "tapi_fixture.h"
 
-#include "support/virtual_slots.h"
-
-#include <algorithm>
-#include <cstring>
 #include <new>
 
 namespace {
@@ -38,9 +35,9 @@ DWORD ThreadMilliseconds()
 TEST_F(TapiCall, VirtualOperationsKeepTheirOrder)
 {
     using Line = CZoTAPIInterface;
-    zo_test::ExpectSlots(2, &Line::InitializeTAPI, &Line::ShutdownTAPI, &Line::EnableCallAnswer, &Line::GrabThePort,
-                         &Line::HangupCall, &Line::DoLineReply, &Line::DoLineClose, &Line::DoLineDevState,
-                         &Line::DoLineCallState, &Line::DoLineCreate, &Line::DoLineCallInfo);
+    ExpectSlots(2, &Line::InitializeTAPI, &Line::ShutdownTAPI, &Line::EnableCallAnswer, &Line::GrabThePort,
+                &Line::HangupCall, &Line::DoLineReply, &Line::DoLineClose, &Line::DoLineDevState,
+                &Line::DoLineCallState, &Line::DoLineCreate, &Line::DoLineCallInfo);
 }
 
 TEST_F(TapiCall, MembersKeepTheirPlacesAndBeginAsTheyShould)

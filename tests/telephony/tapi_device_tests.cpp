@@ -1,9 +1,6 @@
 // Devices and their configuration, translation, boxes; machines without the service, or without parts of it.
+#include "support/test.h"
 #include "tapi_fixture.h"
-
-#include "support/child_process.h"
-
-#include <map>
 
 namespace {
 
@@ -88,9 +85,9 @@ std::string TryEverything()
 ZO_CHILD(WithoutOneFunction)
 {
     g_missing = child.Argument(0);
-    const zo_test::ImportPatch find(kLibrary, "GetProcAddress", &FindAllButOne);
-    const zo_test::ImportPatch clock(kLibrary, "GetTickCount", &FastClock);
-    const zo_test::ImportPatch sleep(kLibrary, "MsgWaitForMultipleObjects", &ShortSleep);
+    const ImportPatch find(kLibrary, "GetProcAddress", &FindAllButOne);
+    const ImportPatch clock(kLibrary, "GetTickCount", &FastClock);
+    const ImportPatch sleep(kLibrary, "MsgWaitForMultipleObjects", &ShortSleep);
     const std::string report = TryEverything();
     EXPECT_EQ(report, TryEverything());
     EXPECT_EQ(1u, g_lookups.count(g_missing));
@@ -101,7 +98,7 @@ ZO_CHILD(WithoutOneFunction)
 
 ZO_CHILD(WithoutService)
 {
-    const zo_test::ImportPatch load(kLibrary, "LoadLibraryA", &LoadNothing);
+    const ImportPatch load(kLibrary, "LoadLibraryA", &LoadNothing);
     const std::string report = TryEverything();
     EXPECT_EQ(report, TryEverything());
     EXPECT_EQ(1, g_loads) << "it is not tried again";
@@ -135,12 +132,12 @@ TEST(TapiMissing, IsMissedForGoodAndNothingElseWith)
         {"lineGetCallInfo", "caller 12; "},
     };
     for (const auto& [function, report] : kCases) {
-        zo_test::ChildProcess child("WithoutOneFunction", {function});
+        ChildProcess child("WithoutOneFunction", {function});
         child.Finish();
         ASSERT_EQ(1u, child.Reports().size()) << function;
         EXPECT_EQ(report, child.Reports().front()) << function;
     }
-    zo_test::ChildProcess child("WithoutService");
+    ChildProcess child("WithoutService");
     child.Finish();
     ASSERT_EQ(1u, child.Reports().size());
     EXPECT_EQ(kNoService, child.Reports().front());
@@ -199,8 +196,8 @@ TEST_F(TapiDevice, AreListedWithTheirRegistryKeys)
     EXPECT_EQ(2u, TestLine().EnumerateTAPIDeviceLines(nullptr, error, &keys));
     EXPECT_NE(std::string::npos,
               TakeTexts().find("d.\nTAPI Device #0 is: Modem\nTAPI Device #0 reg key is: Key\nTAPI uninit"));
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         CStringArray names, keys;
         TestLine line(TRUE);
         const DWORD count = line.EnumerateTAPIDeviceLines(&names, error, &keys);
@@ -255,7 +252,7 @@ TEST_F(TapiDevice, BuffersAreReusedGrownOrRefused)
     EXPECT_EQ(DWORD{LINEADDRESSMODE_ADDRESSID}, params->dwAddressMode);
     EXPECT_EQ(4u, params->dwDisplayableAddressSize);
     EXPECT_STREQ("123", reinterpret_cast<char*>(params) + params->dwDisplayableAddressOffset);
-    zo_test::FaultSource faults("LocalAlloc");
+    FaultSource faults("LocalAlloc");
     const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
     faults.Arm(1, true);
     EXPECT_EQ(nullptr, line.ZoCheckAndReAllocBuffer(params, 5000, "label"));
@@ -301,7 +298,7 @@ TEST_F(TapiDevice, BoxesAskOnceAndAreTakenAtTheirWord)
     EXPECT_FALSE(line.HandleLineErr(1)) << "a request's number";
     TakeBoxes();
 
-    zo_test::FaultSource faults("CreateProcessA");
+    FaultSource faults("CreateProcessA");
     const ZO_FAULTY_CALL(CreateProcessA) create(faults, kLibrary, FALSE);
     faults.Arm(1, true);
     telsim.SetLineCount(0);
@@ -317,7 +314,7 @@ TEST_F(TapiDevice, BoxesAskOnceAndAreTakenAtTheirWord)
     EXPECT_EQ(2, faults.Fired());
     faults.Disarm();
     answer = IDYES;
-    const zo_test::ImportPatch start(kLibrary, "CreateProcessA", &StartNothing);
+    const ImportPatch start(kLibrary, "CreateProcessA", &StartNothing);
     ZO_EXPECT_NO_LEAK(line.HandleNoDevicesInstalled());
     EXPECT_EQ("CONTROL.EXE MODEM.CPL,,ADD, 1, 0x20", g_started);
     EXPECT_EQ(0x14u, line.GetLastTAPIErrorFlags());

@@ -1,9 +1,6 @@
 // Events, answering, devices.
+#include "support/test.h"
 #include "tapi_fixture.h"
-
-#include "support/environment.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -128,7 +125,7 @@ TEST_F(TapiEvent, CallersAreIdentified)
         {"555", longName, 0, "555", longName.substr(0, 259)},
         // two-byte characters are not cut in the middle
         {"555", "x" + std::string(400, '\x83'), 0, "555", "x" + std::string(258, '\x83')},
-        {"555", std::string(400, '\x83'), 0, "555", std::string(zo_test::IsDoubleByte() ? 258 : 259, '\x83')},
+        {"555", std::string(400, '\x83'), 0, "555", std::string(IsDoubleByte() ? 258 : 259, '\x83')},
     };
     for (const auto& test : kCases) {
         TestLine line;

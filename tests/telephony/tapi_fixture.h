@@ -2,24 +2,11 @@
 /// Line interfaces on the simulated telephony service, and what they show and tell.
 #pragma once
 
+#include "support/test.h"
+
 #include <zogbl/tapi_interface.h>
 
-#include "support/box_stub.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-
 #include <telsim/client.h>
-
-#include <gtest/gtest.h>
-
-#include <afxext.h>
-
-#include <functional>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 
@@ -62,7 +49,7 @@ public:
 };
 
 /// Watches the library: texts for the debugger, boxes, local blocks, time.
-class TapiTest : public ::testing::Test {
+class TapiTest : public testing::Test {
 protected:
     TapiTest()
     {
@@ -161,10 +148,10 @@ private:
     HINSTANCE m_english = LoadLibraryA("ZOGBLENU.DLL"); // stays loaded
     const CDynLinkLibrary m_chain{m_english, m_english};
     int m_localBlocks = 0;
-    const zo_test::ImportPatch m_text{kLibrary, "OutputDebugStringA", &NoteText};
-    const zo_test::BoxStub m_box{&NoteBox};
-    const zo_test::ImportPatch m_alloc{kLibrary, "LocalAlloc", &CountAlloc};
-    const zo_test::ImportPatch m_free{kLibrary, "LocalFree", &CountFree};
-    const zo_test::ImportPatch m_clock{kLibrary, "GetTickCount", &Clock};
-    const zo_test::ImportPatch m_sleep{kLibrary, "MsgWaitForMultipleObjects", &Sleeping};
+    const ImportPatch m_text{kLibrary, "OutputDebugStringA", &NoteText};
+    const BoxStub m_box{&NoteBox};
+    const ImportPatch m_alloc{kLibrary, "LocalAlloc", &CountAlloc};
+    const ImportPatch m_free{kLibrary, "LocalFree", &CountFree};
+    const ImportPatch m_clock{kLibrary, "GetTickCount", &Clock};
+    const ImportPatch m_sleep{kLibrary, "MsgWaitForMultipleObjects", &Sleeping};
 };

@@ -1,9 +1,8 @@
 // The telephony service's failures, lies and oddities, function by function.
+#include "support/test.h"
 #include "tapi_fixture.h"
 
 #include <zogbl/address_functions.h>
-
-#include <cstring>
 
 namespace {
 
@@ -100,7 +99,7 @@ protected:
     /// Afterwards the service must have nothing of the interface left.
     Outcome Live(Life life, BOOL silent, DWORD* flags = nullptr)
     {
-        const long handles = zo_test::ProcessCounts::Take().handles;
+        const long handles = ProcessCounts::Take().handles;
         const size_t told = texts.size();
         Outcome outcome{};
         {
@@ -144,7 +143,7 @@ protected:
         EXPECT_EQ(0, localBlocks());
         EXPECT_EQ(0u, telsim.GetCount(TELSIM_PORTS));
         telsim.Reset();
-        EXPECT_GE(handles, zo_test::ProcessCounts::Take().handles);
+        EXPECT_GE(handles, ProcessCounts::Take().handles);
         return outcome;
     }
 };
@@ -197,7 +196,7 @@ TEST_F(TapiService, EveryErrorOfEveryFunctionIsRecordedAndShownAsItShould)
 
 TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
 {
-    ZO_ONLY_IN(zo_test::Family() == zo_test::WindowsFamily::kWindows10, "the same everywhere, and slow");
+    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10, "the same everywhere, and slow");
     struct Case {
         std::string function;
         Life life;
@@ -262,7 +261,7 @@ TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
             cases.push_back({function, life, TELSIM_NEED_ENDLESS, more, endless});
     }
     fastClock = 20000;
-    const size_t rounds = zo_test::Family() == zo_test::WindowsFamily::kWindows10 ? 1000 : cases.size();
+    const size_t rounds = Family() == WindowsFamily::kWindows10 ? 1000 : cases.size();
     for (size_t round = 0; round < rounds && !HasFailure(); ++round) {
         const Case& test = cases[round % cases.size()];
         SCOPED_TRACE(test.function + " action " + std::to_string(test.action) + " value " + std::to_string(test.value) +
@@ -301,9 +300,9 @@ TEST_F(TapiService, WithoutMemoryNothingIsLostAndTheDebuggerIsToldWhere)
     };
     fastClock = 20000;
     for (const auto& [life, blocks] : kCases) {
-        zo_test::FaultSource faults("LocalAlloc");
+        FaultSource faults("LocalAlloc");
         const ZO_FAULTY_CALL(LocalAlloc) alloc(faults, kLibrary, nullptr);
-        zo_test::RunFaultLoop(faults, [&, life = life, &blocks = blocks](const zo_test::FaultRun& run) {
+        RunFaultLoop(faults, [&, life = life, &blocks = blocks](const FaultRun& run) {
             localSizes.clear();
             TakeTexts();
             const Outcome outcome = Live(life, TRUE);
@@ -321,8 +320,8 @@ TEST_F(TapiService, WithoutMemoryNothingIsLostAndTheDebuggerIsToldWhere)
         });
     }
     for (const Life life : {Life::kPort, Life::kCaller}) {
-        zo_test::AllocationFaults faults;
-        zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+        AllocationFaults faults;
+        RunFaultLoop(faults, [&](const FaultRun& run) {
             const Outcome outcome = Live(life, TRUE);
             run.Stop();
             EXPECT_EQ((run.Fired() ? Outcome{"", 10} : Outcome{ResultOf(life), 0}), outcome);

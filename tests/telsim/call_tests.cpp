@@ -1,8 +1,6 @@
 // What a program sees of devices, lines and calls when it does everything right.
 #include "program.h"
-
-#include "support/process_counts.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 
 namespace {
 
@@ -302,7 +300,7 @@ TEST_F(Calls, SayHowMuchRoomTheirRecordsNeed)
 
 TEST_F(Calls, TranslateNumbersFromWhereTheyAreDialed)
 {
-    const zo_test::TestFolder folder;
+    const TestFolder folder;
     folder.Write("telsim.ini",
                  "[location]\r\ncountry=49\r\narea=30\r\noutside=0,\r\nlongdistance=0\r\ninternational=00\r\n"
                  "cancelcallwaiting=*43,\r\n[line0]\r\nname=Only one\r\n");

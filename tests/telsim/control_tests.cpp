@@ -1,10 +1,6 @@
 // The ways of driving the service: rules, events, telsim.ini.
 #include "program.h"
-
-#include "support/unique_names.h"
-
-#include <algorithm>
-#include <cstring>
+#include "support/test.h"
 
 namespace {
 
@@ -272,7 +268,7 @@ TEST_F(Control, SetsLinesByTheKeysOfTheFile)
 
 TEST(Ini, DescribesLinesAndCallsThatComeIn)
 {
-    const zo_test::TestFolder folder;
+    const TestFolder folder;
     folder.Write("telsim.ini", "; a comment\r\n[telsim]\r\ndialogs=0\r\n"
                                "[line0]\r\nname = First line\r\nmedia=datamodem,g3fax\r\nport=\r\n"
                                "[line1]\r\nname=Second\r\nspeed=9600\r\n"

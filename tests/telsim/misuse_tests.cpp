@@ -1,7 +1,6 @@
 // Wrong calls: each is refused with the code that the interface documents, and listed with a reason.
 #include "program.h"
-
-#include <cstring>
+#include "support/test.h"
 
 /// A wrong call, to be made later.
 #define CALL(...) [&] { return p.__VA_ARGS__; }

@@ -1,9 +1,6 @@
 // The modem on the serial port: from the line, through a real communications handle, to the modem and back.
 #include "program.h"
-
-#include "support/environment.h"
-
-#include <cstring>
+#include "support/test.h"
 
 namespace {
 
@@ -191,7 +188,7 @@ TEST_F(Modem, ForgetsEverythingWhenThePortIsClosed)
 /// What a terminal lacks of a serial port. Programs must not need it.
 TEST_F(Modem, HasNoStatusLines)
 {
-    ZO_ONLY_IN(zo_test::IsWine(), "where the port is a terminal");
+    ZO_ONLY_IN(IsWine(), "where the port is a terminal");
     DWORD lines = 0;
     EXPECT_FALSE(GetCommModemStatus(m_port, &lines));
     EXPECT_FALSE(EscapeCommFunction(m_port, SETDTR));

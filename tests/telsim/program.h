@@ -2,16 +2,10 @@
 /// A program that telephones, for the tests of the service that it uses.
 #pragma once
 
+#include "support/test.h"
 #include "tapi_header.h"
 
 #include <telsim/client.h>
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <ostream>
-#include <string>
-#include <vector>
 
 /// An event that the callback was given.
 struct Event {

@@ -1,9 +1,6 @@
 // Tools files byte for byte, and every way in which one can be wrong.
+#include "support/test.h"
 #include "tool_fixture.h"
-
-#include "support/virtual_slots.h"
-
-using namespace zo_test;
 
 namespace {
 

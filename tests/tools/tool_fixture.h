@@ -5,15 +5,9 @@
 #include <zogbl/tool_file.h>
 
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 
 #include <afxcoll.h>
-
-#include <cstring>
-#include <string>
-#include <vector>
 
 namespace zo_test {
 

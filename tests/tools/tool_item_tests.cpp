@@ -1,18 +1,8 @@
 // Items: what their fields take, and how their programs start.
+#include "support/test.h"
 #include "tool_fixture.h"
 
-#include "support/box_stub.h"
-#include "support/dialog_driver.h"
-#include "support/import_patch.h"
-#include "support/process_counts.h"
-#include "support/wine_gap.h"
-
 #include <zogbl/resource_ids.h>
-
-#include <cstdlib>
-#include <map>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,9 +1,8 @@
 // The tools in the main window's menu.
+#include "support/test.h"
 #include "tool_fixture.h"
 
 #include <zogbl/tool_menu.h>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,12 +1,8 @@
 // Damaged tools files: what is read is what the format says, and never more than its fields.
+#include "support/test.h"
 #include "tool_fixture.h"
 
-#include "support/import_patch.h"
-#include "support/mutation.h"
-
 #include <zogbl/tool_menu.h>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,10 +1,6 @@
 // The editor of tools files, driven by keys and clicks.
+#include "support/test.h"
 #include "tool_fixture.h"
-
-#include "support/box_stub.h"
-#include "support/dialog_driver.h"
-#include "support/import_patch.h"
-#include "support/stop_at_write.h"
 
 #include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
@@ -13,10 +9,6 @@
 #include <zomfx/frame_window.h>
 
 #include <commctrl.h>
-
-#include <set>
-
-using namespace zo_test;
 
 namespace {
 

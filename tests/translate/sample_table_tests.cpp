@@ -1,9 +1,6 @@
 // The sample translation files, beside what the system's code pages say.
+#include "support/test.h"
 #include "translate_fixture.h"
-
-#include <utility>
-
-using namespace zo_test;
 
 namespace {
 

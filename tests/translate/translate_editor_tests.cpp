@@ -1,20 +1,9 @@
 // The chooser and the editor of translation tables, driven by keys and clicks.
+#include "support/test.h"
 #include "translate_fixture.h"
-
-#include "support/box_stub.h"
-#include "support/dialog_driver.h"
-#include "support/fault_loop.h"
-#include "support/stop_at_write.h"
 
 #include <zogbl/resource_ids.h>
 #include <zogbl/translate_editor.h>
-
-#include <cstdio>
-#include <memory>
-#include <utility>
-#include <vector>
-
-using namespace zo_test;
 
 namespace {
 

@@ -1,12 +1,6 @@
 // Tables, and the files that they are kept in, byte for byte.
+#include "support/test.h"
 #include "translate_fixture.h"
-
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
-
-#include <utility>
-
-using namespace zo_test;
 
 namespace {
 

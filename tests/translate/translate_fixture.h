@@ -3,13 +3,10 @@
 #pragma once
 
 #include "product/registered_product.h"
-#include "support/environment.h"
-#include "support/unique_names.h"
+#include "support/test.h"
 
 #include <zogbl/module.h>
 #include <zogbl/translate.h>
-
-#include <string>
 
 namespace zo_test {
 

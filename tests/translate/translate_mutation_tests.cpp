@@ -1,12 +1,6 @@
 // Damaged translation files: what is read is what the format says, and never half of it.
+#include "support/test.h"
 #include "translate_fixture.h"
-
-#include "support/mutation.h"
-
-#include <algorithm>
-#include <cstring>
-
-using namespace zo_test;
 
 namespace {
 

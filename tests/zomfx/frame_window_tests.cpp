@@ -1,11 +1,8 @@
 // Main windows and the application's help file.
-#include "support/environment.h"
-#include "support/fault_loop.h"
-#include "support/process_counts.h"
+
+#include "support/test.h"
 
 #include <zomfx/frame_window.h>
-
-using namespace zo_test;
 
 namespace {
 
