@@ -103,4 +103,13 @@ void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)
     RunMode(source, true, usualCalls, body, options);
 }
 
+void RunFaultActs(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options)
+{
+    const auto stopped = [&](const FaultRun& run) {
+        run.Stop();
+        body(run);
+    };
+    RunFaultLoop(source, stopped, options);
+}
+
 } // namespace zo_test

@@ -10,7 +10,16 @@
 ///         EXPECT_EQ(run.Fired() ? "before" : "after", thing.Text());
 ///     });
 ///
-/// System calls fail in the same way, alone or several as one row of calls:
+/// A test that prepares something for each run, or looks at it in between, says what is tried. Only there calls fail; the
+/// count of calls goes on from one such part of a run to the next:
+///
+///     zo_test::RunFaultActs(faults, [&](const zo_test::FaultRun& run) {
+///         Prepare();
+///         const DWORD status = run.Act([&] { return thing.Save(); });
+///         EXPECT_EQ(run.Fired() ? ZO_NO_MEMORY : 0u, status);
+///     });
+///
+/// System calls fail in the same way, alone or several as one row of calls; rows for many tests are in fault_sets.h:
 ///
 ///     zo_test::FaultSource faults("registry");
 ///     ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, "ZOGBLBRX.DLL", ERROR_ACCESS_DENIED);
@@ -40,6 +49,8 @@ public:
     /// Makes call \p nth fail, counted from 1; with \p persistent all calls after it too.
     void Arm(int nth, bool persistent);
     void Disarm() { m_armed = false; }
+    /// Goes on with what it was armed with and had counted before Disarm.
+    void Resume() { m_armed = true; }
     /// Counts a call. \return whether it is to fail.
     bool Next();
 
@@ -75,6 +86,16 @@ struct FaultRun {
     bool Fired() const { return source.Fired() > 0; }
     /// Ends the faults of this run, so that checks can work undisturbed.
     void Stop() const { source.Disarm(); }
+    /// Lets calls fail within \p act, and no longer. \return what \p act returns.
+    template <class ACT> auto Act(const ACT& act) const
+    {
+        struct Faults {
+            FaultSource& source;
+            ~Faults() { source.Disarm(); }
+        } const faults{source};
+        source.Resume();
+        return act();
+    }
 };
 
 struct FaultLoopOptions {
@@ -87,6 +108,8 @@ struct FaultLoopOptions {
 
 /// Runs \p body with a fault at call 1, 2, 3 ... . A loop in which no fault ever fires fails the test.
 void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options = {});
+/// The same with faults within FaultRun::Act only; its calls are counted through the run.
+void RunFaultActs(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options = {});
 
 /// A function's name as part of a type.
 template <size_t SIZE> struct FunctionName {

@@ -85,14 +85,21 @@ TEST(FaultLoop, FailsEachCallOnceAndFromThenOn)
 {
     FaultSource source("call");
     std::vector<std::string> patterns;
-    RunFaultLoop(source, [&](const FaultRun&) {
-        std::string pattern;
-        for (int i = 0; i < 3; ++i)
-            pattern += source.Next() ? 'x' : '.';
-        patterns.push_back(pattern);
-    });
+    const auto ask = [&] { return source.Next() ? 'x' : '.'; };
+    RunFaultLoop(source, [&](const FaultRun&) { patterns.push_back({ask(), ask(), ask()}); });
     const std::vector<std::string> expected = {"...", "x..", ".x.", "..x", "...", "xxx", ".xx", "..x", "..."};
-    EXPECT_EQ(expected, patterns);
+    EXPECT_EQ(expected, std::exchange(patterns, {}));
+
+    RunFaultActs(source, [&](const FaultRun& run) {
+        std::string pattern(1, ask());
+        run.Act([&] { pattern += {ask(), ask()}; });
+        pattern += ask();
+        pattern += run.Act(ask);
+        patterns.push_back(pattern + ask());
+    });
+    const std::vector<std::string> within = {"......", ".x....", "..x...", "....x.", "......",
+                                             ".xx.x.", "..x.x.", "....x.", "......"};
+    EXPECT_EQ(within, patterns);
 }
 
 TEST(FaultLoop, NoticesWhatGoesWrong)

@@ -7,6 +7,7 @@
 #include "support/dialog_driver.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
+#include "support/fault_sets.h"
 #include "support/guard_heap.h"
 #include "support/import_patch.h"
 #include "support/mutation.h"

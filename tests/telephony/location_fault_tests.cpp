@@ -1,6 +1,5 @@
 // Locations when memory, the registry or the product fail.
 #include "location_fixture.h"
-#include "registry_faults.h"
 #include "support/test.h"
 
 namespace {

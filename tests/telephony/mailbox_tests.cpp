@@ -1,7 +1,6 @@
 #include <zogbl/mailboxes.h>
 
 #include "product/registered_product.h"
-#include "registry_faults.h"
 #include "support/test.h"
 
 namespace {
