@@ -46,40 +46,24 @@ inline const TextField kTexts[] = {ZO_TEXT("LocationName", LocationName),
 #undef ZO_TEXT
 inline const char* const kKinds[] = {"Home1", "Home2", "Work1", "Work2", "Data", "Fax", "Mobile", "Pager"};
 
-/// Every value of a record, in the order in which it is read.
-inline std::vector<std::string> ValueNames()
-{
-    std::vector<std::string> names = {"CountryIndex"};
-    for (const TextField& field : kTexts) {
-        names.emplace_back(field.name);
-        if (names.back() == "LocationName")
-            names.emplace_back("TAPIDialingEnabled");
-        if (names.back() == "CallWaiting")
-            names.emplace_back("AddressCountryIndex");
-    }
-    for (const char* kind : kKinds) {
-        names.push_back(std::string("Area") + kind);
-        names.push_back(std::string("Phone") + kind);
-    }
-    return names;
-}
+using Values = std::vector<std::pair<std::string, std::string>>;
 
-/// What an item holds, in that order; short of the telephone numbers that it lacks.
-inline std::vector<std::string> Contents(const Item& item)
+/// What an item holds, under the names of the record's values and in the order in which they are read; short of the
+/// telephone numbers that it lacks.
+inline Values Contents(const Item& item)
 {
-    std::vector<std::string> contents = {std::to_string(item.m_dwCountryIndex)};
+    Values contents = {{"CountryIndex", std::to_string(item.m_dwCountryIndex)}};
     for (const TextField& field : kTexts) {
-        contents.emplace_back(item.*field.member);
+        contents.emplace_back(field.name, item.*field.member);
         if (field.member == &Item::m_csLocationName)
-            contents.push_back(std::to_string(item.m_bTAPIDialing));
+            contents.emplace_back("TAPIDialingEnabled", std::to_string(item.m_bTAPIDialing));
         if (field.member == &Item::m_csDisableCallWaiting)
-            contents.push_back(std::to_string(item.m_dwAddressCountryIndex));
+            contents.emplace_back("AddressCountryIndex", std::to_string(item.m_dwAddressCountryIndex));
     }
-    for (INT_PTR i = 0; i < item.m_csaPhoneAreas.GetSize() || i < item.m_csaPhoneNumbers.GetSize(); ++i) {
-        if (i < item.m_csaPhoneAreas.GetSize())
-            contents.emplace_back(item.m_csaPhoneAreas[i]);
-        if (i < item.m_csaPhoneNumbers.GetSize())
-            contents.emplace_back(item.m_csaPhoneNumbers[i]);
+    for (INT_PTR i = 0; i < 2 * (std::max)(item.m_csaPhoneAreas.GetSize(), item.m_csaPhoneNumbers.GetSize()); ++i) {
+        const CStringArray& texts = i % 2 == 0 ? item.m_csaPhoneAreas : item.m_csaPhoneNumbers;
+        if (i / 2 < texts.GetSize())
+            contents.emplace_back((i % 2 == 0 ? "Area" : "Phone") + std::string(kKinds[i / 2 % 8]), texts[i / 2]);
     }
     return contents;
 }

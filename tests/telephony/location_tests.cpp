@@ -7,15 +7,7 @@ namespace {
 
 bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
 
-class Locations : public LocationTest {
-protected:
-    std::string ReadText(const CString& key, const char* name)
-    {
-        char text[300];
-        EXPECT_EQ(0u, m_config.GetValue(kMode, key, name, text, sizeof text, nullptr)) << name;
-        return text;
-    }
-};
+using Locations = LocationTest;
 
 /// A list with locations of these names and indexes.
 struct Entry {
@@ -53,10 +45,8 @@ TEST_F(Locations, AHundredWithFullFieldsRoundTrip)
     ASSERT_EQ(0u, loaded.LoadAllItems());
     ASSERT_EQ(100, loaded.GetCount());
     for (int i = 0; i < 100; ++i) {
-        const CZoLocationItem* item = loaded.FindByIndex(static_cast<DWORD>(i));
-        ASSERT_NE(nullptr, item);
-        EXPECT_EQ(ValueNames().size(), Contents(*item).size());
-        EXPECT_EQ(Contents(*saved.GetAt(i)), Contents(*item));
+        ASSERT_NE(nullptr, loaded.FindByIndex(static_cast<DWORD>(i)));
+        EXPECT_EQ(Contents(*saved.GetAt(i)), Contents(*loaded.FindByIndex(static_cast<DWORD>(i))));
     }
 }
 
@@ -71,12 +61,14 @@ TEST_F(Locations, StandInTheRegistryUnderTheirNames)
     EXPECT_STREQ(record, registry.GetSection());
     EXPECT_FALSE(registry.DoesIndexExist(3));
     CString text;
+    char stored[99];
     for (const TextField& field : kTexts) {
         text = "before";
         EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, (registry.*field.get)(text));
         EXPECT_STREQ("", text);
         EXPECT_EQ(0u, (registry.*field.set)(field.name));
-        EXPECT_EQ(field.name, ReadText(record, field.name));
+        EXPECT_EQ(0u, m_config.GetValue(kMode, record, field.name, stored, sizeof stored, nullptr));
+        EXPECT_STREQ(field.name, stored);
         EXPECT_EQ(0u, (registry.*field.get)(text));
         EXPECT_STREQ(field.name, text);
     }
@@ -84,8 +76,10 @@ TEST_F(Locations, StandInTheRegistryUnderTheirNames)
         const std::string name = kind < 8 ? kKinds[kind] : "Home2"; // what is no kind is the second at home
         const std::string value = std::to_string(kind);
         EXPECT_EQ(0u, registry.SetPhoneArea(kind, value.c_str()) | registry.SetPhoneNumber(kind, value.c_str()));
-        EXPECT_EQ(value, ReadText(record, ("Area" + name).c_str()));
-        EXPECT_EQ(value, ReadText(record, ("Phone" + name).c_str()));
+        for (const std::string& stem : {"Area" + name, "Phone" + name}) {
+            EXPECT_EQ(0u, m_config.GetValue(kMode, record, stem.c_str(), stored, sizeof stored, nullptr));
+            EXPECT_EQ(value, stored);
+        }
         EXPECT_EQ(0u, registry.GetPhoneNumber(kind, text) | registry.GetPhoneArea(kind, text));
         EXPECT_STREQ(value.c_str(), text);
     }
@@ -142,23 +136,20 @@ TEST_F(Locations, ARecordThatLacksAnyValueStopsTheLoading)
     Save(3, "third");
     Item second(2);
     Fill(second, "second", 40);
-    const std::vector<std::string> names = ValueNames();
-    for (size_t i = 0; i < names.size(); ++i) {
-        SCOPED_TRACE(names[i]);
-        ASSERT_EQ(0u, m_config.DeleteEntry(kMode, RecordKey("00000002"), names[i].c_str()));
+    const Values stored = Contents(second);
+    for (size_t i = 0; i < stored.size(); ++i) {
+        SCOPED_TRACE(stored[i].first);
+        ASSERT_EQ(0u, m_config.DeleteEntry(kMode, RecordKey("00000002"), stored[i].first.c_str()));
         Item item(8);
         Fill(item, "old", 40);
-        std::vector<std::string> expected = Contents(item);
+        Values expected = Contents(item);
         EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, item.LoadByIndex(2));
         EXPECT_EQ(2u, item.m_dwIndex);
         constexpr size_t kPhones = 23; // members before them stay as they were, behind the missing value
-        if (i < kPhones)
-            expected[i] = i == 0 || i == 2 || i == 12 ? "0" : "";
-        else
+        expected[i].second = i == 0 || i == 2 || i == 12 ? "0" : "";
+        if (i >= kPhones)
             expected.resize(i);
-        const std::vector<std::string> stored = Contents(second);
-        for (size_t before = 0; before < i; ++before)
-            expected[before] = stored[before];
+        std::copy_n(stored.begin(), i, expected.begin());
         EXPECT_EQ(expected, Contents(item));
 
         CZoLocationItemList list;
@@ -200,16 +191,14 @@ TEST_F(Locations, ValuesThatAreNotAsTheyShouldBeStopTheLoading)
 TEST_F(Locations, TextsThatCannotBeReadBackAreNotSaved)
 {
     Save(2, "second");
-    std::vector<CString Item::*> members;
-    for (const TextField& field : kTexts)
-        members.push_back(field.member);
-    for (size_t i = 0; i < members.size() + 2 * ZO_PHONE_KINDS; ++i) {
+    constexpr size_t kMembers = std::size(kTexts);
+    for (size_t i = 0; i < kMembers + 2 * ZO_PHONE_KINDS; ++i) {
         SCOPED_TRACE(i);
         Item item(2), stored(0);
         Fill(item, "new", 255);
-        const size_t phone = i - members.size(); // of both arrays
+        const size_t phone = i - kMembers; // of both arrays
         CStringArray& phones = phone < ZO_PHONE_KINDS ? item.m_csaPhoneAreas : item.m_csaPhoneNumbers;
-        (i < members.size() ? item.*members[i] : phones[phone % ZO_PHONE_KINDS]) += "x";
+        (i < kMembers ? item.*kTexts[i].member : phones[phone % ZO_PHONE_KINDS]) += "x";
         EXPECT_EQ(DWORD{ERROR_MORE_DATA}, item.SaveByIndex());
         EXPECT_EQ(0u, stored.LoadByIndex(2));
         EXPECT_STREQ("second", stored.m_csLocationName.Left(6)) << "as it was";
@@ -255,18 +244,15 @@ TEST_F(Locations, OnlySubkeysOfDigitsAreRecords)
 
 TEST_F(Locations, GetTheSmallestIndexThatNoneHas)
 {
-    const struct {
-        std::vector<Entry> entries;
-        DWORD index;
-    } cases[] = {{{}, 0},
-                 {{{0, ""}, {1, ""}, {3, ""}}, 2},
-                 {{{1, ""}, {2, ""}}, 0},
-                 {{{4, ""}, {3, ""}, {2, ""}, {1, ""}, {0, ""}, {0, ""}}, 5}};
-    for (const auto& c : cases) {
+    const std::pair<std::vector<Entry>, DWORD> cases[] = {{{}, 0},
+                                                          {{{0, ""}, {1, ""}, {3, ""}}, 2},
+                                                          {{{1, ""}, {2, ""}}, 0},
+                                                          {{{4, ""}, {3, ""}, {2, ""}, {1, ""}, {0, ""}, {0, ""}}, 5}};
+    for (const auto& [entries, index] : cases) {
         CZoLocationItemList list;
-        AddAll(list, c.entries);
-        EXPECT_EQ(c.index, list.GetUniqueIndex());
-        EXPECT_EQ(c.index, list.GetNewLocation()->m_dwIndex);
+        AddAll(list, entries);
+        EXPECT_EQ(index, list.GetUniqueIndex());
+        EXPECT_EQ(index, list.GetNewLocation()->m_dwIndex);
     }
 }
 
@@ -278,7 +264,7 @@ TEST_F(Locations, AreFoundByNameIndexAndCountry)
     const struct {
         const char* name;
         int prefix;
-        int position; // -1: none
+        int position; // -1: none, as for half a character
     } cases[] = {
         {"home", 0, 0},
         {"HOM", 0, -1},
@@ -290,11 +276,11 @@ TEST_F(Locations, AreFoundByNameIndexAndCountry)
         {"", 1, 0},
         {nullptr, 1, -1},
         {"\x83\x5C", 1, 4},
-        {"\x83", 1, IsDoubleByte() ? -1 : 4} // half a character
+        {"\x83", 1, IsDoubleByte() ? -1 : 4},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.position < 0 ? nullptr : list.GetAt(c.position), list.FindByName(c.name, c.prefix))
-            << (c.name != nullptr ? c.name : "(null)") << c.prefix;
+    for (const auto& [name, prefix, position] : cases) {
+        EXPECT_EQ(position < 0 ? nullptr : list.GetAt(position), list.FindByName(name, prefix))
+            << (name != nullptr ? name : "(null)") << prefix;
     }
     EXPECT_EQ(list.GetAt(0), list.GetFirstItem());
     EXPECT_EQ(list.GetAt(1), list.FindByIndex(8));
@@ -309,9 +295,8 @@ TEST_F(Locations, AreDeletedByTheBeginningOfTheirNames)
     Save(9, "off");
     CZoLocationItemList list;
     AddAll(list, {{7, "Home"}, {8, "Office"}, {9, "off"}});
-    EXPECT_FALSE(list.DeleteByName(nullptr));
-    EXPECT_FALSE(list.DeleteByName(""));
-    EXPECT_FALSE(list.DeleteByName("Offices"));
+    for (const char* none : {static_cast<const char*>(nullptr), "", "Offices"})
+        EXPECT_FALSE(list.DeleteByName(none));
     EXPECT_TRUE(list.DeleteByName("Off"));
     EXPECT_EQ(nullptr, list.FindByIndex(8));
     EXPECT_EQ(2, list.GetCount());

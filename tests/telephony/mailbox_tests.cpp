@@ -21,12 +21,6 @@ DWORD WINAPI TellProgram(HMODULE module, LPSTR path, DWORD size)
     return static_cast<DWORD>(g_program.size());
 }
 
-bool IsFolder(const std::string& path)
-{
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 using Contents = std::vector<std::pair<DWORD, std::string>>;
 
 Contents ContentsOf(const CZoRegMailBoxes& mailBoxes)
@@ -74,26 +68,24 @@ TEST_F(MailBoxes, AreLoadedInTheRegistrysOrder)
     EXPECT_TRUE(mailBoxes.Load()) << "there are none yet";
     EXPECT_EQ(0, mailBoxes.GetCount());
     const std::string longest(255, 'n');
-    const std::string tooLong(256, 'n');
     const struct {
         const char* subkey;
-        const char* name; // null: none is stored
+        std::string name;
         DWORD number;
-        std::string loaded;
     } cases[] = {
-        {"-0000001", "last number", 0xFFFFFFFF, "last number"},
-        {"00000012", "\x83\x5C", 12, "\x83\x5C"},
-        {"00000013", longest.c_str(), 13, longest},
-        {"00000014", tooLong.c_str(), 14, "BadBox"},
-        {"00000015", nullptr, 15, "BadBox"},
-        {"00000016", "", 16, "BadBox"},
-        {"17 and more", "x", 17, "x"},
-        {"no number", "y", 0, "y"},
+        {"-0000001", "last number", 0xFFFFFFFF},
+        {"00000012", "\x83\x5C", 12},
+        {"00000013", longest, 13},
+        {"00000014", longest + "n", 14},
+        {"00000015", "(none)", 15},
+        {"00000016", "", 16},
+        {"17 and more", "x", 17},
+        {"no number", "y", 0},
     };
     Contents expected;
-    for (const auto& c : cases) {
-        Store(c.subkey, c.name);
-        expected.emplace_back(c.number, c.loaded);
+    for (const auto& [subkey, name, number] : cases) {
+        Store(subkey, name == "(none)" ? nullptr : name.c_str());
+        expected.emplace_back(number, number < 14 || number > 16 ? name : "BadBox");
     }
     CZoRegMailBoxes::SetUserDefault(15); // on Win32s a subkey, but no mailbox
     mailBoxes.Add(99, "stale");
@@ -248,37 +240,36 @@ TEST_F(MailBoxes, HaveFoldersBesideTheProgram)
     EXPECT_STREQ("before", path);
     Prepare();
     const TestFolder folder;
-    const std::string base = folder.Path(IsDoubleByte() ? "\x83\x5C" : "program");
-    ASSERT_TRUE(CreateDirectoryA(base.c_str(), nullptr));
-    g_program = base + "\\program.exe";
+    const std::string base = IsDoubleByte() ? "\x83\x5C" : "program";
+    ASSERT_TRUE(CreateDirectoryA(folder.Path(base).c_str(), nullptr));
+    folder.Write("MAILBOX", "a file where a folder should be");
     const ImportPatch patch(kLibrary, "GetModuleFileNameA", &TellProgram);
     const struct {
+        std::string program;
         DWORD number;
         int folder;
         const char* expected;
+        bool isMade = true;
     } cases[] = {
-        {3, MAILBOXFOLDER_PROMPTS, "00000003\\BOXSETUP\\PROMPTS"},
-        {3, MAILBOXFOLDER_PROMPTS, "00000003\\BOXSETUP\\PROMPTS"}, // there already
-        {12, MAILBOXFOLDER_ROOT, "00000012"},
-        {12, MAILBOXFOLDER_INBOX, "00000012\\INBOX"},
-        {12, MAILBOXFOLDER_OUTBOX, "00000012\\OUTBOX"},
-        {12, MAILBOXFOLDER_BOXSETUP, "00000012\\BOXSETUP"},
-        {12, MAILBOXFOLDER_ARCHIVE, "00000012\\ARCHIVE"},
-        {4, 6, "00000003"}, // no such mailbox, no such folder: the first mailbox's own
-        {4, 7, "00000003"},
+        {base, 3, MAILBOXFOLDER_PROMPTS, "00000003\\BOXSETUP\\PROMPTS"},
+        {base, 3, MAILBOXFOLDER_PROMPTS, "00000003\\BOXSETUP\\PROMPTS"}, // there already
+        {base, 12, MAILBOXFOLDER_ROOT, "00000012"},
+        {base, 12, MAILBOXFOLDER_INBOX, "00000012\\INBOX"},
+        {base, 12, MAILBOXFOLDER_OUTBOX, "00000012\\OUTBOX"},
+        {base, 12, MAILBOXFOLDER_BOXSETUP, "00000012\\BOXSETUP"},
+        {base, 12, MAILBOXFOLDER_ARCHIVE, "00000012\\ARCHIVE"},
+        {base, 4, 6, "00000003"}, // no such mailbox, no such folder: the first mailbox's own
+        {base, 4, 7, "00000003"},
+        {".", 3, MAILBOXFOLDER_INBOX, "00000003\\INBOX", false},
     };
     for (const auto& c : cases) {
-        const std::string expected = base + "\\MAILBOX\\" + c.expected;
+        g_program = folder.Path(c.program + "\\program.exe");
+        const std::string expected = c.program + "\\MAILBOX\\" + c.expected;
         EXPECT_TRUE(CZoRegMailBoxes::GetMailBoxPath(c.number, path, static_cast<MAILBOXFOLDER>(c.folder)));
-        EXPECT_STREQ(expected.c_str(), path);
-        EXPECT_TRUE(IsFolder(expected)) << expected;
+        EXPECT_STREQ(folder.Path(expected).c_str(), path);
+        EXPECT_EQ(c.isMade, folder.Exists(expected)) << expected;
     }
-    EXPECT_FALSE(IsFolder(base + "\\MAILBOX\\00000003\\INBOX")) << "only what was asked for";
-
-    folder.Write("MAILBOX", "a file where a folder should be");
-    g_program = folder.Path("program.exe");
-    EXPECT_TRUE(CZoRegMailBoxes::GetMailBoxPath(3, path, MAILBOXFOLDER_INBOX));
-    EXPECT_STREQ(folder.Path("MAILBOX\\00000003\\INBOX").c_str(), path);
+    EXPECT_FALSE(folder.Exists(base + "\\MAILBOX\\00000003\\INBOX")) << "only what was asked for";
     g_program = std::string(300, 'x'); // more than a path can have
     path = "before";
     EXPECT_FALSE(CZoRegMailBoxes::GetMailBoxPath(3, path, MAILBOXFOLDER_INBOX));
@@ -291,50 +282,43 @@ namespace {
 
 class MailBoxFaults : public MailBoxes {
 protected:
+    /// Runs \p body, which prepares the registry's mailboxes anew, under each fault of \p faults.
+    void Run(FaultSource& faults, const std::function<void(const FaultRun&)>& body)
+    {
+        RunFaultActs(faults, [&](const FaultRun& run) {
+            Prepare();
+            body(run);
+        });
+    }
     /// Every operation under each fault of \p faults.
     void RunAll(FaultSource& faults)
     {
-        RunFaultLoop(faults, [&](const FaultRun& run) { // load, and ask
-            run.Stop();
-            Prepare();
-            faults.Arm(run.number, run.persistent);
+        Run(faults, [](const FaultRun& run) {
             CZoRegMailBoxes mailBoxes;
-            const BOOL loaded = mailBoxes.Load();
-            run.Stop();
+            const BOOL loaded = run.Act([&] { return mailBoxes.Load(); });
             EXPECT_TRUE(loaded || run.Fired());
             EXPECT_EQ(loaded ? 2 : 0, mailBoxes.GetCount());
             for (int i = 0; i < mailBoxes.GetCount(); ++i) {
-                const CString& name = mailBoxes.GetAt(i)->m_csName;
-                EXPECT_EQ(Prepared()[i].first, mailBoxes.GetAt(i)->m_dwNumber);
-                EXPECT_TRUE(Prepared()[i].second == static_cast<LPCSTR>(name) || (run.Fired() && name == "BadBox"));
+                const auto [number, name] = ContentsOf(mailBoxes)[i];
+                EXPECT_EQ(Prepared()[i].first, number);
+                EXPECT_TRUE(name == Prepared()[i].second || (run.Fired() && name == "BadBox"));
             }
+        });
+        Run(faults, [](const FaultRun& run) {
+            CZoRegMailBoxes mailBoxes;
             EXPECT_TRUE(mailBoxes.Load());
-            faults.Arm(run.number, run.persistent);
-            const DWORD number = mailBoxes.GetUserDefault();
+            const DWORD number = run.Act([&] { return mailBoxes.GetUserDefault(); });
             EXPECT_TRUE(number == 12 || (run.Fired() && number == 3)) << number;
         });
-        RunFaultLoop(faults, [&](const FaultRun& run) { // write
-            run.Stop();
-            Prepare();
+        Run(faults, [](const FaultRun& run) {
             CZoRegMailBoxes mailBoxes;
             mailBoxes.Add(3, "new");
             mailBoxes.Add(12, "new");
-            faults.Arm(run.number, run.persistent);
-            const BOOL written = mailBoxes.Write();
-            run.Stop();
-            EXPECT_TRUE(written || run.Fired());
-            const Contents stored = Stored();
-            if (written) {
-                EXPECT_EQ(ContentsOf(mailBoxes), stored);
-            }
-            EXPECT_LE(stored.size(), 2u);
+            const BOOL written = run.Act([&] { return mailBoxes.Write(); });
+            EXPECT_TRUE(written ? Stored() == ContentsOf(mailBoxes) : run.Fired() && Stored().size() <= 2);
         });
-        RunFaultLoop(faults, [&](const FaultRun& run) { // choose
-            run.Stop();
-            Prepare();
-            faults.Arm(run.number, run.persistent);
-            CZoRegMailBoxes::SetUserDefault(3);
-            run.Stop();
+        Run(faults, [](const FaultRun& run) {
+            run.Act([] { CZoRegMailBoxes::SetUserDefault(3); });
             EXPECT_EQ(run.Fired() ? 12u : 3u, CZoRegMailBoxes().GetUserDefault());
         });
     }
@@ -344,18 +328,14 @@ protected:
         const TestFolder folder;
         g_program = folder.Path("program.exe");
         const std::string expected = folder.Path("MAILBOX\\00000012\\INBOX");
-        Prepare();
-        RunFaultLoop(faults, [&](const FaultRun& run) {
-            run.Stop();
+        Run(faults, [&](const FaultRun& run) {
             for (const char* made : {"MAILBOX\\00000012\\INBOX", "MAILBOX\\00000012", "MAILBOX"})
                 RemoveDirectoryA(folder.Path(made).c_str());
             CString path = "before";
-            faults.Arm(run.number, run.persistent);
-            const BOOL found = CZoRegMailBoxes::GetMailBoxPath(12, path, MAILBOXFOLDER_INBOX);
-            run.Stop();
+            const BOOL found = run.Act([&] { return CZoRegMailBoxes::GetMailBoxPath(12, path, MAILBOXFOLDER_INBOX); });
             EXPECT_TRUE(found || (run.Fired() && pathMayFail));
             EXPECT_EQ(found ? expected : "before", std::string(path));
-            EXPECT_TRUE(IsFolder(expected) || run.Fired());
+            EXPECT_TRUE(folder.Exists("MAILBOX\\00000012\\INBOX") || run.Fired());
         });
     }
 
@@ -364,19 +344,18 @@ protected:
 
 } // namespace
 
-TEST_F(MailBoxFaults, MissingMemoryLosesNothing)
+TEST_F(MailBoxFaults, LoseNothing)
 {
     AllocationFaults memory;
     RunAll(memory);
     RunPath(memory, true);
-}
-
-TEST_F(MailBoxFaults, RegistryAndProductMayFail)
-{
-    RegistryFaults faults;
-    const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
-    const ZO_FAULTY_CALL(GetFileVersionInfoA) info(faults, kLibrary, FALSE);
-    RunAll(faults);
+    FaultSource folders("folder");
+    const ZO_FAULTY_CALL(CreateDirectoryA) create(folders, kLibrary, FALSE, ERROR_DISK_FULL);
+    RunPath(folders, false);
+    RegistryFaults registry;
+    const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(registry, kLibrary, 0);
+    const ZO_FAULTY_CALL(GetFileVersionInfoA) info(registry, kLibrary, FALSE);
+    RunAll(registry);
 }
 
 TEST_F(MailBoxFaults, NothingIsWrittenOverWhatCouldNotBeDeleted)
@@ -386,15 +365,11 @@ TEST_F(MailBoxFaults, NothingIsWrittenOverWhatCouldNotBeDeleted)
     const ZO_FAULTY_CALL(RegDeleteKeyExA) deleteInView(faults, kLibrary, ERROR_ACCESS_DENIED);
 #endif
     const ZO_FAULTY_CALL(RegDeleteKeyA) deleteKey(faults, kLibrary, ERROR_ACCESS_DENIED);
-    RunFaultLoop(faults, [&](const FaultRun& run) {
-        run.Stop();
-        Prepare();
+    Run(faults, [](const FaultRun& run) {
         CZoRegMailBoxes mailBoxes;
         mailBoxes.Add(1, "new");
-        faults.Arm(run.number, run.persistent);
-        const BOOL written = mailBoxes.Write();
+        const BOOL written = run.Act([&] { return mailBoxes.Write(); });
         EXPECT_EQ(!run.Fired(), written != FALSE);
-        run.Stop();
         for (const auto& [number, name] : Stored())
             EXPECT_EQ(run.Fired(), name != "new") << number;
     });
@@ -405,21 +380,11 @@ TEST_F(MailBoxFaults, AKeyThatIsDeletedMeanwhileIsReadAgain)
     FaultSource faults("enumerate");
     const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, ERROR_KEY_DELETED);
     const ZO_FAULTY_CALL(RegEnumKeyA) enumerateOld(faults, kLibrary, ERROR_KEY_DELETED);
-    RunFaultLoop(faults, [&](const FaultRun& run) {
-        run.Stop();
-        Prepare();
-        faults.Arm(run.number, run.persistent);
+    Run(faults, [](const FaultRun& run) {
         CZoRegMailBoxes mailBoxes;
-        const BOOL loaded = mailBoxes.Load();
+        const BOOL loaded = run.Act([&] { return mailBoxes.Load(); });
         const bool lost = run.Fired() && (run.persistent || run.number == 1); // the first one looks for the product
         EXPECT_EQ(!lost, loaded != FALSE);
         EXPECT_EQ(lost ? Contents() : Prepared(), ContentsOf(mailBoxes));
     });
-}
-
-TEST_F(MailBoxFaults, FoldersThatCannotBeMadeStillHaveAPath)
-{
-    FaultSource faults("folder");
-    const ZO_FAULTY_CALL(CreateDirectoryA) create(faults, kLibrary, FALSE, ERROR_DISK_FULL);
-    RunPath(faults, false);
 }
