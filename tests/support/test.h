@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/box_stub.h"
+#include "support/canvas.h"
 #include "support/child_process.h"
 #include "support/dialog_driver.h"
 #include "support/environment.h"
