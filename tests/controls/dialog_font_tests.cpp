@@ -8,62 +8,51 @@ namespace {
 
 using Words = std::vector<WORD>;
 
-void Append(Words& words, const wchar_t* text)
+/// A text of a template, with its terminator.
+Words Text(const char* text) { return Words(text, text + std::strlen(text) + 1); }
+
+Words Join(const std::vector<Words>& parts)
 {
-    do
-        words.push_back(static_cast<WORD>(*text));
-    while (*text++ != 0);
+    Words words;
+    for (const Words& part : parts)
+        words.insert(words.end(), part.begin(), part.end());
+    return words;
 }
 
 Words PlainTemplate(DWORD style)
 {
-    Words words = {LOWORD(style), HIWORD(style), 0, 0, 2, 1, 2, 30, 40};
-    words.insert(words.end(), {0xFFFF, 77}); // menu by number
-    words.push_back(0);                      // no class
-    Append(words, L"Title");
-    words.push_back(9);
-    Append(words, L"Tahoma");
-    return words;
+    // The menu by number, no class.
+    return Join(
+        {{LOWORD(style), HIWORD(style), 0, 0, 2, 1, 2, 30, 40, 0xFFFF, 77, 0}, Text("Title"), {9}, Text("Tahoma")});
 }
 
 Words ExtendedTemplate(DWORD style)
 {
-    Words words = {1, 0xFFFF, 0, 0, 0, 0, LOWORD(style), HIWORD(style), 0, 1, 2, 30, 40};
-    words.push_back(0);
-    Append(words, L"Class");
-    words.push_back(0);
-    words.insert(words.end(), {11, 400, 0x0100});
-    Append(words, L"Courier New");
-    return words;
+    return Join({{1, 0xFFFF, 0, 0, 0, 0, LOWORD(style), HIWORD(style), 0, 1, 2, 30, 40, 0},
+                 Text("Class"),
+                 {0, 11, 400, 0x0100},
+                 Text("Courier New")});
 }
 
-bool Read(DialogFont& font, const Words& words, size_t count)
+bool Read(DialogFont& font, const Words& words)
 {
-    return font.ReadFromTemplate(words.data(), static_cast<DWORD>(count * sizeof(WORD)));
+    return font.ReadFromTemplate(words.data(), static_cast<DWORD>(words.size() * sizeof(WORD)));
 }
 
 } // namespace
 
-TEST(DialogFont, ReadsBothKindsOfTemplate)
+TEST(DialogFont, IsReadFromBothKindsOfTemplateOrStays)
 {
     DialogFont font("Default", 8);
-    const Words plain = PlainTemplate(WS_POPUP | DS_SETFONT);
-    ASSERT_TRUE(Read(font, plain, plain.size()));
-    EXPECT_STREQ("Tahoma", font.face);
-    EXPECT_EQ(9, font.points);
-    const Words extended = ExtendedTemplate(WS_POPUP | DS_SHELLFONT);
-    ASSERT_TRUE(Read(font, extended, extended.size()));
-    EXPECT_STREQ("Courier New", font.face);
-    EXPECT_EQ(11, font.points);
-}
-
-TEST(DialogFont, WithoutFontKeepsTheDefault)
-{
-    DialogFont font("Default", 8);
-    const Words plain = PlainTemplate(WS_POPUP);
-    EXPECT_FALSE(Read(font, plain, plain.size()));
+    EXPECT_FALSE(Read(font, PlainTemplate(WS_POPUP)));
     EXPECT_STREQ("Default", font.face);
     EXPECT_EQ(8, font.points);
+    EXPECT_TRUE(Read(font, PlainTemplate(WS_POPUP | DS_SETFONT)));
+    EXPECT_STREQ("Tahoma", font.face);
+    EXPECT_EQ(9, font.points);
+    EXPECT_TRUE(Read(font, ExtendedTemplate(WS_POPUP | DS_SHELLFONT)));
+    EXPECT_STREQ("Courier New", font.face);
+    EXPECT_EQ(11, font.points);
 }
 
 TEST(DialogFont, DamagedTemplatesAreReadWithinTheirBounds)
@@ -73,7 +62,7 @@ TEST(DialogFont, DamagedTemplatesAreReadWithinTheirBounds)
         for (size_t length = 0; length <= whole.size(); ++length) {
             const Words cut(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(length)); // ends with its block
             DialogFont font("Default", 8);
-            if (!Read(font, cut, cut.size())) {
+            if (!Read(font, cut)) {
                 EXPECT_STREQ("Default", font.face);
             }
         }
@@ -82,7 +71,7 @@ TEST(DialogFont, DamagedTemplatesAreReadWithinTheirBounds)
             for (int change = 0; change < 3; ++change)
                 mutated[random() % mutated.size()] = static_cast<WORD>(random());
             DialogFont font("Default", 8);
-            Read(font, mutated, mutated.size());
+            Read(font, mutated);
             EXPECT_LT(std::strlen(font.face), sizeof font.face);
             EXPECT_NE(0, font.points);
         }

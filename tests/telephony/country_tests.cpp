@@ -1,10 +1,8 @@
+#include "language_test.h"
+
 #include <zogbl/country_code.h>
-#include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
-
-#include "product/registered_product.h"
-#include "support/test.h"
 
 #include <cctype>
 #include <mbstring.h>
@@ -17,17 +15,8 @@ int CompareNames(const char* first, const char* second)
 }
 
 /// The global list in one language.
-class Countries : public testing::TestWithParam<DWORD> {
+class Countries : public LanguageTest, public testing::WithParamInterface<DWORD> {
 protected:
-    void SetUp() override
-    {
-        m_product.MakeCurrent(GetParam());
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        m_list = GetGlobalCountryList();
-        ASSERT_NE(nullptr, m_list);
-    }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
-
     void ExpectSorted() const
     {
         for (int i = 1; i < m_list->GetCount(); ++i) {
@@ -36,8 +25,7 @@ protected:
         }
     }
 
-    RegisteredProduct m_product;
-    CZoCountryCodeList* m_list = nullptr;
+    CZoCountryCodeList* const m_list = (ChangeLanguage(GetParam()), GetGlobalCountryList());
 };
 
 constexpr DWORD kLanguages[] = {0x0409, 0x0407, 0x040C, 0x040A, 0x0411};
@@ -235,10 +223,8 @@ TEST_P(Countries, TakeNewNamesButStayTheSameObjects)
 {
     const CZoCountryCode* germany = m_list->FindByIndex(276);
     ASSERT_NE(nullptr, germany);
-    ZoGblDumpLanguageDLL();
     const bool wasEnglish = GetParam() == 0x0409;
-    m_product.MakeCurrent(wasEnglish ? 0x0407 : 0x0409);
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    ChangeLanguage(wasEnglish ? 0x0407 : 0x0409);
     EXPECT_EQ(germany, m_list->FindByIndex(276));
     EXPECT_STREQ(wasEnglish ? "Deutschland" : "Germany", germany->GetName());
     ExpectSorted();
@@ -321,27 +307,20 @@ TEST_P(Countries, LoadFromAnyTableAsFarAsItIsGood)
 TEST_P(Countries, HaveFlagsInTheBitmapAndLocalesInTheTable)
 {
     const LPCSTR name = MAKEINTRESOURCEA(ZO_IDB_FLAGS);
-    const HBITMAP flags = LoadBitmapA(ZoGblFindResourceModule(name, RT_BITMAP), name);
-    BITMAP bitmap = {};
-    ASSERT_NE(0, GetObjectA(flags, sizeof bitmap, &bitmap));
-    EXPECT_EQ(0, bitmap.bmWidth % ZO_FLAG_COLUMNS);
-    EXPECT_EQ(0, bitmap.bmHeight % ZO_FLAG_ROWS);
-    const int cellWidth = bitmap.bmWidth / ZO_FLAG_COLUMNS;
-    const int cellHeight = bitmap.bmHeight / ZO_FLAG_ROWS;
-    const HDC memory = CreateCompatibleDC(nullptr);
-    const HGDIOBJ old = SelectObject(memory, flags);
+    const Canvas flags(LoadBitmapA(ZoGblFindResourceModule(name, RT_BITMAP), name));
+    EXPECT_EQ(0, flags.Size().cx % ZO_FLAG_COLUMNS);
+    EXPECT_EQ(0, flags.Size().cy % ZO_FLAG_ROWS);
+    const int cellWidth = flags.Size().cx / ZO_FLAG_COLUMNS;
+    const int cellHeight = flags.Size().cy / ZO_FLAG_ROWS;
+    EXPECT_NE(0, cellWidth * cellHeight);
     for (int i = 0; i < m_list->GetCount(); ++i) {
         const int cell = static_cast<int>(m_list->GetAt(i)->GetFlagIndex());
         const int left = cell % ZO_FLAG_COLUMNS * cellWidth;
         const int top = cell / ZO_FLAG_COLUMNS * cellHeight;
         constexpr COLORREF kNoFlag = RGB(255, 0, 255);
-        EXPECT_NE(kNoFlag, GetPixel(memory, left + cellWidth / 2, top + cellHeight / 2)) << cell;
-        EXPECT_EQ(kNoFlag, GetPixel(memory, left, top)) << "a flag leaves its cell's corner free: " << cell;
+        EXPECT_NE(kNoFlag, flags.At(left + cellWidth / 2, top + cellHeight / 2)) << cell;
+        EXPECT_EQ(kNoFlag, flags.At(left, top)) << "a flag leaves its cell's corner free: " << cell;
     }
-    SelectObject(memory, old);
-    DeleteDC(memory);
-    DeleteObject(flags);
-
     DWORD size = 0;
     const auto* table =
         static_cast<const DWORD*>(ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDR_FLAG_TABLE), RT_RCDATA, &size));

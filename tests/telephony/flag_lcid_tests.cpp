@@ -1,9 +1,7 @@
 // Locale entries and their list.
-#include <zogbl/flag_lcid.h>
-#include <zogbl/module.h>
+#include "language_test.h"
 
-#include "product/registered_product.h"
-#include "support/test.h"
+#include <zogbl/flag_lcid.h>
 
 namespace {
 
@@ -25,13 +23,7 @@ std::string SystemName(DWORD lcid, LCTYPE item)
     return text;
 }
 
-class Locales : public testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
-
-    RegisteredProduct m_product;
-};
+using Locales = LanguageTest;
 
 } // namespace
 

@@ -1,13 +1,11 @@
 // The pickers for countries and locales, in real windows.
+#include "language_test.h"
+
 #include <zogbl/country_box.h>
 #include <zogbl/flag_lcid_box.h>
 #include <zogbl/language_support.h>
-#include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
-
-#include "product/registered_product.h"
-#include "support/test.h"
 
 #include <array>
 #include <type_traits>
@@ -33,33 +31,36 @@ protected:
     }
 };
 
-class Pickers : public testing::Test {
+template <class BOX> constexpr bool kIsCombo = std::is_base_of_v<CComboBox, BOX>;
+
+class Pickers : public LanguageTest {
 protected:
-    void SetUp() override
+    Pickers()
     {
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        ASSERT_TRUE(
+        EXPECT_TRUE(
             m_parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 300, nullptr, nullptr));
     }
-    void TearDown() override
-    {
-        m_parent.DestroyWindow();
-        ZoGblDumpLanguageDLL();
-    }
+    ~Pickers() override { m_parent.DestroyWindow(); }
     static void Type(CWnd& box, const char* text)
     {
         for (; *text != '\0'; ++text)
             box.SendMessage(WM_CHAR, static_cast<unsigned char>(*text), 1);
     }
-
     static void Press(CWnd& box, WPARAM key)
     {
         box.SendMessage(WM_KEYDOWN, key, 1);
         box.SendMessage(WM_KEYUP, key, 1);
     }
+    /// What screen readers read.
+    template <class BOX> static std::string TextAt(BOX& box, int item)
+    {
+        char text[64] = "";
+        box.SendMessage(kIsCombo<BOX> ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(item),
+                        reinterpret_cast<LPARAM>(text));
+        return text;
+    }
 
     const CRect m_place{0, 0, 250, 200};
-    RegisteredProduct m_product;
     Parent m_parent;
 };
 
@@ -78,107 +79,61 @@ DWORD WINAPI SchemeColor(int index)
 }
 
 /// An item drawn into memory.
-class Drawing {
+class Drawing : public Canvas {
 public:
-    Drawing() : m_dc(CreateCompatibleDC(nullptr)), m_bitmap(CreateBitmap(kWidth, kHeight, 1, 32, nullptr))
-    {
-        m_old = SelectObject(m_dc, m_bitmap);
-    }
-    ~Drawing()
-    {
-        SelectObject(m_dc, m_old);
-        DeleteObject(m_bitmap);
-        DeleteDC(m_dc);
-    }
+    Drawing() : Canvas(kWidth, kHeight) {}
     template <class BOX> void Draw(BOX& box, int index, UINT state)
     {
-        PatBlt(m_dc, 0, 0, kWidth, kHeight, WHITENESS);
+        PatBlt(*this, 0, 0, kWidth, kHeight, WHITENESS);
         DRAWITEMSTRUCT item = {};
         item.itemID = static_cast<UINT>(index);
         item.itemState = state;
         item.hwndItem = box.m_hWnd;
-        item.hDC = m_dc;
+        item.hDC = *this;
         item.rcItem = {0, 0, kWidth, kHeight};
         item.itemData = index >= 0 ? reinterpret_cast<ULONG_PTR>(box.GetItemDataPtr(index)) : 0;
         box.DrawItem(&item);
     }
-    COLORREF At(int x, int y) const { return GetPixel(m_dc, x, y); }
     /// Pixels in columns \p from to \p to that have that colour.
-    int Of(int from, int to, COLORREF color) const
-    {
-        int found = 0;
-        for (int x = from; x < to; ++x) {
-            for (int y = 1; y < kHeight - 1; ++y)
-                found += At(x, y) == color;
-        }
-        return found;
-    }
-    /// The first and the last row, behind column \p from, that has that colour.
-    int InkTop(int from, COLORREF color) const
-    {
-        int y = 0;
-        while (y < kHeight && !HasInRow(y, from, color))
-            ++y;
-        return y;
-    }
-    int InkBottom(int from, COLORREF color) const
-    {
-        int y = kHeight - 1;
-        while (y > 0 && !HasInRow(y, from, color))
-            --y;
-        return y;
-    }
+    int Of(int from, int to, COLORREF color) const { return Count(color, {from, 1, to, kHeight - 1}); }
     int Marked(int from, int to, COLORREF background) const
     {
         return (to - from) * (kHeight - 2) - Of(from, to, background);
     }
-    HDC GetDC() const { return m_dc; }
+    /// Whether what has that colour, behind column \p from, stands in the middle between top and bottom.
+    bool IsCentred(int from, COLORREF color) const
+    {
+        const auto isIn = [&](int y) { return Count(color, {from, y, kWidth, y + 1}) > 0; };
+        int top = 0, bottom = kHeight - 1;
+        while (top < kHeight && !isIn(top))
+            ++top;
+        while (bottom > top && !isIn(bottom))
+            --bottom;
+        return std::abs(top + bottom - kHeight) <= 6;
+    }
 
     static constexpr int kWidth = 250;
     static constexpr int kHeight = 32;
-
-private:
-    bool HasInRow(int y, int from, COLORREF color) const
-    {
-        int x = from;
-        while (x < kWidth && At(x, y) != color)
-            ++x;
-        return x < kWidth;
-    }
-
-    HDC m_dc;
-    HBITMAP m_bitmap;
-    HGDIOBJ m_old;
 };
 
 /// The bitmap of all flags, as the language library has it.
-class FlagCells {
+class FlagCells : public Canvas {
 public:
     FlagCells()
-        : m_dc(CreateCompatibleDC(nullptr)),
-          m_bitmap(LoadBitmapA(ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDB_FLAGS), RT_BITMAP),
-                               MAKEINTRESOURCEA(ZO_IDB_FLAGS))),
-          m_old(SelectObject(m_dc, m_bitmap))
+        : Canvas(LoadBitmapA(ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDB_FLAGS), RT_BITMAP),
+                             MAKEINTRESOURCEA(ZO_IDB_FLAGS)))
     {
-        GetObjectA(m_bitmap, sizeof m_size, &m_size);
     }
-    ~FlagCells()
-    {
-        SelectObject(m_dc, m_old);
-        DeleteObject(m_bitmap);
-        DeleteDC(m_dc);
-    }
-    int GetHeight() const { return m_size.bmHeight / 27; } ///< of a cell
+    int Top() const { return (Drawing::kHeight - Size().cy / 27) / 2; } ///< of a flag in a drawing
     /// Whether the drawing has that flag at that place, pixel by pixel, and \p background where it is transparent.
     bool IsAt(const Drawing& drawing, int left, int top, UINT cell, COLORREF background) const
     {
-        const int width = m_size.bmWidth / 8;
-        const int height = GetHeight();
+        const int width = Size().cx / 8;
+        const int height = Size().cy / 27;
         int painted = 0;
         for (int i = 0; i < width * height; ++i) {
             const int x = i % width, y = i / width;
-            const COLORREF color =
-                GetPixel(m_dc, static_cast<int>(cell % 8) * width + x, static_cast<int>(cell / 8) * height + y);
+            const COLORREF color = At(static_cast<int>(cell % 8) * width + x, static_cast<int>(cell / 8) * height + y);
             const bool transparent = color == RGB(255, 0, 255);
             painted += !transparent;
             if (drawing.At(left + x, top + y) != (transparent ? background : color))
@@ -186,15 +141,7 @@ public:
         }
         return painted > 50 || cell >= 210; // the last cells are empty
     }
-
-private:
-    HDC m_dc;
-    HBITMAP m_bitmap;
-    HGDIOBJ m_old;
-    BITMAP m_size = {};
 };
-
-template <class BOX> constexpr bool kIsCombo = std::is_base_of_v<CComboBox, BOX>;
 
 template <class BOX> class CountryPickers : public Pickers {
 };
@@ -223,13 +170,10 @@ TYPED_TEST(CountryPickers, SelectCountriesByAllThatIsKnownOfThem)
         EXPECT_EQ(0, box.SelectCountryIndex(276)) << "an empty box";
         EXPECT_EQ(0u, box.GetCountryCode());
         const int count = GetGlobalCountryList()->GetCount();
-        const struct {
-            int asked, selected;
-        } resets[] = {{-1, -1}, {3, 3}, {100000, count - 1}, {0, 0}};
-        for (const auto& reset : resets) {
-            box.ResetInformation(reset.asked);
+        for (const auto& [asked, selected] : {std::pair(-1, -1), {3, 3}, {100000, count - 1}, {0, 0}}) {
+            box.ResetInformation(asked);
             ASSERT_EQ(count, box.GetCount());
-            EXPECT_EQ(reset.selected, box.GetCurSel());
+            EXPECT_EQ(selected, box.GetCurSel());
         }
         for (int i = 1; i < count; ++i) {
             ASSERT_LE(CZoFlagBox::CompareNames(static_cast<CZoCountryCode*>(box.GetItemDataPtr(i - 1))->GetName(),
@@ -243,10 +187,7 @@ TYPED_TEST(CountryPickers, SelectCountriesByAllThatIsKnownOfThem)
         EXPECT_LT(box.SelectCountryCode(49), count);
         EXPECT_EQ(276u, box.GetCountryIndex());
         if (texts) {
-            char text[64] = "";
-            box.SendMessage(kIsCombo<TypeParam> ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(box.GetCurSel()),
-                            reinterpret_cast<LPARAM>(text));
-            EXPECT_STREQ("Germany", text) << "for screen readers";
+            EXPECT_EQ("Germany", TestFixture::TextAt(box, box.GetCurSel()));
         }
         for (const auto missed : {box.SelectCountryIndex(60000), box.SelectCountryCode(60000),
                                   box.SelectCountryName("Germanyy"), box.SelectCountryName("qqq")})
@@ -306,17 +247,10 @@ TYPED_TEST(CountryPickers, FollowAChangeOfLanguage)
     TypeParam box;
     ASSERT_TRUE(box.Create(kDropDown, this->m_place, &this->m_parent, kBoxId));
     const auto change = [&](DWORD language) {
-        ZoGblDumpLanguageDLL();
-        this->m_product.MakeCurrent(language);
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        this->ChangeLanguage(language);
         box.SendMessage(CZoLanguageSupport::GetUpdateMessage());
     };
-    const auto textAt = [&](int item) {
-        char text[64] = "";
-        box.SendMessage(kIsCombo<TypeParam> ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(item),
-                        reinterpret_cast<LPARAM>(text));
-        return std::string(text);
-    };
+    const auto textAt = [&](int item) { return TestFixture::TextAt(box, item); };
     box.ResetInformation(-1);
     change(0x0407);
     EXPECT_EQ(-1, box.GetCurSel()) << "none stays none";
@@ -347,7 +281,6 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
     const auto flagOf = [&](int item) {
         return static_cast<CZoCountryCode*>(box.GetItemDataPtr(item))->GetFlagIndex();
     };
-    const int flagTop = (Drawing::kHeight - flags.GetHeight()) / 2;
     Drawing drawing;
     const Scheme schemes[] = {
         {RGB(255, 255, 255), RGB(0, 0, 0), RGB(0, 0, 128), RGB(255, 255, 255), RGB(128, 128, 128)},
@@ -382,9 +315,9 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
             box.DisableCodesText(FALSE);
             drawing.Draw(box, 0, c.state);
             EXPECT_EQ(0, drawing.Marked(0, 4, c.background));
-            EXPECT_TRUE(flags.IsAt(drawing, 4, flagTop, flagOf(0), c.background));
+            EXPECT_TRUE(flags.IsAt(drawing, 4, flags.Top(), flagOf(0), c.background));
             EXPECT_EQ(0, drawing.Marked(text - 4, text, c.background));
-            EXPECT_LE(std::abs(drawing.InkTop(text, c.text) + drawing.InkBottom(text, c.text) - Drawing::kHeight), 6);
+            EXPECT_TRUE(drawing.IsCentred(text, c.text));
             EXPECT_GT(drawing.Of(text, text + 60, c.text), 10) << "name";
             EXPECT_GT(drawing.Of(right - 24, right - 4, c.text), 3) << "code";
             EXPECT_EQ(0, drawing.Marked(right - 4, right, c.background));
@@ -397,10 +330,10 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
     const COLORREF window = g_scheme.window;
     for (int i = 0; i < box.GetCount(); ++i) {
         drawing.Draw(box, i, 0);
-        EXPECT_TRUE(flags.IsAt(drawing, 4, flagTop, flagOf(i), window)) << i;
+        EXPECT_TRUE(flags.IsAt(drawing, 4, flags.Top(), flagOf(i), window)) << i;
         const CString& name = static_cast<CZoCountryCode*>(box.GetItemDataPtr(i))->GetName();
         SIZE size = {};
-        GetTextExtentPoint32A(drawing.GetDC(), name, name.GetLength(), &size);
+        GetTextExtentPoint32A(drawing, name, name.GetLength(), &size);
         if (text + size.cx < right) {
             EXPECT_GT(drawing.Marked(text + size.cx - 6, text + size.cx, window), 0) << "each character: " << name;
         }
@@ -409,15 +342,12 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
     ASSERT_TRUE(bitmap.Load());
     for (UINT cell = 0; cell < 218; ++cell) { // the last two stand for no cell
         drawing.Draw(box, -1, 0);
-        bitmap.Draw(drawing.GetDC(), 9, 7, cell);
+        bitmap.Draw(drawing, 9, 7, cell);
         EXPECT_TRUE(flags.IsAt(drawing, 9, 7, cell < 216 ? cell : 0, window)) << cell;
     }
     drawing.Draw(box, 0, 0);
     drawing.Draw(box, 0, ODS_FOCUS);
-    int dots = 0; // along the upper edge
-    for (int x = 0; x < right; ++x)
-        dots += drawing.At(x, 0) != window;
-    EXPECT_GT(dots, right / 4);
+    EXPECT_LT(drawing.Count(window, {0, 0, right, 1}), right * 3 / 4) << "dots along the upper edge";
     drawing.Draw(box, -1, 0);
     EXPECT_EQ(0, drawing.Marked(0, right, window)) << "nothing selected";
 
@@ -472,8 +402,7 @@ TYPED_TEST(LocalePickers, ShowTheAttachedList)
         drawing.Draw(box, item, 0);
         const UINT flag = static_cast<CZoFlagLcid*>(box.GetItemDataPtr(item))->GetFlagIndex();
         EXPECT_NE(0u, flag);
-        EXPECT_TRUE(
-            cells.IsAt(drawing, 4, (Drawing::kHeight - cells.GetHeight()) / 2, flag, GetSysColor(COLOR_WINDOW)));
+        EXPECT_TRUE(cells.IsAt(drawing, 4, cells.Top(), flag, GetSysColor(COLOR_WINDOW)));
     };
     expectFlag(1);
     // Native names in Unicode, whatever the system's code page.
@@ -491,15 +420,15 @@ TYPED_TEST(LocalePickers, ShowTheAttachedList)
         GetLocaleInfoW(lcid, LOCALE_SNATIVELANGNAME, language, 100);
         GetLocaleInfoW(lcid, LOCALE_SNATIVECTRYNAME, country, 100);
         RECT place = {box.GetPictureWidth(), 0, Drawing::kWidth - 4, Drawing::kHeight};
-        SetBkMode(expected.GetDC(), TRANSPARENT);
-        SetTextColor(expected.GetDC(), GetSysColor(COLOR_WINDOWTEXT));
-        DrawTextW(expected.GetDC(), (std::wstring(language) + L" - " + country).c_str(), -1, &place,
+        SetBkMode(expected, TRANSPARENT);
+        SetTextColor(expected, GetSysColor(COLOR_WINDOWTEXT));
+        DrawTextW(expected, (std::wstring(language) + L" - " + country).c_str(), -1, &place,
                   DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
         EXPECT_GT(expected.Marked(place.left, place.right, GetSysColor(COLOR_WINDOW)), 50);
-        for (int x = place.left; x < Drawing::kWidth; ++x) {
-            for (int y = 0; y < Drawing::kHeight; ++y)
-                ASSERT_EQ(expected.At(x, y), drawing.At(x, y)) << std::hex << lcid;
-        }
+        const int width = Drawing::kWidth - place.left;
+        BitBlt(expected, place.left, 0, width, Drawing::kHeight, drawing, place.left, 0, SRCINVERT);
+        EXPECT_EQ(width * Drawing::kHeight, expected.Count(0, {place.left, 0, Drawing::kWidth, Drawing::kHeight}))
+            << std::hex << lcid;
     }
     box.SetList(nullptr);
     box.ResetInformation();
@@ -548,8 +477,7 @@ TEST_F(Pickers, WhateverFailsShowTheNames)
         box.ResetInformation(0);
         Drawing drawing;
         const auto settings = [&] {
-            return std::array{GetTextColor(drawing.GetDC()), GetBkColor(drawing.GetDC()),
-                              static_cast<COLORREF>(GetBkMode(drawing.GetDC()))};
+            return std::array{GetTextColor(drawing), GetBkColor(drawing), static_cast<COLORREF>(GetBkMode(drawing))};
         };
         const auto before = settings();
         const int text = box.GetPictureWidth();
