@@ -61,7 +61,7 @@ TEST_F(Control, RulesEveryFunction)
         ASSERT_TRUE(p.telsim.SetRule(good.name, 1, FALSE, TELSIM_FAIL, LINEERR_OPERATIONFAILED));
         ASSERT_TRUE(p.telsim.SetRule(good.name, 2, FALSE, TELSIM_PRETEND, 0));
         const DWORD fired = p.telsim.GetCount(TELSIM_RULES_FIRED);
-        EXPECT_EQ(LINEERR_OPERATIONFAILED, static_cast<DWORD>(good.make({record.Get()})));
+        EXPECT_EQ(Error(LINEERR_OPERATIONFAILED), good.make({record.Get()}));
         const bool isCall = std::strcmp(good.name, "lineMakeCall") == 0;
         EXPECT_EQ(0, p.Reply(good.make({record.Get()})));
         EXPECT_EQ(0xCCCCCCCC, record->dwNeededSize) << "nothing is written";
@@ -78,7 +78,7 @@ TEST_F(Control, DecidesWhenRepliesComeAndWhatTheySay)
     const auto replied = [&] { return !p.events.empty() && p.events.front().message == LINE_REPLY; };
 
     ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_FAIL_REPLY, LINEERR_CALLUNAVAIL));
-    EXPECT_EQ(LINEERR_CALLUNAVAIL, static_cast<DWORD>(p.Reply(p.MakeCall())));
+    EXPECT_EQ(Error(LINEERR_CALLUNAVAIL), p.Reply(p.MakeCall()));
     EXPECT_EQ(0u, p.call);
 
     p.events.clear();
@@ -195,7 +195,7 @@ TEST_F(Control, FiresEvents)
               }),
               p.events);
     EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_CALL_HANDLES)) << "gone with the line";
-    EXPECT_EQ(LINEERR_INVALLINEHANDLE, static_cast<DWORD>(p.lineClose(p.line)));
+    EXPECT_EQ(Error(LINEERR_INVALLINEHANDLE), p.lineClose(p.line));
 }
 
 /// The observer sees each call before it is checked, and may do what it wants there.
@@ -203,9 +203,9 @@ TEST_F(Control, ShowsEachCallToTheObserver)
 {
     p.telsim.SetObserver(&Observe, &p);
     Buffer<LINEADDRESSSTATUS> status(100);
-    EXPECT_EQ(LINEERR_INVALLINEHANDLE, static_cast<DWORD>(p.lineGetAddressStatus(p.line, 0, status.Get())));
+    EXPECT_EQ(Error(LINEERR_INVALLINEHANDLE), p.lineGetAddressStatus(p.line, 0, status.Get()));
     EXPECT_EQ("lineGetAddressStatus: line " + HandleText(p.line) + " was closed\n", p.telsim.Misuses());
-    EXPECT_EQ(LINEERR_INVALAPPHANDLE, static_cast<DWORD>(p.lineShutdown(p.app)));
+    EXPECT_EQ(Error(LINEERR_INVALAPPHANDLE), p.lineShutdown(p.app));
     EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_APPS));
 }
 
@@ -213,7 +213,7 @@ TEST_F(Control, ListsCallsWithTheirArguments)
 {
     p.telsim.ClearTexts();
     EXPECT_EQ(0, p.lineSetStatusMessages(p.line, 0x00BFFBFF, 0x1FF));
-    EXPECT_EQ(LINEERR_INVALCALLHANDLE, static_cast<DWORD>(p.lineDrop(7, nullptr, 0)));
+    EXPECT_EQ(Error(LINEERR_INVALCALLHANDLE), p.lineDrop(7, nullptr, 0));
     EXPECT_EQ("lineSetStatusMessages(line=" + HandleText(p.line) +
                   ", states=0xbffbff, address states=0x1ff) = 0\n"
                   "lineDrop(call=0x7, info=null, size=0) = 0x80000018\n",
@@ -250,7 +250,7 @@ TEST_F(Control, SetsLinesByTheKeysOfTheFile)
     for (const auto& c : cases)
         EXPECT_EQ(c.accepted, p.telsim.ConfigureLine(0, c.key, c.value)) << c.key << '=' << c.value;
     EXPECT_FALSE(p.telsim.ConfigureLine(2, "name", "x"));
-    EXPECT_EQ(LINEERR_ALLOCATED, static_cast<DWORD>(p.Open(0)));
+    EXPECT_EQ(Error(LINEERR_ALLOCATED), p.Open(0));
     Buffer<LINEDEVCAPS> caps(1264);
     ASSERT_EQ(0, p.lineGetDevCaps(p.app, 0, 0x00010003, 0, caps.Get()));
     EXPECT_EQ(0x40u, caps->dwBearerModes);
@@ -260,7 +260,7 @@ TEST_F(Control, SetsLinesByTheKeysOfTheFile)
     EXPECT_EQ(176u, address->dwAddressOffset);
     EXPECT_EQ(static_cast<DWORD>(STRINGFORMAT_UNICODE), caps->dwStringFormat);
     EXPECT_TRUE(p.telsim.ConfigureLine(0, "versions", "1.4-1.4"));
-    EXPECT_EQ(LINEERR_ALLOCATED, static_cast<DWORD>(p.Open(0)));
+    EXPECT_EQ(Error(LINEERR_ALLOCATED), p.Open(0));
     ASSERT_EQ(0, p.lineGetDevCaps(p.app, 0, kVersion, 0, caps.Get()));
     EXPECT_EQ(0u, caps->dwLineFeatures);
     EXPECT_EQ(240u, caps->dwProviderInfoOffset);
@@ -268,15 +268,12 @@ TEST_F(Control, SetsLinesByTheKeysOfTheFile)
 
 TEST(Ini, DescribesLinesAndCallsThatComeIn)
 {
-    const TestFolder folder;
-    folder.Write("telsim.ini", "; a comment\r\n[telsim]\r\ndialogs=0\r\n"
-                               "[line0]\r\nname = First line\r\nmedia=datamodem,g3fax\r\nport=\r\n"
-                               "[line1]\r\nname=Second\r\nspeed=9600\r\n"
-                               "[call0]\r\nline=0\r\nafter=20\r\nnumber=5550123\r\nname=Jane\r\nhangup=20\r\n"
-                               "[call1]\r\nline=0\r\nafter=100\r\nblocked=1\r\nhangup=20\r\n");
-    SetEnvironmentVariableA("TELSIM_INI", folder.Path("telsim.ini").c_str());
+    const IniFile ini("; a comment\r\n[telsim]\r\ndialogs=0\r\n"
+                      "[line0]\r\nname = First line\r\nmedia=datamodem,g3fax\r\nport=\r\n"
+                      "[line1]\r\nname=Second\r\nspeed=9600\r\n"
+                      "[call0]\r\nline=0\r\nafter=20\r\nnumber=5550123\r\nname=Jane\r\nhangup=20\r\n"
+                      "[call1]\r\nline=0\r\nafter=100\r\nblocked=1\r\nhangup=20\r\n");
     Program p;
-    SetEnvironmentVariableA("TELSIM_INI", nullptr);
     EXPECT_EQ("telsim.ini: [line1] speed=9600\n", p.telsim.Misuses());
     ASSERT_EQ(0, p.Initialize());
     ASSERT_EQ(0, p.Open(0, LINECALLPRIVILEGE_OWNER));
@@ -292,10 +289,8 @@ TEST(Ini, DescribesLinesAndCallsThatComeIn)
     };
     EXPECT_TRUE(p.Pump([&] { return p.States().size() == 6; }));
     EXPECT_EQ((std::vector<std::string>{"5550123/Jane/12", "//1"}), callers);
-    const std::vector<DWORD> one = {LINECALLSTATE_OFFERING, LINECALLSTATE_DISCONNECTED, LINECALLSTATE_IDLE};
-    std::vector<DWORD> both = one;
-    both.insert(both.end(), one.begin(), one.end());
-    EXPECT_EQ(both, p.States());
+    constexpr DWORD kOne[] = {LINECALLSTATE_OFFERING, LINECALLSTATE_DISCONNECTED, LINECALLSTATE_IDLE};
+    EXPECT_EQ((std::vector<DWORD>{kOne[0], kOne[1], kOne[2], kOne[0], kOne[1], kOne[2]}), p.States());
     Buffer<LINEDEVCAPS> caps(1264);
     ASSERT_EQ(0, p.lineGetDevCaps(p.app, 0, kVersion, 0, caps.Get()));
     EXPECT_EQ("First line", caps.Text(caps->dwLineNameSize, caps->dwLineNameOffset));
@@ -307,13 +302,13 @@ TEST(Ini, HasAnExampleInOrder)
 {
     char path[MAX_PATH] = "";
     GetModuleFileNameA(nullptr, path, sizeof path - 1);
-    const std::string program = path;
-    SetEnvironmentVariableA("TELSIM_INI", (program.substr(0, program.rfind('\\') + 1) + "telsim.sample.ini").c_str());
+    lstrcpyA(std::strrchr(path, '\\'), "\\telsim.sample.ini");
+    SetEnvironmentVariableA("TELSIM_INI", path);
     Program p;
     SetEnvironmentVariableA("TELSIM_INI", nullptr);
     EXPECT_EQ("", p.telsim.Misuses());
     ASSERT_EQ(0, p.Initialize());
     EXPECT_EQ(0, p.Open(1));
-    EXPECT_EQ(LINEERR_ALLOCATED, static_cast<DWORD>(p.Open(2)));
-    EXPECT_EQ(LINEERR_BADDEVICEID, static_cast<DWORD>(p.Open(3)));
+    EXPECT_EQ(Error(LINEERR_ALLOCATED), p.Open(2));
+    EXPECT_EQ(Error(LINEERR_BADDEVICEID), p.Open(3));
 }

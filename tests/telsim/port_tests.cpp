@@ -15,18 +15,9 @@ protected:
         // As programs set up a port: a line of its own speed, reads that answer with what there is.
         DCB dcb = {};
         dcb.DCBlength = sizeof dcb;
-        ASSERT_TRUE(GetCommState(m_port, &dcb));
-        dcb.BaudRate = CBR_57600;
-        dcb.ByteSize = 8;
-        dcb.Parity = NOPARITY;
-        dcb.StopBits = ONESTOPBIT;
-        dcb.fBinary = TRUE;
+        ASSERT_TRUE(GetCommState(m_port, &dcb) && BuildCommDCBA("baud=57600 parity=N data=8 stop=1", &dcb));
         ASSERT_TRUE(SetCommState(m_port, &dcb));
-        COMMTIMEOUTS timeouts = {};
-        timeouts.ReadIntervalTimeout = MAXDWORD;
-        timeouts.ReadTotalTimeoutMultiplier = MAXDWORD;
-        timeouts.ReadTotalTimeoutConstant = 5000;
-        timeouts.WriteTotalTimeoutConstant = 5000;
+        COMMTIMEOUTS timeouts = {MAXDWORD, MAXDWORD, 5000, 0, 5000};
         ASSERT_TRUE(SetCommTimeouts(m_port, &timeouts));
     }
     void TearDown() override
@@ -97,10 +88,7 @@ TEST_F(Modem, AnswersCommands)
 {
     EXPECT_EQ(static_cast<DWORD>(FILE_TYPE_CHAR), GetFileType(m_port));
     Prepare();
-    const struct {
-        const char* command;
-        const char* answer;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"ATI3", "Simulated Modem 33600\r\n\r\nOK"},
         {"at&f&c1&d2x4m0l1", "OK"},
         {"AT+VCID=1", "OK"},
@@ -116,8 +104,8 @@ TEST_F(Modem, AnswersCommands)
         {"ATD5550109", "NO CARRIER"},
         {"ATD5550100;", "OK"},
     };
-    for (const auto& c : cases)
-        Command(c.command, c.answer);
+    for (const auto& [command, answer] : cases)
+        Command(command, answer);
     Write("ATV0\r");
     Expect("0\r");
     Write("ATS2=300\r");

@@ -96,6 +96,20 @@ public:
 #undef LINE_FUNCTION
 };
 
+/// The service's file, for each program and reset while this lives.
+class IniFile {
+public:
+    explicit IniFile(const std::string& content)
+    {
+        m_folder.Write("telsim.ini", content);
+        SetEnvironmentVariableA("TELSIM_INI", m_folder.Path("telsim.ini").c_str());
+    }
+    ~IniFile() { SetEnvironmentVariableA("TELSIM_INI", nullptr); }
+
+private:
+    const TestFolder m_folder;
+};
+
 /// A result as LINEERR_ constants are written.
 constexpr LONG Error(DWORD code) { return static_cast<LONG>(code); }
 
