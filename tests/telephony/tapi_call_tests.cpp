@@ -23,13 +23,6 @@ void WINAPI NoteOpenPort(const char* function, void* line)
     EXPECT_EQ(INVALID_HANDLE_VALUE, static_cast<TestLine*>(line)->m_hComm) << function;
 }
 
-DWORD ThreadMilliseconds()
-{
-    FILETIME times[4];
-    GetThreadTimes(GetCurrentThread(), &times[0], &times[1], &times[2], &times[3]);
-    return (times[2].dwLowDateTime + times[3].dwLowDateTime) / 10000;
-}
-
 } // namespace
 
 TEST_F(TapiCall, VirtualOperationsKeepTheirOrder)
@@ -137,17 +130,18 @@ TEST_F(TapiCall, WhatHappensInTheMiddleEndsOrLeavesTheWait)
         {"new device", [&] { reinitialize(LINE_CREATE, 8), telsim.ReleaseReplies(); }, TRUE, {}, 9},
         {"a handler that throws",
          [&] {
-             line->onCallState = [](DWORD) { AfxThrowMemoryException(); };
+             line->onCallState = [] { AfxThrowMemoryException(); };
              telsim.ReleaseReplies();
          },
          TRUE,
          {}},
         {"a handler that hangs up",
          [&] {
-             line->onCallState = [&](DWORD) { line->HangupCall(); };
+             line->onCallState = [&] { line->HangupCall(); };
              telsim.ReleaseReplies();
          },
          FALSE, kGivenUp},
+        {"end of the program", [] { PostQuitMessage(7); }, FALSE, kGivenUp},
     };
     for (const auto& test : kCases) {
         SCOPED_TRACE(test.name);
@@ -157,6 +151,10 @@ TEST_F(TapiCall, WhatHappensInTheMiddleEndsOrLeavesTheWait)
         EXPECT_EQ(test.grabbed, GrabWhile(taken, test.act));
         EXPECT_EQ(test.boxes, TakeBoxes());
         EXPECT_EQ("", telsim.Misuses());
+        EXPECT_EQ(test.grabbed, telsim.GetCount(TELSIM_LINES) != 0);
+        MSG quit = {};
+        EXPECT_EQ(std::string(test.name) == "end of the program",
+                  PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE && quit.wParam == 7);
         taken.onCallState = nullptr;
         EXPECT_EQ(test.devices, taken.m_dwNumDevs);
         const bool closed = test.boxes == kClosed;
@@ -250,8 +248,7 @@ TEST_F(TapiCall, AnEarlyReplyCountsForItsOwnRequestAndObject)
     } kCases[] = {{line, 76, 77, WAITERR_WAITABORTED}, {other, 78, 78, WAITERR_WAITABORTED}, {line, 79, 79, -5}};
     for (const auto& [object, request, awaited, result] : kCases) {
         line.m_bCallInProgress = TRUE;
-        TestLine::lineCallbackFunc(0, LINE_REPLY, reinterpret_cast<DWORD_PTR>(&object), static_cast<DWORD>(request),
-                                   static_cast<DWORD>(-5), 0);
+        object.Tell(LINE_REPLY, static_cast<DWORD>(request), static_cast<DWORD>(-5));
         if (result == WAITERR_WAITABORTED)
             After(1, [&] { line.m_bCallInProgress = FALSE; });
         EXPECT_EQ(result, line.WaitForReply(awaited));
@@ -260,8 +257,7 @@ TEST_F(TapiCall, AnEarlyReplyCountsForItsOwnRequestAndObject)
     line.m_bCallInProgress = FALSE;
     ASSERT_TRUE(line.GrabThePort());
     EXPECT_TRUE(line.HangupCall());
-    TestLine::lineCallbackFunc(0, LINE_REPLY, reinterpret_cast<DWORD_PTR>(&line),
-                               static_cast<DWORD>(line.m_lRequestID + 1), LINEERR_OPERATIONFAILED, 0);
+    line.Tell(LINE_REPLY, static_cast<DWORD>(line.m_lRequestID + 1), LINEERR_OPERATIONFAILED);
     EXPECT_TRUE(line.GrabThePort());
 }
 
@@ -280,39 +276,28 @@ TEST_F(TapiCall, WaitsForCallStates)
     EXPECT_EQ(WAITERR_WAITTIMEDOUT, line.WaitForCallState(LINECALLSTATE_BUSY));
     EXPECT_NEAR(30000, slept, 2000);
     EXPECT_EQ("Proceeding\nWAITTIMEDOUT\n", TakeTexts());
-    TestLine::lineCallbackFunc(line.m_hCall, LINE_CALLSTATE, reinterpret_cast<DWORD_PTR>(&line),
-                               LINECALLSTATE_CONNECTED, 0, 0);
+    line.Tell(LINE_CALLSTATE, LINECALLSTATE_CONNECTED, 0, 0, line.m_hCall);
     EXPECT_EQ("\n\nConnected!\n\nAlready Connected!\n", TakeTexts());
     telsim.HangUp(line.m_hCall);
     PumpAll();
     EXPECT_EQ(0u, line.m_hLine) << "closed by the event";
 }
 
-TEST_F(TapiCall, TheEndOfTheProgramIsNotLost)
-{
-    TestLine line;
-    EXPECT_FALSE(GrabWhile(line, [] { PostQuitMessage(7); }));
-    EXPECT_EQ((Boxes{{11, 0x10}}), TakeBoxes());
-    MSG message = {};
-    EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-    EXPECT_EQ(7u, message.wParam);
-    EXPECT_EQ(0u, telsim.GetCount(TELSIM_LINES));
-}
-
 TEST_F(TapiCall, WaitingCostsNoTime)
 {
+    const auto used = [] {
+        FILETIME created, ended, kernel, user;
+        EXPECT_TRUE(GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user));
+        return (kernel.dwLowDateTime + user.dwLowDateTime) / 10000; // milliseconds
+    };
     TestLine line(TRUE);
-    Rule("lineMakeCall", TELSIM_HOLD_REPLY);
-    DWORD used = 0;
-    After(20, [&] {
-        used = ThreadMilliseconds();
-        After(500, [&] {
-            used = ThreadMilliseconds() - used;
-            line.HangupCall();
-        });
-    });
-    EXPECT_FALSE(line.GrabThePort());
-    EXPECT_LT(used, 50u) << "milliseconds of 500";
+    ASSERT_TRUE(line.InitializeTAPI(nullptr));
+    Rule("lineMakeCall", TELSIM_LATE_REPLY, 1000);
+    const DWORD before = used();
+    const DWORD start = GetTickCount();
+    EXPECT_TRUE(line.GrabThePort());
+    EXPECT_GE(GetTickCount() - start, 950u);
+    EXPECT_LE(used() - before, 100u) << "neither the interface nor the service";
 }
 
 TEST_F(TapiCall, RestartOfTheServiceIsWaitedForOnce)

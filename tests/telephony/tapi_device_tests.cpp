@@ -77,7 +77,7 @@ std::string TryEverything()
     LocalFree(line.m_lpDevConfig);
     note("answer", line.EnableCallAnswer(TRUE) != FALSE);
     line.m_hCall = 1;
-    TestLine::lineCallbackFunc(1, LINE_CALLINFO, reinterpret_cast<DWORD_PTR>(&line), LINECALLINFOSTATE_CALLERID, 0, 0);
+    line.Tell(LINE_CALLINFO, LINECALLINFOSTATE_CALLERID, 0, 0, line.m_hCall);
     note("caller", true);
     return report;
 }

@@ -23,7 +23,7 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
 {
     constexpr DWORD kCall = LINE_CALLSTATE;
     constexpr DWORD kDevice = LINE_LINEDEVSTATE;
-    constexpr DWORD kRestart = LINEDEVSTATE_REINIT;
+    constexpr DWORD kRestart = LINEDEVSTATE_REINIT, kRing = LINEDEVSTATE_RINGING;
     const struct {
         DWORD message;
         DWORD params[3];
@@ -43,13 +43,11 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
         {kCall, {LINECALLSTATE_ONHOLD, 0, 0}, "Unhandled LINECALLSTATE message\n"},
         {kCall, {LINECALLSTATE_IDLE, 0, LINECALLPRIVILEGE_MONITOR}, "line given monitor privilege; closing\n"},
         {kCall, {LINECALLSTATE_IDLE, 0, 8}, "Unknown LINECALLPRIVILEGE message: closing\n"},
-        {kDevice, {LINEDEVSTATE_RINGING, 1, 1}, "Line Ringing.\n"},
+        {kDevice, {kRing, 1, 1}, "Line Ringing.\n"},
         {kDevice, {LINEDEVSTATE_DISCONNECTED, 0, 0}, "", true},
         {kDevice, {LINEDEVSTATE_OUTOFSERVICE, 0, 0}, "", true},
         {kDevice, {LINEDEVSTATE_MAINTENANCE, 0, 0}, "", true},
-        {kDevice,
-         {kRestart, LINE_LINEDEVSTATE, LINEDEVSTATE_RINGING},
-         "Soft REINIT: LINE_LINEDEVSTATE.\nLine Ringing.\n"},
+        {kDevice, {kRestart, LINE_LINEDEVSTATE, kRing}, "Soft REINIT: LINE_LINEDEVSTATE.\nLine Ringing.\n"},
         {kDevice, {kRestart, LINE_CREATE, 4}, "Soft REINIT: LINE_CREATE.\n", false, 5},
         {kDevice, {kRestart, LINE_REPLY, 0}, "Ignoring soft REINIT\n"},
         {LINE_CREATE, {1, 0, 0}, "", false, 2},
@@ -63,8 +61,7 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
         TestLine line;
         line.m_dwNumDevs = 1;
         TakeTexts();
-        TestLine::lineCallbackFunc(5, test.message, reinterpret_cast<DWORD_PTR>(&line), test.params[0], test.params[1],
-                                   test.params[2]);
+        line.Tell(test.message, test.params[0], test.params[1], test.params[2]);
         EXPECT_EQ(test.text, TakeTexts());
         EXPECT_EQ(test.hangsUp ? 1 : 0, line.hangups) << test.text;
         EXPECT_EQ(test.devices, line.m_dwNumDevs) << test.text;
@@ -74,7 +71,7 @@ TEST_F(TapiEvent, EachIsToldAndActedUpon)
     for (DWORD mode = LINEDISCONNECTMODE_NORMAL; mode <= LINEDISCONNECTMODE_NUMBERCHANGED; mode <<= 1) {
         TestLine line;
         TakeTexts();
-        TestLine::lineCallbackFunc(5, kCall, reinterpret_cast<DWORD_PTR>(&line), LINECALLSTATE_DISCONNECTED, mode, 0);
+        line.Tell(kCall, LINECALLSTATE_DISCONNECTED, mode);
         EXPECT_EQ(1, line.hangups);
         reasons += TakeTexts();
     }
@@ -157,7 +154,7 @@ TEST_F(TapiEvent, CallersAreIdentified)
         const HLINE open = std::exchange(line.m_hAnswerLine, news.answerLine);
         line.m_hLine = news.line;
         line.m_hCall = news.call;
-        TestLine::lineCallbackFunc(news.device, LINE_CALLINFO, reinterpret_cast<DWORD_PTR>(&line), news.info, 0, 0);
+        line.Tell(LINE_CALLINFO, news.info, 0, 0, news.device);
         EXPECT_STREQ(news.expected, line.m_strCallerID);
         EXPECT_EQ(line.m_strCallerID == "old" ? "" : "\n\nCallerID info changed!\n\n", TakeTexts());
         line.m_hAnswerLine = open;

@@ -31,6 +31,11 @@ public:
     using CZoTAPIInterface::WaitForReply;
     using CZoTAPIInterface::ZoCheckAndReAllocBuffer;
 
+    /// Gives the callback an event for this object.
+    void Tell(DWORD message, DWORD_PTR first, DWORD_PTR second = 0, DWORD_PTR third = 0, DWORD device = 5)
+    {
+        lineCallbackFunc(device, message, reinterpret_cast<DWORD_PTR>(this), first, second, third);
+    }
     BOOL HangupCall() override
     {
         ++hangups;
@@ -41,11 +46,11 @@ public:
     {
         CZoTAPIInterface::DoLineCallState(device, message, instance, state, mode, privilege);
         if (onCallState)
-            onCallState(static_cast<DWORD>(state));
+            onCallState();
     }
 
     int hangups = 0;
-    std::function<void(DWORD)> onCallState;
+    std::function<void()> onCallState;
 };
 
 /// Watches the library: texts for the debugger, boxes, local blocks, time.
