@@ -21,9 +21,11 @@ Words Join(const std::vector<Words>& parts)
 
 Words PlainTemplate(DWORD style)
 {
-    // The menu by number, no class.
-    return Join(
-        {{LOWORD(style), HIWORD(style), 0, 0, 2, 1, 2, 30, 40, 0xFFFF, 77, 0}, Text("Title"), {9}, Text("Tahoma")});
+    // Menu and class by number.
+    return Join({{LOWORD(style), HIWORD(style), 0, 0, 2, 1, 2, 30, 40, 0xFFFF, 77, 0xFFFF, 78},
+                 Text("Title"),
+                 {9},
+                 Text("Tahoma")});
 }
 
 Words ExtendedTemplate(DWORD style)
@@ -31,7 +33,7 @@ Words ExtendedTemplate(DWORD style)
     return Join({{1, 0xFFFF, 0, 0, 0, 0, LOWORD(style), HIWORD(style), 0, 1, 2, 30, 40, 0},
                  Text("Class"),
                  {0, 11, 400, 0x0100},
-                 Text("Courier New")});
+                 Text("A name of more than 31 characters, cut")});
 }
 
 bool Read(DialogFont& font, const Words& words)
@@ -51,7 +53,7 @@ TEST(DialogFont, IsReadFromBothKindsOfTemplateOrStays)
     EXPECT_STREQ("Tahoma", font.face);
     EXPECT_EQ(9, font.points);
     EXPECT_TRUE(Read(font, ExtendedTemplate(WS_POPUP | DS_SHELLFONT)));
-    EXPECT_STREQ("Courier New", font.face);
+    EXPECT_STREQ("A name of more than 31 characte", font.face);
     EXPECT_EQ(11, font.points);
 }
 

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-
 class LocationFaults : public LocationTest {
 protected:
     LocationFaults()
@@ -108,21 +106,6 @@ TEST_F(LocationFaults, OfMemoryAndRegistryAreStatuses)
     RegistryFaults registry;
     RunAll(memory);
     RunAll(registry);
-}
-
-TEST_F(LocationFaults, AFailedWriteRemovesTheRecord)
-{
-    FaultSource faults("write");
-    const ZO_FAULTY_CALL(RegSetValueExA) set(faults, kLibrary, ERROR_DISK_FULL);
-    const ZO_FAULTY_CALL(RegSetValueA) setOld(faults, kLibrary, ERROR_DISK_FULL);
-    RunFaultActs(faults, [&](const FaultRun& run) {
-        Prepare();
-        const DWORD status = run.Act([&] { return m_changed.SaveByIndex(); });
-        EXPECT_EQ(run.Fired() ? DWORD{ERROR_DISK_FULL} : 0u, status);
-        BOOL exists = FALSE;
-        EXPECT_EQ(0u, m_config.DoesSubkeyExist(kMode, m_key, "00000000", exists));
-        EXPECT_EQ(!run.Fired(), exists != FALSE);
-    });
 }
 
 TEST_F(LocationFaults, WithoutProductOrStringNothingIsDone)

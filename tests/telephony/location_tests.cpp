@@ -98,6 +98,7 @@ TEST_F(Locations, StandInTheRegistryUnderTheirNames)
     EXPECT_TRUE(registry.DoesIndexExist(3));
     EXPECT_EQ(0u, m_config.DeleteEntry(kMode, record, "CountryCode"));
     EXPECT_FALSE(registry.DoesIndexExist(3)) << "the key alone is no record";
+    EXPECT_STREQ(RecordKey("00000005"), registry.GetSection());
     EXPECT_EQ(0u, registry.DeleteIndex(3));
     EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, registry.DeleteIndex(3));
     EXPECT_STREQ(RecordKey("00000005"), registry.GetSection());

@@ -173,15 +173,6 @@ TEST_F(Modem, ForgetsEverythingWhenThePortIsClosed)
     Command("ATO", "NO CARRIER");
 }
 
-/// What a terminal lacks of a serial port. Programs must not need it.
-TEST_F(Modem, HasNoStatusLines)
-{
-    ZO_ONLY_IN(IsWine(), "where the port is a terminal");
-    DWORD lines = 0;
-    EXPECT_FALSE(GetCommModemStatus(m_port, &lines));
-    EXPECT_FALSE(EscapeCommFunction(m_port, SETDTR));
-}
-
 TEST(Port, ThatCannotBeOpenedMakesCallsFail)
 {
     Program p;
