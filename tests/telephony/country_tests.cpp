@@ -153,9 +153,14 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
 {
     if (GetParam() != 0x0409)
         GTEST_SKIP() << "the service knows the English names";
-    HKEY list = nullptr;
-    if (RegOpenKeyA(HKEY_LOCAL_MACHINE, "Software\\Microsoft\\Windows\\CurrentVersion\\Telephony\\Country List",
-                    &list) != 0)
+    const CString list = "Software\\Microsoft\\Windows\\CurrentVersion\\Telephony\\Country List";
+    std::vector<std::string> subkeys;
+    const auto collect = [](void* names, const char* name) -> DWORD {
+        static_cast<std::vector<std::string>*>(names)->emplace_back(name);
+        return 0;
+    };
+    CZoGlobalConfig& registry = m_product.Config();
+    if (registry.EnumEntries(ZO_MODE_LOCAL_MACHINE, list, collect, &subkeys) != 0)
         GTEST_SKIP() << "no telephony service here";
 
     // Its figures are older than the last change of these.
@@ -165,18 +170,12 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
     for (int i = 0; i < m_list->GetCount(); ++i)
         countries[std::string(m_list->GetAt(i)->GetName())] = m_list->GetAt(i);
     int compared = 0;
-    char subkey[MAX_PATH];
-    for (DWORD i = 0; RegEnumKeyA(list, i, subkey, sizeof subkey) == 0; ++i) {
+    for (const std::string& subkey : subkeys) {
+        const CString key = list + "\\" + subkey.c_str();
         char name[MAX_PATH] = "";
         DWORD code = 0;
-        DWORD nameSize = sizeof name;
-        DWORD codeSize = sizeof code;
-        HKEY entry = nullptr;
-        ASSERT_EQ(0, RegOpenKeyA(list, subkey, &entry));
-        EXPECT_EQ(0, RegQueryValueExA(entry, "Name", nullptr, nullptr, reinterpret_cast<BYTE*>(name), &nameSize));
-        EXPECT_EQ(0,
-                  RegQueryValueExA(entry, "CountryCode", nullptr, nullptr, reinterpret_cast<BYTE*>(&code), &codeSize));
-        RegCloseKey(entry);
+        EXPECT_EQ(0u, registry.GetValue(ZO_MODE_LOCAL_MACHINE, key, "Name", name, sizeof name, nullptr));
+        EXPECT_EQ(0u, registry.GetValue(ZO_MODE_LOCAL_MACHINE, key, "CountryCode", code, 0));
         const auto found = countries.find(name);
         if (found == countries.end() || changed.contains(name))
             continue;
@@ -185,7 +184,6 @@ TEST_P(Countries, HaveTheCodesThatTheTelephonyServiceKnows)
         EXPECT_EQ(code, ours.GetDialingPrefix() != 0 ? ours.GetDialingPrefix() : ours.GetCountryCode()) << name;
         ++compared;
     }
-    RegCloseKey(list);
     EXPECT_GE(compared, 150);
 }
 

@@ -30,37 +30,37 @@ protected:
         EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_PORTS));
     }
 
+    OVERLAPPED* Begin()
+    {
+        m_overlapped = {};
+        m_overlapped.hEvent = m_event;
+        return &m_overlapped;
+    }
+    /// Waits five seconds at most for what was begun; \return the bytes that went or came.
+    DWORD Finish(BOOL done)
+    {
+        if (!done && GetLastError() != ERROR_IO_PENDING)
+            return 0;
+        if (WaitForSingleObject(m_event, 5000) != WAIT_OBJECT_0)
+            CancelIo(m_port);
+        DWORD bytes = 0;
+        return GetOverlappedResult(m_port, &m_overlapped, &bytes, TRUE) ? bytes : 0;
+    }
     void Write(const std::string& bytes)
     {
-        OVERLAPPED overlapped = {};
-        overlapped.hEvent = m_event;
-        DWORD written = 0;
-        ASSERT_TRUE(WriteFile(m_port, bytes.data(), static_cast<DWORD>(bytes.size()), nullptr, &overlapped) ||
-                    GetLastError() == ERROR_IO_PENDING);
-        ASSERT_TRUE(GetOverlappedResult(m_port, &overlapped, &written, TRUE));
-        ASSERT_EQ(bytes.size(), written);
+        const auto size = static_cast<DWORD>(bytes.size());
+        ASSERT_EQ(size, Finish(WriteFile(m_port, bytes.data(), size, nullptr, Begin())));
     }
     /// What comes until there are so many bytes, or none for five seconds.
-    std::string Read(size_t size)
+    std::string Read(DWORD size)
     {
-        std::string bytes;
-        while (bytes.size() < size) {
-            char buffer[4096];
-            OVERLAPPED overlapped = {};
-            overlapped.hEvent = m_event;
-            DWORD read = 0;
-            const auto wanted = static_cast<DWORD>(std::min(size - bytes.size(), sizeof buffer));
-            if (!ReadFile(m_port, buffer, wanted, nullptr, &overlapped) && GetLastError() != ERROR_IO_PENDING)
-                break;
-            if (WaitForSingleObject(m_event, 5000) != WAIT_OBJECT_0)
-                CancelIo(m_port);
-            if (!GetOverlappedResult(m_port, &overlapped, &read, TRUE) || read == 0)
-                break;
-            bytes.append(buffer, read);
-        }
-        return bytes;
+        std::string bytes(size, '\0');
+        DWORD at = 0;
+        for (DWORD read = 1; at < size && read != 0; at += read)
+            read = Finish(ReadFile(m_port, &bytes[at], (std::min)(size - at, DWORD{4096}), nullptr, Begin()));
+        return bytes.substr(0, at);
     }
-    void Expect(const std::string& answer) { EXPECT_EQ(answer, Read(answer.size())); }
+    void Expect(const std::string& answer) { EXPECT_EQ(answer, Read(static_cast<DWORD>(answer.size()))); }
     /// A command, and the answer with the line ends that it comes in.
     void Command(const std::string& command, const std::string& answer)
     {
@@ -80,6 +80,7 @@ protected:
     Program p;
     HANDLE m_port = INVALID_HANDLE_VALUE;
     HANDLE m_event = nullptr;
+    OVERLAPPED m_overlapped = {};
 };
 
 } // namespace
