@@ -30,7 +30,6 @@ Event StateEvent(HCALL call, DWORD state, DWORD mode, DWORD privilege = 0)
 TEST_F(Calls, HandTheModemToTheProgramAndTakeItBack)
 {
     const auto round = [&] {
-        ASSERT_EQ(0, p.Initialize());
         ASSERT_EQ(0, p.Open(kNoPort));
         EXPECT_EQ(0, p.lineSetStatusMessages(p.line, 0x00BFFBFF, 0x1FF));
         p.call = 0;
@@ -46,7 +45,7 @@ TEST_F(Calls, HandTheModemToTheProgramAndTakeItBack)
 
         Buffer<LINECALLSTATUS> status(1060);
         EXPECT_EQ(0, p.lineGetCallStatus(p.call, status.Get()));
-        EXPECT_EQ(static_cast<DWORD>(LINECALLSTATE_CONNECTED), status->dwCallState);
+        EXPECT_EQ(DWORD{LINECALLSTATE_CONNECTED}, status->dwCallState);
         EXPECT_EQ(static_cast<DWORD>(LINECALLPRIVILEGE_OWNER), status->dwCallPrivilege);
         Buffer<LINEADDRESSSTATUS> address(1088);
         EXPECT_EQ(0, p.lineGetAddressStatus(p.line, 0, address.Get()));
@@ -87,7 +86,6 @@ TEST_F(Calls, EndAsTheNumberDialedWants)
         {"5550108", {LINECALLSTATE_DISCONNECTED}, LINEDISCONNECTMODE_NODIALTONE},
         {"5550109", {LINECALLSTATE_RINGBACK, LINECALLSTATE_DISCONNECTED}, LINEDISCONNECTMODE_NOANSWER},
     };
-    ASSERT_EQ(0, p.Initialize());
     ASSERT_EQ(0, p.Open(kNoPort));
     for (const auto& [number, states, mode] : cases) {
         SCOPED_TRACE(number);
@@ -161,7 +159,6 @@ TEST_F(Calls, ComeInWithTheCallersIdentity)
 
 TEST_F(Calls, AreWatchedByOthersWhoMayNotTouchThem)
 {
-    ASSERT_EQ(0, p.Initialize());
     ASSERT_EQ(0, p.Open(kNoPort, LINECALLPRIVILEGE_MONITOR));
     const HLINE watching = p.line;
     EXPECT_EQ(0, p.lineSetStatusMessages(watching, LINEDEVSTATE_OPEN | LINEDEVSTATE_CLOSE, 0));
@@ -188,7 +185,6 @@ TEST_F(Calls, AreWatchedByOthersWhoMayNotTouchThem)
 
 TEST_F(Calls, LeaveNothingBehindWhenTheLineIsClosedInTheMiddle)
 {
-    ASSERT_EQ(0, p.Initialize());
     ASSERT_EQ(0, p.Open(kNoPort));
     ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_LATE_REPLY, 30));
     EXPECT_GT(p.MakeCall(), 0);
@@ -201,8 +197,7 @@ TEST_F(Calls, LeaveNothingBehindWhenTheLineIsClosedInTheMiddle)
     ASSERT_EQ(0, p.Open(kNoPort));
     p.onEvent = [&](const Event& event) {
         if (event.message == LINE_CALLSTATE) {
-            EXPECT_EQ(0, p.lineShutdown(p.app));
-            p.app = 0;
+            EXPECT_EQ(0, p.lineShutdown(std::exchange(p.app, 0)));
         }
     };
     EXPECT_EQ(0, p.Reply(p.MakeCall()));
@@ -211,7 +206,6 @@ TEST_F(Calls, LeaveNothingBehindWhenTheLineIsClosedInTheMiddle)
 
 TEST_F(Calls, TellOfTheDevice)
 {
-    ASSERT_EQ(0, p.Initialize());
     ASSERT_EQ(0, p.Open(kModem));
     Buffer<LINEDEVCAPS> caps(1264);
     ASSERT_EQ(0, p.lineGetDevCaps(p.app, kModem, kVersion, 0, caps.Get()));

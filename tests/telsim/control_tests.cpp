@@ -6,11 +6,7 @@ namespace {
 
 class Control : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        ASSERT_EQ(0, p.Initialize());
-        ASSERT_EQ(0, p.Open(kNoPort));
-    }
+    void SetUp() override { ASSERT_EQ(0, p.Open(kNoPort)); }
 
     Program p;
 };
@@ -209,7 +205,7 @@ TEST_F(Control, ShowsEachCallToTheObserver)
     EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_APPS));
 }
 
-TEST_F(Control, ListsCallsWithTheirArguments)
+TEST_F(Control, ListsTheLastCallsWithTheirArguments)
 {
     p.telsim.ClearTexts();
     EXPECT_EQ(0, p.lineSetStatusMessages(p.line, 0x00BFFBFF, 0x1FF));
@@ -221,10 +217,6 @@ TEST_F(Control, ListsCallsWithTheirArguments)
     char buffer[4] = "abc";
     EXPECT_GT(p.telsim.GetText(TELSIM_CALLS, buffer, sizeof buffer), sizeof buffer);
     EXPECT_STREQ("abc", buffer) << "all or nothing";
-}
-
-TEST_F(Control, KeepsTheLastEntriesOfItsLists)
-{
     p.telsim.ClearTexts();
     for (HCALL call = 0; call <= TELSIM_MOST_ENTRIES; ++call)
         p.lineDrop(call, nullptr, 0);
@@ -246,6 +238,7 @@ TEST_F(Control, SetsLinesByTheKeysOfTheFile)
         {"versions", "1.4-2.0", FALSE},  {"allocated", "1", TRUE},   {"allocated", "yes", FALSE},
         {"reply", "20", TRUE},           {"reply", "", FALSE},       {"name", "", TRUE},
         {"format", "unicode", TRUE},     {"colour", "green", FALSE}, {"features", "", TRUE},
+        {"allocated", "2", FALSE},
     };
     for (const auto& c : cases)
         EXPECT_EQ(c.accepted, p.telsim.ConfigureLine(0, c.key, c.value)) << c.key << '=' << c.value;
@@ -275,7 +268,6 @@ TEST(Ini, DescribesLinesAndCallsThatComeIn)
                       "[call1]\r\nline=0\r\nafter=100\r\nblocked=1\r\nhangup=20\r\n");
     Program p;
     EXPECT_EQ("telsim.ini: [line1] speed=9600\n", p.telsim.Misuses());
-    ASSERT_EQ(0, p.Initialize());
     ASSERT_EQ(0, p.Open(0, LINECALLPRIVILEGE_OWNER));
     std::vector<std::string> callers;
     p.onEvent = [&](const Event& event) {
@@ -307,7 +299,6 @@ TEST(Ini, HasAnExampleInOrder)
     Program p;
     SetEnvironmentVariableA("TELSIM_INI", nullptr);
     EXPECT_EQ("", p.telsim.Misuses());
-    ASSERT_EQ(0, p.Initialize());
     EXPECT_EQ(0, p.Open(1));
     EXPECT_EQ(Error(LINEERR_ALLOCATED), p.Open(2));
     EXPECT_EQ(Error(LINEERR_BADDEVICEID), p.Open(3));

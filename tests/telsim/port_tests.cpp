@@ -167,7 +167,7 @@ TEST_F(Modem, ForgetsEverythingWhenThePortIsClosed)
     Write("data");
     Expect("data");
     TearDown();
-    ASSERT_EQ(0, p.lineShutdown(p.app));
+    ASSERT_EQ(0, p.lineShutdown(std::exchange(p.app, 0)));
     p.events.clear();
     SetUp();
     Prepare();
@@ -178,7 +178,6 @@ TEST(Port, ThatCannotBeOpenedMakesCallsFail)
 {
     Program p;
     ASSERT_TRUE(p.telsim.ConfigureLine(kModem, "port", "COM98"));
-    ASSERT_EQ(0, p.Initialize());
     ASSERT_EQ(0, p.Open(kModem));
     EXPECT_EQ(LINEERR_RESOURCEUNAVAIL, static_cast<DWORD>(p.Reply(p.MakeCall())));
     EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_CALL_HANDLES));

@@ -51,7 +51,9 @@ LONG Program::Open(DWORD device, DWORD privileges, DWORD mediaModes)
 {
     DWORD version = 0;
     LINEEXTENSIONID extension;
-    const LONG result = lineNegotiateAPIVersion(app, device, 0x00010000, 0x10000000, &version, &extension);
+    LONG result = app == 0 ? Initialize() : 0;
+    if (result == 0)
+        result = lineNegotiateAPIVersion(app, device, 0x00010000, 0x10000000, &version, &extension);
     if (result != 0)
         return result;
     return lineOpen(app, device, &line, version, 0, kInstance, privileges, mediaModes, nullptr);
@@ -73,7 +75,7 @@ LONG Program::MakeCall(const char* number, DWORD bearerMode)
 
 bool Program::Connect(DWORD device)
 {
-    if (Initialize() != 0 || Open(device) != 0 || Reply(MakeCall()) != 0)
+    if (Open(device) != 0 || Reply(MakeCall()) != 0)
         return false;
     return Pump([&] { return !States().empty() && States().back() == LINECALLSTATE_CONNECTED; });
 }

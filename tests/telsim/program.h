@@ -65,7 +65,7 @@ public:
 
     /// lineInitialize; \return its result.
     LONG Initialize();
-    /// Negotiates a version and opens a device into \a line.
+    /// Initializes unless that is done, negotiates a version and opens a device into \a line.
     LONG Open(DWORD device, DWORD privileges = LINECALLPRIVILEGE_NONE, DWORD mediaModes = LINEMEDIAMODE_DATAMODEM);
     /// Asks for a call into \a call. Without parameters it is one that hands out the modem.
     LONG MakeCall(const char* number = nullptr, DWORD bearerMode = LINEBEARERMODE_PASSTHROUGH);
