@@ -2,7 +2,6 @@
 #include "plugin_fixture.h"
 #include "product/registered_product.h"
 #include "support/test.h"
-#include "telephony/registry_faults.h"
 
 #include <zogbl/brixel_access.h>
 

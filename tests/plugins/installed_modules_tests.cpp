@@ -1,7 +1,6 @@
 // The list of installed modules, in the registry.
 #include "product/registered_product.h"
 #include "support/test.h"
-#include "telephony/registry_faults.h"
 
 #include <zogbl/installed_modules.h>
 
