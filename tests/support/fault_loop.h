@@ -10,8 +10,8 @@
 ///         EXPECT_EQ(run.Fired() ? "before" : "after", thing.Text());
 ///     });
 ///
-/// A test that prepares something for each run, or looks at it in between, says what is tried. Only there calls fail; the
-/// count of calls goes on from one such part of a run to the next:
+/// A test that prepares something for each run, or looks at it in between, says what is tried. Calls fail only there;
+/// their count goes on from one such part of a run to the next:
 ///
 ///     zo_test::RunFaultActs(faults, [&](const zo_test::FaultRun& run) {
 ///         Prepare();

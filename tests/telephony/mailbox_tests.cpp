@@ -322,7 +322,7 @@ protected:
             EXPECT_EQ(run.Fired() ? 12u : 3u, CZoRegMailBoxes().GetUserDefault());
         });
     }
-    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then, and with \p pathMayFail the path.
+    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then; the path too if it may fail.
     void RunPath(FaultSource& faults, bool pathMayFail)
     {
         const TestFolder folder;
