@@ -103,8 +103,6 @@ std::string ListText(HWND dialog, int row)
 
 void Paint(HWND window) { RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); }
 
-bool IsEnabled(HWND dialog, int control) { return IsWindowEnabled(GetDlgItem(dialog, control)) != FALSE; }
-
 } // namespace
 
 TEST_F(AboutBox, ShowsTheProgramAndFollowsTheLanguage)

@@ -1,28 +1,15 @@
 // The suite's message box, driven by keys and clicks.
-#include "product/registered_product.h"
+#include "product/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/message_box.h>
-#include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
 namespace {
 
 constexpr int kText = 0xFFFF;
 
-class MessageBoxTest : public testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
-    RegisteredProduct m_product;
-};
-
-CRect AreaOf(HWND window)
-{
-    CRect area;
-    GetWindowRect(window, &area);
-    return area;
-}
+class MessageBoxTest : public ProductTest {};
 
 /// The buttons of a box from left to right: each text and, behind it, what pressing it would answer.
 std::string ButtonsOf(HWND box)
@@ -113,9 +100,7 @@ TEST_F(MessageBoxTest, SpeaksTheLanguageOfTheUser)
                               }};
     EXPECT_EQ(IDNO, ZoMessageBox(nullptr, "text", "Title", MB_YESNOCANCEL));
     EXPECT_EQ(IDOK, ZoMessageBox(nullptr, nullptr, nullptr, MB_OK));
-    m_product.MakeCurrent(0x0407);
-    ZoGblDumpLanguageDLL();
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    ChangeLanguage(kGerman);
     EXPECT_EQ(IDYES, ZoMessageBox(nullptr, "text", nullptr, MB_YESNOCANCEL));
     EXPECT_EQ(IDCANCEL, AfxMessageBox("text", MB_RETRYCANCEL)) << "the framework's too";
 }
@@ -144,21 +129,21 @@ TEST_F(MessageBoxTest, IsAsLargeAsItsTextAndInTheMiddleOfItsOwner)
             EXPECT_LE(area.bottom, work.bottom);
             EXPECT_GT(area.Height(), before.Height()) << "taller than the one before";
             before = area;
-            CRect needed(0, 0, AreaOf(GetDlgItem(box, kText)).Width(), 0);
+            CRect needed(0, 0, AreaOf(box, kText).Width(), 0);
             const HDC dc = GetDC(box);
             SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(box, WM_GETFONT, 0, 0)));
             DrawTextA(dc, text.c_str(), -1, needed, DT_CALCRECT | DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX);
             ReleaseDC(box, dc);
-            EXPECT_TRUE(text == lines || needed.bottom <= AreaOf(GetDlgItem(box, kText)).Height());
+            EXPECT_TRUE(text == lines || needed.bottom <= AreaOf(box, kText).Height());
             CRect inside;
             GetClientRect(box, &inside);
             MapWindowPoints(box, nullptr, reinterpret_cast<POINT*>(&inside), 2);
             for (const int id : {kText, IDYES, IDNO}) {
-                const CRect part = AreaOf(GetDlgItem(box, id));
+                const CRect part = AreaOf(box, id);
                 EXPECT_TRUE(part.left >= inside.left && part.right <= inside.right && part.bottom <= inside.bottom);
             }
-            EXPECT_EQ(AreaOf(GetDlgItem(box, IDYES)).Width(), AreaOf(GetDlgItem(box, IDNO)).Width());
-            EXPECT_GE(AreaOf(GetDlgItem(box, IDYES)).top, AreaOf(GetDlgItem(box, kText)).bottom);
+            EXPECT_EQ(AreaOf(box, IDYES).Width(), AreaOf(box, IDNO).Width());
+            EXPECT_GE(AreaOf(box, IDYES).top, AreaOf(box, kText).bottom);
             Press(box, IDYES);
         }};
         EXPECT_EQ(IDYES, ZoMessageBox(owner.m_hWnd, text.c_str(), "Title", MB_YESNO | MB_ICONQUESTION));
@@ -181,7 +166,7 @@ TEST_F(MessageBoxTest, IsAsLargeAsItsTextAndInTheMiddleOfItsOwner)
             const CRect area = AreaOf(box);
             EXPECT_GT(area.Width(), width);
             EXPECT_TRUE(area.left >= work.left && area.right <= work.right);
-            EXPECT_GE(AreaOf(GetDlgItem(box, IDOK)).top, AreaOf(GetDlgItem(box, ZO_IDC_BOX_ICON)).bottom);
+            EXPECT_GE(AreaOf(box, IDOK).top, AreaOf(box, ZO_IDC_BOX_ICON).bottom);
             width = area.Width();
             Press(box, IDOK);
         }};

@@ -1,6 +1,6 @@
 // The question for a program, as a real window.
 #include "driven_dialog.h"
-#include "product/registered_product.h"
+#include "product/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/resource_ids.h>
@@ -12,36 +12,19 @@ using Dialog = DrivenDialog<CZoProgramPromptDlg>;
 
 constexpr int kPath = ZO_IDC_PROGRAM_PROMPT_PATH;
 
-std::string g_messages;
-int WINAPI NoteMessage(HWND, LPCSTR text, LPCSTR title, UINT)
-{
-    g_messages += std::string(title) + ": " + text + "\n";
-    return IDOK;
-}
-
-class ProgramPrompt : public testing::Test {
+class ProgramPrompt : public ProductTest {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        m_folder.Write("program.exe", "MZ");
-        m_program = m_folder.Path("program.exe");
-        g_messages.clear();
-    }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
+    ProgramPrompt() { m_folder.Write("program.exe", "MZ"); }
 
-    RegisteredProduct m_product;
-    TestFolder m_folder;
-    std::string m_program;
-    BoxStub m_box{&NoteMessage};
+    const std::string m_program = Path("program.exe");
 };
 
 } // namespace
 
 TEST_F(ProgramPrompt, StaysOpenUntilThereIsAProgram)
 {
-    static constexpr char kEmpty[] = "Title: Please enter the path of a program.\n";
-    static constexpr char kMissing[] = "Title: There is no program at this path.\n";
+    static constexpr char kEmpty[] = "Please enter the path of a program.";
+    static constexpr char kMissing[] = "There is no program at this path.";
     const std::string padded = "  " + m_program + " ";
     const struct {
         std::string entered, message;
@@ -55,6 +38,7 @@ TEST_F(ProgramPrompt, StaysOpenUntilThereIsAProgram)
         {padded, "", true},
     };
     for (const auto& row : rows) {
+        const BoxStub box;
         Dialog dialog("Title", "Where is it?", "before", nullptr);
         dialog.act = [&](Dialog& open) {
             EXPECT_STREQ("Where is it?", open.TextOf(ZO_IDC_PROGRAM_PROMPT_TEXT));
@@ -64,10 +48,10 @@ TEST_F(ProgramPrompt, StaysOpenUntilThereIsAProgram)
             open.SendMessage(WM_COMMAND, IDOK);
             EXPECT_EQ(row.accepted, !open.IsOpen()) << row.entered;
         };
-        g_messages.clear();
         EXPECT_EQ(row.accepted ? IDOK : IDCANCEL, dialog.DoModal());
         EXPECT_STREQ(row.accepted ? m_program.c_str() : "before", dialog.GetPath());
-        EXPECT_EQ(row.message, g_messages) << row.entered;
+        EXPECT_EQ(row.message, box.Last().text) << row.entered;
+        EXPECT_EQ(row.accepted ? "" : "Title", box.Last().title);
     }
 }
 
@@ -100,6 +84,7 @@ TEST_F(ProgramPrompt, LetsTheUserBrowse)
 
 TEST_F(ProgramPrompt, SurvivesMissingMemory)
 {
+    const BoxStub noBox;
     AllocationFaults faults;
     RunFaultLoop(faults, [&](const FaultRun& run) {
         Dialog dialog("Title", "Where?", m_program.c_str(), nullptr);

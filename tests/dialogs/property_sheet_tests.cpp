@@ -1,8 +1,7 @@
 // Sheets of pages, driven by keys and clicks.
-#include "product/registered_product.h"
+#include "product/product_test.h"
 #include "support/test.h"
 
-#include <zogbl/dialog.h>
 #include <zogbl/property_sheet.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
@@ -59,12 +58,7 @@ struct Sheet : CZoPropertySheet {
     Page second{kSecond, events};
 };
 
-class PropertySheetTest : public testing::Test {
-protected:
-    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
-    RegisteredProduct m_product;
-};
+class PropertySheetTest : public ProductTest {};
 
 } // namespace
 
@@ -203,10 +197,7 @@ TEST_F(PropertySheetTest, FollowsTheLanguage)
         EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, IDCANCEL)));
         sheet.first.SetDlgItemText(kNote, "changed");
         Type(sheet.PageWindow(), kName, "typed");
-        m_product.MakeCurrent(0x0407);
-        ZoGblDumpLanguageDLL();
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        CZoDialog::ReloadOpenDialogs();
+        ChangeLanguage(kGerman);
         CString close, apply; // as this code page has them
         ZoGblLoadString(ZO_IDS_SHEET_CLOSE, close);
         ZoGblLoadString(ZO_IDS_SHEET_APPLY, apply);

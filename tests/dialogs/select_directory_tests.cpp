@@ -15,13 +15,6 @@ constexpr int kTree = ZO_IDC_FOLDER_TREE;
 constexpr int kNew = ZO_IDC_FOLDER_NEW;
 constexpr int kKeep = ZO_SELECT_KEEP_CASE;
 
-int g_answers = 0;
-int WINAPI AnswerNo(HWND, LPCSTR, LPCSTR, UINT)
-{
-    ++g_answers;
-    return IDNO;
-}
-
 HTREEITEM Next(HWND tree, WPARAM which, HTREEITEM from = nullptr)
 {
     return reinterpret_cast<HTREEITEM>(::SendMessageA(tree, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(from)));
@@ -359,7 +352,7 @@ void CALLBACK MakeFolder(HWND, UINT, UINT_PTR, DWORD)
 TEST_F(SelectDirectory, SurvivesFailures)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
-    const BoxStub noBox(&AnswerNo);
+    const BoxStub noBox(IDNO);
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &MakeFolder);
     const auto run = [&](const FaultRun& run) {
         g_acted = false;

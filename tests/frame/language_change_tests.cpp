@@ -414,15 +414,7 @@ TEST_F(LanguageChange, ChoiceNeedsNoPreparation)
 TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWin32s, "no changes while programs run");
-    static std::string s_told;
-    struct Box {
-        static int WINAPI Note(HWND, LPCSTR text, LPCSTR, UINT style)
-        {
-            s_told = text + std::to_string(style & MB_ICONMASK);
-            return IDOK;
-        }
-    };
-    const BoxStub box(&Box::Note);
+    const BoxStub box;
     ASSERT_TRUE(ZoGblLoadLanguageDLL());
     {
         CZoLanguageSupport chooser;
@@ -433,7 +425,8 @@ TEST_F(LanguageChange, WaitsForTheNextStartOnWin32s)
         }};
         EXPECT_TRUE(chooser.SelectLanguage(nullptr));
         EXPECT_EQ(kEnglish, chooser.GetLCID());
-        EXPECT_EQ(LanguageFile(kEnglish).Text(ZO_IDS_LANGUAGE_LATER) + std::to_string(MB_ICONINFORMATION), s_told);
+        EXPECT_EQ(LanguageFile(kEnglish).Text(ZO_IDS_LANGUAGE_LATER), box.Last().text);
+        EXPECT_EQ(MB_ICONINFORMATION, static_cast<long>(box.Last().type & MB_ICONMASK));
     }
     EXPECT_TRUE(ZoGblDumpLanguageDLL());
     ASSERT_TRUE(ZoGblLoadLanguageDLL());

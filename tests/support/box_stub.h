@@ -4,21 +4,39 @@
 
 #include "import_patch.h"
 
+#include <string>
+
 namespace zo_test {
 
-/// While it lives the suite's box cannot be made, and a function answers in place of the system's that stands in for it.
+/// While it lives the suite's box cannot be made, and the system's, which stands in for it, is answered without a window.
+/// One at a time.
 class BoxStub {
 public:
-    using Answer = int WINAPI(HWND, LPCSTR, LPCSTR, UINT);
+    explicit BoxStub(int answer = IDOK)
+    {
+        s_told = {};
+        s_answer = answer;
+    }
 
-    explicit BoxStub(Answer* answer = &PressOk) : m_answer("ZOGBLBRX.DLL", "MessageBoxA", answer) {}
+    struct Told {
+        std::string title, text;
+        UINT type;
+    };
+    /// What the last box told; empty if there was none.
+    const Told& Last() const { return s_told; }
 
 private:
     static INT_PTR WINAPI MakeNone(HINSTANCE, LPCDLGTEMPLATEA, HWND, DLGPROC, LPARAM) { return -1; }
-    static int WINAPI PressOk(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
+    static int WINAPI Note(HWND, LPCSTR text, LPCSTR title, UINT type)
+    {
+        s_told = {title, text, type};
+        return s_answer;
+    }
 
+    static inline Told s_told;
+    static inline int s_answer = IDOK;
     const ImportPatch m_noBox{"ZOGBLBRX.DLL", "DialogBoxIndirectParamA", &MakeNone};
-    const ImportPatch m_answer;
+    const ImportPatch m_systems{"ZOGBLBRX.DLL", "MessageBoxA", &Note};
 };
 
 } // namespace zo_test

@@ -1,9 +1,8 @@
 #include "dialog_driver.h"
 
-#include <afxwin.h>
+#include <commctrl.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace zo_test {
 
@@ -85,6 +84,7 @@ DialogDriver::DialogDriver(std::vector<Act> acts) : m_acts(std::move(acts))
 {
     EXPECT_EQ(nullptr, s_driver) << "two drivers at once";
     s_driver = this;
+    m_acts.erase(std::remove(m_acts.begin(), m_acts.end(), nullptr), m_acts.end());
     m_timer = SetTimer(nullptr, 0, kLookEvery, &DialogDriver::Look);
 }
 
@@ -102,21 +102,33 @@ void CALLBACK DialogDriver::Look(HWND, UINT, UINT_PTR, DWORD)
     std::vector<HWND> open;
     EnumThreadWindows(GetCurrentThreadId(), &NoteModal, reinterpret_cast<LPARAM>(&open));
     for (HWND window : open) {
-        const auto& met = s_driver->m_met;
+        auto& met = s_driver->m_met;
         if (std::find(met.begin(), met.end(), window) == met.end()) {
+            met.push_back(window);
             s_driver->Meet(window);
             return;
         }
     }
-    if (!open.empty() && s_driver->m_running == 0 && s_driver->m_next == s_driver->m_acts.size()) {
-        ADD_FAILURE() << "open still after the last act: " << Describe(open.front());
-        CloseAnyhow(open.front());
+    if (!open.empty())
+        s_driver->FindOpen(open.front());
+}
+
+void DialogDriver::FindOpen(HWND window)
+{
+    if (m_running == 0 && m_next == m_acts.size()) {
+        ADD_FAILURE() << "open still after the last act: " << Describe(window);
+        CloseAnyhow(window);
     }
+}
+
+void AnyDialogDriver::FindOpen(HWND window)
+{
+    static constexpr int kButtons[] = {IDCANCEL, IDNO, IDOK};
+    Command(window, kButtons[m_told++ % std::size(kButtons)]);
 }
 
 void DialogDriver::Meet(HWND window)
 {
-    m_met.push_back(window);
     if (m_next == m_acts.size()) {
         ADD_FAILURE() << "nobody expects " << Describe(window);
         CloseAnyhow(window);
@@ -128,12 +140,28 @@ void DialogDriver::Meet(HWND window)
     --m_running;
 }
 
+DialogDriver::Act Pressing(int button)
+{
+    return [button](HWND dialog) { Press(dialog, button); };
+}
+
 DialogDriver::Act AnswerBox(std::string text, int button)
 {
     return [text = std::move(text), button](HWND box) {
         EXPECT_EQ(text, BoxText(box));
         Press(box, button);
     };
+}
+
+DialogDriver::Act AnswerBoxIfAny(std::string text, int button)
+{
+    return text.empty() ? nullptr : AnswerBox(std::move(text), button);
+}
+
+std::vector<DialogDriver::Act> WaysToGiveUp()
+{
+    return {Pressing(IDCANCEL), [](HWND dialog) { Key(dialog, VK_ESCAPE); },
+            [](HWND dialog) { SendMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0); }};
 }
 
 std::string TextOf(HWND window)
@@ -158,21 +186,82 @@ void Press(HWND dialog, int button)
     SendMessageA(control, BM_CLICK, 0, 0);
 }
 
+void Command(HWND dialog, int control, int notification)
+{
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(control, notification),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, control)));
+}
+
 void ClickAt(HWND control, int x, int y)
 {
     SendMessageA(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
     SendMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
 }
 
+namespace {
+
+bool IsCombo(HWND dialog, int list)
+{
+    char name[16] = "";
+    GetClassNameA(GetDlgItem(dialog, list), name, sizeof name);
+    return lstrcmpiA(name, "ComboBox") == 0;
+}
+
+} // namespace
+
 void Choose(HWND dialog, int list, int row)
 {
-    const HWND control = GetDlgItem(dialog, list);
-    char name[16] = "";
-    GetClassNameA(control, name, sizeof name);
-    const bool combo = lstrcmpiA(name, "ComboBox") == 0;
-    EXPECT_EQ(row, SendMessageA(control, combo ? CB_SETCURSEL : LB_SETCURSEL, static_cast<WPARAM>(row), 0));
-    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(list, combo ? CBN_SELCHANGE : LBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(control));
+    const bool combo = IsCombo(dialog, list);
+    EXPECT_EQ(row, SendDlgItemMessageA(dialog, list, combo ? CB_SETCURSEL : LB_SETCURSEL, static_cast<WPARAM>(row), 0));
+    Command(dialog, list, combo ? CBN_SELCHANGE : LBN_SELCHANGE);
+}
+
+void DoubleClick(HWND dialog, int list, int row)
+{
+    Choose(dialog, list, row);
+    Command(dialog, list, LBN_DBLCLK);
+}
+
+int ChosenRow(HWND dialog, int list)
+{
+    return static_cast<int>(
+        SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_GETCURSEL : LB_GETCURSEL, 0, 0));
+}
+
+std::string RowText(HWND dialog, int list, int row)
+{
+    char text[600] = "";
+    SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(row),
+                        reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+std::string RowsOf(HWND dialog, int list, int from)
+{
+    const LRESULT count = SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
+    std::string rows;
+    for (int row = from; row < count; ++row)
+        rows += RowText(dialog, list, row) + "|";
+    return rows;
+}
+
+bool IsEnabled(HWND dialog, int control) { return IsWindowEnabled(GetDlgItem(dialog, control)) != FALSE; }
+bool IsChecked(HWND dialog, int button) { return SendDlgItemMessageA(dialog, button, BM_GETCHECK, 0, 0) != 0; }
+
+CRect AreaOf(HWND window)
+{
+    CRect area;
+    GetWindowRect(window, &area);
+    return area;
+}
+
+CRect AreaOf(HWND dialog, int control) { return AreaOf(GetDlgItem(dialog, control)); }
+
+HWND PageOf(HWND sheet) { return reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0)); }
+
+HWND ShowPage(HWND sheet, int page)
+{
+    return SendMessageA(sheet, PSM_SETCURSEL, static_cast<WPARAM>(page), 0) != 0 ? PageOf(sheet) : nullptr;
 }
 
 void Type(HWND dialog, int control, const std::string& text)
@@ -211,6 +300,15 @@ int FocusOf(HWND dialog)
 {
     const HWND focus = GetFocus();
     return focus != nullptr && IsChild(dialog, focus) ? GetDlgCtrlID(focus) : -1;
+}
+
+void ExpectTabOrder(HWND dialog, std::initializer_list<int> controls)
+{
+    for (const int& control : controls) {
+        if (&control != controls.begin())
+            Key(dialog, VK_TAB);
+        EXPECT_EQ(control, FocusOf(dialog)) << "control " << &control - controls.begin() << " of the order";
+    }
 }
 
 } // namespace zo_test

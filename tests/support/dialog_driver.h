@@ -4,11 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <windows.h>
+#include <afxwin.h>
 
 #include <functional>
 #include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zo_test {
@@ -16,20 +17,25 @@ namespace zo_test {
 /// Hands each modal window of the test's thread (dialog, sheet, message box) to the next act, in the order in which
 /// they open; also one that an act itself makes open, while that act runs. An act closes its window, or makes somebody
 /// close it. A window that nobody expects, or that is open still after the last act, is a failure and is closed.
-/// Destroyed, the driver expects all acts to have had their window. One at a time.
+/// Destroyed, the driver expects all acts to have had their window; an act that is null stands for no window. One at a
+/// time.
 class DialogDriver {
 public:
     using Act = std::function<void(HWND window)>;
 
     explicit DialogDriver(std::vector<Act> acts);
     DialogDriver(std::initializer_list<Act> acts) : DialogDriver(std::vector<Act>(acts)) {}
-    ~DialogDriver();
+    virtual ~DialogDriver();
     DialogDriver(const DialogDriver&) = delete;
     DialogDriver& operator=(const DialogDriver&) = delete;
 
+protected:
+    DialogDriver() : DialogDriver(std::vector<Act>()) {}
+
 private:
     static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD);
-    void Meet(HWND window);
+    virtual void Meet(HWND window);
+    virtual void FindOpen(HWND window);
 
     static DialogDriver* s_driver;
     std::vector<Act> m_acts;
@@ -39,8 +45,27 @@ private:
     UINT_PTR m_timer;
 };
 
-/// An act that expects a message box with this text and presses the button of that number.
+/// For loops of faults, in which windows open or do not: each that opens is handed to the act, and one that is open still
+/// is told Cancel, No and OK in turn. The act must not fail where a control is missing: see Command.
+class AnyDialogDriver : public DialogDriver {
+public:
+    explicit AnyDialogDriver(Act act) : m_act(std::move(act)) {}
+
+private:
+    void Meet(HWND window) override { m_act(window); }
+    void FindOpen(HWND window) override;
+
+    Act m_act;
+    size_t m_told = 0;
+};
+
+/// Acts that press a button, and the one that expects a message box with this text before it does.
+DialogDriver::Act Pressing(int button);
 DialogDriver::Act AnswerBox(std::string text, int button);
+/// The same, or no act if \p text is empty.
+DialogDriver::Act AnswerBoxIfAny(std::string text, int button);
+/// The ways in which a person gives a dialog up: the button, the key, and the window's own.
+std::vector<DialogDriver::Act> WaysToGiveUp();
 
 /// The text of a window, of any length; of a message box what it says, of a control its own.
 std::string TextOf(HWND window);
@@ -50,10 +75,31 @@ std::string BoxText(HWND box);
 
 /// Clicks a button that is visible and enabled; anything else is a failure.
 void Press(HWND dialog, int button);
+/// Tells a dialog of a control's notification, by default that of a button's click, whether or not a person could.
+void Command(HWND dialog, int control, int notification = 0);
 /// Clicks into a control, in pixels from its upper left corner.
 void ClickAt(HWND control, int x, int y);
 /// Selects a row of a list box or an entry of a combo box, and lets the dialog know.
 void Choose(HWND dialog, int list, int row);
+/// Chooses a row of a list box and clicks it twice.
+void DoubleClick(HWND dialog, int list, int row);
+/// The row or entry chosen, -1 if none is.
+int ChosenRow(HWND dialog, int list);
+/// A row of a list box or an entry of a combo box, "" if there is no such.
+std::string RowText(HWND dialog, int list, int row);
+/// The rows from \p from on, each with a '|' behind it.
+std::string RowsOf(HWND dialog, int list, int from = 0);
+
+bool IsEnabled(HWND dialog, int control);
+bool IsChecked(HWND dialog, int button);
+/// A window's or a control's place on the screen.
+CRect AreaOf(HWND window);
+CRect AreaOf(HWND dialog, int control);
+
+/// The page that a sheet shows.
+HWND PageOf(HWND sheet);
+/// Goes to another page. \return that page, null if the one before stays.
+HWND ShowPage(HWND sheet, int page);
 
 /// Gives a control the focus, selects what it holds and types over it; control characters are typed as they are.
 void Type(HWND dialog, int control, const std::string& text);
@@ -66,5 +112,7 @@ void Key(HWND dialog, UINT virtualKey, int modifiers = kNoModifier);
 void AccessKey(HWND dialog, char letter);
 /// The number of the control that has the focus, -1 when it is none of the dialog's.
 int FocusOf(HWND dialog);
+/// Expects the focus on the first of these controls, and that Tab takes it to each next one.
+void ExpectTabOrder(HWND dialog, std::initializer_list<int> controls);
 
 } // namespace zo_test

@@ -21,16 +21,6 @@ constexpr char kDescription[] = "Starts a program.";
 
 enum Pages { kGeneral, kWindow, kConsole, kOptions };
 
-HWND PageOf(HWND sheet) { return reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0)); }
-
-/// \return whether the page before let go.
-bool ShowPage(HWND sheet, int page)
-{
-    const HWND before = PageOf(sheet);
-    SendMessageA(sheet, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
-    return PageOf(sheet) != before;
-}
-
 std::string RowsOf(HWND sheet)
 {
     std::string rows;

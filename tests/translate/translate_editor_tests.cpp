@@ -12,35 +12,8 @@ constexpr char kNotSaved[] =
     "The translation table could not be saved. Check the disk and the file, or use another name."
     "\n\nThe file is as it was before.";
 
-/// The page that a sheet shows.
-HWND PageOf(HWND sheet) { return reinterpret_cast<HWND>(SendMessageA(sheet, PSM_GETCURRENTPAGEHWND, 0, 0)); }
-
-HWND ShowPage(HWND sheet, int index)
-{
-    EXPECT_TRUE(SendMessageA(sheet, PSM_SETCURSEL, static_cast<WPARAM>(index), 0));
-    return PageOf(sheet);
-}
-
-bool IsEnabled(HWND dialog, int control) { return IsWindowEnabled(GetDlgItem(dialog, control)) != FALSE; }
-bool IsChecked(HWND dialog, int button) { return SendDlgItemMessageA(dialog, button, BM_GETCHECK, 0, 0) != 0; }
-
-int Selected(HWND dialog, int list) { return static_cast<int>(SendDlgItemMessageA(dialog, list, LB_GETCURSEL, 0, 0)); }
-
-std::string RowText(HWND dialog, int list, int row)
-{
-    char text[100] = "";
-    SendDlgItemMessageA(dialog, list, LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text));
-    return text;
-}
-
 /// What a combo box shows. On Win32s the box itself does not tell.
-std::string EntryOf(HWND dialog, int box)
-{
-    char text[100] = "";
-    const LRESULT entry = SendDlgItemMessageA(dialog, box, CB_GETCURSEL, 0, 0);
-    SendDlgItemMessageA(dialog, box, CB_GETLBTEXT, static_cast<WPARAM>(entry), reinterpret_cast<LPARAM>(text));
-    return text;
-}
+std::string EntryOf(HWND dialog, int box) { return RowText(dialog, box, ChosenRow(dialog, box)); }
 
 /// The controls that Tab comes to, from the one that has the focus on, and back to it.
 std::vector<int> TabOrder(HWND dialog)
@@ -109,7 +82,7 @@ protected:
             for (int row = 0; row < count; ++row)
                 rows.push_back(RowText(window, ZO_IDC_TRANSLATE_CHOICES, row));
             EXPECT_EQ(rows.empty() ? IDCANCEL : ZO_IDC_TRANSLATE_CHOICES, FocusOf(window));
-            EXPECT_EQ(rows.empty() ? -1 : 0, Selected(window, ZO_IDC_TRANSLATE_CHOICES));
+            EXPECT_EQ(rows.empty() ? -1 : 0, ChosenRow(window, ZO_IDC_TRANSLATE_CHOICES));
             EXPECT_EQ(!rows.empty(), IsEnabled(window, IDOK));
             EXPECT_EQ(!rows.empty(), IsEnabled(window, ZO_IDC_TRANSLATE_CHOICES));
             const std::string why = TextOf(window, ZO_IDC_TRANSLATE_WHY);
@@ -228,7 +201,7 @@ TEST_F(TranslateEditor, EditsBothTables)
             char start[20];
             const int first = entries.index == 0 ? 65 : 0; // the last character
             sprintf(start, "0x%02X 0x%02X", first, static_cast<BYTE>(table[first]));
-            EXPECT_EQ(first, Selected(page, entries.list));
+            EXPECT_EQ(first, ChosenRow(page, entries.list));
             EXPECT_EQ(start, text(first));
             EXPECT_EQ(256, SendDlgItemMessageA(page, entries.list, LB_GETCOUNT, 0, 0));
             EXPECT_EQ(std::string(start).substr(5), EntryOf(page, entries.value));
@@ -239,7 +212,7 @@ TEST_F(TranslateEditor, EditsBothTables)
             EXPECT_TRUE(IsEnabled(sheet, kApply)) << "the last character is part of the file";
             Choose(page, entries.value, 7);
             EXPECT_EQ("0xC8 0x07", text(200));
-            EXPECT_EQ(200, Selected(page, entries.list));
+            EXPECT_EQ(200, ChosenRow(page, entries.list));
             Press(page, ZO_IDC_TRANSLATE_DECIMAL);
             EXPECT_EQ("200 7", text(200));
             EXPECT_EQ("7", EntryOf(page, entries.value));
@@ -482,7 +455,7 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             EXPECT_EQ("Another", TextOf(page, ZO_IDC_TRANSLATE_DESCRIPTION));
             EXPECT_TRUE(IsEnabled(sheet, kApply));
             page = ShowPage(sheet, 0);
-            EXPECT_EQ(0, Selected(page, kInput.list)) << "the table just loaded";
+            EXPECT_EQ(0, ChosenRow(page, kInput.list)) << "the table just loaded";
             EXPECT_FALSE(IsChecked(page, kInput.enable));
             Choose(page, kInput.value, 9);
             page = ShowPage(sheet, 2);
@@ -593,9 +566,9 @@ TEST_F(TranslateEditor, ShowsWhatCannotBe)
     m_table.SetLastOutput(0xFFFFFFFF);
     m_table.SetLastModeI(2);
     const DialogDriver driver{[&](HWND sheet) {
-        EXPECT_EQ(0, Selected(PageOf(sheet), kInput.list));
+        EXPECT_EQ(0, ChosenRow(PageOf(sheet), kInput.list));
         EXPECT_TRUE(IsChecked(PageOf(sheet), ZO_IDC_TRANSLATE_MODE));
-        EXPECT_EQ(0, Selected(ShowPage(sheet, 1), kPages[1].list));
+        EXPECT_EQ(0, ChosenRow(ShowPage(sheet, 1), kPages[1].list));
         Press(sheet, IDOK);
     }};
     EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
@@ -692,7 +665,6 @@ TEST_F(TranslateEditor, DrawsRows)
 
 namespace {
 
-int WINAPI NoBox(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
 BOOL WINAPI NoSound(UINT) { return TRUE; } // the system keeps what its first sound needs
 
 /// Somebody who answers each window that opens, once, and then gives it up: edits a table and loads a file.
@@ -761,7 +733,7 @@ private:
 TEST_F(TranslateEditor, SurvivesFailures)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
-    const BoxStub noBox(&NoBox);
+    const BoxStub noBox;
     const ImportPatch noSound("ZOGBLBRX.DLL", "MessageBeep", &NoSound);
     TranslationFile after = m_start;
     for (int code = 0; code < 256; ++code)
