@@ -5,13 +5,13 @@
 namespace {
 
 constexpr UINT kType = 40; // of host.rc
-enum Command { kToView = 301, kToDocument, kToChild, kToMain, kToNobody, kToAll };
+enum Command { kToView = 301, kToDocument, kToMost, kToChild, kToMain, kToNobody };
 
 std::string g_log; // who was called
 std::string TakeLog() { return std::exchange(g_log, {}); }
 
 int g_documents = 0; // alive
-enum class Fails { kNothing, kOpening, kOpeningThrows, kView, kFrame, kSaving };
+enum class Fails { kNothing, kOpening, kView, kFrame, kSaving };
 Fails g_fails = Fails::kNothing;
 
 class TestDocument : public CDocument {
@@ -20,43 +20,28 @@ public:
     TestDocument() { ++g_documents; }
     ~TestDocument() override { --g_documents; }
 
-    BOOL OnNewDocument() override { return Fill() && CDocument::OnNewDocument(); }
-    BOOL OnOpenDocument(LPCSTR path) override { return Fill() && CDocument::OnOpenDocument(path); }
+    BOOL OnNewDocument() override { return g_fails != Fails::kOpening && CDocument::OnNewDocument(); }
+    BOOL OnOpenDocument(LPCSTR path) override { return g_fails != Fails::kOpening && CDocument::OnOpenDocument(path); }
     BOOL OnSaveDocument(LPCSTR path) override
     {
         g_log += "save " + std::string(path) + " ";
         return g_fails != Fails::kSaving && CDocument::OnSaveDocument(path);
     }
     void DeleteContents() override { g_log += "empty "; }
-
-protected:
-    static BOOL Fill()
-    {
-        if (g_fails == Fails::kOpeningThrows)
-            AfxThrowMemoryException();
-        return g_fails != Fails::kOpening;
-    }
-    void OnCommand() { g_log += "document "; }
     DECLARE_MESSAGE_MAP()
 };
 IMPLEMENT_DYNCREATE(TestDocument, CDocument)
 BEGIN_MESSAGE_MAP(TestDocument, CDocument)
-    ON_COMMAND(kToDocument, OnCommand)
-    ON_COMMAND(kToAll, OnCommand)
+    AFX_ENTRY(WM_COMMAND, CN_COMMAND, kToDocument, kToMost, nullptr, g_log += "document ")
 END_MESSAGE_MAP()
 
 class TestView : public CView {
     DECLARE_DYNCREATE(TestView)
 public:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override { return g_fails != Fails::kView && CView::PreCreateWindow(cs); }
-    void OnInitialUpdate() override
+    void OnUpdate(CView*, LPARAM hint, CObject*) override
     {
-        g_log += "initial ";
-        CView::OnInitialUpdate();
-    }
-    void OnUpdate(CView* sender, LPARAM hint, CObject*) override
-    {
-        g_log += "update" + std::to_string(hint) + (sender == this ? "-own " : " ");
+        g_log += "update" + std::to_string(hint) + " ";
         Invalidate();
     }
     void OnDraw(CDC*) override { g_log += "draw "; }
@@ -65,45 +50,33 @@ public:
         g_log += activate ? "activate " : "deactivate ";
         CView::OnActivateView(activate, activated, deactivated);
     }
-
-protected:
-    void OnCommand() { g_log += "view "; }
     DECLARE_MESSAGE_MAP()
 };
 IMPLEMENT_DYNCREATE(TestView, CView)
 BEGIN_MESSAGE_MAP(TestView, CView)
-    ON_COMMAND(kToView, OnCommand)
+    AFX_ENTRY(WM_COMMAND, CN_COMMAND, kToView, kToView, nullptr, g_log += "view ")
 END_MESSAGE_MAP()
 
 class TestChild : public CMDIChildWnd {
     DECLARE_DYNCREATE(TestChild)
-public:
-    BOOL PreCreateWindow(CREATESTRUCT& cs) override
-    {
-        return g_fails != Fails::kFrame && CMDIChildWnd::PreCreateWindow(cs);
-    }
-
 protected:
-    void OnCommand() { g_log += "child "; }
+    BOOL OnCreateClient(CREATESTRUCT* cs, CCreateContext* context) override // when this fails there is a view already
+    {
+        return CMDIChildWnd::OnCreateClient(cs, context) && g_fails != Fails::kFrame;
+    }
     DECLARE_MESSAGE_MAP()
 };
 IMPLEMENT_DYNCREATE(TestChild, CMDIChildWnd)
 BEGIN_MESSAGE_MAP(TestChild, CMDIChildWnd)
-    ON_COMMAND(kToChild, OnCommand)
-    ON_COMMAND(kToAll, OnCommand)
+    AFX_ENTRY(WM_COMMAND, CN_COMMAND, kToMost, kToChild, nullptr, g_log += "child ")
 END_MESSAGE_MAP()
 
 class TestMain : public CMDIFrameWnd {
-protected:
-    void OnCommand() { g_log += "main "; }
     DECLARE_MESSAGE_MAP()
 };
 BEGIN_MESSAGE_MAP(TestMain, CMDIFrameWnd)
-    ON_COMMAND(kToMain, OnCommand)
-    ON_COMMAND(kToAll, OnCommand)
+    AFX_ENTRY(WM_COMMAND, CN_COMMAND, kToMost, kToMain, nullptr, g_log += "main ")
 END_MESSAGE_MAP()
-
-int WINAPI NoMessageBox(HWND, LPCSTR, LPCSTR, UINT) { return IDOK; }
 
 int g_answer = IDCANCEL;
 int WINAPI Answer(HWND, LPCSTR text, LPCSTR, UINT)
@@ -112,20 +85,13 @@ int WINAPI Answer(HWND, LPCSTR text, LPCSTR, UINT)
     return g_answer;
 }
 
-CString TitleOf(const CWnd* window)
-{
-    CString title;
-    window->GetWindowText(title);
-    return title;
-}
-
 } // namespace
 
 class Documents : public testing::Test {
 protected:
     void SetUp() override
     {
-        m_main = new TestMain;
+        m_application.AddDocTemplate(m_type); // the application's from here on
         ASSERT_TRUE(m_main->Create(nullptr, "main", WS_OVERLAPPEDWINDOW, CRect(0, 0, 500, 400), nullptr, nullptr));
         m_main->ShowWindow(SW_SHOW);
         AfxGetThread()->m_pMainWnd = m_main;
@@ -137,6 +103,7 @@ protected:
             CloseMain();
         TakeLog();
         EXPECT_EQ(0, g_documents);
+        AfxGetModuleState()->m_pCurrentWinApp = m_tests;
     }
     void CloseMain()
     {
@@ -150,68 +117,75 @@ protected:
         return TakeLog();
     }
 
-    TestMain* m_main = nullptr;
-    CMultiDocTemplate m_type{kType, RUNTIME_CLASS(TestDocument), RUNTIME_CLASS(TestChild), RUNTIME_CLASS(TestView)};
+    std::string ActiveTitle() const { return TextOf(m_main->MDIGetActive()->m_hWnd); }
+
+    const ImportPatch m_box{"ZOAFX.DLL", "MessageBoxA", &Answer};
+    CWinApp* m_tests = AfxGetApp();
+    CWinApp m_application;
+    CMultiDocTemplate* m_type =
+        new CMultiDocTemplate(kType, RUNTIME_CLASS(TestDocument), RUNTIME_CLASS(TestChild), RUNTIME_CLASS(TestView));
+    TestMain* m_main = new TestMain;
 };
 
 TEST_F(Documents, OpenWithFrameAndViewAndCloseWithThem)
 {
     EXPECT_EQ(m_main, m_main->GetActiveFrame());
-    CDocument* first = m_type.OpenDocumentFile(nullptr);
+    CDocument* first = m_type->OpenDocumentFile(nullptr);
     ASSERT_NE(nullptr, first);
-    EXPECT_EQ("empty initial update0 ", TakeLog().substr(0, 22));
-    EXPECT_EQ(&m_type, first->GetDocTemplate());
+    EXPECT_EQ("empty update0 draw activate ", TakeLog());
+    EXPECT_EQ(m_type, first->GetDocTemplate());
     EXPECT_STREQ("Sheet1", first->GetTitle());
     CFrameWnd* frame = m_main->GetActiveFrame();
     EXPECT_TRUE(frame->IsKindOf(RUNTIME_CLASS(TestChild)));
     EXPECT_EQ(first, frame->GetActiveDocument());
-    EXPECT_STREQ("Sheet1", TitleOf(frame));
+    EXPECT_EQ("Sheet1", TextOf(frame->m_hWnd));
     EXPECT_EQ(frame, frame->GetActiveView()->GetParentFrame());
     CRect inside;
     frame->GetClientRect(&inside);
-    CRect view;
-    frame->GetActiveView()->GetWindowRect(&view);
-    EXPECT_EQ(inside.Width(), view.Width());
-    EXPECT_EQ(inside.Height(), view.Height());
+    const CRect view = AreaOf(frame->GetActiveView()->m_hWnd);
+    EXPECT_TRUE(inside.Width() == view.Width() && inside.Height() == view.Height());
 
-    CDocument* second = m_type.OpenDocumentFile("C:\\folder\\file.txt");
+    CDocument* second = m_type->OpenDocumentFile("C:\\folder\\file.txt");
     ASSERT_NE(nullptr, second);
     EXPECT_STREQ("C:\\folder\\file.txt", second->GetPathName());
-    EXPECT_STREQ("file.txt", TitleOf(m_main->MDIGetActive()));
+    EXPECT_EQ("file.txt", ActiveTitle());
     second->SetTitle("other");
-    EXPECT_STREQ("other", TitleOf(m_main->MDIGetActive()));
-    POSITION position = m_type.GetFirstDocPosition();
-    EXPECT_EQ(first, m_type.GetNextDoc(position));
-    EXPECT_EQ(second, m_type.GetNextDoc(position));
+    EXPECT_EQ("other", ActiveTitle());
+    POSITION position = m_type->GetFirstDocPosition();
+    EXPECT_EQ(first, m_type->GetNextDoc(position));
+    EXPECT_EQ(second, m_type->GetNextDoc(position));
     EXPECT_EQ(nullptr, position);
     EXPECT_EQ(2, g_documents);
 
+    TakeLog();
     static_cast<CMDIChildWnd*>(frame)->MDIActivate();
+    EXPECT_EQ("deactivate activate ", TakeLog());
     EXPECT_EQ(frame, m_main->MDIGetActive());
     frame->SendMessage(WM_CLOSE);
+    EXPECT_EQ("deactivate activate deactivate empty ", TakeLog());
     EXPECT_EQ(1, g_documents);
-    EXPECT_STREQ("other", TitleOf(m_main->MDIGetActive()));
+    EXPECT_EQ("other", ActiveTitle());
     second->OnCloseDocument();
     EXPECT_EQ(0, g_documents);
     EXPECT_EQ(nullptr, m_main->MDIGetActive());
 
-    m_type.OpenDocumentFile(nullptr);
-    EXPECT_STREQ("Sheet2", TitleOf(m_main->MDIGetActive())) << "the count goes on";
-    m_type.OpenDocumentFile(nullptr);
-    m_type.CloseAllDocuments(FALSE);
+    m_type->OpenDocumentFile(nullptr);
+    EXPECT_EQ("Sheet2", ActiveTitle()) << "the count goes on";
+    m_type->OpenDocumentFile(nullptr);
+    m_type->CloseAllDocuments(FALSE);
     EXPECT_EQ(0, g_documents);
-    m_type.OpenDocumentFile(nullptr);
+    m_type->OpenDocumentFile(nullptr);
     CloseMain();
     EXPECT_EQ(0, g_documents) << "documents go with the main window";
 }
 
 TEST_F(Documents, GetCommandsOnTheirWayFromTheViewToTheApplication)
 {
-    EXPECT_EQ("main ", Command(kToAll)) << "there is no document yet";
-    m_type.OpenDocumentFile(nullptr);
+    EXPECT_EQ("main ", Command(kToMost)) << "there is no document yet";
+    m_type->OpenDocumentFile(nullptr);
     static constexpr std::pair<UINT, const char*> commands[] = {
         {kToView, "view "}, {kToDocument, "document "}, {kToChild, "child "},
-        {kToMain, "main "}, {kToAll, "document "},      {kToNobody, ""},
+        {kToMain, "main "}, {kToMost, "document "},     {kToNobody, ""},
     };
     for (const auto& [id, expected] : commands)
         EXPECT_EQ(expected, Command(id)) << id;
@@ -219,7 +193,6 @@ TEST_F(Documents, GetCommandsOnTheirWayFromTheViewToTheApplication)
 
 TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)
 {
-    const ImportPatch box("ZOAFX.DLL", "MessageBoxA", &Answer);
     enum Way { kFrame, kCommand, kMain };
     const struct {
         Way way;
@@ -236,15 +209,11 @@ TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)
         {kFrame, nullptr, IDNO, Fails::kNothing, "Save name? ", true},
         {kCommand, nullptr, IDCANCEL, Fails::kNothing, "Save name? ", false},
         {kCommand, nullptr, IDNO, Fails::kNothing, "Save name? ", true},
-        {kMain, nullptr, IDCANCEL, Fails::kNothing, "Save name? ", false},
         {kMain, "C:\\x\\a.t", IDCANCEL, Fails::kNothing, "Save C:\\x\\a.t? ", false},
     };
-    auto* type =
-        new CMultiDocTemplate(kType, RUNTIME_CLASS(TestDocument), RUNTIME_CLASS(TestChild), RUNTIME_CLASS(TestView));
-    AfxGetApp()->AddDocTemplate(type); // the application's from here on
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.way << ", answer " << row.answer << ": " << row.log);
-        CDocument* document = type->OpenDocumentFile(row.path);
+        CDocument* document = m_type->OpenDocumentFile(row.path);
         ASSERT_NE(nullptr, document);
         if (row.path == nullptr)
             document->SetTitle("name");
@@ -263,7 +232,7 @@ TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)
         if (!row.closes)
             document->OnCloseDocument();
     }
-    CDocument* document = type->OpenDocumentFile("C:\\x\\a.t");
+    CDocument* document = m_type->OpenDocumentFile("C:\\x\\a.t");
     document->SetModifiedFlag();
     TakeLog();
     EXPECT_TRUE(document->DoSave("C:\\b.t", FALSE));
@@ -291,7 +260,7 @@ TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)
 
 TEST_F(Documents, TellTheirViewsOfChanges)
 {
-    CDocument* document = m_type.OpenDocumentFile(nullptr);
+    CDocument* document = m_type->OpenDocumentFile(nullptr);
     CView* view = m_main->MDIGetActive()->GetActiveView();
     view->UpdateWindow();
     TakeLog();
@@ -301,61 +270,51 @@ TEST_F(Documents, TellTheirViewsOfChanges)
     EXPECT_EQ("update7 draw ", TakeLog());
     // A second view of the document keeps it open when the first one goes.
     CFrameWnd* frame = m_main->MDIGetActive();
-    m_type.InitialUpdateFrame(m_type.CreateNewFrame(document, frame), document);
+    m_type->InitialUpdateFrame(m_type->CreateNewFrame(document, frame), document);
     EXPECT_EQ(1, g_documents);
-    const ImportPatch box("ZOAFX.DLL", "MessageBoxA", &Answer);
     document->SetModifiedFlag();
     TakeLog();
     frame->SendMessage(WM_CLOSE);
     EXPECT_EQ(1, g_documents);
     EXPECT_EQ(std::string::npos, TakeLog().find("Save")) << "nothing is lost yet";
     document->SetModifiedFlag(FALSE);
+    CFrameWnd* second = m_main->MDIGetActive();
+    m_type->InitialUpdateFrame(m_type->CreateNewFrame(document, second), document);
+    second->GetActiveView()->DestroyWindow();
+    EXPECT_EQ(nullptr, second->GetActiveView());
     m_main->MDIGetActive()->SendMessage(WM_CLOSE);
     EXPECT_EQ(0, g_documents);
 }
 
 TEST_F(Documents, ThatCannotBeOpenedLeaveNothing)
 {
-    m_type.OpenDocumentFile(nullptr); // for what is made once and kept
-    m_type.CloseAllDocuments(FALSE);
+    m_type->OpenDocumentFile(nullptr); // for what is made once and kept
+    m_type->CloseAllDocuments(FALSE);
     TakeLog();
-    static constexpr Fails failures[] = {Fails::kOpening, Fails::kOpeningThrows, Fails::kView, Fails::kFrame};
-    for (const Fails fails : failures) {
+    for (const Fails fails : {Fails::kOpening, Fails::kView, Fails::kFrame}) {
         for (const LPCSTR path : {LPCSTR{nullptr}, "C:\\file"}) {
             SCOPED_TRACE(testing::Message() << static_cast<int>(fails) << (path != nullptr ? path : " new"));
-            const ProcessCounts before = ProcessCounts::Take();
             g_fails = fails;
-            try {
-                EXPECT_EQ(nullptr, m_type.OpenDocumentFile(path));
-                EXPECT_NE(Fails::kOpeningThrows, fails);
-            } catch (CMemoryException* e) {
-                e->Delete();
-                EXPECT_EQ(Fails::kOpeningThrows, fails);
-            }
+            ZO_EXPECT_NO_LEAK(EXPECT_EQ(nullptr, m_type->OpenDocumentFile(path)));
             EXPECT_EQ(0, g_documents);
             EXPECT_EQ(nullptr, m_main->MDIGetActive());
-            EXPECT_EQ(nullptr, m_type.GetFirstDocPosition());
-            TakeLog();
-            EXPECT_EQ(before, ProcessCounts::Take());
+            EXPECT_EQ(nullptr, m_type->GetFirstDocPosition());
         }
     }
 }
 
 TEST_F(Documents, NeedMemory)
 {
-    // What a handler lacks memory for is told to the user.
-    const ImportPatch noBox("ZOAFX.DLL", "MessageBoxA", &NoMessageBox);
     AllocationFaults faults;
     RunFaultLoop(faults, [&](const FaultRun& run) {
         CDocument* document = nullptr;
         try {
-            document = m_type.OpenDocumentFile("C:\\file");
-        } catch (CMemoryException* e) {
-            e->Delete();
+            document = m_type->OpenDocumentFile("C:\\file");
+        } catch (CMemoryException*) {
         }
         run.Stop();
         EXPECT_EQ(document != nullptr ? 1 : 0, g_documents);
-        m_type.CloseAllDocuments(FALSE);
+        m_type->CloseAllDocuments(FALSE);
         EXPECT_EQ(0, g_documents);
         EXPECT_EQ(nullptr, m_main->MDIGetActive());
         m_main->UpdateWindow();
@@ -363,40 +322,29 @@ TEST_F(Documents, NeedMemory)
     });
 }
 
-TEST(DocumentTypes, AreListedByTheApplicationInTheirOrder)
+TEST_F(Documents, AreOfTypesThatTheApplicationListsInTheirOrder)
 {
-    CWinApp* tests = AfxGetApp();
-    CWinApp own;
-    AfxGetModuleState()->m_pCurrentWinApp = tests;
-    CWinApp* application = &own;
-    EXPECT_EQ(nullptr, application->GetFirstDocTemplatePosition());
-    auto* first =
-        new CMultiDocTemplate(kType, RUNTIME_CLASS(TestDocument), RUNTIME_CLASS(TestChild), RUNTIME_CLASS(TestView));
     auto* second = new CMultiDocTemplate(1, nullptr, nullptr, nullptr);
-    application->AddDocTemplate(first);
-    application->AddDocTemplate(second); // both are the application's now
-    POSITION position = application->GetFirstDocTemplatePosition();
-    EXPECT_EQ(first, application->GetNextDocTemplate(position));
-    EXPECT_EQ(second, application->GetNextDocTemplate(position));
+    m_application.AddDocTemplate(second);
+    POSITION position = m_application.GetFirstDocTemplatePosition();
+    EXPECT_EQ(m_type, m_application.GetNextDocTemplate(position));
+    EXPECT_EQ(second, m_application.GetNextDocTemplate(position));
     EXPECT_EQ(nullptr, position);
     EXPECT_EQ(nullptr, second->OpenDocumentFile(nullptr)) << "it has no classes";
-    application->CloseAllDocuments(FALSE);
+    m_application.CloseAllDocuments(FALSE);
+    ZO_EXPECT_NO_LEAK({
+        CWinApp other;
+        EXPECT_EQ(nullptr, other.GetFirstDocTemplatePosition());
+        other.AddDocTemplate(new CMultiDocTemplate(1, nullptr, nullptr, nullptr));
+    });
 
-    static constexpr struct {
-        CDocTemplate::DocStringIndex index;
-        BOOL found;
-        LPCSTR text;
-    } parts[] = {
-        {CDocTemplate::windowTitle, TRUE, ""},
-        {CDocTemplate::docName, TRUE, "Sheet"},
-        {CDocTemplate::fileNewName, TRUE, "Sheets of tests"},
-        {CDocTemplate::regFileTypeId, TRUE, ""},
-        {CDocTemplate::regFileTypeName, FALSE, ""},
-    };
-    for (const auto& part : parts) {
+    std::string parts;
+    for (const auto part : {CDocTemplate::windowTitle, CDocTemplate::docName, CDocTemplate::fileNewName,
+                            CDocTemplate::regFileTypeId, CDocTemplate::regFileTypeName}) {
         CString text = "before";
-        EXPECT_EQ(part.found, first->GetDocString(text, part.index)) << part.index;
-        EXPECT_STREQ(part.text, text) << part.index;
-        EXPECT_EQ(part.index == CDocTemplate::windowTitle, second->GetDocString(text, part.index) != FALSE);
+        const BOOL found = m_type->GetDocString(text, part);
+        parts += std::string(text) + (found ? "|" : "(none)");
+        EXPECT_EQ(part == CDocTemplate::windowTitle, second->GetDocString(text, part) != FALSE) << part;
     }
+    EXPECT_EQ("|Sheet|Sheets of tests||(none)", parts);
 }
