@@ -1,29 +1,13 @@
-
-
 #include "support/test.h"
 
 namespace {
 
 const UINT g_registered = RegisterWindowMessageA("ZoTestsRegisteredMessage");
-constexpr UINT kThrow = WM_APP + 1;
-constexpr UINT kPrivate = WM_APP + 2;
-constexpr UINT kBasePrivate = WM_APP + 3;
-
-enum Command {
-    kPlain = 100,
-    kBaseOnly,
-    kGreyed,
-    kChecked,
-    kUnanswered,
-    kRangeFirst = 200,
-    kRangeLast = 209,
-    kBoth,
-    kPassedOn
-};
-
-constexpr UINT kChild = 9;  // identifier
-constexpr UINT kTaken = 77; // notification codes: of the control, of its parent
-constexpr UINT kLeft = 78;
+enum Message { kThrow = WM_APP + 1, kPrivate, kBasePrivate };
+enum Command { kPlain = 100, kBaseOnly, kGreyed, kChecked, kUnanswered, kBoth, kPassedOn };
+enum Range { kRangeFirst = 200, kRangeLast = 209 }; // of commands
+constexpr UINT kChild = 9;                          // identifier
+enum Notification : UINT { kTaken = 77, kLeft };    // by the control, to its parent
 
 /// Writes down what it is called for.
 class BaseWindow : public CWnd {
@@ -53,28 +37,27 @@ protected:
     void PostNcDestroy() override { log += m_hWnd == nullptr ? "gone " : "gone-with-handle "; }
     void OnGetMinMaxInfo(MINMAXINFO* info)
     {
-        sawFirstMessage = FromHandlePermanent(m_hWnd) == this;
+        if (log.empty())
+            log += "first ";
         CWnd::OnGetMinMaxInfo(info);
     }
-    void OnBaseCommand() { log += "base "; }
-    void OnBoth() { log += "base-both "; }
-    LRESULT OnBasePrivate(WPARAM wParam, LPARAM lParam)
+    LRESULT OnGetTextLength(WPARAM, LPARAM)
     {
-        log += "private ";
-        return static_cast<LRESULT>(wParam) + lParam;
+        SendMessage(kPrivate); // which is not the message that has a default
+        return Default();
     }
+    void OnBaseCommand() { log += "base "; }
+    LRESULT OnBasePrivate(WPARAM wParam, LPARAM lParam) { return static_cast<LRESULT>(wParam) + lParam; }
     DECLARE_MESSAGE_MAP()
-
-public:
-    bool sawFirstMessage = false;
 };
 
 BEGIN_MESSAGE_MAP(BaseWindow, CWnd)
     ON_WM_CREATE()
     ON_WM_DESTROY()
     ON_WM_GETMINMAXINFO()
+    ON_MESSAGE(WM_GETTEXTLENGTH, OnGetTextLength)
     ON_COMMAND(kBaseOnly, OnBaseCommand)
-    ON_COMMAND(kBoth, OnBoth)
+    ON_COMMAND(kBoth, OnBaseCommand)
     ON_COMMAND(kPassedOn, OnBaseCommand)
     ON_MESSAGE(kBasePrivate, OnBasePrivate)
 END_MESSAGE_MAP()
@@ -133,12 +116,11 @@ TEST(CWnd, IsKnownByItsHandleFromTheFirstMessageToTheLast)
     ZO_EXPECT_NO_LEAK({
         TestWindow window;
         ASSERT_TRUE(window.CreateTop());
-        EXPECT_TRUE(window.sawFirstMessage) << "WM_GETMINMAXINFO comes before WM_NCCREATE";
         const HWND handle = window.m_hWnd;
         EXPECT_EQ(&window, CWnd::FromHandlePermanent(handle));
         EXPECT_EQ(&window, CWnd::FromHandle(handle));
         EXPECT_TRUE(window.DestroyWindow());
-        EXPECT_EQ("create destroy gone ", window.TakeLog());
+        EXPECT_EQ("first create destroy gone ", window.TakeLog()) << "WM_GETMINMAXINFO comes before WM_NCCREATE";
         EXPECT_EQ(nullptr, window.m_hWnd);
         EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(handle));
         EXPECT_FALSE(IsWindow(handle));
@@ -153,6 +135,7 @@ TEST(CWnd, IsKnownByItsHandleFromTheFirstMessageToTheLast)
 TEST(CWnd, GivesTemporaryObjectsUntilIdle)
 {
     const HWND handle = CreateWindowA("STATIC", "text", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    CMemoryState before, after, difference;
     ZO_EXPECT_NO_LEAK({
         CWnd* temporary = CWnd::FromHandle(handle);
         ASSERT_NE(nullptr, temporary);
@@ -162,9 +145,6 @@ TEST(CWnd, GivesTemporaryObjectsUntilIdle)
         CString text;
         temporary->GetWindowText(text);
         EXPECT_STREQ("text", text);
-        CMemoryState before;
-        CMemoryState after;
-        CMemoryState difference;
         before.Checkpoint();
         AfxGetThread()->OnIdle(0);
         after.Checkpoint();
@@ -213,17 +193,14 @@ TEST(CWnd, SubclassesAndGivesBack)
 
 TEST(CWnd, CreationCanFail)
 {
-    {
-        TestWindow window;
-        window.atCreate = [] { AfxThrowMemoryException(); };
-        EXPECT_FALSE(window.CreateTop()); // once for what the window system makes
-        ZO_EXPECT_NO_LEAK(EXPECT_FALSE(window.CreateTop()));
-        EXPECT_EQ(nullptr, window.m_hWnd);
-        window.atCreate = nullptr;
-        EXPECT_TRUE(window.CreateTop()) << "the next one is not affected";
-    }
-    TestWindow window;
-    EXPECT_FALSE(window.CreateEx(0, "NoSuchWindowClass", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr));
+    TestWindow window, unknown;
+    window.atCreate = [] { AfxThrowMemoryException(); };
+    EXPECT_FALSE(window.CreateTop()); // once for what the window system makes
+    ZO_EXPECT_NO_LEAK(EXPECT_FALSE(window.CreateTop()));
+    EXPECT_EQ(nullptr, window.m_hWnd);
+    window.atCreate = nullptr;
+    EXPECT_TRUE(window.CreateTop()) << "the next one is not affected";
+    EXPECT_FALSE(unknown.CreateEx(0, "NoSuchWindowClass", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr));
     const HWND other = CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
     EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(other)) << "the object that failed caught somebody else's window";
     DestroyWindow(other);
@@ -237,7 +214,7 @@ TEST(MessageMap, LeadsToTheNearestHandler)
     static constexpr std::pair<int, const char*> commands[] = {
         {kPlain, "plain "},         {kBaseOnly, "base "},      {kBoth, "both "},
         {kRangeFirst, "range200 "}, {kRangeLast, "range209 "}, {kRangeFirst - 1, ""},
-        {kRangeLast + 5, ""},       {kUnanswered, ""},         {kPassedOn, "first base "},
+        {kRangeLast + 1, ""},       {kUnanswered, ""},         {kPassedOn, "first base "},
     };
     for (const auto& [id, expected] : commands) {
         window.SendMessage(WM_COMMAND, static_cast<WPARAM>(id));
@@ -255,21 +232,16 @@ TEST(MessageMap, UpdatesMenus)
     TestWindow window;
     ASSERT_TRUE(window.CreateTop());
     const HMENU menu = CreatePopupMenu();
-    for (const UINT id :
-         {UINT{kPlain}, UINT{kBaseOnly}, UINT{kGreyed}, UINT{kChecked}, UINT{kUnanswered}, UINT{kRangeLast}})
-        AppendMenuA(menu, MF_STRING | MF_ENABLED, id, "text");
-    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
-    window.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
-    const auto isGrey = [menu](UINT id) {
-        return (GetMenuState(menu, id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED)) != 0;
+    static constexpr std::pair<UINT, UINT> items[] = {
+        {kPlain, MF_ENABLED},     {kBaseOnly, MF_ENABLED},
+        {kRangeLast, MF_ENABLED}, {kGreyed, MF_GRAYED | MF_DISABLED},
+        {kChecked, MF_CHECKED},   {kUnanswered, MF_GRAYED | MF_DISABLED}, // nothing would happen on choosing it
     };
-    EXPECT_FALSE(isGrey(kPlain));
-    EXPECT_FALSE(isGrey(kBaseOnly)) << "the base class answers it";
-    EXPECT_FALSE(isGrey(kRangeLast));
-    EXPECT_TRUE(isGrey(kGreyed));
-    EXPECT_TRUE(isGrey(kUnanswered)) << "nothing would happen on choosing it";
-    EXPECT_FALSE(isGrey(kChecked));
-    EXPECT_NE(0u, GetMenuState(menu, kChecked, MF_BYCOMMAND) & MF_CHECKED);
+    for (const auto& [id, state] : items)
+        AppendMenuA(menu, MF_STRING | MF_ENABLED, id, "text");
+    window.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
+    for (const auto& [id, state] : items)
+        EXPECT_EQ(state, GetMenuState(menu, id, MF_BYCOMMAND)) << id;
     char text[32] = {};
     GetMenuStringA(menu, kChecked, text, sizeof text, MF_BYCOMMAND);
     EXPECT_STREQ("changed", text);
@@ -294,10 +266,10 @@ TEST(MessageMap, NoExceptionPassesTheWindowProcedure)
 
 namespace {
 
+/// Its items are numbers, in their order.
 class DrawnListBox : public CListBox {
 public:
     int drawn = 0;
-    int measured = 0;
     int selections = 0;
 
     int CompareItem(COMPAREITEMSTRUCT* items) override
@@ -309,11 +281,7 @@ public:
         EXPECT_EQ(m_hWnd, item->hwndItem);
         ++drawn;
     }
-    void MeasureItem(MEASUREITEMSTRUCT* item) override
-    {
-        item->itemHeight = 23;
-        ++measured;
-    }
+    void MeasureItem(MEASUREITEMSTRUCT* item) override { item->itemHeight = 23; }
 
 protected:
     DECLARE_MESSAGE_MAP()
@@ -329,13 +297,19 @@ END_MESSAGE_MAP()
 TEST(Reflection, SendsBackWhatAControlCaused)
 {
     TestWindow parent;
-    ASSERT_TRUE(parent.CreateTop());
-    DrawnListBox list; // sorts itself: its items are numbers
-    ASSERT_TRUE(list.Create(LBS_OWNERDRAWFIXED | LBS_SORT, CRect(0, 0, 100, 80), &parent, kChild));
+    ASSERT_TRUE(parent.CreateTop(WS_OVERLAPPEDWINDOW | WS_VISIBLE));
+    DrawnListBox list;
+    ASSERT_TRUE(list.Create(WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_SORT, CRect(0, 0, 100, 80), &parent, kChild));
     for (const INT_PTR number : {3, 1, 2})
         list.AddString(reinterpret_cast<LPCSTR>(number));
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(i + 1, reinterpret_cast<INT_PTR>(list.GetItemDataPtr(i)));
+    list.UpdateWindow();
+    EXPECT_GE(list.drawn, 3);
+    // The list box asked for a fixed height before it had its object.
+    MEASUREITEMSTRUCT measure = {ODT_LISTBOX, kChild, 0, 0, 0, 0};
+    EXPECT_EQ(TRUE, parent.SendMessage(WM_MEASUREITEM, kChild, reinterpret_cast<LPARAM>(&measure)));
+    EXPECT_EQ(23u, measure.itemHeight);
     const auto command = [&](WORD code) {
         return parent.SendMessage(WM_COMMAND, MAKEWPARAM(kChild, code), reinterpret_cast<LPARAM>(list.m_hWnd));
     };
@@ -349,9 +323,8 @@ TEST(Reflection, SendsBackWhatAControlCaused)
     }
     CComboBox combo;
     ASSERT_TRUE(combo.Create(CBS_DROPDOWNLIST, CRect(0, 0, 100, 80), &parent, kChild + 1));
-    for (int i = 0; i < 2; ++i)
-        combo.SendMessage(CB_SETITEMDATA, static_cast<WPARAM>(combo.AddString("row")), 10 + i);
-    EXPECT_EQ(11, reinterpret_cast<INT_PTR>(combo.GetItemDataPtr(1)));
+    combo.SendMessage(CB_SETITEMDATA, static_cast<WPARAM>(combo.AddString("row")), 10);
+    EXPECT_EQ(10, reinterpret_cast<INT_PTR>(combo.GetItemDataPtr(0)));
 }
 
 TEST(Drawing, GivesBackWhatItTook)
@@ -392,70 +365,24 @@ TEST(CWnd, CentersWithinTheWorkArea)
     for (const auto& c : cases) {
         owner.MoveWindow(c.owner.left, c.owner.top, c.owner.right, c.owner.bottom);
         window.CenterWindow(&owner);
-        CRect place;
-        window.GetWindowRect(&place);
+        const CRect place = AreaOf(window.m_hWnd);
         EXPECT_EQ(c.x, place.left);
         EXPECT_EQ(c.y, place.top);
     }
 }
 
-TEST(Reflection, LetsAListBoxDrawItself)
-{
-    TestWindow parent;
-    ASSERT_TRUE(parent.CreateTop(WS_OVERLAPPEDWINDOW | WS_VISIBLE));
-    DrawnListBox list;
-    ASSERT_TRUE(list.Create(WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, CRect(0, 0, 100, 80), &parent, 9));
-    EXPECT_EQ(0, list.AddString("one"));
-    EXPECT_EQ(1, list.AddString("two"));
-    list.UpdateWindow();
-    EXPECT_GE(list.drawn, 2);
-    EXPECT_EQ(2, list.GetCount());
-    list.SetCurSel(1);
-    EXPECT_EQ(1, list.GetCurSel());
-    // Asked before the list box has its object, a fixed height is set afterwards.
-    EXPECT_GE(list.SetItemHeight(0, 23), 0);
-    MEASUREITEMSTRUCT measure = {};
-    measure.CtlType = ODT_LISTBOX;
-    measure.CtlID = 9;
-    EXPECT_EQ(TRUE, parent.SendMessage(WM_MEASUREITEM, 9, reinterpret_cast<LPARAM>(&measure)));
-    EXPECT_EQ(23u, measure.itemHeight);
-    EXPECT_GT(list.measured, 0);
-}
-
-namespace {
-
-class RefusedFrame : public CFrameWnd {
-public:
-    explicit RefusedFrame(bool& gone) : m_gone(gone) {}
-    ~RefusedFrame() override { m_gone = true; }
-    BOOL PreCreateWindow(CREATESTRUCT& cs) override
-    {
-        cs.lpszClass = "NoSuchWindowClass";
-        return TRUE;
-    }
-
-private:
-    bool& m_gone;
-};
-
-} // namespace
-
-TEST(MainWindow, ThatCannotBeCreatedIsGone)
-{
-    bool gone = false;
-    auto* frame = new RefusedFrame(gone);
-    AfxGetThread()->m_pMainWnd = frame;
-    EXPECT_FALSE(frame->Create(nullptr, "frame", WS_OVERLAPPEDWINDOW, CRect(0, 0, 9, 9), nullptr, nullptr));
-    EXPECT_TRUE(gone);
-    EXPECT_EQ(nullptr, AfxGetThread()->m_pMainWnd);
-}
-
 TEST(MainWindow, EndsItsThread)
 {
-    AfxGetThread()->m_pMainWnd = new CFrameWnd;
-    ASSERT_TRUE(static_cast<CFrameWnd*>(AfxGetThread()->m_pMainWnd)
-                    ->Create(nullptr, "frame", WS_OVERLAPPEDWINDOW, CRect(0, 0, 100, 100), nullptr, nullptr));
-    AfxGetThread()->m_pMainWnd->PostMessage(WM_CLOSE);
-    EXPECT_EQ(0, AfxGetThread()->Run()) << "the loop ends with the window";
-    EXPECT_EQ(nullptr, AfxGetThread()->m_pMainWnd);
+    CWinThread* thread = AfxGetThread();
+    const auto create = [thread](LPCSTR className) {
+        auto* frame = new CFrameWnd;
+        thread->m_pMainWnd = frame;
+        return frame->Create(className, "frame", WS_OVERLAPPEDWINDOW, CRect(0, 0, 100, 100), nullptr, nullptr);
+    };
+    ZO_EXPECT_NO_LEAK(EXPECT_FALSE(create("NoSuchWindowClass")));
+    EXPECT_EQ(nullptr, thread->m_pMainWnd) << "a frame that cannot be created is gone";
+    ASSERT_TRUE(create(nullptr));
+    thread->m_pMainWnd->PostMessage(WM_CLOSE);
+    EXPECT_EQ(0, thread->Run()) << "the loop ends with the window";
+    EXPECT_EQ(nullptr, thread->m_pMainWnd);
 }
