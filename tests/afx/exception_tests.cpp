@@ -1,48 +1,37 @@
-
-
 #include "support/test.h"
 
 TEST(Exceptions, CrossLibrariesAndDescribeThemselves)
 {
     const struct {
-        const char* name;
         std::function<void()> raise;
         const CRuntimeClass* runtimeClass;
         bool hasMessage;
     } cases[] = {
-        {"memory", [] { AfxThrowMemoryException(); }, RUNTIME_CLASS(CMemoryException), true},
-        {"resource", [] { AfxThrowResourceException(); }, RUNTIME_CLASS(CResourceException), true},
-        {"user", [] { AfxThrowUserException(); }, RUNTIME_CLASS(CUserException), false},
-        {"file", [] { AfxThrowFileException(CFileException::badPath, ERROR_PATH_NOT_FOUND, "f"); },
-         RUNTIME_CLASS(CFileException), true},
-        {"file without code", [] { AfxThrowFileException(CFileException::badPath); }, RUNTIME_CLASS(CFileException),
-         false},
+        {[] { AfxThrowMemoryException(); }, RUNTIME_CLASS(CMemoryException), true},
+        {[] { AfxThrowResourceException(); }, RUNTIME_CLASS(CResourceException), true},
+        {[] { AfxThrowUserException(); }, RUNTIME_CLASS(CUserException), false},
+        {[] { AfxThrowFileException(1, ERROR_PATH_NOT_FOUND, "f"); }, RUNTIME_CLASS(CFileException), true},
+        {[] { AfxThrowFileException(1); }, RUNTIME_CLASS(CFileException), false},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(testing::Message() << c.runtimeClass->m_lpszClassName
+                                        << (c.hasMessage ? "" : " without a message"));
         ZO_EXPECT_NO_LEAK({
-            CException* caught = nullptr;
             try {
                 c.raise();
+                ADD_FAILURE() << "not thrown";
             } catch (CException* e) {
-                caught = e;
+                EXPECT_TRUE(e->IsKindOf(c.runtimeClass));
+                char text[256];
+                memset(text, 'x', sizeof text);
+                EXPECT_EQ(c.hasMessage, e->GetErrorMessage(text, sizeof text) != FALSE);
+                EXPECT_EQ(c.hasMessage, strnlen(text, sizeof text) > 5) << "the text of a message, or none";
+                SentinelBuffer small(6);
+                e->GetErrorMessage(small.Data(), static_cast<UINT>(small.Size()));
+                EXPECT_EQ(c.hasMessage ? 5u : 0u, small.Text().size());
+                small.ExpectGuardsIntact();
+                e->Delete();
             }
-            ASSERT_NE(nullptr, caught);
-            EXPECT_TRUE(caught->IsKindOf(c.runtimeClass));
-            char text[256];
-            memset(text, 'x', sizeof text);
-            EXPECT_EQ(c.hasMessage, caught->GetErrorMessage(text, sizeof text) != FALSE);
-            if (c.hasMessage) {
-                EXPECT_GT(strlen(text), 5u);
-            } else {
-                EXPECT_STREQ("", text) << "the buffer holds a text that nobody wrote";
-            }
-            char small[8];
-            memset(small, 'x', sizeof small);
-            caught->GetErrorMessage(small, 6);
-            EXPECT_EQ('x', small[6]) << "written behind the buffer's end";
-            EXPECT_NE(nullptr, memchr(small, '\0', 6)) << "not terminated";
-            caught->Delete();
         });
     }
 }
@@ -64,6 +53,7 @@ TEST(Exceptions, TranslateSystemErrors)
     };
     for (const auto& [code, cause] : cases) {
         try {
+            CFileException::ThrowOsError(ERROR_SUCCESS); // throws nothing
             CFileException::ThrowOsError(code, "name");
             ADD_FAILURE() << code << " was not thrown";
         } catch (CFileException* e) {
@@ -73,5 +63,4 @@ TEST(Exceptions, TranslateSystemErrors)
             e->Delete();
         }
     }
-    CFileException::ThrowOsError(ERROR_SUCCESS); // throws nothing
 }

@@ -1,5 +1,3 @@
-
-
 #include "support/test.h"
 
 namespace {
@@ -64,24 +62,21 @@ TEST(ExtensionModule, BringsItsClassesAndTakesThemAway)
     EXPECT_EQ(RUNTIME_CLASS(ModuleTestObject), CRuntimeClass::FromName("ModuleTestObject")) << "the host comes first";
     AfxTermExtensionModule(library);
     EXPECT_EQ(nullptr, CRuntimeClass::FromName("LibraryClass"));
+    EXPECT_FALSE(library.bInitialized) << "it can be started again";
 }
 
 namespace {
 
-CString LoadedString(UINT id)
+/// Strings of host and first, host and second, first and second, first, second: who is found to have them.
+std::string Strings()
 {
-    CString text("before");
-    text.LoadString(id);
-    return text;
-}
-
-void ExpectStrings(const char* in1600, const char* in1616, const char* in1632, const char* in1648, const char* in1664)
-{
-    EXPECT_STREQ(in1600, LoadedString(1600)); // host and first
-    EXPECT_STREQ(in1616, LoadedString(1616)); // host and second
-    EXPECT_STREQ(in1632, LoadedString(1632)); // first and second
-    EXPECT_STREQ(in1648, LoadedString(1648)); // first
-    EXPECT_STREQ(in1664, LoadedString(1664)); // second
+    std::string all;
+    for (const UINT id : {1600u, 1616u, 1632u, 1648u, 1664u}) {
+        CString text("before");
+        text.LoadString(id);
+        all += std::string(text) + "|";
+    }
+    return all;
 }
 
 } // namespace
@@ -97,12 +92,12 @@ TEST(ResourceChain, GoesHostNewestOldestSystem)
         AFX_EXTENSION_MODULE second = {};
         ASSERT_TRUE(AfxInitExtensionModule(first, firstModule));
         ASSERT_TRUE(AfxInitExtensionModule(second, secondModule));
-        ExpectStrings("host", "host", "", "", "");
+        EXPECT_EQ("host|host||||", Strings());
 
         new CDynLinkLibrary(first);
         new CDynLinkLibrary(second);
-        ExpectStrings("host", "host", "second", "first", "second");
-        EXPECT_EQ(310, LoadedString(1700).GetLength()) << "a long string was cut";
+        EXPECT_EQ("host|host|second|first|second|", Strings());
+        EXPECT_EQ(310, CString(MAKEINTRESOURCE(1700)).GetLength()) << "a long string was cut";
         EXPECT_EQ(AfxGetInstanceHandle(), AfxFindResourceHandle(MAKEINTRESOURCE(9999), RT_STRING)) << "for nobody's";
         CBitmap bitmap;
         EXPECT_TRUE(bitmap.LoadBitmap(70)) << "which the first one has";
@@ -112,21 +107,21 @@ TEST(ResourceChain, GoesHostNewestOldestSystem)
         EXPECT_STREQ("sec", small);
 
         AfxTermExtensionModule(second);
-        ExpectStrings("host", "host", "first", "first", "");
+        EXPECT_EQ("host|host|first|first||", Strings());
         AfxSetResourceHandle(secondModule);
-        ExpectStrings("first", "second", "second", "first", "second");
+        EXPECT_EQ("first|second|second|first|second|", Strings());
         AfxSetResourceHandle(AfxGetInstanceHandle());
 
         ASSERT_TRUE(AfxInitExtensionModule(second, secondModule));
         new CDynLinkLibrary(second, TRUE);
-        ExpectStrings("host", "host", "first", "first", "second"); // a system library is last, though newest
+        EXPECT_EQ("host|host|first|first|second|", Strings()); // a system library is last, though newest
         AfxTermExtensionModule(first);
         AfxTermExtensionModule(second);
-        ExpectStrings("host", "host", "", "", "");
+        EXPECT_EQ("host|host||||", Strings());
 
         // Resources of one module under the name of another.
         auto* link = new CDynLinkLibrary(AfxGetInstanceHandle(), firstModule);
-        ExpectStrings("host", "host", "first", "first", "");
+        EXPECT_EQ("host|host|first|first||", Strings());
         delete link;
     });
     FreeLibrary(firstModule);
