@@ -1,5 +1,6 @@
 #include "support/child_process.h"
 
+#include "support/environment.h"
 #include "support/guard_heap.h"
 #include "support/unique_names.h"
 
@@ -112,6 +113,31 @@ int WaitAnsweringMessages(const std::vector<HANDLE>& handles, DWORD milliseconds
             DispatchMessageA(&message);
         }
     }
+}
+
+DWORD RunProgram(std::string command, const std::string& folder, void (*meanwhile)(DWORD thread))
+{
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                        (folder.empty() ? ProgramFolder() : folder).c_str(), &startup, &process)) {
+        ADD_FAILURE() << command << " does not start, error " << GetLastError();
+        return 1000;
+    }
+    for (const DWORD begin = GetTickCount(); GetTickCount() - begin < kChildTimeout;) {
+        if (WaitForSingleObject(process.hProcess, 100) != WAIT_TIMEOUT)
+            break;
+        if (meanwhile != nullptr)
+            meanwhile(process.dwThreadId);
+    }
+    TerminateProcess(process.hProcess, 1001); // if it hangs
+    WaitForSingleObject(process.hProcess, kChildTimeout);
+    DWORD code = 1000;
+    GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return code;
 }
 
 // Child ----------------------------------------------------------------------------------------------------------------
@@ -247,6 +273,7 @@ void ChildProcess::Finish()
 {
     if (m_ended)
         return;
+    Go();
     if (WaitAnsweringMessages({m_process}) != 0) {
         Kill();
         ADD_FAILURE() << "child " << m_name << " hangs";

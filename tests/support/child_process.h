@@ -5,8 +5,7 @@
 ///     {
 ///         Table table(child.Argument(0));
 ///         EXPECT_TRUE(table.Enter());   // a failure in the child fails the test that started it
-///         child.Ready();
-///         child.WaitForGo();
+///         child.ReadyUntilGo();
 ///         child.Report("left");         // for the parent to read
 ///     }
 ///
@@ -15,8 +14,7 @@
 ///         zo_test::ChildProcess child("HoldsTheTable", {name});
 ///         ASSERT_TRUE(child.WaitUntilReady());
 ///         ...
-///         child.Go();
-///         child.Finish();
+///         child.Finish(); // says go
 ///         EXPECT_EQ("left", child.Reports().at(0));
 ///     }
 ///
@@ -43,6 +41,7 @@ public:
     void Ready() const;
     /// Waits until the parent calls Go; a failure if it does not. Messages to the child's windows are answered meanwhile.
     void WaitForGo() const;
+    void ReadyUntilGo() const { Ready(), WaitForGo(); }
     /// Writes a line for the parent.
     void Report(const std::string& text) const;
 
@@ -68,7 +67,7 @@ public:
     void Go();
     /// Ends the child at once, wherever it is.
     void Kill();
-    /// Waits for the child's end, answering messages meanwhile, and takes over its failures.
+    /// Says go, waits for the child's end, answering messages meanwhile, and takes over its failures.
     void Finish();
     /// What the child reported so far.
     const std::vector<std::string>& Reports();
@@ -90,6 +89,11 @@ private:
     bool m_complete = false; // the child came to its end
     bool m_ended = false;
 };
+
+/// Runs a program, in the folder of the test program unless \p folder names another, to its end.
+/// \param meanwhile is called with the program's thread every now and then, for its windows
+/// \return its exit code; a failure and 1000 if it does not start, ended with 1001 if it hangs
+DWORD RunProgram(std::string command, const std::string& folder = {}, void (*meanwhile)(DWORD thread) = nullptr);
 
 /// Waits until one of \p handles is signalled, answering messages meanwhile. \return its index, -1 when time is up.
 int WaitAnsweringMessages(const std::vector<HANDLE>& handles, DWORD milliseconds = kChildTimeout);

@@ -27,4 +27,11 @@ std::string EnvironmentName()
     return name;
 }
 
+std::string ProgramFolder()
+{
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, path, sizeof path - 1);
+    return std::string(path).substr(0, std::string(path).rfind('\\') + 1);
+}
+
 } // namespace zo_test

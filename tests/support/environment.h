@@ -29,6 +29,9 @@ bool IsWine();
 /// The environment's name as the build system writes it, for example "x86.win98" or "x64.win10-932".
 std::string EnvironmentName();
 
+/// The test program's folder, with a backslash at its end.
+std::string ProgramFolder();
+
 } // namespace zo_test
 
 /// Skips the test unless \p condition holds. \param reason why it is for these environments only.

@@ -44,6 +44,48 @@ private:
     ZO_FAULTY_CALL(GetFileVersionInfoA) m_version{*this, "ZOGBLBRX.DLL", FALSE};
 };
 
+/// Files and folders of the library: whatever it calls gives the same error.
+class FileFaults : public FaultSource {
+public:
+    explicit FileFaults(DWORD error) : FaultSource("files"), m_error(error) {}
+
+private:
+    static constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+    const DWORD m_error;
+    ZO_FAULTY_CALL(InitializeSecurityDescriptor) m_security{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(CreateFileA) m_open{*this, kLibrary, INVALID_HANDLE_VALUE, m_error};
+    ZO_FAULTY_CALL(WriteFile) m_write{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(SetFilePointer) m_seek{*this, kLibrary, INVALID_SET_FILE_POINTER, m_error};
+    ZO_FAULTY_CALL(SetEndOfFile) m_cut{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(CopyFileA) m_copy{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(MoveFileA) m_move{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(DeleteFileA) m_delete{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(GetFileAttributesA) m_attributes{*this, kLibrary, INVALID_FILE_ATTRIBUTES, m_error};
+    ZO_FAULTY_CALL(SetFileAttributesA) m_mark{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(GetTempPathA) m_tempPath{*this, kLibrary, 0, m_error};
+    ZO_FAULTY_CALL(GetTempFileNameA) m_tempName{*this, kLibrary, 0, m_error};
+    ZO_FAULTY_CALL(CreateDirectoryA) m_makeFolder{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(RemoveDirectoryA) m_removeFolder{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(FindFirstFileA) m_find{*this, kLibrary, INVALID_HANDLE_VALUE, m_error};
+    ZO_FAULTY_CALL(FindNextFileA) m_findNext{*this, kLibrary, FALSE, m_error};
+};
+
+/// The framework's files (CFile), with the error that each call would give.
+class FrameworkFileFaults : public FaultSource {
+public:
+    FrameworkFileFaults() : FaultSource("framework's files") {}
+
+private:
+    static constexpr char kFramework[] = "ZOAFX.DLL";
+    ZO_FAULTY_CALL(CreateFileA) m_open{*this, kFramework, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED};
+    ZO_FAULTY_CALL(GetFileSizeEx) m_size{*this, kFramework, FALSE, ERROR_INVALID_HANDLE};
+    ZO_FAULTY_CALL(SetFilePointerEx) m_seek{*this, kFramework, FALSE, ERROR_SEEK};
+    ZO_FAULTY_CALL(ReadFile) m_read{*this, kFramework, FALSE, ERROR_CRC};
+    ZO_FAULTY_CALL(WriteFile) m_write{*this, kFramework, FALSE, ERROR_DISK_FULL};
+    ZO_FAULTY_CALL(SetEndOfFile) m_cut{*this, kFramework, FALSE, ERROR_DISK_FULL};
+    ZO_FAULTY_CALL(FlushFileBuffers) m_flush{*this, kFramework, FALSE, ERROR_WRITE_FAULT};
+};
+
 /// Texts of the language library.
 class StringFaults : public FaultSource {
 public:

@@ -185,8 +185,7 @@ TEST(FaultLoop, MakesSystemCallsFailAndLie)
 ZO_CHILD(Answers)
 {
     child.Report(child.Argument(0));
-    child.Ready();
-    child.WaitForGo();
+    child.ReadyUntilGo();
     child.Report("two\nlines \\ and a backslash");
 }
 ZO_CHILD(Finishes) {}
@@ -211,7 +210,6 @@ TEST(ChildProcess, ReportsAndTakesOrders)
         ChildProcess child("Answers", {"with blanks\\"});
         ASSERT_TRUE(child.WaitUntilReady());
         EXPECT_EQ(std::vector<std::string>{"with blanks\\"}, child.Reports());
-        child.Go();
         child.Finish();
         ASSERT_EQ(2u, child.Reports().size());
         EXPECT_EQ("two\nlines \\ and a backslash", child.Reports()[1]);
