@@ -8,11 +8,6 @@ namespace {
 
 constexpr size_t kCutNameLength = 4094; // the one that is taken for a list that was cut
 
-template <class CHOICES> const auto& Choose(Random& random, const CHOICES& choices)
-{
-    return choices[random() % std::size(choices)];
-}
-
 std::string MakeFile(Random& random)
 {
     static const std::string line(10000, 'x');
@@ -28,23 +23,12 @@ std::string MakeFile(Random& random)
         "\r\n[S]\r\n", "\r\nk=", "\r\n[T]\r\nk=1\r\n", std::string(3, '\0'),   "-1,2:3", "0xFFFFFFFFF", "\xFF\xFE",
         line,          "\x1A",   "\r\n" + line + "=",  std::string(10000, ',')};
     std::string file = Choose(random, files);
-    for (unsigned changes = 2 + random() % 6; changes > 0; --changes) {
-        const size_t at = random() % (file.size() + 1);
-        switch (random() % 4) {
-        case 0:
-            file.replace(at, 1, 1, static_cast<char>(random()));
-            break;
-        case 1:
-            file.replace(at, random() % 2, 1, Choose(random, bytes));
-            break;
-        case 2:
-            file.insert(at, Choose(random, pieces));
-            break;
-        default: // somewhere, or the last line's end
-            file.erase(random() % 2 == 0 ? at : file.size() - (std::min)(file.size(), size_t{4}), random() % 20);
-            break;
-        }
-    }
+    const auto at = [&] { return random() % (file.size() + 1); };
+    Damage(random, 2, 7,
+           {[&] { file.replace(at(), 1, 1, static_cast<char>(random())); },
+            [&] { file.replace(at(), random() % 2, 1, Choose(random, bytes)); },
+            [&] { file.insert(at(), Choose(random, pieces)); }, [&] { file.erase(at(), random() % 20); },
+            [&] { file.resize(file.size() - (std::min)(file.size(), size_t{4})); }}); // the last line's end
     return file;
 }
 
@@ -182,5 +166,6 @@ TEST_F(ProfileMutation, ReadsWhatTheSystemReads)
             ExpectString(*profile, Ask(file, section, key.c_str()), key.c_str(), random);
         else if (fits)
             ExpectList(profile->EnumerateKeys(&names), names, keys);
+        return fits;
     });
 }

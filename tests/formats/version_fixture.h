@@ -13,8 +13,8 @@ protected:
     static constexpr DWORD kMachine = ZO_MODE_LOCAL_MACHINE;
     static constexpr char kCompanyKey[] = "Software\\Zo Tests";
 
-    void SetUp() override { m_config.DeleteSection(kMachine, "Software", "Zo Tests"); }
-    void TearDown() override { m_config.DeleteSection(kMachine, "Software", "Zo Tests"); }
+    VersionResource() { m_config.DeleteSection(kMachine, "Software", "Zo Tests"); }
+    ~VersionResource() override { m_config.DeleteSection(kMachine, "Software", "Zo Tests"); }
 
     static CString OwnUser()
     {

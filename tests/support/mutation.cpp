@@ -11,7 +11,7 @@
 
 namespace zo_test {
 
-void ForEachMutation(const std::function<void(unsigned number, Random& random)>& check, MutationCases cases)
+void ForEachMutation(const std::function<bool(unsigned number, Random& random)>& check, MutationCases cases)
 {
     const bool onGuardHeap = IsGuardHeapInstalled();
     unsigned count = onGuardHeap ? cases.onGuardHeap : cases.usual;
@@ -19,14 +19,22 @@ void ForEachMutation(const std::function<void(unsigned number, Random& random)>&
         count = static_cast<unsigned>(std::strtoul(asked, nullptr, 10));
     ASSERT_GT(count, 0u) << "a run without cases tests nothing";
     const std::string prefix = EnvironmentName() + (onGuardHeap ? ".guard." : ".");
+    unsigned accepted = 0;
     for (unsigned number = 0; number < count; ++number) {
         const std::string seed = prefix + std::to_string(number);
         std::seed_seq sequence(seed.begin(), seed.end());
         Random random(sequence);
-        check(number, random);
+        accepted += check(number, random);
         ReportProgress();
         ASSERT_FALSE(testing::Test::HasFailure()) << "case " << seed;
     }
+    EXPECT_TRUE(accepted > count / 20 && accepted < count - count / 100) << accepted << " accepted of " << count;
+}
+
+void Damage(Random& random, unsigned least, unsigned most, std::initializer_list<std::function<void()>> ways)
+{
+    for (unsigned changes = least + random() % (most - least + 1); changes > 0; --changes)
+        ways.begin()[random() % ways.size()]();
 }
 
 } // namespace zo_test

@@ -121,7 +121,8 @@ TEST(ToolMutation, IsReadAsTheFormatSays)
             const std::string record = bytes.substr(at, 1536);
             if (options == ZO_TLM_FOR_MENU && (NumberOf(record, 4) & ZO_TLM_IN_MENU) == 0)
                 continue;
-            ASSERT_LT(loaded, items.GetSize());
+            if (loaded >= items.GetSize())
+                return ADD_FAILURE() << "too few", false;
             EXPECT_EQ(options == 0 ? 0u : ZO_TLM_FIRST_COMMAND - static_cast<UINT>(loaded),
                       items.Item(loaded).GetCommand());
             ExpectItem(record, items.Item(loaded++));
@@ -130,5 +131,6 @@ TEST(ToolMutation, IsReadAsTheFormatSays)
         CString description;
         file.GetDescription(description);
         EXPECT_EQ(isValid == 0 ? FieldOf(bytes, 16, 128) : "", std::string(description));
+        return isValid == 0;
     });
 }

@@ -89,9 +89,7 @@ TEST_F(TranslateMutation, ReadsAWholeTableOrNothing)
 {
     const std::string saved = m_folder.Path("saved.iot");
     unsigned accepted = 0;
-    unsigned cases = 0;
-    ForEachMutation([&](unsigned number, Random& random) {
-        cases = number + 1;
+    ForEachMutation([&](unsigned, Random& random) {
         const std::string bytes = MakeFile(random);
         m_folder.Write("table.iot", bytes);
         const DWORD status = Judge(bytes);
@@ -108,6 +106,6 @@ TEST_F(TranslateMutation, ReadsAWholeTableOrNothing)
                 EXPECT_EQ(Normalized(bytes), m_folder.Read("saved.iot"));
             }
         }
+        return status == ZO_TRANSLATE_SUCCESS;
     });
-    EXPECT_TRUE(accepted > cases / 4 && accepted < cases * 3 / 4) << accepted;
 }
