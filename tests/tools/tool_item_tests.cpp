@@ -6,20 +6,6 @@
 
 namespace {
 
-struct Text {
-    const char* name;
-    size_t field;
-    void (CTlmItem::*get)(CString&) const;
-    DWORD (CTlmItem::*set)(const char*);
-};
-constexpr Text kTexts[] = {
-    {"menu text", 32, &CTlmItem::GetDataMenuText, &CTlmItem::SetDataMenuText},
-    {"description", 128, &CTlmItem::GetDataDescription, &CTlmItem::SetDataDescription},
-    {"program", 264, &CTlmItem::GetDataProgramPath, &CTlmItem::SetDataProgramPath},
-    {"folder", 264, &CTlmItem::GetDataWorkingDirectory, &CTlmItem::SetDataWorkingDirectory},
-    {"arguments", 264, &CTlmItem::GetDataArguments, &CTlmItem::SetDataArguments},
-};
-
 /// Lets tests ask as applications' derived classes do.
 class Item : public CTlmItem {
 public:
@@ -31,84 +17,56 @@ struct Started {
     std::string program, command, folder;
     STARTUPINFOA startup;
     DWORD flags;
-    bool inherits, secured, ownEnvironment;
+    bool hasMore; // handles, security or an environment
     int count;
-};
-Started g_started;
+} g_started;
 BOOL g_starts = TRUE;
 BOOL WINAPI NoteProcess(LPCSTR program, LPSTR command, LPSECURITY_ATTRIBUTES process, LPSECURITY_ATTRIBUTES thread,
                         BOOL inherits, DWORD flags, LPVOID environment, LPCSTR folder, LPSTARTUPINFOA startup,
                         LPPROCESS_INFORMATION made)
 {
-    g_started = {program,
-                 command,
-                 folder != nullptr ? folder : "(null)",
-                 *startup,
-                 flags,
-                 inherits != FALSE,
-                 process != nullptr || thread != nullptr,
-                 environment != nullptr,
-                 g_started.count + 1};
-    made->hProcess = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-    made->hThread = CreateEventA(nullptr, FALSE, FALSE, nullptr);
-    if (!g_starts) {
-        CloseHandle(made->hProcess);
-        CloseHandle(made->hThread);
-    }
+    const bool hasMore = process != nullptr || thread != nullptr || inherits || environment != nullptr;
+    g_started = {program, command, folder, *startup, flags, hasMore, g_started.count + 1};
+    if (g_starts)
+        *made = {CreateEventA(nullptr, FALSE, FALSE, nullptr), CreateEventA(nullptr, FALSE, FALSE, nullptr), 0, 0};
     return g_starts;
 }
 
-class ToolItem : public testing::Test {
+class ToolItem : public ProductTest {
 protected:
-    void SetUp() override
+    ToolItem()
     {
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
         g_started = {};
         g_starts = TRUE;
-        m_item.DefaultItemData(); // now that there are texts
         m_item.SetDataProgramPath("C:\\Tools\\calc.exe");
     }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
 
-    RegisteredProduct m_product;
     Item m_item;
 };
 
 class PatchedStart : public ToolItem {
-protected:
-    ImportPatch m_patch{kLibrary, "CreateProcessA", &NoteProcess};
+    const ImportPatch m_patch{kLibrary, "CreateProcessA", &NoteProcess};
 };
 
 constexpr int kAnswer = ZO_IDC_ARGUMENT_PROMPT_ANSWER;
-
-HWND g_pressed = nullptr; // the dialog in which OK was
-void CALLBACK PressOkThenCancel(HWND, UINT, UINT_PTR, DWORD)
-{
-    const HWND dialog = FindWindowA("#32770", nullptr);
-    if (dialog == nullptr || GetWindowThreadProcessId(dialog, nullptr) != GetCurrentThreadId())
-        return;
-    const int button = std::exchange(g_pressed, dialog) == dialog ? IDCANCEL : IDOK;
-    SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
-}
 
 } // namespace
 
 TEST_F(ToolItem, BeginsWithDefaults)
 {
-    TestFolder folder;
     Item item;
     EXPECT_EQ(0u, item.GetCommand());
     {
-        CFile file(folder.Path("item").c_str(), CFile::modeCreate | CFile::modeWrite);
+        CFile file(m_folder.Path("item").c_str(), CFile::modeCreate | CFile::modeWrite);
         EXPECT_EQ(3u, item.SaveItemData(file, ZO_TLM_ITEM_VERSION + 1, 1536));
         EXPECT_EQ(3u, item.SaveItemData(file, ZO_TLM_ITEM_VERSION, 1535));
         EXPECT_EQ(0u, item.GetRecord().dwSize);
         EXPECT_EQ(0u, item.SaveItemData(file, ZO_TLM_ITEM_VERSION, 1536));
     }
-    EXPECT_EQ(RecordBytes("", 4, "Starts a program."), folder.Read("item"));
+    EXPECT_EQ(RecordBytes("", 4, "Starts a program."), m_folder.Read("item"));
 
-    folder.Write("short", RecordBytes("new").substr(0, 1535));
-    CFile file(folder.Path("short").c_str(), CFile::modeRead);
+    m_folder.Write("short", RecordBytes("new").substr(0, 1535));
+    CFile file(m_folder.Path("short").c_str(), CFile::modeRead);
     EXPECT_EQ(3u, item.LoadItemData(file, ZO_TLM_ITEM_VERSION, 1537));
     EXPECT_EQ(6u, item.LoadItemData(file, ZO_TLM_ITEM_VERSION, 1536));
     EXPECT_EQ(7u, item.SaveItemData(file, ZO_TLM_ITEM_VERSION, 1536)) << "opened for reading";
@@ -117,31 +75,25 @@ TEST_F(ToolItem, BeginsWithDefaults)
 
 TEST_F(ToolItem, KeepsTextsWithinTheirFields)
 {
-    for (const Text& text : kTexts) {
-        const auto value = [&] {
-            CString got;
-            (m_item.*text.get)(got);
-            return std::string(got);
-        };
-        for (const size_t length : {text.field - 3, text.field - 2, text.field - 1, text.field, size_t{5000}}) {
+    for (const ToolText& text : kToolTexts) {
+        SCOPED_TRACE(text.at);
+        for (const size_t length : {text.size - 3, text.size - 2, text.size - 1, text.size, size_t{5000}}) {
             const std::string given(length, 'x');
-            EXPECT_EQ(length >= text.field ? 8u : 0u, (m_item.*text.set)(given.c_str())) << text.name << length;
-            EXPECT_EQ(given.substr(0, text.field - 2), value()) << text.name << length;
+            EXPECT_EQ(length >= text.size ? 8u : 0u, (m_item.*text.set)(given.c_str())) << length;
+            EXPECT_EQ(given.substr(0, text.size - 2), GetText(m_item, text)) << length;
         }
         EXPECT_EQ(0u, (m_item.*text.set)(nullptr));
-        EXPECT_EQ(text.field - 2, value().size());
+        EXPECT_EQ(text.size - 2, GetText(m_item, text).size());
         // A character of two bytes that does not fit as a whole.
-        (m_item.*text.set)((std::string(text.field - 3, 'x') + "\x83\x5C").c_str());
-        EXPECT_EQ(IsDoubleByte() ? text.field - 3 : text.field - 2, value().size()) << text.name;
+        (m_item.*text.set)((std::string(text.size - 3, 'x') + "\x83\x5C").c_str());
+        EXPECT_EQ(IsDoubleByte() ? text.size - 3 : text.size - 2, GetText(m_item, text).size());
         (m_item.*text.set)("short");
-        EXPECT_EQ("short", value());
+        EXPECT_EQ("short", GetText(m_item, text));
     }
     // A field that came without a terminator ends where it ends.
     ZoToolItemRecord& record = m_item.GetRecord();
     memset(record.szMenuText, 'm', sizeof record.szMenuText);
-    CString text;
-    m_item.GetDataMenuText(text);
-    EXPECT_EQ(std::string(32, 'm'), std::string(text));
+    EXPECT_EQ(std::string(32, 'm'), GetText(m_item, kToolTexts[0]));
 }
 
 TEST_F(PatchedStart, HandsOverWhatTheRecordHolds)
@@ -149,10 +101,13 @@ TEST_F(PatchedStart, HandsOverWhatTheRecordHolds)
     ZoToolItemRecord& record = m_item.GetRecord();
     record.dwCreationFlags = 0x12345678;
     record.dwStartupFlags = 0x77;
-    DWORD* const numbers[] = {&record.dwX,       &record.dwY,    &record.dwWidth,        &record.dwHeight,
-                              &record.dwColumns, &record.dwRows, &record.dwFillAttribute};
-    for (DWORD i = 0; i < std::size(numbers); ++i)
-        *numbers[i] = 100 + i;
+    record.dwX = 100;
+    record.dwY = 101;
+    record.dwWidth = 102;
+    record.dwHeight = 103;
+    record.dwColumns = 104;
+    record.dwRows = 105;
+    record.dwFillAttribute = 106;
     record.dwShowCommand = SW_SHOWMAXIMIZED;
     m_item.SetDataArguments("/a \"b c\"");
     DWORD status = 0;
@@ -163,7 +118,7 @@ TEST_F(PatchedStart, HandsOverWhatTheRecordHolds)
     const DWORD got[] = {startup.dwX,           startup.dwY,           startup.dwXSize,        startup.dwYSize,
                          startup.dwXCountChars, startup.dwYCountChars, startup.dwFillAttribute};
     for (DWORD i = 0; i < std::size(got); ++i)
-        EXPECT_EQ(100 + i, got[i]) << i;
+        EXPECT_EQ(100 + i, got[i]);
     EXPECT_EQ(0x77u, startup.dwFlags);
     EXPECT_EQ(SW_SHOWMAXIMIZED, startup.wShowWindow);
     EXPECT_EQ(nullptr, startup.lpTitle);
@@ -171,7 +126,7 @@ TEST_F(PatchedStart, HandsOverWhatTheRecordHolds)
     EXPECT_EQ("C:\\Tools\\calc.exe", g_started.program);
     EXPECT_EQ("C:\\Tools\\calc.exe /a \"b c\"", g_started.command);
     EXPECT_EQ("", g_started.folder);
-    EXPECT_FALSE(g_started.inherits || g_started.secured || g_started.ownEnvironment);
+    EXPECT_FALSE(g_started.hasMore);
 
     m_item.SetDataFlags(ZO_TLM_START_MINIMIZED);
     EXPECT_EQ(0u, m_item.ActivateItem(nullptr));
@@ -216,21 +171,19 @@ TEST_F(PatchedStart, AsksForTheArguments)
     m_item.SetDataArguments("1 + 1");
     const std::string longest(263, 'x');
     const struct {
-        std::function<void(HWND)> act;
+        DialogDriver::Act act;
         DWORD status;
         std::string command;
     } rows[] = {
-        {[](HWND dialog) { Press(dialog, IDOK); }, 0, "1 + 1"},
-        {[](HWND dialog) { Press(dialog, IDCANCEL); }, 2, ""},
+        {Pressing(IDOK), 0, "1 + 1"},
+        {Pressing(IDCANCEL), 2, ""},
         {[](HWND dialog) { Key(dialog, VK_ESCAPE); }, 2, ""},
         {[](HWND dialog) { SendMessageA(dialog, WM_CLOSE, 0, 0); }, 2, ""},
         {[](HWND dialog) {
              EXPECT_EQ("C:\\Tools\\calc.exe", TextOf(dialog, ZO_IDC_ARGUMENT_PROMPT_PROGRAM));
              EXPECT_EQ("What shall be reckoned?", TextOf(dialog, ZO_IDC_ARGUMENT_PROMPT_TEXT));
              EXPECT_NE(0, SendDlgItemMessageA(dialog, ZO_IDC_ARGUMENT_PROMPT_ICON, STM_GETICON, 0, 0));
-             EXPECT_EQ(kAnswer, FocusOf(dialog));
-             Key(dialog, VK_TAB);
-             EXPECT_EQ(IDOK, FocusOf(dialog));
+             ExpectTabOrder(dialog, {kAnswer, IDOK});
              AccessKey(dialog, 'a');
              EXPECT_EQ(kAnswer, FocusOf(dialog));
              Type(dialog, kAnswer, "2 + 2");
@@ -245,7 +198,7 @@ TEST_F(PatchedStart, AsksForTheArguments)
     };
     for (const auto& row : rows) {
         g_started = {};
-        DialogDriver driver{row.act};
+        const DialogDriver driver{row.act};
         EXPECT_EQ(row.status, m_item.ActivateItem(nullptr));
         EXPECT_EQ(row.status == 0 ? "C:\\Tools\\calc.exe " + row.command : "", g_started.command);
         EXPECT_STREQ("1 + 1", m_item.GetRecord().szArguments) << "the answer is for one start only";
@@ -255,14 +208,10 @@ TEST_F(PatchedStart, AsksForTheArguments)
     for (const DWORD flags : {DWORD{0}, ZO_TLM_KEEP_ARGUMENTS}) {
         m_item.SetDataFlags(flags);
         CString answer;
-        DialogDriver driver{[](HWND dialog) {
-                                Type(dialog, kAnswer, "kept");
-                                Press(dialog, IDCANCEL);
-                            },
-                            [](HWND dialog) {
-                                Type(dialog, kAnswer, "kept");
-                                Press(dialog, IDOK);
-                            }};
+        const auto type = [](int button) -> DialogDriver::Act {
+            return [=](HWND dialog) { Type(dialog, kAnswer, "kept"), Press(dialog, button); };
+        };
+        const DialogDriver driver{type(IDCANCEL), type(IDOK)};
         EXPECT_EQ(2u, m_item.PromptForArgument(nullptr, answer));
         EXPECT_EQ(0u, m_item.PromptForArgument(nullptr, answer));
         EXPECT_STREQ("kept", answer);
@@ -283,11 +232,8 @@ TEST_F(PatchedStart, StartsNothingWithoutMemoryForTheQuestion)
     AllocationFaults faults;
     RunFaultLoop(faults, [&](const FaultRun& run) {
         g_started = {};
-        // By a timer, for a dialog that never opens has nobody to drive it.
-        g_pressed = nullptr;
-        const UINT_PTR timer = SetTimer(nullptr, 0, 20, &PressOkThenCancel);
+        const AnyDialogDriver driver([](HWND dialog) { Command(dialog, IDOK); });
         const DWORD status = m_item.ActivateItem(nullptr);
-        KillTimer(nullptr, timer);
         const bool fired = run.Fired();
         run.Stop();
         EXPECT_TRUE(status == 0 || (fired && (status == 1 || status == 2))) << status;
@@ -295,154 +241,56 @@ TEST_F(PatchedStart, StartsNothingWithoutMemoryForTheQuestion)
     });
 }
 
-// Real programs --------------------------------------------------------------------------------------------------------
-
 namespace {
 
-using Report = std::map<std::string, std::string>;
-
-/// Starts the sample tool, and reads what it reports.
-class RealStart : public ToolItem {
-protected:
-    void SetUp() override
-    {
-        ToolItem::SetUp();
-        SetEnvironmentVariableA("ZO_START_REPORT", m_folder.Path("report").c_str());
-        m_item.SetDataProgramPath(ReportTool().c_str());
-        m_item.SetDataWorkingDirectory(m_folder.Path().c_str());
-        m_item.GetRecord().dwCreationFlags |= CREATE_NO_WINDOW; // consoles take their time
+/// Waits up to a minute.
+template <class CONDITION> bool Await(CONDITION condition)
+{
+    for (const DWORD begin = GetTickCount(); !condition();) {
+        if (GetTickCount() - begin > 60000)
+            return false;
+        Sleep(5);
     }
-    void TearDown() override
-    {
-        SetEnvironmentVariableA("ZO_START_REPORT", nullptr);
-        ToolItem::TearDown();
-    }
-
-    static constexpr DWORD kPatience = 60000; // milliseconds
-
-    Report Start()
-    {
-        EXPECT_EQ(0u, m_item.ActivateItem(nullptr));
-        const DWORD begin = GetTickCount();
-        std::string text = m_folder.Read("report");
-        while (text == "(none)" && GetTickCount() - begin < kPatience) {
-            Sleep(5);
-            text = m_folder.Read("report");
-        }
-        DeleteFileA(m_folder.Path("report").c_str());
-        Report report;
-        for (size_t at = 0, end; (end = text.find("\r\n", at)) != std::string::npos; at = end + 2) {
-            const std::string line = text.substr(at, end - at);
-            report[line.substr(0, line.find('='))] = line.substr(line.find('=') + 1);
-        }
-        EXPECT_FALSE(report["process"].empty()) << text;
-        AwaitFreedom(report);
-        return report;
-    }
-
-    /// Until program and folder can be deleted: the program has ended, and so has the host of its console, which stays in
-    /// the folder a moment longer.
-    static void AwaitFreedom(Report& report)
-    {
-        const auto number = static_cast<DWORD>(std::strtoul(report["process"].c_str(), nullptr, 10));
-        if (const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, number)) {
-            EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(process, kPatience));
-            CloseHandle(process);
-        }
-        HANDLE folder;
-        const DWORD begin = GetTickCount();
-        while ((folder = CreateFileA(report["folder"].c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
-                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr)) == INVALID_HANDLE_VALUE &&
-               GetTickCount() - begin < kPatience)
-            Sleep(5);
-        EXPECT_NE(INVALID_HANDLE_VALUE, folder) << GetLastError();
-        CloseHandle(folder);
-    }
-
-    TestFolder m_folder;
-};
+    return true;
+}
 
 } // namespace
 
-TEST_F(RealStart, GivesTheProgramAllThatIsSet)
+TEST_F(ToolItem, StartsRealProgramsWhereverTheyAre)
 {
-    ZoToolItemRecord& record = m_item.GetRecord();
-    record.dwStartupFlags = STARTF_USEPOSITION | STARTF_USESIZE | STARTF_USESHOWWINDOW | STARTF_USECOUNTCHARS |
-                            STARTF_USEFILLATTRIBUTE | STARTF_FORCEONFEEDBACK;
-    record.dwX = 31;
-    record.dwY = 42;
-    record.dwWidth = 353;
-    record.dwHeight = 264;
-    record.dwColumns = 100;
-    record.dwRows = 40;
-    record.dwFillAttribute = 0x1E;
-    m_item.SetDataArguments("one \"two words\" three");
-    const std::string flags = std::to_string(record.dwStartupFlags);
-    const struct {
-        DWORD flags, showCommand, priority;
-        const char *reported, *state;
-    } rows[] = {
-        {4, SW_SHOWNORMAL, NORMAL_PRIORITY_CLASS, "1", "normal"},
-        {4, SW_SHOWMAXIMIZED, IDLE_PRIORITY_CLASS, "3", "maximized"},
-        {6, SW_SHOWMAXIMIZED, HIGH_PRIORITY_CLASS, "2", "minimized"},
-    };
-    for (const auto& row : rows) {
-        m_item.SetDataFlags(row.flags);
-        record.dwShowCommand = row.showCommand;
-        record.dwCreationFlags = CREATE_DEFAULT_ERROR_MODE | CREATE_NO_WINDOW | row.priority;
-        Report report = Start();
-        EXPECT_EQ(flags, report["flags"]);
-        EXPECT_EQ("31,42", report["position"]);
-        EXPECT_EQ("353,264", report["size"]);
-        EXPECT_EQ("100,40", report["console"]);
-        EXPECT_EQ("30", report["fill"]);
-        EXPECT_EQ(row.reported, report["show"]);
-        EXPECT_EQ(row.state, report["window state"]);
-        EXPECT_TRUE(row.showCommand != SW_SHOWNORMAL || report["window"] == "31,42,353,264") << report["window"];
-        const auto checkPriority = [&] { EXPECT_EQ(std::to_string(row.priority), report["priority"]); };
-        if (row.priority == NORMAL_PRIORITY_CLASS)
-            checkPriority();
-        else
-            ZO_WINE_GAP("programs start with normal priority", checkPriority());
-        EXPECT_EQ(m_folder.Path(), report["folder"]);
-        EXPECT_EQ("one", report["argument 1"]);
-        EXPECT_EQ("two words", report["argument 2"]);
-        EXPECT_EQ("three", report["argument 3"]);
-    }
-}
-
-TEST_F(RealStart, SetsUpAConsole)
-{
-    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10, "a console window each takes its time");
-    ZoToolItemRecord& record = m_item.GetRecord();
-    record.dwStartupFlags = STARTF_USECOUNTCHARS | STARTF_USEFILLATTRIBUTE | STARTF_USESHOWWINDOW;
-    record.dwShowCommand = SW_SHOWMINIMIZED;
-    record.dwColumns = 100;
-    record.dwRows = 40;
-    record.dwFillAttribute = 0x1E;
-    record.dwCreationFlags = CREATE_NEW_CONSOLE | CREATE_NEW_PROCESS_GROUP;
-    EXPECT_EQ("100,40,30", Start()["screen buffer"]);
-    record.dwCreationFlags = DETACHED_PROCESS;
-    EXPECT_EQ("none", Start()["screen buffer"]);
-}
-
-TEST_F(RealStart, FindsProgramsWhereverTheyAre)
-{
-    const std::string folder = m_folder.Path("My Tools & more");
+    const std::string folder = Path("My Tools & more"), program = folder + "\\report it.exe";
     CreateDirectoryA(folder.c_str(), nullptr);
-    const std::string program = folder + "\\report it.exe";
     ASSERT_TRUE(CopyFileA(ReportTool().c_str(), program.c_str(), TRUE));
     m_item.SetDataProgramPath(program.c_str());
     m_item.SetDataWorkingDirectory(folder.c_str());
-    m_item.SetDataArguments("x y");
-    Report report = Start();
-    EXPECT_EQ("\"" + program + "\" x y", report["command line"]);
-    EXPECT_EQ("x", report["argument 1"]);
-    EXPECT_EQ("y", report["argument 2"]);
-    EXPECT_EQ(folder, report["folder"]);
-    EXPECT_TRUE(DeleteFileA(program.c_str())) << GetLastError();
+    m_item.SetDataArguments("one \"two words\"");
+    ZoToolItemRecord& record = m_item.GetRecord();
+    record.dwCreationFlags |= CREATE_NO_WINDOW; // consoles take their time
+    record.dwStartupFlags = STARTF_USEPOSITION | STARTF_USESIZE | STARTF_USESHOWWINDOW | STARTF_USECOUNTCHARS;
+    record.dwX = 31;
+    record.dwWidth = 353;
+    record.dwRows = 40;
+    record.dwShowCommand = SW_SHOWMAXIMIZED;
+    SetEnvironmentVariableA("ZO_START_REPORT", Path("report").c_str());
+    EXPECT_EQ(0u, m_item.ActivateItem(nullptr));
+    EXPECT_TRUE(Await([&] { return m_folder.Read("report").find("argument 2=") != std::string::npos; }));
+    SetEnvironmentVariableA("ZO_START_REPORT", nullptr);
+    const std::string report = "\r\n" + m_folder.Read("report");
+    const std::string lines[] = {"command line=\"" + program + "\" one \"two words\"",
+                                 "argument 1=one",
+                                 "argument 2=two words",
+                                 "folder=" + folder,
+                                 "flags=15",
+                                 "position=31,16",
+                                 "size=353," + std::to_string(record.dwHeight),
+                                 "console=80,40",
+                                 "show=3",
+                                 "window state=maximized"};
+    for (const std::string& line : lines)
+        EXPECT_NE(std::string::npos, report.find("\r\n" + line + "\r\n")) << line << " is not in" << report;
+    // The program ends, and so does the host of its console, which stays in the folder a moment longer.
+    EXPECT_TRUE(Await([&] { return DeleteFileA(program.c_str()) && RemoveDirectoryA(folder.c_str()); }));
     EXPECT_EQ(14u, m_item.ActivateItem(nullptr)) << "the program is gone";
     m_item.SetDataProgramPath(ReportTool().c_str());
-    m_item.SetDataWorkingDirectory(m_folder.Path("nowhere").c_str());
     EXPECT_EQ(14u, m_item.ActivateItem(nullptr)) << "the folder is gone";
 }

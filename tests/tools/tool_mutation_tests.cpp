@@ -13,37 +13,23 @@ std::string MakeFile(Random& random)
         file += RecordBytes(std::string(random() % 33, 'm'), random() % 16 & ~ZO_TLM_ASK_ARGUMENTS,
                             std::string(random() % 129, 'd'), std::string(random() % 265, 'p'),
                             std::string(random() % 265, 'f'), std::string(random() % 265, 'a'));
-    static constexpr size_t kNumbers = 14; // at the beginning of a record
-    for (unsigned changes = random() % 4; changes > 0; --changes) {
-        const size_t records = (file.size() - (std::min)(file.size(), size_t{144})) / 1536;
-        const size_t record = 144 + (records > 0 ? random() % records * 1536 : 0);
-        switch (random() % 7) {
-        case 0: // a bit of the header, which is mostly its description
-            file[random() % (std::min)(file.size(), size_t{144})] ^= static_cast<char>(1 << random() % 8);
-            break;
-        case 1: // a number
-            if (records > 0)
-                file.replace(record + random() % kNumbers * 4, 4, Bytes(random()));
-            break;
-        case 2: // the end of each text and what is behind
-        case 3:
-            if (records > 0) {
-                const size_t ends[] = {56 + 32, 88 + 128, 216 + 264, 480 + 264, 744 + 264};
-                file[record + ends[random() % 5] - 1] = static_cast<char>(random() | 0x80);
-            }
-            break;
-        case 4:
-            if (records > 0)
-                file[record + 56 + random() % 952] = static_cast<char>(random());
-            break;
-        case 5:
-            file.erase(file.size() - (std::min<size_t>)(file.size() - 1, random() % (random() % 3 == 0 ? 2000 : 2)));
-            break;
-        default:
-            file.append(random() % 3 == 0 ? random() % 1536 : random() % 2, '\xFF');
-            break;
-        }
-    }
+    const auto put = [&](size_t at, const std::string& bytes) { // into one of the records
+        const size_t records = file.size() < 144 ? 0 : (file.size() - 144) / 1536;
+        if (records > 0)
+            file.replace(144 + random() % records * 1536 + at, bytes.size(), bytes);
+    };
+    const auto byte = [&] { return std::string(1, static_cast<char>(random())); };
+    const auto unended = [&] { // a text without its end, or with something behind
+        const ToolText& text = Choose(random, kToolTexts);
+        put(text.at + text.size - 1, std::string(1, static_cast<char>(random() | 0x80)));
+    };
+    Damage(
+        random, 0, 3,
+        {[&] { file[random() % (std::min)(file.size(), size_t{144})] ^= static_cast<char>(1 << random() % 8); },
+         [&] { put(random() % 14 * 4, BytesOf(DWORD{random()})); }, unended, unended,
+         [&] { put(56 + random() % 952, byte()); },
+         [&] { file.resize(file.size() - (std::min<size_t>)(file.size() - 1, random() % (random() % 3 ? 2 : 2000))); },
+         [&] { file.append(random() % 3 == 0 ? random() % 1536 : random() % 2, '\xFF'); }});
     return file;
 }
 
@@ -51,13 +37,6 @@ std::string MakeFile(Random& random)
 std::string FieldOf(const std::string& record, size_t at, size_t size)
 {
     return record.substr(at, size).substr(0, record.substr(at, size).find('\0'));
-}
-
-DWORD NumberOf(const std::string& bytes, size_t at)
-{
-    DWORD number;
-    memcpy(&number, bytes.data() + at, sizeof number);
-    return number;
 }
 
 std::string g_program, g_arguments, g_folder; // of the start that a test waits for
@@ -74,19 +53,8 @@ BOOL WINAPI CheckStart(LPCSTR program, LPSTR command, LPSECURITY_ATTRIBUTES, LPS
 
 void ExpectItem(const std::string& record, CTlmItem& item)
 {
-    const struct {
-        void (CTlmItem::*get)(CString&) const;
-        size_t at, size;
-    } fields[] = {{&CTlmItem::GetDataMenuText, 56, 32},
-                  {&CTlmItem::GetDataDescription, 88, 128},
-                  {&CTlmItem::GetDataProgramPath, 216, 264},
-                  {&CTlmItem::GetDataWorkingDirectory, 480, 264},
-                  {&CTlmItem::GetDataArguments, 744, 264}};
-    for (const auto& field : fields) {
-        CString text;
-        (item.*field.get)(text);
-        EXPECT_EQ(FieldOf(record, field.at, field.size), std::string(text)) << field.at;
-    }
+    for (const ToolText& text : kToolTexts)
+        EXPECT_EQ(FieldOf(record, text.at, text.size), GetText(item, text)) << text.at;
     EXPECT_EQ(0, memcmp(record.data(), &item.GetRecord(), 1536));
     g_program = FieldOf(record, 216, 264);
     g_folder = FieldOf(record, 480, 264);
@@ -105,11 +73,11 @@ TEST(ToolMutation, IsReadAsTheFormatSays)
     ForEachMutation([&](unsigned, Random& random) {
         const std::string bytes = MakeFile(random);
         folder.Write("test.tlm", bytes);
-        const DWORD isValid = bytes.size() < 144                 ? 16
-                              : NumberOf(bytes, 0) != 144        ? 18
-                              : NumberOf(bytes, 4) != 0x19950527 ? 19
-                              : NumberOf(bytes, 8) != 0x00010000 ? 20
-                                                                 : 0;
+        const DWORD isValid = bytes.size() < 144                        ? 16
+                              : NumberAt<DWORD>(bytes, 0) != 144        ? 18
+                              : NumberAt<DWORD>(bytes, 4) != 0x19950527 ? 19
+                              : NumberAt<DWORD>(bytes, 8) != 0x00010000 ? 20
+                                                                        : 0;
         EXPECT_EQ(isValid, CTlmFile::IsValidFile(path.c_str()));
         CTlmFile file;
         ToolItems items;
@@ -119,7 +87,7 @@ TEST(ToolMutation, IsReadAsTheFormatSays)
         INT_PTR loaded = 0;
         for (size_t at = 144; isValid == 0 && at + 1536 <= bytes.size(); at += 1536) {
             const std::string record = bytes.substr(at, 1536);
-            if (options == ZO_TLM_FOR_MENU && (NumberOf(record, 4) & ZO_TLM_IN_MENU) == 0)
+            if (options == ZO_TLM_FOR_MENU && (NumberAt<DWORD>(record, 4) & ZO_TLM_IN_MENU) == 0)
                 continue;
             if (loaded >= items.GetSize())
                 return ADD_FAILURE() << "too few", false;

@@ -21,30 +21,23 @@ constexpr char kDescription[] = "Starts a program.";
 
 enum Pages { kGeneral, kWindow, kConsole, kOptions };
 
-std::string RowsOf(HWND sheet)
+/// The rows of the list, a '*' before the one selected.
+std::string ToolsOf(HWND sheet)
 {
-    std::string rows;
-    const HWND list = GetDlgItem(sheet, kList);
-    for (LRESULT i = 0; i < SendMessageA(list, LB_GETCOUNT, 0, 0); ++i) {
-        char text[100] = "";
-        SendMessageA(list, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
-        rows += (i == SendMessageA(list, LB_GETCURSEL, 0, 0) ? "*" : "") + std::string(text) + " ";
-    }
-    return rows;
+    std::string rows = RowsOf(sheet, kList);
+    size_t at = 0;
+    for (int row = ChosenRow(sheet, kList); row > 0; --row)
+        at = rows.find('|', at) + 1;
+    return rows.empty() ? rows : rows.insert(at, "*");
 }
 
 /// Which of Add, Remove, Move up and Move down can be pressed, and whether the page can be used: "ARUDp".
 std::string EnabledOf(HWND sheet)
 {
     std::string enabled;
-    const std::pair<HWND, char> rows[] = {{GetDlgItem(sheet, kAdd), 'A'},
-                                          {GetDlgItem(sheet, kRemove), 'R'},
-                                          {GetDlgItem(sheet, kUp), 'U'},
-                                          {GetDlgItem(sheet, kDown), 'D'},
-                                          {GetWindow(PageOf(sheet), GW_CHILD), 'p'}};
-    for (const auto& [window, letter] : rows)
-        enabled += IsWindowEnabled(window) ? std::string(1, letter) : "";
-    return enabled;
+    for (const auto& [button, letter] : {std::pair{kAdd, 'A'}, {kRemove, 'R'}, {kUp, 'U'}, {kDown, 'D'}})
+        enabled += IsEnabled(sheet, button) ? std::string(1, letter) : "";
+    return enabled + (IsWindowEnabled(GetWindow(PageOf(sheet), GW_CHILD)) ? "p" : "");
 }
 
 DialogDriver::Act ChooseFile(std::string path)
@@ -54,14 +47,11 @@ DialogDriver::Act ChooseFile(std::string path)
         Press(dialog, IDOK);
     };
 }
-void GiveUp(HWND dialog) { Press(dialog, IDCANCEL); }
+const DialogDriver::Act kGiveUp = Pressing(IDCANCEL);
+const DialogDriver::Act kTakeOver = Pressing(IDOK);
 
-class ToolSheet : public testing::Test {
+class ToolSheet : public ProductTest {
 protected:
-    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
-
-    std::string Path() const { return m_folder.Path("test.tlm"); }
     std::string Read() const { return m_folder.Read("test.tlm"); }
     void Write(const std::vector<std::string>& tools)
     {
@@ -70,32 +60,31 @@ protected:
             bytes += RecordBytes(tool, 4, kDescription);
         m_folder.Write("test.tlm", bytes);
     }
-    void Edit(std::initializer_list<DialogDriver::Act> acts)
+    void Edit(std::vector<DialogDriver::Act> acts)
     {
-        const DialogDriver driver(acts);
-        EditToolItemFile(Path().c_str(), nullptr);
+        const DialogDriver driver(std::move(acts));
+        EditToolItemFile(m_file.c_str(), nullptr);
     }
     std::string SaveFailed(const std::string& state = "The file is as it was before.") const
     {
-        return "The tools could not be saved in " + Path() + ".\n\n" + state +
+        return "The tools could not be saved in " + m_file + ".\n\n" + state +
                "\n\nDo you want to go back to editing them? With No, your changes are lost.";
     }
     std::string Offer() const
     {
-        return "The last time " + Path() +
+        return "The last time " + m_file +
                " was saved, the program ended before it was done. Put back what the file held before that? With No, it "
                "stays as it is.";
     }
     std::string Told() const
     {
-        return "Not all tools in " + Path() +
+        return "Not all tools in " + m_file +
                " could be read. With OK, the tools shown here take the place of the file's content.";
     }
     /// The copy that is beside the file while it is saved.
     std::string Copy() const { return Family() == WindowsFamily::kWin32s ? "test.tl~" : "test.tlm.zo~"; }
 
-    RegisteredProduct m_product;
-    TestFolder m_folder;
+    const std::string m_file = Path("test.tlm");
 };
 
 } // namespace
@@ -107,55 +96,52 @@ TEST_F(ToolSheet, MakesAFileFromNothing)
               EXPECT_EQ("Edit Tools", TextOf(sheet));
               EXPECT_EQ("A", EnabledOf(sheet));
               Press(sheet, kAdd);
-              EXPECT_EQ("", RowsOf(sheet)) << "given up";
+              EXPECT_EQ("", ToolsOf(sheet)) << "given up";
               Press(sheet, kAdd);
-              EXPECT_EQ("*ZoStartReport.exe ", RowsOf(sheet));
+              EXPECT_EQ("*ZoStartReport.exe|", ToolsOf(sheet));
               EXPECT_EQ("ARp", EnabledOf(sheet));
               const HWND page = PageOf(sheet);
               EXPECT_EQ("ZoStartReport.exe", TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
               EXPECT_EQ(tool, TextOf(page, ZO_IDC_TOOL_PROGRAM));
-              EXPECT_EQ(ProgramFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
+              EXPECT_EQ(ReportFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
               Type(page, ZO_IDC_TOOL_MENU_TEXT, "&Report");
-              EXPECT_EQ("*Report ", RowsOf(sheet)) << "while it is typed";
+              EXPECT_EQ("*Report|", ToolsOf(sheet)) << "while it is typed";
               Press(sheet, kAdd); // takes over what the page shows
-              EXPECT_EQ("Report *R&D.exe ", RowsOf(sheet)) << "as in the menu";
+              EXPECT_EQ("Report|*R&D.exe|", ToolsOf(sheet)) << "as in the menu";
               EXPECT_EQ("ARUp", EnabledOf(sheet));
               Press(sheet, IDOK);
           },
-          &GiveUp, ChooseFile(tool), ChooseFile((m_folder.Write("R&D.exe", "MZ"), m_folder.Path("R&D.exe")))});
-    EXPECT_EQ(HeaderBytes() + RecordBytes("&Report", 4, kDescription, tool, ProgramFolder()) +
-                  RecordBytes("R&&D.exe", 4, kDescription, m_folder.Path("R&D.exe"), m_folder.Path()),
+          kGiveUp, ChooseFile(tool), ChooseFile((m_folder.Write("R&D.exe", "MZ"), Path("R&D.exe")))});
+    EXPECT_EQ(HeaderBytes() + RecordBytes("&Report", 4, kDescription, tool, ReportFolder()) +
+                  RecordBytes("R&&D.exe", 4, kDescription, Path("R&D.exe"), Path()),
               Read());
 }
 
 TEST_F(ToolSheet, EditsWhatThePagesShow)
 {
     Write({"first", "second"});
+    const DialogDriver::Act tooLong = AnswerBox("The text can have at most 31 characters.", IDOK);
     const std::string range =
         "The number must lie between 1 and " + std::to_string(GetSystemMetrics(SM_CXSCREEN)) + ".";
     Edit({[&](HWND sheet) {
               HWND page = PageOf(sheet);
-              const std::pair<int, size_t> limits[] = {{ZO_IDC_TOOL_MENU_TEXT, 31},
-                                                       {ZO_IDC_TOOL_DESCRIPTION, 127},
-                                                       {ZO_IDC_TOOL_PROGRAM, 263},
-                                                       {ZO_IDC_TOOL_FOLDER, 263},
-                                                       {ZO_IDC_TOOL_ARGUMENTS, 263}};
-              for (const auto& [field, most] : limits) {
-                  Type(page, field, std::string(most + 1, 'x'));
-                  EXPECT_EQ(most, TextOf(page, field).size());
+              const std::tuple<int, size_t, char> limits[] = {{ZO_IDC_TOOL_MENU_TEXT, 31, 'm'},
+                                                              {ZO_IDC_TOOL_DESCRIPTION, 127, 'd'},
+                                                              {ZO_IDC_TOOL_PROGRAM, 263, 'p'},
+                                                              {ZO_IDC_TOOL_FOLDER, 263, 'f'},
+                                                              {ZO_IDC_TOOL_ARGUMENTS, 263, 'a'}};
+              for (const auto& [field, most, letter] : limits) {
+                  Type(page, field, std::string(most + 1, letter));
+                  EXPECT_EQ(std::string(most, letter), TextOf(page, field));
               }
               SetDlgItemTextA(page, ZO_IDC_TOOL_MENU_TEXT, std::string(32, 'm').c_str()); // one too many
               EXPECT_FALSE(ShowPage(sheet, kWindow));
               EXPECT_EQ(ZO_IDC_TOOL_MENU_TEXT, FocusOf(page));
               EXPECT_EQ(std::string(32, 'm'), TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
               Choose(sheet, kList, 1); // refused likewise
-              EXPECT_EQ("*" + std::string(32, 'm') + " second ", RowsOf(sheet));
+              EXPECT_EQ("*" + std::string(32, 'm') + "|second|", ToolsOf(sheet));
               Press(sheet, IDOK); // and this
               Type(page, ZO_IDC_TOOL_MENU_TEXT, std::string(31, 'm'));
-              Type(page, ZO_IDC_TOOL_DESCRIPTION, std::string(127, 'd'));
-              Type(page, ZO_IDC_TOOL_PROGRAM, std::string(263, 'p'));
-              Type(page, ZO_IDC_TOOL_FOLDER, std::string(263, 'f'));
-              Type(page, ZO_IDC_TOOL_ARGUMENTS, std::string(263, 'a'));
               EXPECT_EQ("Ar&guments:", TextOf(page, ZO_IDC_TOOL_ARGUMENTS_LABEL));
               Press(page, ZO_IDC_TOOL_ASK);
               EXPECT_EQ("Default ar&guments:", TextOf(page, ZO_IDC_TOOL_ARGUMENTS_LABEL));
@@ -164,14 +150,13 @@ TEST_F(ToolSheet, EditsWhatThePagesShow)
 
               EXPECT_TRUE(ShowPage(sheet, kWindow));
               page = PageOf(sheet);
-              EXPECT_FALSE(IsWindowEnabled(GetDlgItem(page, ZO_IDC_TOOL_LEFT)));
+              EXPECT_FALSE(IsEnabled(page, ZO_IDC_TOOL_LEFT));
               Press(page, ZO_IDC_TOOL_USE_POSITION);
               Type(page, ZO_IDC_TOOL_LEFT, "0");
               EXPECT_FALSE(ShowPage(sheet, kConsole));
               EXPECT_EQ(ZO_IDC_TOOL_LEFT, FocusOf(page));
               Type(page, ZO_IDC_TOOL_LEFT, std::to_string(GetSystemMetrics(SM_CXSCREEN)));
-              SendDlgItemMessageA(page, ZO_IDC_TOOL_TOP_SPIN, WM_LBUTTONDOWN, 0, MAKELPARAM(2, 2)); // up
-              SendDlgItemMessageA(page, ZO_IDC_TOOL_TOP_SPIN, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
+              ClickAt(GetDlgItem(page, ZO_IDC_TOOL_TOP_SPIN), 2, 2); // up
               EXPECT_EQ("17", TextOf(page, ZO_IDC_TOOL_TOP));
               Press(page, ZO_IDC_TOOL_USE_SIZE);
               Type(page, ZO_IDC_TOOL_WIDTH, "640");
@@ -193,32 +178,33 @@ TEST_F(ToolSheet, EditsWhatThePagesShow)
               EXPECT_TRUE(ShowPage(sheet, kOptions)) << "with Yes";
 
               page = PageOf(sheet);
-              EXPECT_EQ(BST_CHECKED, IsDlgButtonChecked(page, ZO_IDC_TOOL_PRIORITY));
+              EXPECT_TRUE(IsChecked(page, ZO_IDC_TOOL_PRIORITY));
               Press(page, ZO_IDC_TOOL_PRIORITY_IDLE);
               for (const int check :
                    {ZO_IDC_TOOL_NEW_CONSOLE, ZO_IDC_TOOL_DETACHED, ZO_IDC_TOOL_NEW_GROUP, ZO_IDC_TOOL_SEPARATE})
                   Press(page, check);
               Choose(sheet, kList, 1);
-              EXPECT_EQ(std::string(31, 'm') + " *second ", RowsOf(sheet));
-              EXPECT_EQ(BST_CHECKED, IsDlgButtonChecked(page, ZO_IDC_TOOL_PRIORITY)) << "the other item's";
-              EXPECT_EQ(BST_UNCHECKED, IsDlgButtonChecked(page, ZO_IDC_TOOL_NEW_CONSOLE));
+              EXPECT_EQ(std::string(31, 'm') + "|*second|", ToolsOf(sheet));
+              EXPECT_TRUE(IsChecked(page, ZO_IDC_TOOL_PRIORITY)) << "the other item's";
+              EXPECT_FALSE(IsChecked(page, ZO_IDC_TOOL_NEW_CONSOLE));
               Choose(sheet, kList, 0);
-              EXPECT_EQ(BST_CHECKED, IsDlgButtonChecked(page, ZO_IDC_TOOL_PRIORITY_IDLE));
+              EXPECT_TRUE(IsChecked(page, ZO_IDC_TOOL_PRIORITY_IDLE));
               Press(sheet, IDOK);
           },
-          AnswerBox("The text can have at most 31 characters.", IDOK),
-          AnswerBox("The text can have at most 31 characters.", IDOK),
-          AnswerBox("The text can have at most 31 characters.", IDOK), AnswerBox(range, IDOK),
-          AnswerBox("The number must lie between 1 and 1024.", IDOK), [](HWND box) { Press(box, IDNO); },
-          [](HWND box) { Press(box, IDYES); }});
+          tooLong, tooLong, tooLong, AnswerBox(range, IDOK), AnswerBox("The number must lie between 1 and 1024.", IDOK),
+          Pressing(IDNO), Pressing(IDYES)});
     std::string record = RecordBytes(std::string(31, 'm'), 3, std::string(127, 'd'), std::string(263, 'p'),
                                      std::string(263, 'f'), std::string(263, 'a'));
-    record.replace(16, 4, Bytes(0x04000000 | 0x40 | 0x10 | 0x08 | 0x200 | 0x800));
-    record.replace(20, 4,
-                   Bytes(STARTF_USEPOSITION | STARTF_USECOUNTCHARS | STARTF_RUNFULLSCREEN | STARTF_FORCEONFEEDBACK));
-    record.replace(24, 24,
-                   Bytes(static_cast<DWORD>(GetSystemMetrics(SM_CXSCREEN))) + Bytes(17) + Bytes(640) + Bytes(1) +
-                       Bytes(1024) + Bytes(1));
+    const int numbers[] = {0x04000000 | 0x40 | 0x10 | 0x08 | 0x200 | 0x800,
+                           STARTF_USEPOSITION | STARTF_USECOUNTCHARS | STARTF_RUNFULLSCREEN | STARTF_FORCEONFEEDBACK,
+                           GetSystemMetrics(SM_CXSCREEN),
+                           17,
+                           640,
+                           1,
+                           1024,
+                           1};
+    for (size_t i = 0; i < std::size(numbers); ++i)
+        PutNumber(record, 16 + 4 * i, numbers[i]);
     EXPECT_EQ(HeaderBytes("mine") + record + RecordBytes("second", 4, kDescription), Read());
 }
 
@@ -233,51 +219,47 @@ TEST_F(ToolSheet, Browses)
               EXPECT_EQ("", TextOf(page, ZO_IDC_TOOL_PROGRAM)) << "given up";
               Press(page, ZO_IDC_TOOL_BROWSE_PROGRAM);
               EXPECT_EQ(tool, TextOf(page, ZO_IDC_TOOL_PROGRAM));
-              Type(page, ZO_IDC_TOOL_FOLDER, m_folder.Path());
+              Type(page, ZO_IDC_TOOL_FOLDER, Path());
               Press(page, ZO_IDC_TOOL_BROWSE_FOLDER); // given up
-              EXPECT_EQ(m_folder.Path(), TextOf(page, ZO_IDC_TOOL_FOLDER));
+              EXPECT_EQ(Path(), TextOf(page, ZO_IDC_TOOL_FOLDER));
               Press(page, ZO_IDC_TOOL_BROWSE_FOLDER);
-              EXPECT_EQ(ProgramFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
+              EXPECT_EQ(ReportFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
               Press(sheet, IDOK);
           },
-          &GiveUp, ChooseFile(tool),
+          kGiveUp, ChooseFile(tool),
           [&](HWND dialog) {
-              EXPECT_EQ(m_folder.Path(), TextOf(dialog, ZO_IDC_FOLDER_PATH)) << "begins with what the field holds";
+              EXPECT_EQ(Path(), TextOf(dialog, ZO_IDC_FOLDER_PATH)) << "begins with what the field holds";
               Press(dialog, IDCANCEL);
           },
           [&](HWND dialog) {
-              Type(dialog, ZO_IDC_FOLDER_PATH, ProgramFolder());
+              Type(dialog, ZO_IDC_FOLDER_PATH, ReportFolder());
               Press(dialog, IDOK);
           }});
-    EXPECT_EQ(HeaderBytes("mine") + RecordBytes("a", 4, kDescription, tool, ProgramFolder()), Read());
+    EXPECT_EQ(HeaderBytes("mine") + RecordBytes("a", 4, kDescription, tool, ReportFolder()), Read());
 }
 
 TEST_F(ToolSheet, MovesAndRemoves)
 {
     Write({"a", "b", "c"});
-    Edit({[](HWND sheet) {
+    const struct {
+        int button;
+        const char *tools, *enabled, *shown;
+        int focus; // a button that is disabled gives it to its neighbour
+    } rows[] = {
+        {kDown, "b|*a|c|", "ARUDp", "a", kDown}, {kDown, "b|c|*a|", "ARUp", "a", kUp},
+        {kUp, "b|*a|c|", "ARUDp", "a", kUp},     {kRemove, "b|*c|", "ARUp", "c", kRemove},
+        {kRemove, "*b|", "ARp", "b", kRemove},   {kRemove, "", "A", "", kAdd},
+    };
+    Edit({[&](HWND sheet) {
         EXPECT_EQ("ARDp", EnabledOf(sheet));
-        SetFocus(GetDlgItem(sheet, kDown));
-        Press(sheet, kDown);
-        EXPECT_EQ("b *a c ", RowsOf(sheet));
-        EXPECT_EQ("ARUDp", EnabledOf(sheet));
-        Press(sheet, kDown);
-        EXPECT_EQ("b c *a ", RowsOf(sheet));
-        EXPECT_EQ(kUp, FocusOf(sheet)) << "the button is disabled: to its neighbour";
-        EXPECT_EQ("a", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
-        Press(sheet, kUp);
-        EXPECT_EQ("b *a c ", RowsOf(sheet));
-        SetFocus(GetDlgItem(sheet, kRemove));
-        Press(sheet, kRemove);
-        EXPECT_EQ("b *c ", RowsOf(sheet));
-        Press(sheet, kRemove);
-        EXPECT_EQ("*b ", RowsOf(sheet));
-        EXPECT_EQ("b", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
-        Press(sheet, kRemove);
-        EXPECT_EQ("", RowsOf(sheet));
-        EXPECT_EQ("A", EnabledOf(sheet));
-        EXPECT_EQ("", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
-        EXPECT_EQ(kAdd, FocusOf(sheet));
+        for (const auto& row : rows) {
+            SetFocus(GetDlgItem(sheet, row.button));
+            Press(sheet, row.button);
+            EXPECT_EQ(row.tools, ToolsOf(sheet));
+            EXPECT_EQ(row.enabled, EnabledOf(sheet));
+            EXPECT_EQ(row.shown, TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
+            EXPECT_EQ(row.focus, FocusOf(sheet));
+        }
         for (int page = kWindow; page <= kOptions; ++page)
             EXPECT_TRUE(ShowPage(sheet, page)) << "an empty page does not insist";
         EXPECT_EQ("A", EnabledOf(sheet)) << "a page that was made later";
@@ -318,18 +300,16 @@ TEST_F(ToolSheet, ForgetsWhatIsGivenUp)
 {
     Write({"a", "b"});
     const std::string before = Read();
-    const std::function<void(HWND)> ways[] = {&GiveUp, [](HWND sheet) { Key(sheet, VK_ESCAPE); },
-                                              [](HWND sheet) { SendMessageA(sheet, WM_SYSCOMMAND, SC_CLOSE, 0); }};
-    for (const auto& way : ways) {
+    for (const auto& way : WaysToGiveUp()) {
         Edit({[&](HWND sheet) {
-            EXPECT_EQ("*a b ", RowsOf(sheet));
+            EXPECT_EQ("*a|b|", ToolsOf(sheet));
             Type(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT, "changed");
             Press(sheet, kRemove);
             way(sheet);
         }});
         EXPECT_EQ(before, Read());
     }
-    DialogDriver driver{[](HWND sheet) { Press(sheet, IDOK); }};
+    const DialogDriver driver{kTakeOver};
     CTlmSheet sheet("Tools", nullptr);
     EXPECT_EQ(IDOK, sheet.DoModal()) << "without a file";
     EXPECT_EQ(4u, sheet.SaveFileData());
@@ -340,58 +320,42 @@ TEST_F(ToolSheet, OffersToGoBackWhenItCannotBeSaved)
     FaultSource faults("disk");
     ZO_FAULTY_CALL(CreateFileA) open(faults, kFramework, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
     ZO_FAULTY_CALL(WriteFile) write(faults, kFramework, FALSE, ERROR_DISK_FULL);
-    const struct {
-        const char* what;
-        int call; // that fails, of those that save: open, header, two items
-    } rows[] = {{"read-only", 1}, {"no room", 2}, {"no room for the items", 3}, {"no room for the last", 4}};
-    Write({"a", "b"});
-    const std::string before = Read();
-    for (const auto& row : rows) {
-        for (const bool goBack : {false, true}) {
-            SCOPED_TRACE(row.what);
-            Write({"a", "b"});
-            const auto type = [&](HWND sheet) {
-                Type(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT, "typed");
-                faults.Arm(row.call, true);
-                Press(sheet, IDOK);
-            };
-            const auto answer = [&](HWND box) {
-                faults.Disarm();
-                EXPECT_EQ(SaveFailed(), BoxText(box));
-                EXPECT_TRUE(before == Read());
-                EXPECT_FALSE(m_folder.Exists(Copy()));
-                Press(box, goBack ? IDYES : IDNO);
-            };
-            if (!goBack) {
-                Edit({type, answer});
-                EXPECT_TRUE(before == Read());
-                EXPECT_FALSE(m_folder.Exists(Copy()));
-                continue;
-            }
-            Edit({type, answer, [](HWND sheet) {
-                      EXPECT_EQ("*typed b ", RowsOf(sheet));
-                      EXPECT_EQ("typed", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
-                      Press(sheet, IDOK);
-                  }});
-            EXPECT_EQ(HeaderBytes("mine") + RecordBytes("typed", 4, kDescription) + RecordBytes("b", 4, kDescription),
-                      Read());
-        }
+    for (const int call : {1, 2, 3, 4}) { // opening, header, two items
+        SCOPED_TRACE(call);
+        Write({"a", "b"});
+        const std::string before = Read();
+        Edit({[&](HWND sheet) {
+                  Type(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT, "typed");
+                  faults.Arm(call, true);
+                  Press(sheet, IDOK);
+              },
+              [&](HWND box) {
+                  faults.Disarm();
+                  EXPECT_TRUE(before == Read());
+                  EXPECT_FALSE(m_folder.Exists(Copy()));
+                  AnswerBox(SaveFailed(), IDYES)(box);
+              },
+              [](HWND sheet) {
+                  EXPECT_EQ("*typed|b|", ToolsOf(sheet));
+                  EXPECT_EQ("typed", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
+                  Press(sheet, IDOK);
+              }});
+        EXPECT_EQ(HeaderBytes("mine") + RecordBytes("typed", 4, kDescription) + RecordBytes("b", 4, kDescription),
+                  Read());
     }
-    Write({"a"});
-    CFile held(Path().c_str(), CFile::modeRead | CFile::shareDenyWrite);
-    Edit({[](HWND sheet) { Press(sheet, IDOK); }, AnswerBox(SaveFailed(), IDNO)});
+    CFile held(m_file.c_str(), CFile::modeRead | CFile::shareDenyWrite);
+    Edit({kTakeOver, AnswerBox(SaveFailed(), IDNO)});
 }
 
 TEST_F(ToolSheet, KeepsWhatTheFileHeld)
 {
-    const auto ok = [](HWND sheet) { Press(sheet, IDOK); };
     const auto remove = [](HWND sheet) { Press(sheet, kRemove), Press(sheet, IDOK); };
     Write({"a", "b"});
     const std::string before = Read();
     FaultSource disk("disk");
     ZO_FAULTY_CALL(WriteFile) write(disk, kFramework, FALSE, ERROR_DISK_FULL);
     ZO_FAULTY_CALL(WriteFile) writeCopy(disk, kLibrary, FALSE, ERROR_DISK_FULL);
-    const std::string left = "The file is damaged. What it held before is kept in " + m_folder.Path(Copy()) +
+    const std::string left = "The file is damaged. What it held before is kept in " + Path(Copy()) +
                              "; it is offered when the file is next opened here.";
     for (const int call :
          {1, 2, 3}) { // header and bytes of the copy; the file itself, which then cannot be put back either
@@ -402,7 +366,7 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
         EXPECT_EQ(call < 3, before == Read());
         EXPECT_EQ(call == 3, m_folder.Exists(Copy()));
     }
-    Edit({AnswerBox(Offer(), IDNO), AnswerBox(Told(), IDOK), &GiveUp});
+    Edit({AnswerBox(Offer(), IDNO), AnswerBox(Told(), IDOK), kGiveUp});
     EXPECT_FALSE(before == Read());
     const std::string copy = m_folder.Read(Copy());
     std::string changed = copy, other = copy;
@@ -410,42 +374,37 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
     other[16] = 'x'; // the name of the file that it is a copy of
     for (const std::string& bad : {changed, copy.substr(0, copy.size() - 1), copy + "x", other}) {
         m_folder.Write(Copy(), bad);
-        Edit({AnswerBox(Told(), IDOK), &GiveUp}); // not offered
+        Edit({AnswerBox(Told(), IDOK), kGiveUp}); // not offered
     }
     m_folder.Write(Copy(), copy);
     disk.Arm(1, true);
     Edit({AnswerBox(Offer(), IDYES),
-          AnswerBox("What the file held before could not be put back. It is still kept in " + m_folder.Path(Copy()) +
-                        ".",
-                    IDOK),
-          AnswerBox(Told(), IDOK), &GiveUp});
+          AnswerBox("What the file held before could not be put back. It is still kept in " + Path(Copy()) + ".", IDOK),
+          AnswerBox(Told(), IDOK), kGiveUp});
     disk.Disarm();
-    Edit({AnswerBox(Offer(), IDYES), [](HWND sheet) {
-              EXPECT_EQ("*a b ", RowsOf(sheet));
-              Press(sheet, IDCANCEL);
-          }});
+    Edit({AnswerBox(Offer(), IDYES), kGiveUp});
     EXPECT_TRUE(before == Read());
     EXPECT_FALSE(m_folder.Exists(Copy()));
 
     m_folder.Write(Copy(), copy); // like the file
-    Edit({&GiveUp});
+    Edit({kGiveUp});
     EXPECT_FALSE(m_folder.Exists(Copy()));
     m_folder.Write(Copy(), copy);
     m_folder.Write("test.tlm", before + "more");
-    Edit({AnswerBox(Offer(), IDYES), &GiveUp});
+    Edit({AnswerBox(Offer(), IDYES), kGiveUp});
     EXPECT_TRUE(before == Read());
     m_folder.Write(Copy(), copy); // not wanted, and older than what is then saved
     Write({"a"});
     disk.Arm(1, false);
-    Edit({AnswerBox(Offer(), IDNO), ok, AnswerBox(SaveFailed(), IDNO)});
+    Edit({AnswerBox(Offer(), IDNO), kTakeOver, AnswerBox(SaveFailed(), IDNO)});
     disk.Disarm();
     EXPECT_TRUE(copy == m_folder.Read(Copy())) << "a save that fails leaves it";
-    Edit({AnswerBox(Offer(), IDNO), ok});
+    Edit({AnswerBox(Offer(), IDNO), kTakeOver});
     EXPECT_FALSE(m_folder.Exists(Copy()));
     FaultSource folder("folder");
     ZO_FAULTY_CALL(DeleteFileA) erase(folder, kLibrary, FALSE, ERROR_ACCESS_DENIED);
     folder.Arm(1, true);
-    Edit({ok});
+    Edit({kTakeOver});
     folder.Disarm();
     EXPECT_EQ("", m_folder.Read(Copy())) << "no copy any more";
 
@@ -466,15 +425,15 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
         EXPECT_EQ("somebody else's", m_folder.Read(Copy()));
     }
     Write({"a", "b"});
-    CFile saving(m_folder.Path(Copy()).c_str(), CFile::modeReadWrite | CFile::shareExclusive); // another program
+    CFile saving(Path(Copy()).c_str(), CFile::modeReadWrite | CFile::shareExclusive); // another program
     Edit({remove, AnswerBox(SaveFailed(), IDNO)});
     EXPECT_TRUE(before == Read());
     saving.Close();
 
-    DeleteFileA(m_folder.Path(Copy()).c_str());
-    DeleteFileA(Path().c_str());
+    DeleteFileA(Path(Copy()).c_str());
+    DeleteFileA(m_file.c_str());
     disk.Arm(1, true);
-    Edit({ok, AnswerBox(SaveFailed(), IDNO)});
+    Edit({kTakeOver, AnswerBox(SaveFailed(), IDNO)});
     EXPECT_EQ("(none)", Read()) << "there was no file before";
 }
 
@@ -501,18 +460,15 @@ TEST_F(ToolSheet, OffersWhatAKilledSaveHasCut)
         SCOPED_TRACE(testing::Message() << row.module << " " << row.call);
         Write({"a", "b", "c"});
         const std::string before = Read();
-        ChildProcess child("EditsUntilKilled", {Path(), row.module, row.call});
+        ChildProcess child("EditsUntilKilled", {m_file, row.module, row.call});
         ASSERT_TRUE(child.WaitUntilReady());
         child.Kill();
         EXPECT_EQ(!row.isCut, before == Read());
         const auto isAllThere = [](HWND sheet) {
-            EXPECT_EQ("*a b c ", RowsOf(sheet));
+            EXPECT_EQ("*a|b|c|", ToolsOf(sheet));
             Press(sheet, IDOK);
         };
-        if (row.isCut)
-            Edit({AnswerBox(Offer(), IDYES), isAllThere});
-        else
-            Edit({isAllThere});
+        Edit({row.isCut ? AnswerBox(Offer(), IDYES) : nullptr, isAllThere});
         EXPECT_TRUE(before == Read());
         EXPECT_FALSE(m_folder.Exists(Copy()));
     }
@@ -521,15 +477,15 @@ TEST_F(ToolSheet, OffersWhatAKilledSaveHasCut)
 TEST_F(ToolSheet, TellsWhatCannotBeRead)
 {
     m_folder.Write("test.tlm", "This is something else.");
-    Edit({AnswerBox(Told(), IDOK), [&](HWND sheet) {
-              EXPECT_EQ("", RowsOf(sheet));
+    Edit({AnswerBox(Told(), IDOK), [](HWND sheet) {
+              EXPECT_EQ("", ToolsOf(sheet));
               Press(sheet, IDCANCEL);
           }});
     EXPECT_EQ("This is something else.", Read());
     for (const size_t cut : {1, 1535}) { // loading passes over what is left of an item
         Write({"a", "b"});
         m_folder.Write("test.tlm", Read().substr(0, 144 + 2 * 1536 - cut));
-        Edit({AnswerBox(Told(), IDOK), &GiveUp});
+        Edit({AnswerBox(Told(), IDOK), kGiveUp});
     }
 }
 
@@ -543,30 +499,22 @@ TEST_F(ToolSheet, IsUsedByKeysAlone)
         EXPECT_EQ(0, main.GetHelpFile().Right(12).CompareNoCase("ZOFAXENU.HLP"));
         const auto page = [=] { return PageOf(sheet); };
         AccessKey(sheet, 't');
-        EXPECT_EQ(kList, FocusOf(sheet));
-        for (const int next : {kAdd, kRemove, kDown}) {
-            Key(sheet, VK_TAB);
-            EXPECT_EQ(next, FocusOf(sheet));
-        }
+        ExpectTabOrder(sheet, {kList, kAdd, kRemove, kDown});
         Key(sheet, VK_TAB, kShift);
         EXPECT_EQ(kRemove, FocusOf(sheet));
         AccessKey(sheet, 'd');
-        EXPECT_EQ("b *a ", RowsOf(sheet));
+        EXPECT_EQ("b|*a|", ToolsOf(sheet));
         AccessKey(sheet, 'u');
-        EXPECT_EQ("*a b ", RowsOf(sheet));
+        EXPECT_EQ("*a|b|", ToolsOf(sheet));
         AccessKey(sheet, 't');
         Key(sheet, VK_DOWN);
-        EXPECT_EQ("a *b ", RowsOf(sheet));
+        EXPECT_EQ("a|*b|", ToolsOf(sheet));
         AccessKey(sheet, 'p'); // of the page
-        EXPECT_EQ(ZO_IDC_TOOL_PROGRAM, FocusOf(page()));
-        Key(sheet, VK_TAB);
-        EXPECT_EQ(ZO_IDC_TOOL_BROWSE_PROGRAM, FocusOf(page()));
-        Key(sheet, VK_TAB);
-        EXPECT_EQ(ZO_IDC_TOOL_FOLDER, FocusOf(page()));
+        ExpectTabOrder(sheet, {ZO_IDC_TOOL_PROGRAM, ZO_IDC_TOOL_BROWSE_PROGRAM, ZO_IDC_TOOL_FOLDER});
         Key(sheet, VK_TAB, kControl);
         EXPECT_NE(nullptr, GetDlgItem(page(), ZO_IDC_TOOL_USE_POSITION)) << "the next page";
         AccessKey(sheet, 'p');
-        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(page(), ZO_IDC_TOOL_LEFT)));
+        EXPECT_TRUE(IsEnabled(page(), ZO_IDC_TOOL_LEFT));
         AccessKey(sheet, 'o');
         EXPECT_EQ(ZO_IDC_TOOL_TOP, FocusOf(page()));
         Key(sheet, VK_UP);
@@ -576,7 +524,7 @@ TEST_F(ToolSheet, IsUsedByKeysAlone)
     EXPECT_STREQ(helpBefore, main.GetHelpFile());
     AfxGetThread()->m_pMainWnd = nullptr;
     std::string second = RecordBytes("b", 4, kDescription);
-    second.replace(20, 4, Bytes(STARTF_USESHOWWINDOW | STARTF_USEPOSITION)).replace(28, 4, Bytes(17));
+    second.replace(20, 4, BytesOf(STARTF_USESHOWWINDOW | STARTF_USEPOSITION)).replace(28, 4, BytesOf(17));
     EXPECT_EQ(HeaderBytes("mine") + RecordBytes("a", 4, kDescription) + second, Read());
 }
 
@@ -585,8 +533,8 @@ TEST_F(ToolSheet, HasNoAccessKeyTwice)
     LoadLibraryA("comctl32.dll"); // of the spin buttons
     const HWND parent = CreateWindowA("Static", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     for (const char* language : {"ENU", "DEU", "FRA", "ESP", "JPN"}) {
-        const HMODULE library = LoadLibraryExA((ProgramFolder() + "\\ZOGBL" + language + ".DLL").c_str(), nullptr,
-                                               LOAD_LIBRARY_AS_DATAFILE);
+        const HMODULE library =
+            LoadLibraryExA((ProgramFolder() + "ZOGBL" + language + ".DLL").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
         ASSERT_NE(nullptr, library);
         for (const int page : {ZO_IDD_TOOL_GENERAL, ZO_IDD_TOOL_WINDOW, ZO_IDD_TOOL_CONSOLE, ZO_IDD_TOOL_OPTIONS}) {
             std::vector<std::wstring> texts;
@@ -616,54 +564,32 @@ TEST_F(ToolSheet, HasNoAccessKeyTwice)
 
 TEST_F(ToolSheet, SurvivesMissingMemory)
 {
-    static HWND s_met;
     // The framework's word on an exception in a message, and one box beforehand for what the system keeps of the first.
     const BoxStub noBox;
     {
-        const DialogDriver driver{[](HWND box) { Press(box, IDYES); }};
+        const DialogDriver driver{Pressing(IDYES)};
         MessageBoxA(nullptr, "text", "title", MB_YESNO | MB_ICONEXCLAMATION);
     }
     AllocationFaults faults;
-    FaultLoopOptions options;
-    options.stride = 23;
     Write({"a", "b"});
-    RunFaultLoop(
-        faults,
-        [&](const FaultRun& run) {
-            s_met = nullptr;
-            const UINT_PTR timer = SetTimer(
-                nullptr, 0, 20, +[](HWND, UINT, UINT_PTR, DWORD) WINAPI {
-                    HWND top = nullptr;
-                    EnumThreadWindows(
-                        GetCurrentThreadId(),
-                        +[](HWND window, LPARAM found) WINAPI -> BOOL {
-                            char name[16] = "";
-                            GetClassNameA(window, name, sizeof name);
-                            if (lstrcmpA(name, "#32770") != 0 || !IsWindowEnabled(window) || !IsWindowVisible(window))
-                                return TRUE;
-                            *reinterpret_cast<HWND*>(found) = window;
-                            return FALSE;
-                        },
-                        reinterpret_cast<LPARAM>(&top));
-                    if (top == nullptr)
-                        return;
-                    const bool again = std::exchange(s_met, top) == top;
-                    if (!again && GetDlgItem(top, kDown) != nullptr) {
-                        SendMessageA(GetDlgItem(top, kDown), BM_CLICK, 0, 0);
-                        SendMessageA(top, PSM_SETCURSEL, kConsole, 0);
-                    }
-                    for (const int button : {again ? IDCANCEL : IDOK, again ? IDNO : IDOK})
-                        SendMessageA(top, WM_COMMAND, static_cast<WPARAM>(button), 0);
-                });
-            EditToolItemFile(Path().c_str(), nullptr);
-            KillTimer(nullptr, timer);
-            run.Stop();
-            // Both items, in one order or the other; or none, of a file whose items found no memory.
-            const std::string bytes = Read();
-            EXPECT_TRUE(bytes.size() == 144 + 2 * 1536 || (run.Fired() && bytes.size() < 144 + 2 * 1536));
-            Write({"a", "b"});
-        },
-        options);
+    const auto run = [&](const FaultRun& run) {
+        {
+            const AnyDialogDriver driver([](HWND window) {
+                if (GetDlgItem(window, kDown) != nullptr) {
+                    SendMessageA(GetDlgItem(window, kDown), BM_CLICK, 0, 0);
+                    ShowPage(window, kConsole);
+                }
+                Command(window, IDOK);
+            });
+            EditToolItemFile(m_file.c_str(), nullptr);
+        }
+        run.Stop();
+        // Both items, in one order or the other; or none, of a file whose items found no memory.
+        const std::string bytes = Read();
+        EXPECT_TRUE(bytes.size() == 144 + 2 * 1536 || (run.Fired() && bytes.size() < 144 + 2 * 1536));
+        Write({"a", "b"});
+    };
+    RunFaultLoop(faults, run, {.stride = 23});
 }
 
 TEST_F(ToolSheet, LetsAFileBeChosen)
@@ -675,23 +601,20 @@ TEST_F(ToolSheet, LetsAFileBeChosen)
     {
         const DialogDriver driver{[&](HWND dialog) {
                                       EXPECT_EQ("Open Tools File", TextOf(dialog));
-                                      Type(dialog, ZO_IDC_FILE_NAME, m_folder.Path("other.tlm"));
-                                      Press(dialog, IDOK);
-                                      EXPECT_EQ(m_folder.Path("other.tlm"), TextOf(dialog, ZO_IDC_FILE_NAME));
-                                      Type(dialog, ZO_IDC_FILE_NAME, m_folder.Path("test"));
-                                      Press(dialog, IDOK);
+                                      ChooseFile(Path("other.tlm"))(dialog);
+                                      EXPECT_EQ(Path("other.tlm"), TextOf(dialog, ZO_IDC_FILE_NAME));
+                                      ChooseFile(Path("test"))(dialog);
                                   },
                                   AnswerBox("The file is not a tools file.", IDOK)};
         EXPECT_EQ(1, ZoTlmSelectFile(path, TRUE, nullptr, 0));
-        EXPECT_EQ(Path(), path);
+        EXPECT_EQ(m_file, path);
     }
-    const DialogDriver driver{&GiveUp, [&](HWND dialog) {
+    const DialogDriver driver{kGiveUp, [&](HWND dialog) {
                                   EXPECT_EQ("Save Tools File", TextOf(dialog));
-                                  Type(dialog, ZO_IDC_FILE_NAME, m_folder.Path("new"));
-                                  Press(dialog, IDOK);
+                                  ChooseFile(Path("new"))(dialog);
                               }};
     EXPECT_EQ(2, ZoTlmSelectFile(path, TRUE, nullptr, 0));
-    EXPECT_EQ(Path(), path) << "as before";
+    EXPECT_EQ(m_file, path) << "as before";
     EXPECT_EQ(1, ZoTlmSelectFile(path, FALSE, nullptr, 0));
-    EXPECT_EQ(m_folder.Path("new.tlm"), path);
+    EXPECT_EQ(Path("new.tlm"), path);
 }
