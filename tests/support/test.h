@@ -11,6 +11,7 @@
 #include "support/fault_sets.h"
 #include "support/guard_heap.h"
 #include "support/import_patch.h"
+#include "support/memory_canvas.h"
 #include "support/mutation.h"
 #include "support/process_counts.h"
 #include "support/sentinel_buffer.h"

@@ -6,14 +6,6 @@ namespace {
 
 constexpr UINT kWindows = 1252;
 
-std::string SamplePath(const char* name)
-{
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program = path;
-    return program.substr(0, program.rfind('\\')) + "\\TABLES\\" + name;
-}
-
 wchar_t Decode(UINT codePage, BYTE code)
 {
     wchar_t character = 0;
@@ -36,7 +28,7 @@ TEST_F(SampleTables, MapCharactersToThemselvesAndLoseNothing)
     for (const auto& sample : samples) {
         SCOPED_TRACE(sample.name);
         CGblTranslate table;
-        ASSERT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(SamplePath(sample.name).c_str()));
+        ASSERT_EQ(ZO_TRANSLATE_SUCCESS, table.Load((ProgramFolder() + "TABLES\\" + sample.name).c_str()));
         EXPECT_TRUE(table.IsGetEnabled() && table.IsPutEnabled());
         EXPECT_FALSE(table.IsGetDBCSEnabled() || table.IsPutDBCSEnabled());
         int common = 0;

@@ -7,6 +7,7 @@
 
 namespace {
 
+constexpr int kChoices = ZO_IDC_TRANSLATE_CHOICES;
 constexpr int kApply = 0x3021; // the system's number of the button
 constexpr char kNotSaved[] =
     "The translation table could not be saved. Check the disk and the file, or use another name."
@@ -15,27 +16,21 @@ constexpr char kNotSaved[] =
 /// What a combo box shows. On Win32s the box itself does not tell.
 std::string EntryOf(HWND dialog, int box) { return RowText(dialog, box, ChosenRow(dialog, box)); }
 
-/// The controls that Tab comes to, from the one that has the focus on, and back to it.
-std::vector<int> TabOrder(HWND dialog)
+/// Types a file's name into a file dialog.
+DialogDriver::Act Name(const std::string& typed)
 {
-    std::vector<int> order = {FocusOf(dialog)};
-    for (Key(dialog, VK_TAB); FocusOf(dialog) != order.front() && order.size() < 20; Key(dialog, VK_TAB))
-        order.push_back(FocusOf(dialog));
-    return order;
+    return [=](HWND dialog) {
+        Type(dialog, ZO_IDC_FILE_NAME, typed);
+        Key(dialog, VK_RETURN);
+    };
 }
 
-BOOL WINAPI FullDisk(HANDLE, LPCVOID, DWORD, LPDWORD, LPOVERLAPPED)
+std::string PathOf(const CGblTranslate& table)
 {
-    SetLastError(ERROR_DISK_FULL);
-    return FALSE;
+    CString path;
+    table.GetFilePath(path);
+    return std::string(path);
 }
-
-BOOL WINAPI Unreadable(HANDLE, LPVOID, DWORD, LPDWORD, LPOVERLAPPED)
-{
-    SetLastError(ERROR_CRC);
-    return FALSE;
-}
-HWND WINAPI NoDialog(HINSTANCE, LPCDLGTEMPLATEA, HWND, DLGPROC, LPARAM) { return nullptr; }
 
 struct Page {
     int index, list, value, dbcs, enable;
@@ -71,23 +66,19 @@ protected:
 class TranslateChooser : public TranslateTest {
 protected:
     /// What the chooser lists for a path.
-    std::vector<std::string> Listed(const std::string& path)
+    std::string Listed(const std::string& path)
     {
-        std::vector<std::string> rows;
+        std::string rows;
         CGblTranslate table;
         const std::string image = ImageOf(table);
         const DialogDriver driver{[&](HWND window) {
-            const int count =
-                static_cast<int>(SendDlgItemMessageA(window, ZO_IDC_TRANSLATE_CHOICES, LB_GETCOUNT, 0, 0));
-            for (int row = 0; row < count; ++row)
-                rows.push_back(RowText(window, ZO_IDC_TRANSLATE_CHOICES, row));
-            EXPECT_EQ(rows.empty() ? IDCANCEL : ZO_IDC_TRANSLATE_CHOICES, FocusOf(window));
-            EXPECT_EQ(rows.empty() ? -1 : 0, ChosenRow(window, ZO_IDC_TRANSLATE_CHOICES));
+            rows = RowsOf(window, kChoices);
+            EXPECT_EQ(rows.empty() ? IDCANCEL : kChoices, FocusOf(window));
+            EXPECT_EQ(rows.empty() ? -1 : 0, ChosenRow(window, kChoices));
             EXPECT_EQ(!rows.empty(), IsEnabled(window, IDOK));
-            EXPECT_EQ(!rows.empty(), IsEnabled(window, ZO_IDC_TRANSLATE_CHOICES));
+            EXPECT_EQ(!rows.empty(), IsEnabled(window, kChoices));
             const std::string why = TextOf(window, ZO_IDC_TRANSLATE_WHY);
-            EXPECT_EQ(rows.empty(), why.find("There is no translation table in " + m_folder.Path().substr(0, 3)) == 0)
-                << why;
+            EXPECT_EQ(rows.empty(), why.find("There is no translation table in " + Path().substr(0, 3)) == 0) << why;
             while (FocusOf(window) != IDCANCEL)
                 Key(window, VK_TAB);
             Key(window, VK_RETURN); // presses the button that has the focus
@@ -106,77 +97,52 @@ protected:
 
 TEST_F(TranslateChooser, ListsWhatIsInTheFolder)
 {
-    const std::vector<std::string> none, all = {"Alpha", "Beta", "New translation table"};
-    EXPECT_EQ(none, Listed(m_folder.Path("x.iot")));
+    const std::string all = "Alpha|Beta|New translation table|";
+    EXPECT_EQ("", Listed(Path("x.iot")));
     WriteTable("2.iot", "Beta");
     WriteTable("1.any", "Alpha");
     WriteTable("3", "");
     m_folder.Write("bad.iot", TranslationFile().Bytes() + "!");
-    CreateDirectoryA(m_folder.Path("sub.iot").c_str(), nullptr);
+    CreateDirectoryA(Path("sub.iot").c_str(), nullptr);
     char current[MAX_PATH];
     GetCurrentDirectoryA(sizeof current, current);
-    ASSERT_TRUE(SetCurrentDirectoryA(m_folder.Path().c_str()));
+    ASSERT_TRUE(SetCurrentDirectoryA(Path().c_str()));
     const std::pair<std::string, bool> rows[] = {
-        {m_folder.Path("x.iot"), true},
-        {m_folder.Path("long name.with.dots"), true},
-        {m_folder.Path("\x95\x5C.iot"), true}, // on a Japanese system one character
-        {m_folder.Path("nowhere\\x.iot"), false},
+        {Path("x.iot"), true},
+        {Path("long name.with.dots"), true},
+        {Path("\x95\x5C.iot"), true}, // on a Japanese system one character
+        {Path("nowhere\\x.iot"), false},
         {"", true},
         {"x.iot", true},
-        {m_folder.Path().substr(0, 2) + "x.iot", true},
+        {Path().substr(0, 2) + "x.iot", true},
         {"sub.iot\\x.iot", false}, // a name begins with the folder's then
     };
     for (const auto& [path, isFolder] : rows)
-        EXPECT_EQ(isFolder ? all : none, Listed(path)) << path;
+        EXPECT_EQ(isFolder ? all : "", Listed(path)) << path;
     SetCurrentDirectoryA(current);
-}
-
-TEST_F(TranslateChooser, TellsTablesOfOneDescriptionApart)
-{
-    WriteTable("1.iot", "Alpha");
-    WriteTable("2.iot", "ALPHA");
-    WriteTable("3.iot", "Beta");
-    const DialogDriver driver{[](HWND window) {
-        EXPECT_EQ("Beta", RowText(window, ZO_IDC_TRANSLATE_CHOICES, 2));
-        EXPECT_EQ("ALPHA (2.iot)", RowText(window, ZO_IDC_TRANSLATE_CHOICES, 1));
-        Choose(window, ZO_IDC_TRANSLATE_CHOICES, 1);
-        Press(window, IDOK);
-    }};
-    CGblTranslate table;
-    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, m_folder.Path("any.iot").c_str()));
-    CString path;
-    table.GetFilePath(path);
-    EXPECT_EQ(m_folder.Path("2.iot"), std::string(path));
 }
 
 TEST_F(TranslateChooser, LoadsTheTableChosen)
 {
     WriteTable("1.iot", "Alpha");
-    WriteTable("2.iot", "Beta");
-    const std::string any = m_folder.Path("any.iot");
+    WriteTable("2.iot", "ALPHA");
+    WriteTable("3.iot", "Beta");
+    EXPECT_EQ("Alpha (1.iot)|ALPHA (2.iot)|Beta|", Listed(Path("any.iot"))) << "of one description";
     const struct {
         DialogDriver::Act act;
         const char* chosen; // null: none
     } rows[] = {
-        {[](HWND window) { Press(window, IDOK); }, "1.iot"},
+        {Pressing(IDOK), "1.iot"},
         {[](HWND window) { Key(window, VK_DOWN), Key(window, VK_RETURN); }, "2.iot"},
-        {[](HWND window) {
-             Choose(window, ZO_IDC_TRANSLATE_CHOICES, 1);
-             SendMessageA(window, WM_COMMAND, MAKEWPARAM(ZO_IDC_TRANSLATE_CHOICES, LBN_DBLCLK),
-                          reinterpret_cast<LPARAM>(GetDlgItem(window, ZO_IDC_TRANSLATE_CHOICES)));
-         },
-         "2.iot"},
+        {[](HWND window) { DoubleClick(window, kChoices, 2); }, "3.iot"},
         {[](HWND window) { AccessKey(window, 't'), Key(window, VK_RETURN); }, "1.iot"},
-        {[](HWND window) { Press(window, IDCANCEL); }, nullptr},
-        {[](HWND window) { SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0); }, nullptr},
+        {Pressing(IDCANCEL), nullptr},
     };
     for (const auto& row : rows) {
         CGblTranslate table;
         const DialogDriver driver{row.act};
-        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, any.c_str()));
-        CString path;
-        table.GetFilePath(path);
-        EXPECT_EQ(row.chosen != nullptr ? m_folder.Path(row.chosen) : "", std::string(path));
+        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, Path("any.iot").c_str()));
+        EXPECT_EQ(row.chosen != nullptr ? Path(row.chosen) : "", PathOf(table));
     }
     // The file goes, or is damaged, while the list is open.
     CGblTranslate table;
@@ -184,7 +150,7 @@ TEST_F(TranslateChooser, LoadsTheTableChosen)
         m_folder.Write("1.iot", "damaged");
         Press(window, IDOK);
     }};
-    EXPECT_EQ(ZO_TRANSLATE_WRONG_LENGTH, table.Load(nullptr, any.c_str()));
+    EXPECT_EQ(ZO_TRANSLATE_WRONG_LENGTH, table.Load(nullptr, Path("any.iot").c_str()));
 }
 
 // The editor -----------------------------------------------------------------------------------------------------------
@@ -236,8 +202,7 @@ TEST_F(TranslateEditor, EditsBothTables)
             Key(sheet, VK_RETURN);
         }};
         EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
-        for (int code = 0; code < 256; ++code)
-            table[code] = static_cast<char>(code);
+        table = TranslationFile::Identity();
         table[201] = static_cast<char>(202);
         expected.flags = entries.index == 0 ? 0b0100 : 0b1110;
         expected.last[entries.index] = 201;
@@ -249,12 +214,7 @@ TEST_F(TranslateEditor, EditsBothTables)
 TEST_F(TranslateEditor, LeavesEverythingWhenItIsGivenUp)
 {
     const std::string image = ImageOf(m_table);
-    const DialogDriver::Act ways[] = {
-        [](HWND sheet) { Press(sheet, IDCANCEL); },
-        [](HWND sheet) { Key(sheet, VK_ESCAPE); },
-        [](HWND sheet) { SendMessageA(sheet, WM_SYSCOMMAND, SC_CLOSE, 0); },
-    };
-    for (const auto& way : ways) {
+    for (const auto& way : WaysToGiveUp()) {
         const DialogDriver driver{[&](HWND sheet) {
             const HWND page = PageOf(sheet);
             Choose(page, kInput.list, 3);
@@ -299,20 +259,21 @@ TEST_F(TranslateEditor, AppliesAndGoesOn)
 
 TEST_F(TranslateEditor, LosesNothingWhenItCannotSave)
 {
+    FaultSource disk("disk");
+    ZO_FAULTY_CALL(WriteFile) write(disk, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
     TranslationFile edited = m_start;
     edited.get[65] = 4;
     const auto edit = [](HWND sheet) { Choose(PageOf(sheet), kInput.value, 4); };
     {
         const DialogDriver driver{[&](HWND sheet) {
                                       edit(sheet);
-                                      {
-                                          const ImportPatch fullDisk("ZOAFX.DLL", "WriteFile", &FullDisk);
-                                          Press(sheet, kApply);
-                                          EXPECT_EQ(edited.Bytes() + m_file, ImageOf(m_table)) << "taken over";
-                                          EXPECT_EQ(m_start.Bytes(), FileNow());
-                                          EXPECT_TRUE(IsEnabled(sheet, kApply)) << "to be tried again";
-                                          EXPECT_EQ("0x04", EntryOf(PageOf(sheet), kInput.value));
-                                      }
+                                      disk.Arm(1, true);
+                                      Press(sheet, kApply);
+                                      disk.Disarm();
+                                      EXPECT_EQ(edited.Bytes() + m_file, ImageOf(m_table)) << "taken over";
+                                      EXPECT_EQ(m_start.Bytes(), FileNow());
+                                      EXPECT_TRUE(IsEnabled(sheet, kApply)) << "to be tried again";
+                                      EXPECT_EQ("0x04", EntryOf(PageOf(sheet), kInput.value));
                                       Press(sheet, kApply);
                                       EXPECT_EQ(edited.Bytes(), FileNow());
                                       EXPECT_FALSE(IsEnabled(sheet, kApply));
@@ -323,49 +284,32 @@ TEST_F(TranslateEditor, LosesNothingWhenItCannotSave)
     }
 
     // With OK it is the caller who learns of it, and who has the table still.
-    const struct {
-        DWORD status;
-        bool fullDisk;
-        std::string path;
-    } rows[] = {{ZO_TRANSLATE_NOT_WRITTEN, true, m_file},
-                {ZO_TRANSLATE_NOT_OPENED, false, m_folder.Path()},
-                {ZO_TRANSLATE_NO_NAME, false, ""}};
-    for (const auto& row : rows) {
+    TranslationFile expected;
+    expected.get = expected.put = TranslationFile::Identity();
+    expected.get[0] = 4;
+    expected.description = kNewDescription;
+    const std::pair<DWORD, std::string> rows[] = {
+        {ZO_TRANSLATE_NOT_WRITTEN, m_file}, {ZO_TRANSLATE_NOT_OPENED, Path()}, {ZO_TRANSLATE_NO_NAME, ""}};
+    for (const auto& [status, path] : rows) {
         CGblTranslate table;
-        table.SetFilePath(row.path.c_str());
-        TranslationFile expected;
-        for (int code = 0; code < 256; ++code)
-            expected.get[code] = expected.put[code] = static_cast<char>(code);
-        expected.get[0] = 4;
-        expected.description = kNewDescription;
-        std::unique_ptr<ImportPatch> fullDisk;
+        table.SetFilePath(path.c_str());
         const DialogDriver ok{[&](HWND sheet) {
             edit(sheet);
-            if (row.fullDisk)
-                fullDisk = std::make_unique<ImportPatch>("ZOAFX.DLL", "WriteFile", &FullDisk);
+            disk.Arm(1, true);
             Key(sheet, VK_RETURN);
         }};
-        EXPECT_EQ(row.status, table.Edit(nullptr));
+        EXPECT_EQ(status, table.Edit(nullptr));
+        disk.Disarm();
         EXPECT_EQ(edited.Bytes(), FileNow());
-        EXPECT_EQ(expected.Bytes() + row.path, ImageOf(table));
+        EXPECT_EQ(expected.Bytes() + path, ImageOf(table));
     }
 }
 
-ZO_CHILD(EditsTableUntilKilled)
+TEST_F(TranslateEditor, OffersWhatASaveHasCut)
 {
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    CGblTranslate table;
-    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(child.Argument(0).c_str()));
-    const StopAtWrite stop(child, "ZOAFX.DLL", std::stoi(child.Argument(1)));
-    const DialogDriver driver{[](HWND sheet) {
-        Choose(PageOf(sheet), kInput.value, 4);
-        Press(sheet, IDOK);
-    }};
-    table.Edit(nullptr);
-}
-
-TEST_F(TranslateEditor, OffersWhatAKilledSaveHasCut)
-{
+    FaultSource disk("disk");
+    ZO_FAULTY_CALL(WriteFile) write(disk, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
+    ZO_FAULTY_CALL(WriteFile) writeCopy(disk, "ZOGBLBRX.DLL", FALSE, ERROR_DISK_FULL);
     const std::string copy = Family() == WindowsFamily::kWin32s ? "table.io~" : "table.iot.zo~";
     const auto offer = [&](int answer) {
         return AnswerBox(
@@ -374,45 +318,60 @@ TEST_F(TranslateEditor, OffersWhatAKilledSaveHasCut)
                 "With No, it stays as it is.",
             answer);
     };
-    const auto giveUp = [](HWND window) { Press(window, IDCANCEL); };
-    const auto listed = [](size_t count) {
+    const auto listed = [](const char* rows) {
         return [=](HWND chooser) {
-            EXPECT_EQ(count, SendDlgItemMessageA(chooser, ZO_IDC_TRANSLATE_CHOICES, LB_GETCOUNT, 0, 0));
+            EXPECT_EQ(rows, RowsOf(chooser, kChoices));
             Press(chooser, IDCANCEL);
         };
     };
-    for (const char* call : {"1", "2", "3"}) {
-        SCOPED_TRACE(call);
-        ChildProcess child("EditsTableUntilKilled", {m_file, call});
-        ASSERT_TRUE(child.WaitUntilReady());
-        child.Kill();
-        EXPECT_NE(kTranslationFileSize, FileNow().size());
-        CGblTranslate table;
-        table.SetFilePath(m_file.c_str());
-        if (*call == '1') { // the editor
-            const DialogDriver driver{offer(IDNO), giveUp, offer(IDYES), giveUp};
-            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
-            EXPECT_EQ("", FileNow());
-            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
-            EXPECT_EQ(m_start.Bytes() + m_file, ImageOf(table));
-        } else if (*call == '2') { // the chooser
-            m_folder.Write("other.zo~", "somebody else's");
-            const DialogDriver driver{offer(IDNO), listed(0), offer(IDYES), listed(1)};
-            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, m_file.c_str()));
-            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, m_file.c_str()));
-        } else { // the file dialog
-            table.SetFilePath("");
+    CGblTranslate table;
+    table.SetFilePath(m_file.c_str());
+    const struct {
+        int call; // that fails with all after it: two make the copy, three write the file, and one would put it back
+        std::function<void()> open;
+        std::vector<DialogDriver::Act> acts;
+    } rows[] = {
+        {3,
+         [&] {
+             EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
+             EXPECT_EQ("", FileNow());
+             EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
+             EXPECT_EQ(m_start.Bytes() + m_file, ImageOf(table));
+         },
+         {offer(IDNO), Pressing(IDCANCEL), offer(IDYES), Pressing(IDCANCEL)}},
+        {4,
+         [&] {
+             m_folder.Write("other.zo~", "somebody else's");
+             EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, m_file.c_str()));
+             EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Load(nullptr, m_file.c_str()));
+         },
+         {offer(IDNO), listed(""), offer(IDYES), listed("By hand|")}},
+        {5,
+         [&] {
+             table.SetFilePath("");
+             EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
+         },
+         {[](HWND sheet) {
+              Press(ShowPage(sheet, 2), ZO_IDC_TRANSLATE_LOAD);
+              Press(sheet, IDCANCEL);
+          },
+          Name(m_file), offer(IDYES)}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.call);
+        {
             const DialogDriver driver{[&](HWND sheet) {
-                                          Press(ShowPage(sheet, 2), ZO_IDC_TRANSLATE_LOAD);
-                                          Press(sheet, IDCANCEL);
-                                      },
-                                      [&](HWND dialog) {
-                                          Type(dialog, ZO_IDC_FILE_NAME, m_file);
-                                          Press(dialog, IDOK);
-                                      },
-                                      offer(IDYES)};
-            EXPECT_EQ(ZO_TRANSLATE_SUCCESS, table.Edit(nullptr));
+                Choose(PageOf(sheet), kInput.value, 4);
+                disk.Arm(row.call, true);
+                Press(sheet, IDOK);
+            }};
+            EXPECT_EQ(ZO_TRANSLATE_NOT_WRITTEN, m_table.Edit(nullptr));
+            disk.Disarm();
         }
+        EXPECT_NE(kTranslationFileSize, FileNow().size());
+        EXPECT_TRUE(m_folder.Exists(copy));
+        const DialogDriver driver(row.acts);
+        row.open();
         EXPECT_EQ(m_start.Bytes(), FileNow());
         EXPECT_FALSE(m_folder.Exists(copy));
     }
@@ -426,12 +385,15 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
     const std::string extension = Family() == WindowsFamily::kWin32s ? ".IOT" : ".iot";
     m_folder.Write("other" + extension, other.Bytes());
     m_folder.Write("bad.iot", "bad");
-    const std::string otherFile = m_folder.Path("other" + extension), newFile = m_folder.Path("new" + extension);
-    const auto name = [](const std::string& typed) {
-        return [=](HWND dialog) {
-            Type(dialog, ZO_IDC_FILE_NAME, typed);
-            Key(dialog, VK_RETURN);
-        };
+    const std::string otherFile = Path("other" + extension), newFile = Path("new" + extension);
+    FaultSource files("files"), windows("windows");
+    ZO_FAULTY_CALL(ReadFile) read(files, "ZOAFX.DLL", FALSE, ERROR_CRC);
+    ZO_FAULTY_CALL(WriteFile) write(files, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
+    ZO_FAULTY_CALL(CreateDialogIndirectParamA) create(windows, "ZOAFX.DLL", nullptr);
+    const auto pressIn = [](FaultSource& faults, HWND page, int button) {
+        faults.Arm(1, true);
+        Press(page, button);
+        faults.Disarm();
     };
     const DialogDriver driver{
         [&](HWND sheet) {
@@ -440,14 +402,8 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             EXPECT_EQ("By hand", TextOf(page, ZO_IDC_TRANSLATE_DESCRIPTION));
             Press(page, ZO_IDC_TRANSLATE_LOAD); // given up, after a file that is none
             EXPECT_EQ(m_file, TextOf(page, ZO_IDC_TRANSLATE_FILE));
-            {
-                const ImportPatch unreadable("ZOAFX.DLL", "ReadFile", &Unreadable);
-                Press(page, ZO_IDC_TRANSLATE_LOAD);
-            }
-            {
-                const ImportPatch noDialog("ZOAFX.DLL", "CreateDialogIndirectParamA", &NoDialog);
-                Press(page, ZO_IDC_TRANSLATE_LOAD);
-            }
+            pressIn(files, page, ZO_IDC_TRANSLATE_LOAD);
+            pressIn(windows, page, ZO_IDC_TRANSLATE_LOAD);
             EXPECT_EQ(m_file, TextOf(page, ZO_IDC_TRANSLATE_FILE));
             EXPECT_FALSE(IsEnabled(sheet, kApply));
             Press(page, ZO_IDC_TRANSLATE_LOAD);
@@ -460,10 +416,7 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             Choose(page, kInput.value, 9);
             page = ShowPage(sheet, 2);
             Type(page, ZO_IDC_TRANSLATE_DESCRIPTION, "Third");
-            {
-                const ImportPatch fullDisk("ZOAFX.DLL", "WriteFile", &FullDisk);
-                Press(page, ZO_IDC_TRANSLATE_SAVE_AS);
-            }
+            pressIn(files, page, ZO_IDC_TRANSLATE_SAVE_AS);
             EXPECT_EQ(otherFile, TextOf(page, ZO_IDC_TRANSLATE_FILE)) << "the file that could be saved";
             EXPECT_EQ("Third", TextOf(page, ZO_IDC_TRANSLATE_DESCRIPTION));
             EXPECT_FALSE(m_folder.Exists("new" + extension));
@@ -471,7 +424,7 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             EXPECT_EQ(newFile, TextOf(page, ZO_IDC_TRANSLATE_FILE));
             Press(sheet, IDOK);
         },
-        name(m_folder.Path("bad.iot")),
+        Name(Path("bad.iot")),
         [](HWND box) {
             EXPECT_EQ("This file is not a translation table. Choose another one.", BoxText(box));
             Press(box, IDOK);
@@ -479,19 +432,19 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             EXPECT_EQ("Load Translation Table", TextOf(dialog));
             Key(dialog, VK_ESCAPE);
         },
-        name("other"),
+        Name("other"),
         AnswerBox("The translation table could not be loaded.", IDOK),
         AnswerBox("The files cannot be shown. Close other programs, and try again.", IDOK),
         [&](HWND dialog) {
             EXPECT_EQ("Translation tables (*" + extension + ")", EntryOf(dialog, ZO_IDC_FILE_TYPES));
-            name("other")(dialog); // with the extension for tables
+            Name("other")(dialog); // with the extension for tables
         },
         [&](HWND dialog) {
             EXPECT_EQ("Save Translation Table", TextOf(dialog));
-            name("new")(dialog);
+            Name("new")(dialog);
         },
         AnswerBox(kNotSaved, IDOK),
-        name("new"),
+        Name("new"),
     };
     EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
     other.get[0] = 9;
@@ -531,13 +484,8 @@ TEST_F(TranslateEditor, IsWorkedByKeys)
     const DialogDriver driver{[&](HWND sheet) {
         const HWND page = PageOf(sheet);
         SetFocus(GetDlgItem(page, kInput.list));
-        EXPECT_EQ((std::vector<int>{kInput.list, kInput.value, ZO_IDC_TRANSLATE_MODE, kInput.enable, kInput.dbcs,
-                                    ZO_IDC_TRANSLATE_RESET, IDOK, IDCANCEL}),
-                  [&] {
-                      std::vector<int> order = TabOrder(sheet);
-                      order.resize(8);
-                      return order;
-                  }());
+        ExpectTabOrder(sheet, {kInput.list, kInput.value, ZO_IDC_TRANSLATE_MODE, kInput.enable, kInput.dbcs,
+                               ZO_IDC_TRANSLATE_RESET, IDOK, IDCANCEL});
         const std::pair<char, int> keys[] = {
             {'r', kInput.list}, {'t', kInput.value}, {'h', ZO_IDC_TRANSLATE_MODE}, {'d', ZO_IDC_TRANSLATE_DECIMAL}};
         for (const auto& [key, control] : keys) {
@@ -576,58 +524,6 @@ TEST_F(TranslateEditor, ShowsWhatCannotBe)
     EXPECT_EQ(2u, m_table.GetLastModeI());
 }
 
-namespace {
-
-/// A row drawn into memory.
-class DrawnRow {
-public:
-    DrawnRow(HWND page, int row, UINT state) : m_dc(CreateCompatibleDC(nullptr))
-    {
-        m_bitmap = CreateBitmap(kWidth, kHeight, 1, 32, nullptr);
-        m_old = SelectObject(m_dc, m_bitmap);
-        DRAWITEMSTRUCT item = {ODT_LISTBOX,
-                               UINT{ZO_IDC_TRANSLATE_INPUT_LIST},
-                               static_cast<UINT>(row),
-                               ODA_DRAWENTIRE,
-                               state,
-                               GetDlgItem(page, kInput.list),
-                               m_dc,
-                               {0, 0, kWidth, kHeight},
-                               0};
-        SendMessageA(page, WM_DRAWITEM, kInput.list, reinterpret_cast<LPARAM>(&item));
-    }
-    ~DrawnRow()
-    {
-        SelectObject(m_dc, m_old);
-        DeleteObject(m_bitmap);
-        DeleteDC(m_dc);
-    }
-    DrawnRow(const DrawnRow&) = delete;
-    DrawnRow& operator=(const DrawnRow&) = delete;
-
-    /// Pixels of a colour in columns \p from to \p to, without the frame of the focus.
-    int Count(COLORREF color, int from, int to) const
-    {
-        int count = 0;
-        for (int x = from; x < to; ++x) {
-            for (int y = 2; y < kHeight - 2; ++y)
-                count += GetPixel(m_dc, x, y) == color;
-        }
-        return count;
-    }
-    COLORREF At(int x, int y) const { return GetPixel(m_dc, x, y); }
-
-    static constexpr int kWidth = 160;
-    static constexpr int kHeight = 30;
-
-private:
-    HDC m_dc;
-    HBITMAP m_bitmap;
-    HGDIOBJ m_old;
-};
-
-} // namespace
-
 TEST_F(TranslateEditor, DrawsRows)
 {
     constexpr COLORREF kMark = RGB(224, 96, 0);
@@ -646,12 +542,12 @@ TEST_F(TranslateEditor, DrawsRows)
             const bool isSelected = (row.state & ODS_SELECTED) != 0;
             const COLORREF face = GetSysColor(isSelected ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
             const COLORREF ink = GetSysColor(isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
-            constexpr int kHalf = DrawnRow::kWidth / 2;
-            const DrawnRow drawn(page, row.row, row.state);
-            EXPECT_GT(drawn.Count(ink, 2, kHalf), 5) << "the character";
-            EXPECT_GT(drawn.Count(ink, kHalf + 10, DrawnRow::kWidth - 2), 5) << "what it becomes";
-            EXPECT_GT(drawn.Count(face, 2, DrawnRow::kWidth - 2), 2000);
-            EXPECT_EQ(row.isChanged ? 28 : 0, drawn.Count(kMark, kHalf, kHalf + 10));
+            MemoryCanvas drawn(160, 30, RGB(1, 2, 3));
+            drawn.DrawRow(GetDlgItem(page, kInput.list), row.row, ODA_DRAWENTIRE, row.state);
+            EXPECT_GT(drawn.Count(ink, 2, 80, 2), 5) << "the character";
+            EXPECT_GT(drawn.Count(ink, 90, 158, 2), 5) << "what it becomes";
+            EXPECT_GT(drawn.Count(face, 2, 158, 2), 2000);
+            EXPECT_EQ(row.isChanged ? 28 : 0, drawn.Count(kMark, 80, 90, 2));
             EXPECT_EQ(face, drawn.At(0, 0)) << "outside the frame of the focus";
             const bool hasFrame = drawn.At(1, 1) != face || drawn.At(2, 1) != face;
             EXPECT_EQ((row.state & ODS_FOCUS) != 0, hasFrame);
@@ -663,85 +559,28 @@ TEST_F(TranslateEditor, DrawsRows)
 
 // Faults ---------------------------------------------------------------------------------------------------------------
 
-namespace {
-
-BOOL WINAPI NoSound(UINT) { return TRUE; } // the system keeps what its first sound needs
-
-/// Somebody who answers each window that opens, once, and then gives it up: edits a table and loads a file.
-class Person {
-public:
-    explicit Person(const std::string& file) : m_timer(SetTimer(nullptr, 0, 5, &Person::Look)), m_file(file)
-    {
-        s_person = this;
-    }
-    ~Person()
-    {
-        KillTimer(nullptr, m_timer);
-        s_person = nullptr;
-    }
-    Person(const Person&) = delete;
-    Person& operator=(const Person&) = delete;
-
-private:
-    static BOOL CALLBACK Find(HWND window, LPARAM found)
-    {
-        char name[16] = "";
-        GetClassNameA(window, name, sizeof name);
-        if (lstrcmpA(name, "#32770") != 0 || !IsWindowVisible(window) || !IsWindowEnabled(window))
-            return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    }
-    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD)
-    {
-        HWND window = nullptr;
-        EnumThreadWindows(GetCurrentThreadId(), &Find, reinterpret_cast<LPARAM>(&window));
-        if (window != nullptr && s_person != nullptr)
-            s_person->Answer(window);
-    }
-    void Answer(HWND window)
-    {
-        const HWND name = GetDlgItem(window, ZO_IDC_FILE_NAME);
-        const bool isSheet = GetDlgItem(window, kApply) != nullptr;
-        HWND& answered = name != nullptr ? m_files : isSheet ? m_sheet : m_other;
-        if (std::exchange(answered, window) == window) {
-            SendMessageA(window, isSheet ? WM_CLOSE : WM_COMMAND, IDCANCEL, 0);
-            return;
-        }
-        if (name != nullptr) {
-            SetWindowTextA(name, m_file.c_str());
-        } else if (isSheet) {
-            SendMessageA(window, PSM_SETCURSEL, 2, 0);
-            SendMessageA(PageOf(window), WM_COMMAND, ZO_IDC_TRANSLATE_LOAD, 0);
-            SendMessageA(window, PSM_SETCURSEL, 0, 0);
-            SendMessageA(PageOf(window), WM_COMMAND, ZO_IDC_TRANSLATE_RESET, 0);
-            SendMessageA(window, WM_COMMAND, kApply, reinterpret_cast<LPARAM>(GetDlgItem(window, kApply)));
-        }
-        SendMessageA(window, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(GetDlgItem(window, IDOK)));
-    }
-
-    static inline Person* s_person = nullptr;
-    UINT_PTR m_timer;
-    const std::string& m_file;
-    HWND m_files = nullptr;
-    HWND m_sheet = nullptr;
-    HWND m_other = nullptr;
-};
-
-} // namespace
-
 TEST_F(TranslateEditor, SurvivesFailures)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
     const BoxStub noBox;
-    const ImportPatch noSound("ZOGBLBRX.DLL", "MessageBeep", &NoSound);
+    const ImportPatch noSound( // the system keeps what its first sound needs
+        "ZOGBLBRX.DLL", "MessageBeep", +[](UINT) WINAPI -> BOOL { return TRUE; });
     TranslationFile after = m_start;
-    for (int code = 0; code < 256; ++code)
-        after.get[code] = static_cast<char>(code);
+    after.get = TranslationFile::Identity();
+    const DialogDriver::Act person = [&](HWND window) { // edits a table and loads a file
+        if (GetDlgItem(window, ZO_IDC_FILE_NAME) != nullptr) {
+            SetDlgItemTextA(window, ZO_IDC_FILE_NAME, m_file.c_str());
+        } else if (GetDlgItem(window, kApply) != nullptr) {
+            Command(ShowPage(window, 2), ZO_IDC_TRANSLATE_LOAD);
+            Command(ShowPage(window, 0), ZO_IDC_TRANSLATE_RESET);
+            Command(window, kApply);
+        }
+        Command(window, IDOK);
+    };
     const auto edit = [&](const FaultRun& run) {
         CGblTranslate table;
         table.CopyData(&m_table);
-        const Person person(m_file);
+        const AnyDialogDriver driver(person);
         const DWORD status = table.Edit(nullptr);
         run.Stop();
         EXPECT_TRUE(run.Fired() || status == ZO_TRANSLATE_SUCCESS) << status;
@@ -754,7 +593,7 @@ TEST_F(TranslateEditor, SurvivesFailures)
     };
     const auto choose = [&](const FaultRun& run) {
         CGblTranslate table;
-        const Person person(m_file);
+        const AnyDialogDriver driver(person);
         const DWORD status = table.Load(nullptr, m_file.c_str());
         run.Stop();
         EXPECT_TRUE(run.Fired() || ImageOf(table) == m_start.Bytes() + m_file);
@@ -765,14 +604,16 @@ TEST_F(TranslateEditor, SurvivesFailures)
         RunFaultLoop(faults, choose);
         RunFaultLoop(faults, edit, {.stride = 7});
     }
-    FaultSource calls("calls");
-    ZO_FAULTY_CALL(FindFirstFileA) find(calls, "ZOGBLBRX.DLL", INVALID_HANDLE_VALUE, ERROR_PATH_NOT_FOUND);
-    ZO_FAULTY_CALL(FindNextFileA) next(calls, "ZOGBLBRX.DLL", FALSE, ERROR_NO_MORE_FILES);
-    ZO_FAULTY_CALL(CreateFileA) open(calls, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
-    ZO_FAULTY_CALL(ReadFile) read(calls, "ZOAFX.DLL", FALSE, ERROR_CRC);
-    ZO_FAULTY_CALL(WriteFile) write(calls, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
-    RunFaultLoop(calls, choose);
-    RunFaultLoop(calls, edit);
+    {
+        FrameworkFileFaults files;
+        RunFaultLoop(files, choose);
+        RunFaultLoop(files, edit);
+    }
+    {
+        FileFaults folders(ERROR_ACCESS_DENIED);
+        RunFaultLoop(folders, choose);
+        RunFaultLoop(folders, edit);
+    }
     FaultSource drawing("drawing");
     ZO_FAULTY_CALL(LoadBitmapA) load(drawing, "ZOGBLBRX.DLL", nullptr);
     ZO_FAULTY_CALL(GetDC) dc(drawing, "ZOGBLBRX.DLL", nullptr);

@@ -6,30 +6,13 @@ namespace {
 
 class Translate : public TranslateTest {};
 
-/// A file that somebody holds, alone.
-class HeldFile {
-public:
-    explicit HeldFile(const std::string& file)
-        : m_handle(CreateFileA(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr))
-    {
-        EXPECT_NE(INVALID_HANDLE_VALUE, m_handle);
-    }
-    ~HeldFile() { CloseHandle(m_handle); }
-    HeldFile(const HeldFile&) = delete;
-    HeldFile& operator=(const HeldFile&) = delete;
-
-private:
-    HANDLE m_handle;
-};
-
 } // namespace
 
 TEST_F(Translate, TranslatesWhatIsEnabled)
 {
     CGblTranslate translation;
     TranslationFile fresh;
-    for (int code = 0; code < 256; ++code)
-        fresh.get[code] = fresh.put[code] = static_cast<char>(code);
+    fresh.get = fresh.put = TranslationFile::Identity();
     fresh.description = kNewDescription;
     EXPECT_EQ(fresh.Bytes(), ImageOf(translation));
     const auto expect = [&](int get, int put) {
@@ -88,44 +71,6 @@ TEST_F(Translate, CopiesEverything)
     EXPECT_EQ(image, ImageOf(source)) << "a copy is another one";
 }
 
-TEST_F(Translate, KeepsTheFormat)
-{
-    const struct {
-        const char* what;
-        DWORD flags;
-        DWORD last[4];
-        std::string description;
-        std::string kept; // in the object and, written again, in the file
-    } rows[] = {
-        {"nothing on", 0, {0, 0, 0, 0}, "By hand", "By hand"},
-        {"get, its double bytes", 5, {65, 0, 1, 0}, "x", "x"},
-        {"put, its double bytes", 10, {0, 255, 0, 1}, std::string(63, 'd'), std::string(63, 'd')},
-        {"unknown flags and numbers", 0xFFFFFFFF, {256, 0xFFFFFFFF, 2, 77}, "y", "y"},
-        {"no terminator", 1, {1, 2, 0, 0}, std::string(64, 'u'), std::string(63, 'u')},
-        {"no description", 2, {3, 4, 1, 1}, "", kNewDescription},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        TranslationFile file;
-        file.flags = row.flags;
-        std::copy(std::begin(row.last), std::end(row.last), file.last);
-        file.description = row.description;
-        file.size = 1000; // later versions may have more
-        file.version = 0x0000FFFF;
-        m_folder.Write("table.iot", file.Bytes());
-        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, CGblTranslate::IsValidFile(m_file.c_str()));
-        CGblTranslate translation;
-        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Load(m_file.c_str()));
-        file.flags &= 15;
-        file.description = row.kept;
-        file.size = 96;
-        file.version = 0x00010000;
-        EXPECT_EQ(file.Bytes() + m_file, ImageOf(translation));
-        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, translation.Save(nullptr));
-        EXPECT_EQ(file.Bytes(), m_folder.Read("table.iot"));
-    }
-}
-
 TEST_F(Translate, CutsDescriptionsAtWholeCharacters)
 {
     const std::string kanji = "\x95\x5C"; // its second byte is a backslash
@@ -153,40 +98,6 @@ TEST_F(Translate, CutsDescriptionsAtWholeCharacters)
     EXPECT_STREQ(kNewDescription, text);
 }
 
-TEST_F(Translate, TellsWhatIsWrongWithAFile)
-{
-    const auto with = [](DWORD TranslationFile::*field, DWORD value) {
-        TranslationFile file;
-        file.*field = value;
-        return file.Bytes();
-    };
-    const std::string good = TranslationFile().Bytes();
-    const std::pair<DWORD, std::string> rows[] = {
-        {ZO_TRANSLATE_SUCCESS, good},
-        {ZO_TRANSLATE_WRONG_LENGTH, ""},
-        {ZO_TRANSLATE_WRONG_LENGTH, good.substr(1)},
-        {ZO_TRANSLATE_WRONG_LENGTH, good + '\0'},
-        {ZO_TRANSLATE_WRONG_LENGTH, good + good},
-        {ZO_TRANSLATE_SHORT_HEADER, with(&TranslationFile::size, 95)},
-        {ZO_TRANSLATE_SHORT_HEADER, std::string(kTranslationFileSize, '\0')},
-        {ZO_TRANSLATE_SUCCESS, with(&TranslationFile::size, 0xFFFFFFFF)},
-        {ZO_TRANSLATE_WRONG_MAGIC, with(&TranslationFile::magic, 0x63192405)},
-        {ZO_TRANSLATE_NEWER_VERSION, with(&TranslationFile::version, 0x00010001)},
-        {ZO_TRANSLATE_SUCCESS, with(&TranslationFile::version, 0)},
-        {ZO_TRANSLATE_NEWER_VERSION, with(&TranslationFile::version, 0x80000000)},
-    };
-    for (const auto& [status, bytes] : rows) {
-        SCOPED_TRACE(testing::Message() << bytes.size() << " bytes, status " << status);
-        m_folder.Write("table.iot", bytes);
-        EXPECT_EQ(status, CGblTranslate::IsValidFile(m_file.c_str()));
-        CGblTranslate translation;
-        translation.SetDescription("before");
-        const std::string image = ImageOf(translation);
-        EXPECT_EQ(status, translation.Load(m_file.c_str()));
-        EXPECT_EQ(status != 0, ImageOf(translation) == image);
-    }
-}
-
 TEST_F(Translate, NeedsAFileThatItCanOpen)
 {
     m_folder.Write("table.iot", TranslationFile().Bytes());
@@ -199,7 +110,7 @@ TEST_F(Translate, NeedsAFileThatItCanOpen)
         {ZO_TRANSLATE_NOT_OPENED, m_file.c_str()}, // held
     };
     {
-        const HeldFile held(m_file);
+        const CFile held(m_file.c_str(), CFile::modeRead | CFile::shareExclusive);
         for (const auto& [status, path] : rows) {
             SCOPED_TRACE(path != nullptr ? path : "(null)");
             CGblTranslate translation;
@@ -261,11 +172,7 @@ TEST_F(Translate, SurvivesFailingFiles)
 {
     const TranslationFile file;
     {
-        FaultSource reading("reading");
-        ZO_FAULTY_CALL(CreateFileA) open(reading, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
-        ZO_FAULTY_CALL(GetFileSizeEx) size(reading, "ZOAFX.DLL", FALSE, ERROR_INVALID_HANDLE);
-        ZO_FAULTY_CALL(SetFilePointerEx) seek(reading, "ZOAFX.DLL", FALSE, ERROR_SEEK);
-        ZO_FAULTY_CALL(ReadFile) read(reading, "ZOAFX.DLL", FALSE, ERROR_CRC);
+        FrameworkFileFaults reading;
         // The calls of IsValidFile: open, size, seek, read. Those of Load behind it: open, and three reads.
         constexpr int kSecondOpen = 5, kGetRead = 6, kPutRead = 7;
         RunFaultLoop(reading, [&](const FaultRun& run) {

@@ -2,25 +2,14 @@
 /// Translation files made by hand, and what an object holds, for comparison.
 #pragma once
 
-#include "product/registered_product.h"
-#include "support/test.h"
+#include "product/product_test.h"
 
-#include <zogbl/module.h>
 #include <zogbl/translate.h>
 
 namespace zo_test {
 
 constexpr size_t kTranslationFileSize = 608;
 constexpr char kNewDescription[] = "New translation table";
-
-/// A number as it stands in a file.
-inline std::string LittleEndian(DWORD number)
-{
-    std::string bytes;
-    for (int shift = 0; shift < 32; shift += 8)
-        bytes += static_cast<char>(number >> shift);
-    return bytes;
-}
 
 /// What a translation file holds; at first one that mirrors the get table and steps through the put table.
 struct TranslationFile {
@@ -36,11 +25,20 @@ struct TranslationFile {
             put += static_cast<char>(code + 1);
         }
     }
+    /// Of a table that changes nothing.
+    static std::string Identity()
+    {
+        std::string table;
+        for (int code = 0; code < 256; ++code)
+            table += static_cast<char>(code);
+        return table;
+    }
     std::string Bytes() const
     {
-        std::string bytes = get + put + LittleEndian(size) + LittleEndian(magic) + LittleEndian(version) +
-                            LittleEndian(flags) + LittleEndian(last[0]) + LittleEndian(last[1]) +
-                            LittleEndian(last[2]) + LittleEndian(last[3]) + description;
+        std::string bytes = get + put;
+        for (const DWORD number : {size, magic, version, flags, last[0], last[1], last[2], last[3]})
+            bytes += BytesOf(number);
+        bytes += description;
         bytes.resize(kTranslationFileSize, '\0');
         return bytes;
     }
@@ -56,9 +54,10 @@ inline std::string ImageOf(const CGblTranslate& translation)
     }
     file.flags = static_cast<DWORD>(translation.IsGetEnabled() | translation.IsPutEnabled() << 1 |
                                     translation.IsGetDBCSEnabled() << 2 | translation.IsPutDBCSEnabled() << 3);
-    const DWORD last[] = {translation.GetLastInput(), translation.GetLastOutput(), translation.GetLastModeI(),
-                          translation.GetLastModeO()};
-    std::copy(std::begin(last), std::end(last), file.last);
+    file.last[0] = translation.GetLastInput();
+    file.last[1] = translation.GetLastOutput();
+    file.last[2] = translation.GetLastModeI();
+    file.last[3] = translation.GetLastModeO();
     CString text;
     translation.GetDescription(text);
     file.description = text;
@@ -66,14 +65,9 @@ inline std::string ImageOf(const CGblTranslate& translation)
     return file.Bytes() + std::string(text);
 }
 
-class TranslateTest : public testing::Test {
+class TranslateTest : public ProductTest {
 protected:
-    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
-
-    RegisteredProduct m_product;
-    TestFolder m_folder;
-    const std::string m_file = m_folder.Path("table.iot");
+    const std::string m_file = Path("table.iot");
 };
 
 } // namespace zo_test
