@@ -1,6 +1,5 @@
 // The about box and, from it, the settings of the trace: by clicks and keys.
-#include "driven_dialog.h"
-#include "product/registered_product.h"
+#include "product/product_test.h"
 #include "support/test.h"
 #include "telling_app.h"
 
@@ -33,34 +32,23 @@ UINT WINAPI NoteStart(LPCSTR command, UINT show)
     return g_startResult;
 }
 
-class AboutBox : public testing::Test {
+class AboutBox : public ProductTest {
 protected:
-    void SetUp() override
+    AboutBox()
     {
         g_moduleFileName = m_path.Original<DWORD WINAPI(HMODULE, LPSTR, DWORD)>();
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
         g_folder = m_folder.Path();
     }
-    void TearDown() override
-    {
-        m_product.Config().DeleteSection(ZO_MODE_LOCAL_MACHINE, kDevices, nullptr);
-        ZoGblDumpLanguageDLL();
-    }
-    /// Opens the settings from the about box and drives them; further acts are for boxes.
-    void WithSettings(DialogDriver::Act act, DialogDriver::Act box = {})
+    ~AboutBox() override { m_product.Config().DeleteSection(ZO_MODE_LOCAL_MACHINE, kDevices, nullptr); }
+    /// Opens the settings from the about box and drives them; another act is for a box.
+    static void WithSettings(const DialogDriver::Act& act, const DialogDriver::Act& box = nullptr)
     {
         const auto open = [](HWND about) {
             Press(about, ZO_IDC_ABOUT_TRACE);
             Key(about, VK_ESCAPE);
         };
-        CZoAboutDialog about(0);
-        if (box) {
-            const DialogDriver driver({open, act, box});
-            EXPECT_EQ(IDCANCEL, about.DoModal());
-        } else {
-            const DialogDriver driver({open, act});
-            EXPECT_EQ(IDCANCEL, about.DoModal());
-        }
+        const DialogDriver driver({open, act, box});
+        EXPECT_EQ(IDCANCEL, CZoAboutDialog(0).DoModal());
     }
     DWORD NoAutoDetect()
     {
@@ -72,34 +60,17 @@ protected:
     void MakeTraceFile(const std::string& name)
     {
         m_folder.Write(name, "traced");
-        const HANDLE file =
-            CreateFileA(m_folder.Path(name).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        const HANDLE file = CreateFileA(Path(name).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
         const SYSTEMTIME local = {2000, 6, 5, 30, 10, 15, 0, 0};
         FILETIME localTime, time;
         EXPECT_TRUE(SystemTimeToFileTime(&local, &localTime) && LocalFileTimeToFileTime(&localTime, &time) &&
                     SetFileTime(file, nullptr, nullptr, &time));
         CloseHandle(file);
     }
-    std::string Lower(std::string text) const
-    {
-        CString lower = text.c_str();
-        lower.MakeLower();
-        return (LPCSTR)lower;
-    }
 
-    RegisteredProduct m_product;
-    TestFolder m_folder;
     ImportPatch m_path{kLibrary, "GetModuleFileNameA", &FileNameInFolder};
     ImportPatch m_start{kLibrary, "WinExec", &NoteStart};
 };
-
-std::string ListText(HWND dialog, int row)
-{
-    char text[400] = "";
-    SendDlgItemMessageA(dialog, ZO_IDC_TRACE_FILES, LB_GETTEXT, static_cast<WPARAM>(row),
-                        reinterpret_cast<LPARAM>(text));
-    return text;
-}
 
 void Paint(HWND window) { RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); }
 
@@ -107,30 +78,24 @@ void Paint(HWND window) { RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW |
 
 TEST_F(AboutBox, ShowsTheProgramAndFollowsTheLanguage)
 {
-    DrivenDialog<CZoAboutDialog> about(0u);
-    about.act = [&](DrivenDialog<CZoAboutDialog>& open) {
-        EXPECT_EQ("About Brixel Suite", TextOf(open.m_hWnd));
-        EXPECT_EQ("Brixel Suite", TextOf(open.m_hWnd, ZO_IDC_ABOUT_PRODUCT));
-        EXPECT_EQ(0u, TextOf(open.m_hWnd, ZO_IDC_ABOUT_VERSION).find("Version 3.9"))
-            << TextOf(open.m_hWnd, ZO_IDC_ABOUT_VERSION);
-        EXPECT_NE("", TextOf(open.m_hWnd, ZO_IDC_ABOUT_COPYRIGHT));
-        EXPECT_EQ("&Trace settings...", TextOf(open.m_hWnd, ZO_IDC_ABOUT_TRACE));
+    CZoAboutDialog about(0);
+    const DialogDriver driver({[&](HWND window) {
+        EXPECT_EQ("About Brixel Suite", TextOf(window));
+        EXPECT_EQ("Brixel Suite", TextOf(window, ZO_IDC_ABOUT_PRODUCT));
+        EXPECT_EQ("Version 3.9", TextOf(window, ZO_IDC_ABOUT_VERSION).substr(0, 11));
+        EXPECT_NE("", TextOf(window, ZO_IDC_ABOUT_COPYRIGHT));
+        EXPECT_EQ("&Trace settings...", TextOf(window, ZO_IDC_ABOUT_TRACE));
         CCountryCodeListBox countries; // as a program's own dialog has them
-        ASSERT_TRUE(countries.Create(WS_CHILD, CRect(0, 0, 9, 9), &open, 900));
+        ASSERT_TRUE(countries.Create(WS_CHILD, CRect(0, 0, 9, 9), &about, 900));
         countries.ResetInformation(-1);
         countries.SelectCountryIndex(276);
-        ZoGblDumpLanguageDLL();
-        m_product.MakeCurrent(0x0407);
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        CZoDialog::ReloadOpenDialogs();
-        char name[64] = "";
-        countries.SendMessage(LB_GETTEXT, static_cast<WPARAM>(countries.GetCurSel()), reinterpret_cast<LPARAM>(name));
-        EXPECT_STREQ("Deutschland", name);
-        EXPECT_EQ(0u, TextOf(open.m_hWnd).find("Info ")) << TextOf(open.m_hWnd);
-        EXPECT_EQ("Auf&zeichnung...", TextOf(open.m_hWnd, ZO_IDC_ABOUT_TRACE));
-    };
+        ChangeLanguage(kGerman);
+        EXPECT_EQ("Deutschland", RowText(window, 900, countries.GetCurSel()));
+        EXPECT_EQ("Info ", TextOf(window).substr(0, 5));
+        EXPECT_EQ("Auf&zeichnung...", TextOf(window, ZO_IDC_ABOUT_TRACE));
+        Key(window, VK_ESCAPE);
+    }});
     EXPECT_EQ(IDCANCEL, about.DoModal());
-    EXPECT_TRUE(about.acted);
 }
 
 TEST_F(AboutBox, KeepsTheTraceLevel)
@@ -154,7 +119,7 @@ TEST_F(AboutBox, KeepsTheTraceLevel)
         SCOPED_TRACE(testing::Message() << row.before << " typed " << (row.typed != nullptr ? row.typed : "nothing"));
         CZoTrace::SetRegTraceLevel(row.before);
         const auto act = [&](HWND window) {
-            const bool wasOn = IsDlgButtonChecked(window, ZO_IDC_TRACE_ON) != 0;
+            const bool wasOn = IsChecked(window, ZO_IDC_TRACE_ON);
             EXPECT_EQ(row.before != 0, wasOn);
             EXPECT_EQ(wasOn, IsEnabled(window, ZO_IDC_TRACE_LEVEL));
             EXPECT_EQ(row.shown, TextOf(window, ZO_IDC_TRACE_LEVEL));
@@ -170,7 +135,7 @@ TEST_F(AboutBox, KeepsTheTraceLevel)
                 Key(window, VK_ESCAPE);
             }
         };
-        WithSettings(act, row.box.empty() ? DialogDriver::Act() : AnswerBox(row.box, IDOK));
+        WithSettings(act, AnswerBoxIfAny(row.box, IDOK));
         EXPECT_EQ(row.after, CZoTrace::GetRegTraceLevel());
     }
     // What cannot be reached is not looked at.
@@ -186,35 +151,37 @@ TEST_F(AboutBox, KeepsWhetherModemsAreDetected)
 {
     for (const DWORD before : {0u, 1u, 5u}) {
         m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, kDevices, kNoAutoDetect, before);
-        const UINT key = before == 1 ? IDCANCEL : IDOK;
+        const int button = before == 1 ? IDCANCEL : IDOK;
         WithSettings([&](HWND window) {
-            EXPECT_EQ(before != 0, IsDlgButtonChecked(window, ZO_IDC_TRACE_NO_DETECTION) != 0);
+            EXPECT_EQ(before != 0, IsChecked(window, ZO_IDC_TRACE_NO_DETECTION));
             Press(window, ZO_IDC_TRACE_NO_DETECTION);
-            Press(window, static_cast<int>(key));
+            Press(window, button);
         });
-        EXPECT_EQ(key == IDCANCEL ? before : before == 0, NoAutoDetect());
+        EXPECT_EQ(button == IDCANCEL ? before : before == 0, NoAutoDetect());
     }
 }
 
 TEST_F(AboutBox, ListsTraceFilesAndShowsThem)
 {
     WithSettings([](HWND window) {
-        EXPECT_EQ(0, SendDlgItemMessageA(window, ZO_IDC_TRACE_FILES, LB_GETCOUNT, 0, 0));
+        EXPECT_EQ("", RowsOf(window, ZO_IDC_TRACE_FILES));
         EXPECT_FALSE(IsEnabled(window, ZO_IDC_TRACE_VIEW));
         SendMessageA(window, WM_CLOSE, 0, 0);
     });
     // On a Japanese system, a name whose second byte is a backslash elsewhere.
     const std::string last = IsDoubleByte() ? "\x83\x5C.trc" : "zoz.trc";
-    for (const std::string& name :
-         {std::string("ZoB.TRC"), std::string("ZoA.trc"), std::string("Zo (C).TRC"), std::string("other.txt"), last})
+    for (const std::string& name : {std::string("ZoB.TRC"), {"ZoA.trc"}, {"Zo (C).TRC"}, {"other.txt"}, last})
         MakeTraceFile(name);
-    CreateDirectoryA(m_folder.Path("folder.trc").c_str(), nullptr);
-    const std::string folder = Lower(g_folder) + "\\";
+    CreateDirectoryA(Path("folder.trc").c_str(), nullptr);
+    CString lower = (g_folder + "\\").c_str();
+    lower.MakeLower();
+    const std::string folder(lower);
     WithSettings(
         [&](HWND window) {
-            EXPECT_EQ(4, SendDlgItemMessageA(window, ZO_IDC_TRACE_FILES, LB_GETCOUNT, 0, 0));
-            EXPECT_EQ(0, SendDlgItemMessageA(window, ZO_IDC_TRACE_FILES, LB_GETCURSEL, 0, 0));
-            EXPECT_EQ(folder + "zoa.trc (06/30/00 10:15)", ListText(window, 1));
+            EXPECT_EQ(0, ChosenRow(window, ZO_IDC_TRACE_FILES));
+            const std::string date = " (06/30/00 10:15)|" + folder;
+            EXPECT_EQ(folder + "zo (c).trc" + date + "zoa.trc" + date + "zob.trc" + date + last + date,
+                      RowsOf(window, ZO_IDC_TRACE_FILES) + folder);
             EXPECT_TRUE(IsEnabled(window, ZO_IDC_TRACE_VIEW));
             const std::string commands[] = {"zo", "zoa.trc", "zob.trc", last};
             for (int row = 0; row < 4; ++row) {
@@ -234,25 +201,18 @@ TEST_F(AboutBox, IsReachedByKeysAlone)
 {
     MakeTraceFile("ZoA.TRC");
     CZoTrace::SetRegTraceLevel(0);
-    const auto tabs = [](HWND window, std::initializer_list<int> order) {
-        for (const int control : order) {
-            Key(window, VK_TAB);
-            EXPECT_EQ(control, FocusOf(window));
-        }
-    };
     CZoAboutDialog about(0);
     const DialogDriver driver({[&](HWND window) {
-                                   EXPECT_EQ(IDOK, FocusOf(window));
-                                   tabs(window, {ZO_IDC_ABOUT_TRACE, IDOK});
+                                   ExpectTabOrder(window, {IDOK, ZO_IDC_ABOUT_TRACE, IDOK});
                                    AccessKey(window, 'T');
                                    Key(window, VK_ESCAPE);
                                },
                                [&](HWND window) {
-                                   EXPECT_EQ(ZO_IDC_TRACE_ON, FocusOf(window));
-                                   tabs(window, {ZO_IDC_TRACE_NO_DETECTION, ZO_IDC_TRACE_FILES, ZO_IDC_TRACE_VIEW, IDOK,
-                                                 IDCANCEL, ZO_IDC_TRACE_ON});
+                                   ExpectTabOrder(window,
+                                                  {ZO_IDC_TRACE_ON, ZO_IDC_TRACE_NO_DETECTION, ZO_IDC_TRACE_FILES,
+                                                   ZO_IDC_TRACE_VIEW, IDOK, IDCANCEL, ZO_IDC_TRACE_ON});
                                    AccessKey(window, 'T');
-                                   tabs(window, {ZO_IDC_TRACE_LEVEL});
+                                   ExpectTabOrder(window, {ZO_IDC_TRACE_ON, ZO_IDC_TRACE_LEVEL});
                                    AccessKey(window, 'F');
                                    EXPECT_EQ(ZO_IDC_TRACE_FILES, FocusOf(window));
                                    AccessKey(window, 'L');
@@ -281,30 +241,17 @@ TEST_F(AboutBox, OpensOrFailsWhateverIsMissing)
     });
     MakeTraceFile("ZoA.TRC");
     const TellingApp app;
-    struct Closer {
-        static void CALLBACK Close(HWND, UINT, UINT_PTR, DWORD)
-        {
-            const HWND window = FindWindowA("#32770", "Trace Settings");
-            if (window != nullptr) {
-                Paint(window);
-                for (const int command : {ZO_IDC_TRACE_VIEW, IDOK, IDCANCEL}) // OK may be refused
-                    SendMessageA(window, WM_COMMAND, static_cast<WPARAM>(command),
-                                 reinterpret_cast<LPARAM>(GetDlgItem(window, command)));
-            }
-        }
-    };
-    const UINT_PTR timer = SetTimer(nullptr, 0, 5, &Closer::Close);
     const auto run = [&](const FaultRun& run) {
         CZoTrace::SetRegTraceLevel(7);
-        DrivenDialog<CZoAboutDialog> about(0u);
-        about.act = [](DrivenDialog<CZoAboutDialog>& open) {
-            SendMessageA(open.m_hWnd, WM_COMMAND, ZO_IDC_ABOUT_TRACE,
-                         reinterpret_cast<LPARAM>(open.Item(ZO_IDC_ABOUT_TRACE)));
-        };
-        const INT_PTR result = about.DoModal();
+        const AnyDialogDriver driver([](HWND window) {
+            Paint(window);
+            for (const int control : {ZO_IDC_ABOUT_TRACE, ZO_IDC_TRACE_VIEW, IDOK}) // OK may be refused
+                Command(window, control);
+        });
+        const INT_PTR result = CZoAboutDialog(0).DoModal();
         const bool failed = run.Fired();
         run.Stop();
-        EXPECT_TRUE(result == IDCANCEL || (failed && result == -1)) << result;
+        EXPECT_TRUE(result == IDOK || (failed && result == -1)) << result;
         const WORD level = CZoTrace::GetRegTraceLevel();
         EXPECT_TRUE(level == 7 || failed) << level;
     };
@@ -322,5 +269,4 @@ TEST_F(AboutBox, OpensOrFailsWhateverIsMissing)
     ZO_FAULTY_CALL(GetFileVersionInfoSizeA) version(system, kLibrary, 0);
     ZO_FAULTY_CALL(LoadIconA) icon(system, kLibrary, nullptr);
     RunFaultLoop(system, run);
-    KillTimer(nullptr, timer);
 }

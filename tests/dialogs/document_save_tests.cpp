@@ -1,6 +1,5 @@
 // The names of documents, and saving them.
-#include "driven_dialog.h"
-#include "product/registered_product.h"
+#include "document_test.h"
 #include "support/test.h"
 
 #include <zogbl/document_save.h>
@@ -11,26 +10,8 @@ namespace {
 
 constexpr int kName = ZO_IDC_FILE_NAME;
 
-/// A type of documents by its two texts.
-class NamedType : public CMultiDocTemplate {
-public:
-    NamedType(LPCSTR name, LPCSTR extension)
-        : CMultiDocTemplate(0, nullptr, nullptr, nullptr), m_name(name), m_extension(extension)
-    {
-    }
-    BOOL GetDocString(CString& text, DocStringIndex index) const override
-    {
-        text = index == filterName ? m_name : index == filterExt ? m_extension : CString();
-        return !text.IsEmpty();
-    }
-
-private:
-    CString m_name, m_extension;
-};
-
 class Document : public CDocument {
 public:
-    ~Document() override { ++s_deleted; }
     BOOL OnSaveDocument(LPCSTR path) override
     {
         if (m_instead)
@@ -39,7 +20,6 @@ public:
         file.Write("saved", 5);
         return CDocument::OnSaveDocument(path);
     }
-    static inline int s_deleted = 0;
     std::function<BOOL(LPCSTR path)> m_instead; // of saving
 };
 
@@ -53,23 +33,22 @@ std::string FilterOf(HWND dialog)
     return list;
 }
 
-class DocumentSave : public testing::Test {
+constexpr char kNotSaved[] = "The document could not be saved.";
+constexpr char kExists[] = "This file already exists. Do you want to replace it?";
+
+DialogDriver::Act Told(const std::string& path, const char* text, int button = IDOK)
+{
+    return AnswerBox(path + "\n\n" + text, button);
+}
+
+class DocumentSave : public DocumentTest {
 protected:
-    void SetUp() override
+    DocumentSave()
     {
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        CWinApp* tests = AfxGetApp();
-        m_application = std::make_unique<CWinApp>();
-        AfxGetModuleState()->m_pCurrentWinApp = tests;
         m_type.AddDocument(&m_document);
         m_document.SetTitle("before");
     }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
-    std::string Path(const std::string& name) const { return m_folder.Path(name); }
 
-    RegisteredProduct m_product;
-    TestFolder m_folder;
-    std::unique_ptr<CWinApp> m_application;
     NamedType m_type{"Letters", ".let"};
     Document m_document;
 };
@@ -79,7 +58,7 @@ protected:
 TEST_F(DocumentSave, OffersTypesByTheByte)
 {
     NamedType nameless("", ".x");
-    m_application->AddDocTemplate(new NamedType("Letters", ".Let"));
+    Add(new NamedType("Letters", ".Let"));
     const std::string one = "Letters|*.Let|All files (*.*)|*.*|";
     const auto prompt = [&](CDocTemplate* type, CWinApp* application, const std::string& filter, const char* title,
                             UINT titleId, BOOL open) {
@@ -97,10 +76,10 @@ TEST_F(DocumentSave, OffersTypesByTheByte)
     prompt(&m_type, m_application.get(), "Letters|*.let|All files (*.*)|*.*|", "Save As", ZO_IDS_SAVE_AS_TITLE, FALSE);
     prompt(&nameless, nullptr, "All files (*.*)|*.*|", "Select a File", 0, TRUE);
     prompt(nullptr, nullptr, "All files (*.*)|*.*|", "Save Copy As", ZO_IDS_SAVE_COPY_TITLE, FALSE);
-    m_application->AddDocTemplate(new NamedType("Plain", ""));
+    Add(new NamedType("Plain", ""));
     prompt(nullptr, m_application.get(), one, "Select a File", 0, TRUE);
-    m_application->AddDocTemplate(new NamedType("", ".ONE"));
-    m_application->AddDocTemplate(new NamedType("Sheets", ".tab"));
+    Add(new NamedType("", ".ONE"));
+    Add(new NamedType("Sheets", ".tab"));
     prompt(nullptr, m_application.get(),
            "All documents (*.let;*.one;*.tab)|*.let;*.one;*.tab|Letters|*.Let|Sheets|*.tab|All files (*.*)|*.*|",
            "Select a File", 0, TRUE);
@@ -126,6 +105,7 @@ TEST_F(DocumentSave, MakesUpNamesFromTitles)
         {nullptr, "Document12", 1, "Document.let", "Save As"},
         {"", "a%b", 1, "a.let", "Save As"},
         {"", "12345678", 1, "12345678.let", "Save As"},
+        {"", "1234567\x83\x5C", 1, IsDoubleByte() ? "1234567.let" : "1234567\x83.let", "Save As"}, // no half of one
         {"", "one\\two", 1, "one.let", "Save As"},
         {"", "x;y", 1, "x.let", "Save As"},
         {"", "#", 1, ".let", "Save As"},
@@ -144,13 +124,6 @@ TEST_F(DocumentSave, MakesUpNamesFromTitles)
         EXPECT_EQ(0, ZoDoSave(&m_document, nullptr, row.current, row.title, row.replace));
         EXPECT_STREQ("", m_document.GetPathName());
     }
-    if (IsDoubleByte()) {
-        const DialogDriver driver({[](HWND dialog) {
-            EXPECT_EQ("1234567.let", TextOf(dialog, kName)) << "no half of a character";
-            Press(dialog, IDCANCEL);
-        }});
-        EXPECT_EQ(0, ZoDoSave(&m_document, nullptr, "", "1234567\x83\x5C", 1));
-    }
 }
 
 TEST_F(DocumentSave, DeletesOnlyWhatItsFailedSaveMadeOrEmptied)
@@ -166,6 +139,7 @@ TEST_F(DocumentSave, DeletesOnlyWhatItsFailedSaveMadeOrEmptied)
     };
     const auto refuse = [](LPCSTR) { return FALSE; };
     const auto fail = [](LPCSTR) -> BOOL { AfxThrowFileException(CFileException::diskFull, ERROR_DISK_FULL); };
+    const std::string path = Path("file.let");
     const struct {
         std::function<BOOL(LPCSTR)> save;
         bool tells;
@@ -178,29 +152,24 @@ TEST_F(DocumentSave, DeletesOnlyWhatItsFailedSaveMadeOrEmptied)
         {[&](LPCSTR path) { return make(path, "half"), FALSE; }, false, nullptr, nullptr, "(none)"},
         {[&](LPCSTR path) { return make(path, "half"), FALSE; }, false, "", nullptr, "half"},
         {[&](LPCSTR path) { return make(path, ""), fail(path); }, true, nullptr, "old", "(none)"},
+        {[&](LPCSTR path) { return make(path, ""), fail(path); }, true, "", "old", ""},
+        {[&](LPCSTR path) { return make(path, ""), fail(path); }, true, path.c_str(), "old", ""},
         {[&](LPCSTR path) { return make(path, "old and new"), fail(path); }, true, nullptr, "old", "old and new"},
         {[&](LPCSTR path) { return ::DeleteFileA(path), fail(path); }, true, nullptr, "old", "(none)"},
         {[&](LPCSTR path) { return put(path), FALSE; }, false, nullptr, "old", "(none)"},
     };
-    const std::string path = Path("file.let");
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
         ::DeleteFileA(path.c_str());
         if (row.before != nullptr)
             m_folder.Write("file.let", row.before);
         m_document.m_instead = row.save;
-        const DialogDriver::Act take = [](HWND dialog) { Press(dialog, IDOK); };
-        const auto told = AnswerBox(path + "\n\nThe document could not be saved.", IDOK);
-        const auto exists = AnswerBox(path + "\n\nThis file already exists. Do you want to replace it?", IDYES);
-        std::vector<DialogDriver::Act> acts = {take};
-        if (row.before != nullptr)
-            acts.push_back(exists);
-        if (row.tells)
-            acts.push_back(told);
-        {
-            const DialogDriver driver(acts);
-            EXPECT_EQ(0, ZoDoSave(&m_document, row.pathName, path.c_str(), "x", 1));
-        }
+        const bool asks = row.pathName == nullptr || *row.pathName == '\0';
+        const DialogDriver driver({asks ? Pressing(IDOK) : nullptr,
+                                   asks && row.before != nullptr ? Told(path, kExists, IDYES) : nullptr,
+                                   row.tells ? Told(path, kNotSaved) : nullptr});
+        EXPECT_EQ(0, ZoDoSave(&m_document, row.pathName, path.c_str(), "x", 1));
+        EXPECT_STREQ("", m_document.GetPathName());
         EXPECT_EQ(row.after, m_folder.Read("file.let"));
     }
 }
@@ -225,8 +194,7 @@ TEST_F(DocumentSave, KnowsAFileByEveryPath)
     EXPECT_TRUE(ZoIsSameFile(file.c_str(), file.c_str()));
     EXPECT_FALSE(ZoIsSameFile(file.c_str(), link.c_str()));
     m_document.m_instead = [](LPCSTR) { return FALSE; };
-    const DialogDriver driver({[](HWND dialog) { Press(dialog, IDOK); },
-                               AnswerBox(file + "\n\nThis file already exists. Do you want to replace it?", IDYES)});
+    const DialogDriver driver({Pressing(IDOK), Told(file, kExists, IDYES)});
     EXPECT_EQ(0, ZoDoSave(&m_document, nullptr, file.c_str(), "x", 1));
     EXPECT_EQ("text", m_folder.Read("a long name.let"));
 }
@@ -247,91 +215,21 @@ TEST_F(DocumentSave, SavesUnderTheNameGivenOrAskedFor)
     const std::string missing = Path("gone\\x.let");
     for (const char* empty : {static_cast<const char*>(nullptr), ""}) {
         m_folder.Write("taken.let", "before");
-        const DialogDriver driver(
-            {[&](HWND dialog) {
-                 Type(dialog, kName, missing);
-                 Press(dialog, IDOK); // the folder must exist
-                 Type(dialog, kName, "taken");
-                 Press(dialog, IDOK);
-                 EXPECT_EQ("taken", TextOf(dialog, kName));
-                 Press(dialog, IDOK);
-             },
-             AnswerBox(missing + "\n\nThe folder does not exist. Please check the path.", IDOK),
-             AnswerBox(Path("taken.let") + "\n\nThis file already exists. Do you want to replace it?", IDNO),
-             AnswerBox(Path("taken.let") + "\n\nThis file already exists. Do you want to replace it?", IDYES)});
+        const DialogDriver driver({[&](HWND dialog) {
+                                       Type(dialog, kName, missing);
+                                       Press(dialog, IDOK); // the folder must exist
+                                       Type(dialog, kName, "taken");
+                                       Press(dialog, IDOK);
+                                       EXPECT_EQ("taken", TextOf(dialog, kName));
+                                       Press(dialog, IDOK);
+                                   },
+                                   Told(missing, "The folder does not exist. Please check the path."),
+                                   Told(Path("taken.let"), kExists, IDNO), Told(Path("taken.let"), kExists, IDYES)});
         EXPECT_EQ(1, ZoDoSave(&m_document, empty, given.c_str(), "x", 1));
         EXPECT_EQ("saved", m_folder.Read("taken.let"));
         EXPECT_STREQ(Path("taken.let").c_str(), m_document.GetPathName());
     }
 }
-
-TEST_F(DocumentSave, LeavesNoHalfDocumentBehind)
-{
-    enum Trouble { kFullDisk, kReadOnly, kHeldOpen };
-    const struct {
-        Trouble trouble;
-        const char* pathName; // null: asked for and deleted; empty: asked for
-        std::string after;
-    } rows[] = {
-        {kFullDisk, nullptr, "(none)"}, {kFullDisk, "", ""},
-        {kFullDisk, "given", ""},       {kReadOnly, nullptr, "before"},
-        {kReadOnly, "given", "before"}, {kHeldOpen, nullptr, "before"},
-        {kHeldOpen, "", "before"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.trouble << (row.pathName != nullptr ? row.pathName : "(null)"));
-        const std::string path = Path("file.let");
-        const bool asks = row.pathName == nullptr || *row.pathName == '\0';
-        if (row.trouble != kFullDisk)
-            m_folder.Write("file.let", "before");
-        FaultSource disk("disk");
-        ZO_FAULTY_CALL(WriteFile) write(disk, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
-        if (row.trouble == kFullDisk)
-            disk.Arm(1, true);
-        FaultSource rights("rights"); // which the system does not deny to every user
-        ZO_FAULTY_CALL(CreateFileA) create(rights, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
-        if (row.trouble == kReadOnly) {
-            ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
-            rights.Arm(1, true);
-        }
-        HANDLE held = INVALID_HANDLE_VALUE;
-        if (row.trouble == kHeldOpen)
-            held = ::CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-        std::vector<DialogDriver::Act> acts;
-        if (asks)
-            acts.push_back([](HWND dialog) { Press(dialog, IDOK); });
-        if (asks && row.trouble != kFullDisk)
-            acts.push_back(AnswerBox(path + "\n\nThis file already exists. Do you want to replace it?", IDYES));
-        acts.push_back(AnswerBox(path + "\n\nThe document could not be saved.", IDOK));
-        int result;
-        {
-            const DialogDriver driver(acts);
-            result = ZoDoSave(&m_document, asks ? row.pathName : path.c_str(), path.c_str(), "x", 1);
-        }
-        disk.Disarm();
-        rights.Disarm();
-        if (held != INVALID_HANDLE_VALUE)
-            ::CloseHandle(held);
-        ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-        EXPECT_EQ(0, result);
-        EXPECT_STREQ("", m_document.GetPathName());
-        EXPECT_EQ(row.after, m_folder.Read("file.let"));
-        ::DeleteFileA(path.c_str());
-    }
-}
-
-namespace {
-
-void CALLBACK GiveUp(HWND, UINT, UINT_PTR, DWORD)
-{
-    for (const char* title : {"Select a File", ""}) { // without memory it has no title
-        const HWND dialog = ::FindWindowA("#32770", title);
-        if (dialog != nullptr && ::IsWindowVisible(dialog))
-            ::SendMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-    }
-}
-
-} // namespace
 
 TEST_F(DocumentSave, SurvivesMissingMemory)
 {
@@ -350,10 +248,10 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
             ::DeleteFileA(given.c_str());
         });
     }
-    m_application->AddDocTemplate(new NamedType("One", ".1"));
-    m_application->AddDocTemplate(new NamedType("Two", ".2"));
+    Add(new NamedType("One", ".1"));
+    Add(new NamedType("Two", ".2"));
     const CString kept = "kept";
-    const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &GiveUp);
+    const AnyDialogDriver driver([](HWND dialog) { Command(dialog, IDCANCEL); });
     RunFaultLoop(faults,
                  [&](const FaultRun& run) {
                      CString name = kept;
@@ -363,5 +261,4 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
                      EXPECT_STREQ("kept", name);
                  },
                  {.stride = 3});
-    ::KillTimer(nullptr, timer);
 }

@@ -84,22 +84,20 @@ TEST_F(MessageBoxTest, HasButtonsIconSoundAndKeysOfItsType)
 
 TEST_F(MessageBoxTest, SpeaksTheLanguageOfTheUser)
 {
-    const DialogDriver driver{[](HWND box) { AccessKey(box, 'n'); },
-                              [](HWND box) {
-                                  EXPECT_EQ("Error", TextOf(box));
-                                  Press(box, IDOK);
-                              },
-                              [](HWND box) {
-                                  EXPECT_EQ("Fehler", TextOf(box));
-                                  EXPECT_EQ("&Ja6 &Nein7 Abbrechen2 ", ButtonsOf(box));
-                                  AccessKey(box, 'j');
-                              },
-                              [](HWND box) {
+    const auto expect = [](const char* title, const char* buttons, char key) -> DialogDriver::Act {
+        return [=](HWND box) {
+            EXPECT_EQ(title, TextOf(box));
+            EXPECT_EQ(buttons, ButtonsOf(box));
+            AccessKey(box, key);
+        };
+    };
+    const DialogDriver driver{expect("Title", "&Yes6 &No7 Cancel2 ", 'n'), expect("Error", "&Retry4 Cancel2 ", 'r'),
+                              expect("Fehler", "&Ja6 &Nein7 Abbrechen2 ", 'j'), [](HWND box) {
                                   EXPECT_EQ("&Wiederholen4 Abbrechen2 ", ButtonsOf(box));
                                   Key(box, VK_ESCAPE);
                               }};
     EXPECT_EQ(IDNO, ZoMessageBox(nullptr, "text", "Title", MB_YESNOCANCEL));
-    EXPECT_EQ(IDOK, ZoMessageBox(nullptr, nullptr, nullptr, MB_OK));
+    EXPECT_EQ(IDRETRY, ZoMessageBox(nullptr, nullptr, nullptr, MB_RETRYCANCEL));
     ChangeLanguage(kGerman);
     EXPECT_EQ(IDYES, ZoMessageBox(nullptr, "text", nullptr, MB_YESNOCANCEL));
     EXPECT_EQ(IDCANCEL, AfxMessageBox("text", MB_RETRYCANCEL)) << "the framework's too";
@@ -258,14 +256,9 @@ TEST_F(MessageBoxTest, LeavesToTheSystemWhatItCannotShow)
     AllocationFaults memory;
     RunFaultLoop(memory, [&](const FaultRun& run) {
         s_count = 0;
-        const UINT_PTR timer = SetTimer(
-            nullptr, 0, 5, +[](HWND, UINT, UINT_PTR, DWORD) CALLBACK {
-                if (const HWND box = FindWindowA("#32770", "Title"))
-                    SendMessageA(box, WM_COMMAND, IDOK, 0);
-            });
+        const AnyDialogDriver driver([](HWND box) { Command(box, IDOK); });
         const int answer = ZoMessageBox(nullptr, "text", "Title", MB_OK);
         EXPECT_EQ(s_count == 0 ? IDOK : 77, answer);
         EXPECT_TRUE(run.Fired() || s_count == 0);
-        KillTimer(nullptr, timer);
     });
 }

@@ -1,5 +1,4 @@
 // The question for a program, as a real window.
-#include "driven_dialog.h"
 #include "product/product_test.h"
 #include "support/test.h"
 
@@ -7,8 +6,6 @@
 #include <zomfx/program_prompt.h>
 
 namespace {
-
-using Dialog = DrivenDialog<CZoProgramPromptDlg>;
 
 constexpr int kPath = ZO_IDC_PROGRAM_PROMPT_PATH;
 
@@ -39,15 +36,16 @@ TEST_F(ProgramPrompt, StaysOpenUntilThereIsAProgram)
     };
     for (const auto& row : rows) {
         const BoxStub box;
-        Dialog dialog("Title", "Where is it?", "before", nullptr);
-        dialog.act = [&](Dialog& open) {
-            EXPECT_STREQ("Where is it?", open.TextOf(ZO_IDC_PROGRAM_PROMPT_TEXT));
-            EXPECT_STREQ("before", open.TextOf(kPath));
-            EXPECT_EQ(open.Item(kPath), ::GetFocus());
-            open.SetDlgItemText(kPath, row.entered.c_str());
-            open.SendMessage(WM_COMMAND, IDOK);
-            EXPECT_EQ(row.accepted, !open.IsOpen()) << row.entered;
-        };
+        CZoProgramPromptDlg dialog("Title", "Where is it?", "before", nullptr);
+        const DialogDriver driver({[&](HWND window) {
+            EXPECT_EQ("Where is it?", TextOf(window, ZO_IDC_PROGRAM_PROMPT_TEXT));
+            EXPECT_EQ("before", TextOf(window, kPath));
+            EXPECT_EQ(kPath, FocusOf(window));
+            Type(window, kPath, row.entered);
+            Press(window, IDOK);
+            if (!row.accepted)
+                Press(window, IDCANCEL);
+        }});
         EXPECT_EQ(row.accepted ? IDOK : IDCANCEL, dialog.DoModal());
         EXPECT_STREQ(row.accepted ? m_program.c_str() : "before", dialog.GetPath());
         EXPECT_EQ(row.message, box.Last().text) << row.entered;
@@ -87,8 +85,8 @@ TEST_F(ProgramPrompt, SurvivesMissingMemory)
     const BoxStub noBox;
     AllocationFaults faults;
     RunFaultLoop(faults, [&](const FaultRun& run) {
-        Dialog dialog("Title", "Where?", m_program.c_str(), nullptr);
-        dialog.act = [](Dialog& open) { open.SendMessage(WM_COMMAND, IDOK); };
+        CZoProgramPromptDlg dialog("Title", "Where?", m_program.c_str(), nullptr);
+        const AnyDialogDriver driver([](HWND window) { Command(window, IDOK); });
         const INT_PTR result = dialog.DoModal();
         const bool failed = run.Fired();
         run.Stop();
@@ -98,6 +96,6 @@ TEST_F(ProgramPrompt, SurvivesMissingMemory)
             << dialog.GetPath();
     });
     ZoGblDumpLanguageDLL();
-    EXPECT_EQ(-1, Dialog("Title", "Where?", "", nullptr).DoModal()) << "without a language library";
+    EXPECT_EQ(-1, CZoProgramPromptDlg("Title", "Where?", "", nullptr).DoModal()) << "without a language library";
     EXPECT_TRUE(ZoGblLoadLanguageDLL());
 }

@@ -51,7 +51,7 @@ struct Sheet : CZoPropertySheet {
         AddPage(&first);
         AddPage(&second);
     }
-    HWND PageWindow() const { return reinterpret_cast<HWND>(SendMessage(PSM_GETCURRENTPAGEHWND)); }
+    HWND PageWindow() const { return PageOf(m_hWnd); }
 
     std::string events;
     Page first{kFirst, events};
@@ -74,13 +74,13 @@ TEST_F(PropertySheetTest, ExchangesItsPagesByKeysAndClicks)
         EXPECT_EQ("A sheet", TextOf(window));
         EXPECT_EQ("OK Cancel &Apply",
                   TextOf(window, IDOK) + ' ' + TextOf(window, IDCANCEL) + ' ' + TextOf(window, kApply));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, kApply))) << "nothing changed yet";
+        EXPECT_FALSE(IsEnabled(window, kApply)) << "nothing changed yet";
         EXPECT_EQ(2, sheet.GetPageCount());
         SetFocus(GetDlgItem(sheet.PageWindow(), kNote));
         AccessKey(window, 'n');
         EXPECT_EQ(GetDlgItem(sheet.PageWindow(), kName), GetFocus());
         Type(sheet.PageWindow(), kName, "1");
-        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(window, kApply)));
+        EXPECT_TRUE(IsEnabled(window, kApply));
         EXPECT_FALSE(sheet.second.IsCreated());
         Key(window, VK_TAB, kControl);
         EXPECT_EQ(1, sheet.GetActiveIndex());
@@ -109,10 +109,10 @@ TEST_F(PropertySheetTest, IsGivenUpByEveryWay)
         INT_PTR result;
         LPCSTR events;
     } rows[] = {
-        {[](HWND window) { Press(window, IDCANCEL); }, IDCANCEL, "shown 1,reset 1,"},
-        {[](HWND window) { Key(window, VK_ESCAPE); }, IDCANCEL, "shown 1,reset 1,"},
-        {[](HWND window) { SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0); }, IDCANCEL, "shown 1,reset 1,"},
-        {[](HWND window) { Press(window, IDOK); }, IDOK, "shown 1,left 1,applied 1,"},
+        {WaysToGiveUp()[0], IDCANCEL, "shown 1,reset 1,"},
+        {WaysToGiveUp()[1], IDCANCEL, "shown 1,reset 1,"},
+        {WaysToGiveUp()[2], IDCANCEL, "shown 1,reset 1,"},
+        {Pressing(IDOK), IDOK, "shown 1,left 1,applied 1,"},
         {[](HWND window) { static_cast<Sheet*>(CWnd::FromHandlePermanent(window))->EndDialog(77); }, 77, "shown 1,"},
     };
     for (const auto& row : rows) {
@@ -144,8 +144,7 @@ TEST_F(PropertySheetTest, TakesTheFocusAlong)
     ASSERT_TRUE(owner.CreateEx(0, "Static", "owner", WS_POPUP | WS_VISIBLE, 120, 90, 600, 500, nullptr, nullptr));
     Sheet sheet(&owner);
     const DialogDriver driver{[&](HWND window) {
-        CRect area;
-        GetWindowRect(window, &area);
+        const CRect area = AreaOf(window);
         EXPECT_NEAR(2 * 120 + 600, area.left + area.right, 2) << "in the middle of its owner";
         EXPECT_NEAR(2 * 90 + 500, area.top + area.bottom, 2);
         const struct {
@@ -177,7 +176,7 @@ TEST_F(PropertySheetTest, TakesTheFocusAlong)
             ::EnableWindow(GetDlgItem(sheet.first.m_hWnd, control), TRUE);
         SetFocus(GetDlgItem(window, kApply));
         Press(window, kApply);
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, kApply)));
+        EXPECT_FALSE(IsEnabled(window, kApply));
         EXPECT_EQ(GetDlgItem(window, IDOK), GetFocus());
         SetFocus(GetDlgItem(window, IDCANCEL));
         sheet.first.CancelToClose();
@@ -194,7 +193,7 @@ TEST_F(PropertySheetTest, FollowsTheLanguage)
     const DialogDriver driver{[&](HWND window) {
         Press(sheet.PageWindow(), kNote);
         EXPECT_EQ("Close, Cancel", buttons(window));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, IDCANCEL)));
+        EXPECT_FALSE(IsEnabled(window, IDCANCEL));
         sheet.first.SetDlgItemText(kNote, "changed");
         Type(sheet.PageWindow(), kName, "typed");
         ChangeLanguage(kGerman);
@@ -218,16 +217,8 @@ TEST_F(PropertySheetTest, OpensOrSaysNoWithoutMemory)
         INT_PTR result = -1;
         try {
             Sheet sheet;
-            struct Closer {
-                static void CALLBACK Close(HWND, UINT, UINT_PTR, DWORD)
-                {
-                    if (const HWND window = FindWindowA("#32770", "A sheet"))
-                        SendMessageA(window, WM_COMMAND, IDCANCEL, 0);
-                }
-            };
-            const UINT_PTR timer = SetTimer(nullptr, 0, 5, &Closer::Close);
+            const AnyDialogDriver driver([](HWND window) { Command(window, IDCANCEL); });
             result = sheet.DoModal();
-            KillTimer(nullptr, timer);
         } catch (CMemoryException* e) {
             e->Delete(); // out of the constructor
         }

@@ -1,5 +1,5 @@
 // The folder picker, driven as a person would.
-#include "product/registered_product.h"
+#include "product/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/global_error.h>
@@ -43,26 +43,39 @@ std::string Children(HWND dialog)
     return names;
 }
 
-class SelectDirectory : public testing::Test {
+constexpr char kAsks[] = "This folder does not exist. Do you want to create it?";
+constexpr char kFails[] = "The folder could not be created.";
+constexpr char kInvalid[] = "This is not a valid file name.";
+constexpr char kTaken[] = "There is already a file or folder of this name.";
+
+DialogDriver::Act Told(const std::string& path, const char* text, int button = IDOK)
+{
+    return AnswerBox(path + "\n\n" + text, button);
+}
+
+/// Makes a folder below the one selected and types its name; null gives the naming up.
+void MakeFolder(HWND dialog, const char* name)
+{
+    Press(dialog, kNew);
+    const auto edit = reinterpret_cast<HWND>(::SendDlgItemMessageA(dialog, kTree, TVM_GETEDITCONTROL, 0, 0));
+    ASSERT_NE(nullptr, edit);
+    if (name != nullptr)
+        ::SetWindowTextA(edit, name);
+    ::SetFocus(edit);
+    Key(dialog, name != nullptr ? VK_RETURN : VK_ESCAPE);
+}
+
+class SelectDirectory : public ProductTest {
 protected:
-    void SetUp() override
+    SelectDirectory()
     {
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
         m_folder.Write("file.txt", "");
         for (const char* name : {"One", "Two", "One\\Inner"})
             ::CreateDirectoryA(Path(name).c_str(), nullptr);
         m_owner = ::CreateWindowA("STATIC", "owner", WS_POPUP | WS_VISIBLE, 100, 100, 300, 200, nullptr, nullptr,
                                   nullptr, nullptr);
-        ASSERT_NE(nullptr, m_owner);
     }
-    void TearDown() override
-    {
-        ::DestroyWindow(m_owner);
-        ZoGblDumpLanguageDLL();
-    }
-    std::string Path(const std::string& name) const { return m_folder.Path(name); }
-    std::string Created(const std::string& path, const char* text) const { return path + "\n\n" + text; }
-
+    ~SelectDirectory() override { ::DestroyWindow(m_owner); }
     /// Asks for a folder, from \p initial on.
     int Ask(const std::string& initial, int options = kKeep)
     {
@@ -71,14 +84,9 @@ protected:
         return ZoSelectDirectory(m_buffer, sizeof m_buffer, m_owner, start.data(), options, 0, nullptr, nullptr);
     }
 
-    RegisteredProduct m_product;
-    TestFolder m_folder;
     HWND m_owner = nullptr;
     char m_buffer[MAX_PATH] = "";
 };
-
-constexpr char kAsks[] = "This folder does not exist. Do you want to create it?";
-constexpr char kFails[] = "The folder could not be created.";
 
 } // namespace
 
@@ -99,10 +107,7 @@ TEST_F(SelectDirectory, ChoosesInTheTreeByKeyboard)
         EXPECT_EQ(Path("One"), TextOf(dialog, kPath));
         Key(dialog, VK_DOWN);
         EXPECT_EQ(Path("Two"), TextOf(dialog, kPath));
-        for (const int control : {kTree, kNew, IDOK, IDCANCEL, kPath}) {
-            EXPECT_EQ(control, FocusOf(dialog));
-            Key(dialog, VK_TAB);
-        }
+        ExpectTabOrder(dialog, {kTree, kNew, IDOK, IDCANCEL, kPath, kTree});
         Key(dialog, VK_RETURN);
     }});
     EXPECT_EQ(IDOK, Ask(Path("")));
@@ -170,96 +175,71 @@ TEST_F(SelectDirectory, TakesPathsAsTheyAreTyped)
                                    }
                                    Key(dialog, VK_ESCAPE);
                                },
-                               AnswerBox(Created(bad, "This is not a valid file name."), IDOK),
-                               AnswerBox(Created(longer, "The path is too long."), IDOK)});
+                               Told(bad, kInvalid), Told(longer, "The path is too long.")});
     EXPECT_EQ(IDCANCEL, Ask(Path("")));
     EXPECT_EQ(sizeof m_buffer, static_cast<size_t>(std::count(std::begin(m_buffer), std::end(m_buffer), '\0')));
 }
 
 TEST_F(SelectDirectory, CreatesWhatIsMissing)
 {
-    const std::string wanted = Path("new\\chain"), blocked = Path("file.txt\\below");
-    {
-        const DialogDriver driver({AnswerBox(Created(wanted, kAsks), IDNO), [&](HWND dialog) {
-                                       EXPECT_EQ(Path(""), TextOf(dialog, kPath));
-                                       Press(dialog, IDCANCEL);
-                                   }});
-        EXPECT_EQ(IDCANCEL, Ask(wanted, ZO_SELECT_CREATE_INITIAL | kKeep));
-        EXPECT_FALSE(m_folder.Exists("new"));
-    }
-    {
-        const DialogDriver driver({AnswerBox(Created(wanted, kAsks), IDYES), [&](HWND dialog) {
-                                       EXPECT_EQ(wanted, TextOf(dialog, kPath));
-                                       Press(dialog, IDOK);
-                                   }});
-        EXPECT_EQ(IDOK, Ask(wanted, ZO_SELECT_CREATE_INITIAL | kKeep));
-        EXPECT_EQ(wanted, m_buffer);
-    }
-    {
-        const std::string trailing = Path("behind\\it\\");
-        const DialogDriver driver(
-            {AnswerBox(Created(trailing, kAsks), IDYES), [](HWND dialog) { Press(dialog, IDOK); }});
-        EXPECT_EQ(IDOK, Ask(trailing, ZO_SELECT_CREATE_INITIAL | kKeep));
-        EXPECT_EQ(Path("behind\\it"), m_buffer);
-    }
-    { // what is there is not asked for; what is typed is
-        const DialogDriver driver({[&](HWND dialog) {
-                                       Type(dialog, kPath, "typed");
-                                       Press(dialog, IDOK);
-                                       Press(dialog, IDOK);
-                                   },
-                                   AnswerBox(Created(wanted + "\\typed", kAsks), IDNO),
-                                   AnswerBox(Created(wanted + "\\typed", kAsks), IDYES)});
-        EXPECT_EQ(IDOK, Ask(wanted, ZO_SELECT_CREATE_INITIAL | kKeep));
-        EXPECT_EQ(wanted + "\\typed", m_buffer);
-    }
-    { // a file is in the way until the second retry
-        const DialogDriver driver({AnswerBox(Created(blocked, kAsks), IDYES),
-                                   AnswerBox(Created(blocked, kFails), IDRETRY),
-                                   [&](HWND box) {
-                                       ::DeleteFileA(Path("file.txt").c_str());
-                                       AnswerBox(Created(blocked, kFails), IDRETRY)(box);
-                                   },
-                                   [](HWND dialog) { Press(dialog, IDOK); }});
-        EXPECT_EQ(IDOK, Ask(blocked, ZO_SELECT_CREATE_INITIAL | kKeep));
-        EXPECT_EQ(blocked, m_buffer);
-    }
+    const std::string wanted = Path("new\\chain"), behind = Path("behind\\it"), typed = wanted + "\\typed";
+    const std::string blocked = Path("file.txt\\below"), barred = Path("other.txt\\below");
     m_folder.Write("other.txt", "");
-    const DialogDriver driver({AnswerBox(Created(Path("other.txt\\x"), kAsks), IDYES),
-                               AnswerBox(Created(Path("other.txt\\x"), kFails), IDCANCEL),
-                               [](HWND dialog) { Press(dialog, IDCANCEL); }});
-    EXPECT_EQ(IDCANCEL, Ask(Path("other.txt\\x"), ZO_SELECT_CREATE_INITIAL | kKeep));
+    const auto shows = [](const std::string& path, int button) -> DialogDriver::Act {
+        return [=](HWND dialog) {
+            EXPECT_EQ(path, TextOf(dialog, kPath));
+            Press(dialog, button);
+        };
+    };
+    const auto type = [](HWND dialog) {
+        Type(dialog, kPath, "typed");
+        Press(dialog, IDOK);
+        Press(dialog, IDOK);
+    };
+    const auto retry = [&](HWND box) {
+        ::DeleteFileA(Path("file.txt").c_str());
+        Told(blocked, kFails, IDRETRY)(box);
+    };
+    const struct {
+        std::string initial;
+        std::vector<DialogDriver::Act> acts;
+        std::string chosen;
+    } rows[] = {
+        {wanted, {Told(wanted, kAsks, IDNO), shows(Path(), IDCANCEL)}, ""},
+        {wanted, {Told(wanted, kAsks, IDYES), shows(wanted, IDOK)}, wanted},
+        {behind + "\\", {Told(behind + "\\", kAsks, IDYES), shows(behind, IDOK)}, behind},
+        // What is there is not asked for; what is typed is.
+        {wanted, {type, Told(typed, kAsks, IDNO), Told(typed, kAsks, IDYES)}, typed},
+        // A file is in the way until the second retry, and for good.
+        {blocked, {Told(blocked, kAsks, IDYES), Told(blocked, kFails, IDRETRY), retry, shows(blocked, IDOK)}, blocked},
+        {barred, {Told(barred, kAsks, IDYES), Told(barred, kFails, IDCANCEL), Pressing(IDCANCEL)}, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        const DialogDriver driver(row.acts);
+        EXPECT_EQ(row.chosen.empty() ? IDCANCEL : IDOK, Ask(row.initial, ZO_SELECT_CREATE_INITIAL | kKeep));
+        EXPECT_EQ(row.chosen, m_buffer);
+    }
 }
 
 TEST_F(SelectDirectory, MakesNewFolders)
 {
-    const auto label = [](HWND dialog, const char* name) {
-        const auto edit = reinterpret_cast<HWND>(::SendDlgItemMessageA(dialog, kTree, TVM_GETEDITCONTROL, 0, 0));
-        ASSERT_NE(nullptr, edit);
-        if (name != nullptr)
-            ::SetWindowTextA(edit, name);
-        ::SetFocus(edit);
-        Key(dialog, name != nullptr ? VK_RETURN : VK_ESCAPE);
-    };
     const DialogDriver driver(
         {[&](HWND dialog) {
-             Press(dialog, kNew);
-             label(dialog, "Named");
+             MakeFolder(dialog, "Named");
              EXPECT_EQ(Path("Named"), TextOf(dialog, kPath));
-             Press(dialog, kNew); // within the one before
-             label(dialog, nullptr);
+             MakeFolder(dialog, nullptr); // within the one before
              EXPECT_EQ(Path("Named\\New folder"), TextOf(dialog, kPath));
              AccessKey(dialog, 'f');
              Key(dialog, VK_LEFT);
-             Press(dialog, kNew);
-             label(dialog, "no\\name");
+             MakeFolder(dialog, "no\\name");
              EXPECT_EQ(Path("Named\\New folder (2)"), TextOf(dialog, kPath));
              const HWND tree = ::GetDlgItem(dialog, kTree);
              EXPECT_EQ(0, ::SendMessageA(tree, TVM_EDITLABELA, 0, reinterpret_cast<LPARAM>(Next(tree, TVGN_CARET))))
                  << "no other folder is renamed";
              Press(dialog, IDOK);
          },
-         AnswerBox("no\\name\n\nThis is not a valid file name.", IDOK)});
+         Told("no\\name", kInvalid)});
     EXPECT_EQ(IDOK, Ask(Path("")));
     EXPECT_EQ(Path("Named\\New folder (2)"), m_buffer);
     EXPECT_TRUE(m_folder.Exists("Named\\New folder"));
@@ -267,21 +247,13 @@ TEST_F(SelectDirectory, MakesNewFolders)
 
 TEST_F(SelectDirectory, RefusesNamesAndReadsBranchesAnew)
 {
-    const auto named = [](HWND dialog, const char* name) {
-        Press(dialog, kNew);
-        const auto edit = reinterpret_cast<HWND>(::SendDlgItemMessageA(dialog, kTree, TVM_GETEDITCONTROL, 0, 0));
-        ::SetWindowTextA(edit, name);
-        ::SetFocus(edit);
-        Key(dialog, VK_RETURN);
-        AccessKey(dialog, 'f');
-        Key(dialog, VK_LEFT);
-    };
     const DialogDriver driver({[&](HWND dialog) {
                                    AccessKey(dialog, 'f');
-                                   named(dialog, "../moved");
-                                   named(dialog, "TWO");
-                                   named(dialog, "file.txt");
-                                   named(dialog, "good");
+                                   for (const char* name : {"../moved", "TWO", "file.txt", "good"}) {
+                                       MakeFolder(dialog, name);
+                                       AccessKey(dialog, 'f');
+                                       Key(dialog, VK_LEFT);
+                                   }
                                    EXPECT_EQ(Path(""), TextOf(dialog, kPath));
                                    Key(dialog, VK_LEFT);
                                    ::CreateDirectoryA(Path("Later").c_str(), nullptr);
@@ -291,9 +263,7 @@ TEST_F(SelectDirectory, RefusesNamesAndReadsBranchesAnew)
                                              Children(dialog));
                                    Press(dialog, IDCANCEL);
                                },
-                               AnswerBox("../moved\n\nThis is not a valid file name.", IDOK),
-                               AnswerBox("TWO\n\nThere is already a file or folder of this name.", IDOK),
-                               AnswerBox("file.txt\n\nThere is already a file or folder of this name.", IDOK)});
+                               Told("../moved", kInvalid), Told("TWO", kTaken), Told("file.txt", kTaken)});
     EXPECT_EQ(IDCANCEL, Ask(Path("")));
     EXPECT_FALSE(m_folder.Exists("..\\moved"));
 }
@@ -329,33 +299,15 @@ TEST_F(SelectDirectory, KeepsToItsBuffer)
     }
 }
 
-namespace {
-
-bool g_acted = false;
-
-void CALLBACK MakeFolder(HWND, UINT, UINT_PTR, DWORD)
-{
-    const HWND dialog = ::FindWindowA("#32770", "Select Folder");
-    if (dialog == nullptr || !::IsWindowVisible(dialog))
-        return;
-    if (g_acted) { // and is open still
-        ::SendMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-        return;
-    }
-    g_acted = true;
-    ::SendMessageA(dialog, WM_COMMAND, kNew, 0);
-    ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
-}
-
-} // namespace
-
 TEST_F(SelectDirectory, SurvivesFailures)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
     const BoxStub noBox(IDNO);
-    const UINT_PTR timer = ::SetTimer(nullptr, 0, 10, &MakeFolder);
     const auto run = [&](const FaultRun& run) {
-        g_acted = false;
+        const AnyDialogDriver driver([](HWND dialog) {
+            Command(dialog, kNew);
+            Command(dialog, IDOK);
+        });
         const int result = Ask(Path("One"), ZO_SELECT_CREATE_INITIAL | kKeep);
         const bool failed = run.Fired();
         run.Stop();
@@ -374,11 +326,8 @@ TEST_F(SelectDirectory, SurvivesFailures)
         EXPECT_EQ(ZO_SELECT_ERROR_OBJECT, CZoGlobalError::GetError());
         faults.Disarm();
     }
-    FaultSource files("file system");
-    ZO_FAULTY_CALL(FindFirstFileA) find(files, "ZOGBLBRX.DLL", INVALID_HANDLE_VALUE, ERROR_PATH_NOT_FOUND);
+    FileFaults files(ERROR_PATH_NOT_FOUND);
     ZO_FAULTY_CALL(GetFullPathNameA) full(files, "ZOGBLBRX.DLL", 0, ERROR_INVALID_NAME);
-    ZO_FAULTY_CALL(GetFileAttributesA) attributes(files, "ZOGBLBRX.DLL", INVALID_FILE_ATTRIBUTES, ERROR_NOT_READY);
-    ZO_FAULTY_CALL(CreateDirectoryA) create(files, "ZOGBLBRX.DLL", FALSE, ERROR_DISK_FULL);
     RunFaultLoop(files, run, {.stride = 2});
     FaultSource system("system");
     ZO_FAULTY_CALL(LoadLibraryA) load(system, "ZOGBLBRX.DLL", nullptr, ERROR_NOT_ENOUGH_MEMORY);
@@ -387,7 +336,6 @@ TEST_F(SelectDirectory, SurvivesFailures)
     ZO_FAULTY_CALL(CreateCompatibleBitmap) bitmap(system, "ZOGBLBRX.DLL", nullptr);
     ZO_FAULTY_CALL(CreateSolidBrush) brush(system, "ZOGBLBRX.DLL", nullptr);
     RunFaultLoop(system, run);
-    ::KillTimer(nullptr, timer);
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(ZO_SELECT_CANCEL, Ask(Path("One"))) << "without a language library";
     EXPECT_EQ(ZO_SELECT_ERROR_DIALOG, CZoGlobalError::GetError());

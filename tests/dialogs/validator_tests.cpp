@@ -1,6 +1,5 @@
 // Checks of dialog data, in a dialog that is shown.
-#include "driven_dialog.h"
-#include "product/registered_product.h"
+#include "product/product_test.h"
 #include "support/test.h"
 #include "telling_app.h"
 
@@ -33,11 +32,8 @@ private:
     Check m_check;
 };
 
-class Validators : public testing::Test {
+class Validators : public ProductTest {
 protected:
-    void SetUp() override { ASSERT_TRUE(ZoGblLoadLanguageDLL()); }
-    void TearDown() override { ZoGblDumpLanguageDLL(); }
-
     /// Types a text and presses OK, which ends the dialog unless the check refuses; \p focus has the focus then.
     void ExpectRefusal(const Check& check, const std::string& text, bool refused, int focus = kField)
     {
@@ -64,7 +60,6 @@ protected:
         m_last = dialog.m_text;
     }
 
-    RegisteredProduct m_product;
     std::unique_ptr<TellingApp> m_app = std::make_unique<TellingApp>();
     CString m_last; ///< what the dialog had taken over
 };
@@ -221,11 +216,12 @@ TEST_F(Validators, RefuseAlsoWithoutMemory)
     for (const Check& check : checks) {
         AllocationFaults faults;
         RunFaultLoop(faults, [&](const FaultRun& run) {
-            DrivenDialog<CheckedDialog> dialog(check);
-            dialog.act = [](DrivenDialog<CheckedDialog>& open) {
-                ::SetDlgItemTextA(open.m_hWnd, kField, "abcd");
-                EXPECT_FALSE(open.UpdateData(TRUE));
-            };
+            CheckedDialog dialog(check);
+            const AnyDialogDriver driver([&](HWND window) {
+                SetDlgItemTextA(window, kField, "abcd");
+                EXPECT_FALSE(dialog.UpdateData(TRUE));
+                Command(window, IDCANCEL);
+            });
             const INT_PTR result = dialog.DoModal();
             EXPECT_TRUE(result == IDCANCEL || (run.Fired() && result == -1)) << result;
             run.Stop();

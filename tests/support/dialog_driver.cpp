@@ -236,6 +236,12 @@ std::string RowText(HWND dialog, int list, int row)
     return text;
 }
 
+int RowOf(HWND dialog, int list, const std::string& beginning)
+{
+    return static_cast<int>(SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_FINDSTRING : LB_FINDSTRING,
+                                                static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(beginning.c_str())));
+}
+
 std::string RowsOf(HWND dialog, int list, int from)
 {
     const LRESULT count = SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);

@@ -87,6 +87,8 @@ void DoubleClick(HWND dialog, int list, int row);
 int ChosenRow(HWND dialog, int list);
 /// A row of a list box or an entry of a combo box, "" if there is no such.
 std::string RowText(HWND dialog, int list, int row);
+/// The first row that begins with a text, -1 if there is none.
+int RowOf(HWND dialog, int list, const std::string& beginning);
 /// The rows from \p from on, each with a '|' behind it.
 std::string RowsOf(HWND dialog, int list, int from = 0);
 

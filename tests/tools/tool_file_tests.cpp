@@ -82,18 +82,6 @@ TEST_F(ToolFile, TellsWhatIsWrong)
     EXPECT_EQ(0, m_items.GetSize());
 }
 
-TEST_F(ToolFile, HoldsWholeRecords)
-{
-    for (const int count : {0, 1, 31, 32}) {
-        for (const size_t behind : {0, 1, 1535}) {
-            Write(Records(count) + std::string(behind, 'x'));
-            m_items.Clear();
-            EXPECT_EQ(0u, Load());
-            EXPECT_EQ(count, m_items.GetSize()) << behind << " bytes behind";
-        }
-    }
-}
-
 TEST_F(ToolFile, NumbersWhatTheMenuShows)
 {
     Write(HeaderBytes() + RecordBytes("a", kInMenu) + RecordBytes("b", 0xFFFFFFFF & ~kInMenu) +

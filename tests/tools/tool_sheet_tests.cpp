@@ -140,6 +140,7 @@ TEST_F(ToolSheet, EditsWhatThePagesShow)
               EXPECT_EQ(std::string(32, 'm'), TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
               Choose(sheet, kList, 1); // refused likewise
               EXPECT_EQ("*" + std::string(32, 'm') + "|second|", ToolsOf(sheet));
+              Press(sheet, kAdd); // and this
               Press(sheet, IDOK); // and this
               Type(page, ZO_IDC_TOOL_MENU_TEXT, std::string(31, 'm'));
               EXPECT_EQ("Ar&guments:", TextOf(page, ZO_IDC_TOOL_ARGUMENTS_LABEL));
@@ -191,8 +192,8 @@ TEST_F(ToolSheet, EditsWhatThePagesShow)
               EXPECT_TRUE(IsChecked(page, ZO_IDC_TOOL_PRIORITY_IDLE));
               Press(sheet, IDOK);
           },
-          tooLong, tooLong, tooLong, AnswerBox(range, IDOK), AnswerBox("The number must lie between 1 and 1024.", IDOK),
-          Pressing(IDNO), Pressing(IDYES)});
+          tooLong, tooLong, tooLong, tooLong, AnswerBox(range, IDOK),
+          AnswerBox("The number must lie between 1 and 1024.", IDOK), Pressing(IDNO), Pressing(IDYES)});
     std::string record = RecordBytes(std::string(31, 'm'), 3, std::string(127, 'd'), std::string(263, 'p'),
                                      std::string(263, 'f'), std::string(263, 'a'));
     const int numbers[] = {0x04000000 | 0x40 | 0x10 | 0x08 | 0x200 | 0x800,
@@ -349,92 +350,79 @@ TEST_F(ToolSheet, OffersToGoBackWhenItCannotBeSaved)
 
 TEST_F(ToolSheet, KeepsWhatTheFileHeld)
 {
-    const auto remove = [](HWND sheet) { Press(sheet, kRemove), Press(sheet, IDOK); };
-    Write({"a", "b"});
-    const std::string before = Read();
-    FaultSource disk("disk");
+    FaultSource disk("disk"), folder("folder");
     ZO_FAULTY_CALL(WriteFile) write(disk, kFramework, FALSE, ERROR_DISK_FULL);
     ZO_FAULTY_CALL(WriteFile) writeCopy(disk, kLibrary, FALSE, ERROR_DISK_FULL);
-    const std::string left = "The file is damaged. What it held before is kept in " + Path(Copy()) +
-                             "; it is offered when the file is next opened here.";
-    for (const int call :
-         {1, 2, 3}) { // header and bytes of the copy; the file itself, which then cannot be put back either
-        SCOPED_TRACE(call);
-        disk.Arm(call, true);
-        Edit({remove, AnswerBox(call < 3 ? SaveFailed() : SaveFailed(left), IDNO)});
-        disk.Disarm();
-        EXPECT_EQ(call < 3, before == Read());
-        EXPECT_EQ(call == 3, m_folder.Exists(Copy()));
-    }
-    Edit({AnswerBox(Offer(), IDNO), AnswerBox(Told(), IDOK), kGiveUp});
-    EXPECT_FALSE(before == Read());
-    const std::string copy = m_folder.Read(Copy());
-    std::string changed = copy, other = copy;
-    changed.back() ^= 1;
-    other[16] = 'x'; // the name of the file that it is a copy of
-    for (const std::string& bad : {changed, copy.substr(0, copy.size() - 1), copy + "x", other}) {
-        m_folder.Write(Copy(), bad);
-        Edit({AnswerBox(Told(), IDOK), kGiveUp}); // not offered
-    }
-    m_folder.Write(Copy(), copy);
-    disk.Arm(1, true);
-    Edit({AnswerBox(Offer(), IDYES),
-          AnswerBox("What the file held before could not be put back. It is still kept in " + Path(Copy()) + ".", IDOK),
-          AnswerBox(Told(), IDOK), kGiveUp});
-    disk.Disarm();
-    Edit({AnswerBox(Offer(), IDYES), kGiveUp});
-    EXPECT_TRUE(before == Read());
-    EXPECT_FALSE(m_folder.Exists(Copy()));
-
-    m_folder.Write(Copy(), copy); // like the file
-    Edit({kGiveUp});
-    EXPECT_FALSE(m_folder.Exists(Copy()));
-    m_folder.Write(Copy(), copy);
-    m_folder.Write("test.tlm", before + "more");
-    Edit({AnswerBox(Offer(), IDYES), kGiveUp});
-    EXPECT_TRUE(before == Read());
-    m_folder.Write(Copy(), copy); // not wanted, and older than what is then saved
-    Write({"a"});
-    disk.Arm(1, false);
-    Edit({AnswerBox(Offer(), IDNO), kTakeOver, AnswerBox(SaveFailed(), IDNO)});
-    disk.Disarm();
-    EXPECT_TRUE(copy == m_folder.Read(Copy())) << "a save that fails leaves it";
-    Edit({AnswerBox(Offer(), IDNO), kTakeOver});
-    EXPECT_FALSE(m_folder.Exists(Copy()));
-    FaultSource folder("folder");
     ZO_FAULTY_CALL(DeleteFileA) erase(folder, kLibrary, FALSE, ERROR_ACCESS_DENIED);
+    const auto remove = [](HWND sheet) { Press(sheet, kRemove), Press(sheet, IDOK); };
+    const auto failed = AnswerBox(SaveFailed(), IDNO), told = AnswerBox(Told(), IDOK);
+    const auto offer = AnswerBox(Offer(), IDYES), unwanted = AnswerBox(Offer(), IDNO);
+    const auto lost = AnswerBox(SaveFailed("The file is damaged, and what it held before is lost."), IDNO);
+    const auto notPutBack =
+        AnswerBox("What the file held before could not be put back. It is still kept in " + Path(Copy()) + ".", IDOK);
+    Write({"b"});
+    const std::string one = Read(), cut, none = "(none)", others = "somebody else's";
+    Write({"a", "b"});
+    const std::string whole = Read();
+    disk.Arm(3, true); // behind header and bytes of the copy; the file cannot be put back either
+    Edit({remove, AnswerBox(SaveFailed("The file is damaged. What it held before is kept in " + Path(Copy()) +
+                                       "; it is offered when the file is next opened here."),
+                            IDNO)});
+    disk.Disarm();
+    EXPECT_EQ(cut, Read());
+    const std::string copy = m_folder.Read(Copy());
+    std::string changed = copy, of = copy;
+    changed.back() ^= 1;
+    of[16] = 'x'; // the name of the file that it is a copy of
+    const struct {
+        int call; // that fails to write, and whether all after it do
+        bool persistent;
+        std::string file, copy;
+        std::vector<DialogDriver::Act> acts;
+        std::string fileAfter, copyAfter;
+    } rows[] = {
+        {1, true, whole, none, {remove, failed}, whole, none},
+        {2, true, whole, none, {remove, failed}, whole, none},
+        {0, false, cut, copy, {unwanted, told, kGiveUp}, cut, copy},
+        {0, false, cut, changed, {told, kGiveUp}, cut, changed},
+        {0, false, cut, copy.substr(0, copy.size() - 1), {told, kGiveUp}, cut, copy.substr(0, copy.size() - 1)},
+        {0, false, cut, copy + "x", {told, kGiveUp}, cut, copy + "x"},
+        {0, false, cut, of, {told, kGiveUp}, cut, of},
+        {1, true, cut, copy, {offer, notPutBack, told, kGiveUp}, cut, copy},
+        {0, false, cut, copy, {offer, kGiveUp}, whole, none},
+        {0, false, whole, copy, {kGiveUp}, whole, none}, // like the file
+        {0, false, whole + "more", copy, {offer, kGiveUp}, whole, none},
+        {1, false, one, copy, {unwanted, kTakeOver, failed}, one, copy},
+        {0, false, one, copy, {unwanted, kTakeOver}, one, none}, // older than what is saved
+        // What has the copy's name is not touched, and the save is undone without it.
+        {0, false, whole, others, {remove}, one, others},
+        {1, false, whole, others, {remove, failed}, whole, others},
+        {1, true, whole, others, {remove, lost}, cut, others},
+        {1, true, none, none, {kTakeOver, failed}, none, none},
+    };
+    const auto put = [&](const std::string& name, const std::string& bytes) {
+        DeleteFileA(Path(name).c_str());
+        if (bytes != none)
+            m_folder.Write(name, bytes);
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        put("test.tlm", row.file);
+        put(Copy(), row.copy);
+        disk.Arm(row.call, row.persistent);
+        Edit(row.acts);
+        disk.Disarm();
+        EXPECT_TRUE(row.fileAfter == Read());
+        EXPECT_TRUE(row.copyAfter == m_folder.Read(Copy()));
+    }
+    put("test.tlm", whole);
     folder.Arm(1, true);
     Edit({kTakeOver});
     folder.Disarm();
     EXPECT_EQ("", m_folder.Read(Copy())) << "no copy any more";
-
-    // What has the copy's name is not touched, and the save is undone without it.
-    for (const int failures : {0, 1, 2}) {
-        m_folder.Write(Copy(), "somebody else's");
-        Write({"a", "b"});
-        if (failures == 0) {
-            Edit({remove});
-            EXPECT_EQ(144u + 1536, Read().size());
-        } else {
-            disk.Arm(1, failures == 2);
-            const char lost[] = "The file is damaged, and what it held before is lost.";
-            Edit({remove, AnswerBox(failures == 1 ? SaveFailed() : SaveFailed(lost), IDNO)});
-            disk.Disarm();
-            EXPECT_EQ(failures == 1, before == Read());
-        }
-        EXPECT_EQ("somebody else's", m_folder.Read(Copy()));
-    }
-    Write({"a", "b"});
     CFile saving(Path(Copy()).c_str(), CFile::modeReadWrite | CFile::shareExclusive); // another program
-    Edit({remove, AnswerBox(SaveFailed(), IDNO)});
-    EXPECT_TRUE(before == Read());
-    saving.Close();
-
-    DeleteFileA(Path(Copy()).c_str());
-    DeleteFileA(m_file.c_str());
-    disk.Arm(1, true);
-    Edit({kTakeOver, AnswerBox(SaveFailed(), IDNO)});
-    EXPECT_EQ("(none)", Read()) << "there was no file before";
+    Edit({remove, failed});
+    EXPECT_TRUE(whole == Read());
 }
 
 ZO_CHILD(EditsUntilKilled)
@@ -447,28 +435,22 @@ ZO_CHILD(EditsUntilKilled)
 
 TEST_F(ToolSheet, OffersWhatAKilledSaveHasCut)
 {
-    const struct {
-        const char* module;
-        const char* call;
-        bool isCut;
-    } rows[] = {{kLibrary, "1", false},
-                {kLibrary, "2", false},
-                {kFramework, "1", true},
-                {kFramework, "2", true},
-                {kFramework, "3", true}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.module << " " << row.call);
+    const std::pair<const char*, const char*> rows[] = {
+        {kLibrary, "1"}, {kLibrary, "2"}, {kFramework, "1"}, {kFramework, "2"}, {kFramework, "3"}};
+    for (const auto& [module, call] : rows) {
+        SCOPED_TRACE(testing::Message() << module << " " << call);
+        const bool isCut = module == kFramework;
         Write({"a", "b", "c"});
         const std::string before = Read();
-        ChildProcess child("EditsUntilKilled", {m_file, row.module, row.call});
+        ChildProcess child("EditsUntilKilled", {m_file, module, call});
         ASSERT_TRUE(child.WaitUntilReady());
         child.Kill();
-        EXPECT_EQ(!row.isCut, before == Read());
+        EXPECT_EQ(!isCut, before == Read());
         const auto isAllThere = [](HWND sheet) {
             EXPECT_EQ("*a|b|c|", ToolsOf(sheet));
             Press(sheet, IDOK);
         };
-        Edit({row.isCut ? AnswerBox(Offer(), IDYES) : nullptr, isAllThere});
+        Edit({isCut ? AnswerBox(Offer(), IDYES) : nullptr, isAllThere});
         EXPECT_TRUE(before == Read());
         EXPECT_FALSE(m_folder.Exists(Copy()));
     }
