@@ -1,7 +1,6 @@
 // The about box and, from it, the settings of the trace: by clicks and keys.
 #include "product/product_test.h"
 #include "support/test.h"
-#include "telling_app.h"
 
 #include <zogbl/about_dialog.h>
 #include <zogbl/country_box.h>
@@ -240,7 +239,7 @@ TEST_F(AboutBox, OpensOrFailsWhateverIsMissing)
         Press(window, IDCANCEL);
     });
     MakeTraceFile("ZoA.TRC");
-    const TellingApp app;
+    const BoxStub noBox;
     const auto run = [&](const FaultRun& run) {
         CZoTrace::SetRegTraceLevel(7);
         const AnyDialogDriver driver([](HWND window) {

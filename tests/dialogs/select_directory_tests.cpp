@@ -20,26 +20,18 @@ HTREEITEM Next(HWND tree, WPARAM which, HTREEITEM from = nullptr)
     return reinterpret_cast<HTREEITEM>(::SendMessageA(tree, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(from)));
 }
 
-std::string ItemText(HWND tree, HTREEITEM item)
-{
-    char text[MAX_PATH] = "";
-    TVITEMA found = {};
-    found.mask = TVIF_TEXT;
-    found.hItem = item;
-    found.pszText = text;
-    found.cchTextMax = sizeof text;
-    ::SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&found));
-    return text;
-}
-
 /// The names below the item selected, each with a '|' behind it.
 std::string Children(HWND dialog)
 {
     const HWND tree = ::GetDlgItem(dialog, kTree);
     std::string names;
     for (HTREEITEM item = Next(tree, TVGN_CHILD, Next(tree, TVGN_CARET)); item != nullptr;
-         item = Next(tree, TVGN_NEXT, item))
-        names += ItemText(tree, item) + "|";
+         item = Next(tree, TVGN_NEXT, item)) {
+        char text[MAX_PATH] = "";
+        TVITEMA found = {TVIF_TEXT, item, 0, 0, text, sizeof text, 0, 0, 0, 0};
+        ::SendMessageA(tree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&found));
+        names += std::string(text) + "|";
+    }
     return names;
 }
 

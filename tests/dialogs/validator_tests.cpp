@@ -1,7 +1,6 @@
 // Checks of dialog data, in a dialog that is shown.
 #include "product/product_test.h"
 #include "support/test.h"
-#include "telling_app.h"
 
 #include <zogbl/validators.h>
 
@@ -11,6 +10,19 @@ constexpr int kField = 11;
 constexpr int kOther = 12;
 
 using Check = std::function<void(CDataExchange*, CString&)>;
+
+/// Notes what the user would be told; boxes show no window.
+class TellingApp : public CWinApp {
+public:
+    int DoMessageBox(LPCSTR text, UINT type, UINT help) override
+    {
+        told += std::string(text) + " | " + std::to_string(type) + " | " + std::to_string(help);
+        return answer;
+    }
+
+    std::string told; ///< text, type and help context
+    int answer = IDOK;
+};
 
 /// A field and its check.
 class CheckedDialog : public CDialog {
