@@ -289,7 +289,7 @@ TEST_F(ToolItem, StartsRealProgramsWhereverTheyAre)
     for (const std::string& line : lines)
         EXPECT_NE(std::string::npos, report.find("\r\n" + line + "\r\n")) << line << " is not in" << report;
     // The program ends, and so does the host of its console, which stays in the folder a moment longer.
-    EXPECT_TRUE(Await([&] { return DeleteFileA(program.c_str()) && RemoveDirectoryA(folder.c_str()); }));
+    EXPECT_TRUE(Await([&] { return DeleteFileA(program.c_str()), RemoveDirectoryA(folder.c_str()); }));
     EXPECT_EQ(14u, m_item.ActivateItem(nullptr)) << "the program is gone";
     m_item.SetDataProgramPath(ReportTool().c_str());
     EXPECT_EQ(14u, m_item.ActivateItem(nullptr)) << "the folder is gone";

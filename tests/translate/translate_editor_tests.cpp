@@ -231,16 +231,24 @@ TEST_F(TranslateEditor, LeavesEverythingWhenItIsGivenUp)
 
 TEST_F(TranslateEditor, AppliesAndGoesOn)
 {
+    FaultSource disk("disk");
+    ZO_FAULTY_CALL(WriteFile) write(disk, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
     TranslationFile applied = m_start;
-    const DialogDriver driver{[&](HWND sheet) {
+    applied.get[3] = 4;
+    applied.last[0] = 3;
+    applied.description = kNewDescription;
+    const auto edit = [&](HWND sheet) {
         Choose(PageOf(sheet), kInput.list, 3);
         Choose(PageOf(sheet), kInput.value, 4);
         HWND page = ShowPage(sheet, 2);
         Type(page, ZO_IDC_TRANSLATE_DESCRIPTION, "");
+        disk.Arm(1, true);
         AccessKey(sheet, 'a');
-        applied.get[3] = 4;
-        applied.last[0] = 3;
-        applied.description = kNewDescription;
+        disk.Disarm();
+        EXPECT_EQ(applied.Bytes() + m_file, ImageOf(m_table)) << "taken over";
+        EXPECT_EQ(m_start.Bytes(), FileNow());
+        EXPECT_TRUE(IsEnabled(sheet, kApply)) << "to be tried again";
+        AccessKey(sheet, 'a');
         EXPECT_EQ(applied.Bytes(), FileNow());
         EXPECT_EQ(applied.Bytes() + m_file, ImageOf(m_table));
         EXPECT_EQ(kNewDescription, TextOf(page, ZO_IDC_TRANSLATE_DESCRIPTION));
@@ -251,39 +259,17 @@ TEST_F(TranslateEditor, AppliesAndGoesOn)
         Choose(page, kInput.value, 5);
         EXPECT_TRUE(IsEnabled(sheet, kApply));
         SendMessageA(sheet, WM_SYSCOMMAND, SC_CLOSE, 0); // what came later is given up
-    }};
+    };
+    const DialogDriver driver{edit, AnswerBox(kNotSaved, IDOK)};
     EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
     EXPECT_EQ(applied.Bytes() + m_file, ImageOf(m_table));
     EXPECT_EQ(applied.Bytes(), FileNow());
 }
 
-TEST_F(TranslateEditor, LosesNothingWhenItCannotSave)
+TEST_F(TranslateEditor, TellsTheCallerWhatItCannotSaveWithOk)
 {
     FaultSource disk("disk");
     ZO_FAULTY_CALL(WriteFile) write(disk, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
-    TranslationFile edited = m_start;
-    edited.get[65] = 4;
-    const auto edit = [](HWND sheet) { Choose(PageOf(sheet), kInput.value, 4); };
-    {
-        const DialogDriver driver{[&](HWND sheet) {
-                                      edit(sheet);
-                                      disk.Arm(1, true);
-                                      Press(sheet, kApply);
-                                      disk.Disarm();
-                                      EXPECT_EQ(edited.Bytes() + m_file, ImageOf(m_table)) << "taken over";
-                                      EXPECT_EQ(m_start.Bytes(), FileNow());
-                                      EXPECT_TRUE(IsEnabled(sheet, kApply)) << "to be tried again";
-                                      EXPECT_EQ("0x04", EntryOf(PageOf(sheet), kInput.value));
-                                      Press(sheet, kApply);
-                                      EXPECT_EQ(edited.Bytes(), FileNow());
-                                      EXPECT_FALSE(IsEnabled(sheet, kApply));
-                                      Press(sheet, IDOK);
-                                  },
-                                  AnswerBox(kNotSaved, IDOK)};
-        EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
-    }
-
-    // With OK it is the caller who learns of it, and who has the table still.
     TranslationFile expected;
     expected.get = expected.put = TranslationFile::Identity();
     expected.get[0] = 4;
@@ -294,14 +280,14 @@ TEST_F(TranslateEditor, LosesNothingWhenItCannotSave)
         CGblTranslate table;
         table.SetFilePath(path.c_str());
         const DialogDriver ok{[&](HWND sheet) {
-            edit(sheet);
+            Choose(PageOf(sheet), kInput.value, 4);
             disk.Arm(1, true);
             Key(sheet, VK_RETURN);
         }};
         EXPECT_EQ(status, table.Edit(nullptr));
         disk.Disarm();
-        EXPECT_EQ(edited.Bytes(), FileNow());
-        EXPECT_EQ(expected.Bytes() + path, ImageOf(table));
+        EXPECT_EQ(m_start.Bytes(), FileNow());
+        EXPECT_EQ(expected.Bytes() + path, ImageOf(table)) << "which the caller has still";
     }
 }
 
