@@ -150,10 +150,8 @@ public:
     {
         std::string hostTarget = target;
         std::replace(hostTarget.begin(), hostTarget.end(), '\\', '/');
-        Run(IsWine() ? "\\\\?\\unix\\bin\\ln -s " + hostTarget + " " + name
-                     : "cmd /c mklink /J " + name + " " + target);
-        for (const DWORD start = GetTickCount(); !IsThere() && GetTickCount() - start < kTimeout;)
-            Sleep(1);
+        Run(IsWine() ? "ln -s " + hostTarget + " " + name : "cmd /c mklink /J " + name + " " + target);
+        Wait(true);
         EXPECT_TRUE(IsThere()) << m_path;
     }
     ~Link()
@@ -161,9 +159,8 @@ public:
         if (!IsWine())
             RemoveDirectoryA(m_path.c_str());
         else if (IsThere())
-            Run("\\\\?\\unix\\bin\\rm " + m_name);
-        for (const DWORD start = GetTickCount(); IsThere() && GetTickCount() - start < kTimeout;)
-            Sleep(1);
+            Run("rm " + m_name);
+        Wait(false);
     }
     Link(const Link&) = delete;
     Link& operator=(const Link&) = delete;
@@ -176,17 +173,14 @@ public:
     }
 
 private:
-    static constexpr DWORD kTimeout = 10000;
-
-    void Run(std::string command) const
+    void Run(const std::string& command) const
     {
-        STARTUPINFOA startup = {};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION process = {};
-        EXPECT_TRUE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                                   m_folder.c_str(), &startup, &process));
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
+        RunProgram((IsWine() ? "\\\\?\\unix\\bin\\" : "") + command, m_folder);
+    }
+    void Wait(bool isThere) const
+    {
+        for (const DWORD start = GetTickCount(); IsThere() != isThere && GetTickCount() - start < 10000;)
+            Sleep(1);
     }
 
     std::string m_folder, m_name, m_path;
@@ -296,11 +290,7 @@ TEST_F(DirectoryFunctions, ErrorsEndAWalkAtEveryLevel)
 {
     Fill();
     const Listing listing(false);
-    FaultSource faults("search");
-    const ZO_FAULTY_CALL(FindFirstFileA) first(faults, kLibrary, INVALID_HANDLE_VALUE, kError);
-    const ZO_FAULTY_CALL(FindNextFileA) next(faults, kLibrary, FALSE, kError);
-    const ZO_FAULTY_CALL(GetFileAttributesA) attributes(faults, kLibrary, INVALID_FILE_ATTRIBUTES, kError);
-    const ZO_FAULTY_CALL(CreateFileA) open(faults, kLibrary, INVALID_HANDLE_VALUE, kError);
+    FileFaults faults(kError);
     for (const auto walk : kWalks) {
         RunFaultLoop(faults, [&](const FaultRun& run) {
             const DWORD status = walk(m_root);
@@ -324,10 +314,7 @@ TEST_F(DirectoryFunctions, FaultsOfFoldersHaveTheirCodes)
         AllocationFaults allocations;
         RunFaultLoop(allocations, body);
     }
-    FaultSource faults("folders");
-    const ZO_FAULTY_CALL(InitializeSecurityDescriptor) security(faults, kLibrary, FALSE, kError);
-    const ZO_FAULTY_CALL(GetFileAttributesA) attributes(faults, kLibrary, INVALID_FILE_ATTRIBUTES, kError);
-    const ZO_FAULTY_CALL(CreateDirectoryA) create(faults, kLibrary, FALSE, kError);
+    FileFaults faults(kError);
     RunFaultLoop(faults, body);
     faults.Arm(2, true); // behind the look whether it is there
     EXPECT_EQ(kError, Directory::Create(Path("new").c_str()));
