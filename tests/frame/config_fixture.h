@@ -6,21 +6,38 @@
 
 #include <zogbl/global_config.h>
 
+constexpr DWORD kNotFound = ERROR_FILE_NOT_FOUND;
+constexpr DWORD kInvalid = ERROR_INVALID_PARAMETER;
+constexpr DWORD kMoreData = ERROR_MORE_DATA;
+constexpr DWORD kTooLong = ERROR_FILENAME_EXCED_RANGE;
+
 /// In place of GetProcAddress: a system that tells no names of keys, as Windows 95.
 inline FARPROC WINAPI TellNoKeyNames(HMODULE module, LPCSTR name)
 {
     return std::strcmp(name, "NtQueryObject") == 0 ? nullptr : GetProcAddress(module, name);
 }
 
-class ConfigTest : public testing::Test {
+class ConfigFixture : public testing::Test {
 protected:
+    /// A status, and what the call hands over: a number, TRUE or FALSE.
+    using Answer = std::pair<DWORD, DWORD>;
+
     static bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
 
+    /// The number's default is 9.
+    Answer ReadNumber(const CString& key, LPCSTR name)
+    {
+        DWORD number = 7;
+        const DWORD status = m_config.GetValue(m_mode, key, name, number, 9);
+        return {status, number};
+    }
     std::string ReadText(const CString& key, LPCSTR name)
     {
         char text[64];
         return m_config.GetValue(m_mode, key, name, text, sizeof text, "(unreadable)") == 0 ? text : "(failed)";
     }
+    Answer HasEntry(const CString& key, LPCSTR name) { return Has(&CZoGlobalConfig::DoesEntryExist, key, name); }
+    Answer HasSubkey(const CString& key, LPCSTR name) { return Has(&CZoGlobalConfig::DoesSubkeyExist, key, name); }
 
     /// Stores a value past the gateway, as any program might.
     void Store(LPCSTR name, DWORD type, const void* data, DWORD size)
@@ -33,7 +50,7 @@ protected:
     CString UserBelowUsers()
     {
         struct Search {
-            ConfigTest& test;
+            ConfigFixture& test;
             CString name;
         } search = {*this, {}};
         const auto visit = [](void* context, LPCSTR name) {
@@ -50,18 +67,16 @@ protected:
         return search.name;
     }
 
-    /// How many keys stand right below the roots in which a copy may leave something.
-    size_t SubkeysOfRoots()
-    {
-        size_t count = 0;
-        for (const DWORD mode : {ZO_MODE_CURRENT_USER, ZO_MODE_CURRENT_CONFIG})
-            m_config.EnumEntries(
-                mode, "", [](void* c, LPCSTR) { return ++*static_cast<size_t*>(c), DWORD{0}; }, &count);
-        return count;
-    }
-
     TestRegistryKey m_registryKey{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
     const CString m_key = m_registryKey.Path().c_str();
     const DWORD m_mode = ZO_MODE_CURRENT_USER;
     CZoGlobalConfig m_config;
+
+private:
+    template <class ASK> Answer Has(ASK ask, const CString& key, LPCSTR name)
+    {
+        BOOL exists = 9;
+        const DWORD status = (m_config.*ask)(m_mode, key, name, exists);
+        return {status, exists};
+    }
 };

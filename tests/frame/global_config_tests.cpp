@@ -1,7 +1,4 @@
-#include <zogbl/global_config.h>
-
 #include "config_fixture.h"
-#include "support/test.h"
 
 namespace {
 
@@ -19,23 +16,27 @@ struct Enumerated {
     std::string text; // for texts
     DWORD number;     // for numbers
 
-    bool operator==(const Enumerated&) const = default;
     auto operator<=>(const Enumerated&) const = default;
 };
 
 /// Which comes first is the system's affair.
 using Values = std::set<Enumerated>;
 
-DWORD CollectValue(void* context, LPCSTR name, const void* data, DWORD type)
-{
-    Enumerated value = {name, type, "", 0};
-    if (type == REG_DWORD)
-        value.number = ZoEnumeratedNumber(data);
-    else
-        value.text = static_cast<LPCSTR>(data);
-    static_cast<Values*>(context)->insert(value);
-    return 0;
-}
+class ConfigTest : public ConfigFixture {
+protected:
+    Values ValuesOf(const CString& key, DWORD status = 0)
+    {
+        Values values;
+        const auto collect = [](void* context, LPCSTR name, const void* data, DWORD type) {
+            const bool isNumber = type == REG_DWORD;
+            static_cast<Values*>(context)->insert(
+                {name, type, isNumber ? "" : static_cast<LPCSTR>(data), isNumber ? ZoEnumeratedNumber(data) : 0});
+            return DWORD{0};
+        };
+        EXPECT_EQ(status, m_config.EnumValues(m_mode, key, collect, &values));
+        return values;
+    }
+};
 
 } // namespace
 
@@ -45,16 +46,10 @@ TEST_F(ConfigTest, NumbersRoundTrip)
 {
     for (const DWORD number : {0u, 1u, 200u, 0x1234u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
         ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Number", number));
-        DWORD read = 7;
-        EXPECT_EQ(0u, m_config.GetValue(m_mode, m_key, "Number", read, 9));
-        EXPECT_EQ(number, read);
+        EXPECT_EQ(Answer(0, number), ReadNumber(m_key, "Number"));
     }
-    DWORD read = 7;
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValue(m_mode, m_key, "Missing", read, 9));
-    EXPECT_EQ(9u, read);
-    read = 7;
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValue(m_mode, m_key + "\\Missing", "X", read, 9));
-    EXPECT_EQ(9u, read);
+    EXPECT_EQ(Answer(kNotFound, 9), ReadNumber(m_key, "Missing"));
+    EXPECT_EQ(Answer(kNotFound, 9), ReadNumber(m_key + "\\Missing", "X"));
 }
 
 TEST_F(ConfigTest, TextsRoundTripIntoBuffersOfEverySize)
@@ -67,34 +62,27 @@ TEST_F(ConfigTest, TextsRoundTripIntoBuffersOfEverySize)
         const DWORD status = m_config.GetValue(m_mode, m_key, "Text", out.Data(), size, "default");
         out.ExpectGuardsIntact();
         if (buffer.null || size == 0) {
-            EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), status);
+            EXPECT_EQ(kInvalid, status);
             EXPECT_TRUE(out.IsUntouched());
         } else {
-            EXPECT_EQ(buffer.fits ? 0u : static_cast<DWORD>(ERROR_MORE_DATA), status);
+            EXPECT_EQ(buffer.fits ? 0u : kMoreData, status);
             EXPECT_EQ(buffer.fits ? "twelve chars" : std::string("default").substr(0, size - 1), out.Text());
         }
     }
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.SetValue(m_mode, m_key, "Text", nullptr));
-
+    EXPECT_EQ(kInvalid, m_config.SetValue(m_mode, m_key, "Text", nullptr));
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Empty", ""));
-    char text[8] = "before";
-    EXPECT_EQ(0u, m_config.GetValue(m_mode, m_key, "Empty", text, sizeof text, "default"));
-    EXPECT_STREQ("", text);
-}
+    EXPECT_EQ("", ReadText(m_key, "Empty"));
 
-TEST_F(ConfigTest, MissingTextGivesDefaultOrZeros)
-{
-    char text[8];
-    std::memset(text, 'x', sizeof text);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
-              m_config.GetValue(m_mode, m_key, "Missing", text, sizeof text, nullptr));
-    for (const char c : text)
-        EXPECT_EQ('\0', c);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
-              m_config.GetValue(m_mode, m_key, "Missing", text, sizeof text, "a long default"));
+    char text[8] = "before!";
+    const auto readMissing = [&](DWORD size, LPCSTR defaultText) {
+        return m_config.GetValue(m_mode, m_key, "Missing", text, size, defaultText);
+    };
+    EXPECT_EQ(kNotFound, readMissing(sizeof text, nullptr));
+    EXPECT_EQ(std::string(sizeof text, '\0'), std::string(text, sizeof text));
+    EXPECT_EQ(kNotFound, readMissing(sizeof text, "a long default"));
     EXPECT_STREQ("a long ", text);
     if (IsDoubleByte()) { // no character is cut in two
-        m_config.GetValue(m_mode, m_key, "Missing", text, 4, "\x83\x41\x83\x41");
+        readMissing(4, "\x83\x41\x83\x41");
         EXPECT_STREQ("\x83\x41", text);
     }
 }
@@ -102,24 +90,16 @@ TEST_F(ConfigTest, MissingTextGivesDefaultOrZeros)
 TEST_F(ConfigTest, FindsEntriesAndSubkeysWithoutRegardToCase)
 {
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Entry", "x"));
-    ASSERT_EQ(0u, m_config.CreateKey(m_mode, m_key + "\\Subkey"));
-    BOOL found = TRUE;
-    EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "eNTRY", found));
-    EXPECT_TRUE(found);
-    EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "Entr", found));
-    EXPECT_FALSE(found);
-    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "SUBKEY", found));
-    EXPECT_TRUE(found);
-    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "Sub", found));
-    EXPECT_FALSE(found);
-    found = TRUE;
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
-              m_config.DoesEntryExist(m_mode, m_key + "\\Missing", "Entry", found));
-    EXPECT_FALSE(found);
-    found = TRUE;
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
-              m_config.DoesSubkeyExist(m_mode, m_key + "\\Missing", "Subkey", found));
-    EXPECT_FALSE(found);
+    for (const LPCSTR key : {"", "\\Subkey", "\\X\\Y", "\\X\\Y"}) // without a name, below a new one, and once more
+        ASSERT_EQ(0u, m_config.CreateKey(m_mode, *key == '\0' ? CString() : m_key + key));
+    EXPECT_EQ(0u, m_config.CreateKey(m_mode, nullptr));
+    EXPECT_EQ(Answer(0, TRUE), HasEntry(m_key, "eNTRY"));
+    EXPECT_EQ(Answer(0, FALSE), HasEntry(m_key, "Entr"));
+    EXPECT_EQ(Answer(kNotFound, FALSE), HasEntry(m_key + "\\Missing", "Entry"));
+    EXPECT_EQ(Answer(0, TRUE), HasSubkey(m_key, "SUBKEY"));
+    EXPECT_EQ(Answer(0, TRUE), HasSubkey(m_key + "\\X", "Y"));
+    EXPECT_EQ(Answer(0, FALSE), HasSubkey(m_key, "Sub"));
+    EXPECT_EQ(Answer(kNotFound, FALSE), HasSubkey(m_key + "\\Missing", "Subkey"));
 }
 
 TEST_F(ConfigTest, EnumeratesSubkeysUntilTheCallbackObjects)
@@ -141,20 +121,16 @@ TEST_F(ConfigTest, EnumeratesSubkeysUntilTheCallbackObjects)
     EXPECT_STREQ("Alpha", first);
 
     // Whatever nonzero code the callback gives comes back, those that end an enumeration included.
-    for (const DWORD code : {DWORD{1}, DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_NO_MORE_ITEMS}, DWORD{0xFFFFFFFF}}) {
-        struct Context {
-            DWORD code;
-            int calls;
-        } context = {code, 0};
+    for (const DWORD code : {DWORD{1}, kNotFound, DWORD{ERROR_NO_MORE_ITEMS}, DWORD{0xFFFFFFFF}}) {
+        std::pair<DWORD, int> calls = {code, 0};
         const auto object = [](void* c, LPCSTR) {
-            auto* counted = static_cast<Context*>(c);
-            return ++counted->calls == 2 ? counted->code : DWORD{0};
+            auto& [result, count] = *static_cast<std::pair<DWORD, int>*>(c);
+            return ++count == 2 ? result : DWORD{0};
         };
-        EXPECT_EQ(code, m_config.EnumEntries(m_mode, m_key, object, &context));
-        EXPECT_EQ(2, context.calls);
+        EXPECT_EQ(code, m_config.EnumEntries(m_mode, m_key, object, &calls));
+        EXPECT_EQ(2, calls.second);
     }
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND),
-              m_config.EnumEntries(m_mode, m_key + "\\Missing", &CollectName, &names));
+    EXPECT_EQ(kNotFound, m_config.EnumEntries(m_mode, m_key + "\\Missing", &CollectName, &names));
 }
 
 TEST_F(ConfigTest, DeletesEntriesAndWholeSections)
@@ -164,56 +140,32 @@ TEST_F(ConfigTest, DeletesEntriesAndWholeSections)
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Stays", "x"));
     ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key, "Goes", "x"));
     EXPECT_EQ(0u, m_config.DeleteEntry(m_mode, m_key, "Goes"));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.DeleteEntry(m_mode, m_key, "Goes"));
+    EXPECT_EQ(kNotFound, m_config.DeleteEntry(m_mode, m_key, "Goes"));
     EXPECT_EQ(0u, m_config.DeleteSection(m_mode, m_key, "A"));
-    BOOL exists = TRUE;
-    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "A", exists));
-    EXPECT_FALSE(exists);
-    EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "Stays", exists));
-    EXPECT_TRUE(exists);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.DeleteSection(m_mode, m_key, "A"));
-
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, m_key, ""));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, "", nullptr));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, nullptr, nullptr));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteSection(m_mode, m_key, "\\\\"));
-    EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, m_key, "Stays", exists));
-    EXPECT_TRUE(exists);
-
+    EXPECT_EQ(Answer(0, FALSE), HasSubkey(m_key, "A"));
+    EXPECT_EQ(kNotFound, m_config.DeleteSection(m_mode, m_key, "A"));
+    for (const auto& [key, subkey] :
+         {std::pair<LPCSTR, LPCSTR>{m_key, ""}, {"", nullptr}, {nullptr, nullptr}, {m_key, "\\\\"}})
+        EXPECT_EQ(kInvalid, m_config.DeleteSection(m_mode, key, subkey));
+    EXPECT_EQ(Answer(0, TRUE), HasEntry(m_key, "Stays"));
     EXPECT_EQ(0u, m_config.DeleteSection(m_mode, m_key, nullptr)) << "the key itself";
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.DoesEntryExist(m_mode, m_key, "Stays", exists));
-}
-
-TEST_F(ConfigTest, CreatesKeysButNotWithoutName)
-{
-    EXPECT_EQ(0u, m_config.CreateKey(m_mode, nullptr));
-    EXPECT_EQ(0u, m_config.CreateKey(m_mode, ""));
-    EXPECT_EQ(0u, m_config.CreateKey(m_mode, m_key + "\\X\\Y"));
-    EXPECT_EQ(0u, m_config.CreateKey(m_mode, m_key + "\\X\\Y")) << "once more";
-    BOOL exists = FALSE;
-    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key + "\\X", "Y", exists));
-    EXPECT_TRUE(exists);
+    EXPECT_EQ(Answer(kNotFound, FALSE), HasEntry(m_key, "Stays"));
 }
 
 TEST_F(ConfigTest, CopiesAndMovesTrees)
 {
-    const CString source = m_key + "\\Source";
-    const CString destination = m_key + "\\Destination";
+    const CString source = m_key + "\\Source", destination = m_key + "\\Destination", moved = m_key + "\\Moved";
     ASSERT_EQ(0u, m_config.SetValue(m_mode, source, "Text", "top"));
     ASSERT_EQ(0u, m_config.SetValue(m_mode, source + "\\Sub\\Deeper", "Text", "deep"));
     ASSERT_EQ(0u, m_config.CreateKey(m_mode, source + "\\EmptyKey"));
     EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, destination, m_mode, source, 0));
     EXPECT_EQ("top", ReadText(destination, "Text"));
     EXPECT_EQ("deep", ReadText(destination + "\\Sub\\Deeper", "Text"));
-    BOOL exists = FALSE;
-    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, destination, "EmptyKey", exists));
-    EXPECT_TRUE(exists);
-
-    EXPECT_EQ(0u, m_config.MoveRegTree(m_mode, m_key + "\\Moved", m_mode, source, 0));
-    EXPECT_EQ("deep", ReadText(m_key + "\\Moved\\Sub\\Deeper", "Text"));
-    EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, m_key, "Source", exists));
-    EXPECT_FALSE(exists);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.MoveRegTree(m_mode, destination, m_mode, source, 0));
+    EXPECT_EQ(Answer(0, TRUE), HasSubkey(destination, "EmptyKey"));
+    EXPECT_EQ(0u, m_config.MoveRegTree(m_mode, moved, m_mode, source, 0));
+    EXPECT_EQ("deep", ReadText(moved + "\\Sub\\Deeper", "Text"));
+    EXPECT_EQ(Answer(0, FALSE), HasSubkey(m_key, "Source"));
+    EXPECT_EQ(kNotFound, m_config.MoveRegTree(m_mode, destination, m_mode, source, 0));
 }
 
 TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
@@ -223,11 +175,8 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
     // However the key is written.
     for (const CString& destination :
          {source, source + "\\Below", m_key + "\\SOURCE\\Below", source + "\\", m_key + "\\\\Source"}) {
-        for (const CString& from : {source, source + "\\"}) {
-            EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
-                      m_config.MoveRegTree(m_mode, destination, m_mode, from, 0))
-                << (LPCSTR)destination;
-        }
+        for (const CString& from : {source, source + "\\"})
+            EXPECT_EQ(kInvalid, m_config.MoveRegTree(m_mode, destination, m_mode, from, 0)) << (LPCSTR)destination;
     }
     if (IsDoubleByte()) { // keys that differ in the second byte of a character, by what is case elsewhere
         ASSERT_EQ(0u, m_config.SetValue(m_mode, m_key + "\\\x83\x41", "Text", "two bytes"));
@@ -238,14 +187,16 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfOrBeyondThePathLimit)
     EXPECT_EQ("top", ReadText(source, "Text"));
 
     const CString tooLong = m_key + "\\" + CString('x', 259 - m_key.GetLength());
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILENAME_EXCED_RANGE), m_config.CopyRegTree(m_mode, tooLong, m_mode, source, 0));
-    EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, tooLong.Left(250), m_mode, source, 0));
+    const auto copyTo = [&](int length) {
+        return m_config.CopyRegTree(m_mode, tooLong.Left(length), m_mode, source, 0);
+    };
+    EXPECT_EQ(kTooLong, copyTo(260));
+    EXPECT_EQ(0u, copyTo(250));
     EXPECT_EQ("top", ReadText(tooLong.Left(250), "Text"));
     ASSERT_EQ(0u, m_config.CreateKey(m_mode, source + "\\Sub"));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILENAME_EXCED_RANGE),
-              m_config.CopyRegTree(m_mode, tooLong.Left(256), m_mode, source, 0));
+    EXPECT_EQ(kTooLong, copyTo(256));
     if (!IsWin32s()) { // where the value is a subkey too, with a longer name
-        EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, tooLong.Left(255), m_mode, source, 0));
+        EXPECT_EQ(0u, copyTo(255));
     }
 }
 
@@ -256,14 +207,10 @@ TEST_F(ConfigTest, MovesATreeToAKeyAboveUnlessThatWouldLoseAPart)
         const CString source = above + way;
         ASSERT_EQ(0u, m_config.SetValue(m_mode, source + "\\Sub", "Text", "kept"));
         ASSERT_EQ(0u, m_config.SetValue(m_mode, source + way + "\\Sub", "Text", "deep"));
-        for (const CString& from : {source, source + "\\"}) {
-            EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
-                      m_config.MoveRegTree(m_mode, m_key + "\\ABOVE", m_mode, from, 0));
-        }
+        for (const CString& from : {source, source + "\\"})
+            EXPECT_EQ(kInvalid, m_config.MoveRegTree(m_mode, m_key + "\\ABOVE", m_mode, from, 0));
         EXPECT_EQ("deep", ReadText(source + way + "\\Sub", "Text"));
-        BOOL exists = TRUE;
-        EXPECT_EQ(0u, m_config.DoesSubkeyExist(m_mode, above, "Sub", exists));
-        EXPECT_FALSE(exists) << "nothing is touched";
+        EXPECT_EQ(Answer(0, FALSE), HasSubkey(above, "Sub")) << "nothing is touched";
         ASSERT_EQ(0u, m_config.DeleteSection(m_mode, source + way, nullptr));
         EXPECT_EQ(0u, m_config.MoveRegTree(m_mode, above, m_mode, source, 0));
         EXPECT_EQ("kept", ReadText(above + "\\Sub", "Text"));
@@ -321,24 +268,24 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
             ASSERT_EQ(0u, m_config.SetValue(c.sourceMode, c.source, "Text", "kept"));
             ASSERT_EQ(0u, m_config.CreateKey(c.sourceMode, c.source + "\\Sub"));
             const DWORD status = m_config.MoveRegTree(c.destinationMode, c.destination, c.sourceMode, c.source, 0);
-            EXPECT_EQ(c.refused ? static_cast<DWORD>(ERROR_INVALID_PARAMETER) : 0u, status);
+            EXPECT_EQ(c.refused ? kInvalid : 0u, status);
+            const DWORD mode = c.refused ? c.sourceMode : c.destinationMode;
             char text[8];
-            m_config.GetValue(c.refused ? c.sourceMode : c.destinationMode, c.refused ? c.source : c.destination,
-                              "Text", text, sizeof text, "");
+            m_config.GetValue(mode, c.refused ? c.source : c.destination, "Text", text, sizeof text, "");
             EXPECT_STREQ("kept", text);
             BOOL exists = TRUE;
             m_config.DoesSubkeyExist(c.sourceMode, c.source, "New", exists);
             EXPECT_FALSE(exists && c.refused);
         }
         // Everything into a part of it.
-        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.CopyRegTree(2, key + "\\All", 3, "", 0));
+        EXPECT_EQ(kInvalid, m_config.CopyRegTree(2, key + "\\All", 3, "", 0));
     }
     remove();
 }
 
 // Windows NT and Windows 95 --------------------------------------------------------------------------------------------
 
-TEST_F(ConfigTest, EnumeratesValuesByTypeAndNarrowsNumbers)
+TEST_F(ConfigTest, EnumeratesAndCopiesValuesByTypeAndNarrowsNumbers)
 {
     ZO_ONLY_IN(!IsWin32s(), "no named values");
     Store("One", REG_DWORD, DWORD{1});
@@ -351,42 +298,24 @@ TEST_F(ConfigTest, EnumeratesValuesByTypeAndNarrowsNumbers)
     Store("None", REG_NONE, "x", 1);
     Store("Swapped", REG_DWORD_BIG_ENDIAN, DWORD{1});
     Store("Wide", REG_QWORD, "12345678", 8);
-    Values values;
-    EXPECT_EQ(0u, m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
-    const Values expected = {
+    const Values copied = {
         {"One", REG_DWORD, "", 1},
         {"ThreeHundred", REG_DWORD, "", 44},
         {"TwoHundred", REG_DWORD, "", static_cast<DWORD>(-56)},
         {"Text", REG_SZ, "abc", 0},
-        {"Expand", REG_EXPAND_SZ, "%X%", 0},
-        {"Bytes", REG_BINARY, "\x01\x02", 0},
-        {"Texts", REG_MULTI_SZ, "a", 0},
     };
-    EXPECT_EQ(expected, values);
+    Values expected = {
+        {"Expand", REG_EXPAND_SZ, "%X%", 0}, {"Bytes", REG_BINARY, "\x01\x02", 0}, {"Texts", REG_MULTI_SZ, "a", 0}};
+    expected.insert(copied.begin(), copied.end());
+    EXPECT_EQ(expected, ValuesOf(m_key));
+    const CString copy = m_key + "Copy";
+    EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, copy, m_mode, m_key, 1));
+    EXPECT_EQ(copied, ValuesOf(copy));
+    EXPECT_EQ(Answer(0, DWORD(-56)), ReadNumber(copy, "TwoHundred")) << "narrowed, not only told so";
+    EXPECT_EQ(0u, m_config.DeleteSection(m_mode, copy, nullptr));
 
     const auto stop = [](void*, LPCSTR, const void*, DWORD) { return DWORD{77}; };
     EXPECT_EQ(77u, m_config.EnumValues(m_mode, m_key, stop, nullptr));
-}
-
-TEST_F(ConfigTest, TreeCopyNarrowsNumbersAndLeavesOtherTypesOut)
-{
-    ZO_ONLY_IN(!IsWin32s(), "no named values");
-    Store("Number", REG_DWORD, DWORD{0x1234});
-    Store("Text", REG_SZ, "abc", 4);
-    Store("Bytes", REG_BINARY, "\x01", 1);
-    Store("Expand", REG_EXPAND_SZ, "x", 2);
-    const CString destination = m_key + "Copy";
-    EXPECT_EQ(0u, m_config.CopyRegTree(m_mode, destination, m_mode, m_key, 1));
-    DWORD number = 0;
-    EXPECT_EQ(0u, m_config.GetValue(m_mode, destination, "Number", number, 0));
-    EXPECT_EQ(0x34u, number);
-    EXPECT_EQ("abc", ReadText(destination, "Text"));
-    for (const char* left : {"Bytes", "Expand"}) {
-        BOOL exists = TRUE;
-        EXPECT_EQ(0u, m_config.DoesEntryExist(m_mode, destination, left, exists));
-        EXPECT_FALSE(exists) << left;
-    }
-    EXPECT_EQ(0u, m_config.DeleteSection(m_mode, destination, nullptr));
 }
 
 TEST_F(ConfigTest, AnyTypeReportsTypeButNotSize)
@@ -395,43 +324,38 @@ TEST_F(ConfigTest, AnyTypeReportsTypeButNotSize)
     const char data[] = {1, 2, 3};
     ASSERT_EQ(0u, m_config.SetAnyValueType(m_mode, m_key, "Bytes", data, sizeof data, REG_BINARY));
     char read[5] = {9, 9, 9, 9, 9};
-    DWORD type = 9;
-    DWORD size = 9;
-    EXPECT_EQ(0u, m_config.GetAnyValueType(m_mode, m_key, "Bytes", read, sizeof read, type, size));
-    EXPECT_EQ(static_cast<DWORD>(REG_BINARY), type);
-    EXPECT_EQ(0u, size) << "asked for with GetValueSize";
-    EXPECT_EQ(0, std::memcmp(read, "\1\2\3\0\0", 5));
+    DWORD type = 9, size = 9;
+    const auto get = [&](void* buffer, DWORD bufferSize) {
+        const DWORD status = m_config.GetAnyValueType(m_mode, m_key, "Bytes", buffer, bufferSize, type, size);
+        EXPECT_EQ(status == 0 ? DWORD{REG_BINARY} : 0u, type);
+        EXPECT_EQ(0u, size) << "asked for with GetValueSize";
+        return status;
+    };
+    EXPECT_EQ(0u, get(read, sizeof read));
+    EXPECT_EQ(std::string("\1\2\3\0\0", 5), std::string(read, 5));
+    EXPECT_EQ(0u, get(nullptr, 0)) << "the type alone";
+    EXPECT_EQ(kMoreData, get(read, 2));
+    EXPECT_EQ(std::string("\0\0\3", 3), std::string(read, 3));
     EXPECT_EQ(0u, m_config.GetValueSize(m_mode, m_key, "Bytes", size));
     EXPECT_EQ(3u, size);
 
-    EXPECT_EQ(0u, m_config.GetAnyValueType(m_mode, m_key, "Bytes", nullptr, 0, type, size)) << "the type alone";
-    EXPECT_EQ(static_cast<DWORD>(REG_BINARY), type);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA),
-              m_config.GetAnyValueType(m_mode, m_key, "Bytes", read, 2, type, size));
-    EXPECT_EQ(0u, type);
-    EXPECT_EQ(0, read[0]);
-    EXPECT_EQ(0, read[1]);
-
     EXPECT_EQ(0u, m_config.SetAnyValueType(m_mode, m_key, "Nothing", data, 0, REG_BINARY));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER),
-              m_config.SetAnyValueType(m_mode, m_key, "Nothing", nullptr, 3, REG_BINARY));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), m_config.GetValueSize(m_mode, m_key, "Nothing", size));
+    EXPECT_EQ(kInvalid, m_config.SetAnyValueType(m_mode, m_key, "Nothing", nullptr, 3, REG_BINARY));
+    EXPECT_EQ(kNotFound, m_config.GetValueSize(m_mode, m_key, "Nothing", size));
     EXPECT_EQ(0u, size);
 }
 
 TEST_F(ConfigTest, EnumerationTakesNamesAndDataUpToItsLimits)
 {
     ZO_ONLY_IN(!IsWin32s(), "no named values");
-    const std::string longest(260, 'n');
-    Store(longest.c_str(), REG_BINARY, std::string(8192, 'd').data(), 8192);
-    Values values;
-    EXPECT_EQ(0u, m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
-    EXPECT_EQ(1u, values.count(Enumerated{longest, REG_BINARY, std::string(8192, 'd'), 0}));
-    Store("Data", REG_BINARY, std::string(8193, 'd').data(), 8193);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+    const std::string longest(260, 'n'), data(8193, 'd');
+    Store(longest.c_str(), REG_BINARY, data.data(), 8192);
+    EXPECT_EQ((Values{{longest, REG_BINARY, data.substr(1), 0}}), ValuesOf(m_key));
+    Store("Data", REG_BINARY, data.data(), 8193);
+    ValuesOf(m_key, kMoreData);
     ASSERT_EQ(0u, m_config.DeleteEntry(m_mode, m_key, "Data"));
     Store((longest + 'n').c_str(), REG_SZ, "x", 2);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+    ValuesOf(m_key, kMoreData);
 }
 
 TEST_F(ConfigTest, BothArchitecturesShareTheMachinesSettings)
@@ -443,8 +367,7 @@ TEST_F(ConfigTest, BothArchitecturesShareTheMachinesSettings)
     char text[16];
     EXPECT_EQ(0u, m_config.GetValue(1, path, "Text", text, sizeof text, ""));
     EXPECT_STREQ("from 32 bits", text);
-    EXPECT_EQ(0u, m_config.CreateKey(1, path + "\\Made"));
-    EXPECT_EQ(0u, m_config.SetValue(1, path + "\\Made", "Number", 5));
+    EXPECT_EQ(0u, m_config.CreateKey(1, path + "\\Made") | m_config.SetValue(1, path + "\\Made", "Number", 5));
     EXPECT_EQ(std::string("\5\0\0\0", 4), key.Get("Made", "Number"));
     EXPECT_EQ(0u, m_config.DeleteSection(1, path, "Made"));
     EXPECT_EQ("(none)", key.Get("Made", "Number"));
@@ -478,28 +401,21 @@ TEST_F(ConfigTest, HostileValues)
     };
     for (const auto& c : cases) {
         Store(c.name, c.type, c.data, c.size);
-        DWORD number = 7;
-        EXPECT_EQ(c.numberStatus, m_config.GetValue(m_mode, m_key, c.name, number, 9)) << c.name;
-        EXPECT_EQ(9u, number) << c.name;
-        char buffer[8 + 4];
-        std::memset(buffer, '\xAA', sizeof buffer);
-        EXPECT_EQ(c.textStatus, m_config.GetValue(m_mode, m_key, c.name, buffer, 8, "def")) << c.name;
-        EXPECT_STREQ(c.text, buffer) << c.name;
-        EXPECT_EQ(0, std::memcmp(buffer + 8, "\xAA\xAA\xAA\xAA", 4)) << c.name;
-        DWORD type = 0;
-        DWORD size = 0;
+        EXPECT_EQ(Answer(c.numberStatus, 9), ReadNumber(m_key, c.name)) << c.name;
+        SentinelBuffer buffer(size_t{8});
+        EXPECT_EQ(c.textStatus, m_config.GetValue(m_mode, m_key, c.name, buffer.Data(), 8, "def")) << c.name;
+        EXPECT_EQ(c.text, buffer.Text()) << c.name;
+        buffer.ExpectGuardsIntact();
+        DWORD type = 0, size = 0;
         char any[64];
         const DWORD anyStatus = m_config.GetAnyValueType(m_mode, m_key, c.name, any, sizeof any, type, size);
-        EXPECT_EQ(c.size > sizeof any ? static_cast<DWORD>(ERROR_MORE_DATA) : 0u, anyStatus) << c.name;
+        EXPECT_EQ(c.size > sizeof any ? kMoreData : 0u, anyStatus) << c.name;
         EXPECT_EQ(anyStatus == 0 ? c.type : 0u, type) << c.name;
     }
     // The over-long one ends an enumeration, for nothing of it may be lost in silence.
-    Values values;
-    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
+    ValuesOf(m_key, kMoreData);
     ASSERT_EQ(0u, m_config.DeleteEntry(m_mode, m_key, "OverLong"));
-    values.clear();
-    EXPECT_EQ(0u, m_config.EnumValues(m_mode, m_key, &CollectValue, &values));
-    EXPECT_EQ(1u, values.count(Enumerated{"Unterminated", REG_SZ, "abc", 0}));
+    EXPECT_EQ(1u, ValuesOf(m_key).count({"Unterminated", REG_SZ, "abc", 0}));
 }
 
 TEST_F(ConfigTest, ModesNameTheRoots)
@@ -526,8 +442,7 @@ TEST_F(ConfigTest, ModesNameTheRoots)
     for (const auto& c : cases)
         EXPECT_EQ(c.root, config.MapModeToKey(c.mode)) << c.mode;
 
-    // And really: what mode 5 writes on Windows NT is found below the classes.
-    if (isNT) {
+    if (isNT) { // and really: what mode 5 writes there is found below the classes
         ASSERT_EQ(0u, m_config.SetValue(5, m_key, "Here", 1));
         DWORD number = 0;
         EXPECT_EQ(0u, m_config.GetValue(6, m_key, "Here", number, 0));
@@ -546,43 +461,32 @@ TEST_F(ConfigTest, Win32sKeepsValuesAsSubkeysWithText)
     LONG size = sizeof text;
     EXPECT_EQ(ERROR_SUCCESS, RegQueryValueA(HKEY_CLASSES_ROOT, m_key + "\\Number", text, &size));
     EXPECT_STREQ("4000000000", text);
-    DWORD number = 0;
-    EXPECT_EQ(0u, m_config.GetValue(2, m_key, "Number", number, 0)) << "every mode is the same root";
-    EXPECT_EQ(4000000000u, number);
+    EXPECT_EQ(Answer(0, 4000000000u), ReadNumber(m_key, "Number")) << "every mode is the same root";
     ASSERT_EQ(0u, m_config.SetValue(1, m_key, "Words", "12 monkeys"));
-    EXPECT_EQ(0u, m_config.GetValue(1, m_key, "Words", number, 0));
-    EXPECT_EQ(12u, number);
+    EXPECT_EQ(Answer(0, 12), ReadNumber(m_key, "Words"));
 
     // Bytes become text, up to their first zero; the size is reported here.
     ASSERT_EQ(0u, m_config.SetAnyValueType(1, m_key, "Bytes", "abcdef", 3, REG_BINARY));
-    DWORD type = 0;
-    DWORD length = 0;
+    DWORD type = 0, length = 0;
     EXPECT_EQ(0u, m_config.GetAnyValueType(1, m_key, "Bytes", text, sizeof text, type, length));
     EXPECT_STREQ("abc", text);
-    EXPECT_EQ(static_cast<DWORD>(REG_SZ), type);
+    EXPECT_EQ(DWORD{REG_SZ}, type);
     EXPECT_EQ(4u, length);
     EXPECT_EQ(0u, m_config.GetValueSize(1, m_key, "Bytes", length));
     EXPECT_EQ(0u, length);
-
-    Values values;
-    EXPECT_EQ(0u, m_config.EnumValues(1, m_key, &CollectValue, &values));
     const Values expected = {
         {"Bytes", REG_SZ, "abc", 0}, {"Number", REG_SZ, "4000000000", 0}, {"Words", REG_SZ, "12 monkeys", 0}};
-    EXPECT_EQ(expected, values);
+    EXPECT_EQ(expected, ValuesOf(m_key));
 
     // What any program may have left there.
     m_registryKey.SetText("OverLong", "", std::string(1100, '1'));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), m_config.GetValue(1, m_key, "OverLong", number, 9));
-    EXPECT_EQ(9u, number);
+    EXPECT_EQ(Answer(kMoreData, 9), ReadNumber(m_key, "OverLong"));
     m_registryKey.Set("Unterminated", "", REG_SZ, "77");
-    EXPECT_EQ(0u, m_config.GetValue(1, m_key, "Unterminated", number, 9));
-    EXPECT_EQ(77u, number);
+    EXPECT_EQ(Answer(0, 77), ReadNumber(m_key, "Unterminated"));
 
     ASSERT_EQ(0u, m_config.CreateKey(1, m_key + "\\Number\\Below"));
     EXPECT_EQ(0u, m_config.DeleteEntry(1, m_key, "Number")) << "with everything below it";
-    BOOL exists = TRUE;
-    EXPECT_EQ(0u, m_config.DoesEntryExist(1, m_key, "Number", exists));
-    EXPECT_FALSE(exists);
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteEntry(1, m_key, ""));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), m_config.DeleteEntry(1, m_key, nullptr));
+    EXPECT_EQ(Answer(0, FALSE), HasEntry(m_key, "Number"));
+    for (const LPCSTR none : {"", LPCSTR{nullptr}})
+        EXPECT_EQ(kInvalid, m_config.DeleteEntry(1, m_key, none));
 }
