@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 constexpr UINT kNumber = ZO_IDS_REG_CURRENT_INDEX, kText = ZO_IDS_REG_CITY;
 
 bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
@@ -126,12 +125,8 @@ TEST_F(RegistryBase, StandsBelowTheSuitesKeyAndHasANameForEachNumber)
 
 TEST_F(RegistryBase, WithoutNameSectionOrGatewayNothingIsDone)
 {
-    FaultSource calls("registry"), strings("string");
-    const ZO_FAULTY_CALL(RegOpenKeyExA) open(calls, kLibrary, ERROR_SUCCESS);
-    const ZO_FAULTY_CALL(RegCreateKeyExA) create(calls, kLibrary, ERROR_SUCCESS);
-    const ZO_FAULTY_CALL(RegOpenKeyA) openOld(calls, kLibrary, ERROR_SUCCESS);
-    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(calls, kLibrary, ERROR_SUCCESS);
-    const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
+    StringFaults strings;
+    RegistryFaults calls;
     calls.Arm(0, false);
     for (const UINT id : {0u, 128u, 171u, 0xFFFFFu})
         RunAll(m_record, id, id, [](DWORD status) { EXPECT_EQ(ZoErrNoValueName, status); });
@@ -161,29 +156,17 @@ TEST_F(RegistryBase, FailuresAreStatuses)
         EXPECT_EQ(!run.Fired(), record.IsClassDataValid() != FALSE);
     });
     const auto failWith = [this](FaultSource& faults, DWORD code) {
-        RunFaultLoop(faults, [&](const FaultRun& run) {
-            run.Stop();
+        RunFaultActs(faults, [&](const FaultRun& run) {
             EXPECT_EQ(0u, m_record.SetValue(kNumber, 5) | m_record.SetString(kText, "stored"));
-            faults.Arm(run.number, run.persistent);
             int fired = 0;
-            RunAll(m_record, kNumber, kText, [&](DWORD status) {
-                EXPECT_EQ(faults.Fired() > fired ? code : 0, status);
-                fired = faults.Fired();
-            });
+            const auto check = [&](DWORD status) {
+                EXPECT_EQ(faults.Fired() > std::exchange(fired, faults.Fired()) ? code : 0, status);
+            };
+            run.Act([&] { RunAll(m_record, kNumber, kText, check); });
         });
     };
-    FaultSource strings("string"), registry("registry");
-    const ZO_FAULTY_CALL(LoadStringA) load(strings, kLibrary, 0);
+    StringFaults strings;
     failWith(strings, ZoErrNoValueName);
-    constexpr LONG kError = ERROR_REGISTRY_IO_FAILED;
-    const ZO_FAULTY_CALL(RegOpenKeyExA) open(registry, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegCreateKeyExA) create(registry, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegQueryValueExA) query(registry, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegSetValueExA) set(registry, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegDeleteValueA) remove(registry, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegOpenKeyA) openOld(registry, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(registry, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegQueryValueA) queryOld(registry, kLibrary, kError);
-    const ZO_FAULTY_CALL(RegSetValueA) setOld(registry, kLibrary, kError);
-    failWith(registry, kError);
+    RegistryFaults registry;
+    failWith(registry, RegistryFaults::kError);
 }
