@@ -151,8 +151,7 @@ public:
         std::string hostTarget = target;
         std::replace(hostTarget.begin(), hostTarget.end(), '\\', '/');
         Run(IsWine() ? "ln -s " + hostTarget + " " + name : "cmd /c mklink /J " + name + " " + target);
-        Wait(true);
-        EXPECT_TRUE(IsThere()) << m_path;
+        EXPECT_TRUE(WaitUntil([this] { return IsThere(); })) << m_path;
     }
     ~Link()
     {
@@ -160,7 +159,7 @@ public:
             RemoveDirectoryA(m_path.c_str());
         else if (IsThere())
             Run("rm " + m_name);
-        Wait(false);
+        WaitUntil([this] { return !IsThere(); });
     }
     Link(const Link&) = delete;
     Link& operator=(const Link&) = delete;
@@ -177,12 +176,6 @@ private:
     {
         RunProgram((IsWine() ? "\\\\?\\unix\\bin\\" : "") + command, m_folder);
     }
-    void Wait(bool isThere) const
-    {
-        for (const DWORD start = GetTickCount(); IsThere() != isThere && GetTickCount() - start < 10000;)
-            Sleep(1);
-    }
-
     std::string m_folder, m_name, m_path;
 };
 } // namespace

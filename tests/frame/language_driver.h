@@ -8,16 +8,38 @@
 #include <zogbl/resource_ids.h>
 
 #include "language_window_table.h"
-#include "support/test.h"
+#include "product/product_test.h"
 
-constexpr DWORD kEnglish = 0x0409;
-constexpr DWORD kGerman = 0x0407;
+constexpr DWORD kJapanese = 0x0411;
+constexpr DWORD kTurkish = 0x041F; // without a library
+
+/// The language library, loaded for as long as the object lives.
+struct LoadedLanguage {
+    LoadedLanguage() { EXPECT_TRUE(ZoGblLoadLanguageDLL()); }
+    ~LoadedLanguage() { EXPECT_TRUE(ZoGblDumpLanguageDLL()); }
+};
+
+inline LPCSTR LibraryOf(DWORD language)
+{
+    return language == kGerman ? "ZOGBLDEU.DLL" : language == kJapanese ? "ZOGBLJPN.DLL" : "ZOGBLENU.DLL";
+}
 
 inline CString LibraryPath()
 {
     char path[MAX_PATH] = {};
     GetModuleFileNameA(ZoGblGetInstanceHandle(), path, sizeof path - 1);
     return path;
+}
+
+/// What the registry says of a language, for the library or for a module's key; 77 if nothing.
+inline DWORD StoredFlag(const RegisteredProduct& product, DWORD language, LPCSTR moduleKey = nullptr)
+{
+    CString name;
+    name.Format("%04lx", language);
+    DWORD flag = 0;
+    const CString key = moduleKey != nullptr ? moduleKey + CString("\\Languages") : product.LanguagesKey();
+    CZoGlobalConfig().GetValue(ZO_MODE_LOCAL_MACHINE, key, name, flag, 77);
+    return flag;
 }
 
 /// The table inside the loaded library, found by the name of its section.
@@ -49,4 +71,13 @@ inline void ChooseLanguage(HWND dialog, DWORD language)
         return;
     }
     ADD_FAILURE() << std::hex << language << " is not offered";
+}
+
+/// An act that chooses it and presses OK.
+inline DialogDriver::Act ChoosingLanguage(DWORD language)
+{
+    return [language](HWND dialog) {
+        ChooseLanguage(dialog, language);
+        Press(dialog, IDOK);
+    };
 }

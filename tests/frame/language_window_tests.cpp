@@ -1,7 +1,5 @@
 // The table of language windows that all processes share, read straight from the library's shared section.
 #include "language_driver.h"
-#include "product/registered_product.h"
-#include "support/test.h"
 
 namespace {
 
@@ -18,85 +16,70 @@ const ZoLanguageWindowRow* RowOf(DWORD process)
 /// Starts from an empty table and leaves one.
 class LanguageWindows : public testing::Test {
 protected:
-    void SetUp() override { Clear(); }
-    void TearDown() override { Clear(); }
-    static void Clear() { std::memset(&SharedTable(), 0, sizeof(ZoLanguageWindowTable)); }
-
+    LanguageWindows() { Clear(); }
+    ~LanguageWindows() override { Clear(); }
+    void Clear() { m_table = {}; }
     static const ZoLanguageWindowRow* OwnRow() { return RowOf(GetCurrentProcessId()); }
+
+    const RegisteredProduct m_product;
+    ZoLanguageWindowTable& m_table = SharedTable();
 };
 
 } // namespace
 
 TEST_F(LanguageWindows, AreListedInOrderAndTakenOut)
 {
-    auto first = std::make_unique<CZoLanguageSupport>();
-    auto second = std::make_unique<CZoLanguageSupport>();
-    auto third = std::make_unique<CZoLanguageSupport>();
+    std::unique_ptr<CZoLanguageSupport> windows[3];
     EXPECT_EQ(nullptr, OwnRow());
-    for (auto* support : {first.get(), second.get(), third.get()})
+    for (auto& support : windows) {
+        support = std::make_unique<CZoLanguageSupport>();
         ASSERT_TRUE(support->Create());
+    }
     ASSERT_NE(nullptr, OwnRow());
     EXPECT_EQ(3, OwnRow()->windowCount);
-    EXPECT_EQ(HandleToULong(first->m_hWnd), OwnRow()->windows[0]);
-    EXPECT_EQ(HandleToULong(third->m_hWnd), OwnRow()->windows[2]);
-    char name[8] = {};
-    GetWindowTextA(first->m_hWnd, name, sizeof name);
-    EXPECT_STREQ("ZoLS", name);
-    EXPECT_FALSE(IsWindowVisible(first->m_hWnd));
+    EXPECT_EQ(HandleToULong(windows[0]->m_hWnd), OwnRow()->windows[0]);
+    EXPECT_EQ(HandleToULong(windows[2]->m_hWnd), OwnRow()->windows[2]);
+    EXPECT_EQ("ZoLS", TextOf(windows[0]->m_hWnd));
+    EXPECT_FALSE(IsWindowVisible(windows[0]->m_hWnd));
 
-    second.reset();
+    windows[1].reset();
     ASSERT_EQ(2, OwnRow()->windowCount);
-    EXPECT_EQ(HandleToULong(third->m_hWnd), OwnRow()->windows[1]) << "moved up";
-    first.reset();
-    third.reset();
-    EXPECT_EQ(nullptr, OwnRow());
-    EXPECT_EQ(0, SharedTable().rowCount);
-}
+    EXPECT_EQ(HandleToULong(windows[2]->m_hWnd), OwnRow()->windows[1]) << "moved up";
+    windows[0].reset();
+    windows[2].reset();
+    EXPECT_EQ(0, m_table.rowCount);
 
-TEST_F(LanguageWindows, LastWindowOfAMiddleRowMovesTheLaterRowsUp)
-{
-    ZoLanguageWindowTable& table = SharedTable();
-    table.rowCount = 1;
-    table.rows[0] = {11, 1, {101}};
+    // The last window of a row in the middle moves the later rows up.
+    m_table.rowCount = 1;
+    m_table.rows[0] = {11, 1, {101}};
     CZoLanguageSupport support;
     ASSERT_TRUE(support.Create());
-    ASSERT_EQ(2, table.rowCount);
-    table.rowCount = 3;
-    table.rows[2] = {33, 2, {301, 302}};
+    ASSERT_EQ(2, m_table.rowCount);
+    m_table.rowCount = 3;
+    m_table.rows[2] = {33, 2, {301, 302}};
     support.DestroyWindow();
-    ASSERT_EQ(2, table.rowCount);
-    EXPECT_EQ(11u, table.rows[0].processId);
-    EXPECT_EQ(33u, table.rows[1].processId);
-    EXPECT_EQ(302u, table.rows[1].windows[1]);
+    ASSERT_EQ(2, m_table.rowCount);
+    EXPECT_EQ(11u, m_table.rows[0].processId);
+    EXPECT_EQ(33u, m_table.rows[1].processId);
+    EXPECT_EQ(302u, m_table.rows[1].windows[1]);
 }
 
 ZO_CHILD(LoadLanguageAndWait)
 {
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    child.Ready();
-    child.WaitForGo();
-    EXPECT_TRUE(ZoGblDumpLanguageDLL());
+    const LoadedLanguage loaded;
+    child.ReadyUntilGo();
 }
 
 TEST_F(LanguageWindows, OfAbandonedRowsTakeTheirPlaceInAFullTable)
 {
-    const RegisteredProduct product;
-    ChildProcess living("LoadLanguageAndWait");
-    ChildProcess killed("LoadLanguageAndWait");
-    ASSERT_TRUE(living.WaitUntilReady());
-    ASSERT_TRUE(killed.WaitUntilReady());
-    ASSERT_NE(nullptr, RowOf(living.ProcessId()));
-    ASSERT_NE(nullptr, RowOf(killed.ProcessId()));
+    ChildProcess living("LoadLanguageAndWait"), killed("LoadLanguageAndWait");
+    ASSERT_TRUE(living.WaitUntilReady() && killed.WaitUntilReady());
+    ASSERT_TRUE(RowOf(living.ProcessId()) != nullptr && RowOf(killed.ProcessId()) != nullptr);
     const ZoLanguageWindowRow whole = *RowOf(living.ProcessId());
     const ZoLanguageWindowRow left = *RowOf(killed.ProcessId()); // its handle is open, so the id is nobody else's
     killed.Kill();
     static DWORD s_session; // of the living process, as the system tells
     struct System {
-        static HANDLE WINAPI RefuseProcess(DWORD, BOOL, DWORD)
-        {
-            SetLastError(ERROR_ACCESS_DENIED);
-            return nullptr;
-        }
         static BOOL WINAPI GetSession(DWORD process, DWORD* session)
         {
             *session = process == GetCurrentProcessId() ? 0 : s_session;
@@ -127,75 +110,68 @@ TEST_F(LanguageWindows, OfAbandonedRowsTakeTheirPlaceInAFullTable)
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        ZoLanguageWindowTable& table = SharedTable();
-        std::fill(std::begin(table.rows), std::end(table.rows), whole);
-        table.rows[40] = c.row;
-        table.rowCount = kLanguageWindowRows;
-        const auto before = std::make_unique<ZoLanguageWindowTable>(table);
+        std::fill(std::begin(m_table.rows), std::end(m_table.rows), whole);
+        m_table.rows[40] = c.row;
+        m_table.rowCount = kLanguageWindowRows;
+        const auto before = std::make_unique<ZoLanguageWindowTable>(m_table);
         s_session = c.session;
         const ImportPatch find("ZOGBLBRX.DLL", "GetProcAddress", &System::FindGetSession);
-        std::unique_ptr<ImportPatch> refuse;
-        if (!c.mayBeOpened)
-            refuse = std::make_unique<ImportPatch>("ZOGBLBRX.DLL", "OpenProcess", &System::RefuseProcess);
+        FaultSource refusal("OpenProcess");
+        const ZO_FAULTY_CALL(OpenProcess) refuse(refusal, "ZOGBLBRX.DLL", nullptr, ERROR_ACCESS_DENIED);
+        refusal.Arm(c.mayBeOpened ? 0 : 1, !c.mayBeOpened);
         CZoLanguageSupport support;
         EXPECT_TRUE(support.Create()) << "in any case";
         if (c.isUsedAgain) {
-            EXPECT_EQ(GetCurrentProcessId(), table.rows[40].processId);
-            EXPECT_EQ(1, table.rows[40].windowCount);
-            EXPECT_EQ(HandleToULong(support.m_hWnd), table.rows[40].windows[0]);
-            table.rows[40] = before->rows[40];
+            EXPECT_EQ(GetCurrentProcessId(), m_table.rows[40].processId);
+            EXPECT_EQ(1, m_table.rows[40].windowCount);
+            EXPECT_EQ(HandleToULong(support.m_hWnd), m_table.rows[40].windows[0]);
+            m_table.rows[40] = before->rows[40];
         }
-        EXPECT_EQ(0, std::memcmp(before.get(), &table, sizeof table)) << "nothing else";
+        EXPECT_EQ(0, std::memcmp(before.get(), &m_table, sizeof m_table)) << "nothing else";
         support.DestroyWindow();
-        EXPECT_EQ(0, std::memcmp(before.get(), &table, sizeof table));
+        EXPECT_EQ(0, std::memcmp(before.get(), &m_table, sizeof m_table));
     }
-    living.Go();
-    living.Finish();
 }
 
 TEST_F(LanguageWindows, FullRowLeavesAWindowOutUnlessItsHandlesAreOld)
 {
-    ZoLanguageWindowTable& table = SharedTable();
     CZoLanguageSupport first;
     ASSERT_TRUE(first.Create());
-    table.rows[0].windowCount = kLanguageWindowsPerRow;
-    std::fill(std::begin(table.rows[0].windows), std::end(table.rows[0].windows), HandleToULong(first.m_hWnd));
-    table.rows[1].processId = 0xABCD; // what a 257th handle would overwrite
+    m_table.rows[0].windowCount = kLanguageWindowsPerRow;
+    std::fill(std::begin(m_table.rows[0].windows), std::end(m_table.rows[0].windows), HandleToULong(first.m_hWnd));
+    m_table.rows[1].processId = 0xABCD; // what a 257th handle would overwrite
     {
         CZoLanguageSupport support;
         EXPECT_TRUE(support.Create());
-        EXPECT_EQ(kLanguageWindowsPerRow, table.rows[0].windowCount);
-        EXPECT_EQ(0xABCDu, table.rows[1].processId);
+        EXPECT_EQ(kLanguageWindowsPerRow, m_table.rows[0].windowCount);
+        EXPECT_EQ(0xABCDu, m_table.rows[1].processId);
     }
-    EXPECT_EQ(kLanguageWindowsPerRow, table.rows[0].windowCount);
+    EXPECT_EQ(kLanguageWindowsPerRow, m_table.rows[0].windowCount);
 
     // An earlier process of this id left the row.
-    std::fill(std::begin(table.rows[0].windows), std::end(table.rows[0].windows), 7);
-    table.rows[0].windows[200] = HandleToULong(GetDesktopWindow());
+    std::fill(std::begin(m_table.rows[0].windows), std::end(m_table.rows[0].windows), 7);
+    m_table.rows[0].windows[200] = HandleToULong(GetDesktopWindow());
     CZoLanguageSupport support;
     EXPECT_TRUE(support.Create());
-    EXPECT_EQ(1, table.rows[0].windowCount);
-    EXPECT_EQ(HandleToULong(support.m_hWnd), table.rows[0].windows[0]);
+    EXPECT_EQ(1, m_table.rows[0].windowCount);
+    EXPECT_EQ(HandleToULong(support.m_hWnd), m_table.rows[0].windows[0]);
 }
 
 TEST_F(LanguageWindows, DamagedCountsAreHarmless)
 {
-    ZoLanguageWindowTable& table = SharedTable();
     for (const LONG count : {-1L, LONG_MIN, kLanguageWindowRows + 1, LONG_MAX}) {
-        Clear();
-        table.rowCount = count;
-        {
+        for (const bool isOfRows : {true, false}) {
+            Clear();
+            if (isOfRows)
+                m_table.rowCount = count;
             CZoLanguageSupport support;
             EXPECT_TRUE(support.Create());
-            EXPECT_EQ(GetCurrentProcessId(), table.rows[0].processId) << "inside the table";
+            EXPECT_EQ(GetCurrentProcessId(), m_table.rows[0].processId) << "inside the table";
+            if (!isOfRows)
+                m_table.rows[0].windowCount = count;
+            support.DestroyWindow();
+            EXPECT_LE(m_table.rowCount, isOfRows ? kLanguageWindowRows : 1);
         }
-        Clear();
-        CZoLanguageSupport support;
-        ASSERT_TRUE(support.Create());
-        ASSERT_NE(nullptr, OwnRow());
-        table.rows[0].windowCount = count;
-        support.DestroyWindow();
-        EXPECT_LE(table.rowCount, 1);
     }
 }
 
@@ -206,36 +182,26 @@ ZO_CHILD(EndWithLanguageLoaded)
 
 TEST_F(LanguageWindows, ProcessesShareTheTable)
 {
-    const RegisteredProduct product;
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    ChildProcess first("LoadLanguageAndWait");
-    ChildProcess second("LoadLanguageAndWait");
-    ASSERT_TRUE(first.WaitUntilReady());
-    ASSERT_TRUE(second.WaitUntilReady());
-    EXPECT_EQ(3, SharedTable().rowCount);
-    for (const auto* child : {&first, &second}) {
-        const ZoLanguageWindowRow* row = RowOf(child->ProcessId());
-        ASSERT_NE(nullptr, row);
-        EXPECT_EQ(1, row->windowCount);
-        EXPECT_TRUE(IsWindow(reinterpret_cast<HWND>(static_cast<UINT_PTR>(row->windows[0]))));
+    {
+        const LoadedLanguage loaded;
+        ChildProcess first("LoadLanguageAndWait"), second("LoadLanguageAndWait");
+        ASSERT_TRUE(first.WaitUntilReady() && second.WaitUntilReady());
+        EXPECT_EQ(3, m_table.rowCount);
+        for (const auto* child : {&first, &second}) {
+            const ZoLanguageWindowRow* row = RowOf(child->ProcessId());
+            ASSERT_NE(nullptr, row);
+            EXPECT_EQ(1, row->windowCount);
+            EXPECT_TRUE(IsWindow(reinterpret_cast<HWND>(static_cast<UINT_PTR>(row->windows[0]))));
+        }
+        first.Finish();
+        EXPECT_EQ(nullptr, RowOf(first.ProcessId()));
+        EXPECT_EQ(2, m_table.rowCount);
+        second.Kill(); // leaves its row behind, whose window no longer answers
+        EXPECT_NE(nullptr, RowOf(second.ProcessId()));
     }
-    first.Go();
-    first.Finish();
-    EXPECT_EQ(nullptr, RowOf(first.ProcessId()));
-    EXPECT_EQ(2, SharedTable().rowCount);
-
-    second.Kill(); // leaves its row behind, whose window no longer answers
-    EXPECT_NE(nullptr, RowOf(second.ProcessId()));
-    EXPECT_TRUE(ZoGblDumpLanguageDLL());
     EXPECT_EQ(nullptr, OwnRow());
-    EXPECT_EQ(1, SharedTable().rowCount);
-}
-
-TEST_F(LanguageWindows, ProcessMayEndWithItsLanguageLoaded)
-{
-    const RegisteredProduct product;
-    ChildProcess child("EndWithLanguageLoaded");
-    child.Finish();
+    EXPECT_EQ(1, m_table.rowCount);
+    ChildProcess("EndWithLanguageLoaded").Finish();
 }
 
 // Telling all windows -------------------------------------------------------------------------------------------------
@@ -268,17 +234,18 @@ protected:
     }
 };
 
-void RemoveRow(int index)
+/// Takes the first row or window out, as its process does.
+void RemoveRow()
 {
     ZoLanguageWindowTable& table = SharedTable();
-    std::copy(table.rows + index + 1, table.rows + table.rowCount, table.rows + index);
+    std::copy(table.rows + 1, table.rows + table.rowCount, table.rows);
     --table.rowCount;
 }
 
-void RemoveWindow(int index)
+void RemoveWindow()
 {
     ZoLanguageWindowRow& row = SharedTable().rows[0];
-    std::copy(row.windows + index + 1, row.windows + row.windowCount, row.windows + index);
+    std::copy(row.windows + 1, row.windows + row.windowCount, row.windows);
     --row.windowCount;
 }
 
@@ -287,8 +254,7 @@ void RemoveWindow(int index)
 TEST_F(LanguageWindows, AllHearOfAChangeThoughOthersGoMeanwhile)
 {
     ZO_ONLY_IN(Family() != WindowsFamily::kWin32s, "changes that are told at once");
-    const RegisteredProduct product;
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    const LoadedLanguage loaded;
     constexpr DWORD kNobody = 0xFFFFFFF0;
     const DWORD own = GetCurrentProcessId();
     const struct {
@@ -300,11 +266,11 @@ TEST_F(LanguageWindows, AllHearOfAChangeThoughOthersGoMeanwhile)
     } cases[] = {
         {"in order, the last marked", {{own, {0, 1}}, {own, {2}}}, -1, nullptr, {"0", "1", "1"}},
         {"not its process's", {{kNobody, {0}}, {own, {1}}}, -1, nullptr, {"", "1", ""}},
-        {"own row goes", {{own, {0}}, {own, {1}}, {own, {2}}}, 0, [] { RemoveRow(0); }, {"1", "1", "1"}},
-        {"earlier row goes", {{own, {0}}, {own, {1}}, {own, {2}}}, 1, [] { RemoveRow(0); }, {"1", "1", "1"}},
-        {"two rows go", {{own, {0}}, {own, {1}}, {own, {2}}}, 1, [] { RemoveRow(0), RemoveRow(0); }, {"1", "1", "1"}},
-        {"own window goes", {{own, {0, 1, 2}}}, 0, [] { RemoveWindow(0); }, {"0", "0", "1"}},
-        {"earlier window goes", {{own, {0, 1, 2}}}, 1, [] { RemoveWindow(0); }, {"0", "0", "1"}},
+        {"own row goes", {{own, {0}}, {own, {1}}, {own, {2}}}, 0, &RemoveRow, {"1", "1", "1"}},
+        {"earlier row goes", {{own, {0}}, {own, {1}}, {own, {2}}}, 1, &RemoveRow, {"1", "1", "1"}},
+        {"two rows go", {{own, {0}}, {own, {1}}, {own, {2}}}, 1, [] { RemoveRow(), RemoveRow(); }, {"1", "1", "1"}},
+        {"own window goes", {{own, {0, 1, 2}}}, 0, &RemoveWindow, {"0", "0", "1"}},
+        {"earlier window goes", {{own, {0, 1, 2}}}, 1, &RemoveWindow, {"0", "0", "1"}},
         {"row comes", {{own, {0}}, {own, {1}}}, 1, [] { SharedTable().rowCount = 3; }, {"1", "1", "1"}},
     };
     for (const auto& c : cases) {
@@ -314,17 +280,15 @@ TEST_F(LanguageWindows, AllHearOfAChangeThoughOthersGoMeanwhile)
             listeners[c.actor].m_act = c.act;
         CZoLanguageSupport chooser;
         const DialogDriver driver{[&](HWND dialog) {
-            ZoLanguageWindowTable& table = SharedTable();
             Clear();
-            table.rows[2] = {own, 1, {HandleToULong(listeners[2].m_hWnd)}}; // for the row that comes
+            m_table.rows[2] = {own, 1, {HandleToULong(listeners[2].m_hWnd)}}; // for the row that comes
             for (const auto& [process, windows] : c.rows) {
-                ZoLanguageWindowRow& row = table.rows[table.rowCount++];
+                ZoLanguageWindowRow& row = m_table.rows[m_table.rowCount++];
                 row = {process, 0, {}};
                 for (const int index : windows)
                     row.windows[row.windowCount++] = HandleToULong(listeners[index].m_hWnd);
             }
-            ChooseLanguage(dialog, kGerman);
-            Press(dialog, IDOK);
+            ChoosingLanguage(kGerman)(dialog);
         }};
         EXPECT_TRUE(chooser.SelectLanguage(nullptr));
         for (int i = 0; i < 3; ++i) {
@@ -333,50 +297,42 @@ TEST_F(LanguageWindows, AllHearOfAChangeThoughOthersGoMeanwhile)
         }
         Clear();
     }
-    EXPECT_TRUE(ZoGblDumpLanguageDLL());
 }
 
 ZO_CHILD(HangForAWhile)
 {
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    {
-        CZoLanguageSupport more[4];
-        for (CZoLanguageSupport& support : more)
-            ASSERT_TRUE(support.LoadCurrentLanguage(LibraryPath()));
-        const HANDLE goesOn = OpenEventA(SYNCHRONIZE, FALSE, child.Argument(0).c_str());
-        ASSERT_NE(nullptr, goesOn);
-        child.Ready();
-        EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(goesOn, kChildTimeout));
-        CloseHandle(goesOn);
-        MSG message;
-        PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE); // what was sent meanwhile is answered
-        EXPECT_EQ(kGerman, ZoGblGetLanguageLCID());
-        for (CZoLanguageSupport& support : more)
-            EXPECT_EQ(kGerman, support.GetLCID());
-    }
-    EXPECT_TRUE(ZoGblDumpLanguageDLL());
+    const LoadedLanguage loaded;
+    CZoLanguageSupport more[4];
+    for (CZoLanguageSupport& support : more)
+        ASSERT_TRUE(support.LoadCurrentLanguage(LibraryPath()));
+    const HANDLE goesOn = OpenEventA(SYNCHRONIZE, FALSE, child.Argument(0).c_str());
+    ASSERT_NE(nullptr, goesOn);
+    child.Ready();
+    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(goesOn, kChildTimeout));
+    CloseHandle(goesOn);
+    MSG message;
+    PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE); // what was sent meanwhile is answered
+    EXPECT_EQ(kGerman, ZoGblGetLanguageLCID());
+    for (CZoLanguageSupport& support : more)
+        EXPECT_EQ(kGerman, support.GetLCID());
 }
 
 TEST_F(LanguageWindows, OneProgramThatHangsDelaysTheOthersOnceAndFollows)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
-    const RegisteredProduct product;
-    const std::string name = "hangs" + std::to_string(GetCurrentProcessId());
+    const std::string name = UniqueName("hangs");
     const HANDLE goesOn = CreateEventA(nullptr, TRUE, FALSE, name.c_str());
     ChildProcess hangs("HangForAWhile", {name});
     ASSERT_TRUE(hangs.WaitUntilReady());
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    const LoadedLanguage loaded;
     DWORD begin = 0;
     const DialogDriver driver{[&](HWND dialog) {
-        ChooseLanguage(dialog, kGerman);
         begin = GetTickCount();
-        Press(dialog, IDOK);
+        ChoosingLanguage(kGerman)(dialog);
     }};
     EXPECT_TRUE(CZoLanguageSupport().SelectLanguage(nullptr));
     EXPECT_LT(GetTickCount() - begin, 6000u) << "two seconds, and not for each of the five windows";
     EXPECT_EQ(kGerman, ZoGblGetLanguageLCID()) << "behind it in the table";
     SetEvent(goesOn);
     CloseHandle(goesOn);
-    hangs.Finish();
-    EXPECT_TRUE(ZoGblDumpLanguageDLL());
 }

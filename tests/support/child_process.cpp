@@ -140,6 +140,13 @@ DWORD RunProgram(std::string command, const std::string& folder, void (*meanwhil
     return code;
 }
 
+bool WaitUntil(const std::function<bool()>& condition)
+{
+    for (const DWORD begin = GetTickCount(); !condition() && GetTickCount() - begin < kChildTimeout;)
+        WaitAnsweringMessages({}, 10);
+    return condition();
+}
+
 // Child ----------------------------------------------------------------------------------------------------------------
 
 ChildRegistration::ChildRegistration(const char* name, Function function) { Functions()[name] = function; }

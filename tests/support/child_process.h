@@ -23,6 +23,7 @@
 
 #include <afx.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -97,6 +98,8 @@ DWORD RunProgram(std::string command, const std::string& folder = {}, void (*mea
 
 /// Waits until one of \p handles is signalled, answering messages meanwhile. \return its index, -1 when time is up.
 int WaitAnsweringMessages(const std::vector<HANDLE>& handles, DWORD milliseconds = kChildTimeout);
+/// Waits until \p condition holds, answering messages meanwhile. \return whether it does.
+bool WaitUntil(const std::function<bool()>& condition);
 
 /// Enters a child's function by name; ZO_CHILD makes one.
 struct ChildRegistration {
