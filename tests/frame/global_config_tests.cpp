@@ -341,7 +341,7 @@ TEST_F(ConfigTest, AnyTypeReportsTypeButNotSize)
 
     EXPECT_EQ(0u, m_config.SetAnyValueType(m_mode, m_key, "Nothing", data, 0, REG_BINARY));
     EXPECT_EQ(kInvalid, m_config.SetAnyValueType(m_mode, m_key, "Nothing", nullptr, 3, REG_BINARY));
-    EXPECT_EQ(kNotFound, m_config.GetValueSize(m_mode, m_key, "Nothing", size));
+    EXPECT_EQ(kNotFound, m_config.GetValueSize(m_mode, m_key, "Nothing", size = 9));
     EXPECT_EQ(0u, size);
 }
 

@@ -94,7 +94,7 @@ TEST_F(Language, TextsAndStrangeValuesInTheList)
     CZoGlobalConfig& config = m_product.Config();
     const CString key = m_product.LanguagesKey();
     m_product.RemoveLanguages();
-    for (const auto& [name, value] : {std::pair{"!not a language", "1"}, {"0409", "0"}, {"00030407", "yes"}})
+    for (const auto& [name, value] : {std::pair{"!not a language", "1"}, {"00000409", "0"}, {"00030407", "yes"}})
         ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, key, name, value));
     ASSERT_EQ(0u, config.SetAnyValueType(ZO_MODE_LOCAL_MACHINE, key, "0411", "\1\0\0\0", 4, REG_BINARY));
     const LoadedLanguage loaded;

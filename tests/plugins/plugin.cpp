@@ -88,18 +88,9 @@ ZO_ENTRY(BOOL) InitializeTemplateDLL()
     return !Variable("ZO_PLUGIN_FAILS").Is("InitializeTemplateDLL", "=false");
 }
 ZO_ENTRY(BOOL) ShutdownTemplateDLL() { return Enter("ShutdownTemplateDLL"), TRUE; }
-ZO_ENTRY(UINT) DRT(CPtrArray* classes, int first, int second)
-{
-    return AddClass("DRT", classes, RUNTIME_CLASS(PluginDocument), first, second);
-}
-ZO_ENTRY(UINT) FRT(CPtrArray* classes, int first, int second)
-{
-    return AddClass("FRT", classes, RUNTIME_CLASS(PluginFrame), first, second);
-}
-ZO_ENTRY(UINT) VRT(CPtrArray* classes, int first, int second)
-{
-    return AddClass("VRT", classes, RUNTIME_CLASS(PluginView), first, second);
-}
+ZO_ENTRY(UINT) DRT(CPtrArray* list, int a, int b) { return AddClass("DRT", list, RUNTIME_CLASS(PluginDocument), a, b); }
+ZO_ENTRY(UINT) FRT(CPtrArray* list, int a, int b) { return AddClass("FRT", list, RUNTIME_CLASS(PluginFrame), a, b); }
+ZO_ENTRY(UINT) VRT(CPtrArray* list, int a, int b) { return AddClass("VRT", list, RUNTIME_CLASS(PluginView), a, b); }
 ZO_ENTRY(UINT) DRID(CWordArray* ids, int first, int second) { return AddWord("DRID", ids, 500, first, second); }
 ZO_ENTRY(UINT) DROE(CWordArray* ids) { return AddWord("DROE", ids, 501, 0, 6); }
 ZO_ENTRY(UINT) DROI(CWordArray* ids) { return AddWord("DROI", ids, 502, 0, 7); }
@@ -117,10 +108,7 @@ ZO_ENTRY(void) LCBS(CWordArray* state) { AddWord("LCBS", state, 503, 0, 0); }
 ZO_ENTRY(void) SCBS(CWordArray* state) { AddWord("SCBS", state, 504, 0, 0); }
 ZO_ENTRY(void) IHS() { Enter("IHS"); }
 ZO_ENTRY(UINT) GHS() { return Enter("GHS"), 10; }
-ZO_ENTRY(UINT) GNBI(CPtrArray* records, int first, int second)
-{
-    return AddClass("GNBI", records, nullptr, first, second);
-}
+ZO_ENTRY(UINT) GNBI(CPtrArray* list, int a, int b) { return AddClass("GNBI", list, nullptr, a, b); }
 ZO_ENTRY(void) PNC(UINT command, CDocument* document)
 {
     if (command == 11 && document == nullptr)

@@ -2,9 +2,38 @@
 /// The tests' template libraries, and what they tell.
 #pragma once
 
+#include "product/registered_product.h"
 #include "support/test.h"
 
 namespace zo_test {
+
+/// The running program's product, in which modules are installed.
+class ModulesTest : public testing::Test {
+protected:
+    static constexpr DWORD kMode = ZO_MODE_LOCAL_MACHINE;
+
+    ModulesTest()
+    {
+        CZoVersionResource version;
+        EXPECT_TRUE(version.ExtractVersionInfo());
+        m_key = version.GetInstalledModulesKey();
+        Clear();
+    }
+    void Clear() { m_product.Config().DeleteSection(kMode, m_key, nullptr); }
+    CString KeyOf(LPCSTR module) const { return m_key + "\\" + module + "\\3.9"; }
+    void Install(LPCSTR module, std::optional<DWORD> access, LPCSTR fileName)
+    {
+        CZoGlobalConfig& config = m_product.Config();
+        EXPECT_EQ(0u, config.CreateKey(kMode, KeyOf(module)));
+        EXPECT_EQ(0u, access ? config.SetValue(kMode, KeyOf(module), "Access", *access) : 0);
+        EXPECT_EQ(0u, fileName != nullptr ? config.SetValue(kMode, KeyOf(module), "Template", fileName) : 0);
+    }
+    /// A product without users has no settings.
+    void RemoveUsers() { m_product.Config().DeleteSection(kMode, m_product.RootKey() + "\\Users", nullptr); }
+
+    RegisteredProduct m_product;
+    CString m_key;
+};
 
 constexpr char kPluginA[] = "fixture_plugin_a.DLL";             // id 3
 constexpr char kPluginB[] = "fixture_plugin_b.DLL";             // id 1
@@ -35,10 +64,7 @@ public:
     BadLibraries()
     {
         m_folder.Write("text.DLL", "This is no library.");
-        char path[MAX_PATH] = "";
-        GetModuleFileNameA(nullptr, path, sizeof path);
-        const std::string program = path;
-        std::string plugin = ReadFile(program.substr(0, program.rfind('\\') + 1) + kPluginA);
+        std::string plugin = ReadFile(ProgramFolder() + kPluginA);
         EXPECT_GT(plugin.size(), 0x100u);
         DWORD header;
         memcpy(&header, plugin.data() + 0x3C, sizeof header);
