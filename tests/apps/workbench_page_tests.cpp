@@ -2,8 +2,7 @@
 #include "location_page.h"
 #include "mailbox_page.h"
 
-#include "product/registered_product.h"
-#include "support/test.h"
+#include "product/product_test.h"
 
 #include <zogbl/location_item.h>
 
@@ -11,17 +10,16 @@ namespace {
 
 constexpr int kNew = 110; // the first button
 
-class RecordPages : public testing::Test {
+class RecordPages : public ProductTest {
 protected:
-    void SetUp() override
+    RecordPages()
     {
-        ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        ASSERT_TRUE(m_frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 500, 400, nullptr, nullptr));
+        EXPECT_TRUE(m_frame.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 500, 400, nullptr, nullptr));
     }
-    void TearDown() override
+    void Open(Page& page)
     {
-        m_frame.DestroyWindow();
-        ZoGblDumpLanguageDLL();
+        ASSERT_TRUE(page.CreatePage(&m_frame, 1));
+        page.Reload();
     }
     /// Whether "New" can be pressed, once the page has read the registry anew.
     static bool CanAdd(Page& page)
@@ -32,8 +30,6 @@ protected:
     /// Presses the button of that number.
     static void Press(Page& page, int button) { page.SendMessage(WM_COMMAND, MAKEWPARAM(kNew + button, BN_CLICKED)); }
 
-    RegisteredProduct m_product;
-    CZoGlobalConfig m_config;
     CWnd m_frame;
 };
 
@@ -42,8 +38,7 @@ protected:
 TEST_F(RecordPages, OfLocationsAddNothingWhileARecordCannotBeRead)
 {
     LocationPage page;
-    ASSERT_TRUE(page.CreatePage(&m_frame, 1));
-    page.Reload();
+    Open(page);
     for (int i = 0; i < 3; ++i)
         Press(page, 0);
     CZoLocationItemList stored;
@@ -51,10 +46,10 @@ TEST_F(RecordPages, OfLocationsAddNothingWhileARecordCannotBeRead)
     EXPECT_EQ(3, stored.GetCount());
     EXPECT_TRUE(CanAdd(page));
     const CString cut = m_product.UserKey() + "\\Location\\00000001";
-    EXPECT_EQ(0u, m_config.DeleteEntry(ZO_MODE_LOCAL_MACHINE, cut, "City"));
+    EXPECT_EQ(0u, m_product.Config().DeleteEntry(ZO_MODE_LOCAL_MACHINE, cut, "City"));
     EXPECT_FALSE(CanAdd(page));
     EXPECT_EQ(2, ::SendDlgItemMessage(page.m_hWnd, 100, LB_GETCOUNT, 0, 0)) << "those that can be read";
-    EXPECT_EQ(0u, m_config.SetValue(ZO_MODE_LOCAL_MACHINE, cut, "City", ""));
+    EXPECT_EQ(0u, m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, cut, "City", ""));
     EXPECT_TRUE(CanAdd(page));
 }
 
@@ -76,8 +71,7 @@ TEST_F(RecordPages, OfMailBoxesLoseNothingThatOthersWrote)
         CZoRegMailBoxes::SetUserDefault(2);
     };
     MailBoxPage page;
-    ASSERT_TRUE(page.CreatePage(&m_frame, 1));
-    page.Reload();
+    Open(page);
     Press(page, 0);
     writeElsewhere(2);
     Press(page, 0);
@@ -86,12 +80,10 @@ TEST_F(RecordPages, OfMailBoxesLoseNothingThatOthersWrote)
     Press(page, 1);
     EXPECT_STREQ("124", numbers()) << "without the third, which was chosen";
     EXPECT_EQ(2u, CZoRegMailBoxes().GetUserDefault());
-    {
-        FaultSource faults("list");
-        const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, "ZOGBLBRX.DLL", ERROR_ACCESS_DENIED);
-        faults.Arm(2, true); // behind the product's
-        EXPECT_FALSE(CanAdd(page));
-        faults.Disarm();
-    }
+    FaultSource faults("list");
+    const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, "ZOGBLBRX.DLL", ERROR_ACCESS_DENIED);
+    faults.Arm(2, true); // behind the product's
+    EXPECT_FALSE(CanAdd(page));
+    faults.Disarm();
     EXPECT_TRUE(CanAdd(page));
 }

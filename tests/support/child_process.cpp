@@ -120,7 +120,7 @@ DWORD RunProgram(std::string command, const std::string& folder, void (*meanwhil
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
                         (folder.empty() ? ProgramFolder() : folder).c_str(), &startup, &process)) {
         ADD_FAILURE() << command << " does not start, error " << GetLastError();
         return 1000;
