@@ -87,7 +87,21 @@ private:
     std::string m_path;
 };
 
-/// The shared block as it lies in memory, found by its name.
+/// A trace of level 1 of the test's own that is open, without stamps unless the test wants them.
+class OpenTrace : public TestTrace, public CZoTrace {
+public:
+    explicit OpenTrace(BOOL hasStamps = FALSE)
+    {
+        EnableTimeStamp(hasStamps);
+        EXPECT_TRUE(Open(Name(), 1, FALSE));
+    }
+    using CZoTrace::FormatRelativeTime;
+
+    /// What was written after the start banner, up to now.
+    std::string Traced() { return Flush(), ReadBody(); }
+};
+
+/// The shared block as it lies in memory, found by its name; made if there is none.
 class BlockView {
 public:
     struct Block {
@@ -97,10 +111,10 @@ public:
     };
 
     explicit BlockView(const TestTrace& trace)
-        : m_mapping(OpenFileMappingA(FILE_MAP_ALL_ACCESS, FALSE, trace.MappingName().c_str()))
+        : m_mapping(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(Block),
+                                       trace.MappingName().c_str())),
+          m_block(static_cast<Block*>(MapViewOfFile(m_mapping, FILE_MAP_ALL_ACCESS, 0, 0, sizeof(Block))))
     {
-        if (m_mapping != nullptr)
-            m_block = static_cast<Block*>(MapViewOfFile(m_mapping, FILE_MAP_ALL_ACCESS, 0, 0, sizeof(Block)));
         EXPECT_NE(nullptr, m_block);
     }
     ~BlockView()
@@ -116,7 +130,7 @@ public:
 
 private:
     HANDLE m_mapping;
-    Block* m_block = nullptr;
+    Block* m_block;
 };
 
 } // namespace zo_test

@@ -1,8 +1,6 @@
 // What a trace does under its lock, and what it does not.
-#include "support/test.h"
 #include "trace_fixture.h"
 
-#include <clocale>
 #include <thread>
 
 namespace {
@@ -38,57 +36,58 @@ DWORD WINAPI WaitAndTick()
     s_foreignWait = ForeignWait();
     return 0;
 }
-DWORD WINAPI FourGigabytes(HANDLE, LONG, LONG* high, DWORD) { return *high = 1, 5; }
+HANDLE WINAPI MapWhileAnotherWaits(HANDLE file, SECURITY_ATTRIBUTES* security, DWORD protect, DWORD high, DWORD low,
+                                   LPCSTR name)
+{
+    s_foreignWait = ForeignWait();
+    return CreateFileMappingA(file, security, protect, high, low, name);
+}
 
-/// A page that cannot be read until somebody tries.
-class ForbiddenPage {
-public:
-    explicit ForbiddenPage(BYTE* page) : m_handler(AddVectoredExceptionHandler(1, &Allow)) { Forbid(page); }
-    ~ForbiddenPage() { RemoveVectoredExceptionHandler(m_handler); }
-    ForbiddenPage(const ForbiddenPage&) = delete;
-    ForbiddenPage& operator=(const ForbiddenPage&) = delete;
-
-private:
-    static constexpr DWORD kPageSize = 0x1000;
-    static void Forbid(BYTE* page)
-    {
-        DWORD before;
-        EXPECT_TRUE(VirtualProtect(s_page = page, kPageSize, PAGE_NOACCESS, &before));
-    }
-    static LONG CALLBACK Allow(EXCEPTION_POINTERS* exception)
-    {
-        const auto* at = reinterpret_cast<const BYTE*>(exception->ExceptionRecord->ExceptionInformation[1]);
-        if (exception->ExceptionRecord->ExceptionCode != STATUS_ACCESS_VIOLATION || at < s_page ||
-            at >= s_page + kPageSize)
-            return EXCEPTION_CONTINUE_SEARCH;
-        s_foreignWait = ForeignWait();
-        DWORD before;
-        return VirtualProtect(s_page, kPageSize, PAGE_READWRITE, &before) ? EXCEPTION_CONTINUE_EXECUTION
-                                                                          : EXCEPTION_CONTINUE_SEARCH;
-    }
-    static inline BYTE* s_page;
-    void* m_handler;
-};
+constexpr DWORD kPageSize = 0x1000;
+BYTE* s_page; ///< cannot be read until somebody tries
+LONG CALLBACK AllowPage(EXCEPTION_POINTERS* exception)
+{
+    const auto at = static_cast<UINT_PTR>(exception->ExceptionRecord->ExceptionInformation[1]);
+    if (exception->ExceptionRecord->ExceptionCode != STATUS_ACCESS_VIOLATION ||
+        at - reinterpret_cast<UINT_PTR>(s_page) >= kPageSize)
+        return EXCEPTION_CONTINUE_SEARCH;
+    s_foreignWait = ForeignWait();
+    DWORD before;
+    VirtualProtect(s_page, kPageSize, PAGE_READWRITE, &before);
+    return EXCEPTION_CONTINUE_EXECUTION;
+}
 
 class TraceLock : public testing::Test {
 protected:
     TraceLock()
     {
-        s_mutexName = m_names.MutexName();
-        m_trace.EnableTimeStamp(FALSE);
-        EXPECT_TRUE(m_trace.Open(m_names.Name(), 1, FALSE));
+        s_mutexName = m_trace.MutexName();
         m_trace.Flush();
     }
 
-    const TestTrace m_names;
-    CZoTrace m_trace;
+    OpenTrace m_trace;
 };
 
 } // namespace
 
+TEST(Trace, IsCompleteBeforeAnybodyJoins)
+{
+    const TestTrace names;
+    const BlockView block(names);
+    block->openCount = 7; // of processes that died
+    block->pending = 100;
+    s_mutexName = names.MutexName();
+    const ImportPatch patch(kLibrary, "CreateFileMappingA", &MapWhileAnotherWaits);
+    CZoTrace trace;
+    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    EXPECT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), s_foreignWait);
+    EXPECT_EQ(1u, block->openCount);
+    EXPECT_EQ(kStars, block.Pending().substr(0, kStars.size()));
+}
+
 TEST_F(TraceLock, CoversAWholeDump)
 {
-    const BlockView block(m_names);
+    const BlockView block(m_trace);
     s_block = &block;
     s_pending.clear();
     const ImportPatch release(kLibrary, "ReleaseMutex", &NotePending);
@@ -109,23 +108,25 @@ TEST_F(TraceLock, IsHeldWhenTheTimeIsTaken)
 TEST_F(TraceLock, IsFreeWhileTheCallersBytesAreRead)
 {
     auto* bytes = static_cast<BYTE*>(VirtualAlloc(nullptr, 0x3000, MEM_COMMIT, PAGE_READWRITE));
+    s_page = bytes + 0x1000;
+    void* const handler = AddVectoredExceptionHandler(1, &AllowPage);
     for (const auto& [from, count] : {std::pair{0x1000, 5}, {0x800, 0x900}, {0xFF0, 17}, {0, 0x3000}}) {
         for (const bool isShort : {false, true}) { // of memory
             AllocationFaults faults;
             if (isShort)
                 faults.Arm(1, true);
             s_foreignWait = WAIT_FAILED;
-            const ForbiddenPage page(bytes + 0x1000);
-            const std::string before = m_names.ReadBody();
+            DWORD protection;
+            EXPECT_TRUE(VirtualProtect(s_page, kPageSize, PAGE_NOACCESS, &protection));
+            std::string expected = m_trace.ReadBody() + "Block Print: " + std::to_string(count) + " Bytes\r\n";
             m_trace.OutputBlock(bytes + from, static_cast<DWORD>(count));
-            m_trace.Flush();
             EXPECT_EQ(WAIT_OBJECT_0, s_foreignWait) << count;
-            std::string expected = "Block Print: " + std::to_string(count) + " Bytes\r\n";
             for (int i = 1; i <= count; ++i)
                 expected += i % 16 == 0 || i == count ? "00 \r\n" : "00 ";
-            EXPECT_EQ(before + expected + "End Block Print\r\n", m_names.ReadBody());
+            EXPECT_EQ(expected + "End Block Print\r\n", m_trace.Traced());
         }
     }
+    RemoveVectoredExceptionHandler(handler);
     VirtualFree(bytes, 0, MEM_RELEASE);
 }
 
@@ -135,38 +136,13 @@ TEST_F(TraceLock, IsFreeAfterAnOpenThatFailed)
     const ZO_FAULTY_CALL(CreateFileMappingA) mapping(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
     const ZO_FAULTY_CALL(MapViewOfFile) view(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
     const ZO_FAULTY_CALL(CreateFileA) file(faults, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
-    const FaultLoopOptions options = {.checkCounts = false}; // the handles of threads go when they like
     const auto body = [&](const FaultRun& run) {
         CZoTrace trace;
-        const BOOL opened = trace.Open(m_names.Name(), 1, TRUE);
+        const BOOL opened = trace.Open(m_trace.Name(), 1, TRUE);
         EXPECT_EQ(!run.Fired(), opened != FALSE);
         EXPECT_EQ(WAIT_OBJECT_0, ForeignWait());
     };
-    RunFaultLoop(faults, body, options);
-}
-
-TEST(Trace, EmptiesAFileOfMoreThanFourGigabytes)
-{
-    const TestTrace names;
-    names.Write("old");
-    CZoTrace trace;
-    {
-        const ImportPatch size(kLibrary, "SetFilePointer", &FourGigabytes);
-        ASSERT_TRUE(trace.Open(names.Name(), 1, TRUE)); // kept if it is small
-    }
-    EXPECT_EQ("", names.Read());
-}
-
-TEST(Trace, TakesAsciiOnlyForItsNameInEveryLocale)
-{
-    const std::string locale = std::setlocale(LC_CTYPE, nullptr);
-    std::setlocale(LC_CTYPE, "");
-    EXPECT_NE(IsDoubleByte(), std::isalnum(0xE4) != 0) << "the locale has more letters";
-    const TestTrace names;
-    CZoTrace trace;
-    EXPECT_TRUE(trace.Open(names.Name() + "\xE4.", 1, FALSE));
-    EXPECT_EQ(names.Path(), (LPCSTR)trace.GetFileName());
-    std::setlocale(LC_CTYPE, locale.c_str());
+    RunFaultLoop(faults, body, {.checkCounts = false}); // the handles of threads go when they like
 }
 
 TEST_F(TraceLock, FormatsEndBeforeWhatTheFormatterDoesNotTake)
@@ -192,6 +168,5 @@ TEST_F(TraceLock, FormatsEndBeforeWhatTheFormatterDoesNotTake)
         percents += "%%";
     m_trace.Output((percents + "%f").c_str(), 1.0);
     m_trace.Output(("|%" + std::string(2000, '0') + "1d%f").c_str(), 1, 1.0); // no room for the first one
-    m_trace.Flush();
-    EXPECT_EQ(body + dashes.substr(0, 511) + dashes.substr(0, 511) + std::string(511, '%') + "|", m_names.ReadBody());
+    EXPECT_EQ(body + dashes.substr(0, 511) + dashes.substr(0, 511) + std::string(511, '%') + "|", m_trace.Traced());
 }

@@ -1,5 +1,4 @@
 // One trace, several processes.
-#include "support/test.h"
 #include "trace_fixture.h"
 
 namespace {
@@ -42,25 +41,23 @@ std::vector<int> Numbers(int count)
     return numbers;
 }
 
-struct Writers {
-    /// \param linesOfThird how many lines process 2 writes; the others write kLines
-    explicit Writers(const TestTrace& names, int linesOfThird = kLines)
-    {
-        for (int i = 0; i < kProcesses; ++i)
-            processes.push_back(std::make_unique<ChildProcess>(
-                "WritesLines", std::vector<std::string>{(LPCSTR)names.Name(), std::to_string(i),
-                                                        std::to_string(i == 2 ? linesOfThird : kLines)}));
-        for (const auto& process : processes)
-            EXPECT_TRUE(process->WaitUntilReady());
-    }
-    void Go() const
-    {
-        for (const auto& process : processes)
-            process->Go();
-    }
+std::unique_ptr<ChildProcess> StartWriter(const TestTrace& names, int process, int lines, const std::string& bytes = {})
+{
+    const std::string name(names.Name());
+    return std::make_unique<ChildProcess>("WritesLines",
+                                          std::vector{name, std::to_string(process), std::to_string(lines), bytes});
+}
 
-    std::vector<std::unique_ptr<ChildProcess>> processes;
-};
+/// \param linesOfThird how many lines process 2 writes; the others write kLines
+std::vector<std::unique_ptr<ChildProcess>> StartWriters(const TestTrace& names, int linesOfThird = kLines)
+{
+    std::vector<std::unique_ptr<ChildProcess>> writers;
+    for (int i = 0; i < kProcesses; ++i)
+        writers.push_back(StartWriter(names, i, i == 2 ? linesOfThird : kLines));
+    for (const auto& writer : writers)
+        EXPECT_TRUE(writer->WaitUntilReady());
+    return writers;
+}
 
 /// How many of the bytes a WriteFile brings into the file before its process dies.
 DWORD s_bytesBeforeDeath;
@@ -73,29 +70,19 @@ BOOL WINAPI DieWhileWriting(HANDLE file, LPCVOID data, DWORD size, DWORD* writte
 
 } // namespace
 
+// Trace, process, lines, and how many bytes it writes before it dies; "" for all.
 ZO_CHILD(WritesLines)
 {
     CZoTrace trace;
     trace.EnableTimeStamp(FALSE);
-    const int process = std::stoi(child.Argument(1));
     EXPECT_TRUE(trace.Open(child.Argument(0).c_str(), 1, TRUE));
     child.Ready();
     child.WaitForGo();
-    const int count = std::stoi(child.Argument(2));
-    for (int i = 0; i < count; ++i)
-        trace.Output("%s", Line(process, i).c_str());
-}
-
-ZO_CHILD(DiesWhileWriting)
-{
-    CZoTrace trace;
-    trace.EnableTimeStamp(FALSE);
-    EXPECT_TRUE(trace.Open(child.Argument(0).c_str(), 1, TRUE));
-    for (int i = 0; i < 50; ++i)
-        trace.Output("%s", Line(2, i).c_str());
-    child.Ready();
-    child.WaitForGo();
-    s_bytesBeforeDeath = std::stoul(child.Argument(1));
+    for (int i = 0; i < std::stoi(child.Argument(2)); ++i)
+        trace.Output("%s", Line(std::stoi(child.Argument(1)), i).c_str());
+    if (child.Argument(3).empty())
+        return;
+    s_bytesBeforeDeath = std::stoul(child.Argument(3));
     const ImportPatch patch("ZOGBLBRX.DLL", "WriteFile", &DieWhileWriting);
     trace.Flush();
 }
@@ -106,12 +93,13 @@ TEST(TraceProcesses, FourWriteEveryLineOnceAndInOrder)
     const TestTrace names;
     CZoTrace reader; // keeps the trace open, so that the file begins with one banner
     ASSERT_TRUE(reader.Open(names.Name(), 1, FALSE));
-    Writers writers(names);
+    const auto writers = StartWriters(names);
     EXPECT_EQ(1u + kProcesses, reader.GetOpenCount());
-    writers.Go();
+    for (const auto& writer : writers)
+        writer->Go();
     reader.Close();
-    for (const auto& process : writers.processes)
-        process->Finish();
+    for (const auto& writer : writers)
+        writer->Finish();
 
     const std::string body = names.ReadBody();
     const auto lines = LinesByProcess(body);
@@ -127,8 +115,9 @@ TEST(TraceProcesses, AKilledOneTakesNothingOfTheOthersAlong)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "locks and files are the same on all of them");
     const TestTrace names;
-    Writers writers(names, INT_MAX);
-    writers.Go();
+    const auto writers = StartWriters(names, INT_MAX);
+    for (const auto& writer : writers)
+        writer->Go();
     const DWORD half = kProcesses * kLines * kLineLength / 2;
     for (const DWORD start = GetTickCount(); GetTickCount() - start < kChildTimeout;) {
         WIN32_FILE_ATTRIBUTE_DATA data = {};
@@ -136,11 +125,11 @@ TEST(TraceProcesses, AKilledOneTakesNothingOfTheOthersAlong)
             break;
         Sleep(1);
     }
-    writers.processes[2]->Kill();
+    writers[2]->Kill();
     CZoTrace witness;
     ASSERT_TRUE(witness.Open(names.Name(), 1, TRUE));
-    for (const auto& process : writers.processes)
-        process->Finish();
+    for (const auto& writer : writers)
+        writer->Finish();
     EXPECT_EQ(2u, witness.GetOpenCount()) << "the dead one's count stays";
     witness.Close();
 
@@ -159,18 +148,14 @@ TEST(TraceProcesses, OneThatDiesWhileItWritesLeavesAWholeFile)
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "locks and files are the same on all of them");
     for (const char* bytes : {"0", "100", "4096", "8192"}) {
         SCOPED_TRACE(bytes);
-        const TestTrace names;
-        CZoTrace trace;
-        trace.EnableTimeStamp(FALSE);
-        ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
-        ChildProcess child("DiesWhileWriting", {(LPCSTR)names.Name(), bytes});
-        ASSERT_TRUE(child.WaitUntilReady());
-        child.Go();
-        ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(child.Process(), kChildTimeout));
-        child.Kill();
+        OpenTrace trace;
+        const auto child = StartWriter(trace, 2, 50, bytes);
+        ASSERT_TRUE(child->WaitUntilReady());
+        child->Go();
+        ASSERT_EQ(WAIT_OBJECT_0, WaitForSingleObject(child->Process(), kChildTimeout));
+        child->Kill();
         trace.Output("%s", Line(1, 0).c_str());
-        trace.Flush();
-        const auto lines = LinesByProcess(names.ReadBody());
+        const auto lines = LinesByProcess(trace.Traced());
         EXPECT_EQ((std::map<int, std::vector<int>>{{1, Numbers(1)}, {2, Numbers(50)}}), lines);
     }
 }

@@ -1,9 +1,8 @@
 #include "trace_fixture.h"
 
 #include "product/registered_product.h"
-#include "support/test.h"
 
-#include <thread>
+#include <clocale>
 
 namespace {
 
@@ -35,6 +34,7 @@ BOOL WINAPI OtherVersion(LPCVOID data, LPCSTR path, LPVOID* value, UINT* size)
     }
     return found;
 }
+DWORD WINAPI FourGigabytes(HANDLE, LONG, LONG* high, DWORD) { return *high = 1, 5; }
 BOOL WINAPI NoSpace(LPCSTR, DWORD*, DWORD*, DWORD*, DWORD*) { return FALSE; }
 DWORD WINAPI NoVersion(LPCSTR, DWORD*) { return 0; }
 
@@ -43,16 +43,9 @@ DWORD WINAPI Ticks() { return s_ticks; }
 
 std::string OperatingSystem()
 {
-    switch (Family()) {
-    case WindowsFamily::kWin32s:
-        return "Windows v3.10 Build 0";
-    case WindowsFamily::kWindows95:
-        return "Windows 95 v4.10";
-    case WindowsFamily::kWindowsNt4:
-        return "Windows NT v4.0 Build 1381";
-    default:
-        return "Windows NT v6.2 Build 9200"; // as told to a program without a manifest
-    }
+    static constexpr const char* names[] = {"Windows v3.10 Build 0", "Windows 95 v4.10", "Windows NT v4.0 Build 1381",
+                                            "Windows NT v6.2 Build 9200"}; // as told to a program without a manifest
+    return names[static_cast<int>(Family())];
 }
 
 /// "06/30/00 10:15:02 AM", the last word as the user's locale has it.
@@ -63,64 +56,55 @@ std::string Moment()
     return std::string("06/30/00 10:15:02 ") + word;
 }
 
-/// Keeps only what begins after the start banner.
-std::string Traced(const TestTrace& names, CZoTrace& trace)
-{
-    trace.Flush();
-    return names.ReadBody();
-}
-
 } // namespace
 
-TEST(Trace, NamesEverythingByTheLettersBeforeTheFirstDot)
+TEST(Trace, NamesEverythingByTheAsciiLettersBeforeTheFirstDotInEveryLocale)
 {
-    const std::string own = TestTrace::PlainName();
-    const struct {
-        std::string name;
-        std::string base;
-    } cases[] = {
+    const std::string own = TestTrace::PlainName(), locale = std::setlocale(LC_CTYPE, nullptr);
+    const std::pair<std::string, std::string> rows[] = {
         {own, own},
         {own + ".exe", own},
         {own + "a.b.c", own + "a"},
         {"my app-2" + own, "myapp2" + own},
         {"C:\\" + own + "\xE4_\xDF", "C" + own},
-        {".x", ""},
+        // A second byte that is no letter A; another system's programs, in the same folder, have the file without letters.
+        {IsDoubleByte() ? "\x83\x41" + own : ".x", IsDoubleByte() ? own : ""},
     };
-    for (const auto& c : cases) {
-        if (c.base.empty() && IsDoubleByte())
-            continue; // another system's programs, in the same folder, have that file
-        SCOPED_TRACE(c.name);
-        const TestTrace names(c.base);
-        CZoTrace trace;
-        ASSERT_TRUE(trace.Open(c.name.c_str(), 1, FALSE));
-        EXPECT_EQ(names.Path(), (LPCSTR)trace.GetFileName());
-        EXPECT_TRUE(names.Exists());
-        const HANDLE mutex = OpenMutexA(SYNCHRONIZE, FALSE, names.MutexName().c_str());
-        EXPECT_NE(nullptr, mutex);
-        CloseHandle(mutex);
-        EXPECT_EQ(1u, BlockView(names)->openCount);
-        trace.Close();
-        EXPECT_STREQ("", trace.GetFileName());
+    for (const char* category : {"C", ""}) {
+        std::setlocale(LC_CTYPE, category);
+        EXPECT_EQ(*category == '\0' && !IsDoubleByte(), std::isalnum(0xE4) != 0) << "the locale has more letters";
+        for (const auto& [name, base] : rows) {
+            SCOPED_TRACE(name);
+            const TestTrace names(base);
+            CZoTrace trace;
+            ASSERT_TRUE(trace.Open(name.c_str(), 1, FALSE));
+            EXPECT_EQ(names.Path(), (LPCSTR)trace.GetFileName());
+            EXPECT_TRUE(names.Exists());
+            const HANDLE mutex = OpenMutexA(SYNCHRONIZE, FALSE, names.MutexName().c_str());
+            EXPECT_NE(nullptr, mutex);
+            CloseHandle(mutex);
+            EXPECT_EQ(1u, BlockView(names)->openCount);
+            trace.Close();
+            EXPECT_STREQ("", trace.GetFileName());
+        }
     }
-    if (IsDoubleByte()) {
-        const TestTrace names(own);
-        CZoTrace trace;
-        ASSERT_TRUE(trace.Open(("\x83\x41" + own).c_str(), 1, FALSE)); // its second byte is no letter A
-        EXPECT_EQ(names.Path(), (LPCSTR)trace.GetFileName());
-    }
+    std::setlocale(LC_CTYPE, locale.c_str());
 }
 
 // Banners --------------------------------------------------------------------------------------------------------------
 
 class TraceBanner : public testing::Test {
 protected:
-    void SetUp() override
+    TraceBanner()
     {
         s_versionFlags = 0;
         s_freeClusters = 203086;
     }
+    static std::string Line(const OpenTrace& trace, const std::string& verb)
+    {
+        return kStars + trace.FileName() + " - " + verb + " " + Moment() + "\r\n";
+    }
 
-    TestTrace m_names;
     ImportPatch m_clock{kLibrary, "GetLocalTime", &June30};
     ImportPatch m_memory{kLibrary, "GlobalMemoryStatus", &SomeMemory};
     ImportPatch m_space{kLibrary, "GetDiskFreeSpaceA", &SomeSpace};
@@ -131,10 +115,8 @@ TEST_F(TraceBanner, TellsModuleAndSystemByteForByte)
 {
     const RegisteredProduct product;
     const struct {
-        DWORD flags;
-        DWORD freeClusters;
-        const char* version;
-        const char* space;
+        DWORD flags, freeClusters;
+        const char *version, *space;
     } cases[] = {
         {0, 203086, "", "812344"},
         {VS_FF_PRERELEASE | VS_FF_PATCHED, 203086, " (PreRelease, Patched)", "812344"},
@@ -145,23 +127,12 @@ TEST_F(TraceBanner, TellsModuleAndSystemByteForByte)
     for (const auto& c : cases) {
         s_versionFlags = c.flags;
         s_freeClusters = c.freeClusters;
-        CZoTrace trace;
-        ASSERT_TRUE(trace.Open(m_names.Name(), 1, FALSE));
+        OpenTrace trace;
         trace.Close();
-        EXPECT_EQ(kStars + m_names.FileName() + " - Started " + Moment() +
-                      "\r\n"
-                      "\r\n"
-                      "Version: 4.5.6.7" +
-                      c.version +
-                      "\r\n"
-                      "Physical Memory: 64MB\r\n"
-                      "Free Disk Space: " +
-                      c.space +
-                      "KB\r\n"
-                      "Operating System: " +
-                      OperatingSystem() + "\r\n" + kStars + kStars + m_names.FileName() + " - Stopped " + Moment() +
-                      "\r\n" + kStars,
-                  m_names.Read());
+        EXPECT_EQ(Line(trace, "Started") + "\r\nVersion: 4.5.6.7" + c.version +
+                      "\r\nPhysical Memory: 64MB\r\nFree Disk Space: " + c.space + "KB\r\nOperating System: " +
+                      OperatingSystem() + "\r\n" + kStars + Line(trace, "Stopped") + kStars,
+                  trace.Read());
     }
 }
 
@@ -170,60 +141,48 @@ TEST_F(TraceBanner, LeavesOutWhatCannotBeHad)
     {
         const RegisteredProduct product;
         const ImportPatch noSpace(kLibrary, "GetDiskFreeSpaceA", &NoSpace);
-        CZoTrace trace;
-        ASSERT_TRUE(trace.Open(m_names.Name(), 1, FALSE));
+        OpenTrace trace;
         trace.Close();
-        EXPECT_EQ(std::string::npos, m_names.Read().find("Disk"));
-        EXPECT_NE(std::string::npos, m_names.Read().find("64MB\r\nOperating System: " + OperatingSystem()));
+        EXPECT_EQ(std::string::npos, trace.Read().find("Disk"));
+        EXPECT_NE(std::string::npos, trace.Read().find("64MB\r\nOperating System: " + OperatingSystem()));
     }
     const ImportPatch noVersion(kLibrary, "GetFileVersionInfoSizeA", &NoVersion);
-    CZoTrace trace;
-    ASSERT_TRUE(trace.Open(m_names.Name(), 1, FALSE));
-    trace.Output("x\r\n");
+    OpenTrace trace;
     trace.Flush();
-    const std::string text = m_names.Read();
-    EXPECT_EQ(kStars + m_names.FileName() + " - Started " + Moment() + "\r\n(", text.substr(0, text.find('(') + 1));
     trace.Pause(); // no stop banner then
     trace.Close();
-    EXPECT_EQ(text, m_names.Read());
+    EXPECT_EQ(Line(trace, "Started"), trace.Read());
 }
 
 // Opening and closing --------------------------------------------------------------------------------------------------
 
 TEST(Trace, IsSharedByAllThatOpenIt)
 {
-    const TestTrace names;
-    CZoTrace first;
+    OpenTrace first;
     CZoTrace second;
-    ASSERT_TRUE(first.Open(names.Name(), 1, FALSE));
-    first.EnableTimeStamp(FALSE);
     first.Output("one\r\n");
     EXPECT_EQ(1u, first.GetOpenCount());
-    ASSERT_TRUE(second.Open(names.Name(), 0, FALSE)) << "joins, and empties nothing";
-    EXPECT_EQ(2u, first.GetOpenCount());
-    EXPECT_EQ(2u, second.GetOpenCount());
-    EXPECT_EQ(0u, second.GetLevel());
+    ASSERT_TRUE(second.Open(first.Name(), 0, FALSE)) << "joins, and empties nothing";
     EXPECT_TRUE(second.Open("Other", 7, FALSE)) << "is open already";
-    EXPECT_EQ(0u, second.GetLevel());
-    EXPECT_EQ(names.Path(), (LPCSTR)second.GetFileName());
+    EXPECT_TRUE(first.GetOpenCount() == 2 && second.GetOpenCount() == 2 && second.GetLevel() == 0);
+    EXPECT_EQ(first.Path(), (LPCSTR)second.GetFileName());
 
     second.EnableTimeStamp(FALSE);
     second.Output("two\r\n");
     first.Close();
-    EXPECT_EQ("one\r\ntwo\r\n", names.ReadBody()) << "no stop banner yet";
-    EXPECT_EQ(1u, second.GetOpenCount());
-    EXPECT_EQ(0u, first.GetOpenCount());
+    EXPECT_EQ("one\r\ntwo\r\n", first.ReadBody()) << "no stop banner yet";
+    EXPECT_TRUE(first.GetOpenCount() == 0 && second.GetOpenCount() == 1);
 
     // The first to open comes again as one that joined: it knows neither the start nor the name.
     const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
     s_ticks = 4000;
-    EXPECT_TRUE(first.Open(names.Name(), 1, FALSE));
+    EXPECT_TRUE(first.Open(first.Name(), 1, FALSE));
     first.EnableTimeStamp(TRUE);
     first.Output("three\r\n");
     second.Close();
     first.Close();
     const std::string expected = "one\r\ntwo\r\n(00:00:04.000) three\r\n" + kStars + " - Stopped ";
-    EXPECT_EQ(expected, names.ReadBody().substr(0, expected.size()));
+    EXPECT_EQ(expected, first.ReadBody().substr(0, expected.size()));
 }
 
 TEST(Trace, OnlyTheFirstOpenerEmptiesTheFile)
@@ -233,22 +192,26 @@ TEST(Trace, OnlyTheFirstOpenerEmptiesTheFile)
         size_t size; ///< of the file that is there; 0 none
         BOOL append;
         bool isKept;
+        DWORD gigabytes = 0; ///< that it has besides
     } cases[] = {
         {"new, to be kept", 0, TRUE, false},        {"new", 0, FALSE, false},
         {"small, to be kept", 100, TRUE, true},     {"small", 100, FALSE, false},
         {"one short of full", 1048575, TRUE, true}, {"full", 1048576, TRUE, false},
-        {"overfull", 1048577, TRUE, false},
+        {"overfull", 1048577, TRUE, false},         {"small, but for its high part", 100, TRUE, false, 4},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         const TestTrace names;
         if (c.size > 0)
             names.Write(std::string(c.size, 'x'));
+        std::optional<ImportPatch> size;
+        if (c.gigabytes > 0)
+            size.emplace(kLibrary, "SetFilePointer", &FourGigabytes);
         CZoTrace trace;
         ASSERT_TRUE(trace.Open(names.Name(), 1, c.append));
         trace.Close();
-        EXPECT_EQ((c.isKept ? std::string(c.size, 'x') : std::string()) + kStars,
-                  names.Read().substr(0, (c.isKept ? c.size : 0) + kStars.size()));
+        const std::string expected = std::string(c.isKept ? c.size : 0, 'x') + kStars;
+        EXPECT_EQ(expected, names.Read().substr(0, expected.size()));
     }
 }
 
@@ -256,15 +219,12 @@ TEST(Trace, JoinerMakesNoFile)
 {
     const TestTrace names;
     const HANDLE mutex = CreateMutexA(nullptr, FALSE, names.MutexName().c_str());
-    const HANDLE mapping = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
-                                              sizeof(BlockView::Block), names.MappingName().c_str());
     {
         const BlockView block(names);
         block->openCount = 3;
         CZoTrace trace;
         EXPECT_FALSE(trace.Open(names.Name(), 1, FALSE));
-        EXPECT_FALSE(names.Exists());
-        EXPECT_EQ(3u, block->openCount);
+        EXPECT_TRUE(!names.Exists() && block->openCount == 3);
         names.Write("kept\r\n");
         EXPECT_TRUE(trace.Open(names.Name(), 1, FALSE));
         EXPECT_EQ(4u, block->openCount);
@@ -272,101 +232,54 @@ TEST(Trace, JoinerMakesNoFile)
         EXPECT_EQ(3u, block->openCount);
         EXPECT_EQ("kept\r\n", names.Read()) << "no banner";
     }
-    CloseHandle(mapping);
     CloseHandle(mutex);
-}
-
-namespace {
-
-/// Looks from another thread whether the lock of a trace can be had, while the trace is being made.
-std::string s_mutexName;
-DWORD s_foreignWait;
-
-HANDLE WINAPI MapWhileAnotherWaits(HANDLE file, SECURITY_ATTRIBUTES* security, DWORD protect, DWORD high, DWORD low,
-                                   LPCSTR name)
-{
-    std::thread([] {
-        const HANDLE mutex = OpenMutexA(SYNCHRONIZE, FALSE, s_mutexName.c_str());
-        s_foreignWait = WaitForSingleObject(mutex, 0);
-        CloseHandle(mutex);
-    }).join();
-    return CreateFileMappingA(file, security, protect, high, low, name);
-}
-
-} // namespace
-
-TEST(Trace, IsCompleteBeforeAnybodyJoins)
-{
-    const TestTrace names;
-    const HANDLE leftOver = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
-                                               sizeof(BlockView::Block), names.MappingName().c_str());
-    {
-        const BlockView block(names);
-        block->openCount = 7; // of processes that died
-        block->pending = 100;
-        s_mutexName = names.MutexName();
-        const ImportPatch patch(kLibrary, "CreateFileMappingA", &MapWhileAnotherWaits);
-        CZoTrace trace;
-        ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
-        EXPECT_EQ(static_cast<DWORD>(WAIT_TIMEOUT), s_foreignWait);
-        EXPECT_EQ(1u, block->openCount);
-        EXPECT_EQ(kStars, block.Pending().substr(0, kStars.size()));
-    }
-    CloseHandle(leftOver);
 }
 
 TEST(Trace, LevelAndSwitchesLiveAsLongAsTheyShould)
 {
-    const TestTrace names;
-    CZoTrace trace;
-    trace.SetLevel(5);
-    EXPECT_EQ(0, trace.GetLevel()) << "closed";
-    ASSERT_TRUE(trace.Open(names.Name(), 0, FALSE));
-    EXPECT_EQ(0, trace.GetLevel());
-    for (const auto& [set, got] : {std::pair{0, 1}, {1, 1}, {2, 2}, {10, 10}, {65535, 65535}}) {
+    OpenTrace trace;
+    EXPECT_EQ(1, trace.GetLevel());
+    for (const auto& [set, got] : {std::pair{0, 1}, {2, 2}, {10, 10}, {65535, 65535}, {1, 1}}) {
         trace.SetLevel(static_cast<WORD>(set));
         EXPECT_EQ(got, trace.GetLevel());
     }
-    trace.SetLevel(1);
-    trace.EnableTimeStamp(FALSE);
     trace.Pause();
     trace.Output("lost\r\n");
     trace.OutputBlock("lost", 4);
-    const std::string before = names.Read();
-    trace.Flush();
-    EXPECT_EQ(before, names.Read()) << "paused";
+    EXPECT_EQ("(no banner)", trace.Traced()) << "paused";
     trace.Resume();
     trace.Output("seen\r\n");
-    EXPECT_EQ("seen\r\n", Traced(names, trace));
+    EXPECT_EQ("seen\r\n", trace.Traced());
     trace.Output("in the buffer\r\n");
     trace.Pause();
     trace.Close();
-    EXPECT_EQ("seen\r\nin the buffer\r\n", names.ReadBody()) << "what is in the buffer may be another's";
-    EXPECT_EQ(0, trace.GetLevel());
+    EXPECT_EQ("seen\r\nin the buffer\r\n", trace.ReadBody()) << "what is in the buffer may be another's";
     trace.Output("closed\r\n");
     trace.OutputBlock("closed", 6);
     trace.Flush();
+    EXPECT_EQ(0, trace.GetLevel());
+    trace.SetLevel(5);
+    EXPECT_EQ(0, trace.GetLevel()) << "closed";
 
-    ASSERT_TRUE(trace.Open(names.Name(), 10, FALSE));
+    ASSERT_TRUE(trace.Open(trace.Name(), 10, FALSE));
     trace.Output("no stamp, no pause\r\n");
-    EXPECT_EQ("no stamp, no pause\r\n", names.ReadBody()) << "at once";
+    EXPECT_EQ("no stamp, no pause\r\n", trace.ReadBody()) << "at once";
     trace.OutputBlock("a", 1);
-    EXPECT_EQ("no stamp, no pause\r\nBlock Print: 1 Bytes\r\na  \r\nEnd Block Print\r\n", names.ReadBody());
+    EXPECT_EQ("no stamp, no pause\r\nBlock Print: 1 Bytes\r\na  \r\nEnd Block Print\r\n", trace.ReadBody());
+    trace.Close();
+    ASSERT_TRUE(trace.Open(trace.Name(), 0, FALSE));
+    EXPECT_EQ(0, trace.GetLevel());
 }
 
 // Text -----------------------------------------------------------------------------------------------------------------
 
 TEST(Trace, StampsTellTheTimeSinceTheStart)
 {
-    const TestTrace names;
     const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
     s_ticks = 0xFFFFFF00; // the counter wraps while the trace is open
-    struct : CZoTrace {
-        using CZoTrace::FormatRelativeTime;
-    } trace;
+    OpenTrace trace(TRUE);
     CZoTrace joiner;
-    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
-    ASSERT_TRUE(joiner.Open(names.Name(), 1, FALSE));
+    ASSERT_TRUE(joiner.Open(trace.Name(), 1, FALSE));
     std::string expected;
     for (const auto& [elapsed, stamp] : {std::pair<DWORD, const char*>{0, "(00:00:00.000) "},
                                          {3250, "(00:00:03.250) "},
@@ -382,16 +295,12 @@ TEST(Trace, StampsTellTheTimeSinceTheStart)
     }
     s_ticks = 61001;
     joiner.Output("%s\r\n", "joined");
-    expected += "(00:01:01.001) joined\r\n";
-    EXPECT_EQ(expected, Traced(names, trace));
+    EXPECT_EQ(expected + "(00:01:01.001) joined\r\n", trace.Traced());
 }
 
 TEST(Trace, CutsTextThatIsTooLong)
 {
-    const TestTrace names;
-    CZoTrace trace;
-    trace.EnableTimeStamp(FALSE);
-    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    OpenTrace trace;
     LPCSTR const none = nullptr;
     trace.Output(none);
     std::string expected;
@@ -410,55 +319,46 @@ TEST(Trace, CutsTextThatIsTooLong)
         trace.Output("y%s", text.c_str());
         expected += "y" + text.substr(0, 509); // the last character would be cut in two
     }
-    EXPECT_EQ(expected, Traced(names, trace));
+    EXPECT_EQ(expected, trace.Traced());
 }
 
 TEST(Trace, DumpsBlocks)
 {
-    const std::string all16 = "0123456789ABCDEF";
-    const struct {
-        std::string data;
-        std::string lines;
-    } cases[] = {
+    const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    s_ticks = 0;
+    OpenTrace trace;
+    std::string expected;
+    const std::string all16 = "0123456789ABCDEF", line16 = "0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F  \r\n";
+    const std::pair<std::string, std::string> rows[] = {
         {"", ""},
         {std::string("AB\r\n\0", 5), "A  B  0D 0A 00 \r\n"},
         {" ~\x1F\x20\x7F\x80\xFF", "   ~  1F    \x7F  80 FF \r\n"},
-        {all16, "0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F  \r\n"},
-        {all16 + "x", "0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F  \r\nx  \r\n"},
+        {all16, line16},
+        {all16 + "x", line16 + "x  \r\n"},
     };
-    for (const auto& c : cases) {
-        const TestTrace names;
-        CZoTrace trace;
-        trace.EnableTimeStamp(FALSE);
-        ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
-        trace.OutputBlock(c.data.data(), static_cast<DWORD>(c.data.size()));
-        EXPECT_EQ("Block Print: " + std::to_string(c.data.size()) + " Bytes\r\n" + c.lines + "End Block Print\r\n",
-                  Traced(names, trace));
+    for (const auto& [data, lines] : rows) {
+        trace.OutputBlock(data.data(), static_cast<DWORD>(data.size()));
+        expected += "Block Print: " + std::to_string(data.size()) + " Bytes\r\n" + lines + "End Block Print\r\n";
     }
-    const TestTrace names;
-    const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
-    s_ticks = 0;
-    CZoTrace trace;
-    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
     s_ticks = 3250;
+    trace.EnableTimeStamp(TRUE);
     trace.OutputBlock(nullptr, 100);
     trace.Output("on\r\n");
-    EXPECT_EQ("(00:00:03.250) Block Print: 0 Bytes\r\n(00:00:03.250) End Block Print\r\n(00:00:03.250) on\r\n",
-              Traced(names, trace));
+    EXPECT_EQ(expected +
+                  "(00:00:03.250) Block Print: 0 Bytes\r\n(00:00:03.250) End Block Print\r\n(00:00:03.250) on\r\n",
+              trace.Traced());
 }
 
 TEST(Trace, WritesWholeTextsAndLosesNone)
 {
-    const TestTrace names;
-    CZoTrace trace;
-    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
-    const BlockView block(names);
+    OpenTrace trace(TRUE);
+    const BlockView block(trace);
     std::string line(300, '-');
     size_t largest = 0;
     for (int i = 0; i < 400; ++i) {
         line.resize(static_cast<size_t>(i * 37 % 300) + 10, '-');
         trace.Output("%d%s\r\n", i, line.c_str());
-        const std::string written = names.Read();
+        const std::string written = trace.Read();
         ASSERT_TRUE(written.empty() || written.back() == '\n') << "a text was split";
         ASSERT_LE(block->pending, 8192u);
         largest = (std::max)(largest, static_cast<size_t>(block->pending));
@@ -467,15 +367,12 @@ TEST(Trace, WritesWholeTextsAndLosesNone)
     const std::vector<char> dump(100000, '.'); // a dump far larger than the buffer
     trace.OutputBlock(dump.data(), static_cast<DWORD>(dump.size()));
     trace.Close();
-    const std::string body = names.ReadBody();
+    const std::string body = trace.ReadBody();
     EXPECT_EQ(100000, std::count(body.begin() + static_cast<ptrdiff_t>(body.find("Block Print")), body.end(), '.') - 2)
         << "dots of the two framing lines' stamps aside";
-    int next = 0;
-    for (size_t at = 0; next < 400; at = body.find('\n', at) + 1) {
-        ASSERT_EQ("(", body.substr(at, 1));
-        ASSERT_EQ(std::to_string(next), body.substr(at + 15, std::to_string(next).size()));
-        ++next;
-    }
+    size_t at = 0;
+    for (int next = 0; next < 400; ++next, at = body.find('\n', at) + 1)
+        ASSERT_EQ('(' + std::to_string(next), body.substr(at, 1) + body.substr(at + 15, std::to_string(next).size()));
 }
 
 // What others can do to it ---------------------------------------------------------------------------------------------
@@ -484,32 +381,25 @@ TEST(Trace, SurvivesADamagedBlock)
 {
     for (const DWORD pending : {8193u, 0x7FFFFFFFu, 0x80000000u, 0x80002001u, 0xFFFFFFFFu}) {
         for (const DWORD openCount : {0u, 5u, 0xFFFFFFFFu}) {
-            const TestTrace names;
-            CZoTrace trace;
+            OpenTrace trace;
             CZoTrace joiner;
-            trace.EnableTimeStamp(FALSE);
-            ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
             trace.Flush();
-            {
-                const BlockView block(names);
-                block->pending = pending;
-                block->openCount = openCount;
-                trace.Output("after\r\n");
-                EXPECT_EQ("after\r\n", block.Pending());
-                block->pending = pending;
-                trace.Flush();
-                EXPECT_EQ(0u, block->pending);
-                block->pending = pending;
-                EXPECT_TRUE(joiner.Open(names.Name(), 1, TRUE));
-                EXPECT_EQ(openCount == 0xFFFFFFFF ? openCount : openCount + 1, joiner.GetOpenCount());
-                joiner.OutputBlock("x", 1);
-                joiner.Close();
-                trace.Close();
-                if (openCount == 0) {
-                    EXPECT_EQ(0u, block->openCount) << "two more have closed than had opened";
-                }
-            }
-            EXPECT_LT(names.Read().size(), 2000u) << "nothing but text";
+            const BlockView block(trace);
+            block->pending = pending;
+            block->openCount = openCount;
+            trace.Output("after\r\n");
+            EXPECT_EQ("after\r\n", block.Pending());
+            block->pending = pending;
+            trace.Flush();
+            EXPECT_EQ(0u, block->pending);
+            block->pending = pending;
+            EXPECT_TRUE(joiner.Open(trace.Name(), 1, TRUE));
+            EXPECT_EQ(openCount == 0xFFFFFFFF ? openCount : openCount + 1, joiner.GetOpenCount());
+            joiner.OutputBlock("x", 1);
+            joiner.Close();
+            trace.Close();
+            EXPECT_TRUE(openCount != 0 || block->openCount == 0) << "two more have closed than had opened";
+            EXPECT_LT(trace.Read().size(), 2000u) << "nothing but text";
         }
     }
 }
@@ -534,41 +424,34 @@ TEST(Trace, GoesOnWhereADyingWriterStopped)
     for (const size_t written : {size_t{0}, size_t{5}, line.size(), buffer.size()}) {
         for (const bool isCut : {false, true}) { // the file, from outside, after the death
             SCOPED_TRACE(written);
-            const TestTrace names;
-            CZoTrace trace;
-            trace.EnableTimeStamp(FALSE);
-            ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+            OpenTrace trace;
             trace.Output("%s", line.c_str());
             trace.Flush();
-            const std::string before = names.Read();
+            const std::string before = trace.Read();
             const DWORD count = static_cast<DWORD>(0x80000000 | before.size() << 14 | buffer.size());
+            const BlockView block(trace);
+            buffer.copy(const_cast<char*>(block->buffer), buffer.size());
+            block->pending = count;
+            trace.Write(isCut ? "" : before + buffer.substr(0, written));
+            s_block = &block;
+            s_countWhileWriting = count;
             {
-                const BlockView block(names);
-                std::copy(buffer.begin(), buffer.end(), const_cast<char*>(block->buffer));
-                block->pending = count;
-                names.Write(isCut ? "" : before + buffer.substr(0, written));
-                s_block = &block;
-                s_countWhileWriting = count;
                 const ImportPatch note(kLibrary, "WriteFile", &NoteCount);
                 trace.Flush();
-                EXPECT_EQ(isCut ? buffer.size() | 0x80000000 : count, s_countWhileWriting)
-                    << "for who finishes it next";
             }
+            EXPECT_EQ(isCut ? buffer.size() | 0x80000000 : count, s_countWhileWriting) << "for who finishes it next";
             trace.Output("end\r\n");
             trace.Flush();
-            EXPECT_EQ(isCut ? buffer + "end\r\n" : line + buffer + "end\r\n", isCut ? names.Read() : names.ReadBody());
+            EXPECT_EQ((isCut ? "" : line) + buffer + "end\r\n", isCut ? trace.Read() : trace.ReadBody());
         }
     }
 }
 
 TEST(Trace, FullDiskLosesTextAndNothingElse)
 {
-    const TestTrace names;
     FaultSource faults("disk");
     const ZO_FAULTY_CALL(WriteFile) write(faults, kLibrary, FALSE, ERROR_DISK_FULL);
-    CZoTrace trace;
-    trace.EnableTimeStamp(FALSE);
-    ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
+    OpenTrace trace;
     trace.Output("written\r\n");
     trace.Flush();
     faults.Arm(1, true);
@@ -576,7 +459,7 @@ TEST(Trace, FullDiskLosesTextAndNothingElse)
     trace.Flush();
     faults.Disarm();
     trace.Output("again\r\n");
-    EXPECT_EQ("written\r\nagain\r\n", Traced(names, trace));
+    EXPECT_EQ("written\r\nagain\r\n", trace.Traced());
 }
 
 TEST(Trace, OpensWholeOrNotAtAll)
@@ -584,45 +467,33 @@ TEST(Trace, OpensWholeOrNotAtAll)
     const RegisteredProduct product;
     const TestTrace names;
     const CString name = names.Name();
-    const auto openAndUse = [&](const FaultRun& run, bool mustFail) {
+    const auto tryEach = [&](FaultSource& faults, bool mustFail) {
         for (const bool joins : {false, true}) {
-            CZoTrace first;
-            CZoTrace trace;
-            run.source.Disarm();
-            if (joins) {
-                EXPECT_TRUE(first.Open(names.Name(), 1, FALSE));
-            }
-            run.source.Arm(run.number, run.persistent);
-            const BOOL opened = trace.Open(name, 3, TRUE);
-            trace.Output("x\r\n");
-            run.Stop();
-            if (mustFail) {
-                EXPECT_EQ(!run.Fired(), opened != FALSE);
-            }
-            EXPECT_EQ(opened ? 3 : 0, trace.GetLevel());
-            EXPECT_EQ(opened, !trace.GetFileName().IsEmpty());
-            EXPECT_EQ((joins ? 1u : 0u) + (opened ? 1u : 0u), joins ? first.GetOpenCount() : trace.GetOpenCount());
+            RunFaultActs(faults, [&](const FaultRun& run) {
+                CZoTrace first, trace;
+                EXPECT_EQ(joins, joins && first.Open(name, 1, FALSE));
+                const BOOL opened = run.Act([&] { return trace.Open(name, 3, TRUE) | (trace.Output("x\r\n"), FALSE); });
+                EXPECT_TRUE(!mustFail || run.Fired() != (opened != FALSE));
+                EXPECT_EQ(opened ? 3 : 0, trace.GetLevel());
+                EXPECT_EQ(opened, !trace.GetFileName().IsEmpty());
+                EXPECT_EQ((joins ? 1u : 0u) + (opened ? 1u : 0u), (joins ? first : trace).GetOpenCount());
+            });
         }
-    };
-    const auto failCalls = [&](FaultSource& faults) {
-        RunFaultLoop(faults, [&](const FaultRun& run) { openAndUse(run, true); });
     };
     {
         FaultSource faults("system objects");
         const ZO_FAULTY_CALL(CreateMutexA) mutex(faults, kLibrary, nullptr, ERROR_ACCESS_DENIED);
         const ZO_FAULTY_CALL(CreateFileMappingA) mapping(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
         const ZO_FAULTY_CALL(MapViewOfFile) view(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
-        failCalls(faults);
-    }
-    {
-        AllocationFaults faults; // of the names: FALSE; of the banner: a shorter banner
-        RunFaultLoop(faults, [&](const FaultRun& run) { openAndUse(run, false); });
+        tryEach(faults, true);
+        AllocationFaults allocations; // of the names: FALSE; of the banner: a shorter banner
+        tryEach(allocations, false);
     }
     FaultSource faults("path");
     const ZO_FAULTY_CALL(GetModuleFileNameA) path(faults, kLibrary, MAX_PATH, ERROR_INSUFFICIENT_BUFFER);
     CZoTrace trace;
     faults.Arm(1, false);
-    EXPECT_FALSE(trace.Open(names.Name(), 1, FALSE)) << "the executable's path is too long";
+    EXPECT_FALSE(trace.Open(name, 1, FALSE)) << "the executable's path is too long";
     faults.Disarm();
 
     FaultSource files("files");
@@ -642,26 +513,23 @@ TEST(Trace, OpensWholeOrNotAtAll)
 
 TEST(Trace, WithoutTheLockNothingIsTouched)
 {
-    const TestTrace names;
     FaultSource faults("lock");
     const ZO_FAULTY_CALL(WaitForSingleObject) wait(faults, kLibrary, WAIT_FAILED, ERROR_INVALID_HANDLE);
-    CZoTrace first;
-    ASSERT_TRUE(first.Open(names.Name(), 1, FALSE));
+    OpenTrace first;
     first.Flush();
-    const std::string before = names.Read();
+    const std::string before = first.Read();
     CZoTrace trace;
     faults.Arm(1, true);
-    ZO_EXPECT_NO_LEAK(EXPECT_FALSE(trace.Open(names.Name(), 1, TRUE)));
+    ZO_EXPECT_NO_LEAK(EXPECT_FALSE(trace.Open(first.Name(), 1, TRUE)));
     first.Output("x\r\n");
     first.OutputBlock("x", 1);
-    first.Flush();
     EXPECT_EQ(0u, first.GetOpenCount());
     faults.Disarm();
     first.Flush();
-    EXPECT_EQ(before, names.Read());
+    EXPECT_EQ(before, first.Read());
     faults.Arm(1, true);
     first.Close();
-    EXPECT_EQ(before, names.Read());
+    EXPECT_EQ(before, first.Read());
     EXPECT_STREQ("", first.GetFileName());
 }
 
@@ -669,85 +537,43 @@ TEST(Trace, WithoutTheLockNothingIsTouched)
 
 namespace {
 
-/// A window that hears what is told to all.
-class Listener {
-public:
-    Listener()
-    {
-        WNDCLASSA windowClass = {};
-        windowClass.lpfnWndProc = &Listener::Procedure;
-        windowClass.hInstance = GetModuleHandleA(nullptr);
-        windowClass.lpszClassName = "ZoTraceListener";
-        RegisterClassA(&windowClass);
-        m_window = CreateWindowA("ZoTraceListener", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, windowClass.hInstance,
-                                 nullptr);
-        EXPECT_NE(nullptr, m_window);
-        s_heard.clear();
-    }
-    ~Listener()
-    {
-        DestroyWindow(m_window);
-        UnregisterClassA("ZoTraceListener", GetModuleHandleA(nullptr));
-    }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
+using Messages = std::vector<std::tuple<HWND, UINT, WPARAM, LPARAM>>;
 
-    /// Old and new level of each message so far.
-    std::vector<std::pair<WPARAM, LPARAM>> Heard() const
-    {
-        MSG message;
-        while (PeekMessageA(&message, m_window, 0, 0, PM_REMOVE))
-            DispatchMessageA(&message);
-        return std::exchange(s_heard, {});
-    }
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-    {
-        if (message == CZoTrace::GetNotifyMessage())
-            s_heard.emplace_back(wParam, lParam);
-        return DefWindowProcA(window, message, wParam, lParam);
-    }
-
-    static inline std::vector<std::pair<WPARAM, LPARAM>> s_heard;
-    HWND m_window;
-};
-
-using Messages = std::vector<std::pair<WPARAM, LPARAM>>;
+Messages s_posted;
+BOOL WINAPI NoteMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return s_posted.emplace_back(window, message, wParam, lParam), TRUE;
+}
 
 } // namespace
 
 TEST(TraceLevel, IsKeptForTheUserAndToldToAll)
 {
-    EXPECT_EQ(RegisterWindowMessageA("CZoTRACE_NOTIFY"), CZoTrace::GetNotifyMessage());
-    const Listener listener;
+    const UINT notify = RegisterWindowMessageA("CZoTRACE_NOTIFY");
+    EXPECT_EQ(notify, CZoTrace::GetNotifyMessage());
+    const ImportPatch post(kLibrary, "PostMessageA", &NoteMessage);
     CZoTrace::SetRegTraceLevel(3);
     EXPECT_EQ(0, CZoTrace::GetRegTraceLevel()) << "no product is registered";
-    EXPECT_EQ(Messages(), listener.Heard());
 
     RegisteredProduct product;
     EXPECT_EQ(0, CZoTrace::GetRegTraceLevel());
-    CZoTrace::SetRegTraceLevel(0);
-    EXPECT_EQ(Messages(), listener.Heard()) << "none is as good as 0";
-    CZoTrace::SetRegTraceLevel(3);
-    CZoTrace::SetRegTraceLevel(3);
-    CZoTrace::SetRegTraceLevel(65535);
+    for (const WORD level : {0, 3, 3, 65535}) // none is as good as 0
+        CZoTrace::SetRegTraceLevel(level);
     EXPECT_EQ(65535, CZoTrace::GetRegTraceLevel());
-    EXPECT_EQ((Messages{{0, 3}, {3, 65535}}), listener.Heard());
 
+    const auto& key = product.UserKey();
     DWORD stored = 0;
-    EXPECT_EQ(0u, product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, product.UserKey(), "FaxTrace", stored, 0));
+    EXPECT_EQ(0u, product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, key, "FaxTrace", stored, 0));
     EXPECT_EQ(65535u, stored);
-    product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, product.UserKey(), "FaxTrace", DWORD{0x20007});
+    product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, key, "FaxTrace", DWORD{0x20007});
     EXPECT_EQ(7, CZoTrace::GetRegTraceLevel()) << "16 bits";
-    product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, product.UserKey(), "FaxTrace", "text");
+    product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, key, "FaxTrace", "text");
     EXPECT_EQ(0, Family() == WindowsFamily::kWin32s ? 0 : CZoTrace::GetRegTraceLevel());
 
     FaultSource faults("registry");
     const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, ERROR_ACCESS_DENIED);
     const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kLibrary, ERROR_ACCESS_DENIED);
     faults.Arm(1, true);
-    listener.Heard();
-    CZoTrace::SetRegTraceLevel(9);
-    EXPECT_EQ(Messages(), listener.Heard()) << "a change that did not take place";
+    CZoTrace::SetRegTraceLevel(9); // a change that does not take place
+    EXPECT_EQ((Messages{{HWND_BROADCAST, notify, 0, 3}, {HWND_BROADCAST, notify, 3, 65535}}), s_posted);
 }
