@@ -47,23 +47,16 @@ class Module:
         header = self._unpack("<I", 0x3C)[0]
         if data[:2] != b"MZ" or data[header:header + 4] != b"PE\0\0":
             raise ValueError("is no PE file")
-        self.flags_offset = header + 22
+        self.flags_offset, self.protection_offset = header + 22, header + 24 + 70
+        self.flags = self._unpack("<H", self.flags_offset)[0]
+        self.protection = self._unpack("<H", self.protection_offset)[0]
         section_count, optional_size = self._unpack("<H", header + 6)[0], self._unpack("<H", header + 20)[0]
         optional = header + 24
         wide = self._unpack("<H", optional)[0] == 0x20B
-        self.protection_offset = optional + 70
         headers = [optional + optional_size + 40 * i for i in range(section_count)]
         self._sections = [self._unpack("<IIII", at + 8) for at in headers]
         self.section_flags = {data[at:at + 8].rstrip(b"\0").decode("latin-1"): at + 36 for at in headers}
         self._import_table = self._unpack("<I", optional + (112 if wide else 96) + 8)[0]
-
-    @property
-    def flags(self):
-        return self._unpack("<H", self.flags_offset)[0]
-
-    @property
-    def protection(self):
-        return self._unpack("<H", self.protection_offset)[0]
 
     def shared_sections(self):
         """Names of the sections that all processes share."""
@@ -97,19 +90,16 @@ def problems(name, data, libraries):
         imports = module.imports()
     except (ValueError, struct.error, IndexError) as e:
         return [f"{name} {e}"]
-    found = []
     allowed = SYSTEM | RUNTIME | MAY_IMPORT.get(name.lower(), libraries)
-    found += [f"{name} imports from {other}" for other in imports if other not in allowed]
-    if not module.protection & DYNAMIC_BASE:
-        found.append(f"{name} lacks DYNAMIC_BASE")
-    if not module.protection & NX_COMPAT:
-        found.append(f"{name} lacks NX_COMPAT")
-    if imports and module.flags & RELOCATIONS_STRIPPED:  # resources alone have nothing to relocate
-        found.append(f"{name} has no relocations, so it is not loaded elsewhere")
     shared, expected = module.shared_sections(), SHARED_SECTIONS.get(name.lower(), set())
-    found += [f"{name} does not share {section}" for section in sorted(expected - shared)]
-    found += [f"{name} shares {section}" for section in sorted(shared - expected)]
-    return found
+    found = [f"imports from {other}" for other in imports if other not in allowed]
+    found += ["lacks DYNAMIC_BASE"] * (not module.protection & DYNAMIC_BASE)
+    found += ["lacks NX_COMPAT"] * (not module.protection & NX_COMPAT)
+    # Resources alone have nothing to relocate.
+    found += ["has no relocations"] * bool(imports and module.flags & RELOCATIONS_STRIPPED)
+    found += [f"does not share {section}" for section in sorted(expected - shared)]
+    found += [f"shares {section}" for section in sorted(shared - expected)]
+    return [f"{name} {what}" for what in found]
 
 
 def check_folder(folder):

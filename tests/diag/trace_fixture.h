@@ -7,7 +7,6 @@
 #include <zogbl/trace.h>
 
 #include <cctype>
-#include <fstream>
 
 namespace zo_test {
 
@@ -54,14 +53,8 @@ public:
     std::string MappingName() const { return Upper("Zo" + m_name + "TRACEMAPFILE"); }
 
     bool Exists() const { return GetFileAttributesA(m_path.c_str()) != INVALID_FILE_ATTRIBUTES; }
-    void Write(const std::string& bytes) const { std::ofstream(m_path, std::ios::binary) << bytes; }
-    /// The file as another program sees it, the trace open or not.
-    std::string Read() const
-    {
-        std::ifstream file(m_path, std::ios::binary);
-        EXPECT_TRUE(file.is_open()) << m_path;
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    void Write(const std::string& bytes) const { WriteBytes(m_path, bytes); }
+    std::string Read() const { return ReadBytes(m_path); }
     /// What was written after the start banner, which is two lines long, or longer if a product is registered.
     std::string ReadBody() const
     {

@@ -87,30 +87,6 @@ ZO_CHILD(WritesLines)
     trace.Flush();
 }
 
-TEST(TraceProcesses, FourWriteEveryLineOnceAndInOrder)
-{
-    ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "locks and files are the same on all of them");
-    const TestTrace names;
-    CZoTrace reader; // keeps the trace open, so that the file begins with one banner
-    ASSERT_TRUE(reader.Open(names.Name(), 1, FALSE));
-    const auto writers = StartWriters(names);
-    EXPECT_EQ(1u + kProcesses, reader.GetOpenCount());
-    for (const auto& writer : writers)
-        writer->Go();
-    reader.Close();
-    for (const auto& writer : writers)
-        writer->Finish();
-
-    const std::string body = names.ReadBody();
-    const auto lines = LinesByProcess(body);
-    ASSERT_EQ(static_cast<size_t>(kProcesses), lines.size());
-    for (const auto& [process, numbers] : lines)
-        EXPECT_EQ(Numbers(kLines), numbers) << "process " << process;
-    const std::string end = body.substr(kProcesses * kLines * kLineLength);
-    EXPECT_EQ(kStars + " - Stopped ", end.substr(0, kStars.size() + 11)) << "by the last to close, which joined";
-    EXPECT_EQ(kStars, end.substr(end.size() - kStars.size()));
-}
-
 TEST(TraceProcesses, AKilledOneTakesNothingOfTheOthersAlong)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "locks and files are the same on all of them");

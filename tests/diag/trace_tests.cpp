@@ -215,26 +215,6 @@ TEST(Trace, OnlyTheFirstOpenerEmptiesTheFile)
     }
 }
 
-TEST(Trace, JoinerMakesNoFile)
-{
-    const TestTrace names;
-    const HANDLE mutex = CreateMutexA(nullptr, FALSE, names.MutexName().c_str());
-    {
-        const BlockView block(names);
-        block->openCount = 3;
-        CZoTrace trace;
-        EXPECT_FALSE(trace.Open(names.Name(), 1, FALSE));
-        EXPECT_TRUE(!names.Exists() && block->openCount == 3);
-        names.Write("kept\r\n");
-        EXPECT_TRUE(trace.Open(names.Name(), 1, FALSE));
-        EXPECT_EQ(4u, block->openCount);
-        trace.Close();
-        EXPECT_EQ(3u, block->openCount);
-        EXPECT_EQ("kept\r\n", names.Read()) << "no banner";
-    }
-    CloseHandle(mutex);
-}
-
 TEST(Trace, LevelAndSwitchesLiveAsLongAsTheyShould)
 {
     OpenTrace trace;

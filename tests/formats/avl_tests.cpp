@@ -18,10 +18,6 @@ int WINAPI Compare(const void* first, const void* second)
     return (difference > 0) - (difference < 0);
 }
 int WINAPI CompareWidely(const void* first, const void* second) { return 5 * Compare(first, second); }
-int WINAPI CompareAll(const void* first, const void* second)
-{
-    return (Key(first) > Key(second)) - (Key(first) < Key(second));
-}
 /// Follows a chain whose nodes lead left and right in turn.
 int WINAPI DownTheChain(const void* first, const void*) { return Key(first) % 2 == 0 ? 1 : -1; }
 
@@ -101,18 +97,6 @@ TEST(Avl, KeepsOrderAndBalanceThroughAnySequence)
         ASSERT_EQ(Keys(model.begin(), model.end()), tree.GetRecords()) << "step " << step;
     }
     EXPECT_GT(removedBefore, 100);
-}
-
-TEST(Avl, StaysLowWithAMillionSortedRecords)
-{
-    const int count = IsGuardHeapInstalled() ? 5000 : 1000000; // there each node takes two pages
-    Tree tree;
-    for (int record = 1; record <= count; ++record)
-        ASSERT_EQ(0u, tree.Insert(record, &CompareAll));
-    Keys records;
-    EXPECT_LE(Tree::Walk(tree.AvlGetRoot(), records), 20);
-    EXPECT_EQ(static_cast<size_t>(count), records.size());
-    EXPECT_TRUE(std::is_sorted(records.begin(), records.end()));
 }
 
 TEST(Avl, RefusesWhatItCannotUse)

@@ -132,17 +132,6 @@ TEST_F(MemIniFile, SavesWithoutTakingAway)
     EXPECT_EQ("[A]\r\nk2=two\r\nnumber=5\r\n[C]\r\nk=\r\n[New]\r\nlong=-2\r\n", m_folder.Read("test.ini"));
 }
 
-TEST_F(MemIniFile, SavesWhatWasLoadedAsItIsInMemory)
-{
-    std::string keys; // more than the list of names has room for: of the last one it has three characters
-    for (int i = 1000; i < 1500; ++i)
-        keys += "number" + std::to_string(i) + "=1\r\n";
-    const std::string longest(4095, 'v'), before = "[S]\r\nquoted=\"a b\"\r\nlong=" + longest;
-    ASSERT_EQ(0u, Load(before + "vv\r\n[T]\r\n" + keys));
-    EXPECT_EQ(0u, m_memory.SaveIniFile(FALSE));
-    EXPECT_EQ("[S]\r\nquoted=a b\r\nlong=" + longest + "\r\n[T]\r\n" + keys + "num=\r\n", m_folder.Read("test.ini"));
-}
-
 TEST_F(MemIniFile, RenamesAndDeletes)
 {
     ASSERT_EQ(0u, Load(kFile));
@@ -179,20 +168,16 @@ TEST_F(MemIniFile, MissingMemoryIsAStatusAndChangesNothing)
     const std::string file = FilePath();
     for (const auto& [name, operation] : rows) {
         SCOPED_TRACE(name);
-        zo_test::AllocationFaults faults;
-        zo_test::RunFaultLoop(faults, [&, &operation = operation](const zo_test::FaultRun& run) {
-            run.Stop();
+        AllocationFaults faults;
+        RunFaultActs(faults, [&, &operation = operation](const FaultRun& run) {
             OpenMemIniFile memory;
             ASSERT_EQ(0u, memory.LoadIniFile(file.c_str(), nullptr));
-            if (run.number > 0)
-                run.source.Arm(run.number, run.persistent);
-            const DWORD status = operation(memory);
-            run.Stop();
+            const DWORD status = run.Act([&] { return operation(memory); });
             EXPECT_EQ(run.Fired() ? ZO_INI_OUT_OF_MEMORY : 0u, status);
             EXPECT_EQ(run.Fired(), kPicture == memory.Picture());
         });
     }
-    zo_test::AllocationFaults faults;
+    AllocationFaults faults;
     faults.Arm(1, true);
     CString value;
     EXPECT_EQ(0u, m_memory.GetIniValue("A", "k1", value));
@@ -208,11 +193,10 @@ TEST_F(MemIniFile, MissingMemoryLeavesOutWholeSections)
     CMapStringToString table;
     table.SetAt("x", "y");
     const std::string file = FilePath();
-    zo_test::AllocationFaults faults;
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    AllocationFaults faults;
+    RunFaultActs(faults, [&](const FaultRun& run) {
         OpenMemIniFile memory;
-        const DWORD status = memory.LoadIniFile(file.c_str(), &table);
-        run.Stop();
+        const DWORD status = run.Act([&] { return memory.LoadIniFile(file.c_str(), &table); });
         const std::string picture = memory.Picture();
         EXPECT_TRUE(status == 0 || (status == ZO_INI_OUT_OF_MEMORY && picture.empty())) << picture;
         const bool isWhole = picture == kPicture; // also when memory was short for the section that has no keys
@@ -225,12 +209,12 @@ TEST_F(MemIniFile, RefusedCallsLeaveEntriesOut)
 {
     ASSERT_EQ(0u, Load(kFile));
     const std::string file = FilePath();
-    zo_test::FaultSource faults("profile");
+    FaultSource faults("profile");
     const ZO_FAULTY_CALL(GetPrivateProfileStringA) read(faults, "ZOGBLBRX.DLL", 0);
     const ZO_FAULTY_CALL(WritePrivateProfileStringA) write(faults, "ZOGBLBRX.DLL", FALSE, ERROR_DISK_FULL);
     const ZO_FAULTY_CALL(GetFileAttributesA)
         exists(faults, "ZOGBLBRX.DLL", INVALID_FILE_ATTRIBUTES, ERROR_ACCESS_DENIED);
-    zo_test::RunFaultLoop(faults, [&](const zo_test::FaultRun& run) {
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         const DWORD saved = m_memory.SaveIniFile(TRUE);
         EXPECT_EQ(run.Fired() && run.number == 1 ? ZO_INI_NO_FILE : 0u, saved);
         OpenMemIniFile memory;

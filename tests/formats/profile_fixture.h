@@ -24,7 +24,9 @@ protected:
     }
 
     TestFolder m_folder;
-    CZoIniFile m_profile;
+    struct : CZoIniFile {
+        using CZoIniFile::m_uInput;
+    } m_profile;
 };
 
 using Texts = std::vector<std::string>;

@@ -27,14 +27,26 @@ protected:
     {
         char path[MAX_PATH] = {};
         GetModuleFileNameA(nullptr, path, sizeof path - 1);
-        const CString own(path);
-        return own.Left(own.ReverseFind('\\') + 1) + "fixture_" + name + ".DLL";
+        *(std::strrchr(path, '\\') + 1) = '\0';
+        return CString(path) + "fixture_" + name + ".DLL";
     }
     static CString UsersKey(LPCSTR product) { return CString(kCompanyKey) + "\\" + product + "\\7.12\\Users"; }
-    void AddUser(LPCSTR product, const CString& user)
+    void AddUser(LPCSTR product, const CString& user = OwnUser())
     {
         ASSERT_EQ(0u, m_config.CreateKey(kMachine, UsersKey(product) + "\\" + user));
     }
+    /// A value of a user of "Plain", or of a key below.
+    std::string Setting(const CString& user, LPCSTR name)
+    {
+        char text[16] = "";
+        m_config.GetValue(kMachine, UsersKey("Plain") + "\\" + user, name, text, sizeof text, "");
+        return text;
+    }
+    void Set(const CString& user, LPCSTR name, LPCSTR text)
+    {
+        ASSERT_EQ(0u, m_config.SetValue(kMachine, UsersKey("Plain") + "\\" + user, name, text));
+    }
+    BOOL Extract(LPCSTR fixture) { return m_version.ExtractVersionInfo(Fixture(fixture)); }
     static void ExpectEmpty(CZoVersionResource& version)
     {
         for (WORD i = 0; i < 10; ++i)

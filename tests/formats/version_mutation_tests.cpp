@@ -1,8 +1,5 @@
 // Damaged version records, and the system, given room to run in, as the judge of what is read from them.
-#include "support/test.h"
 #include "version_fixture.h"
-
-#include <fstream>
 
 namespace {
 
@@ -41,12 +38,6 @@ std::string NarrowRecord(const std::string& name, std::string value, const std::
         text->resize((text->size() + 3) & ~size_t{3});
     record += value + records;
     return BytesOf(static_cast<WORD>(record.size())) + valueLength + record.substr(4);
-}
-
-std::string ReadFile(LPCSTR path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// Damages the record at \p begin, of \p length bytes.
@@ -104,19 +95,19 @@ private:
 
 class VersionMutation : public VersionResource {
 protected:
-    VersionMutation() { AddUser("Plain", OwnUser()); }
+    VersionMutation() { AddUser("Plain"); }
     /// The place of a name in the module's file.
     size_t Find(const std::wstring& name) const
     {
         return m_whole.find(std::string(reinterpret_cast<const char*>(name.c_str()), 2 * name.size() + 2));
     }
-    BOOL Extract(const std::string& file)
+    BOOL ExtractFrom(const std::string& file)
     {
         return m_folder.Write("damaged.DLL", file), m_version.ExtractVersionInfo(m_damaged.c_str());
     }
 
     const TestFolder m_folder;
-    const std::string m_whole = ReadFile(Fixture("plain")), m_damaged = m_folder.Path("damaged.DLL");
+    const std::string m_whole = ReadBytes(std::string(Fixture("plain"))), m_damaged = m_folder.Path("damaged.DLL");
 };
 
 TEST_F(VersionMutation, IsReadWithinItsBounds)
@@ -130,7 +121,7 @@ TEST_F(VersionMutation, IsReadWithinItsBounds)
     ForEachMutation([&](unsigned, Random& random) {
         std::string file = m_whole;
         DamageRecord(file, record, length, random);
-        if (!Extract(file))
+        if (!ExtractFrom(file))
             return ExpectEmpty(m_version), false;
         Judge judge(m_damaged);
         for (WORD text = 0; text < std::size(names); ++text) {
@@ -181,9 +172,9 @@ TEST_F(VersionMutation, TextsThatSayTheyAreLongerAndValuesOutside)
 {
     std::string file = m_whole;
     PutNumber<WORD>(file, Find(L"InternalName") - 4, 0x7FFF); // the length of its value
-    EXPECT_TRUE(Extract(file));
+    EXPECT_TRUE(ExtractFrom(file));
     EXPECT_STREQ("Fixture", m_version.GetInternalName());
 
     const ImportPatch outside(kLibrary, "VerQueryValueA", &QueryOutside);
-    EXPECT_FALSE(m_version.ExtractVersionInfo(Fixture("plain")));
+    EXPECT_FALSE(Extract("plain"));
 }

@@ -1,32 +1,21 @@
-#include "support/test.h"
 #include "version_fixture.h"
 
 TEST_F(VersionResource, GivesTextsNumbersAndKeys)
 {
-    AddUser("Plain", OwnUser());
-    ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
+    AddUser("Plain");
+    ASSERT_TRUE(Extract("plain"));
 
-    EXPECT_STREQ("Zo Tests", m_version.GetStandardValue(1));
-    EXPECT_STREQ("4.3.2.1", m_version.GetStandardValue(3));
-    EXPECT_STREQ("Fixture", m_version.GetInternalName());
-    EXPECT_STREQ("Plain", m_version.GetStandardValue(7));
-    EXPECT_STREQ("", m_version.GetStandardValue(0)) << "a text that the module lacks";
-    EXPECT_STREQ("", m_version.GetStandardValue(9)) << "beyond the nine texts";
+    // Number 0 is a text that the module lacks; there is no number 9.
+    const std::vector<CString> texts = {"", "Zo Tests", "", "4.3.2.1", "Fixture", "", "", "Plain", "7.12", ""};
+    for (WORD i = 0; i < texts.size(); ++i)
+        EXPECT_STREQ(texts[i], m_version.GetStandardValue(i)) << i;
 
-    DWORD ms = 0;
-    DWORD ls = 0;
-    m_version.GetProductVersionMajorMinor(ms, ls);
-    EXPECT_EQ(MAKELONG(12, 7), static_cast<LONG>(ms));
-    EXPECT_EQ(MAKELONG(5, 0), static_cast<LONG>(ls));
-    m_version.GetFileVersionMajorMinor(ms, ls);
-    EXPECT_EQ(MAKELONG(3, 4), static_cast<LONG>(ms));
-    EXPECT_EQ(MAKELONG(1, 2), static_cast<LONG>(ls));
-    EXPECT_TRUE(m_version.IsModuleDebug());
-    EXPECT_TRUE(m_version.IsModulePatched());
-    EXPECT_FALSE(m_version.IsModulePrerelease());
-    EXPECT_TRUE(m_version.IsModuleEXE());
-    EXPECT_FALSE(m_version.IsModuleDLL());
-    EXPECT_FALSE(m_version.IsModuleDriver());
+    DWORD ms[2] = {}, ls[2] = {};
+    m_version.GetProductVersionMajorMinor(ms[0], ls[0]);
+    m_version.GetFileVersionMajorMinor(ms[1], ls[1]);
+    EXPECT_TRUE(ms[0] == 0x7000C && ls[0] == 5 && ms[1] == 0x40003 && ls[1] == 0x20001);
+    EXPECT_TRUE(m_version.IsModuleDebug() && m_version.IsModulePatched() && m_version.IsModuleEXE());
+    EXPECT_FALSE(m_version.IsModulePrerelease() || m_version.IsModuleDLL() || m_version.IsModuleDriver());
 
     const CString root = CString(kCompanyKey) + "\\Plain\\7.12";
     const CString user = root + "\\Users\\" + OwnUser();
@@ -40,28 +29,20 @@ TEST_F(VersionResource, GivesTextsNumbersAndKeys)
     EXPECT_STREQ(user + "\\FaxOnDemandLists", m_version.GetFaxOnDemandListsKey());
 }
 
-TEST_F(VersionResource, DriverAnswersToEveryModuleType)
+TEST_F(VersionResource, DriverAnswersToEveryModuleTypeAndNamelessOnesHaveAKey)
 {
-    AddUser("Driver", OwnUser());
-    ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("driver")));
-    EXPECT_TRUE(m_version.IsModuleEXE());
-    EXPECT_TRUE(m_version.IsModuleDLL());
-    EXPECT_TRUE(m_version.IsModuleDriver());
+    AddUser("Nameless");
+    ASSERT_TRUE(Extract("nameless"));
+    EXPECT_TRUE(m_version.IsModuleEXE() && m_version.IsModuleDLL() && m_version.IsModuleDriver());
     EXPECT_TRUE(m_version.IsModulePrerelease());
-}
-
-TEST_F(VersionResource, LacksInternalName)
-{
-    AddUser("Nameless", OwnUser());
-    ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("nameless")));
     EXPECT_STREQ(UsersKey("Nameless") + "\\" + OwnUser() + "\\Modules\\\\7.12", m_version.GetModuleRootKey());
 }
 
 TEST_F(VersionResource, ReadsEveryTranslation)
 {
-    AddUser("Polyglot", OwnUser());
-    AddUser("Polyglot DE", OwnUser());
-    ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("polyglot")));
+    AddUser("Polyglot");
+    AddUser("Polyglot DE");
+    ASSERT_TRUE(Extract("polyglot"));
     DWORD translations[3] = {1, 2, 3};
     WORD count = 0;
     m_version.GetTranslationTableArray(translations, count);
@@ -80,13 +61,13 @@ TEST_F(VersionResource, ReadsEveryTranslation)
 
 TEST_F(VersionResource, FailsAndIsEmpty)
 {
-    EXPECT_FALSE(m_version.ExtractVersionInfo(Fixture("plain"))) << "a product without users";
+    EXPECT_FALSE(Extract("plain")) << "a product without users";
     ExpectEmpty(m_version);
 
-    AddUser("Plain", OwnUser());
-    AddUser("Untranslated", OwnUser());
+    AddUser("Plain");
+    AddUser("Untranslated");
     for (const CString& file : {Fixture("untranslated"), Fixture("bare"), Fixture("missing"), CString()}) {
-        ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
+        ASSERT_TRUE(Extract("plain"));
         EXPECT_FALSE(m_version.ExtractVersionInfo(file)) << (LPCSTR)file;
         ExpectEmpty(m_version);
     }
@@ -98,18 +79,12 @@ TEST_F(VersionResource, FailsAndIsEmpty)
 TEST_F(VersionResource, NewUserGetsCopyOfFirstUser)
 {
     AddUser("Plain", "anybody");
-    const CString first = UsersKey("Plain") + "\\anybody";
-    ASSERT_EQ(0u, m_config.SetValue(kMachine, first + "\\Modules", "Folder", "C:\\Fax"));
-    ASSERT_EQ(0u, m_config.SetValue(kMachine, first, "NoviceMode", 1));
-
-    ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
+    Set("anybody\\Modules", "Folder", "C:\\Fax");
+    Set("anybody", "Mode", "1");
+    ASSERT_TRUE(Extract("plain"));
     EXPECT_STREQ(UsersKey("Plain") + "\\" + OwnUser(), m_version.GetCurrentUserKey());
-    char folder[16];
-    EXPECT_EQ(0u, m_config.GetValue(kMachine, m_version.GetInstalledModulesKey(), "Folder", folder, sizeof folder, ""));
-    EXPECT_STREQ("C:\\Fax", folder);
-    DWORD mode = 0;
-    EXPECT_EQ(0u, m_config.GetValue(kMachine, m_version.GetCurrentUserKey(), "NoviceMode", mode, 0));
-    EXPECT_EQ(1u, mode);
+    EXPECT_EQ("C:\\Fax", Setting(OwnUser() + "\\Modules", "Folder"));
+    EXPECT_EQ("1", Setting(OwnUser(), "Mode"));
 }
 
 TEST_F(VersionResource, NobodyLoggedOnIsSystem)
@@ -118,27 +93,21 @@ TEST_F(VersionResource, NobodyLoggedOnIsSystem)
     FaultSource faults("user");
     const ZO_FAULTY_CALL(GetUserNameA) user(faults, "ZOGBLBRX.DLL", FALSE);
     faults.Arm(1, true);
-    ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
+    ASSERT_TRUE(Extract("plain"));
     EXPECT_STREQ(UsersKey("Plain") + "\\SYSTEM", m_version.GetCurrentUserKey());
 }
 
 TEST_F(VersionResource, UserWhoseKeyCannotBeSeenIsNotOverwritten)
 {
-    AddUser("Plain", OwnUser());
+    AddUser("Plain");
     AddUser("Plain", "a");
     AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
-        run.Stop();
-        ASSERT_EQ(0u, m_config.SetValue(kMachine, UsersKey("Plain") + "\\a", "Mine", "no"));
-        ASSERT_EQ(0u, m_config.SetValue(kMachine, UsersKey("Plain") + "\\" + OwnUser(), "Mine", "yes"));
+    RunFaultActs(faults, [&](const FaultRun& run) {
+        Set("a", "Mine", "no");
+        Set(OwnUser(), "Mine", "yes");
         const CString fixture = Fixture("plain");
-        if (run.number > 0)
-            run.source.Arm(run.number, run.persistent);
-        m_version.ExtractVersionInfo(fixture);
-        run.Stop();
-        char mine[8];
-        EXPECT_EQ(0u, m_config.GetValue(kMachine, UsersKey("Plain") + "\\" + OwnUser(), "Mine", mine, sizeof mine, ""));
-        EXPECT_STREQ("yes", mine);
+        run.Act([&] { return m_version.ExtractVersionInfo(fixture); });
+        EXPECT_EQ("yes", Setting(OwnUser(), "Mine"));
         m_version.ExtractVersionInfo(""); // lets go of what it holds, which is no leak
     });
 }
@@ -150,10 +119,10 @@ TEST_F(VersionResource, FailedCopyLeavesFirstUsersKeys)
     // A key that fits at the first user, but not where the path to the user is longer.
     constexpr int kLongestDestination = 259;
     const CString first = UsersKey("Plain") + "\\a\\";
-    ASSERT_EQ(0u, m_config.SetValue(kMachine, first + "Fits", "Text", "half"));
+    Set("a\\Fits", "Text", "half");
     ASSERT_EQ(0u, m_config.CreateKey(kMachine, first + CString('x', kLongestDestination - first.GetLength())));
 
-    ASSERT_TRUE(m_version.ExtractVersionInfo(Fixture("plain")));
+    ASSERT_TRUE(Extract("plain"));
     EXPECT_STREQ(UsersKey("Plain") + "\\a", m_version.GetCurrentUserKey());
     BOOL exists = TRUE;
     EXPECT_EQ(0u, m_config.DoesSubkeyExist(kMachine, UsersKey("Plain"), OwnUser(), exists));

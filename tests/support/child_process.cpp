@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -13,10 +14,11 @@ namespace zo_test {
 
 namespace {
 
-// The result file: a line an entry, a word for its kind first. An entry is complete with its line end.
-constexpr char kFailure[] = "failure\t"; // file, tab, line, tab, message with escaped line ends
-constexpr char kReport[] = "report\t";
-constexpr char kEnd[] = "end\t";
+// The result file: entries, each with its kind as the first character and kEntryEnd behind it.
+constexpr char kFailure = 'F'; // file, tab, line, tab, message
+constexpr char kReport = 'R';
+constexpr char kComplete = 'E';
+constexpr char kEntryEnd = '\x1E';
 
 constexpr char kChildOption[] = "--child=";
 constexpr int kBadCommandLine = 2; // exit code
@@ -27,35 +29,11 @@ std::map<std::string, ChildRegistration::Function>& Functions()
     return functions;
 }
 
-void WriteLine(HANDLE file, const std::string& line)
+void WriteEntry(HANDLE file, char kind, const std::string& text = {})
 {
-    const std::string text = line + "\n";
+    const std::string entry = kind + text + kEntryEnd;
     DWORD written;
-    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-}
-
-std::string Escape(const std::string& text)
-{
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '\n' || c == '\\')
-            escaped += c == '\n' ? "\\n" : "\\\\";
-        else if (c != '\r')
-            escaped += c;
-    }
-    return escaped;
-}
-
-std::string Unescape(const std::string& text)
-{
-    std::string plain;
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\\' && i + 1 < text.size())
-            plain += text[++i] == 'n' ? '\n' : text[i];
-        else
-            plain += text[i];
-    }
-    return plain;
+    WriteFile(file, entry.data(), static_cast<DWORD>(entry.size()), &written, nullptr);
 }
 
 /// Writes the child's failures to the result file, at once: the child may be killed.
@@ -65,8 +43,9 @@ public:
     void OnTestPartResult(const testing::TestPartResult& result) override
     {
         if (result.failed())
-            WriteLine(m_file, std::string(kFailure) + (result.file_name() != nullptr ? result.file_name() : "?") +
-                                  "\t" + std::to_string(result.line_number()) + "\t" + Escape(result.message()));
+            WriteEntry(m_file, kFailure,
+                       (result.file_name() != nullptr ? result.file_name() : "?") + std::string("\t") +
+                           std::to_string(result.line_number()) + "\t" + result.message());
     }
 
 private:
@@ -75,15 +54,11 @@ private:
 
 class ChildTest : public testing::Test {
 public:
-    ChildTest(ChildRegistration::Function function, const ChildContext& context)
-        : m_function(function), m_context(context)
-    {
-    }
-    void TestBody() override { m_function(m_context); }
+    explicit ChildTest(const std::function<void()>& body) : m_body(body) {}
+    void TestBody() override { m_body(); }
 
 private:
-    ChildRegistration::Function m_function;
-    ChildContext m_context;
+    const std::function<void()>& m_body;
 };
 
 /// For a command line. A backslash in front of the closing quote would hide it.
@@ -166,7 +141,7 @@ std::string ChildContext::Argument(size_t index) const
 
 void ChildContext::Ready() const { EXPECT_TRUE(SetEvent(m_ready)); }
 void ChildContext::WaitForGo() const { EXPECT_EQ(0, WaitAnsweringMessages({m_go})) << "the parent never said go"; }
-void ChildContext::Report(const std::string& text) const { WriteLine(m_results, kReport + Escape(text)); }
+void ChildContext::Report(const std::string& text) const { WriteEntry(m_results, kReport, text); }
 
 // --child=<name> <result file> <ready event> <go event> <argument>...
 static int FindChildOption(int argc, char** argv)
@@ -197,12 +172,12 @@ int RunAsChild(int argc, char** argv)
     testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
     delete listeners.Release(listeners.default_result_printer());
     listeners.Append(new FailureWriter(results));
-    testing::RegisterTest(
-        "Child", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
-        [function = found->second, &context]() -> testing::Test* { return new ChildTest(function, context); });
+    const std::function<void()> body = [&] { found->second(context); };
+    testing::RegisterTest("Child", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                          [&]() -> testing::Test* { return new ChildTest(body); });
     GTEST_FLAG_SET(filter, "Child." + name);
     const int exitCode = RUN_ALL_TESTS();
-    WriteLine(results, kEnd);
+    WriteEntry(results, kComplete);
     CloseHandle(results);
     return exitCode;
 }
@@ -218,7 +193,7 @@ ChildProcess::ChildProcess(const std::string& name, const std::vector<std::strin
     const std::string goName = UniqueName("go");
     m_ready = CreateEventA(nullptr, TRUE, FALSE, readyName.c_str());
     m_go = CreateEventA(nullptr, TRUE, FALSE, goName.c_str());
-    CloseHandle(CreateFileA(m_resultPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    WriteBytes(m_resultPath, "");
 
     char program[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, program, sizeof program - 1);
@@ -302,33 +277,19 @@ const std::vector<std::string>& ChildProcess::Reports()
 
 void ChildProcess::ReadResults()
 {
-    const HANDLE file = CreateFileA(m_resultPath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        ADD_FAILURE() << "the results of child " << m_name << " cannot be read, error " << GetLastError();
-        return;
-    }
-    std::string text(GetFileSize(file, nullptr), '\0');
-    DWORD read = 0;
-    ReadFile(file, text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
-    CloseHandle(file);
-    text.resize(read);
-
-    for (size_t begin = m_read.size(), end; (end = text.find('\n', begin)) != std::string::npos; begin = end + 1) {
-        const std::string line = text.substr(begin, end - begin);
-        m_read += line + "\n";
-        if (line.rfind(kFailure, 0) == 0) {
-            const size_t fileBegin = sizeof kFailure - 1;
-            const size_t lineBegin = line.find('\t', fileBegin) + 1;
-            const size_t messageBegin = line.find('\t', lineBegin) + 1;
-            ADD_FAILURE_AT(line.substr(fileBegin, lineBegin - 1 - fileBegin).c_str(),
-                           std::stoi(line.substr(lineBegin, messageBegin - 1 - lineBegin)))
-                << "in child " << m_name << ": " << Unescape(line.substr(messageBegin));
-        } else if (line.rfind(kReport, 0) == 0) {
-            m_reports.push_back(Unescape(line.substr(sizeof kReport - 1)));
-        } else if (line == kEnd) {
-            m_complete = true;
+    const std::string text = ReadBytes(m_resultPath);
+    for (size_t end; (end = text.find(kEntryEnd, m_read)) != std::string::npos; m_read = end + 1) {
+        const char kind = text[m_read];
+        const std::string entry = text.substr(m_read + 1, end - m_read - 1);
+        if (kind == kFailure) {
+            const size_t line = entry.find('\t') + 1;
+            const size_t message = entry.find('\t', line) + 1;
+            ADD_FAILURE_AT(entry.substr(0, line - 1).c_str(), std::stoi(entry.substr(line)))
+                << "in child " << m_name << ": " << entry.substr(message);
+        } else if (kind == kReport) {
+            m_reports.push_back(entry);
         }
+        m_complete = kind == kComplete;
     }
 }
 

@@ -43,7 +43,7 @@ public:
     /// Waits until the parent calls Go; a failure if it does not. Messages to the child's windows are answered meanwhile.
     void WaitForGo() const;
     void ReadyUntilGo() const { Ready(), WaitForGo(); }
-    /// Writes a line for the parent.
+    /// Writes a text for the parent.
     void Report(const std::string& text) const;
 
 private:
@@ -81,8 +81,8 @@ private:
 
     std::string m_name;
     std::string m_resultPath;
-    std::string m_read; // results already taken over, as text
     std::vector<std::string> m_reports;
+    size_t m_read = 0; // bytes of the results that were taken over
     HANDLE m_ready = nullptr;
     HANDLE m_go = nullptr;
     HANDLE m_process = nullptr;

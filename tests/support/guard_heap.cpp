@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <vector>
 
 namespace zo_test {
@@ -25,31 +26,12 @@ struct PageRecord {
     bool alive = false;
 };
 
-class Lock {
-public:
-    Lock() { EnterCriticalSection(&Section()); }
-    ~Lock() { LeaveCriticalSection(&Section()); }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-
-private:
-    static CRITICAL_SECTION& Section()
-    {
-        static CRITICAL_SECTION section = [] {
-            CRITICAL_SECTION made;
-            InitializeCriticalSection(&made);
-            return made;
-        }();
-        return section;
-    }
-};
-
+std::mutex g_mutex;
 char* g_arena = nullptr;
 size_t g_nextPage = 0; // blocks are taken in one direction round the arena, so that a freed one stays free for long
 std::vector<PageRecord>& Records()
 {
-    static std::vector<PageRecord>& records =
-        *new std::vector<PageRecord>(kArenaPages); // the framework frees to the last
+    static auto& records = *new std::vector<PageRecord>(kArenaPages); // for ever: the framework frees to the last
     return records;
 }
 
@@ -112,7 +94,7 @@ bool g_installed = false;
 
 void* GuardedAllocate(size_t size)
 {
-    const Lock lock;
+    const std::lock_guard lock(g_mutex);
     size = (std::max)(size, size_t{1});
     if (!MakeArena() || size > kArenaPages * kPage / 2)
         return nullptr;
@@ -136,7 +118,7 @@ void* GuardedAllocate(size_t size)
 
 void GuardedFree(void* p)
 {
-    const Lock lock;
+    const std::lock_guard lock(g_mutex);
     const size_t page = PageOf(p);
     PageRecord& record = Records()[page];
     if (record.pages == 0 || p != BlockAt(page, record))

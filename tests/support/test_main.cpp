@@ -14,11 +14,13 @@
 
 #include <afxwin.h>
 
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -41,11 +43,15 @@ public:
     void OnTestEnd(const testing::TestInfo&) override { std::strcpy(g_currentTest, "(between tests)"); }
 };
 
-[[noreturn]] void ReportAndEnd(const char* text, ExitCode code)
+[[noreturn]] __attribute__((format(printf, 2, 3))) void ReportAndEnd(ExitCode code, const char* format, ...)
 {
+    char text[1024];
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = std::vsnprintf(text, sizeof text, format, arguments);
     std::fflush(stdout);
     DWORD written;
-    WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, static_cast<DWORD>(std::strlen(text)), &written, nullptr);
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, static_cast<DWORD>(length), &written, nullptr);
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
     for (;;)
         Sleep(INFINITE);
@@ -76,25 +82,16 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception)
         std::snprintf(data, sizeof data, ", %s %p %s", record.ExceptionInformation[0] != 0 ? "writing" : "reading",
                       address, zo_test::DescribeGuardedAddress(address).c_str());
     }
-    char text[1024];
-    std::snprintf(text, sizeof text, "\nCRASH in %s: exception 0x%08lx at %p, %s%s\n", g_currentTest,
-                  static_cast<unsigned long>(record.ExceptionCode), record.ExceptionAddress, place, data);
-    ReportAndEnd(text, kCrashed);
+    ReportAndEnd(kCrashed, "\nCRASH in %s: exception 0x%08lx at %p, %s%s\n", g_currentTest,
+                 static_cast<unsigned long>(record.ExceptionCode), record.ExceptionAddress, place, data);
 }
 
 [[noreturn]] void ReportTermination()
 {
-    char text[512];
-    std::snprintf(text, sizeof text, "\nCRASH in %s: an exception that nobody catches\n", g_currentTest);
-    ReportAndEnd(text, kCrashed);
+    ReportAndEnd(kCrashed, "\nCRASH in %s: an exception that nobody catches\n", g_currentTest);
 }
 
-void ReportHang()
-{
-    char text[512];
-    std::snprintf(text, sizeof text, "\nHANGS: %s makes no progress\n", g_currentTest);
-    ReportAndEnd(text, kHangs);
-}
+void ReportHang() { ReportAndEnd(kHangs, "\nHANGS: %s makes no progress\n", g_currentTest); }
 
 } // namespace
 
@@ -111,13 +108,12 @@ int main(int argc, char** argv)
     bool wantsGuardHeap = guardHeap != nullptr && std::strcmp(guardHeap, "1") == 0;
     DWORD watchdogSeconds = 0xFFFFFFFF; // none
     std::string environment = zo_test::EnvironmentName();
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--guard-heap") == 0)
-            wantsGuardHeap = true;
-        else if (std::strncmp(argv[i], "--watchdog=", 11) == 0)
-            watchdogSeconds = static_cast<DWORD>(std::atoi(argv[i] + 11));
-        else if (std::strncmp(argv[i], "--environment=", 14) == 0)
-            environment = argv[i] + 14;
+    for (const std::string& option : std::vector<std::string>(argv + 1, argv + argc)) {
+        wantsGuardHeap = wantsGuardHeap || option == "--guard-heap";
+        if (option.starts_with("--watchdog="))
+            watchdogSeconds = static_cast<DWORD>(std::atoi(option.c_str() + 11));
+        else if (option.starts_with("--environment="))
+            environment = option.substr(14);
     }
     if (environment != zo_test::EnvironmentName()) {
         std::fprintf(stderr, "this is %s, not %s\n", zo_test::EnvironmentName().c_str(), environment.c_str());
@@ -137,15 +133,11 @@ int main(int argc, char** argv)
         e->Delete();
     }
 
-    int exitCode = 0;
-    if (zo_test::IsChild(argc, argv)) {
-        const zo_test::Watchdog watchdog(kChildWatchdogSeconds, &ReportHang);
-        exitCode = zo_test::RunAsChild(argc, argv);
-    } else {
-        const zo_test::Watchdog watchdog(watchdogSeconds, &ReportHang);
+    const bool isChild = zo_test::IsChild(argc, argv);
+    const zo_test::Watchdog watchdog(isChild ? kChildWatchdogSeconds : watchdogSeconds, &ReportHang);
+    if (!isChild)
         std::printf("environment %s%s\n", zo_test::EnvironmentName().c_str(), wantsGuardHeap ? ", guard heap" : "");
-        exitCode = RUN_ALL_TESTS();
-    }
+    const int exitCode = isChild ? zo_test::RunAsChild(argc, argv) : RUN_ALL_TESTS();
     std::fflush(stdout);
     return exitCode;
 }

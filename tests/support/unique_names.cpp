@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <shlwapi.h>
+
+#include <fstream>
+#include <iterator>
 #include <vector>
 
 namespace zo_test {
@@ -33,26 +37,17 @@ std::string TestName()
     return name;
 }
 
-/// Deletes the keys below, deepest first: on Windows NT no key goes before those below it.
-bool DeleteSubkeys(HKEY key)
+/// Lets \p erase delete a key, looked up in the view. \return whether the key is gone.
+bool EraseKey(HKEY root, const std::string& path, DWORD(WINAPI* erase)(HKEY parent, LPCSTR name))
 {
-    char name[256];
-    while (RegEnumKeyA(key, 0, name, sizeof name) == ERROR_SUCCESS) {
-        HKEY subkey;
-        if (RegOpenKeyExA(key, name, 0, KEY_ALL_ACCESS, &subkey) != ERROR_SUCCESS)
-            return false;
-        const bool empty = DeleteSubkeys(subkey);
-        RegCloseKey(subkey);
-        if (!empty || RegDeleteKeyA(key, name) != ERROR_SUCCESS)
-            return false;
+    const size_t name = path.find_last_of('\\') + 1; // 0 without a parent
+    HKEY parent;
+    LSTATUS status = RegOpenKeyExA(root, path.substr(0, name - (name > 0)).c_str(), 0, KEY_ALL_ACCESS | kView, &parent);
+    if (status == ERROR_SUCCESS) {
+        status = static_cast<LSTATUS>(erase(parent, path.c_str() + name));
+        RegCloseKey(parent);
     }
-    return true;
-}
-
-bool HasSubkeys(HKEY key)
-{
-    char name[256];
-    return RegEnumKeyA(key, 0, name, sizeof name) == ERROR_SUCCESS;
+    return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
 }
 
 void DeleteFolder(const std::string& path)
@@ -85,26 +80,19 @@ std::string UniqueName(const std::string& what)
            std::to_string(InterlockedIncrement(&count)) + (what.empty() ? "" : "." + what);
 }
 
-bool DeleteRegistryTree(HKEY root, const std::string& path)
+std::string ReadBytes(const std::string& path)
 {
-    const size_t cut = path.find_last_of('\\');
-    const std::string parentPath = cut == std::string::npos ? "" : path.substr(0, cut);
-    const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
-    HKEY parent;
-    LSTATUS status = RegOpenKeyExA(root, parentPath.c_str(), 0, KEY_ALL_ACCESS | kView, &parent);
-    if (status != ERROR_SUCCESS)
-        return status == ERROR_FILE_NOT_FOUND;
-    HKEY key;
-    bool deleted = true;
-    status = RegOpenKeyExA(parent, name.c_str(), 0, KEY_ALL_ACCESS, &key);
-    if (status == ERROR_SUCCESS) {
-        deleted = DeleteSubkeys(key);
-        RegCloseKey(key);
-        deleted = deleted && RegDeleteKeyA(parent, name.c_str()) == ERROR_SUCCESS;
-    }
-    RegCloseKey(parent);
-    return deleted && (status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND);
+    std::ifstream file(path, std::ios::binary);
+    return file.is_open() ? std::string{std::istreambuf_iterator<char>(file), {}} : kNothing;
 }
+
+void WriteBytes(const std::string& path, const std::string& bytes)
+{
+    std::ofstream file(path, std::ios::binary);
+    EXPECT_TRUE(file << bytes << std::flush) << path;
+}
+
+bool DeleteRegistryTree(HKEY root, const std::string& path) { return EraseKey(root, path, &SHDeleteKeyA); }
 
 TestRegistryKey::TestRegistryKey(HKEY root)
     : m_root(root), m_path((root == HKEY_CLASSES_ROOT ? "ZoTests\\" : "Software\\ZoTests\\") + ProgramName() + "\\" +
@@ -120,16 +108,9 @@ TestRegistryKey::~TestRegistryKey()
     RegCloseKey(m_key);
     EXPECT_TRUE(DeleteRegistryTree(m_root, m_path)) << m_path << " is still there";
     // The folder keys above, as far as no other test is in them.
-    for (size_t cut = m_path.find_last_of('\\'); cut != std::string::npos; cut = m_path.find_last_of('\\', cut - 1)) {
-        const std::string path = m_path.substr(0, cut);
-        HKEY key;
-        if (path == "Software" || RegOpenKeyExA(m_root, path.c_str(), 0, KEY_READ | kView, &key) != ERROR_SUCCESS)
+    for (std::string path = m_path; (path.resize(path.find_last_of('\\')), path != "Software");) {
+        if (!EraseKey(m_root, path, &SHDeleteEmptyKeyA) || path.find('\\') == std::string::npos)
             return;
-        const bool used = HasSubkeys(key);
-        RegCloseKey(key);
-        if (used)
-            return;
-        DeleteRegistryTree(m_root, path);
     }
 }
 
@@ -177,30 +158,6 @@ TestFolder::TestFolder()
 }
 
 TestFolder::~TestFolder() { DeleteFolder(m_path); }
-
-void TestFolder::Write(const std::string& name, const std::string& bytes) const
-{
-    const HANDLE file = CreateFileA(Path(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(INVALID_HANDLE_VALUE, file) << Path(name);
-    DWORD written = 0;
-    EXPECT_TRUE(WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
-    EXPECT_EQ(bytes.size(), written);
-    CloseHandle(file);
-}
-
-std::string TestFolder::Read(const std::string& name) const
-{
-    const HANDLE file = CreateFileA(Path(name).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return kNothing;
-    std::string bytes(GetFileSize(file, nullptr), '\0');
-    DWORD read = 0;
-    EXPECT_TRUE(ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr));
-    EXPECT_EQ(bytes.size(), read);
-    CloseHandle(file);
-    return bytes;
-}
 
 bool TestFolder::Exists(const std::string& name) const
 {

@@ -11,6 +11,10 @@ namespace zo_test {
 /// A name that no other test and no other process uses, for mutexes, mappings, window classes, trace files.
 std::string UniqueName(const std::string& what = {});
 
+/// A file's bytes, which others may be writing; "(none)" when there is no such file.
+std::string ReadBytes(const std::string& path);
+void WriteBytes(const std::string& path, const std::string& bytes);
+
 /// Deletes a key with all below it. Both architectures look at the 32-bit view, as the library does.
 /// \return whether the key is gone.
 bool DeleteRegistryTree(HKEY root, const std::string& path);
@@ -54,9 +58,9 @@ public:
 
     /// The folder, or a name in it.
     std::string Path(const std::string& name = {}) const { return name.empty() ? m_path : m_path + "\\" + name; }
-    void Write(const std::string& name, const std::string& bytes) const;
+    void Write(const std::string& name, const std::string& bytes) const { WriteBytes(Path(name), bytes); }
     /// "(none)" when there is no such file.
-    std::string Read(const std::string& name) const;
+    std::string Read(const std::string& name) const { return ReadBytes(Path(name)); }
     bool Exists(const std::string& name) const;
 
 private:

@@ -6,8 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace zo_test {
+
+/// Runs checks. \return the failures they made, which do not count.
+std::vector<std::string> FailuresOf(const std::function<void()>& checks);
 
 /// Runs checks that are known to fail under Wine; see ZO_WINE_GAP.
 void RunWineGap(const char* file, int line, const char* reason, const std::function<void()>& checks);
