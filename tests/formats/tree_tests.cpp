@@ -75,9 +75,21 @@ struct Script {
 /// Takes what is behind a node out of the list, so that there is no pair any more.
 int WINAPI CutBehind(CZoTree* first, CZoTree*, void*) { return first->SetNext(nullptr), ZO_SORT_CHANGED_PAST_FIRST; }
 
+/// Looks, at its end, at what is around it.
+struct Looker : Node {
+    explicit Looker(const CZoTree* root) : m_root(root) {}
+    ~Looker() override
+    {
+        EXPECT_EQ(m_root, FindRoot());
+        EXPECT_TRUE(m_pChild == nullptr || m_pChild->GetParent() == this);
+        ++s_ends;
+    }
+    const CZoTree* m_root;
+    static inline size_t s_ends;
+};
 class TreeTest : public testing::Test {
 protected:
-    void SetUp() override { g_destroyed.clear(); }
+    TreeTest() { g_destroyed.clear(); }
 };
 
 } // namespace
@@ -201,21 +213,6 @@ TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
     other.SetChild(&other);
     EXPECT_EQ(0u, other.FreeChildren()) << "not itself, and not for ever";
 }
-
-namespace {
-/// Looks, at its end, at what is around it.
-struct Looker : Node {
-    explicit Looker(const CZoTree* root) : m_root(root) {}
-    ~Looker() override
-    {
-        EXPECT_EQ(m_root, FindRoot());
-        EXPECT_TRUE(m_pChild == nullptr || m_pChild->GetParent() == this);
-        ++s_ends;
-    }
-    const CZoTree* m_root;
-    static inline size_t s_ends;
-};
-} // namespace
 
 TEST_F(TreeTest, DestroysTreesOfAnyDepth)
 {

@@ -36,12 +36,11 @@ SentinelBuffer::SentinelBuffer(const BufferCase& bufferCase) : SentinelBuffer(bu
     m_null = bufferCase.null;
 }
 
-size_t SentinelBuffer::WrittenLength() const
+bool SentinelBuffer::IsUntouched() const
 {
-    size_t length = m_size;
-    while (length > 0 && m_bytes[kGuardSize + length - 1] == static_cast<char>(kPattern))
-        --length;
-    return length;
+    const auto begin = m_bytes.begin() + kGuardSize;
+    return std::all_of(begin, begin + static_cast<std::ptrdiff_t>(m_size),
+                       [](char c) { return c == static_cast<char>(kPattern); });
 }
 
 std::string SentinelBuffer::Text() const

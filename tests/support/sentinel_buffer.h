@@ -41,12 +41,9 @@ public:
 
     /// Null for the null case.
     char* Data() { return m_null ? nullptr : m_bytes.data() + kGuardSize; }
-    template <class TYPE> TYPE* As() { return reinterpret_cast<TYPE*>(Data()); }
     size_t Size() const { return m_size; }
 
-    /// Position behind the last byte that differs from the pattern; 0 for an untouched buffer.
-    size_t WrittenLength() const;
-    bool IsUntouched() const { return WrittenLength() == 0; }
+    bool IsUntouched() const;
     /// The bytes from the beginning, up to a terminator if there is one.
     std::string Text() const;
     /// Fails the test if a byte before or behind the buffer has changed, or, in the null case, any.

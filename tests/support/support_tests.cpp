@@ -253,8 +253,8 @@ TEST(SentinelBuffer, NoticesEveryWrite)
     SentinelBuffer buffer(4);
     EXPECT_EQ(SentinelBuffer::kLastError, GetLastError());
     EXPECT_TRUE(buffer.IsUntouched());
-    buffer.Data()[2] = '\0';
-    EXPECT_EQ(3u, buffer.WrittenLength());
+    buffer.Data()[3] = '\0';
+    EXPECT_FALSE(buffer.IsUntouched());
     EXPECT_TRUE(FailuresOf([&] { buffer.ExpectGuardsIntact(); }).empty());
     for (const std::ptrdiff_t outside : {-64, -1, 4, 67}) {
         SentinelBuffer damaged(4);

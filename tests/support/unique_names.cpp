@@ -92,21 +92,19 @@ void WriteBytes(const std::string& path, const std::string& bytes)
     EXPECT_TRUE(file << bytes << std::flush) << path;
 }
 
-bool DeleteRegistryTree(HKEY root, const std::string& path) { return EraseKey(root, path, &SHDeleteKeyA); }
-
 TestRegistryKey::TestRegistryKey(HKEY root)
     : m_root(root), m_path((root == HKEY_CLASSES_ROOT ? "ZoTests\\" : "Software\\ZoTests\\") + ProgramName() + "\\" +
                            TestName() + "." + std::to_string(GetCurrentProcessId()))
 {
-    EXPECT_TRUE(DeleteRegistryTree(m_root, m_path)) << m_path; // of a process of the same number that was killed
-    m_key = Open("", true);
-    EXPECT_NE(nullptr, m_key) << m_path;
+    EXPECT_TRUE(EraseKey(m_root, m_path, &SHDeleteKeyA)) << m_path; // of a process of the same number that was killed
+    const HKEY key = Open("", true);
+    EXPECT_NE(nullptr, key) << m_path;
+    RegCloseKey(key);
 }
 
 TestRegistryKey::~TestRegistryKey()
 {
-    RegCloseKey(m_key);
-    EXPECT_TRUE(DeleteRegistryTree(m_root, m_path)) << m_path << " is still there";
+    EXPECT_TRUE(EraseKey(m_root, m_path, &SHDeleteKeyA)) << m_path << " is still there";
     // The folder keys above, as far as no other test is in them.
     for (std::string path = m_path; (path.resize(path.find_last_of('\\')), path != "Software");) {
         if (!EraseKey(m_root, path, &SHDeleteEmptyKeyA) || path.find('\\') == std::string::npos)
@@ -134,7 +132,7 @@ void TestRegistryKey::Set(const std::string& subkey, const std::string& value, D
     RegCloseKey(key);
 }
 
-std::string TestRegistryKey::Get(const std::string& subkey, const std::string& value, DWORD* type) const
+std::string TestRegistryKey::Get(const std::string& subkey, const std::string& value) const
 {
     const HKEY key = Open(subkey);
     if (key == nullptr)
@@ -142,7 +140,7 @@ std::string TestRegistryKey::Get(const std::string& subkey, const std::string& v
     std::vector<char> data(16 * 1024);
     auto size = static_cast<DWORD>(data.size());
     const LSTATUS status =
-        RegQueryValueExA(key, value.c_str(), nullptr, type, reinterpret_cast<BYTE*>(data.data()), &size);
+        RegQueryValueExA(key, value.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(data.data()), &size);
     RegCloseKey(key);
     return status == ERROR_SUCCESS ? std::string(data.data(), size) : kNothing;
 }

@@ -15,11 +15,8 @@ std::string UniqueName(const std::string& what = {});
 std::string ReadBytes(const std::string& path);
 void WriteBytes(const std::string& path, const std::string& bytes);
 
-/// Deletes a key with all below it. Both architectures look at the 32-bit view, as the library does.
-/// \return whether the key is gone.
-bool DeleteRegistryTree(HKEY root, const std::string& path);
-
-/// A registry key below Software (below the root itself for HKEY_CLASSES_ROOT), made for the current test.
+/// A registry key below Software (below the root itself for HKEY_CLASSES_ROOT), made for the current test. Both
+/// architectures look at the 32-bit view, as the library does.
 class TestRegistryKey {
 public:
     explicit TestRegistryKey(HKEY root = HKEY_CURRENT_USER);
@@ -27,9 +24,7 @@ public:
     TestRegistryKey(const TestRegistryKey&) = delete;
     TestRegistryKey& operator=(const TestRegistryKey&) = delete;
 
-    HKEY Root() const { return m_root; }
     const std::string& Path() const { return m_path; } ///< below Root, without a backslash at either end
-    HKEY Handle() const { return m_key; }              ///< with all rights
 
     /// Opens or makes a key below. The caller closes it; null on failure.
     HKEY Open(const std::string& subkey, bool create = false) const;
@@ -40,12 +35,11 @@ public:
         Set(subkey, value, REG_SZ, text + '\0');
     }
     /// The raw data of a value; "(none)" when there is no such value.
-    std::string Get(const std::string& subkey, const std::string& value, DWORD* type = nullptr) const;
+    std::string Get(const std::string& subkey, const std::string& value) const;
 
 private:
     HKEY m_root;
     std::string m_path;
-    HKEY m_key = nullptr;
 };
 
 /// A folder for the current test's files, deleted with all that is in it.
