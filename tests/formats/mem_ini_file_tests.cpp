@@ -175,6 +175,7 @@ TEST_F(MemIniFile, MissingMemoryIsAStatusAndChangesNothing)
             const DWORD status = run.Act([&] { return operation(memory); });
             EXPECT_EQ(run.Fired() ? ZO_INI_OUT_OF_MEMORY : 0u, status);
             EXPECT_EQ(run.Fired(), kPicture == memory.Picture());
+            memory.DeleteIniSection("B"); // leaves nothing behind
         });
     }
     AllocationFaults faults;
