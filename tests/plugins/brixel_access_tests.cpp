@@ -53,7 +53,7 @@ void ListModules()
     isListing = true;
     for (INT_PTR i = 0; i < g_access->GetModuleCount(); ++i)
         g_lists += g_access->GetModule(i) != nullptr ? std::to_string(g_access->GetModule(i)->GetTemplateID()) : "null";
-    g_lists += ' ';
+    g_lists += g_access->LoadAllBrixelTemplates() ? '!' : ' ';
     isListing = false;
 }
 

@@ -59,6 +59,7 @@ void CloseDocuments(HINSTANCE library)
 
 CZoBrixelAccess::~CZoBrixelAccess()
 {
+    m_bBusy = TRUE;
     while (!m_templateModules.IsEmpty()) { // a plug-in that calls back finds those that are left
         CZoTemplateDLLModule* module = GetModule(0);
         try {
@@ -84,6 +85,16 @@ BOOL CZoBrixelAccess::ExtractTemplateFilenames()
 }
 
 BOOL CZoBrixelAccess::LoadAllBrixelTemplates()
+{
+    if (m_bBusy) // a plug-in calls back
+        return FALSE;
+    m_bBusy = TRUE;
+    const BOOL loaded = LoadTemplates();
+    m_bBusy = FALSE;
+    return loaded;
+}
+
+BOOL CZoBrixelAccess::LoadTemplates()
 {
     if (!ExtractTemplateFilenames())
         return FALSE;

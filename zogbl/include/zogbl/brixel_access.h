@@ -26,9 +26,10 @@ public:
     CZoBrixelAccess(const CZoBrixelAccess&) = delete;
     CZoBrixelAccess& operator=(const CZoBrixelAccess&) = delete;
 
-    /// Loads and initialises the template libraries of all installed modules; to be called once. Libraries that cannot
-    /// be loaded are left out. One that lacks entry points is kept (what it lacks answers 0), and so is one whose
-    /// initialisation fails. Modules with equal ids keep the order of their loading.
+    /// Loads and initialises the template libraries of all installed modules; to be called once. A plug-in that calls it
+    /// while this object loads or goes gets FALSE, and nothing happens. Libraries that cannot be loaded are left out. One
+    /// that lacks entry points is kept (what it lacks answers 0), and so is one whose initialisation fails. Modules with
+    /// equal ids keep the order of their loading.
     /// \return FALSE when the application has no usable version resource, or memory has run out: then the modules
     /// loaded so far stay, and IsLoaded as it was.
     virtual BOOL LoadAllBrixelTemplates();
@@ -48,10 +49,12 @@ public:
     BOOL IsLoaded() const { return m_bLoaded; } ///< whether LoadAllBrixelTemplates has succeeded
 
 private:
+    BOOL LoadTemplates();
     BOOL LoadTemplate(LPCSTR fileName);
 
     CZoVersionResource m_version;
     CObArray m_templateModules; // of CZoTemplateDLLModule, owned, sorted by template id
     CStringArray m_templateFileNames;
     BOOL m_bLoaded = FALSE;
+    BOOL m_bBusy = FALSE; // loading or going
 };
