@@ -31,6 +31,7 @@
 #include <zogbl/location_registry.h>
 #include <zogbl/mailboxes.h>
 #include <zogbl/mem_ini_file.h>
+#include <zogbl/message_box.h>
 #include <zogbl/module.h>
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/number_text.h>
