@@ -36,6 +36,12 @@ int main()
     rows.ResetInformation();
     if (locales.GetLcidCode() != 0x0409 || rows.GetLcidCode() != 0x0409 || rows.GetPictureWidth() <= 0)
         return 25;
+    // Some compilers take every member of the boxes from the library, those that nobody wrote too.
+    for (const LPCSTR member : {"_ZN14CZoFlagControlI8CListBoxED2Ev", "_ZN19CCountryCodeControlI9CComboBoxED2Ev",
+                                "_ZN16CFlagLcidControlI8CListBoxEC2Ev", "_ZN16CFlagLcidControlI8CListBoxED2Ev"}) {
+        if (GetProcAddress(GetModuleHandleA("ZOGBLBRX.DLL"), member) == nullptr)
+            return 27;
+    }
     window.DestroyWindow();
     return ZoGblDumpLanguageDLL() ? 0 : 26;
 }

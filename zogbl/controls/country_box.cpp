@@ -11,6 +11,8 @@ const CZoCountryCode& Country(const void* data) { return *static_cast<const CZoC
 
 template <class BOX> CCountryCodeControl<BOX>::CCountryCodeControl() : m_bCodesDisabled(FALSE) {}
 
+template <class BOX> CCountryCodeControl<BOX>::~CCountryCodeControl() = default;
+
 template <class BOX> void CCountryCodeControl<BOX>::ResetInformation(int sel)
 {
     this->BeginReset();

@@ -192,6 +192,8 @@ BOOL CZoFlagBox::Type(UINT character)
 
 template <class BOX> CZoFlagControl<BOX>::CZoFlagControl() { m_box.LoadFlags(); }
 
+template <class BOX> CZoFlagControl<BOX>::~CZoFlagControl() = default;
+
 template <class BOX> int CZoFlagControl<BOX>::GetPictureWidth() const { return m_box.GetTextOffset(); }
 
 template <class BOX> void CZoFlagControl<BOX>::SetDesiredHeight(int height)

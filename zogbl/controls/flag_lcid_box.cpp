@@ -8,6 +8,10 @@ const CZoFlagLcid& Locale(const void* data) { return *static_cast<const CZoFlagL
 
 } // namespace
 
+template <class BOX> CFlagLcidControl<BOX>::CFlagLcidControl() = default;
+
+template <class BOX> CFlagLcidControl<BOX>::~CFlagLcidControl() = default;
+
 template <class BOX> void CFlagLcidControl<BOX>::SetList(CZoFlagLcidList* list) { m_pList = list; }
 
 template <class BOX> void CFlagLcidControl<BOX>::ResetInformation()

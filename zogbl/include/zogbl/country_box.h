@@ -10,6 +10,7 @@
 template <class BOX> class ZOGBL_API CCountryCodeControl : public CZoFlagControl<BOX> {
 public:
     CCountryCodeControl();
+    ~CCountryCodeControl() override;
 
     /// Fills the box anew and forgets what was typed. \param sel position to select, the last item if it is higher;
     /// negative: none

@@ -75,10 +75,12 @@ private:
 /// the box is sent the message CZoLanguageSupport::GetUpdateMessage(), it takes the names of the new language; CZoDialog
 /// passes that on to its controls, other windows have to.
 ///
-/// No member has a body here: only what the library instantiates is exported, and that leaves out bodies in the class.
+/// No member has a body here, and none is left to the compiler: only what the library instantiates is exported, and that
+/// leaves out bodies in the class.
 template <class BOX> class ZOGBL_API CZoFlagControl : public BOX {
 public:
     CZoFlagControl();
+    ~CZoFlagControl() override;
 
     void SetDesiredHeight(int height); ///< of the text, in pixels; an item has 4 more
     int GetPictureWidth() const;       ///< where the text begins, in pixels

@@ -8,7 +8,8 @@
 /// Shows a list of locales with flag and name. The list is the caller's and outlives the box's items.
 template <class BOX> class ZOGBL_API CFlagLcidControl : public CZoFlagControl<BOX> {
 public:
-    CFlagLcidControl() = default;
+    CFlagLcidControl();
+    ~CFlagLcidControl() override;
 
     /// Attaches the list; null detaches. ResetInformation shows it.
     void SetList(CZoFlagLcidList* list);
