@@ -38,7 +38,20 @@ DWORD MailBoxPage::FillList(CListBox& list)
             text.Format(Text(ZO_IDS_MAILBOX_DEFAULT), static_cast<LPCSTR>(mailBox.m_csName));
         list.AddString(text);
     }
-    return loaded ? ERROR_SUCCESS : ZoErrBadData;
+    return loaded && CanBeWritten() ? ERROR_SUCCESS : ZoErrBadData;
+}
+
+/// Whether writing the list would put everything back that was read: not a mailbox without a readable name, which is
+/// loaded as "BadBox", one without a number, loaded as 0, or two with one number.
+bool MailBoxPage::CanBeWritten() const
+{
+    for (int i = 0; i < m_mailBoxes.GetCount(); ++i) {
+        const tagREGMAILBOXSTRUCT* mailBox = m_mailBoxes.GetAt(i);
+        if (mailBox->m_dwNumber == 0 || mailBox->m_csName == "BadBox" ||
+            m_mailBoxes.GetByNumber(mailBox->m_dwNumber) != mailBox)
+            return false;
+    }
+    return true;
 }
 
 CString MailBoxPage::GetStateText() const
@@ -63,7 +76,11 @@ CString MailBoxPage::Describe(int index) const
 
 // Buttons --------------------------------------------------------------------------------------------------------------
 
-bool MailBoxPage::CanDo(int button, int index) const { return button == kNew ? IsComplete() : index >= 0; }
+bool MailBoxPage::CanDo(int button, int index) const
+{
+    const bool writes = button == kNew || button == kDelete;
+    return (button == kNew || index >= 0) && (!writes || IsComplete());
+}
 
 DWORD MailBoxPage::Do(int button, int index)
 {
@@ -72,7 +89,7 @@ DWORD MailBoxPage::Do(int button, int index)
     const DWORD number = m_mailBoxes.GetAt(index)->m_dwNumber;
     switch (button) {
     case kDelete:
-        if (!m_mailBoxes.Load()) // with what others have written
+        if (!m_mailBoxes.Load() || !CanBeWritten()) // with what others have written
             return ZoErrBadData;
         return m_mailBoxes.Remove(number) ? Write() : ERROR_SUCCESS;
     case kMakeDefault:
@@ -85,7 +102,7 @@ DWORD MailBoxPage::Do(int button, int index)
 
 DWORD MailBoxPage::AddMailBox()
 {
-    if (!m_mailBoxes.Load()) // with what others have written
+    if (!m_mailBoxes.Load() || !CanBeWritten()) // with what others have written
         return ZoErrBadData;
     DWORD number = 1;
     while (m_mailBoxes.DoesNumberExist(number))

@@ -22,6 +22,7 @@ protected:
 
 private:
     DWORD AddMailBox();
+    bool CanBeWritten() const;
     DWORD Write();
     DWORD MakeFolders(DWORD number);
 

@@ -86,4 +86,15 @@ TEST_F(RecordPages, OfMailBoxesLoseNothingThatOthersWrote)
     EXPECT_FALSE(CanAdd(page));
     faults.Disarm();
     EXPECT_TRUE(CanAdd(page));
+    // Writing would put "BadBox" and one number in the place of what is there.
+    const CString key = m_product.RootKey() + "\\MailBoxes\\";
+    const std::string tooLong(256, 'n');
+    for (const auto& [subkey, name] : {std::pair{"00000002", tooLong.c_str()}, {"4", "again"}, {"Fax", "no number"}}) {
+        const CString record = key + subkey;
+        EXPECT_EQ(0u, m_config.SetValue(ZO_MODE_LOCAL_MACHINE, record, "Name", name));
+        EXPECT_FALSE(CanAdd(page)) << subkey;
+        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(page.m_hWnd, kNew + 1))) << subkey;
+        m_config.DeleteSection(ZO_MODE_LOCAL_MACHINE, record, nullptr);
+    }
+    EXPECT_TRUE(CanAdd(page));
 }
