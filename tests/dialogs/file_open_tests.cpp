@@ -191,6 +191,17 @@ TEST_F(FileOpen, GoesThroughFoldersAndTypes)
         ExpectTabOrder(open, {kName, kFiles, kTypes, kFolders, kDrives, IDOK, IDCANCEL, kName});
         Choose(open, kDrives, RowOf(open, kDrives, "Z:"));
         EXPECT_EQ("Z:\\|", RowsOf(open, kFolders).substr(0, 4));
+        { // a drive that cannot be read: the one that is shown is chosen again
+            FaultSource files("file system");
+            const ZO_FAULTY_CALL(FindFirstFileA) find(files, "ZOGBLBRX.DLL", INVALID_HANDLE_VALUE, ERROR_NOT_READY);
+            const int drive = ChosenRow(open, kDrives);
+            const BoxStub noBox;
+            files.Arm(1, true);
+            Choose(open, kDrives, drive == 0 ? 1 : 0);
+            files.Disarm();
+            EXPECT_EQ(drive, ChosenRow(open, kDrives));
+            EXPECT_EQ("Z:\\|", RowsOf(open, kFolders).substr(0, 4));
+        }
         Enter(open, Path(""));
         EXPECT_EQ(depth, level());
         DoubleClick(open, kFiles, RowOf(open, kFiles, "gamma.bin"));
@@ -244,16 +255,18 @@ TEST_F(FileOpen, KeepsToItsBuffer)
     const struct {
         size_t buffer, length;
         bool fits;
+        std::string extension = {}; // that the name gets
     } rows[] = {
-        {260, 259, true}, {260, 260, false}, {264, 259, true}, {264, 260, false}, {264, 263, false},
-        {120, 119, true}, {120, 120, false}, {1, 100, false},  {260, 400, false},
+        {260, 259, true},  {260, 260, false},        {264, 259, true},          {264, 260, false},
+        {264, 263, false}, {120, 119, true},         {120, 120, false},         {1, 100, false},
+        {260, 400, false}, {264, 259, true, ".txt"}, {264, 260, false, ".txt"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.length << " bytes for " << row.buffer);
-        const std::string name(row.length - folder, 'n');
+        const std::string name(row.length - folder - row.extension.size(), 'n');
         SentinelBuffer buffer(row.buffer);
         buffer.Data()[0] = '\0';
-        CZoFileOpen dialog(FALSE, 0, nullptr, nullptr, kHide);
+        CZoFileOpen dialog(FALSE, 0, row.extension.empty() ? nullptr : "txt", nullptr, kHide);
         dialog.m_ofn.lpstrFile = buffer.Data();
         dialog.m_ofn.nMaxFile = static_cast<DWORD>(row.buffer);
         const std::string start = Path("");
@@ -265,7 +278,7 @@ TEST_F(FileOpen, KeepsToItsBuffer)
         };
         const DialogDriver driver({act, row.fits ? nullptr : AnswerBox(Box(name, kTooLong), IDOK)});
         EXPECT_EQ(row.fits ? IDOK : IDCANCEL, dialog.DoModal());
-        EXPECT_EQ(row.fits ? Path(name) : "", buffer.Data());
+        EXPECT_EQ(row.fits ? Path(name + row.extension) : "", buffer.Data());
         buffer.ExpectGuardsIntact();
     }
     CZoFileOpen none(TRUE);
