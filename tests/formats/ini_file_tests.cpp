@@ -435,6 +435,13 @@ TEST_F(IniFile, RefusedCallsAreAStatus)
     });
 }
 
+DWORD WINAPI SectionWithBlanks(LPCSTR, LPSTR lines, DWORD, LPCSTR)
+{
+    constexpr char kLines[] = "=x\0Key \t=x\0";
+    std::memcpy(lines, kLines, sizeof kLines);
+    return sizeof kLines - 1;
+}
+
 TEST_F(IniFile, ListsKeysBehindANamelessLineAsFarAsThereIsRoom)
 {
     std::string text = "[S]\r\n=x\r\n";
@@ -446,6 +453,10 @@ TEST_F(IniFile, ListsKeysBehindANamelessLineAsFarAsThereIsRoom)
     EXPECT_NEAR(ZO_INI_VALUE_SIZE / 8, names.GetSize(), 2);
     EXPECT_STREQ("Key1000", names[0]);
     EXPECT_STREQ("Key1500", names[500]);
+    // Not every system takes the blanks before "=" off.
+    const ImportPatch patch("ZOGBLBRX.DLL", "GetPrivateProfileSectionA", &SectionWithBlanks);
+    EXPECT_EQ(0u, m_profile.EnumerateKeys(&names));
+    EXPECT_EQ(Texts({"Key"}), ToVector(names));
 }
 
 TEST_F(IniFile, MissingMemoryIsAStatus)
