@@ -423,6 +423,34 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
     CFile saving(Path(Copy()).c_str(), CFile::modeReadWrite | CFile::shareExclusive); // another program
     Edit({remove, failed});
     EXPECT_TRUE(whole == Read());
+    saving.Close();
+
+    put(Copy(), none);
+    put("test.tlm", none); // there was no file before
+    disk.Arm(2, false);    // the first record, behind the header
+    Edit({[](HWND sheet) { Press(sheet, kAdd), Press(sheet, IDOK); }, ChooseFile(ReportTool()), failed});
+    disk.Disarm();
+    EXPECT_EQ(none, Read());
+
+    // What cannot be read, or is longer than any file of tools, cannot be kept and so is not saved.
+    FaultSource files("files");
+    ZO_FAULTY_CALL(CreateFileA) open(files, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    put("test.tlm", whole);
+    Edit({[&](HWND sheet) { files.Arm(1, false), remove(sheet); }, failed});
+    EXPECT_TRUE(whole == Read());
+    constexpr ULONGLONG kMost = 16 * 1024 * 1024;
+    for (const ULONGLONG length : {kMost + 1, kMost}) {
+        put("test.tlm", whole);
+        const auto grown = [&](HWND sheet) {
+            CFile(Path().c_str(), CFile::modeReadWrite | CFile::shareDenyNone).SetLength(length);
+            remove(sheet);
+        };
+        Edit({grown, length > kMost ? failed : nullptr});
+        EXPECT_EQ(length > kMost ? length : one.size(), Read().size());
+    }
+    put(Copy(), copy);
+    const CFile reading(Path(Copy()).c_str(), CFile::modeRead | CFile::shareDenyNone); // another program: who knows why
+    Edit({remove, failed});
 }
 
 ZO_CHILD(EditsUntilKilled)
