@@ -57,6 +57,12 @@ LONG CALLBACK AllowPage(EXCEPTION_POINTERS* exception)
     return EXCEPTION_CONTINUE_EXECUTION;
 }
 
+DWORD WINAPI EndWithTheLock(void*)
+{
+    const HANDLE mutex = OpenMutexA(SYNCHRONIZE, FALSE, s_mutexName.c_str());
+    return WaitForSingleObject(mutex, 10000);
+}
+
 class TraceLock : public testing::Test {
 protected:
     TraceLock()
@@ -128,6 +134,29 @@ TEST_F(TraceLock, IsFreeWhileTheCallersBytesAreRead)
     }
     RemoveVectoredExceptionHandler(handler);
     VirtualFree(bytes, 0, MEM_RELEASE);
+}
+
+TEST_F(TraceLock, LosesNoTextWhenItsOwnerDies)
+{
+    const HANDLE thread = CreateThread(nullptr, 0, &EndWithTheLock, nullptr, 0, nullptr);
+    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(thread, 10000));
+    CloseHandle(thread);
+    m_trace.Output("behind it");
+    EXPECT_EQ(WAIT_OBJECT_0, ForeignWait()) << "and it is let go";
+    m_trace.Flush();
+    EXPECT_EQ("behind it", m_names.ReadBody());
+}
+
+TEST_F(TraceLock, KeepsAFileThatHasComeUpMeanwhile)
+{
+    m_trace.Close();
+    const std::string before = m_names.Read();
+    FaultSource files("files");
+    const ZO_FAULTY_CALL(CreateFileA) open(files, kLibrary, INVALID_HANDLE_VALUE, ERROR_FILE_NOT_FOUND);
+    files.Arm(1, false);
+    EXPECT_TRUE(m_trace.Open(m_names.Name(), 1, TRUE));
+    m_trace.Flush();
+    EXPECT_EQ(before, m_names.Read().substr(0, before.size()));
 }
 
 TEST_F(TraceLock, IsFreeAfterAnOpenThatFailed)
