@@ -324,7 +324,9 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
             EXPECT_GT(drawing.Of(text, text + 60, c.text), 10) << "name";
             EXPECT_GT(drawing.Of(right - 24, right - 4, c.text), 3) << "code";
             EXPECT_EQ(0, drawing.Marked(right - 4, right, c.background));
+            ValidateRect(box.m_hWnd, nullptr);
             box.DisableCodesText();
+            EXPECT_TRUE(GetUpdateRect(box.m_hWnd, nullptr, FALSE));
             drawing.Draw(box, 0, c.state);
             EXPECT_EQ(0, drawing.Marked(right - 24, right, c.background));
         }
@@ -396,6 +398,11 @@ TYPED_TEST(LocalePickers, ShowTheAttachedList)
     this->Type(box, "fr");
     EXPECT_EQ(0x040Cu, box.GetLcidCode());
     EXPECT_EQ((std::vector<WPARAM>{MAKEWPARAM(kBoxId, LBN_SELCHANGE)}), this->m_parent.m_commands);
+    SetWindowLong(box.m_hWnd, GWL_STYLE, GetWindowLong(box.m_hWnd, GWL_STYLE) & ~LBS_NOTIFY);
+    this->Type(box, "\bg");
+    EXPECT_EQ(0x0407u, box.GetLcidCode());
+    EXPECT_EQ(1u, this->m_parent.m_commands.size()) << "it does not tell";
+    box.SelectLcid(0x040C);
     box.SetTextMode(5);
     EXPECT_EQ(0x040Cu, box.GetLcidCode());
     EXPECT_EQ(1, box.SelectName("French - F"));
