@@ -26,10 +26,10 @@ public:
     CZoBrixelAccess(const CZoBrixelAccess&) = delete;
     CZoBrixelAccess& operator=(const CZoBrixelAccess&) = delete;
 
-    /// Loads and initialises the template libraries of all installed modules; to be called once. A plug-in that calls it
-    /// while this object loads or goes gets FALSE, and nothing happens. Libraries that cannot be loaded are left out. One
-    /// that lacks entry points is kept (what it lacks answers 0), and so is one whose initialisation fails. Modules with
-    /// equal ids keep the order of their loading.
+    /// Loads and initialises the template libraries of all installed modules; to be called once. A plug-in that calls
+    /// it while this object loads or goes gets FALSE, and nothing happens. Libraries that cannot be loaded are left
+    /// out. One that lacks entry points is kept (what it lacks answers 0), and so is one whose initialisation fails.
+    /// Modules with equal ids keep the order of their loading.
     /// \return FALSE when the application has no usable version resource, or memory has run out: then the modules
     /// loaded so far stay, and IsLoaded as it was.
     virtual BOOL LoadAllBrixelTemplates();

@@ -75,8 +75,8 @@ private:
 /// the box is sent the message CZoLanguageSupport::GetUpdateMessage(), it takes the names of the new language; CZoDialog
 /// passes that on to its controls, other windows have to.
 ///
-/// No member has a body here, and none is left to the compiler: only what the library instantiates is exported, and that
-/// leaves out bodies in the class.
+/// No member has a body here, and none is left to the compiler: only what the library instantiates is exported, and
+/// that leaves out bodies in the class.
 template <class BOX> class ZOGBL_API CZoFlagControl : public BOX {
 public:
     CZoFlagControl();

@@ -9,7 +9,8 @@
 ///
 /// Libraries are loaded by name: language libraries, plug-ins, TAPI32.DLL. The system looks for them in the current folder
 /// too. A host should call SetDllDirectory("") first, where the system has it, so that nobody slips it a library there.
-/// ZOMUSCRL.DLL is loaded so before the host's first statement: keep it beside the program, where the system looks first.
+/// ZOMUSCRL.DLL is loaded so before the host's first statement: keep it beside the program, where the system looks
+/// first.
 #pragma once
 
 #include <zogbl/country_code.h>

@@ -44,8 +44,8 @@ public:
     /// what it lacks answers 0; the system's answer, below 32, if it cannot be loaded; the answer of CheckLibrary if
     /// that is not 0
     virtual HINSTANCE LoadLibraryA(LPCSTR fileName);
-    /// Not for the library's own entry points: the code that runs would go. \return FALSE when no library is loaded, or
-    /// the system refuses.
+    /// Not for the library's own entry points: the code that runs would go.
+    /// \return FALSE when no library is loaded, or the system refuses.
     virtual BOOL FreeLibrary();
 
 protected:
