@@ -1,6 +1,4 @@
 // Dialogs and message boxes, and the exchange of a dialog's data.
-
-#include "dialogs/telling_app.h"
 #include "support/test.h"
 
 namespace {

@@ -91,10 +91,10 @@ TEST_F(RecordPages, OfMailBoxesLoseNothingThatOthersWrote)
     const std::string tooLong(256, 'n');
     for (const auto& [subkey, name] : {std::pair{"00000002", tooLong.c_str()}, {"4", "again"}, {"Fax", "no number"}}) {
         const CString record = key + subkey;
-        EXPECT_EQ(0u, m_config.SetValue(ZO_MODE_LOCAL_MACHINE, record, "Name", name));
+        EXPECT_EQ(0u, m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, record, "Name", name));
         EXPECT_FALSE(CanAdd(page)) << subkey;
         EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(page.m_hWnd, kNew + 1))) << subkey;
-        m_config.DeleteSection(ZO_MODE_LOCAL_MACHINE, record, nullptr);
+        m_product.Config().DeleteSection(ZO_MODE_LOCAL_MACHINE, record, nullptr);
     }
     EXPECT_TRUE(CanAdd(page));
 }

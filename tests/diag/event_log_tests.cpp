@@ -59,11 +59,10 @@ TEST(EventLog, IsAFileElsewhere)
     EXPECT_EQ("entries", folder.Read("log"));
     EXPECT_EQ(0u, log.Clear(copy.c_str()));
     EXPECT_EQ("", folder.Read("log"));
-    char current[MAX_PATH];
-    GetCurrentDirectoryA(sizeof current, current);
-    SetCurrentDirectoryA(folder.Path().c_str());
-    EXPECT_EQ(0u, log.OpenBackup(nullptr, "copy")) << "closes the other";
-    SetCurrentDirectoryA(current); // means the same file here
+    {
+        const CurrentFolder current(folder.Path());
+        EXPECT_EQ(0u, log.OpenBackup(nullptr, "copy")) << "closes the other";
+    } // means the same file here
     EXPECT_TRUE(DeleteFileA(file.c_str()));
     EXPECT_EQ("entries", folder.Read("copy"));
     EXPECT_EQ((Results{0, 0, kBadHandle}), (Results{log.Clear(nullptr), log.Close(), log.Close()}));

@@ -144,19 +144,19 @@ TEST_F(TraceLock, LosesNoTextWhenItsOwnerDies)
     m_trace.Output("behind it");
     EXPECT_EQ(WAIT_OBJECT_0, ForeignWait()) << "and it is let go";
     m_trace.Flush();
-    EXPECT_EQ("behind it", m_names.ReadBody());
+    EXPECT_EQ("behind it", m_trace.ReadBody());
 }
 
 TEST_F(TraceLock, KeepsAFileThatHasComeUpMeanwhile)
 {
     m_trace.Close();
-    const std::string before = m_names.Read();
+    const std::string before = m_trace.Read();
     FaultSource files("files");
     const ZO_FAULTY_CALL(CreateFileA) open(files, kLibrary, INVALID_HANDLE_VALUE, ERROR_FILE_NOT_FOUND);
     files.Arm(1, false);
-    EXPECT_TRUE(m_trace.Open(m_names.Name(), 1, TRUE));
+    EXPECT_TRUE(m_trace.Open(m_trace.Name(), 1, TRUE));
     m_trace.Flush();
-    EXPECT_EQ(before, m_names.Read().substr(0, before.size()));
+    EXPECT_EQ(before, m_trace.Read().substr(0, before.size()));
 }
 
 TEST_F(TraceLock, IsFreeAfterAnOpenThatFailed)

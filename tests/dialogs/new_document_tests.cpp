@@ -126,14 +126,14 @@ TEST_F(NewDocument, DrawsIconsAndNames)
         };
         for (const Row& row : rows) {
             SCOPED_TRACE(testing::Message() << row.item << ", action " << row.action << ", state " << row.state);
-            MemoryCanvas canvas(200, 40, untouched);
-            SetTextColor(canvas.Get(), RGB(1, 2, 3));
-            SetBkColor(canvas.Get(), RGB(4, 5, 6));
+            const Canvas canvas(200, 40, untouched);
+            SetTextColor(canvas, RGB(1, 2, 3));
+            SetBkColor(canvas, RGB(4, 5, 6));
             canvas.DrawRow(GetDlgItem(window, kList), row.item, row.action, row.state);
-            EXPECT_EQ(RGB(1, 2, 3), GetTextColor(canvas.Get()));
-            EXPECT_EQ(RGB(4, 5, 6), GetBkColor(canvas.Get()));
+            EXPECT_EQ(RGB(1, 2, 3), GetTextColor(canvas));
+            EXPECT_EQ(RGB(4, 5, 6), GetBkColor(canvas));
             const auto others = [&](int from, int to, COLORREF color) { // pixels within the frame of the focus
-                return (to - from) * 38 - canvas.Count(color, from, to, 1);
+                return (to - from) * 38 - canvas.Count(color, {from, 1, to, 39});
             };
             EXPECT_EQ(0, others(1, 5, untouched));
             EXPECT_EQ(row.hasIcon, others(5, 5 + icon, untouched) > 100);

@@ -295,6 +295,7 @@ TEST_F(SelectDirectory, SurvivesFailures)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
     const BoxStub noBox(IDNO);
+    const CurrentFolder current(Path("")); // shown, and so the place of new folders, if "One" cannot be read
     const auto run = [&](const FaultRun& run) {
         const AnyDialogDriver driver([](HWND dialog) {
             Command(dialog, kNew);

@@ -11,19 +11,6 @@ constexpr int kOther = 12;
 
 using Check = std::function<void(CDataExchange*, CString&)>;
 
-/// Notes what the user would be told; boxes show no window.
-class TellingApp : public CWinApp {
-public:
-    int DoMessageBox(LPCSTR text, UINT type, UINT help) override
-    {
-        told += std::string(text) + " | " + std::to_string(type) + " | " + std::to_string(help);
-        return answer;
-    }
-
-    std::string told; ///< text, type and help context
-    int answer = IDOK;
-};
-
 /// A field and its check.
 class CheckedDialog : public CDialog {
 public:

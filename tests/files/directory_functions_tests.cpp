@@ -119,9 +119,7 @@ TEST_F(DirectoryFunctions, CreatesDeletesRenames)
 
 TEST_F(DirectoryFunctions, CreatesChains)
 {
-    char current[MAX_PATH];
-    GetCurrentDirectoryA(sizeof current, current);
-    SetCurrentDirectoryA(m_root);
+    const CurrentFolder current(m_root);
     m_folder.Write("file", "x");
     const std::string doubleByte = "\x94\x5C", onDrive = m_path.substr(0, 2) + "on the drive",
                       absolute = Path("a\\b b\\c");
@@ -138,7 +136,6 @@ TEST_F(DirectoryFunctions, CreatesChains)
         EXPECT_EQ(ZoErrFolderNotCreated, Directory::CreateDirChain(path.c_str(), m_number)) << path;
     EXPECT_FALSE(m_folder.Exists("d")) << "nothing of a path that is too long";
     EXPECT_EQ(ZoErrFolderNotCreated, Directory::CreateDirChain(nullptr, m_number));
-    SetCurrentDirectoryA(current);
 }
 
 namespace {

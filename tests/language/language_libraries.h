@@ -16,14 +16,6 @@ inline constexpr Language kLanguages[] = {
     {"DEU", 0x0407, 1252}, {"ENU", 0x0409, 1252}, {"ESP", 0x040A, 1252}, {"FRA", 0x040C, 1252}, {"JPN", 0x0411, 932},
 };
 
-/// The folder of the test program, with a backslash at its end.
-inline std::string ProgramFolder()
-{
-    char path[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, path, sizeof path - 1);
-    return std::string(path).substr(0, std::string(path).rfind('\\') + 1);
-}
-
 /// A test for each language, with the library loaded.
 class LanguageLibrary : public testing::TestWithParam<Language> {
 protected:

@@ -4,7 +4,9 @@
 
 #include "import_patch.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace zo_test {
 
@@ -12,16 +14,20 @@ namespace zo_test {
 /// One at a time.
 class BoxStub {
 public:
-    explicit BoxStub(int answer = IDOK)
-    {
-        s_told = {};
-        s_answer = answer;
-    }
-
     struct Told {
-        std::string title, text;
+        std::string title; ///< empty also if there was none
+        std::string text;
         UINT type;
     };
+    using Answer = std::function<int(const Told& told)>;
+
+    explicit BoxStub(int answer = IDOK) : BoxStub([answer](const Told&) { return answer; }) {}
+    explicit BoxStub(Answer answer)
+    {
+        s_told = {};
+        s_answer = std::move(answer);
+    }
+
     /// What the last box told; empty if there was none.
     const Told& Last() const { return s_told; }
 
@@ -29,12 +35,12 @@ private:
     static INT_PTR WINAPI MakeNone(HINSTANCE, LPCDLGTEMPLATEA, HWND, DLGPROC, LPARAM) { return -1; }
     static int WINAPI Note(HWND, LPCSTR text, LPCSTR title, UINT type)
     {
-        s_told = {title, text, type};
-        return s_answer;
+        s_told = {title != nullptr ? title : "", text, type};
+        return s_answer(s_told);
     }
 
     static inline Told s_told;
-    static inline int s_answer = IDOK;
+    static inline Answer s_answer;
     const ImportPatch m_noBox{"ZOGBLBRX.DLL", "DialogBoxIndirectParamA", &MakeNone};
     const ImportPatch m_systems{"ZOGBLBRX.DLL", "MessageBoxA", &Note};
 };

@@ -28,7 +28,8 @@ void ForEachMutation(const std::function<bool(unsigned number, Random& random)>&
         ReportProgress();
         ASSERT_FALSE(testing::Test::HasFailure()) << "case " << seed;
     }
-    EXPECT_TRUE(accepted > count / 20 && accepted < count - count / 100) << accepted << " accepted of " << count;
+    const unsigned percent = 100 * accepted / count;
+    EXPECT_TRUE(percent >= cases.leastPercent && percent <= cases.mostPercent) << accepted << " accepted of " << count;
 }
 
 void Damage(Random& random, unsigned least, unsigned most, std::initializer_list<std::function<void()>> ways)

@@ -21,14 +21,15 @@ namespace zo_test {
 
 using Random = std::mt19937;
 
-/// How many cases a run is made of, unless told otherwise.
+/// How many cases a run is made of, unless told otherwise, and how many of them are accepted.
 struct MutationCases {
     unsigned usual = 2000;
     unsigned onGuardHeap = 400;
+    unsigned leastPercent = 5, mostPercent = 98;
 };
 
 /// Calls \p check with the cases 0, 1, 2 ..., and ends at the first one that fails. It answers whether its input was
-/// accepted: a run that accepts hardly any case, or nearly all of them, tests one side only and fails.
+/// accepted: a run that accepts too few cases, or too many, tests one side only and fails.
 /// A case's random numbers follow from its number and from the environment's name, so each environment has cases of its own.
 /// The environment variable ZO_MUTATION_CASES asks for another number of cases; `./zo mutate` sets it.
 void ForEachMutation(const std::function<bool(unsigned number, Random& random)>& check, MutationCases cases = {});

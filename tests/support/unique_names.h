@@ -61,4 +61,20 @@ private:
     std::string m_path;
 };
 
+/// The process's current folder while this lives.
+class CurrentFolder {
+public:
+    explicit CurrentFolder(const std::string& path)
+    {
+        GetCurrentDirectoryA(sizeof m_before, m_before);
+        SetCurrentDirectoryA(path.c_str());
+    }
+    ~CurrentFolder() { SetCurrentDirectoryA(m_before); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+private:
+    char m_before[MAX_PATH] = "";
+};
+
 } // namespace zo_test

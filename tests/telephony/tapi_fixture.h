@@ -115,16 +115,16 @@ private:
         std::exchange(s_action, nullptr)();
     }
     static void WINAPI NoteText(LPCSTR text) { s_self->texts += text; }
-    static int WINAPI NoteBox(HWND, LPCSTR text, LPCSTR, UINT style)
+    static int NoteBox(const BoxStub::Told& told)
     {
         DWORD code = 0;
         char expected[512];
         for (DWORD candidate = 1; candidate <= 26 && code == 0; ++candidate) {
             LoadStringA(s_self->m_english, 20553 - candidate, expected, sizeof expected);
-            if (std::string(expected) == text)
+            if (expected == told.text)
                 code = candidate;
         }
-        s_self->boxes.emplace_back(code, style);
+        s_self->boxes.emplace_back(code, told.type);
         if (s_self->onBox)
             s_self->onBox();
         return s_self->answer;

@@ -442,7 +442,7 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
     for (const ULONGLONG length : {kMost + 1, kMost}) {
         put("test.tlm", whole);
         const auto grown = [&](HWND sheet) {
-            CFile(Path().c_str(), CFile::modeReadWrite | CFile::shareDenyNone).SetLength(length);
+            CFile(Path("test.tlm").c_str(), CFile::modeReadWrite | CFile::shareDenyNone).SetLength(length);
             remove(sheet);
         };
         Edit({grown, length > kMost ? failed : nullptr});

@@ -104,9 +104,7 @@ TEST_F(TranslateChooser, ListsWhatIsInTheFolder)
     WriteTable("3", "");
     m_folder.Write("bad.iot", TranslationFile().Bytes() + "!");
     CreateDirectoryA(Path("sub.iot").c_str(), nullptr);
-    char current[MAX_PATH];
-    GetCurrentDirectoryA(sizeof current, current);
-    ASSERT_TRUE(SetCurrentDirectoryA(Path().c_str()));
+    const CurrentFolder current(Path());
     const std::pair<std::string, bool> rows[] = {
         {Path("x.iot"), true},
         {Path("long name.with.dots"), true},
@@ -119,7 +117,6 @@ TEST_F(TranslateChooser, ListsWhatIsInTheFolder)
     };
     for (const auto& [path, isFolder] : rows)
         EXPECT_EQ(isFolder ? all : "", Listed(path)) << path;
-    SetCurrentDirectoryA(current);
 }
 
 TEST_F(TranslateChooser, LoadsTheTableChosen)
@@ -528,12 +525,12 @@ TEST_F(TranslateEditor, DrawsRows)
             const bool isSelected = (row.state & ODS_SELECTED) != 0;
             const COLORREF face = GetSysColor(isSelected ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
             const COLORREF ink = GetSysColor(isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
-            MemoryCanvas drawn(160, 30, RGB(1, 2, 3));
+            const Canvas drawn(160, 30, RGB(1, 2, 3));
             drawn.DrawRow(GetDlgItem(page, kInput.list), row.row, ODA_DRAWENTIRE, row.state);
-            EXPECT_GT(drawn.Count(ink, 2, 80, 2), 5) << "the character";
-            EXPECT_GT(drawn.Count(ink, 90, 158, 2), 5) << "what it becomes";
-            EXPECT_GT(drawn.Count(face, 2, 158, 2), 2000);
-            EXPECT_EQ(row.isChanged ? 28 : 0, drawn.Count(kMark, 80, 90, 2));
+            EXPECT_GT(drawn.Count(ink, {2, 2, 80, 28}), 5) << "the character";
+            EXPECT_GT(drawn.Count(ink, {90, 2, 158, 28}), 5) << "what it becomes";
+            EXPECT_GT(drawn.Count(face, {2, 2, 158, 28}), 2000);
+            EXPECT_EQ(row.isChanged ? 28 : 0, drawn.Count(kMark, {80, 2, 90, 28}));
             EXPECT_EQ(face, drawn.At(0, 0)) << "outside the frame of the focus";
             const bool hasFrame = drawn.At(1, 1) != face || drawn.At(2, 1) != face;
             EXPECT_EQ((row.state & ODS_FOCUS) != 0, hasFrame);
