@@ -256,7 +256,7 @@ TEST_F(AboutBox, OpensOrFailsWhateverIsMissing)
     };
     {
         AllocationFaults memory;
-        RunFaultLoop(memory, run);
+        RunFaultLoop(memory, run, {.stride = 5});
     }
     FaultSource system("system");
     ZO_FAULTY_CALL(FindFirstFileA) find(system, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);

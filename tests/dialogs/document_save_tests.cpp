@@ -260,5 +260,5 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
                      EXPECT_EQ(0, result);
                      EXPECT_STREQ("kept", name);
                  },
-                 {.stride = 3});
+                 {.stride = 7});
 }

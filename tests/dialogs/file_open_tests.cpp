@@ -398,17 +398,17 @@ TEST_F(FileOpen, SurvivesFailures)
     };
     {
         AllocationFaults faults;
-        RunFaultLoop(faults, run, {.stride = 3});
+        RunFaultLoop(faults, run, {.stride = 13});
     }
     FileFaults files(ERROR_PATH_NOT_FOUND);
     ZO_FAULTY_CALL(GetFullPathNameA) full(files, "ZOGBLBRX.DLL", 0, ERROR_INVALID_NAME);
     ZO_FAULTY_CALL(GetCurrentDirectoryA) current(files, "ZOGBLBRX.DLL", 0, ERROR_ACCESS_DENIED);
     ZO_FAULTY_CALL(GetLogicalDrives) drives(files, "ZOGBLBRX.DLL", 0);
-    RunFaultLoop(files, run);
+    RunFaultLoop(files, run, {.stride = 3});
     FaultSource windows("windows");
     ZO_FAULTY_CALL(SendMessageA) send(windows, "ZOGBLBRX.DLL", LB_ERR);
     ZO_FAULTY_CALL(GetDC) dc(windows, "ZOGBLBRX.DLL", nullptr);
-    RunFaultLoop(windows, run, {.stride = 11});
+    RunFaultLoop(windows, run, {.stride = 17});
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(-1, CZoFileOpen(TRUE).DoModal()) << "without a language library";
     EXPECT_TRUE(ZoGblLoadLanguageDLL());

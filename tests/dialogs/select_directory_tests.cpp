@@ -313,7 +313,7 @@ TEST_F(SelectDirectory, SurvivesFailures)
     };
     {
         AllocationFaults faults;
-        RunFaultLoop(faults, run, {.stride = 7});
+        RunFaultLoop(faults, run, {.stride = 29});
         faults.Arm(1, false);
         EXPECT_EQ(ZO_SELECT_CANCEL, Ask(Path("One")));
         EXPECT_EQ(ZO_SELECT_ERROR_OBJECT, CZoGlobalError::GetError());
@@ -321,7 +321,7 @@ TEST_F(SelectDirectory, SurvivesFailures)
     }
     FileFaults files(ERROR_PATH_NOT_FOUND);
     ZO_FAULTY_CALL(GetFullPathNameA) full(files, "ZOGBLBRX.DLL", 0, ERROR_INVALID_NAME);
-    RunFaultLoop(files, run, {.stride = 2});
+    RunFaultLoop(files, run, {.stride = 9});
     FaultSource system("system");
     ZO_FAULTY_CALL(LoadLibraryA) load(system, "ZOGBLBRX.DLL", nullptr, ERROR_NOT_ENOUGH_MEMORY);
     ZO_FAULTY_CALL(GetProcAddress) bind(system, "ZOGBLBRX.DLL", nullptr, ERROR_PROC_NOT_FOUND);

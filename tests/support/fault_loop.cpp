@@ -1,5 +1,6 @@
 #include "support/fault_loop.h"
 
+#include "support/guard_heap.h"
 #include "support/process_counts.h"
 #include "support/watchdog.h"
 
@@ -47,11 +48,24 @@ void RunOnce(const std::function<void(const FaultRun&)>& body, const FaultRun& r
     run.Stop();
 }
 
-constexpr int kEdge = 12; // calls at either end that all fail once
+/// How far the loop goes in steps of one at either end, and in steps of the loop's stride in between.
+struct Steps {
+    int edge;
+    int stride;
+};
+
+/// On the guard heap in longer steps: it looks for what a failure writes where it must not, the plain run for the rest.
+Steps StepsOf(const FaultLoopOptions& options)
+{
+    constexpr int kCoarser = 3;
+    const Steps steps{12, options.stride};
+    return IsGuardHeapInstalled() ? Steps{steps.edge / kCoarser, steps.stride * kCoarser} : steps;
+}
 
 void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::function<void(const FaultRun&)>& body,
              const FaultLoopOptions& options)
 {
+    const Steps steps = StepsOf(options);
     int number = 1;
     for (int run = 0; run < options.maximumRuns; ++run) {
         SCOPED_TRACE(source.Name() + " call " + std::to_string(number) +
@@ -67,11 +81,11 @@ void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::fu
             EXPECT_GT(number, 1) << "no fault ever fired: this loop tests nothing";
             return;
         }
-        const int lastEdge = usualCalls - kEdge;
-        if (number < kEdge || number >= lastEdge)
+        const int lastEdge = usualCalls - steps.edge;
+        if (number < steps.edge || number >= lastEdge)
             ++number;
         else
-            number = (std::min)(number + options.stride, lastEdge);
+            number = (std::min)(number + steps.stride, lastEdge);
     }
     ADD_FAILURE() << "faults still fire after " << options.maximumRuns << " runs of " << source.Name();
 }

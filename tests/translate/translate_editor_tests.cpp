@@ -585,7 +585,7 @@ TEST_F(TranslateEditor, SurvivesFailures)
     {
         AllocationFaults faults;
         RunFaultLoop(faults, choose);
-        RunFaultLoop(faults, edit, {.stride = 7});
+        RunFaultLoop(faults, edit, {.stride = 13});
     }
     {
         FrameworkFileFaults files;
@@ -605,7 +605,7 @@ TEST_F(TranslateEditor, SurvivesFailures)
     RunFaultLoop(drawing, edit, {.stride = 7});
     FaultSource messages("controls");
     ZO_FAULTY_CALL(SendMessageA) send(messages, "ZOGBLBRX.DLL", LB_ERR);
-    RunFaultLoop(messages, edit, {.stride = 61});
+    RunFaultLoop(messages, edit, {.stride = 127});
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(ZO_TRANSLATE_NO_MEMORY, m_table.Edit(nullptr)) << "without a language library";
     EXPECT_EQ(ZO_TRANSLATE_NO_MEMORY, m_table.Load(nullptr, m_file.c_str()));
