@@ -1,6 +1,6 @@
 #include "product.h"
 
-#include "../../zogbl/formats/version_block.h"
+#include "../../zogbl/resources/version_block.h"
 
 #include <memory>
 #include <new>

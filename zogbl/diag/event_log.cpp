@@ -3,8 +3,8 @@
 #include <zogbl/global_error.h>
 #include <zogbl/operating_system.h>
 
-#include "../files/open_security.h"
-#include "../files/system_handle.h"
+#include "ground/open_security.h"
+#include "ground/system_handle.h"
 
 #include <utility>
 

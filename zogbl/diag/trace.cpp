@@ -4,8 +4,8 @@
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
-#include "../files/open_security.h"
-#include "../files/program_folder.h"
+#include "ground/open_security.h"
+#include "ground/program_folder.h"
 #include "trace_text.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include <common/double_byte.h>
 #include <zogbl/trace.h>
 
-#include "../files/bounded_text.h"
+#include "ground/bounded_text.h"
 
 #include <algorithm>
 #include <cstring>

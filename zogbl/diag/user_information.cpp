@@ -3,7 +3,7 @@
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
-#include "../files/system_handle.h"
+#include "ground/system_handle.h"
 
 #include <cstring>
 #include <iterator>

@@ -4,7 +4,7 @@
 #include <zogbl/resource_lookup.h>
 #include <zogbl/version_resource.h>
 
-#include "../frame/without_throwing.h"
+#include "ground/without_throwing.h"
 #include "trace_settings_dialog.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
-#include "../frame/without_throwing.h"
+#include "ground/without_throwing.h"
 
 #include <cstdlib>
 #include <utility>

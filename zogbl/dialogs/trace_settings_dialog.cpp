@@ -5,9 +5,9 @@
 #include <zogbl/trace.h>
 #include <zogbl/validators.h>
 
-#include "../files/folder_walk.h"
-#include "../files/program_folder.h"
-#include "../frame/without_throwing.h"
+#include "files/folder_walk.h"
+#include "ground/program_folder.h"
+#include "ground/without_throwing.h"
 
 #include <algorithm>
 

@@ -5,10 +5,10 @@
 #include <zogbl/file_name_functions.h>
 #include <zogbl/global_error.h>
 
-#include "bounded_text.h"
 #include "folder_walk.h"
-#include "open_security.h"
-#include "system_handle.h"
+#include "ground/bounded_text.h"
+#include "ground/open_security.h"
+#include "ground/system_handle.h"
 
 #include <cstring>
 

@@ -3,8 +3,8 @@
 #include <common/double_byte.h>
 #include <zogbl/global_error.h>
 
-#include "open_security.h"
-#include "system_handle.h"
+#include "ground/open_security.h"
+#include "ground/system_handle.h"
 
 #include <cstdio>
 #include <cstring>

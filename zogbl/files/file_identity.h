@@ -3,8 +3,8 @@
 /// links.
 #pragma once
 
-#include "open_security.h"
-#include "system_handle.h"
+#include "ground/open_security.h"
+#include "ground/system_handle.h"
 
 /// What stands under a path at one moment.
 class FileIdentity {

@@ -1,6 +1,6 @@
 #include <zogbl/file_name_functions.h>
 
-#include "bounded_text.h"
+#include "ground/bounded_text.h"
 
 #include <afxwin.h>
 

@@ -2,7 +2,7 @@
 
 #include <zogbl/operating_system.h>
 
-#include "open_security.h"
+#include "ground/open_security.h"
 
 #include <algorithm>
 #include <cstring>

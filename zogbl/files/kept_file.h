@@ -16,7 +16,7 @@
 /// | on a disk that is full                  | the file is not touched                                          |
 #pragma once
 
-#include "system_handle.h"
+#include "ground/system_handle.h"
 
 #include <afx.h>
 

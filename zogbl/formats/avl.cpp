@@ -1,6 +1,6 @@
 #include <zogbl/avl.h>
 
-#include "callback.h"
+#include "ground/callback.h"
 
 #include <memory>
 #include <new>

@@ -1,6 +1,6 @@
 #include <zogbl/ini_file.h>
 
-#include "../files/bounded_text.h"
+#include "ground/bounded_text.h"
 #include "profile_text.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "profile_text.h"
 
-#include "../files/bounded_text.h"
+#include "ground/bounded_text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include <zogbl/tree.h>
 
-#include "callback.h"
+#include "ground/callback.h"
 
 #include <afxcoll.h>
 

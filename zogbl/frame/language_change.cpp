@@ -9,10 +9,10 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "language_help.h"
-#include "language_window_table.h"
-#include "module_data.h"
-#include "without_throwing.h"
+#include "frame/language/language_help.h"
+#include "frame/language/language_window_table.h"
+#include "ground/module_data.h"
+#include "ground/without_throwing.h"
 
 #include <afxcoll.h>
 

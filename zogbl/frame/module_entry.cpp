@@ -11,7 +11,7 @@
 
 #include <zomfx/resource_source.h>
 
-#include "module_data.h"
+#include "ground/module_data.h"
 
 #include <memory>
 #include <new>

@@ -5,8 +5,8 @@
 #include <zogbl/operating_system.h>
 #include <zogbl/version_resource.h>
 
-#include "../files/program_folder.h"
-#include "../files/system_handle.h"
+#include "ground/program_folder.h"
+#include "ground/system_handle.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -4,7 +4,7 @@
 
 #include <zogbl/tool_item.h>
 
-#include "../files/bounded_text.h"
+#include "ground/bounded_text.h"
 
 #include <afx.h>
 

@@ -6,8 +6,8 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/tool_item.h>
 
-#include "../dialogs/dialog_resource.h"
-#include "../dialogs/filter.h"
+#include "dialogs/base/dialog_resource.h"
+#include "dialogs/base/filter.h"
 
 /// Lets the user choose a program. \param path what to begin with, or empty; receives the full path
 /// \return FALSE if the user gives up. Throws CMemoryException*.

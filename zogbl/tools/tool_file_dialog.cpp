@@ -5,10 +5,10 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../dialogs/filter.h"
-#include "../dialogs/kept_file_box.h"
+#include "dialogs/base/filter.h"
+#include "dialogs/base/kept_file_box.h"
 
-#include "../files/bounded_text.h"
+#include "ground/bounded_text.h"
 
 CTLMFileDialog::CTLMFileDialog(BOOL open, LPCSTR path, CWnd* parent, UINT templateId)
     : CZoFileOpen(open, templateId, nullptr, path,

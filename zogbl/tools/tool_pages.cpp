@@ -7,7 +7,7 @@
 
 #include "field.h"
 
-#include "../frame/without_throwing.h"
+#include "ground/without_throwing.h"
 #include "program_dialog.h"
 
 #include <commctrl.h>

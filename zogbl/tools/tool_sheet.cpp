@@ -5,12 +5,12 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../dialogs/dialog_resource.h"
-#include "../dialogs/kept_file_box.h"
-#include "../files/bounded_text.h"
+#include "dialogs/base/dialog_resource.h"
+#include "dialogs/base/kept_file_box.h"
+#include "ground/bounded_text.h"
 
-#include "../frame/language_help.h"
-#include "../frame/without_throwing.h"
+#include "frame/language/language_help.h"
+#include "ground/without_throwing.h"
 #include "program_dialog.h"
 
 #include <algorithm>

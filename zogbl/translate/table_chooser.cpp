@@ -3,10 +3,10 @@
 #include <common/double_byte.h>
 #include <zogbl/resource_ids.h>
 
-#include "../dialogs/dialog_resource.h"
-#include "../dialogs/kept_file_box.h"
-#include "../files/folder_walk.h"
-#include "../frame/without_throwing.h"
+#include "dialogs/base/dialog_resource.h"
+#include "dialogs/base/kept_file_box.h"
+#include "files/folder_walk.h"
+#include "ground/without_throwing.h"
 #include "translate_status.h"
 
 #include <vector>

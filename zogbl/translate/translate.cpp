@@ -3,7 +3,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../files/bounded_text.h"
+#include "ground/bounded_text.h"
 #include "translate_status.h"
 
 #include <cstring>

@@ -4,8 +4,8 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../dialogs/filter.h"
-#include "../dialogs/kept_file_box.h"
+#include "dialogs/base/filter.h"
+#include "dialogs/base/kept_file_box.h"
 #include "translate_message.h"
 
 namespace {

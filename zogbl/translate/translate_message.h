@@ -7,8 +7,8 @@
 #include <zogbl/resource_lookup.h>
 #include <zogbl/translate.h>
 
-#include "../dialogs/kept_file_box.h"
-#include "../frame/without_throwing.h"
+#include "dialogs/base/kept_file_box.h"
+#include "ground/without_throwing.h"
 
 /// Shows a string of the user's language in a box over \p owner, with \p more behind it; without memory for it there is a
 /// sound alone.

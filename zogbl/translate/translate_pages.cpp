@@ -3,7 +3,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../frame/without_throwing.h"
+#include "ground/without_throwing.h"
 #include "translate_message.h"
 
 #include <algorithm>

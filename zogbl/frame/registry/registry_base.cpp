@@ -3,7 +3,7 @@
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
-#include "../files/bounded_text.h"
+#include "ground/bounded_text.h"
 
 #include <cstring>
 #include <new>

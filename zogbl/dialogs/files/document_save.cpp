@@ -4,10 +4,10 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../files/bounded_text.h"
-#include "../files/file_identity.h"
-#include "../frame/without_throwing.h"
-#include "dialog_resource.h"
+#include "dialogs/base/dialog_resource.h"
+#include "files/file_identity.h"
+#include "ground/bounded_text.h"
+#include "ground/without_throwing.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <zogbl/file_name_functions.h>
 #include <zogbl/resource_ids.h>
 
-#include "../files/bounded_text.h"
-#include "../frame/without_throwing.h"
+#include "ground/bounded_text.h"
+#include "ground/without_throwing.h"
 
 CZoArgumentPromptDlg::CZoArgumentPromptDlg(CWnd* parent) : CZoDialog(ZO_IDD_ARGUMENT_PROMPT, parent) {}
 

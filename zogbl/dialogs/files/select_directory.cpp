@@ -2,9 +2,9 @@
 
 #include <zogbl/global_error.h>
 
-#include "../files/bounded_text.h"
-#include "../frame/without_throwing.h"
 #include "folder_picker.h"
+#include "ground/bounded_text.h"
+#include "ground/without_throwing.h"
 #include "places.h"
 
 #include <algorithm>

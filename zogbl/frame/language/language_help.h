@@ -4,7 +4,7 @@
 
 #include <zogbl/module.h>
 
-#include "without_throwing.h"
+#include "ground/without_throwing.h"
 
 #include <zomfx/frame_window.h>
 

@@ -4,7 +4,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "box_filling.h"
+#include "ground/box_filling.h"
 
 #include <algorithm>
 #include <memory>

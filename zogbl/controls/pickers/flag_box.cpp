@@ -4,7 +4,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "bitmap_dc.h"
+#include "controls/drawing/bitmap_dc.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include <zogbl/language_support.h>
 
-#include "../controls/dialog_template.h"
+#include "ground/dialog_template.h"
 
 #include <cstring>
 #include <new>

@@ -3,8 +3,8 @@
 #include <zogbl/location_item.h>
 #include <zogbl/tapi_interface.h>
 
-#include "../files/bounded_text.h"
-#include "tapi_records.h"
+#include "ground/bounded_text.h"
+#include "telephony/lines/tapi_records.h"
 
 #include <afx.h>
 

@@ -2,9 +2,9 @@
 
 #include <zogbl/global_config.h>
 
+#include "ground/module_data.h"
+#include "ground/without_throwing.h"
 #include "language_window_table.h"
-#include "module_data.h"
-#include "without_throwing.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "places.h"
 
-#include "../files/bounded_text.h"
-#include "../files/folder_walk.h"
+#include "files/folder_walk.h"
+#include "ground/bounded_text.h"
 
 #include <algorithm>
 

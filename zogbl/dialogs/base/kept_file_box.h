@@ -2,7 +2,7 @@
 /// What an editor tells its user about a file that is kept while it is saved: see files/kept_file.h.
 #pragma once
 
-#include "../files/kept_file.h"
+#include "files/kept_file.h"
 
 #include <afxwin.h>
 

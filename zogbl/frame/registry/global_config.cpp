@@ -3,7 +3,7 @@
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
 
-#include "../files/bounded_text.h"
+#include "ground/bounded_text.h"
 #include "registry_key.h"
 #include "registry_walk.h"
 

@@ -5,7 +5,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../frame/without_throwing.h"
+#include "ground/without_throwing.h"
 #include "places.h"
 
 #include <utility>

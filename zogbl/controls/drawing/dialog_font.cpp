@@ -1,7 +1,7 @@
 #include "dialog_font.h"
 
-#include "../files/bounded_text.h"
-#include "dialog_template.h"
+#include "ground/bounded_text.h"
+#include "ground/dialog_template.h"
 
 #include <cwchar>
 

@@ -5,8 +5,8 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../files/bounded_text.h"
-#include "../frame/without_throwing.h"
+#include "ground/bounded_text.h"
+#include "ground/without_throwing.h"
 #include "place_list.h"
 #include "places.h"
 

@@ -3,8 +3,8 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "../frame/without_throwing.h"
 #include "dialog_resource.h"
+#include "ground/without_throwing.h"
 
 #include <algorithm>
 #include <cstring>

@@ -3,7 +3,7 @@
 #include <common/double_byte.h>
 #include <zogbl/number_text.h>
 
-#include "box_filling.h"
+#include "ground/box_filling.h"
 #include "location_record.h"
 
 #include <algorithm>
