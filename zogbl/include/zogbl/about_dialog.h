@@ -1,15 +1,17 @@
 /// \file
-/// What a program of the suite says of itself.
+/// The About dialog.
 #pragma once
 
 #include <zogbl/dialog.h>
 
-/// Shows a program's icon and, from the version resource of the executable, product, version and copyright; a program whose
-/// version resource cannot be read (see CZoVersionResource) is named as the application object is. A button opens the
-/// settings of the trace: the user's level, and the trace files beside the executable, to be looked at.
+/// The About dialog of the suite's programs: icon, product, version and copyright, and a button for the trace.
+///
+/// The texts come from the version resource of the executable. If that cannot be read (see CZoVersionResource), the
+/// name is that of the application object, and there is no version and no copyright. The button opens the settings of
+/// the trace: the user's level, the detection of modems, and the trace files beside the executable, for reading.
 class ZOGBL_API CZoAboutDialog : public CZoDialog {
 public:
-    /// \param iconId icon to be found through the framework's resource chain; without one the place stays empty
+    /// \param iconId icon, found through the framework's resource chain; if there is none, its place stays empty
     /// \param parent null: the main window of the thread
     explicit CZoAboutDialog(UINT iconId, CWnd* parent = nullptr);
 
