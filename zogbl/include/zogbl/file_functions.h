@@ -4,59 +4,65 @@
 
 #include <zogbl/export.h>
 
-/// Operations on files, each complete in itself: nothing stays open behind it. Paths are ANSI texts with backslashes,
-/// relative ones below the current folder.
+/// Operations on files that return the system's error code. Nothing stays open after a call, and nothing is thrown.
+/// Paths are ANSI texts with backslashes; a relative path lies below the current folder.
 ///
-/// Operations return 0 on success, otherwise the system's error code right after the call that failed; only
-/// ZoGetTempFileName answers 0 or 1. Where several calls fail the first error counts, unless closing the file fails
-/// too: that error comes last and stands, for only then is it certain whether the data arrived. Nothing is thrown.
+/// Operations return 0 on success, otherwise the system's error code right after the call that failed.
+/// ZoGetTempFileName alone returns 0 or 1. If several calls fail, the first error is the result. An error of closing
+/// the file replaces it, because only closing tells whether the data arrived.
 class ZOGBL_API CZoGlobalFileFunctions {
 public:
-    /// Creates an empty file, in place of one that is there. A file that is read-only or in use gives the system's
-    /// error and stays as it is; a null path 87.
+    /// Creates an empty file. A file that is there is replaced; if it is read-only or in use, it stays as it is and the
+    /// result is the system's error. A null path gives 87.
     static unsigned long Create(const char* path);
-    /// Deletes a file; a read-only one stays and gives 5.
+    /// Deletes a file. A read-only file stays and gives 5.
     static unsigned long Delete(const char* path);
 
-    /// Sets \p exists to 1 if \p path is a file, else to 0. A missing file gives 2 (3 if its folder is missing too), a
-    /// folder 0.
-    /// A file whose only attributes are others than read-only, hidden, system, archive, normal and temporary - one that
-    /// is compressed and nothing else, say - does not count as one.
+    /// Looks for a file:
+    ///
+    ///     a file    result 0, exists 1
+    ///     a folder  result 0, exists 0
+    ///     nothing   result 2, or 3 if the folder is missing too; exists 0
+    ///
+    /// A file counts only if it is read-only, hidden, system, archive, normal or temporary. A file that is compressed
+    /// and nothing else, say, gives 0 and 0. This is prescribed.
     static unsigned long Exists(const char* path, unsigned long& exists);
 
-    /// Both the same: gives a file or folder another path. A target that exists is not replaced. The system takes a
-    /// file to another volume too, as a copy whose original it deletes; a folder it refuses to.
+    /// Both do the same: give a file or folder another path. A target that exists is not replaced. If the target is on
+    /// another volume, the system copies a file and deletes the original; a folder it refuses to move.
     static unsigned long Move(const char* from, const char* to);
     static unsigned long Rename(const char* from, const char* to);
 
-    /// The low 32 bits of a file's size in bytes; 0 on failure, for a folder (which gives 0 as its status too), and if
-    /// the system cannot tell.
+    /// The low 32 bits of a file's size in bytes. 0 on failure. A folder, and a file whose size the system cannot tell,
+    /// give the size 0 and the result 0.
     static unsigned long GetSize(const char* path, unsigned long& size);
-    /// Cuts a file to \p size bytes, or extends it. For a folder nothing is done, with status 0.
+    /// Cuts a file to \p size bytes, or extends it. A folder stays as it is and gives 0.
     static unsigned long SetSize(const char* path, unsigned long size);
 
-    /// A file's attributes as the system counts them; 0 on failure and for a folder (which gives 0 as its status too).
+    /// A file's attributes as the system's bits. 0 on failure. A folder gives the attributes 0 and the result 0.
     static unsigned long GetAttributes(const char* path, unsigned long& attrs);
-    /// Adds attributes to those that the file has: none is ever taken away. For a folder nothing is done, with status
-    /// 0.
+    /// Adds attributes to those that the file has; none is taken away. A folder stays as it is and gives 0.
     static unsigned long SetAttributes(const char* path, unsigned long attrs);
-    /// Takes no attribute away, \p attrs or other: the file keeps all it has, read-only included. The result tells
-    /// whether its attributes could be read and written.
+    /// Clears nothing: the file keeps all its attributes, those of \p attrs included. This is prescribed. The result
+    /// tells whether the attributes could be read and written.
     static unsigned long ClearAttributes(const char* path, unsigned long attrs);
 
-    /// Makes an empty file of a new name, beginning with TMP, in the temporary folder.
-    /// \param buffer takes its full path: at least 260 bytes; null gives 87. A temporary folder with a path of more than
-    /// 246 characters gives 111.
+    /// Creates an empty file with a new name, which begins with TMP, in the temporary folder. If that folder's path has
+    /// more than 246 characters, the result is 111.
+    /// \param buffer gets the full path: at least 260 bytes; null gives 87
     static unsigned long GetTempFile(char* buffer);
 
-    /// Makes up a file name: folder, prefix, four hexadecimal digits or more, extension.
-    /// \param dir with or without a backslash at its end; null: the current folder.
-    /// \param prefix, ext may be null; \p ext with or without its dot. No character has a special meaning.
-    /// \param unique the number to use: nothing is created then, nor looked for. 0: the system's milliseconds, until a
-    /// name is found that no file has, and an empty file of that name is created. A second is as a rule more than
-    /// enough; the search ends after a minute, when each of the 65536 names had its turn.
-    /// \param buffer at least 260 bytes, written on success only.
-    /// \return 0; 1 when the file could not be created, the name would not fit in 260 bytes or \p buffer is null.
+    /// Makes up a file name: folder, prefix, at least four hexadecimal digits, extension.
+    /// \param dir with or without a backslash at its end; null: the current folder; empty: the current drive's root
+    /// \param prefix may be null
+    /// \param ext with or without its dot; may be null. No character of these texts has a special meaning
+    /// \param unique
+    ///   not 0  the number to use; no file is created or looked for
+    ///   0      the low 16 bits of the system's milliseconds, until no file has the name; then an empty file of that
+    ///          name is created. The search ends after 65536 tries or milliseconds; a second is usually enough
+    /// \param buffer at least 260 bytes; written on success only
+    /// \return 0; 1 if the file could not be created, the search found no name, the name with its terminator needs more
+    /// than 260 bytes, or \p buffer is null
     static unsigned long ZoGetTempFileName(const char* dir, const char* prefix, const char* ext, unsigned int unique,
                                            char* buffer);
 };
