@@ -10,23 +10,24 @@ constexpr int ZO_NAMING_NATIVE = 0;    ///< "Deutsch"
 constexpr int ZO_NAMING_LOCALIZED = 1; ///< in the system's own language
 constexpr int ZO_NAMING_ENGLISH = 2;
 
-/// Shows the suite's installed languages to choose from and, in a part that is folded away at first, the locales of the
-/// system.
+/// Lets the user choose one of the suite's installed languages. A part that is folded at first lists the system's
+/// locales.
 ///
-/// Begins with localized names; with English ones on a double-byte system whose suite speaks U.S. English, so that no
-/// double-byte names need to be shown.
+/// Only languages that the system knows, too, are offered. Names are localized at first. They are English on a
+/// double-byte system if the suite speaks U.S. English there, or once the user chooses it: then no double-byte names
+/// need to be shown.
 class ZOGBL_API CZoLanguageSelectionDlg : public CZoDialog {
 public:
-    /// \param languages CZoLanguageEntry objects; the caller's, which outlive the dialog
+    /// \param languages CZoLanguageEntry objects; they belong to the caller and must outlive the dialog
     CZoLanguageSelectionDlg(const CObArray& languages, CWnd* parent);
     ~CZoLanguageSelectionDlg() override;
 
-    /// The language id that was chosen when the dialog ended with OK; 0 when the list is empty.
+    /// The language id that the user chose, after IDOK; 0 if the list is empty.
     DWORD GetLanguageId() const { return m_dwLanguageId; }
-    BOOL GetCheckBoxState() const { return m_bChecked; } ///< kept by the dialog, of no effect
+    BOOL GetCheckBoxState() const { return m_bChecked; } ///< the dialog keeps it; it has no effect
     int GetNamingMode() const { return m_nNamingMode; }
 
-    BOOL OnInitDialog() override; ///< ends the dialog with -1 when memory has run out
+    BOOL OnInitDialog() override; ///< ends the dialog with -1 if memory has run out
 
 protected:
     void DoDataExchange(CDataExchange* pDX) override;

@@ -1,5 +1,5 @@
 /// \file
-/// The language library of a process: which one, where it comes from, and the hidden window that hears of changes.
+/// The language library of a process: which library, where it comes from, and the hidden window that hears of changes.
 #pragma once
 
 #include <zogbl/export.h>
@@ -17,23 +17,25 @@ public:
 
     DWORD m_dwLanguageId;     ///< 16 bits
     CString m_csAbbreviation; ///< the system's three-letter name of the language, for example "ENU"
-    int m_nCurrent;           ///< 1 marks the language chosen last
+    int m_nCurrent;           ///< exactly 1 marks the language chosen last
 };
 
 /// Finds, loads and frees the language library of the process.
 ///
-/// The installed languages stand in the registry, under HKEY_LOCAL_MACHINE, in "\Languages" below the module root key
-/// of the asking module: one value per language, named with the language id as "%04x", a DWORD 1 for the current one
-/// and 0 for the others. A text value is understood too: its language is current unless it is "0".
+/// The registry lists the installed languages, under HKEY_LOCAL_MACHINE, in "\Languages" below the module root key of
+/// the asking module. Each language is one value:
+///   name        id of the language as "%04x"
+///   DWORD data  1 for the current language, 0 for the others
+///   text data   understood, too: "0" is not current, any other text is
 ///
-/// The library of a language is named after the asking module: the first five characters of its file name, the
-/// language's three letters and ".DLL" (ZOGBLBRX.DLL and 0x0409 give ZOGBLENU.DLL). It is found by the system's search
-/// order.
+/// The language library is named after the asking module: the first five characters of the module's file name, the
+/// three letters of the language, ".DLL". ZOGBLBRX.DLL and 0x0409 give ZOGBLENU.DLL. The system's search order finds
+/// it.
 ///
-/// The object has a hidden window, listed in a table that all processes of the suite share. Of the windows of a
-/// process, the one made last tells the application of a change, which it can only if its object has a language loaded.
+/// The object has a hidden window, which stands in a table that all processes of the suite share. In each process, the
+/// window made last tells the application of a change. It can do so only if its object has a language loaded.
 ///
-/// ZoGblLoadLanguageDLL makes the object of the process. An application makes one only to let the user choose:
+/// ZoGblLoadLanguageDLL makes the object of the process. An application makes its own only to let the user choose:
 ///
 ///     void CMainWindow::OnChooseLanguage()
 ///     {
@@ -46,56 +48,63 @@ public:
     explicit CZoLanguageSupport(CWnd* parent);
     ~CZoLanguageSupport() override; ///< destroys the window and frees the language library
 
-    /// Creates the hidden window and enters it in the shared table (silently not when that is full). The first load
-    /// calls it. Do not keep an object that has a window and no language: if its window is the last of the process, the
-    /// process's texts change and the application is not told.
+    /// Creates the hidden window and enters it in the shared table; if the table is full, the window is left out
+    /// without an error. LoadCurrentLanguage and SelectLanguage call this if there is no window.
+    ///
+    /// Do not keep an object that has a window but no language: if its window is the last of the process, the texts of
+    /// the process change and the application is not told. \return FALSE if the window cannot be made
     BOOL Create();
 
-    /// The message "ZoBrixelLanguageUpdate", posted to the application's main window, without parameters, when another
-    /// language has been loaded: then the application reloads its texts, those of open dialogs by
-    /// CZoDialog::ReloadOpenDialogs.
+    /// The number of the registered message "ZoBrixelLanguageUpdate". It is posted to the application's main window,
+    /// without parameters, after another language has been loaded. The application then loads its texts again;
+    /// CZoDialog::ReloadOpenDialogs does it for open dialogs.
     static UINT GetUpdateMessage();
 
-    /// Writes the choice of a language for every installed module, below "\Languages" of its key for the version of the
-    /// language library: 1 for the language, 0 for all others of the list. Nothing for a language that is not listed.
-    /// \return 0 always; what cannot be written is left out
+    /// Writes the chosen language for every installed module, below "\Languages" of the module's key for the version of
+    /// the language library: 1 for the language, 0 for all others of the list. Writes nothing if the language is not in
+    /// the list or this object has no library loaded. \return always 0; what cannot be written is left out
     DWORD UpdateAllBrixelLanguages(DWORD languageId);
 
-    /// Whether the calling thread is the one that the window belongs to, which alone can destroy it.
+    /// Whether the calling thread owns the window. Only that thread can destroy it. TRUE if there is no window.
     BOOL IsOnOwnThread() const;
 
-    HINSTANCE GetLibraryHandle() const { return m_hLanguageLibrary; } ///< null when nothing is loaded
-    DWORD GetLCID() const { return m_dwLoadedId; }                    ///< language id loaded, 0 for none
-    /// The system's three-letter name of the language loaded; of the user's default language while none is, for that is
-    /// what the system answers for id 0.
+    HINSTANCE GetLibraryHandle() const { return m_hLanguageLibrary; } ///< null if none is loaded
+    DWORD GetLCID() const { return m_dwLoadedId; } ///< id of the loaded language; 0 if none is loaded
+    /// The system's three-letter name of the loaded language. If none is loaded: of the user's default language,
+    /// because the system answers so for id 0.
     CString GetLocaleName() const;
 
-    /// Loads the language that the registry marks as current, or the first one listed if none is marked with exactly 1.
-    /// \param path the asking module's file. FALSE when there is no window, list or library to be had; a library loaded
-    /// before stays.
+    /// Loads the current language of the registry's list: the first entry marked with exactly 1, else the first entry.
+    /// \param path file of the asking module
+    /// \return FALSE if there is no window, no list, an empty list or no library, or memory has run out. A library that
+    /// was loaded before stays.
     virtual BOOL LoadCurrentLanguage(LPCSTR path);
-    /// LoadSpecificLanguage of the user's or the system's default locale.
+    /// LoadSpecificLanguage with the default locale of the user or of the system.
     virtual BOOL LoadUserDefaultLanguage(LPCSTR path, BOOL persist);
     virtual BOOL LoadSystemDefaultLanguage(LPCSTR path, BOOL persist);
-    /// Loads one of the listed languages and marks it as current in the list; with \p persist also in the registry.
-    /// \param languageId compared whole: a locale id with sort bits matches no language. TRUE at once when it is loaded
-    /// already.
+    /// Loads a language of the list and marks it as current in the list; if \p persist, also in the registry.
+    /// \param languageId compared as a whole: a locale id with sort bits matches no language
+    /// \return TRUE at once if \p languageId equals GetLCID(), so also for 0 if nothing is loaded. FALSE as
+    /// LoadCurrentLanguage, but a window is not needed.
     virtual BOOL LoadSpecificLanguage(DWORD languageId, LPCSTR path, BOOL persist);
 
-    /// Lets the user choose a language by the dialog, \p parent its owner. An object without window or language gets
-    /// them first: the language of the process, or the current one if the process has none. With OK the choice is
-    /// written for every installed module, and all running programs of the suite change their language before this
-    /// returns. A program that hangs is waited for two seconds, and changes when it goes on. On Win32s, which cannot
-    /// change, a message says that the choice waits for the next start. \return TRUE always
+    /// Lets the user choose a language in a dialog with the owner \p parent. If the object has no library, it first
+    /// gets a window and the language of the process, or the current language if the process has none.
+    ///
+    /// If the dialog ends with OK, the choice is written for every installed module, and all running programs of the
+    /// suite change their language before this returns. A program that hangs is waited for two seconds; it changes when
+    /// it goes on. Win32s cannot change: a message says that the choice waits for the next start. \return always TRUE
     virtual BOOL SelectLanguage(CWnd* parent);
 
-    /// Answers TRUE always; empty when memory has run out.
+    /// \return always TRUE; \p result is empty if memory has run out
     virtual BOOL BuildLanguageModuleFilename(LPCSTR fileName, DWORD languageId, CString& result);
-    /// Loads the pending language's library; only when that has succeeded the one before is freed.
+    /// Loads the library of the pending language. The library before it is freed only after that has succeeded. If it
+    /// fails and no library was loaded, the list is emptied and not read again.
     virtual BOOL CreateNameAndLoadModule(LPCSTR fileName);
-    /// Reads the list below \p rootKey anew. A missing key is an empty list and success.
+    /// Reads the list below \p rootKey again. A missing key is an empty list and success.
     virtual BOOL EnumerateAvailableLanguages(LPCSTR rootKey);
-    /// What follows the last backslash, else the last colon, else the whole path; empty when memory has run out.
+    /// The part behind the last backslash; without one, behind the last colon; without that, the whole path. Empty if
+    /// memory has run out.
     virtual void ExtractFilenameFromPath(LPCSTR path, CString& result);
 
 protected:
@@ -104,8 +113,9 @@ protected:
     /// Appends the name of a key to a CStringArray. \return 0
     static DWORD EnumKeysCallback(void* array, LPCSTR keyName);
 
-    /// Loads the language that the message "ZoBrixelLanguageChange" names. \param last 1 for the last window of the
-    /// process, which also tells the application. \return 0 when the language is loaded already, else 1
+    /// Loads the language that the message "ZoBrixelLanguageChange" names.
+    /// \param last 1 for the last window of the process, which also tells the application
+    /// \return 0 if that language is loaded already, else 1
     afx_msg LRESULT OnLanguageChanged(WPARAM languageId, LPARAM last);
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()

@@ -8,10 +8,13 @@
 
 class CListBox;
 
-/// One location in memory. The members are the caller's to read and change; nothing is written before SaveByIndex.
+/// One location in memory. The caller reads and changes the members; only SaveByIndex writes.
 ///
-/// Operations return 0; ZoErrOutOfMemory: no memory for the registry object; ZoErrMemoryException; otherwise the status
-/// of the read or write that failed, see CZoLocationRegistry.
+/// Operations return
+///   0                     success
+///   ZoErrOutOfMemory      no memory for the registry object
+///   ZoErrMemoryException  no memory for a text
+///   other                 the status of the read or write that failed, see CZoLocationRegistry
 class ZOGBL_API CZoLocationItem {
 public:
     explicit CZoLocationItem(DWORD index); ///< an empty location of that index
@@ -19,24 +22,25 @@ public:
     CZoLocationItem(const CZoLocationItem&) = delete;
     CZoLocationItem& operator=(const CZoLocationItem&) = delete;
 
-    void ClearData(); ///< numbers become 0, the index too; texts and both arrays become empty
+    void ClearData(); ///< numbers, the index too, become 0; texts and both arrays become empty
 
-    /// Takes \p index and reads its record, member by member in the order below. The first value that cannot be read, a
-    /// missing one included, ends the loading with its status: members before it have their new values, itself is empty
-    /// or 0, those behind it stay as they were.
+    /// Sets the index to \p index and reads its record, member by member in the order below. The first value that
+    /// cannot be read or is missing ends the loading with its status. Members before it have their new values, this one
+    /// is empty or 0, members behind it stay as they were. If it is a telephone text, the arrays hold only the texts
+    /// read before it.
     DWORD LoadByIndex(DWORD index);
-    /// LoadByIndex of the location that the user chose last; 2 when none was chosen. The index stays as it was when it
-    /// cannot be read which one that is.
+    /// LoadByIndex of the location that the user chose last. \return 2 if none was chosen. The index stays as it was if
+    /// the chosen one cannot be read.
     DWORD LoadCurrentLocation();
-    /// Writes the record of the item's index. A text of more than 255 bytes could not be read back: 234 then, and
-    /// nothing is written. If a write fails, the whole record is deleted, the one that was there before included, and that
-    /// write's status returned: half a record could not be loaded.
+    /// Writes the record of the item's index. A text of more than 255 bytes could not be read back: 234 is returned and
+    /// nothing is written. If a write fails, its status is returned and the whole record is deleted, an older one too:
+    /// half a record could not be loaded.
     DWORD SaveByIndex();
 
     DWORD m_dwIndex; ///< number of the record
     DWORD m_dwCountryIndex;
     CString m_csLocationName;
-    BOOL m_bTAPIDialing; ///< TRUE: dialing rules come from the telephony service; written as TRUE only when it is 1
+    BOOL m_bTAPIDialing; ///< TRUE: dialing rules come from the telephony service; only 1 is written as TRUE
     CString m_csCountryCode;
     CString m_csAreaCityCode;
     CString m_csInternationalAccess;
@@ -57,11 +61,11 @@ public:
     CString m_csZipCode;
     CString m_csEMail;
     CString m_csCompuserve;
-    CStringArray m_csaPhoneAreas;   ///< by kind, ZO_PHONE_; what is missing at the end is written as an empty text
-    CStringArray m_csaPhoneNumbers; ///< likewise
+    CStringArray m_csaPhoneAreas;   ///< by kind, ZO_PHONE_; missing ones at the end are written as empty texts
+    CStringArray m_csaPhoneNumbers; ///< the same
 };
 
-/// All locations of the user. The list owns its items, in the order in which they were loaded or added.
+/// All locations of the user. The list owns its items and keeps them in the order of loading and adding.
 class ZOGBL_API CZoLocationItemList {
 public:
     CZoLocationItemList();
@@ -69,50 +73,55 @@ public:
     CZoLocationItemList(const CZoLocationItemList&) = delete;
     CZoLocationItemList& operator=(const CZoLocationItemList&) = delete;
 
-    /// Adds every record of the registry to the list, in the order in which the registry lists them; subkeys whose
-    /// names are not made of digits alone are passed over. An item that cannot be loaded ends the loading; those loaded
-    /// before stay. Nothing saved yet gives 0 items and success.
-    /// \return 0; ZoErrOutOfMemory: no memory for an item, or the executable belongs to no registered product;
-    /// ZoErrMemoryException; the status of the read that failed, see CZoLocationItem and CZoGlobalConfig::EnumEntries.
+    /// Appends every record of the registry, in the registry's order. A subkey whose name has other characters than
+    /// digits is left out. The first item that cannot be loaded ends the loading; items loaded before stay. If nothing
+    /// was saved yet: 0 items and success.
+    /// \return
+    ///   0                     success
+    ///   ZoErrOutOfMemory      no memory for an item or the registry object, or the executable belongs to no registered
+    ///                         product
+    ///   ZoErrMemoryException  no memory for a list or a text
+    ///   other                 the status of the read that failed, see CZoLocationItem and CZoGlobalConfig::EnumEntries
     DWORD LoadAllItems();
-    /// As LoadAllItems, but passes over the items that cannot be loaded. \return the status of the first one.
+    /// LoadAllItems, but leaves out items that cannot be loaded. \return the status of the first failure, or 0
     DWORD LoadReadableItems();
-    /// Writes every item. Whether one failed is not told: use SaveByIndex where it matters.
+    /// Writes every item. Failures are not reported: use SaveByIndex where they matter.
     void SaveAllItems();
 
-    /// Appends an empty location; owned by the list. Its index is the smallest that neither an item nor a record of the
-    /// registry has, from GetUniqueIndex on. Null when memory has run out or the registry's records cannot be listed.
+    /// Appends an empty location, which the list owns. Its index is the first from GetUniqueIndex() on that neither an
+    /// item nor a record of the registry has. \return null if memory has run out or the registry's records cannot be
+    /// listed
     CZoLocationItem* GetNewLocation();
-    /// The smallest index that no item has; the registry, which may have records that are not loaded, is not asked.
+    /// The smallest index that no item has. The registry is not asked; it may have records that are not loaded.
     DWORD GetUniqueIndex() const;
 
     int GetCount() const { return static_cast<int>(m_items.GetSize()); }
     /// The item at a position, 0 to GetCount() - 1.
     CZoLocationItem* GetAt(int position) const { return static_cast<CZoLocationItem*>(m_items.GetAt(position)); }
-    CZoLocationItem* GetFirstItem() const; ///< null for an empty list
+    CZoLocationItem* GetFirstItem() const; ///< null if the list is empty
 
-    /// The first item of that name, or with \p bPrefix nonzero whose name starts with \p name, by the rules of the
-    /// user's language and without regard to case. Null if there is none.
+    /// The first item with that name; if \p bPrefix is nonzero, the first whose name starts with \p name. Compared by
+    /// the rules of the user's language, case ignored. \return null if there is none or \p name is null
     CZoLocationItem* FindByName(const char* name, int bPrefix) const;
     CZoLocationItem* FindByIndex(DWORD index) const;
     CZoLocationItem* FindByCountryIndex(UINT countryIndex) const;
 
-    /// Deletes the first item whose name starts with \p name, and its record if it has one. As in a search, "Off" stands
-    /// for "Office". FALSE for an empty text and when there is no such item.
+    /// Deletes the first item whose name starts with \p name, and its record if there is one. So "Off" deletes
+    /// "Office". \return FALSE if \p name is null or empty, or there is no such item
     BOOL DeleteByName(const char* name);
 
-    /// Makes a location the current one. \return 0, ZoErrOutOfMemory or the status of the write.
+    /// Makes a location the current one. \return 0, ZoErrOutOfMemory or the status of the write
     DWORD SetCurrentIndex(DWORD index);
-    /// The current location: ZO_NO_LOCATION when none was chosen or it cannot be read; 0 without memory to ask.
+    /// The current location. ZO_NO_LOCATION if none was chosen or it cannot be read; 0 if there is no memory to ask.
     DWORD GetCurrentIndex();
 
-    /// Fills a box that holds data instead of strings: each item's data is a CZoLocationItem*, owned by this list.
-    /// Nothing is selected, and the focus stays where it was.
+    /// Replaces the items of a box that holds data instead of strings: the data of each item is a CZoLocationItem*,
+    /// owned by this list. Nothing is selected; the focus stays where it was. A box without a window stays as it is.
     void AddItemsToListBox(CListBox* box);
 
 protected:
     virtual void FreeData(); ///< deletes all items
-    /// Deletes the record of that index if there is one.
+    /// Deletes the record of that index, if there is one.
     void DeleteRegIndex(DWORD index);
 
 private:

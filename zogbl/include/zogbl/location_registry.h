@@ -1,11 +1,11 @@
 /// \file
-/// Dialing locations as they are kept in the registry.
+/// Dialing locations in the registry.
 #pragma once
 
 #include <zogbl/registry_base.h>
 #include <zogbl/resource_ids.h>
 
-/// Kinds of telephone numbers that a location has.
+/// Kinds of telephone numbers of a location.
 constexpr DWORD ZO_PHONE_HOME1 = 0;
 constexpr DWORD ZO_PHONE_HOME2 = 1;
 constexpr DWORD ZO_PHONE_WORK1 = 2;
@@ -16,44 +16,47 @@ constexpr DWORD ZO_PHONE_MOBILE = 6;
 constexpr DWORD ZO_PHONE_PAGER = 7;
 constexpr DWORD ZO_PHONE_KINDS = 8;
 
-/// What GetCurrentIndex answers as long as no location was made the current one.
+/// What GetCurrentIndex gives if no location was made the current one.
 constexpr DWORD ZO_NO_LOCATION = 0xFFFFFFFF;
 
-/// Reads and writes the records of dialing locations, below HKEY_LOCAL_MACHINE:
+/// Reads and writes the records of dialing locations. As a rule, callers use CZoLocationItem and CZoLocationItemList
+/// (location_item.h). The records stand below HKEY_LOCAL_MACHINE:
 ///
 ///     <current user's key of the product>\Location            CurrentIndex
 ///     <current user's key of the product>\Location\00000003   everything else of location 3
 ///
-/// The product is that of the running executable, see CZoVersionResource. The object is positioned on one record, the
-/// data index, at first 0; whatever an operation looks at, it leaves the object there. CZoLocationItem and
-/// CZoLocationItemList (location_item.h) are what callers use as a rule.
+/// The product is that of the running executable, see CZoVersionResource. The object stands on one record, the data
+/// index, at first 0. Operations on other records bring it back there.
 ///
-/// Operations return the codes of CZoGblRegBase: 0; ZoErrObjectInvalid: the executable belongs to no registered
-/// product, its key does not fit in the section, or memory has run out; 2: no such record or value; 234: a text of more
-/// than 255 characters. Such a text is written all the same, so do not write one: it cannot be read back. What could
-/// not be read is empty, or the default.
+/// Operations return the codes of CZoGblRegBase. A value that cannot be read is empty, or its default.
+///   0                   success
+///   ZoErrObjectInvalid  the executable belongs to no registered product, its key does not fit in the section, or
+///                       memory has run out
+///   2                   no such record or value
+///   234                 the text has more than 255 bytes. Such a text is written all the same, so do not write one.
 class ZOGBL_API CZoLocationRegistry : public CZoGblRegBase {
 public:
     CZoLocationRegistry();
     ~CZoLocationRegistry() override;
 
-    /// The base's validity, and whether the key of the locations is known.
+    /// Whether the base is valid and the key of the locations is known.
     BOOL IsClassDataValid() override;
 
-    /// Positions the object on a record, which need not exist. \return 0, or ZoErrObjectInvalid.
+    /// Moves the object to a record, which need not exist. \return 0 or ZoErrObjectInvalid
     DWORD SetDataIndex(DWORD index);
     DWORD GetDataIndex() const { return m_dwDataIndex; }
 
-    /// Whether a record has the value CountryCode; a subkey without it is no record.
+    /// Whether a record has the value CountryCode. A subkey without it is no record.
     BOOL DoesIndexExist(DWORD index);
-    /// Deletes a record with everything in it.
+    /// Deletes a record and everything in it.
     DWORD DeleteIndex(DWORD index);
 
-    /// The location that the user dials from; ZO_NO_LOCATION when none was chosen, and after any other failure.
+    /// The location that the user dials from. \p index is ZO_NO_LOCATION after any failure; 2 is returned if none was
+    /// chosen.
     DWORD GetCurrentIndex(DWORD& index);
     DWORD SetCurrentIndex(DWORD index);
 
-    // Numbers of the record, 0 after any failure. Countries go by country index, see country_code.h.
+    // Numbers of the record; 0 after any failure. Countries are country indexes, see country_code.h.
 
     DWORD GetCountryIndex(UINT& index) { return GetIndex(ZO_IDS_REG_COUNTRY_INDEX, index); }
     DWORD SetCountryIndex(UINT index) { return SetValue(ZO_IDS_REG_COUNTRY_INDEX, index); }
@@ -63,8 +66,7 @@ public:
     DWORD GetTAPIDialing(DWORD& enabled) { return GetValue(ZO_IDS_REG_TAPI_DIALING_ENABLED, enabled, 0); }
     DWORD SetTAPIDialing(DWORD enabled) { return SetValue(ZO_IDS_REG_TAPI_DIALING_ENABLED, enabled); }
 
-    // Texts of the record, empty after any failure. ZoErrMemoryException: the text was there, the memory for it was
-    // not.
+    // Texts of the record; empty after any failure. ZoErrMemoryException: there is a text, but no memory for it.
 
     DWORD GetLocationName(CString& text) { return GetString(ZO_IDS_REG_LOCATION_NAME, text); }
     DWORD SetLocationName(const char* text) { return SetString(ZO_IDS_REG_LOCATION_NAME, text); }
@@ -107,7 +109,7 @@ public:
     DWORD GetCompuserve(CString& text) { return GetString(ZO_IDS_REG_COMPUSERVE, text); }
     DWORD SetCompuserve(const char* text) { return SetString(ZO_IDS_REG_COMPUSERVE, text); }
 
-    // Telephone numbers, by kind: a ZO_PHONE_ value. Any other counts as ZO_PHONE_HOME2.
+    // Telephone numbers by kind, a ZO_PHONE_ value. Any other value counts as ZO_PHONE_HOME2.
 
     DWORD GetPhoneArea(DWORD kind, CString& text) { return GetString(GetAreaStringId(kind), text); }
     DWORD SetPhoneArea(DWORD kind, const char* text) { return SetString(GetAreaStringId(kind), text); }
@@ -115,15 +117,15 @@ public:
     DWORD SetPhoneNumber(DWORD kind, const char* text) { return SetString(GetNumberStringId(kind), text); }
 
 protected:
-    /// Loads the key of the locations. \return IsClassDataValid
+    /// Loads the key of all locations. \return IsClassDataValid
     BOOL LoadSection() override;
-    /// Loads the key of one record. \return FALSE, and an invalid object, when the key of the locations is not known.
+    /// Loads the key of one record. \return FALSE, and the object is invalid, if the key of the locations is not known
     virtual BOOL LoadIndex(DWORD index);
 
     using CZoGblRegBase::GetString;
     DWORD GetString(UINT id, CString& text);
 
-    /// The string that names the value of a kind.
+    /// Number of the string that names the value of a kind.
     static UINT GetAreaStringId(DWORD kind);
     static UINT GetNumberStringId(DWORD kind);
 
