@@ -4,7 +4,8 @@
 
 #include <zogbl/ini_file.h>
 
-/// Holds all sections and entries of a profile file, so that they can be changed in memory and written back at once:
+/// Holds all sections and entries of a profile file, so that they can be changed in memory and then written back
+/// together:
 ///
 ///     CZoMemIniFile profile;
 ///     if (profile.LoadIniFile("C:\\Fax\\FAX.INI", nullptr) == ZO_INI_SUCCESS) {
@@ -12,12 +13,12 @@
 ///         profile.SaveIniFile(TRUE);
 ///     }
 ///
-/// In memory, names are the same only if their case is too, unlike in the file. The operations on entries in the file
-/// that CZoIniFile offers work as ever, and do not touch what is in memory.
+/// In memory, names differ if their case differs; in the file they do not. CZoIniFile's operations on entries of the
+/// file work as before and do not touch the memory.
 ///
-/// Operations return codes of CZoIniFile. Also ZO_INI_NULL_SECTION, ZO_INI_NULL_KEY or ZO_INI_NULL_ARGUMENT for a name or
-/// value that is a null pointer. When memory runs out, the operation returns ZO_INI_OUT_OF_MEMORY and has changed
-/// nothing, except for LoadIniFile. Nothing is thrown.
+/// Operations return the codes of CZoIniFile, and ZO_INI_NULL_SECTION, ZO_INI_NULL_KEY or ZO_INI_NULL_ARGUMENT if a
+/// name or value is a null pointer. If memory runs out, an operation returns ZO_INI_OUT_OF_MEMORY and has changed
+/// nothing; LoadIniFile differs. Nothing is thrown.
 class ZOGBL_API CZoMemIniFile : public CZoIniFile {
 public:
     CZoMemIniFile();
@@ -25,48 +26,52 @@ public:
     CZoMemIniFile(const CZoMemIniFile&) = delete;
     CZoMemIniFile& operator=(const CZoMemIniFile&) = delete;
 
-    /// Forgets all that is in memory. The file is not touched.
+    /// Removes all sections and entries from memory. The file is not touched.
     void CleanupAllMaps();
 
-    /// Loads a file in place of what is in memory. If there is no such file, the one set before is loaded again. Sections
-    /// without keys are left out, and so are sections for which memory does not suffice. Of a section that the file has
-    /// twice, the system gives the first one's entries twice. Lists of names are cut as by EnumerateSections, values
-    /// after 4095 characters; a key of over 255 characters has an empty value.
-    /// \param substitutions texts that stand for references: with it, keys and values lose the white space around them,
-    /// and one that begins with %name% becomes, as a whole, the text of that name, if there is one. The name is compared
-    /// with its case; the closing % may be missing; what follows it is dropped. Null: keys and values as they are.
-    /// \return ZO_INI_SUCCESS, ZO_INI_NULL_FILE_NAME, or what EnumerateSections returned; nothing is in memory then
+    /// Loads a file in place of what is in memory. If there is no such file, the file set before is loaded again.
+    ///
+    ///   - Sections without keys, and sections for which there is no memory, are left out.
+    ///   - If the file has a section twice, the system gives the entries of the first one twice.
+    ///   - Lists of names are cut as by EnumerateSections.
+    ///   - Values are cut after 4095 characters. A key of over 255 characters has an empty value.
+    /// \param substitutions texts by the names that stand for them. With it, keys and values lose the white space
+    /// around them. If one then begins with %name%, it becomes as a whole the text of that name, if there is one: what
+    /// follows the name is dropped. The closing % may be missing; the case of the name counts; %% begins no name. Null:
+    /// keys and values stay as they are.
+    /// \return ZO_INI_SUCCESS; ZO_INI_NULL_FILE_NAME, with nothing changed; else the code of EnumerateSections, with
+    /// nothing in memory
     DWORD LoadIniFile(const char* fileName, CMapStringToString* substitutions);
 
-    /// Writes all sections and entries to the file. What is not in memory stays there as it is: comments, the sections
-    /// and keys deleted in memory, those that LoadIniFile left out; a renamed section is written beside the old one. An
-    /// entry that cannot be written is passed over.
+    /// Writes all sections and entries to the file. What is not in memory stays in the file: comments, sections and
+    /// keys deleted in memory, and those that LoadIniFile left out. A renamed section is written beside the old one. An
+    /// entry that cannot be written is left out.
     ///
-    /// Entries are written as they are in memory. Of a file that was loaded and is saved unchanged, therefore,
-    ///   - a value in quotation marks loses them, and with them the blanks at its ends;
+    /// Entries are written as they are in memory. So if a file is loaded and saved unchanged,
+    ///   - a value in quotation marks loses them and the blanks at its ends;
     ///   - a value of over 4095 characters is cut;
-    ///   - a reference that was replaced is the text from now on; a key that was one is written beside the old one;
-    ///   - a section of more keys than their list has room for (see EnumerateSections) gets an entry without a value,
-    ///     whose name is the part of a name with which the list ends.
-    /// \param create whether to make the file if there is none.
+    ///   - a replaced reference stays its text; a replaced key is written beside the old one;
+    ///   - a section with more keys than their list has room for (see EnumerateSections) gets an entry without a value,
+    ///     named with the part of a name that ends the list.
+    /// \param create whether to make the file if there is none
     /// \return ZO_INI_SUCCESS; ZO_INI_NO_FILE if there is none and none was made, or the system cannot tell
     DWORD SaveIniFile(BOOL create);
 
-    /// Sets a value, making section and key if need be. A key that is there already is listed a second time, and so
+    /// Sets a value; adds section and key if they are missing. A key that exists is listed a second time, and so
     /// written twice.
     DWORD SetIniValue(const char* section, const char* key, const char* value);
     DWORD SetIniValue(const char* section, const char* key, int value);
-    /// As a signed number, so that what is above 0x7FFFFFFF is stored as negative: DoLongWord reads it back alike.
+    /// Stored as a signed number: above 0x7FFFFFFF it is negative. DoLongWord reads the same number back.
     DWORD SetIniValue(const char* section, const char* key, DWORD value);
-    /// \return ZO_INI_SUCCESS, ZO_INI_UNKNOWN_SECTION or ZO_INI_NOT_FOUND; \p value is set by success only
+    /// \return ZO_INI_SUCCESS, ZO_INI_UNKNOWN_SECTION or ZO_INI_NOT_FOUND; \p value is set only on success
     DWORD GetIniValue(const char* section, const char* key, CString& value);
 
-    /// Gives a section another name. A section that has it already is lost.
-    /// \return ZO_INI_SUCCESS, or ZO_INI_OUT_OF_MEMORY also if there is no such section
+    /// Gives a section another name. A section that has this name already is lost.
+    /// \return ZO_INI_SUCCESS; ZO_INI_OUT_OF_MEMORY, also if there is no such section
     DWORD RenameIniSection(const char* oldName, const char* newName);
     /// \return ZO_INI_SUCCESS or ZO_INI_UNKNOWN_SECTION
     DWORD DeleteIniSection(const char* section);
-    /// \return ZO_INI_SUCCESS, also if the section has no such key, or ZO_INI_UNKNOWN_SECTION
+    /// \return ZO_INI_SUCCESS, also if the section has no such key; or ZO_INI_UNKNOWN_SECTION
     DWORD DeleteIniKey(const char* section, const char* key);
 
 protected:
@@ -82,7 +87,7 @@ protected:
     };
     static constexpr UINT kHashTableSize = 10;
 
-    /// What LoadIniFile makes of a key or value. Throws CMemoryException*.
+    /// What LoadIniFile makes of a key or value. \p substitutions must not be null. Throws CMemoryException*.
     CString SubstituteString(CMapStringToString* substitutions, const char* text);
 
     CStringArray m_sectionOrder; ///< in order of loading or setting

@@ -1,5 +1,5 @@
 /// \file
-/// The base of record classes that are kept in the registry.
+/// The base of record classes that are stored in the registry.
 #pragma once
 
 #include <zogbl/export.h>
@@ -8,9 +8,10 @@
 
 #include <afx.h>
 
-/// Reads and writes the values of one key, the section, by numbers: each value's name is a string resource of this
-/// library, ZO_IDS_REG_ in resource_ids.h, so that names stand in one table and never in code. The section is
-/// "SOFTWARE\Zo,Inc." unless a derived class chooses a deeper one:
+/// Reads and writes the values of one key, the section. A value is named by the number of a string resource of this
+/// library, ZO_IDS_REG_ in resource_ids.h: so all names stand in one table and not in code.
+///
+/// The section is "SOFTWARE\Zo,Inc."; a derived class can choose a deeper one:
 ///
 ///     class CZoPhoneBook : public CZoGblRegBase {
 ///     public:
@@ -20,17 +21,19 @@
 ///         BOOL LoadSection() override;      // the base's, then more text, then IsClassDataValid
 ///     };
 ///
-/// Operations on values return the codes of CZoGlobalConfig, or ZoErrObjectInvalid: the section could not be loaded, or
-/// there is no memory for the gateway; ZoErrNoValueName: the library has no such string. The registry is not touched
-/// then. Nothing is thrown.
+/// Operations on values return the codes of CZoGlobalConfig or one of the following; the registry is then not touched.
+/// Nothing is thrown.
+///   ZoErrObjectInvalid  the section could not be loaded, or there is no memory for the gateway
+///   ZoErrNoValueName    the library has no such string
 class ZOGBL_API CZoGblRegBase : public CObject {
 public:
-    /// Makes the gateway and loads the section. \param accessMode ZO_MODE_LOCAL_MACHINE or ZO_MODE_CURRENT_USER
+    /// Makes the gateway and loads the section.
+    /// \param accessMode ZO_MODE_LOCAL_MACHINE or ZO_MODE_CURRENT_USER
     explicit CZoGblRegBase(DWORD accessMode = ZO_MODE_CURRENT_USER);
     ~CZoGblRegBase() override;
 
-    /// Whether values can be read and written: there is a gateway, and the section is not empty. Operations go by the
-    /// last answer, so whoever changes the section calls this again.
+    /// Whether values can be read and written: there is a gateway and the section is not empty. Operations use the last
+    /// answer. So call it again after changing the section.
     virtual BOOL IsClassDataValid();
 
     LPCSTR GetSection() const { return m_szSection; }
@@ -41,28 +44,28 @@ protected:
     /// Loads the section. \return IsClassDataValid
     virtual BOOL LoadSection();
 
-    // A value is named by the number of its string.
+    // \p id is the number of the string that names the value.
 
-    /// \p value is \p defaultValue after any failure.
+    /// After any failure \p value is \p defaultValue.
     DWORD GetValue(UINT id, DWORD& value, DWORD defaultValue);
     DWORD GetInteger(UINT id, int& value, int defaultValue);
     DWORD SetValue(UINT id, DWORD value);
     DWORD SetInteger(UINT id, int value) { return SetValue(id, static_cast<DWORD>(value)); }
 
-    /// After any failure \p buffer holds \p defaultText, cut to fit, or zeros over its whole size when that is null. A
-    /// null buffer gives ZoErrObjectInvalid.
+    /// After any failure \p buffer holds \p defaultText, cut to fit; if that is null, zeros over its whole size. A null
+    /// buffer gives ZoErrObjectInvalid.
     DWORD GetString(UINT id, LPSTR buffer, DWORD bufferSize, LPCSTR defaultText);
     DWORD SetString(UINT id, LPCSTR text);
 
     DWORD DeleteValue(UINT id);
-    DWORD DoesValueExist(UINT id, BOOL& exists); ///< \p exists is FALSE after any failure
+    DWORD DoesValueExist(UINT id, BOOL& exists); ///< after any failure \p exists is FALSE
 
-    /// Deletes a subkey of the section, by name, with everything below it; null deletes the section itself.
+    /// Deletes a subkey of the section and everything below it. Null deletes the section itself.
     DWORD DeleteSection(LPCSTR subkeyName);
 
     static constexpr size_t kSectionSize = 1024;
 
-    CZoGlobalConfig* m_pConfig; ///< owned; null when memory had run out
+    CZoGlobalConfig* m_pConfig; ///< owned; null if memory had run out
     DWORD m_dwAccessMode;
     BOOL m_bValid;                  ///< the last answer of IsClassDataValid
     char m_szSection[kSectionSize]; ///< path below the mode's root

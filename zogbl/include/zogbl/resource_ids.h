@@ -1,7 +1,11 @@
-// Resource numbers of the library and of its language libraries. C++, the resource compiler and the language generator
-// all read this file, so it holds plain decimal or hexadecimal #defines and nothing else. A number occurs once a kind:
-// ZO_IDS_ strings, ZO_IDD_ dialogs, ZO_IDR_ menus and raw data, ZO_IDB_ bitmaps, ZO_ID_ commands; ZO_IDC_ controls are
-// told apart within their dialog.
+// Numbers of the resources of the library and of its language libraries. C++, the resource compiler and the language
+// generator read this file, so it holds only plain decimal or hexadecimal #defines. A number occurs once in each kind:
+//   ZO_IDS_  strings
+//   ZO_IDD_  dialogs
+//   ZO_IDR_  menus and raw data
+//   ZO_IDB_  bitmaps
+//   ZO_ID_   commands
+//   ZO_IDC_  controls; once in each dialog
 
 #ifndef ZOGBL_RESOURCE_IDS_H
 #define ZOGBL_RESOURCE_IDS_H
@@ -9,8 +13,8 @@
 // 128: the library's one icon.
 #define ZO_IDI_LIBRARY 128
 
-// 129 to 170: names of registry values, the first of them the suite's section. Strings of the library itself, alike in
-// every language.
+// 129 to 170: names of registry values; the first is the suite's section. They are strings of the library itself, the
+// same in every language.
 #define ZO_IDS_REG_SECTION 129
 #define ZO_IDS_REG_LOCATION 130
 #define ZO_IDS_REG_CURRENT_INDEX 131
@@ -58,7 +62,7 @@
 #define ZO_IDS_COUNTRY_FIRST 16045
 #define ZO_IDS_COUNTRY_LAST 16303
 
-// 20527 to 20552: errors of telephone lines. The string of code n is the base less n.
+// 20527 to 20552: errors of telephone lines. The string of code n has the number base minus n.
 #define ZO_IDS_TAPI_ERROR_BASE 20553
 #define ZO_IDS_TAPI_ANSWERLINEOPEN 20527
 #define ZO_IDS_TAPI_INIFILECORRUPT_SILENT 20528
@@ -87,8 +91,8 @@
 #define ZO_IDS_TAPI_CALLINPROGRESS 20551
 #define ZO_IDS_TAPI_REINIT 20552
 
-// 24530 and 25598 to 25599: flags and country tables. Flags are cells of one bitmap, 8 across and 27 down on magenta;
-// the tables refer to them by cell number.
+// 24530, 25598 and 25599: flags and country tables. The flags are cells of one bitmap, 8 across and 27 down, on
+// magenta. The tables name them by cell number.
 #define ZO_IDB_FLAGS 24530
 #define ZO_FLAG_COLUMNS 8
 #define ZO_FLAG_ROWS 27
@@ -96,10 +100,10 @@
 #define ZO_IDR_FLAG_TABLE 25598
 #define ZO_IDR_COUNTRY_TABLE 25599
 
-// 20566: told on Win32s, where a change of language waits for the next start.
+// 20566: shown on Win32s, where a change of language waits for the next start.
 #define ZO_IDS_LANGUAGE_LATER 20566
 
-// 25475: the choice of a language, with its controls.
+// 25475: the dialog to choose a language, with its controls.
 #define ZO_IDD_LANGUAGE_SELECTION 25475
 #define ZO_IDC_LANGUAGE_FRAME 25087
 #define ZO_IDC_LANGUAGE_SYSTEM 25572
@@ -114,12 +118,12 @@
 #define ZO_IDC_LANGUAGE_INSTALLED 25581
 #define ZO_IDC_LANGUAGE_NATIVE 25582
 
-// 25229 to 25230 and 25428: the dialog in which the type of a new document is chosen.
+// 25229, 25230 and 25428: the dialog to choose the type of a new document.
 #define ZO_IDD_NEW_DOCUMENT 25428
 #define ZO_IDC_NEW_DOCUMENT_DESCRIPTION 25229
 #define ZO_IDC_NEW_DOCUMENT_TYPES 25230
 
-// 25440: the dialog that asks for a program; strings 20580 on.
+// 25440: the dialog that asks for a program. Strings from 20580.
 #define ZO_IDD_PROGRAM_PROMPT 25440
 #define ZO_IDC_PROGRAM_PROMPT_TEXT 25441
 #define ZO_IDC_PROGRAM_PROMPT_PATH 25442
@@ -128,11 +132,14 @@
 #define ZO_IDS_PROGRAM_PROMPT_EMPTY 20581
 #define ZO_IDS_PROGRAM_PROMPT_MISSING 20582
 
-// 25463: the dialog whose font is the controls' font on double-byte systems. It is never shown.
+// 25463: the dialog whose font the controls use on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
-// Tools menu: 16430 to 16452, 20514 to 20515 and 20640 to 20657 texts, 25455 the question for arguments, 25465 to 25468
-// the pages of the editor. 25549 to 25554: controls of the sheet itself.
+// Tools menu:
+//   16430 to 16452, 20514, 20515, 20640 to 20657  texts
+//   25455                                         the question for arguments
+//   25465 to 25468                                the pages of the editor
+//   25549 to 25554                                controls of the sheet itself
 #define ZO_IDS_TOOL_SAVE_TITLE 16430
 #define ZO_IDS_TOOL_OPEN_TITLE 16431
 #define ZO_IDS_TOOL_FILTER 16432
@@ -175,7 +182,7 @@
 #define ZO_IDC_TOOL_PRIORITY_REAL_TIME 25529
 #define ZO_IDC_TOOL_PRIORITY_IDLE 25530
 #define ZO_IDC_TOOL_PRIORITY_HIGH 25531
-#define ZO_IDC_TOOL_PRIORITY 25532 // the first of four, normal
+#define ZO_IDC_TOOL_PRIORITY 25532 // the first of four: normal priority
 #define ZO_IDC_TOOL_DETACHED 25533
 #define ZO_IDC_TOOL_SEPARATE 25534
 #define ZO_IDC_TOOL_NEW_GROUP 25535
@@ -214,19 +221,19 @@
 #define ZO_IDC_TOOL_ROWS_SPIN 25569
 #define ZO_IDC_TOOL_BROWSE_PROGRAM 25570
 #define ZO_IDC_TOOL_BROWSE_FOLDER 25571
-// 20590 on: the buttons of property sheets.
+// From 20590: the buttons of property sheets.
 #define ZO_IDS_SHEET_OK 20590
 #define ZO_IDS_SHEET_CANCEL 20591
 #define ZO_IDS_SHEET_APPLY 20592
 #define ZO_IDS_SHEET_CLOSE 20593
 
-// 25470 and 20620: the message box. The numbers of its icon and text are those that the system's own boxes have.
+// 25470 and 20620: the message box. Its icon and text have the numbers of the system's own boxes.
 #define ZO_IDD_MESSAGE_BOX 25470
 #define ZO_IDC_BOX_ICON 20
 #define ZO_IDC_BOX_TEXT 0xFFFF
 #define ZO_IDS_BOX_ERROR 20620
 
-// Checks of what was entered in a dialog: 61712 and up are numbers that the application framework fixes.
+// Checks of dialog data. From 61712: numbers fixed by the application framework.
 #define ZO_IDS_CHECK_DOUBLE_BYTE 15972
 #define ZO_IDS_CHECK_EMPTY 20555
 #define ZO_IDS_CHECK_WHOLE_NUMBER 0xF110
@@ -234,7 +241,7 @@
 #define ZO_IDS_CHECK_LENGTH 0xF114
 #define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
 
-// 25405: the settings of the trace, with its controls; 25450: about a program of the suite.
+// 25405: the trace settings, with their controls. 25450: the about dialog of a program of the suite.
 #define ZO_IDD_TRACE_SETTINGS 25405
 #define ZO_IDC_TRACE_NO_DETECTION 24906
 #define ZO_IDC_TRACE_FILES 24907
@@ -250,8 +257,11 @@
 #define ZO_IDS_ABOUT_TITLE 20600
 #define ZO_IDS_ABOUT_VERSION 20601
 
-// 25430 to 25439: files and folders. The numbers of the file dialog's controls are those that the system's own dialogs
-// have. Strings 15957 and 16014 to 16018: documents; 20502 and 20503: folders; 20660 on: what the dialogs say.
+// 25430 to 25439: files and folders. The controls of the file dialog have the numbers of the system's own dialogs.
+// Strings:
+//   15957 and 16014 to 16018  documents
+//   20502 and 20503           folders
+//   from 20660                what the dialogs say
 #define ZO_IDD_FILE_OPEN 25430
 #define ZO_IDC_FILE_READ_ONLY 1040
 #define ZO_IDC_FILE_FOLDER 1088
@@ -285,8 +295,8 @@
 #define ZO_IDS_FOLDER_TAKEN 20670
 #define ZO_IDS_FOLDER_NOT_RENAMED 20671
 
-// 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. Pages come in pairs, for
-// what is received and what is sent; for files there is a second set of strings for Win32s.
+// 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. There are two pages, for
+// received and for sent characters. For files there is a second set of strings for Win32s.
 #define ZO_IDS_TRANSLATE_NEW 16457
 #define ZO_IDS_TRANSLATE_SAVE_TITLE 16458
 #define ZO_IDS_TRANSLATE_OPEN_TITLE 16459
@@ -323,7 +333,11 @@
 #define ZO_IDC_TRANSLATE_OUTPUT_LIST 25598
 #define ZO_IDC_TRANSLATE_INPUT_LIST 25599
 
-// 30000 to 30999: the Workbench. 30000 menus and dialogs, 30010 commands, 30050 controls, 30100 strings.
+// 30000 to 30999: the Workbench.
+//   30000  menus and dialogs
+//   30010  commands
+//   30050  controls
+//   30100  strings
 #define ZO_IDR_WORKBENCH_MENU 30000
 
 #define ZO_ID_VIEW_COUNTRIES 30010
@@ -437,8 +451,8 @@
 #define ZO_ID_TOOLS_EDIT 30461
 #define ZO_IDS_TOOLS_NOT_STARTED 30462
 
-// 57664 (0xE140) and up: commands whose numbers the application framework fixes.
-// 30300 to 30319: types of documents of the sample template libraries: the string here, in the library an icon of that
+// From 57664 (0xE140): commands whose numbers the application framework fixes.
+// 30300 to 30319: document types of the sample template libraries. The string is here; the library has an icon of that
 // number.
 #define ZO_IDS_VIEWER_TYPE 30301
 #define ZO_IDS_DATA_TYPE 30302

@@ -6,18 +6,18 @@
 
 #include <afxwin.h>
 
-/// The module that holds a resource: the framework's resource chain first, then the loaded language library, so that a
-/// host may override a text and need not insert the language library into the chain itself.
-/// \return the framework's resource handle when nobody has it, so that loading from it fails in the usual way.
+/// The module that holds a resource. The framework's resource chain is searched first, then the loaded language
+/// library. So a host can override a text and need not insert the language library into the chain itself.
+/// \return the framework's resource handle if no module has it: loading from it then fails in the usual way
 ZOGBL_API HINSTANCE ZoGblFindResourceModule(LPCSTR name, LPCSTR type);
 
-/// The module that holds a string, looked for in the same order; null when nobody has it. A module that has other
-/// strings of the same block of 16 does not hide it.
+/// The module that holds a string, searched in the same order; null if none has it. A module with other strings of the
+/// same block of 16 does not hide the string.
 ZOGBL_API HINSTANCE ZoGblFindStringModule(UINT id);
 
-/// Loads a string found that way. \return FALSE, with \p text empty, when there is none or memory has run out.
+/// Loads a string found in this way. \return FALSE, and \p text is empty, if there is none or memory has run out
 ZOGBL_API BOOL ZoGblLoadString(UINT id, CString& text);
 
-/// The address of a resource found that way and, if \p size is not null, its size in bytes. The data belongs to its
-/// module. \return null when nobody has it.
+/// The address of a resource found in this way; null if no module has it. \p size, if not null, receives its size in
+/// bytes, 0 if there is none. The data belongs to its module.
 ZOGBL_API const void* ZoGblLockResource(LPCSTR name, LPCSTR type, DWORD* size = nullptr);
