@@ -6,19 +6,22 @@
 
 #include <windows.h>
 
-/// Shows a message and waits for a button, as the system's MessageBox does, with the texts of the buttons in the user's
-/// language: the system's own come in the language of the system. All message boxes of the library are of this kind, and so
-/// are those of AfxMessageBox while the library is loaded, unless the application overrides CWinApp::DoMessageBox.
+/// Shows a message and waits for a button. The arguments are those of the system's MessageBox, but the buttons are in
+/// the user's language instead of the system's. All message boxes of the library are of this kind, and so are those of
+/// AfxMessageBox while the library is loaded, unless the application overrides CWinApp::DoMessageBox.
 ///
-/// The box is as large as its text and stands in the middle of its owner. Enter takes the button that has the focus;
-/// Escape takes Cancel, or OK if that is the only button; Ctrl+C puts title, text and buttons on the clipboard.
+/// The box is as large as its text and opens in the middle of its owner. Keys:
+///   Enter   the button that has the focus
+///   Escape  Cancel, or OK if it is the only button
+///   Ctrl+C  puts title, text and buttons on the clipboard
 ///
-/// Without the language library, or without memory for the box, the system's own box is shown.
-/// \param owner disabled meanwhile; null: none
-/// \param text lines end in '\n'; '&' is a character like any other. Null: empty
+/// The system's own box is shown if there is no language library or no memory for the box, and for types with
+/// MB_SERVICE_NOTIFICATION, MB_DEFAULT_DESKTOP_ONLY or an unknown set of buttons.
+/// \param owner disabled while the box is shown. Null: none; MB_TASKMODAL then disables up to 64 visible windows of the
+/// thread
+/// \param text lines end in '\n'; '&' is an ordinary character. Null: empty
 /// \param title null: "Error", in the user's language
 /// \param type MB_ flags: buttons, icon with its sound, default button; MB_TASKMODAL, MB_SYSTEMMODAL, MB_HELP,
-/// MB_SETFOREGROUND, MB_TOPMOST, MB_RIGHT, MB_RTLREADING. The button of MB_HELP sends WM_HELP to the owner. Boxes of services
-/// are left to the system.
-/// \return the number of the button; 0 when no box can be shown, or it was destroyed before an answer
+/// MB_SETFOREGROUND, MB_TOPMOST, MB_RIGHT, MB_RTLREADING. The button of MB_HELP sends WM_HELP to the owner.
+/// \return number of the button; 0 if no box can be shown or the box was destroyed before an answer
 ZOGBL_API int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type);

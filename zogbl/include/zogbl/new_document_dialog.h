@@ -4,22 +4,24 @@
 
 #include <zogbl/dialog.h>
 
-/// Shows the application's document templates, each with its icon and the name that it has for new documents; those
-/// without such a name are left out. Below the list stands the description of the one selected.
+/// Lets the user choose one of the application's document templates for a new document, in the user's language.
 ///
-/// The icon and the description belong to templates of the class CZoMultiDocTemplate: the icon has the template's
-/// resource number, the description is what stands behind the last line feed of the string of that number.
+/// The list shows each template's icon and its name for new documents; templates without such a name are left out. The
+/// description of the selected one stands below the list. Icon and description are shown only for CZoMultiDocTemplate:
+/// the icon with the template's resource number, and the text behind the last line feed of the string with that number.
 class ZOGBL_API CZoNewBrixelDocType : public CZoDialog {
 public:
-    /// \param parent null for the main window
+    /// \param parent null: the main window
     CZoNewBrixelDocType(CWinApp* application, CWnd* parent);
 
-    /// \return IDOK: the document template is chosen, at once and without a window when there is only one; IDCANCEL;
-    /// IDABORT: there is none to choose, or memory has run out; -1 when the dialog cannot be made
+    /// \return
+    ///   IDOK      a template is chosen; at once and without a window if there is only one
+    ///   IDCANCEL  the user gave up
+    ///   IDABORT   there is no template to choose, or memory has run out
+    ///   -1        the dialog cannot be made
     INT_PTR DoModal() override;
 
-    /// The document template chosen, once the dialog has ended with IDOK; null when none was selected. It belongs to the
-    /// application.
+    /// The chosen template, after IDOK; null if none was selected. It belongs to the application.
     CDocTemplate* GetDocTemplate() const { return m_pDocTemplate; }
 
 protected:

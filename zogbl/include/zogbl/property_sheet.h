@@ -10,8 +10,8 @@
 
 class DialogTemplate;
 
-/// A page whose template comes from the user's language, as CZoDialog's does; the template's title stands on the tab.
-/// Its texts follow a change of language while the sheet is open.
+/// A page whose template comes from the user's language, as CZoDialog's does. The tab shows the template's title. If
+/// the language changes while the sheet is open, the page's texts follow.
 class ZOGBL_API CZoPropertyPage : public CPropertyPage {
 public:
     explicit CZoPropertyPage(UINT templateId);
@@ -24,7 +24,7 @@ public:
 protected:
     friend class CZoPropertySheet;
 
-    /// Sets the texts of the controls anew; override as CZoDialog::ReloadTexts.
+    /// Sets the texts of the controls again. Override it like CZoDialog::ReloadTexts.
     virtual void ReloadTexts();
 
 private:
@@ -34,13 +34,16 @@ private:
     std::unique_ptr<DialogTemplate> m_template; // for the life of the sheet's window
 };
 
-/// A modal property sheet with OK, Cancel and Apply in the user's language, which follow a change of it while the sheet
-/// is open. It opens in the middle of its owner. The focus goes with the page, and from Apply to OK once all is applied.
-/// Derived classes own their pages, as members, and add them in their constructor.
+/// A modal property sheet whose OK, Cancel and Apply are in the user's language instead of the system's, and follow a
+/// change of language while the sheet is open.
+///
+/// It opens in the middle of its owner. The focus goes to each new page, and from Apply to OK after everything is
+/// applied. A derived class has its pages as members and adds them in its constructor.
 class ZOGBL_API CZoPropertySheet : public CPropertySheet {
 public:
-    /// \param titleId the string that is the title; a title given as text does not follow the language
-    /// \param parent null: the main window of the thread \param firstPage the page shown first, from 0
+    /// \param titleId string with the title. A title given as text does not follow the language.
+    /// \param parent null: the main window of the thread
+    /// \param firstPage the page shown first, from 0
     /// Throws CMemoryException*.
     explicit CZoPropertySheet(UINT titleId, CWnd* parent = nullptr, UINT firstPage = 0);
     explicit CZoPropertySheet(LPCSTR title, CWnd* parent = nullptr, UINT firstPage = 0);
@@ -48,18 +51,19 @@ public:
     CZoPropertySheet(const CZoPropertySheet&) = delete;
     CZoPropertySheet& operator=(const CZoPropertySheet&) = delete;
 
-    /// Pages of this sheet are CZoPropertyPages. Throws CMemoryException*.
+    /// Takes only CZoPropertyPages. Throws CMemoryException*.
     void AddPage(CZoPropertyPage* page) { CPropertySheet::AddPage(page); }
     CZoPropertyPage* GetPage(int index) const { return static_cast<CZoPropertyPage*>(CPropertySheet::GetPage(index)); }
 
-    /// \return IDOK, IDCANCEL, what EndDialog was given; -1 also when nobody has a page's template, or memory has run out.
+    /// \return IDOK, IDCANCEL or the argument of EndDialog; -1, also if a page's template is missing or memory has run
+    /// out
     INT_PTR DoModal() override;
 
     BOOL OnInitDialog() override;
 
 protected:
-    /// Sets title, tabs, buttons and the texts of all pages anew. Override to renew texts that were set at run time, after
-    /// calling this.
+    /// Sets title, tabs, buttons and the texts of all pages again. An override that renews texts set at run time calls
+    /// this first.
     virtual void ReloadTexts();
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
