@@ -6,14 +6,16 @@
 
 #include <afxext.h>
 
-/// What a template library tells of its buttons for novices; its contents are a matter of application and library.
+/// What a template library says about its buttons for novices. Application and library agree on the contents.
 struct ZoNoviceBarInfo;
 using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 
-/// Loads a template library and calls its entry points. The library is an extension library of the framework
-/// (AfxInitExtensionModule at its attach, and a CDynLinkLibrary if it brings resources), built with the host's compiler:
-/// framework objects, run-time classes and exceptions pass between the two, and a library of another kind may end the
-/// host. The entry points are exported functions with C names and the C calling convention:
+/// Loads a template library and calls its entry points.
+///
+/// The library is an extension library of the framework: it calls AfxInitExtensionModule when it is attached, and makes
+/// a CDynLinkLibrary if it brings resources. It must be built with the host's compiler, because framework objects,
+/// run-time classes and exceptions pass between the two; any other library may end the host. The entry points are
+/// exported functions with C names and the C calling convention:
 ///
 /// | name                    | operation                     |
 /// | ----------------------- | ----------------------------- |
@@ -28,30 +30,32 @@ using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 /// | "PNC", "PNUC"           | ProcessNovice...Command       |
 /// | "GTID", "GMD"           | GetTemplateID, GetMaxDocuments |
 ///
-/// An operation hands its arguments on unchanged and answers what the entry point answers; 0, or nothing, when the
-/// library lacks the entry point, is not loaded, or the entry point let a C++ exception go, which ends here; a fault of
-/// the processor ends the host. What the array and number arguments mean is a matter of application and library; the
-/// results of those are numbers of elements.
+/// An operation passes its arguments on unchanged and returns the entry point's result. It returns 0, or nothing, if
+/// the library is not loaded or lacks the entry point, or if the entry point throws a C++ exception, which ends here. A
+/// fault of the processor ends the host. Application and library agree on what the array and number arguments mean;
+/// operations with an array return a number of elements.
 ///
-/// Objects, classes and windows that come from the library must be gone before it is freed.
+/// Objects, classes and windows of the library must be gone before it is freed.
 class ZOGBL_API CZoTemplateDLLModule : public CObject {
 public:
     CZoTemplateDLLModule() = default;
     ~CZoTemplateDLLModule() override; ///< frees the library if it is loaded
 
-    /// Loads a library, in place of one that this object has loaded before.
-    /// \return its handle; ZO_TEMPLATE_INCOMPLETE if some entry points are missing: the library stays loaded then, and
-    /// what it lacks answers 0; the system's answer, below 32, if it cannot be loaded; the answer of CheckLibrary if
-    /// that is not 0
+    /// Loads a library. A library that this object has loaded before is freed first.
+    /// \return
+    ///   the handle              success
+    ///   ZO_TEMPLATE_INCOMPLETE  some entry points are missing. The library stays loaded; the missing ones answer 0.
+    ///   below 32                the system's result: the library cannot be loaded
+    ///   other                   the result of CheckLibrary, if it is not 0
     virtual HINSTANCE LoadLibraryA(LPCSTR fileName);
-    /// Not for the library's own entry points: the code that runs would go.
-    /// \return FALSE when no library is loaded, or the system refuses.
+    /// Do not call it from the library's own entry points: the code that runs would be freed.
+    /// \return FALSE if no library is loaded or the system refuses
     virtual BOOL FreeLibrary();
 
 protected:
-    /// Asked before anything is stored. \return 0 for no objection. Anything else becomes the result of LoadLibraryA;
-    /// the library is then deliberately left loaded, without belonging to this object: whoever objects decides what
-    /// becomes of it.
+    /// Asked before anything is stored. \return 0: no objection. Any other value becomes the result of LoadLibraryA;
+    /// the library then stays loaded but does not belong to this object. This is deliberate: whoever objects decides
+    /// about it.
     virtual INT_PTR CheckLibrary(HINSTANCE library);
 
 public:
@@ -75,7 +79,7 @@ public:
     virtual int GetTemplateID();
     virtual UINT GetMaxDocuments(CWordArray* maxima, int first, int second);
 
-    HINSTANCE GetLibraryHandle() const { return m_hLibrary; } ///< null when no library is loaded
+    HINSTANCE GetLibraryHandle() const { return m_hLibrary; } ///< null if no library is loaded
 
 private:
     BOOL FindEntryPoints();
@@ -104,7 +108,7 @@ private:
     UINT (*m_pfnGMD)(CWordArray*, int, int) = nullptr;
 };
 
-/// The result of CZoTemplateDLLModule::LoadLibraryA for a library that lacks entry points: -3.
+/// Result of CZoTemplateDLLModule::LoadLibraryA if the library lacks entry points: -3.
 inline const HINSTANCE ZO_TEMPLATE_INCOMPLETE = reinterpret_cast<HINSTANCE>(static_cast<INT_PTR>(-3));
-/// Results below this one are codes: the library is not loaded.
+/// Results below this are codes: the library is not loaded.
 inline constexpr UINT_PTR ZO_FIRST_LIBRARY_HANDLE = 32;
