@@ -10,7 +10,7 @@
 class CComboBox;
 class CListBox;
 
-/// One country. The country index is its stable key: callers store it, and lookups go by it.
+/// One country. The country index is its stable key: callers store it, and lookups use it.
 class ZOGBL_API CZoCountryCode {
 public:
     /// Unpacks a record of the country table and loads the name.
@@ -22,15 +22,15 @@ public:
     CZoCountryCode& operator=(const CZoCountryCode&) = default;
     virtual ~CZoCountryCode();
 
-    /// Takes string \p index, 16045 to 16303, as the name. FALSE for another one; index 0 and an empty name then.
+    /// Takes string \p index, 16045 to 16303, as the name. \return FALSE for another one: then index 0, an empty name
     BOOL SetStringIndex(UINT index);
-    /// Takes cell \p index of the flag bitmap, 0 to 211. FALSE for another one; cell 0 then.
+    /// Takes cell \p index of the flag bitmap, 0 to 211. \return FALSE for another one: then cell 0
     BOOL SetFlagIndex(UINT index);
 
     const CString& GetName() const { return m_csName; }
     UINT GetStringIndex() const { return m_nStringIndex; }
     UINT GetFlagIndex() const { return m_nFlagIndex; }
-    UINT GetDialingPrefix() const { return m_nDialingPrefix; } ///< 1: the code is an area code behind 1; else 0
+    UINT GetDialingPrefix() const { return m_nDialingPrefix; } ///< 1: the code is an area code of country 1; else 0
     UINT GetCountryCode() const { return m_nCountryCode; }     ///< telephone country code
     UINT GetCountryIndex() const { return m_nCountryIndex; }
 
@@ -44,7 +44,7 @@ private:
     UINT m_nCountryIndex;
 };
 
-/// The countries, sorted by name without regard to case; owned by the list.
+/// Owns the countries, sorted by name, case ignored. They come from a table resource.
 class ZOGBL_API CZoCountryCodeList {
 public:
     explicit CZoCountryCodeList(int load = 0); ///< nonzero: LoadData at once
@@ -52,23 +52,29 @@ public:
     CZoCountryCodeList(const CZoCountryCodeList&) = delete;
     CZoCountryCodeList& operator=(const CZoCountryCodeList&) = delete;
 
-    /// Adds every record of the country table (RCDATA 25599, found through ZoGblFindResourceModule).
-    /// \return 0; ZoErrOutOfMemory: a country could not be allocated; ZoErrResourceNotFound; ZoErrBadData: no data, or a record out of range, which ends
-    /// the loading; ZoErrMemoryException. Countries added before a failure stay.
+    /// Adds every record of the country table (RCDATA 25599, found through ZoGblFindResourceModule). Countries added
+    /// before a failure stay.
+    /// \return
+    ///   0
+    ///   ZoErrOutOfMemory       a country could not be allocated
+    ///   ZoErrResourceNotFound  there is no table
+    ///   ZoErrBadData           the table has no data, or a record is out of range, which ends the loading
+    ///   ZoErrMemoryException   no memory for a name or the list
     virtual DWORD LoadData();
-    virtual DWORD FreeData(); ///< \return 0
+    virtual DWORD FreeData(); ///< deletes all countries. \return 0
 
-    /// Adds one country in name order, behind others of the same name. \return as LoadData.
+    /// Adds one country in name order, behind others of the same name. \return as LoadData, without
+    /// ZoErrResourceNotFound
     DWORD AddCountry(DWORD a, DWORD b, DWORD c);
 
-    /// Loads every name anew and sorts again, after a change of the language library; a name that the new library lacks
-    /// stays. The countries remain the same objects, so that list boxes that hold them stay valid.
-    /// \return 0, or ZoErrMemoryException: all names are the old ones then, and AreNamesOutdated tells so.
+    /// Loads every name anew and sorts again, after a change of the language library. A name that the new library lacks
+    /// stays. The countries remain the same objects, so list boxes that hold them stay valid.
+    /// \return 0; ZoErrMemoryException: all names are the old ones, and AreNamesOutdated is TRUE
     DWORD ReloadNames();
     BOOL AreNamesOutdated() const { return m_bNamesOutdated; }
 
     /// Fills a box that holds data instead of strings: each item's data is a CZoCountryCode*, owned by this list. The
-    /// first item is selected, and the focus stays where it was. \return 0
+    /// first item is selected; the focus stays. A box without a window stays as it is. \return 0
     DWORD AddToComboBox(CComboBox* box);
     DWORD AddToListBox(CListBox* box);
 
@@ -88,19 +94,20 @@ private:
 
 using ZoCountryTextMap = CMap<UINT, UINT, CString, const CString&>;
 
-/// The process's country list, filled first if it is empty; it may stay empty without a language library. Null without
-/// the library's data.
+/// The process's country list, which is filled first if it is empty. Without a language library it stays empty. Null if
+/// this library's own data could not be made.
 ZOGBL_API CZoCountryCodeList* GetGlobalCountryList();
 
-/// Maps country index to name, for every country. FALSE, and an empty map, without a list or memory.
+/// Maps country index to name, for every country. \return FALSE, with an empty map: there is no list or no memory
 ZOGBL_API BOOL GetCountryCodeMap(ZoCountryTextMap& map);
-/// Maps country index to the telephone country code as text.
+/// Maps country index to the telephone country code as text. \return as above
 ZOGBL_API BOOL GetCountryPhoneCodeMap(ZoCountryTextMap& map);
-/// The name of the country with that country index. FALSE, \p name unchanged, when it is unknown.
+/// The name of the country with that country index. \return FALSE, with \p name unchanged, if it is unknown
 ZOGBL_API BOOL GetCountryNameFromCode(UINT countryIndex, CString& name);
-/// The telephone country code, as text, of the first country with that country index; empty when it is unknown.
+/// The telephone country code, as text, of the first country with that country index; empty if it is unknown.
 ZOGBL_API void GetCountryPhoneCode(WORD countryIndex, CString& code);
-/// The dialing prefix of the first country with that country index. FALSE, \p prefix unchanged, when it is unknown.
+/// The dialing prefix of the first country with that country index. \return FALSE, with \p prefix unchanged, if it is
+/// unknown
 ZOGBL_API BOOL GetCountryPrefix(WORD countryIndex, UINT& prefix);
-/// The dialing prefix of the first country whose telephone country code has exactly that decimal text: "044" is not 44.
+/// The same of the first country whose telephone country code has exactly that decimal text: "044" is not 44.
 ZOGBL_API BOOL GetCountryPrefix(const CString& code, UINT& prefix);

@@ -1,5 +1,5 @@
 /// \file
-/// What the boxes share whose items have a flag and a name.
+/// The base of the boxes whose items have a flag and a name.
 #pragma once
 
 #include <zogbl/export.h>
@@ -14,11 +14,11 @@ public:
     CZoFlagBitmap(const CZoFlagBitmap&) = delete;
     CZoFlagBitmap& operator=(const CZoFlagBitmap&) = delete;
 
-    /// Loads bitmap 24530, 8 by 27 cells, unless that has been done. FALSE, and nothing to draw, without a language
-    /// library or memory; it may be tried again.
+    /// Loads bitmap 24530, 8 by 27 cells, unless that has been done.
+    /// \return FALSE, with nothing to draw: there is no language library or no memory. A later call tries again
     BOOL Load();
-    SIZE GetCellSize() const { return m_cell; } ///< in pixels; as wide and high as a small icon until it is loaded
-    /// Draws the flag of a cell, 0 to 215; for a higher number, that of cell 0.
+    SIZE GetCellSize() const { return m_cell; } ///< in pixels; 16 by 16 until it is loaded
+    /// Draws the flag of a cell, 0 to 215. A higher number draws cell 0.
     void Draw(HDC dc, int left, int top, UINT flagIndex) const;
 
 private:
@@ -27,35 +27,35 @@ private:
     SIZE m_cell = {16, 16};
 };
 
-/// What a box shows of an item.
+/// The parts of an item that a box shows.
 struct ZoFlagItem {
     LPCSTR name;                ///< belongs to the item
     UINT flagIndex;             ///< cell of the flag bitmap
-    LPCWSTR wideName = nullptr; ///< drawn in place of the name, on systems that can; null for none
+    LPCWSTR wideName = nullptr; ///< drawn in place of the name if the system can; null: none
 };
 
-constexpr int ZO_WIDE_NAME_SIZE = 192; ///< characters that such a wide name may have, terminator included
+constexpr int ZO_WIDE_NAME_SIZE = 192; ///< of a wide name, in characters, terminator included
 
-/// How such a box draws its items and collects what is typed.
+/// Draws the items of such a box, and collects the characters that the user types.
 class ZOGBL_API CZoFlagBox {
 public:
     BOOL LoadFlags() { return m_flags.Load(); }
-    int GetItemHeight() const; ///< in pixels: the flag's or the desired height, whichever is more, and 4
+    int GetItemHeight() const; ///< in pixels: the flag's height or, if greater, the desired one, plus 4
     void SetDesiredHeight(int height) { m_nDesiredHeight = height; } ///< in pixels, of the text
-    int GetTextOffset() const; ///< in pixels from the left edge of an item: the flag's width and 8
+    int GetTextOffset() const; ///< in pixels from the left edge of an item: the flag's width plus 8
 
-    /// Draws an item in the system's colours of this moment. In a disabled box a selected item has the disabled text's
-    /// colour as its background, and the window's as its text.
+    /// Draws an item in the system's present colours. If the box is disabled, a selected item has the colour of
+    /// disabled text as background and that of the window as text.
     /// \param item null for an empty place, such as the field of a combo box without selection
-    /// \param rightText shown at the right edge; null for none
+    /// \param rightText shown at the right edge; null: none
     void DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, LPCSTR rightText) const;
-    /// Order by name as the user's language has it: -1, 0 or 1.
+    /// Compares names in the order of the user's language, case ignored. \return -1, 0 or 1
     static int CompareNames(LPCSTR first, LPCSTR second);
-    /// Whether \p name begins with \p text, without regard to case. Every name begins with an empty text.
+    /// Whether \p name begins with \p text, case ignored. Every name begins with an empty text.
     static BOOL HasPrefix(LPCSTR name, LPCSTR text);
 
-    /// Adds a printable character (32 to 255) to what was typed; a text of more than 64 characters is begun anew.
-    /// Backspace empties it. \return whether there is something to look for.
+    /// Adds a printable character (32 to 255) to the typed text. If that has more than 64 characters, a new one begins.
+    /// Backspace empties it. \return whether a character was added
     BOOL Type(UINT character);
     void ForgetTyped() { m_szTyped[0] = '\0'; }
     LPCSTR GetTyped() const { return m_szTyped; }
@@ -68,44 +68,46 @@ private:
     char m_szTyped[kLongestTyped + 2] = "";
 };
 
-/// A sorted box of items with flags, made from CComboBox or CListBox. Create it without text; CB_ADDSTRING or LB_ADDSTRING
-/// takes an item's address, which becomes the item's data. Made by Create, it is owner-drawn and sorted and keeps the
-/// names as its texts too, for that is what screen readers speak; in a dialog, give it the styles OWNERDRAWFIXED, SORT and
-/// HASSTRINGS. What was typed is forgotten when the focus goes, and with a click or a key that moves the selection. When
-/// the box is sent the message CZoLanguageSupport::GetUpdateMessage(), it takes the names of the new language; CZoDialog
-/// passes that on to its controls, other windows have to.
+/// A sorted box of items with flags, made from CComboBox or CListBox. Its items are objects, not texts: CB_ADDSTRING or
+/// LB_ADDSTRING takes an object's address, which becomes the item's data.
 ///
-/// No member has a body here, and none is left to the compiler: only what the library instantiates is exported, and
-/// that leaves out bodies in the class.
+///   - Create it without text. It is then owner-drawn and sorted, and keeps the names as its texts for screen readers.
+///   - In a dialog: give it the styles OWNERDRAWFIXED, SORT and HASSTRINGS.
+///   - The typed text is forgotten when the box loses the focus, and with a click or a key that moves the selection.
+///   - The message CZoLanguageSupport::GetUpdateMessage() makes the box take the names of the new language. CZoDialog
+///     sends it to its controls; other windows must do so themselves.
+///
+/// No member but SelectFirst has a body here, and none is left to the compiler: only instantiated members are
+/// exported, and those with a body in the class are not.
 template <class BOX> class ZOGBL_API CZoFlagControl : public BOX {
 public:
     CZoFlagControl();
     ~CZoFlagControl() override;
 
-    void SetDesiredHeight(int height); ///< of the text, in pixels; an item has 4 more
-    int GetPictureWidth() const;       ///< where the text begins, in pixels
-    /// Selects the first item whose name begins with \p text, without regard to case; the first one for an empty text.
-    /// \return its position, or the number of items when there is none; the selection then stays.
+    void SetDesiredHeight(int height); ///< of the text, in pixels; see CZoFlagBox::GetItemHeight
+    int GetPictureWidth() const;       ///< where the text begins, in pixels from the left
+    /// Selects the first item whose name begins with \p text, case ignored. An empty text selects the first item.
+    /// \return its position; if there is none, the number of items, and the selection stays
     int SelectName(const char* text);
 
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     // NOLINTBEGIN(clang-diagnostic-inconsistent-missing-override): of the two boxes, one has them to override
     virtual void DrawItem(DRAWITEMSTRUCT* item);
     virtual void MeasureItem(MEASUREITEMSTRUCT* item);
-    virtual int CompareItem(COMPAREITEMSTRUCT* items); ///< asked for in boxes without texts
+    virtual int CompareItem(COMPAREITEMSTRUCT* items); ///< used in boxes without texts
     // NOLINTEND(clang-diagnostic-inconsistent-missing-override)
 
 protected:
-    virtual ZoFlagItem Describe(const void* data) const = 0;
-    /// Text at the right edge of an item; empty for none.
+    virtual ZoFlagItem Describe(const void* data) const = 0; ///< of the item with that data
+    /// Text at the right edge of an item; empty, as it comes: none.
     virtual void DescribeRight(const void* data, char (&text)[16]) const;
-    /// An item's name in Unicode, to be drawn in place of the other; as it is, empty: none.
+    /// An item's name in Unicode, drawn in place of Describe's; empty, as it comes: none.
     virtual void DescribeWide(const void* data, WCHAR (&name)[ZO_WIDE_NAME_SIZE]) const;
-    /// Another language was loaded. Does nothing here, for names that do not depend on that.
+    /// Called when another language was loaded. The base does nothing.
     virtual void FollowLanguage();
-    /// The address of the selected item; null when there is none.
+    /// The data of the selected item; null if there is none.
     const void* GetSelectedData() const;
-    /// Selects the first item that \p matches. \return its position, or the number of items.
+    /// Selects the first item for which \p matches(data) is true. \return its position, or the number of items
     template <class MATCHES> int SelectFirst(MATCHES matches)
     {
         const int count = this->GetCount();
@@ -117,7 +119,7 @@ protected:
         }
         return count;
     }
-    /// Prepares for new items: flags, height, nothing typed.
+    /// Prepares for new items: loads the flags, sets the height, forgets the typed text.
     void BeginReset();
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

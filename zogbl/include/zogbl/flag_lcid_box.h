@@ -5,24 +5,25 @@
 #include <zogbl/flag_box.h>
 #include <zogbl/flag_lcid.h>
 
-/// Shows a list of locales with flag and name. The list is the caller's and outlives the box's items.
+/// Picks a language or region of a list: flag and name. The list stays the caller's and outlives the box's items.
 template <class BOX> class ZOGBL_API CFlagLcidControl : public CZoFlagControl<BOX> {
 public:
     CFlagLcidControl();
     ~CFlagLcidControl() override;
 
-    /// Attaches the list; null detaches. ResetInformation shows it.
+    /// Attaches the list; null detaches it. ResetInformation shows it.
     void SetList(CZoFlagLcidList* list);
-    /// Fills the box anew from the list, forgets what was typed and selects the first item. Empty without a list.
+    /// Fills the box anew from the list, forgets what was typed and selects the first item. Without a list it is empty.
     void ResetInformation();
 
-    UINT GetLcidCode() const; ///< of the selected item; 0 when there is none
-    /// \return the position of the first item with that locale, or the number of items; the selection then stays.
+    UINT GetLcidCode() const; ///< of the selected item; 0 if there is none
+    /// \return the position of the first item with that locale; if there is none, the number of items, and the
+    /// selection stays
     int SelectLcid(UINT lcid);
 
-    /// As of the list, ZoErrBadData without one. ResetInformation shows the new entry.
+    /// As the list's function; ZoErrBadData without a list. ResetInformation shows the new entry.
     DWORD AddLcidCode(UINT lcid, DWORD textMode);
-    /// Names the list's entries anew and shows them; the selected locale stays selected.
+    /// Names the list's entries anew and shows them; the same locale stays selected.
     void SetTextMode(DWORD textMode);
 
 protected:
