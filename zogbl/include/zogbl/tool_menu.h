@@ -1,18 +1,19 @@
 /// \file
-/// A tools menu: the programs of a file as commands of the application's main window.
+/// A tools menu: the programs of a file, as commands of the application's main window.
 #pragma once
 
 #include <zogbl/tool_file.h>
 
 #include <afxcoll.h>
 
-/// The tools in an application's menu. The application has a menu item of its own, the marker, below which they appear:
+/// Shows the tools in an application's menu and starts them. The menu has an item of the application's, the marker; the
+/// tools stand below it:
 ///
 ///     m_tools.LoadFile(path);
 ///     m_tools.RefreshMenu(ID_TOOLS_EDIT);   // and again whenever the main window has got another menu
 ///
-/// and hands over the commands and update requests that it does not know itself, in its OnCmdMsg, unless that is only asked
-/// whether there is a handler (\p info is not null then):
+/// The application's OnCmdMsg passes on the commands and update requests that it does not know, unless \p info is not
+/// null, which only asks for a handler:
 ///
 ///     return CFrameWnd::OnCmdMsg(id, code, extra, info) ||
 ///            (info == nullptr && m_tools.DoCommandMessage(
@@ -25,21 +26,24 @@ public:
     CTlmMenu();
     ~CTlmMenu() override;
 
-    /// Takes the items of a file that are to be shown in the menu, in place of those of the one before. \return 0 or a
-    /// code of CTlmFile::LoadFileData; ZO_TLM_NO_NAME for null, the items as before, or an empty path
+    /// Takes the items of a file that are to be shown in the menu; the items before are deleted.
+    /// \return 0 or a code of CTlmFile::LoadFileData. ZO_TLM_NO_NAME if \p path is null, with the items as before, or
+    /// empty.
     DWORD LoadFile(const char* path);
-    /// Shows the items below the marker in the main window's menu, behind a separator, in place of all that was below it
-    /// before. The marker is looked for in the submenus of the menu bar, the last one first.
+    /// Shows a separator and the items below the marker in the main window's menu; everything below the marker is
+    /// removed first. The marker is searched in the submenus of the menu bar, from the last to the first.
     /// \return 0, ZO_TLM_NO_MENU or ZO_TLM_NO_MARKER
     DWORD RefreshMenu(UINT markerCommand);
-    /// Answers a command (CN_COMMAND), which starts the program, and an update request (CN_UPDATE_COMMAND_UI), which
-    /// enables \p cmdUI. \param parent owner of what the item may ask. \return whether \p id is an item's and there was
-    /// something to answer; a program that could not be started has been answered too: ask GetLastStatus
+    /// A command (CN_COMMAND) starts the program; an update request (CN_UPDATE_COMMAND_UI) enables \p cmdUI.
+    /// \param parent owner of the item's question
+    /// \return 1 if \p id belongs to an item and was handled, else 0. 1 also if the program could not be started: ask
+    /// GetLastStatus.
     int DoCommandMessage(UINT id, int code, CCmdUI* cmdUI, CWnd* parent);
-    /// The description of an item, for the status bar. \return 0, with \p text empty, when \p id is no item's
+    /// The description of an item, for the status bar. \return 0, with \p text empty, if \p id belongs to no item; else
+    /// 1
     int GetMessageString(UINT id, CString& text) const;
 
-    /// What CTlmItem::ActivateItem answered to the last command; 0 before the first.
+    /// Result of CTlmItem::ActivateItem for the last command; 0 before the first.
     DWORD GetLastStatus() const { return m_dwLastStatus; }
 
 protected:

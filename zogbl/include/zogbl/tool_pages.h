@@ -1,37 +1,38 @@
 /// \file
-/// The pages of the tools editor, which show one item at a time.
+/// The pages of the tools editor. They show one item at a time.
 #pragma once
 
 #include <zogbl/property_sheet.h>
 #include <zogbl/tool_item.h>
 
-/// To the sheet, from its general page: the user changes the menu text of the item in lParam.
+/// Message to the sheet from its general page: the user changes the menu text of the item in lParam.
 constexpr UINT ZO_TLM_MENU_TEXT_CHANGED = WM_APP + 2;
 
-/// A page of the tools editor. What is entered goes to the item when the page gives way, when another item is shown and
-/// with OK; what a field cannot take is told then, and the page stays. Nothing is thrown.
+/// A page of the tools editor. The input goes to the item when another page or item is shown, and with OK. If a field
+/// has wrong input, the user is told and the page stays. Nothing is thrown.
 class ZOGBL_API CTlmBasePage : public CZoPropertyPage {
 public:
     explicit CTlmBasePage(UINT templateId);
     ~CTlmBasePage() override;
 
-    /// The item shown; the sheet's. Null shows empty controls. \p item is not read before the page is shown next.
+    /// The item shown; it belongs to the sheet. Null: the controls are empty. \p item is not read before the page is
+    /// shown.
     void SetItem(CTlmItem* item) { m_pItem = item; }
     /// Shows the item, if the page has a window.
     void Load();
-    /// Takes the controls over into the item, if the page has a window. \return FALSE when a field does not hold what it
-    /// should, which the user has been told of, or memory has run out; the item is as before then
+    /// Copies the controls to the item, if the page has a window. \return FALSE, with the item as before, if a field
+    /// has wrong input, which the user has been told, or memory has run out
     BOOL Save();
-    /// Enables or disables the page with all controls.
+    /// Enables or disables all controls of the page.
     void EnablePage(int enable);
-    void SetRunMode(int mode) { m_nRunMode = mode; } ///< kept for applications, of no effect here
+    void SetRunMode(int mode) { m_nRunMode = mode; } ///< kept for applications; it has no effect here
 
     BOOL OnInitDialog() override;
     BOOL OnSetActive() override;
     BOOL OnKillActive() override;
 
 protected:
-    /// Enables what the state of other controls calls for; called when the page is enabled.
+    /// Enables controls according to the state of others. Called when the page is enabled.
     virtual void UpdateControls() {}
 
     CTlmItem* GetItem() const { return m_pItem; }
@@ -39,15 +40,14 @@ protected:
     /// Enables an edit field, its spin buttons and its label, if the page is enabled.
     void EnableField(int edit, BOOL enable) const;
     BOOL IsChecked(int check) const;
-    /// Shows or takes bits of a number by a check box.
+    /// Shows bits of a number in a check box, or takes them from it.
     static void ExchangeFlag(CDataExchange* exchange, int check, DWORD& flags, DWORD bits);
-    /// Shows or takes a number from 1 to \p maximum. One whose field is disabled is not insisted on.
+    /// Shows a number or takes it, from 1 to \p maximum. If the field is disabled, a wrong number is ignored.
     void ExchangeNumber(CDataExchange* exchange, int edit, DWORD& number, int maximum) const;
-    /// Shows or takes the text of a field of \p size bytes.
+    /// Shows or takes a text; its field has \p size bytes.
     static void ExchangeText(CDataExchange* exchange, int edit, char* field, size_t size);
 
-    /// The record that DoDataExchange works on: a copy of the item's, which becomes the item's own once the whole page
-    /// has been taken over.
+    /// The record for DoDataExchange: a copy of the item's, which is copied back after the whole page has been taken.
     ZoToolItemRecord m_record;
     int m_nRunMode = 0;
 
@@ -68,7 +68,7 @@ public:
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
     void ReloadTexts() override;
-    void UpdateControls() override; ///< the arguments are called default ones if the user is asked for them
+    void UpdateControls() override; ///< if the user is asked for them, the arguments are called default ones
     afx_msg void OnAsk();
     afx_msg void OnMenuText();
     afx_msg void OnBrowseProgram();
@@ -90,7 +90,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 };
 
-/// The program's console. Full screen is asked about when it is switched on.
+/// The program's console. The user is asked when he switches full screen on.
 class ZOGBL_API CTlmConsolePage : public CTlmBasePage {
 public:
     CTlmConsolePage();

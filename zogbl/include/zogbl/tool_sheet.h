@@ -9,16 +9,17 @@
 
 #include <memory>
 
-constexpr INT_PTR ZO_TLM_MAXIMUM_ITEMS = 31; ///< that the editor lets a file grow to
+constexpr INT_PTR ZO_TLM_MAXIMUM_ITEMS = 31; ///< up to which the editor lets a file grow
 
-/// Edits the items of a tools file: a list of them at the left with buttons to add, remove and move, and pages that show
-/// the selected one. The items are the sheet's own until SaveFileData; nothing is written by the sheet itself.
+/// Edits the items of a tools file. At the left a list with buttons to add, remove and move items; pages show the
+/// selected one. The items belong to the sheet; only SaveFileData writes them.
 ///
-/// The file is loaded when the sheet opens. The user is told if not all of it could be read, or if its length is not that of
-/// whole items, for the rest is lost with OK.
+/// The file is loaded when the sheet opens. The user is told if a part of it could not be read, or if its length is not
+/// that of whole items: the rest would be lost with OK.
 class ZOGBL_API CTlmSheet : public CZoPropertySheet {
 public:
-    /// \param parent null: the main window of the thread \param firstPage the page shown first, from 0
+    /// \param parent null: the main window of the thread
+    /// \param firstPage the page shown first, from 0
     /// Throws CMemoryException*.
     CTlmSheet(UINT titleId, CWnd* parent, UINT firstPage = 0);
     CTlmSheet(LPCSTR title, CWnd* parent, UINT firstPage = 0);
@@ -29,30 +30,33 @@ public:
     /// Deletes the pages, the list and the group box. Only for the end of the sheet's life.
     virtual void DeletePages();
 
-    /// The file to edit. Loaded at once when the sheet is open. Without memory for the path there is none.
+    /// The file to edit. If the sheet is open, the file is loaded at once. Without memory for the path, there is no
+    /// file.
     void SetFilePath(const char* path);
-    /// Writes the items to the file. \return 0 or a code of CTlmFile::SaveFileData, ZO_TLM_NO_NAME, ZO_TLM_NO_MEMORY
+    /// Writes the items to the file. \return 0, ZO_TLM_NO_NAME, ZO_TLM_NO_MEMORY or a code of CTlmFile::SaveFileData
     DWORD SaveFileData();
 
-    /// Kept for applications, and handed on to all pages; of no effect here.
+    /// Kept for applications and passed on to all pages; it has no effect here.
     void SetRunMode(int mode);
-    /// The width of the list in dialog units; takes effect when the sheet is opened.
+    /// Width of the list in dialog units; takes effect when the sheet opens.
     UINT GetScrollListWidth() const { return m_nListWidth; }
     void SetScrollListWidth(UINT width) { m_nListWidth = width; }
     CListBox* GetListBox() const { return m_list.get(); }
     INT_PTR GetItemCount() const { return m_items.GetSize(); }
 
-    /// Shows the sheet. After IDOK the items are kept, so that it can be shown again with what was entered.
+    /// Shows the sheet. After IDOK the items are kept, so the sheet can be shown again with the same input.
     /// \return as CZoPropertySheet
     INT_PTR DoModal() override;
     BOOL OnInitDialog() override;
 
 protected:
+    /// Loads the file. The items before are deleted, unless the path is empty.
+    /// \return 0, ZO_TLM_NO_NAME, ZO_TLM_NO_MEMORY or a code of CTlmFile::LoadFileData
     DWORD
-    LoadFileData(); ///< \return 0 or a code of CTlmFile::LoadFileData; the items before are gone in any case but an empty path's
+    LoadFileData();
     void FillItemList(); ///< shows the items, the first one selected
     void FreeItemList(); ///< deletes all items
-    /// Takes over what the pages show. \return FALSE when a page refuses; it is in front then
+    /// Takes the input of all pages. \return FALSE if a page refuses; that page is then in front
     BOOL PageToItem();
     void ItemToPage(CTlmItem* item); ///< shows an item, or none, on all pages
     void UpdateControlStates();
@@ -102,11 +106,13 @@ private:
     BOOL m_bLoaded = FALSE;  // the items are the file's, or what became of them
 };
 
-/// Lets the user edit a tools file. A file that does not exist yet is made with OK. Meanwhile help is the suite's.
+/// Lets the user edit a tools file. A file that does not exist is made with OK. Meanwhile the help is the suite's.
 ///
-/// While the file is saved, what it held is kept in a copy beside it ("<path>.zo~", on Win32s '~' as the last character of
-/// the extension). If the file cannot be saved, that is put back, the user is told what has become of the file, and may go
-/// back to the editor with everything as it was entered; that goes on until it is saved or given up. If the program is
-/// killed while it saves, the copy stays, and the user is asked at the next opening whether to put it back. If there is no
-/// room for the copy, or another program is saving the file, nothing is written. Nothing is thrown.
+/// While the file is saved, its old contents are kept in a copy beside it: "<path>.zo~", on Win32s with '~' as the last
+/// character of the extension. Nothing is written if there is no room for the copy or another program is saving the
+/// file.
+///
+/// If the file cannot be saved, the old contents are put back. The user is told the state of the file and may go back
+/// to the editor with the same input, until the file is saved or he gives up. If the program is killed while it saves,
+/// the copy stays; at the next opening the user is asked whether to put it back. Nothing is thrown.
 ZOGBL_API void EditToolItemFile(const char* path, CWnd* parent);
