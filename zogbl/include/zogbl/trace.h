@@ -6,75 +6,81 @@
 
 #include <afx.h>
 
-/// Writes a log for people to a text file. All objects, in any number of processes, that open a trace of one name share
-/// its file, a buffer and a lock. The first opener writes a start banner with what system and module it is; the last one
-/// to close writes a stop banner.
+/// Writes a log for people to a text file. All objects that open a trace of the same name, in any number of processes,
+/// share its file, a buffer and a lock.
+///
+/// The first opener writes a start banner that describes system and module; the last one to close writes a stop banner.
 ///
 ///     CZoTrace trace;
 ///     const WORD level = CZoTrace::GetRegTraceLevel();
 ///     if (level > 0 && trace.Open("FaxServer", level, TRUE))
 ///         trace.Output("%s: %d pages\r\n", station, pages);
 ///
-/// A trace is named by what stands before the first "." of the name, letters and digits of ASCII only, with "Zo" before
-/// it: "my app-2.exe" writes to Zomyapp2.TRC, in the folder of the process's executable. Buffer and lock go by the name
-/// alone: programs of two folders that open a trace of one name share them, each with a file of its own, and their text
-/// goes to the file of whichever writes the buffer. Give such traces different names. Text is in the system's code page
-/// and gathers in 8192 shared bytes, which are written to the file when the next text does not fit, by Flush and Close,
-/// and after every call when the level is 10 or more. Other programs may read the file meanwhile.
+/// The part of the name before the first "." counts, of it only ASCII letters and digits, with "Zo" before them: "my
+/// app-2.exe" writes to Zomyapp2.TRC in the folder of the process's executable. Only the name decides who shares buffer
+/// and lock. If programs in two folders open a trace of the same name, each has a file of its own, but their text goes
+/// to the file of the program that writes the buffer. Give such traces different names.
 ///
-/// A process that dies takes nothing of the others' text along, and none of its own that is in the buffer already,
-/// unless nobody else has the trace open: then the buffer is gone. It blocks nobody. Its part of the open count stays,
-/// so that such a trace gets no stop banner. A program that is stopped while it holds the lock, in a debugger or
-/// suspended, holds up all programs of the trace until it goes on or ends: waiting for the lock has no time limit.
-/// Failed writes to the file are not noticed.
+/// Text is in the system's code page. It gathers in the shared buffer of 8192 bytes, which is written to the file
+///   - when the next text does not fit,
+///   - by Flush and Close, and
+///   - after every call if the level is 10 or more.
+/// Other programs may read the file meanwhile.
 ///
-/// One object is to be used by one thread at a time. A copy shares the handles of its original: only one of the two
-/// may be closed or destroyed.
+/// If a process dies, no text of the others is lost, and none of its own that is in the buffer. But if nobody else has
+/// the trace open, the buffer is lost. Nobody is blocked. The dead process stays in the open count, so this trace gets
+/// no stop banner.
+///
+/// If a program is stopped while it holds the lock (in a debugger or suspended), all programs of the trace wait until
+/// it goes on or ends, without a time limit. Failed writes to the file are not noticed.
+///
+/// Only one thread at a time may use an object. A copy shares the handles of its original: only one of the two may be
+/// closed or destroyed.
 class ZOGBL_API CZoTrace {
 public:
-    /// At this level and above, everything is in the file when a call returns.
+    /// From this level on, all text is in the file when a call returns.
     static constexpr WORD kImmediateLevel = 10;
-    /// Size limit that the first opener of a kept file enforces: one as large, or larger, begins anew.
+    /// Size limit of a kept file: if it is as large or larger, the first opener begins it anew.
     static constexpr DWORD kMostFileBytes = 0x100000;
-    static constexpr int kMostTextLength = 511; ///< in bytes, of one Output; more is cut
+    static constexpr int kMostTextLength = 511; ///< in bytes, of one Output; the rest is cut
 
     CZoTrace();
     CZoTrace(const CZoTrace&) = default;
     CZoTrace& operator=(const CZoTrace&) = default;
     virtual ~CZoTrace(); ///< closes
 
-    /// Opens the trace or joins it. An object that is open already stays as it is and answers TRUE.
-    /// \param level 0 means off and 1 on, but that is for callers to go by: Output does not look at it. From
-    /// kImmediateLevel on every call writes to the file at once.
-    /// \param append FALSE empties the file. Only the first opener can: a joiner appends in any case.
-    /// \return FALSE, with nothing left open, when a system object, the buffer or the file cannot be had. A joiner does
-    /// not make a file: it fails when the file has been deleted.
+    /// Opens the trace or joins it. An open object stays as it is and returns TRUE.
+    /// \param level stored for callers: 0 off, 1 on. Output does not test it; from kImmediateLevel on, every call
+    /// writes to the file at once.
+    /// \param append FALSE: the file is emptied. Only the first opener can do that; a joiner always appends.
+    /// \return FALSE, with nothing left open, if a system object, the buffer, the file or memory is missing, or the
+    /// path is too long. A joiner does not make a file: it fails if the file has been deleted.
     BOOL Open(const CString& name, WORD level, BOOL append);
-    /// Leaves the trace. Level and pause switch are cleared, the time-stamp switch is kept.
+    /// Leaves the trace. Clears the level and the pause switch; the time-stamp switch stays.
     void Close();
 
-    /// While paused, Output, OutputBlock and Flush do nothing, and banners are not written. Close still writes to the
-    /// file what is in the buffer: it may be other processes' text.
+    /// While paused, Output, OutputBlock and Flush do nothing, and no banners are written. Close still writes the
+    /// buffer to the file, because it may hold other processes' text.
     void Pause() { m_bPause = TRUE; }
     void Resume() { m_bPause = FALSE; }
-    /// Whether each Output begins with the time since the start of the trace; at first it does. In objects that joined,
-    /// which do not know that start, it is the time since the start of the system.
+    /// Whether each Output begins with the time since the start of the trace; at first it does. An object that joined
+    /// does not know this start: it writes the time since the start of the system.
     void EnableTimeStamp(BOOL enable) { m_bTimeStamp = enable; }
 
-    /// Of an open trace; a level of 0 is taken as 1, for an open trace is on.
+    /// Sets the level of an open trace. 0 counts as 1, because an open trace is on.
     void SetLevel(WORD level);
     WORD GetLevel() const { return m_wLevel; } ///< 0 after Close
 
-    /// Appends text, formatted as wvsprintf does, which takes fewer conversions than printf:
+    /// Appends text, formatted as by wvsprintf, which knows fewer conversions than printf:
     ///
     ///     %[-][#][0][width][.precision][h or l]type    with a type of c C d i p s S u x X; and %%
     ///
-    /// No floating point, no "%lld", no "*" for a width, no "+" or blank as a flag. The text ends before a conversion
-    /// of another kind, though the compiler, which checks formats as for printf, lets it pass. The caller supplies line
-    /// ends, as "\r\n". The text of one call is never mixed with another's. A null format is no text.
+    /// There is no floating point, "%lld", "*" as a width, "+" or blank as a flag. The text ends before any other
+    /// conversion; the compiler accepts some, because it checks formats as for printf. The caller adds the line ends,
+    /// "\r\n". The text of one call is never mixed with other text. A null format is no text.
     void AFX_CDECL Output(const char* format, ...) __attribute__((format(printf, 2, 3)));
     /// Appends a dump of \p length bytes, 16 to a line, printable characters as such. Null counts as no bytes. The
-    /// bytes are copied first; if there is no memory for more than 1024 of them at a time, others' text may come in
+    /// bytes are copied first. If there is no memory for more than 1024 of them at once, other text may come in
     /// between.
     ///
     ///     (00:00:03.250) Block Print: 5 Bytes
@@ -87,20 +93,20 @@ public:
     CString GetFileName() const; ///< full path; empty while closed
     DWORD GetOpenCount() const;  ///< objects of all processes that have this trace open; 0 while closed
 
-    /// The level that the user chose: the number "FaxTrace" of the user's key (CZoVersionResource::GetCurrentUserKey of
-    /// the executable). 0 when there is none.
+    /// The level that the user chose: the number "FaxTrace" in the user's key (CZoVersionResource::GetCurrentUserKey of
+    /// the executable); 0 if there is none.
     static WORD GetRegTraceLevel();
-    /// Stores the user's choice and, if it changed, posts GetNotifyMessage to all top-level windows. Without a
-    /// registered product nothing happens, and nothing is posted when the registry refuses.
+    /// Stores the user's choice. If it changed, posts GetNotifyMessage to all top-level windows. Without a registered
+    /// product nothing happens; if the registry refuses, nothing is posted.
     static void SetRegTraceLevel(WORD level);
-    /// Number of the registered message "CZoTRACE_NOTIFY": wParam is the old level, lParam the new one.
+    /// Number of the registered message "CZoTRACE_NOTIFY". wParam is the old level, lParam the new one.
     static UINT GetNotifyMessage();
 
 protected:
-    /// "(hh:mm:ss.ttt) ", with more digits for the hours if need be. Empty when memory has run out.
+    /// "(hh:mm:ss.ttt) ", with more digits for the hours if necessary; empty if memory has run out.
     CString FormatRelativeTime() const;
-    /// Waits for the lock of this trace, as long as it takes; a thread may take it several times. It passes to the next
-    /// when its owner dies. \return FALSE when there is no lock to be had: then the buffer must not be touched.
+    /// Waits for the lock of this trace, without a time limit. A thread may take it several times. If its owner dies,
+    /// the next one gets it. \return FALSE if there is no lock: then do not touch the buffer
     BOOL LockMap() const;
     void UnlockMap() const;
 

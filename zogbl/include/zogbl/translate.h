@@ -1,5 +1,5 @@
 /// \file
-/// Character translation: what a communication line receives and sends, byte by byte.
+/// Character translation: of what a communication line receives and sends, byte by byte.
 #pragma once
 
 #include <zogbl/export.h>
@@ -9,41 +9,41 @@
 /// Codes of CGblTranslate's file operations.
 constexpr DWORD ZO_TRANSLATE_SUCCESS = 0;
 constexpr DWORD ZO_TRANSLATE_NO_NAME = 1;      ///< no file name: null or empty
-constexpr DWORD ZO_TRANSLATE_NOT_OPENED = 2;   ///< the file could not be opened, or not be read to its end
-constexpr DWORD ZO_TRANSLATE_NOT_WRITTEN = 3;  ///< after writing, the file is not as long as it must be
+constexpr DWORD ZO_TRANSLATE_NOT_OPENED = 2;   ///< the file cannot be opened, or not be read to its end
+constexpr DWORD ZO_TRANSLATE_NOT_WRITTEN = 3;  ///< after writing, the file has not its full length
 constexpr DWORD ZO_TRANSLATE_WRONG_LENGTH = 6; ///< the file's length is not 608
 constexpr DWORD ZO_TRANSLATE_SHORT_HEADER = 7; ///< the header is less than 96 bytes long
 constexpr DWORD ZO_TRANSLATE_WRONG_MAGIC = 8;
 constexpr DWORD ZO_TRANSLATE_NEWER_VERSION = 9; ///< the file's version is above 0x00010000
-constexpr DWORD ZO_TRANSLATE_NO_MEMORY = 10;    ///< memory has run out, or a dialog could not be made
+constexpr DWORD ZO_TRANSLATE_NO_MEMORY = 10;    ///< memory has run out, or a dialog cannot be made
 
 constexpr DWORD ZO_TRANSLATE_HEXADECIMAL = 0; ///< how the editor shows codes: 0x41
 constexpr DWORD ZO_TRANSLATE_DECIMAL = 1;     ///< 65
 
 constexpr int ZO_TRANSLATE_DESCRIPTION_LENGTH = 63; ///< most bytes of a description that a file keeps
 
-/// A pair of tables: the get table translates each byte received, the put table each byte to send. Each is off at first,
-/// and maps every byte to itself. A set of tables is kept in a file of 608 bytes, with a description.
+/// Translates each byte that a communication line receives (get table) and each byte to send (put table). At first each
+/// table is off and maps every byte to itself. A file of 608 bytes stores the two tables and a description: a set.
 ///
-/// The double-byte flags are kept for the caller, who decides what lead bytes are to be: translation ignores them.
-/// Operations that lack memory answer ZO_TRANSLATE_NO_MEMORY, those without a status do nothing.
+/// The double-byte flags are stored for the caller, who decides about lead bytes; translation ignores them. Without
+/// memory, an operation returns ZO_TRANSLATE_NO_MEMORY; one without a status does nothing.
 class ZOGBL_API CGblTranslate {
 public:
-    /// The description is the language library's for a new set.
+    /// A new set; its description comes from the language library.
     CGblTranslate();
     ~CGblTranslate();
     CGblTranslate(const CGblTranslate&) = delete;
     CGblTranslate& operator=(const CGblTranslate&) = delete;
 
-    /// Takes over all of another set, its file path included. Null and the object itself are passed over.
+    /// Copies everything of another set, also its file path. Null and the object itself are ignored.
     void CopyData(CGblTranslate* source);
 
-    /// What stands for a byte received. Inline, as is DoPut: they are called for each byte of a line.
+    /// What a received byte becomes. Inline, as is DoPut, because each byte of a line passes through them.
     unsigned char DoGet(unsigned char character) { return m_byGetInForce[character]; }
-    /// What stands for a byte to send.
+    /// What a byte to send becomes.
     unsigned char DoPut(unsigned char character) { return m_byPutInForce[character]; }
 
-    // Entries of the tables, whether they are enabled or not.
+    // Entries of the tables, also of a table that is off.
     unsigned char GetInputValue(unsigned char index) const;
     void SetInputValue(unsigned char index, unsigned char value);
     unsigned char GetOutputValue(unsigned char index) const;
@@ -51,7 +51,7 @@ public:
     void ResetGetTable(); ///< every byte maps to itself
     void ResetPutTable();
 
-    // Switches: any value but 0 is on. \return 1 or 0
+    // Switches: any value but 0 is on; read back as 1 or 0.
     void EnableGet(int enable);
     int IsGetEnabled() const;
     void EnablePut(int enable);
@@ -66,7 +66,8 @@ public:
     void SetFilePath(const char* path); ///< null changes nothing
     void GetFilePath(CString& path) const;
 
-    // What the editor showed last: the character selected, and ZO_TRANSLATE_HEXADECIMAL or _DECIMAL. Any number is kept.
+    // What the editor showed last: the selected character, and ZO_TRANSLATE_HEXADECIMAL or _DECIMAL. Any number is
+    // stored.
     void SetLastInput(unsigned long value);
     void SetLastOutput(unsigned long value);
     void SetLastModeI(unsigned long value);
@@ -76,33 +77,34 @@ public:
     unsigned long GetLastModeI() const;
     unsigned long GetLastModeO() const;
 
-    /// Loads a file, whose path becomes the object's. An empty description becomes that of a new set.
+    /// Loads a file; its path becomes the object's. An empty description becomes that of a new set.
     /// \param path null: the object's
-    /// \return ZO_TRANSLATE_SUCCESS, or what IsValidFile says; then nothing has changed. ZO_TRANSLATE_NOT_OPENED also
-    /// when reading fails: of the two tables those read before then stay, and all else is as it was.
+    /// \return ZO_TRANSLATE_SUCCESS. Otherwise the result of IsValidFile, with nothing changed; or
+    /// ZO_TRANSLATE_NOT_OPENED because reading failed: a table that was read before stays, all else is unchanged.
     unsigned long Load(const char* path);
-    /// Writes a file, in place of one that is there; others may have it open meanwhile, if they allow that. An empty
-    /// description becomes that of a new set first, in the object as well.
-    /// \param path null: the object's. It becomes the object's when the file could be opened.
-    /// \return ZO_TRANSLATE_SUCCESS, _NO_NAME, _NOT_OPENED, _NO_MEMORY, or _NOT_WRITTEN: the file is incomplete.
+    /// Writes a file; an existing one is replaced. Others may have it open, if they share it. An empty description
+    /// becomes that of a new set first, in the object too.
+    /// \param path null: the object's. It becomes the object's if the file can be opened.
+    /// \return ZO_TRANSLATE_SUCCESS, _NO_NAME, _NOT_OPENED, _NO_MEMORY, or _NOT_WRITTEN: the file is incomplete
     unsigned long Save(const char* path);
-    /// Whether a file holds a set of tables. \return ZO_TRANSLATE_SUCCESS, also for one that cannot be read although it
-    /// can be opened: that is for Load to tell; otherwise a code but ZO_TRANSLATE_NOT_WRITTEN.
+    /// Whether a file holds a set. \return ZO_TRANSLATE_SUCCESS, also if the file can be opened but not read, which
+    /// Load then reports; else any code but ZO_TRANSLATE_NOT_WRITTEN
     static unsigned long IsValidFile(const char* path);
 
-    /// Lets the user choose among the translation files of a folder, by their descriptions, and loads the one chosen.
-    /// \param path of any file in the folder, which need not exist; a path without a dot is the folder itself
-    /// \return ZO_TRANSLATE_SUCCESS, also when the user cancels; _NO_MEMORY; what Load says
+    /// Lets the user choose among the translation files of a folder, by their descriptions. Loads the chosen one.
+    /// \param path of any file in the folder; it need not exist. A path without a dot is the folder itself.
+    /// \return ZO_TRANSLATE_SUCCESS, also if the user cancels; _NO_MEMORY; or the result of Load
     unsigned long Load(CWnd* parent, const char* path);
-    /// Lets the user edit the set, and saves it to its file when the user ends with OK. What the user applies in between
-    /// is taken over and saved too; if that fails the user is told, and the editor stays.
+    /// Lets the user edit the set. With OK, the set is changed and saved to its file; with Apply, too, and the editor
+    /// stays open. If Apply cannot save, the user is told.
     ///
-    /// While the file is saved, what it held is kept in a copy beside it ("<path>.zo~", on Win32s '~' as the last character
-    /// of the extension), and is put back if saving fails. If the program is killed while it saves, the copy stays: Edit, the
-    /// chooser and the editor's file dialog then ask whether to put it back, and Edit loads what was put back.
-    /// \return ZO_TRANSLATE_SUCCESS, also when the user cancels; _NO_MEMORY; what Save says: the object then holds what
-    /// was edited, and the file is as before. _NOT_OPENED also if there is no room for the copy or another program is
-    /// saving the file; nothing has been written then.
+    /// While the file is saved, its old contents are kept in a copy beside it: "<path>.zo~", on Win32s with '~' as the
+    /// last character of the extension. If saving fails, they are put back. If the program is killed while it saves,
+    /// the copy stays: Edit, the chooser and the editor's file dialog then ask whether to put it back, and Edit loads
+    /// the file again.
+    /// \return ZO_TRANSLATE_SUCCESS, also if the user cancels; _NO_MEMORY; or the result of Save: the object then holds
+    /// the edited set, and the file is as before if it could be put back. _NOT_OPENED, with nothing written, also if
+    /// there is no room for the copy or another program is saving the file.
     unsigned long Edit(CWnd* parent);
 
 private:
@@ -112,7 +114,7 @@ private:
 
     BOOL m_bGetEnabled;
     BOOL m_bPutEnabled;
-    CGdiObject m_gdiObject; // empty always, and never copied: callers count on the place that it takes
+    CGdiObject m_gdiObject; // always empty and never copied; its place is prescribed
     BOOL m_bGetDBCS;
     BOOL m_bPutDBCS;
     DWORD m_dwLastInput;
@@ -123,7 +125,7 @@ private:
     CString m_csDescription;
     BYTE m_byGetTable[kTableSize];
     BYTE m_byPutTable[kTableSize];
-    // What DoGet and DoPut answer: the tables that are enabled, else the identity. A look at the switch for each byte would
+    // Results of DoGet and DoPut: the table if it is enabled, else the identity. Testing the switch for each byte would
     // cost a quarter more.
     BYTE m_byGetInForce[kTableSize];
     BYTE m_byPutInForce[kTableSize];

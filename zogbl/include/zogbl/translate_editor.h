@@ -1,5 +1,5 @@
 /// \file
-/// The editor of translation tables: a sheet of three pages, and its file dialog. CGblTranslate::Edit shows it.
+/// The editor of translation tables: a sheet of three pages, and its file dialog. CGblTranslate::Edit shows the editor.
 #pragma once
 
 #include <zogbl/file_open.h>
@@ -8,7 +8,8 @@
 
 class CGblIotTable;
 
-/// The rows of a table. A row's text is its character and what that becomes, for those who have the screen read out.
+/// The rows of a table. A row's text is the character and what it becomes, for programs that read the screen to the
+/// user.
 class ZOGBL_API CGblIotList : public CListBox {
 public:
     explicit CGblIotList(const CGblIotTable& page) : m_page(page) {}
@@ -19,11 +20,11 @@ private:
     const CGblIotTable& m_page;
 };
 
-/// What the pages of the two tables have in common. A page writes what the user changes into the set that it was given,
-/// at once but for the check boxes, which are taken over when the page is left.
+/// What the pages of the two tables have in common. The user's changes go to the given set at once; those of the check
+/// boxes when the page is left.
 ///
-/// A row shows a character and, on its right, what that becomes, as numbers; a mark between them if they differ. Numbers
-/// beyond the table's 256 rows that are in the set as the last character select the first row.
+/// A row shows a character and at its right what it becomes, as numbers, with a mark between them if they differ. If
+/// the set's last character is beyond the table's 256 rows, the first row is selected.
 class ZOGBL_API CGblIotTable : public CZoPropertyPage {
 public:
     /// \param translation the set to edit; must outlive the page
@@ -75,8 +76,8 @@ public:
     CGblIotTableO();
 };
 
-/// The page with file and description. "Load" and "Save as" change the set only when they succeed; when they fail, the
-/// user is told, and all stays as it was.
+/// The page with file and description. "Load" and "Save as" change the set only if they succeed. If they fail, the user
+/// is told and the set stays as it was.
 class ZOGBL_API CGblIotOptions : public CZoPropertyPage {
 public:
     CGblIotOptions();
@@ -97,17 +98,17 @@ private:
     CGblTranslate* m_pTranslation = nullptr;
 };
 
-/// The editor. It works on a copy.
+/// The editor. It works on a copy of the set.
 ///
-/// Apply takes the copy over and saves it. If it cannot be saved the user is told, and the pages stay modified, so that it
-/// can be tried again; but since the set has been taken over, closing the sheet does not undo that.
+/// Apply copies it to the set and saves that. If it cannot be saved, the user is told and can try again: the pages stay
+/// modified. The set has changed by then; closing the sheet does not undo it.
 class ZOGBL_API CGblIotSheet : public CZoPropertySheet {
 public:
     /// \param translation the set to edit; must outlive the sheet. Throws CMemoryException*.
     CGblIotSheet(CGblTranslate* translation, CWnd* parent);
     ~CGblIotSheet() override;
 
-    /// What has been edited.
+    /// The set as edited.
     CGblTranslate* GetWorkingCopy() { return &m_working; }
 
 protected:
@@ -122,10 +123,13 @@ private:
     CGblIotOptions m_options;
 };
 
-/// Asks for a translation file. A file to load must be one: IsValidFile is asked before the dialog closes.
+/// Asks for a translation file. To load: IsValidFile tests the file before the dialog closes. If it is none, but a copy
+/// of a save that was killed is beside it (see CGblTranslate::Edit), the user is asked whether to put that back.
 class ZOGBL_API CIOTFileDialog : public CZoFileOpen {
 public:
-    /// \param open FALSE: a name to save to \param path what to begin with. Throws CMemoryException*.
+    /// \param open FALSE: to save
+    /// \param path shown first
+    /// Throws CMemoryException*.
     CIOTFileDialog(BOOL open, LPCSTR path, CWnd* parent);
     ~CIOTFileDialog() override;
 
