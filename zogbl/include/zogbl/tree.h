@@ -9,10 +9,11 @@
 
 class CZoTree;
 
-/// Called for a node. \return 0 to go on; anything else ends the operation and becomes its result.
+/// Called for a node. \return 0 to go on; any other value ends the operation and becomes its result
 using ZoTreeEnumProc = DWORD(WINAPI*)(CZoTree* node, void* data);
-/// Called for two neighbours, \p first before \p second, of a list that is being sorted. It does the moving itself, and
-/// sets the parent's first child (CZoTree::SetChild) when it moves that. \return how to go on: a ZO_SORT_ code below.
+/// Called for two neighbours of a list that is being sorted, \p first before \p second. The callback moves the nodes
+/// itself. If it moves the parent's first child, it sets that anew (CZoTree::SetChild). \return how to go on: a
+/// ZO_SORT_ code below
 using ZoTreeSortProc = int(WINAPI*)(CZoTree* first, CZoTree* second, void* data);
 
 /// Places for CZoTree::InsertItem.
@@ -21,79 +22,81 @@ constexpr DWORD ZO_INSERT_TAIL = 3;   ///< behind all others of the list
 constexpr DWORD ZO_INSERT_BEFORE = 4; ///< just before a node
 constexpr DWORD ZO_INSERT_AFTER = 5;  ///< just behind a node
 
-/// What a sort callback returns, for a pair (a, b). Several numbers mean the same to the tree; which one a callback uses
-/// is between it and its callers. Any other number ends the sorting and becomes its result.
+/// Results of a sort callback for a pair (a, b). Several numbers mean the same to the tree; a callback may use them to
+/// tell its callers more. Any other number ends the sorting and becomes its result.
 ///
-///     0              the same pair again
-///     1              end the sorting, result 0
-///     2, 3, 9, 10    changed; go on with the node behind b, and the one behind that
-///     4, 7           unchanged; likewise
-///     5, 6, 8, 11, 12   changed; go on with the node behind a, and the one behind that
+///   0                the same pair again
+///   1                end the sorting, result 0
+///   2, 3, 9, 10      changed; go on with the node behind b and the one behind that
+///   4, 7             unchanged; go on with the node behind b and the one behind that
+///   5, 6, 8, 11, 12  changed; go on with the node behind a and the one behind that
 constexpr int ZO_SORT_AGAIN = 0;
 constexpr int ZO_SORT_STOP = 1;
 constexpr int ZO_SORT_CHANGED_PAST_SECOND = 2;
 constexpr int ZO_SORT_UNCHANGED = 4;
 constexpr int ZO_SORT_CHANGED_PAST_FIRST = 5;
 
-/// A node: an object of this class or a derived one, made with new in a module of the suite. The children of a node are
-/// a doubly linked list, whose first one the node points at. A node owns its children and destroys them at its end; it
-/// does not take itself out of its own list, so a node that is still linked is destroyed through its parent
-/// (FreeChild). A node is destroyed before its children, and these from the first to the last, each with all below it;
-/// that takes no more stack for a deep tree, unless a derived destructor frees children itself. While a derived
-/// destructor runs, its node's children are still there, and the parents above lead to the node that frees, not to one
-/// that is gone.
+/// A node of a tree: an object of this class or a derived one, made with new in a module of the suite. It carries its
+/// own links: the node points at its first child, and its children are a doubly linked list.
 ///
-/// The tree sets a parent in one case only, in FreeChild; whoever adds a node calls SetParent, without which FindRoot and
-/// EnumPath end there and inserting at a head cannot correct the parent's first child.
+/// A node owns its children and destroys them at its end. It does not take itself out of its own list, so destroy a
+/// linked node through its parent (FreeChild). The node is destroyed before its children; these go from the first to
+/// the last, each with everything below it. A deep tree takes no more stack for this, unless a derived destructor frees
+/// children itself. While a derived destructor runs, its node's children still exist, and the parents above lead to the
+/// node that frees, never to a destroyed one.
 ///
-/// Callbacks are checked with IsBadCodePtr; null is allowed and stands for none. Nothing is thrown.
+/// The tree sets a parent only in FreeChild. Whoever adds a node calls SetParent. Otherwise FindRoot and EnumPath end
+/// at that node, and inserting at a head cannot correct the parent's first child.
+///
+/// Callbacks are checked with IsBadCodePtr; null is allowed and stands for no callback. Nothing is thrown.
 class ZOGBL_API CZoTree {
 public:
     CZoTree() = default; ///< no links, everything 0
-    /// Copies take over links, values and data as they are; the children then have two owners, and all but one of them
-    /// must give them up (SetChild) before their end.
+    /// A copy has the same links, values and data. The children then have two owners: before their end, all owners but
+    /// one must give them up (SetChild).
     CZoTree(const CZoTree&) = default;
     CZoTree& operator=(const CZoTree&) = default;
     virtual ~CZoTree(); ///< FreeChildren
 
-    /// Calls back for null, then for each node from the root down to this one's parent; not for this node.
-    /// \return the callback's nonzero result, or 0; ZoErrCycle: the parents lead round in a circle; ZoErrMemoryException.
-    /// Before an error there are no calls.
+    /// Calls back for null, then for each node from the root down to this node's parent; not for this node.
+    /// \return 0, or the callback's nonzero result; ZoErrCycle if the parents lead round in a circle;
+    /// ZoErrMemoryException. Before these two errors there are no calls.
     virtual DWORD EnumPath(ZoTreeEnumProc callback, void* data);
 
-    /// Links \p item, which must be in no list, into that of \p where. Its parent stays as it is. At the head the child
-    /// pointer of the old head's parent follows, before a node that of its parent. Where this node itself is the head
-    /// or tail that is asked for, \p item is only unlinked, as is prescribed. An item that stands there
-    /// already stays.
-    /// \param position a ZO_INSERT_ place.
-    /// \return 0; ZoErrBadData: \p item or \p where is null, they are the same, or there is no such place.
+    /// Links \p item, which must be in no list, into the list of \p where. Its parent stays as it was.
+    ///   - ZO_INSERT_HEAD: \p item becomes the first child of the old head's parent.
+    ///   - Before the first child of a parent: \p item becomes the first child.
+    ///   - If this node itself is the head or tail in question, \p item only loses its links, as is prescribed.
+    ///   - An item that stands at that place already stays.
+    /// \param position a ZO_INSERT_ place
+    /// \return 0; ZoErrBadData if \p item or \p where is null, they are the same, or there is no such place
     virtual DWORD InsertItem(CZoTree* item, CZoTree* where, DWORD position);
     virtual DWORD RemoveItem(CZoTree* node); ///< Does nothing. \return 0
 
-    /// Calls back for each node of this one's list, from its head. The callback may destroy the node it is called for.
-    /// A list that is a ring is gone through once; one that leads into a ring has no end. \return the callback's nonzero result, or 0.
+    /// Calls back for each node of this node's list, from its head. The callback may destroy its node. A list that is a
+    /// ring is walked once; a list that leads into a ring has no end. \return 0, or the callback's nonzero result
     virtual DWORD EnumList(ZoTreeEnumProc callback, void* data);
-    /// Goes through this node's list in passes, offering pairs of neighbours to \p callback, until a pass has changed
-    /// nothing. The list must have an end.
-    /// \param recurse without effect: a list is sorted by itself, its nodes' children with SortChildren.
-    /// \return 0, or a number that \p callback returned and that is none of the codes above.
+    /// Walks through this node's list and gives pairs of neighbours to \p callback, again and again until a walk has
+    /// changed nothing. The list must have an end.
+    /// \param recurse has no effect: only this list is sorted; sort the children of its nodes with SortChildren
+    /// \return 0, or a number from \p callback that is none of the codes above
     virtual DWORD SortList(ZoTreeSortProc callback, void* data, BOOL recurse);
 
-    /// Puts \p child, which must be in no list, at the head of the child list and calls back for it. Without a child,
-    /// calls back for this node.
-    /// \return the callback's result, 0 without one; ZoErrBadData, and nothing done, when \p child is this node or its
-    /// first child already.
+    /// Puts \p child, which must be in no list, at the head of the child list and calls back for it. Null: calls back
+    /// for this node.
+    /// \return the callback's result, 0 without a callback; ZoErrBadData, with nothing done, if \p child is this node
+    /// or already its first child
     virtual DWORD AddOneChild(ZoTreeEnumProc callback, void* data, CZoTree* child);
-    /// Calls back for this node; it is for the callback to add the children. \return its result, 0 without one.
+    /// Calls back for this node; the callback adds the children. \return its result, 0 without a callback
     virtual DWORD AddAllChilren(ZoTreeEnumProc callback, void* data);
-    /// Takes a child out of the list and destroys it. A node that is not in the list is destroyed all the same. Null and
-    /// this node are left alone. \return 0
+    /// Takes a child out of the list and destroys it. A node that is not in the list is destroyed, too. Null and this
+    /// node stay as they are. \return 0
     virtual DWORD FreeChild(CZoTree* child);
     virtual DWORD FreeChildren();                                    ///< destroys them, the first one first. \return 0
     virtual DWORD EnumChildren(ZoTreeEnumProc callback, void* data); ///< EnumList of the children
     virtual DWORD SortChildren(ZoTreeSortProc callback, void* data, BOOL recurse); ///< SortList of the children
 
-    /// Numbers and a pointer that are the caller's alone. Setters return 0.
+    /// Numbers and a pointer for the caller only. Setters return 0.
     virtual DWORD SetUserType(DWORD type);
     virtual DWORD GetUserType();
     virtual DWORD SetUserFlag(DWORD flag);
@@ -101,7 +104,7 @@ public:
     virtual DWORD SetUserData(void* data);
     virtual void* GetUserData();
 
-    /// Links, to be set by who moves nodes. Setters return the link before.
+    /// Links; whoever moves nodes sets them. Setters return the link before.
     CZoTree* SetParent(CZoTree* parent);
     CZoTree* GetParent() const { return m_pParent; }
     CZoTree* SetNext(CZoTree* next);
@@ -114,16 +117,17 @@ public:
     void SetLevel(DWORD level) { m_dwLevel = level; } ///< the caller's own number
     DWORD GetLevel() const { return m_dwLevel; }
 
-    /// The end of the links: the first node of this one's list, the last one, the topmost parent. \p callback is called
-    /// for it before it is returned. Links that lead round in a circle have no end: a node of the circle is returned, the
-    /// one before this node if it belongs to the circle, and nobody is called.
+    /// The end of the links: the first node of this node's list, the last one, the topmost parent. \p callback is
+    /// called for it before the return. If the links lead round in a circle, there is no end: the result is a node of
+    /// the circle (the one before this node, if this node belongs to it), and \p callback is not called.
     CZoTree* FindHead(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
     CZoTree* FindTail(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
     CZoTree* FindRoot(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
 
-    /// Whether \p node is in this one's list. The list's head does not count, whichever node is asked. FALSE for null.
+    /// Whether \p node is in this node's list. The head of the list does not count, whichever node is asked. FALSE for
+    /// null.
     BOOL IsSibling(const CZoTree* node);
-    /// Whether \p node is a child of this one. FALSE for null.
+    /// Whether \p node is a child of this node. FALSE for null.
     BOOL IsChild(const CZoTree* node);
 
 protected:

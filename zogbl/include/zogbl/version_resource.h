@@ -1,13 +1,16 @@
 /// \file
-/// The version resource of a module, and the registry keys that are derived from it.
+/// The version resource of a module, and the registry keys made from it.
 #pragma once
 
 #include <zogbl/export.h>
 
 #include <afx.h>
 
-/// Reads a module's version resource and derives the suite's keys from it and from the name of the logged-on user. The
-/// keys, none with a trailing backslash, for the texts of the resource's first translation:
+/// Reads a module's version resource and makes the suite's keys from it and from the name of the logged-on user
+/// ("SYSTEM" if there is none).
+///
+/// The keys stand below HKEY_LOCAL_MACHINE and have no backslash at the end. They use the texts of the resource's first
+/// translation:
 ///
 ///     root                "Software\" CompanyName "\" ProductName "\" ProductVersion
 ///     users               root "\Users"
@@ -17,11 +20,14 @@
 ///     phone lists, speed-dial lists, fax-on-demand lists
 ///                         current user "\PhoneLists", "\SpeedDialLists", "\FaxOnDemandLists"
 ///
-/// All of them stand below HKEY_LOCAL_MACHINE. A user who has no key yet gets a copy of the first configured user's; if
-/// that copy fails, what it made is removed and the keys are those of the first user.
+/// If the user has no key yet, the key of the first configured user is copied. If that fails, the copy is removed and
+/// the keys are those of the first user.
 ///
-/// Extraction answers FALSE for a module that has no version resource, a damaged one, or no translation table, and for
-/// a product without any user or whose users cannot be read. Every text is empty then, and callers go without settings.
+/// Extraction returns FALSE, and every text is empty, if
+///   - the module has no version resource, a damaged one or no translation table;
+///   - the product has no user, or its users cannot be read;
+///   - memory has run out.
+/// Callers then go on without settings.
 class ZOGBL_API CZoVersionResource {
 public:
     CZoVersionResource();
@@ -33,9 +39,10 @@ public:
     BOOL ExtractVersionInfo(HINSTANCE module);     ///< a loaded module
     BOOL ExtractVersionInfo(const char* fileName); ///< a file
 
-    /// Reads the texts of one translation and builds the keys; texts that this translation lacks stay as they were.
-    /// \param translation language in the low word, code page in the high word. FALSE when the resource has no such
-    /// translation, and when there is no user.
+    /// Reads the texts of one translation and makes the keys. A text that this translation lacks stays as it was.
+    /// \param translation language in the low word, code page in the high word
+    /// \return FALSE if the resource has no such translation, there is no user, the users cannot be read, or memory has
+    /// run out
     BOOL ExtractLanguageStandardValues(DWORD translation);
 
     /// One of the nine texts, 0 to 8: Comments, CompanyName, FileDescription, FileVersion, InternalName,
@@ -44,7 +51,7 @@ public:
     CString& GetInternalName() { return m_standardValues[4].value; }
     CString& GetLegalCopyright() { return m_standardValues[5].value; }
 
-    /// Sets \p count to the number of translations. \p translations is not written; this is prescribed.
+    /// Sets \p count to the number of translations. \p translations is not written: this is prescribed.
     void GetTranslationTableArray(DWORD* translations, WORD& count);
 
     CString& GetBrixelsRootKey() { return m_csRootKey; }
@@ -56,7 +63,7 @@ public:
     CString& GetUsersKey() { return m_csUsersKey; }
     CString& GetCurrentUserKey() { return m_csCurrentUserKey; }
 
-    /// The two double words of the fixed block, each with a number in its high and its low word.
+    /// The two double words of the fixed block. Each holds a number in its high and one in its low word.
     void GetProductVersionMajorMinor(DWORD& ms, DWORD& ls);
     void GetFileVersionMajorMinor(DWORD& ms, DWORD& ls);
     void GetDateTimeStampMajorMinor(DWORD& ms, DWORD& ls);
@@ -65,8 +72,8 @@ public:
     BOOL IsModulePrerelease() const { return HasFileFlag(VS_FF_PRERELEASE); }
     BOOL IsModulePatched() const { return HasFileFlag(VS_FF_PATCHED); }
 
-    /// Bits of the file type: an application (1) is an EXE, a library (2) a DLL, and a driver (3) all three at once.
-    /// Callers ask for IsModuleDriver first.
+    /// Bits of the file type. An application (1) is an EXE, a library (2) a DLL, a driver (3) all three: ask for
+    /// IsModuleDriver first.
     BOOL IsModuleEXE() const { return (m_fixedInfo.dwFileType & 1) != 0; }
     BOOL IsModuleDLL() const { return (m_fixedInfo.dwFileType & 2) != 0; }
     BOOL IsModuleDriver() const { return (m_fixedInfo.dwFileType & 3) == 3; }
