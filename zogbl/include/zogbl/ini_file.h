@@ -1,5 +1,5 @@
 /// \file
-/// Profile files: sections of entries "key=value".
+/// Profile files: sections with entries "key=value".
 #pragma once
 
 #include <zogbl/export.h>
@@ -8,14 +8,14 @@
 
 /// Codes of CZoIniFile and CZoMemIniFile.
 constexpr DWORD ZO_INI_SUCCESS = 0;
-constexpr DWORD ZO_INI_NO_OBJECT = 1; ///< for callers that hold no object; no operation returns it
+constexpr DWORD ZO_INI_NO_OBJECT = 1; ///< for callers without an object; no operation returns it
 constexpr DWORD ZO_INI_NULL_FILE_NAME = 2;
-constexpr DWORD ZO_INI_NO_FILE = 3; ///< no file name is set; CZoMemIniFile::SaveIniFile: there is no file
+constexpr DWORD ZO_INI_NO_FILE = 3; ///< no file name is set; SaveIniFile: there is no file
 constexpr DWORD ZO_INI_NULL_SECTION = 4;
 constexpr DWORD ZO_INI_UNKNOWN_SECTION = 5; ///< of CZoMemIniFile
 constexpr DWORD ZO_INI_NULL_KEY = 6;
-constexpr DWORD ZO_INI_NOT_FOUND = 7;    ///< no such entry, or an empty one: the default was used; nothing to list
-constexpr DWORD ZO_INI_KEY_TOO_LONG = 7; ///< the same code as for an entry that is not there
+constexpr DWORD ZO_INI_NOT_FOUND = 7;    ///< no entry, or an empty one: the default is used; nothing to list
+constexpr DWORD ZO_INI_KEY_TOO_LONG = 7; ///< the same code as ZO_INI_NOT_FOUND; prescribed
 constexpr DWORD ZO_INI_NULL_ARGUMENT = 8;
 constexpr DWORD ZO_INI_TOO_LONG = 9; ///< a value, file name or section
 constexpr DWORD ZO_INI_NULL_BUFFER = 11;
@@ -41,9 +41,9 @@ constexpr DWORD ZO_INI_TYPE_COLOR = 8;
 constexpr DWORD ZO_INI_TYPE_ACCELERATOR = 9;
 constexpr DWORD ZO_INI_TYPE_WINDOW_PLACEMENT = 10;
 
-/// Reads and writes typed values in a profile file through the system's private-profile functions, so that grammar and
-/// caching are the system's: names without regard to case, blanks around names and values dropped, a bare file name
-/// looked for in the Windows folder. Set a file and a section, then read and write entries:
+/// Reads and writes typed values in a profile file. It calls the system's private-profile functions, so grammar and
+/// caching are the system's: the case of names and the blanks around names and values do not count, and a file name
+/// without a path is looked for in the Windows folder. Set a file and a section, then read and write entries:
 ///
 ///     CZoIniFile profile;
 ///     profile.SetFileName("C:\\Fax\\FAX.INI");
@@ -52,22 +52,32 @@ constexpr DWORD ZO_INI_TYPE_WINDOW_PLACEMENT = 10;
 ///     profile.DoLongWord("Speed", TRUE, 9600, &speed);     // reads; 9600 if there is no such entry
 ///     profile.DoLongWord("Speed", FALSE, 14400, nullptr);  // writes
 ///
-/// An object takes 10 KB, all of it inside itself; a copy is an object of its own for the same file and section.
+/// An object takes 10 KB, all of it inside itself. A copy is an object of its own for the same file and section.
 ///
 /// \par Typed operations
-/// All have the same arguments: key; read, nonzero to read and 0 to write; input, the value to write or the default of
-/// a read; output, written by a read only. Input and output may be the same variable. They return
-///   - ZO_INI_SUCCESS;
-///   - ZO_INI_NOT_FOUND: the entry is missing or empty, and the output is the default;
-///   - ZO_INI_NOT_WRITTEN: the system refused to write (folder missing, file read-only ...);
-///   - what is wrong with the arguments, in this order: ZO_INI_NULL_KEY, ZO_INI_KEY_TOO_LONG (over 255 characters),
-///     ZO_INI_NULL_ARGUMENT (input a null pointer), ZO_INI_TOO_LONG (input text over 4096 characters),
-///     ZO_INI_NULL_ARGUMENT (no output to read to), ZO_INI_NO_FILE. A read that is refused for these still sets the
-///     output to the default, where there are both.
+/// All have the same arguments:
 ///
-/// Numbers are read as decimal text: white space, a sign, digits up to the first other character, 0 if there is none;
-/// what exceeds 32 bits wraps around. The types made of several numbers take these apart at any of blank , : ; / | \.
-/// Numbers that are missing keep the default's.
+///     key     the entry, in the current section
+///     read    not 0: read; 0: write
+///     input   the value to write, or the default of a read
+///     output  gets the value read, or the default; not used by a write; may be the same variable as input
+///
+/// They check the arguments in the order of the last six rows. A read that one of these refuses still sets the output
+/// to the default, if both are given. They return
+///
+///     ZO_INI_SUCCESS
+///     ZO_INI_NOT_FOUND      the entry is missing or empty; the output is the default
+///     ZO_INI_NOT_WRITTEN    the system refused to write (folder missing, file read-only ...)
+///     ZO_INI_NULL_KEY
+///     ZO_INI_KEY_TOO_LONG   over 255 characters
+///     ZO_INI_NULL_ARGUMENT  the input is a null pointer
+///     ZO_INI_TOO_LONG       the input text has over 4096 characters
+///     ZO_INI_NULL_ARGUMENT  a read has no output
+///     ZO_INI_NO_FILE
+///
+/// Numbers are read as decimal text: white space, a sign, digits up to the first other character. A text without digits
+/// is 0; a number over 32 bits wraps around. Types with several numbers accept any of blank , : ; / | \ between them. A
+/// number that is missing keeps its default.
 class ZOGBL_API CZoIniFile {
 public:
     CZoIniFile(); ///< all texts empty
@@ -75,78 +85,83 @@ public:
     CZoIniFile& operator=(const CZoIniFile&) = default;
     virtual ~CZoIniFile(); ///< flushes the system's cache, see FlushCache
 
-    /// A text of at most 4096 characters. A read copies as much of it as fits in \p size bytes with a terminator, and
-    /// returns ZO_INI_TRUNCATED if \p size is less than the text's length. If it equals the length, the last character
-    /// is missing and the status does not tell.
+    /// A text of at most 4096 characters. A read copies as much of it as fits in \p size bytes with a terminator.
+    /// \return also ZO_INI_TRUNCATED, if \p size is less than the text's length. If \p size equals the length, the last
+    /// character is missing, and the status does not tell; this is prescribed
     virtual DWORD DoString(const char* key, int read, const char* input, char* output, DWORD size);
     /// "%d"; 39 characters are read.
     virtual DWORD DoInteger(const char* key, int read, int input, int* output);
     /// "%lu"; 39 characters are read.
     virtual DWORD DoLongWord(const char* key, int read, DWORD input, DWORD* output);
-    /// "1" or "0". Read as TRUE: 1, TRUE, SET, YES, ON, OK without regard to case; all else is FALSE.
+    /// "1" or "0". Read as TRUE: 1, TRUE, SET, YES, ON, OK, case ignored; all else is FALSE.
     virtual DWORD DoBoolean(const char* key, int read, BOOL input, BOOL* output);
-    /// "0x%08lX". Read behind blanks and tabs, from left to right up to the first character that is neither a
-    /// hexadecimal digit nor an X; an X drops what came before it, so 12x34 is 0x34. Of more than 8 digits the last 8
+    /// "0x%08lX". Blanks and tabs in front are passed over. Reading stops at the first character that is neither a
+    /// hexadecimal digit nor an X. An X drops what came before it: 12x34 is 0x34. Of more than 8 digits the last 8
     /// count.
     virtual DWORD DoHexadecimal(const char* key, int read, DWORD input, DWORD* output);
     /// "%d, %d, %d, %d, %d, %d, %d, %d": year, month, day of week, day, hour, minute, second, milliseconds. A read
-    /// tells whether there is an entry, but always gives the default back, as is prescribed.
+    /// always gives the default; only its status tells whether there is an entry. This is prescribed.
     virtual DWORD ZoIniFileTime(const char* key, int read, const SYSTEMTIME* input, SYSTEMTIME* output);
     /// "%ld, %ld, %ld, %ld": left, top, right, bottom; 39 characters are read.
     virtual DWORD ZoIniFileRectangle(const char* key, int read, const RECT* input, RECT* output);
-    /// "%d %d %d": red, green, blue, modulo 256 when read; 15 characters are read. The colour that is read has a zero
-    /// top byte.
+    /// "%d %d %d": red, green, blue; 15 characters are read. Each number counts modulo 256, and the top byte is 0.
     virtual DWORD ZoIniFileColor(const char* key, int read, const COLORREF* input, COLORREF* output);
-    /// "%d, %d, %d": flags, key, command; 39 characters are read. Of the flags the low 8 bits count, of the others 16.
+    /// "%d, %d, %d": flags, key, command; 39 characters are read. The low 8 bits of the flags and the low 16 bits of
+    /// the others count.
     virtual DWORD ZoIniFileAccelerator(const char* key, int read, const ACCEL* input, ACCEL* output);
-    /// "%u, %u, %ld, %ld, %ld, %ld, %ld, %ld, %ld, %ld": flags, show command, minimised x and y, maximised x and y, then
-    /// the normal rectangle. That is written as top, left, right, bottom, but read as left, top, right, bottom, so that
-    /// left and top come back exchanged: existing files depend on it. 127 characters are read; the length is the
-    /// default's.
+    /// "%u, %u, %ld, %ld, %ld, %ld, %ld, %ld, %ld, %ld": flags, show command, minimised x and y, maximised x and y, and
+    /// the normal rectangle. 127 characters are read; the length field is the default's. The rectangle is written as
+    /// top, left, right, bottom, but read as left, top, right, bottom, so left and top come back exchanged: existing
+    /// files depend on it.
     virtual DWORD ZoIniFileWindowPlacement(const char* key, int read, const WINDOWPLACEMENT* input,
                                            WINDOWPLACEMENT* output);
-    /// A text as in DoString. A read fills \p output with its parts between any of the characters in \p delimiters;
-    /// empty parts are left out. \p output and \p delimiters are needed by a read only; the texts may lie in \p output.
-    /// Also ZO_INI_OUT_OF_MEMORY, with \p output empty.
+    /// A text as in DoString. A read fills \p output with the parts between any of the characters in \p delimiters;
+    /// empty parts are left out. \p input and \p delimiters may be texts in \p output. A write needs neither \p output
+    /// nor
+    /// \p delimiters. \return also ZO_INI_OUT_OF_MEMORY, with \p output empty
     virtual DWORD DoTokenString(const char* key, int read, const char* input, CStringArray* output,
                                 const char* delimiters);
 
-    /// Fills \p sections with the names of all sections in the file's order. The list has room for 4095 characters, one
-    /// between two names included; what is beyond is cut, as a rule in the middle of a name, and that is told for a
-    /// first name of exactly 4094 characters only, by ZO_INI_TRUNCATED. Lines without a name, "[]" and those that begin
-    /// with "=", are left out. After any other failure \p sections is empty.
-    /// \return also ZO_INI_NULL_ARGUMENT, ZO_INI_NO_FILE, ZO_INI_NOT_FOUND (no sections, no readable file),
-    /// ZO_INI_OUT_OF_MEMORY
+    /// Fills \p sections with the names of all sections, in the file's order. Lines without a name, "[]" and those that
+    /// begin with "=", are left out.
+    ///
+    /// The list has room for 4095 characters, one between two names included. The rest is cut, usually in the middle of
+    /// a name. Only a first name of exactly 4094 characters gives ZO_INI_TRUNCATED; this is prescribed.
+    /// \return ZO_INI_SUCCESS or ZO_INI_TRUNCATED; else \p sections is empty:
+    ///   ZO_INI_NULL_ARGUMENT
+    ///   ZO_INI_NO_FILE
+    ///   ZO_INI_NOT_FOUND      no sections, or no readable file
+    ///   ZO_INI_OUT_OF_MEMORY
     virtual DWORD EnumerateSections(CStringArray* sections);
-    /// Likewise for the keys of the current section.
+    /// The same for the keys of the current section.
     virtual DWORD EnumerateKeys(CStringArray* keys);
 
-    /// Whether the current section has an entry \p key that is not empty. FALSE for a null or overlong key, and without
-    /// a file name.
+    /// Whether the current section has an entry \p key that is not empty. FALSE for a null key or one of over 255
+    /// characters, and without a file name.
     virtual BOOL DoesEntryExist(const char* key);
-    /// Removes an entry from the current section; nothing happens for a null or empty key, an empty section, and without
-    /// a file name. \return TRUE, whatever happened
+    /// Removes an entry from the current section. A null or empty key, an empty section or no file name: does nothing.
+    /// \return always TRUE
     virtual BOOL DeleteEntry(const char* key);
-    /// Removes section \p section (not the current one) with all its entries; nothing happens for a null or empty name,
-    /// and without a file name. \return TRUE, whatever happened
+    /// Removes section \p section, which need not be the current one, with all its entries. A null or empty name or no
+    /// file name: does nothing. \return always TRUE
     virtual BOOL DeleteSection(const char* section);
-    /// Asks the system to write its cached copy of the file, if a file name is set.
+    /// Asks the system to write its cached copy of the file. Does nothing without a file name.
     virtual void FlushCache();
 
-    /// \param size of \p buffer, at least ZO_INI_FILE_NAME_SIZE however short the name is.
+    /// \param size of \p buffer, at least ZO_INI_FILE_NAME_SIZE, however short the name is
     /// \return 0, ZO_INI_NULL_BUFFER or ZO_INI_TRUNCATED
     virtual DWORD GetFileName(char* buffer, DWORD size);
-    /// \param name at most 267 characters; the file need not exist. Empty: no file.
+    /// \param name at most 267 characters; the file need not exist. Empty: no file
     /// \return 0, ZO_INI_NULL_FILE_NAME or ZO_INI_TOO_LONG
     virtual DWORD SetFileName(const char* name);
-    /// \param size of \p buffer, at least ZO_INI_SECTION_SIZE however short the name is.
+    /// \param size of \p buffer, at least ZO_INI_SECTION_SIZE, however short the name is
     /// \return 0, ZO_INI_NULL_BUFFER or ZO_INI_TRUNCATED
     virtual DWORD GetSection(char* buffer, DWORD size);
     /// \param name at most 1023 characters. \return 0, ZO_INI_NULL_SECTION or ZO_INI_TOO_LONG
     virtual DWORD SetSection(const char* name);
 
 protected:
-    /// The value of an entry: its text, or what the text stands for.
+    /// The value of an entry: its text, or the value that the text stands for.
     union Value {
         char szText[ZO_INI_VALUE_SIZE];
         int nNumber;    ///< also a BOOL
@@ -162,8 +177,8 @@ protected:
     char m_szKey[ZO_INI_KEY_SIZE]; ///< of the operation in progress
     DWORD m_dwValueType;           ///< of the operation in progress
     DWORD m_dwLastResult;          ///< of the last typed operation
-    Value m_uInput;                ///< what is written, or the default of a read
-    Value m_uOutput;               ///< what was read
+    Value m_uInput;                ///< the value to write, or the default of a read
+    Value m_uOutput;               ///< the value read
 
 private:
     template <class VALUE> struct Format;
