@@ -8,39 +8,40 @@
 
 #include <afxcoll.h>
 
-/// Loads all template libraries that are installed for the running application, and keeps them in the order of their
-/// template ids. A host makes one object, loads, and builds its document types from the modules; the object must live
-/// for as long as anything of a library is in use.
+/// Loads all template libraries that are installed for the running application, in the order of their template ids. A
+/// host makes one object, loads, and builds its document types from the modules.
 ///
-/// Before the object goes, the host closes the documents of its template libraries, makes no further ones, and lets go
-/// of what it has from them: menus, control bars, classes. As a last resort the destructor closes every open document
-/// of the application whose class, or whose views' or frames' class, lies in a library that is about to go, so that no
-/// window is left without its code; the user is not asked. Document templates stay in the application's list; those of
-/// freed libraries must not be opened any more.
+/// The object must live as long as anything of a library is in use. Before it goes, the host closes the documents of
+/// its template libraries, makes no new ones, and gives up all it has from them: menus, control bars, classes. Document
+/// templates stay in the application's list, but those of freed libraries must not be opened any more.
+///
+/// As a last resort, so that no window is left without its code, the destructor closes every open document of the
+/// application whose class, view class or frame class lies in a library that goes. The user is not asked. A document
+/// that does not let itself be closed is passed over.
 class ZOGBL_API CZoBrixelAccess {
 public:
     CZoBrixelAccess() = default;
-    /// For each module in the order of the list: closes documents that are still open, calls ShutdownTemplateDLL, takes
-    /// the module from the list, and frees the library.
+    /// For each module in the order of the list: closes the documents that are still open, calls ShutdownTemplateDLL,
+    /// takes the module from the list, and frees the library.
     virtual ~CZoBrixelAccess();
     CZoBrixelAccess(const CZoBrixelAccess&) = delete;
     CZoBrixelAccess& operator=(const CZoBrixelAccess&) = delete;
 
-    /// Loads and initialises the template libraries of all installed modules; to be called once. A plug-in that calls
-    /// it while this object loads or goes gets FALSE, and nothing happens. Libraries that cannot be loaded are left
-    /// out. One that lacks entry points is kept (what it lacks answers 0), and so is one whose initialisation fails.
-    /// Modules with equal ids keep the order of their loading.
-    /// \return FALSE when the application has no usable version resource, or memory has run out: then the modules
-    /// loaded so far stay, and IsLoaded as it was.
+    /// Loads and initialises the template libraries of all installed modules; to be called once. A library that cannot
+    /// be loaded is left out. A library that lacks entry points is kept, and those give 0. A library whose
+    /// initialisation fails is kept too. Modules with equal ids keep the order in which they were loaded.
+    /// \return FALSE: the application has no usable version resource, or memory has run out: the modules loaded so far
+    /// and IsLoaded then stay as they are. Also if a plug-in calls it while this object loads or goes: nothing happens
     virtual BOOL LoadAllBrixelTemplates();
 
-    /// Reads the file names of the template libraries. \return FALSE when the application has no usable version
-    /// resource, or memory has run out.
+    /// Reads the file names of the template libraries. \return FALSE: the application has no usable version resource,
+    /// or there is no memory for the list of modules. If there is none for the names alone, the names are empty
     BOOL ExtractTemplateFilenames();
     CStringArray& GetTemplateFilenamesArray() { return m_templateFileNames; }
 
     /// The modules loaded, in the order of their template ids; they belong to this object. A plug-in that calls back
-    /// while it initialises finds those before it; while it shuts down, itself and those that go after it.
+    /// during its initialisation finds the modules loaded before it. During its shutdown it finds itself and those that
+    /// go after it.
     INT_PTR GetModuleCount() const { return m_templateModules.GetSize(); }
     CZoTemplateDLLModule* GetModule(INT_PTR index) const
     {

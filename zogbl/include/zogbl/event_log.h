@@ -1,5 +1,5 @@
 /// \file
-/// Event logs: opening, backing up and clearing one, and the entry points for writing.
+/// Event logs: opening, backing up, clearing, and the entry points for writing.
 #pragma once
 
 #include <zogbl/export.h>
@@ -8,38 +8,40 @@
 
 class CStringArray;
 
-/// A file operation that went wrong, for ZoLogFileError. Nothing reads it yet.
+/// A file operation that failed, for ZoLogFileError. No function reads it yet.
 struct FILEERRORDATA {
     DWORD dwSize; ///< of the structure, in bytes
 };
 
-/// An event log: on Windows NT a backup file of the system's event log, elsewhere a plain file.
+/// An event log: a backup file of the system's event log on Windows NT, a plain file on other systems.
 ///
-/// Operations return 0 on success, otherwise the system's error code right after the call that failed; 8 without
-/// memory. Nothing is thrown. Reading and the log of a running system come to nothing yet: those operations return 0
-/// and leave their arguments alone, so that callers need not change when they come.
+/// Operations return 0 on success, otherwise the system's error code right after the call that failed; 8: no memory.
+/// Nothing is thrown. Not implemented: reading, and the log of a running system. Those operations return 0 and do not
+/// touch their arguments; callers need not change when they are implemented.
 ///
-/// A copy shares the handle, and every object closes what it has when it goes. Only one of them may: assign a fresh log
-/// to the other one before, or the second closes what by then may be somebody else's.
+/// A copy shares the handle, and each object closes its handle at its end. So only one of them may keep it: assign a
+/// new log to the other one before, else the second closes a handle that may by then belong to something else.
 class ZOGBL_API CZoGlobalEventLog {
 public:
-    CZoGlobalEventLog(); ///< asks for the operating system's family
+    CZoGlobalEventLog(); ///< reads the operating system's family
     CZoGlobalEventLog(const CZoGlobalEventLog&) = default;
     CZoGlobalEventLog& operator=(const CZoGlobalEventLog&) = default;
-    virtual ~CZoGlobalEventLog(); ///< closes the log, and so may change the thread's last error
+    virtual ~CZoGlobalEventLog(); ///< closes the log; this can change the thread's last error
 
     DWORD Open(const char* server, const char* source); ///< does nothing and returns 0
-    /// Opens a log file, closing the one that was open. After a failure that one is still open.
-    /// \param server used on Windows NT only; null: this machine.
+    /// Opens a log file and closes the one that was open. After a failure that one is still open.
+    /// \param server only used on Windows NT; null: this machine
+    /// \return 0 also if the system fails without an error code, and no log is open; this is prescribed
     DWORD OpenBackup(const char* server, const char* fileName);
-    /// Copies the log to a file. Windows NT refuses one that exists, elsewhere it is replaced.
+    /// Copies the log to a file. If the file exists, Windows NT refuses; on other systems it is replaced.
     DWORD BackUp(const char* fileName);
-    /// Empties the log. \param backupFileName null, or where to copy it before: without a copy nothing is emptied.
+    /// Empties the log. \param backupFileName null, or the file to copy it to before; if that fails, the log stays
     DWORD Clear(const char* backupFileName);
-    /// Closes the log; it counts as closed even when that fails. A log that is not open gives the system's error for
-    /// such a handle (6).
+    /// Closes the log. It counts as closed even if that fails. A log that is not open gives the system's error for such
+    /// a handle (6).
     DWORD Close();
 
+    // Not implemented.
     DWORD Read(DWORD flags, DWORD offset, void* buffer, DWORD size, DWORD& bytesRead, DWORD& minNeeded);
     DWORD GetOldestRecord(DWORD& record);
     DWORD GetRecordCount(DWORD& count);
@@ -48,11 +50,11 @@ private:
     bool IsSystemLog() const;
 
     DWORD m_dwLogKind;   // the operating system's family: Windows NT's event log, or a file
-    HANDLE m_hLog;       // null when closed
-    CString m_csLogName; // the backup file opened last, with its whole path; empty when closed
+    HANDLE m_hLog;       // null if closed
+    CString m_csLogName; // the backup file opened last, with its whole path; empty if closed
 };
 
-/// A source of entries of an event log. All operations return 0 and do nothing yet.
+/// A source of entries of an event log. Not implemented: all operations return 0 and do nothing.
 class ZOGBL_API CZoGlobalEventLogSource {
 public:
     CZoGlobalEventLogSource() = default;
@@ -74,7 +76,7 @@ private:
     LONG m_lHandle = 0;
 };
 
-/// Log a file operation that went wrong. They return 0 and do nothing yet.
+/// Log a file operation that failed. Not implemented: they return 0 and do nothing.
 ZOGBL_API DWORD ZoLogFileError(FILEERRORDATA* error, DWORD type, DWORD category, DWORD eventId);
 ZOGBL_API DWORD ZoLogFileErrorData(FILEERRORDATA* error, DWORD type, DWORD category, DWORD eventId, void* data,
                                    DWORD dataSize);

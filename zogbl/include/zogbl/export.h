@@ -1,5 +1,5 @@
 /// \file
-/// How the library's interface is exported: classes whole, functions with their full signatures.
+/// Exports the library's interface: whole classes, and functions with their full signatures.
 #pragma once
 
 #ifdef ZOGBL_BUILD

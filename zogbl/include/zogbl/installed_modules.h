@@ -9,7 +9,7 @@
 class CZoGlobalConfig;
 
 /// Bit of the access flags: the module provides a template library. The other bits belong to applications and modules;
-/// they are carried and compared only.
+/// here they are only carried and compared.
 constexpr DWORD ZO_ACCESS_TEMPLATE = 1;
 
 /// Identifiers of the known modules. Any other identifier has an empty name and default flags 0.
@@ -26,38 +26,43 @@ struct ZoInstalledModuleInfo {
     CString m_csTemplateFileName; ///< of its template library; empty without ZO_ACCESS_TEMPLATE
 };
 
-/// The list of installed modules. They stand below HKEY_LOCAL_MACHINE in the installed-modules key of the running
-/// application: one subkey a module, below it a subkey named after the application's product version ("3.9"), in it the
-/// values "Access" (DWORD, access flags) and "Template" (text of up to 260 characters, the file name of the template
-/// library).
+/// The list of installed modules of the running application. Nothing is thrown. The registry keeps it below
+/// HKEY_LOCAL_MACHINE, in the installed-modules key (see CZoVersionResource):
 ///
-/// A module without "Access" is not listed. One with ZO_ACCESS_TEMPLATE whose "Template" is missing, empty, too long or
-/// no text is listed with that flag cleared. Nothing is thrown.
+///     module                 one subkey for each module
+///     module\3.9             a subkey named after the application's product version
+///     module\3.9, "Access"   DWORD: access flags
+///     module\3.9, "Template" text of up to 260 characters: the file name of the template library
+///
+/// A module without "Access" is not listed. A module with ZO_ACCESS_TEMPLATE is listed without that flag if its
+/// "Template" is missing, empty, too long or no text.
 class ZOGBL_API CZoInstalledModules : public CObject {
 public:
     explicit CZoInstalledModules(BOOL load = FALSE); ///< calls Load if \p load
     ~CZoInstalledModules() override;
 
-    /// Reads the list anew, in the registry's order. \return FALSE, with the list empty, when the application has no
-    /// usable version resource (see CZoVersionResource) or memory has run out. No modules at all is success.
+    /// Reads the list anew, in the registry's order. Success if there are no modules. If the registry cannot be read to
+    /// the end, the modules read so far count. \return FALSE, with an empty list: the application has no usable version
+    /// resource (see CZoVersionResource), or memory has run out
     BOOL Load();
     void RemoveAll();
 
     /// Sets \p fileNames to the template libraries of all modules whose flags have every bit of \p mask, in the list's
-    /// order; to nothing when memory has run out.
+    /// order. If memory runs out, it is empty. Without ZO_ACCESS_TEMPLATE in \p mask, modules without a library give
+    /// empty names.
     void GetTemplateFileNames(CStringArray& fileNames, DWORD mask) const;
-    /// Whether the list has the known module \p identifier (ZO_MODULE_...), case of its name ignored, with a template
-    /// library.
+    /// Whether the list has the known module \p identifier (a ZO_MODULE_ value) with a template library. The case of
+    /// its name is ignored.
     BOOL IsTemplateInstalled(DWORD identifier) const;
     /// Writes the module's "Access": its default flags if \p on, else 0. The list in memory stays as it is.
     ///
-    /// Only a module that is listed with ZO_ACCESS_TEMPLATE is written: this switches a template library off, or gives
-    /// the module its default flags again, but never switches on one that is off. This is prescribed: what a set-up
-    /// left off stays off.
+    /// Only a module that is listed with ZO_ACCESS_TEMPLATE is written. So a template library can be switched off, or
+    /// its module get its default flags again, but one that is off cannot be switched on. This is prescribed: a library
+    /// that the set-up left off stays off.
     void SetTemplateInstalled(DWORD identifier, BOOL on) const;
 
 protected:
-    /// Adds the module to the list, unless it has no "Access". \return FALSE when memory has run out.
+    /// Adds the module to the list, unless it has no "Access". \return FALSE if memory has run out
     BOOL LoadInstalledModuleInfo(CZoGlobalConfig& config, LPCSTR installedModulesKey, LPCSTR moduleName,
                                  LPCSTR versionText);
     /// The name of a known module's key; empty for another identifier.
