@@ -1,5 +1,5 @@
 /// \file
-/// How the framework-extension library exports its classes.
+/// Exports the classes of the framework-extension library.
 #pragma once
 
 #ifdef ZOMFX_BUILD

@@ -6,18 +6,18 @@
 
 #include <afxext.h>
 
-/// Asks for the path of a program, with a button that lets the user look for it. The dialog stays open, with a message,
-/// until the path is one of a file, or the user gives up. Nothing is thrown.
+/// Asks for the path of a program; a button lets the user look for it. If the path is not that of a file, the dialog
+/// shows a message and stays open. Nothing is thrown.
 class ZOMFX_API CZoProgramPromptDlg : public CDialog {
 public:
-    /// \param title, prompt shown as they are; \param path what the edit field holds at first, or null
-    /// \param parent null for the main window
+    /// \param title, prompt shown as they are; \param path first content of the edit field, or null
+    /// \param parent null: the main window
     CZoProgramPromptDlg(LPCSTR title, LPCSTR prompt, LPCSTR path, CWnd* parent = nullptr);
 
-    /// \return IDOK, IDCANCEL, or -1 when the dialog cannot be made
+    /// \return IDOK, IDCANCEL, or -1 if the dialog cannot be made
     INT_PTR DoModal() override;
 
-    /// After IDOK the path chosen, else the one given to the constructor.
+    /// After IDOK the path chosen, at most 259 bytes; else the one given to the constructor.
     const CString& GetPath() const { return m_csPath; }
 
 protected:
