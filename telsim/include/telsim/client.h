@@ -14,7 +14,7 @@
 
 namespace telsim {
 
-/// Loads the library, and frees it at the end. Everything is reset at either end.
+/// Loads the library in the constructor and frees it in the destructor. Both reset everything.
 class Client {
 public:
     Client() : m_module(LoadLibraryA("TAPI32.DLL"))
@@ -53,20 +53,20 @@ public:
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
 
-    /// FALSE when there is no TAPI32.DLL, or another than the simulated one.
+    /// FALSE if there is no TAPI32.DLL, or if it is not the simulated one.
     bool IsLoaded() const { return m_complete; }
     HMODULE Module() const { return m_module; }
 
-    /// A line function by name, of the type \p FUNCTION names; null when it is not there.
+    /// A line function by its name; \p FUNCTION is its type. Null if the library has none of that name.
     template <class FUNCTION> FUNCTION* Function(const char* name) const
     {
         return reinterpret_cast<FUNCTION*>(reinterpret_cast<void*>(GetProcAddress(m_module, name)));
     }
 
-    std::string Calls() const { return Text(TELSIM_CALLS); }     ///< a line for each
-    std::string Misuses() const { return Text(TELSIM_MISUSES); } ///< a line for each
+    std::string Calls() const { return Text(TELSIM_CALLS); }     ///< one line for each
+    std::string Misuses() const { return Text(TELSIM_MISUSES); } ///< one line for each
 
-    // Named as in control.h, without the prefix; valid while IsLoaded.
+    // Named as in control.h, without the prefix. Valid if IsLoaded.
     decltype(&TelsimReset) Reset = nullptr;
     decltype(&TelsimSetRule) SetRule = nullptr;
     decltype(&TelsimClearRules) ClearRules = nullptr;
