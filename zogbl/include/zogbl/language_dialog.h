@@ -14,8 +14,8 @@ constexpr int ZO_NAMING_ENGLISH = 2;
 /// locales.
 ///
 /// Only languages that the system knows, too, are offered. Names are localized at first. They are English on a
-/// double-byte system if the suite speaks U.S. English there, or once the user chooses it: then no double-byte names
-/// need to be shown.
+/// double-byte system if the suite speaks U.S. English there, or after the user has chosen it: then no double-byte
+/// names need to be shown.
 class ZOGBL_API CZoLanguageSelectionDlg : public CZoDialog {
 public:
     /// \param languages CZoLanguageEntry objects; they belong to the caller and must outlive the dialog

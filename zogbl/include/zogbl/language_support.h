@@ -62,7 +62,7 @@ public:
 
     /// Writes the chosen language for every installed module, below "\Languages" of the module's key for the version of
     /// the language library: 1 for the language, 0 for all others of the list. Writes nothing if the language is not in
-    /// the list or this object has no library loaded. \return always 0; what cannot be written is left out
+    /// the list or this object has no library loaded. \return always 0; values that cannot be written are left out
     DWORD UpdateAllBrixelLanguages(DWORD languageId);
 
     /// Whether the calling thread owns the window. Only that thread can destroy it. TRUE if there is no window.
@@ -103,8 +103,8 @@ public:
     virtual BOOL CreateNameAndLoadModule(LPCSTR fileName);
     /// Reads the list below \p rootKey again. A missing key is an empty list and success.
     virtual BOOL EnumerateAvailableLanguages(LPCSTR rootKey);
-    /// The part behind the last backslash; without one, behind the last colon; without that, the whole path. Empty if
-    /// memory has run out.
+    /// The part behind the last backslash or, without one, behind the last colon. Without both: the whole path. Empty
+    /// if memory has run out.
     virtual void ExtractFilenameFromPath(LPCSTR path, CString& result);
 
 protected:

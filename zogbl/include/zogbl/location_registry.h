@@ -16,7 +16,7 @@ constexpr DWORD ZO_PHONE_MOBILE = 6;
 constexpr DWORD ZO_PHONE_PAGER = 7;
 constexpr DWORD ZO_PHONE_KINDS = 8;
 
-/// What GetCurrentIndex gives if no location was made the current one.
+/// Result of GetCurrentIndex if no location was made the current one.
 constexpr DWORD ZO_NO_LOCATION = 0xFFFFFFFF;
 
 /// Reads and writes the records of dialing locations. As a rule, callers use CZoLocationItem and CZoLocationItemList

@@ -29,7 +29,7 @@ public:
     /// Removes all sections and entries from memory. The file is not touched.
     void CleanupAllMaps();
 
-    /// Loads a file in place of what is in memory. If there is no such file, the file set before is loaded again.
+    /// Replaces everything in memory by a file. If there is no such file, the file set before is loaded again.
     ///
     ///   - Sections without keys, and sections for which there is no memory, are left out.
     ///   - If the file has a section twice, the system gives the entries of the first one twice.
@@ -37,14 +37,16 @@ public:
     ///   - Values are cut after 4095 characters. A key of over 255 characters has an empty value.
     /// \param substitutions texts by the names that stand for them. With it, keys and values lose the white space
     /// around them. If one then begins with %name%, it becomes as a whole the text of that name, if there is one: what
-    /// follows the name is dropped. The closing % may be missing; the case of the name counts; %% begins no name. Null:
+    /// follows the name is dropped. The closing % may be missing. The case of the name counts. %% begins no name. Null:
     /// keys and values stay as they are.
-    /// \return ZO_INI_SUCCESS; ZO_INI_NULL_FILE_NAME, with nothing changed; else the code of EnumerateSections, with
-    /// nothing in memory
+    /// \return
+    ///   ZO_INI_SUCCESS         loaded
+    ///   ZO_INI_NULL_FILE_NAME  nothing has changed
+    ///   other                  the code of EnumerateSections; nothing is in memory
     DWORD LoadIniFile(const char* fileName, CMapStringToString* substitutions);
 
-    /// Writes all sections and entries to the file. What is not in memory stays in the file: comments, sections and
-    /// keys deleted in memory, and those that LoadIniFile left out. A renamed section is written beside the old one. An
+    /// Writes all sections and entries to the file. Everything else stays in the file: comments, sections and keys
+    /// deleted in memory, and those that LoadIniFile left out. A renamed section is written beside the old one. An
     /// entry that cannot be written is left out.
     ///
     /// Entries are written as they are in memory. So if a file is loaded and saved unchanged,
@@ -87,7 +89,7 @@ protected:
     };
     static constexpr UINT kHashTableSize = 10;
 
-    /// What LoadIniFile makes of a key or value. \p substitutions must not be null. Throws CMemoryException*.
+    /// Substitutes a key or value as LoadIniFile does. \p substitutions must not be null. Throws CMemoryException*.
     CString SubstituteString(CMapStringToString* substitutions, const char* text);
 
     CStringArray m_sectionOrder; ///< in order of loading or setting

@@ -58,8 +58,8 @@ public:
     /// whose list of groups exceeds 1024 bytes.
     static BOOL HasAdminRights();
 
-    /// What the suite was registered with. Empty if there is no such text, it has more than 255 bytes, or the version
-    /// resource of the program gives no keys.
+    /// The suite's registered owner, organization or distributor. Empty if there is no such text, it has more than 255
+    /// bytes, or the version resource of the program gives no keys.
     /// \param kind a ZO_REGISTERED_ value; for any other the text is empty
     static CString GetRegisteredInfo(UINT kind);
 };

@@ -261,7 +261,7 @@
 // Strings:
 //   15957 and 16014 to 16018  documents
 //   20502 and 20503           folders
-//   from 20660                what the dialogs say
+//   from 20660                texts of the dialogs
 #define ZO_IDD_FILE_OPEN 25430
 #define ZO_IDC_FILE_READ_ONLY 1040
 #define ZO_IDC_FILE_FOLDER 1088

@@ -103,14 +103,17 @@ public:
     virtual BOOL ShutdownTAPI();
     /// Opens the line with the right to own its calls, or closes it. Initialises if necessary. A line that is open for
     /// answering is closed and opened again.
-    /// \return opening: TRUE if the line is open. Also TRUE if the user asked to try again and a later attempt failed:
-    /// check m_hAnswerLine. FALSE: initialising failed; no device (18); 3, 4, 5, 7; 26, after HangupCall; the code of a
-    /// question that failed. Closing: FALSE if initialising failed, there is no device (18) or the service refused; the
-    /// line then counts as closed all the same.
+    /// \return FALSE if initialising failed, there is no device (18), or
+    ///   opening  the device does not fit (3, 4, 5), the line cannot be opened (7; 26, after HangupCall), or a question
+    ///            to the service failed (its code)
+    ///   closing  the service refused; the line counts as closed all the same
+    /// If the user asks to try again and a later attempt fails, the result of opening is TRUE: check m_hAnswerLine.
     virtual BOOL EnableCallAnswer(BOOL bEnable);
     /// Opens the device of SetTAPILineDeviceID and places a call without a number. This gives the modem's port,
     /// m_hComm. Initialises if necessary. Waits for the service without a time limit.
-    /// \return TRUE: m_hComm is valid. FALSE: initialising failed; 2 to 11; 18; the code of a question that failed.
+    /// \return
+    ///   TRUE   m_hComm is valid
+    ///   FALSE  initialising failed, 2 to 11, 18, or the code of a question to the service that failed
     ///
     /// After FALSE the line is closed; only 2 changes nothing. The call stays in progress if the device was asked but
     /// its line not opened, or if the service closed the line. The next GrabThePort then fails with 2. So check
@@ -229,7 +232,10 @@ protected:
     /// \return the reply's result, or WAITERR_WAITABORTED
     LONG WaitForReply(LONG lRequestID);
     /// Waits for a call state; if \p dwCallState is 0, for any change.
-    /// \return 0, at once if the call has that state; WAITERR_WAITABORTED; WAITERR_WAITTIMEDOUT after 30 seconds
+    /// \return
+    ///   0                     the state has come; at once if the call has it
+    ///   WAITERR_WAITABORTED   see above
+    ///   WAITERR_WAITTIMEDOUT  30 seconds have passed
     LONG WaitForCallState(DWORD dwCallState);
     /// Reads the caller's number and name. Both are "**BLOCKED**" if they are withheld.
     void RetrieveCallerIDInfo();

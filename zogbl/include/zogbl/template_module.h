@@ -6,7 +6,7 @@
 
 #include <afxext.h>
 
-/// What a template library says about its buttons for novices. Application and library agree on the contents.
+/// A template library's data about its buttons for novices. Application and library agree on the contents.
 struct ZoNoviceBarInfo;
 using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 
@@ -32,7 +32,7 @@ using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 ///
 /// An operation passes its arguments on unchanged and returns the entry point's result. It returns 0, or nothing, if
 /// the library is not loaded or lacks the entry point, or if the entry point throws a C++ exception, which ends here. A
-/// fault of the processor ends the host. Application and library agree on what the array and number arguments mean;
+/// fault of the processor ends the host. Application and library agree on the meaning of array and number arguments;
 /// operations with an array return a number of elements.
 ///
 /// Objects, classes and windows of the library must be gone before it is freed.
@@ -54,8 +54,8 @@ public:
 
 protected:
     /// Asked before anything is stored. \return 0: no objection. Any other value becomes the result of LoadLibraryA;
-    /// the library then stays loaded but does not belong to this object. This is deliberate: whoever objects decides
-    /// about it.
+    /// the library then stays loaded but does not belong to this object. This is deliberate: the objecting class
+    /// decides about it.
     virtual INT_PTR CheckLibrary(HINSTANCE library);
 
 public:

@@ -5,9 +5,10 @@
 #include <zogbl/file_open.h>
 #include <zogbl/tool_file.h>
 
-/// Asks for the name of a tools file. To open: the file must exist and be a tools file. If it is none, but a copy of a
-/// save that was killed is beside it (see EditToolItemFile), the user is asked whether to put that back; else a message
-/// refuses it. To save: the dialog asks before it overwrites, and refuses a file that cannot be written.
+/// Asks for the name of a tools file, and accepts only one that can be used.
+///   to open  the file must exist and be a tools file. If it is none, but a copy of a save that was killed is beside it
+///            (see EditToolItemFile), the user is asked whether to put that back; else a message refuses the file.
+///   to save  the dialog asks before it overwrites, and refuses a file that cannot be written
 class ZOGBL_API CTLMFileDialog : public CZoFileOpen {
 public:
     /// \param path shown first, or null

@@ -63,8 +63,8 @@ struct ZoToolItemRecord {
 constexpr DWORD ZO_TLM_ITEM_SIZE = 1536;
 static_assert(sizeof(ZoToolItemRecord) == ZO_TLM_ITEM_SIZE);
 
-/// A program that the user has put into the tools menu: what the menu shows, and how the program is started. Nothing is
-/// thrown; without memory for a text, the text is empty.
+/// A program that the user has put into the tools menu: its texts there, and how it is started. Nothing is thrown;
+/// without memory for a text, the text is empty.
 class ZOGBL_API CTlmItem : public CObject {
     DECLARE_DYNAMIC(CTlmItem)
 public:
@@ -86,8 +86,8 @@ public:
     /// Writes the record. \return 0, ZO_TLM_WRONG_VERSION or ZO_TLM_WRITE_FAILED
     virtual DWORD SaveItemData(CFile& file, DWORD version, DWORD size);
 
-    /// Sets the whole record to the defaults: shown in the menu; the system's show command; a window of half the
-    /// screen; a console of 80 by 25, bright white on black; no texts but a description.
+    /// Sets the whole record to the defaults: shown in the menu, with the system's show command, a window of half the
+    /// screen, a console of 80 by 25 in bright white on black, and no texts but a description.
     void DefaultItemData();
 
     /// The menu command; 0 if the item is in no menu. It is not saved.
@@ -119,13 +119,13 @@ public:
     void GetDataArguments(CString& arguments) const;
     DWORD SetDataArguments(const char* arguments);
 
-    /// The record itself, for what has no operation: the look of the program's window and console.
+    /// The record itself, for data without an operation: the look of the program's window and console.
     ZoToolItemRecord& GetRecord() { return m_record; }
     const ZoToolItemRecord& GetRecord() const { return m_record; }
 
 protected:
     /// Asks for the arguments. With ZO_TLM_KEEP_ARGUMENTS the answer becomes the item's own text.
-    /// \return 0, with the answer in \p args; ZO_TLM_CANCELLED; ZO_TLM_PROMPT_FAILED
+    /// \return 0, with the answer in \p args, or ZO_TLM_CANCELLED or ZO_TLM_PROMPT_FAILED
     DWORD PromptForArgument(CWnd* parent, CString& args);
 
 private:

@@ -58,7 +58,7 @@ private:
     int m_bEnabled = TRUE;
 };
 
-/// What the menu shows, and which program it starts.
+/// The item's texts in the menu, and the program that it starts.
 class ZOGBL_API CTlmGeneralPage : public CTlmBasePage {
 public:
     CTlmGeneralPage();

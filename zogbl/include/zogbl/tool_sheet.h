@@ -9,9 +9,9 @@
 
 #include <memory>
 
-constexpr INT_PTR ZO_TLM_MAXIMUM_ITEMS = 31; ///< up to which the editor lets a file grow
+constexpr INT_PTR ZO_TLM_MAXIMUM_ITEMS = 31; ///< the editor adds no item beyond this number
 
-/// Edits the items of a tools file. At the left a list with buttons to add, remove and move items; pages show the
+/// Edits the items of a tools file. At the left is a list with buttons to add, remove and move items; pages show the
 /// selected one. The items belong to the sheet; only SaveFileData writes them.
 ///
 /// The file is loaded when the sheet opens. The user is told if a part of it could not be read, or if its length is not

@@ -40,7 +40,7 @@ class ZOGBL_API CZoTrace {
 public:
     /// From this level on, all text is in the file when a call returns.
     static constexpr WORD kImmediateLevel = 10;
-    /// Size limit of a kept file: if it is as large or larger, the first opener begins it anew.
+    /// Size limit of a file that is kept: if it is as large or larger, the first opener empties it.
     static constexpr DWORD kMostFileBytes = 0x100000;
     static constexpr int kMostTextLength = 511; ///< in bytes, of one Output; the rest is cut
 

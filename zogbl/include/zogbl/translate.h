@@ -38,9 +38,9 @@ public:
     /// Copies everything of another set, also its file path. Null and the object itself are ignored.
     void CopyData(CGblTranslate* source);
 
-    /// What a received byte becomes. Inline, as is DoPut, because each byte of a line passes through them.
+    /// Translates a received byte. Inline, as is DoPut, because each byte of a line passes through them.
     unsigned char DoGet(unsigned char character) { return m_byGetInForce[character]; }
-    /// What a byte to send becomes.
+    /// Translates a byte to send.
     unsigned char DoPut(unsigned char character) { return m_byPutInForce[character]; }
 
     // Entries of the tables, also of a table that is off.
@@ -66,8 +66,8 @@ public:
     void SetFilePath(const char* path); ///< null changes nothing
     void GetFilePath(CString& path) const;
 
-    // What the editor showed last: the selected character, and ZO_TRANSLATE_HEXADECIMAL or _DECIMAL. Any number is
-    // stored.
+    // State of the editor when it was last used: the selected character, and ZO_TRANSLATE_HEXADECIMAL or _DECIMAL. Any
+    // number is stored.
     void SetLastInput(unsigned long value);
     void SetLastOutput(unsigned long value);
     void SetLastModeI(unsigned long value);
@@ -93,7 +93,7 @@ public:
 
     /// Lets the user choose among the translation files of a folder, by their descriptions. Loads the chosen one.
     /// \param path of any file in the folder; it need not exist. A path without a dot is the folder itself.
-    /// \return ZO_TRANSLATE_SUCCESS, also if the user cancels; _NO_MEMORY; or the result of Load
+    /// \return ZO_TRANSLATE_SUCCESS, also if the user cancels, _NO_MEMORY, or the result of Load
     unsigned long Load(CWnd* parent, const char* path);
     /// Lets the user edit the set. With OK, the set is changed and saved to its file; with Apply, too, and the editor
     /// stays open. If Apply cannot save, the user is told.
@@ -102,9 +102,12 @@ public:
     /// last character of the extension. If saving fails, they are put back. If the program is killed while it saves,
     /// the copy stays: Edit, the chooser and the editor's file dialog then ask whether to put it back, and Edit loads
     /// the file again.
-    /// \return ZO_TRANSLATE_SUCCESS, also if the user cancels; _NO_MEMORY; or the result of Save: the object then holds
-    /// the edited set, and the file is as before if it could be put back. _NOT_OPENED, with nothing written, also if
-    /// there is no room for the copy or another program is saving the file.
+    /// \return
+    ///   ZO_TRANSLATE_SUCCESS     saved, or the user cancelled
+    ///   ZO_TRANSLATE_NO_MEMORY   also if the editor cannot be shown
+    ///   ZO_TRANSLATE_NOT_OPENED  also if there is no room for the copy or another program is saving the file
+    ///   other                    the result of Save
+    /// If saving fails, the object holds the edited set, and the file is as before if it could be put back.
     unsigned long Edit(CWnd* parent);
 
 private:

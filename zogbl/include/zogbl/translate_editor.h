@@ -8,7 +8,7 @@
 
 class CGblIotTable;
 
-/// The rows of a table. A row's text is the character and what it becomes, for programs that read the screen to the
+/// The rows of a table. A row's text is the character and its translation, for programs that read the screen to the
 /// user.
 class ZOGBL_API CGblIotList : public CListBox {
 public:
@@ -20,10 +20,10 @@ private:
     const CGblIotTable& m_page;
 };
 
-/// What the pages of the two tables have in common. The user's changes go to the given set at once; those of the check
+/// The common part of the pages of the two tables. The user's changes go to the given set at once; those of the check
 /// boxes when the page is left.
 ///
-/// A row shows a character and at its right what it becomes, as numbers, with a mark between them if they differ. If
+/// A row shows a character and at its right its translation, as numbers, with a mark between them if they differ. If
 /// the set's last character is beyond the table's 256 rows, the first row is selected.
 class ZOGBL_API CGblIotTable : public CZoPropertyPage {
 public:

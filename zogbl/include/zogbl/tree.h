@@ -12,7 +12,7 @@ class CZoTree;
 /// Called for a node. \return 0 to go on; any other value ends the operation and becomes its result
 using ZoTreeEnumProc = DWORD(WINAPI*)(CZoTree* node, void* data);
 /// Called for two neighbours of a list that is being sorted, \p first before \p second. The callback moves the nodes
-/// itself. If it moves the parent's first child, it sets that anew (CZoTree::SetChild). \return how to go on: a
+/// itself. If it moves the parent's first child, it also sets that link (CZoTree::SetChild). \return how to go on: a
 /// ZO_SORT_ code below
 using ZoTreeSortProc = int(WINAPI*)(CZoTree* first, CZoTree* second, void* data);
 
@@ -59,8 +59,8 @@ public:
     virtual ~CZoTree(); ///< FreeChildren
 
     /// Calls back for null, then for each node from the root down to this node's parent; not for this node.
-    /// \return 0, or the callback's nonzero result; ZoErrCycle if the parents lead round in a circle;
-    /// ZoErrMemoryException. Before these two errors there are no calls.
+    /// \return 0 or the callback's nonzero result. Without any call: ZoErrCycle if the parents lead round in a circle,
+    /// or ZoErrMemoryException.
     virtual DWORD EnumPath(ZoTreeEnumProc callback, void* data);
 
     /// Links \p item, which must be in no list, into the list of \p where. Its parent stays as it was.
@@ -118,8 +118,8 @@ public:
     DWORD GetLevel() const { return m_dwLevel; }
 
     /// The end of the links: the first node of this node's list, the last one, the topmost parent. \p callback is
-    /// called for it before the return. If the links lead round in a circle, there is no end: the result is a node of
-    /// the circle (the one before this node, if this node belongs to it), and \p callback is not called.
+    /// called for it before the return. If the links lead round in a circle, there is no end: \p callback is not
+    /// called, and the result is a node of the circle. If this node belongs to it, that is the node before this one.
     CZoTree* FindHead(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
     CZoTree* FindTail(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
     CZoTree* FindRoot(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
