@@ -1,16 +1,17 @@
 /// \file
 /// The library in its process: instance handle, language library, novice mode.
 ///
-/// A host links the import libraries of ZOGBLBRX.DLL and ZOAFX.DLL. The product must be registered; for settings of its
-/// own (trace level, novice mode) the host needs a version resource with the suite's company, product and version. It
-/// needs an application object for document types and help files, and to hear that the language has changed; it then
-/// starts the framework by AfxWinMain or AfxWinInit. Without one there is nothing to start. A host whose thread answers
-/// window messages follows a change of language that another program makes.
+/// A host links the import libraries of ZOGBLBRX.DLL and ZOAFX.DLL. The product must be registered. Also needed:
+///   version resource    with the suite's company, product and version: for settings of the host's own (trace level,
+///                       novice mode)
+///   application object  for document types and help files, and to hear of a change of language. The host then starts
+///                       the framework by AfxWinMain or AfxWinInit; without one there is nothing to start.
+///   message loop        to follow a change of language that another program makes
 ///
-/// Libraries are loaded by name: language libraries, plug-ins, TAPI32.DLL. The system looks for them in the current folder
-/// too. A host should call SetDllDirectory("") first, where the system has it, so that nobody slips it a library there.
-/// ZOMUSCRL.DLL is loaded so before the host's first statement: keep it beside the program, where the system looks
-/// first.
+/// Libraries are loaded by name: language libraries, plug-ins, TAPI32.DLL. The system searches the current folder, too.
+/// On systems that have it, a host calls SetDllDirectory("") first, so that nobody can put a false library there.
+/// The system has loaded ZOMUSCRL.DLL so before the host's first statement: keep it beside the program, which is
+/// searched first.
 #pragma once
 
 #include <zogbl/country_code.h>
@@ -18,32 +19,32 @@
 
 #include <afx.h>
 
-/// The library's own instance handle, through which its own resources are loaded; null before it is attached.
+/// The library's own instance handle, for its own resources; null before the library is attached.
 extern "C" ZOGBL_API HINSTANCE ZoGblGetInstanceHandle();
 
-/// The loaded language library; null when none is loaded.
+/// The loaded language library; null if none is loaded.
 ZOGBL_API HINSTANCE ZoGblGetLanguageDLL();
 
-/// The language id of the loaded language library; 0 when none is loaded.
+/// The id of the loaded language; 0 if none is loaded.
 ZOGBL_API DWORD ZoGblGetLanguageLCID();
 
-/// Loads the language library that the registry names as current (see CZoLanguageSupport), or counts one more user of
-/// the one already loaded. Call it on the main user-interface thread, and ZoGblDumpLanguageDLL once for each success.
-/// \return FALSE when there is no language library to be had; nothing is counted then.
+/// Loads the current language library of the registry (see CZoLanguageSupport), or counts one more load of the one that
+/// is loaded. Call it on the main user-interface thread. Call ZoGblDumpLanguageDLL once for each success.
+/// \return FALSE, with nothing counted, if the library cannot be loaded
 ZOGBL_API BOOL ZoGblLoadLanguageDLL();
 
-/// Releases one user; the last one frees the language library. A release too many leaves the count at -1, without a
-/// guard: the next load then only counts up to 0 and loads nothing. \return FALSE without the library's data, and for
-/// the last release on another thread than that of the load: the hidden window belongs to that one. Nothing is released
-/// then.
+/// Releases one load; the last release frees the library. One release too many sets the count to -1; the next load then
+/// only returns it to 0.
+/// \return FALSE, with nothing released, if this library is not attached, or for the last release from another thread
+/// than the load: the hidden window belongs to that thread
 ZOGBL_API BOOL ZoGblDumpLanguageDLL();
 
-/// The local time.
+/// The local time. Null is ignored.
 ZOGBL_API void ZoGblGetLocalTime(SYSTEMTIME* time);
 
-/// Writes the current user's "NoviceMode". Nothing is written when the running program's version resource gives no
-/// keys; errors are not reported.
+/// Writes the current user's "NoviceMode". Nothing is written if the version resource of the program gives no keys.
+/// Errors are not reported.
 ZOGBL_API void ZoGblSetRegNoviceMode(int mode);
 
-/// The current user's "NoviceMode"; 0 when it cannot be read.
+/// The current user's "NoviceMode"; 0 if it cannot be read.
 ZOGBL_API int ZoGblGetRegNoviceMode();
