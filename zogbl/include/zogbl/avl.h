@@ -43,8 +43,8 @@ using ZoAvlCompareProc = int(WINAPI*)(const void* first, const void* second);
 class ZOGBL_API CZoAvl {
 public:
     CZoAvl() = default;
-    /// Copies share the nodes of their original, but do not see what is done through one another. Before they end, all
-    /// but one must be emptied by assigning an empty tree.
+    /// Copies share the nodes of their original, but a change through one of them is not seen by the others. Before
+    /// they end, all but one must be emptied by assigning an empty tree.
     CZoAvl(const CZoAvl&) = default;
     CZoAvl& operator=(const CZoAvl&) = default;
     virtual ~CZoAvl(); ///< calls AvlFreeTree
@@ -76,8 +76,8 @@ public:
     /// \p compare is no code
     SZoAVLHHEADER* AvlFindNode(SZoAVLHHEADER* start, SZoAVLHHEADER* key, ZoAvlCompareProc compare) const;
 
-    /// Removes the record equal to \p keyData from the tree and destroys it. But if its node has two children, the
-    /// record stays, and the record before it in the order is removed and destroyed instead; this is prescribed.
+    /// Removes the record equal to \p keyData from the tree and destroys it. But if the record's node has two children,
+    /// the record stays, and the record before it in the order is removed and destroyed instead; this is prescribed.
     /// Nothing is done if \p keyData is null or \p compare is no code.
     /// \return always FALSE
     BOOL AvlFreeNode(void* keyData, ZoAvlCompareProc compare);

@@ -24,8 +24,8 @@ public:
     ///     a folder  result 0, exists 0
     ///     nothing   result 2, or 3 if the folder is missing too; exists 0
     ///
-    /// A file counts only if it is read-only, hidden, system, archive, normal or temporary. A file that is compressed
-    /// and nothing else, say, gives 0 and 0. This is prescribed.
+    /// A file counts only if it is read-only, hidden, system, archive, normal or temporary. For example, a file that is
+    /// compressed and nothing else gives result 0 and exists 0. This is prescribed.
     static unsigned long Exists(const char* path, unsigned long& exists);
 
     /// Both do the same: give a file or folder another path. A target that exists is not replaced. If the target is on

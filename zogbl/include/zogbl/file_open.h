@@ -20,8 +20,8 @@ struct FolderContents;
 ///     with '*' or '?'     the pattern of the list, or several separated by ';'; a folder may stand before them
 ///     a quoted name       taken as it is: no extension is added, and '*' and '?' are invalid
 ///
-/// A name without an extension gets the default one, unless it ends in a dot or, when opening, there is a file without.
-/// Only the default extension and those of the filter count as one: "Fax 22.11.1998" has none.
+/// A name without an extension gets the default one, unless it ends in a dot or, for opening, a file of just that name
+/// exists. Only the default extension and those of the filter count as one: "Fax 22.11.1998" has none.
 ///
 /// A name is checked before it is taken: its characters, its length, and what the flags ask for. If a check fails, a
 /// message tells which, and the dialog stays open with all that was typed.

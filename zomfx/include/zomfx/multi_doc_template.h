@@ -6,9 +6,10 @@
 
 #include <afxext.h>
 
-/// A type of documents whose names follow the user's language, and which tells its resource number. Unlike
-/// CMultiDocTemplate, it looks for the string of that number each time: in the framework's resource chain first, then
-/// in the language library.
+/// A type of documents whose names follow the user's language: unlike CMultiDocTemplate, it loads them anew each time.
+///
+/// They are in the string of its resource number, which is looked for in the framework's resource chain first, then in
+/// the language library.
 class ZOMFX_API CZoMultiDocTemplate : public CMultiDocTemplate {
     DECLARE_DYNAMIC(CZoMultiDocTemplate)
 public:
