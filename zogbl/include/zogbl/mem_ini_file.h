@@ -18,7 +18,7 @@
 ///
 /// Operations return the codes of CZoIniFile, and ZO_INI_NULL_SECTION, ZO_INI_NULL_KEY or ZO_INI_NULL_ARGUMENT if a
 /// name or value is a null pointer. If memory runs out, an operation returns ZO_INI_OUT_OF_MEMORY and has changed
-/// nothing; LoadIniFile differs. Nothing is thrown.
+/// nothing; for LoadIniFile see there. Nothing is thrown.
 class ZOGBL_API CZoMemIniFile : public CZoIniFile {
 public:
     CZoMemIniFile();

@@ -33,7 +33,7 @@ using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 /// An operation passes its arguments on unchanged and returns the entry point's result. It returns 0, or nothing, if
 /// the library is not loaded or lacks the entry point, or if the entry point throws a C++ exception, which ends here. A
 /// fault of the processor ends the host. Application and library agree on the meaning of array and number arguments;
-/// operations with an array return a number of elements.
+/// the UINT result of an operation with an array is a number of elements.
 ///
 /// Objects, classes and windows of the library must be gone before it is freed.
 class ZOGBL_API CZoTemplateDLLModule : public CObject {

@@ -41,14 +41,14 @@ public:
     /// ZO_TLM_FIRST_COMMAND, one less, and so on. Without it, all items are loaded, and none gets a command.
     /// \param version, size of the file's header, as the caller knows them: only ZO_TLM_FILE_VERSION and
     /// ZO_TLM_HEADER_SIZE are accepted
-    /// \return 0, or ZO_TLM_WRONG_VERSION, NO_NAME, OPEN_FAILED, READ_FAILED, NO_MEMORY or LIST_FULL, this also if
-    /// there is an item and \p items is null
+    /// \return 0, or ZO_TLM_WRONG_VERSION, NO_NAME, OPEN_FAILED, READ_FAILED, NO_MEMORY or LIST_FULL (also if \p items
+    /// is null and there is an item)
     virtual DWORD LoadFileData(const char* path, DWORD version, DWORD size, CObArray* items, DWORD options);
     /// Writes the description and the CTlmItem objects of \p items, in their order; null pointers are left out. An
     /// existing file is lost first. A failure to write an item is not reported: where that matters, check the length of
     /// the file.
     /// \return
-    ///   0                                   header written
+    ///   0                                   the header is written
     ///   ZO_TLM_NO_NAME, ZO_TLM_OPEN_FAILED  the file is as before
     ///   ZO_TLM_WRONG_VERSION                another \p version or \p size; the file has been deleted
     ///   ZO_TLM_WRITE_FAILED                 the header could not be written; the file has been deleted

@@ -16,7 +16,7 @@ public:
     ~CTlmBasePage() override;
 
     /// The item shown; it belongs to the sheet. Null: the controls are empty. \p item is not read before the page is
-    /// shown.
+    /// shown next.
     void SetItem(CTlmItem* item) { m_pItem = item; }
     /// Shows the item, if the page has a window.
     void Load();

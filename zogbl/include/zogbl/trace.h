@@ -16,10 +16,10 @@
 ///     if (level > 0 && trace.Open("FaxServer", level, TRUE))
 ///         trace.Output("%s: %d pages\r\n", station, pages);
 ///
-/// The part of the name before the first "." counts, of it only ASCII letters and digits, with "Zo" before them: "my
-/// app-2.exe" writes to Zomyapp2.TRC in the folder of the process's executable. Only the name decides who shares buffer
-/// and lock. If programs in two folders open a trace of the same name, each has a file of its own, but their text goes
-/// to the file of the program that writes the buffer. Give such traces different names.
+/// Of the name, only the ASCII letters and digits before the first "." count; "Zo" is put before them: "my app-2.exe"
+/// writes to Zomyapp2.TRC in the folder of the process's executable. Only the name decides who shares buffer and lock.
+/// If programs in two folders open a trace of the same name, each has a file of its own, but their text goes to the
+/// file of the program that writes the buffer. Give such traces different names.
 ///
 /// Text is in the system's code page. It gathers in the shared buffer of 8192 bytes, which is written to the file
 ///   - when the next text does not fit,
@@ -75,9 +75,9 @@ public:
     ///
     ///     %[-][#][0][width][.precision][h or l]type    with a type of c C d i p s S u x X; and %%
     ///
-    /// There is no floating point, "%lld", "*" as a width, "+" or blank as a flag. The text ends before any other
-    /// conversion; the compiler accepts some, because it checks formats as for printf. The caller adds the line ends,
-    /// "\r\n". The text of one call is never mixed with other text. A null format is no text.
+    /// There is no floating point, no "%lld", no "*" as a width, and no "+" or blank as a flag. The text ends before
+    /// any other conversion; the compiler accepts some, because it checks formats as for printf. The caller adds the
+    /// line ends, "\r\n". The text of one call is never mixed with other text. A null format is no text.
     void AFX_CDECL Output(const char* format, ...) __attribute__((format(printf, 2, 3)));
     /// Appends a dump of \p length bytes, 16 to a line, printable characters as such. Null counts as no bytes. The
     /// bytes are copied first. If there is no memory for more than 1024 of them at once, other text may come in

@@ -105,7 +105,8 @@ public:
     /// \return
     ///   ZO_TRANSLATE_SUCCESS     saved, or the user cancelled
     ///   ZO_TRANSLATE_NO_MEMORY   also if the editor cannot be shown
-    ///   ZO_TRANSLATE_NOT_OPENED  also if there is no room for the copy or another program is saving the file
+    ///   ZO_TRANSLATE_NOT_OPENED  also if there is no room for the copy or another program is saving the file; nothing
+    ///                            is written
     ///   other                    the result of Save
     /// If saving fails, the object holds the edited set, and the file is as before if it could be put back.
     unsigned long Edit(CWnd* parent);

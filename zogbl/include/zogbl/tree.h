@@ -63,7 +63,7 @@ public:
     /// or ZoErrMemoryException.
     virtual DWORD EnumPath(ZoTreeEnumProc callback, void* data);
 
-    /// Links \p item, which must be in no list, into the list of \p where. Its parent stays as it was.
+    /// Links \p item, which must be in no list, into the list of \p where. The parent link of \p item is not changed.
     ///   - ZO_INSERT_HEAD: \p item becomes the first child of the old head's parent.
     ///   - Before the first child of a parent: \p item becomes the first child.
     ///   - If this node itself is the head or tail in question, \p item only loses its links, as is prescribed.
