@@ -5,6 +5,7 @@
 #include "product.h"
 #include "step_clock.h"
 
+#include <zogbl/country_code.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/language_support.h>
 #include <zogbl/module.h>

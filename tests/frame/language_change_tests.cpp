@@ -1,6 +1,7 @@
 // A change of language in all processes at once, with their windows open.
 #include "language_driver.h"
 
+#include <zogbl/country_code.h>
 #include <zogbl/resource_lookup.h>
 
 #include <zomfx/frame_window.h>

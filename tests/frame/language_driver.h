@@ -7,7 +7,7 @@
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
-#include "language_window_table.h"
+#include "frame/language/language_window_table.h"
 #include "product/product_test.h"
 
 constexpr DWORD kJapanese = 0x0411;

@@ -1,3 +1,4 @@
+#include <zogbl/country_code.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/resource_lookup.h>
 

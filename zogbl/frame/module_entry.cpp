@@ -1,6 +1,7 @@
 // The library's entry, and what it offers its process.
 #include <afxdllx.h>
 
+#include <zogbl/country_code.h>
 #include <zogbl/file_open.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/global_config.h>
@@ -20,7 +21,6 @@
 namespace {
 
 AFX_EXTENSION_MODULE g_extensionModule = {};
-HINSTANCE g_instance = nullptr;
 DWORD g_attachCount = 0;
 
 constexpr LPCSTR kNoviceMode = "NoviceMode";
@@ -39,7 +39,8 @@ constexpr ZoResourceSource kResourceSource = {&ZoGblLoadString, &ZoGblLockResour
 
 BOOL AttachToProcess(HINSTANCE instance)
 {
-    if (!ZoModuleDataCreate()) {
+    if (!ZoModuleDataCreate(
+            {new (std::nothrow) CZoCountryCodeList, [](CZoCountryCodeList* countries) { delete countries; }})) {
         // The host's classes were put aside while this library was loading; this brings them back.
         AfxInitExtensionModule(g_extensionModule, instance);
         AfxTermExtensionModule(g_extensionModule);
@@ -62,7 +63,7 @@ BOOL AttachToProcess(HINSTANCE instance)
     }
     ZoMfxSetResourceSource(&kResourceSource);
     AfxSetMessageBox(&ZoMessageBox);
-    g_instance = instance;
+    ZoSetInstanceHandle(instance);
     ++g_attachCount;
     ZoModuleData* data = ZoModuleDataGet();
     if (data == nullptr)
@@ -103,21 +104,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
     }
 }
 
-extern "C" HINSTANCE ZoGblGetInstanceHandle() { return g_instance; }
-
 // Language library ----------------------------------------------------------------------------------------------------
-
-BOOL ZoGetLibraryPath(char (&path)[kZoLibraryPathSize])
-{
-    const DWORD length = GetModuleFileNameA(g_instance, path, sizeof path);
-    return length != 0 && length < sizeof path;
-}
-
-HINSTANCE ZoGblGetLanguageDLL()
-{
-    const ZoModuleData* data = ZoModuleDataGet();
-    return data != nullptr ? data->m_hLanguageLibrary : nullptr;
-}
 
 DWORD ZoGblGetLanguageLCID()
 {
@@ -149,7 +136,6 @@ BOOL ZoGblLoadLanguageDLL()
     data->m_nLanguageLoadCount = 1;
     data->SetLanguageLibrary(support->GetLibraryHandle());
     data->m_pLanguageSupport = support.release();
-    data->m_countries.ReloadNames(); // those of an earlier language, should there be any; tried again if memory lacks
     ZoEnsureCountryList();
     CZoGlobalGDIData::InitializeFontsFromResources();
     return TRUE;
@@ -168,30 +154,6 @@ BOOL ZoGblDumpLanguageDLL()
         delete std::exchange(data->m_pLanguageSupport, nullptr);
     }
     return TRUE;
-}
-
-// Country list --------------------------------------------------------------------------------------------------------
-
-void ZoEnsureCountryList()
-{
-    ZoModuleData* data = ZoModuleDataGet();
-    if (data == nullptr)
-        return;
-    CZoCountryCodeList& countries = data->m_countries;
-    if (countries.AreNamesOutdated())
-        countries.ReloadNames();
-    if (countries.GetCount() > 0)
-        return;
-    const DWORD status = countries.LoadData();
-    if (status == ZoErrOutOfMemory || status == ZoErrMemoryException)
-        countries.FreeData(); // a list that only lacked memory is not left halved for good
-}
-
-CZoCountryCodeList* GetGlobalCountryList()
-{
-    ZoEnsureCountryList();
-    ZoModuleData* data = ZoModuleDataGet();
-    return data != nullptr ? &data->m_countries : nullptr;
 }
 
 // Time and novice mode ------------------------------------------------------------------------------------------------

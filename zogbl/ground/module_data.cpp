@@ -1,10 +1,15 @@
 #include "module_data.h"
 
-#include <memory>
+#include <zogbl/module.h>
+
+#include "language_followers.h"
+
 #include <new>
+#include <utility>
 
 namespace {
 
+HINSTANCE g_instance = nullptr;
 DWORD g_slot = TLS_OUT_OF_INDEXES;
 LONG g_blockCount = 0;
 ZoModuleData* g_firstBlock = nullptr;
@@ -21,11 +26,36 @@ void ForgetBlock()
 
 } // namespace
 
-BOOL ZoModuleDataCreate()
+void ZoModuleData::SetLanguageLibrary(HINSTANCE library)
 {
-    std::unique_ptr<ZoModuleData> block(new (std::nothrow) ZoModuleData);
+    m_hLanguageLibrary = library;
+    m_pLanguageLink->m_hResource = library;
+    if (library != nullptr)
+        LanguageFollower::RenewAll(LanguageFollower::Occasion::kLibrary);
+}
+
+void ZoSetInstanceHandle(HINSTANCE instance) { g_instance = instance; }
+
+extern "C" HINSTANCE ZoGblGetInstanceHandle() { return g_instance; }
+
+BOOL ZoGetLibraryPath(char (&path)[kZoLibraryPathSize])
+{
+    const DWORD length = GetModuleFileNameA(g_instance, path, sizeof path);
+    return length != 0 && length < sizeof path;
+}
+
+HINSTANCE ZoGblGetLanguageDLL()
+{
+    const ZoModuleData* data = ZoModuleDataGet();
+    return data != nullptr ? data->m_hLanguageLibrary : nullptr;
+}
+
+BOOL ZoModuleDataCreate(CountryListOwner countries)
+{
+    std::unique_ptr<ZoModuleData> block(countries ? new (std::nothrow) ZoModuleData : nullptr);
     if (!block)
         return FALSE;
+    block->m_countries = std::move(countries);
     if (g_blockCount == 0) {
         g_slot = TlsAlloc();
         if (g_slot == TLS_OUT_OF_INDEXES)

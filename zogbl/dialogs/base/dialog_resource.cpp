@@ -6,7 +6,6 @@
 
 #include <cstring>
 #include <new>
-#include <utility>
 
 namespace {
 
@@ -84,14 +83,4 @@ CString DialogTitle(UINT templateId)
     DWORD size = 0;
     const void* resource = ZoGblLockResource(MAKEINTRESOURCEA(templateId), RT_DIALOG, &size);
     return resource != nullptr ? Narrow(DialogTemplateReader(resource, size).GetTitle()) : CString();
-}
-
-OpenDialog* OpenDialog::s_innermost = nullptr;
-
-void OpenDialog::ReloadAll()
-{
-    for (const OpenDialog* open = s_innermost; open != nullptr; open = open->m_outer) {
-        if (open->m_dialog->m_hWnd != nullptr)
-            open->m_reload(open->m_dialog);
-    }
 }

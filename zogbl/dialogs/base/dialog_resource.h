@@ -7,7 +7,6 @@
 #include <afxwin.h>
 
 #include <memory>
-#include <utility>
 
 /// A copy of a dialog template, for the language library may go while the dialog is open. Empty when nobody has the
 /// template or memory has run out.
@@ -31,25 +30,3 @@ CString LoadText(UINT id);
 
 /// The title of a dialog template in the present language. Throws CMemoryException*.
 CString DialogTitle(UINT templateId);
-
-/// A dialog or sheet is in the list of those that are open while this lives; they close in the opposite order.
-class OpenDialog {
-public:
-    /// \param reload loads the texts of \p dialog anew
-    OpenDialog(CWnd* dialog, void (*reload)(CWnd* dialog))
-        : m_dialog(dialog), m_reload(reload), m_outer(std::exchange(s_innermost, this))
-    {
-    }
-    ~OpenDialog() { s_innermost = m_outer; }
-    OpenDialog(const OpenDialog&) = delete;
-    OpenDialog& operator=(const OpenDialog&) = delete;
-
-    static void ReloadAll();
-
-private:
-    static OpenDialog* s_innermost;
-
-    CWnd* m_dialog;
-    void (*m_reload)(CWnd*);
-    OpenDialog* m_outer;
-};

@@ -3,6 +3,7 @@
 #include <zogbl/resource_ids.h>
 
 #include "dialog_resource.h"
+#include "ground/language_followers.h"
 
 #include <new>
 
@@ -63,7 +64,14 @@ INT_PTR CZoPropertySheet::DoModal()
             return -1;
     }
     m_bCloseOnly = false;
-    const OpenDialog open(this, [](CWnd* window) { static_cast<CZoPropertySheet*>(window)->ReloadTexts(); });
+    const LanguageFollower follower(
+        LanguageFollower::Occasion::kWindows,
+        [](void* what) {
+            auto* sheet = static_cast<CZoPropertySheet*>(what);
+            if (sheet->m_hWnd != nullptr)
+                sheet->ReloadTexts();
+        },
+        this);
     try {
         return CPropertySheet::DoModal();
     } catch (CMemoryException* e) {

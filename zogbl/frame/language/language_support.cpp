@@ -260,11 +260,8 @@ BOOL CZoLanguageSupport::CreateNameAndLoadModule(LPCSTR fileName)
         return FALSE;
     }
     ZoModuleData* data = ZoModuleDataGet();
-    if (data != nullptr &&
-        data->m_pLanguageSupport == this) { // the library of the whole process, before the old one is gone
-        data->SetLanguageLibrary(loaded);
-        data->m_countries.ReloadNames(); // tried again if memory lacks
-    }
+    if (data != nullptr && data->m_pLanguageSupport == this)
+        data->SetLanguageLibrary(loaded); // the library of the whole process, before the old one is gone
     if (HINSTANCE previous = std::exchange(m_hLanguageLibrary, loaded))
         FreeLibrary(previous);
     m_dwLoadedId = m_dwPendingId;

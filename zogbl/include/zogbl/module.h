@@ -14,7 +14,6 @@
 /// searched first.
 #pragma once
 
-#include <zogbl/country_code.h>
 #include <zogbl/export.h>
 
 #include <afx.h>

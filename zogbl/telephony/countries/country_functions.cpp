@@ -1,9 +1,21 @@
-// Questions to the process's country list.
+// The process's country list, and questions to it.
 #include <zogbl/country_code.h>
+
+#include "ground/language_followers.h"
+#include "ground/module_data.h"
 
 namespace {
 
 constexpr UINT kNameMapHashSize = 17;
+
+/// The names of the process's countries are those of its language; tried again at the next question if memory lacks.
+const LanguageFollower s_names(
+    LanguageFollower::Occasion::kLibrary,
+    [](void*) {
+        if (const ZoModuleData* data = ZoModuleDataGet())
+            data->m_countries->ReloadNames();
+    },
+    nullptr);
 
 /// Fills \p map from the country list, the text of each country made by \p textOf.
 template <class TEXT> BOOL FillMap(ZoCountryTextMap& map, TEXT textOf)
@@ -32,6 +44,28 @@ CString CodeText(const CZoCountryCode& country)
 }
 
 } // namespace
+
+void ZoEnsureCountryList()
+{
+    const ZoModuleData* data = ZoModuleDataGet();
+    if (data == nullptr)
+        return;
+    CZoCountryCodeList& countries = *data->m_countries;
+    if (countries.AreNamesOutdated())
+        countries.ReloadNames();
+    if (countries.GetCount() > 0)
+        return;
+    const DWORD status = countries.LoadData();
+    if (status == ZoErrOutOfMemory || status == ZoErrMemoryException)
+        countries.FreeData(); // a list that only lacked memory is not left halved for good
+}
+
+CZoCountryCodeList* GetGlobalCountryList()
+{
+    ZoEnsureCountryList();
+    const ZoModuleData* data = ZoModuleDataGet();
+    return data != nullptr ? data->m_countries.get() : nullptr;
+}
 
 BOOL GetCountryCodeMap(ZoCountryTextMap& map)
 {

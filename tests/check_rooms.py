@@ -1,0 +1,75 @@
+"""Checks that the rooms of zogbl/ form a house: a room includes rooms below it, and none above.
+
+A room is a folder of zogbl/; rooms stand from the ground up in the order in which zogbl/CMakeLists.txt lists their sources.
+A public header belongs to the room of the source of the same name.
+
+    check_rooms.py TREE     checks the tree, and names each line that includes something higher up
+    check_rooms.py --self-test TREE     checks that it notices such a line
+"""
+
+import re
+import sys
+import tempfile
+import shutil
+from pathlib import Path
+
+# Public headers without a source of their own; None: it belongs to no room and may include all of them.
+HEADERS = {"export": "ground", "module": "ground", "resource_ids": "ground", "status": "ground", "zogbl": None}
+
+
+def rooms_of(library):
+    """The rooms from the ground up."""
+    sources = re.findall(r"^  (\S+)/\w+\.cpp", (library / "CMakeLists.txt").read_text(), re.MULTILINE)
+    return list(dict.fromkeys(sources))
+
+
+def check(library):
+    """\return a line of text for each include that leads upwards, and for each file without a room."""
+    height = {room: i for i, room in enumerate(rooms_of(library))}
+    public = library / "include" / "zogbl"
+    room_of = {}
+    stems = dict(HEADERS)
+    faults = []
+    for path in sorted(library.rglob("*.cpp")) + sorted(library.rglob("*.h")):
+        if public in path.parents:
+            continue
+        room = path.parent.relative_to(library).as_posix()
+        if room not in height:
+            faults.append(f"{path}: {room} is no room")
+        room_of[path] = room
+        stems[path.stem] = room
+    for path in sorted(public.glob("*.h")):
+        if path.stem not in stems:
+            faults.append(f"{path}: no source of this name tells its room")
+        elif stems[path.stem] is not None:
+            room_of[path] = stems[path.stem]
+    for path, room in room_of.items():
+        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+            match = re.match(r'#include (?:"([\w/]+)\.h"|<zogbl/(\w+)\.h>)', line)
+            if not match:
+                continue
+            target = stems.get(Path(match[1] or match[2]).name)
+            if target is not None and height.get(target, 0) > height.get(room, 0):
+                faults.append(f"{path}:{number}: {room} stands below {target}: {line}")
+    return faults
+
+
+def self_test(library):
+    with tempfile.TemporaryDirectory() as folder:
+        copy = Path(folder) / "zogbl"
+        shutil.copytree(library, copy)
+        source = next((copy / rooms_of(copy)[0]).glob("*.cpp"))
+        number = source.read_text().count("\n") + 1
+        source.write_text(source.read_text() + "#include <zogbl/tool_sheet.h>\n")
+        (copy / "attic").mkdir()
+        (copy / "attic" / "lost.cpp").write_text("")
+        faults = check(copy)
+    if len(faults) != 2 or not any(f.startswith(f"{source}:{number}:") for f in faults):
+        sys.exit(f"the check does not notice what it should: {faults}")
+
+
+if __name__ == "__main__":
+    if sys.argv[1] == "--self-test":
+        self_test(Path(sys.argv[2]) / "zogbl")
+    else:
+        sys.exit("\n".join(check(Path(sys.argv[1]) / "zogbl")) or 0)
