@@ -24,7 +24,7 @@
 
 namespace {
 
-enum ExitCode { kCrashed = 96, kHangs = 97, kNoGuardHeap = 98, kWrongEnvironment = 99 };
+enum ExitCode { kNoTest = 95, kCrashed = 96, kHangs = 97, kNoGuardHeap = 98, kWrongEnvironment = 99 };
 
 constexpr DWORD kChildWatchdogSeconds = 60; // a child outlives no parent for long
 
@@ -137,7 +137,11 @@ int main(int argc, char** argv)
     const zo_test::Watchdog watchdog(isChild ? kChildWatchdogSeconds : watchdogSeconds, &ReportHang);
     if (!isChild)
         std::printf("environment %s%s\n", zo_test::EnvironmentName().c_str(), wantsGuardHeap ? ", guard heap" : "");
-    const int exitCode = isChild ? zo_test::RunAsChild(argc, argv) : RUN_ALL_TESTS();
+    int exitCode = isChild ? zo_test::RunAsChild(argc, argv) : RUN_ALL_TESTS();
+    if (!isChild && testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
+        std::fputs("no test has such a name\n", stderr);
+        exitCode = kNoTest;
+    }
     std::fflush(stdout);
     return exitCode;
 }
