@@ -14,6 +14,7 @@
 #include <zogbl/directory_functions.h>
 #include <zogbl/document_save.h>
 #include <zogbl/event_log.h>
+#include <zogbl/export.h>
 #include <zogbl/file_functions.h>
 #include <zogbl/file_name_functions.h>
 #include <zogbl/file_open.h>
