@@ -1,7 +1,9 @@
 // A change of language in all processes at once, with their windows open.
+#include "host_ids.h"
 #include "language_driver.h"
 
 #include <zogbl/country_code.h>
+#include <zogbl/module_language.h>
 #include <zogbl/resource_lookup.h>
 
 #include <zomfx/frame_window.h>
@@ -26,6 +28,7 @@ class Host : public CZoFrameWnd {
 public:
     Host()
     {
+        EXPECT_TRUE(m_language.Load(AfxGetInstanceHandle()));
         CreateEx(0, AfxRegisterWndClass(0), "", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr, nullptr);
         AfxGetApp()->m_pMainWnd = this;
         Reload();
@@ -52,12 +55,14 @@ private:
         for (const DWORD language : {kEnglish, kGerman, kJapanese})
             title += GetModuleHandleA(LibraryOf(language)) != nullptr ? std::string("|") + LibraryOf(language) : "";
         CString text;
-        ZoGblLoadString(ZO_IDS_STATE_ON, text);
-        const void* menu = ZoGblLockResource(MAKEINTRESOURCE(ZO_IDR_WORKBENCH_MENU), RT_MENU);
+        ZoGblLoadString(ZO_IDS_SHEET_CLOSE, text);
+        const void* menu = ZoGblLockResource(MAKEINTRESOURCE(ZO_IDR_HOST_MENU), RT_MENU);
         title += "|" + std::string(text) + "|" + MenuText(LoadMenuIndirectA(menu)) + "|";
         GetCountryNameFromCode(276, text);
         SetWindowText((title + std::string(text)).c_str());
     }
+
+    CZoModuleLanguage m_language;
 };
 
 BEGIN_MESSAGE_MAP(Host, CZoFrameWnd)
@@ -105,9 +110,9 @@ public:
         WaitUntil([&] { return TextOf(Window(0)).compare(0, number.size(), number) == 0; });
         const HMODULE library = GetModuleHandleA(LibraryOf(language));
         char text[256] = "";
-        LoadStringA(library, ZO_IDS_STATE_ON, text, sizeof text);
+        LoadStringA(library, ZO_IDS_SHEET_CLOSE, text, sizeof text);
         EXPECT_STRNE("", text);
-        const std::string menu = MenuText(LoadMenuA(library, MAKEINTRESOURCEA(ZO_IDR_WORKBENCH_MENU)));
+        const std::string menu = std::string(LibraryOf(language)).substr(5, 3); // see host_texts.rc.in
         const std::string expected = number + LibraryOf(language) + "|" + text + "|" + menu + "|" +
                                      (language == kEnglish  ? "Germany"
                                       : language == kGerman ? "Deutschland"

@@ -1,7 +1,10 @@
 // Start-up when memory and system calls fail: version resource, language load, country list.
+#include "host_ids.h"
 #include "language_driver.h"
 
 #include <zogbl/country_code.h>
+#include <zogbl/module_language.h>
+#include <zogbl/resource_lookup.h>
 
 namespace {
 
@@ -115,5 +118,18 @@ TEST_F(LanguageFaults, VersionResourceIsReadWholeOrNotAtAll)
         EXPECT_EQ(extracted != FALSE, !version.GetCurrentUserKey().IsEmpty());
         EXPECT_EQ(extracted != FALSE, !version.GetModuleRootKey().IsEmpty());
         EXPECT_EQ(extracted != FALSE, version.GetInternalName() == "GlobalModule");
+    });
+}
+
+TEST_F(LanguageFaults, OwnTextsAreLoadedOrNot)
+{
+    const LoadedLanguage loaded;
+    AllocationFaults faults;
+    RunFaultLoop(faults, [](const FaultRun& run) {
+        CZoModuleLanguage own;
+        const BOOL found = own.Load(AfxGetInstanceHandle());
+        run.Stop();
+        EXPECT_NE(run.Fired(), found != FALSE);
+        EXPECT_EQ(own.GetLibraryHandle(), ZoGblFindStringModule(ZO_IDS_HOST_TEXT));
     });
 }

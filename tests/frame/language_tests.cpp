@@ -1,7 +1,9 @@
 #include <zogbl/country_code.h>
 #include <zogbl/gdi_data.h>
+#include <zogbl/module_language.h>
 #include <zogbl/resource_lookup.h>
 
+#include "host_ids.h"
 #include "language_driver.h"
 
 #include <thread>
@@ -236,22 +238,22 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
 
     const LoadedLanguage loaded;
     const auto load = [&](UINT id) { return ZoGblLoadString(id, text) ? std::string(text) : "(none)"; };
-    EXPECT_EQ("Country", load(ZO_IDS_COLUMN_COUNTRY));
+    EXPECT_EQ("&Tools", load(ZO_IDS_TOOL_LIST));
     EXPECT_EQ("SOFTWARE\\Zo,Inc.", load(ZO_IDS_REG_SECTION)) << "the library's own table";
     const HINSTANCE german = LoadLibraryA("ZOGBLDEU.DLL");
     const HINSTANCE overrides = LoadLibraryA("fixture_overrides.DLL");
     ASSERT_TRUE(german != nullptr && overrides != nullptr);
     {
         const CDynLinkLibrary overriding(german, german);
-        EXPECT_EQ("Land", load(ZO_IDS_COLUMN_COUNTRY));
+        EXPECT_EQ("E&xtras", load(ZO_IDS_TOOL_LIST));
         EXPECT_EQ(german, ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDR_COUNTRY_TABLE), RT_RCDATA));
     }
-    EXPECT_EQ("Country", load(ZO_IDS_COLUMN_COUNTRY));
+    EXPECT_EQ("&Tools", load(ZO_IDS_TOOL_LIST));
     {
         // A module with one string of a block: the others still come from the language library. See overrides.rc.
         const CDynLinkLibrary overriding(overrides, overrides);
-        EXPECT_EQ("State", load(ZO_IDS_COLUMN_COUNTRY));
-        EXPECT_EQ("Code", load(ZO_IDS_COLUMN_CODE));
+        EXPECT_EQ("State", load(ZO_IDS_TOOL_LIST));
+        EXPECT_EQ("&Remove", load(ZO_IDS_TOOL_REMOVE));
         // And a long one comes whole, on double-byte systems too.
         const size_t length = IsDoubleByte() ? 401 : 201;
         EXPECT_EQ(length, load(60000).size());
@@ -262,11 +264,11 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
         // Nor does it hide those of another module of the chain.
         const CDynLinkLibrary older(german, german);
         const CDynLinkLibrary overriding(overrides, overrides);
-        EXPECT_EQ("State", load(ZO_IDS_COLUMN_COUNTRY));
-        EXPECT_EQ("Vorwahl", load(ZO_IDS_COLUMN_CODE));
-        EXPECT_EQ(german, ZoGblFindStringModule(ZO_IDS_COLUMN_CODE));
-        EXPECT_TRUE(text.LoadString(ZO_IDS_COLUMN_CODE)); // as the framework's boxes do
-        EXPECT_STREQ("Vorwahl", text);
+        EXPECT_EQ("State", load(ZO_IDS_TOOL_LIST));
+        EXPECT_EQ("Ent&fernen", load(ZO_IDS_TOOL_REMOVE));
+        EXPECT_EQ(german, ZoGblFindStringModule(ZO_IDS_TOOL_REMOVE));
+        EXPECT_TRUE(text.LoadString(ZO_IDS_TOOL_REMOVE)); // as the framework's boxes do
+        EXPECT_STREQ("Ent&fernen", text);
     }
     FreeLibrary(german);
     FreeLibrary(overrides);
@@ -309,4 +311,43 @@ TEST_F(Language, NoviceModeIsTheUsersOwn)
     config.DeleteSection(ZO_MODE_LOCAL_MACHINE, "Software\\Zo,Inc.\\Brixel Suite\\3.9", "Users");
     ZoGblSetRegNoviceMode(1);
     EXPECT_EQ(0, ZoGblGetRegNoviceMode()) << "no user, no settings";
+}
+
+TEST_F(Language, OwnTextsOfAModuleFollowThatOfTheProcess)
+{
+    CZoModuleLanguage own;
+    const HINSTANCE program = AfxGetInstanceHandle();
+    EXPECT_FALSE(own.Load(program)) << "the process has no language";
+    ASSERT_TRUE(ZoGblLoadLanguageDLL());
+    EXPECT_FALSE(own.Load(GetModuleHandleA("kernel32.dll"))) << "it has no such library";
+    EXPECT_EQ(nullptr, own.GetLibraryHandle());
+    const auto shown = [&] {
+        CString text;
+        EXPECT_EQ(own.GetLibraryHandle(), ZoGblFindStringModule(ZO_IDS_HOST_TEXT));
+        EXPECT_TRUE(text.LoadString(ZO_IDS_HOST_TEXT));
+        return text;
+    };
+    EXPECT_TRUE(own.Load(program));
+    EXPECT_STREQ("ENU", shown());
+    EXPECT_TRUE(own.Load(program)) << "once more";
+
+    constexpr DWORD kFrench = 0x040C; // the tests have no library of it
+    const struct {
+        DWORD language;
+        LPCSTR shown;
+    } changes[] = {{0x0407, "DEU"}, {kFrench, "DEU"}, {0x0409, "ENU"}};
+    for (const auto& change : changes) {
+        ZoGblDumpLanguageDLL();
+        m_product.MakeCurrent(change.language);
+        ASSERT_TRUE(ZoGblLoadLanguageDLL());
+        EXPECT_EQ(change.language, ZoGblGetLanguageLCID());
+        EXPECT_STREQ(change.shown, shown());
+    }
+    EXPECT_EQ(nullptr, GetModuleHandleA("FRAMEDEU.DLL")) << "the one before is freed";
+    own.Unload();
+    EXPECT_EQ(nullptr, own.GetLibraryHandle());
+    EXPECT_EQ(nullptr, GetModuleHandleA("FRAMEENU.DLL"));
+    EXPECT_EQ(nullptr, ZoGblFindStringModule(ZO_IDS_HOST_TEXT));
+    own.Unload();
+    ZoGblDumpLanguageDLL();
 }

@@ -134,8 +134,8 @@ BOOL ZoGblLoadLanguageDLL()
     if (!support->LoadCurrentLanguage(path))
         return FALSE;
     data->m_nLanguageLoadCount = 1;
-    data->SetLanguageLibrary(support->GetLibraryHandle());
     data->m_pLanguageSupport = support.release();
+    data->SetLanguageLibrary(data->m_pLanguageSupport->GetLibraryHandle()); // who follows asks for the language's id
     ZoEnsureCountryList();
     CZoGlobalGDIData::InitializeFontsFromResources();
     return TRUE;

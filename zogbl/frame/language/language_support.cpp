@@ -259,13 +259,14 @@ BOOL CZoLanguageSupport::CreateNameAndLoadModule(LPCSTR fileName)
             FreeLanguageObjectArray();
         return FALSE;
     }
+    const HINSTANCE previous = std::exchange(m_hLanguageLibrary, loaded);
+    m_dwLoadedId = m_dwPendingId;
+    m_csLanguageModuleName = name;
     ZoModuleData* data = ZoModuleDataGet();
     if (data != nullptr && data->m_pLanguageSupport == this)
         data->SetLanguageLibrary(loaded); // the library of the whole process, before the old one is gone
-    if (HINSTANCE previous = std::exchange(m_hLanguageLibrary, loaded))
+    if (previous != nullptr)
         FreeLibrary(previous);
-    m_dwLoadedId = m_dwPendingId;
-    m_csLanguageModuleName = name;
     return TRUE;
 }
 

@@ -35,7 +35,8 @@ public:
 /// The object has a hidden window, which stands in a table that all processes of the suite share. In each process, the
 /// window made last tells the application of a change. It can do so only if its object has a language loaded.
 ///
-/// ZoGblLoadLanguageDLL makes the object of the process. An application makes its own only to let the user choose:
+/// ZoGblLoadLanguageDLL makes the object of the process. A module with texts of its own uses CZoModuleLanguage. An
+/// application makes an object of this class only to let the user choose:
 ///
 ///     void CMainWindow::OnChooseLanguage()
 ///     {

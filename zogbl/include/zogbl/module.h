@@ -1,5 +1,6 @@
 /// \file
-/// The library in its process: instance handle, language library, novice mode.
+/// The library in its process: instance handle, language library, novice mode. A host with texts of its own loads its
+/// language library with CZoModuleLanguage.
 ///
 /// A host links the import libraries of ZOGBLBRX.DLL and ZOAFX.DLL. The product must be registered. Also needed:
 ///   version resource    with the suite's company, product and version: for settings of the host's own (trace level,

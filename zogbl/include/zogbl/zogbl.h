@@ -34,6 +34,7 @@
 #include <zogbl/mem_ini_file.h>
 #include <zogbl/message_box.h>
 #include <zogbl/module.h>
+#include <zogbl/module_language.h>
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/number_text.h>
 #include <zogbl/operating_system.h>
