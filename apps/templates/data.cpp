@@ -1,8 +1,7 @@
 // The data view: the bytes of a file, as numbers and as characters.
 #include "entry_points.h"
+#include "template_ids.h"
 #include "text_document.h"
-
-#include <zogbl/resource_ids.h>
 
 #include <algorithm>
 

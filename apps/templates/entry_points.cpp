@@ -2,11 +2,14 @@
 // CZoTemplateDLLModule. The two numbers of some are the host's own; this suite's hosts pass 0.
 #include "entry_points.h"
 
+#include <zogbl/module_language.h>
+
 #include <afxdllx.h>
 
 namespace {
 
 AFX_EXTENSION_MODULE g_extensionModule = {};
+CZoModuleLanguage g_language;
 
 UINT AddClass(CPtrArray* classes, CRuntimeClass* runtimeClass)
 {
@@ -18,8 +21,14 @@ UINT AddClass(CPtrArray* classes, CRuntimeClass* runtimeClass)
 
 #define ZO_ENTRY_POINT(result) extern "C" __declspec(dllexport) result
 
-ZO_ENTRY_POINT(BOOL) InitializeTemplateDLL() { return TRUE; }
-ZO_ENTRY_POINT(BOOL) ShutdownTemplateDLL() { return TRUE; }
+ZO_ENTRY_POINT(BOOL) InitializeTemplateDLL() { return g_language.Load(g_extensionModule.hModule); }
+
+ZO_ENTRY_POINT(BOOL) ShutdownTemplateDLL()
+{
+    g_language.Unload();
+    return TRUE;
+}
+
 ZO_ENTRY_POINT(UINT) DRT(CPtrArray* classes, int, int) { return AddClass(classes, GetTemplateLibrary().document); }
 ZO_ENTRY_POINT(UINT) FRT(CPtrArray* classes, int, int) { return AddClass(classes, GetTemplateLibrary().frame); }
 ZO_ENTRY_POINT(UINT) VRT(CPtrArray* classes, int, int) { return AddClass(classes, GetTemplateLibrary().view); }

@@ -6,7 +6,7 @@
 
 struct TemplateLibrary {
     int id;          ///< place among the other libraries' types
-    WORD resourceId; ///< string (in the language libraries) and icon of the type
+    WORD resourceId; ///< string (in the language library) and icon of the type
     CRuntimeClass* document;
     CRuntimeClass* frame;
     CRuntimeClass* view;

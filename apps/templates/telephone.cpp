@@ -1,8 +1,8 @@
 // Telephone calls: a list of those that the host tells of, by the novice command ZO_ID_NOTE_CALL.
 #include "entry_points.h"
+#include "template_ids.h"
 #include "text_document.h"
 
-#include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
 namespace {

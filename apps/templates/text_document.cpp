@@ -1,5 +1,7 @@
 #include "text_document.h"
 
+#include "template_ids.h"
+
 #include <zogbl/document_save.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>

@@ -1,8 +1,7 @@
 // The viewer: shows a text file, to be changed unless it is shown in part only.
 #include "entry_points.h"
+#include "template_ids.h"
 #include "text_document.h"
-
-#include <zogbl/resource_ids.h>
 
 #include <cstring>
 

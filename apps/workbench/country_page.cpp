@@ -1,9 +1,10 @@
 #include "country_page.h"
 
+#include "workbench_ids.h"
+
 #include <zogbl/country_code.h>
 #include <zogbl/language_support.h>
 #include <zogbl/module.h>
-#include <zogbl/resource_ids.h>
 
 namespace {
 

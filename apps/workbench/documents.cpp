@@ -1,10 +1,10 @@
 #include "documents.h"
 
 #include "page.h"
+#include "workbench_ids.h"
 
 #include <zogbl/document_save.h>
 #include <zogbl/new_document_dialog.h>
-#include <zogbl/resource_ids.h>
 #include <zomfx/frame_window.h>
 #include <zomfx/multi_doc_template.h>
 
@@ -227,7 +227,7 @@ BOOL Documents::ShowShell()
         auto* shell = new ShellWindow(*this); // deletes itself with its window
         const LPCSTR windowClass =
             AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1),
-                                AfxGetApp()->LoadIcon(ZO_IDI_LIBRARY));
+                                AfxGetApp()->LoadIcon(ZO_IDI_WORKBENCH));
         if (!shell->Create(windowClass, Text(ZO_IDS_SHELL_TITLE), WS_OVERLAPPEDWINDOW, CRect(90, 70, 870, 620), m_owner,
                            nullptr))
             return FALSE;

@@ -1,10 +1,10 @@
 #include "language_page.h"
 
 #include "registration.h"
+#include "workbench_ids.h"
 
 #include <zogbl/country_code.h>
 #include <zogbl/module.h>
-#include <zogbl/resource_ids.h>
 #include <zogbl/version_resource.h>
 
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #include "line_page.h"
 
-#include <zogbl/resource_ids.h>
+#include "workbench_ids.h"
 
 #include <algorithm>
 #include <cstddef>

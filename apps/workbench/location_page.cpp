@@ -1,9 +1,9 @@
 #include "location_page.h"
 
 #include "country_page.h"
+#include "workbench_ids.h"
 
 #include <zogbl/country_code.h>
-#include <zogbl/resource_ids.h>
 
 namespace {
 

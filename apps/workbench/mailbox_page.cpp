@@ -1,6 +1,7 @@
 #include "mailbox_page.h"
 
-#include <zogbl/resource_ids.h>
+#include "workbench_ids.h"
+
 #include <zogbl/status.h>
 
 #include <iterator>

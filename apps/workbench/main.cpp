@@ -4,6 +4,7 @@
 #include "tour.h"
 
 #include <zogbl/module.h>
+#include <zogbl/module_language.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -20,6 +21,7 @@ public:
 private:
     int m_exitCode = 0;
     BOOL m_languageLoaded = FALSE;
+    CZoModuleLanguage m_language;
 };
 
 WorkbenchApp g_app;
@@ -32,7 +34,7 @@ BOOL WorkbenchApp::InitInstance()
         return FALSE;
     }
     m_languageLoaded = ZoGblLoadLanguageDLL();
-    if (!m_languageLoaded) {
+    if (!m_languageLoaded || !m_language.Load(m_hInstance)) {
         // The one text that cannot come from a language library.
         AfxMessageBox("No language library could be loaded.\n\nRun ZoProvision.exe once to register the product.",
                       MB_ICONEXCLAMATION);
@@ -52,6 +54,7 @@ BOOL WorkbenchApp::InitInstance()
 
 int WorkbenchApp::ExitInstance()
 {
+    m_language.Unload();
     if (m_languageLoaded)
         ZoGblDumpLanguageDLL();
     return m_exitCode;

@@ -1,11 +1,12 @@
 #include "main_frame.h"
 
+#include "workbench_ids.h"
+
 #include <zogbl/about_dialog.h>
 #include <zogbl/country_code.h>
 #include <zogbl/dialog.h>
 #include <zogbl/language_support.h>
 #include <zogbl/module.h>
-#include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
 #include <algorithm>
@@ -45,7 +46,7 @@ END_MESSAGE_MAP()
 
 BOOL MainFrame::CreateFrame()
 {
-    const HICON icon = AfxGetApp()->LoadIcon(ZO_IDI_LIBRARY);
+    const HICON icon = AfxGetApp()->LoadIcon(ZO_IDI_WORKBENCH);
     const LPCSTR windowClass =
         AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), icon);
     if (!Create(windowClass, "", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CRect(40, 40, 840, 640), nullptr, nullptr))
@@ -210,6 +211,6 @@ LRESULT MainFrame::OnMenuSelect(WPARAM item, LPARAM)
 void MainFrame::OnOpenTools() { m_tools.Choose(); }
 void MainFrame::OnEditTools() { m_tools.Edit(); }
 
-void MainFrame::OnAbout() { CZoAboutDialog(ZO_IDI_LIBRARY, this).DoModal(); }
+void MainFrame::OnAbout() { CZoAboutDialog(ZO_IDI_WORKBENCH, this).DoModal(); }
 
 void MainFrame::OnExit() { SendMessage(WM_CLOSE); }

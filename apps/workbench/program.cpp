@@ -1,6 +1,6 @@
 #include "program.h"
 
-#include "wait.h"
+#include <common/wait.h>
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "tools.h"
 
 #include "page.h"
+#include "workbench_ids.h"
 
-#include <zogbl/resource_ids.h>
 #include <zogbl/tool_file_dialog.h>
 #include <zogbl/tool_sheet.h>
 

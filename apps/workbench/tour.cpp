@@ -1,12 +1,16 @@
 #include "tour.h"
 
 #include "main_frame.h"
-#include "picture.h"
 #include "program.h"
 #include "registration.h"
 #include "report.h"
 #include "tour_windows.h"
-#include "wait.h"
+#include "workbench_ids.h"
+
+#include "../templates/template_ids.h"
+
+#include <common/picture.h>
+#include <common/wait.h>
 
 #include <zogbl/about_dialog.h>
 #include <zogbl/country_code.h>
@@ -16,6 +20,7 @@
 #include <zogbl/mailboxes.h>
 #include <zogbl/mem_ini_file.h>
 #include <zogbl/module.h>
+#include <zogbl/module_language.h>
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
@@ -90,7 +95,7 @@ private:
 
     bool LoadLanguage(DWORD expected)
     {
-        const BOOL loaded = ZoGblLoadLanguageDLL();
+        const BOOL loaded = ZoGblLoadLanguageDLL() && m_language.Load(AfxGetInstanceHandle());
         CString result;
         result.Format("%04lX from %s", ZoGblGetLanguageLCID(),
                       loaded ? (LPCSTR)ModulePath(ZoGblGetLanguageDLL()) : "nowhere");
@@ -483,7 +488,7 @@ private:
         }
         m_frame->ShowPage(0);
         const CString path = PicturePath(language, "about");
-        PicturedDialog<CZoAboutDialog> about(path, ZO_IDI_LIBRARY, m_frame);
+        PicturedDialog<CZoAboutDialog> about(path, ZO_IDI_WORKBENCH, m_frame);
         return m_report.Step("picture", about.DoModal() == IDOK && about.IsSaved(), path);
     }
 
@@ -794,6 +799,7 @@ private:
 
     bool UnloadLanguage()
     {
+        m_language.Unload();
         const BOOL dumped = ZoGblDumpLanguageDLL();
         return m_report.Step("unload", dumped && ZoGblGetLanguageDLL() == nullptr, "no language library is loaded");
     }
@@ -802,6 +808,7 @@ private:
 
     CString m_folder;
     Report m_report;
+    CZoModuleLanguage m_language;
     CString m_tracePath;
     DWORD m_location = 0; // the record that the tour made
     DWORD m_locationBefore = ZO_NO_LOCATION;

@@ -1,5 +1,7 @@
 #include "tour_windows.h"
 
+#include "workbench_ids.h"
+
 #include <zogbl/flag_lcid.h>
 #include <zogbl/resource_ids.h>
 

@@ -2,8 +2,8 @@
 /// What the tour does with windows that are open only for a while: menus, dialogs, sheets.
 #pragma once
 
-#include "picture.h"
-#include "wait.h"
+#include <common/picture.h>
+#include <common/wait.h>
 
 #include <afxwin.h>
 

@@ -1,7 +1,8 @@
 #include "translation_page.h"
 
+#include "workbench_ids.h"
+
 #include <zogbl/file_open.h>
-#include <zogbl/resource_ids.h>
 
 #include <algorithm>
 #include <string>

@@ -42,8 +42,8 @@ HEADER = """
 #define ZO_ID_ONE 500
 #define ZO_ID_TWO 501
 """
-SETTINGS = "CLDR_LANGUAGE = en\nCODE_PAGE = 1252\nDIALOG_FONT_FACE = Face\nDIALOG_FONT_SIZE = 8\n"
-TEXTS = SETTINGS + (
+SETTINGS = "LANGUAGE_ID = 0x0c0a\nCLDR_LANGUAGE = en\nCODE_PAGE = 1252\nDIALOG_FONT_FACE = Face\nDIALOG_FONT_SIZE = 8\n"
+TEXTS = (
     'HELLO = a "b"\\\\c\\nd\nCOUNT = %d of %s\nTITLE = T\nNAME = &Name\nPLACE = &Place\n'
     "TOP = &Top\nONE = &One\nTWO = &Two && &more\nDEEP = &Deep\nDEEP_ONE = &One\n"
 )
@@ -87,6 +87,7 @@ class Tree:
         self.folder = folder
         files = {
             "ids.h": HEADER,
+            "set.txt": SETTINGS,
             "xxx.txt": TEXTS,
             "enu.txt": TEXTS,
             "strings.txt": STRINGS,
@@ -106,16 +107,17 @@ class Tree:
         def path(name: str) -> str:
             return str(self.folder / name)
 
-        common = ["--ids", path("ids.h"), "--countries", path("countries.txt"), "--output", path("out")]
+        common = ["--ids", path("ids.h"), "--output", path("out")]
+        countries = ["--countries", path("countries.txt")]
+        module = ["--settings", path("set.txt"), "--texts", path("xxx.txt"), "--reference", path("enu.txt")]
+        module += ["--strings", path("strings.txt")]
+        skeletons = ["--skeleton", path("dialogs.in"), "--skeleton", path("menus.in")]
         special = {
-            "tables": ["--locales", path("locales.txt"), "--flags", str(self.folder)],
-            "language": (
-                ["--langid", "0x0c0a", "--texts", path("xxx.txt"), "--reference", path("enu.txt")]
-                + ["--strings", path("strings.txt"), "--skeleton", path("dialogs.in"), "--skeleton", path("menus.in")]
-                + ["--cldr", str(self.folder)]
-            ),
+            "tables": ["tables", *countries, "--locales", path("locales.txt"), "--flags", str(self.folder)],
+            "language": ["language", *module, *skeletons, *countries, "--cldr", str(self.folder)],
+            "plug-in": ["language", *module, "--beside", path("library.h")],
         }
-        return [command, *common, *special[command]]
+        return [*special[command], *common]
 
     def run(self, command: str) -> tuple[int, str]:
         errors = io.StringIO()
@@ -145,22 +147,36 @@ class Generator(unittest.TestCase):
             self.assertIn(line + "\n", script)
         self.assertNotIn("@{", script)
 
+    def test_module_without_countries(self) -> None:
+        """Strings alone, and no number that the library has."""
+        texts = "".join(line for line in TEXTS.splitlines(True) if line.startswith(("HELLO", "COUNT")))
+        header = "#define ZO_IDS_HELLO 200\n#define ZO_IDS_COUNT 201\n"
+        for taken, status in ((201, 1), (202, 0)):
+            library = f"#define ZO_IDS_TAKEN {taken}\n#define ZO_IDD_BOX 200\n"
+            with self.subTest(taken):
+                tree = self.tree(ids_h=header, library_h=library, xxx_txt=texts, enu_txt=texts)
+                complaint = "ids.h:2: error: ZO_IDS_COUNT: 201 is already the number of ZO_IDS_TAKEN\n"
+                self.assertEqual(tree.run("plug-in"), (status, complaint if status else ""))
+        script = (tree.folder / "out").read_text(encoding="utf-8")
+        self.assertNotIn("ZO_IDB_FLAGS", script)
+        self.assertIn('  ZO_IDS_COUNT "%d of %s"\n', script)
+
     def test_language_in_another_code_page(self) -> None:
-        texts = TEXTS.replace("TITLE = T", "TITLE = 国 \\t(&T)").replace("PAGE = 1252", "PAGE = 932")
+        texts = TEXTS.replace("TITLE = T", "TITLE = 国 \\t(&T)")
         names = NAMES.replace("Ålpha", "アルファ")
-        tree = self.tree(xxx_txt=texts, en_xml=names)
+        tree = self.tree(xxx_txt=texts, set_txt=SETTINGS.replace("1252", "932"), en_xml=names)
         self.assertEqual(tree.run("language"), (0, ""))
         self.assertIn('CAPTION "国 \\t(&T)"\n', (tree.folder / "out").read_text(encoding="utf-8"))
 
     def test_language_in_any_locale(self) -> None:
-        texts = TEXTS.replace("TITLE = T", "TITLE = 国").replace("PAGE = 1252", "PAGE = 932")
-        tree = self.tree(xxx_txt=texts, en_xml=PLAIN)
+        texts = TEXTS.replace("TITLE = T", "TITLE = 国")
+        tree = self.tree(xxx_txt=texts, set_txt=SETTINGS.replace("1252", "932"), en_xml=PLAIN)
         self.assertEqual(tree.run("language"), (0, ""))
         expected = (tree.folder / "out").read_bytes()
         plain = {"LC_ALL": "C", "PYTHONCOERCECLOCALE": "0", "PYTHONUTF8": "0", "PYTHONDONTWRITEBYTECODE": "1"}
         program = [sys.executable, str(LANGUAGE_DIR / "generate.py")]
         for page, status in (("932", 0), ("1252", 1)):
-            (tree.folder / "xxx.txt").write_text(texts.replace("932", page), encoding="utf-8")
+            (tree.folder / "set.txt").write_text(SETTINGS.replace("1252", page), encoding="utf-8")
             done = subprocess.run(program + tree.arguments("language"), env=plain, capture_output=True, check=False)
             self.assertEqual(done.returncode, status)
         self.assertIn(b"is not in code page 1252", done.stderr)
@@ -174,17 +190,25 @@ class Generator(unittest.TestCase):
         same_name = NAMES.replace("Gamma", "Beta")
         faults = {
             "missing text": (texts("\nONE = &One\n", "\n"), "xxx.txt:1: error: ONE is missing (used in menus.in:5)"),
-            "unused text": (texts("TITLE = T", "TITLE = T\nSPARE = x"), "xxx.txt:8: error: SPARE is not used"),
-            "text twice": (texts("TITLE = T", "TITLE = T\nTITLE = U"), "xxx.txt:8: error: TITLE is defined twice"),
-            "empty text": (texts("TITLE = T", "TITLE ="), "xxx.txt:7: error: TITLE is empty"),
-            "unknown escape": (texts("\\n", "\\q"), "xxx.txt:5: error: HELLO: unknown escape '\\q'"),
-            "lone backslash": (texts("TITLE = T", "TITLE = T\\"), "xxx.txt:7: error: TITLE: unknown escape '\\'"),
-            "not UTF-8": (texts("TITLE = T", "TITLE = \udcfc"), "xxx.txt:7: error: not UTF-8"),
-            "placeholder order": (texts("%d of %s", "%s of %d"), "xxx.txt:6: error: COUNT: placeholders differ"),
-            "placeholder gone": (texts("%d of %s", "%d"), "xxx.txt:6: error: COUNT: placeholders differ"),
-            "code page": (texts("TITLE = T", "TITLE = ジ"), "xxx.txt:7: error: TITLE: 'ジ' in 'ジ' is not in code page"),
-            "unknown code page": (texts("1252", "7"), "xxx.txt:2: error: unknown code page 7"),
-            "setting gone": (texts("CODE_PAGE = 1252\n", ""), "xxx.txt:1: error: setting CODE_PAGE is missing"),
+            "unused text": (texts("TITLE = T", "TITLE = T\nSPARE = x"), "xxx.txt:4: error: SPARE is not used"),
+            "text twice": (texts("TITLE = T", "TITLE = T\nTITLE = U"), "xxx.txt:4: error: TITLE is defined twice"),
+            "empty text": (texts("TITLE = T", "TITLE ="), "xxx.txt:3: error: TITLE is empty"),
+            "unknown escape": (texts("\\n", "\\q"), "xxx.txt:1: error: HELLO: unknown escape '\\q'"),
+            "lone backslash": (texts("TITLE = T", "TITLE = T\\"), "xxx.txt:3: error: TITLE: unknown escape '\\'"),
+            "not UTF-8": (texts("TITLE = T", "TITLE = \udcfc"), "xxx.txt:3: error: not UTF-8"),
+            "placeholder order": (texts("%d of %s", "%s of %d"), "xxx.txt:2: error: COUNT: placeholders differ"),
+            "placeholder gone": (texts("%d of %s", "%d"), "xxx.txt:2: error: COUNT: placeholders differ"),
+            "code page": (texts("TITLE = T", "TITLE = ジ"), "xxx.txt:3: error: TITLE: 'ジ' in 'ジ' is not in code page"),
+            "unknown code page": ({"set_txt": SETTINGS.replace("1252", "7")}, "set.txt:3: error: unknown code page 7"),
+            "setting gone": (
+                {"set_txt": SETTINGS.replace("CODE_PAGE = 1252\n", "")},
+                "set.txt:1: error: setting CODE_PAGE is missing",
+            ),
+            "no setting": ({"set_txt": SETTINGS + "TITLE = T\n"}, "set.txt:6: error: TITLE is no setting"),
+            "no language": (
+                {"set_txt": SETTINGS.replace("0x0c0a", "0x0000")},
+                "set.txt:1: error: LANGUAGE_ID: '0x0000' is not such a number",
+            ),
             "dialog keys": (texts("&Place", "Pla&Nce"), "PLACE: access key 'n' is also NAME's in ZO_IDD_BOX"),
             "menu keys": (texts("&Deep\n", "De&ep &m\n"), "DEEP: access key 'm' is also TWO's in TOP"),
             "string twice": ({"strings_txt": STRINGS + "ZO_IDS_COUNT HELLO\n"}, "strings.txt:3: error: ZO_IDS_COUNT:"),
@@ -213,13 +237,17 @@ class Generator(unittest.TestCase):
             ),
             "string too long": (
                 texts("HELLO = a", "HELLO = " + 246 * "a" + " ü"),
-                "xxx.txt:5: error: HELLO: 256 bytes, and 255 are the most",
+                "xxx.txt:1: error: HELLO: 256 bytes, and 255 are the most",
             ),
             "string too long in bytes": (
-                {"xxx_txt": TEXTS.replace("1252", "932").replace("HELLO = a", "HELLO = " + 124 * "国"), "en_xml": PLAIN},
-                "xxx.txt:5: error: HELLO: 256 bytes",
+                {
+                    "set_txt": SETTINGS.replace("1252", "932"),
+                    "xxx_txt": TEXTS.replace("HELLO = a", "HELLO = " + 124 * "国"),
+                    "en_xml": PLAIN,
+                },
+                "xxx.txt:1: error: HELLO: 256 bytes",
             ),
-            "access key gone": (texts("&Deep", "Deep"), "xxx.txt:13: error: DEEP: access key is missing"),
+            "access key gone": (texts("&Deep", "Deep"), "xxx.txt:9: error: DEEP: access key is missing"),
             "same name": ({"en_xml": same_name}, "countries.txt:3: error: CC: named 'Beta' like BB"),
             "name code page": ({"en_xml": NAMES.replace("Beta", "ベ")}, "countries.txt:2: error: BB: 'ベ'"),
         }

@@ -7,7 +7,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 from tools.problems import Problems, read_lines
-from tools.texts import Texts
+from tools.texts import SETTINGS, Texts
 
 PLACEHOLDER = re.compile(r"@\{(\w*)\}")
 QUOTED = re.compile(r'"((?:[^"]|"")*)"')
@@ -147,7 +147,11 @@ def quote(text: str) -> str:
     return text.replace("\\", "\\\\").replace("\n", "\\n").replace("\t", "\\t").replace('"', '""')
 
 
-def fill(skeleton: Skeleton, texts: Texts) -> str:
+def fill(skeleton: Skeleton, texts: Texts, settings: Texts) -> str:
     """The skeleton with the texts of one language in it."""
-    filled = [PLACEHOLDER.sub(lambda match: quote(texts[match[1]]), raw) for _, raw in skeleton.lines]
+
+    def text(match: re.Match[str]) -> str:
+        return quote((settings if match[1] in SETTINGS else texts)[match[1]])
+
+    filled = [PLACEHOLDER.sub(text, raw) for _, raw in skeleton.lines]
     return "\n".join(filled) + "\n"

@@ -9,7 +9,7 @@ from pathlib import Path
 from tools.problems import Problems, read_lines, read_rows
 
 ESCAPES = {"n": "\n", "t": "\t", "\\": "\\", '"': '"'}
-SETTINGS = ("CLDR_LANGUAGE", "CODE_PAGE", "DIALOG_FONT_FACE", "DIALOG_FONT_SIZE")
+SETTINGS = ("LANGUAGE_ID", "CLDR_LANGUAGE", "CODE_PAGE", "DIALOG_FONT_FACE", "DIALOG_FONT_SIZE")
 LONGEST_STRING = 255  # bytes: callers load strings into buffers of 256
 
 # What printf takes as one conversion. A space as a flag is left out: "50 % of" is a text, not a conversion.
@@ -26,7 +26,7 @@ class Text:
 
 @dataclass(frozen=True)
 class Texts:
-    """The texts of one language, settings included."""
+    """The texts of one module in one language, or the settings of a language."""
 
     path: Path
     entries: dict[str, Text]
@@ -50,7 +50,7 @@ def unescape(raw: str) -> str:
 
 
 def read_texts(path: Path, problems: Problems) -> Texts:
-    """Reads a text file and checks its settings."""
+    """Reads a file of texts."""
     entries: dict[str, Text] = {}
     for line, raw in read_lines(path, problems):
         stripped = raw.strip()
@@ -72,20 +72,40 @@ def read_texts(path: Path, problems: Problems) -> Texts:
         if not text:
             problems.add(path, line, f"{key} is empty")
         entries[key] = Text(line, text)
-    texts = Texts(path, entries)
-    for setting in SETTINGS:
-        if setting not in entries:
-            problems.add(path, 1, f"setting {setting} is missing")
-    for setting in ("CODE_PAGE", "DIALOG_FONT_SIZE"):
-        if setting in entries and not re.fullmatch(r"[1-9][0-9]*", texts[setting]):
-            problems.add(path, texts.line(setting), f"{setting}: '{texts[setting]}' is not a number")
-    return texts
+    return Texts(path, entries)
 
 
-def read_ids(path: Path, problems: Problems) -> dict[str, int]:
-    """Reads the #defines of the resource header and sees that no number serves two resources of a kind."""
-    ids: dict[str, int] = {}
+def read_settings(path: Path, problems: Problems) -> Texts:
+    """Reads the settings of a language, which are alike for the texts of all modules."""
+    settings = read_texts(path, problems)
+    for key in SETTINGS:
+        if key not in settings.entries:
+            problems.add(path, 1, f"setting {key} is missing")
+    for key, entry in settings.entries.items():
+        if key not in SETTINGS:
+            problems.add(path, entry.line, f"{key} is no setting")
+    for key, form in (
+        ("LANGUAGE_ID", r"0x0*[1-9a-f][0-9a-f]{0,3}"),
+        ("CODE_PAGE", r"[1-9][0-9]*"),
+        ("DIALOG_FONT_SIZE", r"[1-9][0-9]*"),
+    ):
+        if key in settings.entries and not re.fullmatch(form, settings[key]):
+            problems.add(path, settings.line(key), f"{key}: '{settings[key]}' is not such a number")
+    return settings
+
+
+def read_ids(path: Path, others: list[Path], problems: Problems) -> dict[str, int]:
+    """Reads the #defines of a resource header and sees that no number serves two resources of a kind; nor one of the
+    other headers, whose resources are looked for in the same process."""
     names: dict[tuple[str, int], str] = {}
+    for other in others:
+        read_defines(other, names, problems)
+    return read_defines(path, names, problems)
+
+
+def read_defines(path: Path, names: dict[tuple[str, int], str], problems: Problems) -> dict[str, int]:
+    """Reads one header; names holds who has which number of which kind."""
+    ids: dict[str, int] = {}
     for line, text in read_lines(path, problems):
         match = re.match(r"\s*#\s*define\s+(ZO_\w+)\s+(\S+)", text)
         if not match:
@@ -179,27 +199,31 @@ def check_use(texts: Texts, users: dict[str, tuple[Path, int]], problems: Proble
         if key not in texts.entries:
             problems.add(texts.path, 1, f"{key} is missing (used in {path}:{line})")
     for key, entry in texts.entries.items():
-        if key not in users and key not in SETTINGS:
+        if key not in users:
             problems.add(texts.path, entry.line, f"{key} is not used")
 
 
-def check_code_page(texts: Texts, named: list[tuple[Path, int, str, str]], problems: Problems) -> None:
+def check_code_page(
+    texts: Texts, settings: Texts, named: list[tuple[Path, int, str, str]], problems: Problems
+) -> None:
     """The library reads its texts in the system's code page: what is not in it would be shown as question marks."""
-    code_page = texts["CODE_PAGE"]
-    entries = [(texts.path, entry.line, key, entry.text) for key, entry in texts.entries.items()]
+    code_page = settings["CODE_PAGE"]
+    entries = [
+        (file.path, entry.line, key, entry.text) for file in (settings, texts) for key, entry in file.entries.items()
+    ]
     for path, line, what, text in entries + named:
         try:
             text.encode(f"cp{code_page}")
         except UnicodeEncodeError as error:
             problems.add(path, line, f"{what}: '{text[error.start:error.end]}' in '{text}' is not in code page {code_page}")
         except LookupError:
-            problems.add(texts.path, texts.line("CODE_PAGE"), f"unknown code page {code_page}")
+            problems.add(settings.path, settings.line("CODE_PAGE"), f"unknown code page {code_page}")
             return
 
 
-def check_lengths(texts: Texts, named: list[tuple[Path, int, str, str]], problems: Problems) -> None:
+def check_lengths(settings: Texts, named: list[tuple[Path, int, str, str]], problems: Problems) -> None:
     """A string that is too long would be cut where it is loaded. Comes after the check of the code page."""
     for path, line, what, text in named:
-        length = len(text.encode(f"cp{texts['CODE_PAGE']}"))
+        length = len(text.encode(f"cp{settings['CODE_PAGE']}"))
         if length > LONGEST_STRING:
             problems.add(path, line, f"{what}: {length} bytes, and {LONGEST_STRING} are the most")

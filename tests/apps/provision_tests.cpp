@@ -179,7 +179,10 @@ TEST(Workbench, TakesNoLibraryFromTheCurrentFolder)
     product.RemoveLanguages();
     product.SetLanguage(0x0410, 1); // Italian, for which the product has no library
     const TestFolder folder;
-    ASSERT_TRUE(CopyFileA((ProgramFolder() + "ZOGBLENU.DLL").c_str(), folder.Path("ZOGBLITA.DLL").c_str(), TRUE));
+    for (const std::string module : {"ZOGBL", "ZOWOR"}) {
+        const std::string library = folder.Path(module + "ITA.DLL");
+        ASSERT_TRUE(CopyFileA((ProgramFolder() + module + "ENU.DLL").c_str(), library.c_str(), TRUE));
+    }
     const auto closeAll = [](DWORD thread) { EnumThreadWindows(thread, &CloseVisible, 0); };
     const DWORD code = RunProgram("ZoWorkbench.exe", folder.Path(), closeAll);
     ZO_WINE_GAP("an empty folder in SetDllDirectory is taken for none", EXPECT_EQ(1u, code)

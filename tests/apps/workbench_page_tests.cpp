@@ -30,6 +30,8 @@ protected:
     /// Presses the button of that number.
     static void Press(Page& page, int button) { page.SendMessage(WM_COMMAND, MAKEWPARAM(kNew + button, BN_CLICKED)); }
 
+    const HINSTANCE m_texts = LoadLibraryA("ZOWORENU.DLL"); // stays loaded
+    const CDynLinkLibrary m_chain{m_texts, m_texts};
     CWnd m_frame;
 };
 

@@ -87,18 +87,19 @@ TEST_F(NewDocument, ShowsTypesAndDescriptionsInTheirOrder)
 
 TEST_F(NewDocument, NamesTypesInTheLanguageLoaded)
 {
-    const CZoMultiDocTemplate viewer(ZO_IDS_VIEWER_TYPE, nullptr, nullptr, nullptr);
-    EXPECT_EQ(UINT{ZO_IDS_VIEWER_TYPE}, viewer.GetResourceID());
+    constexpr UINT kType = ZO_IDS_FOLDER_NOT_CREATED; // the third part is a name
+    const CZoMultiDocTemplate viewer(kType, nullptr, nullptr, nullptr);
+    EXPECT_EQ(kType, viewer.GetResourceID());
     CString name;
     EXPECT_TRUE(viewer.GetDocString(name, CDocTemplate::fileNewName));
-    EXPECT_STREQ("Text viewer", name);
+    EXPECT_STREQ("The folder could not be created.", name);
     ZoGblDumpLanguageDLL();
     EXPECT_FALSE(viewer.GetDocString(name, CDocTemplate::fileNewName));
     EXPECT_STREQ("", name);
     m_product.MakeCurrent(kGerman);
     EXPECT_TRUE(ZoGblLoadLanguageDLL());
     EXPECT_TRUE(viewer.GetDocString(name, CDocTemplate::fileNewName));
-    EXPECT_STREQ("Textansicht", name);
+    EXPECT_STREQ("Der Ordner konnte nicht erstellt werden.", name);
 }
 
 TEST_F(NewDocument, DrawsIconsAndNames)

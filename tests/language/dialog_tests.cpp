@@ -1,9 +1,9 @@
 // Every dialog of every language library, opened and measured: all texts fit, and no control covers another.
-#include "language_libraries.h"
+#include "support/language_libraries.h"
 #include "support/test.h"
 
-#include <apps/workbench/picture.h>
-#include <apps/workbench/wait.h>
+#include <common/picture.h>
+#include <common/wait.h>
 
 #include <zogbl/resource_ids.h>
 

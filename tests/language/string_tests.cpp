@@ -1,5 +1,5 @@
-// The strings and menus of the language libraries, as callers get them.
-#include "language_libraries.h"
+// The strings of the language libraries, as callers get them.
+#include "support/language_libraries.h"
 #include "support/test.h"
 
 #include <zogbl/resource_ids.h>
@@ -10,37 +10,6 @@ class Strings : public LanguageLibrary {};
 
 INSTANTIATE_TEST_SUITE_P(Languages, Strings, testing::ValuesIn(kLanguages), &LanguageName);
 
-BOOL CALLBACK CollectStrings(HMODULE library, LPCSTR, LPSTR name, LONG_PTR strings)
-{
-    const UINT first = (static_cast<UINT>(reinterpret_cast<ULONG_PTR>(name)) - 1) * 16;
-    for (UINT id = first; id < first + 16; ++id) {
-        wchar_t text[1024];
-        const int length = LoadStringW(library, id, text, 1024);
-        if (length > 0)
-            (*reinterpret_cast<std::map<UINT, std::wstring>*>(strings))[id] = text;
-    }
-    return TRUE;
-}
-
-std::map<UINT, std::wstring> StringsOf(HMODULE library)
-{
-    std::map<UINT, std::wstring> strings;
-    EnumResourceNamesA(library, RT_STRING, &CollectStrings, reinterpret_cast<LONG_PTR>(&strings));
-    return strings;
-}
-
-BOOL CALLBACK TakeLanguage(HMODULE, LPCSTR, LPCSTR, WORD language, LONG_PTR found)
-{
-    *reinterpret_cast<WORD*>(found) = language;
-    return TRUE;
-}
-
-struct KnownText {
-    const char* language;
-    UINT string;
-    const wchar_t* text;
-};
-
 } // namespace
 
 TEST_P(Strings, AreOfTheLanguageThatTheLibraryIsNamedAfter)
@@ -48,10 +17,7 @@ TEST_P(Strings, AreOfTheLanguageThatTheLibraryIsNamedAfter)
     char name[4] = {};
     GetLocaleInfoA(GetParam().id, LOCALE_SABBREVLANGNAME, name, sizeof name);
     EXPECT_STREQ(GetParam().name, name);
-    WORD language = 0;
-    EnumResourceLanguagesA(m_library, RT_MENU, MAKEINTRESOURCEA(ZO_IDR_WORKBENCH_MENU), &TakeLanguage,
-                           reinterpret_cast<LONG_PTR>(&language));
-    EXPECT_EQ(GetParam().id, language);
+    EXPECT_EQ(GetParam().id, LanguageOf(RT_DIALOG, ZO_IDD_LANGUAGE_SELECTION));
 }
 
 TEST_P(Strings, AreThoseOfTheOthersAndFitTheirBuffers)
@@ -81,35 +47,17 @@ TEST_P(Strings, AreThoseOfTheOthersAndFitTheirBuffers)
 }
 
 /// What is in the library does not depend on the machine that it was built or is loaded on.
-TEST_P(Strings, AndMenusHaveTheirLetters)
+TEST_P(Strings, HaveTheirLetters)
 {
     constexpr UINT kJapan = 16158; // its place in the list of countries
-    const KnownText texts[] = {
-        {"DEU", ZO_IDS_PAGE_COUNTRIES, L"L\u00E4nder und Sprachen"},
-        {"DEU", ZO_ID_VIEW_COUNTRIES, L"&L\u00E4nder"},
-        {"ENU", ZO_IDS_PAGE_LANGUAGE, L"Language"},
+    ExpectTexts({
+        {"DEU", ZO_IDS_SHEET_CLOSE, L"Schlie\u00DFen"},
+        {"ENU", ZO_IDS_SHEET_CLOSE, L"Close"},
         {"ENU", kJapan, L"Japan"},
-        {"ESP", ZO_IDS_PAGE_COUNTRIES, L"Pa\u00EDses e idiomas"},
-        {"ESP", ZO_ID_VIEW_COUNTRIES, L"&Pa\u00EDses"},
         {"ESP", kJapan, L"Jap\u00F3n"},
-        {"FRA", ZO_IDS_PAGE_MAILBOXES, L"Bo\u00EEtes aux lettres"},
-        {"FRA", ZO_ID_APP_ABOUT, L"\u00C0 &propos de Zo Workbench..."},
         {"FRA", kJapan, L"Japon"},
-        {"JPN", ZO_IDS_PAGE_LANGUAGE, L"\u8A00\u8A9E"},
-        {"JPN", ZO_ID_APP_EXIT, L"\u7D42\u4E86(&X)\tAlt+F4"},
-        {"JPN", ZO_ID_VIEW_LINES, L"\u56DE\u7DDA(&I)"},
+        {"FRA", ZO_IDS_CREATE_FOLDER, L"%s\n\nCe dossier n'existe pas. Voulez-vous le cr\u00E9er ?"},
+        {"JPN", ZO_IDS_SHEET_CLOSE, L"\u9589\u3058\u308B"},
         {"JPN", kJapan, L"\u65E5\u672C"},
-    };
-    const HMENU menu = LoadMenuA(m_library, MAKEINTRESOURCEA(ZO_IDR_WORKBENCH_MENU));
-    ASSERT_NE(nullptr, menu);
-    const auto strings = StringsOf(m_library);
-    for (const auto& [language, number, expected] : texts) {
-        if (std::string(language) != GetParam().name)
-            continue;
-        const auto string = strings.find(number);
-        wchar_t item[64] = {};
-        GetMenuStringW(menu, number, item, 64, MF_BYCOMMAND);
-        EXPECT_EQ(std::wstring(expected), string != strings.end() ? string->second : item) << number;
-    }
-    DestroyMenu(menu);
+    });
 }
