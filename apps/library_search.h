@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-/// Takes the current folder out of the places in which LoadLibrary looks: whoever can write there could slip the program
-/// a library of his own. Call it first. Windows 95 and NT 4 have no such call; nothing changes there.
+/// Takes the current folder out of the places in which LoadLibrary looks: whoever can write there could slip the
+/// program a library of his own. Call it first. Windows 95 and NT 4 have no such call; nothing changes there.
 inline void LeaveOutCurrentFolder()
 {
     using SetFolder = BOOL(WINAPI*)(LPCSTR);

@@ -28,7 +28,8 @@ inline HFONT CreateDialogFont()
 /// A box of several lines, with the scroll bars that its text needs.
 class TextBox : public CEdit {
 public:
-    /// Creates the box, for reading only. \param edge its border; that of WS_BORDER would stay open where a scroll bar goes
+    /// Creates the box, for reading only. \param edge its border; that of WS_BORDER would stay open where a scroll bar
+    /// goes
     BOOL Create(CWnd* parent, UINT id, DWORD edge = WS_EX_CLIENTEDGE)
     {
         constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
@@ -61,8 +62,8 @@ public:
     void SetTabStop(int width)
     {
         m_tabStop = width;
-        // In quarters of a character, which is as wide as the alphabet's letters are on the average: a Japanese font's own
-        // average is twice that.
+        // In quarters of a character, which is as wide as the alphabet's letters are on the average: a Japanese font's
+        // own average is twice that.
         constexpr LPCSTR kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
         const int letters = (std::max)(static_cast<int>(WithFont([&](HDC dc) { return Measure(dc, kLetters); }).cx), 1);
         auto stop = static_cast<UINT>(::MulDiv(width, 4 * ::lstrlen(kLetters), letters));

@@ -22,15 +22,9 @@ struct Family {
     void (*measure)(Harness& harness);
 };
 constexpr Family kFamilies[] = {
-    {"registry", &MeasureRegistry},
-    {"profiles", &MeasureProfiles},
-    {"countries", &MeasureCountries},
-    {"folders", &MeasureFolders},
-    {"bitmaps", &MeasureBitmaps},
-    {"pickers", &MeasurePickers},
-    {"startup", &MeasureStartup},
-    {"trace", &MeasureTrace},
-    {"translation", &MeasureTranslation},
+    {"registry", &MeasureRegistry}, {"profiles", &MeasureProfiles}, {"countries", &MeasureCountries},
+    {"folders", &MeasureFolders},   {"bitmaps", &MeasureBitmaps},   {"pickers", &MeasurePickers},
+    {"startup", &MeasureStartup},   {"trace", &MeasureTrace},       {"translation", &MeasureTranslation},
     {"trees", &MeasureTrees},
 };
 

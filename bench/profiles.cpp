@@ -89,7 +89,7 @@ CString MakeLargeText()
     return text;
 }
 
-// The bare calls -------------------------------------------------------------------------------------------------------
+// The bare calls ------------------------------------------------------------------------------------------------------
 
 void ReadText(LPCSTR path, LPSTR text, DWORD size)
 {
@@ -97,7 +97,7 @@ void ReadText(LPCSTR path, LPSTR text, DWORD size)
     Require(std::strcmp(text, kText) == 0, "a text came back wrong");
 }
 
-// In memory ------------------------------------------------------------------------------------------------------------
+// In memory -----------------------------------------------------------------------------------------------------------
 
 /// Loading, looking up and saving; both libraries compare names with their case.
 void MeasureMemory(Harness& harness)

@@ -31,7 +31,7 @@ constexpr LPCSTR kPresentSubkey = "Subkey08";
 void RequireSuccess(LONG result) { Require(result == ERROR_SUCCESS, "a registry call failed"); }
 void RequireStatus(DWORD status) { Require(status == ERROR_SUCCESS, "an operation of the gateway failed"); }
 
-// The bare calls -------------------------------------------------------------------------------------------------------
+// The bare calls ------------------------------------------------------------------------------------------------------
 
 class BareKey {
 public:
@@ -138,7 +138,7 @@ bool IsValueListed(LPCSTR path, LPCSTR wanted)
     }
 }
 
-// The gateway ----------------------------------------------------------------------------------------------------------
+// The gateway ---------------------------------------------------------------------------------------------------------
 
 DWORD CountValue(void* count, LPCSTR, const void*, DWORD)
 {
@@ -158,7 +158,7 @@ bool DoesEntryExist(LPCSTR path, LPCSTR name)
     return exists != FALSE;
 }
 
-// The key --------------------------------------------------------------------------------------------------------------
+// The key -------------------------------------------------------------------------------------------------------------
 
 /// A key of this process alone, filled; gone with the object.
 class FilledKey {

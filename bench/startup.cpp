@@ -33,7 +33,7 @@ CString LibraryPath()
     return path;
 }
 
-// In the child ---------------------------------------------------------------------------------------------------------
+// In the child --------------------------------------------------------------------------------------------------------
 
 /// Goes through the start by hand, so that each step is seen when it is done for the first time.
 int RunSteps()
@@ -82,7 +82,7 @@ int RunHost()
     return 0;
 }
 
-// In the parent --------------------------------------------------------------------------------------------------------
+// In the parent -------------------------------------------------------------------------------------------------------
 
 /// The steps of a child in each round, in nanoseconds.
 class ChildSteps {

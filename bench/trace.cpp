@@ -176,8 +176,8 @@ const Method kMethods[] = {
      &TracePath},
     {"locked", "mutex, seek, write",
      []() -> std::unique_ptr<Writer> { return std::make_unique<LockedWriter>(FilePath()); }, &FilePath},
-    {"append", "append, flush",
-     []() -> std::unique_ptr<Writer> { return std::make_unique<AppendWriter>(FilePath()); }, &FilePath},
+    {"append", "append, flush", []() -> std::unique_ptr<Writer> { return std::make_unique<AppendWriter>(FilePath()); },
+     &FilePath},
     {"spdlog", "spdlog basic_file_sink",
      []() -> std::unique_ptr<Writer> { return std::make_unique<SpdlogWriter>(FilePath()); }, &FilePath},
 };
@@ -194,7 +194,7 @@ size_t CountLines(const std::string& path)
     return count;
 }
 
-// Four processes -------------------------------------------------------------------------------------------------------
+// Four processes ------------------------------------------------------------------------------------------------------
 
 constexpr char kReadyName[] = "ZoBenchmarkReady";
 constexpr char kGoName[] = "ZoBenchmarkGo";

@@ -22,7 +22,8 @@ constexpr unsigned kRoundsPerTreeRound = 5; // they take long
 constexpr Limits kSortedLimits = {0, 1.0};
 constexpr Limits kRandomLimits = {0, 1.1};
 
-/// What is inserted and looked for: numbers, and records that hold one. A tree's record is never null, so they begin at 1.
+/// What is inserted and looked for: numbers, and records that hold one. A tree's record is never null, so they begin at
+/// 1.
 using Key = UINT_PTR;
 struct Record {
     Key key;
@@ -46,7 +47,7 @@ int WINAPI CompareRecords(const void* first, const void* second)
 Key AsKey(const Record& record) { return record.key; }
 const Record* AsRecord(const Record& record) { return &record; }
 
-// The peers, all with the same operations ------------------------------------------------------------------------------
+// The peers, all with the same operations -----------------------------------------------------------------------------
 
 template <auto COMPARE, auto AS> class LibraryTree : public CZoAvl {
 public:
@@ -108,7 +109,7 @@ private:
     boost::intrusive::avl_set<Node, boost::intrusive::key_of_value<Content>, boost::intrusive::compare<LESS>> m_set;
 };
 
-// Measuring ------------------------------------------------------------------------------------------------------------
+// Measuring -----------------------------------------------------------------------------------------------------------
 
 struct PeerSamples {
     Samples insert;

@@ -2,8 +2,8 @@
 #
 #   zo_public_headers(<target> [ALL_IN <header>])
 #
-# They are all below include/ in the target's folder; one whose name ends in "_" is a part of another. The x86 build compiles
-# each by itself, so that a user may include any of them first. ALL_IN names the one that includes all others.
+# They are all below include/ in the target's folder; one whose name ends in "_" is a part of another. The x86 build
+# compiles each by itself, so that a user may include any of them first. ALL_IN names the one that includes all others.
 function(zo_public_headers target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALL_IN" "")
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR}/include include/*.h)

@@ -1,5 +1,5 @@
-# Puts the compiler's run-time libraries beside the programs. They are shared ones, so that exceptions can cross from one
-# module into another, and the programs are to run where the compiler is not installed.
+# Puts the compiler's run-time libraries beside the programs. They are shared ones, so that exceptions can cross from
+# one module into another, and the programs are to run where the compiler is not installed.
 
 function(zo_copy_runtime_library)
   foreach(name ${ARGN})

@@ -1,16 +1,16 @@
 # shellcheck shell=bash
 # Wine, as the suite's programs run under it. Read by `zo` and by `run-windows`.
 #
-# A prefix serves one architecture and one environment of the tests, after which it is named, so that environments can be
-# tested at the same time. The system's locale decides the code page: C.UTF-8 gives 1252, Japanese 932. A program named
-# <name>_win31.exe, _win98, _nt40 or _win10 finds itself on that family of Windows; the programs that a prefix knows of are
-# entered in its registry (zo: register_programs).
+# A prefix serves one architecture and one environment of the tests, after which it is named, so that environments can
+# be tested at the same time. The system's locale decides the code page: C.UTF-8 gives 1252, Japanese 932. A program
+# named <name>_win31.exe, _win98, _nt40 or _win10 finds itself on that family of Windows; the programs that a prefix
+# knows of are entered in its registry (zo: register_programs).
 #
 # All windows of a prefix lie in one virtual desktop, which gives them captions and an order of activation without a
 # window manager.
 
-# Sets the environment for programs of one prefix, run by run_wine. $1 build directory of the architecture, $2 architecture,
-# $3 prefix: the environment for tests, "run" for everything else
+# Sets the environment for programs of one prefix, run by run_wine. $1 build directory of the architecture, $2
+# architecture, $3 prefix: the environment for tests, "run" for everything else
 wine_environment() {
     export WINEPREFIX=$1/prefix-$3
     export WINEARCH=win32

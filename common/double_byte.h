@@ -36,8 +36,8 @@ inline LPCSTR PreviousCharacter(LPCSTR start, LPCSTR at)
     return previous;
 }
 
-/// The character at \p text as a number: the byte, or the lead byte in the high byte and the second in the low one; 0 at
-/// the end.
+/// The character at \p text as a number: the byte, or the lead byte in the high byte and the second in the low one; 0
+/// at the end.
 inline UINT CharacterAt(LPCSTR text)
 {
     const UINT first = static_cast<BYTE>(text[0]);

@@ -62,8 +62,8 @@ LineConfiguration DefaultLine(size_t device);
 /// Sets one key of a line, as the file would. \return FALSE for an unknown key or a value that makes no sense.
 bool SetLineKey(LineConfiguration& line, const std::string& key, const std::string& value);
 
-/// Reads the file that the environment variable TELSIM_INI names, or telsim.ini beside the library. Without either there
-/// are two lines: one on port COM99 and one without a port.
+/// Reads the file that the environment variable TELSIM_INI names, or telsim.ini beside the library. Without either
+/// there are two lines: one on port COM99 and one without a port.
 /// \param complaints gets a line for each mistake in the file.
 Configuration LoadConfiguration(std::vector<std::string>& complaints);
 

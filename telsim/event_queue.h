@@ -10,9 +10,9 @@
 
 namespace telsim {
 
-/// A hidden window of the thread that makes it. An event is a posted message, or a timer first and then a message; so it
-/// happens while the thread takes messages from its queue, and waiting for it costs nothing. Each event has a message of
-/// its own: an event that itself takes messages lets the next ones happen.
+/// A hidden window of the thread that makes it. An event is a posted message, or a timer first and then a message; so
+/// it happens while the thread takes messages from its queue, and waiting for it costs nothing. Each event has a
+/// message of its own: an event that itself takes messages lets the next ones happen.
 class EventQueue {
 public:
     EventQueue();

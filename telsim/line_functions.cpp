@@ -1,4 +1,5 @@
-// The line functions that the library exports. Each lists its call, checks what it was handed, and goes on in the service.
+// The line functions that the library exports. Each lists its call, checks what it was handed, and goes on in the
+// service.
 #include "invocation.h"
 #include "translation.h"
 

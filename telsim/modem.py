@@ -37,7 +37,8 @@ MAX_RINGS = 10
 MAX_COMMAND = 256
 MAX_PENDING = 65536  # bytes not yet taken by the terminal; beyond this nothing more is read
 
-# A command within a line: a letter with an optional number; the letters' meaning does not matter to a modem without a line.
+# A command within a line: a letter with an optional number; the letters' meaning does not matter to a modem without a
+# line.
 IGNORED = re.compile(r"(?:[BCLMNPTWXY]|[&\\%][A-Z])\d*", re.I)
 # Settings by name, such as +VCID=1 or #CID=1.
 SETTING = re.compile(r"[+#][A-Z]+(?:=[^;]*|\?)?;?", re.I)
@@ -386,8 +387,8 @@ def run(options, master, slave, path, cleanup):
         if parent is not None and parent in ready:
             return
         if watch is not None and watch in ready and watch.closed():
-            # As if the computer had taken back its readiness: hang up, and keep nothing for the next who opens. This comes
-            # before reading, for he may have written already.
+            # As if the computer had taken back its readiness: hang up, and keep nothing for the next who opens. This
+            # comes before reading, for he may have written already.
             modem.reset()
             modem.output.clear()
             modem.pending = 0

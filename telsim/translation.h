@@ -16,7 +16,8 @@ struct Translation {
     DWORD results = 0; ///< LINETRANSLATERESULT_
 };
 
-/// Whether a number has nothing in it but what a modem dials, and what sets that apart: blanks, parentheses, hyphens, dots.
+/// Whether a number has nothing in it but what a modem dials, and what sets that apart: blanks, parentheses, hyphens,
+/// dots.
 bool IsDialable(const std::string& number);
 
 /// \param address canonical, "+1 (425) 555-0123", or as it is to be dialed. \param options LINETRANSLATEOPTION_

@@ -85,9 +85,9 @@ struct AFX_API CRuntimeClass {
     LPCSTR m_lpszClassName;
     int m_nObjectSize; ///< in bytes
     UINT m_wSchema;
-    CObject*(AFXAPI* m_pfnCreateObject)();         ///< null for a class without dynamic creation
-    CRuntimeClass*(AFXAPI* m_pfnGetBaseClass)();   ///< null for CObject alone
-    CRuntimeClass* m_pNextClass;                   ///< link of the class list that the class is registered in
+    CObject*(AFXAPI* m_pfnCreateObject)();       ///< null for a class without dynamic creation
+    CRuntimeClass*(AFXAPI* m_pfnGetBaseClass)(); ///< null for CObject alone
+    CRuntimeClass* m_pNextClass;                 ///< link of the class list that the class is registered in
 
     /// Creates an object with new; owned by the caller. \return null when the class cannot be created dynamically or
     /// memory has run out.
@@ -116,8 +116,8 @@ public:                                                                         
     static CObject* AFXAPI CreateObject();
 
 #define AFX_IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, create)                                                \
-    CRuntimeClass class_name::class##class_name = {                                                                    \
-        #class_name, sizeof(class class_name), 0xFFFF, create, &base_class_name::GetThisClass, nullptr};               \
+    CRuntimeClass class_name::class##class_name = {#class_name, sizeof(class class_name),       0xFFFF,                \
+                                                   create,      &base_class_name::GetThisClass, nullptr};              \
     CRuntimeClass* AFXAPI class_name::GetThisClass() { return &class##class_name; }                                    \
     CRuntimeClass* class_name::GetRuntimeClass() const { return &class##class_name; }
 
@@ -162,9 +162,9 @@ AFX_API CObject* AFXAPI AfxDynamicDownCast(CRuntimeClass* pClass, CObject* pObje
 // ---------------------------------------------------------------------------------------------------------------------
 // Strings
 
-/// Text of the system's ANSI code page. One pointer to a reference-counted buffer: copies share it until one is changed.
-/// Searching, comparing and case mapping step by whole characters, so double-byte text is never cut in the middle.
-/// Operations that need memory throw CMemoryException*.
+/// Text of the system's ANSI code page. One pointer to a reference-counted buffer: copies share it until one is
+/// changed. Searching, comparing and case mapping step by whole characters, so double-byte text is never cut in the
+/// middle. Operations that need memory throw CMemoryException*.
 class AFX_API CString {
 public:
     CString() noexcept;

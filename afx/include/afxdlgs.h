@@ -31,8 +31,8 @@ public:
     void OnOK() override;         ///< nothing is left to do here; the modified mark goes
     void OnCancel() override;     ///< nothing
 
-    /// For the sheet: a template in memory may be put in before the sheet is made, with PSP_DLGINDIRECT. It must live as
-    /// long as the sheet's window.
+    /// For the sheet: a template in memory may be put in before the sheet is made, with PSP_DLGINDIRECT. It must live
+    /// as long as the sheet's window.
     PROPSHEETPAGEA m_psp = {};
 
     BOOL PreTranslateMessage(MSG* pMsg) override; ///< keys are dealt with by the sheet

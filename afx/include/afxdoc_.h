@@ -16,7 +16,8 @@ struct CCreateContext {
     CDocument* m_pCurrentDoc = nullptr;
 };
 
-/// What a program works on. Derive from it and override OnNewDocument, OnOpenDocument, OnSaveDocument and DeleteContents.
+/// What a program works on. Derive from it and override OnNewDocument, OnOpenDocument, OnSaveDocument and
+/// DeleteContents.
 class AFX_API CDocument : public CCmdTarget {
     DECLARE_DYNAMIC(CDocument)
 public:
@@ -52,8 +53,8 @@ public:
     virtual BOOL CanCloseFrame(CFrameWnd* pFrame);
     /// Saves under the document's name; asks for one when it has none, or its file is read-only.
     virtual BOOL DoFileSave();
-    /// Saves under a name, which becomes the document's if \p bReplace. With null a name is to be asked for: override it,
-    /// for this framework has no dialog of its own for files, and saves nothing then.
+    /// Saves under a name, which becomes the document's if \p bReplace. With null a name is to be asked for: override
+    /// it, for this framework has no dialog of its own for files, and saves nothing then.
     virtual BOOL DoSave(LPCSTR lpszPathName, BOOL bReplace = TRUE);
     virtual void DeleteContents() {}
     /// Destroys the frames of all views, and deletes the document if m_bAutoDelete.
@@ -174,8 +175,8 @@ private:
     int m_nUntitledCount = 0;
 };
 
-/// A main window with windows of documents in it: the MDI client fills its client area. Commands go to the active one of
-/// these first.
+/// A main window with windows of documents in it: the MDI client fills its client area. Commands go to the active one
+/// of these first.
 class AFX_API CMDIFrameWnd : public CFrameWnd {
     DECLARE_DYNCREATE(CMDIFrameWnd)
 public:

@@ -8,7 +8,7 @@
 struct AFX_EXTENSION_MODULE {
     BOOL bInitialized;
     HMODULE hModule;
-    HMODULE hResource;               ///< where the library's resources are looked up, as a rule hModule
+    HMODULE hResource;                ///< where the library's resources are looked up, as a rule hModule
     CRuntimeClass* pFirstSharedClass; ///< the library's dynamically creatable classes
 };
 

@@ -2,8 +2,8 @@
 /// Application framework: message maps.
 ///
 /// A map entry holds what it answers to and a small function that unpacks the message and calls the handler. The macros
-/// make that function as a lambda inside the class's own GetThisMessageMap, where `ThisClass` is the class: handlers may
-/// be protected, and one whose signature does not fit does not compile.
+/// make that function as a lambda inside the class's own GetThisMessageMap, where `ThisClass` is the class: handlers
+/// may be protected, and one whose signature does not fit does not compile.
 #pragma once
 
 class CCmdTarget;
@@ -12,10 +12,10 @@ class CCmdTarget;
 struct AFX_CALL {
     WPARAM wParam = 0;
     LPARAM lParam = 0;
-    UINT nID = 0;            ///< command or control identifier
-    void* pExtra = nullptr;  ///< CCmdUI* for CN_UPDATE_COMMAND_UI, AFX_NOTIFY* for WM_NOTIFY
+    UINT nID = 0;           ///< command or control identifier
+    void* pExtra = nullptr; ///< CCmdUI* for CN_UPDATE_COMMAND_UI, AFX_NOTIFY* for WM_NOTIFY
     LRESULT lResult = 0;
-    BOOL bHandled = TRUE;    ///< cleared by a handler that wants the search to go on
+    BOOL bHandled = TRUE; ///< cleared by a handler that wants the search to go on
 };
 
 /// A WM_NOTIFY on its way to a handler.
@@ -27,12 +27,12 @@ struct AFX_NOTIFY {
 using AFX_HANDLER = void (*)(CCmdTarget* pTarget, AFX_CALL& call);
 
 struct AFX_MSGMAP_ENTRY {
-    UINT nMessage;             ///< a window message, or WM_COMMAND / WM_NOTIFY (plus WM_REFLECT_BASE) with a code
-    UINT nCode;                ///< notification code; CN_COMMAND for menu commands
-    UINT nID;                  ///< first identifier
-    UINT nLastID;              ///< last identifier
-    const UINT* pnRegistered;  ///< address of a registered message's number, in place of nMessage
-    AFX_HANDLER pfn;           ///< null ends the table
+    UINT nMessage;            ///< a window message, or WM_COMMAND / WM_NOTIFY (plus WM_REFLECT_BASE) with a code
+    UINT nCode;               ///< notification code; CN_COMMAND for menu commands
+    UINT nID;                 ///< first identifier
+    UINT nLastID;             ///< last identifier
+    const UINT* pnRegistered; ///< address of a registered message's number, in place of nMessage
+    AFX_HANDLER pfn;          ///< null ends the table
 };
 
 struct AFX_MSGMAP {
@@ -61,9 +61,13 @@ protected:                                                                      
         static const AFX_MSGMAP_ENTRY entries[] = {
 
 #define END_MESSAGE_MAP()                                                                                              \
-            {0, 0, 0, 0, nullptr, nullptr}};                                                                           \
-        static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries};                                     \
-        return &map;                                                                                                   \
+    {                                                                                                                  \
+        0, 0, 0, 0, nullptr, nullptr                                                                                   \
+    }                                                                                                                  \
+    }                                                                                                                  \
+    ;                                                                                                                  \
+    static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries};                                         \
+    return &map;                                                                                                       \
     }
 
 #define AFX_ENTRY(message, code, first, last, registered, ...)                                                         \
@@ -72,7 +76,7 @@ protected:                                                                      
          __VA_ARGS__;                                                                                                  \
      }},
 
-// Commands and notifications -------------------------------------------------------------------------------------------
+// Commands and notifications ------------------------------------------------------------------------------------------
 
 #define ON_COMMAND(id, memberFxn)                                                                                      \
     AFX_ENTRY(WM_COMMAND, CN_COMMAND, static_cast<UINT>(id), static_cast<UINT>(id), nullptr, self->memberFxn())
@@ -93,7 +97,7 @@ protected:                                                                      
 #define ON_LBN_SELCHANGE(id, memberFxn) ON_CONTROL(LBN_SELCHANGE, id, memberFxn)
 #define ON_EN_CHANGE(id, memberFxn) ON_CONTROL(EN_CHANGE, id, memberFxn)
 
-// Any message ----------------------------------------------------------------------------------------------------------
+// Any message ---------------------------------------------------------------------------------------------------------
 
 #define ON_MESSAGE(message, memberFxn)                                                                                 \
     AFX_ENTRY(message, 0, 0, 0, nullptr, call.lResult = self->memberFxn(call.wParam, call.lParam))
@@ -101,22 +105,20 @@ protected:                                                                      
 #define ON_REGISTERED_MESSAGE(nMessageVariable, memberFxn)                                                             \
     AFX_ENTRY(0xC000, 0, 0, 0, &nMessageVariable, call.lResult = self->memberFxn(call.wParam, call.lParam))
 
-// Windows messages -----------------------------------------------------------------------------------------------------
+// Windows messages ----------------------------------------------------------------------------------------------------
 
 #define AFX_ON_WM(message, ...) AFX_ENTRY(message, 0, 0, 0, nullptr, __VA_ARGS__)
 
-#define ON_WM_CREATE()                                                                                                 \
-    AFX_ON_WM(WM_CREATE, call.lResult = self->OnCreate(reinterpret_cast<CREATESTRUCT*>(call.lParam)))
+#define ON_WM_CREATE() AFX_ON_WM(WM_CREATE, call.lResult = self->OnCreate(reinterpret_cast<CREATESTRUCT*>(call.lParam)))
 #define ON_WM_DESTROY() AFX_ON_WM(WM_DESTROY, self->OnDestroy())
 #define ON_WM_CLOSE() AFX_ON_WM(WM_CLOSE, self->OnClose())
 #define ON_WM_PAINT() AFX_ON_WM(WM_PAINT, self->OnPaint())
 #define ON_WM_SIZE()                                                                                                   \
     AFX_ON_WM(WM_SIZE, self->OnSize(static_cast<UINT>(call.wParam), LOWORD(call.lParam), HIWORD(call.lParam)))
-#define ON_WM_SETFOCUS()                                                                                               \
-    AFX_ON_WM(WM_SETFOCUS, self->OnSetFocus(CWnd::FromHandle(reinterpret_cast<HWND>(call.wParam))))
+#define ON_WM_SETFOCUS() AFX_ON_WM(WM_SETFOCUS, self->OnSetFocus(CWnd::FromHandle(reinterpret_cast<HWND>(call.wParam))))
 #define ON_WM_TIMER() AFX_ON_WM(WM_TIMER, self->OnTimer(static_cast<UINT_PTR>(call.wParam)))
 #define ON_WM_INITMENUPOPUP()                                                                                          \
-    AFX_ON_WM(WM_INITMENUPOPUP, self->OnInitMenuPopup(reinterpret_cast<HMENU>(call.wParam), LOWORD(call.lParam),       \
-                                                      HIWORD(call.lParam)))
+    AFX_ON_WM(WM_INITMENUPOPUP,                                                                                        \
+              self->OnInitMenuPopup(reinterpret_cast<HMENU>(call.wParam), LOWORD(call.lParam), HIWORD(call.lParam)))
 #define ON_WM_GETMINMAXINFO()                                                                                          \
     AFX_ON_WM(WM_GETMINMAXINFO, self->OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(call.lParam)))

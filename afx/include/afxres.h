@@ -6,7 +6,7 @@
 #define IDC_STATIC (-1)
 #endif
 
-#define AFX_IDW_PANE_FIRST 0xE900 /* the child window that fills a frame's client area */
+#define AFX_IDW_PANE_FIRST 0xE900     /* the child window that fills a frame's client area */
 #define AFX_IDM_FIRST_MDICHILD 0xFF00 /* the system's commands that activate the windows of an MDI client */
 
 /* File commands, and the question whether to save; %1 stands for the document's name. */

@@ -44,8 +44,8 @@ inline BOOL AFXAPI CompareElements(const TYPE* pElement1, const ARG_TYPE* pEleme
 
 /// A growing array. Indexes must be in range except for SetAtGrow and InsertAt, which extend the array as needed.
 /// Storage grows by nGrowBy elements; with 0, by an eighth of the size, at least 4 and at most 1024. Elements added by
-/// growth are value-initialised. Operations that need memory throw CMemoryException* and then leave the array as it was;
-/// so does a size that is negative, or larger than memory can be.
+/// growth are value-initialised. Operations that need memory throw CMemoryException* and then leave the array as it
+/// was; so does a size that is negative, or larger than memory can be.
 template <class TYPE, class ARG_TYPE = const TYPE&> class CArray : public CObject {
 public:
     CArray() = default;
@@ -147,8 +147,7 @@ private:
     /// The size of the storage after its next growth.
     INT_PTR GrownSize() const
     {
-        const INT_PTR step =
-            m_nGrowBy > 0 ? m_nGrowBy : (std::min)(INT_PTR{1024}, (std::max)(INT_PTR{4}, m_nSize / 8));
+        const INT_PTR step = m_nGrowBy > 0 ? m_nGrowBy : (std::min)(INT_PTR{1024}, (std::max)(INT_PTR{4}, m_nSize / 8));
         return m_nMaxSize + (std::min)(step, kMaxElements - m_nMaxSize);
     }
     static void DestroyElements(TYPE* pElements, INT_PTR nCount)
@@ -179,7 +178,8 @@ using POSITION = __POSITION*;
 #define BEFORE_START_POSITION (reinterpret_cast<POSITION>(static_cast<INT_PTR>(-1)))
 
 /// A hash map. The table of buckets is made with the first element; a new element goes to the front of its bucket, and
-/// iteration runs bucket by bucket. Operations that need memory throw CMemoryException* and then leave the map as it was.
+/// iteration runs bucket by bucket. Operations that need memory throw CMemoryException* and then leave the map as it
+/// was.
 template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE> class CMap : public CObject {
 public:
     /// \param nBlockSize number of elements that are allocated together.
@@ -312,7 +312,8 @@ private:
         if (m_pFree == nullptr) {
             if (m_nBlockSize > AfxMaxElements(sizeof(Assoc)) - 1) // the block's own head takes less than one of them
                 AfxThrowMemoryException();
-            auto* block = static_cast<Block*>(AfxAllocMemory(sizeof(Block) + static_cast<size_t>(m_nBlockSize) * sizeof(Assoc)));
+            auto* block =
+                static_cast<Block*>(AfxAllocMemory(sizeof(Block) + static_cast<size_t>(m_nBlockSize) * sizeof(Assoc)));
             block->next = m_pBlocks;
             m_pBlocks = block;
             auto* assocs = reinterpret_cast<Assoc*>(block + 1);

@@ -69,8 +69,8 @@ AFX_API int AFXAPI AfxMessageBox(LPCSTR lpszText, UINT nType = MB_OK, UINT nIDHe
 /// \param nIDHelp help context; -1 for the number of the text
 AFX_API int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = static_cast<UINT>(-1));
 
-/// Lets all boxes of AfxMessageBox be shown by \p pfnMessageBox, which does what the system's MessageBox does; null: by the
-/// system. An application that overrides DoMessageBox comes first.
+/// Lets all boxes of AfxMessageBox be shown by \p pfnMessageBox, which does what the system's MessageBox does; null: by
+/// the system. An application that overrides DoMessageBox comes first.
 typedef int (*AFX_MESSAGE_BOX)(HWND hWnd, LPCSTR lpszText, LPCSTR lpszCaption, UINT nType);
 AFX_API void AFXAPI AfxSetMessageBox(AFX_MESSAGE_BOX pfnMessageBox);
 
@@ -291,8 +291,8 @@ public:
         return ::SetWindowPos(m_hWnd, pWndInsertAfter != nullptr ? pWndInsertAfter->m_hWnd : nullptr, x, y, cx, cy,
                               nFlags);
     }
-    /// Exchanges data between members and controls by DoDataExchange; TRUE moves it from the controls. What the controls
-    /// notify meanwhile does not reach the window's handlers, for the members are not complete.
+    /// Exchanges data between members and controls by DoDataExchange; TRUE moves it from the controls. What the
+    /// controls notify meanwhile does not reach the window's handlers, for the members are not complete.
     /// \return FALSE when the exchange failed, which the user has been told of, and when one is going on already
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
     /// The nearest frame that this window lies in, null when there is none.
@@ -421,8 +421,8 @@ public:
 // ---------------------------------------------------------------------------------------------------------------------
 // Frames and dialogs
 
-/// A main window, or with a view in it the window of a document. Deletes itself when its window goes; when it is the main
-/// window of its thread, the thread ends. Commands go to the active view first, then to the frame, then to the
+/// A main window, or with a view in it the window of a document. Deletes itself when its window goes; when it is the
+/// main window of its thread, the thread ends. Commands go to the active view first, then to the frame, then to the
 /// application.
 class AFX_API CFrameWnd : public CWnd {
     DECLARE_DYNCREATE(CFrameWnd)
@@ -522,8 +522,8 @@ private:
 };
 
 AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
-/// Whole numbers in decimal digits, with blanks around them and, for the signed types, a sign. Anything else, and what the
-/// type cannot hold, fails the exchange.
+/// Whole numbers in decimal digits, with blanks around them and, for the signed types, a sign. Anything else, and what
+/// the type cannot hold, fails the exchange.
 AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, BYTE& value);
 AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, int& value);
 AFX_API void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, UINT& value);
@@ -538,8 +538,8 @@ AFX_API void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
 /// Makes \p rControl the window of the control, if it is not yet.
 AFX_API void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl);
 
-/// Fails the exchange for a text of more than \p nChars bytes. Loading, it keeps the edit field prepared last from taking
-/// more.
+/// Fails the exchange for a text of more than \p nChars bytes. Loading, it keeps the edit field prepared last from
+/// taking more.
 AFX_API void AFXAPI DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars);
 
 // ---------------------------------------------------------------------------------------------------------------------

@@ -7,7 +7,7 @@
 IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
 IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
 
-// Message loop ---------------------------------------------------------------------------------------------------------
+// Message loop --------------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -85,7 +85,7 @@ BOOL CWinThread::OnIdle(LONG lCount)
 
 LRESULT CWinThread::ProcessWndProcException(CException* e, const MSG* pMsg) { return AnswerFailedMessage(e, pMsg); }
 
-// Application ----------------------------------------------------------------------------------------------------------
+// Application ---------------------------------------------------------------------------------------------------------
 
 CWinApp::CWinApp(LPCSTR lpszAppName) : m_pszAppName(lpszAppName) { AfxGetModuleState()->m_pCurrentWinApp = this; }
 

@@ -52,7 +52,7 @@ void CDataExchange::Fail()
     AfxThrowUserException();
 }
 
-// Texts and numbers ----------------------------------------------------------------------------------------------------
+// Texts and numbers ---------------------------------------------------------------------------------------------------
 
 void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value)
 {
@@ -132,7 +132,7 @@ void AFXAPI DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars)
     pDX->Fail();
 }
 
-// Other controls -------------------------------------------------------------------------------------------------------
+// Other controls ------------------------------------------------------------------------------------------------------
 
 namespace {
 

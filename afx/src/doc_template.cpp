@@ -105,7 +105,7 @@ BOOL CDocTemplate::SaveAllModified()
     return TRUE;
 }
 
-// Several documents ----------------------------------------------------------------------------------------------------
+// Several documents ---------------------------------------------------------------------------------------------------
 
 CMultiDocTemplate::CMultiDocTemplate(UINT nIDResource, CRuntimeClass* pDocClass, CRuntimeClass* pFrameClass,
                                      CRuntimeClass* pViewClass)

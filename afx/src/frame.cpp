@@ -11,7 +11,7 @@ END_MESSAGE_MAP()
 
 const RECT CFrameWnd::rectDefault = {CW_USEDEFAULT, CW_USEDEFAULT, 0, 0};
 
-// Creation -------------------------------------------------------------------------------------------------------------
+// Creation ------------------------------------------------------------------------------------------------------------
 
 BOOL CFrameWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
                        HMENU hMenu, DWORD dwExStyle, CCreateContext* pContext)
@@ -84,7 +84,7 @@ void CFrameWnd::InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible)
         view->OnActivateView(TRUE, view, view);
 }
 
-// The active view ------------------------------------------------------------------------------------------------------
+// The active view -----------------------------------------------------------------------------------------------------
 
 CDocument* CFrameWnd::GetActiveDocument() { return m_pViewActive != nullptr ? m_pViewActive->GetDocument() : nullptr; }
 
@@ -111,7 +111,7 @@ BOOL CFrameWnd::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
     return app != nullptr && app->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);
 }
 
-// Messages -------------------------------------------------------------------------------------------------------------
+// Messages ------------------------------------------------------------------------------------------------------------
 
 void CFrameWnd::RecalcLayout(BOOL)
 {

@@ -51,8 +51,8 @@ inline HWND FindTopOwner(HWND owner)
 }
 
 /// Disables the owner, and the window at the top of its owners, while the modal window is there, and gives it the
-/// activation back. The window is hidden, not destroyed, before this ends, so that the owner is enabled while it can still
-/// become the active one.
+/// activation back. The window is hidden, not destroyed, before this ends, so that the owner is enabled while it can
+/// still become the active one.
 class ModalOwner {
 public:
     explicit ModalOwner(const CWnd* parent)

@@ -103,7 +103,7 @@ HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID)
     });
 }
 
-// Extension libraries --------------------------------------------------------------------------------------------------
+// Extension libraries -------------------------------------------------------------------------------------------------
 
 IMPLEMENT_DYNAMIC(CDynLinkLibrary, CObject)
 
@@ -156,7 +156,7 @@ CDynLinkLibrary::~CDynLinkLibrary()
     }
 }
 
-// Entry of the framework's own library ---------------------------------------------------------------------------------
+// Entry of the framework's own library --------------------------------------------------------------------------------
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID)
 {

@@ -16,7 +16,7 @@ constexpr DWORD kClassStyleIme = 0x00010000; // CS_IME: an input-method window t
 
 } // namespace
 
-// Handles and objects --------------------------------------------------------------------------------------------------
+// Handles and objects -------------------------------------------------------------------------------------------------
 
 CWnd* WindowMap::FromHandle(HWND handle)
 {
@@ -99,7 +99,7 @@ HWND CWnd::UnsubclassWindow()
     return Detach();
 }
 
-// Creation -------------------------------------------------------------------------------------------------------------
+// Creation ------------------------------------------------------------------------------------------------------------
 
 AfxWindowHook::AfxWindowHook(CWnd* window)
     : m_hook(::SetWindowsHookEx(WH_CBT, &AfxWindowHook::Procedure, nullptr, ::GetCurrentThreadId())), m_window(window)
@@ -207,7 +207,7 @@ void CWnd::OnNcDestroy()
     PostNcDestroy();
 }
 
-// Messages -------------------------------------------------------------------------------------------------------------
+// Messages ------------------------------------------------------------------------------------------------------------
 
 struct AfxMessageDelivery {
     static LRESULT ToWindow(CWnd* window, const MSG& message)
@@ -387,7 +387,7 @@ void CWnd::EndModalLoop(int nResult)
         PostMessage(WM_NULL); // wakes the loop
 }
 
-// Small services -------------------------------------------------------------------------------------------------------
+// Small services ------------------------------------------------------------------------------------------------------
 
 void CWnd::GetWindowText(CString& rString) const
 {

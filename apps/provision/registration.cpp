@@ -66,7 +66,7 @@ DWORD IfThere(DWORD status) { return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCC
 
 } // namespace
 
-// Registering ----------------------------------------------------------------------------------------------------------
+// Registering ---------------------------------------------------------------------------------------------------------
 
 DWORD Registration::Register(const Product& product, const CString& user, const CDWordArray& languages, DWORD current)
 {
@@ -143,7 +143,7 @@ DWORD Registration::WriteLanguages(const CString& key, const CDWordArray& langua
     return status;
 }
 
-// Removing -------------------------------------------------------------------------------------------------------------
+// Removing ------------------------------------------------------------------------------------------------------------
 
 DWORD Registration::RemoveUser(const Product& product, const CString& user)
 {

@@ -37,8 +37,8 @@ void ReportStartup()
     Report("error mode=%u", SetErrorMode(0));
 }
 
-/// A window that leaves place and size to the system gets those of the start-up information; the state is handed to every
-/// program with a window of its own.
+/// A window that leaves place and size to the system gets those of the start-up information; the state is handed to
+/// every program with a window of its own.
 void ReportWindow()
 {
     WNDCLASSA windowClass = {};

@@ -35,7 +35,7 @@ void CountryListBox::DescribeRight(const void* data, char (&text)[16]) const
     ::lstrcpyn(text, CodeText(*static_cast<const CZoCountryCode*>(data)), sizeof text);
 }
 
-// The page -------------------------------------------------------------------------------------------------------------
+// The page ------------------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CountryPage, Page)
     ON_WM_PAINT()

@@ -51,7 +51,7 @@ CString NameOf(const LINEDEVCAPS& caps)
 
 } // namespace
 
-// The line -------------------------------------------------------------------------------------------------------------
+// The line ------------------------------------------------------------------------------------------------------------
 
 WorkbenchLine::WorkbenchLine(LinePage& page)
     : CZoTAPIInterface(nullptr, nullptr, LINEMEDIAMODE_DATAMODEM, FALSE), m_page(page)
@@ -90,7 +90,7 @@ void WorkbenchLine::DoLineCallInfo(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallb
         m_page.Log(m_strCallerID + ", " + m_strCallerName);
 }
 
-// The page -------------------------------------------------------------------------------------------------------------
+// The page ------------------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(LinePage, Page)
     ON_WM_TIMER()
@@ -252,7 +252,7 @@ void LinePage::TakeDebugTexts()
     AppendTo(m_log, lines);
 }
 
-// The call -------------------------------------------------------------------------------------------------------------
+// The call ------------------------------------------------------------------------------------------------------------
 
 void LinePage::OnDevice()
 {
@@ -311,7 +311,7 @@ void LinePage::OnSend()
     m_command.SetSel(0, -1);
 }
 
-// The port -------------------------------------------------------------------------------------------------------------
+// The port ------------------------------------------------------------------------------------------------------------
 
 /// Eight bits without parity; a write takes a bounded time.
 BOOL LinePage::PreparePort()

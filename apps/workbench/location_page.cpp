@@ -58,7 +58,7 @@ LocationPage::LocationPage() : RecordPage(kButtonTexts) {}
 UINT LocationPage::GetTitleId() const { return ZO_IDS_PAGE_LOCATIONS; }
 UINT LocationPage::GetCommandId() const { return ZO_ID_VIEW_LOCATIONS; }
 
-// The list -------------------------------------------------------------------------------------------------------------
+// The list ------------------------------------------------------------------------------------------------------------
 
 DWORD LocationPage::FillList(CListBox& list)
 {
@@ -104,7 +104,7 @@ CString LocationPage::Describe(int index) const
     return description;
 }
 
-// Buttons --------------------------------------------------------------------------------------------------------------
+// Buttons -------------------------------------------------------------------------------------------------------------
 
 bool LocationPage::CanDo(int button, int index) const
 {

@@ -26,7 +26,7 @@ MailBoxPage::MailBoxPage() : RecordPage(kButtonTexts) {}
 UINT MailBoxPage::GetTitleId() const { return ZO_IDS_PAGE_MAILBOXES; }
 UINT MailBoxPage::GetCommandId() const { return ZO_ID_VIEW_MAILBOXES; }
 
-// The list -------------------------------------------------------------------------------------------------------------
+// The list ------------------------------------------------------------------------------------------------------------
 
 DWORD MailBoxPage::FillList(CListBox& list)
 {
@@ -75,7 +75,7 @@ CString MailBoxPage::Describe(int index) const
     return description;
 }
 
-// Buttons --------------------------------------------------------------------------------------------------------------
+// Buttons -------------------------------------------------------------------------------------------------------------
 
 bool MailBoxPage::CanDo(int button, int index) const
 {

@@ -72,7 +72,7 @@ int MainFrame::OnCreate(CREATESTRUCT* create)
     return 0;
 }
 
-// Texts ----------------------------------------------------------------------------------------------------------------
+// Texts ---------------------------------------------------------------------------------------------------------------
 
 void MainFrame::ReloadTexts()
 {
@@ -102,7 +102,7 @@ CString MainFrame::GetStatusText() const
     return " " + text;
 }
 
-// Pages ----------------------------------------------------------------------------------------------------------------
+// Pages ---------------------------------------------------------------------------------------------------------------
 
 void MainFrame::ShowPage(int index)
 {
@@ -138,7 +138,7 @@ LRESULT MainFrame::OnTraceLevel(WPARAM previous, LPARAM level)
     return 0;
 }
 
-// Layout ---------------------------------------------------------------------------------------------------------------
+// Layout --------------------------------------------------------------------------------------------------------------
 
 void MainFrame::OnSize(UINT type, int width, int height)
 {
@@ -175,7 +175,7 @@ BOOL MainFrame::PreTranslateMessage(MSG* message)
     return (isTab && ::IsDialogMessage(m_hWnd, message)) || CZoFrameWnd::PreTranslateMessage(message);
 }
 
-// Commands -------------------------------------------------------------------------------------------------------------
+// Commands ------------------------------------------------------------------------------------------------------------
 
 LRESULT MainFrame::OnLanguageUpdate(WPARAM, LPARAM)
 {

@@ -19,8 +19,8 @@ public:
     HWND FindDialog() const;
     /// Asks its windows to close, as a person would.
     void AskToClose() const;
-    /// Waits for its end, at most half a minute, and answers messages meanwhile. \return its exit code; -1 if it is still
-    /// running, or never was.
+    /// Waits for its end, at most half a minute, and answers messages meanwhile. \return its exit code; -1 if it is
+    /// still running, or never was.
     int WaitForEnd() const;
 
 private:

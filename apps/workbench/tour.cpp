@@ -289,7 +289,8 @@ private:
         return m_report.Step("trace", line.Find("A  T  Z  0D 0A O  K  0D 0A") > 0, line);
     }
 
-    /// Starts another Workbench and changes the level here: it must arrive there, and be told in the file that both share.
+    /// Starts another Workbench and changes the level here: it must arrive there, and be told in the file that both
+    /// share.
     bool SecondProcess()
     {
         Program second;

@@ -162,7 +162,7 @@ void TranslationPage::Layout(int width, int height)
     m_stateLine.MoveWindow(kMargin, bottom, width - 2 * kMargin, line);
 }
 
-// What the user does ---------------------------------------------------------------------------------------------------
+// What the user does --------------------------------------------------------------------------------------------------
 
 void TranslationPage::TellStatus(DWORD status, UINT message)
 {
@@ -205,7 +205,7 @@ CString TranslationPage::GetTranslatedText() const
     return text;
 }
 
-// Translating ----------------------------------------------------------------------------------------------------------
+// Translating ---------------------------------------------------------------------------------------------------------
 
 void TranslationPage::ShowState(UINT text, LPCSTR file, LPCSTR detail)
 {

@@ -1,8 +1,8 @@
 // Numbers of the Workbench's resources. The language generator reads this file too (zogbl/resource_ids.h says how it is
 // written). Plug-ins and the Workbench share one space of numbers, so the sample libraries have others.
 //
-// A string has its number here, a row in strings.txt and a line in each file of texts/. An item of a menu has the number
-// of its command here, a line in menus.rc.in, and one in each file of texts/.
+// A string has its number here, a row in strings.txt and a line in each file of texts/. An item of a menu has the
+// number of its command here, a line in menus.rc.in, and one in each file of texts/.
 
 #ifndef WORKBENCH_IDS_H
 #define WORKBENCH_IDS_H

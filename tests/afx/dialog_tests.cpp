@@ -153,7 +153,7 @@ TEST(ModalWindows, NestAndAreOwnedByTheTopWindow)
     EXPECT_EQ(IDOK, outer.DoModal());
 }
 
-// Exchange of data -----------------------------------------------------------------------------------------------------
+// Exchange of data ----------------------------------------------------------------------------------------------------
 
 namespace {
 

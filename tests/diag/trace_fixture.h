@@ -34,8 +34,8 @@ public:
     TestTrace(const TestTrace&) = delete;
     TestTrace& operator=(const TestTrace&) = delete;
 
-    /// A name of the test's own, in letters and digits. The file lies beside the program, which test programs of several
-    /// systems share, with process identifiers of their own each.
+    /// A name of the test's own, in letters and digits. The file lies beside the program, which test programs of
+    /// several systems share, with process identifiers of their own each.
     static std::string PlainName()
     {
         std::string plain = "T" + std::to_string(GetACP());

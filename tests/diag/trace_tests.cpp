@@ -67,7 +67,8 @@ TEST(Trace, NamesEverythingByTheAsciiLettersBeforeTheFirstDotInEveryLocale)
         {own + "a.b.c", own + "a"},
         {"my app-2" + own, "myapp2" + own},
         {"C:\\" + own + "\xE4_\xDF", "C" + own},
-        // A second byte that is no letter A; another system's programs, in the same folder, have the file without letters.
+        // A second byte that is no letter A; another system's programs, in the same folder, have the file without
+        // letters.
         {IsDoubleByte() ? "\x83\x41" + own : ".x", IsDoubleByte() ? own : ""},
     };
     for (const char* category : {"C", ""}) {
@@ -91,7 +92,7 @@ TEST(Trace, NamesEverythingByTheAsciiLettersBeforeTheFirstDotInEveryLocale)
     std::setlocale(LC_CTYPE, locale.c_str());
 }
 
-// Banners --------------------------------------------------------------------------------------------------------------
+// Banners -------------------------------------------------------------------------------------------------------------
 
 class TraceBanner : public testing::Test {
 protected:
@@ -154,7 +155,7 @@ TEST_F(TraceBanner, LeavesOutWhatCannotBeHad)
     EXPECT_EQ(Line(trace, "Started"), trace.Read());
 }
 
-// Opening and closing --------------------------------------------------------------------------------------------------
+// Opening and closing -------------------------------------------------------------------------------------------------
 
 TEST(Trace, IsSharedByAllThatOpenIt)
 {
@@ -251,7 +252,7 @@ TEST(Trace, LevelAndSwitchesLiveAsLongAsTheyShould)
     EXPECT_EQ(0, trace.GetLevel());
 }
 
-// Text -----------------------------------------------------------------------------------------------------------------
+// Text ----------------------------------------------------------------------------------------------------------------
 
 TEST(Trace, StampsTellTheTimeSinceTheStart)
 {
@@ -355,7 +356,7 @@ TEST(Trace, WritesWholeTextsAndLosesNone)
         ASSERT_EQ('(' + std::to_string(next), body.substr(at, 1) + body.substr(at + 15, std::to_string(next).size()));
 }
 
-// What others can do to it ---------------------------------------------------------------------------------------------
+// What others can do to it --------------------------------------------------------------------------------------------
 
 TEST(Trace, SurvivesADamagedBlock)
 {
@@ -513,7 +514,7 @@ TEST(Trace, WithoutTheLockNothingIsTouched)
     EXPECT_STREQ("", first.GetFileName());
 }
 
-// The user's level -----------------------------------------------------------------------------------------------------
+// The user's level ----------------------------------------------------------------------------------------------------
 
 namespace {
 

@@ -40,7 +40,7 @@ protected:
 
 } // namespace
 
-// What is alike in all families ----------------------------------------------------------------------------------------
+// What is alike in all families ---------------------------------------------------------------------------------------
 
 TEST_F(ConfigTest, NumbersRoundTrip)
 {
@@ -283,7 +283,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
     remove();
 }
 
-// Windows NT and Windows 95 --------------------------------------------------------------------------------------------
+// Windows NT and Windows 95 -------------------------------------------------------------------------------------------
 
 TEST_F(ConfigTest, EnumeratesAndCopiesValuesByTypeAndNarrowsNumbers)
 {
@@ -451,7 +451,7 @@ TEST_F(ConfigTest, ModesNameTheRoots)
     }
 }
 
-// Win32s ---------------------------------------------------------------------------------------------------------------
+// Win32s --------------------------------------------------------------------------------------------------------------
 
 TEST_F(ConfigTest, Win32sKeepsValuesAsSubkeysWithText)
 {

@@ -101,8 +101,8 @@ public:
 
     ChildProcess& Process() { return m_child; }
 
-    /// Waits until it has heard of \p updates changes, and checks that everything is in the language, which this process
-    /// has loaded too.
+    /// Waits until it has heard of \p updates changes, and checks that everything is in the language, which this
+    /// process has loaded too.
     void ExpectAllIn(DWORD language, int updates)
     {
         SCOPED_TRACE(LibraryOf(language));

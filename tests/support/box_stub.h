@@ -10,8 +10,8 @@
 
 namespace zo_test {
 
-/// While it lives the suite's box cannot be made, and the system's, which stands in for it, is answered without a window.
-/// One at a time.
+/// While it lives the suite's box cannot be made, and the system's, which stands in for it, is answered without a
+/// window. One at a time.
 class BoxStub {
 public:
     struct Told {

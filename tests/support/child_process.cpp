@@ -122,7 +122,7 @@ bool WaitUntil(const std::function<bool()>& condition)
     return condition();
 }
 
-// Child ----------------------------------------------------------------------------------------------------------------
+// Child ---------------------------------------------------------------------------------------------------------------
 
 ChildRegistration::ChildRegistration(const char* name, Function function) { Functions()[name] = function; }
 
@@ -182,7 +182,7 @@ int RunAsChild(int argc, char** argv)
     return exitCode;
 }
 
-// Parent ---------------------------------------------------------------------------------------------------------------
+// Parent --------------------------------------------------------------------------------------------------------------
 
 ChildProcess::ChildProcess(const std::string& name, const std::vector<std::string>& arguments) : m_name(name)
 {

@@ -40,7 +40,8 @@ public:
     std::string Argument(size_t index) const;
     /// Tells the parent that the child is where the parent wants it.
     void Ready() const;
-    /// Waits until the parent calls Go; a failure if it does not. Messages to the child's windows are answered meanwhile.
+    /// Waits until the parent calls Go; a failure if it does not. Messages to the child's windows are answered
+    /// meanwhile.
     void WaitForGo() const;
     void ReadyUntilGo() const { Ready(), WaitForGo(); }
     /// Writes a text for the parent.

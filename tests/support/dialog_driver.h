@@ -45,8 +45,8 @@ private:
     UINT_PTR m_timer;
 };
 
-/// For loops of faults, in which windows open or do not: each that opens is handed to the act, and one that is open still
-/// is told Cancel, No and OK in turn. The act must not fail where a control is missing: see Command.
+/// For loops of faults, in which windows open or do not: each that opens is handed to the act, and one that is open
+/// still is told Cancel, No and OK in turn. The act must not fail where a control is missing: see Command.
 class AnyDialogDriver : public DialogDriver {
 public:
     explicit AnyDialogDriver(Act act) : m_act(std::move(act)) {}

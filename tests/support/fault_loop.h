@@ -26,8 +26,8 @@
 ///     ZO_FAULTY_CALL(RegQueryValueExA) query(faults, "ZOGBLBRX.DLL", ERROR_MORE_DATA);
 ///     zo_test::RunFaultLoop(faults, ...);
 ///
-/// Each run must leave blocks, handles and GDI objects as they were. A rehearsal without faults comes first, so that what
-/// is made once and kept is no leak.
+/// Each run must leave blocks, handles and GDI objects as they were. A rehearsal without faults comes first, so that
+/// what is made once and kept is no leak.
 #pragma once
 
 #include "support/import_patch.h"
@@ -101,8 +101,9 @@ struct FaultRun {
 struct FaultLoopOptions {
     int maximumRuns = 500;   ///< for each of the two modes; needing more is a failure
     bool checkCounts = true; ///< each run must leave the process's counts as they were
-    /// How far the fault moves on from run to run, behind the first and before the last 12 calls that the rehearsal made;
-    /// on the guard heap three times as far, behind the first and before the last 4. More than 1 is for rows of like steps, each of a few calls: choose no divisor of their number.
+    /// How far the fault moves on from run to run, behind the first and before the last 12 calls that the rehearsal
+    /// made; on the guard heap three times as far, behind the first and before the last 4. More than 1 is for rows of
+    /// like steps, each of a few calls: choose no divisor of their number.
     int stride = 1;
 };
 
@@ -123,7 +124,8 @@ template <size_t SIZE> struct FunctionName {
 
 template <FunctionName NAME, class FUNCTION> class FaultyCall;
 
-/// Makes calls of one system function from one module fail when \p source says so: nothing is done, \p failure returned.
+/// Makes calls of one system function from one module fail when \p source says so: nothing is done, \p failure
+/// returned.
 /// \p failure may also be the value for success: then the call lies. Use through ZO_FAULTY_CALL.
 template <FunctionName NAME, class RESULT, class... ARGUMENTS> class FaultyCall<NAME, RESULT(WINAPI*)(ARGUMENTS...)> {
 public:

@@ -1,10 +1,10 @@
 /// \file
 /// A heap that stops the program at the first wrong access.
 ///
-/// Each block ends at an inaccessible page, so that the first byte read or written behind it traps; a freed block becomes
-/// inaccessible as a whole. The few bytes that alignment leaves behind a block are patterned and checked when it is freed.
-/// It serves the allocations of the framework and of the library, which all come from one place in ZOAFX.DLL; blocks that
-/// were handed out before go back where they came from.
+/// Each block ends at an inaccessible page, so that the first byte read or written behind it traps; a freed block
+/// becomes inaccessible as a whole. The few bytes that alignment leaves behind a block are patterned and checked when
+/// it is freed. It serves the allocations of the framework and of the library, which all come from one place in
+/// ZOAFX.DLL; blocks that were handed out before go back where they came from.
 ///
 /// A test program runs on it with --guard-heap or with ZO_GUARD_HEAP=1 in the environment. What was wrong is printed by
 /// the program's crash report.
@@ -15,7 +15,8 @@
 
 namespace zo_test {
 
-/// Puts the guard heap in place, until the end of the process. \return FALSE when the import tables or memory forbid it.
+/// Puts the guard heap in place, until the end of the process. \return FALSE when the import tables or memory forbid
+/// it.
 bool InstallGuardHeap();
 bool IsGuardHeapInstalled();
 

@@ -30,8 +30,8 @@ struct MutationCases {
 
 /// Calls \p check with the cases 0, 1, 2 ..., and ends at the first one that fails. It answers whether its input was
 /// accepted: a run that accepts too few cases, or too many, tests one side only and fails.
-/// A case's random numbers follow from its number and from the environment's name, so each environment has cases of its own.
-/// The environment variable ZO_MUTATION_CASES asks for another number of cases; `./zo mutate` sets it.
+/// A case's random numbers follow from its number and from the environment's name, so each environment has cases of its
+/// own. The environment variable ZO_MUTATION_CASES asks for another number of cases; `./zo mutate` sets it.
 void ForEachMutation(const std::function<bool(unsigned number, Random& random)>& check, MutationCases cases = {});
 
 /// Damages something \p least to \p most times, each time in one of \p ways, all equally likely.

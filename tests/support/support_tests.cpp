@@ -14,7 +14,7 @@ void ExpectFailure(const std::string& text, const std::function<void()>& checks)
 
 } // namespace
 
-// Import patch ---------------------------------------------------------------------------------------------------------
+// Import patch --------------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -59,7 +59,7 @@ TEST(ImportPatch, FailsLoudlyWithoutSuchAnImport)
     ExpectFailure("is not loaded", [] { const ImportPatch patch("NOSUCH.DLL", "CreateFileA", &NoFile); });
 }
 
-// Fault loop -----------------------------------------------------------------------------------------------------------
+// Fault loop ----------------------------------------------------------------------------------------------------------
 
 TEST(FaultLoop, FailsEachCallOnceAndFromThenOn)
 {
@@ -140,7 +140,7 @@ TEST(FaultLoop, CountsHandlesAndDrawingObjects)
     EXPECT_EQ(before, ProcessCounts::Take());
 }
 
-// Child processes ------------------------------------------------------------------------------------------------------
+// Child processes -----------------------------------------------------------------------------------------------------
 
 ZO_CHILD(Answers)
 {
@@ -193,7 +193,7 @@ TEST(ChildProcess, CanBeKilled)
     EXPECT_EQ(std::vector<std::string>{"waits"}, child.Reports());
 }
 
-// Watchdog -----------------------------------------------------------------------------------------------------------------
+// Watchdog ------------------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -246,7 +246,7 @@ TEST(TestFolder, TakesThePlaceOfAKilledRuns)
     EXPECT_FALSE(folder.Exists("old"));
 }
 
-// Buffers, names, gaps -------------------------------------------------------------------------------------------------
+// Buffers, names, gaps ------------------------------------------------------------------------------------------------
 
 TEST(SentinelBuffer, NoticesEveryWrite)
 {
@@ -285,7 +285,7 @@ TEST(WineGap, TurnsRedOnceItIsClosed)
     ExpectFailure("Wine behaves now", [] { ZO_WINE_GAP("adds wrongly", EXPECT_EQ(2, 1 + 1)); });
 }
 
-// Guard heap -----------------------------------------------------------------------------------------------------------
+// Guard heap ----------------------------------------------------------------------------------------------------------
 
 namespace {
 

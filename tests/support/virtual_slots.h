@@ -9,8 +9,8 @@
 
 namespace zo_test {
 
-/// Checks that virtual operations stand one behind the other in their class's table, from slot \p first on. A pointer to
-/// one holds its offset there, marked by the lowest bit.
+/// Checks that virtual operations stand one behind the other in their class's table, from slot \p first on. A pointer
+/// to one holds its offset there, marked by the lowest bit.
 template <class... MEMBERS> void ExpectSlots(size_t first, MEMBERS... members)
 {
     struct Representation {

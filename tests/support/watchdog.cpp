@@ -21,8 +21,8 @@ Watchdog::Watchdog(DWORD periods, Hang hang, DWORD period)
 Watchdog::~Watchdog()
 {
     SetEvent(m_finished);
-    // Not before the thread is gone: a process that leaves while one of its threads is just starting crashes now and then
-    // under Wine.
+    // Not before the thread is gone: a process that leaves while one of its threads is just starting crashes now and
+    // then under Wine.
     WaitForSingleObject(m_thread, INFINITE);
     CloseHandle(m_thread);
     CloseHandle(m_finished);

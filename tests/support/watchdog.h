@@ -11,9 +11,9 @@ void ReportProgress();
 /// How often it was told.
 LONG ProgressCount();
 
-/// Watches this process for as long as it lives: calls \p hang once, on a thread of its own, when nobody reported progress
-/// in so many periods. A period is one in which the watchdog itself got to run, so a machine that is busy with other
-/// things is no hang.
+/// Watches this process for as long as it lives: calls \p hang once, on a thread of its own, when nobody reported
+/// progress in so many periods. A period is one in which the watchdog itself got to run, so a machine that is busy with
+/// other things is no hang.
 class Watchdog {
 public:
     using Hang = void (*)();

@@ -19,6 +19,6 @@ void RunWineGap(const char* file, int line, const char* reason, const std::funct
 
 } // namespace zo_test
 
-/// Checks that hold on Windows and fail under Wine. Once Wine behaves, so that they all hold, the test fails and asks for
-/// the mark to be taken away. \param reason what Wine does instead. Behind it come the statements.
+/// Checks that hold on Windows and fail under Wine. Once Wine behaves, so that they all hold, the test fails and asks
+/// for the mark to be taken away. \param reason what Wine does instead. Behind it come the statements.
 #define ZO_WINE_GAP(reason, ...) zo_test::RunWineGap(__FILE__, __LINE__, reason, [&] { __VA_ARGS__; })

@@ -159,7 +159,8 @@ CString g_key;
 int g_opened; ///< keys, by the library
 int g_change; ///< the opening at which another program begins to write; 0: at each, without end
 
-/// Opens a key behind the other program's next step: all is deleted and one mailbox written, then a second, then a third.
+/// Opens a key behind the other program's next step: all is deleted and one mailbox written, then a second, then a
+/// third.
 LSTATUS WINAPI OpenKey(HKEY root, LPCSTR path, DWORD options, REGSAM access, HKEY* key)
 {
     static bool writing = false;
@@ -231,7 +232,7 @@ TEST_F(MailBoxes, OfAnotherProcessAreReadWhole)
     writer.Finish();
 }
 
-// Folders --------------------------------------------------------------------------------------------------------------
+// Folders -------------------------------------------------------------------------------------------------------------
 
 TEST_F(MailBoxes, HaveFoldersBesideTheProgram)
 {
@@ -276,7 +277,7 @@ TEST_F(MailBoxes, HaveFoldersBesideTheProgram)
     EXPECT_STREQ("before", path);
 }
 
-// Faults ---------------------------------------------------------------------------------------------------------------
+// Faults --------------------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -322,7 +323,8 @@ protected:
             EXPECT_EQ(run.Fired() ? 12u : 3u, CZoRegMailBoxes().GetUserDefault());
         });
     }
-    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then; the path too if it may fail.
+    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then; the path too if it may
+    /// fail.
     void RunPath(FaultSource& faults, bool pathMayFail)
     {
         const TestFolder folder;

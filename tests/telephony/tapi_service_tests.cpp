@@ -53,8 +53,8 @@ std::string ResultOf(Life life)
                                    : kSettings + "*";
 }
 
-/// A function that takes part, and how an error of it ends: result, and the code that is recorded behind the error's own
-/// (0: that stays).
+/// A function that takes part, and how an error of it ends: result, and the code that is recorded behind the error's
+/// own (0: that stays).
 const struct {
     Life life;
     std::string name;

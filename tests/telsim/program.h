@@ -74,7 +74,8 @@ public:
     /// The handle of the call's port; INVALID_HANDLE_VALUE for none.
     HANDLE PortHandle();
 
-    /// A call of every line function with nothing wrong, in an order in which they can be made, on a device that is open.
+    /// A call of every line function with nothing wrong, in an order in which they can be made, on a device that is
+    /// open.
     struct GoodCall {
         const char* name;
         DWORD fixedSize; // of the record that it fills; 0 for none

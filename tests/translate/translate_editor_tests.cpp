@@ -61,7 +61,7 @@ protected:
     CGblTranslate m_table;
 };
 
-// The chooser ----------------------------------------------------------------------------------------------------------
+// The chooser ---------------------------------------------------------------------------------------------------------
 
 class TranslateChooser : public TranslateTest {
 protected:
@@ -150,7 +150,7 @@ TEST_F(TranslateChooser, LoadsTheTableChosen)
     EXPECT_EQ(ZO_TRANSLATE_WRONG_LENGTH, table.Load(nullptr, Path("any.iot").c_str()));
 }
 
-// The editor -----------------------------------------------------------------------------------------------------------
+// The editor ----------------------------------------------------------------------------------------------------------
 
 TEST_F(TranslateEditor, EditsBothTables)
 {
@@ -540,7 +540,7 @@ TEST_F(TranslateEditor, DrawsRows)
     EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
 }
 
-// Faults ---------------------------------------------------------------------------------------------------------------
+// Faults --------------------------------------------------------------------------------------------------------------
 
 TEST_F(TranslateEditor, SurvivesFailures)
 {

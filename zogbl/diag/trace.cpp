@@ -130,7 +130,7 @@ CZoTrace::CZoTrace()
 
 CZoTrace::~CZoTrace() { Close(); }
 
-// Opening and closing --------------------------------------------------------------------------------------------------
+// Opening and closing -------------------------------------------------------------------------------------------------
 
 BOOL CZoTrace::Open(const CString& name, WORD level, BOOL append)
 {
@@ -250,7 +250,7 @@ void CZoTrace::UnlockMap() const
         ReleaseMutex(m_hMutex);
 }
 
-// Banners --------------------------------------------------------------------------------------------------------------
+// Banners -------------------------------------------------------------------------------------------------------------
 
 void CZoTrace::WriteBanner(LPCSTR verb)
 {
@@ -312,7 +312,7 @@ void CZoTrace::DescribeSystem()
     Output(kBannerLine);
 }
 
-// Writing --------------------------------------------------------------------------------------------------------------
+// Writing -------------------------------------------------------------------------------------------------------------
 
 void CZoTrace::SetLevel(WORD level)
 {
@@ -402,7 +402,7 @@ CString CZoTrace::FormatRelativeTime() const
     }
 }
 
-// The shared block, under the lock -------------------------------------------------------------------------------------
+// The shared block, under the lock ------------------------------------------------------------------------------------
 
 /// Bytes in the buffer, which is settled first if its last writer died.
 DWORD CZoTrace::PendingBytes()
@@ -448,7 +448,7 @@ void CZoTrace::WritePending()
     m_pBlock->pending = 0;
 }
 
-// Questions ------------------------------------------------------------------------------------------------------------
+// Questions -----------------------------------------------------------------------------------------------------------
 
 CString CZoTrace::GetFileName() const { return m_csFileName; }
 

@@ -110,7 +110,7 @@ void CZoLanguageSelectionDlg::Prepare()
     ShowHeight(m_nCollapsedHeight);
 }
 
-// Lists ----------------------------------------------------------------------------------------------------------------
+// Lists ---------------------------------------------------------------------------------------------------------------
 
 void CZoLanguageSelectionDlg::FillSystemList()
 {
@@ -163,7 +163,7 @@ void CZoLanguageSelectionDlg::OnLanguageChosen()
         ChooseNaming(ZO_NAMING_ENGLISH); // which moves the check from the other button
 }
 
-// Names ----------------------------------------------------------------------------------------------------------------
+// Names ---------------------------------------------------------------------------------------------------------------
 
 void CZoLanguageSelectionDlg::SetNamingMode(int mode)
 {
@@ -217,7 +217,7 @@ void CZoLanguageSelectionDlg::ReloadTexts()
     SetToggleCaption();
 }
 
-// The part that is folded away -----------------------------------------------------------------------------------------
+// The part that is folded away ----------------------------------------------------------------------------------------
 
 void CZoLanguageSelectionDlg::MeasureHeights()
 {

@@ -118,7 +118,7 @@ void TraceSettingsDialog::EnableControls()
     ::EnableWindow(::GetDlgItem(m_hWnd, ZO_IDC_TRACE_VIEW), ::SendMessageA(List(), LB_GETCURSEL, 0, 0) != LB_ERR);
 }
 
-// Trace files ----------------------------------------------------------------------------------------------------------
+// Trace files ---------------------------------------------------------------------------------------------------------
 
 HWND TraceSettingsDialog::List() const { return ::GetDlgItem(m_hWnd, ZO_IDC_TRACE_FILES); }
 

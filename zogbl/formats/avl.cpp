@@ -103,7 +103,7 @@ SZoAVLHHEADER* CZoAvl::AvlNewHeader(void* data)
     }
 }
 
-// Inserting ------------------------------------------------------------------------------------------------------------
+// Inserting -----------------------------------------------------------------------------------------------------------
 
 DWORD CZoAvl::AvlInsertHeader(SZoAVLHHEADER* node, void** existing, ZoAvlCompareProc compare)
 {
@@ -149,7 +149,7 @@ DWORD CZoAvl::AvlInsertInternal(SZoAVLHHEADER*& link, SZoAVLHHEADER* node, void*
     return ERROR_SUCCESS;
 }
 
-// Finding --------------------------------------------------------------------------------------------------------------
+// Finding -------------------------------------------------------------------------------------------------------------
 
 SZoAVLHHEADER* CZoAvl::AvlFindNode(SZoAVLHHEADER* start, SZoAVLHHEADER* key, ZoAvlCompareProc compare) const
 {
@@ -165,7 +165,7 @@ SZoAVLHHEADER* CZoAvl::AvlFindNode(SZoAVLHHEADER* start, SZoAVLHHEADER* key, ZoA
     return nullptr;
 }
 
-// Removing -------------------------------------------------------------------------------------------------------------
+// Removing ------------------------------------------------------------------------------------------------------------
 
 BOOL CZoAvl::AvlFreeNode(void* keyData, ZoAvlCompareProc compare)
 {
@@ -241,7 +241,7 @@ BOOL CZoAvl::AvlBalanceRight(SZoAVLHHEADER*& link)
     return !wasBalanced;
 }
 
-// Freeing --------------------------------------------------------------------------------------------------------------
+// Freeing -------------------------------------------------------------------------------------------------------------
 
 void CZoAvl::AvlFreeBranch(SZoAVLHHEADER* branch)
 {

@@ -126,7 +126,7 @@ CZoIniFile::CZoIniFile()
 
 CZoIniFile::~CZoIniFile() { CZoIniFile::FlushCache(); }
 
-// What the operations share --------------------------------------------------------------------------------------------
+// What the operations share -------------------------------------------------------------------------------------------
 
 /// Begins an operation on an entry. \param argumentStatus what is wrong with the other arguments, 0 for nothing.
 DWORD CZoIniFile::Begin(const char* key, DWORD type, DWORD argumentStatus)
@@ -190,7 +190,7 @@ DWORD CZoIniFile::DoValue(const char* key, int read, const VALUE* input, VALUE* 
     return m_dwLastResult;
 }
 
-// Texts ----------------------------------------------------------------------------------------------------------------
+// Texts ---------------------------------------------------------------------------------------------------------------
 
 /// Writes a text or reads one. \param text set to what the caller's output is to hold, null for nothing.
 DWORD CZoIniFile::DoText(const char* key, int read, const char* input, bool hasOutput, const char*& text)
@@ -235,7 +235,7 @@ DWORD CZoIniFile::DoTokenString(const char* key, int read, const char* input, CS
     return m_dwLastResult;
 }
 
-// Single numbers -------------------------------------------------------------------------------------------------------
+// Single numbers ------------------------------------------------------------------------------------------------------
 
 DWORD CZoIniFile::DoInteger(const char* key, int read, int input, int* output)
 {
@@ -273,7 +273,7 @@ DWORD CZoIniFile::DoHexadecimal(const char* key, int read, DWORD input, DWORD* o
     return DoValue(key, read, &input, output, kFormat);
 }
 
-// Several numbers ------------------------------------------------------------------------------------------------------
+// Several numbers -----------------------------------------------------------------------------------------------------
 
 DWORD CZoIniFile::ZoIniFileTime(const char* key, int read, const SYSTEMTIME* input, SYSTEMTIME* output)
 {
@@ -385,7 +385,7 @@ DWORD CZoIniFile::ZoIniFileWindowPlacement(const char* key, int read, const WIND
     return DoValue(key, read, input, output, kFormat);
 }
 
-// Names ----------------------------------------------------------------------------------------------------------------
+// Names ---------------------------------------------------------------------------------------------------------------
 
 /// \param section null for the names of the sections
 DWORD CZoIniFile::Enumerate(const char* section, CStringArray* names)
@@ -417,7 +417,7 @@ DWORD CZoIniFile::EnumerateSections(CStringArray* sections) { return m_dwLastRes
 
 DWORD CZoIniFile::EnumerateKeys(CStringArray* keys) { return m_dwLastResult = Enumerate(m_szSection, keys); }
 
-// Entries and sections -------------------------------------------------------------------------------------------------
+// Entries and sections ------------------------------------------------------------------------------------------------
 
 BOOL CZoIniFile::DoesEntryExist(const char* key)
 {
@@ -448,7 +448,7 @@ void CZoIniFile::FlushCache()
         WritePrivateProfileStringA(nullptr, nullptr, nullptr, m_szFileName);
 }
 
-// File and section -----------------------------------------------------------------------------------------------------
+// File and section ----------------------------------------------------------------------------------------------------
 
 DWORD CZoIniFile::GetFileName(char* buffer, DWORD size) { return CopyTo(buffer, size, m_szFileName); }
 DWORD CZoIniFile::SetFileName(const char* name)

@@ -98,7 +98,7 @@ void CZoMemIniFile::AddSection(const char* section, SectionRecord* record)
     }
 }
 
-// File -----------------------------------------------------------------------------------------------------------------
+// File ----------------------------------------------------------------------------------------------------------------
 
 DWORD CZoMemIniFile::LoadIniFile(const char* fileName, CMapStringToString* substitutions)
 {
@@ -173,7 +173,7 @@ DWORD CZoMemIniFile::SaveIniFile(BOOL create)
     return ZO_INI_SUCCESS;
 }
 
-// Values ---------------------------------------------------------------------------------------------------------------
+// Values --------------------------------------------------------------------------------------------------------------
 
 DWORD CZoMemIniFile::SetIniValue(const char* section, const char* key, const char* value)
 {
@@ -224,7 +224,7 @@ DWORD CZoMemIniFile::GetIniValue(const char* section, const char* key, CString& 
     return record == nullptr || record->m_values.Lookup(key, value) ? ZO_INI_SUCCESS : ZO_INI_NOT_FOUND;
 }
 
-// Sections and keys ----------------------------------------------------------------------------------------------------
+// Sections and keys ---------------------------------------------------------------------------------------------------
 
 DWORD CZoMemIniFile::RenameIniSection(const char* oldName, const char* newName)
 {

@@ -63,7 +63,7 @@ CZoTree::~CZoTree()
     m_pChild->m_pParent = std::exchange(destruction->waiting, m_pChild);
 }
 
-// Walks ----------------------------------------------------------------------------------------------------------------
+// Walks ---------------------------------------------------------------------------------------------------------------
 
 CZoTree* CZoTree::FindEnd(CZoTree* CZoTree::*link, ZoTreeEnumProc callback, void* data)
 {
@@ -139,7 +139,7 @@ DWORD CZoTree::EnumChildren(ZoTreeEnumProc callback, void* data)
     return m_pChild != nullptr ? m_pChild->EnumList(callback, data) : ERROR_SUCCESS;
 }
 
-// Sorting --------------------------------------------------------------------------------------------------------------
+// Sorting -------------------------------------------------------------------------------------------------------------
 
 DWORD CZoTree::SortList(ZoTreeSortProc callback, void* data, BOOL)
 {
@@ -190,7 +190,7 @@ DWORD CZoTree::SortChildren(ZoTreeSortProc callback, void* data, BOOL recurse)
     return m_pChild != nullptr ? m_pChild->SortList(callback, data, recurse) : ERROR_SUCCESS;
 }
 
-// Adding and freeing ---------------------------------------------------------------------------------------------------
+// Adding and freeing --------------------------------------------------------------------------------------------------
 
 DWORD CZoTree::InsertItem(CZoTree* item, CZoTree* where, DWORD position)
 {
@@ -308,7 +308,7 @@ DWORD CZoTree::FreeChildren()
     return ERROR_SUCCESS;
 }
 
-// Values ---------------------------------------------------------------------------------------------------------------
+// Values --------------------------------------------------------------------------------------------------------------
 
 DWORD CZoTree::SetUserType(DWORD type)
 {

@@ -8,8 +8,8 @@
 
 #include <cstring>
 
-/// Copies as much of \p text as fits in \p size bytes with a terminator. A character of two bytes is copied whole or not
-/// at all. \p size must not be 0.
+/// Copies as much of \p text as fits in \p size bytes with a terminator. A character of two bytes is copied whole or
+/// not at all. \p size must not be 0.
 inline void CopyBounded(LPSTR buffer, size_t size, LPCSTR text)
 {
     size_t used = 0;

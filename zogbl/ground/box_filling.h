@@ -24,8 +24,8 @@ private:
     CWnd* m_pBox;
 };
 
-/// Gives a list box or combo box the pointers as its items' data; nothing while it has no window. The focus stays where it
-/// was.
+/// Gives a list box or combo box the pointers as its items' data; nothing while it has no window. The focus stays where
+/// it was.
 template <class BOX> void FillBox(BOX* box, const CPtrArray& pointers, Selection selection)
 {
     if (box->m_hWnd == nullptr)

@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-/// Goes through a template of \p size bytes, which must outlive the reader. Whatever the template claims, nothing behind
-/// its end is read: it reads as zero. Texts point into the template.
+/// Goes through a template of \p size bytes, which must outlive the reader. Whatever the template claims, nothing
+/// behind its end is read: it reads as zero. Texts point into the template.
 class DialogTemplateReader {
 public:
     DialogTemplateReader(const void* dialogTemplate, DWORD size);

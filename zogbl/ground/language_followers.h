@@ -1,6 +1,6 @@
 /// \file
-/// What the library renews when the language changes. Who keeps texts enters how to renew them; who changes the language
-/// renews them all, and knows none of them.
+/// What the library renews when the language changes. Who keeps texts enters how to renew them; who changes the
+/// language renews them all, and knows none of them.
 #pragma once
 
 #include <utility>

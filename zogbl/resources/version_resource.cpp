@@ -83,7 +83,7 @@ void CZoVersionResource::Clear()
         text->Empty();
 }
 
-// Reading --------------------------------------------------------------------------------------------------------------
+// Reading -------------------------------------------------------------------------------------------------------------
 
 BOOL CZoVersionResource::ExtractVersionInfo() { return ExtractVersionInfo(GetModuleHandleA(nullptr)); }
 
@@ -184,7 +184,7 @@ void CZoVersionResource::ReadStandardValues(DWORD translation)
     }
 }
 
-// Keys -----------------------------------------------------------------------------------------------------------------
+// Keys ----------------------------------------------------------------------------------------------------------------
 
 BOOL CZoVersionResource::BuildKeys()
 {
@@ -226,7 +226,7 @@ BOOL CZoVersionResource::BuildKeys()
     return TRUE;
 }
 
-// Answers --------------------------------------------------------------------------------------------------------------
+// Answers -------------------------------------------------------------------------------------------------------------
 
 CString& CZoVersionResource::GetStandardValue(WORD index)
 {

@@ -96,7 +96,7 @@ LPCSTR FolderSuffix(MAILBOXFOLDER folder)
 CZoRegMailBoxes::CZoRegMailBoxes() = default;
 CZoRegMailBoxes::~CZoRegMailBoxes() { RemoveAll(); }
 
-// Registry -------------------------------------------------------------------------------------------------------------
+// Registry ------------------------------------------------------------------------------------------------------------
 
 BOOL CZoRegMailBoxes::Load()
 {
@@ -216,7 +216,7 @@ void CZoRegMailBoxes::SetUserDefault(DWORD number)
     });
 }
 
-// Mailboxes ------------------------------------------------------------------------------------------------------------
+// Mailboxes -----------------------------------------------------------------------------------------------------------
 
 tagREGMAILBOXSTRUCT* CZoRegMailBoxes::Add(DWORD number, const CString& name)
 {
@@ -282,7 +282,7 @@ BOOL CZoRegMailBoxes::DoesNumberExist(DWORD number)
     return GetByNumber(number) != nullptr;
 }
 
-// Folders --------------------------------------------------------------------------------------------------------------
+// Folders -------------------------------------------------------------------------------------------------------------
 
 BOOL CZoRegMailBoxes::GetMailBoxPath(DWORD number, CString& path, MAILBOXFOLDER folder)
 {

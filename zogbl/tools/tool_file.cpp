@@ -73,7 +73,7 @@ DWORD CTlmFile::IsValidFile(const char* path)
     });
 }
 
-// Loading --------------------------------------------------------------------------------------------------------------
+// Loading -------------------------------------------------------------------------------------------------------------
 
 DWORD CTlmFile::LoadFileData(const char* path, DWORD version, DWORD size, CObArray* items, DWORD options)
 {
@@ -115,7 +115,7 @@ DWORD CTlmFile::ReadItems(CFile& file, CObArray* items, DWORD options)
     return 0;
 }
 
-// Saving ---------------------------------------------------------------------------------------------------------------
+// Saving --------------------------------------------------------------------------------------------------------------
 
 DWORD CTlmFile::SaveFileData(const char* path, DWORD version, DWORD size, CObArray* items)
 {

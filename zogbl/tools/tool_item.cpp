@@ -61,7 +61,7 @@ void CTlmItem::DefaultItemData()
     SetDataDescription(description);
 }
 
-// Texts ----------------------------------------------------------------------------------------------------------------
+// Texts ---------------------------------------------------------------------------------------------------------------
 
 void CTlmItem::GetDataMenuText(CString& text) const { GetField(m_record.szMenuText, text); }
 DWORD CTlmItem::SetDataMenuText(const char* text) { return SetField(m_record.szMenuText, text); }
@@ -74,7 +74,7 @@ DWORD CTlmItem::SetDataWorkingDirectory(const char* path) { return SetField(m_re
 void CTlmItem::GetDataArguments(CString& arguments) const { GetField(m_record.szArguments, arguments); }
 DWORD CTlmItem::SetDataArguments(const char* arguments) { return SetField(m_record.szArguments, arguments); }
 
-// Files ----------------------------------------------------------------------------------------------------------------
+// Files ---------------------------------------------------------------------------------------------------------------
 
 DWORD CTlmItem::LoadItemData(CFile& file, DWORD version, DWORD size)
 {
@@ -106,7 +106,7 @@ DWORD CTlmItem::SaveItemData(CFile& file, DWORD version, DWORD size)
     }
 }
 
-// Starting -------------------------------------------------------------------------------------------------------------
+// Starting ------------------------------------------------------------------------------------------------------------
 
 DWORD CTlmItem::ActivateItem(CWnd* parent)
 {

@@ -71,7 +71,7 @@ int PriorityButton(DWORD creationFlags)
 
 } // namespace
 
-// All pages ------------------------------------------------------------------------------------------------------------
+// All pages -----------------------------------------------------------------------------------------------------------
 
 CTlmBasePage::CTlmBasePage(UINT templateId) : CZoPropertyPage(templateId), m_record{} {}
 
@@ -167,7 +167,7 @@ void CTlmBasePage::ExchangeText(CDataExchange* exchange, int edit, char* field, 
         std::strncpy(field, text, size); // with zeros behind
 }
 
-// The general page -----------------------------------------------------------------------------------------------------
+// The general page ----------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CTlmGeneralPage, CTlmBasePage)
     ON_BN_CLICKED(ZO_IDC_TOOL_ASK, OnAsk)
@@ -241,7 +241,7 @@ void CTlmGeneralPage::OnBrowseFolder()
     });
 }
 
-// The window page ------------------------------------------------------------------------------------------------------
+// The window page -----------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CTlmWindowPage, CTlmBasePage)
     ON_BN_CLICKED(ZO_IDC_TOOL_USE_POSITION, OnUse)
@@ -279,7 +279,7 @@ void CTlmWindowPage::UpdateControls()
 
 void CTlmWindowPage::OnUse() { UpdateControls(); }
 
-// The console page -----------------------------------------------------------------------------------------------------
+// The console page ----------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CTlmConsolePage, CTlmBasePage)
     ON_BN_CLICKED(ZO_IDC_TOOL_USE_CONSOLE_SIZE, OnUse)
@@ -313,7 +313,7 @@ void CTlmConsolePage::UpdateControls()
 
 void CTlmConsolePage::OnUse() { UpdateControls(); }
 
-// The options page -----------------------------------------------------------------------------------------------------
+// The options page ----------------------------------------------------------------------------------------------------
 
 CTlmOptionsPage::CTlmOptionsPage() : CTlmBasePage(ZO_IDD_TOOL_OPTIONS) {}
 

@@ -28,7 +28,8 @@ constexpr int kMargin = 7;
 constexpr int kCaptionHeight = 11; // of the group box
 constexpr int kButtonHeight = 14;
 
-/// Shows a box over \p owner, or none. \return the answer; without memory for the question IDYES, which keeps everything
+/// Shows a box over \p owner, or none. \return the answer; without memory for the question IDYES, which keeps
+/// everything
 template <class MESSAGE> int Ask(const CWnd* owner, UINT type, MESSAGE message)
 {
     int answer = IDYES;
@@ -84,7 +85,7 @@ BEGIN_MESSAGE_MAP(CTlmSheet, CZoPropertySheet)
     ON_MESSAGE(ZO_TLM_MENU_TEXT_CHANGED, OnMenuTextChanged)
 END_MESSAGE_MAP()
 
-// Life -----------------------------------------------------------------------------------------------------------------
+// Life ----------------------------------------------------------------------------------------------------------------
 
 CTlmSheet::CTlmSheet(UINT titleId, CWnd* parent, UINT firstPage) : CZoPropertySheet(titleId, parent, firstPage)
 {
@@ -224,7 +225,7 @@ void CTlmSheet::SetRunMode(int mode)
         page->SetRunMode(mode);
 }
 
-// The file -------------------------------------------------------------------------------------------------------------
+// The file ------------------------------------------------------------------------------------------------------------
 
 void CTlmSheet::SetFilePath(const char* path)
 {
@@ -298,7 +299,7 @@ void CTlmSheet::FreeItemList()
     m_items.RemoveAll();
 }
 
-// The list and the pages -----------------------------------------------------------------------------------------------
+// The list and the pages ----------------------------------------------------------------------------------------------
 
 /// Shows a menu text as the menu does: without the mark of its access key. The row keeps its selection.
 void CTlmSheet::ShowRow(INT_PTR index, const CString& menuText)
@@ -441,7 +442,7 @@ void CTlmSheet::OnSelchangeItem()
         Select(chosen);
 }
 
-// The buttons ----------------------------------------------------------------------------------------------------------
+// The buttons ---------------------------------------------------------------------------------------------------------
 
 void CTlmSheet::OnPshAdd()
 {
@@ -506,7 +507,7 @@ void CTlmSheet::Move(int distance)
 void CTlmSheet::OnPshMoveUp() { Move(-1); }
 void CTlmSheet::OnPshMoveDown() { Move(1); }
 
-// The editor -----------------------------------------------------------------------------------------------------------
+// The editor ----------------------------------------------------------------------------------------------------------
 
 void EditToolItemFile(const char* path, CWnd* parent)
 {

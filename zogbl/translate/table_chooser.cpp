@@ -22,7 +22,8 @@ CString TableChooser::FolderPrefix(const CString& path)
     CString prefix = path;
     const int dot = prefix.ReverseFind('.');
     if (dot >= 0) {
-        // The last character of the name goes with its extension. No name is left behind in the end, so it does no harm.
+        // The last character of the name goes with its extension. No name is left behind in the end, so it does no
+        // harm.
         const LPCSTR text = path;
         prefix = prefix.Left(static_cast<int>(PreviousCharacter(text, text + dot) - text));
         const int backslash = prefix.ReverseFind('\\');
@@ -150,7 +151,8 @@ void TableChooser::OnOK()
 
 namespace {
 
-/// Tables whose saving was killed are not listed, as they are cut: asks whether to put them back. Throws CMemoryException*.
+/// Tables whose saving was killed are not listed, as they are cut: asks whether to put them back. Throws
+/// CMemoryException*.
 void OfferKeptTables(const CWnd* parent, const CString& prefix)
 {
     CStringArray names;

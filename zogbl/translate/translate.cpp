@@ -121,7 +121,7 @@ void CGblTranslate::PutInForce()
     }
 }
 
-// Entries and settings -------------------------------------------------------------------------------------------------
+// Entries and settings ------------------------------------------------------------------------------------------------
 
 unsigned char CGblTranslate::GetInputValue(unsigned char index) const { return m_byGetTable[index]; }
 unsigned char CGblTranslate::GetOutputValue(unsigned char index) const { return m_byPutTable[index]; }
@@ -183,7 +183,7 @@ unsigned long CGblTranslate::GetLastOutput() const { return m_dwLastOutput; }
 unsigned long CGblTranslate::GetLastModeI() const { return m_dwLastModeI; }
 unsigned long CGblTranslate::GetLastModeO() const { return m_dwLastModeO; }
 
-// Files ----------------------------------------------------------------------------------------------------------------
+// Files ---------------------------------------------------------------------------------------------------------------
 
 unsigned long CGblTranslate::IsValidFile(const char* path)
 {

@@ -10,8 +10,8 @@
 #include "dialogs/base/kept_file_box.h"
 #include "ground/without_throwing.h"
 
-/// Shows a string of the user's language in a box over \p owner, with \p more behind it; without memory for it there is a
-/// sound alone.
+/// Shows a string of the user's language in a box over \p owner, with \p more behind it; without memory for it there is
+/// a sound alone.
 inline void TellUser(const CWnd& owner, UINT text, LPCSTR more = "")
 {
     if (!WithoutThrowing([&]() -> BOOL {

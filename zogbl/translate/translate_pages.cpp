@@ -79,7 +79,7 @@ const CGblIotTable::Direction CGblIotTable::Direction::output = {
 CGblIotTableI::CGblIotTableI() : CGblIotTable(Direction::input) {}
 CGblIotTableO::CGblIotTableO() : CGblIotTable(Direction::output) {}
 
-// The page of a table --------------------------------------------------------------------------------------------------
+// The page of a table -------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CGblIotTable, CZoPropertyPage)
     ON_LBN_SELCHANGE(ZO_IDC_TRANSLATE_INPUT_LIST, OnRowSelected)
@@ -150,7 +150,7 @@ void CGblIotTable::DoDataExchange(CDataExchange* pDX)
     SelectRow(last < kRows ? static_cast<int>(last) : 0);
 }
 
-// What is shown --------------------------------------------------------------------------------------------------------
+// What is shown -------------------------------------------------------------------------------------------------------
 
 void CGblIotTable::ShowValues()
 {
@@ -231,7 +231,7 @@ void CGblIotTable::DrawMarker(HDC dc, int left, int top) const
     ::DeleteDC(memory);
 }
 
-// What the user changes ------------------------------------------------------------------------------------------------
+// What the user changes -----------------------------------------------------------------------------------------------
 
 void CGblIotTable::OnRowSelected()
 {
@@ -291,7 +291,7 @@ void CGblIotTable::ShowAgain()
     SetModified();
 }
 
-// The page of file and description -------------------------------------------------------------------------------------
+// The page of file and description ------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(CGblIotOptions, CZoPropertyPage)
     ON_EN_CHANGE(ZO_IDC_TRANSLATE_DESCRIPTION, OnDescriptionChanged)

@@ -52,7 +52,7 @@ void CZoTransBmp::SetTransparentColor(COLORREF color)
     m_bUseTopLeftPixel = FALSE; // a mask that was made already stays: see the header
 }
 
-// Sizes ----------------------------------------------------------------------------------------------------------------
+// Sizes ---------------------------------------------------------------------------------------------------------------
 
 void CZoTransBmp::GetMetrics()
 {
@@ -93,7 +93,7 @@ int CZoTransBmp::GetCellHeight()
     return m_nCellHeight;
 }
 
-// Opaque drawing -------------------------------------------------------------------------------------------------------
+// Opaque drawing ------------------------------------------------------------------------------------------------------
 
 void CZoTransBmp::Draw(HDC dc, int x, int y) { DrawArea(dc, x, y, GetWidth(), GetHeight(), 0, 0); }
 
@@ -111,7 +111,7 @@ void CZoTransBmp::DrawArea(HDC dc, int x, int y, int width, int height, int sour
         BitBlt(dc, x, y, width, height, image, sourceX, sourceY, SRCCOPY);
 }
 
-// Transparent drawing --------------------------------------------------------------------------------------------------
+// Transparent drawing -------------------------------------------------------------------------------------------------
 
 void CZoTransBmp::CreateMask(HDC dc)
 {

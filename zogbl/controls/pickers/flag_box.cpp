@@ -61,7 +61,7 @@ static_assert(CB_ERR == LB_ERR && LBS_NOTIFY == kTellsOfSelection && CBN_SELCHAN
 
 } // namespace
 
-// Flags ----------------------------------------------------------------------------------------------------------------
+// Flags ---------------------------------------------------------------------------------------------------------------
 
 CZoFlagBitmap::~CZoFlagBitmap()
 {
@@ -122,7 +122,7 @@ void CZoFlagBitmap::Draw(HDC dc, int left, int top, UINT flagIndex) const
     SetTextColor(dc, oldText);
 }
 
-// What both boxes do ---------------------------------------------------------------------------------------------------
+// What both boxes do --------------------------------------------------------------------------------------------------
 
 int CZoFlagBox::GetItemHeight() const { return (std::max<int>)(m_flags.GetCellSize().cy, m_nDesiredHeight) + kMargin; }
 
@@ -188,7 +188,7 @@ BOOL CZoFlagBox::Type(UINT character)
     return TRUE;
 }
 
-// The control ----------------------------------------------------------------------------------------------------------
+// The control ---------------------------------------------------------------------------------------------------------
 
 template <class BOX> CZoFlagControl<BOX>::CZoFlagControl() { m_box.LoadFlags(); }
 

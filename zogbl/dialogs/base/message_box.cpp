@@ -99,7 +99,7 @@ LPCSTR IconOf(UINT type)
     }
 }
 
-// The clipboard --------------------------------------------------------------------------------------------------------
+// The clipboard -------------------------------------------------------------------------------------------------------
 
 /// Throws CMemoryException*.
 CString WindowText(HWND window)
@@ -153,7 +153,7 @@ LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARA
     return ::CallWindowProcA(g_buttonProcedure, button, message, wParam, lParam);
 }
 
-// Layout ---------------------------------------------------------------------------------------------------------------
+// Layout --------------------------------------------------------------------------------------------------------------
 
 /// The buttons of a box in a row, all of one width; the others of the template go.
 class ButtonRow {
@@ -263,7 +263,7 @@ void LayOut(HWND box, ButtonRow& buttons)
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// The box --------------------------------------------------------------------------------------------------------------
+// The box -------------------------------------------------------------------------------------------------------------
 
 BOOL Initialize(HWND box, Message& message)
 {

@@ -25,7 +25,7 @@ private:
 
 } // namespace
 
-// The page -------------------------------------------------------------------------------------------------------------
+// The page ------------------------------------------------------------------------------------------------------------
 
 CZoPropertyPage::CZoPropertyPage(UINT templateId) : CPropertyPage(templateId), m_nTemplateId(templateId) {}
 
@@ -43,7 +43,7 @@ BOOL CZoPropertyPage::LoadTemplate()
 
 void CZoPropertyPage::ReloadTexts() { ReloadDialogTexts(*this, m_nTemplateId); }
 
-// The sheet ------------------------------------------------------------------------------------------------------------
+// The sheet -----------------------------------------------------------------------------------------------------------
 
 CZoPropertySheet::CZoPropertySheet(UINT titleId, CWnd* parent, UINT firstPage)
     : CPropertySheet(LoadText(titleId), parent, firstPage), m_nTitleId(titleId)

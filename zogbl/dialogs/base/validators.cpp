@@ -51,7 +51,7 @@ bool HasLeadByte(LPCSTR text)
 
 } // namespace
 
-// Ranges ---------------------------------------------------------------------------------------------------------------
+// Ranges --------------------------------------------------------------------------------------------------------------
 
 void AFXAPI ZoDDV_CfgMinMaxByteStr(CDataExchange* exchange, unsigned char value, unsigned char minimum,
                                    unsigned char maximum, unsigned int message)
@@ -82,7 +82,7 @@ void AFXAPI ZoDDV_CfgMinMaxDWordStr(CDataExchange* exchange, unsigned long value
     CheckRange(exchange, value, minimum, maximum, "%lu", message);
 }
 
-// Texts ----------------------------------------------------------------------------------------------------------------
+// Texts ---------------------------------------------------------------------------------------------------------------
 
 void AFXAPI ZoDDV_CfgMaxMinCharsStr(CDataExchange* exchange, const CString& text, int maxChars,
                                     unsigned int tooLongMessage, int minChars, unsigned int tooShortMessage)
@@ -129,7 +129,7 @@ void AFX_CDECL ZoDDV_TrimNotEmpty(CDataExchange* exchange, CString& text, unsign
         exchange->Fail();
 }
 
-// Others ---------------------------------------------------------------------------------------------------------------
+// Others --------------------------------------------------------------------------------------------------------------
 
 void AFXAPI ZoDDV_CfgMessageBox(CDataExchange* exchange, unsigned int message, int control, unsigned int boxType,
                                 unsigned int helpContext)

@@ -124,7 +124,7 @@ CString CZoFileOpen::GetFileExt() const
 
 BOOL CZoFileOpen::OnFileNameOK() { return FALSE; }
 
-// Beginning ------------------------------------------------------------------------------------------------------------
+// Beginning -----------------------------------------------------------------------------------------------------------
 
 BOOL CZoFileOpen::OnInitDialog()
 {
@@ -223,7 +223,7 @@ void CZoFileOpen::StartIn(const CString& folder, LPCSTR current)
     m_csFolder = here.IsEmpty() ? CString("C:\\") : here; // nothing to be shown; a full path can still be typed
 }
 
-// Types ----------------------------------------------------------------------------------------------------------------
+// Types ---------------------------------------------------------------------------------------------------------------
 
 void CZoFileOpen::FillTypes()
 {
@@ -262,7 +262,7 @@ void CZoFileOpen::OnTypeSelected()
     });
 }
 
-// Drives ---------------------------------------------------------------------------------------------------------------
+// Drives --------------------------------------------------------------------------------------------------------------
 
 void CZoFileOpen::FillDrives()
 {
@@ -310,7 +310,7 @@ void CZoFileOpen::OnDriveClosed()
     });
 }
 
-// Folders and files ----------------------------------------------------------------------------------------------------
+// Folders and files ---------------------------------------------------------------------------------------------------
 
 /// \return FALSE, with everything as it was, when the folder cannot be read. Throws CMemoryException*, likewise.
 BOOL CZoFileOpen::ShowFolder(const CString& folder)
@@ -435,7 +435,7 @@ LRESULT CZoFileOpen::OnDrawItem(WPARAM control, LPARAM draw)
     return TRUE;
 }
 
-// The name -------------------------------------------------------------------------------------------------------------
+// The name ------------------------------------------------------------------------------------------------------------
 
 CString CZoFileOpen::TypedName() const
 {

@@ -24,7 +24,7 @@ bool IsThere(LPCSTR folder)
 
 } // namespace
 
-// Pictures -------------------------------------------------------------------------------------------------------------
+// Pictures ------------------------------------------------------------------------------------------------------------
 
 CommonControls::CommonControls() : m_library(::LoadLibraryA("comctl32.dll"))
 {
@@ -72,7 +72,7 @@ HIMAGELIST CommonControls::CreatePlacePictures() const
     return list;
 }
 
-// Creating -------------------------------------------------------------------------------------------------------------
+// Creating ------------------------------------------------------------------------------------------------------------
 
 bool OfferToCreateFolder(LPCSTR folder, UINT helpContext)
 {
@@ -94,7 +94,7 @@ bool OfferToCreateFolder(LPCSTR folder, UINT helpContext)
     }
 }
 
-// Life -----------------------------------------------------------------------------------------------------------------
+// Life ----------------------------------------------------------------------------------------------------------------
 
 BEGIN_MESSAGE_MAP(FolderPicker, CZoDialog)
     ON_BN_CLICKED(ZO_IDC_FOLDER_NEW, OnNewFolder)
@@ -165,7 +165,7 @@ void FolderPicker::ReloadTexts()
         SetDlgItemText(ZO_IDC_FOLDER_INSTRUCTION, m_pszInstruction);
 }
 
-// The tree -------------------------------------------------------------------------------------------------------------
+// The tree ------------------------------------------------------------------------------------------------------------
 
 HWND FolderPicker::Tree() const { return ::GetDlgItem(m_hWnd, ZO_IDC_FOLDER_TREE); }
 
@@ -345,7 +345,7 @@ LRESULT FolderPicker::OnTreeNotify(NMHDR* header)
     }
 }
 
-// New folders ----------------------------------------------------------------------------------------------------------
+// New folders ---------------------------------------------------------------------------------------------------------
 
 void FolderPicker::OnNewFolder()
 {
@@ -409,7 +409,7 @@ BOOL FolderPicker::PreTranslateMessage(MSG* message)
     return CZoDialog::PreTranslateMessage(message);
 }
 
-// The end --------------------------------------------------------------------------------------------------------------
+// The end -------------------------------------------------------------------------------------------------------------
 
 void FolderPicker::OnOK()
 {

@@ -56,7 +56,7 @@ bool Matches(LPCSTR name, LPCSTR pattern)
 
 } // namespace
 
-// Contents -------------------------------------------------------------------------------------------------------------
+// Contents ------------------------------------------------------------------------------------------------------------
 
 DWORD ReadFolder(const CString& folder, LPCSTR patterns, FolderContents& contents)
 {
@@ -137,7 +137,7 @@ bool FolderExists(LPCSTR path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// Paths ----------------------------------------------------------------------------------------------------------------
+// Paths ---------------------------------------------------------------------------------------------------------------
 
 CString JoinPath(const CString& folder, const CString& name)
 {
@@ -213,7 +213,7 @@ bool IsValidPath(const CString& path)
     return true;
 }
 
-// Drives ---------------------------------------------------------------------------------------------------------------
+// Drives --------------------------------------------------------------------------------------------------------------
 
 void ListDrives(CStringArray& roots)
 {
@@ -267,7 +267,7 @@ CString DriveName(const CString& root)
     return name[0] != '\0' ? drive + "  " + name : drive;
 }
 
-// Pictures -------------------------------------------------------------------------------------------------------------
+// Pictures ------------------------------------------------------------------------------------------------------------
 
 namespace {
 

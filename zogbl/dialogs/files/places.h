@@ -24,8 +24,8 @@ struct FolderContents {
     std::vector<CString> files;
 };
 
-// All of these throw CMemoryException*. Folders are full paths: a root ("C:\", "\\server\share\") has a backslash at its
-// end, no other folder has.
+// All of these throw CMemoryException*. Folders are full paths: a root ("C:\", "\\server\share\") has a backslash at
+// its end, no other folder has.
 
 /// \param patterns of the files, separated by ';'; null: no files are wanted
 /// \return 0, or the system's error when the folder cannot be read
@@ -35,8 +35,8 @@ bool HasFolders(const CString& folder);
 /// Whether a name matches one of the patterns separated by ';', whatever the case. "*.*" is every name.
 bool MatchesPatterns(const CString& name, const CString& patterns);
 
-/// Whether a name ends in the default extension (without its dot) or in one of the filter's: any other dot is one of the name,
-/// as in a date. A dot at the end stands for no extension at all.
+/// Whether a name ends in the default extension (without its dot) or in one of the filter's: any other dot is one of
+/// the name, as in a date. A dot at the end stands for no extension at all.
 bool HasExtension(const CString& name, LPCSTR defaultExtension, LPCSTR filter);
 
 bool FolderExists(LPCSTR path);
@@ -51,8 +51,8 @@ CString ParentOf(const CString& path);
 /// The part behind the last backslash; of a root, all of it.
 CString NameOf(const CString& path);
 
-/// The full path of what a person typed while \p folder was shown. "C:name" is a name in the root, unless the folder shown
-/// is on that drive. \return empty when it is longer than the system can make a path of
+/// The full path of what a person typed while \p folder was shown. "C:name" is a name in the root, unless the folder
+/// shown is on that drive. \return empty when it is longer than the system can make a path of
 CString ResolvePath(const CString& folder, const CString& typed);
 /// Whether a full path can be the name of a file or folder: no character that the system keeps for itself, no device.
 bool IsValidPath(const CString& path);

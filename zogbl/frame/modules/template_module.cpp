@@ -102,7 +102,7 @@ void CZoTemplateDLLModule::ForgetEntryPoints()
     m_pfnGMD = nullptr;
 }
 
-// Entry points ---------------------------------------------------------------------------------------------------------
+// Entry points --------------------------------------------------------------------------------------------------------
 
 BOOL CZoTemplateDLLModule::InitializeTemplateDLL() { return Call(m_pfnInitializeTemplateDLL); }
 

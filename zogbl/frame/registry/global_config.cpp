@@ -92,7 +92,7 @@ HKEY CZoGlobalConfig::MapModeToKey(DWORD mode) const
     }
 }
 
-// Numbers --------------------------------------------------------------------------------------------------------------
+// Numbers -------------------------------------------------------------------------------------------------------------
 
 DWORD CZoGlobalConfig::GetValue(DWORD mode, LPCSTR key, LPCSTR valueName, DWORD& value, DWORD defaultValue)
 {
@@ -131,7 +131,7 @@ DWORD CZoGlobalConfig::SetValue(DWORD mode, LPCSTR key, LPCSTR valueName, DWORD 
     return WriteValue(MapModeToKey(mode), key, valueName, REG_DWORD, &value, sizeof value);
 }
 
-// Texts ----------------------------------------------------------------------------------------------------------------
+// Texts ---------------------------------------------------------------------------------------------------------------
 
 DWORD CZoGlobalConfig::GetValue(DWORD mode, LPCSTR key, LPCSTR valueName, LPSTR buffer, DWORD bufferSize,
                                 LPCSTR defaultText)
@@ -169,7 +169,7 @@ DWORD CZoGlobalConfig::SetValue(DWORD mode, LPCSTR key, LPCSTR valueName, LPCSTR
     return WriteValue(MapModeToKey(mode), key, valueName, REG_SZ, text, static_cast<DWORD>(std::strlen(text)) + 1);
 }
 
-// Any type -------------------------------------------------------------------------------------------------------------
+// Any type ------------------------------------------------------------------------------------------------------------
 
 DWORD CZoGlobalConfig::GetAnyValueType(DWORD mode, LPCSTR key, LPCSTR valueName, void* buffer, DWORD bufferSize,
                                        DWORD& type, DWORD& size)
@@ -230,7 +230,7 @@ DWORD CZoGlobalConfig::GetValueSize(DWORD mode, LPCSTR key, LPCSTR valueName, DW
     return result;
 }
 
-// Keys -----------------------------------------------------------------------------------------------------------------
+// Keys ----------------------------------------------------------------------------------------------------------------
 
 DWORD CZoGlobalConfig::CreateKey(DWORD mode, LPCSTR key)
 {

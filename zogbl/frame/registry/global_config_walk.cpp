@@ -47,7 +47,7 @@ DWORD HandOver(ZoEnumValuesProc callback, void* context, LPCSTR name, LPCSTR dat
 
 } // namespace
 
-// Enumerations ---------------------------------------------------------------------------------------------------------
+// Enumerations --------------------------------------------------------------------------------------------------------
 
 DWORD CZoGlobalConfig::EnumEntries(DWORD mode, LPCSTR key, ZoEnumEntriesProc callback, void* context)
 {
@@ -102,7 +102,7 @@ DWORD CZoGlobalConfig::EnumValues(DWORD mode, LPCSTR key, ZoEnumValuesProc callb
     return opened.Close(result);
 }
 
-// Searches -------------------------------------------------------------------------------------------------------------
+// Searches ------------------------------------------------------------------------------------------------------------
 
 DWORD CZoGlobalConfig::DoesEntryExist(DWORD mode, LPCSTR key, LPCSTR valueName, BOOL& exists)
 {
@@ -156,7 +156,7 @@ DWORD CZoGlobalConfig::FindFirstSubKey(DWORD mode, LPCSTR key, CString& subkeyNa
     return result;
 }
 
-// Tree copies ----------------------------------------------------------------------------------------------------------
+// Tree copies ---------------------------------------------------------------------------------------------------------
 
 namespace {
 

@@ -150,7 +150,7 @@ DWORD FindOwnName(HKEY root, const CString& path, bool resolves, CString& name)
     return result;
 }
 
-// Comparing ------------------------------------------------------------------------------------------------------------
+// Comparing -----------------------------------------------------------------------------------------------------------
 
 /// Adds the names of a key. \param isAlone whether the other key has the same root: then none is resolved
 DWORD AddNames(HKEY root, const CString& path, bool oldCalls, bool isAlone, CStringArray& names)

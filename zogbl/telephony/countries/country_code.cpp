@@ -11,7 +11,7 @@
 #include <memory>
 #include <new>
 
-// One country ----------------------------------------------------------------------------------------------------------
+// One country ---------------------------------------------------------------------------------------------------------
 
 CZoCountryCode::CZoCountryCode(DWORD a, DWORD b, DWORD c)
     : m_nDialingPrefix(LOWORD(b)), m_nCountryCode(HIWORD(b)), m_nCountryIndex(LOWORD(c))
@@ -41,7 +41,7 @@ BOOL CZoCountryCode::SetFlagIndex(UINT index)
     return valid;
 }
 
-// The list -------------------------------------------------------------------------------------------------------------
+// The list ------------------------------------------------------------------------------------------------------------
 
 namespace {
 

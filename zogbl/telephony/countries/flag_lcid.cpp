@@ -71,7 +71,7 @@ CZoFlagLcid* Item(void* element) { return static_cast<CZoFlagLcid*>(element); }
 
 } // namespace
 
-// One locale -----------------------------------------------------------------------------------------------------------
+// One locale ----------------------------------------------------------------------------------------------------------
 
 CZoFlagLcid::CZoFlagLcid(DWORD code, DWORD textMode)
 {
@@ -129,7 +129,7 @@ BOOL CZoFlagLcid::GetWideName(LPWSTR name, int size) const
     return needed >= kShortestName && needed <= size && MakeName(GetWidePart, m_dwNamedLcid, parts, name, needed);
 }
 
-// The list -------------------------------------------------------------------------------------------------------------
+// The list ------------------------------------------------------------------------------------------------------------
 
 CZoFlagLcidList::CZoFlagLcidList(int load)
 {

@@ -14,8 +14,8 @@ constexpr int kMostGrowths = 16;
 constexpr DWORD kHighestVersion = 0x10000000; // any: services have come to know this value
 constexpr char kDeviceClass[] = "comm";
 
-/// Clears what lies behind the used part of a record, so that fields that a short one lacks are zero, as are texts. A record
-/// that claims to use more than there is tells nothing.
+/// Clears what lies behind the used part of a record, so that fields that a short one lacks are zero, as are texts. A
+/// record that claims to use more than there is tells nothing.
 template <class RECORD> void ClearUnused(RECORD* record, DWORD totalSize)
 {
     constexpr DWORD kSizeFields = offsetof(RECORD, dwUsedSize) + sizeof(DWORD);

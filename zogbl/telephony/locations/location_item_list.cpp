@@ -75,7 +75,7 @@ void CZoLocationItemList::FreeData()
     m_items.RemoveAll();
 }
 
-// Registry -------------------------------------------------------------------------------------------------------------
+// Registry ------------------------------------------------------------------------------------------------------------
 
 DWORD CZoLocationItemList::LoadAllItems() { return LoadItems(false); }
 DWORD CZoLocationItemList::LoadReadableItems() { return LoadItems(true); }
@@ -140,7 +140,7 @@ DWORD CZoLocationItemList::GetCurrentIndex()
     return index;
 }
 
-// Items ----------------------------------------------------------------------------------------------------------------
+// Items ---------------------------------------------------------------------------------------------------------------
 
 CZoLocationItem* CZoLocationItemList::GetNewLocation()
 {

@@ -31,7 +31,7 @@ CZoLocationRegistry::CZoLocationRegistry()
 
 CZoLocationRegistry::~CZoLocationRegistry() = default;
 
-// Section --------------------------------------------------------------------------------------------------------------
+// Section -------------------------------------------------------------------------------------------------------------
 
 BOOL CZoLocationRegistry::IsClassDataValid()
 {
@@ -75,7 +75,7 @@ bool CZoLocationRegistry::AppendToSection(LPCSTR text)
     return true;
 }
 
-// Records --------------------------------------------------------------------------------------------------------------
+// Records -------------------------------------------------------------------------------------------------------------
 
 DWORD CZoLocationRegistry::SetDataIndex(DWORD index)
 {
@@ -115,7 +115,7 @@ DWORD CZoLocationRegistry::SetCurrentIndex(DWORD index)
     return status;
 }
 
-// Values ---------------------------------------------------------------------------------------------------------------
+// Values --------------------------------------------------------------------------------------------------------------
 
 DWORD CZoLocationRegistry::GetIndex(UINT id, UINT& index)
 {
