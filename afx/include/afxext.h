@@ -35,6 +35,6 @@ public:
     HMODULE m_hModule;
     HMODULE m_hResource;
     CRuntimeClass* m_pFirstSharedClass;
-    BOOL m_bSystem; ///< TRUE: the framework's own libraries, searched last
+    BOOL m_bSystem; ///< TRUE: searched after all links that have FALSE
     CDynLinkLibrary* m_pNextDLL = nullptr;
 };

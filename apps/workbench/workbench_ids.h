@@ -20,6 +20,7 @@
 #define ZO_ID_VIEW_LINES 30015
 #define ZO_ID_FILE_LANGUAGE 30020
 #define ZO_ID_FILE_NEW 30025
+// 30026 is a command of the sample libraries (template_ids.h).
 
 // 30100 to 30149: the window, the page of countries, the page of the language.
 #define ZO_IDS_WORKBENCH_TITLE 30100
@@ -124,12 +125,6 @@
 #define ZO_IDS_MAILBOX_FOLDER_ROOT 30274
 #define ZO_IDS_MAILBOX_FOLDER_ARCHIVE 30275
 
-// 30490 to 30529: the documents.
-#define ZO_IDR_SHELL_MENU 30490
-#define ZO_IDS_DOCUMENT_NOT_OPENED 30491
-#define ZO_IDS_DOCUMENT_OPEN_TITLE 30493
-#define ZO_IDS_SHELL_TITLE 30494
-
 // 30420 to 30459: the page that translates files.
 #define ZO_ID_VIEW_TRANSLATION 30420
 #define ZO_IDS_PAGE_TRANSLATION 30421
@@ -155,6 +150,12 @@
 #define ZO_ID_TOOLS_OPEN 30460
 #define ZO_ID_TOOLS_EDIT 30461
 #define ZO_IDS_TOOLS_NOT_STARTED 30462
+
+// 30490 to 30529: the documents.
+#define ZO_IDR_SHELL_MENU 30490
+#define ZO_IDS_DOCUMENT_NOT_OPENED 30491
+#define ZO_IDS_DOCUMENT_OPEN_TITLE 30493
+#define ZO_IDS_SHELL_TITLE 30494
 
 // From 57600 (0xE100): commands whose numbers the application framework fixes.
 #define ZO_ID_DOCUMENT_NEW 0xE100

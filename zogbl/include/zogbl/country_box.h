@@ -6,7 +6,8 @@
 #include <zogbl/flag_box.h>
 
 /// Picks a country of the global list: flag, name, telephone code. Typing selects the first country whose name begins
-/// with the typed text. If this changes the selection, the parent gets CBN_SELCHANGE or LBN_SELCHANGE.
+/// with the typed text. If this changes the selection, the parent gets CBN_SELCHANGE or LBN_SELCHANGE. How items are
+/// drawn: flag_box.h.
 template <class BOX> class ZOGBL_API CCountryCodeControl : public CZoFlagControl<BOX> {
 public:
     CCountryCodeControl();

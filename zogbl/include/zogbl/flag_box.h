@@ -77,8 +77,8 @@ private:
 ///   - The message CZoLanguageSupport::GetUpdateMessage() makes the box take the names of the new language. CZoDialog
 ///     sends it to its controls; other windows must do so themselves.
 ///
-/// No member but SelectFirst has a body here, and none is left to the compiler: only instantiated members are
-/// exported, and those with a body in the class are not.
+/// Every member but SelectFirst is defined in the library: a member with a body in the class, or made by the compiler,
+/// would not be exported.
 template <class BOX> class ZOGBL_API CZoFlagControl : public BOX {
 public:
     CZoFlagControl();

@@ -46,7 +46,7 @@ inline DWORD ZoEnumeratedNumber(const void* data) { return static_cast<DWORD>(re
 ///     ZoErrNoMemory        no memory for a work buffer
 ///     ZoErrWrongValueType  the value has another type than the one read
 ///
-/// If the operation itself succeeded, its result is that of closing the key: if that is not 0, the operation counts as
+/// If the work succeeds but the key cannot be closed, the status of closing is returned: the operation then counts as
 /// failed. After a failure the out arguments hold their defaults: the caller's, else 0, FALSE or nothing.
 class ZOGBL_API CZoGlobalConfig {
 public:
@@ -130,9 +130,9 @@ public:
     DWORD CopyRegTree(DWORD destinationMode, LPCSTR destinationKey, DWORD sourceMode, LPCSTR sourceKey, DWORD flag);
     /// CopyRegTree and, if it succeeded, DeleteSection of the source. Values that CopyRegTree leaves out are lost.
     ///
-    /// A destination above the source gives 87 in one case: if the path from the destination to the source, taken from
-    /// the source, also leads to a key. A\B is not moved to A if there is a key A\B\B, which would be copied onto the
-    /// source. Nothing is touched then.
+    /// Example of a move upwards that gives 87, with nothing touched: A\B cannot be moved to A if there is a key A\B\B,
+    /// because that key would be copied onto the source. In general: a destination above the source is refused if the
+    /// path from the destination to the source, taken from the source, also leads to a key.
     /// \return the first code that is not 0
     DWORD MoveRegTree(DWORD destinationMode, LPCSTR destinationKey, DWORD sourceMode, LPCSTR sourceKey, DWORD flag);
 

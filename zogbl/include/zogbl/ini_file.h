@@ -62,18 +62,22 @@ constexpr DWORD ZO_INI_TYPE_WINDOW_PLACEMENT = 10;
 ///     input   the value to write, or the default of a read
 ///     output  gets the value read, or the default; not used by a write; may be the same variable as input
 ///
-/// They check the arguments in the order of the last six rows. A read that one of these refuses still sets the output
-/// to the default, if both are given. They return
+/// They return
 ///
 ///     ZO_INI_SUCCESS
 ///     ZO_INI_NOT_FOUND      the entry is missing or empty; the output is the default
 ///     ZO_INI_NOT_WRITTEN    the system refused to write (folder missing, file read-only ...)
+///
+/// or, checked in this order, what is wrong with the arguments:
+///
 ///     ZO_INI_NULL_KEY
 ///     ZO_INI_KEY_TOO_LONG   over 255 characters
 ///     ZO_INI_NULL_ARGUMENT  the input is a null pointer
 ///     ZO_INI_TOO_LONG       the input text has over 4096 characters
 ///     ZO_INI_NULL_ARGUMENT  a read has no output
 ///     ZO_INI_NO_FILE
+///
+/// A read that is refused so still sets the output to the default, if both are given.
 ///
 /// Numbers are read as decimal text: white space, a sign, digits up to the first other character. A text without digits
 /// is 0; a number over 32 bits wraps around. Types with several numbers accept any of blank , : ; / | \ between them. A
@@ -96,8 +100,8 @@ public:
     /// "1" or "0". Read as TRUE: 1, TRUE, SET, YES, ON, OK, case ignored; all else is FALSE.
     virtual DWORD DoBoolean(const char* key, int read, BOOL input, BOOL* output);
     /// "0x%08lX". Blanks and tabs in front are passed over. Reading stops at the first character that is neither a
-    /// hexadecimal digit nor an X. An X drops what came before it: 12x34 is 0x34. Of more than 8 digits the last 8
-    /// count.
+    /// hexadecimal digit nor an X. Digits before the last X do not count: 12x34 is 0x34. Of more than 8 digits the last
+    /// 8 count.
     virtual DWORD DoHexadecimal(const char* key, int read, DWORD input, DWORD* output);
     /// "%d, %d, %d, %d, %d, %d, %d, %d": year, month, day of week, day, hour, minute, second, milliseconds. A read
     /// always gives the default; only its status tells whether there is an entry. This is prescribed.

@@ -26,14 +26,14 @@ public:
 /// the asking module. Each language is one value:
 ///   name        id of the language as "%04x"
 ///   DWORD data  1 for the current language, 0 for the others
-///   text data   understood, too: "0" is not current, any other text is
+///   text data   understood, too: "0" is not current, any other text is current
 ///
 /// The language library is named after the asking module: the first five characters of the module's file name, the
 /// three letters of the language, ".DLL". ZOGBLBRX.DLL and 0x0409 give ZOGBLENU.DLL. The system's search order finds
 /// it.
 ///
 /// The object has a hidden window, which stands in a table that all processes of the suite share. In each process, the
-/// window made last tells the application of a change. It can do so only if its object has a language loaded.
+/// window made last tells the application of a change. If its object has no language loaded, nobody tells it.
 ///
 /// ZoGblLoadLanguageDLL makes the object of the process. A module with texts of its own uses CZoModuleLanguage. An
 /// application makes an object of this class only to let the user choose:
@@ -52,8 +52,8 @@ public:
     /// Creates the hidden window and enters it in the shared table; if the table is full, the window is left out
     /// without an error. LoadCurrentLanguage and SelectLanguage call this if there is no window.
     ///
-    /// Do not keep an object that has a window but no language: if its window is the last of the process, the texts of
-    /// the process change and the application is not told. \return FALSE if the window cannot be made
+    /// So do not keep an object that has a window but no language: the texts of the process would change, and the
+    /// application would not be told. \return FALSE if the window cannot be made
     BOOL Create();
 
     /// The number of the registered message "ZoBrixelLanguageUpdate". It is posted to the application's main window,
@@ -77,16 +77,16 @@ public:
 
     /// Loads the current language of the registry's list: the first entry marked with exactly 1, else the first entry.
     /// \param path file of the asking module
-    /// \return FALSE if there is no window, no list, an empty list or no library, or memory has run out. A library that
-    /// was loaded before stays.
+    /// \return FALSE if the window cannot be made, there is no list, an empty list or no library, or memory has run
+    /// out. A library that was loaded before stays.
     virtual BOOL LoadCurrentLanguage(LPCSTR path);
     /// LoadSpecificLanguage with the default locale of the user or of the system.
     virtual BOOL LoadUserDefaultLanguage(LPCSTR path, BOOL persist);
     virtual BOOL LoadSystemDefaultLanguage(LPCSTR path, BOOL persist);
     /// Loads a language of the list and marks it as current in the list; if \p persist, also in the registry.
     /// \param languageId compared as a whole: a locale id with sort bits matches no language
-    /// \return TRUE at once if \p languageId equals GetLCID(), so also for 0 if nothing is loaded. FALSE as
-    /// LoadCurrentLanguage, but a window is not needed.
+    /// \return TRUE at once, with nothing written, if \p languageId equals GetLCID(), so also for 0 if nothing is
+    /// loaded. FALSE as LoadCurrentLanguage, but a window is not needed.
     virtual BOOL LoadSpecificLanguage(DWORD languageId, LPCSTR path, BOOL persist);
 
     /// Lets the user choose a language in a dialog with the owner \p parent. If the object has no library, it first

@@ -19,7 +19,7 @@ enum MAILBOXFOLDER {
     MAILBOXFOLDER_OUTBOX = 1,
     MAILBOXFOLDER_BOXSETUP = 2,
     MAILBOXFOLDER_PROMPTS = 3, ///< below BOXSETUP
-    MAILBOXFOLDER_ROOT = 4,    ///< the mailbox's own folder, as any other value
+    MAILBOXFOLDER_ROOT = 4,    ///< the mailbox's own folder; any value not listed here counts as this
     MAILBOXFOLDER_ARCHIVE = 5
 };
 
@@ -77,9 +77,9 @@ public:
     DWORD GetUserDefault() const;
     static void SetUserDefault(DWORD number);
 
-    // The next two load the list if it is empty.
+    // The next two load the list if it is empty. If that fails, no mailbox is known: TRUE and FALSE.
 
-    BOOL IsNameUnique(const char* name); ///< FALSE if a mailbox has that name, case ignored
+    BOOL IsNameUnique(const char* name); ///< FALSE if a mailbox of the list has that name, case ignored
     BOOL DoesNumberExist(DWORD number);
 
     /// Makes the path of a mailbox's folder, "MAILBOX\00000012\INBOX" beside the running executable, and creates the

@@ -32,13 +32,13 @@ public:
     /// Replaces everything in memory by a file. If there is no such file, the file set before is loaded again.
     ///
     ///   - Sections without keys, and sections for which there is no memory, are left out.
-    ///   - If the file has a section twice, the system gives the entries of the first one twice.
+    ///   - If a section stands twice in the file, it is listed twice, both times with the entries of the first one.
     ///   - Lists of names are cut as by EnumerateSections.
     ///   - Values are cut after 4095 characters. A key of over 255 characters has an empty value.
     /// \param substitutions texts by the names that stand for them. With it, keys and values lose the white space
-    /// around them. If one then begins with %name%, it becomes as a whole the text of that name, if there is one: what
-    /// follows the name is dropped. The closing % may be missing. The case of the name counts. %% begins no name. Null:
-    /// keys and values stay as they are.
+    /// around them. A key or value that then begins with %name% is replaced as a whole by the text of that name; what
+    /// follows the name is dropped. If there is no such name, it stays. The closing % may be missing. The case of the
+    /// name counts. %% begins no name. Null: keys and values stay as they are.
     /// \return
     ///   ZO_INI_SUCCESS         loaded
     ///   ZO_INI_NULL_FILE_NAME  nothing has changed
@@ -53,10 +53,13 @@ public:
     ///   - a value in quotation marks loses them and the blanks at its ends;
     ///   - a value of over 4095 characters is cut;
     ///   - a replaced reference stays its text; a replaced key is written beside the old one;
-    ///   - a section with more keys than their list has room for (see EnumerateSections) gets an entry without a value,
-    ///     named with the part of a name that ends the list.
+    ///   - if a section has more keys than their list has room for (see EnumerateSections), the list ends with part of
+    ///     a name: the section gets an entry of that name without a value.
     /// \param create whether to make the file if there is none
-    /// \return ZO_INI_SUCCESS; ZO_INI_NO_FILE if there is none and none was made, or the system cannot tell
+    /// \return
+    ///   ZO_INI_SUCCESS  there is a file. This does not tell that anything was written (file read-only, disk full): to
+    ///                   be sure, load the file again and compare. Prescribed
+    ///   ZO_INI_NO_FILE  there is none and none was made, or the system cannot tell
     DWORD SaveIniFile(BOOL create);
 
     /// Sets a value; adds section and key if they are missing. A key that exists is listed a second time, and so

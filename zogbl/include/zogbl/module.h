@@ -6,13 +6,13 @@
 ///   version resource    with the suite's company, product and version: for settings of the host's own (trace level,
 ///                       novice mode)
 ///   application object  for document types and help files, and to hear of a change of language. The host then starts
-///                       the framework by AfxWinMain or AfxWinInit; without one there is nothing to start.
+///                       the framework by AfxWinMain or AfxWinInit; a host without one calls neither.
 ///   message loop        to follow a change of language that another program makes
 ///
 /// Libraries are loaded by name: language libraries, plug-ins, TAPI32.DLL. The system searches the current folder, too.
 /// On systems that have it, a host calls SetDllDirectory("") first, so that nobody can put a false library there.
-/// The system has loaded ZOMUSCRL.DLL so before the host's first statement: keep it beside the program, which is
-/// searched first.
+/// ZOMUSCRL.DLL is loaded earlier, before the host's first statement: keep it beside the program, which is searched
+/// first.
 #pragma once
 
 #include <zogbl/export.h>
@@ -34,7 +34,7 @@ ZOGBL_API DWORD ZoGblGetLanguageLCID();
 ZOGBL_API BOOL ZoGblLoadLanguageDLL();
 
 /// Releases one load; the last release frees the library. One release too many sets the count to -1; the next load then
-/// only returns it to 0.
+/// only returns it to 0: it answers TRUE, but nothing is loaded.
 /// \return FALSE, with nothing released, if this library is not attached, or for the last release from another thread
 /// than the load: the hidden window belongs to that thread
 ZOGBL_API BOOL ZoGblDumpLanguageDLL();

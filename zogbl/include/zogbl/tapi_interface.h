@@ -11,9 +11,9 @@
 #endif
 #include <tapi.h>
 
-/// Codes that GetLastTAPIError gives. Behind each stand the message-box style, as GetLastTAPIErrorFlags gives it, and
-/// the cause. Unless the object is silent, a box in that style tells the user; where the box has another style, it is
-/// named. The text is the string 20553 minus the code.
+/// Codes that GetLastTAPIError gives. Each row: the style (GetLastTAPIErrorFlags), the style of the message box if it
+/// is another one, the cause. Unless the object is silent, a box tells the user. Its text is the string 20553 minus the
+/// code.
 constexpr DWORD ZOTAPI_ERROR_NONE = 0;
 constexpr DWORD ZOTAPI_ERROR_REINIT = 1; ///< 0x10; LINEERR_REINIT from lineInitialize, and again 5 seconds later
 constexpr DWORD ZOTAPI_ERROR_CALLINPROGRESS = 2;         ///< 0x10; GrabThePort while a call is in progress
@@ -57,7 +57,7 @@ constexpr LONG WAITERR_WAITTIMEDOUT = 2;
 ///     if (line.GrabThePort()) {
 ///         ... ReadFile, WriteFile on line.m_hComm ...
 ///         line.HangupCall();
-///     } else if (line.m_bCallInProgress) {
+///     } else if (line.m_bCallInProgress && line.GetLastTAPIError() != ZOTAPI_ERROR_CALLINPROGRESS) {
 ///         line.ShutdownTAPI(); // or the next attempt fails as well
 ///     }
 ///
@@ -104,8 +104,8 @@ public:
     /// Opens the line with the right to own its calls, or closes it. Initialises if necessary. A line that is open for
     /// answering is closed and opened again.
     /// \return FALSE if initialising failed, there is no device (18), or
-    ///   opening  the device does not fit (3, 4, 5), the line cannot be opened (7; 26, after HangupCall), or a question
-    ///            to the service failed (its code)
+    ///   opening  the device does not fit (3, 4, 5), another program has it (7), it cannot be opened (26; a call in
+    ///            progress was hung up), or a question to the service failed (its code)
     ///   closing  the service refused; the line counts as closed all the same
     /// If the user asks to try again and a later attempt fails, the result of opening is TRUE: check m_hAnswerLine.
     virtual BOOL EnableCallAnswer(BOOL bEnable);
@@ -115,9 +115,9 @@ public:
     ///   TRUE   m_hComm is valid
     ///   FALSE  initialising failed, 2 to 11, 18, or the code of a question to the service that failed
     ///
-    /// After FALSE the line is closed; only 2 changes nothing. The call stays in progress if the device was asked but
-    /// its line not opened, or if the service closed the line. The next GrabThePort then fails with 2. So check
-    /// m_bCallInProgress after FALSE: ShutdownTAPI ends the call.
+    /// Code 2: a call was in progress before; nothing changed. All other codes: the line is closed. If
+    /// m_bCallInProgress is TRUE then (the device was asked but its line not opened, or the service closed the line),
+    /// call ShutdownTAPI, or the next GrabThePort fails with 2.
     virtual BOOL GrabThePort();
     /// Closes the port, drops and deallocates the call, and closes the line that GrabThePort opened. A call of the
     /// answer line is ended in the same way, but that line stays open. Does nothing without a line, without a call in
@@ -132,8 +132,9 @@ public:
     /// Stores the result of the request that a wait is for.
     virtual void DoLineReply(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                              DWORD_PTR dwParam2, DWORD_PTR dwParam3);
-    /// The service closed a line (22). Forgets the call and the line that GrabThePort opened; if there is no such line,
-    /// the answer line. The call stays in progress until ShutdownTAPI, or until a waiting HangupCall ends.
+    /// The service closed a line (22). Forgets the call and the line that GrabThePort opened, whichever line \p hDevice
+    /// is; if there is no such line, the answer line. Prescribed. The call stays in progress until ShutdownTAPI, or
+    /// until a waiting HangupCall ends.
     virtual void DoLineClose(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                              DWORD_PTR dwParam2, DWORD_PTR dwParam3);
     /// Hangs up if the device is disconnected, out of service or under maintenance. Shuts down if the service asks for

@@ -7,7 +7,7 @@
 #include <afx.h>
 
 /// Writes a log for people to a text file. All objects that open a trace of the same name, in any number of processes,
-/// share its file, a buffer and a lock.
+/// share a buffer and a lock, and the file if they run in one folder.
 ///
 /// The first opener writes a start banner that describes system and module; the last one to close writes a stop banner.
 ///
@@ -27,9 +27,8 @@
 ///   - after every call if the level is 10 or more.
 /// Other programs may read the file meanwhile.
 ///
-/// If a process dies, no text of the others is lost, and none of its own that is in the buffer. But if nobody else has
-/// the trace open, the buffer is lost. Nobody is blocked. The dead process stays in the open count, so this trace gets
-/// no stop banner.
+/// If a process dies, the others write the buffer, its text included. If nobody else has the trace open, the buffer is
+/// lost. Nobody is blocked. The dead process stays in the open count, so this trace gets no stop banner.
 ///
 /// If a program is stopped while it holds the lock (in a debugger or suspended), all programs of the trace wait until
 /// it goes on or ends, without a time limit. Failed writes to the file are not noticed.
@@ -63,8 +62,8 @@ public:
     /// buffer to the file, because it may hold other processes' text.
     void Pause() { m_bPause = TRUE; }
     void Resume() { m_bPause = FALSE; }
-    /// Whether each Output begins with the time since the start of the trace; at first it does. An object that joined
-    /// does not know this start: it writes the time since the start of the system.
+    /// Whether each Output begins with the time since the start of the trace; on by default. An object that joined does
+    /// not know this start: it writes the time since Windows started.
     void EnableTimeStamp(BOOL enable) { m_bTimeStamp = enable; }
 
     /// Sets the level of an open trace. 0 counts as 1, because an open trace is on.
