@@ -5,6 +5,8 @@
 /// views delete themselves with their windows, a document when it is closed.
 #pragma once
 
+#include <afxfrm_.h>
+
 class CDocTemplate;
 class CDocument;
 class CMDIChildWnd;
