@@ -6,16 +6,181 @@
 //   ZO_IDB_  bitmaps
 //   ZO_ID_   commands
 //   ZO_IDC_  controls; once in each dialog
-// Programs and plug-ins have headers of their own. Their resources are looked for before the library's
-// (CZoModuleLanguage), so they use other numbers: 30000 to 32767 are free for them.
+//
+// Blocks stand in the order of the library's rooms, the numbers of one kind ascending in each block.
+//
+// Which numbers are free:
+//   30000 to 32767        programs and plug-ins. They have headers of their own. Their resources are looked for before
+//                         the library's (CZoModuleLanguage), so they must not use the library's numbers.
+//   strings up to 20566   none: these are prescribed, gaps included. So are those of most dialogs and controls.
+//   strings from 20580    the library's own, one ten or more for each area. 20610, 20630 and all from 20680 are free.
 
 #ifndef ZOGBL_RESOURCE_IDS_H
 #define ZOGBL_RESOURCE_IDS_H
 
-// 128: the library's one icon.
+// The library: its one icon.
 #define ZO_IDI_LIBRARY 128
 
-// 129 to 170: names of registry values; the first is the suite's section. They are strings of the library itself, the
+// Language: the text is shown on Win32s, where a change of language waits for the next start.
+#define ZO_IDS_LANGUAGE_LATER 20566
+#define ZO_IDD_LANGUAGE_SELECTION 25475
+#define ZO_IDC_LANGUAGE_FRAME 25087
+#define ZO_IDC_LANGUAGE_SYSTEM 25572
+#define ZO_IDC_LANGUAGE_TOGGLE 25573
+#define ZO_IDC_LANGUAGE_ENGLISH 25574
+#define ZO_IDC_LANGUAGE_LOCALIZED 25575
+#define ZO_IDC_LANGUAGE_OF_LOCALE 25576
+#define ZO_IDC_LANGUAGE_OF_USER 25577
+#define ZO_IDC_LANGUAGE_CONVERTED 25578
+#define ZO_IDC_LANGUAGE_OF_THREAD 25579
+#define ZO_IDC_LANGUAGE_CHECK 25580
+#define ZO_IDC_LANGUAGE_INSTALLED 25581
+#define ZO_IDC_LANGUAGE_NATIVE 25582
+
+// Countries and flags. Strings from FIRST to LAST: names of countries, in the order of the country table. The flags are
+// cells of one bitmap, 8 across and 27 down, on magenta. The tables name them by cell number.
+#define ZO_IDS_COUNTRY_FIRST 16045
+#define ZO_IDS_COUNTRY_LAST 16303
+#define ZO_IDB_FLAGS 24530
+#define ZO_FLAG_COLUMNS 8
+#define ZO_FLAG_ROWS 27
+#define ZO_FLAG_COUNT 212
+#define ZO_IDR_FLAG_TABLE 25598
+#define ZO_IDR_COUNTRY_TABLE 25599
+
+// Controls: the dialog whose font the controls use on double-byte systems. It is never shown.
+#define ZO_IDD_SHARED_FONT 25463
+
+// Message box. Its icon and text have the numbers of the system's own boxes.
+#define ZO_IDS_BOX_ERROR 20620
+#define ZO_IDD_MESSAGE_BOX 25470
+#define ZO_IDC_BOX_ICON 20
+#define ZO_IDC_BOX_TEXT 0xFFFF
+
+// Property sheets: their buttons.
+#define ZO_IDS_SHEET_OK 20590
+#define ZO_IDS_SHEET_CANCEL 20591
+#define ZO_IDS_SHEET_APPLY 20592
+#define ZO_IDS_SHEET_CLOSE 20593
+
+// Checks of dialog data. The numbers from 0xF110 on are fixed by the application framework.
+#define ZO_IDS_CHECK_DOUBLE_BYTE 15972
+#define ZO_IDS_CHECK_EMPTY 20555
+#define ZO_IDS_CHECK_WHOLE_NUMBER 0xF110
+#define ZO_IDS_CHECK_RANGE 0xF112
+#define ZO_IDS_CHECK_LENGTH 0xF114
+#define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
+
+// Files that are kept while an editor saves them.
+#define ZO_IDS_KEPT_UNCHANGED 20650
+#define ZO_IDS_KEPT_COPY_LEFT 20651
+#define ZO_IDS_KEPT_LOST 20652
+#define ZO_IDS_KEPT_OFFER 20653
+#define ZO_IDS_KEPT_NOT_PUT_BACK 20654
+
+// Files, folders and documents. The controls of the file dialog have the numbers of the system's own dialogs.
+#define ZO_IDS_FILTER_ALL_TYPES 15957
+#define ZO_IDS_FILTER_ALL_FILES 16014
+#define ZO_IDS_SAVE_COPY_TITLE 16015
+#define ZO_IDS_SAVE_AS_TITLE 16016
+#define ZO_IDS_PROMPT_TITLE 16018
+#define ZO_IDS_FOLDER_NOT_CREATED 20502
+#define ZO_IDS_CREATE_FOLDER 20503
+#define ZO_IDS_FILE_INVALID 20660
+#define ZO_IDS_FILE_TOO_LONG 20661
+#define ZO_IDS_FILE_FOLDER_MISSING 20662
+#define ZO_IDS_FILE_MISSING 20663
+#define ZO_IDS_FILE_EXISTS 20664
+#define ZO_IDS_FILE_WRITE_PROTECTED 20665
+#define ZO_IDS_FILE_CREATE 20666
+#define ZO_IDS_FOLDER_UNREADABLE 20667
+#define ZO_IDS_FOLDER_NEW_NAME 20668
+#define ZO_IDS_DOCUMENT_NOT_SAVED 20669
+#define ZO_IDS_FOLDER_TAKEN 20670
+#define ZO_IDS_FOLDER_NOT_RENAMED 20671
+#define ZO_IDD_FILE_OPEN 25430
+#define ZO_IDC_FILE_READ_ONLY 1040
+#define ZO_IDC_FILE_FOLDER 1088
+#define ZO_IDC_FILE_LIST 1120
+#define ZO_IDC_FILE_FOLDERS 1121
+#define ZO_IDC_FILE_TYPES 1136
+#define ZO_IDC_FILE_DRIVES 1137
+#define ZO_IDC_FILE_NAME 1152
+#define ZO_IDD_SELECT_FOLDER 25431
+#define ZO_IDC_FOLDER_INSTRUCTION 25432
+#define ZO_IDC_FOLDER_TREE 25433
+#define ZO_IDC_FOLDER_PATH 25434
+#define ZO_IDC_FOLDER_NEW 25435
+
+// New document: the choice of its type.
+#define ZO_IDD_NEW_DOCUMENT 25428
+#define ZO_IDC_NEW_DOCUMENT_DESCRIPTION 25229
+#define ZO_IDC_NEW_DOCUMENT_TYPES 25230
+
+// About dialog of a program of the suite.
+#define ZO_IDS_ABOUT_TITLE 20600
+#define ZO_IDS_ABOUT_VERSION 20601
+#define ZO_IDD_ABOUT 25450
+#define ZO_IDC_ABOUT_ICON 25451
+#define ZO_IDC_ABOUT_PRODUCT 25452
+#define ZO_IDC_ABOUT_VERSION 25453
+#define ZO_IDC_ABOUT_COPYRIGHT 25454
+#define ZO_IDC_ABOUT_TRACE 25455
+
+// Settings of the trace.
+#define ZO_IDD_TRACE_SETTINGS 25405
+#define ZO_IDC_TRACE_NO_DETECTION 24906
+#define ZO_IDC_TRACE_FILES 24907
+#define ZO_IDC_TRACE_VIEW 24908
+#define ZO_IDC_TRACE_LEVEL 24909
+#define ZO_IDC_TRACE_ON 24910
+
+// The question for a program's arguments.
+#define ZO_IDD_ARGUMENT_PROMPT 25455
+#define ZO_IDC_ARGUMENT_PROMPT_ICON 25456
+#define ZO_IDC_ARGUMENT_PROMPT_PROGRAM 25457
+#define ZO_IDC_ARGUMENT_PROMPT_TEXT 25458
+#define ZO_IDC_ARGUMENT_PROMPT_ANSWER 25459
+
+// The dialog that asks for a program (zomfx).
+#define ZO_IDS_PROGRAM_PROMPT_PROGRAMS 20580
+#define ZO_IDS_PROGRAM_PROMPT_EMPTY 20581
+#define ZO_IDS_PROGRAM_PROMPT_MISSING 20582
+#define ZO_IDD_PROGRAM_PROMPT 25440
+#define ZO_IDC_PROGRAM_PROMPT_TEXT 25441
+#define ZO_IDC_PROGRAM_PROMPT_PATH 25442
+#define ZO_IDC_PROGRAM_PROMPT_BROWSE 25443
+
+// Telephone lines: errors. The string of code n has the number ZO_IDS_TAPI_ERROR_BASE - n.
+#define ZO_IDS_TAPI_ANSWERLINEOPEN 20527
+#define ZO_IDS_TAPI_INIFILECORRUPT_SILENT 20528
+#define ZO_IDS_TAPI_RESERVED_24 20529
+#define ZO_IDS_TAPI_RESERVED_23 20530
+#define ZO_IDS_TAPI_LINECLOSED 20531
+#define ZO_IDS_TAPI_INVALADDRESS 20532
+#define ZO_IDS_TAPI_RESERVED_20 20533
+#define ZO_IDS_TAPI_RESERVED_19 20534
+#define ZO_IDS_TAPI_NODEVICES 20535
+#define ZO_IDS_TAPI_RESOURCEUNAVAIL 20536
+#define ZO_IDS_TAPI_OPERATIONFAILED 20537
+#define ZO_IDS_TAPI_NOMULTIPLEINSTANCE 20538
+#define ZO_IDS_TAPI_NODRIVER 20539
+#define ZO_IDS_TAPI_INIFILECORRUPT 20540
+#define ZO_IDS_TAPI_UNHANDLED 20541
+#define ZO_IDS_TAPI_MAKECALL 20542
+#define ZO_IDS_TAPI_NOMEM 20543
+#define ZO_IDS_TAPI_ADDRESSUNAVAIL 20544
+#define ZO_IDS_TAPI_LINEOPEN 20545
+#define ZO_IDS_TAPI_ALLOCATED 20546
+#define ZO_IDS_TAPI_NOMAKECALL 20547
+#define ZO_IDS_TAPI_NOMODEM 20548
+#define ZO_IDS_TAPI_NOVOICE 20549
+#define ZO_IDS_TAPI_UNSUPPORTEDLINEVERSION 20550
+#define ZO_IDS_TAPI_CALLINPROGRESS 20551
+#define ZO_IDS_TAPI_REINIT 20552
+#define ZO_IDS_TAPI_ERROR_BASE 20553
+
+// Locations: names of registry values; the first is the suite's section. They are strings of the library itself, the
 // same in every language.
 #define ZO_IDS_REG_SECTION 129
 #define ZO_IDS_REG_LOCATION 130
@@ -60,88 +225,46 @@
 #define ZO_IDS_REG_DEPT 169
 #define ZO_IDS_REG_TAPI_DIALING_ENABLED 170
 
-// 16045 to 16303: country names, in the order of the country table.
-#define ZO_IDS_COUNTRY_FIRST 16045
-#define ZO_IDS_COUNTRY_LAST 16303
+// Character translation. There are two pages, for received and for sent characters. For files there is a second set of
+// strings, for Win32s.
+#define ZO_IDS_TRANSLATE_NEW 16457
+#define ZO_IDS_TRANSLATE_SAVE_TITLE 16458
+#define ZO_IDS_TRANSLATE_OPEN_TITLE 16459
+#define ZO_IDS_TRANSLATE_FILTER 16460
+#define ZO_IDS_TRANSLATE_EXTENSION 16461
+#define ZO_IDS_TRANSLATE_SHORT_FILTER 16462
+#define ZO_IDS_TRANSLATE_SHORT_EXTENSION 16463
+#define ZO_IDS_TRANSLATE_SHEET_TITLE 16464
+#define ZO_IDS_TRANSLATE_SAVE_FAILED 20516
+#define ZO_IDS_TRANSLATE_LOAD_FAILED 20517
+#define ZO_IDS_TRANSLATE_NO_FILE_DIALOG 20518
+#define ZO_IDS_TRANSLATE_BAD_FILE 20519
+#define ZO_IDS_TRANSLATE_NO_TABLES 20657
+#define ZO_IDD_TRANSLATE_FILE 25473
+#define ZO_IDD_TRANSLATE_OUTPUT 25476
+#define ZO_IDD_TRANSLATE_INPUT 25477
+#define ZO_IDD_TRANSLATE_OPTIONS 25478
+#define ZO_IDD_TRANSLATE_CHOOSER 25479
+#define ZO_IDC_TRANSLATE_CHOICES 25583
+#define ZO_IDC_TRANSLATE_WHY 25584
+#define ZO_IDC_TRANSLATE_MODE 25585
+#define ZO_IDC_TRANSLATE_DECIMAL 25586
+#define ZO_IDC_TRANSLATE_RESET 25587
+#define ZO_IDC_TRANSLATE_DESCRIPTION 25588
+#define ZO_IDC_TRANSLATE_LOAD 25589
+#define ZO_IDC_TRANSLATE_SAVE_AS 25590
+#define ZO_IDC_TRANSLATE_FILE 25591
+#define ZO_IDC_TRANSLATE_OUTPUT_DBCS 25592
+#define ZO_IDC_TRANSLATE_INPUT_DBCS 25593
+#define ZO_IDC_TRANSLATE_OUTPUT_ENABLE 25594
+#define ZO_IDC_TRANSLATE_INPUT_ENABLE 25595
+#define ZO_IDC_TRANSLATE_OUTPUT_VALUE 25596
+#define ZO_IDC_TRANSLATE_INPUT_VALUE 25597
+#define ZO_IDC_TRANSLATE_OUTPUT_LIST 25598
+#define ZO_IDC_TRANSLATE_INPUT_LIST 25599
+#define ZO_IDB_TRANSLATE_MARKER 24576
 
-// 20527 to 20552: errors of telephone lines. The string of code n has the number base minus n.
-#define ZO_IDS_TAPI_ERROR_BASE 20553
-#define ZO_IDS_TAPI_ANSWERLINEOPEN 20527
-#define ZO_IDS_TAPI_INIFILECORRUPT_SILENT 20528
-#define ZO_IDS_TAPI_RESERVED_24 20529
-#define ZO_IDS_TAPI_RESERVED_23 20530
-#define ZO_IDS_TAPI_LINECLOSED 20531
-#define ZO_IDS_TAPI_INVALADDRESS 20532
-#define ZO_IDS_TAPI_RESERVED_20 20533
-#define ZO_IDS_TAPI_RESERVED_19 20534
-#define ZO_IDS_TAPI_NODEVICES 20535
-#define ZO_IDS_TAPI_RESOURCEUNAVAIL 20536
-#define ZO_IDS_TAPI_OPERATIONFAILED 20537
-#define ZO_IDS_TAPI_NOMULTIPLEINSTANCE 20538
-#define ZO_IDS_TAPI_NODRIVER 20539
-#define ZO_IDS_TAPI_INIFILECORRUPT 20540
-#define ZO_IDS_TAPI_UNHANDLED 20541
-#define ZO_IDS_TAPI_MAKECALL 20542
-#define ZO_IDS_TAPI_NOMEM 20543
-#define ZO_IDS_TAPI_ADDRESSUNAVAIL 20544
-#define ZO_IDS_TAPI_LINEOPEN 20545
-#define ZO_IDS_TAPI_ALLOCATED 20546
-#define ZO_IDS_TAPI_NOMAKECALL 20547
-#define ZO_IDS_TAPI_NOMODEM 20548
-#define ZO_IDS_TAPI_NOVOICE 20549
-#define ZO_IDS_TAPI_UNSUPPORTEDLINEVERSION 20550
-#define ZO_IDS_TAPI_CALLINPROGRESS 20551
-#define ZO_IDS_TAPI_REINIT 20552
-
-// 24530, 25598 and 25599: flags and country tables. The flags are cells of one bitmap, 8 across and 27 down, on
-// magenta. The tables name them by cell number.
-#define ZO_IDB_FLAGS 24530
-#define ZO_FLAG_COLUMNS 8
-#define ZO_FLAG_ROWS 27
-#define ZO_FLAG_COUNT 212
-#define ZO_IDR_FLAG_TABLE 25598
-#define ZO_IDR_COUNTRY_TABLE 25599
-
-// 20566: shown on Win32s, where a change of language waits for the next start.
-#define ZO_IDS_LANGUAGE_LATER 20566
-
-// 25475: the dialog to choose a language, with its controls.
-#define ZO_IDD_LANGUAGE_SELECTION 25475
-#define ZO_IDC_LANGUAGE_FRAME 25087
-#define ZO_IDC_LANGUAGE_SYSTEM 25572
-#define ZO_IDC_LANGUAGE_TOGGLE 25573
-#define ZO_IDC_LANGUAGE_ENGLISH 25574
-#define ZO_IDC_LANGUAGE_LOCALIZED 25575
-#define ZO_IDC_LANGUAGE_OF_LOCALE 25576
-#define ZO_IDC_LANGUAGE_OF_USER 25577
-#define ZO_IDC_LANGUAGE_CONVERTED 25578
-#define ZO_IDC_LANGUAGE_OF_THREAD 25579
-#define ZO_IDC_LANGUAGE_CHECK 25580
-#define ZO_IDC_LANGUAGE_INSTALLED 25581
-#define ZO_IDC_LANGUAGE_NATIVE 25582
-
-// 25229, 25230 and 25428: the dialog to choose the type of a new document.
-#define ZO_IDD_NEW_DOCUMENT 25428
-#define ZO_IDC_NEW_DOCUMENT_DESCRIPTION 25229
-#define ZO_IDC_NEW_DOCUMENT_TYPES 25230
-
-// 25440: the dialog that asks for a program. Strings from 20580.
-#define ZO_IDD_PROGRAM_PROMPT 25440
-#define ZO_IDC_PROGRAM_PROMPT_TEXT 25441
-#define ZO_IDC_PROGRAM_PROMPT_PATH 25442
-#define ZO_IDC_PROGRAM_PROMPT_BROWSE 25443
-#define ZO_IDS_PROGRAM_PROMPT_PROGRAMS 20580
-#define ZO_IDS_PROGRAM_PROMPT_EMPTY 20581
-#define ZO_IDS_PROGRAM_PROMPT_MISSING 20582
-
-// 25463: the dialog whose font the controls use on double-byte systems. It is never shown.
-#define ZO_IDD_SHARED_FONT 25463
-
-// Tools menu:
-//   16430 to 16452, 20514, 20515, 20640 to 20657  texts
-//   25455                                         the question for arguments
-//   25465 to 25468                                the pages of the editor
-//   25549 to 25554                                controls of the sheet itself
+// Tools menus: texts; the pages of the editor; controls of the pages, 25549 to 25554 of the sheet itself.
 #define ZO_IDS_TOOL_SAVE_TITLE 16430
 #define ZO_IDS_TOOL_OPEN_TITLE 16431
 #define ZO_IDS_TOOL_FILTER 16432
@@ -163,19 +286,8 @@
 #define ZO_IDS_TOOL_PROGRAM_FILTER 20646
 #define ZO_IDS_TOOL_LOAD_FAILED 20647
 #define ZO_IDS_TOOL_SAVE_FAILED 20648
-#define ZO_IDS_KEPT_UNCHANGED 20650
-#define ZO_IDS_KEPT_COPY_LEFT 20651
-#define ZO_IDS_KEPT_LOST 20652
-#define ZO_IDS_KEPT_OFFER 20653
-#define ZO_IDS_KEPT_NOT_PUT_BACK 20654
 #define ZO_IDS_TOOL_CHOOSE_PROGRAM 20655
 #define ZO_IDS_TOOL_CHOOSE_FOLDER 20656
-#define ZO_IDS_TRANSLATE_NO_TABLES 20657
-#define ZO_IDD_ARGUMENT_PROMPT 25455
-#define ZO_IDC_ARGUMENT_PROMPT_ICON 25456
-#define ZO_IDC_ARGUMENT_PROMPT_PROGRAM 25457
-#define ZO_IDC_ARGUMENT_PROMPT_TEXT 25458
-#define ZO_IDC_ARGUMENT_PROMPT_ANSWER 25459
 #define ZO_IDD_TOOL_OPTIONS 25465
 #define ZO_IDD_TOOL_GENERAL 25466
 #define ZO_IDD_TOOL_WINDOW 25467
@@ -223,116 +335,5 @@
 #define ZO_IDC_TOOL_ROWS_SPIN 25569
 #define ZO_IDC_TOOL_BROWSE_PROGRAM 25570
 #define ZO_IDC_TOOL_BROWSE_FOLDER 25571
-// From 20590: the buttons of property sheets.
-#define ZO_IDS_SHEET_OK 20590
-#define ZO_IDS_SHEET_CANCEL 20591
-#define ZO_IDS_SHEET_APPLY 20592
-#define ZO_IDS_SHEET_CLOSE 20593
-
-// 25470 and 20620: the message box. Its icon and text have the numbers of the system's own boxes.
-#define ZO_IDD_MESSAGE_BOX 25470
-#define ZO_IDC_BOX_ICON 20
-#define ZO_IDC_BOX_TEXT 0xFFFF
-#define ZO_IDS_BOX_ERROR 20620
-
-// Checks of dialog data. From 61712: numbers fixed by the application framework.
-#define ZO_IDS_CHECK_DOUBLE_BYTE 15972
-#define ZO_IDS_CHECK_EMPTY 20555
-#define ZO_IDS_CHECK_WHOLE_NUMBER 0xF110
-#define ZO_IDS_CHECK_RANGE 0xF112
-#define ZO_IDS_CHECK_LENGTH 0xF114
-#define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
-
-// 25405: the trace settings, with their controls. 25450: the about dialog of a program of the suite.
-#define ZO_IDD_TRACE_SETTINGS 25405
-#define ZO_IDC_TRACE_NO_DETECTION 24906
-#define ZO_IDC_TRACE_FILES 24907
-#define ZO_IDC_TRACE_VIEW 24908
-#define ZO_IDC_TRACE_LEVEL 24909
-#define ZO_IDC_TRACE_ON 24910
-#define ZO_IDD_ABOUT 25450
-#define ZO_IDC_ABOUT_ICON 25451
-#define ZO_IDC_ABOUT_PRODUCT 25452
-#define ZO_IDC_ABOUT_VERSION 25453
-#define ZO_IDC_ABOUT_COPYRIGHT 25454
-#define ZO_IDC_ABOUT_TRACE 25455
-#define ZO_IDS_ABOUT_TITLE 20600
-#define ZO_IDS_ABOUT_VERSION 20601
-
-// 25430 to 25439: files and folders. The controls of the file dialog have the numbers of the system's own dialogs.
-// Strings:
-//   15957 and 16014 to 16018  documents
-//   20502 and 20503           folders
-//   from 20660                texts of the dialogs
-#define ZO_IDD_FILE_OPEN 25430
-#define ZO_IDC_FILE_READ_ONLY 1040
-#define ZO_IDC_FILE_FOLDER 1088
-#define ZO_IDC_FILE_LIST 1120
-#define ZO_IDC_FILE_FOLDERS 1121
-#define ZO_IDC_FILE_TYPES 1136
-#define ZO_IDC_FILE_DRIVES 1137
-#define ZO_IDC_FILE_NAME 1152
-#define ZO_IDD_SELECT_FOLDER 25431
-#define ZO_IDC_FOLDER_INSTRUCTION 25432
-#define ZO_IDC_FOLDER_TREE 25433
-#define ZO_IDC_FOLDER_PATH 25434
-#define ZO_IDC_FOLDER_NEW 25435
-#define ZO_IDS_FILTER_ALL_TYPES 15957
-#define ZO_IDS_FILTER_ALL_FILES 16014
-#define ZO_IDS_SAVE_COPY_TITLE 16015
-#define ZO_IDS_SAVE_AS_TITLE 16016
-#define ZO_IDS_PROMPT_TITLE 16018
-#define ZO_IDS_FOLDER_NOT_CREATED 20502
-#define ZO_IDS_CREATE_FOLDER 20503
-#define ZO_IDS_FILE_INVALID 20660
-#define ZO_IDS_FILE_TOO_LONG 20661
-#define ZO_IDS_FILE_FOLDER_MISSING 20662
-#define ZO_IDS_FILE_MISSING 20663
-#define ZO_IDS_FILE_EXISTS 20664
-#define ZO_IDS_FILE_WRITE_PROTECTED 20665
-#define ZO_IDS_FILE_CREATE 20666
-#define ZO_IDS_FOLDER_UNREADABLE 20667
-#define ZO_IDS_FOLDER_NEW_NAME 20668
-#define ZO_IDS_DOCUMENT_NOT_SAVED 20669
-#define ZO_IDS_FOLDER_TAKEN 20670
-#define ZO_IDS_FOLDER_NOT_RENAMED 20671
-
-// 16457 to 16464, 20516 to 20519, 24576, 25473 and 25476 to 25479: character translation. There are two pages, for
-// received and for sent characters. For files there is a second set of strings for Win32s.
-#define ZO_IDS_TRANSLATE_NEW 16457
-#define ZO_IDS_TRANSLATE_SAVE_TITLE 16458
-#define ZO_IDS_TRANSLATE_OPEN_TITLE 16459
-#define ZO_IDS_TRANSLATE_FILTER 16460
-#define ZO_IDS_TRANSLATE_EXTENSION 16461
-#define ZO_IDS_TRANSLATE_SHORT_FILTER 16462
-#define ZO_IDS_TRANSLATE_SHORT_EXTENSION 16463
-#define ZO_IDS_TRANSLATE_SHEET_TITLE 16464
-#define ZO_IDS_TRANSLATE_SAVE_FAILED 20516
-#define ZO_IDS_TRANSLATE_LOAD_FAILED 20517
-#define ZO_IDS_TRANSLATE_NO_FILE_DIALOG 20518
-#define ZO_IDS_TRANSLATE_BAD_FILE 20519
-#define ZO_IDB_TRANSLATE_MARKER 24576
-#define ZO_IDD_TRANSLATE_FILE 25473
-#define ZO_IDD_TRANSLATE_OUTPUT 25476
-#define ZO_IDD_TRANSLATE_INPUT 25477
-#define ZO_IDD_TRANSLATE_OPTIONS 25478
-#define ZO_IDD_TRANSLATE_CHOOSER 25479
-#define ZO_IDC_TRANSLATE_CHOICES 25583
-#define ZO_IDC_TRANSLATE_WHY 25584
-#define ZO_IDC_TRANSLATE_MODE 25585
-#define ZO_IDC_TRANSLATE_DECIMAL 25586
-#define ZO_IDC_TRANSLATE_RESET 25587
-#define ZO_IDC_TRANSLATE_DESCRIPTION 25588
-#define ZO_IDC_TRANSLATE_LOAD 25589
-#define ZO_IDC_TRANSLATE_SAVE_AS 25590
-#define ZO_IDC_TRANSLATE_FILE 25591
-#define ZO_IDC_TRANSLATE_OUTPUT_DBCS 25592
-#define ZO_IDC_TRANSLATE_INPUT_DBCS 25593
-#define ZO_IDC_TRANSLATE_OUTPUT_ENABLE 25594
-#define ZO_IDC_TRANSLATE_INPUT_ENABLE 25595
-#define ZO_IDC_TRANSLATE_OUTPUT_VALUE 25596
-#define ZO_IDC_TRANSLATE_INPUT_VALUE 25597
-#define ZO_IDC_TRANSLATE_OUTPUT_LIST 25598
-#define ZO_IDC_TRANSLATE_INPUT_LIST 25599
 
 #endif
