@@ -1,0 +1,15 @@
+/// \file
+/// Dialogs, sheets and message boxes; checks of their data.
+#pragma once
+
+#include <zogbl/about_dialog.h>
+#include <zogbl/argument_prompt.h>
+#include <zogbl/dialog.h>
+#include <zogbl/document_save.h>
+#include <zogbl/file_open.h>
+#include <zogbl/language_dialog.h>
+#include <zogbl/message_box.h>
+#include <zogbl/new_document_dialog.h>
+#include <zogbl/property_sheet.h>
+#include <zogbl/select_directory.h>
+#include <zogbl/validators.h>
