@@ -39,7 +39,8 @@ def check(library):
         if room not in height:
             faults.append(f"{path}: {room} is no room")
         room_of[path] = room
-        stems[path.stem] = room
+        if stems.setdefault(path.stem, room) != room:
+            faults.append(f"{path}: there is a {path.stem} in {stems[path.stem]} too; a name tells one room")
     for path in sorted(public.glob("*.h")):
         if path.stem not in stems:
             faults.append(f"{path}: no source of this name tells its room")
@@ -65,8 +66,9 @@ def self_test(library):
         source.write_text(source.read_text() + "#include <zogbl/tool_sheet.h>\n")
         (copy / "attic").mkdir()
         (copy / "attic" / "lost.cpp").write_text("")
+        (source.parent / "trace.h").write_text("")
         faults = check(copy)
-    if len(faults) != 2 or not any(f.startswith(f"{source}:{number}:") for f in faults):
+    if len(faults) != 3 or not any(f.startswith(f"{source}:{number}:") for f in faults):
         sys.exit(f"the check does not notice what it should: {faults}")
 
 
