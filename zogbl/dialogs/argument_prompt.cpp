@@ -3,6 +3,7 @@
 #include <zogbl/file_name_functions.h>
 #include <zogbl/resource_ids.h>
 
+#include "controls/drawing/item_painting.h"
 #include "ground/bounded_text.h"
 #include "ground/without_throwing.h"
 
@@ -37,13 +38,11 @@ void CZoArgumentPromptDlg::ShowProgram()
 {
     const HWND line = ::GetDlgItem(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_PROGRAM);
     WithoutThrowing([&] {
-        CClientDC dc(this);
-        const HGDIOBJ old = dc.SelectObject(reinterpret_cast<HFONT>(::SendMessageA(line, WM_GETFONT, 0, 0)));
+        WindowFontDC dc(line);
         RECT place;
         ::GetClientRect(line, &place);
         char path[MAX_PATH];
         CZoGlobalFileNameFunctions::AbbreviateFilePath(m_csProgram, path, &dc, place.right);
-        dc.SelectObject(old);
         return ::SetWindowTextA(line, path);
     });
 }

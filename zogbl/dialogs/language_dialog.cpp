@@ -4,6 +4,7 @@
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
+#include "controls/drawing/item_painting.h"
 #include "ground/without_throwing.h"
 
 #include <cstdlib>
@@ -38,17 +39,6 @@ BOOL CALLBACK AddLocale(LPSTR identifier)
 {
     g_enumerated->AddLcidCode(std::strtoul(identifier, nullptr, 16), g_enumeratedMode);
     return TRUE;
-}
-
-/// Height of a line in a window's font.
-int LineHeight(CWnd& window)
-{
-    CClientDC dc(&window);
-    const HGDIOBJ old = ::SelectObject(dc.m_hDC, reinterpret_cast<HFONT>(window.SendMessage(WM_GETFONT)));
-    TEXTMETRICA metrics = {};
-    ::GetTextMetricsA(dc.m_hDC, &metrics);
-    ::SelectObject(dc.m_hDC, old);
-    return metrics.tmHeight + metrics.tmExternalLeading;
 }
 
 } // namespace
@@ -97,7 +87,7 @@ BOOL CZoLanguageSelectionDlg::OnInitDialog()
 void CZoLanguageSelectionDlg::Prepare()
 {
     CZoDialog::OnInitDialog();
-    const int height = LineHeight(*this);
+    const int height = WindowFontDC(m_hWnd).GetLineHeight();
     m_installedBox.SetDesiredHeight(height);
     m_systemBox.SetDesiredHeight(height);
     SetNamingMode(m_nNamingMode);
@@ -114,14 +104,12 @@ void CZoLanguageSelectionDlg::Prepare()
 
 void CZoLanguageSelectionDlg::FillSystemList()
 {
-    m_systemBox.SendMessage(WM_SETREDRAW, FALSE);
     g_enumerated = &m_system;
     g_enumeratedMode = kNamings[m_nNamingMode].systemMode;
     EnumSystemLocalesA(&AddLocale, LCID_INSTALLED);
     g_enumerated = nullptr;
     m_systemBox.ResetInformation();
     m_systemBox.SelectLcid(GetUserDefaultLCID());
-    m_systemBox.SendMessage(WM_SETREDRAW, TRUE);
 }
 
 bool CZoLanguageSelectionDlg::IsInstalled(DWORD languageId) const

@@ -5,6 +5,8 @@
 
 #include <zomfx/multi_doc_template.h>
 
+#include "controls/drawing/list_rows.h"
+
 #include <algorithm>
 
 namespace {
@@ -129,17 +131,9 @@ void CZoNewBrixelDocType::MeasureOnce()
 {
     if (m_nItemHeight != 0)
         return;
-    TEXTMETRICA metrics = {};
-    if (const HDC dc = ::GetDC(m_hWnd)) {
-        const auto font = reinterpret_cast<HFONT>(::SendMessageA(m_hWnd, WM_GETFONT, 0, 0));
-        const HGDIOBJ old = font != nullptr ? ::SelectObject(dc, font) : nullptr;
-        ::GetTextMetricsA(dc, &metrics);
-        if (old != nullptr)
-            ::SelectObject(dc, old);
-        ::ReleaseDC(m_hWnd, dc);
-    }
-    m_nItemHeight = (std::max<int>)(::GetSystemMetrics(SM_CYICON), metrics.tmHeight);
-    m_nTextHeight = metrics.tmHeight + metrics.tmExternalLeading;
+    const WindowFontDC dc(m_hWnd);
+    m_nItemHeight = (std::max<int>)(::GetSystemMetrics(SM_CYICON), dc.GetMetrics().tmHeight);
+    m_nTextHeight = dc.GetLineHeight();
 }
 
 LRESULT CZoNewBrixelDocType::OnMeasureItem(WPARAM, LPARAM measure)
@@ -164,27 +158,14 @@ LRESULT CZoNewBrixelDocType::OnDrawItem(WPARAM, LPARAM draw)
 
 void CZoNewBrixelDocType::DrawText(const DRAWITEMSTRUCT& place) const
 {
-    CString text;
-    const auto item = static_cast<WPARAM>(place.itemID);
-    const LRESULT length = ::SendMessageA(place.hwndItem, LB_GETTEXTLEN, item, 0);
-    if (length == LB_ERR)
-        return;
-    ::SendMessageA(place.hwndItem, LB_GETTEXT, item,
-                   reinterpret_cast<LPARAM>(text.GetBuffer(static_cast<int>(length))));
-    text.ReleaseBuffer();
-
-    const bool selected = (place.itemState & ODS_SELECTED) != 0;
-    const COLORREF oldText =
-        ::SetTextColor(place.hDC, ::GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
-    const COLORREF oldBackground = ::SetBkColor(place.hDC, ::GetSysColor(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+    const CString text = RowText(place.hwndItem, static_cast<int>(place.itemID));
+    const SelectedColors colors(place.hDC, ColorsOf(place));
     const int left = place.rcItem.left + ::GetSystemMetrics(SM_CXICON);
     RECT background = place.rcItem;
     background.left = left + kBackgroundOffset;
     const int top = (place.rcItem.top + place.rcItem.bottom - m_nTextHeight) / 2;
     ::ExtTextOutA(place.hDC, left + kTextOffset, top, ETO_OPAQUE | ETO_CLIPPED, &background, text,
                   static_cast<UINT>(text.GetLength()), nullptr);
-    ::SetBkColor(place.hDC, oldBackground);
-    ::SetTextColor(place.hDC, oldText);
 }
 
 void CZoNewBrixelDocType::DrawIcon(const DRAWITEMSTRUCT& place) const

@@ -5,6 +5,7 @@
 #include <zogbl/trace.h>
 #include <zogbl/validators.h>
 
+#include "controls/drawing/list_rows.h"
 #include "files/folder_walk.h"
 #include "ground/program_folder.h"
 #include "ground/without_throwing.h"
@@ -34,35 +35,6 @@ CString Describe(const WIN32_FIND_DATAA& entry)
                 time.wMinute);
     return text;
 }
-
-/// Lets a list be scrolled as far as its longest text.
-class ListWidth {
-public:
-    explicit ListWidth(HWND list) : m_list(list), m_dc(::GetDC(list))
-    {
-        m_old = ::SelectObject(m_dc, reinterpret_cast<HFONT>(::SendMessageA(list, WM_GETFONT, 0, 0)));
-    }
-    ~ListWidth()
-    {
-        ::SendMessageA(m_list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(m_width), 0);
-        ::SelectObject(m_dc, m_old);
-        ::ReleaseDC(m_list, m_dc);
-    }
-    ListWidth(const ListWidth&) = delete;
-    ListWidth& operator=(const ListWidth&) = delete;
-    void Include(const CString& text)
-    {
-        SIZE size = {};
-        ::GetTextExtentPoint32A(m_dc, text, text.GetLength(), &size);
-        m_width = (std::max<int>)(m_width, size.cx + ::GetSystemMetrics(SM_CXEDGE) * 2);
-    }
-
-private:
-    HWND m_list;
-    HDC m_dc;
-    HGDIOBJ m_old;
-    int m_width = 0;
-};
 
 } // namespace
 
@@ -124,18 +96,14 @@ HWND TraceSettingsDialog::List() const { return ::GetDlgItem(m_hWnd, ZO_IDC_TRAC
 
 void TraceSettingsDialog::FillList()
 {
-    ::SendMessageA(List(), LB_RESETCONTENT, 0, 0);
-    WithoutThrowing([this]() -> BOOL {
+    WithoutThrowing([this] {
+        ListFilling filling(List());
         const CString pattern = BesideExecutable("*.TRC");
-        ListWidth width(List());
         WIN32_FIND_DATAA entry;
         const FolderSearch search(pattern, entry);
         for (bool found = search.IsOpen(); found; found = search.FindNext(entry)) {
-            if (IsFolder(entry))
-                continue;
-            const CString text = Describe(entry);
-            width.Include(text);
-            ::SendMessageA(List(), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>((LPCSTR)text));
+            if (!IsFolder(entry))
+                filling.Add(Describe(entry));
         }
         return TRUE;
     });
@@ -145,14 +113,9 @@ void TraceSettingsDialog::FillList()
 void TraceSettingsDialog::OnView()
 {
     WithoutThrowing([this]() -> BOOL {
-        const auto selected = static_cast<WPARAM>(::SendMessageA(List(), LB_GETCURSEL, 0, 0));
-        const LRESULT length = ::SendMessageA(List(), LB_GETTEXTLEN, selected, 0);
-        if (length == LB_ERR)
+        CString path = RowText(List(), ::SendMessageA(List(), LB_GETCURSEL, 0, 0));
+        if (path.IsEmpty())
             return FALSE;
-        CString path;
-        ::SendMessageA(List(), LB_GETTEXT, selected,
-                       reinterpret_cast<LPARAM>(path.GetBuffer(static_cast<int>(length))));
-        path.ReleaseBuffer();
         path = path.Left(path.Find('(')); // where the date begins; a folder with one in its name is cut there too
         path.TrimLeft();
         path.TrimRight();

@@ -11,17 +11,19 @@ enum class Selection { kNone, kFirst };
 /// item, which takes a hundred times as long as the items do.
 class DrawingPause {
 public:
-    explicit DrawingPause(CWnd* box) : m_pBox(box) { m_pBox->SendMessage(WM_SETREDRAW, FALSE); }
+    /// \param box may be null
+    explicit DrawingPause(HWND box) : m_box(box) { ::SendMessageA(m_box, WM_SETREDRAW, FALSE, 0); }
     ~DrawingPause()
     {
-        m_pBox->SendMessage(WM_SETREDRAW, TRUE);
-        m_pBox->Invalidate();
+        ::SendMessageA(m_box, WM_SETREDRAW, TRUE, 0);
+        if (m_box != nullptr)
+            ::InvalidateRect(m_box, nullptr, TRUE);
     }
     DrawingPause(const DrawingPause&) = delete;
     DrawingPause& operator=(const DrawingPause&) = delete;
 
 private:
-    CWnd* m_pBox;
+    HWND m_box;
 };
 
 /// Gives a list box or combo box the pointers as its items' data; nothing while it has no window. The focus stays where
@@ -31,7 +33,7 @@ template <class BOX> void FillBox(BOX* box, const CPtrArray& pointers, Selection
     if (box->m_hWnd == nullptr)
         return;
     const CWaitCursor wait;
-    const DrawingPause pause(box);
+    const DrawingPause pause(box->m_hWnd);
     const HWND focus = ::GetFocus();
     const bool focused = focus != nullptr && (focus == box->m_hWnd || ::IsChild(box->m_hWnd, focus));
     box->ResetContent();

@@ -10,6 +10,7 @@
 #include "ground/bounded_text.h"
 
 #include "frame/language/language_help.h"
+#include "ground/box_filling.h"
 #include "ground/without_throwing.h"
 #include "program_dialog.h"
 
@@ -314,14 +315,12 @@ void CTlmSheet::ShowRow(INT_PTR index, const CString& menuText)
     }
     const auto row = static_cast<WPARAM>(index);
     const LRESULT top = m_list->SendMessage(LB_GETTOPINDEX);
-    m_list->SendMessage(WM_SETREDRAW, FALSE);
+    const DrawingPause pause(m_list->m_hWnd);
     m_list->SendMessage(LB_DELETESTRING, row);
     m_list->SendMessage(LB_INSERTSTRING, row, reinterpret_cast<LPARAM>((LPCSTR)text));
     if (index == m_nSelected)
         m_list->SetCurSel(m_nSelected);
     m_list->SendMessage(LB_SETTOPINDEX, static_cast<WPARAM>(top));
-    m_list->SendMessage(WM_SETREDRAW, TRUE);
-    m_list->Invalidate();
 }
 
 void CTlmSheet::ShowRow(INT_PTR index)
@@ -345,12 +344,10 @@ LRESULT CTlmSheet::OnMenuTextChanged(WPARAM, LPARAM item)
 
 void CTlmSheet::RefillList()
 {
-    m_list->SendMessage(WM_SETREDRAW, FALSE);
+    const DrawingPause pause(m_list->m_hWnd);
     m_list->ResetContent();
     for (INT_PTR i = 0; i < m_items.GetSize(); ++i)
         ShowRow(i);
-    m_list->SendMessage(WM_SETREDRAW, TRUE);
-    m_list->Invalidate();
 }
 
 void CTlmSheet::FillItemList() { Select(m_items.IsEmpty() ? -1 : 0); }

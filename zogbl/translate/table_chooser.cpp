@@ -3,6 +3,7 @@
 #include <common/double_byte.h>
 #include <zogbl/resource_ids.h>
 
+#include "controls/drawing/list_rows.h"
 #include "dialogs/base/dialog_resource.h"
 #include "dialogs/base/kept_file_box.h"
 #include "files/folder_walk.h"
@@ -134,11 +135,7 @@ void TableChooser::OnOK()
     if (row < 0)
         return;
     const BOOL taken = WithoutThrowing([&] {
-        CString chosen;
-        m_list.SendMessage(LB_GETTEXT, static_cast<WPARAM>(row),
-                           reinterpret_cast<LPARAM>(chosen.GetBuffer(
-                               static_cast<int>(m_list.SendMessage(LB_GETTEXTLEN, static_cast<WPARAM>(row))))));
-        chosen.ReleaseBuffer();
+        const CString chosen = RowText(m_list.m_hWnd, row);
         INT_PTR file = 0;
         while (file < m_descriptions.GetSize() && m_descriptions[file].CompareNoCase(chosen) != 0)
             ++file;

@@ -3,6 +3,9 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "controls/drawing/bitmap_dc.h"
+#include "controls/drawing/item_painting.h"
+#include "ground/box_filling.h"
 #include "ground/without_throwing.h"
 #include "translate_message.h"
 
@@ -18,22 +21,6 @@ constexpr int kRowSpacing = 8; // pixels between the texts of two rows
 struct NumberText {
     char text[8];
     NumberText(int number, bool isDecimal) { wsprintfA(text, isDecimal ? "%u" : "0x%02X", number); }
-};
-
-/// Filling a control that is not drawn meanwhile.
-class WithoutRedraw {
-public:
-    explicit WithoutRedraw(HWND control) : m_control(control) { ::SendMessageA(m_control, WM_SETREDRAW, FALSE, 0); }
-    ~WithoutRedraw()
-    {
-        ::SendMessageA(m_control, WM_SETREDRAW, TRUE, 0);
-        ::InvalidateRect(m_control, nullptr, TRUE);
-    }
-    WithoutRedraw(const WithoutRedraw&) = delete;
-    WithoutRedraw& operator=(const WithoutRedraw&) = delete;
-
-private:
-    HWND m_control;
 };
 
 } // namespace
@@ -118,16 +105,7 @@ BOOL CGblIotTable::OnInitDialog()
 
 int CGblIotTable::RowHeight()
 {
-    TEXTMETRICA metrics = {};
-    if (const HDC dc = ::GetDC(m_hWnd)) {
-        const auto font = reinterpret_cast<HFONT>(SendMessage(WM_GETFONT));
-        const HGDIOBJ old = font != nullptr ? ::SelectObject(dc, font) : nullptr;
-        ::GetTextMetricsA(dc, &metrics);
-        if (old != nullptr)
-            ::SelectObject(dc, old);
-        ::ReleaseDC(m_hWnd, dc);
-    }
-    return (std::max<int>)(metrics.tmHeight + metrics.tmExternalLeading, m_markerSize.cy) + kRowSpacing;
+    return (std::max<int>)(WindowFontDC(m_hWnd).GetLineHeight(), m_markerSize.cy) + kRowSpacing;
 }
 
 void CGblIotTable::DoDataExchange(CDataExchange* pDX)
@@ -155,7 +133,7 @@ void CGblIotTable::DoDataExchange(CDataExchange* pDX)
 void CGblIotTable::ShowValues()
 {
     const HWND values = Values();
-    const WithoutRedraw withoutRedraw(values);
+    const DrawingPause pause(values);
     ::SendMessageA(values, CB_RESETCONTENT, 0, 0);
     for (int value = 0; value < kRows; ++value)
         ::SendMessageA(values, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(NumberText(value, IsDecimal()).text));
@@ -163,7 +141,7 @@ void CGblIotTable::ShowValues()
 
 void CGblIotTable::ShowRows()
 {
-    const WithoutRedraw withoutRedraw(m_list.m_hWnd);
+    const DrawingPause pause(m_list.m_hWnd);
     m_list.ResetContent();
     for (int row = 0; row < kRows; ++row)
         ShowRow(row);
@@ -189,28 +167,26 @@ void CGblIotList::DrawItem(DRAWITEMSTRUCT* item) { m_page.DrawRow(*item); }
 
 void CGblIotTable::DrawRow(const DRAWITEMSTRUCT& item) const
 {
-    // Colours are asked for each time: so they are never out of date.
-    const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
     const HDC dc = item.hDC;
-    ::FillRect(dc, &item.rcItem, ::GetSysColorBrush(isSelected ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
     const int row = static_cast<int>(item.itemID);
-    if (row >= 0 && row < kRows) {
-        const COLORREF color = ::SetTextColor(dc, ::GetSysColor(isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT));
-        const int mode = ::SetBkMode(dc, TRANSPARENT);
-        constexpr UINT format = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
-        RECT half = item.rcItem;
-        half.left += kMargin;
-        half.right = (item.rcItem.left + item.rcItem.right) / 2;
-        ::DrawTextA(dc, NumberText(row, IsDecimal()).text, -1, &half, format);
-        half.left = half.right + m_markerSize.cx + kMargin;
-        half.right = item.rcItem.right;
-        ::DrawTextA(dc, NumberText(Entry(row), IsDecimal()).text, -1, &half, format);
-        ::SetBkMode(dc, mode);
-        ::SetTextColor(dc, color);
-        if (Entry(row) != row)
-            DrawMarker(dc, (item.rcItem.left + item.rcItem.right) / 2,
-                       (item.rcItem.top + item.rcItem.bottom - m_markerSize.cy) / 2);
+    const bool isRow = row >= 0 && row < kRows;
+    const int middle = (item.rcItem.left + item.rcItem.right) / 2;
+    {
+        const SelectedColors colors(dc, ColorsOf(item, COLOR_BTNTEXT, COLOR_BTNFACE));
+        ::ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &item.rcItem, nullptr, 0, nullptr);
+        if (isRow) {
+            constexpr UINT format = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
+            RECT half = item.rcItem;
+            half.left += kMargin;
+            half.right = middle;
+            ::DrawTextA(dc, NumberText(row, IsDecimal()).text, -1, &half, format);
+            half.left = middle + m_markerSize.cx + kMargin;
+            half.right = item.rcItem.right;
+            ::DrawTextA(dc, NumberText(Entry(row), IsDecimal()).text, -1, &half, format);
+        }
     }
+    if (isRow && Entry(row) != row)
+        DrawMarker(dc, middle, (item.rcItem.top + item.rcItem.bottom - m_markerSize.cy) / 2);
     if ((item.itemState & ODS_FOCUS) != 0) {
         RECT focus = item.rcItem;
         ::InflateRect(&focus, -1, -1);
@@ -221,14 +197,12 @@ void CGblIotTable::DrawRow(const DRAWITEMSTRUCT& item) const
 /// The left image, through the mask on its right.
 void CGblIotTable::DrawMarker(HDC dc, int left, int top) const
 {
-    const HDC memory = ::CreateCompatibleDC(dc);
-    if (const HGDIOBJ old = ::SelectObject(memory, m_marker.GetSafeHandle())) {
-        const int width = m_markerSize.cx, height = m_markerSize.cy;
-        ::BitBlt(dc, left, top, width, height, memory, width, 0, SRCAND);
-        ::BitBlt(dc, left, top, width, height, memory, 0, 0, SRCPAINT);
-        ::SelectObject(memory, old);
-    }
-    ::DeleteDC(memory);
+    const BitmapDC marker(dc, m_marker);
+    if (!marker.IsReady())
+        return;
+    const int width = m_markerSize.cx, height = m_markerSize.cy;
+    ::BitBlt(dc, left, top, width, height, marker, width, 0, SRCAND);
+    ::BitBlt(dc, left, top, width, height, marker, 0, 0, SRCPAINT);
 }
 
 // What the user changes -----------------------------------------------------------------------------------------------
@@ -251,7 +225,7 @@ void CGblIotTable::OnValueChosen()
         return;
     (m_pTranslation->*m_direction.setEntry)(static_cast<BYTE>(row), static_cast<BYTE>(value));
     {
-        const WithoutRedraw withoutRedraw(m_list.m_hWnd);
+        const DrawingPause pause(m_list.m_hWnd);
         const LRESULT top = m_list.SendMessage(LB_GETTOPINDEX);
         ShowRow(row);
         m_list.SetCurSel(row);

@@ -5,6 +5,7 @@
 #include <zogbl/resource_lookup.h>
 
 #include "controls/drawing/bitmap_dc.h"
+#include "controls/drawing/item_painting.h"
 
 #include <algorithm>
 #include <cstring>
@@ -23,26 +24,6 @@ const UINT s_languageMessage = CZoLanguageSupport::GetUpdateMessage();
 constexpr UINT kBackspace = 8;
 constexpr UINT kFirstPrintable = 32;
 constexpr UINT kLastPrintable = 255;
-
-struct Colors {
-    COLORREF text;
-    COLORREF background;
-};
-
-/// The system's colours for an item; asked for at each drawing, so that none is ever out of date.
-Colors ItemColors(bool selected, bool disabled)
-{
-    const COLORREF window = GetSysColor(COLOR_WINDOW);
-    if (disabled) {
-        // Displays and schemes without a grey of their own say black, or have one that cannot be seen.
-        const COLORREF gray = GetSysColor(COLOR_GRAYTEXT);
-        const COLORREF text = gray != kBlack && gray != window ? gray : GetSysColor(COLOR_WINDOWTEXT);
-        return selected ? Colors{window, text} : Colors{text, window};
-    }
-    if (selected)
-        return {GetSysColor(COLOR_HIGHLIGHTTEXT), GetSysColor(COLOR_HIGHLIGHT)};
-    return {GetSysColor(COLOR_WINDOWTEXT), window};
-}
 
 /// What the two kinds of box call the same things.
 template <class BOX> struct Messages;
@@ -112,14 +93,11 @@ void CZoFlagBitmap::Draw(HDC dc, int left, int top, UINT flagIndex) const
     const UINT cell = flagIndex / ZO_FLAG_COLUMNS < ZO_FLAG_ROWS ? flagIndex : 0;
     const int x = static_cast<int>(cell % ZO_FLAG_COLUMNS) * m_cell.cx;
     const int y = static_cast<int>(cell / ZO_FLAG_COLUMNS) * m_cell.cy;
-    const COLORREF oldText = SetTextColor(dc, kBlack); // the mask's colours
-    const COLORREF oldBackground = SetBkColor(dc, kWhite);
+    const SelectedColors colors(dc, {kBlack, kWhite}); // the mask's
     for (const auto& [bitmap, operation] : {std::pair(m_hMask, SRCAND), std::pair(m_hPictures, SRCPAINT)}) {
         const BitmapDC source(dc, bitmap);
         BitBlt(dc, left, top, m_cell.cx, m_cell.cy, source, x, y, operation);
     }
-    SetBkColor(dc, oldBackground);
-    SetTextColor(dc, oldText);
 }
 
 // What both boxes do --------------------------------------------------------------------------------------------------
@@ -131,10 +109,7 @@ int CZoFlagBox::GetTextOffset() const { return m_flags.GetCellSize().cx + 2 * kM
 void CZoFlagBox::DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, LPCSTR rightText) const
 {
     const HDC dc = place.hDC;
-    const bool disabled = (place.itemState & ODS_DISABLED) != 0 || !IsWindowEnabled(place.hwndItem);
-    const Colors colors = ItemColors((place.itemState & ODS_SELECTED) != 0, disabled);
-    const COLORREF oldBackground = SetBkColor(dc, colors.background);
-    const COLORREF oldText = SetTextColor(dc, colors.text);
+    const SelectedColors colors(dc, ColorsOf(place));
     ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &place.rcItem, nullptr, 0, nullptr);
     if (item != nullptr) {
         constexpr UINT kFormat = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX;
@@ -159,8 +134,6 @@ void CZoFlagBox::DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, L
     }
     if ((place.itemState & ODS_FOCUS) != 0)
         DrawFocusRect(dc, &place.rcItem);
-    SetTextColor(dc, oldText);
-    SetBkColor(dc, oldBackground);
 }
 
 int CZoFlagBox::CompareNames(LPCSTR first, LPCSTR second) { return std::clamp(lstrcmpiA(first, second), -1, 1); }

@@ -3,6 +3,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "controls/drawing/item_painting.h"
 #include "dialog_resource.h"
 #include "ground/without_throwing.h"
 
@@ -235,14 +236,12 @@ void LayOut(HWND box, ButtonRow& buttons)
     ::AdjustWindowRectEx(&frame, style, FALSE, static_cast<DWORD>(::GetWindowLongA(box, GWL_EXSTYLE)));
 
     RECT area = {0, 0, DialogUnits(box, kTextWidth, false), 0};
-    SIZE title = {};
-    if (const HDC dc = ::GetDC(box)) {
-        const HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HGDIOBJ>(::SendMessageA(box, WM_GETFONT, 0, 0)));
-        ::DrawTextA(dc, message.text, -1, &area, kTextFormat | DT_CALCRECT);
-        ::GetTextExtentPoint32A(dc, message.title, message.title.GetLength(), &title);
-        buttons.Measure(dc);
-        ::SelectObject(dc, old);
-        ::ReleaseDC(box, dc);
+    CSize title;
+    {
+        const WindowFontDC dc(box);
+        ::DrawTextA(dc.m_hDC, message.text, -1, &area, kTextFormat | DT_CALCRECT);
+        title = dc.GetTextExtent(message.title, message.title.GetLength());
+        buttons.Measure(dc.m_hDC);
     }
     const int textLeft = margin + (hasIcon ? iconWidth + margin : 0);
     const int mostWidth = work.right - work.left - (frame.right - frame.left) - margin;

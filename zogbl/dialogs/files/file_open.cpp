@@ -5,6 +5,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "controls/drawing/list_rows.h"
 #include "ground/bounded_text.h"
 #include "ground/without_throwing.h"
 #include "place_list.h"
@@ -16,18 +17,6 @@ namespace {
 
 constexpr int kNameLimit = 2 * MAX_PATH - 1; // characters that can be typed: enough for the check of the length to see
 constexpr char kEveryFile[] = "*.*";
-
-/// The text of a list box's row. Throws CMemoryException*.
-CString RowText(HWND list, LRESULT row)
-{
-    CString text;
-    const LRESULT length = row >= 0 ? ::SendMessageA(list, LB_GETTEXTLEN, static_cast<WPARAM>(row), 0) : LB_ERR;
-    if (length > 0)
-        ::SendMessageA(list, LB_GETTEXT, static_cast<WPARAM>(row),
-                       reinterpret_cast<LPARAM>(text.GetBuffer(static_cast<int>(length))));
-    text.ReleaseBuffer();
-    return text;
-}
 
 /// Where the name begins in what a person typed.
 int NameOffset(const CString& typed)
@@ -350,7 +339,7 @@ void CZoFileOpen::FillFiles(const FolderContents& contents)
 {
     ListFilling filling(Item(ZO_IDC_FILE_LIST));
     for (const CString& name : contents.files)
-        filling.Add(name, 0);
+        filling.Add(name);
 }
 
 void CZoFileOpen::ShowFolderName()
@@ -359,16 +348,12 @@ void CZoFileOpen::ShowFolderName()
     if (place == nullptr)
         return;
     WithoutThrowing([&] {
-        CClientDC dc(this);
-        const HGDIOBJ old = ::SelectObject(dc.m_hDC, reinterpret_cast<HFONT>(SendMessage(WM_GETFONT)));
+        WindowFontDC dc(m_hWnd);
         RECT area = {};
         ::GetClientRect(place, &area);
         char text[MAX_PATH];
         CZoGlobalFileNameFunctions::AbbreviateFilePath(m_csFolder, text, &dc, area.right);
-        const CString shown = FittingText(dc.m_hDC, text, area.right);
-        ::SelectObject(dc.m_hDC, old);
-        ::SetWindowTextA(place, shown);
-        return TRUE;
+        return ::SetWindowTextA(place, FittingText(dc.m_hDC, text, area.right));
     });
 }
 

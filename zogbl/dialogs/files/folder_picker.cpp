@@ -5,6 +5,8 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "controls/drawing/bitmap_dc.h"
+#include "ground/box_filling.h"
 #include "ground/without_throwing.h"
 #include "places.h"
 
@@ -46,29 +48,27 @@ CommonControls::~CommonControls()
 
 HIMAGELIST CommonControls::CreatePlacePictures() const
 {
-    const HDC screen = ::GetDC(nullptr);
-    const HDC memory = ::CreateCompatibleDC(screen);
     const RECT all = {0, 0, kPlacePictures * kPictureSize, kPictureSize};
+    const HDC screen = ::GetDC(nullptr);
     const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, all.right, all.bottom);
     ::ReleaseDC(nullptr, screen);
-    HIMAGELIST list = nullptr;
-    if (memory != nullptr && bitmap != nullptr) {
-        const HGDIOBJ old = ::SelectObject(memory, bitmap);
+    {
+        const BitmapDC memory(nullptr, bitmap);
+        if (!memory.IsReady()) {
+            ::DeleteObject(bitmap);
+            return nullptr;
+        }
         if (const HBRUSH brush = ::CreateSolidBrush(kMask)) {
             ::FillRect(memory, &all, brush);
             ::DeleteObject(brush);
         }
         for (int i = 0; i < kPlacePictures; ++i)
             DrawPlacePicture(memory, i * kPictureSize, 0, static_cast<PlacePicture>(i));
-        ::SelectObject(memory, old);
-        list = m_createList(kPictureSize, kPictureSize, ILC_COLOR24 | ILC_MASK, kPlacePictures, 0);
-        if (list != nullptr)
-            m_addMasked(list, bitmap, kMask);
     }
-    if (bitmap != nullptr)
-        ::DeleteObject(bitmap);
-    if (memory != nullptr)
-        ::DeleteDC(memory);
+    const HIMAGELIST list = m_createList(kPictureSize, kPictureSize, ILC_COLOR24 | ILC_MASK, kPlacePictures, 0);
+    if (list != nullptr)
+        m_addMasked(list, bitmap, kMask);
+    ::DeleteObject(bitmap);
     return list;
 }
 
@@ -198,14 +198,13 @@ bool FolderPicker::Fill(HTREEITEM item)
     FolderContents contents;
     if (ReadFolder(PathOf(item), nullptr, contents) != ERROR_SUCCESS)
         return false;
-    ::SendMessageA(Tree(), WM_SETREDRAW, FALSE, 0);
+    const DrawingPause pause(Tree());
     while (const LRESULT child = ::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item))) {
         if (!::SendMessageA(Tree(), TVM_DELETEITEM, 0, child))
             break;
     }
     for (const CString& name : contents.folders)
         AddItem(item, name, static_cast<int>(PlacePicture::kFolder), 0);
-    ::SendMessageA(Tree(), WM_SETREDRAW, TRUE, 0);
     TVITEMA change = {};
     change.mask = TVIF_HANDLE | TVIF_CHILDREN;
     change.hItem = item;
