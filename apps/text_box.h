@@ -25,6 +25,17 @@ inline HFONT CreateDialogFont()
     return ::CreateFontIndirect(&description);
 }
 
+/// What \p measure(dc) returns for a device context of \p window (null: the screen) with a font.
+template <class MEASURE> auto WithFont(HWND window, HFONT font, MEASURE measure)
+{
+    const HDC dc = ::GetDC(window);
+    const HGDIOBJ old = ::SelectObject(dc, font);
+    const auto result = measure(dc);
+    ::SelectObject(dc, old);
+    ::ReleaseDC(window, dc);
+    return result;
+}
+
 /// A box of several lines, with the scroll bars that its text needs.
 class TextBox : public CEdit {
 public:
@@ -65,7 +76,8 @@ public:
         // In quarters of a character, which is as wide as the alphabet's letters are on the average: a Japanese font's
         // own average is twice that.
         constexpr LPCSTR kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-        const int letters = (std::max)(static_cast<int>(WithFont([&](HDC dc) { return Measure(dc, kLetters); }).cx), 1);
+        const int letters =
+            (std::max)(static_cast<int>(WithOwnFont([&](HDC dc) { return Measure(dc, kLetters); }).cx), 1);
         auto stop = static_cast<UINT>(::MulDiv(width, 4 * ::lstrlen(kLetters), letters));
         SendMessage(EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&stop));
     }
@@ -82,14 +94,9 @@ protected:
 private:
     static constexpr int kMargin = 2; // pixels
 
-    template <class MEASURE> SIZE WithFont(MEASURE measure) const
+    template <class MEASURE> SIZE WithOwnFont(MEASURE measure) const
     {
-        const HDC dc = ::GetDC(m_hWnd);
-        const HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HFONT>(::SendMessage(m_hWnd, WM_GETFONT, 0, 0)));
-        const SIZE result = measure(dc);
-        ::SelectObject(dc, old);
-        ::ReleaseDC(m_hWnd, dc);
-        return result;
+        return WithFont(m_hWnd, reinterpret_cast<HFONT>(::SendMessage(m_hWnd, WM_GETFONT, 0, 0)), measure);
     }
 
     SIZE Measure(HDC dc, const CString& line) const
@@ -102,7 +109,7 @@ private:
     {
         CString text;
         GetWindowText(text);
-        return WithFont([&](HDC dc) {
+        return WithOwnFont([&](HDC dc) {
             SIZE all = {};
             for (int begin = 0; begin <= text.GetLength();) {
                 const int end = text.Find('\n', begin);

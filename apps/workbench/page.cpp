@@ -52,30 +52,20 @@ HFONT ControlFont()
     return font != nullptr ? font : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
 }
 
-namespace {
-
-/// Calls \p measure with a device context of the screen in which the controls' font is selected.
-template <class MEASURE> void WithControlFont(MEASURE measure)
-{
-    const HDC screen = ::GetDC(nullptr);
-    const HGDIOBJ old = ::SelectObject(screen, ControlFont());
-    measure(screen);
-    ::SelectObject(screen, old);
-    ::ReleaseDC(nullptr, screen);
-}
-
-} // namespace
-
 int TextWidth(const CString& text)
 {
-    SIZE size = {};
-    WithControlFont([&](HDC dc) { ::GetTextExtentPoint32(dc, text, text.GetLength(), &size); });
-    return size.cx;
+    return WithFont(nullptr, ControlFont(), [&](HDC dc) {
+        SIZE size = {};
+        ::GetTextExtentPoint32(dc, text, text.GetLength(), &size);
+        return size.cx;
+    });
 }
 
 int LineHeight()
 {
-    TEXTMETRIC metrics = {};
-    WithControlFont([&](HDC dc) { ::GetTextMetrics(dc, &metrics); });
-    return metrics.tmHeight + metrics.tmExternalLeading;
+    return WithFont(nullptr, ControlFont(), [](HDC dc) {
+        TEXTMETRIC metrics = {};
+        ::GetTextMetrics(dc, &metrics);
+        return metrics.tmHeight + metrics.tmExternalLeading;
+    });
 }
