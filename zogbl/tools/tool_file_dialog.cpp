@@ -16,8 +16,8 @@ CTLMFileDialog::CTLMFileDialog(BOOL open, LPCSTR path, CWnd* parent, UINT templa
                   parent)
 {
     const bool isWin32s = CZoGlobalOperatingSystem::GetType() == ZO_OS_WIN32S; // names of eight and three characters
-    ZoGblLoadString(open ? ZO_IDS_TOOL_OPEN_TITLE : ZO_IDS_TOOL_SAVE_TITLE, m_csTitle);
-    ZoGblLoadString(isWin32s ? ZO_IDS_TOOL_EXTENSION_WIN32S : ZO_IDS_TOOL_EXTENSION, m_csExtension);
+    m_csTitle = LoadText(open ? ZO_IDS_TOOL_OPEN_TITLE : ZO_IDS_TOOL_SAVE_TITLE);
+    m_csExtension = LoadText(isWin32s ? ZO_IDS_TOOL_EXTENSION_WIN32S : ZO_IDS_TOOL_EXTENSION);
     m_csFilter = LoadFilter(isWin32s ? ZO_IDS_TOOL_FILTER_WIN32S : ZO_IDS_TOOL_FILTER);
     m_ofn.lpstrTitle = m_csTitle;
     m_ofn.lpstrDefExt = m_csExtension;

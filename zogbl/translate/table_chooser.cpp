@@ -77,9 +77,7 @@ void TableChooser::TellWhy()
     const DWORD length = ::GetFullPathNameA(folder.IsEmpty() ? "." : (LPCSTR)folder, sizeof full, full, nullptr);
     if (length > 0 && length < sizeof full)
         folder = full;
-    CString text;
-    text.Format(LoadText(ZO_IDS_TRANSLATE_NO_TABLES), (LPCSTR)folder);
-    SetDlgItemText(ZO_IDC_TRANSLATE_WHY, text);
+    SetDlgItemText(ZO_IDC_TRANSLATE_WHY, LoadText(ZO_IDS_TRANSLATE_NO_TABLES, folder));
 }
 
 /// Throws CMemoryException*.

@@ -2,24 +2,10 @@
 
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
-#include <zogbl/resource_lookup.h>
 
 #include "dialogs/base/filter.h"
 #include "dialogs/base/kept_file_box.h"
 #include "translate_message.h"
-
-namespace {
-
-/// Throws CMemoryException*.
-CString LoadText(UINT id)
-{
-    CString text;
-    if (!ZoGblLoadString(id, text))
-        AfxThrowMemoryException();
-    return text;
-}
-
-} // namespace
 
 CIOTFileDialog::CIOTFileDialog(BOOL open, LPCSTR path, CWnd* parent)
     : CZoFileOpen(open, ZO_IDD_TRANSLATE_FILE, nullptr, path,

@@ -74,7 +74,15 @@ void ReloadDialogTexts(CWnd& dialog, UINT templateId)
 CString LoadText(UINT id)
 {
     CString text;
-    ZoGblLoadString(id, text);
+    if (!ZoGblLoadString(id, text) && ZoGblFindStringModule(id) != nullptr)
+        AfxThrowMemoryException();
+    return text;
+}
+
+CString LoadText(UINT id, LPCSTR first, LPCSTR second)
+{
+    CString text;
+    text.Format(LoadText(id), first, second);
     return text;
 }
 

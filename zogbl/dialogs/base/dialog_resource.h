@@ -25,8 +25,10 @@ private:
 /// that the template leaves empty keep what they show. Without memory the rest stays as it is.
 void ReloadDialogTexts(CWnd& dialog, UINT templateId);
 
-/// A string of the present language; empty when nobody has it or memory has run out.
+/// A string of the present language; empty if nobody has it. Throws CMemoryException*.
 CString LoadText(UINT id);
+/// A string of the present language with texts in place of its %s. Throws CMemoryException*.
+CString LoadText(UINT id, LPCSTR first, LPCSTR second = "");
 
 /// The title of a dialog template in the present language. Throws CMemoryException*.
 CString DialogTitle(UINT templateId);

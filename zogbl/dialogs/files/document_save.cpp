@@ -2,7 +2,6 @@
 
 #include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
-#include <zogbl/resource_lookup.h>
 
 #include "dialogs/base/dialog_resource.h"
 #include "files/file_identity.h"
@@ -55,12 +54,8 @@ void AddAllTypes(Filter& filter, const CWinApp* app)
         patterns += "*" + extension;
     }
     patterns.MakeLower();
-    CString format;
-    if (count > 1 && ZoGblLoadString(ZO_IDS_FILTER_ALL_TYPES, format)) {
-        CString name;
-        name.Format(format, (LPCSTR)patterns);
-        filter.Add(name, patterns);
-    }
+    if (count > 1)
+        filter.Add(LoadText(ZO_IDS_FILTER_ALL_TYPES, patterns), patterns);
     for (POSITION position = app->GetFirstDocTemplatePosition(); position != nullptr;)
         AddType(filter, app->GetNextDocTemplate(position));
 }
@@ -98,11 +93,7 @@ BOOL LetSave(CDocument* doc, LPCSTR name)
         e->Delete();
     } catch (CException* e) {
         e->Delete();
-        WithoutThrowing([&] {
-            CString text;
-            text.Format(LoadText(ZO_IDS_DOCUMENT_NOT_SAVED), name);
-            return AfxMessageBox(text, MB_ICONEXCLAMATION);
-        });
+        WithoutThrowing([&] { return AfxMessageBox(LoadText(ZO_IDS_DOCUMENT_NOT_SAVED, name), MB_ICONEXCLAMATION); });
     }
     return FALSE;
 }
@@ -119,8 +110,7 @@ int ZoDoPromptFileName(CString& fileName, unsigned int titleId, unsigned long fl
                        CWinApp* app)
 {
     return WithoutThrowing([&] {
-        CString title;
-        ZoGblLoadString(titleId != 0 ? titleId : ZO_IDS_PROMPT_TITLE, title);
+        const CString title = LoadText(titleId != 0 ? titleId : ZO_IDS_PROMPT_TITLE);
         Filter filter;
         CString extension;
         if (tmpl != nullptr) {
@@ -129,9 +119,7 @@ int ZoDoPromptFileName(CString& fileName, unsigned int titleId, unsigned long fl
         } else if (app != nullptr) {
             AddAllTypes(filter, app);
         }
-        CString allFiles;
-        ZoGblLoadString(ZO_IDS_FILTER_ALL_FILES, allFiles);
-        filter.Add(allFiles, kEveryFile);
+        filter.Add(LoadText(ZO_IDS_FILTER_ALL_FILES), kEveryFile);
 
         CZoFileOpen dialog(openDialog != 0, 0, extension.IsEmpty() ? nullptr : (LPCSTR)extension, nullptr,
                            OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | flags, filter.Get());

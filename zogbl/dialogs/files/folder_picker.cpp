@@ -6,6 +6,7 @@
 #include <zogbl/resource_lookup.h>
 
 #include "controls/drawing/bitmap_dc.h"
+#include "dialogs/base/dialog_resource.h"
 #include "ground/box_filling.h"
 #include "ground/without_throwing.h"
 #include "places.h"
@@ -77,19 +78,14 @@ HIMAGELIST CommonControls::CreatePlacePictures() const
 bool OfferToCreateFolder(LPCSTR folder, UINT helpContext)
 {
     const CString path = TrimBackslash(folder); // behind one there would be a folder without a name to be made
-    CString format;
-    CString text;
-    ZoGblLoadString(ZO_IDS_CREATE_FOLDER, format);
-    text.Format(format, folder);
-    if (AfxMessageBox(text, MB_YESNO | MB_ICONQUESTION, helpContext) != IDYES)
+    if (AfxMessageBox(LoadText(ZO_IDS_CREATE_FOLDER, folder), MB_YESNO | MB_ICONQUESTION, helpContext) != IDYES)
         return false;
-    ZoGblLoadString(ZO_IDS_FOLDER_NOT_CREATED, format);
-    text.Format(format, folder);
+    const CString failed = LoadText(ZO_IDS_FOLDER_NOT_CREATED, folder);
     for (;;) {
         unsigned long exists = 0;
         if (CZoGlobalDirectoryFunctions::CreateDirChain(path, exists) == 0 && IsThere(path))
             return true;
-        if (AfxMessageBox(text, MB_RETRYCANCEL | MB_ICONEXCLAMATION) != IDRETRY)
+        if (AfxMessageBox(failed, MB_RETRYCANCEL | MB_ICONEXCLAMATION) != IDRETRY)
             return false;
     }
 }
