@@ -198,7 +198,7 @@ public:
     friend AFX_API CString AFXAPI operator+(const CString& string, char ch);
 
     int Compare(LPCSTR lpsz) const;       ///< byte values of whole characters
-    int CompareNoCase(LPCSTR lpsz) const; ///< likewise, case ignored
+    int CompareNoCase(LPCSTR lpsz) const; ///< the same, case ignored
     int Collate(LPCSTR lpsz) const;       ///< by the user's locale
 
     CString Mid(int nFirst) const;

@@ -14,7 +14,8 @@ DWORD g_threadSlot = TLS_OUT_OF_INDEXES;
 /// The application's classes while an extension library loads.
 CRuntimeClass* g_classesAside = nullptr;
 
-/// The program's path with ".HLP" for its extension, from malloc; null when there is none to be had.
+/// The program's path with ".HLP" for its extension, from malloc. Null if the path has no
+/// extension or is too long, and if memory is missing.
 LPSTR ProgramHelpFile(HINSTANCE instance)
 {
     char path[MAX_PATH];

@@ -813,7 +813,7 @@ private:
     CString m_tracePath;
     DWORD m_location = 0; // the record that the tour made
     DWORD m_locationBefore = ZO_NO_LOCATION;
-    DWORD m_mailBox = 1; // likewise
+    DWORD m_mailBox = 1; // this too
     DWORD m_mailBoxBefore = 0;
     MainFrame* m_frame = nullptr;
     Program m_second;

@@ -138,7 +138,7 @@ TEST_F(ToolSheet, EditsWhatThePagesShow)
               EXPECT_FALSE(ShowPage(sheet, kWindow));
               EXPECT_EQ(ZO_IDC_TOOL_MENU_TEXT, FocusOf(page));
               EXPECT_EQ(std::string(32, 'm'), TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
-              Choose(sheet, kList, 1); // refused likewise
+              Choose(sheet, kList, 1); // refused too
               EXPECT_EQ("*" + std::string(32, 'm') + "|second|", ToolsOf(sheet));
               Press(sheet, kAdd); // and this
               Press(sheet, IDOK); // and this

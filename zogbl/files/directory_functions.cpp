@@ -95,8 +95,8 @@ size_t LengthWithoutSeparators(const char* path)
     return length > 0 && path[length - 1] != ':' ? length : at;
 }
 
-// The walks below go into "." as well, which is the folder that they are in: they come to an end where the path is too
-// long to be searched. Only DeleteTree passes it over. Callers expect it so and go by what they get.
+// The walks below go into "." too, the folder that they are in. So they end when the path is too long to be searched.
+// This is prescribed. Only DeleteTree passes "." over.
 
 DWORD TotalSpace(WalkPath& path, unsigned long& bytes)
 {

@@ -301,7 +301,7 @@ void CZoFileOpen::OnDriveClosed()
 
 // Folders and files ---------------------------------------------------------------------------------------------------
 
-/// \return FALSE, with everything as it was, when the folder cannot be read. Throws CMemoryException*, likewise.
+/// \return FALSE if the folder cannot be read. Throws CMemoryException*. Everything is as it was after either.
 BOOL CZoFileOpen::ShowFolder(const CString& folder)
 {
     FolderContents contents;
