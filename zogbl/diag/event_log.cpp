@@ -36,7 +36,7 @@ DWORD EmptyLogFile(const char* fileName)
     SystemHandle file(CreateFileA(fileName, GENERIC_WRITE, kSharedByAll, nullptr, OPEN_EXISTING, 0, nullptr));
     if (!file.IsOpen())
         return CZoGlobalError::GetError();
-    return file.Close(StatusOf(SetEndOfFile(file)));
+    return file.CloseOverridingFailure(StatusOf(SetEndOfFile(file)));
 }
 
 } // namespace

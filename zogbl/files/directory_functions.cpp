@@ -59,7 +59,7 @@ void RemoveLink(const char* path)
                                   FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
     const bool isLinkItself =
         link.IsOpen() && GetFileInformationByHandle(link, &opened) && IsLink(opened.dwFileAttributes);
-    link.Close(ERROR_SUCCESS);
+    link.Close();
     if (isLinkItself)
         RemoveDirectoryA(path);
 }

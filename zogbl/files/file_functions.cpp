@@ -56,7 +56,7 @@ unsigned long CZoGlobalFileFunctions::Create(const char* path)
         return CZoGlobalError::GetError();
     SystemHandle file(
         CreateFileA(path, GENERIC_WRITE, 0, security.Attributes(), CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    return file.IsOpen() ? file.Close(ERROR_SUCCESS) : CZoGlobalError::GetError();
+    return file.IsOpen() ? file.Close() : CZoGlobalError::GetError();
 }
 
 unsigned long CZoGlobalFileFunctions::Delete(const char* path) { return StatusOf(DeleteFileA(path)); }
@@ -83,7 +83,7 @@ unsigned long CZoGlobalFileFunctions::GetSize(const char* path, unsigned long& s
     const DWORD low = GetFileSize(file, nullptr);
     if (low != INVALID_FILE_SIZE)
         size = low;
-    return file.Close(ERROR_SUCCESS);
+    return file.Close();
 }
 
 unsigned long CZoGlobalFileFunctions::SetSize(const char* path, unsigned long size)
@@ -102,7 +102,7 @@ unsigned long CZoGlobalFileFunctions::SetSize(const char* path, unsigned long si
         status = CZoGlobalError::GetError(); // none where that is a position
     if (status == ERROR_SUCCESS)
         status = StatusOf(SetEndOfFile(file));
-    return file.Close(status);
+    return file.CloseOverridingFailure(status);
 }
 
 unsigned long CZoGlobalFileFunctions::GetAttributes(const char* path, unsigned long& attrs)

@@ -131,7 +131,7 @@ BOOL KeptFile::Keep()
         return TRUE;
     if (!ReadFileAt(m_csPath, m_bytes))
         return FALSE;
-    m_copy.Close(0);
+    m_copy.Close();
     const HANDLE copy = CreateFileA(m_csCopyPath, GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                     m_bytes.data ? OPEN_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (copy == INVALID_HANDLE_VALUE)
@@ -144,7 +144,7 @@ BOOL KeptFile::Keep()
         return TRUE;
     }
     if (!isFree) {
-        m_copy.Close(0);
+        m_copy.Close();
         return TRUE;
     }
     m_state = Copy::kOwn;
@@ -165,7 +165,7 @@ void KeptFile::RemoveCopy()
 {
     SetFilePointer(m_copy, 0, nullptr, FILE_BEGIN);
     SetEndOfFile(m_copy);
-    m_copy.Close(0);
+    m_copy.Close();
     DeleteFileA(m_csCopyPath);
     m_state = Copy::kNone;
 }
@@ -177,7 +177,7 @@ bool KeptFile::WriteBack() const
     SystemHandle file(
         CreateFileA(m_csPath, GENERIC_WRITE, kSharedByAll, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     return file.IsOpen() && WriteAll(file, m_bytes.data.get(), m_bytes.length) && SetEndOfFile(file) &&
-           FlushFileBuffers(file) && file.Close(0) == 0;
+           FlushFileBuffers(file) && file.Close() == 0;
 }
 
 SaveResult KeptFile::PutBack()
@@ -186,12 +186,12 @@ SaveResult KeptFile::PutBack()
     const bool isUnchanged = ReadFileAt(m_csPath, now) && now == m_bytes;
     if (!isUnchanged && !WriteBack()) {
         const bool isInCopy = m_state == Copy::kOwn;
-        m_copy.Close(0);
+        m_copy.Close();
         return isInCopy ? SaveResult::kCopyLeft : SaveResult::kLost;
     }
     if (m_state == Copy::kOwn)
         RemoveCopy();
-    m_copy.Close(0);
+    m_copy.Close();
     return SaveResult::kUnchanged;
 }
 
@@ -206,7 +206,7 @@ BOOL KeptFile::Find()
     *m_copy.Receive() = copy;
     bool isFree = false;
     if (!ReadCopy(m_bytes, isFree)) {
-        m_copy.Close(0);
+        m_copy.Close();
         return FALSE;
     }
     m_state = Copy::kOwn;

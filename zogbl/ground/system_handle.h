@@ -16,7 +16,7 @@ class SystemHandle {
 public:
     /// \param handle null and INVALID_HANDLE_VALUE both mean none: each call has its own way to say so.
     explicit SystemHandle(HANDLE handle = nullptr) : m_handle(handle != INVALID_HANDLE_VALUE ? handle : nullptr) {}
-    ~SystemHandle() { Close(ERROR_SUCCESS); }
+    ~SystemHandle() { Close(); }
     SystemHandle(const SystemHandle&) = delete;
     SystemHandle& operator=(const SystemHandle&) = delete;
 
@@ -25,11 +25,13 @@ public:
     /// Where a call leaves the handle that it opens.
     HANDLE* Receive() { return &m_handle; }
 
-    /// Ends an operation: closes the handle. \return the error of closing it; if there is none, \p result.
-    DWORD Close(DWORD result)
+    /// \return 0, also if none is open; the error of closing it
+    DWORD Close() { return StatusOf(m_handle == nullptr || CloseHandle(std::exchange(m_handle, nullptr))); }
+    /// Ends an operation. \return the error of closing; if there is none, \p result
+    DWORD CloseOverridingFailure(DWORD result)
     {
-        const bool closed = m_handle == nullptr || CloseHandle(std::exchange(m_handle, nullptr));
-        return closed ? result : CZoGlobalError::GetError();
+        const DWORD closed = Close();
+        return closed != ERROR_SUCCESS ? closed : result;
     }
 
 private:

@@ -24,7 +24,7 @@ DWORD ReadSubkeyText(HKEY root, LPCSTR key, LPCSTR name, LPSTR buffer, DWORD& si
     auto length = static_cast<LONG>(size);
     result = static_cast<DWORD>(RegQueryValueA(parent, name, buffer, &length));
     size = static_cast<DWORD>(length);
-    return parent.Close(result);
+    return parent.CloseKeepingFailure(result);
 }
 
 DWORD WriteSubkeyText(HKEY root, LPCSTR key, LPCSTR name, LPCSTR text)
@@ -34,7 +34,7 @@ DWORD WriteSubkeyText(HKEY root, LPCSTR key, LPCSTR name, LPCSTR text)
     if (result != ERROR_SUCCESS)
         return result;
     result = static_cast<DWORD>(RegSetValueA(parent, name, REG_SZ, text, static_cast<DWORD>(std::strlen(text))));
-    return parent.Close(result);
+    return parent.CloseKeepingFailure(result);
 }
 
 /// Reads a named value's data. \param size in: of \p buffer, out: of the data. A null buffer asks for type and size.
@@ -45,7 +45,7 @@ DWORD QueryValue(HKEY root, LPCSTR key, LPCSTR name, DWORD& type, void* buffer, 
     if (result != ERROR_SUCCESS)
         return result;
     result = static_cast<DWORD>(RegQueryValueExA(opened, name, nullptr, &type, static_cast<BYTE*>(buffer), &size));
-    return opened.Close(result);
+    return opened.CloseKeepingFailure(result);
 }
 
 DWORD WriteValue(HKEY root, LPCSTR key, LPCSTR name, DWORD type, const void* data, DWORD size)
@@ -55,7 +55,7 @@ DWORD WriteValue(HKEY root, LPCSTR key, LPCSTR name, DWORD type, const void* dat
     if (result != ERROR_SUCCESS)
         return result;
     result = static_cast<DWORD>(RegSetValueExA(opened, name, 0, type, static_cast<const BYTE*>(data), size));
-    return opened.Close(result);
+    return opened.CloseKeepingFailure(result);
 }
 
 } // namespace
@@ -244,7 +244,7 @@ DWORD CZoGlobalConfig::CreateKey(DWORD mode, LPCSTR key)
 #else
     const DWORD result = created.CreateOld(MapModeToKey(mode), key);
 #endif
-    return created.Close(result);
+    return created.CloseKeepingFailure(result);
 }
 
 DWORD CZoGlobalConfig::DeleteEntry(DWORD mode, LPCSTR key, LPCSTR valueName)
@@ -257,7 +257,7 @@ DWORD CZoGlobalConfig::DeleteEntry(DWORD mode, LPCSTR key, LPCSTR valueName)
     const DWORD result = opened.Open(MapModeToKey(mode), key, KEY_WRITE);
     if (result != ERROR_SUCCESS)
         return result;
-    return opened.Close(static_cast<DWORD>(RegDeleteValueA(opened, valueName)));
+    return opened.CloseKeepingFailure(static_cast<DWORD>(RegDeleteValueA(opened, valueName)));
 }
 
 DWORD CZoGlobalConfig::DeleteSection(DWORD mode, LPCSTR key, LPCSTR subkeyName)
@@ -275,5 +275,5 @@ DWORD CZoGlobalConfig::DeleteSection(DWORD mode, LPCSTR key, LPCSTR subkeyName)
     const DWORD result = IsWin32s() ? parent.OpenOld(root, key) : parent.Open(root, key, KEY_WRITE);
     if (result != ERROR_SUCCESS)
         return result;
-    return parent.Close(walk.DeleteTree(parent, subkeyName));
+    return parent.CloseKeepingFailure(walk.DeleteTree(parent, subkeyName));
 }

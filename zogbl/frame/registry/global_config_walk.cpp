@@ -95,11 +95,11 @@ DWORD CZoGlobalConfig::EnumValues(DWORD mode, LPCSTR key, ZoEnumValuesProc callb
         result = static_cast<DWORD>(RegEnumValueA(opened, index, name.get(), &nameLength, nullptr, &type,
                                                   reinterpret_cast<BYTE*>(data.get()), &size));
         if (RegistryWalk::IsEnd(result))
-            return opened.Close(ERROR_SUCCESS);
+            return opened.Close();
         if (result == ERROR_SUCCESS)
             result = HandOver(callback, context, name.get(), data.get(), type);
     }
-    return opened.Close(result);
+    return opened.CloseKeepingFailure(result);
 }
 
 // Searches ------------------------------------------------------------------------------------------------------------
@@ -117,7 +117,7 @@ DWORD CZoGlobalConfig::DoesEntryExist(DWORD mode, LPCSTR key, LPCSTR valueName, 
         return result;
     result = static_cast<DWORD>(RegQueryValueExA(opened, valueName, nullptr, nullptr, nullptr, nullptr));
     const bool isThere = result == ERROR_SUCCESS;
-    result = opened.Close(result == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : result);
+    result = opened.CloseKeepingFailure(result == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : result);
     exists = isThere && result == ERROR_SUCCESS;
     return result;
 }

@@ -17,7 +17,7 @@ constexpr REGSAM kRegistryView = 0;
 class RegistryKey {
 public:
     RegistryKey() = default;
-    ~RegistryKey() { Close(ERROR_SUCCESS); }
+    ~RegistryKey() { Close(); }
     RegistryKey(const RegistryKey&) = delete;
     RegistryKey& operator=(const RegistryKey&) = delete;
 
@@ -34,13 +34,16 @@ public:
     DWORD OpenOld(HKEY root, LPCSTR path) { return Result(RegOpenKeyA(root, path, &m_key)); }
     DWORD CreateOld(HKEY root, LPCSTR path) { return Result(RegCreateKeyA(root, path, &m_key)); }
 
-    /// Ends an operation: closes the key. \return \p result if that is a failure, else the result of closing.
-    DWORD Close(DWORD result)
+    /// \return 0, also if none is open; the error of closing it
+    DWORD Close()
     {
-        if (m_key == nullptr)
-            return result;
-        const LONG closed = RegCloseKey(std::exchange(m_key, nullptr));
-        return result != ERROR_SUCCESS ? result : static_cast<DWORD>(closed);
+        return m_key != nullptr ? static_cast<DWORD>(RegCloseKey(std::exchange(m_key, nullptr))) : ERROR_SUCCESS;
+    }
+    /// Ends an operation. \return \p result if that is a failure, else that of closing
+    DWORD CloseKeepingFailure(DWORD result)
+    {
+        const DWORD closed = Close();
+        return result != ERROR_SUCCESS ? result : closed;
     }
 
     operator HKEY() const { return m_key; }

@@ -39,5 +39,5 @@ DWORD RegistryWalk::DeleteChildren(HKEY parent, LPCSTR name) const
         if (result != ERROR_SUCCESS)
             return result;
     }
-    return key.Close(IsEnd(result) ? ERROR_SUCCESS : result);
+    return key.CloseKeepingFailure(IsEnd(result) ? ERROR_SUCCESS : result);
 }

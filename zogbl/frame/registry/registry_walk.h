@@ -60,9 +60,9 @@ template <class VISIT> DWORD RegistryWalk::ForEachSubkey(HKEY root, LPCSTR path,
     for (DWORD index = 0; result == ERROR_SUCCESS; ++index) {
         result = SubkeyName(key, index, name.get());
         if (IsEnd(result))
-            return key.Close(ERROR_SUCCESS);
+            return key.Close();
         if (result == ERROR_SUCCESS && !visit(static_cast<HKEY>(key), static_cast<LPCSTR>(name.get()), result))
             break;
     }
-    return key.Close(result);
+    return key.CloseKeepingFailure(result);
 }
