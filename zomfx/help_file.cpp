@@ -1,6 +1,7 @@
 #include "help_file.h"
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 
 #include <cstdlib>
 
@@ -45,14 +46,8 @@ BOOL Replace(CWinApp* application, LPCSTR path)
 CString ZoGetHelpFile()
 {
     CString name;
-    const CWinApp* application = AfxGetApp();
-    if (application == nullptr)
-        return name;
-    try {
-        name = application->m_pszHelpFilePath;
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    if (const CWinApp* application = AfxGetApp())
+        WithoutThrowing([&] { name = application->m_pszHelpFilePath; });
     return name;
 }
 
@@ -67,14 +62,11 @@ BOOL ZoSetHelpFile(LPCSTR module, DWORD languageId)
     if (length == 0 || length >= sizeof program ||
         GetLocaleInfoA(languageId, LOCALE_SABBREVLANGNAME, abbreviation, sizeof abbreviation) <= 1)
         return FALSE;
-    try {
+    return WithoutThrowing([&] {
         CString path = program;
         path = path.Left(path.ReverseFind('\\') + 1) + Prefix(FileName(module)) + abbreviation + ".HLP";
         return path.GetLength() < MAX_PATH && Replace(application, path);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    });
 }
 
 void ZoRestoreHelpFile(LPCSTR name)

@@ -1,6 +1,8 @@
 // The library's entry: registers it with the framework, so that its classes are found by name.
 #include <afxdllx.h>
 
+#include <common/without_throwing.h>
+
 namespace {
 
 AFX_EXTENSION_MODULE g_extensionModule = {};
@@ -9,10 +11,7 @@ BOOL AttachToProcess(HINSTANCE instance)
 {
     if (!AfxInitExtensionModule(g_extensionModule, instance))
         return FALSE;
-    try {
-        new CDynLinkLibrary(g_extensionModule); // the framework's from here on
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([] { new CDynLinkLibrary(g_extensionModule); })) { // the framework's from here on
         AfxTermExtensionModule(g_extensionModule);
         return FALSE;
     }

@@ -1,5 +1,7 @@
 #include <zomfx/multi_doc_template.h>
 
+#include <common/without_throwing.h>
+
 #include "resource_access.h"
 
 IMPLEMENT_DYNAMIC(CZoMultiDocTemplate, CMultiDocTemplate)
@@ -14,11 +16,9 @@ BOOL CZoMultiDocTemplate::GetDocString(CString& text, DocStringIndex index) cons
 {
     text.Empty();
     CString all;
-    try {
-        return ZoMfxLoadString(m_nIDResource, all) && AfxExtractSubString(text, all, index);
-    } catch (CMemoryException* e) {
-        e->Delete();
+    const BOOL loaded =
+        WithoutThrowing([&] { return ZoMfxLoadString(m_nIDResource, all) && AfxExtractSubString(text, all, index); });
+    if (!loaded)
         text.Empty();
-        return FALSE;
-    }
+    return loaded;
 }

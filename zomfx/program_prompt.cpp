@@ -2,6 +2,7 @@
 
 #include "resource_access.h"
 
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 
 namespace {
@@ -10,16 +11,6 @@ BOOL IsFile(LPCSTR path)
 {
     const DWORD attributes = GetFileAttributesA(path);
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
-}
-
-/// Runs what may throw for want of memory; without it nothing happens.
-template <class OPERATION> void WithoutThrowing(OPERATION operation)
-{
-    try {
-        operation();
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include <zomfx/resource_source.h>
 
+#include <common/without_throwing.h>
+
 #include "resource_access.h"
 
 namespace {
@@ -14,13 +16,10 @@ BOOL ZoMfxLoadString(UINT id, CString& text)
 {
     if (g_source != nullptr)
         return g_source->loadString(id, text);
-    try {
-        return text.LoadString(id);
-    } catch (CMemoryException* e) {
-        e->Delete();
+    const BOOL loaded = WithoutThrowing([&] { return text.LoadString(id); });
+    if (!loaded)
         text.Empty();
-        return FALSE;
-    }
+    return loaded;
 }
 
 LPCDLGTEMPLATE ZoMfxLockDialog(UINT id)

@@ -1,5 +1,7 @@
 #include "registration.h"
 
+#include <common/without_throwing.h>
+
 #include <cstdio>
 
 namespace {
@@ -47,13 +49,8 @@ bool IsEmptyKey(CZoGlobalConfig& config, const CString& key)
 
 DWORD CollectSubkey(void* context, LPCSTR name)
 {
-    try {
-        static_cast<CStringArray*>(context)->Add(name);
-        return ERROR_SUCCESS;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
+    const BOOL added = WithoutThrowing([=] { static_cast<CStringArray*>(context)->Add(name); });
+    return added ? ERROR_SUCCESS : ERROR_NOT_ENOUGH_MEMORY;
 }
 
 DWORD CountValue(void* context, LPCSTR, const void*, DWORD)

@@ -2,6 +2,7 @@
 // CZoTemplateDLLModule. The two numbers of some are the host's own; this suite's hosts pass 0.
 #include "entry_points.h"
 
+#include <common/without_throwing.h>
 #include <zogbl/module_language.h>
 
 #include <afxdllx.h>
@@ -76,10 +77,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
     case DLL_PROCESS_ATTACH:
         if (!AfxInitExtensionModule(g_extensionModule, instance))
             return FALSE;
-        try {
-            new CDynLinkLibrary(g_extensionModule); // the framework's from here on; hosts find the icon through it
-        } catch (CMemoryException* e) {
-            e->Delete();
+        // The framework's from here on; hosts find the icon through it.
+        if (!WithoutThrowing([] { new CDynLinkLibrary(g_extensionModule); })) {
             AfxTermExtensionModule(g_extensionModule);
             return FALSE;
         }

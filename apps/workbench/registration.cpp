@@ -2,6 +2,7 @@
 
 #include "program.h"
 
+#include <common/without_throwing.h>
 #include <zogbl/global_config.h>
 #include <zogbl/module.h>
 #include <zogbl/version_resource.h>
@@ -10,13 +11,8 @@ namespace {
 
 DWORD CollectNames(void* context, LPCSTR valueName, const void*, DWORD)
 {
-    try {
-        static_cast<CStringArray*>(context)->Add(valueName);
-        return ERROR_SUCCESS;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
+    const BOOL added = WithoutThrowing([=] { static_cast<CStringArray*>(context)->Add(valueName); });
+    return added ? ERROR_SUCCESS : ERROR_NOT_ENOUGH_MEMORY;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include <zogbl/event_log.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/global_error.h>
 #include <zogbl/operating_system.h>
 
@@ -52,12 +53,8 @@ DWORD CZoGlobalEventLog::Open(const char*, const char*) { return ERROR_SUCCESS; 
 DWORD CZoGlobalEventLog::OpenBackup(const char* server, const char* fileName)
 {
     CString name;
-    try {
-        name = WholePath(fileName);
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([&] { name = WholePath(fileName); }))
         return ERROR_NOT_ENOUGH_MEMORY;
-    }
     const HANDLE log = IsSystemLog() ? OpenBackupEventLogA(server, fileName) : OpenLogFile(fileName);
     if (log == nullptr) {
         const DWORD error = CZoGlobalError::GetError();

@@ -1,6 +1,7 @@
 #include <zogbl/trace.h>
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
@@ -57,12 +58,7 @@ ULONGLONG SeekToEnd(HANDLE file)
 
 std::unique_ptr<BYTE[]> NewBytesOrNull(DWORD count)
 {
-    try {
-        return std::unique_ptr<BYTE[]>(new BYTE[count]);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return nullptr;
-    }
+    return ResultOr(nullptr, [=] { return std::unique_ptr<BYTE[]>(new BYTE[count]); });
 }
 
 /// The user's key; empty without a registered product.
@@ -137,14 +133,11 @@ BOOL CZoTrace::Open(const CString& name, WORD level, BOOL append)
     if (m_pBlock != nullptr)
         return TRUE;
     TraceNames names;
-    try {
+    const BOOL named = WithoutThrowing([&] {
         names = NamesOf(name);
         m_csFileName = BesideExecutable(names.trace);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
-    if (m_csFileName.IsEmpty())
+    });
+    if (!named || m_csFileName.IsEmpty())
         return FALSE;
 
     // The mutex is ours from its making, so that nobody can join before the block and the file are there.
@@ -394,12 +387,8 @@ void CZoTrace::Flush()
 CString CZoTrace::FormatRelativeTime() const
 {
     char stamp[kMostStampLength + 1] = {};
-    try {
-        return PutStampBefore(stamp + kMostStampLength, GetTickCount() - m_dwStartTicks);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return {};
-    }
+    return ResultOr(
+        {}, [&]() -> CString { return PutStampBefore(stamp + kMostStampLength, GetTickCount() - m_dwStartTicks); });
 }
 
 // The shared block, under the lock ------------------------------------------------------------------------------------

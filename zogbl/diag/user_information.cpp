@@ -1,5 +1,6 @@
 #include <zogbl/operating_system.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
@@ -16,15 +17,10 @@ constexpr DWORD kRegisteredInfoSize = 256;
 constexpr DWORD kNameSize = 96;
 constexpr DWORD kAccountSize = 200;
 
-/// Puts together a text for the caller; empty when memory runs out.
+/// Puts together a text for the caller; empty if memory runs out.
 template <class MAKE> CString TextOrNothing(MAKE make)
 {
-    try {
-        return make();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return {};
-    }
+    return ResultOr({}, [&]() -> CString { return make(); });
 }
 
 /// Asks for information about the account of the process.

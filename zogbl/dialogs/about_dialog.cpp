@@ -1,10 +1,10 @@
 #include <zogbl/about_dialog.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/version_resource.h>
 
-#include "ground/without_throwing.h"
 #include "trace_settings_dialog.h"
 
 namespace {

@@ -1,11 +1,11 @@
 #include <zogbl/argument_prompt.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/file_name_functions.h>
 #include <zogbl/resource_ids.h>
 
 #include "controls/drawing/item_painting.h"
 #include "ground/bounded_text.h"
-#include "ground/without_throwing.h"
 
 CZoArgumentPromptDlg::CZoArgumentPromptDlg(CWnd* parent) : CZoDialog(ZO_IDD_ARGUMENT_PROMPT, parent) {}
 
@@ -13,9 +13,7 @@ CZoArgumentPromptDlg::~CZoArgumentPromptDlg() = default;
 
 INT_PTR CZoArgumentPromptDlg::DoModal()
 {
-    INT_PTR result = -1;
-    WithoutThrowing([&] { return result = CZoDialog::DoModal(), TRUE; });
-    return result;
+    return ResultOr(-1, [this] { return CZoDialog::DoModal(); });
 }
 
 BOOL CZoArgumentPromptDlg::OnInitDialog()
@@ -28,7 +26,7 @@ BOOL CZoArgumentPromptDlg::OnInitDialog()
     ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER, EM_LIMITTEXT, static_cast<WPARAM>(m_nAnswerLength), 0);
     SetDlgItemText(ZO_IDC_ARGUMENT_PROMPT_ANSWER, m_csAnswer);
     ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER, EM_SETSEL, 0, -1);
-    WithoutThrowing([this] { return CenterWindow(), TRUE; });
+    WithoutThrowing([this] { CenterWindow(); });
     ::SetFocus(::GetDlgItem(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER));
     return FALSE;
 }

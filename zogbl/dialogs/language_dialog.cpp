@@ -1,11 +1,11 @@
 #include <zogbl/language_dialog.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/language_support.h>
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 
 #include "controls/drawing/item_painting.h"
-#include "ground/without_throwing.h"
 
 #include <cstdlib>
 #include <utility>
@@ -78,7 +78,7 @@ void CZoLanguageSelectionDlg::DoDataExchange(CDataExchange* pDX)
 
 BOOL CZoLanguageSelectionDlg::OnInitDialog()
 {
-    if (!WithoutThrowing([this] { return Prepare(), TRUE; }))
+    if (!WithoutThrowing([this] { Prepare(); }))
         EndDialog(-1);
     return TRUE;
 }
@@ -186,15 +186,13 @@ void CZoLanguageSelectionDlg::RefreshInformation()
         {&m_csUserLanguage, MAKELCID(GetUserDefaultLangID(), SORT_DEFAULT)},
         {&m_csUserLocaleLanguage, GetUserDefaultLCID()},
     };
-    try {
+    WithoutThrowing([&] { // for information only
         for (const auto& [text, locale] : texts) {
             char name[128] = "";
             GetLocaleInfoA(locale, m_languageItem, name, sizeof name);
             *text = name;
         }
-    } catch (CMemoryException* e) {
-        e->Delete(); // for information only
-    }
+    });
     UpdateData(FALSE);
 }
 
@@ -238,12 +236,10 @@ void CZoLanguageSelectionDlg::OnToggle()
 void CZoLanguageSelectionDlg::SetToggleCaption()
 {
     CWnd* button = GetDlgItem(ZO_IDC_LANGUAGE_TOGGLE);
-    try {
+    WithoutThrowing([&] {
         CString caption;
         button->GetWindowText(caption);
         const int length = caption.GetLength();
         button->SetWindowText(caption.Left(length > 2 ? length - 2 : 0) + (m_bExpanded ? "<<" : ">>"));
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    });
 }

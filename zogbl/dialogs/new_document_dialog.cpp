@@ -1,5 +1,6 @@
 #include <zogbl/new_document_dialog.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -40,12 +41,7 @@ CZoNewBrixelDocType::CZoNewBrixelDocType(CWinApp* application, CWnd* parent)
 INT_PTR CZoNewBrixelDocType::DoModal()
 {
     m_pDocTemplate = nullptr;
-    try {
-        return CZoDialog::DoModal();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return IDABORT;
-    }
+    return ResultOr<CMemoryException>(IDABORT, [this] { return CZoDialog::DoModal(); });
 }
 
 // The list ------------------------------------------------------------------------------------------------------------
@@ -89,7 +85,7 @@ void CZoNewBrixelDocType::ReloadTexts()
 BOOL CZoNewBrixelDocType::FillList()
 {
     ::SendMessageA(List(), LB_RESETCONTENT, 0, 0);
-    try {
+    return WithoutThrowing<CMemoryException>([this] {
         for (POSITION position = m_pApplication != nullptr ? m_pApplication->GetFirstDocTemplatePosition() : nullptr;
              position != nullptr;) {
             CDocTemplate* documentType = m_pApplication->GetNextDocTemplate(position);
@@ -102,10 +98,7 @@ BOOL CZoNewBrixelDocType::FillList()
                 return FALSE;
         }
         return TRUE;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    });
 }
 
 void CZoNewBrixelDocType::OnSelectionChanged()

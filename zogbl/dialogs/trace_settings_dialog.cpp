@@ -1,5 +1,6 @@
 #include "trace_settings_dialog.h"
 
+#include <common/without_throwing.h>
 #include <zogbl/global_config.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/trace.h>
@@ -8,7 +9,6 @@
 #include "controls/drawing/list_rows.h"
 #include "files/folder_walk.h"
 #include "ground/program_folder.h"
-#include "ground/without_throwing.h"
 
 #include <algorithm>
 

@@ -1,5 +1,7 @@
 #include <zogbl/file_name_functions.h>
 
+#include <common/without_throwing.h>
+
 #include "ground/bounded_text.h"
 
 #include <afxwin.h>
@@ -12,11 +14,7 @@ namespace {
 /// Gives the caller the text that \p make puts together.
 template <class MAKE> void Assign(CString& out, MAKE make)
 {
-    try {
-        out = make();
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    WithoutThrowing([&] { out = make(); });
 }
 
 /// The file name as the framework sees it: behind the last separator of any kind.

@@ -16,6 +16,8 @@
 /// | on a disk that is full                  | the file is not touched                                          |
 #pragma once
 
+#include <common/without_throwing.h>
+
 #include "ground/system_handle.h"
 
 #include <afx.h>
@@ -79,7 +81,7 @@ private:
 /// Runs \p save, which returns whether it succeeded and throws nothing, while what the file holds is kept.
 template <class SAVE> SaveResult SaveKeeping(LPCSTR path, SAVE save)
 {
-    try {
+    return ResultOr(SaveResult::kUnchanged, [&] { // what is thrown is thrown before the save
         KeptFile kept(path);
         if (!kept.Keep())
             return SaveResult::kUnchanged;
@@ -87,8 +89,5 @@ template <class SAVE> SaveResult SaveKeeping(LPCSTR path, SAVE save)
             return kept.PutBack();
         kept.Drop();
         return SaveResult::kSaved;
-    } catch (CMemoryException* e) { // before the save
-        e->Delete();
-        return SaveResult::kUnchanged;
-    }
+    });
 }

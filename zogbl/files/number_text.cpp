@@ -1,5 +1,7 @@
 #include <zogbl/number_text.h>
 
+#include <common/without_throwing.h>
+
 #include <cstdlib>
 
 unsigned long StringToDWord(const char* text) { return text != nullptr ? std::strtoul(text, nullptr, 10) : 0; }
@@ -12,10 +14,5 @@ CString DWordToBaseString(unsigned long value, int base)
     if (base < 2 || base > 36)
         return {};
     _ultoa(value, text, base);
-    try {
-        return text;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return {};
-    }
+    return ResultOr({}, [&] { return CString(text); });
 }

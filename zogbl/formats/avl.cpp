@@ -1,5 +1,7 @@
 #include <zogbl/avl.h>
 
+#include <common/without_throwing.h>
+
 #include "ground/callback.h"
 
 #include <memory>
@@ -92,15 +94,12 @@ void CZoAvl::AvlDeleteUserData(void* data) { ::operator delete(data); }
 
 SZoAVLHHEADER* CZoAvl::AvlNewHeader(void* data)
 {
-    try {
+    return ResultOr<CMemoryException>(nullptr, [&]() -> SZoAVLHHEADER* {
         auto node = std::make_unique<Header>(Header{nullptr, nullptr, ZO_AVL_BALANCED, data});
         if (data == nullptr)
             node->pUserData = AvlNewUserData();
         return node.release();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return nullptr;
-    }
+    });
 }
 
 // Inserting -----------------------------------------------------------------------------------------------------------

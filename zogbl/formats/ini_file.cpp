@@ -1,5 +1,7 @@
 #include <zogbl/ini_file.h>
 
+#include <common/without_throwing.h>
+
 #include "ground/bounded_text.h"
 #include "profile_text.h"
 
@@ -98,14 +100,10 @@ void ReplaceByTokens(CStringArray& tokens, LPCSTR text, LPCSTR delimiters)
 /// Fills an array. \return FALSE when memory has run out; it is empty then
 template <class ADD> bool Fill(CStringArray& array, ADD add)
 {
-    try {
-        add();
-        return true;
-    } catch (CMemoryException* e) {
-        e->Delete();
+    const BOOL filled = WithoutThrowing(add);
+    if (!filled)
         array.RemoveAll();
-        return false;
-    }
+    return filled;
 }
 
 } // namespace

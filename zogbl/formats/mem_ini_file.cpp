@@ -1,5 +1,6 @@
 #include <zogbl/mem_ini_file.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/file_functions.h>
 
 #include <cstdio>
@@ -9,15 +10,7 @@
 namespace {
 
 /// Runs what needs memory. \return its result, or ZO_INI_OUT_OF_MEMORY
-template <class OPERATION> DWORD Guarded(OPERATION operation)
-{
-    try {
-        return operation();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZO_INI_OUT_OF_MEMORY;
-    }
-}
+template <class OPERATION> DWORD Guarded(OPERATION operation) { return ResultOr(ZO_INI_OUT_OF_MEMORY, operation); }
 
 INT_PTR FindFirst(const CStringArray& names, LPCSTR name)
 {

@@ -1,5 +1,7 @@
 #include <zogbl/tree.h>
 
+#include <common/without_throwing.h>
+
 #include "ground/callback.h"
 
 #include <afxcoll.h>
@@ -101,7 +103,7 @@ BOOL CZoTree::IsChild(const CZoTree* node)
 DWORD CZoTree::EnumPath(ZoTreeEnumProc callback, void* data)
 {
     CPtrArray path;
-    try {
+    DWORD result = ResultOr(ZoErrMemoryException, [&]() -> DWORD {
         CircleWatch watch(this);
         for (CZoTree* node = m_pParent; node != nullptr; node = node->m_pParent) {
             if (watch.IsClosedBy(node))
@@ -109,11 +111,10 @@ DWORD CZoTree::EnumPath(ZoTreeEnumProc callback, void* data)
             path.Add(node);
         }
         path.Add(nullptr);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZoErrMemoryException;
-    }
-    DWORD result = ERROR_SUCCESS;
+        return ERROR_SUCCESS;
+    });
+    if (result != ERROR_SUCCESS)
+        return result;
     for (auto i = path.GetSize() - 1; i >= 0 && result == ERROR_SUCCESS; --i)
         result = CallBack(callback, static_cast<CZoTree*>(path.GetAt(i)), data);
     return result;

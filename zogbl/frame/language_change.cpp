@@ -1,6 +1,7 @@
 // Choosing another language, and hearing of it.
 #include <zogbl/language_support.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/global_config.h>
 #include <zogbl/language_dialog.h>
@@ -12,7 +13,6 @@
 #include "frame/language/language_help.h"
 #include "frame/language/language_window_table.h"
 #include "ground/module_data.h"
-#include "ground/without_throwing.h"
 
 #include <afxcoll.h>
 

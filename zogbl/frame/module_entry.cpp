@@ -1,6 +1,7 @@
 // The library's entry, and what it offers its process.
 #include <afxdllx.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/country_code.h>
 #include <zogbl/file_open.h>
 #include <zogbl/gdi_data.h>
@@ -51,12 +52,12 @@ BOOL AttachToProcess(HINSTANCE instance)
         return FALSE;
     }
     CDynLinkLibrary* languageLink;
-    try {
+    const BOOL linked = WithoutThrowing([&] {
         new CDynLinkLibrary(g_extensionModule); // the framework's from here on, like the next
         languageLink = new CDynLinkLibrary(instance, nullptr);
         languageLink->m_bSystem = TRUE; // the last to be asked
-    } catch (CMemoryException* e) {
-        e->Delete();
+    });
+    if (!linked) {
         AfxTermExtensionModule(g_extensionModule);
         ZoModuleDataDestroy();
         return FALSE;
@@ -124,14 +125,8 @@ BOOL ZoGblLoadLanguageDLL()
     char path[kZoLibraryPathSize];
     if (!ZoGetLibraryPath(path))
         return FALSE;
-    std::unique_ptr<CZoLanguageSupport> support;
-    try {
-        support = std::make_unique<CZoLanguageSupport>();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
-    if (!support->LoadCurrentLanguage(path))
+    auto support = ResultOr(nullptr, [] { return std::make_unique<CZoLanguageSupport>(); });
+    if (!support || !support->LoadCurrentLanguage(path))
         return FALSE;
     data->m_nLanguageLoadCount = 1;
     data->m_pLanguageSupport = support.release();

@@ -1,5 +1,7 @@
 #include <zogbl/resource_lookup.h>
 
+#include <common/without_throwing.h>
+
 // The language library is the last of the framework's chain (ZoModuleData::SetLanguageLibrary).
 
 HINSTANCE ZoGblFindResourceModule(LPCSTR name, LPCSTR type) { return AfxFindResourceHandle(name, type); }
@@ -12,18 +14,17 @@ BOOL ZoGblLoadString(UINT id, CString& text)
     const HINSTANCE module = ZoGblFindStringModule(id);
     if (module == nullptr)
         return FALSE;
-    try {
+    const BOOL loaded = WithoutThrowing([&] {
         for (int capacity = 256;; capacity *= 2) {
             const int length = LoadStringA(module, id, text.GetBuffer(capacity), capacity + 1);
             text.ReleaseBuffer(length);
             if (length < capacity - 1) // a text that was cut may be one byte short of the capacity
-                return TRUE;
+                return;
         }
-    } catch (CMemoryException* e) {
-        e->Delete();
+    });
+    if (!loaded)
         text.Empty();
-        return FALSE;
-    }
+    return loaded;
 }
 
 const void* ZoGblLockResource(LPCSTR name, LPCSTR type, DWORD* size)

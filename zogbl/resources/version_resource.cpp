@@ -1,5 +1,6 @@
 #include <zogbl/version_resource.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/global_config.h>
 
 #include "version_block.h"
@@ -104,12 +105,7 @@ BOOL CZoVersionResource::ExtractVersionInfo(HINSTANCE module)
 BOOL CZoVersionResource::ExtractVersionInfo(const char* fileName)
 {
     Clear();
-    BOOL extracted = FALSE;
-    try {
-        extracted = fileName != nullptr && Extract(fileName);
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    const BOOL extracted = WithoutThrowing([=, this] { return fileName != nullptr && Extract(fileName); });
     if (!extracted)
         Clear();
     return extracted;
@@ -159,13 +155,10 @@ BOOL CZoVersionResource::ExtractLanguageStandardValues(DWORD translation)
         known = known || m_lpdwTranslations[i] == translation;
     if (!known)
         return FALSE;
-    try {
+    return WithoutThrowing([=, this] {
         ReadStandardValues(translation);
         return BuildKeys();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    });
 }
 
 void CZoVersionResource::ReadStandardValues(DWORD translation)

@@ -1,5 +1,6 @@
 #include <zogbl/mailboxes.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/directory_functions.h>
 #include <zogbl/global_config.h>
 #include <zogbl/operating_system.h>
@@ -26,13 +27,10 @@ constexpr LPCSTR kNamelessMailBox = "BadBox";
 /// Calls \p operation with the key of the mailboxes. \return its answer; FALSE without a product, and without memory.
 template <class OPERATION> BOOL WithMailBoxesKey(OPERATION operation)
 {
-    try {
+    return WithoutThrowing([&] {
         CZoVersionResource product;
         return product.ExtractVersionInfo() && operation(product.GetBrixelsRootKey() + "\\MailBoxes");
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    });
 }
 
 /// Keeps the programs that read and write mailboxes apart. It passes on when its owner dies.
@@ -159,13 +157,8 @@ BOOL CZoRegMailBoxes::AddNames(const CStringArray& reading)
 
 DWORD CZoRegMailBoxes::EnumKeysCallback(void* array, const char* name)
 {
-    try {
-        static_cast<CStringArray*>(array)->Add(name);
-        return ERROR_SUCCESS;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZoErrMemoryException;
-    }
+    return WithoutThrowing([=] { static_cast<CStringArray*>(array)->Add(name); }) ? ERROR_SUCCESS
+                                                                                  : ZoErrMemoryException;
 }
 
 BOOL CZoRegMailBoxes::Write()
@@ -223,12 +216,8 @@ tagREGMAILBOXSTRUCT* CZoRegMailBoxes::Add(DWORD number, const CString& name)
     std::unique_ptr<tagREGMAILBOXSTRUCT> mailBox(new (std::nothrow) tagREGMAILBOXSTRUCT{number, name});
     if (!mailBox)
         return nullptr;
-    try {
-        m_mailBoxes.Add(mailBox.get());
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([&] { m_mailBoxes.Add(mailBox.get()); }))
         return nullptr;
-    }
     return mailBox.release();
 }
 
@@ -292,17 +281,17 @@ BOOL CZoRegMailBoxes::GetMailBoxPath(DWORD number, CString& path, MAILBOXFOLDER 
         return FALSE;
     if (mailBoxes.GetByNumber(number) == nullptr)
         number = mailBoxes.GetDefault()->m_dwNumber;
-    try {
+    const BOOL named = WithoutThrowing([&]() -> BOOL {
         CString relative;
         relative.Format("MAILBOX\\%08lu%s", number, FolderSuffix(folder));
         const CString built = BesideExecutable(relative);
         if (built.IsEmpty())
             return FALSE;
         path = built;
-    } catch (CMemoryException* e) {
-        e->Delete();
+        return TRUE;
+    });
+    if (!named)
         return FALSE;
-    }
     unsigned long exists;
     CZoGlobalDirectoryFunctions::CreateDirChain(path, exists);
     return TRUE;

@@ -2,6 +2,7 @@
 /// Texts in the fields of records that files hold. A field that was read may lack its terminator.
 #pragma once
 
+#include <common/without_throwing.h>
 #include <zogbl/tool_item.h>
 
 #include "ground/bounded_text.h"
@@ -28,12 +29,8 @@ private:
 /// \p text is empty when memory has run out.
 template <size_t SIZE> void GetField(const char (&field)[SIZE], CString& text)
 {
-    try {
-        text = FieldText<SIZE>(field);
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([&] { text = FieldText<SIZE>(field); }))
         text.Empty();
-    }
 }
 
 /// Two bytes of the field stay unused, and only what exceeds the field is reported: see CTlmItem.

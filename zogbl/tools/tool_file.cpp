@@ -1,5 +1,7 @@
 #include <zogbl/tool_file.h>
 
+#include <common/without_throwing.h>
+
 #include "field.h"
 
 #include <afxcoll.h>
@@ -10,23 +12,11 @@ IMPLEMENT_DYNAMIC(CTlmFile, CObject)
 
 namespace {
 
-/// Runs what reads or writes. \return its status, or \p failure when it throws, be it for want of memory for the
-/// exception.
-template <class OPERATION> DWORD WithStatus(DWORD failure, OPERATION operation)
-{
-    try {
-        return operation();
-    } catch (CException* e) {
-        e->Delete();
-        return failure;
-    }
-}
-
 DWORD Open(CFile& file, LPCSTR path, UINT mode)
 {
     if (path == nullptr || *path == '\0')
         return ZO_TLM_NO_NAME;
-    return WithStatus(ZO_TLM_OPEN_FAILED, [&]() -> DWORD {
+    return ResultOr(ZO_TLM_OPEN_FAILED, [&]() -> DWORD {
         return file.Open(path, mode | CFile::shareDenyNone | CFile::typeBinary) ? 0 : ZO_TLM_OPEN_FAILED;
     });
 }
@@ -44,12 +34,7 @@ DWORD CheckHeader(const ZoToolFileHeader& header)
 /// An item, or null when memory has run out.
 CTlmItem* NewItem()
 {
-    try {
-        return new CTlmItem;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return nullptr;
-    }
+    return ResultOr(nullptr, [] { return new CTlmItem; });
 }
 
 } // namespace
@@ -64,7 +49,7 @@ DWORD CTlmFile::IsValidFile(const char* path)
     CFile file;
     if (const DWORD status = Open(file, path, CFile::modeRead))
         return status;
-    return WithStatus(ZO_TLM_READ_FAILED, [&]() -> DWORD {
+    return ResultOr(ZO_TLM_READ_FAILED, [&]() -> DWORD {
         ZoToolFileHeader header;
         if (file.GetLength() < sizeof header)
             return ZO_TLM_FILE_TOO_SHORT;
@@ -82,7 +67,7 @@ DWORD CTlmFile::LoadFileData(const char* path, DWORD version, DWORD size, CObArr
     CFile file;
     if (const DWORD status = Open(file, path, CFile::modeRead))
         return status;
-    return WithStatus(ZO_TLM_READ_FAILED, [&] { return ReadItems(file, items, options); });
+    return ResultOr(ZO_TLM_READ_FAILED, [&] { return ReadItems(file, items, options); });
 }
 
 DWORD CTlmFile::ReadItems(CFile& file, CObArray* items, DWORD options)
@@ -107,7 +92,7 @@ DWORD CTlmFile::ReadItems(CFile& file, CObArray* items, DWORD options)
             continue;
         if (isForMenu)
             item->SetCommand(command--);
-        const DWORD status = WithStatus(ZO_TLM_LIST_FULL, [&] { return items->Add(item.get()), DWORD{0}; });
+        const DWORD status = ResultOr(ZO_TLM_LIST_FULL, [&] { return items->Add(item.get()), DWORD{0}; });
         if (status != 0)
             return status;
         item.release();
@@ -143,5 +128,5 @@ DWORD CTlmFile::WriteHeader(CFile& file)
     m_header.dwMagic = ZO_TLM_FILE_MAGIC;
     m_header.dwVersion = m_dwFileVersion;
     m_header.dwReserved = 0;
-    return WithStatus(ZO_TLM_WRITE_FAILED, [&] { return file.Write(&m_header, sizeof m_header), DWORD{0}; });
+    return ResultOr(ZO_TLM_WRITE_FAILED, [&] { return file.Write(&m_header, sizeof m_header), DWORD{0}; });
 }

@@ -1,5 +1,6 @@
 #include <zogbl/tool_file_dialog.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/message_box.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
@@ -42,14 +43,11 @@ int ZoTlmSelectFile(char* path, int open, CWnd* parent, UINT templateId)
 {
     if (path == nullptr)
         return IDCANCEL;
-    try {
+    return ResultOr<CMemoryException>(IDCANCEL, [=]() -> int {
         CTLMFileDialog dialog(open, path, parent, templateId);
         if (dialog.DoModal() != IDOK)
             return IDCANCEL;
         CopyBounded(path, MAX_PATH, dialog.GetPathName());
         return IDOK;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return IDCANCEL;
-    }
+    });
 }

@@ -1,5 +1,6 @@
 #include <zogbl/tool_item.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/argument_prompt.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
@@ -80,30 +81,21 @@ DWORD CTlmItem::LoadItemData(CFile& file, DWORD version, DWORD size)
 {
     if (version != m_dwRecordVersion || size != m_dwRecordSize)
         return ZO_TLM_WRONG_VERSION;
-    try {
+    return ResultOr(ZO_TLM_READ_FAILED, [&]() -> DWORD {
         ZoToolItemRecord record; // a file that ends in the middle must not leave half of one
         if (file.Read(&record, sizeof record) != sizeof record)
             return ZO_TLM_READ_FAILED;
         m_record = record;
         return 0;
-    } catch (CException* e) { // also of memory, which the file's exception needs
-        e->Delete();
-        return ZO_TLM_READ_FAILED;
-    }
+    });
 }
 
 DWORD CTlmItem::SaveItemData(CFile& file, DWORD version, DWORD size)
 {
     if (version != m_dwRecordVersion || size != m_dwRecordSize)
         return ZO_TLM_WRONG_VERSION;
-    try {
-        m_record.dwSize = m_dwRecordSize;
-        file.Write(&m_record, sizeof m_record);
-        return 0;
-    } catch (CException* e) {
-        e->Delete();
-        return ZO_TLM_WRITE_FAILED;
-    }
+    m_record.dwSize = m_dwRecordSize;
+    return WithoutThrowing([&] { file.Write(&m_record, sizeof m_record); }) ? 0 : ZO_TLM_WRITE_FAILED;
 }
 
 // Starting ------------------------------------------------------------------------------------------------------------
@@ -160,7 +152,7 @@ DWORD CTlmItem::PromptForArgument(CWnd* parent, CString& args)
 /// Shows the question for arguments, with the item's own as the answer at first.
 DWORD CTlmItem::Ask(CWnd* parent, CString& arguments) const
 {
-    try {
+    return ResultOr(ZO_TLM_PROMPT_FAILED, [&]() -> DWORD {
         CZoArgumentPromptDlg dialog(parent);
         dialog.SetIcon(FindIcon(m_record.dwIcon));
         dialog.SetProgram(CString(FieldText(m_record.szProgramPath)));
@@ -171,8 +163,5 @@ DWORD CTlmItem::Ask(CWnd* parent, CString& arguments) const
         if (result == IDOK)
             arguments = dialog.GetAnswer();
         return result == IDOK ? 0 : result == -1 ? ZO_TLM_PROMPT_FAILED : ZO_TLM_CANCELLED;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZO_TLM_PROMPT_FAILED;
-    }
+    });
 }

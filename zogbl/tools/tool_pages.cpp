@@ -1,5 +1,6 @@
 #include <zogbl/tool_pages.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/select_directory.h>
@@ -7,7 +8,6 @@
 
 #include "field.h"
 
-#include "ground/without_throwing.h"
 #include "program_dialog.h"
 
 #include <commctrl.h>

@@ -1,5 +1,6 @@
 #include <zogbl/tool_sheet.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/file_name_functions.h>
 #include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
@@ -11,7 +12,6 @@
 
 #include "frame/language/language_help.h"
 #include "ground/box_filling.h"
-#include "ground/without_throwing.h"
 #include "program_dialog.h"
 
 #include <algorithm>
@@ -146,7 +146,7 @@ BOOL CTlmSheet::OnInitDialog()
         EndDialog(-1);
         return TRUE;
     }
-    WithoutThrowing([this] { return ReloadTexts(), TRUE; });
+    WithoutThrowing([this] { ReloadTexts(); });
     if (!m_bLoaded) {
         LoadAndShow();
     } else {
@@ -232,7 +232,7 @@ void CTlmSheet::SetFilePath(const char* path)
 {
     m_bLoaded = FALSE;
     m_csFilePath.Empty();
-    WithoutThrowing([&] { return m_csFilePath = path, TRUE; });
+    WithoutThrowing([&] { m_csFilePath = path; });
     if (m_hWnd != nullptr)
         LoadAndShow();
 }
@@ -264,29 +264,23 @@ DWORD CTlmSheet::LoadFileData()
         return ZO_TLM_NO_NAME;
     FreeItemList();
     m_csDescription.Empty();
-    try {
+    return ResultOr(ZO_TLM_NO_MEMORY, [this]() -> DWORD {
         const auto file = std::make_unique<CTlmFile>();
         const DWORD status = file->LoadFileData(m_csFilePath, ZO_TLM_FILE_VERSION, ZO_TLM_HEADER_SIZE, &m_items, 0);
         file->GetDescription(m_csDescription);
         return status;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZO_TLM_NO_MEMORY;
-    }
+    });
 }
 
 DWORD CTlmSheet::SaveFileData()
 {
     if (m_csFilePath.IsEmpty())
         return ZO_TLM_NO_NAME;
-    try {
+    return ResultOr(ZO_TLM_NO_MEMORY, [this]() -> DWORD {
         const auto file = std::make_unique<CTlmFile>();
         file->SetDescription(m_csDescription);
         return file->SaveFileData(m_csFilePath, ZO_TLM_FILE_VERSION, ZO_TLM_HEADER_SIZE, &m_items);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZO_TLM_NO_MEMORY;
-    }
+    });
 }
 
 void CTlmSheet::FreeItemList()

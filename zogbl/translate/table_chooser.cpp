@@ -1,13 +1,13 @@
 #include "table_chooser.h"
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 
 #include "controls/drawing/list_rows.h"
 #include "dialogs/base/dialog_resource.h"
 #include "dialogs/base/kept_file_box.h"
 #include "files/folder_walk.h"
-#include "ground/without_throwing.h"
 #include "translate_status.h"
 
 #include <vector>
@@ -38,7 +38,7 @@ BOOL TableChooser::OnInitDialog()
 {
     CZoDialog::OnInitDialog();
     m_list.SubclassDlgItem(ZO_IDC_TRANSLATE_CHOICES, this);
-    if (!WithoutThrowing([this] { return Fill(), TRUE; })) {
+    if (!WithoutThrowing([this] { Fill(); })) {
         EndDialog(-1);
         return TRUE;
     }
@@ -49,7 +49,7 @@ BOOL TableChooser::OnInitDialog()
     m_list.EnableWindow(!isEmpty);
     GetDlgItem(IDOK)->EnableWindow(!isEmpty);
     if (isEmpty)
-        WithoutThrowing([this] { return TellWhy(), TRUE; });
+        WithoutThrowing([this] { TellWhy(); });
     else
         TakeRoomOfReason();
     // Not SetFocus, which would leave OK the button that Enter presses.

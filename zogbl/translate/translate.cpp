@@ -1,5 +1,6 @@
 #include <zogbl/translate.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -62,13 +63,8 @@ template <size_t SIZE> void MakeIdentity(BYTE (&table)[SIZE])
 /// An assignment that leaves the text as it was where memory lacks.
 void Assign(CString& text, const char* value)
 {
-    if (value == nullptr)
-        return;
-    try {
-        text = value;
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    if (value != nullptr)
+        WithoutThrowing([&] { text = value; });
 }
 
 DWORD Judge(const Header& header)

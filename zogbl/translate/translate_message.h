@@ -2,13 +2,13 @@
 /// What the editor of translation tables tells the user.
 #pragma once
 
+#include <common/without_throwing.h>
 #include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/translate.h>
 
 #include "dialogs/base/kept_file_box.h"
-#include "ground/without_throwing.h"
 
 /// Shows a string of the user's language in a box over \p owner, with \p more behind it; without memory for it there is
 /// a sound alone.
@@ -40,6 +40,6 @@ inline TableSave SaveTable(CGblTranslate& table, const CString& path)
 inline void TellSaveFailed(const CWnd& owner, SaveResult result, const CString& path)
 {
     CString state;
-    WithoutThrowing([&] { return state = "\n\n" + DescribeSave(result, path), TRUE; });
+    WithoutThrowing([&] { state = "\n\n" + DescribeSave(result, path); });
     TellUser(owner, ZO_IDS_TRANSLATE_SAVE_FAILED, state);
 }

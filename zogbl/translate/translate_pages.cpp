@@ -1,12 +1,12 @@
 #include <zogbl/translate_editor.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
 #include "controls/drawing/bitmap_dc.h"
 #include "controls/drawing/item_painting.h"
 #include "ground/box_filling.h"
-#include "ground/without_throwing.h"
 #include "translate_message.h"
 
 #include <algorithm>

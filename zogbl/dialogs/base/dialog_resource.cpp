@@ -1,5 +1,6 @@
 #include "dialog_resource.h"
 
+#include <common/without_throwing.h>
 #include <zogbl/language_support.h>
 
 #include "ground/dialog_template.h"
@@ -50,7 +51,7 @@ void ReloadDialogTexts(CWnd& dialog, UINT templateId)
     if (resource == nullptr)
         return;
     DialogTemplateReader reader(resource, size);
-    try {
+    WithoutThrowing([&] {
         if (*reader.GetTitle() != 0)
             dialog.SetWindowText(Narrow(reader.GetTitle()));
         HWND nameless = nullptr;
@@ -63,9 +64,7 @@ void ReloadDialogTexts(CWnd& dialog, UINT templateId)
             if (control != nullptr && *item.text != 0)
                 ::SetWindowTextA(control, Narrow(item.text));
         }
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    });
     for (HWND control = GetWindow(dialog.m_hWnd, GW_CHILD); control != nullptr;
          control = GetWindow(control, GW_HWNDNEXT))
         SendMessageA(control, CZoLanguageSupport::GetUpdateMessage(), 0, 0); // for what shows names of its own

@@ -1,11 +1,11 @@
 #include <zogbl/message_box.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
 #include "controls/drawing/item_painting.h"
 #include "dialog_resource.h"
-#include "ground/without_throwing.h"
 
 #include <algorithm>
 #include <cstring>
@@ -279,7 +279,7 @@ BOOL Initialize(HWND box, Message& message)
                               0);
     ButtonRow buttons(box);
     LayOut(box, buttons);
-    WithoutThrowing([&] { return CWnd::FromHandle(box)->CenterWindow(), TRUE; });
+    WithoutThrowing([&] { CWnd::FromHandle(box)->CenterWindow(); });
     const UINT kind = message.type & MB_TYPEMASK;
     if (kind == MB_YESNO || kind == MB_ABORTRETRYIGNORE) // nothing but an answer closes it
         ::EnableMenuItem(::GetSystemMenu(box, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
@@ -358,7 +358,7 @@ int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type)
 {
     INT_PTR answer = 0;
     bool isShown = false;
-    WithoutThrowing([&] { return answer = ShowBox(owner, text, title, type, isShown), TRUE; });
+    WithoutThrowing([&] { answer = ShowBox(owner, text, title, type, isShown); });
     if (!isShown)
         return ::MessageBoxA(owner, text, title, type);
     return answer > 0 ? static_cast<int>(answer) : 0;

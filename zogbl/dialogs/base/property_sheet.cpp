@@ -1,5 +1,6 @@
 #include <zogbl/property_sheet.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 
 #include "dialog_resource.h"
@@ -72,12 +73,7 @@ INT_PTR CZoPropertySheet::DoModal()
                 sheet->ReloadTexts();
         },
         this);
-    try {
-        return CPropertySheet::DoModal();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return -1;
-    }
+    return ResultOr<CMemoryException>(-1, [this] { return CPropertySheet::DoModal(); });
 }
 
 BOOL CZoPropertySheet::OnInitDialog()
@@ -89,7 +85,7 @@ BOOL CZoPropertySheet::OnInitDialog()
 
 void CZoPropertySheet::ReloadTexts()
 {
-    try {
+    WithoutThrowing<CMemoryException>([this] { // without memory the rest stays as it is
         if (m_nTitleId != 0)
             SetWindowText(LoadText(m_nTitleId));
         for (int i = 0; i < GetPageCount(); ++i) {
@@ -102,9 +98,7 @@ void CZoPropertySheet::ReloadTexts()
             item.pszText = title.GetBuffer(0);
             ::SendMessageA(TabControl(), TCM_SETITEMA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
         }
-    } catch (CMemoryException* e) {
-        e->Delete(); // the rest stays as it is
-    }
+    });
     ReloadButtons();
 }
 
@@ -115,12 +109,10 @@ void CZoPropertySheet::ReloadButtons()
     } buttons[] = {{IDOK, m_bCloseOnly ? ZO_IDS_SHEET_CLOSE : ZO_IDS_SHEET_OK},
                    {IDCANCEL, ZO_IDS_SHEET_CANCEL},
                    {kApply, ZO_IDS_SHEET_APPLY}};
-    try {
+    WithoutThrowing([&] {
         for (const auto& row : buttons)
             SetDlgItemText(row.button, LoadText(static_cast<UINT>(row.text)));
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    });
 }
 
 LRESULT CZoPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)

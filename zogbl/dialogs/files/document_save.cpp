@@ -1,12 +1,12 @@
 #include <zogbl/document_save.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
 
 #include "dialogs/base/dialog_resource.h"
 #include "files/file_identity.h"
 #include "ground/bounded_text.h"
-#include "ground/without_throwing.h"
 
 namespace {
 
@@ -153,10 +153,10 @@ int ZoDoSave(CDocument* doc, const char* pathName, const char* currentPath, cons
     const FileIdentity before(name);
     if (!LetSave(doc, name)) {
         if (pathName == nullptr && MayBeDeleted(before, FileIdentity(name)))
-            WithoutThrowing([&] { return CFile::Remove(name), TRUE; });
+            WithoutThrowing([&] { CFile::Remove(name); });
         return 0;
     }
     if (replace != 0)
-        WithoutThrowing([&] { return doc->SetPathName(name, TRUE), TRUE; });
+        WithoutThrowing([&] { doc->SetPathName(name, TRUE); });
     return 1;
 }

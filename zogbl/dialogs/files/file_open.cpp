@@ -1,5 +1,6 @@
 #include <zogbl/file_open.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/file_name_functions.h>
 #include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
@@ -7,7 +8,6 @@
 
 #include "controls/drawing/list_rows.h"
 #include "ground/bounded_text.h"
-#include "ground/without_throwing.h"
 #include "place_list.h"
 #include "places.h"
 
@@ -77,25 +77,20 @@ INT_PTR CZoFileOpen::DoModal()
 {
     if (m_ofn.lpstrFile == nullptr || m_ofn.nMaxFile == 0)
         return -1;
-    try {
-        return CZoDialog::DoModal();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return -1;
-    }
+    return ResultOr<CMemoryException>(-1, [this] { return CZoDialog::DoModal(); });
 }
 
 CString CZoFileOpen::GetPathName() const
 {
     CString path;
-    WithoutThrowing([&] { return path = m_ofn.lpstrFile, TRUE; });
+    WithoutThrowing([&] { path = m_ofn.lpstrFile; });
     return path;
 }
 
 CString CZoFileOpen::GetFileName() const
 {
     CString name;
-    WithoutThrowing([&] { return name = NameOf(GetPathName()), TRUE; });
+    WithoutThrowing([&] { name = NameOf(GetPathName()); });
     return name;
 }
 
@@ -117,7 +112,7 @@ BOOL CZoFileOpen::OnFileNameOK() { return FALSE; }
 
 BOOL CZoFileOpen::OnInitDialog()
 {
-    if (!WithoutThrowing([this] { return Prepare(), TRUE; }))
+    if (!WithoutThrowing([this] { Prepare(); }))
         EndDialog(-1);
     return FALSE;
 }

@@ -1,5 +1,6 @@
 #include "folder_picker.h"
 
+#include <common/without_throwing.h>
 #include <zogbl/directory_functions.h>
 #include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
@@ -8,7 +9,6 @@
 #include "controls/drawing/bitmap_dc.h"
 #include "dialogs/base/dialog_resource.h"
 #include "ground/box_filling.h"
-#include "ground/without_throwing.h"
 #include "places.h"
 
 #include <utility>
@@ -107,8 +107,7 @@ INT_PTR FolderPicker::DoModal()
     if (!m_controls.AreThere())
         return -1;
     m_pictures = m_controls.CreatePlacePictures();
-    INT_PTR result = -1;
-    WithoutThrowing([&] { return result = CZoDialog::DoModal(), TRUE; });
+    const INT_PTR result = ResultOr(-1, [this] { return CZoDialog::DoModal(); });
     if (m_pictures != nullptr)
         m_controls.Destroy(m_pictures);
     m_pictures = nullptr;
@@ -117,7 +116,7 @@ INT_PTR FolderPicker::DoModal()
 
 BOOL FolderPicker::OnInitDialog()
 {
-    if (!WithoutThrowing([this] { return Prepare(), TRUE; }))
+    if (!WithoutThrowing([this] { Prepare(); }))
         EndDialog(-1);
     return TRUE;
 }
@@ -304,7 +303,7 @@ BOOL FolderPicker::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
     if (wParam != ZO_IDC_FOLDER_TREE)
         return CZoDialog::OnNotify(wParam, lParam, result);
-    WithoutThrowing([&] { return *result = OnTreeNotify(reinterpret_cast<NMHDR*>(lParam)), TRUE; });
+    WithoutThrowing([&] { *result = OnTreeNotify(reinterpret_cast<NMHDR*>(lParam)); });
     return TRUE;
 }
 

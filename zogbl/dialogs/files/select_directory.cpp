@@ -1,10 +1,10 @@
 #include <zogbl/select_directory.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/global_error.h>
 
 #include "folder_picker.h"
 #include "ground/bounded_text.h"
-#include "ground/without_throwing.h"
 #include "places.h"
 
 #include <algorithm>
@@ -21,7 +21,7 @@ public:
         m_window = CWnd::FromHandlePermanent(handle);
         if (m_window != nullptr)
             return ERROR_SUCCESS;
-        if (!WithoutThrowing([&] { return m_temporary.reset(new CWnd), TRUE; }))
+        if (!WithoutThrowing([&] { m_temporary.reset(new CWnd); }))
             return ZO_SELECT_ERROR_OBJECT;
         if (!WithoutThrowing([&] { return m_temporary->Attach(handle); }))
             return ZO_SELECT_ERROR_ATTACH;

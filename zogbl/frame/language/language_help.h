@@ -2,9 +2,8 @@
 /// Help for the dialogs that belong to the suite rather than to the application that shows them.
 #pragma once
 
+#include <common/without_throwing.h>
 #include <zogbl/module.h>
-
-#include "ground/without_throwing.h"
 
 #include <zomfx/frame_window.h>
 

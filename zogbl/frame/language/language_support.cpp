@@ -1,9 +1,9 @@
 #include <zogbl/language_support.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/global_config.h>
 
 #include "ground/module_data.h"
-#include "ground/without_throwing.h"
 #include "language_window_table.h"
 
 #include <cstdio>
@@ -89,7 +89,7 @@ void CZoLanguageSupport::OnDestroy()
 CString CZoLanguageSupport::GetLocaleName() const
 {
     CString name;
-    WithoutThrowing([&] { return name = LanguageAbbreviation(m_dwLoadedId), TRUE; });
+    WithoutThrowing([&] { name = LanguageAbbreviation(m_dwLoadedId); });
     return name;
 }
 

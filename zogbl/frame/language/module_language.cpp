@@ -1,11 +1,11 @@
 #include <zogbl/module_language.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/language_support.h>
 #include <zogbl/module.h>
 
 #include "ground/language_followers.h"
 #include "ground/module_data.h"
-#include "ground/without_throwing.h"
 
 #include <memory>
 #include <utility>

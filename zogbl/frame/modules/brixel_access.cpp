@@ -1,5 +1,6 @@
 #include <zogbl/brixel_access.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/installed_modules.h>
 
 #include <memory>
@@ -109,11 +110,11 @@ BOOL CZoBrixelAccess::LoadTemplates()
 /// \return FALSE when memory has run out. A library that cannot be loaded is left out.
 BOOL CZoBrixelAccess::LoadTemplate(LPCSTR fileName)
 {
-    try {
+    return WithoutThrowing([&] {
         auto module = std::make_unique<CZoTemplateDLLModule>();
         // A library that lacks entry points counts as loaded: its code, -3, is a large number.
         if (reinterpret_cast<UINT_PTR>(module->LoadLibraryA(fileName)) < ZO_FIRST_LIBRARY_HANDLE)
-            return TRUE;
+            return;
         // A plug-in that calls back finds the modules loaded before it.
         module->InitializeTemplateDLL();
         const int id = module->GetTemplateID();
@@ -127,9 +128,5 @@ BOOL CZoBrixelAccess::LoadTemplate(LPCSTR fileName)
             throw;
         }
         module.release(); // NOLINT(bugprone-unused-return-value): the array owns it now
-        return TRUE;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    });
 }

@@ -1,5 +1,6 @@
 #include <zogbl/installed_modules.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/global_config.h>
 #include <zogbl/version_resource.h>
 
@@ -50,13 +51,8 @@ CString VersionKey(LPCSTR installedModulesKey, LPCSTR moduleName, LPCSTR version
 
 DWORD CollectName(void* context, LPCSTR subkeyName)
 {
-    try {
-        static_cast<CStringArray*>(context)->Add(subkeyName);
-        return ERROR_SUCCESS;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZoErrNoMemory;
-    }
+    const BOOL added = WithoutThrowing([=] { static_cast<CStringArray*>(context)->Add(subkeyName); });
+    return added ? ERROR_SUCCESS : ZoErrNoMemory;
 }
 
 } // namespace
@@ -79,7 +75,7 @@ void CZoInstalledModules::RemoveAll()
 BOOL CZoInstalledModules::Load()
 {
     RemoveAll();
-    try {
+    const BOOL loaded = WithoutThrowing([&]() -> BOOL {
         CZoVersionResource version;
         if (!version.ExtractVersionInfo())
             return FALSE;
@@ -91,23 +87,20 @@ BOOL CZoInstalledModules::Load()
         if (config.EnumEntries(ZO_MODE_LOCAL_MACHINE, key, &CollectName, &names) == ZoErrNoMemory)
             return FALSE;
         for (INT_PTR i = 0; i < names.GetSize(); ++i) {
-            if (!LoadInstalledModuleInfo(config, key, names[i], versionText)) {
-                RemoveAll();
+            if (!LoadInstalledModuleInfo(config, key, names[i], versionText))
                 return FALSE;
-            }
         }
         return TRUE;
-    } catch (CMemoryException* e) {
-        e->Delete();
+    });
+    if (!loaded)
         RemoveAll();
-        return FALSE;
-    }
+    return loaded;
 }
 
 BOOL CZoInstalledModules::LoadInstalledModuleInfo(CZoGlobalConfig& config, LPCSTR installedModulesKey,
                                                   LPCSTR moduleName, LPCSTR versionText)
 {
-    try {
+    return WithoutThrowing([&]() -> BOOL {
         const CString key = VersionKey(installedModulesKey, moduleName, versionText);
         DWORD access = 0;
         DWORD status = config.GetValue(ZO_MODE_LOCAL_MACHINE, key, kAccess, access, static_cast<DWORD>(-1));
@@ -130,24 +123,20 @@ BOOL CZoInstalledModules::LoadInstalledModuleInfo(CZoGlobalConfig& config, LPCST
         m_modules.Add(module.get());
         module.release(); // NOLINT(bugprone-unused-return-value): the array owns it now
         return TRUE;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    });
 }
 
 void CZoInstalledModules::GetTemplateFileNames(CStringArray& fileNames, DWORD mask) const
 {
     fileNames.RemoveAll();
-    try {
+    const BOOL added = WithoutThrowing([&] {
         for (INT_PTR i = 0; i < m_modules.GetSize(); ++i) {
             if ((Module(i)->m_dwAccess & mask) == mask)
                 fileNames.Add(Module(i)->m_csTemplateFileName);
         }
-    } catch (CMemoryException* e) {
-        e->Delete();
+    });
+    if (!added)
         fileNames.RemoveAll();
-    }
 }
 
 BOOL CZoInstalledModules::IsTemplateInstalled(DWORD identifier) const
@@ -162,7 +151,7 @@ BOOL CZoInstalledModules::IsTemplateInstalled(DWORD identifier) const
 
 void CZoInstalledModules::SetTemplateInstalled(DWORD identifier, BOOL on) const
 {
-    try {
+    WithoutThrowing([&] {
         const CString name = GetModuleDesc(identifier);
         if (name.IsEmpty())
             return;
@@ -177,9 +166,7 @@ void CZoInstalledModules::SetTemplateInstalled(DWORD identifier, BOOL on) const
                 VersionKey(version.GetInstalledModulesKey(), module->m_csModuleName, VersionText(version));
             CZoGlobalConfig().SetValue(ZO_MODE_LOCAL_MACHINE, key, kAccess, on ? GetDefaultAccessFlags(identifier) : 0);
         }
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    });
 }
 
 CString CZoInstalledModules::GetModuleDesc(DWORD identifier) const { return FindKnownModule(identifier).name; }

@@ -2,6 +2,7 @@
 #include <zogbl/global_config.h>
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 
 #include "registry_key.h"
 #include "registry_name.h"
@@ -139,13 +140,9 @@ DWORD CZoGlobalConfig::FindFirstSubKey(DWORD mode, LPCSTR key, CString& subkeyNa
     if (!IsWin32s() && !HasNamedValues())
         return ERROR_SUCCESS;
     const auto take = [&](HKEY, LPCSTR name, DWORD& result) {
-        try {
-            subkeyName = name;
-            found = TRUE;
-        } catch (CMemoryException* e) {
-            e->Delete();
+        found = WithoutThrowing([&] { subkeyName = name; });
+        if (!found)
             result = ZoErrNoMemory;
-        }
         return false;
     };
     const DWORD result = RegistryWalk(IsWin32s()).ForEachSubkey(MapModeToKey(mode), key, take);
@@ -200,17 +197,15 @@ DWORD CZoGlobalConfig::CopyRegTree(DWORD destinationMode, LPCSTR destinationKey,
     if (!IsWin32s() && !HasNamedValues())
         return ERROR_SUCCESS;
     // Copying a tree into itself would not end before the paths are full, and moving it there would delete it.
-    try {
+    DWORD result = ResultOr(ERROR_NOT_ENOUGH_MEMORY, [&]() -> DWORD {
         bool below = false;
         CString way;
-        const DWORD result = IsKeyAtOrBelow(MapModeToKey(destinationMode), destinationKey, MapModeToKey(sourceMode),
-                                            sourceKey, IsWin32s(), below, way);
-        if (result != ERROR_SUCCESS || below)
-            return below ? ERROR_INVALID_PARAMETER : result;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
+        const DWORD found = IsKeyAtOrBelow(MapModeToKey(destinationMode), destinationKey, MapModeToKey(sourceMode),
+                                           sourceKey, IsWin32s(), below, way);
+        return below ? ERROR_INVALID_PARAMETER : found;
+    });
+    if (result != ERROR_SUCCESS)
+        return result;
     const std::unique_ptr<CopyRecord> record(new (std::nothrow) CopyRecord);
     if (!record)
         return ERROR_NOT_ENOUGH_MEMORY;
@@ -220,7 +215,7 @@ DWORD CZoGlobalConfig::CopyRegTree(DWORD destinationMode, LPCSTR destinationKey,
     record->destinationMode = destinationMode;
     record->config = this;
     record->flag = flag;
-    const DWORD result = EnumEntries(sourceMode, sourceKey, &GblEnumCopyRegTreeEntriesProc, record.get());
+    result = EnumEntries(sourceMode, sourceKey, &GblEnumCopyRegTreeEntriesProc, record.get());
     return result != ERROR_SUCCESS ? result
                                    : EnumValues(sourceMode, sourceKey, &GblEnumCopyRegTreeValuesProc, record.get());
 }
@@ -264,27 +259,24 @@ DWORD CZoGlobalConfig::MoveRegTree(DWORD destinationMode, LPCSTR destinationKey,
     if (destinationKey == nullptr || sourceKey == nullptr)
         return ERROR_INVALID_PARAMETER;
     // To a key above: what the way back leads to from the source would be copied to the source, and deleted with it.
-    try {
+    DWORD result = ResultOr(ERROR_NOT_ENOUGH_MEMORY, [&]() -> DWORD {
         const HKEY root = MapModeToKey(sourceMode);
         bool isAbove = false;
         CString way;
-        DWORD result =
+        DWORD status =
             IsKeyAtOrBelow(root, sourceKey, MapModeToKey(destinationMode), destinationKey, IsWin32s(), isAbove, way);
         RegistryKey source;
         RegistryKey doomed;
-        if (result == ERROR_SUCCESS && isAbove)
-            result = IsWin32s() ? source.OpenOld(root, sourceKey) : source.Open(root, sourceKey, KEY_READ);
-        if (result == ERROR_SUCCESS && isAbove) {
-            result = IsWin32s() ? doomed.OpenOld(source, way.Mid(1)) : doomed.Open(source, way.Mid(1), KEY_READ);
-            if (result == ERROR_SUCCESS)
+        if (status == ERROR_SUCCESS && isAbove)
+            status = IsWin32s() ? source.OpenOld(root, sourceKey) : source.Open(root, sourceKey, KEY_READ);
+        if (status == ERROR_SUCCESS && isAbove) {
+            status = IsWin32s() ? doomed.OpenOld(source, way.Mid(1)) : doomed.Open(source, way.Mid(1), KEY_READ);
+            if (status == ERROR_SUCCESS)
                 return ERROR_INVALID_PARAMETER;
         }
-        if (result != ERROR_SUCCESS && result != ERROR_FILE_NOT_FOUND)
-            return result;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
-    const DWORD result = CopyRegTree(destinationMode, destinationKey, sourceMode, sourceKey, flag);
+        return status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status;
+    });
+    if (result == ERROR_SUCCESS)
+        result = CopyRegTree(destinationMode, destinationKey, sourceMode, sourceKey, flag);
     return result != ERROR_SUCCESS ? result : DeleteSection(sourceMode, sourceKey, nullptr);
 }

@@ -1,6 +1,7 @@
 #include <zogbl/country_code.h>
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 #include <zogbl/custom_resource.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
@@ -112,12 +113,8 @@ DWORD CZoCountryCodeList::AddCountry(DWORD a, DWORD b, DWORD c)
         return ZoErrBadData;
     if (country->GetName().IsEmpty() && ZoGblFindStringModule(country->GetStringIndex()) != nullptr)
         return ZoErrMemoryException; // the name is there, the memory for it was not
-    try {
-        InsertByName(m_countries, country.get());
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([&] { InsertByName(m_countries, country.get()); }))
         return ZoErrMemoryException;
-    }
     country.release();
     return ERROR_SUCCESS;
 }
@@ -127,12 +124,8 @@ DWORD CZoCountryCodeList::ReloadNames()
     m_bNamesOutdated = TRUE;
     // All names or none: a list in two languages would be worse than one in the old language.
     CStringArray names;
-    try {
-        names.SetSize(m_countries.GetSize());
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([&] { names.SetSize(m_countries.GetSize()); }))
         return ZoErrMemoryException;
-    }
     for (INT_PTR i = 0; i < m_countries.GetSize(); ++i) {
         const UINT id = Country(m_countries[i])->GetStringIndex();
         if (!ZoGblLoadString(id, names[i]) && ZoGblFindStringModule(id) != nullptr)

@@ -1,6 +1,8 @@
 // The process's country list, and questions to it.
 #include <zogbl/country_code.h>
 
+#include <common/without_throwing.h>
+
 #include "ground/language_followers.h"
 #include "ground/module_data.h"
 
@@ -24,16 +26,14 @@ template <class TEXT> BOOL FillMap(ZoCountryTextMap& map, TEXT textOf)
     const CZoCountryCodeList* list = GetGlobalCountryList();
     if (list == nullptr)
         return FALSE;
-    try {
+    const BOOL filled = WithoutThrowing([&] {
         // From the last one to the first, so that of two with one index the first in name order is kept.
         for (int i = list->GetCount(); i-- > 0;)
             map.SetAt(list->GetAt(i)->GetCountryIndex(), textOf(*list->GetAt(i)));
-    } catch (CMemoryException* e) {
-        e->Delete();
+    });
+    if (!filled)
         map.RemoveAll();
-        return FALSE;
-    }
-    return TRUE;
+    return filled;
 }
 
 CString CodeText(const CZoCountryCode& country)
@@ -76,14 +76,11 @@ BOOL GetCountryPhoneCodeMap(ZoCountryTextMap& map) { return FillMap(map, CodeTex
 
 BOOL GetCountryNameFromCode(UINT countryIndex, CString& name)
 {
-    try {
+    return WithoutThrowing([&] {
         ZoCountryTextMap map;
         map.InitHashTable(kNameMapHashSize);
         return GetCountryCodeMap(map) && map.Lookup(countryIndex, name);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    });
 }
 
 void GetCountryPhoneCode(WORD countryIndex, CString& code)
@@ -93,11 +90,7 @@ void GetCountryPhoneCode(WORD countryIndex, CString& code)
     const CZoCountryCode* country = list != nullptr ? list->FindByIndex(countryIndex) : nullptr;
     if (country == nullptr)
         return;
-    try {
-        code = CodeText(*country);
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    WithoutThrowing([&] { code = CodeText(*country); });
 }
 
 BOOL GetCountryPrefix(WORD countryIndex, UINT& prefix)

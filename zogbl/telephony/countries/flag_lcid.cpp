@@ -1,5 +1,6 @@
 #include <zogbl/flag_lcid.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/custom_resource.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
@@ -96,17 +97,14 @@ BOOL CZoFlagLcid::SetTextMode(DWORD textMode)
         m_dwNamedLcid = 0;
         return FALSE;
     }
-    try {
+    return WithoutThrowing([&] {
         CString name;
         const BOOL named = GetLanguageName(m_nLcid, name, textMode);
         m_csName = name;
         m_dwNamedLcid = named ? m_nLcid : 0;
         m_dwTextMode = textMode;
         return named;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    });
 }
 
 BOOL CZoFlagLcid::GetLanguageName(DWORD lcid, CString& name, DWORD textMode)
@@ -151,14 +149,11 @@ DWORD CZoFlagLcidList::LoadData()
         return ZoErrBadData;
     // A table that lacks its terminator ends with the resource.
     const DWORD* end = code + resource.GetResourceSize() / sizeof *code;
-    try {
+    const BOOL added = WithoutThrowing([&] {
         for (; code != end && *code != 0; ++code)
             m_codes.Add(*code);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZoErrMemoryException;
-    }
-    return ERROR_SUCCESS;
+    });
+    return added ? ERROR_SUCCESS : ZoErrMemoryException;
 }
 
 DWORD CZoFlagLcidList::FreeData()
@@ -181,12 +176,8 @@ DWORD CZoFlagLcidList::AddNewItem(DWORD code, DWORD textMode)
             LOWORD(code) != 0 && NameSize(GetNarrowPart, LOWORD(code), PartsOf(textMode)) >= kShortestName;
         return known ? ZoErrMemoryException : ZoErrBadData; // the name is there, the memory for it was not
     }
-    try {
-        m_items.Add(item.get());
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([&] { m_items.Add(item.get()); }))
         return ZoErrMemoryException;
-    }
     item.release();
     return ERROR_SUCCESS;
 }

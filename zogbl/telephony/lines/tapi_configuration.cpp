@@ -1,6 +1,8 @@
 // Devices and their configuration.
 #include <zogbl/tapi_interface.h>
 
+#include <common/without_throwing.h>
+
 #include "tapi_records.h"
 
 #include <cstdio>
@@ -79,7 +81,7 @@ DWORD CZoTAPIInterface::EnumerateTAPIDeviceLines(CStringArray* pNames, DWORD& dw
     }
     DWORD count = 0;
     const INT_PTR keysBefore = pRegKeys != nullptr ? pRegKeys->GetSize() : 0;
-    try {
+    const BOOL complete = WithoutThrowing<CMemoryException>([&] {
         for (DWORD device = 0; device < m_dwNumDevs; ++device) { // which may change while boxes are up
             const DWORD version = ZolineNegotiateAPIVersion(device);
             const LocalPointer<LINEDEVCAPS> caps(version != 0 ? ZolineGetDevCaps(nullptr, device, version) : nullptr);
@@ -101,8 +103,8 @@ DWORD CZoTAPIInterface::EnumerateTAPIDeviceLines(CStringArray* pNames, DWORD& dw
                 pNames->Add(name);
             ++count;
         }
-    } catch (CMemoryException* e) {
-        e->Delete();
+    });
+    if (!complete) {
         if (pRegKeys != nullptr)
             pRegKeys->SetSize(keysBefore + static_cast<INT_PTR>(count)); // without one whose name found no room
         HandleNoMem();

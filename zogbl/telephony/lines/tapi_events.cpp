@@ -2,6 +2,7 @@
 #include <zogbl/tapi_interface.h>
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 
 #include "tapi_binding.h"
 #include "tapi_records.h"
@@ -157,10 +158,7 @@ BOOL CZoTAPIInterface::SetStatusMessages(HLINE line)
 
 void CZoTAPIInterface::RetrieveCallerIDInfo()
 {
-    try {
-        ReadCallerID();
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing<CMemoryException>([this] { ReadCallerID(); })) {
         m_strCallerID.Empty();
         m_strCallerName.Empty();
         HandleNoMem();

@@ -1,5 +1,7 @@
 #include "tapi_state.h"
 
+#include <common/without_throwing.h>
+
 TapiState& GetTapiState()
 {
     static TapiState state;
@@ -8,13 +10,7 @@ TapiState& GetTapiState()
 
 BOOL TapiState::Enter(CZoTAPIInterface* object)
 {
-    try {
-        m_interfaces.Add(object);
-        return TRUE;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return FALSE;
-    }
+    return WithoutThrowing([=, this] { m_interfaces.Add(object); });
 }
 
 void TapiState::Leave(CZoTAPIInterface* object)

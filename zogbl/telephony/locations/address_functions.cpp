@@ -1,5 +1,6 @@
 #include <zogbl/address_functions.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/location_item.h>
 #include <zogbl/tapi_interface.h>
 
@@ -247,7 +248,7 @@ int CZoGlobalAddressFunctions::MakeDialableAddress(_tagAddressInformation* addre
     address->m_szDialable[0] = '\0';
     if (mode != ZO_DIAL_AUTOMATIC && mode != ZO_DIAL_LOCAL && mode != ZO_DIAL_LONG_DISTANCE)
         return 0;
-    try {
+    return ResultOr<CMemoryException>(0, [&] {
         const Target there = ReadTarget(*address);
         if (there.number.IsEmpty())
             return 0;
@@ -263,8 +264,5 @@ int CZoGlobalAddressFunctions::MakeDialableAddress(_tagAddressInformation* addre
             return 0;
         std::memcpy(address->m_szDialable, static_cast<LPCSTR>(dialable), size);
         return 1;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return 0;
-    }
+    });
 }

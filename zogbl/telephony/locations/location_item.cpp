@@ -1,5 +1,7 @@
 #include <zogbl/location_item.h>
 
+#include <common/without_throwing.h>
+
 #include "location_record.h"
 
 #include <variant>
@@ -138,12 +140,7 @@ DWORD CZoLocationItem::LoadByIndex(DWORD index)
     const DWORD status = ForEachField(*this, Load{*record});
     if (status != ERROR_SUCCESS)
         return status;
-    try {
-        return LoadPhones(*record, m_csaPhoneAreas, m_csaPhoneNumbers);
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZoErrMemoryException;
-    }
+    return ResultOr(ZoErrMemoryException, [&] { return LoadPhones(*record, m_csaPhoneAreas, m_csaPhoneNumbers); });
 }
 
 DWORD CZoLocationItem::LoadCurrentLocation()

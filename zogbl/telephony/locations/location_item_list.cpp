@@ -1,6 +1,7 @@
 #include <zogbl/location_item.h>
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 #include <zogbl/number_text.h>
 
 #include "ground/box_filling.h"
@@ -43,13 +44,8 @@ DWORD CollectIndex(void* indexes, LPCSTR subkeyName)
 {
     if (!IsNumber(subkeyName))
         return ERROR_SUCCESS;
-    try {
-        static_cast<CDWordArray*>(indexes)->Add(StringToDWord(subkeyName));
-        return ERROR_SUCCESS;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZoErrMemoryException;
-    }
+    const BOOL added = WithoutThrowing([=] { static_cast<CDWordArray*>(indexes)->Add(StringToDWord(subkeyName)); });
+    return added ? ERROR_SUCCESS : ZoErrMemoryException;
 }
 
 /// Appends the indexes of all records, in the registry's order. \return as LoadAllItems
@@ -101,12 +97,8 @@ DWORD CZoLocationItemList::LoadItem(DWORD index)
     const DWORD status = item->LoadByIndex(index);
     if (status != ERROR_SUCCESS)
         return status;
-    try {
-        m_items.Add(item.get());
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([&] { m_items.Add(item.get()); }))
         return ZoErrMemoryException;
-    }
     item.release();
     return ERROR_SUCCESS;
 }
@@ -154,12 +146,8 @@ CZoLocationItem* CZoLocationItemList::GetNewLocation()
     std::unique_ptr<CZoLocationItem> item(new (std::nothrow) CZoLocationItem(index));
     if (!item)
         return nullptr;
-    try {
-        m_items.Add(item.get());
-    } catch (CMemoryException* e) {
-        e->Delete();
+    if (!WithoutThrowing([&] { m_items.Add(item.get()); }))
         return nullptr;
-    }
     return item.release();
 }
 

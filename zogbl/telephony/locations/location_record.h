@@ -2,6 +2,7 @@
 /// The registry object that an operation on locations works with.
 #pragma once
 
+#include <common/without_throwing.h>
 #include <zogbl/location_registry.h>
 
 #include <cstring>
@@ -21,12 +22,7 @@ public:
     /// Null when memory has run out.
     static std::unique_ptr<LocationRecord> Create()
     {
-        try {
-            return std::unique_ptr<LocationRecord>(new LocationRecord);
-        } catch (CMemoryException* e) {
-            e->Delete();
-            return nullptr;
-        }
+        return ResultOr(nullptr, [] { return std::unique_ptr<LocationRecord>(new LocationRecord); });
     }
 
     /// Positions the object on the key of all locations.

@@ -1,5 +1,6 @@
 #include <zogbl/location_registry.h>
 
+#include <common/without_throwing.h>
 #include <zogbl/module.h>
 #include <zogbl/version_resource.h>
 
@@ -132,13 +133,7 @@ DWORD CZoLocationRegistry::GetString(UINT id, CString& text)
     const DWORD status = GetString(id, buffer, sizeof buffer, nullptr);
     if (status != ERROR_SUCCESS)
         return status;
-    try {
-        text = buffer;
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return ZoErrMemoryException;
-    }
-    return ERROR_SUCCESS;
+    return WithoutThrowing([&] { text = buffer; }) ? ERROR_SUCCESS : ZoErrMemoryException;
 }
 
 UINT CZoLocationRegistry::GetAreaStringId(DWORD kind) { return ZO_IDS_REG_AREA_HOME1 + KnownKind(kind); }
