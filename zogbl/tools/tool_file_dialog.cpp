@@ -1,13 +1,12 @@
 #include <zogbl/tool_file_dialog.h>
 
 #include <common/without_throwing.h>
-#include <zogbl/message_box.h>
 #include <zogbl/operating_system.h>
 #include <zogbl/resource_ids.h>
-#include <zogbl/resource_lookup.h>
 
 #include "dialogs/base/filter.h"
 #include "dialogs/base/kept_file_box.h"
+#include "dialogs/base/tell_user.h"
 
 #include "ground/bounded_text.h"
 
@@ -33,9 +32,7 @@ BOOL CTLMFileDialog::OnFileNameOK()
     if (!IsOpenDialog() || CTlmFile::IsValidFile(path) == 0 ||
         (OfferKeptFile(this, path, m_csTitle) && CTlmFile::IsValidFile(path) == 0))
         return FALSE;
-    CString text;
-    ZoGblLoadString(ZO_IDS_TOOL_NO_TOOLS_FILE, text);
-    ZoMessageBox(m_hWnd, text, m_csTitle, MB_OK | MB_ICONEXCLAMATION);
+    TellUser(this, ZO_IDS_TOOL_OPEN_TITLE, ZO_IDS_TOOL_NO_TOOLS_FILE);
     return TRUE;
 }
 

@@ -2,12 +2,11 @@
 
 #include <common/without_throwing.h>
 #include <zogbl/file_name_functions.h>
-#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "dialogs/base/dialog_resource.h"
 #include "dialogs/base/kept_file_box.h"
+#include "dialogs/base/tell_user.h"
 #include "ground/bounded_text.h"
 
 #include "frame/language/language_help.h"
@@ -28,19 +27,6 @@ constexpr int kGap = 4;
 constexpr int kMargin = 7;
 constexpr int kCaptionHeight = 11; // of the group box
 constexpr int kButtonHeight = 14;
-
-/// Shows a box over \p owner, or none. \return the answer; without memory for the question IDYES, which keeps
-/// everything
-template <class MESSAGE> int Ask(const CWnd* owner, UINT type, MESSAGE message)
-{
-    int answer = IDYES;
-    WithoutThrowing([&] {
-        answer = ZoMessageBox(owner != nullptr ? owner->m_hWnd : nullptr, message(), LoadText(ZO_IDS_TOOL_SHEET_TITLE),
-                              type | MB_ICONEXCLAMATION);
-        return TRUE;
-    });
-    return answer;
-}
 
 /// Whether a file holds the header and \p items whole records, nothing more. -1: any number of them.
 bool IsWhole(LPCSTR path, INT_PTR items)
@@ -250,11 +236,7 @@ void CTlmSheet::LoadAndShow()
 
 LRESULT CTlmSheet::OnTellLoadFailure(WPARAM, LPARAM)
 {
-    Ask(this, MB_OK, [this] {
-        CString text;
-        text.Format(LoadText(ZO_IDS_TOOL_LOAD_FAILED), (LPCSTR)m_csFilePath);
-        return text;
-    });
+    TellUser(this, ZO_IDS_TOOL_SHEET_TITLE, [this] { return LoadText(ZO_IDS_TOOL_LOAD_FAILED, m_csFilePath); });
     return 0;
 }
 
@@ -512,12 +494,9 @@ void EditToolItemFile(const char* path, CWnd* parent)
             // Saving itself does not tell whether all records are there.
             const SaveResult result =
                 SaveKeeping(path, [&] { return sheet.SaveFileData() == 0 && IsWhole(path, sheet.GetItemCount()); });
-            const auto message = [&] {
-                CString text;
-                text.Format(LoadText(ZO_IDS_TOOL_SAVE_FAILED), path, (LPCSTR)DescribeSave(result, path));
-                return text;
-            };
-            if (result == SaveResult::kSaved || Ask(owner, MB_YESNO, message) != IDYES)
+            // Without memory for the question it is Yes, which loses nothing.
+            const auto question = [&] { return LoadText(ZO_IDS_TOOL_SAVE_FAILED, path, DescribeSave(result, path)); };
+            if (result == SaveResult::kSaved || TellUser(owner, ZO_IDS_TOOL_SHEET_TITLE, question, MB_YESNO) != IDYES)
                 break;
         }
         return TRUE;

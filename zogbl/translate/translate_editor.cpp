@@ -2,7 +2,7 @@
 
 #include <zogbl/resource_ids.h>
 
-#include "translate_message.h"
+#include "table_save.h"
 #include "translate_status.h"
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include "dialogs/base/filter.h"
 #include "dialogs/base/kept_file_box.h"
-#include "translate_message.h"
+#include "dialogs/base/tell_user.h"
 
 CIOTFileDialog::CIOTFileDialog(BOOL open, LPCSTR path, CWnd* parent)
     : CZoFileOpen(open, ZO_IDD_TRANSLATE_FILE, nullptr, path,
@@ -29,6 +29,6 @@ BOOL CIOTFileDialog::OnFileNameOK()
     if (!IsOpenDialog() || CGblTranslate::IsValidFile(path) == ZO_TRANSLATE_SUCCESS ||
         (OfferKeptFile(this, path, m_csTitle) && CGblTranslate::IsValidFile(path) == ZO_TRANSLATE_SUCCESS))
         return FALSE;
-    TellUser(*this, ZO_IDS_TRANSLATE_BAD_FILE);
+    TellUser(this, 0, ZO_IDS_TRANSLATE_BAD_FILE);
     return TRUE;
 }

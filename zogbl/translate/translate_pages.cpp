@@ -7,7 +7,7 @@
 #include "controls/drawing/bitmap_dc.h"
 #include "controls/drawing/item_painting.h"
 #include "ground/box_filling.h"
-#include "translate_message.h"
+#include "table_save.h"
 
 #include <algorithm>
 
@@ -314,7 +314,7 @@ void CGblIotOptions::ExchangeFile(BOOL open)
         const CString chosen = dialog.GetPathName();
         if (open) {
             if (translation.Load(chosen) != ZO_TRANSLATE_SUCCESS)
-                return TellUser(*this, ZO_IDS_TRANSLATE_LOAD_FAILED), FALSE;
+                return TellUser(this, 0, ZO_IDS_TRANSLATE_LOAD_FAILED), FALSE;
         } else if (const SaveResult saved = SaveTable(translation, chosen).result; saved != SaveResult::kSaved) {
             return TellSaveFailed(*this, saved, chosen), FALSE;
         }
@@ -324,5 +324,5 @@ void CGblIotOptions::ExchangeFile(BOOL open)
         return TRUE;
     });
     if (result == -1)
-        TellUser(*this, ZO_IDS_TRANSLATE_NO_FILE_DIALOG);
+        TellUser(this, 0, ZO_IDS_TRANSLATE_NO_FILE_DIALOG);
 }

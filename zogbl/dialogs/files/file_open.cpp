@@ -2,11 +2,11 @@
 
 #include <common/without_throwing.h>
 #include <zogbl/file_name_functions.h>
-#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
 #include "controls/drawing/list_rows.h"
+#include "dialogs/base/tell_user.h"
 #include "ground/bounded_text.h"
 #include "place_list.h"
 #include "places.h"
@@ -518,11 +518,11 @@ BOOL CZoFileOpen::IsAcceptable(const CString& path)
     if (!exists && (flags & OFN_FILEMUSTEXIST) != 0)
         return Refuse(ZO_IDS_FILE_MISSING, path);
     if (!exists && (flags & OFN_CREATEPROMPT) != 0)
-        return Ask(ZO_IDS_FILE_CREATE, path, MB_YESNO | MB_ICONQUESTION) == IDYES;
+        return AskUser(*this, ZO_IDS_FILE_CREATE, path, MB_YESNO | MB_ICONQUESTION) == IDYES;
     if (exists && (flags & OFN_NOREADONLYRETURN) != 0 && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
         return Refuse(ZO_IDS_FILE_WRITE_PROTECTED, path);
     if (exists && !m_bOpen && (flags & OFN_OVERWRITEPROMPT) != 0)
-        return Ask(ZO_IDS_FILE_EXISTS, path, MB_YESNO | MB_ICONEXCLAMATION | MB_DEFBUTTON2) == IDYES;
+        return AskUser(*this, ZO_IDS_FILE_EXISTS, path, MB_YESNO | MB_ICONEXCLAMATION | MB_DEFBUTTON2) == IDYES;
     return TRUE;
 }
 
@@ -550,22 +550,10 @@ void CZoFileOpen::Finish(const CString& path)
     EndDialog(IDOK);
 }
 
-int CZoFileOpen::Ask(UINT message, LPCSTR path, UINT type)
-{
-    CString text;
-    if (!ZoGblLoadString(message, text))
-        return 0;
-    CString whole;
-    whole.Format(text, path);
-    CString title;
-    GetWindowText(title);
-    return ZoMessageBox(m_hWnd, whole, title, type);
-}
-
 /// Says why a name cannot be taken, and lets it be corrected. \return FALSE
 BOOL CZoFileOpen::Refuse(UINT message, LPCSTR path)
 {
-    Ask(message, path, MB_OK | MB_ICONEXCLAMATION);
+    AskUser(*this, message, path, MB_OK | MB_ICONEXCLAMATION);
     ::SetFocus(Item(ZO_IDC_FILE_NAME));
     ::SendMessageA(Item(ZO_IDC_FILE_NAME), EM_SETSEL, 0, -1);
     return FALSE;

@@ -2,12 +2,11 @@
 
 #include <common/without_throwing.h>
 #include <zogbl/directory_functions.h>
-#include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
 #include "controls/drawing/bitmap_dc.h"
-#include "dialogs/base/dialog_resource.h"
+#include "dialogs/base/tell_user.h"
 #include "ground/box_filling.h"
 #include "places.h"
 
@@ -443,14 +442,4 @@ void FolderPicker::TakePath(const CString& typed)
 }
 
 /// Says why a path cannot be taken, and lets it be corrected.
-void FolderPicker::Refuse(UINT message, LPCSTR path)
-{
-    CString format;
-    CString text;
-    CString title;
-    if (!ZoGblLoadString(message, format))
-        return;
-    text.Format(format, path);
-    GetWindowText(title);
-    ZoMessageBox(m_hWnd, text, title, MB_OK | MB_ICONEXCLAMATION);
-}
+void FolderPicker::Refuse(UINT message, LPCSTR path) { AskUser(*this, message, path, MB_OK | MB_ICONEXCLAMATION); }

@@ -123,7 +123,6 @@ private:
     BOOL IsAcceptable(const CString& path);
     CString WithExtension(const CString& path, const CString& typed) const;
     void Finish(const CString& path);
-    int Ask(UINT message, LPCSTR path, UINT type);
     BOOL Refuse(UINT message, LPCSTR path);
 
     BOOL m_bOpen;
