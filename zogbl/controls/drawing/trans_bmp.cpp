@@ -65,33 +65,17 @@ void CZoTransBmp::GetMetrics()
     m_nCellHeight = m_nHeight / m_nCellsDown;
 }
 
-int CZoTransBmp::GetWidth()
+int CZoTransBmp::Measured(const int& size)
 {
-    if (m_nWidth == 0)
+    if (size == 0)
         GetMetrics();
-    return m_nWidth;
+    return size;
 }
 
-int CZoTransBmp::GetHeight()
-{
-    if (m_nHeight == 0)
-        GetMetrics();
-    return m_nHeight;
-}
-
-int CZoTransBmp::GetCellWidth()
-{
-    if (m_nCellWidth == 0)
-        GetMetrics();
-    return m_nCellWidth;
-}
-
-int CZoTransBmp::GetCellHeight()
-{
-    if (m_nCellHeight == 0)
-        GetMetrics();
-    return m_nCellHeight;
-}
+int CZoTransBmp::GetWidth() { return Measured(m_nWidth); }
+int CZoTransBmp::GetHeight() { return Measured(m_nHeight); }
+int CZoTransBmp::GetCellWidth() { return Measured(m_nCellWidth); }
+int CZoTransBmp::GetCellHeight() { return Measured(m_nCellHeight); }
 
 // Opaque drawing ------------------------------------------------------------------------------------------------------
 

@@ -72,6 +72,7 @@ private:
     static HDC HandleOf(const CDC* dc) { return dc != nullptr ? dc->GetSafeHdc() : nullptr; }
 
     void GetMetrics();
+    int Measured(const int& size); // of the four below
     void CreateMask(HDC dc);
     void DrawArea(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY);
     void DrawAreaTrans(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY);
