@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr int kNameLimit = 2 * MAX_PATH - 1; // characters that can be typed: enough for the check of the length to see
 constexpr char kEveryFile[] = "*.*";
 
 /// Where the name begins in what a person typed.
@@ -123,15 +122,13 @@ void CZoFileOpen::Prepare()
     CZoDialog::OnInitDialog();
     const CWaitCursor wait;
     ReloadTexts();
-    ::SendMessageA(Item(ZO_IDC_FILE_NAME), EM_LIMITTEXT, kNameLimit, 0);
+    ::SendMessageA(Item(ZO_IDC_FILE_NAME), EM_LIMITTEXT, kTypedLimit, 0);
     PrepareReadOnlyBox();
     AlignRows();
     FillTypes();
     FillDrives();
 
-    char current[MAX_PATH] = "";
-    if (::GetCurrentDirectoryA(sizeof current, current) >= sizeof current)
-        current[0] = '\0';
+    const CString current = CurrentFolder();
     const CString start(m_ofn.lpstrFile);
     const CString full = start.IsEmpty() ? start : ResolvePath(current, start);
     const int offset = NameOffset(start);
@@ -190,10 +187,9 @@ void CZoFileOpen::ReloadTexts()
 
 /// Shows the first folder that can be read: \p folder or one that it lies in, the current one or one that that lies in,
 /// or a drive.
-void CZoFileOpen::StartIn(const CString& folder, LPCSTR current)
+void CZoFileOpen::StartIn(const CString& folder, const CString& current)
 {
-    const CString here(current);
-    std::vector<CString> starts = {folder.IsEmpty() ? here : ResolvePath(here, folder), here};
+    std::vector<CString> starts = {folder.IsEmpty() ? current : ResolvePath(current, folder), current};
     for (INT_PTR i = 0; i < m_csRoots.GetSize(); ++i)
         starts.push_back(m_csRoots[i]);
     for (const CString& start : starts) {
@@ -204,7 +200,7 @@ void CZoFileOpen::StartIn(const CString& folder, LPCSTR current)
                 break;
         }
     }
-    m_csFolder = here.IsEmpty() ? CString("C:\\") : here; // nothing to be shown; a full path can still be typed
+    m_csFolder = current.IsEmpty() ? CString("C:\\") : current; // nothing to be shown; a full path can still be typed
 }
 
 // Types ---------------------------------------------------------------------------------------------------------------
@@ -417,17 +413,6 @@ LRESULT CZoFileOpen::OnDrawItem(WPARAM control, LPARAM draw)
 
 // The name ------------------------------------------------------------------------------------------------------------
 
-CString CZoFileOpen::TypedName() const
-{
-    CString name;
-    const HWND field = Item(ZO_IDC_FILE_NAME);
-    ::GetWindowTextA(field, name.GetBuffer(kNameLimit), kNameLimit + 1);
-    name.ReleaseBuffer();
-    name.TrimLeft();
-    name.TrimRight();
-    return name;
-}
-
 void CZoFileOpen::ShowName(LPCSTR name)
 {
     const HWND field = Item(ZO_IDC_FILE_NAME);
@@ -443,7 +428,7 @@ void CZoFileOpen::OnOK()
         return;
     }
     WithoutThrowing([this] {
-        const CString typed = TypedName();
+        const CString typed = TypedText(Item(ZO_IDC_FILE_NAME));
         if (typed.IsEmpty())
             ::SetFocus(Item(ZO_IDC_FILE_NAME));
         else

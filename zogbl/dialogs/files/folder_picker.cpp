@@ -8,21 +8,13 @@
 #include "controls/drawing/bitmap_dc.h"
 #include "dialogs/base/tell_user.h"
 #include "ground/box_filling.h"
-#include "places.h"
+#include "place_list.h"
 
 #include <utility>
 
 namespace {
 
-constexpr int kPathLimit = 2 * MAX_PATH - 1; // characters that can be typed: enough for the check of the length to see
 constexpr COLORREF kMask = RGB(255, 0, 255);
-
-bool IsThere(LPCSTR folder)
-{
-    unsigned long exists = 0;
-    CZoGlobalDirectoryFunctions::Exists(folder, exists);
-    return exists != 0;
-}
 
 } // namespace
 
@@ -82,7 +74,7 @@ bool OfferToCreateFolder(LPCSTR folder, UINT helpContext)
     const CString failed = LoadText(ZO_IDS_FOLDER_NOT_CREATED, folder);
     for (;;) {
         unsigned long exists = 0;
-        if (CZoGlobalDirectoryFunctions::CreateDirChain(path, exists) == 0 && IsThere(path))
+        if (CZoGlobalDirectoryFunctions::CreateDirChain(path, exists) == 0 && FolderExists(path))
             return true;
         if (AfxMessageBox(failed, MB_RETRYCANCEL | MB_ICONEXCLAMATION) != IDRETRY)
             return false;
@@ -126,16 +118,14 @@ void FolderPicker::Prepare()
     CZoDialog::OnInitDialog();
     const CWaitCursor wait;
     ReloadTexts();
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_FOLDER_PATH, EM_LIMITTEXT, kPathLimit, 0);
+    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_FOLDER_PATH, EM_LIMITTEXT, kTypedLimit, 0);
     ::SendMessageA(Tree(), TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(m_pictures));
     CStringArray roots;
     ListDrives(roots);
     for (INT_PTR i = 0; i < roots.GetSize(); ++i)
         AddRoot(roots[i]);
 
-    char current[MAX_PATH] = "";
-    if (::GetCurrentDirectoryA(sizeof current, current) >= sizeof current)
-        current[0] = '\0';
+    const CString current = CurrentFolder();
     CString start = ResolvePath(current, CString(m_pszStart));
     while (!IsValidPath(start) || !FolderExists(start)) { // the nearest folder there is
         const CString parent = ParentOf(start);
@@ -354,7 +344,7 @@ void FolderPicker::OnNewFolder()
         const CString path = JoinPath(folder, name);
         FillOnce(parent); // before there is one more
         CZoGlobalDirectoryFunctions::Create(path);
-        if (!IsThere(path)) {
+        if (!FolderExists(path)) {
             Refuse(ZO_IDS_FOLDER_NOT_CREATED, path);
             return FALSE;
         }
@@ -408,13 +398,10 @@ void FolderPicker::OnOK()
 {
     ::SendMessageA(Tree(), TVM_ENDEDITLABELNOW, FALSE, 0);
     WithoutThrowing([this] {
-        CString typed;
-        ::GetDlgItemTextA(m_hWnd, ZO_IDC_FOLDER_PATH, typed.GetBuffer(kPathLimit), kPathLimit + 1);
-        typed.ReleaseBuffer();
-        typed.TrimLeft();
-        typed.TrimRight();
+        const HWND field = ::GetDlgItem(m_hWnd, ZO_IDC_FOLDER_PATH);
+        const CString typed = TypedText(field);
         if (typed.IsEmpty())
-            ::SetFocus(::GetDlgItem(m_hWnd, ZO_IDC_FOLDER_PATH));
+            ::SetFocus(field);
         else
             TakePath(typed);
         return TRUE;

@@ -48,6 +48,16 @@ void DrawPlace(const DRAWITEMSTRUCT& item, PlacePicture picture, int indent)
         ::DrawFocusRect(item.hDC, &item.rcItem);
 }
 
+CString TypedText(HWND field)
+{
+    CString text;
+    ::GetWindowTextA(field, text.GetBuffer(kTypedLimit), kTypedLimit + 1);
+    text.ReleaseBuffer();
+    text.TrimLeft();
+    text.TrimRight();
+    return text;
+}
+
 CString FittingText(HDC dc, const CString& text, int width)
 {
     CString shown = text;

@@ -1,5 +1,5 @@
 /// \file
-/// List and combo boxes of drives and folders: measuring, drawing.
+/// What the dialogs for files and folders show and ask: boxes of drives and folders, the field of the path.
 #pragma once
 
 #include "places.h"
@@ -12,6 +12,12 @@ constexpr int PlaceIndent(int level) { return level * 8; }
 void MeasurePlace(HWND dialog, MEASUREITEMSTRUCT& measure);
 /// Draws an item of a list or combo box that holds texts.
 void DrawPlace(const DRAWITEMSTRUCT& item, PlacePicture picture, int indent);
+
+/// Characters that can be typed as a path: enough for the check of its length to see.
+constexpr int kTypedLimit = 2 * MAX_PATH - 1;
+
+/// What a person typed, without spaces around it. Throws CMemoryException*.
+CString TypedText(HWND field);
 
 /// A text, or as much of it as fits a width with dots behind it. Throws CMemoryException*.
 CString FittingText(HDC dc, const CString& text, int width);

@@ -139,6 +139,13 @@ bool FolderExists(LPCSTR path)
 
 // Paths ---------------------------------------------------------------------------------------------------------------
 
+CString CurrentFolder()
+{
+    char folder[MAX_PATH] = "";
+    const DWORD length = ::GetCurrentDirectoryA(sizeof folder, folder);
+    return length < sizeof folder ? folder : "";
+}
+
 CString JoinPath(const CString& folder, const CString& name)
 {
     return folder.ReverseFind('\\') == folder.GetLength() - 1 ? folder + name : folder + '\\' + name;

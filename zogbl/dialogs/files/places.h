@@ -41,6 +41,8 @@ bool HasExtension(const CString& name, LPCSTR defaultExtension, LPCSTR filter);
 
 bool FolderExists(LPCSTR path);
 
+/// Empty if the system cannot tell it in MAX_PATH bytes.
+CString CurrentFolder();
 /// The path of an entry of a folder.
 CString JoinPath(const CString& folder, const CString& name);
 /// A path without backslashes at its end; a root keeps its own.

@@ -108,7 +108,7 @@ private:
     void FillDrives();
     void AddDrive(const CString& root);
     void SelectDrive();
-    void StartIn(const CString& folder, LPCSTR current);
+    void StartIn(const CString& folder, const CString& current);
     BOOL ShowFolder(const CString& folder);
     void ShowFolderName();
     void FillFolders(const std::vector<CString>& above, const FolderContents& contents);
@@ -116,7 +116,6 @@ private:
     CString PatternsInForce() const;
     CString FolderOfRow(int row) const;
     void GoTo(const CString& folder);
-    CString TypedName() const;
     void ShowName(LPCSTR name);
     void TakeName(const CString& typed);
     void TakePattern(const CString& typed);
