@@ -1,11 +1,10 @@
 // Locale entries and their list.
-#include "language_test.h"
+#include "product/product_test.h"
 
 #include <zogbl/flag_lcid.h>
 
 namespace {
 
-constexpr DWORD kGerman = 0x0407;
 constexpr DWORD kUnknown = 0x0BFF;
 
 std::wstring WideName(DWORD lcid, LCTYPE item)
@@ -23,7 +22,7 @@ std::string SystemName(DWORD lcid, LCTYPE item)
     return text;
 }
 
-using Locales = LanguageTest;
+using Locales = ProductTest;
 
 } // namespace
 
@@ -143,25 +142,4 @@ TEST_F(Locales, WithoutMemoryOrSystemAreRefusedWhole)
     ZO_FAULTY_CALL(GetLocaleInfoA) info(system, "ZOGBLBRX.DLL", 0, ERROR_INVALID_PARAMETER);
     ZO_FAULTY_CALL(LoadResource) load(system, "ZOGBLBRX.DLL", nullptr, ERROR_RESOURCE_DATA_NOT_FOUND);
     RunFaultLoop(system, body);
-}
-
-TEST(LocalesWithoutLanguage, TableIsNotFound)
-{
-    CZoFlagLcidList list;
-    EXPECT_EQ(ZoErrResourceNotFound, list.LoadData());
-    EXPECT_EQ(0, list.GetKnownCount());
-    EXPECT_EQ(0u, list.AddLcidCode(kGerman, 2)) << "flag 0 will do";
-}
-
-TEST_F(Locales, TableIsNeverAnotherLibrarysThanTheCountries)
-{
-    const HINSTANCE module = LoadLibraryA("fixture_table_bad.DLL"); // has countries, and no locales
-    ASSERT_NE(nullptr, module);
-    {
-        const CDynLinkLibrary host(module, module);
-        CZoFlagLcidList list;
-        EXPECT_EQ(ZoErrResourceNotFound, list.LoadData());
-        EXPECT_EQ(0, list.GetKnownCount());
-    }
-    FreeLibrary(module);
 }

@@ -1,5 +1,5 @@
 // The pickers for countries and locales, in real windows.
-#include "language_test.h"
+#include "product/product_test.h"
 
 #include <zogbl/country_box.h>
 #include <zogbl/flag_lcid_box.h>
@@ -33,7 +33,7 @@ protected:
 
 template <class BOX> constexpr bool kIsCombo = std::is_base_of_v<CComboBox, BOX>;
 
-class Pickers : public LanguageTest {
+class Pickers : public ProductTest {
 protected:
     Pickers()
     {

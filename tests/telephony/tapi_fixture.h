@@ -63,11 +63,17 @@ protected:
     }
     ~TapiTest() override
     {
-        telsim.Reset();
+        Reset();
         EXPECT_EQ(0, m_localBlocks) << "local blocks left";
         s_self = nullptr;
     }
 
+    /// Makes the service as it was at first. Until then nothing was misuse of it.
+    void Reset()
+    {
+        EXPECT_EQ("", telsim.Misuses());
+        telsim.Reset();
+    }
     /// Calls \p action from the message queue, so that it happens within a wait.
     static void After(UINT milliseconds, std::function<void()> action)
     {

@@ -2,6 +2,9 @@
 #include "program.h"
 #include "support/test.h"
 
+/// Asks for a record, later.
+#define ASK(call) [&](AnyRecord record) { return call; }
+
 namespace {
 
 class Calls : public testing::Test {
@@ -11,7 +14,7 @@ protected:
     {
         EXPECT_EQ("", p.telsim.Misuses());
         if (p.app != 0) {
-            EXPECT_EQ(0, p.lineShutdown(p.app));
+            EXPECT_EQ(0, lineShutdown(p.app));
         }
         for (const DWORD kind : {TELSIM_APPS, TELSIM_LINES, TELSIM_CALL_HANDLES, TELSIM_PORTS, TELSIM_EVENTS})
             EXPECT_EQ(0u, p.telsim.GetCount(kind)) << kind;
@@ -31,7 +34,7 @@ TEST_F(Calls, HandTheModemToTheProgramAndTakeItBack)
 {
     const auto round = [&] {
         ASSERT_EQ(0, p.Open(kNoPort));
-        EXPECT_EQ(0, p.lineSetStatusMessages(p.line, 0x00BFFBFF, 0x1FF));
+        EXPECT_EQ(0, lineSetStatusMessages(p.line, 0x00BFFBFF, 0x1FF));
         p.call = 0;
         const LONG made = p.MakeCall();
         ASSERT_GT(made, 0);
@@ -44,11 +47,11 @@ TEST_F(Calls, HandTheModemToTheProgramAndTakeItBack)
                   p.events);
 
         Buffer<LINECALLSTATUS> status(1060);
-        EXPECT_EQ(0, p.lineGetCallStatus(p.call, status.Get()));
+        EXPECT_EQ(0, lineGetCallStatus(p.call, status.Get()));
         EXPECT_EQ(DWORD{LINECALLSTATE_CONNECTED}, status->dwCallState);
         EXPECT_EQ(static_cast<DWORD>(LINECALLPRIVILEGE_OWNER), status->dwCallPrivilege);
         Buffer<LINEADDRESSSTATUS> address(1088);
-        EXPECT_EQ(0, p.lineGetAddressStatus(p.line, 0, address.Get()));
+        EXPECT_EQ(0, lineGetAddressStatus(p.line, 0, address.Get()));
         EXPECT_EQ(0u, address->dwAddressFeatures) << "no second call beside this one";
         EXPECT_EQ(Error(LINEERR_CALLUNAVAIL), p.Reply(p.MakeCall()));
 
@@ -57,15 +60,15 @@ TEST_F(Calls, HandTheModemToTheProgramAndTakeItBack)
         EXPECT_NE(static_cast<DWORD>(FILE_TYPE_CHAR), GetFileType(port));
         EXPECT_TRUE(CloseHandle(port));
         p.events.clear();
-        const LONG dropped = p.lineDrop(p.call, nullptr, 0);
+        const LONG dropped = lineDrop(p.call, nullptr, 0);
         EXPECT_GT(dropped, made);
         EXPECT_EQ(0, p.Reply(dropped));
         p.PumpAll();
         EXPECT_EQ((std::vector<DWORD>{LINECALLSTATE_IDLE}), p.States());
         EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_PORTS));
-        EXPECT_EQ(0, p.lineDeallocateCall(p.call));
-        EXPECT_EQ(0, p.lineClose(p.line));
-        EXPECT_EQ(0, p.lineShutdown(std::exchange(p.app, 0)));
+        EXPECT_EQ(0, lineDeallocateCall(p.call));
+        EXPECT_EQ(0, lineClose(p.line));
+        EXPECT_EQ(0, lineShutdown(std::exchange(p.app, 0)));
         p.events.clear();
     };
     round(); // the first one makes what the process keeps
@@ -97,8 +100,8 @@ TEST_F(Calls, EndAsTheNumberDialedWants)
         expected.insert(expected.end(), states.begin(), states.end());
         EXPECT_EQ(expected, p.States());
         EXPECT_EQ(mode, p.events.back().params[1]);
-        EXPECT_EQ(0, p.Reply(p.lineDrop(p.call, nullptr, 0)));
-        EXPECT_EQ(0, p.lineDeallocateCall(p.call));
+        EXPECT_EQ(0, p.Reply(lineDrop(p.call, nullptr, 0)));
+        EXPECT_EQ(0, lineDeallocateCall(p.call));
     }
 }
 
@@ -120,7 +123,7 @@ TEST_F(Calls, ComeInWithTheCallersIdentity)
     ASSERT_EQ(0, p.Initialize());
     EXPECT_EQ(0u, p.telsim.OfferCall(kNoPort, "1", "", 0)) << "nobody wants it";
     ASSERT_EQ(0, p.Open(kNoPort, LINECALLPRIVILEGE_OWNER));
-    EXPECT_EQ(0, p.lineSetStatusMessages(p.line, LINEDEVSTATE_RINGING, 0));
+    EXPECT_EQ(0, lineSetStatusMessages(p.line, LINEDEVSTATE_RINGING, 0));
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.number << c.name << c.expected);
         p.events.clear();
@@ -134,7 +137,7 @@ TEST_F(Calls, ComeInWithTheCallersIdentity)
                       {call, LINE_CALLINFO, kInstance, {LINECALLINFOSTATE_CALLERID, 0, 0}}}),
                   p.events);
         Buffer<LINECALLINFO> info(1320);
-        EXPECT_EQ(0, p.lineGetCallInfo(call, info.Get()));
+        EXPECT_EQ(0, lineGetCallInfo(call, info.Get()));
         EXPECT_EQ(c.expected, info->dwCallerIDFlags);
         EXPECT_EQ(c.number, info.Text(info->dwCallerIDSize, info->dwCallerIDOffset));
         EXPECT_EQ(c.name, info.Text(info->dwCallerIDNameSize, info->dwCallerIDNameOffset));
@@ -150,10 +153,10 @@ TEST_F(Calls, ComeInWithTheCallersIdentity)
                            : (std::vector<DWORD>{LINECALLSTATE_DISCONNECTED, LINECALLSTATE_IDLE}),
                   p.States());
         if (answered) {
-            EXPECT_EQ(0, p.Reply(p.lineDrop(call, nullptr, 0)));
+            EXPECT_EQ(0, p.Reply(lineDrop(call, nullptr, 0)));
         }
         EXPECT_FALSE(p.telsim.HangUp(call));
-        EXPECT_EQ(0, p.lineDeallocateCall(call));
+        EXPECT_EQ(0, lineDeallocateCall(call));
     }
 }
 
@@ -161,7 +164,7 @@ TEST_F(Calls, AreWatchedByOthersWhoMayNotTouchThem)
 {
     ASSERT_EQ(0, p.Open(kNoPort, LINECALLPRIVILEGE_MONITOR));
     const HLINE watching = p.line;
-    EXPECT_EQ(0, p.lineSetStatusMessages(watching, LINEDEVSTATE_OPEN | LINEDEVSTATE_CLOSE, 0));
+    EXPECT_EQ(0, lineSetStatusMessages(watching, LINEDEVSTATE_OPEN | LINEDEVSTATE_CLOSE, 0));
     ASSERT_EQ(0, p.Open(kNoPort, LINECALLPRIVILEGE_OWNER)); // of calls that come in: it watches none
     ASSERT_EQ(0, p.Open(kNoPort));
     ASSERT_EQ(0, p.Reply(p.MakeCall()));
@@ -169,18 +172,18 @@ TEST_F(Calls, AreWatchedByOthersWhoMayNotTouchThem)
     const HCALL monitor = p.telsim.GetHandle(TELSIM_CALL_HANDLES, 1);
     ASSERT_NE(0u, monitor);
     EXPECT_EQ(0u, p.telsim.GetHandle(TELSIM_CALL_HANDLES, 2));
-    EXPECT_EQ(Error(LINEERR_NOTOWNER), p.lineDrop(monitor, nullptr, 0));
+    EXPECT_EQ(Error(LINEERR_NOTOWNER), lineDrop(monitor, nullptr, 0));
     EXPECT_EQ("lineDrop: call " + HandleText(monitor) + " belongs to another\n", p.telsim.Misuses());
     p.telsim.ClearTexts();
 
     // Closing its line ends the owner's call; whoever watches it is told, and closes his own handle when he likes.
     p.events.clear();
-    EXPECT_EQ(0, p.lineClose(p.line));
+    EXPECT_EQ(0, lineClose(p.line));
     p.PumpAll();
     EXPECT_EQ((std::vector<Event>{StateEvent(monitor, LINECALLSTATE_IDLE, 0),
                                   {watching, LINE_LINEDEVSTATE, kInstance, {LINEDEVSTATE_CLOSE, 0, 0}}}),
               p.events);
-    EXPECT_EQ(0, p.lineDeallocateCall(monitor));
+    EXPECT_EQ(0, lineDeallocateCall(monitor));
 }
 
 TEST_F(Calls, LeaveNothingBehindWhenTheLineIsClosedInTheMiddle)
@@ -188,7 +191,7 @@ TEST_F(Calls, LeaveNothingBehindWhenTheLineIsClosedInTheMiddle)
     ASSERT_EQ(0, p.Open(kNoPort));
     ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_LATE_REPLY, 30));
     EXPECT_GT(p.MakeCall(), 0);
-    EXPECT_EQ(0, p.lineClose(p.line));
+    EXPECT_EQ(0, lineClose(p.line));
     p.PumpAll();
     EXPECT_TRUE(p.events.empty()) << "no reply for a closed line";
     EXPECT_EQ(0u, p.call);
@@ -197,7 +200,7 @@ TEST_F(Calls, LeaveNothingBehindWhenTheLineIsClosedInTheMiddle)
     ASSERT_EQ(0, p.Open(kNoPort));
     p.onEvent = [&](const Event& event) {
         if (event.message == LINE_CALLSTATE) {
-            EXPECT_EQ(0, p.lineShutdown(std::exchange(p.app, 0)));
+            EXPECT_EQ(0, lineShutdown(std::exchange(p.app, 0)));
         }
     };
     EXPECT_EQ(0, p.Reply(p.MakeCall()));
@@ -208,38 +211,49 @@ TEST_F(Calls, TellOfTheDevice)
 {
     ASSERT_EQ(0, p.Open(kModem));
     Buffer<LINEDEVCAPS> caps(1264);
-    ASSERT_EQ(0, p.lineGetDevCaps(p.app, kModem, kVersion, 0, caps.Get()));
+    ASSERT_EQ(0, lineGetDevCaps(p.app, kModem, kVersion, 0, caps.Get()));
     EXPECT_EQ("Simulated Modem 1", caps.Text(caps->dwLineNameSize, caps->dwLineNameOffset));
     EXPECT_EQ("SOFTWARE\\Zo,Inc.\\Simulated Modem\\0000",
               caps.Text(caps->dwDevSpecificSize - 8, caps->dwDevSpecificOffset + 8));
     EXPECT_EQ(static_cast<DWORD>(STRINGFORMAT_ASCII), caps->dwStringFormat);
     Buffer<LINEADDRESSCAPS> address(1204);
-    ASSERT_EQ(0, p.lineGetAddressCaps(p.app, kModem, 0, kVersion, 0, address.Get()));
+    ASSERT_EQ(0, lineGetAddressCaps(p.app, kModem, 0, kVersion, 0, address.Get()));
     EXPECT_EQ("5550100", address.Text(address->dwAddressSize, address->dwAddressOffset));
     Buffer<VARSTRING> name(100);
-    ASSERT_EQ(0, p.lineGetID(p.line, 0, 0, LINECALLSELECT_LINE, name.Get(), "comm/datamodem/portname"));
+    ASSERT_EQ(0, lineGetID(p.line, 0, 0, LINECALLSELECT_LINE, name.Get(), "comm/datamodem/portname"));
     EXPECT_EQ("COM99", name.Text(name->dwStringSize, name->dwStringOffset));
-    EXPECT_EQ(0, p.lineTranslateDialog(p.app, 0, 0x00010000, nullptr, nullptr));
+    EXPECT_EQ(0, lineTranslateDialog(p.app, 0, 0x00010000, nullptr, nullptr));
 }
 
 /// Every record: too small for its fixed part, then for what varies, then just large enough.
 TEST_F(Calls, SayHowMuchRoomTheirRecordsNeed)
 {
     ASSERT_TRUE(p.Connect(kNoPort));
-    for (const Program::GoodCall& good : p.GoodCalls(kNoPort)) {
-        SCOPED_TRACE(good.name);
-        if (good.fixedSize == 0)
-            continue;
-        Buffer<VARSTRING> small(good.fixedSize + 1);
-        small->dwTotalSize = good.fixedSize - 1;
-        EXPECT_EQ(Error(LINEERR_STRUCTURETOOSMALL), good.make({small.Get()}));
+    char settings[] = "Settings of device 1";
+    // The size of the fixed part, and how the record is asked for.
+    const std::pair<DWORD, std::function<LONG(AnyRecord)>> kRecords[] = {
+        {telsim::DevCapsSize(kVersion), ASK(lineGetDevCaps(p.app, kNoPort, kVersion, 0, record))},
+        {telsim::AddressCapsSize(kVersion), ASK(lineGetAddressCaps(p.app, kNoPort, 0, kVersion, 0, record))},
+        {telsim::kVarStringSize, ASK(lineGetDevConfig(kNoPort, record, "comm"))},
+        {telsim::kVarStringSize, ASK(lineConfigDialogEdit(kNoPort, nullptr, "comm", settings, 20, record))},
+        {telsim::kVarStringSize, ASK(lineGetID(0, 0, p.call, LINECALLSELECT_CALL, record, "tapi/line"))},
+        {telsim::kAddressStatusSize, ASK(lineGetAddressStatus(p.line, 0, record))},
+        {telsim::kCallStatusSize, ASK(lineGetCallStatus(p.call, record))},
+        {telsim::kCallInfoSize, ASK(lineGetCallInfo(p.call, record))},
+        {telsim::kTranslateOutputSize, ASK(lineTranslateAddress(p.app, 0, 0x00010000, "1", 0, 2, record))},
+    };
+    for (const auto& [fixedSize, ask] : kRecords) {
+        SCOPED_TRACE(&ask - &kRecords[0].second);
+        Buffer<VARSTRING> small(fixedSize + 1);
+        small->dwTotalSize = fixedSize - 1;
+        EXPECT_EQ(Error(LINEERR_STRUCTURETOOSMALL), ask({small.Get()}));
         EXPECT_EQ(0xCCCCCCCC, small->dwNeededSize);
-        small->dwTotalSize = good.fixedSize;
-        EXPECT_EQ(0, good.make({small.Get()}));
-        EXPECT_EQ(good.fixedSize, small->dwUsedSize);
-        EXPECT_EQ('\xCC', reinterpret_cast<char*>(small.Get())[good.fixedSize]);
+        small->dwTotalSize = fixedSize;
+        EXPECT_EQ(0, ask({small.Get()}));
+        EXPECT_EQ(fixedSize, small->dwUsedSize);
+        EXPECT_EQ('\xCC', reinterpret_cast<char*>(small.Get())[fixedSize]);
         Buffer<VARSTRING> exact(small->dwNeededSize);
-        EXPECT_EQ(0, good.make({exact.Get()}));
+        EXPECT_EQ(0, ask({exact.Get()}));
         EXPECT_EQ(exact->dwTotalSize, exact->dwNeededSize);
         EXPECT_EQ(exact->dwTotalSize, exact->dwUsedSize);
     }
@@ -272,7 +286,7 @@ TEST_F(Calls, TranslateNumbersFromWhereTheyAreDialed)
     };
     Buffer<LINETRANSLATEOUTPUT> output(1064);
     const auto translate = [&](const char* address, DWORD options) {
-        return p.lineTranslateAddress(p.app, 0, 0x00010000, address, 0, options, output.Get());
+        return lineTranslateAddress(p.app, 0, 0x00010000, address, 0, options, output.Get());
     };
     for (const auto& c : cases) {
         ASSERT_EQ(0, translate(c.address, c.options)) << c.address;

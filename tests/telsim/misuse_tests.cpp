@@ -3,7 +3,7 @@
 #include "support/test.h"
 
 /// A wrong call, to be made later.
-#define CALL(...) [&] { return p.__VA_ARGS__; }
+#define CALL(...) [&] { return __VA_ARGS__; }
 
 namespace {
 
@@ -16,7 +16,7 @@ protected:
         const HLINE line = p.line;
         ASSERT_EQ(0, p.Open(kNoPort));
         closedLine = p.line;
-        ASSERT_EQ(0, p.lineClose(closedLine));
+        ASSERT_EQ(0, lineClose(closedLine));
         p.line = line;
     }
 
@@ -64,16 +64,16 @@ TEST_F(Misuse, OfHandles)
         {CALL(lineGetDevConfig(2, nullptr, "comm")), "there is no device 2", LINEERR_BADDEVICEID},
         {CALL(lineGetAddressStatus(p.line, 1, nullptr)), "there is no address 1", LINEERR_INVALADDRESSID},
     });
-    EXPECT_EQ(0, p.Reply(p.lineDrop(p.call, nullptr, 0)));
-    const auto dealloc = [&] { return p.lineDeallocateCall(p.call); };
+    EXPECT_EQ(0, p.Reply(lineDrop(p.call, nullptr, 0)));
+    const auto dealloc = [&] { return lineDeallocateCall(p.call); };
     ASSERT_EQ(0, dealloc());
     Check({{dealloc, "was deallocated", LINEERR_INVALCALLHANDLE}});
 }
 
 TEST_F(Misuse, OfStates)
 {
-    const auto drop = [&] { return p.lineDrop(p.call, nullptr, 0); };
-    const auto dealloc = [&] { return p.lineDeallocateCall(p.call); };
+    const auto drop = [&] { return lineDrop(p.call, nullptr, 0); };
+    const auto dealloc = [&] { return lineDeallocateCall(p.call); };
     Check({{dealloc, "is not idle, and has no other owner", LINEERR_INVALCALLSTATE}});
     ASSERT_EQ(0, p.Reply(drop()));
     // The call is over, but the program cannot know yet.
@@ -122,7 +122,7 @@ TEST_F(Misuse, OfPointers)
     ASSERT_EQ(0, p.Open(kModem));
     p.telsim.ConfigureLine(kModem, "port", "");
     void* gone = VirtualAlloc(nullptr, 4096, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-    const LONG request = p.lineMakeCall(p.line, static_cast<HCALL*>(gone), nullptr, 0, nullptr);
+    const LONG request = lineMakeCall(p.line, static_cast<HCALL*>(gone), nullptr, 0, nullptr);
     VirtualFree(gone, 0, MEM_RELEASE);
     EXPECT_EQ(Error(LINEERR_OPERATIONFAILED), p.Reply(request));
     EXPECT_EQ("lineMakeCall: the place for the call's handle is gone when the reply comes\n", p.telsim.Misuses());
@@ -134,7 +134,7 @@ TEST_F(Misuse, OfVersionsAndModes)
     LINEEXTENSIONID extension;
     HLINE line;
     const auto open = [&](DWORD device, DWORD opened, DWORD extended, DWORD privileges, DWORD media) {
-        return p.lineOpen(p.app, device, &line, opened, extended, 0, privileges, media, nullptr);
+        return lineOpen(p.app, device, &line, opened, extended, 0, privileges, media, nullptr);
     };
     Check({
         {CALL(lineNegotiateAPIVersion(p.app, 0, 2, 1, &version, &extension)), "the lowest version is above the highest",
@@ -182,7 +182,7 @@ TEST_F(Misuse, OfCallParameters)
             params->dwDisplayableAddressSize = params->dwCommentSize = 1;
             params->dwDisplayableAddressOffset = params->dwCommentOffset = 112;
             params->*field = value;
-            return p.lineMakeCall(p.line, &p.call, nullptr, 0, params);
+            return lineMakeCall(p.line, &p.call, nullptr, 0, params);
         };
     };
     EXPECT_GT(make(&Params::dwCommentOffset, 199)(), 0) << "all is well";

@@ -24,8 +24,8 @@ protected:
     {
         CloseHandle(m_event);
         CloseHandle(m_port);
-        EXPECT_EQ(0, p.Reply(p.lineDrop(p.call, nullptr, 0)));
-        EXPECT_EQ(0, p.lineDeallocateCall(p.call));
+        EXPECT_EQ(0, p.Reply(lineDrop(p.call, nullptr, 0)));
+        EXPECT_EQ(0, lineDeallocateCall(p.call));
         EXPECT_EQ("", p.telsim.Misuses());
         EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_PORTS));
     }
@@ -167,7 +167,7 @@ TEST_F(Modem, ForgetsEverythingWhenThePortIsClosed)
     Write("data");
     Expect("data");
     TearDown();
-    ASSERT_EQ(0, p.lineShutdown(std::exchange(p.app, 0)));
+    ASSERT_EQ(0, lineShutdown(std::exchange(p.app, 0)));
     p.events.clear();
     SetUp();
     Prepare();

@@ -34,18 +34,11 @@ struct AnyRecord {
     template <class RECORD> operator RECORD*() const { return static_cast<RECORD*>(memory); }
 };
 
-/// The line functions, each given to a macro.
-#define FOR_EACH_LINE_FUNCTION(use)                                                                                    \
-    use(lineInitialize) use(lineShutdown) use(lineNegotiateAPIVersion) use(lineGetDevCaps) use(lineGetAddressCaps)     \
-        use(lineGetDevConfig) use(lineConfigDialogEdit) use(lineOpen) use(lineClose) use(lineSetStatusMessages)        \
-            use(lineGetAddressStatus) use(lineGetID) use(lineMakeCall) use(lineDrop) use(lineDeallocateCall)           \
-                use(lineGetCallStatus) use(lineGetCallInfo) use(lineTranslateAddress) use(lineTranslateDialog)
-
-/// The simulated service, newly reset, and the line functions by name, as a program binds them.
+/// The simulated service, newly reset, and what a program does with it.
 class Program {
 public:
     Program();
-    ~Program();
+    ~Program() { s_self = nullptr; }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
@@ -74,15 +67,6 @@ public:
     /// The handle of the call's port; INVALID_HANDLE_VALUE for none.
     HANDLE PortHandle();
 
-    /// A call of every line function with nothing wrong, in an order in which they can be made, on a device that is
-    /// open.
-    struct GoodCall {
-        const char* name;
-        DWORD fixedSize; // of the record that it fills; 0 for none
-        std::function<LONG(AnyRecord record)> make;
-    };
-    std::vector<GoodCall> GoodCalls(DWORD device);
-
     /// Takes messages until \p done, or time is up. \return whether it is done.
     static bool Pump(const std::function<bool()>& done, DWORD milliseconds = 5000);
     /// Takes messages until no event is on its way.
@@ -92,9 +76,8 @@ public:
     /// The call states that came, in order.
     std::vector<DWORD> States() const;
 
-#define LINE_FUNCTION(name) decltype(&::name) name = nullptr;
-    FOR_EACH_LINE_FUNCTION(LINE_FUNCTION)
-#undef LINE_FUNCTION
+private:
+    static inline Program* s_self = nullptr; // a callback is told no more than an instance, and that only with lines
 };
 
 /// The service's file, for each program and reset while this lives.
