@@ -1,5 +1,7 @@
 #include "place_list.h"
 
+#include <common/double_byte.h>
+
 #include "controls/drawing/item_painting.h"
 
 #include <algorithm>
@@ -65,7 +67,7 @@ CString FittingText(HDC dc, const CString& text, int width)
     for (int length = text.GetLength();
          ::GetTextExtentPoint32A(dc, shown, shown.GetLength(), &size) && size.cx > width && length > 0;) {
         const LPCSTR begin = text;
-        length = static_cast<int>(::CharPrevA(begin, begin + length) - begin);
+        length = static_cast<int>(PreviousCharacter(begin, begin + length) - begin);
         shown = text.Left(length) + "...";
     }
     return shown;
