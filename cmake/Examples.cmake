@@ -2,8 +2,8 @@
 #
 #   zo_documented_examples(<out> <page>)
 #
-# Writes each ```cpp block of the page into a source of its own in the build, and sets <out> to these sources. A block is
-# whole and begins with an #include; or it is left out, and begins with "// Part of", for the reader to see.
+# Writes each ```cpp block of the page into a source of its own in the build, and sets <out> to these sources. A block
+# is whole and begins with an #include; or it is left out, and begins with "// Part of", for the reader to see.
 function(zo_documented_examples out page)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${page})
   get_filename_component(name ${page} NAME_WE)
