@@ -279,12 +279,13 @@ TEST_F(Locations, AreDeletedByTheBeginningOfTheirNames)
     AddAll(list, {{8, "Office"}, {9, "off"}});
     list.SaveAllItems();
     AddAll(list, {{7, "Home"}});
+    Registry registry;
+    EXPECT_TRUE(registry.DoesIndexExist(8));
     for (const char* none : {static_cast<const char*>(nullptr), "", "Offices"})
         EXPECT_FALSE(list.DeleteByName(none));
     EXPECT_TRUE(list.DeleteByName("Off"));
     EXPECT_EQ(nullptr, list.FindByIndex(8));
     EXPECT_EQ(2, list.GetCount());
-    Registry registry;
     EXPECT_FALSE(registry.DoesIndexExist(8));
     EXPECT_TRUE(registry.DoesIndexExist(9));
     EXPECT_TRUE(list.DeleteByName("home")) << "was never saved";
