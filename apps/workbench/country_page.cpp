@@ -54,13 +54,6 @@ void CountryPage::CreateControls()
                   CRect(0, 0, 0, 0), this, kListId);
     m_localePicker.Create(WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | WS_BORDER | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
                           CRect(0, 0, 0, 0), this, kLocalesId);
-    const auto font = reinterpret_cast<WPARAM>(ControlFont());
-    for (CWnd* control : {static_cast<CWnd*>(&m_picker), static_cast<CWnd*>(&m_localeNames),
-                          static_cast<CWnd*>(&m_list), static_cast<CWnd*>(&m_localePicker)})
-        control->SendMessage(WM_SETFONT, font);
-    m_picker.SetDesiredHeight(LineHeight());
-    m_list.SetDesiredHeight(LineHeight());
-    m_localePicker.SetDesiredHeight(LineHeight());
     m_localePicker.SetList(&m_locales);
 }
 
@@ -93,6 +86,9 @@ void CountryPage::Reload()
 /// Countries on the left, locales on the right; above each list a box to choose from.
 void CountryPage::Layout(int width, int height)
 {
+    m_picker.SetDesiredHeight(LineHeight());
+    m_list.SetDesiredHeight(LineHeight());
+    m_localePicker.SetDesiredHeight(LineHeight());
     const int middle = width / 2;
     m_picker.MoveWindow(0, 0, middle - kMargin, kDropHeight);
     m_localeNames.MoveWindow(middle, 0, width - middle, kDropHeight);

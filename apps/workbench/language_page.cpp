@@ -88,16 +88,11 @@ void LanguagePage::Reload()
         {ZO_IDS_LABEL_PRODUCT_KEY, product.GetBrixelsRootKey()},
         {ZO_IDS_LABEL_MODULE_KEY, own.GetModuleRootKey()},
     };
-    const auto font = reinterpret_cast<WPARAM>(ControlFont());
     for (int row = 0; row < kRows; ++row) {
         m_labels[row].SetWindowText(Text(rows[row].label));
         m_values[row].SetWindowText(rows[row].value);
-        m_labels[row].SendMessage(WM_SETFONT, font, TRUE);
-        m_values[row].SendMessage(WM_SETFONT, font, TRUE);
     }
-    CRect client;
-    GetClientRect(&client);
-    Layout(client.Width(), client.Height());
+    LayOutAgain();
 }
 
 int LanguagePage::WidestLabel()

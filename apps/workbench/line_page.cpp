@@ -136,22 +136,14 @@ void LinePage::OnDestroy()
 
 void LinePage::Reload()
 {
-    const auto font = reinterpret_cast<WPARAM>(ControlFont());
     const std::pair<CWnd*, UINT> texts[] = {{&m_takePort, ZO_IDS_LINE_TAKE_PORT},
                                             {&m_hangUp, ZO_IDS_LINE_HANG_UP},
                                             {&m_answer, ZO_IDS_LINE_ANSWER},
                                             {&m_send, ZO_IDS_LINE_SEND}};
-    for (const auto& [control, text] : texts) {
+    for (const auto& [control, text] : texts)
         control->SetWindowText(Text(text));
-        control->SendMessage(WM_SETFONT, font, TRUE);
-    }
-    for (CWnd* control : {static_cast<CWnd*>(&m_devices), static_cast<CWnd*>(&m_terminal),
-                          static_cast<CWnd*>(&m_command), static_cast<CWnd*>(&m_log)})
-        control->SendMessage(WM_SETFONT, font, TRUE);
     EnableControls();
-    CRect client;
-    GetClientRect(&client);
-    Layout(client.Width(), client.Height());
+    LayOutAgain();
 }
 
 /// Lists the devices when the page is first shown: asking for them starts the telephony service.

@@ -22,6 +22,8 @@ int Page::OnCreate(CREATESTRUCT* create)
     if (CWnd::OnCreate(create) != 0)
         return -1;
     CreateControls();
+    for (HWND control = ::GetWindow(m_hWnd, GW_CHILD); control != nullptr; control = ::GetWindow(control, GW_HWNDNEXT))
+        ::SendMessage(control, WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()), FALSE);
     return 0;
 }
 
@@ -29,6 +31,13 @@ void Page::OnSize(UINT type, int width, int height)
 {
     CWnd::OnSize(type, width, height);
     Layout(width, height);
+}
+
+void Page::LayOutAgain()
+{
+    CRect client;
+    GetClientRect(&client);
+    Layout(client.Width(), client.Height());
 }
 
 CString Text(UINT id)

@@ -17,8 +17,9 @@ public:
     virtual void Refresh() {}
 
 protected:
-    virtual void CreateControls() = 0;
+    virtual void CreateControls() = 0; ///< they get the font by themselves
     virtual void Layout(int width, int height) = 0;
+    void LayOutAgain(); ///< after a change of texts
 
     afx_msg int OnCreate(CREATESTRUCT* create);
     afx_msg void OnSize(UINT type, int width, int height);

@@ -55,17 +55,10 @@ void RecordPage::CreateControls()
 
 void RecordPage::Reload()
 {
-    const auto font = reinterpret_cast<WPARAM>(ControlFont());
-    for (int i = 0; i < m_buttonCount; ++i) {
+    for (int i = 0; i < m_buttonCount; ++i)
         m_buttons[i].SetWindowText(Text(m_buttonTexts[i]));
-        m_buttons[i].SendMessage(WM_SETFONT, font, TRUE);
-    }
-    for (CWnd* control : {static_cast<CWnd*>(&m_list), static_cast<CWnd*>(&m_view), static_cast<CWnd*>(&m_state)})
-        control->SendMessage(WM_SETFONT, font, TRUE);
     Refresh();
-    CRect client;
-    GetClientRect(&client);
-    Layout(client.Width(), client.Height());
+    LayOutAgain();
 }
 
 void RecordPage::Refresh()

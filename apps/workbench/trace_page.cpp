@@ -73,25 +73,17 @@ void TracePage::CreateControls()
 
 void TracePage::Reload()
 {
-    const auto font = reinterpret_cast<WPARAM>(ControlFont());
     const std::pair<CWnd*, UINT> texts[] = {
         {&m_levelLabel, ZO_IDS_TRACE_LEVEL},       {&m_pause, ZO_IDS_TRACE_PAUSE},
         {&m_stamps, ZO_IDS_TRACE_STAMPS},          {&m_writeLine, ZO_IDS_TRACE_WRITE_LINE},
         {&m_writeBlock, ZO_IDS_TRACE_WRITE_BLOCK}, {&m_flush, ZO_IDS_TRACE_FLUSH}};
-    for (const auto& [control, text] : texts) {
+    for (const auto& [control, text] : texts)
         control->SetWindowText(Text(text));
-        control->SendMessage(WM_SETFONT, font, TRUE);
-    }
-    m_level.SendMessage(WM_SETFONT, font, TRUE);
     m_level.ResetContent();
     for (const auto& entry : kLevels)
         m_level.AddString(Text(entry.text));
-    m_state.SendMessage(WM_SETFONT, font, TRUE);
-    m_view.SendMessage(WM_SETFONT, font, TRUE);
     Refresh();
-    CRect client;
-    GetClientRect(&client);
-    Layout(client.Width(), client.Height());
+    LayOutAgain();
 }
 
 void TracePage::Layout(int width, int height)

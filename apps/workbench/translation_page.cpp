@@ -94,24 +94,15 @@ void TranslationPage::CreateControls()
 
 void TranslationPage::Reload()
 {
-    const auto font = reinterpret_cast<WPARAM>(ControlFont());
     const std::pair<CWnd*, UINT> texts[] = {
         {&m_tableLabel, ZO_IDS_TRANSLATION_TABLE},   {&m_choose, ZO_IDS_TRANSLATION_CHOOSE},
         {&m_edit, ZO_IDS_TRANSLATION_EDIT},          {&m_received, ZO_IDS_TRANSLATION_RECEIVED},
         {&m_sent, ZO_IDS_TRANSLATION_SENT},          {&m_translate, ZO_IDS_TRANSLATION_FILE},
         {&m_beforeLabel, ZO_IDS_TRANSLATION_BEFORE}, {&m_afterLabel, ZO_IDS_TRANSLATION_AFTER}};
-    for (const auto& [control, text] : texts) {
+    for (const auto& [control, text] : texts)
         control->SetWindowText(Text(text));
-        control->SendMessage(WM_SETFONT, font, TRUE);
-    }
-    for (CStatic* line : {&m_tableName, &m_stateLine})
-        line->SendMessage(WM_SETFONT, font, TRUE);
-    for (TextBox* view : {&m_before, &m_after})
-        view->SendMessage(WM_SETFONT, font, TRUE);
     Refresh();
-    CRect client;
-    GetClientRect(&client);
-    Layout(client.Width(), client.Height());
+    LayOutAgain();
 }
 
 void TranslationPage::Refresh()
