@@ -1,4 +1,5 @@
-// Every dialog of every language library, opened and measured: all texts fit, and no control covers another.
+// Every dialog of every language library, opened and measured: all texts fit, no control covers another, and each has
+// its key.
 #include "support/language_libraries.h"
 #include "support/test.h"
 
@@ -114,17 +115,18 @@ void ExpectFits(const Control& control)
 
 /// Texts that a control gets at run time.
 constexpr struct {
-    WORD dialog;
-    int control; // 0: a button beside the dialog, of the sheet that it is a page of
+    WORD firstDialog, lastDialog;
+    int control; // 0: a button beside the dialog, of the sheet that it is a page of; -1: what else has room there
     UINT text;
 } kRunTimeTexts[] = {
-    {ZO_IDD_TOOL_GENERAL, ZO_IDC_TOOL_ARGUMENTS_LABEL, ZO_IDS_TOOL_ARGUMENTS},
-    {ZO_IDD_TOOL_GENERAL, ZO_IDC_TOOL_ARGUMENTS_LABEL, ZO_IDS_TOOL_DEFAULT_ARGUMENTS},
-    {ZO_IDD_TOOL_GENERAL, 0, ZO_IDS_TOOL_ADD},
-    {ZO_IDD_TOOL_GENERAL, 0, ZO_IDS_TOOL_REMOVE},
-    {ZO_IDD_TOOL_GENERAL, 0, ZO_IDS_TOOL_MOVE_UP},
-    {ZO_IDD_TOOL_GENERAL, 0, ZO_IDS_TOOL_MOVE_DOWN},
-    {ZO_IDD_TRANSLATE_CHOOSER, ZO_IDC_TRANSLATE_WHY, ZO_IDS_TRANSLATE_NO_TABLES},
+    {ZO_IDD_TOOL_GENERAL, ZO_IDD_TOOL_GENERAL, ZO_IDC_TOOL_ARGUMENTS_LABEL, ZO_IDS_TOOL_ARGUMENTS},
+    {ZO_IDD_TOOL_GENERAL, ZO_IDD_TOOL_GENERAL, ZO_IDC_TOOL_ARGUMENTS_LABEL, ZO_IDS_TOOL_DEFAULT_ARGUMENTS},
+    {ZO_IDD_TOOL_OPTIONS, ZO_IDD_TOOL_CONSOLE, -1, ZO_IDS_TOOL_LIST},
+    {ZO_IDD_TOOL_OPTIONS, ZO_IDD_TOOL_CONSOLE, 0, ZO_IDS_TOOL_ADD},
+    {ZO_IDD_TOOL_OPTIONS, ZO_IDD_TOOL_CONSOLE, 0, ZO_IDS_TOOL_REMOVE},
+    {ZO_IDD_TOOL_OPTIONS, ZO_IDD_TOOL_CONSOLE, 0, ZO_IDS_TOOL_MOVE_UP},
+    {ZO_IDD_TOOL_OPTIONS, ZO_IDD_TOOL_CONSOLE, 0, ZO_IDS_TOOL_MOVE_DOWN},
+    {ZO_IDD_TRANSLATE_CHOOSER, ZO_IDD_TRANSLATE_CHOOSER, ZO_IDC_TRANSLATE_WHY, ZO_IDS_TRANSLATE_NO_TABLES},
 };
 
 void ExpectRunTimeTextsFit(HMODULE library, WORD id, HWND dialog, const std::vector<Control>& controls)
@@ -132,14 +134,14 @@ void ExpectRunTimeTextsFit(HMODULE library, WORD id, HWND dialog, const std::vec
     constexpr LONG kButtonWidth = 50, kButtonHeight = 14; // dialog units
     for (const auto& row : kRunTimeTexts) {
         wchar_t text[256] = {};
-        if (row.dialog != id)
+        if (id < row.firstDialog || id > row.lastDialog)
             continue;
         ASSERT_NE(0, LoadStringW(library, row.text, text, 256)) << row.text;
         Control button = {dialog, 0, {0, 0, kButtonWidth, kButtonHeight}, false, true, false, BS_PUSHBUTTON, 0, text};
         MapDialogRect(dialog, &button.place);
         int measured = 0;
         for (Control control : controls) {
-            if (control.id != row.control || row.control == 0)
+            if (control.id != row.control || row.control <= 0)
                 continue;
             control.text = text;
             ExpectFits(control);
@@ -148,7 +150,40 @@ void ExpectRunTimeTextsFit(HMODULE library, WORD id, HWND dialog, const std::vec
         if (row.control == 0)
             ExpectFits(button);
         else
-            EXPECT_EQ(1, measured) << row.control;
+            EXPECT_EQ(row.control > 0, measured) << row.control;
+    }
+}
+
+/// A person needs no mouse: each control that Tab reaches has a letter, in its text or in the last one before it (dots
+/// stand for none; OK and Cancel have keys anyway). No letter stands twice, and Tab goes to the right or downwards.
+void ExpectKeys(HMODULE library, WORD id, const std::vector<Control>& controls)
+{
+    std::set<wchar_t> letters;
+    const auto hasLetter = [&](const std::wstring& text) {
+        const size_t mark = text.find(L'&');
+        if (mark == std::wstring::npos)
+            return false;
+        EXPECT_TRUE(letters.insert(static_cast<wchar_t>(towupper(text[mark + 1]))).second) << "twice in " << text;
+        return true;
+    };
+    for (const auto& row : kRunTimeTexts) {
+        wchar_t text[256] = {};
+        if (row.control <= 0 && id >= row.firstDialog && id <= row.lastDialog) {
+            EXPECT_TRUE(LoadStringW(library, row.text, text, 256) > 0 && hasLetter(text)) << row.text;
+        }
+    }
+    bool hasOne = id == ZO_IDD_PROGRAM_PROMPT; // whose label programs give it
+    const Control* last = nullptr;
+    for (const Control& control : controls) {
+        if (control.text.find_first_not_of(L'.') != std::wstring::npos)
+            hasOne = hasLetter(control.text);
+        if ((control.style & WS_TABSTOP) == 0)
+            continue;
+        EXPECT_TRUE(hasOne || control.id == IDOK || control.id == IDCANCEL) << "no letter for " << control.id;
+        EXPECT_TRUE(last == nullptr || control.id == IDOK || control.place.left >= last->place.right ||
+                    control.place.top >= last->place.bottom)
+            << "from " << last->id << " back to " << control.id;
+        last = &control;
     }
 }
 
@@ -196,6 +231,7 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
                 ExpectApart(controls[k], controls[i]);
         }
         ExpectRunTimeTextsFit(m_library, id, dialog, controls);
+        ExpectKeys(m_library, id, controls);
         if (isOwnSystem && !controls.empty()) {
             ShowWindow(dialog, SW_SHOW);
             UpdateWindow(dialog);
