@@ -87,19 +87,21 @@ TEST_F(NewDocument, ShowsTypesAndDescriptionsInTheirOrder)
 
 TEST_F(NewDocument, NamesTypesInTheLanguageLoaded)
 {
-    constexpr UINT kType = ZO_IDS_FOLDER_NOT_CREATED; // the third part is a name
-    const CZoMultiDocTemplate viewer(kType, nullptr, nullptr, nullptr);
-    EXPECT_EQ(kType, viewer.GetResourceID());
-    CString name;
-    EXPECT_TRUE(viewer.GetDocString(name, CDocTemplate::fileNewName));
-    EXPECT_STREQ("The folder could not be created.", name);
+    Add(kSheet);
+    const CDocTemplate* type = Add(ZO_IDS_FOLDER_NOT_CREATED); // the third part is a name
+    Show(IDOK, [&](HWND window) {
+        EXPECT_EQ("Sheets|The folder could not be created.|", RowsOf(window, kList));
+        Choose(window, kList, 1);
+        ChangeLanguage(kGerman);
+        EXPECT_EQ("Sheets|Der Ordner konnte nicht erstellt werden.|", RowsOf(window, kList));
+        Press(window, IDOK);
+    });
+    EXPECT_EQ(type, m_dialog.GetDocTemplate());
     ZoGblDumpLanguageDLL();
-    EXPECT_FALSE(viewer.GetDocString(name, CDocTemplate::fileNewName));
+    CString name = "before";
+    EXPECT_FALSE(type->GetDocString(name, CDocTemplate::fileNewName));
     EXPECT_STREQ("", name);
-    m_product.MakeCurrent(kGerman);
     EXPECT_TRUE(ZoGblLoadLanguageDLL());
-    EXPECT_TRUE(viewer.GetDocString(name, CDocTemplate::fileNewName));
-    EXPECT_STREQ("Der Ordner konnte nicht erstellt werden.", name);
 }
 
 TEST_F(NewDocument, DrawsIconsAndNames)

@@ -104,37 +104,35 @@ TEST_F(PropertySheetTest, ExchangesItsPagesByKeysAndClicks)
 
 TEST_F(PropertySheetTest, IsGivenUpByEveryWay)
 {
+    const auto end = [](HWND window) { static_cast<Sheet*>(CWnd::FromHandlePermanent(window))->EndDialog(77); };
     const struct {
         DialogDriver::Act act;
         INT_PTR result;
         LPCSTR events;
     } rows[] = {
-        {WaysToGiveUp()[0], IDCANCEL, "shown 1,reset 1,"},
-        {WaysToGiveUp()[1], IDCANCEL, "shown 1,reset 1,"},
-        {WaysToGiveUp()[2], IDCANCEL, "shown 1,reset 1,"},
-        {Pressing(IDOK), IDOK, "shown 1,left 1,applied 1,"},
-        {[](HWND window) { static_cast<Sheet*>(CWnd::FromHandlePermanent(window))->EndDialog(77); }, 77, "shown 1,"},
+        {WaysToGiveUp()[0], IDCANCEL, "reset 1,"},
+        {WaysToGiveUp()[1], IDCANCEL, "reset 1,"},
+        {WaysToGiveUp()[2], IDCANCEL, "reset 1,"},
+        {Pressing(IDOK), IDOK, "left 1,applied 1,"},
+        {end, 77, ""},
     };
     for (const auto& row : rows) {
         Sheet sheet;
-        {
-            const DialogDriver driver{row.act};
+        for (const bool refusesFirst : {false, true}) { // when it is shown a second time
+            const DialogDriver driver{[&](HWND window) {
+                sheet.first.m_keep = sheet.first.m_refuse = refusesFirst;
+                for (const int button : {IDCANCEL, IDOK}) {
+                    if (refusesFirst)
+                        Press(window, button);
+                    EXPECT_NE(nullptr, sheet.PageWindow());
+                }
+                sheet.first.m_keep = sheet.first.m_refuse = false;
+                sheet.events.clear();
+                row.act(window);
+            }};
             EXPECT_EQ(row.result, sheet.DoModal());
             EXPECT_EQ(row.events, sheet.events);
         }
-        // Kept open once, refused once, and then another way out than the refused OK.
-        sheet.events.clear();
-        const DialogDriver again{[&](HWND window) {
-            sheet.first.m_keep = true;
-            Press(window, IDCANCEL);
-            EXPECT_NE(nullptr, sheet.PageWindow());
-            sheet.first.m_refuse = true;
-            Press(window, IDOK);
-            EXPECT_NE(nullptr, sheet.PageWindow());
-            sheet.first.m_keep = sheet.first.m_refuse = false;
-            row.act(window);
-        }};
-        EXPECT_EQ(row.result, sheet.DoModal()) << "shown a second time";
     }
 }
 
