@@ -65,24 +65,6 @@ protected:
         const DialogDriver driver(std::move(acts));
         EditToolItemFile(m_file.c_str(), nullptr);
     }
-    std::string SaveFailed(const std::string& state = "The file is as it was before.") const
-    {
-        return "The tools could not be saved in " + m_file + ".\n\n" + state +
-               "\n\nDo you want to go back to editing them? With No, your changes are lost.";
-    }
-    std::string Offer() const
-    {
-        return "The last time " + m_file +
-               " was saved, the program ended before it was done. Put back what the file held before that? With No, it "
-               "stays as it is.";
-    }
-    std::string Told() const
-    {
-        return "Not all tools in " + m_file +
-               " could be read. With OK, the tools shown here take the place of the file's content.";
-    }
-    /// The copy that is beside the file while it is saved.
-    std::string Copy() const { return Family() == WindowsFamily::kWin32s ? "test.tl~" : "test.tlm.zo~"; }
 
     const std::string m_file = Path("test.tlm");
 };
@@ -91,29 +73,45 @@ protected:
 
 TEST_F(ToolSheet, MakesAFileFromNothing)
 {
-    const std::string tool = ReportTool();
+    const std::string tool = ReportTool(), other = Path("R&D.exe");
+    m_folder.Write("R&D.exe", "MZ");
     Edit({[&](HWND sheet) {
               EXPECT_EQ("Edit Tools", TextOf(sheet));
               EXPECT_EQ("A", EnabledOf(sheet));
               Press(sheet, kAdd);
               EXPECT_EQ("", ToolsOf(sheet)) << "given up";
               Press(sheet, kAdd);
-              EXPECT_EQ("*ZoStartReport.exe|", ToolsOf(sheet));
+              EXPECT_EQ("*R&D.exe|", ToolsOf(sheet)) << "as in the menu";
               EXPECT_EQ("ARp", EnabledOf(sheet));
               const HWND page = PageOf(sheet);
-              EXPECT_EQ("ZoStartReport.exe", TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
-              EXPECT_EQ(tool, TextOf(page, ZO_IDC_TOOL_PROGRAM));
-              EXPECT_EQ(ReportFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
+              EXPECT_EQ("R&&D.exe", TextOf(page, ZO_IDC_TOOL_MENU_TEXT));
+              EXPECT_EQ(Path(), TextOf(page, ZO_IDC_TOOL_FOLDER));
               Type(page, ZO_IDC_TOOL_MENU_TEXT, "&Report");
               EXPECT_EQ("*Report|", ToolsOf(sheet)) << "while it is typed";
+              Press(page, ZO_IDC_TOOL_BROWSE_PROGRAM); // given up
+              Press(page, ZO_IDC_TOOL_BROWSE_FOLDER);  // likewise
+              EXPECT_EQ(other, TextOf(page, ZO_IDC_TOOL_PROGRAM));
+              EXPECT_EQ(Path(), TextOf(page, ZO_IDC_TOOL_FOLDER));
+              Press(page, ZO_IDC_TOOL_BROWSE_PROGRAM);
+              Press(page, ZO_IDC_TOOL_BROWSE_FOLDER);
               Press(sheet, kAdd); // takes over what the page shows
-              EXPECT_EQ("Report|*R&D.exe|", ToolsOf(sheet)) << "as in the menu";
+              EXPECT_EQ("Report|*ZoStartReport.exe|", ToolsOf(sheet));
               EXPECT_EQ("ARUp", EnabledOf(sheet));
               Press(sheet, IDOK);
           },
-          kGiveUp, ChooseFile(tool), ChooseFile((m_folder.Write("R&D.exe", "MZ"), Path("R&D.exe")))});
-    EXPECT_EQ(HeaderBytes() + RecordBytes("&Report", 4, kDescription, tool, ReportFolder()) +
-                  RecordBytes("R&&D.exe", 4, kDescription, Path("R&D.exe"), Path()),
+          kGiveUp, ChooseFile(other), kGiveUp,
+          [&](HWND dialog) {
+              EXPECT_EQ(Path(), TextOf(dialog, ZO_IDC_FOLDER_PATH)) << "begins with what the field holds";
+              Press(dialog, IDCANCEL);
+          },
+          ChooseFile(tool),
+          [](HWND dialog) {
+              Type(dialog, ZO_IDC_FOLDER_PATH, "C:\\");
+              Press(dialog, IDOK);
+          },
+          ChooseFile(tool)});
+    EXPECT_EQ(HeaderBytes() + RecordBytes("&Report", 4, kDescription, tool, "C:\\") +
+                  RecordBytes("ZoStartReport.exe", 4, kDescription, tool, ReportFolder()),
               Read());
 }
 
@@ -196,47 +194,11 @@ TEST_F(ToolSheet, EditsWhatThePagesShow)
           AnswerBox("The number must lie between 1 and 1024.", IDOK), Pressing(IDNO), Pressing(IDYES)});
     std::string record = RecordBytes(std::string(31, 'm'), 3, std::string(127, 'd'), std::string(263, 'p'),
                                      std::string(263, 'f'), std::string(263, 'a'));
-    const int numbers[] = {0x04000000 | 0x40 | 0x10 | 0x08 | 0x200 | 0x800,
-                           STARTF_USEPOSITION | STARTF_USECOUNTCHARS | STARTF_RUNFULLSCREEN | STARTF_FORCEONFEEDBACK,
-                           GetSystemMetrics(SM_CXSCREEN),
-                           17,
-                           640,
-                           1,
-                           1024,
-                           1};
-    for (size_t i = 0; i < std::size(numbers); ++i)
-        PutNumber(record, 16 + 4 * i, numbers[i]);
+    const int startup = STARTF_USEPOSITION | STARTF_USECOUNTCHARS | STARTF_RUNFULLSCREEN | STARTF_FORCEONFEEDBACK;
+    size_t at = 16;
+    for (const int number : {0x04000A58, startup, GetSystemMetrics(SM_CXSCREEN), 17, 640, 1, 1024, 1})
+        PutNumber(record, std::exchange(at, at + 4), number);
     EXPECT_EQ(HeaderBytes("mine") + record + RecordBytes("second", 4, kDescription), Read());
-}
-
-TEST_F(ToolSheet, Browses)
-{
-    const std::string tool = ReportTool();
-    Write({"a"});
-    m_folder.Write("b.exe", "MZ");
-    Edit({[&](HWND sheet) {
-              const HWND page = PageOf(sheet);
-              Press(page, ZO_IDC_TOOL_BROWSE_PROGRAM);
-              EXPECT_EQ("", TextOf(page, ZO_IDC_TOOL_PROGRAM)) << "given up";
-              Press(page, ZO_IDC_TOOL_BROWSE_PROGRAM);
-              EXPECT_EQ(tool, TextOf(page, ZO_IDC_TOOL_PROGRAM));
-              Type(page, ZO_IDC_TOOL_FOLDER, Path());
-              Press(page, ZO_IDC_TOOL_BROWSE_FOLDER); // given up
-              EXPECT_EQ(Path(), TextOf(page, ZO_IDC_TOOL_FOLDER));
-              Press(page, ZO_IDC_TOOL_BROWSE_FOLDER);
-              EXPECT_EQ(ReportFolder(), TextOf(page, ZO_IDC_TOOL_FOLDER));
-              Press(sheet, IDOK);
-          },
-          kGiveUp, ChooseFile(tool),
-          [&](HWND dialog) {
-              EXPECT_EQ(Path(), TextOf(dialog, ZO_IDC_FOLDER_PATH)) << "begins with what the field holds";
-              Press(dialog, IDCANCEL);
-          },
-          [&](HWND dialog) {
-              Type(dialog, ZO_IDC_FOLDER_PATH, ReportFolder());
-              Press(dialog, IDOK);
-          }});
-    EXPECT_EQ(HeaderBytes("mine") + RecordBytes("a", 4, kDescription, tool, ReportFolder()), Read());
 }
 
 TEST_F(ToolSheet, MovesAndRemoves)
@@ -251,8 +213,14 @@ TEST_F(ToolSheet, MovesAndRemoves)
         {kUp, "b|*a|c|", "ARUDp", "a", kUp},     {kRemove, "b|*c|", "ARUp", "c", kRemove},
         {kRemove, "*b|", "ARp", "b", kRemove},   {kRemove, "", "A", "", kAdd},
     };
+    CZoFrameWnd main;
+    AfxGetThread()->m_pMainWnd = &main;
+    const CString helpBefore = main.GetHelpFile();
     Edit({[&](HWND sheet) {
+        EXPECT_EQ(0, main.GetHelpFile().Right(12).CompareNoCase("ZOFAXENU.HLP"));
         EXPECT_EQ("ARDp", EnabledOf(sheet));
+        AccessKey(sheet, 't');
+        ExpectTabOrder(sheet, {kList, kAdd, kRemove, kDown, IDOK});
         for (const auto& row : rows) {
             SetFocus(GetDlgItem(sheet, row.button));
             Press(sheet, row.button);
@@ -267,85 +235,49 @@ TEST_F(ToolSheet, MovesAndRemoves)
         Press(sheet, IDOK);
     }});
     EXPECT_EQ(HeaderBytes("mine"), Read());
+    EXPECT_STREQ(helpBefore, main.GetHelpFile());
+    AfxGetThread()->m_pMainWnd = nullptr;
 }
 
 TEST_F(ToolSheet, HoldsThirtyOneItems)
 {
-    const std::string tool = ReportTool();
-    Write(std::vector<std::string>(30, "tool"));
+    Write(std::vector<std::string>(32, "tool"));
     Edit({[](HWND sheet) {
+              for (const char* enabled : {"RDp", "RDp", "ARDp"}) {
+                  EXPECT_EQ(enabled, EnabledOf(sheet));
+                  Press(sheet, kRemove);
+              }
+              Press(sheet, kAdd);
               SetFocus(GetDlgItem(sheet, kAdd));
               Press(sheet, kAdd);
               EXPECT_EQ("RUp", EnabledOf(sheet));
               EXPECT_EQ(kRemove, FocusOf(sheet));
-              Press(sheet, kRemove);
-              EXPECT_EQ("ARUp", EnabledOf(sheet));
-              Press(sheet, kAdd);
               Press(sheet, IDOK);
           },
-          ChooseFile(tool), ChooseFile(tool)});
+          ChooseFile(ReportTool()), ChooseFile(ReportTool())});
     EXPECT_EQ(144u + 31 * 1536, Read().size());
-    Write(std::vector<std::string>(32, "tool"));
-    Edit({[](HWND sheet) {
-        EXPECT_EQ("RDp", EnabledOf(sheet));
-        Press(sheet, kRemove);
-        EXPECT_EQ("RDp", EnabledOf(sheet));
-        Press(sheet, kRemove);
-        EXPECT_EQ("ARDp", EnabledOf(sheet));
-        Press(sheet, IDOK);
-    }});
-    EXPECT_EQ(144u + 30 * 1536, Read().size());
 }
 
 TEST_F(ToolSheet, ForgetsWhatIsGivenUp)
 {
     Write({"a", "b"});
-    const std::string before = Read();
-    for (const auto& way : WaysToGiveUp()) {
-        Edit({[&](HWND sheet) {
-            EXPECT_EQ("*a|b|", ToolsOf(sheet));
-            Type(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT, "changed");
-            Press(sheet, kRemove);
-            way(sheet);
-        }});
-        EXPECT_EQ(before, Read());
-    }
-    const DialogDriver driver{kTakeOver};
     CTlmSheet sheet("Tools", nullptr);
-    EXPECT_EQ(IDOK, sheet.DoModal()) << "without a file";
-    EXPECT_EQ(4u, sheet.SaveFileData());
-}
-
-TEST_F(ToolSheet, OffersToGoBackWhenItCannotBeSaved)
-{
-    FaultSource faults("disk");
-    ZO_FAULTY_CALL(CreateFileA) open(faults, kFramework, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
-    ZO_FAULTY_CALL(WriteFile) write(faults, kFramework, FALSE, ERROR_DISK_FULL);
-    for (const int call : {1, 2, 3, 4}) { // opening, header, two items
-        SCOPED_TRACE(call);
-        Write({"a", "b"});
-        const std::string before = Read();
-        Edit({[&](HWND sheet) {
-                  Type(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT, "typed");
-                  faults.Arm(call, true);
-                  Press(sheet, IDOK);
-              },
-              [&](HWND box) {
-                  faults.Disarm();
-                  EXPECT_TRUE(before == Read());
-                  EXPECT_FALSE(m_folder.Exists(Copy()));
-                  AnswerBox(SaveFailed(), IDYES)(box);
-              },
-              [](HWND sheet) {
-                  EXPECT_EQ("*typed|b|", ToolsOf(sheet));
-                  EXPECT_EQ("typed", TextOf(PageOf(sheet), ZO_IDC_TOOL_MENU_TEXT));
-                  Press(sheet, IDOK);
-              }});
-        EXPECT_EQ(HeaderBytes("mine") + RecordBytes("typed", 4, kDescription) + RecordBytes("b", 4, kDescription),
-                  Read());
+    EXPECT_EQ(4u, sheet.SaveFileData()) << "without a file";
+    sheet.SetFilePath(m_file.c_str());
+    for (const int button : {IDCANCEL, IDOK}) {
+        const DialogDriver driver{[&](HWND window) {
+            EXPECT_EQ("*a|b|", ToolsOf(window));
+            Type(PageOf(window), ZO_IDC_TOOL_MENU_TEXT, "changed");
+            Press(window, kRemove);
+            Press(window, button);
+        }};
+        EXPECT_EQ(button, sheet.DoModal());
     }
-    CFile held(m_file.c_str(), CFile::modeRead | CFile::shareDenyWrite);
-    Edit({kTakeOver, AnswerBox(SaveFailed(), IDNO)});
+    const DialogDriver driver{[](HWND window) {
+        EXPECT_EQ("*b|", ToolsOf(window)) << "which OK keeps";
+        Press(window, IDOK);
+    }};
+    EXPECT_EQ(IDOK, sheet.DoModal());
 }
 
 TEST_F(ToolSheet, KeepsWhatTheFileHeld)
@@ -355,22 +287,40 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
     ZO_FAULTY_CALL(WriteFile) writeCopy(disk, kLibrary, FALSE, ERROR_DISK_FULL);
     ZO_FAULTY_CALL(DeleteFileA) erase(folder, kLibrary, FALSE, ERROR_ACCESS_DENIED);
     const auto remove = [](HWND sheet) { Press(sheet, kRemove), Press(sheet, IDOK); };
-    const auto failed = AnswerBox(SaveFailed(), IDNO), told = AnswerBox(Told(), IDOK);
-    const auto offer = AnswerBox(Offer(), IDYES), unwanted = AnswerBox(Offer(), IDNO);
-    const auto lost = AnswerBox(SaveFailed("The file is damaged, and what it held before is lost."), IDNO);
+    const auto add = [](HWND sheet) { Press(sheet, kAdd), Press(sheet, IDOK); };
+    const auto notSaved = [&](const std::string& state, int answer = IDNO) {
+        return AnswerBox("The tools could not be saved in " + m_file + ".\n\n" + state +
+                             "\n\nDo you want to go back to editing them? With No, your changes are lost.",
+                         answer);
+    };
+    const auto failed = notSaved("The file is as it was before.");
+    const auto goBack = notSaved("The file is as it was before.", IDYES);
+    const auto told =
+        AnswerBox("Not all tools in " + m_file +
+                      " could be read. With OK, the tools shown here take the place of the file's content.",
+                  IDOK);
+    const std::string offerText = "The last time " + m_file +
+                                  " was saved, the program ended before it was done. Put back what the file held "
+                                  "before that? With No, it stays as it is.";
+    const std::string copyName = Family() == WindowsFamily::kWin32s ? "test.tl~" : "test.tlm.zo~";
+    const auto again = [](HWND sheet) {
+        EXPECT_EQ("*b|", ToolsOf(sheet)) << "as it was edited";
+        Press(sheet, IDOK);
+    };
+    const auto offer = AnswerBox(offerText, IDYES), unwanted = AnswerBox(offerText, IDNO);
+    const auto lost = notSaved("The file is damaged, and what it held before is lost.");
     const auto notPutBack =
-        AnswerBox("What the file held before could not be put back. It is still kept in " + Path(Copy()) + ".", IDOK);
+        AnswerBox("What the file held before could not be put back. It is still kept in " + Path(copyName) + ".", IDOK);
     Write({"b"});
     const std::string one = Read(), cut, none = "(none)", others = "somebody else's";
     Write({"a", "b"});
     const std::string whole = Read();
     disk.Arm(3, true); // behind header and bytes of the copy; the file cannot be put back either
-    Edit({remove, AnswerBox(SaveFailed("The file is damaged. What it held before is kept in " + Path(Copy()) +
-                                       "; it is offered when the file is next opened here."),
-                            IDNO)});
+    Edit({remove, notSaved("The file is damaged. What it held before is kept in " + Path(copyName) +
+                           "; it is offered when the file is next opened here.")});
     disk.Disarm();
     EXPECT_EQ(cut, Read());
-    const std::string copy = m_folder.Read(Copy());
+    const std::string copy = m_folder.Read(copyName);
     std::string changed = copy, of = copy;
     changed.back() ^= 1;
     of[16] = 'x'; // the name of the file that it is a copy of
@@ -383,6 +333,11 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
     } rows[] = {
         {1, true, whole, none, {remove, failed}, whole, none},
         {2, true, whole, none, {remove, failed}, whole, none},
+        {3, false, whole, none, {remove, goBack, again}, one, none},                  // the header of the file
+        {4, false, whole, none, {remove, goBack, again}, one, none},                  // its item
+        {0, false, whole, copy.substr(0, copy.size() - 1), {kTakeOver}, whole, none}, // ended while it was copied
+        {0, false, others, none, {told, kGiveUp}, others, none},
+        {0, false, whole + "more", none, {told, kGiveUp}, whole + "more", none}, // which loading passes over
         {0, false, cut, copy, {unwanted, told, kGiveUp}, cut, copy},
         {0, false, cut, changed, {told, kGiveUp}, cut, changed},
         {0, false, cut, copy.substr(0, copy.size() - 1), {told, kGiveUp}, cut, copy.substr(0, copy.size() - 1)},
@@ -399,6 +354,7 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
         {1, false, whole, others, {remove, failed}, whole, others},
         {1, true, whole, others, {remove, lost}, cut, others},
         {1, true, none, none, {kTakeOver, failed}, none, none},
+        {2, false, none, none, {add, ChooseFile(ReportTool()), failed}, none, none}, // behind the header
     };
     const auto put = [&](const std::string& name, const std::string& bytes) {
         DeleteFileA(Path(name).c_str());
@@ -408,35 +364,33 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
         put("test.tlm", row.file);
-        put(Copy(), row.copy);
+        put(copyName, row.copy);
         disk.Arm(row.call, row.persistent);
         Edit(row.acts);
         disk.Disarm();
         EXPECT_TRUE(row.fileAfter == Read());
-        EXPECT_TRUE(row.copyAfter == m_folder.Read(Copy()));
+        EXPECT_TRUE(row.copyAfter == m_folder.Read(copyName));
     }
     put("test.tlm", whole);
     folder.Arm(1, true);
     Edit({kTakeOver});
     folder.Disarm();
-    EXPECT_EQ("", m_folder.Read(Copy())) << "no copy any more";
-    CFile saving(Path(Copy()).c_str(), CFile::modeReadWrite | CFile::shareExclusive); // another program
+    EXPECT_EQ("", m_folder.Read(copyName)) << "no copy any more";
+    CFile saving(Path(copyName).c_str(), CFile::modeReadWrite | CFile::shareExclusive); // another program
     Edit({remove, failed});
     EXPECT_TRUE(whole == Read());
     saving.Close();
-
-    put(Copy(), none);
-    put("test.tlm", none); // there was no file before
-    disk.Arm(2, false);    // the first record, behind the header
-    Edit({[](HWND sheet) { Press(sheet, kAdd), Press(sheet, IDOK); }, ChooseFile(ReportTool()), failed});
-    disk.Disarm();
-    EXPECT_EQ(none, Read());
+    put(copyName, none);
 
     // What cannot be read, or is longer than any file of tools, cannot be kept and so is not saved.
     FaultSource files("files");
     ZO_FAULTY_CALL(CreateFileA) open(files, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
     put("test.tlm", whole);
     Edit({[&](HWND sheet) { files.Arm(1, false), remove(sheet); }, failed});
+    {
+        const CFile held(m_file.c_str(), CFile::modeRead | CFile::shareDenyWrite);
+        Edit({remove, failed});
+    }
     EXPECT_TRUE(whole == Read());
     constexpr ULONGLONG kMost = 16 * 1024 * 1024;
     for (const ULONGLONG length : {kMost + 1, kMost}) {
@@ -448,128 +402,10 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
         Edit({grown, length > kMost ? failed : nullptr});
         EXPECT_EQ(length > kMost ? length : one.size(), Read().size());
     }
-    put(Copy(), copy);
-    const CFile reading(Path(Copy()).c_str(), CFile::modeRead | CFile::shareDenyNone); // another program: who knows why
+    put(copyName, copy);
+    const CFile reading(Path(copyName).c_str(),
+                        CFile::modeRead | CFile::shareDenyNone); // another program: who knows why
     Edit({remove, failed});
-}
-
-ZO_CHILD(EditsUntilKilled)
-{
-    ASSERT_TRUE(ZoGblLoadLanguageDLL());
-    const StopAtWrite stop(child, child.Argument(1).c_str(), std::stoi(child.Argument(2)));
-    const DialogDriver driver{[](HWND sheet) { Press(sheet, kRemove), Press(sheet, IDOK); }};
-    EditToolItemFile(child.Argument(0).c_str(), nullptr);
-}
-
-TEST_F(ToolSheet, OffersWhatAKilledSaveHasCut)
-{
-    const std::pair<const char*, const char*> rows[] = {
-        {kLibrary, "1"}, {kLibrary, "2"}, {kFramework, "1"}, {kFramework, "2"}, {kFramework, "3"}};
-    for (const auto& [module, call] : rows) {
-        SCOPED_TRACE(testing::Message() << module << " " << call);
-        const bool isCut = module == kFramework;
-        Write({"a", "b", "c"});
-        const std::string before = Read();
-        ChildProcess child("EditsUntilKilled", {m_file, module, call});
-        ASSERT_TRUE(child.WaitUntilReady());
-        child.Kill();
-        EXPECT_EQ(!isCut, before == Read());
-        const auto isAllThere = [](HWND sheet) {
-            EXPECT_EQ("*a|b|c|", ToolsOf(sheet));
-            Press(sheet, IDOK);
-        };
-        Edit({isCut ? AnswerBox(Offer(), IDYES) : nullptr, isAllThere});
-        EXPECT_TRUE(before == Read());
-        EXPECT_FALSE(m_folder.Exists(Copy()));
-    }
-}
-
-TEST_F(ToolSheet, TellsWhatCannotBeRead)
-{
-    m_folder.Write("test.tlm", "This is something else.");
-    Edit({AnswerBox(Told(), IDOK), [](HWND sheet) {
-              EXPECT_EQ("", ToolsOf(sheet));
-              Press(sheet, IDCANCEL);
-          }});
-    EXPECT_EQ("This is something else.", Read());
-    for (const size_t cut : {1, 1535}) { // loading passes over what is left of an item
-        Write({"a", "b"});
-        m_folder.Write("test.tlm", Read().substr(0, 144 + 2 * 1536 - cut));
-        Edit({AnswerBox(Told(), IDOK), kGiveUp});
-    }
-}
-
-TEST_F(ToolSheet, IsUsedByKeysAlone)
-{
-    Write({"a", "b"});
-    CZoFrameWnd main;
-    AfxGetThread()->m_pMainWnd = &main;
-    const CString helpBefore = main.GetHelpFile();
-    Edit({[&](HWND sheet) {
-        EXPECT_EQ(0, main.GetHelpFile().Right(12).CompareNoCase("ZOFAXENU.HLP"));
-        const auto page = [=] { return PageOf(sheet); };
-        AccessKey(sheet, 't');
-        ExpectTabOrder(sheet, {kList, kAdd, kRemove, kDown});
-        Key(sheet, VK_TAB, kShift);
-        EXPECT_EQ(kRemove, FocusOf(sheet));
-        AccessKey(sheet, 'd');
-        EXPECT_EQ("b|*a|", ToolsOf(sheet));
-        AccessKey(sheet, 'u');
-        EXPECT_EQ("*a|b|", ToolsOf(sheet));
-        AccessKey(sheet, 't');
-        Key(sheet, VK_DOWN);
-        EXPECT_EQ("a|*b|", ToolsOf(sheet));
-        AccessKey(sheet, 'p'); // of the page
-        ExpectTabOrder(sheet, {ZO_IDC_TOOL_PROGRAM, ZO_IDC_TOOL_BROWSE_PROGRAM, ZO_IDC_TOOL_FOLDER});
-        Key(sheet, VK_TAB, kControl);
-        EXPECT_NE(nullptr, GetDlgItem(page(), ZO_IDC_TOOL_USE_POSITION)) << "the next page";
-        AccessKey(sheet, 'p');
-        EXPECT_TRUE(IsEnabled(page(), ZO_IDC_TOOL_LEFT));
-        AccessKey(sheet, 'o');
-        EXPECT_EQ(ZO_IDC_TOOL_TOP, FocusOf(page()));
-        Key(sheet, VK_UP);
-        EXPECT_EQ("17", TextOf(page(), ZO_IDC_TOOL_TOP));
-        Key(sheet, VK_RETURN);
-    }});
-    EXPECT_STREQ(helpBefore, main.GetHelpFile());
-    AfxGetThread()->m_pMainWnd = nullptr;
-    std::string second = RecordBytes("b", 4, kDescription);
-    second.replace(20, 4, BytesOf(STARTF_USESHOWWINDOW | STARTF_USEPOSITION)).replace(28, 4, BytesOf(17));
-    EXPECT_EQ(HeaderBytes("mine") + RecordBytes("a", 4, kDescription) + second, Read());
-}
-
-TEST_F(ToolSheet, HasNoAccessKeyTwice)
-{
-    LoadLibraryA("comctl32.dll"); // of the spin buttons
-    const HWND parent = CreateWindowA("Static", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
-    for (const char* language : {"ENU", "DEU", "FRA", "ESP", "JPN"}) {
-        const HMODULE library =
-            LoadLibraryExA((ProgramFolder() + "ZOGBL" + language + ".DLL").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-        ASSERT_NE(nullptr, library);
-        for (const int page : {ZO_IDD_TOOL_GENERAL, ZO_IDD_TOOL_WINDOW, ZO_IDD_TOOL_CONSOLE, ZO_IDD_TOOL_OPTIONS}) {
-            std::vector<std::wstring> texts;
-            wchar_t text[256];
-            for (const UINT id :
-                 {ZO_IDS_TOOL_LIST, ZO_IDS_TOOL_ADD, ZO_IDS_TOOL_REMOVE, ZO_IDS_TOOL_MOVE_UP, ZO_IDS_TOOL_MOVE_DOWN})
-                texts.emplace_back(text, static_cast<size_t>(LoadStringW(library, id, text, 256)));
-            const HWND dialog = CreateDialogParamW(
-                library, MAKEINTRESOURCEW(page), parent,
-                +[](HWND, UINT, WPARAM, LPARAM) WINAPI -> INT_PTR { return 0; }, 0);
-            for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
-                texts.emplace_back(text, static_cast<size_t>(GetWindowTextW(child, text, 256)));
-            DestroyWindow(dialog);
-            EXPECT_GT(texts.size(), 10u);
-            std::set<wchar_t> keys;
-            for (const std::wstring& label : texts) {
-                const size_t at = label.find(L'&');
-                EXPECT_TRUE(at == std::wstring::npos ||
-                            keys.insert(static_cast<wchar_t>(towupper(label[at + 1]))).second)
-                    << language << " " << page << ": " << label;
-            }
-        }
-        FreeLibrary(library);
-    }
-    DestroyWindow(parent);
 }
 
 TEST_F(ToolSheet, SurvivesMissingMemory)
