@@ -221,6 +221,9 @@ TEST_F(ToolSheet, MovesAndRemoves)
         EXPECT_EQ("ARDp", EnabledOf(sheet));
         AccessKey(sheet, 't');
         ExpectTabOrder(sheet, {kList, kAdd, kRemove, kDown, IDOK});
+        AccessKey(sheet, 'd');
+        AccessKey(sheet, 'u');
+        EXPECT_EQ("*a|b|c|", ToolsOf(sheet)) << "there and back";
         for (const auto& row : rows) {
             SetFocus(GetDlgItem(sheet, row.button));
             Press(sheet, row.button);
