@@ -64,17 +64,11 @@ IMPLEMENT_DYNCREATE(PluginFrame, CMDIChildWnd)
 
 AFX_EXTENSION_MODULE g_extensionModule = {};
 
-UINT AddClass(LPCSTR entryPoint, CPtrArray* classes, CRuntimeClass* runtimeClass, int first, int second)
+template <class ARRAY, class ELEMENT>
+UINT Add(LPCSTR entryPoint, ARRAY* array, ELEMENT element, int first = 0, int second = 0)
 {
     Enter(entryPoint);
-    classes->Add(runtimeClass);
-    return static_cast<UINT>(first * 10 + second);
-}
-
-UINT AddWord(LPCSTR entryPoint, CWordArray* words, WORD word, int first, int second)
-{
-    Enter(entryPoint);
-    words->Add(word);
+    array->Add(element);
     return static_cast<UINT>(first * 10 + second);
 }
 
@@ -88,12 +82,12 @@ ZO_ENTRY(BOOL) InitializeTemplateDLL()
     return !Variable("ZO_PLUGIN_FAILS").Is("InitializeTemplateDLL", "=false");
 }
 ZO_ENTRY(BOOL) ShutdownTemplateDLL() { return Enter("ShutdownTemplateDLL"), TRUE; }
-ZO_ENTRY(UINT) DRT(CPtrArray* list, int a, int b) { return AddClass("DRT", list, RUNTIME_CLASS(PluginDocument), a, b); }
-ZO_ENTRY(UINT) FRT(CPtrArray* list, int a, int b) { return AddClass("FRT", list, RUNTIME_CLASS(PluginFrame), a, b); }
-ZO_ENTRY(UINT) VRT(CPtrArray* list, int a, int b) { return AddClass("VRT", list, RUNTIME_CLASS(PluginView), a, b); }
-ZO_ENTRY(UINT) DRID(CWordArray* ids, int first, int second) { return AddWord("DRID", ids, 500, first, second); }
-ZO_ENTRY(UINT) DROE(CWordArray* ids) { return AddWord("DROE", ids, 501, 0, 6); }
-ZO_ENTRY(UINT) DROI(CWordArray* ids) { return AddWord("DROI", ids, 502, 0, 7); }
+ZO_ENTRY(UINT) DRT(CPtrArray* list, int a, int b) { return Add("DRT", list, RUNTIME_CLASS(PluginDocument), a, b); }
+ZO_ENTRY(UINT) FRT(CPtrArray* list, int a, int b) { return Add("FRT", list, RUNTIME_CLASS(PluginFrame), a, b); }
+ZO_ENTRY(UINT) VRT(CPtrArray* list, int a, int b) { return Add("VRT", list, RUNTIME_CLASS(PluginView), a, b); }
+ZO_ENTRY(UINT) DRID(CWordArray* ids, int first, int second) { return Add("DRID", ids, 500, first, second); }
+ZO_ENTRY(UINT) DROE(CWordArray* ids) { return Add("DROE", ids, 501, 0, 6); }
+ZO_ENTRY(UINT) DROI(CWordArray* ids) { return Add("DROI", ids, 502, 0, 7); }
 ZO_ENTRY(BOOL) CCB(CFrameWnd* first, CFrameWnd* second, int number)
 {
     Enter("CCB");
@@ -104,11 +98,11 @@ ZO_ENTRY(void) DCBO(int number)
     if (number == 9)
         Enter("DCBO");
 }
-ZO_ENTRY(void) LCBS(CWordArray* state) { AddWord("LCBS", state, 503, 0, 0); }
-ZO_ENTRY(void) SCBS(CWordArray* state) { AddWord("SCBS", state, 504, 0, 0); }
+ZO_ENTRY(void) LCBS(CWordArray* state) { Add("LCBS", state, 503); }
+ZO_ENTRY(void) SCBS(CWordArray* state) { Add("SCBS", state, 504); }
 ZO_ENTRY(void) IHS() { Enter("IHS"); }
 ZO_ENTRY(UINT) GHS() { return Enter("GHS"), 10; }
-ZO_ENTRY(UINT) GNBI(CPtrArray* list, int a, int b) { return AddClass("GNBI", list, nullptr, a, b); }
+ZO_ENTRY(UINT) GNBI(CPtrArray* list, int a, int b) { return Add("GNBI", list, nullptr, a, b); }
 ZO_ENTRY(void) PNC(UINT command, CDocument* document)
 {
     if (command == 11 && document == nullptr)
@@ -121,7 +115,7 @@ ZO_ENTRY(void) PNUC(UINT command, CDocument* document, CCmdUI* item)
 }
 ZO_ENTRY(int) GTID() { return Enter("GTID"), ZO_PLUGIN_ID; }
 #ifndef ZO_PLUGIN_WITHOUT_GMD
-ZO_ENTRY(UINT) GMD(CWordArray* maxima, int first, int second) { return AddWord("GMD", maxima, 505, first, second); }
+ZO_ENTRY(UINT) GMD(CWordArray* maxima, int first, int second) { return Add("GMD", maxima, 505, first, second); }
 #endif
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)

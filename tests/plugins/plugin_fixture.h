@@ -58,39 +58,18 @@ public:
     PluginFailure& operator=(const PluginFailure&) = delete;
 };
 
-/// Files that look like libraries and are none that can be loaded here.
-class BadLibraries {
-public:
-    BadLibraries()
-    {
-        m_folder.Write("text.DLL", "This is no library.");
-        std::string plugin = ReadFile(ProgramFolder() + kPluginA);
-        EXPECT_GT(plugin.size(), 0x100u);
-        DWORD header;
-        memcpy(&header, plugin.data() + 0x3C, sizeof header);
-        const bool is64 = sizeof(void*) == 8;
-        const WORD other = is64 ? IMAGE_FILE_MACHINE_I386 : IMAGE_FILE_MACHINE_AMD64;
-        memcpy(plugin.data() + header + 4, &other, sizeof other);
-        m_folder.Write("other.DLL", plugin);
-        m_folder.Write("short.DLL", plugin.substr(0, 0x100));
-    }
-
-    std::string Text() const { return m_folder.Path("text.DLL"); }
-    std::string OtherArchitecture() const { return m_folder.Path("other.DLL"); }
-    std::string Cut() const { return m_folder.Path("short.DLL"); }
-
-private:
-    static std::string ReadFile(const std::string& path)
-    {
-        CFile file;
-        if (!file.Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone))
-            return {};
-        std::string bytes(static_cast<size_t>(file.GetLength()), '\0');
-        file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
-        return bytes;
-    }
-
-    TestFolder m_folder;
-};
+/// Paths that name no library, or files in the folder that look like one and cannot be loaded here.
+inline std::vector<std::string> BadLibraries(const TestFolder& folder)
+{
+    std::string plugin = ReadBytes(ProgramFolder() + kPluginA);
+    folder.Write("short.DLL", plugin.substr(0, 0x100));
+    DWORD header;
+    memcpy(&header, plugin.data() + 0x3C, sizeof header);
+    const WORD other = sizeof(void*) == 8 ? IMAGE_FILE_MACHINE_I386 : IMAGE_FILE_MACHINE_AMD64;
+    memcpy(plugin.data() + header + 4, &other, sizeof other);
+    folder.Write("other.DLL", plugin);
+    folder.Write("text.DLL", "This is no library.");
+    return {"no_such_library.DLL", folder.Path("text.DLL"), folder.Path("other.DLL"), folder.Path("short.DLL")};
+}
 
 } // namespace zo_test
