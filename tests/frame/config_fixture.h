@@ -49,22 +49,20 @@ protected:
     /// The name, below HKEY_USERS, of the key that HKEY_CURRENT_USER stands for.
     CString UserBelowUsers()
     {
-        struct Search {
-            ConfigFixture& test;
-            CString name;
-        } search = {*this, {}};
-        const auto visit = [](void* context, LPCSTR name) {
-            auto* s = static_cast<Search*>(context);
-            BOOL exists = FALSE;
-            s->test.m_config.DoesEntryExist(ZO_MODE_USERS, CString(name) + "\\" + s->test.m_key, "OwnKey", exists);
-            if (exists)
-                s->name = name;
-            return static_cast<DWORD>(exists);
-        };
         Store("OwnKey", REG_SZ, "", 1);
-        m_config.EnumEntries(ZO_MODE_USERS, "", visit, &search);
-        EXPECT_FALSE(search.name.IsEmpty());
-        return search.name;
+        std::vector<CString> names;
+        const auto collect = [](void* context, LPCSTR name) {
+            return static_cast<std::vector<CString>*>(context)->emplace_back(name), DWORD{0};
+        };
+        m_config.EnumEntries(ZO_MODE_USERS, "", collect, &names);
+        for (const CString& name : names) {
+            BOOL exists = FALSE;
+            m_config.DoesEntryExist(ZO_MODE_USERS, name + "\\" + m_key, "OwnKey", exists);
+            if (exists)
+                return name;
+        }
+        ADD_FAILURE() << "the user is not there";
+        return {};
     }
 
     TestRegistryKey m_registryKey{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};

@@ -10,17 +10,8 @@ DWORD CollectName(void* context, LPCSTR name)
     return 0;
 }
 
-struct Enumerated {
-    std::string name;
-    DWORD type;
-    std::string text; // for texts
-    DWORD number;     // for numbers
-
-    auto operator<=>(const Enumerated&) const = default;
-};
-
-/// Which comes first is the system's affair.
-using Values = std::set<Enumerated>;
+/// Name, type, text and number of each. Which comes first is the system's affair.
+using Values = std::set<std::tuple<std::string, DWORD, std::string, DWORD>>;
 
 class ConfigTest : public ConfigFixture {
 protected:
@@ -257,8 +248,7 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
         if (!namesAreTold)
             untold.emplace("ZOGBLBRX.DLL", "GetProcAddress", &TellNoKeyNames);
         for (const auto& c : cases) {
-            SCOPED_TRACE(testing::Message() << namesAreTold << ", " << c.sourceMode << " " << (LPCSTR)c.source << " to "
-                                            << c.destinationMode << " " << (LPCSTR)c.destination);
+            SCOPED_TRACE(&c - cases);
             if (!namesAreTold && !c.hasMark)
                 continue;
             // No Windows 95 has 64 bits, and Wine's, which has, does not find every key of the classes when it deletes.
@@ -273,9 +263,6 @@ TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
             char text[8];
             m_config.GetValue(mode, c.refused ? c.source : c.destination, "Text", text, sizeof text, "");
             EXPECT_STREQ("kept", text);
-            BOOL exists = TRUE;
-            m_config.DoesSubkeyExist(c.sourceMode, c.source, "New", exists);
-            EXPECT_FALSE(exists && c.refused);
         }
         // Everything into a part of it.
         EXPECT_EQ(kInvalid, m_config.CopyRegTree(2, key + "\\All", 3, "", 0));
@@ -421,34 +408,21 @@ TEST_F(ConfigTest, HostileValues)
 TEST_F(ConfigTest, ModesNameTheRoots)
 {
     ZO_ONLY_IN(!IsWin32s(), "every mode is one root there, see below");
-    const bool isNT = IsNt();
-    const struct {
-        DWORD mode;
-        HKEY root;
-    } cases[] = {
-        {1, HKEY_LOCAL_MACHINE},
-        {2, HKEY_CURRENT_USER},
-        {3, HKEY_USERS},
-        {4, HKEY_PERFORMANCE_DATA},
-        {5, isNT ? HKEY_CLASSES_ROOT : HKEY_CURRENT_CONFIG},
-        {6, isNT ? HKEY_CLASSES_ROOT : HKEY_DYN_DATA},
-        {0, HKEY_CLASSES_ROOT},
-        {7, HKEY_CLASSES_ROOT},
-        {0xFFFFFFFF, HKEY_CLASSES_ROOT},
-    };
+    const HKEY none = HKEY_CLASSES_ROOT; // for the modes that name no root
+    const HKEY roots[] = {none,
+                          HKEY_LOCAL_MACHINE,
+                          HKEY_CURRENT_USER,
+                          HKEY_USERS,
+                          HKEY_PERFORMANCE_DATA,
+                          IsNt() ? none : HKEY_CURRENT_CONFIG,
+                          IsNt() ? none : HKEY_DYN_DATA,
+                          none};
     struct Exposed : CZoGlobalConfig {
         using CZoGlobalConfig::MapModeToKey;
     } config;
-    for (const auto& c : cases)
-        EXPECT_EQ(c.root, config.MapModeToKey(c.mode)) << c.mode;
-
-    if (isNT) { // and really: what mode 5 writes there is found below the classes
-        ASSERT_EQ(0u, m_config.SetValue(5, m_key, "Here", 1));
-        DWORD number = 0;
-        EXPECT_EQ(0u, m_config.GetValue(6, m_key, "Here", number, 0));
-        EXPECT_EQ(1u, number);
-        EXPECT_EQ(0u, m_config.DeleteSection(7, m_key, nullptr));
-    }
+    for (DWORD mode = 0; mode < std::size(roots); ++mode)
+        EXPECT_EQ(roots[mode], config.MapModeToKey(mode)) << mode;
+    EXPECT_EQ(none, config.MapModeToKey(0xFFFFFFFF));
 }
 
 // Win32s --------------------------------------------------------------------------------------------------------------
