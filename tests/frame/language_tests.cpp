@@ -59,71 +59,53 @@ TEST_F(Language, LoadsAreCounted)
 
 TEST_F(Language, CurrentOneIsTheFirstMarkedWithOne)
 {
+    struct Value {
+        LPCSTR name;
+        DWORD number;
+        LPCSTR text = nullptr; // in place of the number
+    };
+    const bool isText = Family() == WindowsFamily::kWin32s; // every value, and any but "0" marks a language there
     const struct {
-        DWORD english;
-        DWORD german;
-        DWORD expected;
+        std::vector<Value> list;
+        DWORD expected; // 0: none is loaded
     } cases[] = {
-        {1, 0, kEnglish}, {0, 1, kGerman}, {2, 1, kGerman}, {1, 2, kEnglish}, {0, 0x101, kGerman /* one byte counts */},
+        {{{"0409", 1}, {"0407", 0}}, kEnglish},
+        {{{"0409", 0}, {"0407", 1}}, kGerman},
+        {{{"0409", isText ? 0u : 2u}, {"0407", 1}}, kGerman},
+        {{{"0409", 1}, {"0407", isText ? 0u : 2u}}, kEnglish},
+        {{{"0409", 0}, {"0407", 0x101}}, kGerman}, // one byte counts
+        {{{"!not a language", 0, "1"}, {"00000409", 0, "0"}, {"00030407", 0, "yes"}}, kGerman},
+        {{{"0407", 0}}, kGerman}, // none is marked: the first one listed
+        {{{"041f", 1}}, 0},       // without a library
+        {{}, 0},
     };
-    for (const auto& c : cases) {
-        if (Family() == WindowsFamily::kWin32s && (c.english > 1 || c.german > 1))
-            continue; // every value is text there, and any text but "0" marks a language
-        m_product.SetLanguage(kEnglish, c.english);
-        m_product.SetLanguage(kGerman, c.german);
-        const LoadedLanguage loaded;
-        EXPECT_EQ(c.expected, ZoGblGetLanguageLCID()) << c.english << ' ' << c.german;
-        EXPECT_STREQ(c.expected == kGerman ? "Deutschland" : "Germany",
-                     GetGlobalCountryList()->FindByIndex(276)->GetName());
-    }
-}
-
-TEST_F(Language, NoneMarkedMeansTheFirstOneListed)
-{
-    for (const DWORD language : {kEnglish, kGerman})
-        m_product.SetLanguage(language, 0);
-    const auto takeFirst = [](void* context, LPCSTR name, const void*, DWORD) {
-        *static_cast<DWORD*>(context) = std::strtoul(name, nullptr, 16);
-        return DWORD{1};
-    };
-    DWORD first = 0;
-    m_product.Config().EnumValues(ZO_MODE_LOCAL_MACHINE, m_product.LanguagesKey(), takeFirst, &first);
-    const LoadedLanguage loaded;
-    EXPECT_EQ(first, ZoGblGetLanguageLCID());
-}
-
-TEST_F(Language, TextsAndStrangeValuesInTheList)
-{
     CZoGlobalConfig& config = m_product.Config();
     const CString key = m_product.LanguagesKey();
-    m_product.RemoveLanguages();
-    for (const auto& [name, value] : {std::pair{"!not a language", "1"}, {"00000409", "0"}, {"00030407", "yes"}})
-        ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, key, name, value));
-    ASSERT_EQ(0u, config.SetAnyValueType(ZO_MODE_LOCAL_MACHINE, key, "0411", "\1\0\0\0", 4, REG_BINARY));
-    const LoadedLanguage loaded;
-    EXPECT_EQ(kGerman, ZoGblGetLanguageLCID()) << "of its name the lower half counts";
-}
-
-TEST_F(Language, WithoutListOrLibraryNothingIsLoadedOrCounted)
-{
-    m_product.RemoveLanguages();
-    EXPECT_FALSE(ZoGblLoadLanguageDLL()) << "no key";
-    EXPECT_TRUE(CZoLanguageSupport().EnumerateAvailableLanguages("Software\\No such key")) << "but that is no error";
-    m_product.Config().CreateKey(ZO_MODE_LOCAL_MACHINE, m_product.LanguagesKey());
-    EXPECT_FALSE(ZoGblLoadLanguageDLL()) << "no language";
-    m_product.SetLanguage(kTurkish, 1);
-    EXPECT_FALSE(ZoGblLoadLanguageDLL()) << "no library";
-    EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
-    EXPECT_EQ(0u, ZoGblGetLanguageLCID());
-    m_product.SetLanguage(kTurkish, 0);
-    m_product.SetLanguage(kEnglish, 1);
-    EXPECT_TRUE(ZoGblLoadLanguageDLL()) << "the failures were not counted";
-    EXPECT_TRUE(ZoGblDumpLanguageDLL());
-    EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        m_product.RemoveLanguages();
+        EXPECT_FALSE(ZoGblLoadLanguageDLL()) << "no key";
+        EXPECT_EQ(0u, config.CreateKey(ZO_MODE_LOCAL_MACHINE, key));
+        for (const auto& [name, number, text] : c.list)
+            EXPECT_EQ(0u, text != nullptr ? config.SetValue(ZO_MODE_LOCAL_MACHINE, key, name, text)
+                                          : config.SetValue(ZO_MODE_LOCAL_MACHINE, key, name, number));
+        if (!isText && c.expected == kGerman) // data that is no flag at all
+            config.SetAnyValueType(ZO_MODE_LOCAL_MACHINE, key, "0411", "\1\0\0\0", 4, REG_BINARY);
+        EXPECT_EQ(c.expected != 0, ZoGblLoadLanguageDLL() != FALSE);
+        EXPECT_EQ(c.expected, ZoGblGetLanguageLCID());
+        if (c.expected == 0)
+            continue;
+        EXPECT_STREQ(c.expected == kGerman ? "Deutschland" : "Germany",
+                     GetGlobalCountryList()->FindByIndex(276)->GetName());
+        EXPECT_TRUE(ZoGblDumpLanguageDLL());
+        EXPECT_EQ(nullptr, ZoGblGetLanguageDLL()) << "the failures were not counted";
+    }
+    EXPECT_TRUE(CZoLanguageSupport().EnumerateAvailableLanguages("Software\\No such key")) << "which is no error";
 }
 
 TEST_F(Language, SpecificOneIsLoadedMarkedAndWritten)
 {
+    m_product.SetLanguage(kTurkish, 0);
     CZoLanguageSupport support;
     char userDefault[4] = {};
     GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SABBREVLANGNAME, userDefault, sizeof userDefault);
@@ -131,10 +113,12 @@ TEST_F(Language, SpecificOneIsLoadedMarkedAndWritten)
     ASSERT_TRUE(support.LoadCurrentLanguage(LibraryPath()));
     EXPECT_STREQ("ENU", support.GetLocaleName());
     EXPECT_TRUE(support.LoadSpecificLanguage(kEnglish, "nowhere", TRUE)) << "loaded already";
-    EXPECT_FALSE(support.LoadSpecificLanguage(0x10407, LibraryPath(), TRUE)) << "sort bits match no language";
-    EXPECT_FALSE(support.LoadSpecificLanguage(kTurkish, LibraryPath(), TRUE)) << "not in the list";
+    for (const DWORD language : {DWORD{0x10407} /* sort bits match none */, DWORD{0x0999} /* unlisted */, kTurkish})
+        EXPECT_FALSE(support.LoadSpecificLanguage(language, LibraryPath(), TRUE)) << std::hex << language;
     EXPECT_FALSE(support.LoadSpecificLanguage(kGerman, "nowhere", TRUE)) << "no version resource";
     EXPECT_EQ(kEnglish, support.GetLCID());
+    EXPECT_NE(nullptr, support.GetLibraryHandle());
+    ExpectStored(kEnglish);
 
     EXPECT_TRUE(support.LoadSpecificLanguage(kGerman, LibraryPath(), FALSE));
     EXPECT_EQ(kGerman, support.GetLCID());
@@ -157,35 +141,19 @@ TEST_F(Language, SpecificOneIsLoadedMarkedAndWritten)
     EXPECT_TRUE(marked.LoadSpecificLanguage(kJapanese, LibraryPath(), FALSE));
     EXPECT_TRUE(marked.LoadCurrentLanguage(LibraryPath()));
     EXPECT_EQ(first, marked.GetLCID());
-}
 
-TEST_F(Language, MissingLibraryLeavesTheLoadedOne)
-{
-    m_product.SetLanguage(kTurkish, 0);
-    CZoLanguageSupport support;
-    ASSERT_TRUE(support.LoadCurrentLanguage(LibraryPath()));
-    const HINSTANCE loaded = support.GetLibraryHandle();
-    EXPECT_FALSE(support.LoadSpecificLanguage(kTurkish, LibraryPath(), TRUE));
-    EXPECT_EQ(loaded, support.GetLibraryHandle());
-    EXPECT_EQ(kEnglish, support.GetLCID());
-    ExpectStored(kEnglish);
-    EXPECT_TRUE(support.LoadSpecificLanguage(kGerman, LibraryPath(), FALSE)) << "the list is still there";
-
-    // Prescribed: an object that has loaded nothing yet loses its list.
+    // Prescribed: an object that has loaded nothing yet loses its list if there is no library.
     m_product.MakeCurrent(kTurkish);
     CZoLanguageSupport empty;
     EXPECT_FALSE(empty.LoadCurrentLanguage(LibraryPath()));
     EXPECT_FALSE(empty.LoadSpecificLanguage(kEnglish, LibraryPath(), FALSE));
-    EXPECT_TRUE(empty.EnumerateAvailableLanguages("Software\\Zo,Inc.\\nothing")) << "an empty list is one too";
 }
 
 TEST_F(Language, NamesOfFiles)
 {
     CZoLanguageSupport support;
-    const std::tuple<LPCSTR, DWORD, LPCSTR> libraries[] = {{"ZOGBLBRX.DLL", kEnglish, "ZOGBLENU.DLL"},
-                                                           {"ZOGBLBRX.DLL", kGerman, "ZOGBLDEU.DLL"},
-                                                           {"zogbl", kJapanese, "zogblJPN.DLL"},
-                                                           {"AB", 0x040C, "ABFRA.DLL"}};
+    const std::tuple<LPCSTR, DWORD, LPCSTR> libraries[] = {
+        {"ZOGBLBRX.DLL", kGerman, "ZOGBLDEU.DLL"}, {"zogbl", kJapanese, "zogblJPN.DLL"}, {"AB", 0x040C, "ABFRA.DLL"}};
     CString result;
     for (const auto& [file, language, library] : libraries) {
         EXPECT_TRUE(support.BuildLanguageModuleFilename(file, language, result));
@@ -208,23 +176,13 @@ TEST_F(Language, NamesOfFiles)
 TEST_F(Language, OtherThreadsSeeTheSameLibraryAndLeaveTheLastReleaseToItsOwn)
 {
     ASSERT_TRUE(ZoGblLoadLanguageDLL() && ZoGblLoadLanguageDLL());
-    HINSTANCE seen = nullptr;
-    DWORD language = 0;
-    CZoCountryCodeList* list = nullptr;
-    BOOL first = FALSE, last = TRUE;
-    std::thread([&] {
-        seen = ZoGblGetLanguageDLL();
-        language = ZoGblGetLanguageLCID();
-        list = GetGlobalCountryList();
-        first = ZoGblDumpLanguageDLL();
-        last = ZoGblDumpLanguageDLL(); // would have to destroy a window of the other thread
+    std::thread([library = ZoGblGetLanguageDLL(), list = GetGlobalCountryList()] {
+        EXPECT_TRUE(library != nullptr && ZoGblGetLanguageDLL() == library);
+        EXPECT_EQ(kEnglish, ZoGblGetLanguageLCID());
+        EXPECT_EQ(list, GetGlobalCountryList());
+        EXPECT_TRUE(ZoGblDumpLanguageDLL());
+        EXPECT_FALSE(ZoGblDumpLanguageDLL()) << "would have to destroy a window of the other thread";
     }).join();
-    EXPECT_NE(nullptr, seen);
-    EXPECT_EQ(ZoGblGetLanguageDLL(), seen);
-    EXPECT_EQ(kEnglish, language);
-    EXPECT_EQ(GetGlobalCountryList(), list);
-    EXPECT_TRUE(first);
-    EXPECT_FALSE(last);
     EXPECT_TRUE(ZoGblDumpLanguageDLL());
     EXPECT_EQ(nullptr, ZoGblGetLanguageDLL());
 }
@@ -244,12 +202,6 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
     const HINSTANCE overrides = LoadLibraryA("fixture_overrides.DLL");
     ASSERT_TRUE(german != nullptr && overrides != nullptr);
     {
-        const CDynLinkLibrary overriding(german, german);
-        EXPECT_EQ("E&xtras", load(ZO_IDS_TOOL_LIST));
-        EXPECT_EQ(german, ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDR_COUNTRY_TABLE), RT_RCDATA));
-    }
-    EXPECT_EQ("&Tools", load(ZO_IDS_TOOL_LIST));
-    {
         // A module with one string of a block: the others still come from the language library. See overrides.rc.
         const CDynLinkLibrary overriding(overrides, overrides);
         EXPECT_EQ("State", load(ZO_IDS_TOOL_LIST));
@@ -261,15 +213,15 @@ TEST_F(Language, ResourcesComeFromTheChainFirst)
         EXPECT_EQ(length, std::string(text).size());
     }
     {
-        // Nor does it hide those of another module of the chain.
         const CDynLinkLibrary older(german, german);
-        const CDynLinkLibrary overriding(overrides, overrides);
+        EXPECT_EQ("E&xtras", load(ZO_IDS_TOOL_LIST));
+        EXPECT_EQ(german, ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDR_COUNTRY_TABLE), RT_RCDATA));
+        const CDynLinkLibrary overriding(overrides, overrides); // hides no others of the chain either
         EXPECT_EQ("State", load(ZO_IDS_TOOL_LIST));
         EXPECT_EQ("Ent&fernen", load(ZO_IDS_TOOL_REMOVE));
         EXPECT_EQ(german, ZoGblFindStringModule(ZO_IDS_TOOL_REMOVE));
-        EXPECT_TRUE(text.LoadString(ZO_IDS_TOOL_REMOVE)); // as the framework's boxes do
-        EXPECT_STREQ("Ent&fernen", text);
     }
+    EXPECT_EQ("&Tools", load(ZO_IDS_TOOL_LIST));
     FreeLibrary(german);
     FreeLibrary(overrides);
     EXPECT_EQ(nullptr, ZoGblFindStringModule(60000)) << "nobody's now";
@@ -300,10 +252,10 @@ TEST_F(Language, NoviceModeIsTheUsersOwn)
     for (const int mode : {1, -5, 0}) {
         ZoGblSetRegNoviceMode(mode);
         EXPECT_EQ(mode, ZoGblGetRegNoviceMode());
-        DWORD stored = 99;
-        EXPECT_EQ(0u, config.GetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "NoviceMode", stored, 98));
-        EXPECT_EQ(static_cast<DWORD>(mode), stored);
     }
+    BOOL isStored = FALSE;
+    EXPECT_EQ(0u, config.DoesEntryExist(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "NoviceMode", isStored));
+    EXPECT_TRUE(isStored);
     if (Family() != WindowsFamily::kWin32s) { // where every value is text
         ASSERT_EQ(0u, config.SetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "NoviceMode", "1"));
         EXPECT_EQ(0, ZoGblGetRegNoviceMode()) << "of the wrong type";
@@ -332,16 +284,12 @@ TEST_F(Language, OwnTextsOfAModuleFollowThatOfTheProcess)
     EXPECT_TRUE(own.Load(program)) << "once more";
 
     constexpr DWORD kFrench = 0x040C; // the tests have no library of it
-    const struct {
-        DWORD language;
-        LPCSTR shown;
-    } changes[] = {{0x0407, "DEU"}, {kFrench, "DEU"}, {0x0409, "ENU"}};
-    for (const auto& change : changes) {
+    for (const auto& [language, text] : {std::pair{kGerman, "DEU"}, {kFrench, "DEU"}, {kEnglish, "ENU"}}) {
         ZoGblDumpLanguageDLL();
-        m_product.MakeCurrent(change.language);
+        m_product.MakeCurrent(language);
         ASSERT_TRUE(ZoGblLoadLanguageDLL());
-        EXPECT_EQ(change.language, ZoGblGetLanguageLCID());
-        EXPECT_STREQ(change.shown, shown());
+        EXPECT_EQ(language, ZoGblGetLanguageLCID());
+        EXPECT_STREQ(text, shown());
     }
     EXPECT_EQ(nullptr, GetModuleHandleA("FRAMEDEU.DLL")) << "the one before is freed";
     own.Unload();

@@ -30,7 +30,6 @@ protected:
 TEST_F(LanguageWindows, AreListedInOrderAndTakenOut)
 {
     std::unique_ptr<CZoLanguageSupport> windows[3];
-    EXPECT_EQ(nullptr, OwnRow());
     for (auto& support : windows) {
         support = std::make_unique<CZoLanguageSupport>();
         ASSERT_TRUE(support->Create());
@@ -70,6 +69,11 @@ ZO_CHILD(LoadLanguageAndWait)
     child.ReadyUntilGo();
 }
 
+ZO_CHILD(EndWithLanguageLoaded)
+{
+    EXPECT_TRUE(ZoGblLoadLanguageDLL()); // and never released
+}
+
 TEST_F(LanguageWindows, OfAbandonedRowsTakeTheirPlaceInAFullTable)
 {
     ChildProcess living("LoadLanguageAndWait"), killed("LoadLanguageAndWait");
@@ -78,6 +82,7 @@ TEST_F(LanguageWindows, OfAbandonedRowsTakeTheirPlaceInAFullTable)
     const ZoLanguageWindowRow whole = *RowOf(living.ProcessId());
     const ZoLanguageWindowRow left = *RowOf(killed.ProcessId()); // its handle is open, so the id is nobody else's
     killed.Kill();
+    EXPECT_EQ(2, m_table.rowCount) << "nobody takes its row out";
     static DWORD s_session; // of the living process, as the system tells
     struct System {
         static BOOL WINAPI GetSession(DWORD process, DWORD* session)
@@ -131,6 +136,11 @@ TEST_F(LanguageWindows, OfAbandonedRowsTakeTheirPlaceInAFullTable)
         support.DestroyWindow();
         EXPECT_EQ(0, std::memcmp(before.get(), &m_table, sizeof m_table));
     }
+    m_table.rows[0] = whole;
+    m_table.rowCount = 1;
+    living.Finish();
+    EXPECT_EQ(0, m_table.rowCount) << "the process takes its row out";
+    ChildProcess("EndWithLanguageLoaded").Finish();
 }
 
 TEST_F(LanguageWindows, FullRowLeavesAWindowOutUnlessItsHandlesAreOld)
@@ -140,12 +150,8 @@ TEST_F(LanguageWindows, FullRowLeavesAWindowOutUnlessItsHandlesAreOld)
     m_table.rows[0].windowCount = kLanguageWindowsPerRow;
     std::fill(std::begin(m_table.rows[0].windows), std::end(m_table.rows[0].windows), HandleToULong(first.m_hWnd));
     m_table.rows[1].processId = 0xABCD; // what a 257th handle would overwrite
-    {
-        CZoLanguageSupport support;
-        EXPECT_TRUE(support.Create());
-        EXPECT_EQ(kLanguageWindowsPerRow, m_table.rows[0].windowCount);
-        EXPECT_EQ(0xABCDu, m_table.rows[1].processId);
-    }
+    EXPECT_TRUE(CZoLanguageSupport().Create());
+    EXPECT_EQ(0xABCDu, m_table.rows[1].processId);
     EXPECT_EQ(kLanguageWindowsPerRow, m_table.rows[0].windowCount);
 
     // An earlier process of this id left the row.
@@ -175,35 +181,6 @@ TEST_F(LanguageWindows, DamagedCountsAreHarmless)
     }
 }
 
-ZO_CHILD(EndWithLanguageLoaded)
-{
-    EXPECT_TRUE(ZoGblLoadLanguageDLL()); // and never released
-}
-
-TEST_F(LanguageWindows, ProcessesShareTheTable)
-{
-    {
-        const LoadedLanguage loaded;
-        ChildProcess first("LoadLanguageAndWait"), second("LoadLanguageAndWait");
-        ASSERT_TRUE(first.WaitUntilReady() && second.WaitUntilReady());
-        EXPECT_EQ(3, m_table.rowCount);
-        for (const auto* child : {&first, &second}) {
-            const ZoLanguageWindowRow* row = RowOf(child->ProcessId());
-            ASSERT_NE(nullptr, row);
-            EXPECT_EQ(1, row->windowCount);
-            EXPECT_TRUE(IsWindow(reinterpret_cast<HWND>(static_cast<UINT_PTR>(row->windows[0]))));
-        }
-        first.Finish();
-        EXPECT_EQ(nullptr, RowOf(first.ProcessId()));
-        EXPECT_EQ(2, m_table.rowCount);
-        second.Kill(); // leaves its row behind, whose window no longer answers
-        EXPECT_NE(nullptr, RowOf(second.ProcessId()));
-    }
-    EXPECT_EQ(nullptr, OwnRow());
-    EXPECT_EQ(1, m_table.rowCount);
-    ChildProcess("EndWithLanguageLoaded").Finish();
-}
-
 // Telling all windows -------------------------------------------------------------------------------------------------
 
 namespace {
@@ -211,15 +188,11 @@ namespace {
 /// A window that hears of changes.
 class Listener : public CWnd {
 public:
-    Listener()
-    {
-        CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr);
-        m_act = [] {};
-    }
+    Listener() { CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr); }
     ~Listener() override { DestroyWindow(); }
 
     std::string m_heard; // of each message the second parameter
-    std::function<void()> m_act;
+    void (*m_act)() = nullptr;
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
@@ -229,25 +202,19 @@ protected:
             return CWnd::WindowProc(message, wParam, lParam);
         EXPECT_EQ(kGerman, wParam);
         m_heard += std::to_string(lParam);
-        std::exchange(m_act, [] {})();
+        if (const auto act = std::exchange(m_act, nullptr))
+            act();
         return 1;
     }
 };
 
 /// Takes the first row or window out, as its process does.
-void RemoveRow()
+template <class ELEMENT, size_t SIZE> void RemoveFirst(ELEMENT (&elements)[SIZE], LONG& count)
 {
-    ZoLanguageWindowTable& table = SharedTable();
-    std::copy(table.rows + 1, table.rows + table.rowCount, table.rows);
-    --table.rowCount;
+    std::copy(elements + 1, elements + count--, elements);
 }
-
-void RemoveWindow()
-{
-    ZoLanguageWindowRow& row = SharedTable().rows[0];
-    std::copy(row.windows + 1, row.windows + row.windowCount, row.windows);
-    --row.windowCount;
-}
+void RemoveRow() { RemoveFirst(SharedTable().rows, SharedTable().rowCount); }
+void RemoveWindow() { RemoveFirst(SharedTable().rows[0].windows, SharedTable().rows[0].windowCount); }
 
 } // namespace
 
