@@ -292,20 +292,15 @@ TEST_F(DirectoryFunctions, ErrorsEndAWalkAtEveryLevel)
 TEST_F(DirectoryFunctions, FaultsOfFoldersHaveTheirCodes)
 {
     const std::string a = Path("a"), b = a + "\\b";
-    const auto body = [&](const FaultRun& run) {
+    FileFaults faults(kError);
+    RunFaultLoop(faults, [&](const FaultRun& run) {
         RemoveDirectoryA(b.c_str());
         RemoveDirectoryA(a.c_str());
         const DWORD status = Directory::CreateDirChain(b.c_str(), m_number);
         run.Stop();
         EXPECT_EQ(status == 0, m_folder.Exists("a\\b"));
         EXPECT_TRUE(status == 0 || (run.Fired() && (status == ZoErrFolderNotCreated || status == kError))) << status;
-    };
-    {
-        AllocationFaults allocations;
-        RunFaultLoop(allocations, body);
-    }
-    FileFaults faults(kError);
-    RunFaultLoop(faults, body);
+    });
     faults.Arm(2, true); // behind the look whether it is there
     EXPECT_EQ(kError, Directory::Create(Path("new").c_str()));
 }

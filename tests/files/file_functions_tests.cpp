@@ -99,20 +99,6 @@ TEST_F(FileFunctions, ChangesFilesAndLeavesFoldersAlone)
     EXPECT_EQ(static_cast<DWORD>(ERROR_ACCESS_DENIED), File::Delete(file));
 }
 
-TEST_F(FileFunctions, ExistsGoesByTheCommonAttributes)
-{
-    const std::pair<DWORD, unsigned long> cases[] = {{0x1, 1},   {0x2, 1},   {0x4, 1},    {0x20, 1}, {0x80, 1},
-                                                     {0x100, 1}, {0x800, 0}, {0x2000, 0}, {0x31, 0}};
-    for (const auto& [attributes, expected] : cases) {
-        FaultSource source("attributes");
-        const ZO_FAULTY_CALL(GetFileAttributesA) answer(source, kLibrary, attributes);
-        source.Arm(1, true);
-        unsigned long exists = 9;
-        EXPECT_EQ(0u, File::Exists(m_file.c_str(), exists));
-        EXPECT_EQ(expected, exists) << std::hex << attributes;
-    }
-}
-
 TEST_F(FileFunctions, SystemErrorsComeBackAndChangeNothing)
 {
     FileFaults faults(kError);
@@ -133,11 +119,19 @@ TEST_F(FileFunctions, AnswersOfAnySystem)
     unsigned long size;
     char path[MAX_PATH];
     FaultSource answers("answers");
+    answers.Arm(1, true);
+    const std::pair<DWORD, unsigned long> common[] = {{0x1, 1},   {0x2, 1},   {0x4, 1},    {0x20, 1}, {0x80, 1},
+                                                      {0x100, 1}, {0x800, 0}, {0x2000, 0}, {0x31, 0}};
+    for (const auto& [attributes, expected] : common) {
+        const ZO_FAULTY_CALL(GetFileAttributesA) answer(answers, kLibrary, attributes);
+        unsigned long exists = 9;
+        EXPECT_EQ(0u, File::Exists(m_file.c_str(), exists));
+        EXPECT_EQ(expected, exists) << std::hex << attributes;
+    }
     {
         const HANDLE shut = CreateFileA(m_file.c_str(), 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
         const ZO_FAULTY_CALL(CloseHandle) close(answers, kLibrary, FALSE, ERROR_INVALID_HANDLE);
         const ZO_FAULTY_CALL(CreateFileA) create(answers, kLibrary, shut); // whose end cannot be set
-        answers.Arm(1, true);
         for (const DWORD status :
              {File::Create(m_file.c_str()), File::GetSize(m_file.c_str(), size), File::SetSize(m_file.c_str(), 3)})
             EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_HANDLE), status) << "failing to close comes last";

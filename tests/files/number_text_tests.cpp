@@ -4,27 +4,23 @@
 
 TEST(NumberText, ReadsDecimalAsFarAsItGoes)
 {
-    const struct {
-        const char* text;
-        unsigned long number;
-    } cases[] = {
-        {"0", 0},
-        {"42", 42},
-        {"  42abc", 42},
-        {"0x1F", 0},
-        {"+7", 7},
-        {"-1", 0xFFFFFFFF},
-        {"-4294967295", 1},
-        {"-99999999999", 1}, // what is too large ends at the limit, and then gets its sign
-        {"4294967295", 0xFFFFFFFF},
-        {"4294967296", 0xFFFFFFFF},
-        {"", 0},
-        {"abc", 0},
-        {"\t\n9", 9},
-        {"010", 10},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(c.number, StringToDWord(c.text)) << c.text;
+    // What is too large ends at the limit, and then gets its sign.
+    const std::pair<const char*, unsigned long> cases[] = {{"0", 0},
+                                                           {"42", 42},
+                                                           {"  42abc", 42},
+                                                           {"0x1F", 0},
+                                                           {"+7", 7},
+                                                           {"-1", 0xFFFFFFFF},
+                                                           {"-4294967295", 1},
+                                                           {"-99999999999", 1},
+                                                           {"4294967295", 0xFFFFFFFF},
+                                                           {"4294967296", 0xFFFFFFFF},
+                                                           {"", 0},
+                                                           {"abc", 0},
+                                                           {"\t\n9", 9},
+                                                           {"010", 10}};
+    for (const auto& [text, number] : cases)
+        EXPECT_EQ(number, StringToDWord(text)) << text;
     EXPECT_EQ(0u, StringToDWord(nullptr));
 }
 
