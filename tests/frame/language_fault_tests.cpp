@@ -69,13 +69,6 @@ TEST_F(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
         for (int i = 0; i < list.GetCount(); ++i)
             EXPECT_FALSE(list.GetAt(i)->GetName().IsEmpty()) << "a country without its name";
     });
-    RunWithoutMemory([](const FaultRun& run) {
-        ZoCountryTextMap map;
-        const BOOL filled = GetCountryCodeMap(map);
-        run.Stop();
-        EXPECT_EQ(!run.Fired(), filled != FALSE);
-        EXPECT_EQ(filled ? 250 : 0, map.GetCount());
-    });
 }
 
 TEST_F(LanguageFaults, CountryListIsNeverInTwoLanguages)
