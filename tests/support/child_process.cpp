@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 #include <utility>
 
@@ -15,13 +14,13 @@ namespace zo_test {
 namespace {
 
 // The result file: entries, each with its kind as the first character and kEntryEnd behind it.
-constexpr char kFailure = 'F'; // file, tab, line, tab, message
+constexpr char kFailure = 'F';
 constexpr char kReport = 'R';
-constexpr char kComplete = 'E';
 constexpr char kEntryEnd = '\x1E';
 
 constexpr char kChildOption[] = "--child=";
-constexpr int kBadCommandLine = 2; // exit code
+
+enum ExitCode { kBadCommandLine = 2, kComplete = 77 };
 
 std::map<std::string, ChildRegistration::Function>& Functions()
 {
@@ -29,7 +28,7 @@ std::map<std::string, ChildRegistration::Function>& Functions()
     return functions;
 }
 
-void WriteEntry(HANDLE file, char kind, const std::string& text = {})
+void WriteEntry(HANDLE file, char kind, const std::string& text)
 {
     const std::string entry = kind + text + kEntryEnd;
     DWORD written;
@@ -43,22 +42,11 @@ public:
     void OnTestPartResult(const testing::TestPartResult& result) override
     {
         if (result.failed())
-            WriteEntry(m_file, kFailure,
-                       (result.file_name() != nullptr ? result.file_name() : "?") + std::string("\t") +
-                           std::to_string(result.line_number()) + "\t" + result.message());
+            WriteEntry(m_file, kFailure, testing::PrintToString(result));
     }
 
 private:
     HANDLE m_file;
-};
-
-class ChildTest : public testing::Test {
-public:
-    explicit ChildTest(const std::function<void()>& body) : m_body(body) {}
-    void TestBody() override { m_body(); }
-
-private:
-    const std::function<void()>& m_body;
 };
 
 /// For a command line. A backslash in front of the closing quote would hide it.
@@ -172,14 +160,8 @@ int RunAsChild(int argc, char** argv)
     testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
     delete listeners.Release(listeners.default_result_printer());
     listeners.Append(new FailureWriter(results));
-    const std::function<void()> body = [&] { found->second(context); };
-    testing::RegisterTest("Child", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                          [&]() -> testing::Test* { return new ChildTest(body); });
-    GTEST_FLAG_SET(filter, "Child." + name);
-    const int exitCode = RUN_ALL_TESTS();
-    WriteEntry(results, kComplete);
-    CloseHandle(results);
-    return exitCode;
+    found->second(context);
+    return kComplete;
 }
 
 // Parent --------------------------------------------------------------------------------------------------------------
@@ -265,7 +247,7 @@ void ChildProcess::Finish()
     DWORD exitCode = 0;
     GetExitCodeProcess(m_process, &exitCode);
     ReadResults();
-    if (!m_complete)
+    if (exitCode != kComplete)
         ADD_FAILURE() << "child " << m_name << " broke off, exit code " << exitCode;
 }
 
@@ -281,15 +263,10 @@ void ChildProcess::ReadResults()
     for (size_t end; (end = text.find(kEntryEnd, m_read)) != std::string::npos; m_read = end + 1) {
         const char kind = text[m_read];
         const std::string entry = text.substr(m_read + 1, end - m_read - 1);
-        if (kind == kFailure) {
-            const size_t line = entry.find('\t') + 1;
-            const size_t message = entry.find('\t', line) + 1;
-            ADD_FAILURE_AT(entry.substr(0, line - 1).c_str(), std::stoi(entry.substr(line)))
-                << "in child " << m_name << ": " << entry.substr(message);
-        } else if (kind == kReport) {
+        if (kind == kReport)
             m_reports.push_back(entry);
-        }
-        m_complete = kind == kComplete;
+        else
+            ADD_FAILURE() << "in child " << m_name << ": " << entry;
     }
 }
 

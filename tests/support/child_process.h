@@ -88,7 +88,6 @@ private:
     HANDLE m_go = nullptr;
     HANDLE m_process = nullptr;
     DWORD m_processId = 0;
-    bool m_complete = false; // the child came to its end
     bool m_ended = false;
 };
 

@@ -47,34 +47,14 @@ void DeliverKeys(HWND dialog)
     }
 }
 
-/// The keyboard has a key down while this lives.
-class HeldKey {
-public:
-    HeldKey(int key, bool held) : m_key(key), m_held(held)
-    {
-        if (m_held)
-            Set(0x80);
-    }
-    ~HeldKey()
-    {
-        if (m_held)
-            Set(0);
-    }
-    HeldKey(const HeldKey&) = delete;
-    HeldKey& operator=(const HeldKey&) = delete;
-
-private:
-    void Set(BYTE state) const
-    {
-        BYTE keys[256] = {};
-        GetKeyboardState(keys);
-        keys[m_key] = state;
-        SetKeyboardState(keys);
-    }
-
-    int m_key;
-    bool m_held;
-};
+/// Sends a message to a list box, or its like to a combo box.
+LRESULT TellList(HWND dialog, int list, UINT ofList, UINT ofCombo, WPARAM wParam = 0, const void* lParam = nullptr)
+{
+    char name[16] = "";
+    GetClassNameA(GetDlgItem(dialog, list), name, sizeof name);
+    return SendDlgItemMessageA(dialog, list, lstrcmpiA(name, "ComboBox") == 0 ? ofCombo : ofList, wParam,
+                               reinterpret_cast<LPARAM>(lParam));
+}
 
 } // namespace
 
@@ -200,22 +180,11 @@ void ClickAt(HWND control, int x, int y)
     SendMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
 }
 
-namespace {
-
-bool IsCombo(HWND dialog, int list)
-{
-    char name[16] = "";
-    GetClassNameA(GetDlgItem(dialog, list), name, sizeof name);
-    return lstrcmpiA(name, "ComboBox") == 0;
-}
-
-} // namespace
-
 void Choose(HWND dialog, int list, int row)
 {
-    const bool combo = IsCombo(dialog, list);
-    EXPECT_EQ(row, SendDlgItemMessageA(dialog, list, combo ? CB_SETCURSEL : LB_SETCURSEL, static_cast<WPARAM>(row), 0));
-    Command(dialog, list, combo ? CBN_SELCHANGE : LBN_SELCHANGE);
+    static_assert(LBN_SELCHANGE == CBN_SELCHANGE);
+    EXPECT_EQ(row, TellList(dialog, list, LB_SETCURSEL, CB_SETCURSEL, static_cast<WPARAM>(row)));
+    Command(dialog, list, LBN_SELCHANGE);
 }
 
 void DoubleClick(HWND dialog, int list, int row)
@@ -224,31 +193,25 @@ void DoubleClick(HWND dialog, int list, int row)
     Command(dialog, list, LBN_DBLCLK);
 }
 
-int ChosenRow(HWND dialog, int list)
-{
-    return static_cast<int>(
-        SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_GETCURSEL : LB_GETCURSEL, 0, 0));
-}
+int ChosenRow(HWND dialog, int list) { return static_cast<int>(TellList(dialog, list, LB_GETCURSEL, CB_GETCURSEL)); }
 
 std::string RowText(HWND dialog, int list, int row)
 {
     char text[600] = "";
-    SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(row),
-                        reinterpret_cast<LPARAM>(text));
+    TellList(dialog, list, LB_GETTEXT, CB_GETLBTEXT, static_cast<WPARAM>(row), text);
     return text;
 }
 
 int RowOf(HWND dialog, int list, const std::string& beginning)
 {
-    return static_cast<int>(SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_FINDSTRING : LB_FINDSTRING,
-                                                static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(beginning.c_str())));
+    constexpr auto kFromTheFirst = static_cast<WPARAM>(-1);
+    return static_cast<int>(TellList(dialog, list, LB_FINDSTRING, CB_FINDSTRING, kFromTheFirst, beginning.c_str()));
 }
 
 std::string RowsOf(HWND dialog, int list, int from)
 {
-    const LRESULT count = SendDlgItemMessageA(dialog, list, IsCombo(dialog, list) ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
     std::string rows;
-    for (int row = from; row < count; ++row)
+    for (int row = from; row < TellList(dialog, list, LB_GETCOUNT, CB_GETCOUNT); ++row)
         rows += RowText(dialog, list, row) + "|";
     return rows;
 }
@@ -285,8 +248,12 @@ void Type(HWND dialog, int control, const std::string& text)
 
 void Key(HWND dialog, UINT virtualKey, int modifiers)
 {
-    const HeldKey shift(VK_SHIFT, (modifiers & kShift) != 0);
-    const HeldKey control(VK_CONTROL, (modifiers & kControl) != 0);
+    BYTE released[256], held[256];
+    GetKeyboardState(released);
+    std::copy_n(released, std::size(held), held);
+    held[VK_SHIFT] = (modifiers & kShift) != 0 ? 0x80 : 0;
+    held[VK_CONTROL] = (modifiers & kControl) != 0 ? 0x80 : 0;
+    SetKeyboardState(held);
     const HWND focus = GetFocus();
     PostMessageA(focus != nullptr ? focus : dialog, WM_KEYDOWN, virtualKey, 1);
     DeliverKeys(dialog);
@@ -294,6 +261,7 @@ void Key(HWND dialog, UINT virtualKey, int modifiers)
         PostMessageA(focus, WM_KEYUP, virtualKey, static_cast<LPARAM>(0xC0000001));
         DeliverKeys(dialog);
     }
+    SetKeyboardState(released);
 }
 
 void AccessKey(HWND dialog, char letter)

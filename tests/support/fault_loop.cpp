@@ -48,24 +48,12 @@ void RunOnce(const std::function<void(const FaultRun&)>& body, const FaultRun& r
     run.Stop();
 }
 
-/// How far the loop goes in steps of one at either end, and in steps of the loop's stride in between.
-struct Steps {
-    int edge;
-    int stride;
-};
-
-/// On the guard heap in longer steps: it looks for what a failure writes where it must not, the plain run for the rest.
-Steps StepsOf(const FaultLoopOptions& options)
-{
-    constexpr int kCoarser = 3;
-    const Steps steps{12, options.stride};
-    return IsGuardHeapInstalled() ? Steps{steps.edge / kCoarser, steps.stride * kCoarser} : steps;
-}
-
 void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::function<void(const FaultRun&)>& body,
              const FaultLoopOptions& options)
 {
-    const Steps steps = StepsOf(options);
+    // In longer steps on the guard heap: it is for what a failure writes where it must not, the plain run for the rest.
+    const int coarser = IsGuardHeapInstalled() ? 3 : 1;
+    const int edge = 12 / coarser;
     int number = 1;
     for (int run = 0; run < options.maximumRuns; ++run) {
         SCOPED_TRACE(source.Name() + " call " + std::to_string(number) +
@@ -81,11 +69,11 @@ void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::fu
             EXPECT_GT(number, 1) << "no fault ever fired: this loop tests nothing";
             return;
         }
-        const int lastEdge = usualCalls - steps.edge;
-        if (number < steps.edge || number >= lastEdge)
+        const int lastEdge = usualCalls - edge;
+        if (number < edge || number >= lastEdge)
             ++number;
         else
-            number = (std::min)(number + steps.stride, lastEdge);
+            number = (std::min)(number + options.stride * coarser, lastEdge);
     }
     ADD_FAILURE() << "faults still fire after " << options.maximumRuns << " runs of " << source.Name();
 }

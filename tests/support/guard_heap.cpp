@@ -6,71 +6,62 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
+#include <limits>
+#include <map>
 #include <mutex>
-#include <vector>
+#include <queue>
 
 namespace zo_test {
 
 namespace {
 
 constexpr size_t kPage = 4096;
-constexpr size_t kArenaPages = sizeof(void*) == 4 ? 0x10000 : 0x100000; // 256 MB of addresses, or 4 GB; not of memory
 constexpr size_t kAlignment = 2 * sizeof(void*);
-constexpr unsigned char kFresh = 0xCD; // content of a new block
-constexpr unsigned char kSlack = 0xFD; // between the end of a block and its page's end
+constexpr char kFresh = '\xCD';       // content of a new block
+constexpr char kSlack = '\xFD';       // between the end of a block and its page's end
+constexpr size_t kFreedBlocks = 3000; // that stay inaccessible before their addresses are used again
 
-/// What is known of the block that begins in a page.
-struct PageRecord {
-    size_t size = 0;
-    unsigned pages = 0; // with the inaccessible one; 0 when no block begins here
-    bool alive = false;
+struct Block {
+    size_t size;
+    bool alive;
 };
+using BlockMap = std::map<char*, Block>; // by their first pages
 
-std::mutex g_mutex;
-char* g_arena = nullptr;
-size_t g_nextPage = 0; // blocks are taken in one direction round the arena, so that a freed one stays free for long
-std::vector<PageRecord>& Records()
+struct Heap {
+    std::mutex mutex;
+    BlockMap blocks;
+    std::queue<BlockMap::iterator> freed;
+};
+Heap& TheHeap()
 {
-    static auto& records = *new std::vector<PageRecord>(kArenaPages); // for ever: the framework frees to the last
-    return records;
+    static Heap& heap = *new Heap; // for ever: the framework frees to the last
+    return heap;
 }
 
 void (*g_free)(void*) = nullptr; // of the C library, for blocks from before
 
-bool IsInArena(const void* p) { return g_arena != nullptr && p >= g_arena && p < g_arena + kArenaPages * kPage; }
-size_t PageOf(const void* p) { return static_cast<size_t>(static_cast<const char*>(p) - g_arena) / kPage; }
-size_t Rounded(size_t size) { return (size + kAlignment - 1) / kAlignment * kAlignment; }
-
-/// The beginning of the block that \p record describes: its rounded size ends with the page.
-char* BlockAt(size_t page, const PageRecord& record)
+size_t RoundedUp(size_t size, size_t unit) { return (size + unit - 1) / unit * unit; }
+/// The bytes of a block's pages. Behind them comes an inaccessible one.
+size_t PagesOf(const Block& block) { return RoundedUp(block.size, kPage); }
+/// A block ends with its pages, but for alignment.
+char* BeginningOf(const BlockMap::value_type& entry)
 {
-    return g_arena + (page + record.pages - 1) * kPage - Rounded(record.size);
+    return entry.first + PagesOf(entry.second) - RoundedUp(entry.second.size, kAlignment);
 }
 
-bool MakeArena()
+/// The block in whose pages an address lies; the end if it lies in none.
+BlockMap::iterator FindBlock(void* address)
 {
-    if (g_arena == nullptr)
-        g_arena = static_cast<char*>(VirtualAlloc(nullptr, kArenaPages * kPage, MEM_RESERVE, PAGE_NOACCESS));
-    return g_arena != nullptr;
+    BlockMap& blocks = TheHeap().blocks;
+    const auto next = blocks.upper_bound(static_cast<char*>(address));
+    if (next == blocks.begin())
+        return blocks.end();
+    const auto found = std::prev(next);
+    return address < found->first + PagesOf(found->second) + kPage ? found : blocks.end();
 }
 
-/// The first page of \p pages free ones at or behind \p from; kArenaPages when there are none before the arena's end.
-size_t FindFree(size_t from, size_t pages)
-{
-    const std::vector<PageRecord>& records = Records();
-    size_t run = 0;
-    for (size_t page = from; page < kArenaPages;) {
-        if (records[page].alive) {
-            page += records[page].pages;
-            run = 0;
-        } else if (++page, ++run == pages) {
-            return page - run;
-        }
-    }
-    return kArenaPages;
-}
-
-[[noreturn]] void Stop(const char* what, const void* p)
+[[noreturn]] void Stop(const char* what, void* p)
 {
     std::fprintf(stderr, "guard heap: %s: %p %s\n", what, p, DescribeGuardedAddress(p).c_str());
     std::fflush(stderr);
@@ -78,97 +69,69 @@ size_t FindFree(size_t from, size_t pages)
     std::abort();
 }
 
-void* __cdecl Malloc(size_t size) { return GuardedAllocate(size); }
-
-void __cdecl Free(void* p)
-{
-    if (IsInArena(p))
-        GuardedFree(p);
-    else
-        g_free(p);
-}
-
-bool g_installed = false;
-
 } // namespace
 
 void* GuardedAllocate(size_t size)
 {
-    const std::lock_guard lock(g_mutex);
-    size = (std::max)(size, size_t{1});
-    if (!MakeArena() || size > kArenaPages * kPage / 2)
+    if (size > (std::numeric_limits<size_t>::max)() / 2)
         return nullptr;
-    const size_t pages = Rounded(size) / kPage + (Rounded(size) % kPage != 0) + 1;
-    size_t page = FindFree(g_nextPage, pages);
-    if (page == kArenaPages)
-        page = FindFree(0, pages);
-    if (page == kArenaPages ||
-        VirtualAlloc(g_arena + page * kPage, (pages - 1) * kPage, MEM_COMMIT, PAGE_READWRITE) == nullptr)
+    Heap& heap = TheHeap();
+    const std::lock_guard lock(heap.mutex);
+    const Block block = {(std::max)(size, size_t{1}), true};
+    auto* pages = static_cast<char*>(VirtualAlloc(nullptr, PagesOf(block) + kPage, MEM_RESERVE, PAGE_NOACCESS));
+    if (pages == nullptr || VirtualAlloc(pages, PagesOf(block), MEM_COMMIT, PAGE_READWRITE) == nullptr)
         return nullptr;
-    for (size_t i = page; i < page + pages; ++i) // of blocks that lay here before
-        Records()[i] = {};
-    PageRecord& record = Records()[page];
-    record = {size, static_cast<unsigned>(pages), true};
-    g_nextPage = page + pages;
-    char* block = BlockAt(page, record);
-    std::memset(block, kFresh, size);
-    std::memset(block + size, kSlack, Rounded(size) - size);
-    return block;
+    char* beginning = BeginningOf(*heap.blocks.insert({pages, block}).first);
+    std::memset(beginning, kSlack, RoundedUp(block.size, kAlignment));
+    std::memset(beginning, kFresh, block.size);
+    return beginning;
 }
 
 void GuardedFree(void* p)
 {
-    const std::lock_guard lock(g_mutex);
-    const size_t page = PageOf(p);
-    PageRecord& record = Records()[page];
-    if (record.pages == 0 || p != BlockAt(page, record))
+    Heap& heap = TheHeap();
+    const std::lock_guard lock(heap.mutex);
+    const auto found = FindBlock(p);
+    if (found == heap.blocks.end())
+        return g_free(p);
+    auto& [pages, block] = *found;
+    char* beginning = BeginningOf(*found);
+    if (p != beginning)
         Stop("freed what is no block", p);
-    if (!record.alive)
+    if (!block.alive)
         Stop("freed twice", p);
-    const auto* slack = static_cast<const unsigned char*>(p) + record.size;
-    for (size_t i = 0; i < Rounded(record.size) - record.size; ++i) {
-        if (slack[i] != kSlack)
-            Stop("written behind its end", p);
+    if (std::any_of(beginning + block.size, pages + PagesOf(block), [](char c) { return c != kSlack; }))
+        Stop("written behind its end", p);
+    block.alive = false;
+    VirtualFree(pages, PagesOf(block), MEM_DECOMMIT);
+    heap.freed.push(found);
+    if (heap.freed.size() > kFreedBlocks) {
+        VirtualFree(heap.freed.front()->first, 0, MEM_RELEASE);
+        heap.blocks.erase(heap.freed.front());
+        heap.freed.pop();
     }
-    record.alive = false;
-    VirtualFree(g_arena + page * kPage, (record.pages - 1) * kPage, MEM_DECOMMIT);
 }
 
-std::string DescribeGuardedAddress(const void* address)
+std::string DescribeGuardedAddress(void* address)
 {
-    if (!IsInArena(address))
+    const auto found = FindBlock(address);
+    if (found == TheHeap().blocks.end())
         return {};
-    size_t page = PageOf(address);
-    while (page > 0 && Records()[page].pages == 0)
-        --page;
-    const PageRecord& record = Records()[page];
-    if (record.pages == 0)
-        return "(in the guard heap, of no block)";
     char text[128];
     std::snprintf(text, sizeof text, "(byte %ld of a %s block of %lu bytes)",
-                  static_cast<long>(static_cast<const char*>(address) - BlockAt(page, record)),
-                  record.alive ? "living" : "freed", static_cast<unsigned long>(record.size));
+                  static_cast<long>(static_cast<char*>(address) - BeginningOf(*found)),
+                  found->second.alive ? "living" : "freed", static_cast<unsigned long>(found->second.size));
     return text;
 }
 
-bool InstallGuardHeap()
+void InstallGuardHeap()
 {
-    if (g_installed)
-        return true;
-    if (!MakeArena())
-        return false;
-    Records(); // made before the first block that needs them
-    static const ImportPatch& freePatch = *new ImportPatch("ZOAFX.DLL", "free", &Free); // for ever, hence no owner
-    if (!freePatch.IsActive())
-        return false;
+    static const ImportPatch& freePatch = *new ImportPatch("ZOAFX.DLL", "free", &GuardedFree); // for ever: no owner
     g_free = freePatch.Original<void(void*)>();
-    static const ImportPatch& mallocPatch = *new ImportPatch("ZOAFX.DLL", "malloc", &Malloc);
-    if (!mallocPatch.IsActive())
-        return false;
-    g_installed = true;
-    return true;
+    static const ImportPatch& mallocPatch = *new ImportPatch("ZOAFX.DLL", "malloc", &GuardedAllocate);
+    static_cast<void>(mallocPatch);
 }
 
-bool IsGuardHeapInstalled() { return g_installed; }
+bool IsGuardHeapInstalled() { return g_free != nullptr; }
 
 } // namespace zo_test

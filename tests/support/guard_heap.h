@@ -6,8 +6,7 @@
 /// it is freed. It serves the allocations of the framework and of the library, which all come from one place in
 /// ZOAFX.DLL; blocks that were handed out before go back where they came from.
 ///
-/// A test program runs on it with --guard-heap or with ZO_GUARD_HEAP=1 in the environment. What was wrong is printed by
-/// the program's crash report.
+/// A test program runs on it with --guard-heap. What was wrong is printed by the program's crash report.
 #pragma once
 
 #include <cstddef>
@@ -15,13 +14,12 @@
 
 namespace zo_test {
 
-/// Puts the guard heap in place, until the end of the process. \return FALSE when the import tables or memory forbid
-/// it.
-bool InstallGuardHeap();
+/// Puts the guard heap in place, until the end of the process. A failure if the import tables forbid it.
+void InstallGuardHeap();
 bool IsGuardHeapInstalled();
 
 /// What the guard heap knows of an address, for a crash report; empty for an address that is not in it.
-std::string DescribeGuardedAddress(const void* address);
+std::string DescribeGuardedAddress(void* address);
 
 /// A block of the guard heap, for its own test; null when memory has run out.
 void* GuardedAllocate(size_t size);

@@ -16,7 +16,7 @@ namespace zo_test {
 
 class ImportPatch {
 public:
-    /// Fails the current test if the module is not loaded or imports no such function; IsActive then tells FALSE.
+    /// Fails the current test if the module is not loaded or imports no such function.
     template <class FUNCTION> ImportPatch(const char* module, const char* function, FUNCTION* replacement)
     {
         Apply(module, function, reinterpret_cast<void*>(replacement));
@@ -25,7 +25,6 @@ public:
     ImportPatch(const ImportPatch&) = delete;
     ImportPatch& operator=(const ImportPatch&) = delete;
 
-    bool IsActive() const { return !m_slots.empty(); }
     /// The function that was imported before, of the type \p FUNCTION names.
     template <class FUNCTION> FUNCTION* Original() const { return reinterpret_cast<FUNCTION*>(m_original); }
 

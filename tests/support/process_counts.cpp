@@ -4,6 +4,9 @@
 
 #include <afxwin.h>
 
+#include <winternl.h>
+
+#include <algorithm>
 #include <vector>
 
 namespace zo_test {
@@ -12,66 +15,41 @@ namespace {
 
 // The system's own counters answer 0 under Wine, so there the system-wide tables are counted instead.
 
-template <class FUNCTION> FUNCTION NtFunction(const char* name)
+template <class FUNCTION> FUNCTION* NtFunction(const char* name)
 {
-    return reinterpret_cast<FUNCTION>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("ntdll.dll"), name)));
+    return reinterpret_cast<FUNCTION*>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("ntdll.dll"), name)));
 }
 
 long CountHandlesInTable()
 {
-    struct Handle {
-        USHORT processId;
-        USHORT traceIndex;
-        BYTE type;
-        BYTE attributes;
-        USHORT value;
-        void* object;
-        ULONG access;
-    };
-    struct Table {
-        ULONG count;
-        Handle handles[1];
-    };
-    using Query = LONG(WINAPI*)(int, void*, ULONG, ULONG*);
-    constexpr int kSystemHandleInformation = 16;
-    constexpr LONG kTooSmall = static_cast<LONG>(0xC0000004);
-    static const auto query = NtFunction<Query>("NtQuerySystemInformation");
+    constexpr auto kTooSmall = static_cast<NTSTATUS>(0xC0000004);
+    static const auto query = NtFunction<decltype(NtQuerySystemInformation)>("NtQuerySystemInformation");
     static std::vector<char> buffer(64 * 1024);
-    LONG status;
-    while ((status = query(kSystemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), nullptr)) ==
+    NTSTATUS status;
+    while ((status = query(SystemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), nullptr)) ==
            kTooSmall)
         buffer.resize(buffer.size() * 2);
     if (status != 0)
         return -1;
-    const auto* table = reinterpret_cast<const Table*>(buffer.data());
-    const auto self = static_cast<USHORT>(GetCurrentProcessId());
-    long count = 0;
-    for (ULONG i = 0; i < table->count; ++i)
-        count += table->handles[i].processId == self;
-    return count;
+    const auto* table = reinterpret_cast<const SYSTEM_HANDLE_INFORMATION*>(buffer.data());
+    return static_cast<long>(std::count_if(table->Handle, table->Handle + table->Count, [](const auto& handle) {
+        return LOWORD(handle.OwnerPid) == LOWORD(GetCurrentProcessId());
+    }));
 }
 
 long CountGdiObjectsInTable()
 {
     struct Object {
-        ULONGLONG object;
-        USHORT owner[2];
-        USHORT unique;
-        BYTE type;
-        BYTE flags;
-        ULONGLONG userPointer;
+        BYTE handleAndOwner[14], type, flagsAndPointer[9];
     };
     constexpr int kObjects = 0x4000;
     constexpr size_t kTableOfProcess = sizeof(void*) == 4 ? 0x94 : 0xF8;
-    using GetProcessBlock = const char*(WINAPI*)();
-    static const auto getProcessBlock = NtFunction<GetProcessBlock>("RtlGetCurrentPeb");
-    const auto* objects = *reinterpret_cast<Object* const*>(getProcessBlock() + kTableOfProcess);
+    static const auto processBlock = NtFunction<const char * WINAPI()>("RtlGetCurrentPeb");
+    const auto* objects = *reinterpret_cast<Object* const*>(processBlock() + kTableOfProcess);
     if (objects == nullptr)
         return 0;
-    long count = 0;
-    for (int i = 0; i < kObjects; ++i)
-        count += objects[i].type != 0;
-    return count;
+    return static_cast<long>(
+        std::count_if(objects, objects + kObjects, [](const Object& object) { return object.type != 0; }));
 }
 
 } // namespace

@@ -24,7 +24,7 @@
 
 namespace {
 
-enum ExitCode { kNoTest = 95, kCrashed = 96, kHangs = 97, kNoGuardHeap = 98, kWrongEnvironment = 99 };
+enum ExitCode { kNoTest = 95, kCrashed = 96, kHangs = 97, kWrongEnvironment = 99 };
 
 constexpr DWORD kChildWatchdogSeconds = 60; // a child outlives no parent for long
 
@@ -78,7 +78,7 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS* exception)
     DescribeCode(record.ExceptionAddress, place, sizeof place);
     char data[256] = "";
     if (record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.NumberParameters >= 2) {
-        const auto* address = reinterpret_cast<const void*>(record.ExceptionInformation[1]);
+        auto* address = reinterpret_cast<void*>(record.ExceptionInformation[1]);
         std::snprintf(data, sizeof data, ", %s %p %s", record.ExceptionInformation[0] != 0 ? "writing" : "reading",
                       address, zo_test::DescribeGuardedAddress(address).c_str());
     }
@@ -104,24 +104,14 @@ int main(int argc, char** argv)
 
     testing::InitGoogleTest(&argc, argv);
     testing::UnitTest::GetInstance()->listeners().Append(new CurrentTestRecorder);
-    const char* guardHeap = std::getenv("ZO_GUARD_HEAP");
-    bool wantsGuardHeap = guardHeap != nullptr && std::strcmp(guardHeap, "1") == 0;
     DWORD watchdogSeconds = 0xFFFFFFFF; // none
-    std::string environment = zo_test::EnvironmentName();
     for (const std::string& option : std::vector<std::string>(argv + 1, argv + argc)) {
-        wantsGuardHeap = wantsGuardHeap || option == "--guard-heap";
-        if (option.starts_with("--watchdog="))
+        if (option == "--guard-heap")
+            zo_test::InstallGuardHeap();
+        else if (option.starts_with("--watchdog="))
             watchdogSeconds = static_cast<DWORD>(std::atoi(option.c_str() + 11));
-        else if (option.starts_with("--environment="))
-            environment = option.substr(14);
-    }
-    if (environment != zo_test::EnvironmentName()) {
-        std::fprintf(stderr, "this is %s, not %s\n", zo_test::EnvironmentName().c_str(), environment.c_str());
-        return kWrongEnvironment;
-    }
-    if (wantsGuardHeap && !zo_test::InstallGuardHeap()) {
-        std::fputs("the guard heap cannot be put in place\n", stderr);
-        return kNoGuardHeap;
+        else if (option.starts_with("--environment=") && option.substr(14) != zo_test::EnvironmentName())
+            ReportAndEnd(kWrongEnvironment, "this is %s\n", zo_test::EnvironmentName().c_str());
     }
     if (!AfxWinInit(GetModuleHandleA(nullptr), nullptr, GetCommandLineA(), SW_SHOWNORMAL))
         return 1;
@@ -136,12 +126,10 @@ int main(int argc, char** argv)
     const bool isChild = zo_test::IsChild(argc, argv);
     const zo_test::Watchdog watchdog(isChild ? kChildWatchdogSeconds : watchdogSeconds, &ReportHang);
     if (!isChild)
-        std::printf("environment %s%s\n", zo_test::EnvironmentName().c_str(), wantsGuardHeap ? ", guard heap" : "");
-    int exitCode = isChild ? zo_test::RunAsChild(argc, argv) : RUN_ALL_TESTS();
-    if (!isChild && testing::UnitTest::GetInstance()->test_to_run_count() == 0) {
-        std::fputs("no test has such a name\n", stderr);
-        exitCode = kNoTest;
-    }
-    std::fflush(stdout);
+        std::printf("environment %s%s\n", zo_test::EnvironmentName().c_str(),
+                    zo_test::IsGuardHeapInstalled() ? ", guard heap" : "");
+    const int exitCode = isChild ? zo_test::RunAsChild(argc, argv) : RUN_ALL_TESTS();
+    if (!isChild && testing::UnitTest::GetInstance()->test_to_run_count() == 0)
+        ReportAndEnd(kNoTest, "no test has such a name\n");
     return exitCode;
 }
