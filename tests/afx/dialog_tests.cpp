@@ -78,6 +78,8 @@ TEST(CDialog, EndsAsItIsTold)
         {"quit, for the loop outside", [](TestDialog&) { PostQuitMessage(5); }, -1},
     };
     Window owner;
+    CStatic child;
+    ASSERT_TRUE(child.Create("", WS_VISIBLE, CRect(0, 0, 10, 10), &owner));
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const auto run = [&](bool enabled) {
@@ -85,11 +87,12 @@ TEST(CDialog, EndsAsItIsTold)
             CString text;
             TestDialog dialog(
                 [&](TestDialog& d) {
+                    EXPECT_EQ(owner.m_hWnd, GetWindow(d.m_hWnd, GW_OWNER)) << "a child window cannot own a dialog";
                     EXPECT_FALSE(owner.IsEnabled()) << "the owner can be used behind the dialog";
                     d.SetDlgItemText(kEdit, "typed");
                     c.act(d);
                 },
-                &owner);
+                &child);
             int exchanges = 0;
             dialog.exchange = [&](CDataExchange* context) {
                 DDX_Text(context, kEdit, text);
@@ -133,24 +136,6 @@ TEST(ModalWindows, WithoutParentBelongToThePopupThatWasActiveLast)
         }
     }
     AfxGetThread()->m_pMainWnd = nullptr;
-}
-
-TEST(ModalWindows, NestAndAreOwnedByTheTopWindow)
-{
-    Window owner;
-    CStatic child;
-    ASSERT_TRUE(child.Create("", WS_VISIBLE, CRect(0, 0, 10, 10), &owner));
-    TestDialog outer(
-        [&](TestDialog& d) {
-            EXPECT_EQ(owner.m_hWnd, GetWindow(d.m_hWnd, GW_OWNER)) << "a child window cannot own a dialog";
-            EXPECT_FALSE(owner.IsEnabled());
-            TestDialog inner([](TestDialog& i) { i.PostMessage(WM_COMMAND, IDCANCEL); }, &d);
-            EXPECT_EQ(IDCANCEL, inner.DoModal());
-            EXPECT_TRUE(IsWindowEnabled(d.m_hWnd));
-            d.PostMessage(WM_COMMAND, IDOK);
-        },
-        &child);
-    EXPECT_EQ(IDOK, outer.DoModal());
 }
 
 // Exchange of data ----------------------------------------------------------------------------------------------------
@@ -293,26 +278,6 @@ TEST(DataExchange, IsOneAtATimeAndAmongItself)
             EXPECT_NE("", app.told);
             EXPECT_STREQ("text", value);
         });
-}
-
-TEST(DataExchange, SurvivesMissingMemory)
-{
-    TellingApp app;
-    AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
-        int value = 7;
-        TestDialog dialog([&](TestDialog& open) {
-            ::SetDlgItemTextA(open.m_hWnd, kEdit, "12");
-            const BOOL done = open.UpdateData();
-            EXPECT_EQ(done ? 12 : 7, value);
-            EXPECT_TRUE(done || run.Fired());
-            open.EndDialog(IDOK);
-        });
-        dialog.exchange = [&](CDataExchange* context) { DDX_Text(context, kEdit, value); };
-        dialog.DoModal();
-        run.Stop();
-        app.told = std::string();
-    });
 }
 
 TEST(DataExchange, PutsTextsInTheirPlaces)
