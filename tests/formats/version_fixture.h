@@ -23,13 +23,7 @@ protected:
         return GetUserNameA(name, &size) ? name : "SYSTEM";
     }
     /// A module of the fixtures, which lie beside the test program.
-    static CString Fixture(LPCSTR name)
-    {
-        char path[MAX_PATH] = {};
-        GetModuleFileNameA(nullptr, path, sizeof path - 1);
-        *(std::strrchr(path, '\\') + 1) = '\0';
-        return CString(path) + "fixture_" + name + ".DLL";
-    }
+    static CString Fixture(LPCSTR name) { return (ProgramFolder() + "fixture_" + name + ".DLL").c_str(); }
     static CString UsersKey(LPCSTR product) { return CString(kCompanyKey) + "\\" + product + "\\7.12\\Users"; }
     void AddUser(LPCSTR product, const CString& user = OwnUser())
     {

@@ -15,13 +15,6 @@ void* WINAPI GuardedGlobalLock(HGLOBAL block) { return block; }
 BOOL WINAPI GuardedGlobalUnlock(HGLOBAL) { return TRUE; }
 HGLOBAL WINAPI GuardedGlobalFree(HGLOBAL block) { return GuardedFree(block), nullptr; }
 
-struct GuardedBlocks {
-    ImportPatch allocate{kLibrary, "GlobalAlloc", &GuardedGlobalAlloc};
-    ImportPatch lock{kLibrary, "GlobalLock", &GuardedGlobalLock};
-    ImportPatch unlock{kLibrary, "GlobalUnlock", &GuardedGlobalUnlock};
-    ImportPatch free{kLibrary, "GlobalFree", &GuardedGlobalFree};
-};
-
 // A module of 16-bit Windows, or any on Windows 95.
 std::string g_record;
 DWORD WINAPI RecordSize(LPCSTR, DWORD*) { return static_cast<DWORD>(g_record.size()); }
@@ -68,34 +61,13 @@ BOOL WINAPI QueryOutside(LPCVOID, LPCSTR, LPVOID* value, UINT* length)
     return TRUE;
 }
 
-/// What the system says, in a block with room for whatever the lengths claim.
-class Judge {
-public:
-    explicit Judge(const std::string& file) : m_block(1024 * 1024)
-    {
-        DWORD ignored;
-        const DWORD size = GetFileVersionInfoSizeA(file.c_str(), &ignored);
-        EXPECT_TRUE(GetFileVersionInfoA(file.c_str(), 0, size, m_block.data()));
-    }
-    /// A text of the fixture's translation; empty when the system finds none.
-    std::string Text(LPCSTR name)
-    {
-        void* value = nullptr;
-        UINT length = 0;
-        const bool found = VerQueryValueA(m_block.data(), (std::string("\\StringFileInfo\\040904E4\\") + name).c_str(),
-                                          &value, &length);
-        return found ? std::string(static_cast<char*>(value), strnlen(static_cast<char*>(value), length)) : "";
-    }
-
-private:
-    std::vector<char> m_block;
-};
-
 } // namespace
 
 class VersionMutation : public VersionResource {
 protected:
     VersionMutation() { AddUser("Plain"); }
+    ~VersionMutation() override { m_version.ExtractVersionInfo(""); } // lets go of guarded blocks
+
     /// The place of a name in the module's file.
     size_t Find(const std::wstring& name) const
     {
@@ -108,6 +80,10 @@ protected:
 
     const TestFolder m_folder;
     const std::string m_whole = ReadBytes(std::string(Fixture("plain"))), m_damaged = m_folder.Path("damaged.DLL");
+    const ImportPatch m_allocate{kLibrary, "GlobalAlloc", &GuardedGlobalAlloc};
+    const ImportPatch m_lock{kLibrary, "GlobalLock", &GuardedGlobalLock};
+    const ImportPatch m_unlock{kLibrary, "GlobalUnlock", &GuardedGlobalUnlock};
+    const ImportPatch m_free{kLibrary, "GlobalFree", &GuardedGlobalFree};
 };
 
 TEST_F(VersionMutation, IsReadWithinItsBounds)
@@ -117,15 +93,22 @@ TEST_F(VersionMutation, IsReadWithinItsBounds)
                                        "OriginalFilename", "ProductName",  "ProductVersion"};
     const size_t record = Find(L"VS_VERSION_INFO") - 6;
     const WORD length = NumberAt<WORD>(m_whole, record);
-    const GuardedBlocks guarded;
     ForEachMutation([&](unsigned, Random& random) {
         std::string file = m_whole;
         DamageRecord(file, record, length, random);
         if (!ExtractFrom(file))
             return ExpectEmpty(m_version), false;
-        Judge judge(m_damaged);
+        std::vector<char> block(1024 * 1024); // with room for whatever the lengths claim
+        DWORD ignored;
+        const DWORD size = GetFileVersionInfoSizeA(m_damaged.c_str(), &ignored);
+        EXPECT_TRUE(GetFileVersionInfoA(m_damaged.c_str(), 0, size, block.data()));
         for (WORD text = 0; text < std::size(names); ++text) {
-            const std::string expected = judge.Text(names[text]);
+            void* value;
+            UINT valueLength;
+            const std::string path = std::string("\\StringFileInfo\\040904E4\\") + names[text];
+            if (!VerQueryValueA(block.data(), path.c_str(), &value, &valueLength))
+                continue;
+            const std::string expected(static_cast<char*>(value), strnlen(static_cast<char*>(value), valueLength));
             const std::string actual(m_version.GetStandardValue(text));
             // Of a text that says it is longer than its record, the system tells nothing or what lies behind as well.
             const bool isCut = !actual.empty() && expected.compare(0, actual.size(), actual) == 0;
@@ -134,23 +117,18 @@ TEST_F(VersionMutation, IsReadWithinItsBounds)
         }
         return true;
     });
-    m_version.ExtractVersionInfo(""); // lets go of guarded blocks
 }
 
 TEST_F(VersionMutation, RecordsOf16BitsAreReadToo)
 {
-    const auto text = [](const char* name, const char* value) {
-        return NarrowRecord(name, value + std::string(1, '\0'));
-    };
-    const std::string texts =
-        text("CompanyName", "Zo Tests") + text("ProductName", "Plain") + text("ProductVersion", "7.12");
-    const std::string whole =
-        NarrowRecord("VS_VERSION_INFO", "",
-                     NarrowRecord("StringFileInfo", "", NarrowRecord("040904E4", "", texts)) +
-                         NarrowRecord("VarFileInfo", "", NarrowRecord("Translation", {"\x09\x04\xE4\x04", 4})));
+    const std::string texts = NarrowRecord("CompanyName", {"Zo Tests", 9}) + NarrowRecord("ProductName", {"Plain", 6}) +
+                              NarrowRecord("ProductVersion", {"7.12", 5}),
+                      whole = NarrowRecord(
+                          "VS_VERSION_INFO", "",
+                          NarrowRecord("StringFileInfo", "", NarrowRecord("040904E4", "", texts)) +
+                              NarrowRecord("VarFileInfo", "", NarrowRecord("Translation", {"\x09\x04\xE4\x04", 4})));
     const ImportPatch size(kLibrary, "GetFileVersionInfoSizeA", &RecordSize);
     const ImportPatch take(kLibrary, "GetFileVersionInfoA", &TakeRecord);
-    const GuardedBlocks guarded;
     const size_t lengthOfTranslations = whole.find("Translation") - 2;
     g_record = whole;
     ASSERT_TRUE(m_version.ExtractVersionInfo("any.DLL"));
@@ -165,12 +143,14 @@ TEST_F(VersionMutation, RecordsOf16BitsAreReadToo)
             EXPECT_FALSE(extracted && at == lengthOfTranslations && damage != '\0');
         }
     }
-    m_version.ExtractVersionInfo("");
 }
 
 TEST_F(VersionMutation, TextsThatSayTheyAreLongerAndValuesOutside)
 {
     std::string file = m_whole;
+    file[Find(L"Translation")] = 'X';
+    EXPECT_FALSE(ExtractFrom(file)) << "no translations";
+    file = m_whole;
     PutNumber<WORD>(file, Find(L"InternalName") - 4, 0x7FFF); // the length of its value
     EXPECT_TRUE(ExtractFrom(file));
     EXPECT_STREQ("Fixture", m_version.GetInternalName());
