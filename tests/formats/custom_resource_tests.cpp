@@ -9,7 +9,6 @@ namespace {
 // In the test program's own resources: RCDATA 1000 and "THIRTY_CHARACTERS_LONG_IS_IT__", see fixtures.rc.
 constexpr UINT kDataId = 1000;
 constexpr char kThirtyCharacters[] = "THIRTY_CHARACTERS_LONG_IS_IT__";
-static_assert(sizeof kThirtyCharacters - 1 == 30);
 
 HINSTANCE Self() { return GetModuleHandleA(nullptr); }
 
