@@ -17,20 +17,8 @@ const std::string kStars = "****************************************\r\n";
 class TestTrace {
 public:
     /// \param name letters and digits, so that it is its own base
-    explicit TestTrace(const std::string& name = PlainName()) : m_name(name)
-    {
-        char path[MAX_PATH] = {};
-        GetModuleFileNameA(nullptr, path, sizeof path);
-        m_path = path;
-        m_path.erase(m_path.rfind('\\') + 1);
-        m_path += FileName();
-        DeleteFileA(m_path.c_str());
-    }
-    ~TestTrace()
-    {
-        SetFileAttributesA(m_path.c_str(), FILE_ATTRIBUTE_NORMAL);
-        DeleteFileA(m_path.c_str());
-    }
+    explicit TestTrace(const std::string& name = PlainName()) : m_name(name) { DeleteFileA(Path().c_str()); }
+    ~TestTrace() { DeleteFileA(Path().c_str()); }
     TestTrace(const TestTrace&) = delete;
     TestTrace& operator=(const TestTrace&) = delete;
 
@@ -38,46 +26,40 @@ public:
     /// several systems share, with process identifiers of their own each.
     static std::string PlainName()
     {
-        std::string plain = "T" + std::to_string(GetACP());
-        for (const char c : UniqueName()) {
-            if (std::isalnum(static_cast<unsigned char>(c)))
-                plain += c;
-        }
-        return plain;
+        std::string name = "T" + std::to_string(GetACP()) + UniqueName();
+        std::erase_if(name, [](unsigned char c) { return !std::isalnum(c); });
+        return name;
     }
 
     CString Name() const { return m_name.c_str(); }
     std::string FileName() const { return "Zo" + m_name + ".TRC"; }
-    const std::string& Path() const { return m_path; }
+    std::string Path() const { return ProgramFolder() + FileName(); }
     std::string MutexName() const { return Upper("Zo" + m_name + "TRACEMUTEX"); }
     std::string MappingName() const { return Upper("Zo" + m_name + "TRACEMAPFILE"); }
 
-    bool Exists() const { return GetFileAttributesA(m_path.c_str()) != INVALID_FILE_ATTRIBUTES; }
-    void Write(const std::string& bytes) const { WriteBytes(m_path, bytes); }
-    std::string Read() const { return ReadBytes(m_path); }
-    /// What was written after the start banner, which is two lines long, or longer if a product is registered.
+    /// Whether this thread holds the lock of the trace.
+    bool IsLockHeld() const
+    {
+        const HANDLE mutex = OpenMutexA(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, MutexName().c_str());
+        const bool isHeld = ReleaseMutex(mutex) && WaitForSingleObject(mutex, 0) == WAIT_OBJECT_0;
+        CloseHandle(mutex);
+        return isHeld;
+    }
+
+    void Write(const std::string& bytes) const { WriteBytes(Path(), bytes); }
+    std::string Read() const { return ReadBytes(Path()); }
+    /// What was written after the start banner, which is two lines long as no product is registered.
     std::string ReadBody() const
     {
         const std::string text = Read();
-        size_t end = text.find(" - Started ");
-        if (end == std::string::npos)
-            return "(no banner)";
-        end = text.find('\n', end) + 1;
-        if (text.compare(end, 10, "\r\nVersion:") == 0)
-            end = text.find(kStars, end) + kStars.size();
-        return text.substr(end);
+        const size_t start = text.find(" - Started ");
+        return start != std::string::npos ? text.substr(text.find('\n', start) + 1) : "(no banner)";
     }
 
 private:
-    static std::string Upper(std::string text)
-    {
-        for (char& c : text)
-            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-        return text;
-    }
+    static std::string Upper(std::string text) { return CharUpperA(text.data()), text; }
 
     std::string m_name;
-    std::string m_path;
 };
 
 /// A trace of level 1 of the test's own that is open, without stamps unless the test wants them.
