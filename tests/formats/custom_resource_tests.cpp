@@ -27,6 +27,7 @@ TEST(CustomResource, LoadsByNumberAndByName)
     EXPECT_EQ(0u, resource.GetResourceID());
     EXPECT_EQ(2u, resource.GetResourceSize());
     char name[31];
+    std::memset(name, 'x', sizeof name);
     EXPECT_EQ(0u, resource.GetResourceName(name, sizeof name));
     EXPECT_STREQ(kThirtyCharacters, name);
 

@@ -73,6 +73,7 @@ TEST_F(IniFile, ReadsSeveralNumbers)
         {"9", {9, -2, -3, -4}, RGB(9, 0x22, 0x33), {9, 32, 33}},
         {"\"\t 8\"", {0, 8, -3, -4}, RGB(0, 8, 0x33), {0, 8, 33}},         // a tab is a part of its own
         {"1 2           345", {1, 2, 345, -4}, RGB(1, 2, 3), {1, 2, 345}}, // of a colour 15 characters
+        {"1 2                                   99", {1, 2, 9, -4}, RGB(1, 2, 0x33), {1, 2, 9}}, // of others 39
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
@@ -86,34 +87,14 @@ TEST_F(IniFile, ReadsSeveralNumbers)
         EXPECT_EQ(Fields(row.rectangle), Fields(rectangle));
         EXPECT_EQ(row.color, color);
         EXPECT_EQ(Fields(row.accelerator), Fields(accelerator));
-    }
-}
-
-TEST_F(IniFile, ReadsSeveralNumbersUpToALimit)
-{
-    // The last digit that is read is the limit's last character.
-    const auto numbers = [this](int count, size_t limit) {
-        std::string text;
-        for (int i = 1; i < count; ++i)
-            text += std::to_string(i) + ",";
-        WriteEntry(text + std::string(limit - text.size() - 1, ' ') + "99");
-    };
-    RECT rectangle = {};
-    numbers(4, 39);
-    EXPECT_EQ(0u, m_profile.ZoIniFileRectangle("K", TRUE, &rectangle, &rectangle));
-    EXPECT_EQ(std::tuple(1, 2, 3, 9), Fields(rectangle));
-    ACCEL accelerator = {};
-    numbers(3, 39);
-    EXPECT_EQ(0u, m_profile.ZoIniFileAccelerator("K", TRUE, &accelerator, &accelerator));
-    EXPECT_EQ(std::tuple(1, 2, 9), Fields(accelerator));
+    } // Of many numbers 127 characters.
+    WriteEntry("1,2,3,4,5,6,7," + std::string(112, ' ') + "89");
     SYSTEMTIME time = {};
-    numbers(8, 127);
     EXPECT_EQ(0u, m_profile.ZoIniFileTime("K", TRUE, &time, &time));
-    EXPECT_TRUE((SYSTEMTIME{1, 2, 3, 4, 5, 6, 7, 9}) == m_profile.m_uInput.time);
+    EXPECT_TRUE((SYSTEMTIME{1, 2, 3, 4, 5, 6, 7, 8}) == m_profile.m_uInput.time);
     WINDOWPLACEMENT placement = {};
-    numbers(10, 127);
     EXPECT_EQ(0u, m_profile.ZoIniFileWindowPlacement("K", TRUE, &placement, &placement));
-    EXPECT_EQ(std::tuple(7, 8, 9, 9), Fields(placement.rcNormalPosition));
+    EXPECT_EQ(std::tuple(7, 8, 0, 0), Fields(placement.rcNormalPosition));
 }
 
 TEST_F(IniFile, WritesAndReadsBack)
@@ -138,9 +119,6 @@ TEST_F(IniFile, WritesAndReadsBack)
               "color=1 128 255\r\naccelerator=9, 112, 40001\r\nplacement=1, 5, -1, -2, 3, 4, 6, 5, 70, 80\r\n",
               m_folder.Read("test.ini"));
 
-    DWORD longWord;
-    EXPECT_EQ(0u, m_profile.DoLongWord("long", TRUE, 0, &longWord));
-    EXPECT_EQ(0xFFFFFFFE, longWord);
     // Left and top of a placement come back exchanged, and its length is the default's.
     WINDOWPLACEMENT expected = kPlacement;
     expected.length = 3;
@@ -167,17 +145,7 @@ namespace {
 using Operation = std::function<DWORD(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput,
                                       bool& isDefault)>;
 
-template <class VALUE> Operation Typed(DWORD (CZoIniFile::*operation)(const char*, int, VALUE, VALUE*))
-{
-    return [=](CZoIniFile& profile, const char* key, int read, bool, bool hasOutput, bool& isDefault) {
-        VALUE output = 2;
-        const DWORD status = (profile.*operation)(key, read, 7, hasOutput ? &output : nullptr);
-        isDefault = output == 7;
-        return status;
-    };
-}
-
-template <class VALUE> Operation Typed(DWORD (CZoIniFile::*operation)(const char*, int, const VALUE*, VALUE*))
+template <class INPUT, class VALUE> Operation Typed(DWORD (CZoIniFile::*operation)(const char*, int, INPUT, VALUE*))
 {
     return [=](CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault) {
         VALUE input, output;
@@ -185,8 +153,11 @@ template <class VALUE> Operation Typed(DWORD (CZoIniFile::*operation)(const char
         std::memset(&output, 0x11, sizeof output); // other at both ends; what fills up in between may not be copied
         auto* bytes = reinterpret_cast<char*>(&output);
         bytes[0] = bytes[sizeof output - 1] = 0x22;
-        const DWORD status =
-            (profile.*operation)(key, read, hasInput ? &input : nullptr, hasOutput ? &output : nullptr);
+        DWORD status;
+        if constexpr (std::is_pointer_v<INPUT>)
+            status = (profile.*operation)(key, read, hasInput ? &input : nullptr, hasOutput ? &output : nullptr);
+        else
+            status = (profile.*operation)(key, read, input, hasOutput ? &output : nullptr);
         isDefault = std::memcmp(&input, &output, sizeof input) == 0;
         return status;
     };
@@ -201,15 +172,6 @@ DWORD AsText(CZoIniFile& profile, const char* key, int read, bool hasInput, bool
     return status;
 }
 
-DWORD AsTokens(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault)
-{
-    CStringArray output;
-    const char* input = hasInput ? "x,y" : nullptr;
-    const DWORD status = profile.DoTokenString(key, read, input, hasOutput ? &output : nullptr, ",");
-    isDefault = ToVector(output) == Texts{"x", "y"};
-    return status;
-}
-
 const Operation kOperations[] = {Typed(&CZoIniFile::DoInteger),
                                  Typed(&CZoIniFile::DoLongWord),
                                  Typed(&CZoIniFile::DoBoolean),
@@ -219,8 +181,7 @@ const Operation kOperations[] = {Typed(&CZoIniFile::DoInteger),
                                  Typed(&CZoIniFile::ZoIniFileColor),
                                  Typed(&CZoIniFile::ZoIniFileAccelerator),
                                  Typed(&CZoIniFile::ZoIniFileWindowPlacement),
-                                 &AsText,
-                                 &AsTokens};
+                                 &AsText};
 constexpr int kOperationsByValue = 4;
 
 } // namespace
@@ -353,12 +314,6 @@ TEST_F(IniFile, KeepsCharactersOfTwoBytesWhole)
     EXPECT_EQ((Texts{"\x83\x5C\x83\x7C", "\x83\x5C", "\x81\x43x"}), ToVector(tokens));
     EXPECT_EQ(0u, m_profile.DoTokenString("K", TRUE, "", &tokens, "\x83\x7C\x81\x43"));
     EXPECT_EQ((Texts{"\x83\x5C", ",\x83\x5C|", "x"}), ToVector(tokens));
-    const RECT none = {};
-    RECT rectangle;
-    WriteEntry("1\x83\x5C 2");
-    EXPECT_EQ(0u, m_profile.ZoIniFileRectangle("K", TRUE, &none, &rectangle));
-    EXPECT_EQ(std::tuple(1, 2, 0, 0), Fields(rectangle));
-
     char buffer[3];
     WriteEntry("a\x83\x5C");
     EXPECT_EQ(0u, m_profile.DoString("K", TRUE, "", buffer, sizeof buffer));
@@ -462,20 +417,17 @@ TEST_F(IniFile, ListsKeysBehindANamelessLineAsFarAsThereIsRoom)
 TEST_F(IniFile, MissingMemoryIsAStatus)
 {
     Write("[S]\r\nK=a,b,c,d,e,f\r\nL=1\r\n[T]\r\n");
-    const std::pair<Texts, DWORD (*)(CZoIniFile&, CStringArray&)> rows[] = {
-        {{"S", "T"}, [](CZoIniFile& profile, CStringArray& names) { return profile.EnumerateSections(&names); }},
-        {{"K", "L"}, [](CZoIniFile& profile, CStringArray& names) { return profile.EnumerateKeys(&names); }},
-        {{"a", "b", "c", "d", "e", "f"},
-         [](CZoIniFile& profile, CStringArray& names) { return profile.DoTokenString("K", TRUE, "", &names, ","); }},
-    };
-    for (const auto& [expected, fill] : rows) {
-        AllocationFaults faults;
-        RunFaultLoop(faults, [&, &expected = expected, &fill = fill](const FaultRun& run) {
-            CStringArray names;
-            const DWORD status = fill(m_profile, names);
-            run.Stop();
-            EXPECT_EQ(run.Fired() ? ZO_INI_OUT_OF_MEMORY : 0u, status);
-            EXPECT_EQ(run.Fired() ? Texts{} : expected, ToVector(names));
-        });
-    }
+    const Texts expected[] = {{"S", "T"}, {"K", "L"}, {"a", "b", "c", "d", "e", "f"}};
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        CStringArray lists[3];
+        const DWORD statuses[] = {m_profile.EnumerateSections(&lists[0]), m_profile.EnumerateKeys(&lists[1]),
+                                  m_profile.DoTokenString("K", TRUE, "", &lists[2], ",")};
+        run.Stop();
+        EXPECT_EQ(run.Fired(), (statuses[0] | statuses[1] | statuses[2]) != 0);
+        for (size_t i = 0; i < std::size(lists); ++i) {
+            EXPECT_EQ(statuses[i] != 0 ? ZO_INI_OUT_OF_MEMORY : 0u, statuses[i]);
+            EXPECT_EQ(statuses[i] != 0 ? Texts{} : expected[i], ToVector(lists[i]));
+        }
+    });
 }

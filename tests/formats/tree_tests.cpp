@@ -11,8 +11,6 @@ std::string g_destroyed; // names of the nodes, in the order of their end
 /// A node with a letter for a name, kept as its user type.
 struct Node : CZoTree {
     explicit Node(char name = '\0') { SetUserType(static_cast<BYTE>(name)); }
-    Node(const Node&) = default;
-    Node& operator=(const Node&) = default;
     ~Node() override { g_destroyed += NameOf(this); }
     using CZoTree::ClearData;
     static char NameOf(CZoTree* node) { return node != nullptr ? static_cast<char>(node->GetUserType()) : '0'; }
@@ -87,14 +85,10 @@ struct Looker : Node {
     const CZoTree* m_root;
     static inline size_t s_ends;
 };
-class TreeTest : public testing::Test {
-protected:
-    TreeTest() { g_destroyed.clear(); }
-};
 
 } // namespace
 
-TEST_F(TreeTest, StartsEmptyAndClearsAndCopiesAllMembers)
+TEST(Tree, StartsEmptyAndClearsAndCopiesAllMembers)
 {
     const auto expectMembers = [](Node& node, CZoTree* link, DWORD number) {
         for (const CZoTree* actual : {node.GetParent(), node.GetNext(), node.GetPrev(), node.GetChild()})
@@ -124,7 +118,7 @@ TEST_F(TreeTest, StartsEmptyAndClearsAndCopiesAllMembers)
                 &Node::SetUserData, &Node::GetUserData, &Node::ClearData);
 }
 
-TEST_F(TreeTest, InsertsAtEveryPlace)
+TEST(Tree, InsertsAtEveryPlace)
 {
     for (const std::string row : {"b2xabc", "b3abcx", "a4xabc", "b4axbc", "c4abxc", "a5axbc", "c5abcx"}) {
         SCOPED_TRACE(row); // where, position, outcome
@@ -160,7 +154,7 @@ TEST_F(TreeTest, InsertsAtEveryPlace)
     head->SetPrev(nullptr);
 }
 
-TEST_F(TreeTest, AddsChildrenAtTheHeadAndCallsBackForThem)
+TEST(Tree, AddsChildrenAtTheHeadAndCallsBackForThem)
 {
     Kin family("b");
     Notes notes = {"", 'a'};
@@ -180,8 +174,9 @@ TEST_F(TreeTest, AddsChildrenAtTheHeadAndCallsBackForThem)
     }
 }
 
-TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
+TEST(Tree, FreesChildrenFirstToLastWithTheirOwn)
 {
+    g_destroyed.clear();
     auto* family = new Kin("abc");
     family->Get('a')->AddOneChild(nullptr, nullptr, new Node('z'));
     family->Get('a')->GetChild()->AddOneChild(nullptr, nullptr, new Node('w'));
@@ -214,7 +209,7 @@ TEST_F(TreeTest, FreesChildrenFirstToLastWithTheirOwn)
     EXPECT_EQ(0u, other.FreeChildren()) << "not itself, and not for ever";
 }
 
-TEST_F(TreeTest, DestroysTreesOfAnyDepth)
+TEST(Tree, DestroysTreesOfAnyDepth)
 {
     const size_t depth = IsGuardHeapInstalled() ? 2000 : 200000; // whose blocks are pages
     Node root;
@@ -238,7 +233,7 @@ TEST_F(TreeTest, DestroysTreesOfAnyDepth)
     }
 }
 
-TEST_F(TreeTest, FindsEndsAndSiblings)
+TEST(Tree, FindsEndsAndSiblings)
 {
     Kin family("abc");
     CZoTree *a = family.Get('a'), *b = family.Get('b'), *c = family.Get('c');
@@ -255,7 +250,7 @@ TEST_F(TreeTest, FindsEndsAndSiblings)
     }
 }
 
-TEST_F(TreeTest, NoticesCircles)
+TEST(Tree, NoticesCircles)
 {
     constexpr int kNodes = 12;
     for (const auto& [set, find] : {std::pair{&CZoTree::SetPrev, &CZoTree::FindHead},
@@ -282,7 +277,7 @@ TEST_F(TreeTest, NoticesCircles)
     EXPECT_EQ("bca", notes.names) << "once round";
 }
 
-TEST_F(TreeTest, Enumerates)
+TEST(Tree, Enumerates)
 {
     Kin family("abc");
     CZoTree *b = family.Get('b'), *grandchild = new Node('g');
@@ -300,11 +295,12 @@ TEST_F(TreeTest, Enumerates)
     expect(&CZoTree::EnumPath, &family, ' ', "0");
     expect(&CZoTree::EnumPath, grandchild, ' ', "0Pb");
     expect(&CZoTree::EnumPath, grandchild, 'P', "0P");
+    g_destroyed.clear();
     EXPECT_EQ(0u, family.EnumChildren(&FreeIt, &family));
     EXPECT_EQ("abgc", g_destroyed) << "a callback may destroy its node";
 }
 
-TEST_F(TreeTest, MissingMemoryEndsAPathBeforeTheFirstCall)
+TEST(Tree, MissingMemoryEndsAPathBeforeTheFirstCall)
 {
     std::array<Node, 100> chain;
     for (size_t i = 1; i < chain.size(); ++i)
@@ -319,7 +315,7 @@ TEST_F(TreeTest, MissingMemoryEndsAPathBeforeTheFirstCall)
     });
 }
 
-TEST_F(TreeTest, SortsByTheCodesOfTheCallback)
+TEST(Tree, SortsByTheCodesOfTheCallback)
 {
     const std::string quiet = "ab cd "; // a whole pass over "abcde" in which nothing changes
     const auto expect = [](std::vector<int> codes, DWORD result, const std::string& pairs) {
