@@ -80,14 +80,10 @@ TEST_F(InstalledModules, CanBeSwitchedOffButNotOn)
         BOOL on;
         DWORD after;
     } rows[] = {
-        {ZO_MODULE_TELE, "TELEBrixel", 3, FALSE, 0},
-        {ZO_MODULE_TELE, "telebrixel", 1, TRUE, 15},
-        {ZO_MODULE_TELE, "TELEBrixel", 14, TRUE, 14},
-        {ZO_MODULE_VIDEO, "VIDEOBrixel", 5, TRUE, 1},
-        {ZO_MODULE_FAX, "FAX32Brixel", 1, TRUE, 15},
-        {ZO_MODULE_VIEW, "VIEWBrixel", 9, TRUE, 1},
-        {ZO_MODULE_DATA, "DATABrixel", 1, TRUE, 7},
-        {ZO_MODULE_DATA, "VIEWBrixel", 9, FALSE, 9},
+        {ZO_MODULE_TELE, "TELEBrixel", 3, FALSE, 0},  {ZO_MODULE_TELE, "telebrixel", 1, TRUE, 15},
+        {ZO_MODULE_TELE, "TELEBrixel", 14, TRUE, 14}, {ZO_MODULE_VIDEO, "VIDEOBrixel", 5, TRUE, 1},
+        {ZO_MODULE_FAX, "FAX32Brixel", 1, TRUE, 15},  {ZO_MODULE_VIEW, "VIEWBrixel", 9, TRUE, 1},
+        {ZO_MODULE_DATA, "DATABrixel", 1, TRUE, 7},   {ZO_MODULE_DATA, "VIEWBrixel", 9, FALSE, 9},
         {12345, "VIEWBrixel", 9, FALSE, 9},
     };
     for (const auto& row : rows) {
