@@ -2,7 +2,7 @@
 
 #include <zogbl/global_config.h>
 
-#include "product/registered_product.h"
+#include "support/registered_product.h"
 #include "support/test.h"
 
 namespace {

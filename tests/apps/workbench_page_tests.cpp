@@ -2,7 +2,7 @@
 #include "location_page.h"
 #include "mailbox_page.h"
 
-#include "product/product_test.h"
+#include "support/product_test.h"
 
 #include <zogbl/location_item.h>
 

@@ -1,6 +1,6 @@
 #include <zogbl/operating_system.h>
 
-#include "product/registered_product.h"
+#include "support/registered_product.h"
 #include "support/test.h"
 
 using System = CZoGlobalOperatingSystem;

@@ -1,6 +1,6 @@
 #include "trace_fixture.h"
 
-#include "product/registered_product.h"
+#include "support/registered_product.h"
 
 #include <clocale>
 

@@ -1,5 +1,5 @@
 // The about box and, from it, the settings of the trace: by clicks and keys.
-#include "product/product_test.h"
+#include "support/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/about_dialog.h>

@@ -2,7 +2,7 @@
 /// An application with document types, beside the tests' own.
 #pragma once
 
-#include "product/product_test.h"
+#include "support/product_test.h"
 
 namespace zo_test {
 

@@ -1,5 +1,5 @@
 // The suite's message box, driven by keys and clicks.
-#include "product/product_test.h"
+#include "support/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/message_box.h>

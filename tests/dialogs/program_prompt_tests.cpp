@@ -1,5 +1,5 @@
 // The question for a program, as a real window.
-#include "product/product_test.h"
+#include "support/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/resource_ids.h>

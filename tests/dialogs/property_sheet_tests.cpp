@@ -1,5 +1,5 @@
 // Sheets of pages, driven by keys and clicks.
-#include "product/product_test.h"
+#include "support/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/property_sheet.h>

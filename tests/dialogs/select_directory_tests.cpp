@@ -1,5 +1,5 @@
 // The folder picker, driven as a person would.
-#include "product/product_test.h"
+#include "support/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/global_error.h>

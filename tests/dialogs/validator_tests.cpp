@@ -1,5 +1,5 @@
 // Checks of dialog data, in a dialog that is shown.
-#include "product/product_test.h"
+#include "support/product_test.h"
 #include "support/test.h"
 
 #include <zogbl/validators.h>

@@ -1,5 +1,5 @@
 // Hosts that are no test programs: they have no application object and do not start the framework.
-#include "product/registered_product.h"
+#include "support/registered_product.h"
 #include "support/test.h"
 
 TEST(Host, NeedsNoApplicationObject)

@@ -14,7 +14,6 @@
 #include "support/mutation.h"
 #include "support/process_counts.h"
 #include "support/sentinel_buffer.h"
-#include "support/stop_at_write.h"
 #include "support/telling_app.h"
 #include "support/unique_names.h"
 #include "support/virtual_slots.h"

@@ -1,6 +1,6 @@
 #include <zogbl/mailboxes.h>
 
-#include "product/registered_product.h"
+#include "support/registered_product.h"
 #include "support/test.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <zogbl/tool_file.h>
 
-#include "product/product_test.h"
+#include "support/product_test.h"
 
 #include <afxcoll.h>
 

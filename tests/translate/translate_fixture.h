@@ -2,7 +2,7 @@
 /// Translation files made by hand, and what an object holds, for comparison.
 #pragma once
 
-#include "product/product_test.h"
+#include "support/product_test.h"
 
 #include <zogbl/translate.h>
 

@@ -8,7 +8,7 @@
 #include <zogbl/resource_ids.h>
 
 #include "frame/language/language_window_table.h"
-#include "product/product_test.h"
+#include "support/product_test.h"
 
 constexpr DWORD kJapanese = 0x0411;
 constexpr DWORD kTurkish = 0x041F; // without a library

@@ -2,7 +2,7 @@
 /// The tests' template libraries, and what they tell.
 #pragma once
 
-#include "product/registered_product.h"
+#include "support/registered_product.h"
 #include "support/test.h"
 
 namespace zo_test {

@@ -1,5 +1,5 @@
 // Locale entries and their list.
-#include "product/product_test.h"
+#include "support/product_test.h"
 
 #include <zogbl/flag_lcid.h>
 

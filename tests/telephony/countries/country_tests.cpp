@@ -1,4 +1,4 @@
-#include "product/product_test.h"
+#include "support/product_test.h"
 
 #include <zogbl/country_code.h>
 #include <zogbl/flag_lcid.h>

@@ -2,7 +2,7 @@
 #include <zogbl/location_item.h>
 
 #include "support/test.h"
-#include "tapi_fixture.h"
+#include "telephony/lines/tapi_fixture.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 /// What most tests with texts stand on: the product is registered, its language library loaded, and a folder is there.
 #pragma once
 
-#include "product/registered_product.h"
+#include "support/registered_product.h"
 #include "support/test.h"
 
 #include <zogbl/dialog.h>

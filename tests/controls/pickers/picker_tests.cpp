@@ -1,5 +1,5 @@
 // The pickers for countries and locales, in real windows.
-#include "product/product_test.h"
+#include "support/product_test.h"
 
 #include <zogbl/country_box.h>
 #include <zogbl/flag_lcid_box.h>

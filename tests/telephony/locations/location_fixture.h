@@ -4,7 +4,7 @@
 
 #include <zogbl/location_item.h>
 
-#include "product/registered_product.h"
+#include "support/registered_product.h"
 #include "support/test.h"
 
 namespace zo_test {
