@@ -29,6 +29,9 @@ enum MAILBOXFOLDER {
 ///     HKEY_LOCAL_MACHINE\<root key of the product>\MailBoxes            UserDefault
 ///     HKEY_LOCAL_MACHINE\<root key of the product>\MailBoxes\00000012   Name
 ///
+/// On a system with named mutexes, Load and Write of the programs of one session never overlap. But if two programs
+/// load, change and write, the one that writes last wins: the other's change is lost.
+///
 /// The list owns its records; a record's address is valid until the record is removed or the list is loaded again.
 /// Nothing is thrown.
 class ZOGBL_API CZoRegMailBoxes : public CObject {

@@ -11,9 +11,9 @@
 #endif
 #include <tapi.h>
 
-/// Codes that GetLastTAPIError gives. Each row: the style (GetLastTAPIErrorFlags), the style of the message box if it
-/// is another one, the cause. Unless the object is silent, a box tells the user. Its text is the string 20553 minus the
-/// code.
+/// Codes that GetLastTAPIError gives. Each row gives: the style that GetLastTAPIErrorFlags returns; "box" and the style
+/// of the message box, if different; the cause. Unless the object is silent, a box tells the user. Its text is string
+/// number (20553 - code).
 constexpr DWORD ZOTAPI_ERROR_NONE = 0;
 constexpr DWORD ZOTAPI_ERROR_REINIT = 1; ///< 0x10; LINEERR_REINIT from lineInitialize, and again 5 seconds later
 constexpr DWORD ZOTAPI_ERROR_CALLINPROGRESS = 2;         ///< 0x10; GrabThePort while a call is in progress
@@ -79,8 +79,9 @@ constexpr LONG WAITERR_WAITTIMEDOUT = 2;
 /// The debugger gets one text for each state. The last error is kept, as a code and a message-box style, until it is
 /// asked for. Nothing is thrown; without memory the code is ZOTAPI_ERROR_NOMEM.
 ///
-/// A copy has the values of all members. If the object is initialised, only one of the copies may be used and destroyed
-/// as initialised.
+/// A copy has the values of all members, but the service knows an initialised object by its address. So of such an
+/// object and its copies use only the object itself, and set m_hLineApp of the copies to 0 before they are destroyed.
+/// Shut an object down (ShutdownTAPI) before you assign another one to it.
 class ZOGBL_API CZoTAPIInterface {
 public:
     /// \param hMainWnd, hDialogWnd the program's main window, and the owner of boxes and dialogs; a handle of no window
@@ -127,21 +128,26 @@ public:
     /// wait ends. \return TRUE
     virtual BOOL HangupCall();
 
-    // Events. Each takes the arguments of the service's callback.
+    // Events. Each takes the arguments of the service's callback. An override must call the base's operation: waits end
+    // by what it stores.
 
     /// Stores the result of the request that a wait is for.
     virtual void DoLineReply(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                              DWORD_PTR dwParam2, DWORD_PTR dwParam3);
-    /// The service closed a line (22). Forgets the call and the line that GrabThePort opened, whichever line \p hDevice
-    /// is; if there is no such line, the answer line. Prescribed. The call stays in progress until ShutdownTAPI, or
-    /// until a waiting HangupCall ends.
+    /// The service closed a line: the last error becomes ZOTAPI_ERROR_LINECLOSED. Always forgets the call. Also forgets
+    /// the line that GrabThePort opened or, if there is none, the answer line. \p hDevice is not looked at. Prescribed.
+    /// The call stays in progress until ShutdownTAPI, or until a waiting HangupCall ends.
     virtual void DoLineClose(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                              DWORD_PTR dwParam2, DWORD_PTR dwParam3);
     /// Hangs up if the device is disconnected, out of service or under maintenance. Shuts down if the service asks for
     /// a new start; if it asks for a soft one, the event that it names is handled.
     virtual void DoLineDevState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                                 DWORD_PTR dwParam2, DWORD_PTR dwParam3);
-    /// Stores the state. With the owner's privilege stores the call, too; with another privilege does no more.
+    /// Stores the state. What else it does depends on \p dwParam3, this program's privilege for the call:
+    ///   0                        unchanged: acts on the state
+    ///   LINECALLPRIVILEGE_OWNER  stores the call, then acts on the state
+    ///   any other                nothing
+    /// It acts on these states:
     ///   connected                                      gets the port into m_hComm
     ///   busy, special information, disconnected, idle  hangs up
     virtual void DoLineCallState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
@@ -149,7 +155,8 @@ public:
     /// Counts a new device: m_dwNumDevs becomes at least its ID plus 1.
     virtual void DoLineCreate(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                               DWORD_PTR dwParam2, DWORD_PTR dwParam3);
-    /// Reads who calls, if that changed for the current call and only the answer line is open.
+    /// If the caller's identity of the current call changed, reads it; but only while the answer line is open and no
+    /// line of GrabThePort is.
     virtual void DoLineCallInfo(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCallbackInstance, DWORD_PTR dwParam1,
                                 DWORD_PTR dwParam2, DWORD_PTR dwParam3);
 
@@ -235,7 +242,7 @@ protected:
     /// Waits for a call state; if \p dwCallState is 0, for any change.
     /// \return
     ///   0                     the state has come; at once if the call has it
-    ///   WAITERR_WAITABORTED   see above
+    ///   WAITERR_WAITABORTED   the wait was aborted (the reasons stand at the class)
     ///   WAITERR_WAITTIMEDOUT  30 seconds have passed
     LONG WaitForCallState(DWORD dwCallState);
     /// Reads the caller's number and name. Both are "**BLOCKED**" if they are withheld.
@@ -253,7 +260,8 @@ public:
     BOOL m_bShuttingDown;     ///< within ShutdownTAPI
     BOOL m_bHangingUp;        ///< within HangupCall
     BOOL m_bInitializing;     ///< within InitializeTAPI
-    BOOL m_bCallInProgress;   ///< from GrabThePort, or who answers, to HangupCall or ShutdownTAPI; FALSE ends waits
+    BOOL m_bCallInProgress;   ///< set by GrabThePort, or by a derived class that answers; cleared by HangupCall and
+                              ///< ShutdownTAPI, which ends waits
     BOOL m_bSilent;           ///< shows no box
     HCALL m_hCall;            ///< the call, or 0
     HLINE m_hLine;            ///< opened by GrabThePort, or 0

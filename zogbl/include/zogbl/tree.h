@@ -42,8 +42,8 @@ constexpr int ZO_SORT_CHANGED_PAST_FIRST = 5;
 /// A node owns its children and destroys them at its end. It does not take itself out of its own list, so destroy a
 /// linked node through its parent (FreeChild). The node is destroyed before its children; these go from the first to
 /// the last, each with everything below it. A deep tree takes no more stack for this, unless a derived destructor frees
-/// children itself. While a derived destructor runs, its node's children still exist, and the parents above lead to the
-/// node that frees, never to a destroyed one.
+/// children itself. While a derived destructor runs, its node's children still exist, and its parent links lead up to
+/// the node whose children are being freed; none leads to a destroyed node.
 ///
 /// The tree sets a parent only in FreeChild. Whoever adds a node calls SetParent. Otherwise FindRoot and EnumPath end
 /// at that node, and inserting at a head cannot correct the parent's first child.
@@ -52,8 +52,8 @@ constexpr int ZO_SORT_CHANGED_PAST_FIRST = 5;
 class ZOGBL_API CZoTree {
 public:
     CZoTree() = default; ///< no links, everything 0
-    /// A copy has the same links, values and data. The children then have two owners: before their end, all owners but
-    /// one must give them up (SetChild).
+    /// A copy has the same links, values and data. Both then own the children. Before they are destroyed, call
+    /// SetChild(nullptr) on all copies but one.
     CZoTree(const CZoTree&) = default;
     CZoTree& operator=(const CZoTree&) = default;
     virtual ~CZoTree(); ///< FreeChildren
@@ -66,8 +66,9 @@ public:
     /// Links \p item, which must be in no list, into the list of \p where. The parent link of \p item is not changed.
     ///   - ZO_INSERT_HEAD: \p item becomes the first child of the old head's parent.
     ///   - Before the first child of a parent: \p item becomes the first child.
-    ///   - If this node itself is the head or tail in question, \p item only loses its links, as is prescribed.
-    ///   - An item that stands at that place already stays.
+    ///   - ZO_INSERT_HEAD, ZO_INSERT_TAIL: if the head (tail) of that list is this node, the one whose InsertItem is
+    ///     called, \p item is not inserted: its next and previous links become null. Prescribed.
+    ///   - If \p item is already at that place, nothing changes.
     /// \param position a ZO_INSERT_ place
     /// \return 0; ZoErrBadData if \p item or \p where is null, they are the same, or there is no such place
     virtual DWORD InsertItem(CZoTree* item, CZoTree* where, DWORD position);
@@ -87,7 +88,8 @@ public:
     /// \return the callback's result, 0 without a callback; ZoErrBadData, with nothing done, if \p child is this node
     /// or already its first child
     virtual DWORD AddOneChild(ZoTreeEnumProc callback, void* data, CZoTree* child);
-    /// Calls back for this node; the callback adds the children. \return its result, 0 without a callback
+    /// Calls back for this node; the callback adds the children. (The spelling is prescribed.)
+    /// \return the callback's result, 0 without a callback
     virtual DWORD AddAllChilren(ZoTreeEnumProc callback, void* data);
     /// Takes a child out of the list and destroys it. A node that is not in the list is destroyed, too. Null and this
     /// node stay as they are. \return 0
@@ -119,13 +121,12 @@ public:
 
     /// The end of the links: the first node of this node's list, the last one, the topmost parent. \p callback is
     /// called for it before the return. If the links lead round in a circle, there is no end: \p callback is not
-    /// called, and the result is a node of the circle. If this node belongs to it, that is the node before this one.
+    /// called, and the result is a node of the circle: if this node is in it, the one whose link leads to this node.
     CZoTree* FindHead(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
     CZoTree* FindTail(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
     CZoTree* FindRoot(ZoTreeEnumProc callback = nullptr, void* data = nullptr);
 
-    /// Whether \p node is in this node's list. The head of the list does not count, whichever node is asked. FALSE for
-    /// null.
+    /// Whether \p node is in this node's list. FALSE for null, and FALSE also if \p node is the head of the list.
     BOOL IsSibling(const CZoTree* node);
     /// Whether \p node is a child of this node. FALSE for null.
     BOOL IsChild(const CZoTree* node);
