@@ -109,5 +109,6 @@ ZOGBL_API void GetCountryPhoneCode(WORD countryIndex, CString& code);
 /// The dialing prefix of the first country with that country index. \return FALSE, with \p prefix unchanged, if it is
 /// unknown
 ZOGBL_API BOOL GetCountryPrefix(WORD countryIndex, UINT& prefix);
-/// The same of the first country whose telephone country code has exactly that decimal text: "044" is not 44.
+/// The same of the first country, in name order, whose telephone country code has exactly that decimal text: "044" is
+/// not 44. Which one is first depends on the language: "242" is the code of two countries with different prefixes.
 ZOGBL_API BOOL GetCountryPrefix(const CString& code, UINT& prefix);

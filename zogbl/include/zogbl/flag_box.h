@@ -14,11 +14,11 @@ public:
     CZoFlagBitmap(const CZoFlagBitmap&) = delete;
     CZoFlagBitmap& operator=(const CZoFlagBitmap&) = delete;
 
-    /// Loads bitmap 24530, 8 by 27 cells, unless that has been done.
+    /// Loads bitmap 24530 (8 columns, 27 rows) at the first call.
     /// \return FALSE, with nothing to draw: there is no language library or no memory. A later call tries again
     BOOL Load();
     SIZE GetCellSize() const { return m_cell; } ///< in pixels; 16 by 16 until it is loaded
-    /// Draws the flag of a cell, 0 to 215. A higher number draws cell 0.
+    /// Draws a cell. The bitmap has 216 cells; flags are in 0 to 211. A number above 215 draws cell 0.
     void Draw(HDC dc, int left, int top, UINT flagIndex) const;
 
 private:
@@ -71,14 +71,17 @@ private:
 /// A sorted box of items with flags, made from CComboBox or CListBox. Its items are objects, not texts: CB_ADDSTRING or
 /// LB_ADDSTRING takes an object's address, which becomes the item's data.
 ///
-///   - Create it without text. It is then owner-drawn and sorted, and keeps the names as its texts for screen readers.
-///   - In a dialog: give it the styles OWNERDRAWFIXED, SORT and HASSTRINGS.
+///   - The box is owner-drawn and sorted, and keeps the names as its texts for screen readers. Create adds the styles
+///     for that; a dialog template must have them (country_box.h has an example):
+///       combo box  CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_SORT | CBS_HASSTRINGS
+///       list box   LBS_NOTIFY | LBS_OWNERDRAWFIXED | LBS_SORT | LBS_HASSTRINGS
+///     CBS_DROPDOWNLIST and LBS_NOTIFY are the caller's own: with them the parent hears of what typing selects.
 ///   - The typed text is forgotten when the box loses the focus, and with a click or a key that moves the selection.
 ///   - The message CZoLanguageSupport::GetUpdateMessage() makes the box take the names of the new language. CZoDialog
 ///     sends it to its controls; other windows must do so themselves.
-///
-/// Every member but SelectFirst is defined in the library: a member with a body in the class, or made by the compiler,
-/// would not be exported.
+//
+// Every member but SelectFirst is defined in the library: a member with a body in the class, or made by the compiler,
+// would not be exported.
 template <class BOX> class ZOGBL_API CZoFlagControl : public BOX {
 public:
     CZoFlagControl();
@@ -99,9 +102,10 @@ public:
 
 protected:
     virtual ZoFlagItem Describe(const void* data) const = 0; ///< of the item with that data
-    /// Text at the right edge of an item; empty, as it comes: none.
+    /// The text at the right edge of an item. \p text is empty when this is called; leave it empty to show none.
     virtual void DescribeRight(const void* data, char (&text)[16]) const;
-    /// An item's name in Unicode, drawn in place of Describe's; empty, as it comes: none.
+    /// The item's name in Unicode. If it is not empty and the system can draw it, it is drawn instead of the name from
+    /// Describe. \p name is empty when this is called; leave it empty to have none.
     virtual void DescribeWide(const void* data, WCHAR (&name)[ZO_WIDE_NAME_SIZE]) const;
     /// Called when another language was loaded. The base does nothing.
     virtual void FollowLanguage();
