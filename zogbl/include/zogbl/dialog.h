@@ -10,7 +10,7 @@
 /// texts follow a change of language while it is open.
 class ZOGBL_API CZoDialog : public CDialog {
 public:
-    /// \param templateId looked for in the framework's resource chain first, then in the language library
+    /// \param templateId looked for as ZoGblFindResourceModule says
     /// \param parent null: the main window of the thread
     explicit CZoDialog(UINT templateId, CWnd* parent = nullptr);
     ~CZoDialog() override;

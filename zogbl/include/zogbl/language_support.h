@@ -57,8 +57,24 @@ public:
     BOOL Create();
 
     /// The number of the registered message "ZoBrixelLanguageUpdate". It is posted to the application's main window,
-    /// without parameters, after another language has been loaded. The application then loads its texts again;
-    /// CZoDialog::ReloadOpenDialogs does it for open dialogs.
+    /// without parameters, after another language has been loaded. The window then loads its texts again:
+    ///
+    ///     const UINT s_languageMessage = CZoLanguageSupport::GetUpdateMessage();
+    ///
+    ///     BEGIN_MESSAGE_MAP(CMainWindow, CZoFrameWnd)
+    ///         ON_REGISTERED_MESSAGE(s_languageMessage, OnLanguageUpdate)
+    ///     END_MESSAGE_MAP()
+    ///
+    ///     LRESULT CMainWindow::OnLanguageUpdate(WPARAM, LPARAM)
+    ///     {
+    ///         ReloadTexts();                               // the window's own: title, menu, ...
+    ///         m_countryBox.SendMessage(s_languageMessage); // each country picker that is in no CZoDialog or sheet
+    ///         CZoDialog::ReloadOpenDialogs();
+    ///         return 0;
+    ///     }
+    ///
+    /// Dialogs and pages that derive from CZoDialog and CZoPropertyPage take their texts from the templates again, and
+    /// pass the message on to their controls. Texts set at run time are renewed by an override of ReloadTexts.
     static UINT GetUpdateMessage();
 
     /// Writes the chosen language for every installed module, below "\Languages" of the module's key for the version of

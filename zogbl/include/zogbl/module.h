@@ -9,10 +9,23 @@
 ///                       the framework by AfxWinMain or AfxWinInit; a host without one calls neither.
 ///   message loop        to follow a change of language that another program makes
 ///
+/// A host ships these beside its program:
+///   ZOGBLBRX.DLL, ZOAFX.DLL, ZOMFXBRX.DLL, ZOMUSCRL.DLL
+///   ZOGBL<language>.DLL              for each language that it registers
+///   the compiler's run-time libraries, with the licences that NOTICES.md names:
+///     libstdc++-6.dll, libwinpthread-1.dll, libgcc_s_dw2-1.dll (64 bits: libgcc_s_seh-1.dll)
+/// Never the TAPI32.DLL of the simulated telephony: it would be loaded in place of the machine's own.
+///
 /// Libraries are loaded by name: language libraries, plug-ins, TAPI32.DLL. The system searches the current folder, too.
 /// On systems that have it, a host calls SetDllDirectory("") first, so that nobody can put a false library there.
 /// ZOMUSCRL.DLL is loaded earlier, before the host's first statement: keep it beside the program, which is searched
 /// first.
+///
+/// In DllMain, and in constructors of a library's global objects, the system allows little. There call only
+/// ZoGblGetInstanceHandle, ZoGblGetLanguageDLL, ZoGblGetLanguageLCID and ZoGblGetLocalTime, and for message maps
+/// CZoLanguageSupport::GetUpdateMessage and CZoTrace::GetNotifyMessage. Other calls may load libraries, make windows or
+/// wait for other processes: the process can hang. A plug-in's DllMain registers it with the framework, no more
+/// (CZoTemplateDLLModule). A global CZoModuleLanguage is allowed: its constructor does nothing.
 #pragma once
 
 #include <zogbl/export.h>

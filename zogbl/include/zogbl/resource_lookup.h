@@ -6,8 +6,9 @@
 
 #include <afxwin.h>
 
-/// The module that holds a resource. The framework's resource chain is searched first, then the loaded language
-/// library. So a host can override a text and need not insert the language library into the chain itself.
+/// The module that holds a resource. Searched: the framework's resource chain, in the order told at CZoModuleLanguage;
+/// its last link is the loaded language library. So a host can override a text and need not insert the language library
+/// into the chain itself.
 /// \return the framework's resource handle if no module has it: loading from it then fails in the usual way
 ZOGBL_API HINSTANCE ZoGblFindResourceModule(LPCSTR name, LPCSTR type);
 

@@ -13,9 +13,10 @@ using CZoNoviceBarInfoArray = CTypedPtrArray<CPtrArray, ZoNoviceBarInfo*>;
 /// Loads a template library and calls its entry points.
 ///
 /// The library is an extension library of the framework: it calls AfxInitExtensionModule when it is attached, and makes
-/// a CDynLinkLibrary if it brings resources. Texts in the user's language it loads with CZoModuleLanguage. It must be
-/// built with the host's compiler, because framework objects, run-time classes and exceptions pass between the two; any
-/// other library may end the host. The entry points are exported functions with C names and the C calling convention:
+/// a CDynLinkLibrary if it brings resources. Its DllMain does no more. If it has texts in the user's language, its
+/// InitializeTemplateDLL loads their library with CZoModuleLanguage. It must be built with the host's compiler, because
+/// framework objects, run-time classes and exceptions pass between the two; any other library may end the host. The
+/// entry points are exported functions with C names and the C calling convention:
 ///
 /// | name                    | operation                     |
 /// | ----------------------- | ----------------------------- |
