@@ -1,10 +1,12 @@
 """Checks that the rooms of zogbl/ form a house: a room includes rooms below it, and none above.
 
 A room is a folder of zogbl/; rooms stand from the ground up in the order in which zogbl/CMakeLists.txt lists their sources.
-A public header belongs to the room of the source of the same name.
+A public header belongs to the room of the source of the same name. docs/architecture.md tells which rooms each one
+includes.
 
-    check_rooms.py TREE     checks the tree, and names each line that includes something higher up
-    check_rooms.py --self-test TREE     checks that it notices such a line
+    check_rooms.py TREE     checks the tree, and names each line that includes something higher up, and each row of the
+                            page that is not true
+    check_rooms.py --self-test TREE     checks that it notices such lines and rows
 """
 
 import re
@@ -25,13 +27,31 @@ def rooms_of(library):
     return list(dict.fromkeys(sources))
 
 
-def check(library):
-    """\return a line of text for each include that leads upwards, and for each file without a room."""
-    height = {room: i for i, room in enumerate([*rooms_of(library), "families"])}
+def check_table(page, rooms, included):
+    """\return a line of text for each row of the page's table that is not what the rooms include."""
+    true = {f"{i:6} {room:<23}" + "".join("  ■" if (room, other) in included else "   " for other in rooms)
+            for i, room in enumerate(rooms, 1)}
+    true = {row.rstrip() for row in true}
+    faults = []
+    for number, line in enumerate(page.read_text(encoding="utf-8").splitlines(), 1):
+        if line in true:
+            true.remove(line)
+        elif re.fullmatch(r" {4,5}\d+ [a-z]+(/[a-z]+)?[ ■]*", line):
+            faults.append(f"{page}:{number}: this row is not true: {line}")
+    return faults + [f"{page}: this row is missing: {row}" for row in sorted(true)]
+
+
+def check(tree):
+    """\return a line of text for each include that leads upwards, for each file without a room, and for each row of
+    the page that is not true."""
+    library = tree / "zogbl"
+    rooms = rooms_of(library)
+    height = {room: i for i, room in enumerate([*rooms, "families"])}
     public = library / "include" / "zogbl"
     room_of = {}
     stems = dict(HEADERS)
     faults = []
+    included = set()
     for path in sorted(library.rglob("*.cpp")) + sorted(library.rglob("*.h")):
         if public in path.parents:
             continue
@@ -54,26 +74,34 @@ def check(library):
             target = stems.get(Path(match[1] or match[2]).name, room)
             if height.get(target, 0) > height.get(room, 0):
                 faults.append(f"{path}:{number}: {room} stands below {target}: {line}")
-    return faults
+            elif target != room:
+                included.add((room, target))
+    return faults + check_table(tree / "docs" / "architecture.md", rooms, included)
 
 
-def self_test(library):
+def self_test(tree):
     with tempfile.TemporaryDirectory() as folder:
         copy = Path(folder) / "zogbl"
-        shutil.copytree(library, copy)
+        shutil.copytree(tree / "zogbl", copy)
+        page = Path(folder) / "docs" / "architecture.md"
+        page.parent.mkdir()
+        text = (tree / "docs" / "architecture.md").read_text(encoding="utf-8")
+        page.write_text(text.replace("  ■", "   ", 1), encoding="utf-8")
         source = next((copy / rooms_of(copy)[0]).glob("*.cpp"))
         number = source.read_text().count("\n") + 1
         source.write_text(source.read_text() + "#include <zogbl/tool_sheet.h>\n")
         (copy / "attic").mkdir()
         (copy / "attic" / "lost.cpp").write_text("")
         (source.parent / "trace.h").write_text("")
-        faults = check(copy)
-    if len(faults) != 3 or not any(f.startswith(f"{source}:{number}:") for f in faults):
+        faults = check(Path(folder))
+    row = text[:text.index("  ■")].count("\n") + 1
+    named = [f"{source}:{number}:", f"{page}:{row}:", f"{page}: this row is missing"]
+    if len(faults) != 5 or not all(any(f.startswith(start) for f in faults) for start in named):
         sys.exit(f"the check does not notice what it should: {faults}")
 
 
 if __name__ == "__main__":
     if sys.argv[1] == "--self-test":
-        self_test(Path(sys.argv[2]) / "zogbl")
+        self_test(Path(sys.argv[2]))
     else:
-        sys.exit("\n".join(check(Path(sys.argv[1]) / "zogbl")) or 0)
+        sys.exit("\n".join(check(Path(sys.argv[1]))) or 0)
