@@ -23,8 +23,8 @@ function(zo_add_test_run name environment program)
     COMMAND ${ZO_RUN_WINDOWS} ${CMAKE_BINARY_DIR} ${ZO_ARCH} ${prefix}
             ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${program}_${family}.exe --environment=${ZO_ARCH}.${environment}
             --watchdog=${ZO_WATCHDOG_TIMEOUT} --gtest_brief=1 ${ARGN})
-  # Programs of one prefix run in a row, the rows side by side. That of Windows 10 is the longest, since loops of faults
-  # run there and nowhere else; one that began last would be waited for.
+  # Programs of one prefix run in a row, the rows side by side. That of Windows 10 is the longest, since the long loops
+  # of faults run there and nowhere else; one that began last would be waited for.
   set(cost 0)
   if(prefix MATCHES "^win10(-guard-heap)?$")
     set(cost 1000)
