@@ -550,7 +550,8 @@ LONG WINAPI lineTranslateDialog(HLINEAPP app, DWORD device, DWORD version, HWND 
     return Invoke("lineTranslateDialog", [&](Invocation& call) {
         call.Begin(
             Format("app=%#lx, device=%lu, version=%#lx, address=%s", app, device, version, Quoted(address).c_str()));
-        call.RequireApp(app);
+        if (app != 0) // a program may show the dialog before it has called lineInitialize
+            call.RequireApp(app);
         call.RequireDevice(device);
         call.Require(version >= telsim::kLowestVersion && version <= telsim::kHighestVersion,
                      LINEERR_INCOMPATIBLEAPIVERSION, Format("version %#lx", version));
