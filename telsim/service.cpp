@@ -169,9 +169,6 @@ LONG Service::StartRequest(HLINE line, const Rule* rule, std::function<LONG()> c
 
 void Service::Reply(HLINE line, LONG request, const std::function<LONG()>& complete)
 {
-    // When a line is closed, its replies are no longer wanted.
-    if (lines.Find(line) == nullptr)
-        return;
     const LONG result = complete();
     const Line& opened = *lines.Find(line);
     apps.Find(opened.app)

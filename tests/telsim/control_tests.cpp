@@ -48,7 +48,7 @@ TEST_F(Control, FailsTheCallsThatItIsToldTo)
 
 TEST_F(Control, DecidesWhenRepliesComeAndWhatTheySay)
 {
-    const auto replied = [&] { return !p.events.empty() && p.events.front().message == LINE_REPLY; };
+    const auto replied = [&] { return !p.events.empty() && p.events.front()[kMessage] == LINE_REPLY; };
 
     ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_FAIL_REPLY, LINEERR_CALLUNAVAIL));
     EXPECT_EQ(Error(LINEERR_CALLUNAVAIL), p.Reply(p.MakeCall()));
@@ -93,6 +93,9 @@ TEST_F(Control, SpoilsRecords)
     constexpr DWORD kSize = 1264;
     Buffer<LINEDEVCAPS> good(kSize);
     ASSERT_EQ(0, lineGetDevCaps(p.app, kNoPort, kVersion, 0, good.Get()));
+    EXPECT_EQ("Simulated Modem 2", good.Text(good->dwLineNameSize, good->dwLineNameOffset));
+    EXPECT_EQ("SOFTWARE\\Zo,Inc.\\Simulated Modem\\0001",
+              good.Text(good->dwDevSpecificSize - 8, good->dwDevSpecificOffset + 8));
     const DWORD used = good->dwUsedSize;
     const struct {
         DWORD action;
@@ -143,13 +146,13 @@ TEST_F(Control, FiresEvents)
     EXPECT_FALSE(p.telsim.CloseLine(p.line));
     p.PumpAll();
     EXPECT_EQ((std::vector<Event>{
-                  {p.line, LINE_LINEDEVSTATE, kInstance, {LINEDEVSTATE_OUTOFSERVICE, 1, 2}},
-                  {0, LINE_LINEDEVSTATE, 0, {LINEDEVSTATE_REINIT, LINE_CREATE, 5}},
-                  {0, LINE_CREATE, 0, {2, 0, 0}},
-                  {p.call, LINE_CALLSTATE, kInstance, {LINECALLSTATE_ONHOLD, 0, LINECALLPRIVILEGE_MONITOR}},
-                  {0x77, LINE_CALLSTATE, 5, {1, 2, 3}},
-                  {p.call, LINE_CALLINFO, kInstance, {1, 2, 3}},
-                  {p.line, LINE_CLOSE, kInstance, {0, 0, 0}},
+                  {p.line, LINE_LINEDEVSTATE, kInstance, LINEDEVSTATE_OUTOFSERVICE, 1, 2},
+                  {0, LINE_LINEDEVSTATE, 0, LINEDEVSTATE_REINIT, LINE_CREATE, 5},
+                  {0, LINE_CREATE, 0, 2, 0, 0},
+                  {p.call, LINE_CALLSTATE, kInstance, LINECALLSTATE_ONHOLD, 0, LINECALLPRIVILEGE_MONITOR},
+                  {0x77, LINE_CALLSTATE, 5, 1, 2, 3},
+                  {p.call, LINE_CALLINFO, kInstance, 1, 2, 3},
+                  {p.line, LINE_CLOSE, kInstance, 0, 0, 0},
               }),
               p.events);
     EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_CALL_HANDLES)) << "gone with the line";
@@ -213,12 +216,17 @@ TEST_F(Control, SetsLinesByTheKeysOfTheFile)
     Buffer<LINEADDRESSCAPS> address(1204);
     ASSERT_EQ(0, lineGetAddressCaps(p.app, 0, 0, 0x00010003, 0, address.Get()));
     EXPECT_EQ(176u, address->dwAddressOffset);
+    EXPECT_EQ("5550100", address.Text(address->dwAddressSize, address->dwAddressOffset));
     EXPECT_EQ(static_cast<DWORD>(STRINGFORMAT_UNICODE), caps->dwStringFormat);
     EXPECT_TRUE(p.telsim.ConfigureLine(0, "versions", "1.4-1.4"));
     EXPECT_EQ(Error(LINEERR_ALLOCATED), p.Open(0));
     ASSERT_EQ(0, lineGetDevCaps(p.app, 0, kVersion, 0, caps.Get()));
     EXPECT_EQ(0u, caps->dwLineFeatures);
     EXPECT_EQ(240u, caps->dwProviderInfoOffset);
+    DWORD version = 0;
+    LINEEXTENSIONID extension;
+    EXPECT_EQ(Error(LINEERR_INCOMPATIBLEAPIVERSION),
+              lineNegotiateAPIVersion(p.app, 0, 0x00010000, 0x00010003, &version, &extension));
 }
 
 TEST(Ini, DescribesLinesAndCallsThatComeIn)
@@ -233,10 +241,10 @@ TEST(Ini, DescribesLinesAndCallsThatComeIn)
     ASSERT_EQ(0, p.Open(0, LINECALLPRIVILEGE_OWNER));
     std::vector<std::string> callers;
     p.onEvent = [&](const Event& event) {
-        if (event.message != LINE_CALLINFO)
+        if (event[kMessage] != LINE_CALLINFO)
             return;
         Buffer<LINECALLINFO> info(1320);
-        EXPECT_EQ(0, lineGetCallInfo(event.device, info.Get()));
+        EXPECT_EQ(0, lineGetCallInfo(static_cast<HCALL>(event[kDevice]), info.Get()));
         callers.push_back(info.Text(info->dwCallerIDSize, info->dwCallerIDOffset) + '/' +
                           info.Text(info->dwCallerIDNameSize, info->dwCallerIDNameOffset) + '/' +
                           std::to_string(info->dwCallerIDFlags));

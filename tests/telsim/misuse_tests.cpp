@@ -56,7 +56,7 @@ TEST_F(Misuse, OfHandles)
 {
     Check({
         {CALL(lineShutdown(p.app + 1)), "was never given", LINEERR_INVALAPPHANDLE},
-        {CALL(lineShutdown(p.line)), "was never given", LINEERR_INVALAPPHANDLE},
+        {CALL(lineTranslateDialog(p.line, 0, 0x00010000, nullptr, nullptr)), "was never given", LINEERR_INVALAPPHANDLE},
         {CALL(lineClose(0)), "line 0 was never given", LINEERR_INVALLINEHANDLE},
         {CALL(lineSetStatusMessages(closedLine, 0, 0)), "was closed", LINEERR_INVALLINEHANDLE},
         {CALL(lineGetCallInfo(0, nullptr)), "call 0 was never given", LINEERR_INVALCALLHANDLE},
@@ -75,7 +75,9 @@ TEST_F(Misuse, OfStates)
     const auto drop = [&] { return lineDrop(p.call, nullptr, 0); };
     const auto dealloc = [&] { return lineDeallocateCall(p.call); };
     Check({{dealloc, "is not idle, and has no other owner", LINEERR_INVALCALLSTATE}});
-    ASSERT_EQ(0, p.Reply(drop()));
+    const LONG first = drop(), second = drop();
+    ASSERT_EQ(0, p.Reply(first));
+    EXPECT_EQ(Error(LINEERR_INVALCALLSTATE), p.Reply(second));
     // The call is over, but the program cannot know yet.
     p.telsim.ClearTexts();
     EXPECT_EQ(Error(LINEERR_INVALCALLSTATE), drop());

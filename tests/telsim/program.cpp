@@ -19,7 +19,7 @@ Program::Program()
 void CALLBACK Program::Callback(DWORD device, DWORD message, DWORD_PTR instance, DWORD_PTR param1, DWORD_PTR param2,
                                 DWORD_PTR param3)
 {
-    const Event event = {device, message, instance, {param1, param2, param3}};
+    const Event event = {device, message, instance, param1, param2, param3};
     s_self->events.push_back(event);
     if (s_self->onEvent)
         s_self->onEvent(event);
@@ -96,23 +96,23 @@ LONG Program::Reply(LONG request)
         return request;
     const auto find = [&] {
         return std::find_if(events.begin(), events.end(), [&](const Event& event) {
-            return event.message == LINE_REPLY && event.params[0] == static_cast<DWORD_PTR>(request);
+            return event[kMessage] == LINE_REPLY && event[kFirst] == static_cast<DWORD_PTR>(request);
         });
     };
     if (!Pump([&] { return find() != events.end(); })) {
         ADD_FAILURE() << "no reply to request " << request;
         return -1;
     }
-    EXPECT_EQ(kInstance, find()->instance);
-    return static_cast<LONG>(find()->params[1]);
+    EXPECT_EQ(kInstance, (*find())[kOfInstance]);
+    return static_cast<LONG>((*find())[kSecond]);
 }
 
 std::vector<DWORD> Program::States() const
 {
     std::vector<DWORD> states;
     for (const Event& event : events) {
-        if (event.message == LINE_CALLSTATE)
-            states.push_back(static_cast<DWORD>(event.params[0]));
+        if (event[kMessage] == LINE_CALLSTATE)
+            states.push_back(static_cast<DWORD>(event[kFirst]));
     }
     return states;
 }

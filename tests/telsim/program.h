@@ -7,21 +7,11 @@
 
 #include <telsim/client.h>
 
-/// An event that the callback was given.
-struct Event {
-    DWORD device;
-    DWORD message;
-    DWORD_PTR instance;
-    DWORD_PTR params[3];
+#include <array>
 
-    bool operator==(const Event&) const = default;
-    friend std::ostream& operator<<(std::ostream& stream, const Event& event)
-    {
-        return stream << std::hex << "{device 0x" << event.device << ", message " << event.message << ", instance 0x"
-                      << event.instance << ", 0x" << event.params[0] << ", 0x" << event.params[1] << ", 0x"
-                      << event.params[2] << '}';
-    }
-};
+/// An event that the callback was given, as it was given: device, message, instance, three parameters.
+using Event = std::array<DWORD_PTR, 6>;
+enum EventPart { kDevice, kMessage, kOfInstance, kFirst, kSecond };
 
 constexpr DWORD_PTR kInstance = 0x1234;
 constexpr DWORD kVersion = 0x00010004;
