@@ -52,7 +52,10 @@ TEST_F(Control, DecidesWhenRepliesComeAndWhatTheySay)
 
     ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_FAIL_REPLY, LINEERR_CALLUNAVAIL));
     EXPECT_EQ(Error(LINEERR_CALLUNAVAIL), p.Reply(p.MakeCall()));
-    EXPECT_EQ(0u, p.call);
+    ASSERT_TRUE(p.telsim.ConfigureLine(kNoPort, "port", "COM98")); // which there is not
+    EXPECT_EQ(Error(LINEERR_RESOURCEUNAVAIL), p.Reply(p.MakeCall()));
+    ASSERT_TRUE(p.telsim.ConfigureLine(kNoPort, "port", ""));
+    EXPECT_EQ(0u, p.call | p.telsim.GetCount(TELSIM_CALL_HANDLES));
 
     p.events.clear();
     ASSERT_TRUE(p.telsim.SetRule("lineMakeCall", 1, FALSE, TELSIM_PRETEND, 0));
