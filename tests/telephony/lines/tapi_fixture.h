@@ -111,6 +111,7 @@ protected:
     std::function<void()> onBox;    ///< while it is up
     DWORD fastClock = 0;            ///< milliseconds that each sleep of the library counts as; 0: as long as it takes
     DWORD slept = 0;                ///< milliseconds, by that clock
+    int sleeps = 0;
     std::vector<SIZE_T> localSizes; ///< of the local blocks made
     int localBlocks() const { return m_localBlocks; }
 
@@ -151,6 +152,7 @@ private:
     static DWORD WINAPI Sleeping(DWORD count, const HANDLE* handles, BOOL all, DWORD milliseconds, DWORD mask)
     {
         s_self->slept += milliseconds != 0 ? s_self->fastClock : 0;
+        ++s_self->sleeps;
         return MsgWaitForMultipleObjects(count, handles, all, s_self->fastClock != 0 ? 1 : milliseconds, mask);
     }
 

@@ -133,10 +133,13 @@ protected:
         }
         EXPECT_EQ(0, localBlocks());
         EXPECT_EQ(0u, telsim.GetCount(TELSIM_PORTS));
+        calls = telsim.Calls();
         telsim.Reset();
         EXPECT_GE(handles, ProcessCounts::Take().handles);
         return {result, code};
     }
+
+    std::string calls; ///< of the service, in the last life
 };
 
 } // namespace
@@ -179,6 +182,7 @@ TEST_F(TapiService, EveryErrorOfEveryFunctionIsRecordedAndShownAsItShould)
                 DWORD flags = 0;
                 EXPECT_EQ(expected, Live(life, silent, &flags));
                 EXPECT_EQ(expectedFlags, flags);
+                EXPECT_TRUE(!retried || calls.find(function + "(", calls.find(" = 0x8")) != std::string::npos);
                 EXPECT_EQ(silent ? Boxes() : expectedBoxes, TakeBoxes());
             }
         }

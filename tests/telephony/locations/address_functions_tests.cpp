@@ -4,6 +4,8 @@
 #include "support/test.h"
 #include "telephony/lines/tapi_fixture.h"
 
+#include <regex>
+
 namespace {
 
 /// An address and the location it is dialed from.
@@ -17,24 +19,6 @@ struct Example {
 };
 const Example kExample = {"another area", "1", "206", "555-0100", "1", "425", "011", "1", "1206555-0100"};
 
-/// The pieces of a text between separators, without blanks around them; a dash is an empty one.
-std::vector<std::string> Split(const std::string& text, const char* separators)
-{
-    std::vector<std::string> pieces(1);
-    for (const char character : text) {
-        if (std::strchr(separators, character) != nullptr)
-            pieces.emplace_back();
-        else if (character != ' ' || !pieces.back().empty())
-            pieces.back() += character;
-    }
-    for (std::string& piece : pieces) {
-        piece.erase(piece.find_last_not_of(' ') + 1);
-        if (piece == "\xE2\x80\x93")
-            piece.clear();
-    }
-    return pieces;
-}
-
 /// The table of examples of docs/dialing.md, which is a resource of this program.
 std::vector<Example> DocumentedExamples()
 {
@@ -43,18 +27,14 @@ std::vector<Example> DocumentedExamples()
                            SizeofResource(nullptr, resource));
     const std::map<std::string, int> kModes = {
         {"automatic", ZO_DIAL_AUTOMATIC}, {"local", ZO_DIAL_LOCAL}, {"long distance", ZO_DIAL_LONG_DISTANCE}};
+    // Of a number's characters the comma is one, too.
+    const std::regex row(R"(\| (.+) \| (automatic|local|long distance) \| ([^,|]+), ([^,|]+), (.+) )"
+                         R"(\| ([^,|]+), ([^;|]+); ([^,|]+), (.+) \| (.+) \|)");
     std::vector<Example> examples;
-    for (const std::string& line : Split(page.substr(page.find("## Examples")), "\r\n")) {
-        const std::vector<std::string> cells = Split(line, "|"); // the outer two are empty
-        if (cells.size() != 7 || kModes.count(cells[2]) == 0)
-            continue; // no example
-        // Of a number's characters the comma is one, too: it is what has no blank behind it.
-        const size_t area = cells[3].find(", ");
-        const size_t number = cells[3].find(", ", area + 1);
-        const std::vector<std::string> address = Split(cells[3].substr(0, number), ",");
-        const std::vector<std::string> here = Split(cells[4], ",;");
-        examples.push_back({cells[1], address.at(0), address.at(1), cells[3].substr(number + 2), here.at(0), here.at(1),
-                            here.at(2), here.at(3), cells[5], kModes.at(cells[2])});
+    for (std::sregex_iterator match(page.begin(), page.end(), row), end; match != end; ++match) {
+        const auto cell = [&](size_t i) { return (*match)[i] == "\xE2\x80\x93" ? "" : (*match)[i].str(); }; // a dash
+        examples.push_back(
+            {cell(1), cell(3), cell(4), cell(5), cell(6), cell(7), cell(8), cell(9), cell(10), kModes.at(cell(2))});
     }
     return examples;
 }
