@@ -33,6 +33,25 @@ protected:
 
 template <class BOX> constexpr bool kIsCombo = std::is_base_of_v<CComboBox, BOX>;
 
+void Type(CWnd& box, const char* text)
+{
+    for (; *text != '\0'; ++text)
+        box.SendMessage(WM_CHAR, static_cast<unsigned char>(*text), 1);
+}
+void Press(CWnd& box, WPARAM key)
+{
+    box.SendMessage(WM_KEYDOWN, key, 1);
+    box.SendMessage(WM_KEYUP, key, 1);
+}
+/// What screen readers read.
+template <class BOX> std::string TextAt(BOX& box, int item)
+{
+    char text[64] = "";
+    box.SendMessage(kIsCombo<BOX> ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(item),
+                    reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
 class Pickers : public ProductTest {
 protected:
     Pickers()
@@ -41,30 +60,11 @@ protected:
             m_parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 300, nullptr, nullptr));
     }
     ~Pickers() override { m_parent.DestroyWindow(); }
-    static void Type(CWnd& box, const char* text)
-    {
-        for (; *text != '\0'; ++text)
-            box.SendMessage(WM_CHAR, static_cast<unsigned char>(*text), 1);
-    }
-    static void Press(CWnd& box, WPARAM key)
-    {
-        box.SendMessage(WM_KEYDOWN, key, 1);
-        box.SendMessage(WM_KEYUP, key, 1);
-    }
-    /// What screen readers read.
-    template <class BOX> static std::string TextAt(BOX& box, int item)
-    {
-        char text[64] = "";
-        box.SendMessage(kIsCombo<BOX> ? CB_GETLBTEXT : LB_GETTEXT, static_cast<WPARAM>(item),
-                        reinterpret_cast<LPARAM>(text));
-        return text;
-    }
 
     const CRect m_place{0, 0, 250, 200};
     Parent m_parent;
 };
 
-constexpr int kSchemeColors[] = {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, COLOR_GRAYTEXT};
 struct Scheme {
     COLORREF window, text, highlight, highlightText, gray;
 };
@@ -72,10 +72,12 @@ Scheme g_scheme;
 
 DWORD WINAPI SchemeColor(int index)
 {
-    const auto* found = std::find(std::begin(kSchemeColors), std::end(kSchemeColors), index);
-    const COLORREF colors[] = {g_scheme.window, g_scheme.text, g_scheme.highlight, g_scheme.highlightText,
-                               g_scheme.gray};
-    return found != std::end(kSchemeColors) ? colors[found - kSchemeColors] : GetSysColor(index);
+    const std::map<int, COLORREF> colors = {{COLOR_WINDOW, g_scheme.window},
+                                            {COLOR_WINDOWTEXT, g_scheme.text},
+                                            {COLOR_HIGHLIGHT, g_scheme.highlight},
+                                            {COLOR_HIGHLIGHTTEXT, g_scheme.highlightText},
+                                            {COLOR_GRAYTEXT, g_scheme.gray}};
+    return colors.contains(index) ? colors.at(index) : GetSysColor(index);
 }
 
 /// An item drawn into memory.
@@ -103,13 +105,10 @@ public:
     /// Whether what has that colour, behind column \p from, stands in the middle between top and bottom.
     bool IsCentred(int from, COLORREF color) const
     {
-        const auto isIn = [&](int y) { return Count(color, {from, y, kWidth, y + 1}) > 0; };
-        int top = 0, bottom = kHeight - 1;
-        while (top < kHeight && !isIn(top))
-            ++top;
-        while (bottom > top && !isIn(bottom))
-            --bottom;
-        return std::abs(top + bottom - kHeight) <= 6;
+        std::vector<int> rows;
+        for (int y = 0; y < kHeight; ++y)
+            rows.insert(rows.end(), Count(color, {from, y, kWidth, y + 1}) > 0, y);
+        return !rows.empty() && std::abs(rows.front() + rows.back() - kHeight) <= 6;
     }
 
     static constexpr int kWidth = 250;
@@ -154,7 +153,6 @@ TYPED_TEST(CountryPickers, SelectCountriesByAllThatIsKnownOfThem)
 {
     auto& m_parent = this->m_parent;
     const auto& m_place = this->m_place;
-    const auto Type = [](CWnd& box, const char* text) { TestFixture::Type(box, text); };
     // With and without texts: made by Create, and taken over from a template that asks for data only.
     for (const bool texts : {true, false}) {
         SCOPED_TRACE(texts);
@@ -187,7 +185,7 @@ TYPED_TEST(CountryPickers, SelectCountriesByAllThatIsKnownOfThem)
         EXPECT_LT(box.SelectCountryCode(49), count);
         EXPECT_EQ(276u, box.GetCountryIndex());
         if (texts) {
-            EXPECT_EQ("Germany", TestFixture::TextAt(box, box.GetCurSel()));
+            EXPECT_EQ("Germany", TextAt(box, box.GetCurSel()));
         }
         for (const auto missed : {box.SelectCountryIndex(60000), box.SelectCountryCode(60000),
                                   box.SelectCountryName("Germanyy"), box.SelectCountryName("qqq")})
@@ -236,7 +234,7 @@ TYPED_TEST(CountryPickers, SelectCountriesByAllThatIsKnownOfThem)
             else if (key == 1)
                 box.SendMessage(WM_KILLFOCUS);
             else
-                TestFixture::Press(box, key);
+                Press(box, key);
             EXPECT_TRUE(key <= 1 || (box.GetCurSel() != typed && !m_parent.m_commands.empty())) << key;
             Type(box, "g"); // not "cog"
             EXPECT_EQ(266u, box.GetCountryIndex()) << key;
@@ -253,7 +251,6 @@ TYPED_TEST(CountryPickers, FollowAChangeOfLanguage)
         this->ChangeLanguage(language);
         box.SendMessage(CZoLanguageSupport::GetUpdateMessage());
     };
-    const auto textAt = [&](int item) { return TestFixture::TextAt(box, item); };
     box.ResetInformation(-1);
     change(0x0407);
     EXPECT_EQ(-1, box.GetCurSel()) << "none stays none";
@@ -262,12 +259,12 @@ TYPED_TEST(CountryPickers, FollowAChangeOfLanguage)
     box.SetFocus();
     box.SendMessage(CB_SHOWDROPDOWN, TRUE);
     EXPECT_EQ(kIsCombo<TypeParam>, box.SendMessage(CB_GETDROPPEDSTATE) == TRUE);
-    EXPECT_EQ("Germany", textAt(box.GetCurSel()));
+    EXPECT_EQ("Germany", TextAt(box, box.GetCurSel()));
     change(0x0407);
-    EXPECT_EQ("Deutschland", textAt(box.GetCurSel()));
+    EXPECT_EQ("Deutschland", TextAt(box, box.GetCurSel()));
     EXPECT_EQ(276u, box.GetCountryIndex());
     for (int i = 1; i < box.GetCount(); ++i)
-        ASSERT_LE(lstrcmpiA(textAt(i - 1).c_str(), textAt(i).c_str()), 0);
+        ASSERT_LE(lstrcmpiA(TextAt(box, i - 1).c_str(), TextAt(box, i).c_str()), 0);
     EXPECT_EQ(kIsCombo<TypeParam>, box.SendMessage(CB_GETDROPPEDSTATE) == TRUE) << "stays open";
     change(0x0409);
 }
@@ -395,11 +392,11 @@ TYPED_TEST(LocalePickers, ShowTheAttachedList)
     EXPECT_EQ(2, box.SelectLcid(0x0407));
     EXPECT_EQ(4, box.SelectLcid(0x0411));
     EXPECT_EQ(0x0407u, box.GetLcidCode());
-    this->Type(box, "fr");
+    Type(box, "fr");
     EXPECT_EQ(0x040Cu, box.GetLcidCode());
     EXPECT_EQ((std::vector<WPARAM>{MAKEWPARAM(kBoxId, LBN_SELCHANGE)}), this->m_parent.m_commands);
     SetWindowLong(box.m_hWnd, GWL_STYLE, GetWindowLong(box.m_hWnd, GWL_STYLE) & ~LBS_NOTIFY);
-    this->Type(box, "\bg");
+    Type(box, "\bg");
     EXPECT_EQ(0x0407u, box.GetLcidCode());
     EXPECT_EQ(1u, this->m_parent.m_commands.size()) << "it does not tell";
     box.SelectLcid(0x040C);
@@ -456,6 +453,7 @@ TEST_F(Pickers, WhateverFailsShowTheNames)
         const auto settings = [&] {
             return std::array{GetTextColor(drawing), GetBkColor(drawing), static_cast<COLORREF>(GetBkMode(drawing))};
         };
+        SetBkColor(drawing, RGB(1, 2, 3));
         const auto before = settings();
         const int text = box.GetPictureWidth();
         EXPECT_GE(text, 24) << "as if there were flags";

@@ -29,6 +29,39 @@ struct OpenRegistry : CZoLocationRegistry {
     using CZoLocationRegistry::LoadSection, CZoLocationRegistry::LoadIndex;
 };
 
+// A product whose name is too long
+
+constexpr LPCSTR kUsersKey = "Software\\Zo,Inc.\\Brixel Suite\\3.9\\Users";
+std::string g_productName;
+constexpr DWORD kNameRoom = 2000;
+DWORD g_recordSize = 0;
+
+/// Asks for room behind the record, where the name is put.
+DWORD WINAPI RoomForName(LPCSTR file, DWORD* ignored)
+{
+    g_recordSize = GetFileVersionInfoSizeA(file, ignored);
+    return g_recordSize + kNameRoom;
+}
+
+/// Tells the product's name, and for the rest what the system tells.
+BOOL WINAPI QueryLongName(LPCVOID block, LPCSTR path, LPVOID* value, UINT* length)
+{
+    if (std::strstr(path, "\\ProductName") == nullptr)
+        return VerQueryValueA(const_cast<LPVOID>(block), const_cast<LPSTR>(path), value, length);
+    char* room = static_cast<char*>(const_cast<void*>(block)) + g_recordSize;
+    room[g_productName.copy(room, kNameRoom - 1)] = '\0';
+    *value = room;
+    *length = static_cast<UINT>(g_productName.size() + 1);
+    return TRUE;
+}
+
+// The key of the users of that product: not every system takes so long a path.
+LONG WINAPI OpenUsers(HKEY root, LPCSTR, DWORD options, REGSAM access, HKEY* key)
+{
+    return RegOpenKeyExA(root, kUsersKey, options, access, key);
+}
+LONG WINAPI OpenUsersOld(HKEY root, LPCSTR, HKEY* key) { return RegOpenKeyA(root, kUsersKey, key); }
+
 } // namespace
 
 TEST_F(Locations, StandInTheRegistryUnderTheirNames)
@@ -226,21 +259,7 @@ TEST_F(Locations, OnlySubkeysOfDigitsAreRecords)
     EXPECT_EQ(2, list.GetCount()) << "added to what was there";
 }
 
-TEST_F(Locations, GetTheSmallestIndexThatNoneHas)
-{
-    const std::pair<std::vector<Entry>, DWORD> cases[] = {{{}, 0},
-                                                          {{{0, ""}, {1, ""}, {3, ""}}, 2},
-                                                          {{{1, ""}, {2, ""}}, 0},
-                                                          {{{4, ""}, {3, ""}, {2, ""}, {1, ""}, {0, ""}, {0, ""}}, 5}};
-    for (const auto& [entries, index] : cases) {
-        CZoLocationItemList list;
-        AddAll(list, entries);
-        EXPECT_EQ(index, list.GetUniqueIndex());
-        EXPECT_EQ(index, list.GetNewLocation()->m_dwIndex);
-    }
-}
-
-TEST_F(Locations, AreFoundByNameIndexAndCountry)
+TEST_F(Locations, AreFoundByNameIndexAndCountryAndFillABox)
 {
     CZoLocationItemList list;
     AddAll(list, {{7, "Home"}, {8, "Office"}, {9, "off"}, {8, ""}, {5, "\x83\x5C\x83\x41"}});
@@ -271,6 +290,17 @@ TEST_F(Locations, AreFoundByNameIndexAndCountry)
     EXPECT_EQ(nullptr, list.FindByIndex(6));
     EXPECT_EQ(list.GetAt(1), list.FindByCountryIndex(276));
     EXPECT_EQ(nullptr, list.FindByCountryIndex(1));
+    EXPECT_EQ(0u, list.GetUniqueIndex()) << "the smallest that is free";
+    CWnd parent;
+    ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr));
+    CListBox box;
+    ASSERT_TRUE(box.Create(LBS_OWNERDRAWFIXED, CRect(0, 0, 9, 9), &parent, 1));
+    box.AddString("stale");
+    list.AddItemsToListBox(&box);
+    ASSERT_EQ(list.GetCount(), box.GetCount());
+    for (int i = 0; i < list.GetCount(); ++i)
+        EXPECT_EQ(list.GetAt(i), box.GetItemDataPtr(i));
+    EXPECT_EQ(LB_ERR, box.GetCurSel());
 }
 
 TEST_F(Locations, AreDeletedByTheBeginningOfTheirNames)
@@ -291,58 +321,6 @@ TEST_F(Locations, AreDeletedByTheBeginningOfTheirNames)
     EXPECT_TRUE(list.DeleteByName("home")) << "was never saved";
     EXPECT_EQ(1, list.GetCount());
 }
-
-TEST_F(Locations, FillABoxThatHoldsData)
-{
-    CWnd parent;
-    ASSERT_TRUE(parent.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr));
-    CListBox box;
-    ASSERT_TRUE(box.Create(LBS_OWNERDRAWFIXED, CRect(0, 0, 9, 9), &parent, 1));
-    box.AddString("stale");
-    CZoLocationItemList list;
-    AddAll(list, {{0, "b"}, {1, "a"}});
-    list.AddItemsToListBox(&box);
-    ASSERT_EQ(2, box.GetCount());
-    EXPECT_TRUE(box.GetItemDataPtr(0) == list.GetAt(0) && box.GetItemDataPtr(1) == list.GetAt(1));
-    EXPECT_EQ(LB_ERR, box.GetCurSel());
-}
-
-// A product whose name is too long ------------------------------------------------------------------------------------
-
-namespace {
-
-constexpr LPCSTR kUsersKey = "Software\\Zo,Inc.\\Brixel Suite\\3.9\\Users";
-std::string g_productName;
-constexpr DWORD kNameRoom = 2000;
-DWORD g_recordSize = 0;
-
-/// Asks for room behind the record, where the name is put.
-DWORD WINAPI RoomForName(LPCSTR file, DWORD* ignored)
-{
-    g_recordSize = GetFileVersionInfoSizeA(file, ignored);
-    return g_recordSize + kNameRoom;
-}
-
-/// Tells the product's name, and for the rest what the system tells.
-BOOL WINAPI QueryLongName(LPCVOID block, LPCSTR path, LPVOID* value, UINT* length)
-{
-    if (std::strstr(path, "\\ProductName") == nullptr)
-        return VerQueryValueA(const_cast<LPVOID>(block), const_cast<LPSTR>(path), value, length);
-    char* room = static_cast<char*>(const_cast<void*>(block)) + g_recordSize;
-    room[g_productName.copy(room, kNameRoom - 1)] = '\0';
-    *value = room;
-    *length = static_cast<UINT>(g_productName.size() + 1);
-    return TRUE;
-}
-
-// The key of the users of that product: not every system takes so long a path.
-LONG WINAPI OpenUsers(HKEY root, LPCSTR, DWORD options, REGSAM access, HKEY* key)
-{
-    return RegOpenKeyExA(root, kUsersKey, options, access, key);
-}
-LONG WINAPI OpenUsersOld(HKEY root, LPCSTR, HKEY* key) { return RegOpenKeyA(root, kUsersKey, key); }
-
-} // namespace
 
 TEST_F(Locations, AKeyThatDoesNotFitIsNotCutShort)
 {
