@@ -60,6 +60,111 @@ protected:
     CZoGlobalConfig m_config;
 };
 
+// Another program -----------------------------------------------------------------------------------------------------
+
+CString g_key;
+int g_opened; ///< keys, by the library
+int g_change; ///< the opening at which another program begins to write; 0: at each, without end
+const HANDLE g_lock = CreateMutexA(nullptr, FALSE, "ZOMAILBOXES"); ///< shared by all programs
+
+DWORD WINAPI WaitForLockInVain(HANDLE object, DWORD milliseconds)
+{
+    return milliseconds == 5000 ? WAIT_TIMEOUT : WaitForSingleObject(object, milliseconds);
+}
+
+/// Opens a key, under the lock, behind the next step of a program without it: all is deleted, then one mailbox written,
+/// then a second, then a third.
+LSTATUS WINAPI OpenKey(HKEY root, LPCSTR path, DWORD options, REGSAM access, HKEY* key)
+{
+    static bool writing = false;
+    if (!std::exchange(writing, true)) {
+        EXPECT_TRUE(ReleaseMutex(g_lock) && WaitForSingleObject(g_lock, 0) == WAIT_OBJECT_0);
+        constexpr LPCSTR kSubkeys[] = {"\\00000003", "\\00000012", "\\00000040"};
+        CZoGlobalConfig config;
+        const int step = ++g_opened - g_change;
+        if (step == 0)
+            config.DeleteSection(kMode, g_key, nullptr);
+        if (g_change == 0)
+            config.SetValue(kMode, g_key + kSubkeys[0], "Name", std::to_string(step).c_str());
+        else if (step >= 1 && step <= 3)
+            config.SetValue(kMode, g_key + kSubkeys[step - 1], "Name", "new");
+        writing = false;
+    }
+    return RegOpenKeyExA(root, path, options, access, key);
+}
+LSTATUS WINAPI OpenKeyOld(HKEY root, LPCSTR path, HKEY* key) { return OpenKey(root, path, 0, MAXIMUM_ALLOWED, key); }
+
+// Faults --------------------------------------------------------------------------------------------------------------
+
+class MailBoxFaults : public MailBoxes {
+protected:
+    /// Runs \p body, which prepares the registry's mailboxes anew, under each fault of \p faults.
+    void Run(FaultSource& faults, const std::function<void(const FaultRun&)>& body)
+    {
+        RunFaultActs(faults, [&](const FaultRun& run) {
+            Prepare();
+            body(run);
+        });
+    }
+    /// Every operation under each fault of \p faults.
+    void RunAll(FaultSource& faults)
+    {
+        Run(faults, [](const FaultRun& run) {
+            CZoRegMailBoxes mailBoxes;
+            const BOOL loaded = run.Act([&] { return mailBoxes.Load(); });
+            EXPECT_TRUE(loaded || run.Fired());
+            EXPECT_EQ(loaded ? 2 : 0, mailBoxes.GetCount());
+            for (int i = 0; i < mailBoxes.GetCount(); ++i) {
+                const auto [number, name] = ContentsOf(mailBoxes)[i];
+                EXPECT_EQ(Prepared()[i].first, number);
+                EXPECT_TRUE(name == Prepared()[i].second || (run.Fired() && name == "BadBox"));
+            }
+        });
+        Run(faults, [](const FaultRun& run) {
+            CZoRegMailBoxes mailBoxes;
+            EXPECT_TRUE(mailBoxes.Load());
+            const DWORD number = run.Act([&] { return mailBoxes.GetUserDefault(); });
+            EXPECT_TRUE(number == 12 || (run.Fired() && number == 3)) << number;
+        });
+        Run(faults, [](const FaultRun& run) {
+            CZoRegMailBoxes mailBoxes;
+            mailBoxes.Add(3, "new");
+            mailBoxes.Add(40, "new");
+            const BOOL written = run.Act([&] { return mailBoxes.Write(); });
+            const Contents stored = Stored();
+            EXPECT_TRUE(written ? stored == ContentsOf(mailBoxes) : run.Fired() && stored.size() <= 2);
+            const auto has = [&](const char* name) {
+                return std::any_of(stored.begin(), stored.end(),
+                                   [=](const auto& entry) { return entry.second == name; });
+            };
+            EXPECT_FALSE(has("new") && has("Office")) << "written over what could not be deleted";
+        });
+        Run(faults, [](const FaultRun& run) {
+            run.Act([] { CZoRegMailBoxes::SetUserDefault(3); });
+            EXPECT_EQ(run.Fired() ? 12u : 3u, CZoRegMailBoxes().GetUserDefault());
+        });
+    }
+    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then; the path too if it may
+    /// fail.
+    void RunPath(FaultSource& faults, bool pathMayFail)
+    {
+        const TestFolder folder;
+        g_program = folder.Path("program.exe");
+        const std::string expected = folder.Path("MAILBOX\\00000012\\INBOX");
+        Run(faults, [&](const FaultRun& run) {
+            for (const char* made : {"MAILBOX\\00000012\\INBOX", "MAILBOX\\00000012", "MAILBOX"})
+                RemoveDirectoryA(folder.Path(made).c_str());
+            CString path = "before";
+            const BOOL found = run.Act([&] { return CZoRegMailBoxes::GetMailBoxPath(12, path, MAILBOXFOLDER_INBOX); });
+            EXPECT_TRUE(found || (run.Fired() && pathMayFail));
+            EXPECT_EQ(found ? expected : "before", std::string(path));
+            EXPECT_TRUE(folder.Exists("MAILBOX\\00000012\\INBOX") || run.Fired());
+        });
+    }
+
+    const ImportPatch m_patch{kLibrary, "GetModuleFileNameA", &TellProgram};
+};
+
 } // namespace
 
 TEST_F(MailBoxes, AreLoadedInTheRegistrysOrder)
@@ -151,44 +256,6 @@ TEST_F(MailBoxes, AreFoundAndRemovedByNumber)
     EXPECT_EQ(Prepared(), Stored()) << "only Write writes";
 }
 
-// Another program -----------------------------------------------------------------------------------------------------
-
-namespace {
-
-CString g_key;
-int g_opened; ///< keys, by the library
-int g_change; ///< the opening at which another program begins to write; 0: at each, without end
-const HANDLE g_lock = CreateMutexA(nullptr, FALSE, "ZOMAILBOXES"); ///< shared by all programs
-
-DWORD WINAPI WaitForLockInVain(HANDLE object, DWORD milliseconds)
-{
-    return milliseconds == 5000 ? WAIT_TIMEOUT : WaitForSingleObject(object, milliseconds);
-}
-
-/// Opens a key, under the lock, behind the next step of a program without it: all is deleted, then one mailbox written,
-/// then a second, then a third.
-LSTATUS WINAPI OpenKey(HKEY root, LPCSTR path, DWORD options, REGSAM access, HKEY* key)
-{
-    static bool writing = false;
-    if (!std::exchange(writing, true)) {
-        EXPECT_TRUE(ReleaseMutex(g_lock) && WaitForSingleObject(g_lock, 0) == WAIT_OBJECT_0);
-        constexpr LPCSTR kSubkeys[] = {"\\00000003", "\\00000012", "\\00000040"};
-        CZoGlobalConfig config;
-        const int step = ++g_opened - g_change;
-        if (step == 0)
-            config.DeleteSection(kMode, g_key, nullptr);
-        if (g_change == 0)
-            config.SetValue(kMode, g_key + kSubkeys[0], "Name", std::to_string(step).c_str());
-        else if (step >= 1 && step <= 3)
-            config.SetValue(kMode, g_key + kSubkeys[step - 1], "Name", "new");
-        writing = false;
-    }
-    return RegOpenKeyExA(root, path, options, access, key);
-}
-LSTATUS WINAPI OpenKeyOld(HKEY root, LPCSTR path, HKEY* key) { return OpenKey(root, path, 0, MAXIMUM_ALLOWED, key); }
-
-} // namespace
-
 TEST_F(MailBoxes, AreReadWholeWhileAnotherProgramWrites)
 {
     g_key = m_key;
@@ -266,81 +333,6 @@ TEST_F(MailBoxes, HaveFoldersBesideTheProgram)
     EXPECT_FALSE(CZoRegMailBoxes::GetMailBoxPath(3, path, MAILBOXFOLDER_INBOX));
     EXPECT_STREQ("before", path);
 }
-
-// Faults --------------------------------------------------------------------------------------------------------------
-
-namespace {
-
-class MailBoxFaults : public MailBoxes {
-protected:
-    /// Runs \p body, which prepares the registry's mailboxes anew, under each fault of \p faults.
-    void Run(FaultSource& faults, const std::function<void(const FaultRun&)>& body)
-    {
-        RunFaultActs(faults, [&](const FaultRun& run) {
-            Prepare();
-            body(run);
-        });
-    }
-    /// Every operation under each fault of \p faults.
-    void RunAll(FaultSource& faults)
-    {
-        Run(faults, [](const FaultRun& run) {
-            CZoRegMailBoxes mailBoxes;
-            const BOOL loaded = run.Act([&] { return mailBoxes.Load(); });
-            EXPECT_TRUE(loaded || run.Fired());
-            EXPECT_EQ(loaded ? 2 : 0, mailBoxes.GetCount());
-            for (int i = 0; i < mailBoxes.GetCount(); ++i) {
-                const auto [number, name] = ContentsOf(mailBoxes)[i];
-                EXPECT_EQ(Prepared()[i].first, number);
-                EXPECT_TRUE(name == Prepared()[i].second || (run.Fired() && name == "BadBox"));
-            }
-        });
-        Run(faults, [](const FaultRun& run) {
-            CZoRegMailBoxes mailBoxes;
-            EXPECT_TRUE(mailBoxes.Load());
-            const DWORD number = run.Act([&] { return mailBoxes.GetUserDefault(); });
-            EXPECT_TRUE(number == 12 || (run.Fired() && number == 3)) << number;
-        });
-        Run(faults, [](const FaultRun& run) {
-            CZoRegMailBoxes mailBoxes;
-            mailBoxes.Add(3, "new");
-            mailBoxes.Add(40, "new");
-            const BOOL written = run.Act([&] { return mailBoxes.Write(); });
-            const Contents stored = Stored();
-            EXPECT_TRUE(written ? stored == ContentsOf(mailBoxes) : run.Fired() && stored.size() <= 2);
-            const auto has = [&](const char* name) {
-                return std::any_of(stored.begin(), stored.end(),
-                                   [=](const auto& entry) { return entry.second == name; });
-            };
-            EXPECT_FALSE(has("new") && has("Office")) << "written over what could not be deleted";
-        });
-        Run(faults, [](const FaultRun& run) {
-            run.Act([] { CZoRegMailBoxes::SetUserDefault(3); });
-            EXPECT_EQ(run.Fired() ? 12u : 3u, CZoRegMailBoxes().GetUserDefault());
-        });
-    }
-    /// The path of a mailbox, under each fault of \p faults. The folder may be missing then; the path too if it may
-    /// fail.
-    void RunPath(FaultSource& faults, bool pathMayFail)
-    {
-        const TestFolder folder;
-        g_program = folder.Path("program.exe");
-        const std::string expected = folder.Path("MAILBOX\\00000012\\INBOX");
-        Run(faults, [&](const FaultRun& run) {
-            for (const char* made : {"MAILBOX\\00000012\\INBOX", "MAILBOX\\00000012", "MAILBOX"})
-                RemoveDirectoryA(folder.Path(made).c_str());
-            CString path = "before";
-            const BOOL found = run.Act([&] { return CZoRegMailBoxes::GetMailBoxPath(12, path, MAILBOXFOLDER_INBOX); });
-            EXPECT_TRUE(found || (run.Fired() && pathMayFail));
-            EXPECT_EQ(found ? expected : "before", std::string(path));
-            EXPECT_TRUE(folder.Exists("MAILBOX\\00000012\\INBOX") || run.Fired());
-        });
-    }
-
-    const ImportPatch m_patch{kLibrary, "GetModuleFileNameA", &TellProgram};
-};
-
-} // namespace
 
 TEST_F(MailBoxFaults, LoseNothing)
 {

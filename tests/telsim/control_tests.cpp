@@ -101,8 +101,7 @@ TEST_F(Control, SpoilsRecords)
               good.Text(good->dwDevSpecificSize - 8, good->dwDevSpecificOffset + 8));
     const DWORD used = good->dwUsedSize;
     const struct {
-        DWORD action;
-        DWORD value;
+        DWORD action, value;
         DWORD needed, usedSize, nameSize, nameOffset;
     } cases[] = {
         {TELSIM_NEED_MORE, 100, used + 100, used, good->dwLineNameSize, good->dwLineNameOffset},
@@ -145,6 +144,7 @@ TEST_F(Control, FiresEvents)
     EXPECT_EQ(1u, p.telsim.PostEvent(0x77, LINE_CALLSTATE, 5, 1, 2, 3));
     EXPECT_EQ(1u, p.telsim.PostEvent(p.call, LINE_CALLINFO, 0, 1, 2, 3));
     p.PumpAll();
+    EXPECT_EQ(Error(LINEERR_NOTOWNER), lineDrop(p.call, nullptr, 0));
     EXPECT_TRUE(p.telsim.CloseLine(p.line));
     EXPECT_FALSE(p.telsim.CloseLine(p.line));
     p.PumpAll();

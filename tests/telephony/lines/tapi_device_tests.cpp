@@ -48,12 +48,12 @@ std::string TryEverything()
 {
     TestLine line(TRUE);
     std::string report;
-    for (const auto& step :
-         std::vector<std::function<BOOL()>>{[&] { return line.GrabThePort(); }, [&] { return line.HangupCall(); },
-                                            [&] { return line.EnableCallAnswer(TRUE); }}) {
-        report += step() ? "yes " : "no ";
-        report += std::to_string(line.GetLastTAPIError()) + "; ";
-    }
+    const auto note = [&](BOOL succeeded) {
+        report += (succeeded ? "yes " : "no ") + std::to_string(line.GetLastTAPIError()) + "; ";
+    };
+    note(line.GrabThePort());
+    note(line.HangupCall());
+    note(line.EnableCallAnswer(TRUE));
     return report;
 }
 

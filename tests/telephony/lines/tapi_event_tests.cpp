@@ -167,8 +167,7 @@ TEST_F(TapiEvent, AnsweringIsEnabledAndDisabled)
     const struct {
         const char* function;
         TelsimAction action;
-        DWORD value;
-        DWORD code;
+        DWORD value, code;
         const char* text;
     } kCases[] = {
         {"lineInitialize", TELSIM_FAIL, LINEERR_NODRIVER, 14, "InitializeTAPI failed"},

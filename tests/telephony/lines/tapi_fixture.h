@@ -23,13 +23,9 @@ public:
     {
         SetTAPILineDeviceID(1);
     }
-    using CZoTAPIInterface::CreateCallParams;
-    using CZoTAPIInterface::HandleLineErr;
-    using CZoTAPIInterface::HandleNoDevicesInstalled;
-    using CZoTAPIInterface::lineCallbackFunc;
-    using CZoTAPIInterface::WaitForCallState;
-    using CZoTAPIInterface::WaitForReply;
-    using CZoTAPIInterface::ZoCheckAndReAllocBuffer;
+    using CZoTAPIInterface::CreateCallParams, CZoTAPIInterface::HandleLineErr,
+        CZoTAPIInterface::HandleNoDevicesInstalled, CZoTAPIInterface::lineCallbackFunc,
+        CZoTAPIInterface::WaitForCallState, CZoTAPIInterface::WaitForReply, CZoTAPIInterface::ZoCheckAndReAllocBuffer;
 
     /// Gives the callback an event for this object.
     void Tell(DWORD message, DWORD_PTR first, DWORD_PTR second = 0, DWORD_PTR third = 0, DWORD device = 5)
@@ -107,10 +103,10 @@ protected:
     telsim::Client telsim;
     std::string texts; ///< for the debugger
     Boxes boxes;
-    int answer = IDCANCEL;          ///< to every box
-    std::function<void()> onBox;    ///< while it is up
-    DWORD fastClock = 0;            ///< milliseconds that each sleep of the library counts as; 0: as long as it takes
-    DWORD slept = 0;                ///< milliseconds, by that clock
+    int answer = IDCANCEL;       ///< to every box
+    std::function<void()> onBox; ///< while it is up
+    DWORD fastClock = 0;         ///< milliseconds that each sleep of the library counts as; 0: as long as it takes
+    DWORD slept = 0;             ///< milliseconds, by that clock
     int sleeps = 0;
     std::vector<SIZE_T> localSizes; ///< of the local blocks made
     int localBlocks() const { return m_localBlocks; }

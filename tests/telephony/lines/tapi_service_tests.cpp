@@ -8,9 +8,7 @@ namespace {
 
 /// What the error table says of an error of the service.
 struct ServiceError {
-    DWORD error;
-    DWORD code;
-    DWORD flags;
+    DWORD error, code, flags;
     DWORD boxStyle; // 0: no box
     bool retried;   // once the box is answered
 };
@@ -36,13 +34,10 @@ const std::string kSettings = "Settings of device 1";
 using Outcome = std::pair<std::string, DWORD>;
 
 /// What a life comes to when nothing goes wrong.
-std::string ResultOf(Life life)
-{
-    return life == Life::kPort     ? "port"
-           : life == Life::kCaller ? "555Ada"
-           : life == Life::kNumber ? "5550123"
-                                   : kSettings + "*";
-}
+const std::map<Life, std::string> kResults = {{Life::kPort, "port"},
+                                              {Life::kCaller, "555Ada"},
+                                              {Life::kConfiguration, kSettings + "*"},
+                                              {Life::kNumber, "5550123"}};
 
 /// A function that takes part, and how an error of it ends: result, and the code that is recorded behind the error's
 /// own (0: that stays).
@@ -88,7 +83,7 @@ protected:
         OutputDebugStringA("");
     }
     /// Afterwards the service must have nothing of the interface left.
-    Outcome Live(Life life, BOOL silent, DWORD* flags = nullptr)
+    Outcome Live(Life life, BOOL silent)
     {
         const long handles = ProcessCounts::Take().handles;
         const size_t told = texts.size();
@@ -128,8 +123,7 @@ protected:
             EXPECT_TRUE(line.ShutdownTAPI());
             EXPECT_EQ(INVALID_HANDLE_VALUE, line.m_hComm);
             code = line.m_dwLastError;
-            if (flags != nullptr)
-                *flags = line.m_dwLastErrorFlags;
+            flags = line.m_dwLastErrorFlags;
         }
         EXPECT_EQ(0, localBlocks());
         EXPECT_EQ(0u, telsim.GetCount(TELSIM_PORTS));
@@ -139,7 +133,9 @@ protected:
         return {result, code};
     }
 
-    std::string calls; ///< of the service, in the last life
+    // Of the last life
+    std::string calls; ///< of the service
+    DWORD flags = 0;   ///< of the error that is left
 };
 
 } // namespace
@@ -169,7 +165,7 @@ TEST_F(TapiService, EveryErrorOfEveryFunctionIsRecordedAndShownAsItShould)
                 if (restart && function == "lineSetStatusMessages") // the line is gone with everything else
                     expected = {"", life == Life::kPort ? 8u : 0u};
                 if (retried) {
-                    expected = {ResultOf(life), error.code};
+                    expected = {kResults.at(life), error.code};
                 } else if (expected.second != 0) {
                     expectedFlags = expected.second == 26 ? 0x40 : 0x10;
                     expectedBoxes.emplace_back(expected.second, expectedFlags);
@@ -179,8 +175,7 @@ TEST_F(TapiService, EveryErrorOfEveryFunctionIsRecordedAndShownAsItShould)
                     expected.second = silent && error.code == 13 ? 25 : error.code;
                 }
                 Rule(function.c_str(), TELSIM_FAIL, error.error);
-                DWORD flags = 0;
-                EXPECT_EQ(expected, Live(life, silent, &flags));
+                EXPECT_EQ(expected, Live(life, silent));
                 EXPECT_EQ(expectedFlags, flags);
                 EXPECT_TRUE(!retried || calls.find(function + "(", calls.find(" = 0x8")) != std::string::npos);
                 EXPECT_EQ(silent ? Boxes() : expectedBoxes, TakeBoxes());
@@ -242,7 +237,7 @@ TEST_F(TapiService, LiesAndOddRecordsEndAsDocumented)
     };
     constexpr DWORD kAll = 0xFFFFFFFF;
     for (const auto& [function, life, cut, astray, endless] : kRecords) {
-        cases.push_back({function, life, TELSIM_NEED_MORE, 5000, {ResultOf(life), 0}});
+        cases.push_back({function, life, TELSIM_NEED_MORE, 5000, {kResults.at(life), 0}});
         cases.push_back({function, life, TELSIM_PRETEND, 0, cut});
         for (const DWORD used : {0ul, 12ul, 0x40000000ul, kAll})
             cases.push_back({function, life, TELSIM_USED_SIZE, used, cut});
@@ -298,7 +293,7 @@ TEST_F(TapiService, WithoutMemoryNothingIsLostAndTheDebuggerIsToldWhere)
             const Outcome outcome = Live(life, TRUE);
             run.Stop();
             if (!run.Fired()) {
-                EXPECT_EQ((Outcome{ResultOf(life), 0}), outcome);
+                EXPECT_EQ((Outcome{kResults.at(life), 0}), outcome);
                 ASSERT_EQ(blocks.size(), localSizes.size());
                 for (size_t i = 0; i < blocks.size(); ++i)
                     EXPECT_EQ(blocks[i].size, localSizes[i]) << blocks[i].label;
@@ -314,7 +309,7 @@ TEST_F(TapiService, WithoutMemoryNothingIsLostAndTheDebuggerIsToldWhere)
         RunFaultLoop(faults, [&](const FaultRun& run) {
             const Outcome outcome = Live(life, TRUE);
             run.Stop();
-            EXPECT_EQ((run.Fired() ? Outcome{"", 10} : Outcome{ResultOf(life), 0}), outcome);
+            EXPECT_EQ((run.Fired() ? Outcome{"", 10} : Outcome{kResults.at(life), 0}), outcome);
         });
     }
 }

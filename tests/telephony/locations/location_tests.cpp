@@ -10,17 +10,13 @@ bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
 using Locations = LocationTest;
 
 /// A list with locations of these names and indexes.
-struct Entry {
-    DWORD index;
-    const char* name;
-};
-void AddAll(CZoLocationItemList& list, const std::vector<Entry>& entries)
+void AddAll(CZoLocationItemList& list, const std::vector<std::pair<DWORD, const char*>>& entries)
 {
-    for (const Entry& entry : entries) {
+    for (const auto& [index, name] : entries) {
         CZoLocationItem* item = list.GetNewLocation();
         ASSERT_NE(nullptr, item);
-        item->m_dwIndex = entry.index;
-        item->m_csLocationName = entry.name;
+        item->m_dwIndex = index;
+        item->m_csLocationName = name;
     }
 }
 
@@ -332,8 +328,7 @@ TEST_F(Locations, AKeyThatDoesNotFitIsNotCutShort)
     constexpr int kMostLength = 1023;
     const struct {
         int length; // of the key of the locations
-        BOOL section;
-        BOOL record;
+        BOOL section, record;
     } cases[] = {{kMostLength - 9, TRUE, TRUE},
                  {kMostLength - 8, TRUE, FALSE},
                  {kMostLength, TRUE, FALSE},
