@@ -166,11 +166,13 @@ TEST_F(Control, FiresEvents)
 TEST_F(Control, ShowsEachCallToTheObserver)
 {
     p.telsim.SetObserver(&Observe, &p);
+    ASSERT_TRUE(p.telsim.SetRule("lineInitialize", 1, TRUE, TELSIM_FAIL, LINEERR_NOMEM));
     Buffer<LINEADDRESSSTATUS> status(100);
     EXPECT_EQ(Error(LINEERR_INVALLINEHANDLE), lineGetAddressStatus(p.line, 0, status.Get()));
     EXPECT_EQ("lineGetAddressStatus: line " + HandleText(p.line) + " was closed\n", p.telsim.Misuses());
     EXPECT_EQ(Error(LINEERR_INVALAPPHANDLE), lineShutdown(p.app));
     EXPECT_EQ(0u, p.telsim.GetCount(TELSIM_APPS));
+    EXPECT_EQ(0, p.Initialize()) << "the rule has gone with it";
 }
 
 TEST_F(Control, ListsTheLastCallsWithTheirArguments)
