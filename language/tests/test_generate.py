@@ -77,7 +77,20 @@ NAMES = """<ldml><localeDisplayNames><territories>
 <territory type="BB">Beta</territory><territory type="CC">Gamma</territory>
 </territories></localeDisplayNames></ldml>
 """
-PLAIN = NAMES.replace("Å", "A")
+
+
+FILES = {
+    "ids.h": HEADER,
+    "set.txt": SETTINGS,
+    "xxx.txt": TEXTS,
+    "enu.txt": TEXTS,
+    "strings.txt": STRINGS,
+    "dialogs.in": DIALOGS,
+    "menus.in": MENUS,
+    "countries.txt": COUNTRIES,
+    "locales.txt": LOCALES,
+    "en.xml": NAMES,
+}
 
 
 class Tree:
@@ -85,19 +98,7 @@ class Tree:
 
     def __init__(self, folder: Path, **replaced: str) -> None:
         self.folder = folder
-        files = {
-            "ids.h": HEADER,
-            "set.txt": SETTINGS,
-            "xxx.txt": TEXTS,
-            "enu.txt": TEXTS,
-            "strings.txt": STRINGS,
-            "dialogs.in": DIALOGS,
-            "menus.in": MENUS,
-            "countries.txt": COUNTRIES,
-            "locales.txt": LOCALES,
-            "en.xml": NAMES,
-        }
-        files |= {name.replace("_", "."): text for name, text in replaced.items()}
+        files = FILES | {name.replace("_", "."): text for name, text in replaced.items()}
         for name, text in files.items():
             (folder / name).write_bytes(text.encode("utf-8", "surrogateescape"))
         for name, colour in (("aa", (255, 255, 255, 255)), ("bb", (0, 0, 160, 255)), ("cc", (160, 0, 0, 255))):
@@ -132,6 +133,17 @@ class Generator(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         return Tree(Path(folder.name), **replaced)
 
+    def expect_complaints(self, command: str, faults: list[tuple[str, str, str, str]]) -> None:
+        """Of a file of which a part is replaced."""
+        for name, old, new, complaint in faults:
+            with self.subTest(complaint):
+                self.assertIn(old, FILES[name])
+                tree = self.tree(**{name: FILES[name].replace(old, new)})
+                status, errors = tree.run(command)
+                self.assertEqual(status, 1)
+                self.assertIn(complaint, errors)
+                self.assertFalse((tree.folder / "out").exists())
+
     def test_language_script(self) -> None:
         tree = self.tree()
         self.assertEqual(tree.run("language"), (0, ""))
@@ -162,102 +174,64 @@ class Generator(unittest.TestCase):
         self.assertIn('  ZO_IDS_COUNT "%d of %s"\n', script)
 
     def test_language_in_another_code_page(self) -> None:
+        """Whatever the locale is that the generator runs in."""
+        page_932 = SETTINGS.replace("1252", "932")
         texts = TEXTS.replace("TITLE = T", "TITLE = 国 \\t(&T)")
-        names = NAMES.replace("Ålpha", "アルファ")
-        tree = self.tree(xxx_txt=texts, set_txt=SETTINGS.replace("1252", "932"), en_xml=names)
-        self.assertEqual(tree.run("language"), (0, ""))
-        self.assertIn('CAPTION "国 \\t(&T)"\n', (tree.folder / "out").read_text(encoding="utf-8"))
-
-    def test_language_in_any_locale(self) -> None:
-        texts = TEXTS.replace("TITLE = T", "TITLE = 国")
-        tree = self.tree(xxx_txt=texts, set_txt=SETTINGS.replace("1252", "932"), en_xml=PLAIN)
+        tree = self.tree(xxx_txt=texts, set_txt=page_932, en_xml=NAMES.replace("Ålpha", "アルファ"))
         self.assertEqual(tree.run("language"), (0, ""))
         expected = (tree.folder / "out").read_bytes()
+        self.assertIn('CAPTION "国 \\t(&T)"\n', expected.decode("utf-8"))
         plain = {"LC_ALL": "C", "PYTHONCOERCECLOCALE": "0", "PYTHONUTF8": "0", "PYTHONDONTWRITEBYTECODE": "1"}
         program = [sys.executable, str(LANGUAGE_DIR / "generate.py")]
-        for page, status in (("932", 0), ("1252", 1)):
-            (tree.folder / "set.txt").write_text(SETTINGS.replace("1252", page), encoding="utf-8")
+        for settings, status in ((page_932, 0), (SETTINGS, 1)):
+            (tree.folder / "set.txt").write_text(settings, encoding="utf-8")
             done = subprocess.run(program + tree.arguments("language"), env=plain, capture_output=True, check=False)
             self.assertEqual(done.returncode, status)
         self.assertIn(b"is not in code page 1252", done.stderr)
         self.assertEqual((tree.folder / "out").read_bytes(), expected)
+        (tree.folder / "set.txt").write_text(page_932, encoding="utf-8")
+        (tree.folder / "xxx.txt").write_text(texts.replace("HELLO = a", "HELLO = " + 124 * "国"), encoding="utf-8")
+        self.assertIn("xxx.txt:1: error: HELLO: 256 bytes", tree.run("language")[1])
 
     def test_language_faults(self) -> None:
-        def texts(old: str, new: str) -> dict[str, str]:
-            self.assertIn(old, TEXTS)
-            return {"xxx_txt": TEXTS.replace(old, new)}
-
-        same_name = NAMES.replace("Gamma", "Beta")
-        faults = {
-            "missing text": (texts("\nONE = &One\n", "\n"), "xxx.txt:1: error: ONE is missing (used in menus.in:5)"),
-            "unused text": (texts("TITLE = T", "TITLE = T\nSPARE = x"), "xxx.txt:4: error: SPARE is not used"),
-            "text twice": (texts("TITLE = T", "TITLE = T\nTITLE = U"), "xxx.txt:4: error: TITLE is defined twice"),
-            "empty text": (texts("TITLE = T", "TITLE ="), "xxx.txt:3: error: TITLE is empty"),
-            "unknown escape": (texts("\\n", "\\q"), "xxx.txt:1: error: HELLO: unknown escape '\\q'"),
-            "lone backslash": (texts("TITLE = T", "TITLE = T\\"), "xxx.txt:3: error: TITLE: unknown escape '\\'"),
-            "not UTF-8": (texts("TITLE = T", "TITLE = \udcfc"), "xxx.txt:3: error: not UTF-8"),
-            "placeholder order": (texts("%d of %s", "%s of %d"), "xxx.txt:2: error: COUNT: placeholders differ"),
-            "placeholder gone": (texts("%d of %s", "%d"), "xxx.txt:2: error: COUNT: placeholders differ"),
-            "code page": (texts("TITLE = T", "TITLE = ジ"), "xxx.txt:3: error: TITLE: 'ジ' in 'ジ' is not in code page"),
-            "unknown code page": ({"set_txt": SETTINGS.replace("1252", "7")}, "set.txt:3: error: unknown code page 7"),
-            "setting gone": (
-                {"set_txt": SETTINGS.replace("CODE_PAGE = 1252\n", "")},
-                "set.txt:1: error: setting CODE_PAGE is missing",
-            ),
-            "no setting": ({"set_txt": SETTINGS + "TITLE = T\n"}, "set.txt:6: error: TITLE is no setting"),
-            "no language": (
-                {"set_txt": SETTINGS.replace("0x0c0a", "0x0000")},
-                "set.txt:1: error: LANGUAGE_ID: '0x0000' is not such a number",
-            ),
-            "dialog keys": (texts("&Place", "Pla&Nce"), "PLACE: access key 'n' is also NAME's in ZO_IDD_BOX"),
-            "menu keys": (texts("&Deep\n", "De&ep &m\n"), "DEEP: access key 'm' is also TWO's in TOP"),
-            "string twice": ({"strings_txt": STRINGS + "ZO_IDS_COUNT HELLO\n"}, "strings.txt:3: error: ZO_IDS_COUNT:"),
-            "string in country range": (
-                {"ids_h": HEADER.replace("HELLO 200", "HELLO 102")},
-                "strings.txt:1: error: ZO_IDS_HELLO: 102 is the number of a country name",
-            ),
-            "number twice": (
-                {"ids_h": HEADER.replace("0xC9", "0xC8")},
-                "ids.h:8: error: ZO_IDS_COUNT: 200 is already the number of ZO_IDS_HELLO",
-            ),
-            "control twice": (
-                {"dialogs_in": DIALOGS.replace("EDITTEXT ZO_IDC_PLACE", "EDITTEXT ZO_IDC_NAME")},
-                "dialogs.in:6: error: ZO_IDC_NAME: control 400 is already used by ZO_IDC_NAME in line 5",
-            ),
-            "unknown control": ({"dialogs_in": DIALOGS.replace("ZO_IDC_PLACE", "ZO_IDC_X")}, "ZO_IDC_X is not in"),
-            "literal text": ({"menus_in": MENUS.replace("@{ONE}", "One")}, 'menus.in:5: error: text "One" belongs'),
-            "no name": ({"en_xml": NAMES.replace('"CC"', '"DD"')}, "countries.txt:3: error: CC: no name in en.xml"),
-            "string forgotten": (
-                {"ids_h": HEADER + "#define ZO_IDS_NEW 202\n"},
-                "strings.txt:1: error: ZO_IDS_NEW of the resource header is missing",
-            ),
-            "dialog forgotten": (
-                {"ids_h": HEADER + "#define ZO_IDD_NEW 302\n"},
-                "ids.h:1: error: ZO_IDD_NEW stands in no skeleton",
-            ),
-            "string too long": (
-                texts("HELLO = a", "HELLO = " + 246 * "a" + " ü"),
-                "xxx.txt:1: error: HELLO: 256 bytes, and 255 are the most",
-            ),
-            "string too long in bytes": (
-                {
-                    "set_txt": SETTINGS.replace("1252", "932"),
-                    "xxx_txt": TEXTS.replace("HELLO = a", "HELLO = " + 124 * "国"),
-                    "en_xml": PLAIN,
-                },
-                "xxx.txt:1: error: HELLO: 256 bytes",
-            ),
-            "access key gone": (texts("&Deep", "Deep"), "xxx.txt:9: error: DEEP: access key is missing"),
-            "same name": ({"en_xml": same_name}, "countries.txt:3: error: CC: named 'Beta' like BB"),
-            "name code page": ({"en_xml": NAMES.replace("Beta", "ベ")}, "countries.txt:2: error: BB: 'ベ'"),
-        }
-        for what, (replaced, complaint) in faults.items():
-            with self.subTest(what):
-                tree = self.tree(**replaced)
-                status, errors = tree.run("language")
-                self.assertEqual(status, 1)
-                self.assertIn(complaint, errors)
-                self.assertFalse((tree.folder / "out").exists())
+        too_long = "HELLO = " + 246 * "a" + " ü"
+        no_country = "strings.txt:1: error: ZO_IDS_HELLO: 102 is the number of a country name"
+        no_number = "set.txt:1: error: LANGUAGE_ID: '0x0000' is not such a number"
+        forgotten = "strings.txt:1: error: ZO_IDS_NEW of the resource header is missing"
+        number_twice = "ids.h:8: error: ZO_IDS_COUNT: 200 is already the number of ZO_IDS_HELLO"
+        control_twice = "dialogs.in:6: error: ZO_IDC_NAME: control 400 is already used by ZO_IDC_NAME in line 5"
+        faults = [
+            ("xxx.txt", "\nONE = &One\n", "\n", "xxx.txt:1: error: ONE is missing (used in menus.in:5)"),
+            ("xxx.txt", "TITLE = T", "TITLE = T\nSPARE = x", "xxx.txt:4: error: SPARE is not used"),
+            ("xxx.txt", "TITLE = T", "TITLE = T\nTITLE = U", "xxx.txt:4: error: TITLE is defined twice"),
+            ("xxx.txt", "TITLE = T", "TITLE =", "xxx.txt:3: error: TITLE is empty"),
+            ("xxx.txt", "\\n", "\\q", "xxx.txt:1: error: HELLO: unknown escape '\\q'"),
+            ("xxx.txt", "TITLE = T", "TITLE = T\\", "xxx.txt:3: error: TITLE: unknown escape '\\'"),
+            ("xxx.txt", "TITLE = T", "TITLE = \udcfc", "xxx.txt:3: error: not UTF-8"),
+            ("xxx.txt", "%d of %s", "%s of %d", "xxx.txt:2: error: COUNT: placeholders differ"),
+            ("xxx.txt", "%d of %s", "%d", "xxx.txt:2: error: COUNT: placeholders differ"),
+            ("xxx.txt", "TITLE = T", "TITLE = ジ", "xxx.txt:3: error: TITLE: 'ジ' in 'ジ' is not in code page"),
+            ("xxx.txt", "HELLO = a", too_long, "xxx.txt:1: error: HELLO: 256 bytes, and 255 are the most"),
+            ("xxx.txt", "&Deep", "Deep", "xxx.txt:9: error: DEEP: access key is missing"),
+            ("xxx.txt", "&Place", "Pla&Nce", "PLACE: access key 'n' is also NAME's in ZO_IDD_BOX"),
+            ("xxx.txt", "&Deep\n", "De&ep &m\n", "DEEP: access key 'm' is also TWO's in TOP"),
+            ("set.txt", "1252", "7", "set.txt:3: error: unknown code page 7"),
+            ("set.txt", "CODE_PAGE = 1252\n", "", "set.txt:1: error: setting CODE_PAGE is missing"),
+            ("set.txt", "= 8\n", "= 8\nTITLE = T\n", "set.txt:6: error: TITLE is no setting"),
+            ("set.txt", "0x0c0a", "0x0000", no_number),
+            ("strings.txt", "COUNT\n", "COUNT\nZO_IDS_COUNT HELLO\n", "strings.txt:3: error: ZO_IDS_COUNT:"),
+            ("ids.h", "HELLO 200", "HELLO 102", no_country),
+            ("ids.h", "0xC9", "0xC8", number_twice),
+            ("ids.h", "#define ZO_IDD", "#define ZO_IDS_NEW 202\n#define ZO_IDD", forgotten),
+            ("ids.h", "BOX 300", "BOX 300\n#define ZO_IDD_NEW 302", "ids.h:1: error: ZO_IDD_NEW stands in no skeleton"),
+            ("dialogs.in", "EDITTEXT ZO_IDC_PLACE", "EDITTEXT ZO_IDC_NAME", control_twice),
+            ("dialogs.in", "ZO_IDC_PLACE", "ZO_IDC_X", "ZO_IDC_X is not in"),
+            ("menus.in", "@{ONE}", "One", 'menus.in:5: error: text "One" belongs'),
+            ("en.xml", '"CC"', '"DD"', "countries.txt:3: error: CC: no name in en.xml"),
+            ("en.xml", "Gamma", "Beta", "countries.txt:3: error: CC: named 'Beta' like BB"),
+            ("en.xml", "Beta", "ベ", "countries.txt:2: error: BB: 'ベ'"),
+        ]
+        self.expect_complaints("language", faults)
 
     def test_tables(self) -> None:
         tree = self.tree()
@@ -273,31 +247,21 @@ class Generator(unittest.TestCase):
             self.assertEqual(sheet.size, (2 * CELL[0], 2 * CELL[1]))
 
     def test_table_faults(self) -> None:
-        def countries(old: str, new: str) -> dict[str, str]:
-            self.assertIn(old, COUNTRIES)
-            return {"countries_txt": COUNTRIES.replace(old, new)}
-
-        faults = {
-            "country twice": (countries("CC 983", "AA 983"), "countries.txt:3: error: AA: iso code AA is already used"),
-            "number twice": (countries("983", "036"), "countries.txt:3: error: CC: number 36 is already used in line 2"),
-            "area code twice": (countries("383 0", "242 1"), "CC: area code 242 is already used in line 2"),
-            "field missing": (countries(" 00 -", " -"), "countries.txt:3: error: 7 fields expected, 6 found"),
-            "not a number": (countries("383", "38x"), "countries.txt:3: error: CC: not a number: code '38x'"),
-            "too many countries": (countries("CC 983", "DD 982 1 0 00 - AA\nCC 983"), "4 countries, but strings for 3"),
-            "too many flags": (countries("- AA", "- own"), "3 flags, but cells for 2"),
-            "parent without flag": (countries("242 1 011 1 own", "242 1 011 1 CC"), "BB: 'CC' has no flag of its own"),
-            "no flag file": (countries("AA 004", "EE 004"), "EE: no flag: ee.png is missing"),
-            "locale twice": ({"locales_txt": LOCALES + "0409 AA"}, "locales.txt:4: error: locale 0409 is already used"),
-            "locale's country": ({"locales_txt": "0409 ZZ"}, "locales.txt:1: error: 0409: unknown country 'ZZ'"),
-            "locale zero": ({"locales_txt": "0000 AA"}, "locales.txt:1: error: '0000' is no locale"),
-        }
-        for what, (replaced, complaint) in faults.items():
-            with self.subTest(what):
-                tree = self.tree(**replaced)
-                status, errors = tree.run("tables")
-                self.assertEqual(status, 1)
-                self.assertIn(complaint, errors)
-                self.assertFalse((tree.folder / "out").exists())
+        faults = [
+            ("countries.txt", "CC 983", "AA 983", "countries.txt:3: error: AA: iso code AA is already used"),
+            ("countries.txt", "983", "036", "countries.txt:3: error: CC: number 36 is already used in line 2"),
+            ("countries.txt", "383 0", "242 1", "CC: area code 242 is already used in line 2"),
+            ("countries.txt", " 00 -", " -", "countries.txt:3: error: 7 fields expected, 6 found"),
+            ("countries.txt", "383", "38x", "countries.txt:3: error: CC: not a number: code '38x'"),
+            ("countries.txt", "CC 983", "DD 982 1 0 00 - AA\nCC 983", "4 countries, but strings for 3"),
+            ("countries.txt", "- AA", "- own", "3 flags, but cells for 2"),
+            ("countries.txt", "242 1 011 1 own", "242 1 011 1 CC", "BB: 'CC' has no flag of its own"),
+            ("countries.txt", "AA 004", "EE 004", "EE: no flag: ee.png is missing"),
+            ("locales.txt", "CC\n", "CC\n0409 AA", "locales.txt:4: error: locale 0409 is already used"),
+            ("locales.txt", "0409 BB", "0409 ZZ", "locales.txt:1: error: 0409: unknown country 'ZZ'"),
+            ("locales.txt", "0409", "0000", "locales.txt:1: error: '0000' is no locale"),
+        ]
+        self.expect_complaints("tables", faults)
 
     def test_flag_sheet(self) -> None:
         tree = self.tree()
