@@ -9,7 +9,9 @@ namespace {
 
 constexpr DWORD kMachine = ZO_MODE_LOCAL_MACHINE;
 constexpr char kUsers[] = "Software\\Zo Tests\\Plain\\7.12\\Users";
-constexpr char kLanguages[] = "Software\\Zo Tests\\Plain\\7.12\\Users\\tester\\Modules\\Fixture\\7.12\\Languages";
+constexpr char kModule[] = "Software\\Zo Tests\\Plain\\7.12\\Users\\tester\\Modules\\Fixture\\7.12";
+constexpr char kSuite[] = "Software\\Zo,Inc.\\Brixel Suite\\3.9\\Users\\tester\\Modules";
+const CString s_languages = CString(kModule) + "\\Languages";
 
 /// Runs the program. \return its exit code.
 DWORD Provision(const std::string& arguments) { return RunProgram("ZoProvision.exe " + arguments); }
@@ -39,6 +41,22 @@ protected:
         m_config.DoesSubkeyExist(kMachine, parent, name, exists);
         return exists;
     }
+    /// Runs the program, and sees what is registered then: users of the product, companies, modules of the suite.
+    void Run(const std::string& arguments, const std::string& registered, DWORD code = 0)
+    {
+        SCOPED_TRACE(arguments);
+        EXPECT_EQ(code, Provision(arguments));
+        std::string names;
+        for (const auto& [parent, name] : {std::pair{kUsers, "tester"},
+                                           {kUsers, "other"},
+                                           {"Software", "Zo Tests"},
+                                           {"Software", "Zo,Inc."},
+                                           {kSuite, "GlobalModule"},
+                                           {kSuite, "Workbench"}}) {
+            names += HasKey(parent, name) ? std::string(name) + "|" : "";
+        }
+        EXPECT_EQ(registered, names);
+    }
     /// The languages of the user "tester", each with its mark.
     std::set<std::string> Languages()
     {
@@ -48,7 +66,7 @@ protected:
                                                                  ("=" + std::to_string(ZoEnumeratedNumber(data))));
             return DWORD{0};
         };
-        m_config.EnumValues(kMachine, kLanguages, collect, &list);
+        m_config.EnumValues(kMachine, s_languages, collect, &list);
         return list;
     }
     DWORD Access(const CString& module)
@@ -81,15 +99,14 @@ TEST_F(ProvisionTest, RegistersAndChangesNothingThatIsThere)
 {
     using List = std::set<std::string>;
     const std::string user = "--user tester --languages 0409,0407";
-    const CString module = "Software\\Zo Tests\\Plain\\7.12\\Users\\tester\\Modules\\Fixture\\7.12";
     ASSERT_EQ(0u, Provision(user + s_plain));
     EXPECT_EQ((List{"0409=1", "0407=0"}), Languages()) << "the first one given is current";
-    EXPECT_EQ(0u, Access(module));
-    ASSERT_EQ(0u, m_config.SetValue(kMachine, module, "Access", 5));
-    ASSERT_EQ(0u, m_config.SetValue(kMachine, kLanguages, "0409", DWORD{0}));
-    ASSERT_EQ(0u, m_config.SetValue(kMachine, kLanguages, "0407", DWORD{1}));
+    EXPECT_EQ(0u, Access(kModule));
+    ASSERT_EQ(0u, m_config.SetValue(kMachine, kModule, "Access", 5));
+    ASSERT_EQ(0u, m_config.SetValue(kMachine, s_languages, "0409", DWORD{0}));
+    ASSERT_EQ(0u, m_config.SetValue(kMachine, s_languages, "0407", DWORD{1}));
     ASSERT_EQ(0u, Provision(user + s_plain));
-    EXPECT_EQ(5u, Access(module));
+    EXPECT_EQ(5u, Access(kModule));
     EXPECT_EQ((List{"0409=0", "0407=1"}), Languages()) << "the user's choice stands";
     ASSERT_EQ(0u, Provision("--user tester --languages 0409" + s_plain));
     EXPECT_EQ(List{"0409=1"}, Languages()) << "a language taken away is no longer listed";
@@ -97,11 +114,8 @@ TEST_F(ProvisionTest, RegistersAndChangesNothingThatIsThere)
 
 TEST_F(ProvisionTest, LibraryStaysAsLongAsAProductNeedsIt)
 {
-    constexpr char kSuite[] = "Software\\Zo,Inc.\\Brixel Suite\\3.9\\Users\\tester\\Modules";
-    ASSERT_EQ(0u, Provision("--user tester" + s_plain));
-    ASSERT_EQ(0u, Provision("--user tester"));
-    EXPECT_TRUE(HasKey(kSuite, "GlobalModule"));
-    EXPECT_TRUE(HasKey(kSuite, "Workbench"));
+    Run("--user tester" + s_plain, "tester|Zo Tests|Zo,Inc.|GlobalModule|");
+    Run("--user tester", "tester|Zo Tests|Zo,Inc.|GlobalModule|Workbench|");
     const std::tuple<LPCSTR, DWORD, LPCSTR> templates[] = {
         {"VIEWBrixel", 1, "ZOVIEWER.DLL"}, {"DATABrixel", 7, "ZODATA.DLL"}, {"TELEBrixel", 15, "ZOPHONE.DLL"}};
     for (const auto& [module, access, fileName] : templates) {
@@ -111,46 +125,32 @@ TEST_F(ProvisionTest, LibraryStaysAsLongAsAProductNeedsIt)
         EXPECT_EQ(0u, m_config.GetValue(kMachine, key, "Template", name, sizeof name, ""));
         EXPECT_STREQ(fileName, name);
     }
-    EXPECT_EQ(0u, Provision("--remove"));
-    EXPECT_FALSE(HasKey(kSuite, "Workbench"));
-    EXPECT_TRUE(HasKey(kSuite, "GlobalModule")) << "the other product needs it";
-    EXPECT_EQ(0u, Provision("--remove" + s_plain));
-    EXPECT_FALSE(HasKey("Software", "Zo,Inc."));
-    EXPECT_FALSE(HasKey("Software", "Zo Tests"));
+    Run("--remove", "tester|Zo Tests|Zo,Inc.|GlobalModule|");
+    Run("--remove" + s_plain, "");
 }
 
 TEST_F(ProvisionTest, InstallationsOfAProductShareItsSettings)
 {
     const TestFolder other;
-    const std::string copy = other.Path("fixture_plain.DLL");
+    const std::string copy = other.Path("fixture_plain.DLL"), all = "tester|Zo Tests|Zo,Inc.|GlobalModule|";
     ASSERT_TRUE(CopyFileA((ProgramFolder() + "fixture_plain.DLL").c_str(), copy.c_str(), TRUE));
-    ASSERT_EQ(0u, Provision("--user tester" + s_plain));
-    ASSERT_EQ(0u, Provision("--user tester \"" + copy + "\""));
-    ASSERT_EQ(0u, Provision("--user tester" + s_plain)) << "once more, which counts once";
-    for (int round = 0; round < 2; ++round) { // the second time it is not registered any more
-        EXPECT_EQ(0u, Provision("--remove" + s_plain));
-        EXPECT_TRUE(HasKey(kUsers, "tester"));
-        EXPECT_TRUE(HasKey("Software", "Zo,Inc.")) << "the library is in use";
-    }
-    EXPECT_EQ(0u, Provision("--remove \"" + copy + "\""));
-    EXPECT_FALSE(HasKey("Software", "Zo Tests"));
-    EXPECT_FALSE(HasKey("Software", "Zo,Inc."));
+    for (const std::string& module : {s_plain, " \"" + copy + "\"", s_plain}) // the last once more, which counts once
+        Run("--user tester" + module, all);
+    for (int round = 0; round < 2; ++round) // the second time it is not registered any more
+        Run("--remove" + s_plain, all);
+    Run("--remove \"" + copy + "\"", "");
 }
 
 TEST_F(ProvisionTest, RemovesAUserOrAllOfTheProduct)
 {
-    ASSERT_EQ(0u, Provision("--user tester" + s_plain));
-    ASSERT_EQ(0u, Provision("--user other" + s_plain));
-    EXPECT_EQ(0u, Provision("--remove --user tester" + s_plain));
-    EXPECT_FALSE(HasKey(kUsers, "tester"));
-    EXPECT_TRUE(HasKey(kUsers, "other"));
-    EXPECT_EQ(0u, Provision("--remove" + s_plain));
-    EXPECT_FALSE(HasKey("Software", "Zo Tests")) << "with the keys above it that became empty";
-    EXPECT_EQ(0u, Provision("--remove" + s_plain)) << "nothing left to remove";
-
+    Run("--user tester" + s_plain, "tester|Zo Tests|Zo,Inc.|GlobalModule|");
+    Run("--user other" + s_plain, "tester|other|Zo Tests|Zo,Inc.|GlobalModule|");
+    Run("--remove --user tester" + s_plain, "other|Zo Tests|Zo,Inc.|GlobalModule|");
+    Run("--remove" + s_plain, ""); // with the keys above it that became empty
+    Run("--remove" + s_plain, ""); // nothing left to remove
     ASSERT_EQ(0u, m_config.CreateKey(kMachine, "Software\\Zo Tests\\Another Product"));
-    ASSERT_EQ(0u, Provision("--user tester" + s_plain));
-    EXPECT_EQ(0u, Provision("--remove" + s_plain));
+    Run("--user tester" + s_plain, "tester|Zo Tests|Zo,Inc.|GlobalModule|");
+    Run("--remove" + s_plain, "Zo Tests|");
     EXPECT_TRUE(HasKey("Software\\Zo Tests", "Another Product"));
 }
 
@@ -158,19 +158,16 @@ TEST_F(ProvisionTest, WhatCouldNotBeRemovedCanBeRemovedAgain)
 {
     // A name that has no form in the code page stops the deletion.
     constexpr wchar_t kStuck[] = L"Software\\Zo Tests\\Plain\\7.12\\Users\\tester\\\xD7\x5D0";
-    ASSERT_EQ(0u, Provision("--user tester" + s_plain));
+    const std::string all = "tester|Zo Tests|Zo,Inc.|GlobalModule|";
+    Run("--user tester" + s_plain, all);
     HKEY stuck = nullptr;
     ASSERT_EQ(0, RegCreateKeyExW(HKEY_LOCAL_MACHINE, kStuck, 0, nullptr, 0, KEY_READ | KEY_WOW64_32KEY, nullptr, &stuck,
                                  nullptr));
     RegCloseKey(stuck);
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(1u, Provision("--remove --user tester" + s_plain));
-        EXPECT_EQ(1u, Provision("--remove" + s_plain));
-        EXPECT_TRUE(HasKey(kUsers, "tester"));
-    }
+    for (const char* remove : {"--remove --user tester", "--remove", "--remove --user tester", "--remove"})
+        Run(remove + s_plain, all, 1);
     EXPECT_EQ(0, RegDeleteKeyExW(HKEY_LOCAL_MACHINE, kStuck, KEY_WOW64_32KEY, 0));
-    EXPECT_EQ(0u, Provision("--remove" + s_plain));
-    EXPECT_FALSE(HasKey("Software", "Zo Tests"));
+    Run("--remove" + s_plain, "");
 }
 
 TEST(Workbench, TakesNoLibraryFromTheCurrentFolder)
