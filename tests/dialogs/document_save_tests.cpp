@@ -1,4 +1,5 @@
 // The names of documents, and saving them.
+#include "dialog_faults.h"
 #include "document_test.h"
 #include "support/test.h"
 
@@ -235,30 +236,23 @@ TEST_F(DocumentSave, SurvivesMissingMemory)
 {
     const std::string given = Path("given.let");
     m_document.SetPathName(given.c_str());
-    AllocationFaults faults;
-    const BoxStub noBox;
-    {
-        SCOPED_TRACE("saving");
-        RunFaultLoop(faults, [&](const FaultRun& run) {
-            const int result = ZoDoSave(&m_document, given.c_str(), "", "x", 1);
-            const bool failed = run.Fired();
-            run.Stop();
-            EXPECT_TRUE(failed || result == 1);
-            EXPECT_EQ(result == 1, m_folder.Read("given.let") == "saved");
-            ::DeleteFileA(given.c_str());
-        });
-    }
+    const auto person = [](HWND dialog) { Command(dialog, IDCANCEL); };
+    const auto save = [&](const FaultRun& run) {
+        const int result = ZoDoSave(&m_document, given.c_str(), "", "x", 1);
+        run.Stop();
+        EXPECT_TRUE(run.Fired() || result == 1);
+        EXPECT_EQ(result == 1, m_folder.Read("given.let") == "saved");
+        ::DeleteFileA(given.c_str());
+    };
+    RunDialogFaults(person, save, {.system = 0});
     Add(new NamedType("One", ".1"));
     Add(new NamedType("Two", ".2"));
     const CString kept = "kept";
-    const AnyDialogDriver driver([](HWND dialog) { Command(dialog, IDCANCEL); });
-    RunFaultLoop(faults,
-                 [&](const FaultRun& run) {
-                     CString name = kept;
-                     const int result = ZoDoPromptFileName(name, 0, 0, TRUE, nullptr, m_application.get());
-                     run.Stop();
-                     EXPECT_EQ(0, result);
-                     EXPECT_STREQ("kept", name);
-                 },
-                 {.stride = 7});
+    const auto ask = [&](const FaultRun& run) {
+        CString name = kept;
+        EXPECT_EQ(0, ZoDoPromptFileName(name, 0, 0, TRUE, nullptr, m_application.get()));
+        run.Stop();
+        EXPECT_STREQ("kept", name);
+    };
+    RunDialogFaults(person, ask, {.memory = 7, .system = 0});
 }

@@ -1,4 +1,5 @@
 // The choice of a new document's type, as a real window.
+#include "dialog_faults.h"
 #include "document_test.h"
 #include "support/test.h"
 
@@ -152,34 +153,21 @@ TEST_F(NewDocument, DrawsIconsAndNames)
 
 TEST_F(NewDocument, SurvivesFailures)
 {
-    const BoxStub noBox;
     Add(kSheet);
     CDocTemplate* letter = Add(kLetter);
-    const auto run = [&](const FaultRun& run) {
+    const auto person = [](HWND window) {
+        SendDlgItemMessageA(window, kList, LB_SETCURSEL, 1, 0);
+        Command(window, kList, LBN_SELCHANGE);
+        Command(window, IDOK);
+    };
+    const auto show = [&](const FaultRun& run) {
         CZoNewBrixelDocType dialog(m_application.get(), nullptr);
-        const AnyDialogDriver driver([](HWND window) {
-            SendDlgItemMessageA(window, kList, LB_SETCURSEL, 1, 0);
-            Command(window, kList, LBN_SELCHANGE);
-            Command(window, IDOK);
-        });
         const INT_PTR result = dialog.DoModal();
-        const bool failed = run.Fired();
         run.Stop();
-        EXPECT_TRUE(failed || (result == IDOK && dialog.GetDocTemplate() == letter)) << result;
+        EXPECT_TRUE(run.Fired() || (result == IDOK && dialog.GetDocTemplate() == letter)) << result;
         EXPECT_TRUE(result == IDOK || result == IDABORT || result == IDCANCEL || result == -1) << result;
     };
-    {
-        AllocationFaults faults;
-        RunFaultLoop(faults, run);
-    }
-    FaultSource messages("list box");
-    ZO_FAULTY_CALL(SendMessageA) send(messages, "ZOGBLBRX.DLL", LB_ERR);
-    RunFaultLoop(messages, run);
-    FaultSource drawing("drawing");
-    ZO_FAULTY_CALL(GetDC) dc(drawing, "ZOGBLBRX.DLL", nullptr);
-    ZO_FAULTY_CALL(GetTextMetricsA) metrics(drawing, "ZOGBLBRX.DLL", FALSE);
-    ZO_FAULTY_CALL(LoadIconA) icon(drawing, "ZOGBLBRX.DLL", nullptr);
-    RunFaultLoop(drawing, run);
+    RunDialogFaults(person, show, {.controls = 1});
     ZoGblDumpLanguageDLL();
     Show(-1); // without a language library
     EXPECT_TRUE(ZoGblLoadLanguageDLL());

@@ -1,4 +1,6 @@
 // The question for a program, as a real window.
+#include "dialog_faults.h"
+
 #include "support/product_test.h"
 #include "support/test.h"
 
@@ -82,17 +84,12 @@ TEST_F(ProgramPrompt, LetsTheUserBrowse)
 
 TEST_F(ProgramPrompt, SurvivesMissingMemory)
 {
-    const BoxStub noBox;
-    AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
+    const auto show = [&](const FaultRun& run) {
         CZoProgramPromptDlg dialog("Title", "Where?", m_program.c_str(), nullptr);
-        const AnyDialogDriver driver([](HWND window) { Command(window, IDOK); });
         const INT_PTR result = dialog.DoModal();
-        const bool failed = run.Fired();
         run.Stop();
-        EXPECT_TRUE(failed || result == IDOK);
-        EXPECT_TRUE(result == IDOK || result == IDCANCEL || result == -1) << result;
-        EXPECT_TRUE(dialog.GetPath() == m_program.c_str() || (failed && dialog.GetPath().IsEmpty()))
-            << dialog.GetPath();
-    });
+        EXPECT_TRUE(result == IDOK || (run.Fired() && (result == IDCANCEL || result == -1))) << result;
+        EXPECT_TRUE(dialog.GetPath() == m_program.c_str() || (run.Fired() && dialog.GetPath().IsEmpty()));
+    };
+    RunDialogFaults([](HWND window) { Command(window, IDOK); }, show, {.system = 0});
 }

@@ -1,4 +1,6 @@
 // Sheets of pages, driven by keys and clicks.
+#include "dialog_faults.h"
+
 #include "support/product_test.h"
 #include "support/test.h"
 
@@ -188,7 +190,7 @@ TEST_F(PropertySheetTest, FollowsTheLanguage)
 {
     Sheet sheet;
     const auto buttons = [](HWND window) { return TextOf(window, IDOK) + ", " + TextOf(window, IDCANCEL); };
-    const DialogDriver driver{[&](HWND window) {
+    const auto follow = [&](HWND window) {
         Press(sheet.PageWindow(), kNote);
         EXPECT_EQ("Close, Cancel", buttons(window));
         EXPECT_FALSE(IsEnabled(window, IDCANCEL));
@@ -203,23 +205,32 @@ TEST_F(PropertySheetTest, FollowsTheLanguage)
         EXPECT_STREQ(apply, TextOf(window, kApply).c_str());
         EXPECT_EQ("No&te", TextOf(sheet.PageWindow(), kNote));
         EXPECT_EQ("typed", TextOf(sheet.PageWindow(), kName));
+        char title[20] = "";
+        const TCITEMA tab = {TCIF_TEXT, 0, 0, title, sizeof title, 0, 0};
+        SendMessageA(reinterpret_cast<HWND>(SendMessageA(window, PSM_GETTABCONTROL, 0, 0)), TCM_GETITEMA, 0,
+                     reinterpret_cast<LPARAM>(&tab));
+        EXPECT_STREQ("First", title);
         Press(window, IDOK);
-    }};
+    };
+    const auto again = [&](HWND window) {
+        EXPECT_EQ("OK, Abbrechen", buttons(window));
+        Press(window, IDOK);
+    };
+    const DialogDriver driver{follow, again};
+    EXPECT_EQ(IDOK, sheet.DoModal());
     EXPECT_EQ(IDOK, sheet.DoModal());
 }
 
 TEST_F(PropertySheetTest, OpensOrSaysNoWithoutMemory)
 {
-    AllocationFaults memory;
-    RunFaultLoop(memory, [&](const FaultRun& run) {
+    const auto show = [](const FaultRun& run) {
         INT_PTR result = -1;
         try {
-            Sheet sheet;
-            const AnyDialogDriver driver([](HWND window) { Command(window, IDCANCEL); });
-            result = sheet.DoModal();
+            result = Sheet().DoModal();
         } catch (CMemoryException* e) {
             e->Delete(); // out of the constructor
         }
         EXPECT_TRUE(result == IDCANCEL || (run.Fired() && result == -1)) << result;
-    });
+    };
+    RunDialogFaults([](HWND window) { Command(window, IDCANCEL); }, show, {.system = 0});
 }

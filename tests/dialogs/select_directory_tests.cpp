@@ -1,4 +1,6 @@
 // The folder picker, driven as a person would.
+#include "dialog_faults.h"
+
 #include "support/product_test.h"
 #include "support/test.h"
 
@@ -283,41 +285,25 @@ TEST_F(SelectDirectory, KeepsToItsBuffer)
 TEST_F(SelectDirectory, SurvivesFailures)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
-    const BoxStub noBox(IDNO);
     const CurrentFolder current(Path("")); // shown, and so the place of new folders, if "One" cannot be read
-    const auto run = [&](const FaultRun& run) {
-        const AnyDialogDriver driver([](HWND dialog) {
-            Command(dialog, kNew);
-            Command(dialog, IDOK);
-        });
+    const auto person = [](HWND dialog) { Command(dialog, kNew), Command(dialog, IDOK); };
+    const auto show = [&](const FaultRun& run) {
         const int result = Ask(Path("One"), ZO_SELECT_CREATE_INITIAL | kKeep);
-        const bool failed = run.Fired();
         run.Stop();
-        EXPECT_TRUE(result == IDOK || (failed && result == ZO_SELECT_CANCEL)) << result;
+        EXPECT_TRUE(result == IDOK || (run.Fired() && result == ZO_SELECT_CANCEL)) << result;
         EXPECT_EQ(result == IDOK, m_buffer[0] != '\0');
         EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(m_owner));
         EXPECT_TRUE(::IsWindowEnabled(m_owner));
         for (const char* name : {"One\\New folder", "New folder"})
             ::RemoveDirectoryA(Path(name).c_str());
     };
+    RunDialogFaults(person, show, {.memory = 29, .system = 9});
     {
         AllocationFaults faults;
-        RunFaultLoop(faults, run, {.stride = 29});
         faults.Arm(1, false);
         EXPECT_EQ(ZO_SELECT_CANCEL, Ask(Path("One")));
         EXPECT_EQ(ZO_SELECT_ERROR_OBJECT, CZoGlobalError::GetError());
-        faults.Disarm();
     }
-    FileFaults files(ERROR_PATH_NOT_FOUND);
-    ZO_FAULTY_CALL(GetFullPathNameA) full(files, "ZOGBLBRX.DLL", 0, ERROR_INVALID_NAME);
-    RunFaultLoop(files, run, {.stride = 9});
-    FaultSource system("system");
-    ZO_FAULTY_CALL(LoadLibraryA) load(system, "ZOGBLBRX.DLL", nullptr, ERROR_NOT_ENOUGH_MEMORY);
-    ZO_FAULTY_CALL(GetProcAddress) bind(system, "ZOGBLBRX.DLL", nullptr, ERROR_PROC_NOT_FOUND);
-    ZO_FAULTY_CALL(CreateCompatibleDC) dc(system, "ZOGBLBRX.DLL", nullptr);
-    ZO_FAULTY_CALL(CreateCompatibleBitmap) bitmap(system, "ZOGBLBRX.DLL", nullptr);
-    ZO_FAULTY_CALL(CreateSolidBrush) brush(system, "ZOGBLBRX.DLL", nullptr);
-    RunFaultLoop(system, run);
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(ZO_SELECT_CANCEL, Ask(Path("One"))) << "without a language library";
     EXPECT_EQ(ZO_SELECT_ERROR_DIALOG, CZoGlobalError::GetError());

@@ -1,4 +1,5 @@
 // The editor of tools files, driven by keys and clicks.
+#include "dialogs/dialog_faults.h"
 #include "support/test.h"
 #include "tool_fixture.h"
 
@@ -413,32 +414,27 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
 
 TEST_F(ToolSheet, SurvivesMissingMemory)
 {
-    // The framework's word on an exception in a message, and one box beforehand for what the system keeps of the first.
-    const BoxStub noBox;
-    {
+    { // of a first box the system keeps something
         const DialogDriver driver{Pressing(IDYES)};
         MessageBoxA(nullptr, "text", "title", MB_YESNO | MB_ICONEXCLAMATION);
     }
-    AllocationFaults faults;
     Write({"a", "b"});
-    const auto run = [&](const FaultRun& run) {
-        {
-            const AnyDialogDriver driver([](HWND window) {
-                if (GetDlgItem(window, kDown) != nullptr) {
-                    SendMessageA(GetDlgItem(window, kDown), BM_CLICK, 0, 0);
-                    ShowPage(window, kConsole);
-                }
-                Command(window, IDOK);
-            });
-            EditToolItemFile(m_file.c_str(), nullptr);
+    const auto person = [](HWND window) {
+        if (GetDlgItem(window, kDown) != nullptr) {
+            Command(window, kDown);
+            ShowPage(window, kConsole);
         }
+        Command(window, IDOK);
+    };
+    const auto show = [&](const FaultRun& run) {
+        EditToolItemFile(m_file.c_str(), nullptr);
         run.Stop();
         // Both items, in one order or the other; or none, of a file whose items found no memory.
-        const std::string bytes = Read();
-        EXPECT_TRUE(bytes.size() == 144 + 2 * 1536 || (run.Fired() && bytes.size() < 144 + 2 * 1536));
+        const size_t size = Read().size(), whole = 144 + 2 * 1536;
+        EXPECT_TRUE(size == whole || (run.Fired() && size < whole));
         Write({"a", "b"});
     };
-    RunFaultLoop(faults, run, {.stride = 23});
+    RunDialogFaults(person, show, {.memory = 23, .system = 0});
 }
 
 TEST_F(ToolSheet, LetsAFileBeChosen)

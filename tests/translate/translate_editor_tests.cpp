@@ -1,4 +1,5 @@
 // The chooser and the editor of translation tables, driven by keys and clicks.
+#include "dialogs/dialog_faults.h"
 #include "support/test.h"
 #include "translate_fixture.h"
 
@@ -414,7 +415,7 @@ TEST_F(TranslateEditor, DrawsRowsAndWhatCannotBe)
     m_table.SetLastInput(256);
     m_table.SetLastOutput(0xFFFFFFFF);
     m_table.SetLastModeI(2);
-    const DialogDriver driver{[&](HWND sheet) {
+    const auto look = [&](HWND sheet) {
         EXPECT_EQ(0, ChosenRow(ShowPage(sheet, 1), kPages[1].list));
         const HWND page = ShowPage(sheet, 0);
         EXPECT_EQ(0, ChosenRow(page, kInput.list));
@@ -442,8 +443,11 @@ TEST_F(TranslateEditor, DrawsRowsAndWhatCannotBe)
             EXPECT_EQ((row.state & ODS_FOCUS) != 0, hasFrame);
         }
         Press(sheet, IDOK);
-    }};
-    EXPECT_EQ(ZO_TRANSLATE_SUCCESS, m_table.Edit(nullptr));
+    };
+    const DialogDriver driver{look, look};
+    CGblIotSheet sheet(&m_table, nullptr);
+    EXPECT_EQ(IDOK, sheet.DoModal());
+    ZO_EXPECT_NO_LEAK(sheet.DoModal());
     EXPECT_EQ(256u, m_table.GetLastInput()) << "nobody chose another";
     EXPECT_EQ(2u, m_table.GetLastModeI());
 }
@@ -451,7 +455,6 @@ TEST_F(TranslateEditor, DrawsRowsAndWhatCannotBe)
 TEST_F(TranslateEditor, SurvivesFailures)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
-    const BoxStub noBox;
     const ImportPatch noSound( // the system keeps what its first sound needs
         "ZOGBLBRX.DLL", "MessageBeep", +[](UINT) WINAPI -> BOOL { return TRUE; });
     TranslationFile after = m_start;
@@ -469,7 +472,6 @@ TEST_F(TranslateEditor, SurvivesFailures)
     const auto edit = [&](const FaultRun& run) {
         CGblTranslate table;
         table.CopyData(&m_table);
-        const AnyDialogDriver driver(person);
         const DWORD status = table.Edit(nullptr);
         run.Stop();
         EXPECT_TRUE(run.Fired() || status == ZO_TRANSLATE_SUCCESS) << status;
@@ -482,27 +484,12 @@ TEST_F(TranslateEditor, SurvivesFailures)
     };
     const auto choose = [&](const FaultRun& run) {
         CGblTranslate table;
-        const AnyDialogDriver driver(person);
         const DWORD status = table.Load(nullptr, m_file.c_str());
         run.Stop();
         EXPECT_TRUE(run.Fired() || (status == ZO_TRANSLATE_SUCCESS && ImageOf(table) == m_start.Bytes() + m_file));
     };
-    const auto tryBoth = [&](FaultSource&& faults, int stride = 1) {
-        RunFaultLoop(faults, choose);
-        RunFaultLoop(faults, edit, {.stride = stride});
-    };
-    tryBoth(AllocationFaults(), 13);
-    tryBoth(FrameworkFileFaults());
-    tryBoth(FileFaults(ERROR_ACCESS_DENIED));
-    FaultSource drawing("drawing");
-    ZO_FAULTY_CALL(LoadBitmapA) load(drawing, "ZOGBLBRX.DLL", nullptr);
-    ZO_FAULTY_CALL(GetDC) dc(drawing, "ZOGBLBRX.DLL", nullptr);
-    ZO_FAULTY_CALL(GetTextMetricsA) metrics(drawing, "ZOGBLBRX.DLL", FALSE);
-    ZO_FAULTY_CALL(CreateCompatibleDC) memory(drawing, "ZOGBLBRX.DLL", nullptr);
-    RunFaultLoop(drawing, edit, {.stride = 7});
-    FaultSource messages("controls");
-    ZO_FAULTY_CALL(SendMessageA) send(messages, "ZOGBLBRX.DLL", LB_ERR);
-    RunFaultLoop(messages, edit, {.stride = 127});
+    RunDialogFaults(person, choose, {.files = 1});
+    RunDialogFaults(person, edit, {.memory = 13, .system = 7, .controls = 127, .files = 1});
     ZoGblDumpLanguageDLL();
     EXPECT_EQ(ZO_TRANSLATE_NO_MEMORY, m_table.Edit(nullptr)) << "without a language library";
     EXPECT_EQ(ZO_TRANSLATE_NO_MEMORY, m_table.Load(nullptr, m_file.c_str()));
