@@ -1,4 +1,5 @@
 // Items: what their fields take, and how their programs start.
+#include "dialogs/dialog_faults.h"
 #include "support/test.h"
 #include "tool_fixture.h"
 
@@ -221,17 +222,14 @@ TEST_F(PatchedStart, AsksForTheArguments)
 TEST_F(PatchedStart, StartsNothingWithoutMemoryForTheQuestion)
 {
     m_item.SetDataFlags(ZO_TLM_ASK_ARGUMENTS);
-    const BoxStub noBox;
-    AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
+    const auto start = [&](const FaultRun& run) {
         g_started = {};
-        const AnyDialogDriver driver([](HWND dialog) { Command(dialog, IDOK); });
         const DWORD status = m_item.ActivateItem(nullptr);
-        const bool fired = run.Fired();
         run.Stop();
-        EXPECT_TRUE(status == 0 || (fired && (status == 1 || status == 2))) << status;
+        EXPECT_TRUE(status == 0 || (run.Fired() && (status == 1 || status == 2))) << status;
         EXPECT_EQ(status == 0, g_started.count == 1);
-    });
+    };
+    RunDialogFaults([](HWND dialog) { Command(dialog, IDOK); }, start, {.system = 0});
 }
 
 namespace {

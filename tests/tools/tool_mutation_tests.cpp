@@ -26,6 +26,7 @@ std::string MakeFile(Random& random)
     Damage(
         random, 0, 3,
         {[&] { file[random() % (std::min)(file.size(), size_t{144})] ^= static_cast<char>(1 << random() % 8); },
+         [&] { file.replace((std::min)(file.size(), size_t{random() % 3 * 4}), 4, BytesOf(DWORD{random()})); },
          [&] { put(random() % 14 * 4, BytesOf(DWORD{random()})); }, unended, unended,
          [&] { put(56 + random() % 952, byte()); },
          [&] { file.resize(file.size() - (std::min<size_t>)(file.size() - 1, random() % (random() % 3 ? 2 : 2000))); },
