@@ -55,6 +55,18 @@ std::string Quote(const std::string& argument)
     return "\"" + argument + (!argument.empty() && argument.back() == '\\' ? "\\" : "") + "\"";
 }
 
+/// Starts a program that inherits handles, in \p folder if that is not empty; a failure and a null process if it does not start.
+PROCESS_INFORMATION Start(std::string command, const std::string& folder)
+{
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                        folder.empty() ? nullptr : folder.c_str(), &startup, &process))
+        ADD_FAILURE() << command << " does not start, error " << GetLastError();
+    return process;
+}
+
 } // namespace
 
 int WaitAnsweringMessages(const std::vector<HANDLE>& handles, DWORD milliseconds)
@@ -80,20 +92,14 @@ int WaitAnsweringMessages(const std::vector<HANDLE>& handles, DWORD milliseconds
 
 DWORD RunProgram(std::string command, const std::string& folder, void (*meanwhile)(DWORD thread))
 {
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                        (folder.empty() ? ProgramFolder() : folder).c_str(), &startup, &process)) {
-        ADD_FAILURE() << command << " does not start, error " << GetLastError();
+    const PROCESS_INFORMATION process = Start(std::move(command), folder.empty() ? ProgramFolder() : folder);
+    if (process.hProcess == nullptr)
         return 1000;
-    }
-    for (const DWORD begin = GetTickCount(); GetTickCount() - begin < kChildTimeout;) {
-        if (WaitForSingleObject(process.hProcess, 100) != WAIT_TIMEOUT)
-            break;
+    WaitUntil([&] {
         if (meanwhile != nullptr)
             meanwhile(process.dwThreadId);
-    }
+        return WaitForSingleObject(process.hProcess, 100) == WAIT_OBJECT_0;
+    });
     TerminateProcess(process.hProcess, 1001); // if it hangs
     WaitForSingleObject(process.hProcess, kChildTimeout);
     DWORD code = 1000;
@@ -105,37 +111,34 @@ DWORD RunProgram(std::string command, const std::string& folder, void (*meanwhil
 
 bool WaitUntil(const std::function<bool()>& condition)
 {
-    for (const DWORD begin = GetTickCount(); !condition() && GetTickCount() - begin < kChildTimeout;)
+    const DWORD begin = GetTickCount();
+    bool holds;
+    while (!(holds = condition()) && GetTickCount() - begin < kChildTimeout)
         WaitAnsweringMessages({}, 10);
-    return condition();
+    return holds;
 }
 
 // Child ---------------------------------------------------------------------------------------------------------------
 
 ChildRegistration::ChildRegistration(const char* name, Function function) { Functions()[name] = function; }
 
-ChildContext::ChildContext(std::vector<std::string> arguments, HANDLE ready, HANDLE go, HANDLE results)
-    : m_arguments(std::move(arguments)), m_ready(ready), m_go(go), m_results(results)
-{
-}
-
 std::string ChildContext::Argument(size_t index) const
 {
-    if (index < m_arguments.size())
-        return m_arguments[index];
+    if (index < arguments.size())
+        return arguments[index];
     ADD_FAILURE() << "the child was started without argument " << index;
     return {};
 }
 
-void ChildContext::Ready() const { EXPECT_TRUE(SetEvent(m_ready)); }
-void ChildContext::WaitForGo() const { EXPECT_EQ(0, WaitAnsweringMessages({m_go})) << "the parent never said go"; }
-void ChildContext::Report(const std::string& text) const { WriteEntry(m_results, kReport, text); }
+void ChildContext::Ready() const { EXPECT_TRUE(SetEvent(ready)); }
+void ChildContext::WaitForGo() const { EXPECT_EQ(0, WaitAnsweringMessages({go})) << "the parent never said go"; }
+void ChildContext::Report(const std::string& text) const { WriteEntry(results, kReport, text); }
 
-// --child=<name> <result file> <ready event> <go event> <argument>...
+// --child=<name> <ready event> <go event> <result file> <argument>...
 static int FindChildOption(int argc, char** argv)
 {
     int at = 1;
-    while (at < argc && std::string(argv[at]).rfind(kChildOption, 0) != 0)
+    while (at < argc && !std::string(argv[at]).starts_with(kChildOption))
         ++at;
     return at;
 }
@@ -145,21 +148,15 @@ bool IsChild(int argc, char** argv) { return FindChildOption(argc, argv) < argc;
 int RunAsChild(int argc, char** argv)
 {
     const int at = FindChildOption(argc, argv);
-    if (at + 3 >= argc)
+    const auto found = Functions().find(argv[at] + sizeof kChildOption - 1);
+    if (found == Functions().end())
         return kBadCommandLine;
-    const std::string name = std::string(argv[at]).substr(sizeof kChildOption - 1);
-    const HANDLE results = CreateFileA(argv[at + 1], GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                       OPEN_EXISTING, 0, nullptr);
-    const HANDLE ready = OpenEventA(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, argv[at + 2]);
-    const HANDLE go = OpenEventA(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, argv[at + 3]);
-    const ChildContext context({argv + at + 4, argv + argc}, ready, go, results);
-    const auto found = Functions().find(name);
-    if (results == INVALID_HANDLE_VALUE || ready == nullptr || go == nullptr || found == Functions().end())
-        return kBadCommandLine;
+    const auto handle = [&](int index) { return ULongToHandle(std::stoul(argv[at + index])); };
+    const ChildContext context = {handle(1), handle(2), handle(3), {argv + at + 4, argv + argc}};
 
     testing::TestEventListeners& listeners = testing::UnitTest::GetInstance()->listeners();
     delete listeners.Release(listeners.default_result_printer());
-    listeners.Append(new FailureWriter(results));
+    listeners.Append(new FailureWriter(context.results));
     found->second(context);
     return kComplete;
 }
@@ -168,32 +165,27 @@ int RunAsChild(int argc, char** argv)
 
 ChildProcess::ChildProcess(const std::string& name, const std::vector<std::string>& arguments) : m_name(name)
 {
-    char folder[MAX_PATH] = {};
-    GetTempPathA(sizeof folder, folder);
-    m_resultPath = folder + UniqueName("results");
-    const std::string readyName = UniqueName("ready");
-    const std::string goName = UniqueName("go");
-    m_ready = CreateEventA(nullptr, TRUE, FALSE, readyName.c_str());
-    m_go = CreateEventA(nullptr, TRUE, FALSE, goName.c_str());
-    WriteBytes(m_resultPath, "");
+    char path[MAX_PATH] = {};
+    GetTempPathA(sizeof path, path);
+    m_resultPath = path + UniqueName("results");
+    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+    m_ready = CreateEventA(&inherited, TRUE, FALSE, nullptr);
+    m_go = CreateEventA(&inherited, TRUE, FALSE, nullptr);
+    const HANDLE results = CreateFileA(m_resultPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                       &inherited, CREATE_ALWAYS, 0, nullptr);
 
-    char program[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, program, sizeof program - 1);
-    std::string command = Quote(program) + (IsGuardHeapInstalled() ? " --guard-heap " : " ") + kChildOption + name +
-                          " " + Quote(m_resultPath) + " " + readyName + " " + goName;
+    GetModuleFileNameA(nullptr, path, sizeof path - 1);
+    std::string command = Quote(path) + (IsGuardHeapInstalled() ? " --guard-heap " : " ") + kChildOption + name;
+    for (const HANDLE handle : {m_ready, m_go, results})
+        command += " " + std::to_string(HandleToULong(handle));
     for (const std::string& argument : arguments)
         command += " " + Quote(argument);
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(program, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
-        ADD_FAILURE() << "child " << name << " does not start, error " << GetLastError();
-        m_ended = true;
-        return;
-    }
+    const PROCESS_INFORMATION process = Start(command, {});
     CloseHandle(process.hThread);
+    CloseHandle(results);
     m_process = process.hProcess;
     m_processId = process.dwProcessId;
+    m_ended = m_process == nullptr;
 }
 
 ChildProcess::~ChildProcess()
@@ -210,15 +202,11 @@ bool ChildProcess::WaitUntilReady()
     if (m_ended)
         return false;
     const int which = WaitAnsweringMessages({m_ready, m_process});
-    if (which == 0)
-        return true;
-    if (which == 1) {
+    if (which == 1)
         Finish();
-        ADD_FAILURE() << "child " << m_name << " ended before it was ready";
-    } else {
-        ADD_FAILURE() << "child " << m_name << " is not ready after " << kChildTimeout << " ms";
-    }
-    return false;
+    if (which != 0)
+        ADD_FAILURE() << "child " << m_name << (which == 1 ? " ended before it was ready" : " is not ready in time");
+    return which == 0;
 }
 
 void ChildProcess::Go() { EXPECT_TRUE(SetEvent(m_go)); }

@@ -32,10 +32,7 @@ namespace zo_test {
 constexpr DWORD kChildTimeout = 30000; // milliseconds, for each wait
 
 /// The child's side.
-class ChildContext {
-public:
-    ChildContext(std::vector<std::string> arguments, HANDLE ready, HANDLE go, HANDLE results);
-
+struct ChildContext {
     /// Argument \p index; a failure and empty when there is none.
     std::string Argument(size_t index) const;
     /// Tells the parent that the child is where the parent wants it.
@@ -47,11 +44,8 @@ public:
     /// Writes a text for the parent.
     void Report(const std::string& text) const;
 
-private:
-    std::vector<std::string> m_arguments;
-    HANDLE m_ready;
-    HANDLE m_go;
-    HANDLE m_results;
+    const HANDLE ready, go, results; // inherited from the parent
+    const std::vector<std::string> arguments;
 };
 
 /// The parent's side.
@@ -80,7 +74,7 @@ public:
 private:
     void ReadResults();
 
-    std::string m_name;
+    const std::string m_name;
     std::string m_resultPath;
     std::vector<std::string> m_reports;
     size_t m_read = 0; // bytes of the results that were taken over
@@ -98,7 +92,7 @@ DWORD RunProgram(std::string command, const std::string& folder = {}, void (*mea
 
 /// Waits until one of \p handles is signalled, answering messages meanwhile. \return its index, -1 when time is up.
 int WaitAnsweringMessages(const std::vector<HANDLE>& handles, DWORD milliseconds = kChildTimeout);
-/// Waits until \p condition holds, answering messages meanwhile. \return whether it does.
+/// Waits until \p condition holds, answering messages meanwhile. \return its last answer.
 bool WaitUntil(const std::function<bool()>& condition);
 
 /// Enters a child's function by name; ZO_CHILD makes one.

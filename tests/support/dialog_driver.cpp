@@ -60,7 +60,7 @@ LRESULT TellList(HWND dialog, int list, UINT ofList, UINT ofCombo, WPARAM wParam
 
 DialogDriver* DialogDriver::s_driver = nullptr;
 
-DialogDriver::DialogDriver(std::vector<Act> acts) : m_acts(std::move(acts))
+DialogDriver::DialogDriver(std::vector<Act> acts, Act anyAct) : m_acts(std::move(acts)), m_anyAct(std::move(anyAct))
 {
     EXPECT_EQ(nullptr, s_driver) << "two drivers at once";
     s_driver = this;
@@ -95,20 +95,19 @@ void CALLBACK DialogDriver::Look(HWND, UINT, UINT_PTR, DWORD)
 
 void DialogDriver::FindOpen(HWND window)
 {
-    if (m_running == 0 && m_next == m_acts.size()) {
+    static constexpr int kButtons[] = {IDCANCEL, IDNO, IDOK};
+    if (m_anyAct != nullptr) {
+        Command(window, kButtons[m_told++ % std::size(kButtons)]);
+    } else if (m_running == 0 && m_next == m_acts.size()) {
         ADD_FAILURE() << "open still after the last act: " << Describe(window);
         CloseAnyhow(window);
     }
 }
 
-void AnyDialogDriver::FindOpen(HWND window)
-{
-    static constexpr int kButtons[] = {IDCANCEL, IDNO, IDOK};
-    Command(window, kButtons[m_told++ % std::size(kButtons)]);
-}
-
 void DialogDriver::Meet(HWND window)
 {
+    if (m_anyAct != nullptr)
+        return m_anyAct(window);
     if (m_next == m_acts.size()) {
         ADD_FAILURE() << "nobody expects " << Describe(window);
         CloseAnyhow(window);

@@ -23,22 +23,22 @@ class DialogDriver {
 public:
     using Act = std::function<void(HWND window)>;
 
-    explicit DialogDriver(std::vector<Act> acts);
+    /// \param anyAct for all windows behind those of the acts: see AnyDialogDriver
+    explicit DialogDriver(std::vector<Act> acts, Act anyAct = nullptr);
     DialogDriver(std::initializer_list<Act> acts) : DialogDriver(std::vector<Act>(acts)) {}
-    virtual ~DialogDriver();
+    ~DialogDriver();
     DialogDriver(const DialogDriver&) = delete;
     DialogDriver& operator=(const DialogDriver&) = delete;
 
-protected:
-    DialogDriver() : DialogDriver(std::vector<Act>()) {}
-
 private:
     static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD);
-    virtual void Meet(HWND window);
-    virtual void FindOpen(HWND window);
+    void Meet(HWND window);
+    void FindOpen(HWND window);
 
     static DialogDriver* s_driver;
     std::vector<Act> m_acts;
+    const Act m_anyAct;
+    size_t m_told = 0; // answers given to windows that anyAct leaves open
     size_t m_next = 0;
     int m_running = 0; // acts that have begun and not returned
     std::vector<HWND> m_met;
@@ -47,16 +47,8 @@ private:
 
 /// For loops of faults, in which windows open or do not: each that opens is handed to the act, and one that is open
 /// still is told Cancel, No and OK in turn. The act must not fail where a control is missing: see Command.
-class AnyDialogDriver : public DialogDriver {
-public:
-    explicit AnyDialogDriver(Act act) : m_act(std::move(act)) {}
-
-private:
-    void Meet(HWND window) override { m_act(window); }
-    void FindOpen(HWND window) override;
-
-    Act m_act;
-    size_t m_told = 0;
+struct AnyDialogDriver : DialogDriver {
+    explicit AnyDialogDriver(Act act) : DialogDriver(std::vector<Act>(), std::move(act)) {}
 };
 
 /// Acts that press a button, and the one that expects a message box with this text before it does.

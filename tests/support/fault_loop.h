@@ -32,6 +32,7 @@
 
 #include "support/import_patch.h"
 
+#include <array>
 #include <functional>
 #include <string>
 #include <utility>
@@ -112,27 +113,18 @@ void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)
 /// The same with faults within FaultRun::Act only; its calls are counted through the run.
 void RunFaultActs(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options = {});
 
-/// A function's name as part of a type.
-template <size_t SIZE> struct FunctionName {
-    char text[SIZE];
-    constexpr FunctionName(const char (&name)[SIZE])
-    {
-        for (size_t i = 0; i < SIZE; ++i)
-            text[i] = name[i];
-    }
-};
-
-template <FunctionName NAME, class FUNCTION> class FaultyCall;
+template <auto NAME, class FUNCTION> class FaultyCall;
 
 /// Makes calls of one system function from one module fail when \p source says so: nothing is done, \p failure
 /// returned.
-/// \p failure may also be the value for success: then the call lies. Use through ZO_FAULTY_CALL.
-template <FunctionName NAME, class RESULT, class... ARGUMENTS> class FaultyCall<NAME, RESULT(WINAPI*)(ARGUMENTS...)> {
+/// \p failure may also be the value for success: then the call lies. Of several for one function, which must be of one
+/// module, the last one decides first. Use through ZO_FAULTY_CALL.
+template <auto NAME, class RESULT, class... ARGUMENTS> class FaultyCall<NAME, RESULT(WINAPI*)(ARGUMENTS...)> {
 public:
     /// \param lastError set by a call that fails, unless 0
     FaultyCall(FaultSource& source, const char* module, RESULT failure, DWORD lastError = 0)
         : m_source(source), m_failure(failure), m_lastError(lastError), m_outer(std::exchange(s_active, this)),
-          m_patch(module, NAME.text, &FaultyCall::Replacement)
+          m_patch(module, NAME.data(), &FaultyCall::Replacement)
     {
     }
     ~FaultyCall() { s_active = m_outer; }
@@ -142,12 +134,14 @@ public:
 private:
     static RESULT WINAPI Replacement(ARGUMENTS... arguments)
     {
-        const FaultyCall& self = *s_active;
-        if (!self.m_source.Next())
-            return self.m_patch.template Original<RESULT WINAPI(ARGUMENTS...)>()(arguments...);
-        if (self.m_lastError != 0)
-            SetLastError(self.m_lastError);
-        return self.m_failure;
+        const FaultyCall* call = s_active;
+        for (; !call->m_source.Next(); call = call->m_outer) {
+            if (call->m_outer == nullptr)
+                return call->m_patch.template Original<RESULT WINAPI(ARGUMENTS...)>()(arguments...);
+        }
+        if (call->m_lastError != 0)
+            SetLastError(call->m_lastError);
+        return call->m_failure;
     }
 
     static inline FaultyCall* s_active = nullptr;
@@ -161,4 +155,4 @@ private:
 } // namespace zo_test
 
 /// The FaultyCall type of a system function; name it as it is imported, with its A or W.
-#define ZO_FAULTY_CALL(function) zo_test::FaultyCall<#function, decltype(&::function)>
+#define ZO_FAULTY_CALL(function) zo_test::FaultyCall<std::to_array(#function), decltype(&::function)>

@@ -22,12 +22,16 @@ TEST(ImportPatch, HoldsForOneModuleAndIsUndone)
     CFile file;
     CFileException reason;
     const auto errorOfOpen = [&] { return file.Open(path.c_str(), CFile::modeRead, &reason) ? 0 : reason.m_lOsError; };
-    FaultSource source("open");
-    source.Arm(1, true);
+    FaultSource source("open"), innerSource("inner open");
     {
         const ZO_FAULTY_CALL(CreateFileA) open(source, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_WRITE_PROTECT);
         {
-            const ZO_FAULTY_CALL(CreateFileA) inner(source, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_SEEK);
+            const ZO_FAULTY_CALL(CreateFileA) inner(innerSource, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_SEEK);
+            EXPECT_EQ(0, errorOfOpen());
+            file.Close();
+            source.Arm(1, true);
+            EXPECT_EQ(ERROR_WRITE_PROTECT, errorOfOpen());
+            innerSource.Arm(1, true);
             EXPECT_EQ(ERROR_SEEK, errorOfOpen());
         }
         EXPECT_EQ(ERROR_WRITE_PROTECT, errorOfOpen());

@@ -24,32 +24,6 @@ std::string ProgramName()
     return name.substr(begin, name.find_last_of('.') - begin);
 }
 
-std::string TestName()
-{
-    const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
-    if (test == nullptr)
-        return "none";
-    std::string name = std::string(test->test_suite_name()) + "." + test->name();
-    for (char& c : name) {
-        if (c == '/' || c == '\\')
-            c = '-';
-    }
-    return name;
-}
-
-/// Lets \p erase delete a key, looked up in the view. \return whether the key is gone.
-bool EraseKey(HKEY root, const std::string& path, DWORD(WINAPI* erase)(HKEY parent, LPCSTR name))
-{
-    const size_t name = path.find_last_of('\\') + 1; // 0 without a parent
-    HKEY parent;
-    LSTATUS status = RegOpenKeyExA(root, path.substr(0, name - (name > 0)).c_str(), 0, KEY_ALL_ACCESS | kView, &parent);
-    if (status == ERROR_SUCCESS) {
-        status = static_cast<LSTATUS>(erase(parent, path.c_str() + name));
-        RegCloseKey(parent);
-    }
-    return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
-}
-
 void DeleteFolder(const std::string& path)
 {
     WIN32_FIND_DATAA found;
@@ -93,23 +67,17 @@ void WriteBytes(const std::string& path, const std::string& bytes)
 }
 
 TestRegistryKey::TestRegistryKey(HKEY root)
-    : m_root(root), m_path((root == HKEY_CLASSES_ROOT ? "ZoTests\\" : "Software\\ZoTests\\") + ProgramName() + "\\" +
-                           TestName() + "." + std::to_string(GetCurrentProcessId()))
+    : m_root(root), m_path((root == HKEY_CLASSES_ROOT ? "" : "Software\\") + UniqueName())
 {
-    EXPECT_TRUE(EraseKey(m_root, m_path, &SHDeleteKeyA)) << m_path; // of a process of the same number that was killed
-    const HKEY key = Open("", true);
-    EXPECT_NE(nullptr, key) << m_path;
-    RegCloseKey(key);
+    Erase(); // that of a process of the same number that was killed
+    RegCloseKey(Open("", true));
 }
 
-TestRegistryKey::~TestRegistryKey()
+void TestRegistryKey::Erase() const
 {
-    EXPECT_TRUE(EraseKey(m_root, m_path, &SHDeleteKeyA)) << m_path << " is still there";
-    // The folder keys above, as far as no other test is in them.
-    for (std::string path = m_path; (path.resize(path.find_last_of('\\')), path != "Software");) {
-        if (!EraseKey(m_root, path, &SHDeleteEmptyKeyA) || path.find('\\') == std::string::npos)
-            return;
-    }
+    const HKEY key = Open("", true);
+    EXPECT_EQ(ERROR_SUCCESS, SHDeleteKeyA(key, "")) << m_path;
+    RegCloseKey(key);
 }
 
 HKEY TestRegistryKey::Open(const std::string& subkey, bool create) const

@@ -20,7 +20,7 @@ void WriteBytes(const std::string& path, const std::string& bytes);
 class TestRegistryKey {
 public:
     explicit TestRegistryKey(HKEY root = HKEY_CURRENT_USER);
-    ~TestRegistryKey();
+    ~TestRegistryKey() { Erase(); }
     TestRegistryKey(const TestRegistryKey&) = delete;
     TestRegistryKey& operator=(const TestRegistryKey&) = delete;
 
@@ -38,6 +38,8 @@ public:
     std::string Get(const std::string& subkey, const std::string& value) const;
 
 private:
+    void Erase() const;
+
     HKEY m_root;
     std::string m_path;
 };

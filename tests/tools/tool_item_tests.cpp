@@ -232,21 +232,6 @@ TEST_F(PatchedStart, StartsNothingWithoutMemoryForTheQuestion)
     RunDialogFaults([](HWND dialog) { Command(dialog, IDOK); }, start, {.system = 0});
 }
 
-namespace {
-
-/// Waits up to a minute.
-template <class CONDITION> bool Await(CONDITION condition)
-{
-    for (const DWORD begin = GetTickCount(); !condition();) {
-        if (GetTickCount() - begin > 60000)
-            return false;
-        Sleep(5);
-    }
-    return true;
-}
-
-} // namespace
-
 TEST_F(ToolItem, StartsRealProgramsWhereverTheyAre)
 {
     const std::string folder = Path("My Tools & more"), program = folder + "\\report it.exe";
@@ -262,7 +247,7 @@ TEST_F(ToolItem, StartsRealProgramsWhereverTheyAre)
     record.dwShowCommand = SW_SHOWMAXIMIZED;
     SetEnvironmentVariableA("ZO_START_REPORT", Path("report").c_str());
     EXPECT_EQ(0u, m_item.ActivateItem(nullptr));
-    EXPECT_TRUE(Await([&] { return m_folder.Read("report").find("argument 2=") != std::string::npos; }));
+    EXPECT_TRUE(WaitUntil([&] { return m_folder.Read("report").find("argument 2=") != std::string::npos; }));
     SetEnvironmentVariableA("ZO_START_REPORT", nullptr);
     const std::string report = "\r\n" + m_folder.Read("report");
     const std::string commandLine = "command line=\"" + program + "\" one \"two words\"";
@@ -270,7 +255,7 @@ TEST_F(ToolItem, StartsRealProgramsWhereverTheyAre)
                                     std::string("position=31,16"), std::string("window state=maximized")})
         EXPECT_NE(std::string::npos, report.find("\r\n" + line + "\r\n")) << line << " is not in" << report;
     // The program ends, and so does the host of its console, which stays in the folder a moment longer.
-    EXPECT_TRUE(Await([&] { return DeleteFileA(program.c_str()), RemoveDirectoryA(folder.c_str()); }));
+    EXPECT_TRUE(WaitUntil([&] { return DeleteFileA(program.c_str()), RemoveDirectoryA(folder.c_str()); }));
     EXPECT_EQ(14u, m_item.ActivateItem(nullptr)) << "the program is gone";
     m_item.SetDataProgramPath(ReportTool().c_str());
     EXPECT_EQ(14u, m_item.ActivateItem(nullptr)) << "the folder is gone";

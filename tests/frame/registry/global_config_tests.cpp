@@ -191,8 +191,7 @@ TEST_F(ConfigTest, MovesATreeAlsoToAKeyAboveUnlessThatWouldLoseAPart)
 TEST_F(ConfigTest, RefusesToCopyATreeIntoItselfUnderAnotherRoot)
 {
     ZO_ONLY_IN(!IsWin32s(), "has one root");
-    const CString key =
-        CString("ZoTests") + m_key.Mid(m_key.ReverseFind('\\') + 1); // short, for a place below any root
+    const CString key = m_key.Mid(m_key.ReverseFind('\\') + 1); // for a place below any root
     const CString user = UserBelowUsers() + "\\";
     const CString classes = "Software\\Classes\\";
     const CString profile = "System\\CurrentControlSet\\Hardware Profiles\\Current\\";
