@@ -106,15 +106,9 @@ TEST(EventLog, EachStepThatFailsIsTheResult)
         EXPECT_EQ(run.Fired() ? error : 0, status);
         EXPECT_EQ(run.Fired() || IsNt() ? "entries" : "", folder.Read("log"));
     };
+    RunFaultLoop<AllocationFaults>([&](const auto& run) { body(run, ERROR_NOT_ENOUGH_MEMORY); });
     {
-        AllocationFaults allocations;
-        RunFaultLoop(allocations, [&](const auto& run) { body(run, ERROR_NOT_ENOUGH_MEMORY); });
-        FaultSource faults("event log");
-        const ZO_FAULTY_CALL(InitializeSecurityDescriptor) security(faults, kLibrary, FALSE, kError);
-        const ZO_FAULTY_CALL(CreateFileA) create(faults, kLibrary, INVALID_HANDLE_VALUE, kError);
-        const ZO_FAULTY_CALL(CopyFileA) copies(faults, kLibrary, FALSE, kError);
-        const ZO_FAULTY_CALL(SetFilePointer) seek(faults, kLibrary, INVALID_SET_FILE_POINTER, kError);
-        const ZO_FAULTY_CALL(SetEndOfFile) cut(faults, kLibrary, FALSE, kError);
+        FileFaults faults(kError);
         const ZO_FAULTY_CALL(OpenBackupEventLogA) open(faults, kLibrary, nullptr, kError);
         const ZO_FAULTY_CALL(BackupEventLogA) backup(faults, kLibrary, FALSE, kError);
         const ZO_FAULTY_CALL(ClearEventLogA) clear(faults, kLibrary, FALSE, kError);

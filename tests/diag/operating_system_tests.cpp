@@ -132,8 +132,7 @@ TEST_F(UserInformation, ComesFromOtherPlacesElsewhere)
         EXPECT_TRUE(!isWin32s || System::GetUserNameA() == "An Owner");
     }
     const CString user = System::GetUserNameA();
-    AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
         const CString answers[] = {System::GetUserNameA(), System::GetUserReal(), System::GetDomainName(),
                                    System::GetComputerNameA(), System::GetRegisteredInfo(ZO_REGISTERED_OWNER)};
         run.Stop();

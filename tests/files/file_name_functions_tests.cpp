@@ -58,8 +58,7 @@ TEST(FileName, WithoutMemoryTheTextStays)
     const char* const after[] = {"file", "C:\\", "C:\\file\\C:\\file", "C:\\file.extension"};
     for (size_t i = 0; i < std::size(operations); ++i) {
         const CString before("C:\\file"), expected(after[i]);
-        AllocationFaults faults;
-        RunFaultLoop(faults, [&](const FaultRun& run) {
+        RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
             CString text(before);
             operations[i](text);
             run.Stop();

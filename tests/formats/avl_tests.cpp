@@ -174,8 +174,7 @@ TEST(Avl, MissingMemoryIsANullNode)
     struct OwnTree : CZoAvl {
         void* AvlNewUserData() override { return AfxAllocMemory(1); }
     };
-    AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
         OwnTree tree;
         Node* node = tree.AvlNewHeader(nullptr);
         run.Stop();

@@ -418,8 +418,7 @@ TEST_F(IniFile, MissingMemoryIsAStatus)
 {
     Write("[S]\r\nK=a,b,c,d,e,f\r\nL=1\r\n[T]\r\n");
     const Texts expected[] = {{"S", "T"}, {"K", "L"}, {"a", "b", "c", "d", "e", "f"}};
-    AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
         CStringArray lists[3];
         const DWORD statuses[] = {m_profile.EnumerateSections(&lists[0]), m_profile.EnumerateKeys(&lists[1]),
                                   m_profile.DoTokenString("K", TRUE, "", &lists[2], ",")};

@@ -305,8 +305,7 @@ TEST(Tree, MissingMemoryEndsAPathBeforeTheFirstCall)
     std::array<Node, 100> chain;
     for (size_t i = 1; i < chain.size(); ++i)
         chain[i].SetParent(&chain[i - 1]);
-    AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
         Notes notes;
         const DWORD status = chain.back().EnumPath(&Notes::Note, &notes);
         run.Stop();

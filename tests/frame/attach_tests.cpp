@@ -47,8 +47,7 @@ TEST(Attach, EntersTheChainAndHoldsItsSibling)
 
 TEST(Attach, FailsWithoutMemoryAndLeavesTheHostAsItWas)
 {
-    AllocationFaults faults;
-    RunFaultLoop(faults, [](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([](const FaultRun& run) {
         const HMODULE library = LoadLibraryA(kLibrary);
         run.Stop();
         EXPECT_EQ(run.Fired(), library == nullptr);

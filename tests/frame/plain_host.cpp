@@ -7,10 +7,8 @@
 int main()
 {
     for (int step = 1; step < 4; ++step) { // the language library comes and goes
-        if (!ZoGblLoadLanguageDLL())
+        if (!ZoGblLoadLanguageDLL() || !ZoGblDumpLanguageDLL() || ZoGblGetLanguageDLL() != nullptr)
             return step;
-        if (!ZoGblDumpLanguageDLL() || ZoGblGetLanguageDLL() != nullptr)
-            return 10 + step;
     }
     if (!ZoGblLoadLanguageDLL())
         return 20;

@@ -95,8 +95,7 @@ TEST_F(VersionResource, UserWhoseKeyCannotBeSeenIsNotOverwritten)
 {
     AddUser("Plain");
     AddUser("Plain", "a");
-    AllocationFaults faults;
-    RunFaultActs(faults, [&](const FaultRun& run) {
+    RunFaultActs<AllocationFaults>([&](const FaultRun& run) {
         Set("a", "Mine", "no");
         Set(OwnUser(), "Mine", "yes");
         const CString fixture = Fixture("plain");

@@ -113,6 +113,19 @@ void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)
 /// The same with faults within FaultRun::Act only; its calls are counted through the run.
 void RunFaultActs(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options = {});
 
+/// The same with a source that exists for as long: RunFaultLoop<AllocationFaults>(body).
+template <class SOURCE>
+void RunFaultLoop(const std::function<void(const FaultRun&)>& body, FaultLoopOptions options = {})
+{
+    SOURCE source;
+    RunFaultLoop(source, body, options);
+}
+template <class SOURCE> void RunFaultActs(const std::function<void(const FaultRun&)>& body)
+{
+    SOURCE source;
+    RunFaultActs(source, body);
+}
+
 template <auto NAME, class FUNCTION> class FaultyCall;
 
 /// Makes calls of one system function from one module fail when \p source says so: nothing is done, \p failure

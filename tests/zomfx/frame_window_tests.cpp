@@ -64,16 +64,14 @@ FaultSource* g_copyFaults = nullptr;
 char* FaultyCopy(const char* text) { return g_copyFaults->Next() ? nullptr : _strdup(text); }
 
 /// Every way in which a help file can be refused leaves the one before in force.
-void RunHelpFileFaults(FaultSource& faults, CZoFrameWnd& frame)
+void SetUnderFaults(const FaultRun& run)
 {
+    CZoFrameWnd frame;
     frame.RestoreHelpFile("before");
-    RunFaultLoop(faults, [&](const FaultRun& run) {
-        const BOOL set = frame.SetHelpFile("ZOGBLBRX.DLL", kEnglish);
-        run.Stop();
-        EXPECT_EQ(!run.Fired(), set != FALSE);
-        EXPECT_EQ(run.Fired() ? "(elsewhere) before" : "ZOGBLENU.HLP", HelpFileOf(frame));
-        frame.RestoreHelpFile("before");
-    });
+    const BOOL set = run.Act([&] { return frame.SetHelpFile("ZOGBLBRX.DLL", kEnglish); });
+    EXPECT_EQ(!run.Fired(), set != FALSE);
+    EXPECT_EQ(run.Fired() ? "(elsewhere) before" : "ZOGBLENU.HLP", HelpFileOf(frame));
+    frame.RestoreHelpFile("before");
 }
 
 } // namespace
@@ -82,20 +80,13 @@ TEST(HelpFileFaults, LeaveTheOneBefore)
 {
     CZoFrameWnd frame;
     const CString before = frame.GetHelpFile();
-    {
-        AllocationFaults faults;
-        RunHelpFileFaults(faults, frame);
-    }
-    {
-        FaultSource faults("system");
-        ZO_FAULTY_CALL(GetModuleFileNameA) program(faults, "ZOMFXBRX.DLL", DWORD{MAX_PATH}, ERROR_INSUFFICIENT_BUFFER);
-        ZO_FAULTY_CALL(GetLocaleInfoA) locale(faults, "ZOMFXBRX.DLL", 0, ERROR_INVALID_PARAMETER);
-        RunHelpFileFaults(faults, frame);
-    }
-    FaultSource faults("copy");
+    RunFaultActs<AllocationFaults>(&SetUnderFaults);
+    FaultSource faults("system");
+    ZO_FAULTY_CALL(GetModuleFileNameA) program(faults, "ZOMFXBRX.DLL", DWORD{MAX_PATH}, ERROR_INSUFFICIENT_BUFFER);
+    ZO_FAULTY_CALL(GetLocaleInfoA) locale(faults, "ZOMFXBRX.DLL", 0, ERROR_INVALID_PARAMETER);
     g_copyFaults = &faults;
     const ImportPatch copy("ZOMFXBRX.DLL", "_strdup", &FaultyCopy);
-    RunHelpFileFaults(faults, frame);
+    RunFaultActs(faults, &SetUnderFaults);
     faults.Arm(1, true);
     frame.RestoreHelpFile("other");
     faults.Disarm();

@@ -241,14 +241,13 @@ TEST_F(LanguageChange, WithoutMemoryOneLanguageOrTheOtherIsLoaded)
 {
     CZoLanguageSupport support;
     ASSERT_TRUE(support.LoadCurrentLanguage(LibraryPath()));
-    AllocationFaults memory;
     const auto loaded = [&] {
         const DWORD id = support.GetLCID();
         EXPECT_NE(nullptr, GetModuleHandleA(LibraryOf(id)));
         EXPECT_EQ(nullptr, GetModuleHandleA(LibraryOf(kEnglish + kGerman - id)));
         return id;
     };
-    RunFaultLoop(memory, [&](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
         EXPECT_EQ(1, support.SendMessage(s_change, kGerman, 1));
         run.Stop();
         EXPECT_EQ(run.Fired() ? kEnglish : kGerman, loaded());
@@ -256,7 +255,7 @@ TEST_F(LanguageChange, WithoutMemoryOneLanguageOrTheOtherIsLoaded)
             support.SendMessage(s_change, language, 0);
         EXPECT_EQ(kEnglish, loaded()) << "works as before";
     });
-    RunFaultLoop(memory, [&](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
         EXPECT_EQ(0u, support.UpdateAllBrixelLanguages(kGerman));
         run.Stop();
         EXPECT_EQ(0u, support.UpdateAllBrixelLanguages(kEnglish));

@@ -98,12 +98,11 @@ TEST_F(LanguageDialog, OpensWithWhatMemoryThereIs)
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10, "the same everywhere, and slow");
     CZoLanguageSupport chooser;
     ASSERT_TRUE(chooser.LoadCurrentLanguage(LibraryPath()));
-    AllocationFaults memory;
     const AnyDialogDriver driver{[](HWND dialog) { Command(dialog, IDCANCEL); }};
     const auto choose = [&](const FaultRun& run) {
         EXPECT_TRUE(chooser.SelectLanguage(nullptr));
         run.Stop();
         EXPECT_EQ(kEnglish, ZoGblGetLanguageLCID());
     };
-    RunFaultLoop(memory, choose, {.stride = 499}); // some hundred locales, with a few allocations each
+    RunFaultLoop<AllocationFaults>(choose, {.stride = 499}); // some hundred locales, with a few allocations each
 }

@@ -13,11 +13,7 @@ protected:
     LanguageFaults() { const LoadedLanguage once; } // what the process makes once: fonts, window class, country list
 
     /// For loops whose runs load each of the 250 names anew.
-    static void RunWithoutMemory(const std::function<void(const FaultRun&)>& body)
-    {
-        AllocationFaults faults;
-        RunFaultLoop(faults, body, {.maximumRuns = 3000});
-    }
+    static constexpr FaultLoopOptions kManyRuns = {.maximumRuns = 3000};
     /// Either the language is loaded with all that belongs to it, or nothing is and the next attempt works.
     static void LoadUnderFaults(const FaultRun& run)
     {
@@ -36,7 +32,7 @@ protected:
 
 TEST_F(LanguageFaults, LanguageIsLoadedWholeOrNotAtAll)
 {
-    RunWithoutMemory(&LoadUnderFaults);
+    RunFaultLoop<AllocationFaults>(&LoadUnderFaults, kManyRuns);
     EXPECT_EQ(250, GetGlobalCountryList()->GetCount());
     ProductFaults faults;
     constexpr char kLibrary[] = "ZOGBLBRX.DLL";
@@ -53,14 +49,14 @@ TEST_F(LanguageFaults, LanguageIsLoadedWholeOrNotAtAll)
 TEST_F(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
 {
     const LoadedLanguage loaded;
-    RunWithoutMemory([](const FaultRun& run) {
+    const auto countAgain = [](const FaultRun& run) {
         GetGlobalCountryList()->FreeData();
         const int count = GetGlobalCountryList()->GetCount();
         run.Stop();
         EXPECT_TRUE(count == 250 || (run.Fired() && count == 0)) << count;
         EXPECT_EQ(250, GetGlobalCountryList()->GetCount()) << "at the next asking";
-    });
-    RunWithoutMemory([](const FaultRun& run) {
+    };
+    const auto load = [](const FaultRun& run) {
         CZoCountryCodeList list;
         const DWORD status = list.LoadData();
         run.Stop();
@@ -68,7 +64,9 @@ TEST_F(LanguageFaults, CountryListIsWholeOnceThereIsMemory)
         EXPECT_EQ(status == 0, list.GetCount() == 250);
         for (int i = 0; i < list.GetCount(); ++i)
             EXPECT_FALSE(list.GetAt(i)->GetName().IsEmpty()) << "a country without its name";
-    });
+    };
+    RunFaultLoop<AllocationFaults>(countAgain, kManyRuns);
+    RunFaultLoop<AllocationFaults>(load, kManyRuns);
 }
 
 TEST_F(LanguageFaults, CountryListIsNeverInTwoLanguages)
@@ -102,8 +100,7 @@ TEST_F(LanguageFaults, CountryListIsNeverInTwoLanguages)
 TEST_F(LanguageFaults, VersionAndOwnTextsAreReadWholeOrNotAtAll)
 {
     const LoadedLanguage loaded;
-    AllocationFaults faults;
-    RunFaultLoop(faults, [](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([](const FaultRun& run) {
         CZoVersionResource version;
         const BOOL extracted = version.ExtractVersionInfo(ZoGblGetInstanceHandle());
         EXPECT_NE(run.Fired(), extracted != FALSE);
@@ -111,7 +108,7 @@ TEST_F(LanguageFaults, VersionAndOwnTextsAreReadWholeOrNotAtAll)
         EXPECT_EQ(extracted != FALSE, !version.GetModuleRootKey().IsEmpty());
         EXPECT_EQ(extracted != FALSE, version.GetInternalName() == "GlobalModule");
     });
-    RunFaultLoop(faults, [](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([](const FaultRun& run) {
         CZoModuleLanguage own;
         const BOOL found = own.Load(AfxGetInstanceHandle());
         EXPECT_NE(run.Fired(), found != FALSE);

@@ -126,14 +126,10 @@ TEST_F(InstalledModules, SurviveMissingMemoryAndARegistryThatFails)
         run.Act([&] { whole.SetTemplateInstalled(ZO_MODULE_DATA, TRUE); });
         EXPECT_TRUE(Access("DATABrixel") == 7 || (run.Fired() && Access("DATABrixel") == 1));
     };
-    {
-        AllocationFaults memory;
-        RunFaultLoop(memory, load);
-        RunFaultLoop(memory, list);
-        RunFaultActs(memory, switchOn);
-    }
+    RunFaultLoop<AllocationFaults>(load);
+    RunFaultLoop<AllocationFaults>(list);
+    RunFaultActs<AllocationFaults>(switchOn);
     Install("DATABrixel", 7, nullptr);
-    RegistryFaults registry;
-    RunFaultLoop(registry, load);
-    RunFaultActs(registry, switchOn);
+    RunFaultLoop<RegistryFaults>(load);
+    RunFaultActs<RegistryFaults>(switchOn);
 }

@@ -1,46 +1,15 @@
-// A template library for tests. It tells what it is called for in the environment variable ZO_PLUGIN_LOG, which
-// outlives it, calls the function whose address is in ZO_PLUGIN_CALLS, and fails in the entry point that
-// ZO_PLUGIN_FAILS names, in the way that stands behind it: "DRT=int".
+// A template library for tests. It tells the test program what it is called for, and does what that says (see
+// plugin_fixture.h).
 #include <afxdllx.h>
-
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
 namespace {
 
-constexpr DWORD kLogSize = 2000;
-
-/// An environment variable, without an allocation, for those fail in some tests.
-struct Variable {
-    explicit Variable(LPCSTR name) { GetEnvironmentVariableA(name, text, sizeof text); }
-    bool Is(LPCSTR entryPoint, LPCSTR how) const
-    {
-        const size_t length = std::strlen(entryPoint);
-        return std::strncmp(text, entryPoint, length) == 0 && std::strcmp(text + length, how) == 0;
-    }
-    char text[kLogSize] = "";
-};
-
-void CallBack()
+/// Answers as the test program does, or throws as it does.
+BOOL Enter(LPCSTR entryPoint)
 {
-    const Variable address("ZO_PLUGIN_CALLS");
-    if (const auto function = reinterpret_cast<void (*)()>(std::strtoull(address.text, nullptr, 16)))
-        function();
-}
-
-void Enter(LPCSTR entryPoint)
-{
-    Variable log("ZO_PLUGIN_LOG");
-    const size_t length = std::strlen(log.text);
-    std::snprintf(log.text + length, kLogSize - length, ZO_PLUGIN_NAME ".%s ", entryPoint);
-    SetEnvironmentVariableA("ZO_PLUGIN_LOG", log.text);
-    CallBack();
-    const Variable fails("ZO_PLUGIN_FAILS");
-    if (fails.Is(entryPoint, "=int"))
-        throw 5;
-    if (fails.Is(entryPoint, "=memory"))
-        AfxThrowMemoryException();
+    const auto enterPlugin = reinterpret_cast<BOOL (*)(LPCSTR, LPCSTR)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(nullptr), "ZoEnterPlugin")));
+    return enterPlugin(ZO_PLUGIN_NAME, entryPoint);
 }
 
 class PluginDocument : public CDocument {
@@ -76,12 +45,8 @@ UINT Add(LPCSTR entryPoint, ARRAY* array, ELEMENT element, int first = 0, int se
 
 #define ZO_ENTRY(result) extern "C" __declspec(dllexport) result
 
-ZO_ENTRY(BOOL) InitializeTemplateDLL()
-{
-    Enter("InitializeTemplateDLL");
-    return !Variable("ZO_PLUGIN_FAILS").Is("InitializeTemplateDLL", "=false");
-}
-ZO_ENTRY(BOOL) ShutdownTemplateDLL() { return Enter("ShutdownTemplateDLL"), TRUE; }
+ZO_ENTRY(BOOL) InitializeTemplateDLL() { return Enter("InitializeTemplateDLL"); }
+ZO_ENTRY(BOOL) ShutdownTemplateDLL() { return Enter("ShutdownTemplateDLL"); }
 ZO_ENTRY(UINT) DRT(CPtrArray* list, int a, int b) { return Add("DRT", list, RUNTIME_CLASS(PluginDocument), a, b); }
 ZO_ENTRY(UINT) FRT(CPtrArray* list, int a, int b) { return Add("FRT", list, RUNTIME_CLASS(PluginFrame), a, b); }
 ZO_ENTRY(UINT) VRT(CPtrArray* list, int a, int b) { return Add("VRT", list, RUNTIME_CLASS(PluginView), a, b); }
@@ -90,8 +55,7 @@ ZO_ENTRY(UINT) DROE(CWordArray* ids) { return Add("DROE", ids, 501, 0, 6); }
 ZO_ENTRY(UINT) DROI(CWordArray* ids) { return Add("DROI", ids, 502, 0, 7); }
 ZO_ENTRY(BOOL) CCB(CFrameWnd* first, CFrameWnd* second, int number)
 {
-    Enter("CCB");
-    return first == second && number == 8;
+    return Enter("CCB") && first == second && number == 8;
 }
 ZO_ENTRY(void) DCBO(int number)
 {
@@ -123,7 +87,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
     if (reason == DLL_PROCESS_ATTACH)
         return AfxInitExtensionModule(g_extensionModule, instance);
     if (reason == DLL_PROCESS_DETACH) {
-        CallBack();
+        Enter("gone");
         AfxTermExtensionModule(g_extensionModule);
     }
     return TRUE;

@@ -40,23 +40,27 @@ constexpr char kPluginB[] = "fixture_plugin_b.DLL";             // id 1
 constexpr char kPluginC[] = "fixture_plugin_c.DLL";             // id 3
 constexpr char kPluginPartial[] = "fixture_plugin_partial.DLL"; // id 2, without "GMD"
 
-/// What the plug-ins have been called for since the last time.
-inline std::string TakePluginLog()
-{
-    char text[2000] = "";
-    GetEnvironmentVariableA("ZO_PLUGIN_LOG", text, sizeof text);
-    SetEnvironmentVariableA("ZO_PLUGIN_LOG", nullptr);
-    return text;
-}
+/// What the plug-ins have been called for, "a.DRT " and so on.
+inline std::string g_pluginLog;
+/// The entry point that fails: "DRT=int" or "DRT=memory" throws, "InitializeTemplateDLL=false" answers FALSE.
+inline std::string g_pluginFailure;
+/// What each entry point calls, unless null.
+inline void (*g_pluginCall)() = nullptr;
 
-/// Makes an entry point fail: "DRT=int" or "DRT=memory" throws, "InitializeTemplateDLL=false" answers FALSE.
-class PluginFailure {
-public:
-    explicit PluginFailure(const std::string& what) { SetEnvironmentVariableA("ZO_PLUGIN_FAILS", what.c_str()); }
-    ~PluginFailure() { SetEnvironmentVariableA("ZO_PLUGIN_FAILS", nullptr); }
-    PluginFailure(const PluginFailure&) = delete;
-    PluginFailure& operator=(const PluginFailure&) = delete;
-};
+inline std::string TakePluginLog() { return std::exchange(g_pluginLog, {}); }
+
+/// Called by the plug-ins, which find it by its name.
+extern "C" __declspec(dllexport) inline BOOL ZoEnterPlugin(LPCSTR plugin, const char* entryPoint)
+{
+    g_pluginLog += std::string(plugin) + "." + entryPoint + " ";
+    if (g_pluginCall != nullptr)
+        g_pluginCall();
+    if (g_pluginFailure == std::string(entryPoint) + "=int")
+        throw 5;
+    if (g_pluginFailure == std::string(entryPoint) + "=memory")
+        AfxThrowMemoryException();
+    return g_pluginFailure != std::string(entryPoint) + "=false";
+}
 
 /// Paths that name no library, or files in the folder that look like one and cannot be loaded here.
 inline std::vector<std::string> BadLibraries(const TestFolder& folder)

@@ -50,13 +50,13 @@ protected:
     }
 
     /// Each operation, whichever call of it fails, has one of these statuses.
-    void ExpectFailures(FaultSource& faults, const std::set<DWORD>& statuses)
+    template <class FAULTS> void ExpectFailures(const std::set<DWORD>& statuses)
     {
-        RunFaultActs(faults, [&](const FaultRun& run) {
+        RunFaultActs<FAULTS>([&](const FaultRun& run) {
             Prepare();
             int fired = 0, operation = 0;
             const auto succeeds = [&](DWORD status) {
-                const bool failed = faults.Fired() > std::exchange(fired, faults.Fired());
+                const bool failed = run.source.Fired() > std::exchange(fired, run.source.Fired());
                 EXPECT_TRUE(failed ? statuses.count(status) != 0 : status == 0) << operation << ": " << status;
                 ++operation;
                 return !failed;
@@ -73,12 +73,8 @@ protected:
 
 TEST_F(ConfigFaults, AreStatuses)
 {
-    {
-        AllocationFaults memory;
-        ExpectFailures(memory, {ZoErrNoMemory, ERROR_NOT_ENOUGH_MEMORY});
-    }
-    RegistryFaults registry;
-    ExpectFailures(registry, {RegistryFaults::kError});
+    ExpectFailures<AllocationFaults>({ZoErrNoMemory, ERROR_NOT_ENOUGH_MEMORY});
+    ExpectFailures<RegistryFaults>({RegistryFaults::kError});
 }
 
 TEST_F(ConfigFaults, ResultOfClosingComesBackOnlyAfterSuccess)
@@ -124,8 +120,7 @@ TEST_F(ConfigFaults, ACopyToAnotherRootComparesKeysOrDoesNothing)
         EXPECT_EQ(Answer(0, FALSE), HasSubkey(source, "Below"));
         EXPECT_EQ(subkeys, subkeysOfRoots()) << "a mark is left";
     };
-    AllocationFaults memory;
-    RunFaultLoop(memory, run);
+    RunFaultLoop<AllocationFaults>(run);
     FaultSource faults("registry");
     const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
     const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);

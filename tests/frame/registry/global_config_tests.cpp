@@ -172,7 +172,7 @@ TEST_F(ConfigTest, MovesATreeAlsoToAKeyAboveUnlessThatWouldLoseAPart)
     for (const CString& way : {CString("\\B"), CString("\\B\\C")}) {
         const CString above = m_key + "\\Above";
         const CString source = above + way;
-        ASSERT_EQ(0u, m_config.SetValue(m_mode, source + "\\Sub", "Text", "kept"));
+        ASSERT_EQ(0u, m_config.SetValue(m_mode, source + "\\Sub\\Deep", "Text", "kept"));
         ASSERT_EQ(0u, m_config.SetValue(m_mode, source + way + "\\Sub", "Text", "deep"));
         for (const CString& from : {source, source + "\\"})
             EXPECT_EQ(kInvalid, m_config.MoveRegTree(m_mode, m_key + "\\ABOVE", m_mode, from, 0));
@@ -181,7 +181,7 @@ TEST_F(ConfigTest, MovesATreeAlsoToAKeyAboveUnlessThatWouldLoseAPart)
         ASSERT_EQ(0u, m_config.DeleteSection(m_mode, source + way, nullptr));
         ASSERT_EQ(0u, m_config.CreateKey(m_mode, source + "\\EmptyKey"));
         EXPECT_EQ(0u, m_config.MoveRegTree(m_mode, above, m_mode, source, 0));
-        EXPECT_EQ("kept", ReadText(above + "\\Sub", "Text"));
+        EXPECT_EQ("kept", ReadText(above + "\\Sub\\Deep", "Text"));
         EXPECT_EQ(Answer(0, TRUE), HasSubkey(above, "EmptyKey"));
         EXPECT_EQ(kNotFound, m_config.MoveRegTree(m_mode, above, m_mode, source, 0));
         ASSERT_EQ(0u, m_config.DeleteSection(m_mode, above, nullptr));

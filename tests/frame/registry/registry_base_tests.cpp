@@ -142,8 +142,7 @@ TEST_F(RegistryBase, WithoutNameSectionOrGatewayNothingIsDone)
 
 TEST_F(RegistryBase, FailuresAreStatuses)
 {
-    AllocationFaults memory;
-    RunFaultLoop(memory, [](const FaultRun& run) {
+    RunFaultLoop<AllocationFaults>([](const FaultRun& run) {
         struct : CZoGblRegBase {
         } record;
         EXPECT_EQ(!run.Fired(), record.IsClassDataValid() != FALSE);
