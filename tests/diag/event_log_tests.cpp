@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 constexpr DWORD kError = ERROR_DISK_FULL;
 constexpr DWORD kBadHandle = ERROR_INVALID_HANDLE;
 
@@ -75,10 +74,10 @@ TEST(EventLog, IsTheSystemsOnWindowsNt)
     ZO_ONLY_IN(IsNt(), "the other systems have no event log");
     EXPECT_EQ(kBadHandle, CZoGlobalEventLog().Close()) << "asks the system, with no handle";
     {
-        const ImportPatch open(kLibrary, "OpenBackupEventLogA", &OpenLog);
-        const ImportPatch backup(kLibrary, "BackupEventLogA", &BackupLog);
-        const ImportPatch clear(kLibrary, "ClearEventLogA", &ClearLog);
-        const ImportPatch close(kLibrary, "CloseEventLog", &CloseLog);
+        const ImportPatch open(kZogbl, "OpenBackupEventLogA", &OpenLog);
+        const ImportPatch backup(kZogbl, "BackupEventLogA", &BackupLog);
+        const ImportPatch clear(kZogbl, "ClearEventLogA", &ClearLog);
+        const ImportPatch close(kZogbl, "CloseEventLog", &CloseLog);
         CZoGlobalEventLog log;
         EXPECT_EQ(0u, log.OpenBackup("server", "file") | log.BackUp("copy") | log.Clear(nullptr) | log.Clear("copy"));
         CZoGlobalEventLog shared(log);
@@ -109,15 +108,15 @@ TEST(EventLog, EachStepThatFailsIsTheResult)
     RunFaultLoop<AllocationFaults>([&](const auto& run) { body(run, ERROR_NOT_ENOUGH_MEMORY); });
     {
         FileFaults faults(kError);
-        const ZO_FAULTY_CALL(OpenBackupEventLogA) open(faults, kLibrary, nullptr, kError);
-        const ZO_FAULTY_CALL(BackupEventLogA) backup(faults, kLibrary, FALSE, kError);
-        const ZO_FAULTY_CALL(ClearEventLogA) clear(faults, kLibrary, FALSE, kError);
+        const ZO_FAULTY_CALL(OpenBackupEventLogA) open(faults, kZogbl, nullptr, kError);
+        const ZO_FAULTY_CALL(BackupEventLogA) backup(faults, kZogbl, FALSE, kError);
+        const ZO_FAULTY_CALL(ClearEventLogA) clear(faults, kZogbl, FALSE, kError);
         RunFaultLoop(faults, [&](const auto& run) { body(run, kError); });
     }
     CZoGlobalEventLog log;
     FaultSource lies("failure without an error");
-    const ZO_FAULTY_CALL(OpenBackupEventLogA) open(lies, kLibrary, nullptr);
-    const ZO_FAULTY_CALL(CreateFileA) create(lies, kLibrary, INVALID_HANDLE_VALUE);
+    const ZO_FAULTY_CALL(OpenBackupEventLogA) open(lies, kZogbl, nullptr);
+    const ZO_FAULTY_CALL(CreateFileA) create(lies, kZogbl, INVALID_HANDLE_VALUE);
     lies.Arm(1, true);
     SetLastError(0);
     EXPECT_EQ(0u, log.OpenBackup(nullptr, file.c_str())) << "counts as success";

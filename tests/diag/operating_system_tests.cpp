@@ -7,8 +7,6 @@ using System = CZoGlobalOperatingSystem;
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-
 class UserInformation : public testing::Test {
 protected:
     UserInformation()
@@ -52,7 +50,7 @@ TEST(OperatingSystem, TellsTheFamilyAndVersion)
         {ZO_OS_WIN32S, 3, 10}, {ZO_OS_WIN95, 4, 10}, {ZO_OS_NT, 4, 0}, {ZO_OS_NT, 6, 2}}; // as told without a manifest
     const auto& [type, major, minor] = kExpected[static_cast<int>(Family())];
     FaultSource faults("version");
-    const ZO_FAULTY_CALL(GetVersionExA) version(faults, kLibrary, FALSE);
+    const ZO_FAULTY_CALL(GetVersionExA) version(faults, kZogbl, FALSE);
     for (const bool isKnown : {true, false}) {
         EXPECT_EQ(type, System::GetType());
         EXPECT_EQ(isKnown ? major : 0, System::GetMajorVersion());
@@ -68,7 +66,7 @@ TEST_F(UserInformation, RegisteredInformation)
     Register("Distributor", std::string(256, 'd'));
     const char* const expected[] = {"", longest.c_str(), "", ""}; // absent, there, too long, no such kind
     FaultSource faults("version resource");
-    const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kLibrary, 0);
+    const ZO_FAULTY_CALL(GetFileVersionInfoSizeA) size(faults, kZogbl, 0);
     for (UINT kind = 0; kind < std::size(expected); ++kind) {
         EXPECT_STREQ(expected[kind], System::GetRegisteredInfo(kind));
         faults.Arm(1, true);
@@ -96,11 +94,11 @@ TEST_F(UserInformation, ComesFromTheAccountOnWindowsNt)
                                                            {&System::GetDomainName, m_computer}, // of this machine
                                                            {&System::GetComputerNameA, m_computer}};
     FaultSource faults("account");
-    const ZO_FAULTY_CALL(OpenProcessToken) open(faults, kLibrary, FALSE);
-    const ZO_FAULTY_CALL(GetTokenInformation) information(faults, kLibrary, FALSE);
-    const ZO_FAULTY_CALL(LookupAccountSidA) lookUp(faults, kLibrary, FALSE);
-    const ZO_FAULTY_CALL(AllocateAndInitializeSid) allocate(faults, kLibrary, FALSE);
-    const ZO_FAULTY_CALL(GetComputerNameA) name(faults, kLibrary, FALSE);
+    const ZO_FAULTY_CALL(OpenProcessToken) open(faults, kZogbl, FALSE);
+    const ZO_FAULTY_CALL(GetTokenInformation) information(faults, kZogbl, FALSE);
+    const ZO_FAULTY_CALL(LookupAccountSidA) lookUp(faults, kZogbl, FALSE);
+    const ZO_FAULTY_CALL(AllocateAndInitializeSid) allocate(faults, kZogbl, FALSE);
+    const ZO_FAULTY_CALL(GetComputerNameA) name(faults, kZogbl, FALSE);
     for (const auto& text : texts) {
         RunFaultLoop(faults, [&](const FaultRun& run) {
             const CString answer = text.first();
@@ -112,10 +110,10 @@ TEST_F(UserInformation, ComesFromTheAccountOnWindowsNt)
         EXPECT_EQ(!run.Fired(), rights);
     });
     {
-        const ImportPatch compare(kLibrary, "EqualSid", &EqualAdministrators);
+        const ImportPatch compare(kZogbl, "EqualSid", &EqualAdministrators);
         EXPECT_TRUE(System::HasAdminRights());
     }
-    const ZO_FAULTY_CALL(EqualSid) equal(faults, kLibrary, FALSE);
+    const ZO_FAULTY_CALL(EqualSid) equal(faults, kZogbl, FALSE);
     faults.Arm(4, true); // behind the token's calls and the administrators' identifier
     EXPECT_FALSE(System::HasAdminRights()) << "in none of the groups";
 }
@@ -158,8 +156,8 @@ TEST_F(UserInformation, ComesFromManyPlacesOnWindows95)
                                {nullptr, nullptr, "", "Logon", "", "Logon"},
                                {nullptr, nullptr, nullptr, nullptr, "", ""}};
     FaultSource faults("name");
-    const ZO_FAULTY_CALL(GetUserNameA) nobody(faults, kLibrary, FALSE);
-    const ImportPatch redirection(kLibrary, "RegOpenKeyExA", &OpenUserKey);
+    const ZO_FAULTY_CALL(GetUserNameA) nobody(faults, kZogbl, FALSE);
+    const ImportPatch redirection(kZogbl, "RegOpenKeyExA", &OpenUserKey);
     for (const auto& c : cases) {
         const TestRegistryKey userKey;
         g_userKey = &userKey;

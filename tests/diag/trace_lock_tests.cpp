@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-
 const TestTrace* s_trace;
 const BlockView* s_block;
 std::vector<std::string> s_pending; // at each release of the lock
@@ -58,7 +56,7 @@ TEST(Trace, IsCompleteBeforeAnybodyJoins)
     block->openCount = 7; // of processes that died
     block->pending = 100;
     s_trace = &names;
-    const ImportPatch patch(kLibrary, "CreateFileMappingA", &NoteAndMap);
+    const ImportPatch patch(kZogbl, "CreateFileMappingA", &NoteAndMap);
     CZoTrace trace;
     ASSERT_TRUE(trace.Open(names.Name(), 1, FALSE));
     EXPECT_TRUE(s_wasHeld);
@@ -71,7 +69,7 @@ TEST_F(TraceLock, CoversAWholeDump)
     const BlockView block(m_trace);
     s_block = &block;
     s_pending.clear();
-    const ImportPatch release(kLibrary, "ReleaseMutex", &NotePending);
+    const ImportPatch release(kZogbl, "ReleaseMutex", &NotePending);
     m_trace.OutputBlock("0123456789ABCDEFxy", 18);
     const std::string head = "Block Print: 18 Bytes\r\n", end = "End Block Print\r\n",
                       lines = "0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F  \r\nx  y  \r\n";
@@ -80,7 +78,7 @@ TEST_F(TraceLock, CoversAWholeDump)
 
 TEST_F(TraceLock, IsHeldWhenTheTimeIsTaken)
 {
-    const ImportPatch ticks(kLibrary, "GetTickCount", &NoteAndTick);
+    const ImportPatch ticks(kZogbl, "GetTickCount", &NoteAndTick);
     m_trace.EnableTimeStamp(TRUE);
     m_trace.Output("x\r\n");
     EXPECT_TRUE(s_wasHeld);

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-
 // A fixed moment and a fixed machine, for banners that can be compared byte for byte.
 DWORD s_versionFlags;
 DWORD s_freeClusters;
@@ -96,8 +94,8 @@ TEST(Trace, BannersTellModuleAndSystemByteForByte)
         {VS_FF_PATCHED | VS_FF_INFOINFERRED, kNoDisk, " (Patched)", nullptr},
         {0, 0, nullptr, nullptr},
     };
-    const ImportPatch clock(kLibrary, "GetLocalTime", &June30), memory(kLibrary, "GlobalMemoryStatus", &SomeMemory),
-        disk(kLibrary, "GetDiskFreeSpaceA", &SomeSpace), record(kLibrary, "VerQueryValueA", &OtherVersion);
+    const ImportPatch clock(kZogbl, "GetLocalTime", &June30), memory(kZogbl, "GlobalMemoryStatus", &SomeMemory),
+        disk(kZogbl, "GetDiskFreeSpaceA", &SomeSpace), record(kZogbl, "VerQueryValueA", &OtherVersion);
     char morning[16] = {}; // as the user's locale has it
     GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_S1159, morning, sizeof morning);
     for (const auto& c : cases) {
@@ -140,7 +138,7 @@ TEST(Trace, IsSharedByAllThatOpenIt)
     EXPECT_TRUE(first.GetOpenCount() == 0 && second.GetOpenCount() == 1);
 
     // The first to open comes again as one that joined: it knows neither the start nor the name.
-    const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    const ImportPatch ticks(kZogbl, "GetTickCount", &Ticks);
     s_ticks = 4000;
     EXPECT_TRUE(first.Open(first.Name(), 1, FALSE));
     first.EnableTimeStamp(TRUE);
@@ -167,7 +165,7 @@ TEST(Trace, OnlyTheFirstOpenerEmptiesTheFile)
             names.Write(std::string(c.size, 'x'));
         std::optional<ImportPatch> size;
         if (c.gigabytes > 0)
-            size.emplace(kLibrary, "SetFilePointer", &FourGigabytes);
+            size.emplace(kZogbl, "SetFilePointer", &FourGigabytes);
         CZoTrace trace;
         ASSERT_TRUE(trace.Open(names.Name(), 1, c.append));
         trace.Close();
@@ -216,7 +214,7 @@ TEST(Trace, LevelAndSwitchesLiveAsLongAsTheyShould)
 
 TEST(Trace, StampsTellTheTimeSinceTheStart)
 {
-    const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    const ImportPatch ticks(kZogbl, "GetTickCount", &Ticks);
     s_ticks = 0xFFFFFF00; // the counter wraps while the trace is open
     OpenTrace trace(TRUE);
     std::string expected;
@@ -261,7 +259,7 @@ TEST(Trace, CutsTextThatIsTooLong)
 
 TEST(Trace, DumpsBlocks)
 {
-    const ImportPatch ticks(kLibrary, "GetTickCount", &Ticks);
+    const ImportPatch ticks(kZogbl, "GetTickCount", &Ticks);
     s_ticks = 0;
     OpenTrace trace;
     std::string expected;
@@ -286,7 +284,7 @@ TEST(Trace, DumpsBlocks)
 TEST(Trace, WritesWholeTextsWhenTheBufferIsFullAndLosesThemWhenTheDiskIs)
 {
     FaultSource faults("disk");
-    const ZO_FAULTY_CALL(WriteFile) write(faults, kLibrary, FALSE, ERROR_DISK_FULL);
+    const ZO_FAULTY_CALL(WriteFile) write(faults, kZogbl, FALSE, ERROR_DISK_FULL);
     OpenTrace trace;
     EXPECT_EQ("", trace.Traced());
     for (int i = 0; i <= 16; ++i) // up to the last byte
@@ -332,18 +330,14 @@ TEST(Trace, SurvivesADamagedBlock)
     }
 }
 
-namespace {
-
 /// What the shared count says while the buffer is being written.
-const BlockView* s_block;
-DWORD s_countWhileWriting;
-BOOL WINAPI NoteCount(HANDLE file, LPCVOID data, DWORD size, DWORD* written, OVERLAPPED* overlapped)
+static const BlockView* s_block;
+static DWORD s_countWhileWriting;
+static BOOL WINAPI NoteCount(HANDLE file, LPCVOID data, DWORD size, DWORD* written, OVERLAPPED* overlapped)
 {
     s_countWhileWriting = (*s_block)->pending;
     return WriteFile(file, data, size, written, overlapped);
 }
-
-} // namespace
 
 TEST(Trace, GoesOnWhereADyingWriterStopped)
 {
@@ -364,7 +358,7 @@ TEST(Trace, GoesOnWhereADyingWriterStopped)
             s_block = &block;
             s_countWhileWriting = count;
             {
-                const ImportPatch note(kLibrary, "WriteFile", &NoteCount);
+                const ImportPatch note(kZogbl, "WriteFile", &NoteCount);
                 trace.Output("end\r\n");
             }
             EXPECT_EQ(isCut ? buffer.size() | 0x80000000 : count, s_countWhileWriting) << "for who finishes it next";
@@ -395,22 +389,22 @@ TEST(Trace, OpensWholeOrNotAtAll)
     };
     {
         FaultSource faults("system objects");
-        const ZO_FAULTY_CALL(CreateMutexA) mutex(faults, kLibrary, nullptr, ERROR_ACCESS_DENIED);
-        const ZO_FAULTY_CALL(CreateFileMappingA) mapping(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
-        const ZO_FAULTY_CALL(MapViewOfFile) view(faults, kLibrary, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+        const ZO_FAULTY_CALL(CreateMutexA) mutex(faults, kZogbl, nullptr, ERROR_ACCESS_DENIED);
+        const ZO_FAULTY_CALL(CreateFileMappingA) mapping(faults, kZogbl, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+        const ZO_FAULTY_CALL(MapViewOfFile) view(faults, kZogbl, nullptr, ERROR_NOT_ENOUGH_MEMORY);
         tryEach(faults, true);
         AllocationFaults allocations; // of the names: FALSE; of the banner: a shorter banner
         tryEach(allocations, false);
     }
     FaultSource faults("path");
-    const ZO_FAULTY_CALL(GetModuleFileNameA) path(faults, kLibrary, MAX_PATH, ERROR_INSUFFICIENT_BUFFER);
+    const ZO_FAULTY_CALL(GetModuleFileNameA) path(faults, kZogbl, MAX_PATH, ERROR_INSUFFICIENT_BUFFER);
     CZoTrace trace;
     faults.Arm(1, false);
     EXPECT_FALSE(trace.Open(name, 1, FALSE)) << "the executable's path is too long";
     faults.Disarm();
 
     FaultSource files("files");
-    const ZO_FAULTY_CALL(CreateFileA) create(files, kLibrary, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
+    const ZO_FAULTY_CALL(CreateFileA) create(files, kZogbl, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
     names.Write("before");
     for (const bool isRefusedTwice : {false, true}) { // the file has come up meanwhile, or not
         files.Arm(1, isRefusedTwice);
@@ -430,7 +424,7 @@ TEST(Trace, OpensWholeOrNotAtAll)
 TEST(Trace, WithoutTheLockNothingIsTouched)
 {
     FaultSource faults("lock");
-    const ZO_FAULTY_CALL(WaitForSingleObject) wait(faults, kLibrary, WAIT_FAILED, ERROR_INVALID_HANDLE);
+    const ZO_FAULTY_CALL(WaitForSingleObject) wait(faults, kZogbl, WAIT_FAILED, ERROR_INVALID_HANDLE);
     OpenTrace first;
     first.Flush();
     const std::string before = first.Read();
@@ -451,23 +445,19 @@ TEST(Trace, WithoutTheLockNothingIsTouched)
 
 // The user's level ----------------------------------------------------------------------------------------------------
 
-namespace {
-
 using Messages = std::vector<std::tuple<HWND, UINT, WPARAM, LPARAM>>;
 
-Messages s_posted;
-BOOL WINAPI NoteMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+static Messages s_posted;
+static BOOL WINAPI NoteMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     return s_posted.emplace_back(window, message, wParam, lParam), TRUE;
 }
-
-} // namespace
 
 TEST(TraceLevel, IsKeptForTheUserAndToldToAll)
 {
     const UINT notify = RegisterWindowMessageA("CZoTRACE_NOTIFY");
     EXPECT_EQ(notify, CZoTrace::GetNotifyMessage());
-    const ImportPatch post(kLibrary, "PostMessageA", &NoteMessage);
+    const ImportPatch post(kZogbl, "PostMessageA", &NoteMessage);
     CZoTrace::SetRegTraceLevel(3);
     EXPECT_EQ(0, CZoTrace::GetRegTraceLevel()) << "no product is registered";
 
@@ -487,8 +477,8 @@ TEST(TraceLevel, IsKeptForTheUserAndToldToAll)
     EXPECT_EQ(0, Family() == WindowsFamily::kWin32s ? 0 : CZoTrace::GetRegTraceLevel());
 
     FaultSource faults("registry");
-    const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, ERROR_ACCESS_DENIED);
-    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kLibrary, ERROR_ACCESS_DENIED);
+    const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kZogbl, ERROR_ACCESS_DENIED);
+    const ZO_FAULTY_CALL(RegCreateKeyA) createOld(faults, kZogbl, ERROR_ACCESS_DENIED);
     faults.Arm(1, true);
     CZoTrace::SetRegTraceLevel(9); // a change that does not take place
     EXPECT_EQ((Messages{{HWND_BROADCAST, notify, 0, 3}, {HWND_BROADCAST, notify, 3, 65535}}), s_posted);

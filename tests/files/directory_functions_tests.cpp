@@ -2,11 +2,12 @@
 
 #include <zogbl/directory_functions.h>
 
+#include <array>
+
 using Directory = CZoGlobalDirectoryFunctions;
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 constexpr DWORD kError = ERROR_NOT_READY;
 constexpr DWORD kTooLong = ERROR_FILENAME_EXCED_RANGE;
 constexpr DWORD kBadParameter = ERROR_INVALID_PARAMETER;
@@ -50,9 +51,9 @@ private:
 
     static inline bool s_dotLast;
     static inline std::set<HANDLE> s_ended;
-    const ImportPatch m_first{kLibrary, "FindFirstFileA", &FindFirst};
-    const ImportPatch m_next{kLibrary, "FindNextFileA", &FindNext};
-    const ImportPatch m_close{kLibrary, "FindClose", &Close};
+    const ImportPatch m_first{kZogbl, "FindFirstFileA", &FindFirst};
+    const ImportPatch m_next{kZogbl, "FindNextFileA", &FindNext};
+    const ImportPatch m_close{kZogbl, "FindClose", &Close};
 };
 
 class DirectoryFunctions : public testing::Test {
@@ -107,7 +108,7 @@ TEST_F(DirectoryFunctions, CreatesDeletesRenames)
               (Results{Directory::Delete(m_root), Directory::Rename(a, missing), Directory::Rename(a, b),
                        Directory::Delete(b), Directory::Exists(b, m_number), m_number}));
     FaultSource moves("move");
-    const ZO_FAULTY_CALL(MoveFileA) move(moves, kLibrary, TRUE);
+    const ZO_FAULTY_CALL(MoveFileA) move(moves, kZogbl, TRUE);
     moves.Arm(1, true);
     EXPECT_EQ(ZoErrFolderNameEmpty, Directory::Rename(m_root, ""));
     EXPECT_EQ(ZoErrFolderNameEmpty, Directory::Rename(m_root, nullptr));
@@ -138,59 +139,42 @@ TEST_F(DirectoryFunctions, CreatesChains)
     EXPECT_EQ(ZoErrFolderNotCreated, Directory::CreateDirChain(nullptr, m_number));
 }
 
-namespace {
-/// A link in a folder to another folder. Wine can neither make nor remove one, but starts the programs of its host.
-class Link {
-public:
-    Link(const std::string& folder, const std::string& name, const std::string& target)
-        : m_folder(folder), m_name(name), m_path(folder + "\\" + name)
-    {
-        std::string hostTarget = target;
-        std::replace(hostTarget.begin(), hostTarget.end(), '\\', '/');
-        Run(IsWine() ? "ln -s " + hostTarget + " " + name : "cmd /c mklink /J " + name + " " + target);
-        EXPECT_TRUE(WaitUntil([this] { return IsThere(); })) << m_path;
-    }
-    ~Link()
-    {
-        if (!IsWine())
-            RemoveDirectoryA(m_path.c_str());
-        else if (IsThere())
-            Run("rm " + m_name);
-        WaitUntil([this] { return !IsThere(); });
-    }
-    Link(const Link&) = delete;
-    Link& operator=(const Link&) = delete;
-
-    const std::string& Path() const { return m_path; }
-    bool IsThere() const
-    {
-        const DWORD attributes = GetFileAttributesA(m_path.c_str());
-        return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-    }
-
-private:
-    void Run(const std::string& command) const
-    {
-        RunProgram((IsWine() ? "\\\\?\\unix\\bin\\" : "") + command, m_folder);
-    }
-    std::string m_folder, m_name, m_path;
-};
-} // namespace
+static bool IsLink(const std::string& path)
+{
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
 
 TEST_F(DirectoryFunctions, LeavesWhatALinkLeadsTo)
 {
     Fill();
-    Directory::CreateDirChain(Path("tree\\below").c_str(), m_number);
+    const std::string below = Path("tree\\below");
+    Directory::CreateDirChain(below.c_str(), m_number);
     CreateDirectoryA(Path("empty").c_str(), nullptr);
-    const Link link(m_path, "link", "sub"), empty(m_path, "emptylink", "empty"),
-        deep(Path("tree\\below"), "deep", "..\\..\\sub");
-    for (const std::string& dir : {link.Path(), link.Path() + "\\", link.Path() + "//", empty.Path(), Path("tree")}) {
+    // Each has a folder, a name and a target. Wine can neither make nor remove one, but starts the programs of its host.
+    const std::string host = "\\\\?\\unix\\bin\\";
+    const std::array<std::string, 3> links[] = {
+        {m_path, "link", "sub"}, {m_path, "emptylink", "empty"}, {below, "deep", "sub"}};
+    for (const auto& [folder, name, target] : links) {
+        const std::string way = folder == below ? "../../" : "";
+        RunProgram(IsWine() ? host + "ln -s " + way + target + " " + name
+                            : "cmd /c mklink /J " + name + " " + Path(target),
+                   folder);
+        EXPECT_TRUE(WaitUntil([&] { return IsLink(folder + "\\" + name); })) << name;
+    }
+    const std::string link = Path("link");
+    for (const std::string& dir : {link, link + "\\", link + "//", Path("emptylink"), Path("tree")}) {
         Directory::DeleteDirChain(dir.c_str());
         EXPECT_EQ("xxx", m_folder.Read("sub\\c")) << dir;
         EXPECT_TRUE(m_folder.Exists("empty")) << dir;
     }
-    for (const Link* each : {&link, &empty, &deep})
-        EXPECT_EQ(IsWine(), each->IsThere()) << each->Path() << ": Wine cannot open a link itself";
+    for (const auto& [folder, name, target] : links) {
+        const std::string path = folder + "\\" + name;
+        EXPECT_EQ(IsWine(), IsLink(path)) << path << ": Wine cannot open a link itself";
+        if (IsWine())
+            RunProgram(host + "rm " + name, folder);
+        EXPECT_TRUE(WaitUntil([&] { return !IsLink(path); })) << path;
+    }
 }
 
 TEST_F(DirectoryFunctions, DeletesTrees)
@@ -209,8 +193,8 @@ TEST_F(DirectoryFunctions, DeletesTrees)
     SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
     Fill();
     FaultSource faults("delete");
-    const ZO_FAULTY_CALL(DeleteFileA) erase(faults, kLibrary, FALSE, kError);
-    const ZO_FAULTY_CALL(RemoveDirectoryA) remove(faults, kLibrary, FALSE, kError);
+    const ZO_FAULTY_CALL(DeleteFileA) erase(faults, kZogbl, FALSE, kError);
+    const ZO_FAULTY_CALL(RemoveDirectoryA) remove(faults, kZogbl, FALSE, kError);
     for (const char* none : {"", static_cast<const char*>(nullptr)}) {
         faults.Arm(1, true);
         Directory::DeleteDirChain(none);

@@ -8,7 +8,6 @@ using File = CZoGlobalFileFunctions;
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 constexpr DWORD kError = ERROR_WRITE_PROTECT;
 constexpr DWORD kNotFound = ERROR_FILE_NOT_FOUND;
 constexpr char kContent[] = "0123456789";
@@ -123,26 +122,26 @@ TEST_F(FileFunctions, AnswersOfAnySystem)
     const std::pair<DWORD, unsigned long> common[] = {{0x1, 1},   {0x2, 1},   {0x4, 1},    {0x20, 1}, {0x80, 1},
                                                       {0x100, 1}, {0x800, 0}, {0x2000, 0}, {0x31, 0}};
     for (const auto& [attributes, expected] : common) {
-        const ZO_FAULTY_CALL(GetFileAttributesA) answer(answers, kLibrary, attributes);
+        const ZO_FAULTY_CALL(GetFileAttributesA) answer(answers, kZogbl, attributes);
         unsigned long exists = 9;
         EXPECT_EQ(0u, File::Exists(m_file.c_str(), exists));
         EXPECT_EQ(expected, exists) << std::hex << attributes;
     }
     {
         const HANDLE shut = CreateFileA(m_file.c_str(), 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-        const ZO_FAULTY_CALL(CloseHandle) close(answers, kLibrary, FALSE, ERROR_INVALID_HANDLE);
-        const ZO_FAULTY_CALL(CreateFileA) create(answers, kLibrary, shut); // whose end cannot be set
+        const ZO_FAULTY_CALL(CloseHandle) close(answers, kZogbl, FALSE, ERROR_INVALID_HANDLE);
+        const ZO_FAULTY_CALL(CreateFileA) create(answers, kZogbl, shut); // whose end cannot be set
         for (const DWORD status :
              {File::Create(m_file.c_str()), File::GetSize(m_file.c_str(), size), File::SetSize(m_file.c_str(), 3)})
             EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_HANDLE), status) << "failing to close comes last";
         EXPECT_TRUE(CloseHandle(shut));
     }
-    const ZO_FAULTY_CALL(GetFileSize) untold(answers, kLibrary, INVALID_FILE_SIZE);
-    const ZO_FAULTY_CALL(GetTempPathA) longPath(answers, kLibrary, 247);
+    const ZO_FAULTY_CALL(GetFileSize) untold(answers, kZogbl, INVALID_FILE_SIZE);
+    const ZO_FAULTY_CALL(GetTempPathA) longPath(answers, kZogbl, 247);
     EXPECT_EQ(0u, File::GetSize(m_file.c_str(), size));
     EXPECT_EQ(0u, size);
     EXPECT_EQ(static_cast<DWORD>(ERROR_BUFFER_OVERFLOW), File::GetTempFile(path));
-    const ZO_FAULTY_CALL(SetEndOfFile) cut(answers, kLibrary, TRUE);
+    const ZO_FAULTY_CALL(SetEndOfFile) cut(answers, kZogbl, TRUE);
     EXPECT_EQ(0u, File::SetSize(m_file.c_str(), 0x80000001)) << "more than 2 GB is not taken for a way back";
 }
 
@@ -200,11 +199,9 @@ TEST_F(FileFunctions, NamesMayEndInHalfACharacterAtTheEndOfMemory)
     VirtualFree(pages, 0, MEM_RELEASE);
 }
 
-namespace {
-DWORD g_tick, g_tickStep, g_sleeps;
-DWORD WINAPI Tick() { return g_tick += g_tickStep; }
-void WINAPI CountSleep(DWORD) { ++g_sleeps; }
-} // namespace
+static DWORD g_tick, g_tickStep, g_sleeps;
+static DWORD WINAPI Tick() { return g_tick += g_tickStep; }
+static void WINAPI CountSleep(DWORD) { ++g_sleeps; }
 
 TEST_F(FileFunctions, NamesByTheClock)
 {
@@ -218,17 +215,17 @@ TEST_F(FileFunctions, NamesByTheClock)
 
     FaultSource faults("create"); // the second call: the first looks whether the name is taken
     for (const auto& [error, status] : {std::pair{ERROR_ACCESS_DENIED, 1u}, std::pair{ERROR_FILE_EXISTS, 0u}}) {
-        const ZO_FAULTY_CALL(CreateFileA) create(faults, kLibrary, INVALID_HANDLE_VALUE, error);
+        const ZO_FAULTY_CALL(CreateFileA) create(faults, kZogbl, INVALID_HANDLE_VALUE, error);
         SentinelBuffer name(MAX_PATH);
         faults.Arm(2, false);
         EXPECT_EQ(status, make(name.Data())) << "a file that another process made meanwhile is passed over";
         EXPECT_EQ(status == 1, name.IsUntouched());
     }
 
-    const ImportPatch clock(kLibrary, "GetTickCount", &Tick);
-    const ImportPatch sleep(kLibrary, "Sleep", &CountSleep);
+    const ImportPatch clock(kZogbl, "GetTickCount", &Tick);
+    const ImportPatch sleep(kZogbl, "Sleep", &CountSleep);
     {
-        const ZO_FAULTY_CALL(CreateFileA) unreadable(faults, kLibrary, INVALID_HANDLE_VALUE, ERROR_SHARING_VIOLATION);
+        const ZO_FAULTY_CALL(CreateFileA) unreadable(faults, kZogbl, INVALID_HANDLE_VALUE, ERROR_SHARING_VIOLATION);
         faults.Arm(1, false);
         g_tickStep = 1;
         m_folder.Write("FX0001.tif", "somebody's");
@@ -236,8 +233,8 @@ TEST_F(FileFunctions, NamesByTheClock)
         EXPECT_EQ(m_folder.Path("FX0002.tif"), first);
         EXPECT_EQ("somebody's", m_folder.Read("FX0001.tif"));
     }
-    const ZO_FAULTY_CALL(CreateFileA) taken(faults, kLibrary, GetCurrentThread());
-    const ZO_FAULTY_CALL(CloseHandle) close(faults, kLibrary, TRUE);
+    const ZO_FAULTY_CALL(CreateFileA) taken(faults, kZogbl, GetCurrentThread());
+    const ZO_FAULTY_CALL(CloseHandle) close(faults, kZogbl, TRUE);
     faults.Arm(1, true);
     for (const auto& [step, tries] : {std::pair{0u, 0x10000u}, std::pair{1u, 0x10000u}, std::pair{0x1000u, 0x10u}}) {
         g_sleeps = 0;

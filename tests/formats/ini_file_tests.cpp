@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-
 class IniFile : public ProfileTest {
 protected:
     void WriteEntry(const std::string& value) { Write("[S]\r\nK=" + value + "\r\n"); }
@@ -139,13 +137,12 @@ TEST_F(IniFile, WritesAndReadsBack)
     }
 }
 
-namespace {
-
 /// A typed operation that reads or writes, with or without what may be null; \p isDefault: the default came back.
 using Operation = std::function<DWORD(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput,
                                       bool& isDefault)>;
 
-template <class INPUT, class VALUE> Operation Typed(DWORD (CZoIniFile::*operation)(const char*, int, INPUT, VALUE*))
+template <class INPUT, class VALUE>
+static Operation Typed(DWORD (CZoIniFile::*operation)(const char*, int, INPUT, VALUE*))
 {
     return [=](CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault) {
         VALUE input, output;
@@ -163,7 +160,7 @@ template <class INPUT, class VALUE> Operation Typed(DWORD (CZoIniFile::*operatio
     };
 }
 
-DWORD AsText(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault)
+static DWORD AsText(CZoIniFile& profile, const char* key, int read, bool hasInput, bool hasOutput, bool& isDefault)
 {
     char output[8] = "";
     const char* input = hasInput ? "default" : nullptr;
@@ -172,19 +169,18 @@ DWORD AsText(CZoIniFile& profile, const char* key, int read, bool hasInput, bool
     return status;
 }
 
-const Operation kOperations[] = {Typed(&CZoIniFile::DoInteger),
-                                 Typed(&CZoIniFile::DoLongWord),
-                                 Typed(&CZoIniFile::DoBoolean),
-                                 Typed(&CZoIniFile::DoHexadecimal), // take their input by value
-                                 Typed(&CZoIniFile::ZoIniFileTime),
-                                 Typed(&CZoIniFile::ZoIniFileRectangle),
-                                 Typed(&CZoIniFile::ZoIniFileColor),
-                                 Typed(&CZoIniFile::ZoIniFileAccelerator),
-                                 Typed(&CZoIniFile::ZoIniFileWindowPlacement),
-                                 &AsText};
+/// The first four take their input by value.
+static const Operation kOperations[] = {Typed(&CZoIniFile::DoInteger),
+                                        Typed(&CZoIniFile::DoLongWord),
+                                        Typed(&CZoIniFile::DoBoolean),
+                                        Typed(&CZoIniFile::DoHexadecimal),
+                                        Typed(&CZoIniFile::ZoIniFileTime),
+                                        Typed(&CZoIniFile::ZoIniFileRectangle),
+                                        Typed(&CZoIniFile::ZoIniFileColor),
+                                        Typed(&CZoIniFile::ZoIniFileAccelerator),
+                                        Typed(&CZoIniFile::ZoIniFileWindowPlacement),
+                                        &AsText};
 constexpr int kOperationsByValue = 4;
-
-} // namespace
 
 TEST_F(IniFile, ChecksArgumentsInOrderAndFallsBackToTheDefault)
 {
@@ -364,9 +360,9 @@ TEST_F(IniFile, RefusedCallsAreAStatus)
     WriteEntry("12");
     FaultSource faults("profile");
     // Reads that tell of text and write none.
-    const ZO_FAULTY_CALL(GetPrivateProfileStringA) read(faults, kLibrary, 5000);
-    const ZO_FAULTY_CALL(GetPrivateProfileSectionA) lines(faults, kLibrary, 0x7FFFFFFF);
-    const ZO_FAULTY_CALL(WritePrivateProfileStringA) write(faults, kLibrary, FALSE, ERROR_DISK_FULL);
+    const ZO_FAULTY_CALL(GetPrivateProfileStringA) read(faults, kZogbl, 5000);
+    const ZO_FAULTY_CALL(GetPrivateProfileSectionA) lines(faults, kZogbl, 0x7FFFFFFF);
+    const ZO_FAULTY_CALL(WritePrivateProfileStringA) write(faults, kZogbl, FALSE, ERROR_DISK_FULL);
     for (const Operation& operation : kOperations) {
         SCOPED_TRACE(&operation - kOperations);
         RunFaultLoop(faults, [&](const FaultRun& run) {
@@ -409,7 +405,7 @@ TEST_F(IniFile, ListsKeysBehindANamelessLineAsFarAsThereIsRoom)
     EXPECT_STREQ("Key1000", names[0]);
     EXPECT_STREQ("Key1500", names[500]);
     // Not every system takes the blanks before "=" off.
-    const ImportPatch patch("ZOGBLBRX.DLL", "GetPrivateProfileSectionA", &SectionWithBlanks);
+    const ImportPatch patch(kZogbl, "GetPrivateProfileSectionA", &SectionWithBlanks);
     EXPECT_EQ(0u, m_profile.EnumerateKeys(&names));
     EXPECT_EQ(Texts({"Key"}), ToVector(names));
 }

@@ -51,20 +51,18 @@ TEST(CustomResource, SaysWhatWasWrong)
     EXPECT_EQ(ZO_RESOURCE_BUFFER_TOO_SMALL, resource.GetResourceName(name, 30));
 
     EXPECT_EQ(ZO_RESOURCE_NOT_FOUND, resource.LoadCustomResource(Self(), 0x10000u | kDataId)) << "17 bits";
-    {
-        FaultSource faults("resource");
-        const ZO_FAULTY_CALL(LoadResource) load(faults, "ZOGBLBRX.DLL", nullptr);
-        const ZO_FAULTY_CALL(LockResource) lock(faults, "ZOGBLBRX.DLL", nullptr);
-        faults.Arm(1, false);
-        EXPECT_EQ(ZO_RESOURCE_LOAD_FAILED, resource.LoadCustomResource(Self(), kDataId));
-        faults.Arm(2, false);
-        EXPECT_EQ(ZO_RESOURCE_LOCK_FAILED, resource.LoadCustomResource(Self(), kDataId));
-        EXPECT_EQ(0u, resource.GetResourceID()) << "cleared";
-    }
-
     // A failure leaves nothing of the resource loaded before.
-    ASSERT_EQ(0u, resource.LoadCustomResource(Self(), kDataId));
-    EXPECT_NE(0u, resource.LoadCustomResource(Self(), 1001u));
-    EXPECT_EQ(nullptr, resource.GetResourceData());
-    EXPECT_EQ(0u, resource.GetResourceSize());
+    FaultSource faults("resource");
+    const ZO_FAULTY_CALL(LoadResource) load(faults, kZogbl, nullptr);
+    const ZO_FAULTY_CALL(LockResource) lock(faults, kZogbl, nullptr);
+    const DWORD failures[] = {ZO_RESOURCE_NOT_FOUND, ZO_RESOURCE_LOAD_FAILED, ZO_RESOURCE_LOCK_FAILED};
+    for (int call = 0; call < 3; ++call) {
+        faults.Disarm();
+        ASSERT_EQ(0u, resource.LoadCustomResource(Self(), kDataId));
+        faults.Arm(call, false);
+        EXPECT_EQ(failures[call], resource.LoadCustomResource(Self(), call == 0 ? 1001u : kDataId));
+        EXPECT_EQ(nullptr, resource.GetResourceData());
+        EXPECT_EQ(0u, resource.GetResourceSize());
+    }
+    EXPECT_EQ(0u, resource.GetResourceID()) << "cleared";
 }

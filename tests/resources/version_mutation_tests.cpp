@@ -3,8 +3,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-
 // Blocks for version data that end where their page does.
 HGLOBAL WINAPI GuardedGlobalAlloc(UINT, SIZE_T size)
 {
@@ -80,10 +78,10 @@ protected:
 
     const TestFolder m_folder;
     const std::string m_whole = ReadBytes(std::string(Fixture("plain"))), m_damaged = m_folder.Path("damaged.DLL");
-    const ImportPatch m_allocate{kLibrary, "GlobalAlloc", &GuardedGlobalAlloc};
-    const ImportPatch m_lock{kLibrary, "GlobalLock", &GuardedGlobalLock};
-    const ImportPatch m_unlock{kLibrary, "GlobalUnlock", &GuardedGlobalUnlock};
-    const ImportPatch m_free{kLibrary, "GlobalFree", &GuardedGlobalFree};
+    const ImportPatch m_allocate{kZogbl, "GlobalAlloc", &GuardedGlobalAlloc};
+    const ImportPatch m_lock{kZogbl, "GlobalLock", &GuardedGlobalLock};
+    const ImportPatch m_unlock{kZogbl, "GlobalUnlock", &GuardedGlobalUnlock};
+    const ImportPatch m_free{kZogbl, "GlobalFree", &GuardedGlobalFree};
 };
 
 TEST_F(VersionMutation, IsReadWithinItsBounds)
@@ -127,8 +125,8 @@ TEST_F(VersionMutation, RecordsOf16BitsAreReadToo)
                           "VS_VERSION_INFO", "",
                           NarrowRecord("StringFileInfo", "", NarrowRecord("040904E4", "", texts)) +
                               NarrowRecord("VarFileInfo", "", NarrowRecord("Translation", {"\x09\x04\xE4\x04", 4})));
-    const ImportPatch size(kLibrary, "GetFileVersionInfoSizeA", &RecordSize);
-    const ImportPatch take(kLibrary, "GetFileVersionInfoA", &TakeRecord);
+    const ImportPatch size(kZogbl, "GetFileVersionInfoSizeA", &RecordSize);
+    const ImportPatch take(kZogbl, "GetFileVersionInfoA", &TakeRecord);
     const size_t lengthOfTranslations = whole.find("Translation") - 2;
     g_record = whole;
     ASSERT_TRUE(m_version.ExtractVersionInfo("any.DLL"));
@@ -155,6 +153,6 @@ TEST_F(VersionMutation, TextsThatSayTheyAreLongerAndValuesOutside)
     EXPECT_TRUE(ExtractFrom(file));
     EXPECT_STREQ("Fixture", m_version.GetInternalName());
 
-    const ImportPatch outside(kLibrary, "VerQueryValueA", &QueryOutside);
+    const ImportPatch outside(kZogbl, "VerQueryValueA", &QueryOutside);
     EXPECT_FALSE(Extract("plain"));
 }

@@ -62,9 +62,7 @@ void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::fu
         source.Arm(number, persistent);
         RunOnce(body, {source, number, persistent});
         ReportProgress();
-        if (options.checkCounts) {
-            EXPECT_EQ(before, ProcessCounts::Take()) << "the run left something behind";
-        }
+        EXPECT_EQ(before, ProcessCounts::Take()) << "the run left something behind";
         if (source.Fired() == 0) {
             EXPECT_GT(number, 1) << "no fault ever fired: this loop tests nothing";
             return;
@@ -107,11 +105,8 @@ void RunFaultLoop(FaultSource& source, const std::function<void(const FaultRun&)
 
 void RunFaultActs(FaultSource& source, const std::function<void(const FaultRun&)>& body, FaultLoopOptions options)
 {
-    const auto stopped = [&](const FaultRun& run) {
-        run.Stop();
-        body(run);
-    };
-    RunFaultLoop(source, stopped, options);
+    RunFaultLoop(
+        source, [&](const FaultRun& run) { run.Stop(), body(run); }, options);
 }
 
 } // namespace zo_test

@@ -100,8 +100,7 @@ struct FaultRun {
 };
 
 struct FaultLoopOptions {
-    int maximumRuns = 500;   ///< for each of the two modes; needing more is a failure
-    bool checkCounts = true; ///< each run must leave the process's counts as they were
+    int maximumRuns = 500; ///< for each of the two modes; needing more is a failure
     /// How far the fault moves on from run to run, behind the first and before the last 12 calls that the rehearsal
     /// made; on the guard heap three times as far, behind the first and before the last 4. More than 1 is for rows of
     /// like steps, each of a few calls: choose no divisor of their number.

@@ -14,22 +14,21 @@ public:
     RegistryFaults() : FaultSource("registry") {}
 
 private:
-    static constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-    ZO_FAULTY_CALL(RegOpenKeyExA) m_open{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegCreateKeyExA) m_create{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegQueryValueExA) m_query{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegSetValueExA) m_set{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegEnumKeyExA) m_enumerate{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegEnumValueA) m_enumerateValues{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegDeleteValueA) m_deleteValue{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegOpenKeyA) m_openOld{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegCreateKeyA) m_createOld{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegQueryValueA) m_queryOld{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegSetValueA) m_setOld{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegEnumKeyA) m_enumerateOld{*this, kLibrary, kError};
-    ZO_FAULTY_CALL(RegDeleteKeyA) m_delete{*this, kLibrary, kError};
+    ZO_FAULTY_CALL(RegOpenKeyExA) m_open{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegCreateKeyExA) m_create{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegQueryValueExA) m_query{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegSetValueExA) m_set{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegEnumKeyExA) m_enumerate{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegEnumValueA) m_enumerateValues{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegDeleteValueA) m_deleteValue{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegOpenKeyA) m_openOld{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegCreateKeyA) m_createOld{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegQueryValueA) m_queryOld{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegSetValueA) m_setOld{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegEnumKeyA) m_enumerateOld{*this, kZogbl, kError};
+    ZO_FAULTY_CALL(RegDeleteKeyA) m_delete{*this, kZogbl, kError};
 #ifdef _WIN64
-    ZO_FAULTY_CALL(RegDeleteKeyExA) m_deleteInView{*this, kLibrary, kError};
+    ZO_FAULTY_CALL(RegDeleteKeyExA) m_deleteInView{*this, kZogbl, kError};
 #endif
 };
 
@@ -39,9 +38,9 @@ public:
     ProductFaults() : FaultSource("product") {}
 
 private:
-    ZO_FAULTY_CALL(GetModuleFileNameA) m_path{*this, "ZOGBLBRX.DLL", 0};
-    ZO_FAULTY_CALL(GetFileVersionInfoSizeA) m_size{*this, "ZOGBLBRX.DLL", 0};
-    ZO_FAULTY_CALL(GetFileVersionInfoA) m_version{*this, "ZOGBLBRX.DLL", FALSE};
+    ZO_FAULTY_CALL(GetModuleFileNameA) m_path{*this, kZogbl, 0};
+    ZO_FAULTY_CALL(GetFileVersionInfoSizeA) m_size{*this, kZogbl, 0};
+    ZO_FAULTY_CALL(GetFileVersionInfoA) m_version{*this, kZogbl, FALSE};
 };
 
 /// Files and folders of the library: whatever it calls gives the same error.
@@ -50,24 +49,23 @@ public:
     explicit FileFaults(DWORD error) : FaultSource("files"), m_error(error) {}
 
 private:
-    static constexpr char kLibrary[] = "ZOGBLBRX.DLL";
     const DWORD m_error;
-    ZO_FAULTY_CALL(InitializeSecurityDescriptor) m_security{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(CreateFileA) m_open{*this, kLibrary, INVALID_HANDLE_VALUE, m_error};
-    ZO_FAULTY_CALL(WriteFile) m_write{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(SetFilePointer) m_seek{*this, kLibrary, INVALID_SET_FILE_POINTER, m_error};
-    ZO_FAULTY_CALL(SetEndOfFile) m_cut{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(CopyFileA) m_copy{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(MoveFileA) m_move{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(DeleteFileA) m_delete{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(GetFileAttributesA) m_attributes{*this, kLibrary, INVALID_FILE_ATTRIBUTES, m_error};
-    ZO_FAULTY_CALL(SetFileAttributesA) m_mark{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(GetTempPathA) m_tempPath{*this, kLibrary, 0, m_error};
-    ZO_FAULTY_CALL(GetTempFileNameA) m_tempName{*this, kLibrary, 0, m_error};
-    ZO_FAULTY_CALL(CreateDirectoryA) m_makeFolder{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(RemoveDirectoryA) m_removeFolder{*this, kLibrary, FALSE, m_error};
-    ZO_FAULTY_CALL(FindFirstFileA) m_find{*this, kLibrary, INVALID_HANDLE_VALUE, m_error};
-    ZO_FAULTY_CALL(FindNextFileA) m_findNext{*this, kLibrary, FALSE, m_error};
+    ZO_FAULTY_CALL(InitializeSecurityDescriptor) m_security{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(CreateFileA) m_open{*this, kZogbl, INVALID_HANDLE_VALUE, m_error};
+    ZO_FAULTY_CALL(WriteFile) m_write{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(SetFilePointer) m_seek{*this, kZogbl, INVALID_SET_FILE_POINTER, m_error};
+    ZO_FAULTY_CALL(SetEndOfFile) m_cut{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(CopyFileA) m_copy{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(MoveFileA) m_move{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(DeleteFileA) m_delete{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(GetFileAttributesA) m_attributes{*this, kZogbl, INVALID_FILE_ATTRIBUTES, m_error};
+    ZO_FAULTY_CALL(SetFileAttributesA) m_mark{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(GetTempPathA) m_tempPath{*this, kZogbl, 0, m_error};
+    ZO_FAULTY_CALL(GetTempFileNameA) m_tempName{*this, kZogbl, 0, m_error};
+    ZO_FAULTY_CALL(CreateDirectoryA) m_makeFolder{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(RemoveDirectoryA) m_removeFolder{*this, kZogbl, FALSE, m_error};
+    ZO_FAULTY_CALL(FindFirstFileA) m_find{*this, kZogbl, INVALID_HANDLE_VALUE, m_error};
+    ZO_FAULTY_CALL(FindNextFileA) m_findNext{*this, kZogbl, FALSE, m_error};
 };
 
 /// The framework's files (CFile), with the error that each call would give.
@@ -92,7 +90,7 @@ public:
     StringFaults() : FaultSource("string") {}
 
 private:
-    ZO_FAULTY_CALL(LoadStringA) m_load{*this, "ZOGBLBRX.DLL", 0};
+    ZO_FAULTY_CALL(LoadStringA) m_load{*this, kZogbl, 0};
 };
 
 } // namespace zo_test

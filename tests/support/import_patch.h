@@ -14,6 +14,8 @@
 
 namespace zo_test {
 
+inline constexpr char kZogbl[] = "ZOGBLBRX.DLL"; ///< the class library
+
 class ImportPatch {
 public:
     /// Fails the current test if the module is not loaded or imports no such function.

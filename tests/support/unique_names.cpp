@@ -1,7 +1,10 @@
 #include "support/unique_names.h"
 
+#include "support/environment.h"
+
 #include <gtest/gtest.h>
 
+#include <shellapi.h>
 #include <shlwapi.h>
 
 #include <fstream>
@@ -15,34 +18,14 @@ namespace {
 constexpr REGSAM kView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : 0; // no flag on systems that do not know of views
 constexpr char kNothing[] = "(none)";
 
-std::string ProgramName()
-{
-    char path[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, path, sizeof path - 1);
-    const std::string name(path);
-    const size_t begin = name.find_last_of('\\') + 1;
-    return name.substr(begin, name.find_last_of('.') - begin);
-}
-
 void DeleteFolder(const std::string& path)
 {
-    WIN32_FIND_DATAA found;
-    const HANDLE search = FindFirstFileA((path + "\\*").c_str(), &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            const std::string name = found.cFileName;
-            const std::string full = path + "\\" + name;
-            if (name == "." || name == "..")
-                continue;
-            SetFileAttributesA(full.c_str(), FILE_ATTRIBUTE_NORMAL);
-            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
-                DeleteFolder(full);
-            else
-                EXPECT_TRUE(DeleteFileA(full.c_str())) << full << " is still open, error " << GetLastError();
-        } while (FindNextFileA(search, &found));
-        FindClose(search);
-    }
-    EXPECT_TRUE(RemoveDirectoryA(path.c_str())) << path << " cannot be removed, error " << GetLastError();
+    const std::string list = path + '\0';
+    SHFILEOPSTRUCTA deletion = {};
+    deletion.wFunc = FO_DELETE;
+    deletion.pFrom = list.c_str();
+    deletion.fFlags = FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT;
+    EXPECT_EQ(0, SHFileOperationA(&deletion)) << path << " cannot be removed: is a file of it still open?";
 }
 
 } // namespace
@@ -50,7 +33,9 @@ void DeleteFolder(const std::string& path)
 std::string UniqueName(const std::string& what)
 {
     static LONG count = 0;
-    return "ZoTests." + ProgramName() + "." + std::to_string(GetCurrentProcessId()) + "." +
+    char program[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, program, sizeof program - 1);
+    return std::string("ZoTests.") + PathFindFileNameA(program) + "." + std::to_string(GetCurrentProcessId()) + "." +
            std::to_string(InterlockedIncrement(&count)) + (what.empty() ? "" : "." + what);
 }
 
@@ -67,7 +52,8 @@ void WriteBytes(const std::string& path, const std::string& bytes)
 }
 
 TestRegistryKey::TestRegistryKey(HKEY root)
-    : m_root(root), m_path((root == HKEY_CLASSES_ROOT ? "" : "Software\\") + UniqueName())
+    : m_root(Family() == WindowsFamily::kWin32s ? HKEY_CLASSES_ROOT : root),
+      m_path((m_root == HKEY_CLASSES_ROOT ? "" : "Software\\") + UniqueName())
 {
     Erase(); // that of a process of the same number that was killed
     RegCloseKey(Open("", true));

@@ -15,7 +15,7 @@ std::string UniqueName(const std::string& what = {});
 std::string ReadBytes(const std::string& path);
 void WriteBytes(const std::string& path, const std::string& bytes);
 
-/// A registry key below Software (below the root itself for HKEY_CLASSES_ROOT), made for the current test. Both
+/// A registry key below Software of a root, made for the current test; on Win32s one below its only root. Both
 /// architectures look at the 32-bit view, as the library does.
 class TestRegistryKey {
 public:
@@ -24,7 +24,7 @@ public:
     TestRegistryKey(const TestRegistryKey&) = delete;
     TestRegistryKey& operator=(const TestRegistryKey&) = delete;
 
-    const std::string& Path() const { return m_path; } ///< below Root, without a backslash at either end
+    const std::string& Path() const { return m_path; } ///< below the root, without a backslash at either end
 
     /// Opens or makes a key below. The caller closes it; null on failure.
     HKEY Open(const std::string& subkey, bool create = false) const;

@@ -6,39 +6,13 @@
 
 #include <gtest/gtest-spi.h>
 
-#include <functional>
-#include <string>
-
-namespace zo_test {
-
-/// Runs checks. \return the failures they made, which do not count, each with a line end behind it.
-inline std::string FailuresOf(const std::function<void()>& checks)
-{
-    testing::TestPartResultArray results;
-    {
-        const testing::ScopedFakeTestPartResultReporter reporter(
-            testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &results);
-        checks();
-    }
-    std::string failures;
-    for (int i = 0; i < results.size(); ++i) {
-        if (results.GetTestPartResult(i).failed())
-            failures += results.GetTestPartResult(i).message() + std::string("\n");
-    }
-    return failures;
-}
-
-/// Runs checks that are known to fail under Wine; see ZO_WINE_GAP.
-inline void RunWineGap(const char* file, int line, const char* reason, const std::function<void()>& checks)
-{
-    if (!IsWine())
-        checks();
-    else if (FailuresOf(checks).empty())
-        ADD_FAILURE_AT(file, line) << "Wine behaves now, take the mark away: " << reason;
-}
-
-} // namespace zo_test
-
-/// Checks that hold on Windows and fail under Wine. Once Wine behaves, so that they all hold, the test fails and asks
-/// for the mark to be taken away. \param reason what Wine does instead. Behind it come the statements.
-#define ZO_WINE_GAP(reason, ...) zo_test::RunWineGap(__FILE__, __LINE__, reason, [&] { __VA_ARGS__; })
+/// A check that holds on Windows and fails under Wine. Once Wine behaves, so that it holds, the test fails: then the
+/// mark is to be taken away. \param reason what Wine does instead
+#define ZO_WINE_GAP(reason, check)                                                                                     \
+    do {                                                                                                               \
+        SCOPED_TRACE("take the mark away if Wine behaves now: " reason);                                               \
+        if (zo_test::IsWine())                                                                                         \
+            EXPECT_NONFATAL_FAILURE(check, "");                                                                        \
+        else                                                                                                           \
+            check;                                                                                                     \
+    } while (false)

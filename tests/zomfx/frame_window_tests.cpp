@@ -57,14 +57,12 @@ TYPED_TEST(HelpFile, IsThatOfAModuleInALanguage)
     EXPECT_STREQ("", this->m_frame.GetHelpFile());
 }
 
-namespace {
+static FaultSource* g_copyFaults = nullptr;
 
-FaultSource* g_copyFaults = nullptr;
-
-char* FaultyCopy(const char* text) { return g_copyFaults->Next() ? nullptr : _strdup(text); }
+static char* FaultyCopy(const char* text) { return g_copyFaults->Next() ? nullptr : _strdup(text); }
 
 /// Every way in which a help file can be refused leaves the one before in force.
-void SetUnderFaults(const FaultRun& run)
+static void SetUnderFaults(const FaultRun& run)
 {
     CZoFrameWnd frame;
     frame.RestoreHelpFile("before");
@@ -73,8 +71,6 @@ void SetUnderFaults(const FaultRun& run)
     EXPECT_EQ(run.Fired() ? "(elsewhere) before" : "ZOGBLENU.HLP", HelpFileOf(frame));
     frame.RestoreHelpFile("before");
 }
-
-} // namespace
 
 TEST(HelpFileFaults, LeaveTheOneBefore)
 {

@@ -35,13 +35,12 @@ TEST_F(LanguageFaults, LanguageIsLoadedWholeOrNotAtAll)
     RunFaultLoop<AllocationFaults>(&LoadUnderFaults, kManyRuns);
     EXPECT_EQ(250, GetGlobalCountryList()->GetCount());
     ProductFaults faults;
-    constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-    const ZO_FAULTY_CALL(VerQueryValueA) value(faults, kLibrary, FALSE);
-    const ZO_FAULTY_CALL(GlobalAlloc) allocate(faults, kLibrary, nullptr);
-    const ZO_FAULTY_CALL(GlobalLock) lock(faults, kLibrary, nullptr);
-    const ZO_FAULTY_CALL(GetUserNameA) user(faults, kLibrary, FALSE);
-    const ZO_FAULTY_CALL(LoadLibraryA) load(faults, kLibrary, nullptr, ERROR_MOD_NOT_FOUND);
-    const ZO_FAULTY_CALL(GetLocaleInfoA) locale(faults, kLibrary, 0);
+    const ZO_FAULTY_CALL(VerQueryValueA) value(faults, kZogbl, FALSE);
+    const ZO_FAULTY_CALL(GlobalAlloc) allocate(faults, kZogbl, nullptr);
+    const ZO_FAULTY_CALL(GlobalLock) lock(faults, kZogbl, nullptr);
+    const ZO_FAULTY_CALL(GetUserNameA) user(faults, kZogbl, FALSE);
+    const ZO_FAULTY_CALL(LoadLibraryA) load(faults, kZogbl, nullptr, ERROR_MOD_NOT_FOUND);
+    const ZO_FAULTY_CALL(GetLocaleInfoA) locale(faults, kZogbl, 0);
     const ZO_FAULTY_CALL(CreateWindowExA) create(faults, "ZOAFX.DLL", nullptr); // the hidden window
     RunFaultLoop(faults, &LoadUnderFaults);
 }

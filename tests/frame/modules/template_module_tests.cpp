@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-
 /// An entry point, its call, and what comes back from a library that has it.
 struct EntryPoint {
     LPCSTR name;
@@ -91,7 +89,7 @@ TEST(TemplateModule, KeepsALibraryThatLacksAnEntryPoint)
         g_missing = missing.name;
         CZoTemplateDLLModule module;
         {
-            const ImportPatch lacking(kLibrary, "GetProcAddress", &LackingProcAddress);
+            const ImportPatch lacking(kZogbl, "GetProcAddress", &LackingProcAddress);
             EXPECT_EQ(-3, reinterpret_cast<INT_PTR>(module.LoadLibraryA(kPluginA))) << missing.name;
         }
         EXPECT_EQ(GetModuleHandleA(kPluginA), module.GetLibraryHandle());
@@ -123,7 +121,7 @@ TEST(TemplateModule, TellsWhyALibraryIsNotLoaded)
         EXPECT_EQ(nullptr, module.GetLibraryHandle()) << path;
     }
     FaultSource faults("load");
-    ZO_FAULTY_CALL(LoadLibraryA) load(faults, kLibrary, reinterpret_cast<HMODULE>(INT_PTR{31}));
+    ZO_FAULTY_CALL(LoadLibraryA) load(faults, kZogbl, reinterpret_cast<HMODULE>(INT_PTR{31}));
     module.LoadLibraryA(kPluginA);
     faults.Arm(1, false);
     EXPECT_EQ(31, reinterpret_cast<INT_PTR>(module.LoadLibraryA(kPluginB))) << "as the system gave it";

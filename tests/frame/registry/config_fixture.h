@@ -50,22 +50,18 @@ protected:
     CString UserBelowUsers()
     {
         Store("OwnKey", REG_SZ, "", 1);
-        std::vector<CString> names;
-        const auto collect = [](void* context, LPCSTR name) {
-            return static_cast<std::vector<CString>*>(context)->emplace_back(name), DWORD{0};
-        };
-        m_config.EnumEntries(ZO_MODE_USERS, "", collect, &names);
-        for (const CString& name : names) {
+        std::pair<ConfigFixture*, CString> user = {this, {}};
+        const auto look = [](void* context, LPCSTR name) {
+            auto& [test, found] = *static_cast<decltype(user)*>(context);
             BOOL exists = FALSE;
-            m_config.DoesEntryExist(ZO_MODE_USERS, name + "\\" + m_key, "OwnKey", exists);
-            if (exists)
-                return name;
-        }
-        ADD_FAILURE() << "the user is not there";
-        return {};
+            test->m_config.DoesEntryExist(ZO_MODE_USERS, CString(name) + "\\" + test->m_key, "OwnKey", exists);
+            return exists ? found = name, 1ul : 0ul;
+        };
+        EXPECT_EQ(1u, m_config.EnumEntries(ZO_MODE_USERS, "", look, &user)) << "the user is not there";
+        return user.second;
     }
 
-    TestRegistryKey m_registryKey{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
+    TestRegistryKey m_registryKey;
     const CString m_key = m_registryKey.Path().c_str();
     const DWORD m_mode = ZO_MODE_CURRENT_USER;
     CZoGlobalConfig m_config;

@@ -3,8 +3,6 @@
 
 namespace {
 
-constexpr char kLibrary[] = "ZOGBLBRX.DLL";
-
 class ConfigFaults : public ConfigFixture {
 protected:
     void Prepare()
@@ -82,7 +80,7 @@ TEST_F(ConfigFaults, ResultOfClosingComesBackOnlyAfterSuccess)
     Prepare();
     FaultSource faults("close");
     // The key stays open when closing it fails: that handle is the system's loss, not the gateway's.
-    const ZO_FAULTY_CALL(RegCloseKey) close(faults, kLibrary, ERROR_INVALID_HANDLE);
+    const ZO_FAULTY_CALL(RegCloseKey) close(faults, kZogbl, ERROR_INVALID_HANDLE);
     faults.Arm(1, true);
     EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, ReadNumber(m_key, "Number").first);
     EXPECT_EQ(Answer(kNotFound, 9), ReadNumber(m_key, "Missing"));
@@ -111,7 +109,7 @@ TEST_F(ConfigFaults, ACopyToAnotherRootComparesKeysOrDoesNothing)
         return count;
     };
     const size_t subkeys = subkeysOfRoots();
-    const ImportPatch untold(kLibrary, "GetProcAddress", &TellNoKeyNames);
+    const ImportPatch untold(kZogbl, "GetProcAddress", &TellNoKeyNames);
     const auto run = [&](const FaultRun& run) {
         const DWORD status = m_config.MoveRegTree(ZO_MODE_USERS, destination, m_mode, source, 0);
         run.Stop();
@@ -122,34 +120,30 @@ TEST_F(ConfigFaults, ACopyToAnotherRootComparesKeysOrDoesNothing)
     };
     RunFaultLoop<AllocationFaults>(run);
     FaultSource faults("registry");
-    const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
-    const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
-    const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kLibrary, ERROR_REGISTRY_IO_FAILED);
+    const ZO_FAULTY_CALL(RegOpenKeyExA) open(faults, kZogbl, ERROR_REGISTRY_IO_FAILED);
+    const ZO_FAULTY_CALL(RegCreateKeyExA) create(faults, kZogbl, ERROR_REGISTRY_IO_FAILED);
+    const ZO_FAULTY_CALL(RegEnumKeyExA) enumerate(faults, kZogbl, ERROR_REGISTRY_IO_FAILED);
     RunFaultLoop(faults, run);
 }
 
 // Systems that answer otherwise than the one at hand ------------------------------------------------------------------
 
-namespace {
-
-LONG g_answer = 0;
-DWORD g_writtenSize = 0;
+static LONG g_answer = 0;
+static DWORD g_writtenSize = 0;
 
 /// Hands over a text that fills the buffer and has no terminator.
-LONG WINAPI QueryUnterminated(HKEY, LPCSTR, DWORD*, DWORD* type, BYTE* data, DWORD* size)
+static LONG WINAPI QueryUnterminated(HKEY, LPCSTR, DWORD*, DWORD* type, BYTE* data, DWORD* size)
 {
     *type = REG_SZ;
     std::memset(data, 'x', *size);
     return g_answer;
 }
 
-LONG WINAPI NoteWrittenSize(HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD size)
+static LONG WINAPI NoteWrittenSize(HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD size)
 {
     g_writtenSize = size;
     return ERROR_SUCCESS;
 }
-
-} // namespace
 
 TEST_F(ConfigFaults, AnswersOfAnySystemAreCheckedBeforeUse)
 {
@@ -158,7 +152,7 @@ TEST_F(ConfigFaults, AnswersOfAnySystemAreCheckedBeforeUse)
     char text[8];
     const auto readText = [&] { return m_config.GetValue(m_mode, m_key, "Text", text, sizeof text, "def"); };
     {
-        const ImportPatch query(kLibrary, "RegQueryValueExA", &QueryUnterminated);
+        const ImportPatch query(kZogbl, "RegQueryValueExA", &QueryUnterminated);
         EXPECT_EQ(kMoreData, readText());
         EXPECT_STREQ("def", text);
         g_answer = ERROR_MORE_DATA; // and what did not fit is missing
@@ -167,12 +161,12 @@ TEST_F(ConfigFaults, AnswersOfAnySystemAreCheckedBeforeUse)
         EXPECT_EQ(std::string(sizeof text, '\0'), std::string(text, sizeof text));
         EXPECT_EQ(0u, type);
     }
-    const ImportPatch note(kLibrary, "RegSetValueExA", &NoteWrittenSize);
+    const ImportPatch note(kZogbl, "RegSetValueExA", &NoteWrittenSize);
     EXPECT_EQ(0u, m_config.SetValue(m_mode, m_key, "Text", "abc"));
     EXPECT_EQ(4u, g_writtenSize) << "with the terminator";
     // How Windows 95 ends an enumeration of a key that another process has deleted meanwhile.
     FaultSource faults("end");
-    const ZO_FAULTY_CALL(RegEnumKeyExA) end(faults, kLibrary, ERROR_FILE_NOT_FOUND);
+    const ZO_FAULTY_CALL(RegEnumKeyExA) end(faults, kZogbl, ERROR_FILE_NOT_FOUND);
     faults.Arm(1, false);
     EXPECT_EQ(Answer(0, FALSE), HasSubkey(m_key, "Sub"));
 }

@@ -7,8 +7,6 @@ namespace {
 
 constexpr UINT kNumber = ZO_IDS_REG_CURRENT_INDEX, kText = ZO_IDS_REG_CITY;
 
-bool IsWin32s() { return Family() == WindowsFamily::kWin32s; }
-
 /// A record in a section of its own.
 struct Record : CZoGblRegBase {
     explicit Record(const std::string& section, DWORD mode = ZO_MODE_CURRENT_USER)
@@ -67,7 +65,7 @@ template <class CHECK> void RunAll(Record& record, UINT number, UINT text, CHECK
 
 class RegistryBase : public testing::Test {
 protected:
-    TestRegistryKey m_key{IsWin32s() ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER};
+    TestRegistryKey m_key;
     Record m_record{m_key.Path()};
 };
 
@@ -77,15 +75,15 @@ TEST_F(RegistryBase, KeepsValuesUnderTheirNamesInEachRoot)
 {
     EXPECT_EQ(ZO_MODE_CURRENT_USER, m_record.GetAccessMode());
     for (const DWORD mode : {ZO_MODE_LOCAL_MACHINE, ZO_MODE_CURRENT_USER}) {
-        const HKEY root = mode == ZO_MODE_LOCAL_MACHINE ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
-        const TestRegistryKey key(IsWin32s() ? HKEY_CLASSES_ROOT : root);
+        const TestRegistryKey key(mode == ZO_MODE_LOCAL_MACHINE ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER);
         Record record(key.Path());
         record.SetAccessMode(mode);
         EXPECT_EQ(mode, record.GetAccessMode());
         EXPECT_EQ(key.Path(), record.GetSection());
 
         EXPECT_EQ(0u, record.SetString(ZO_IDS_REG_LOCATION_NAME, "Home"));
-        EXPECT_STREQ("Home", (IsWin32s() ? key.Get("LocationName", "") : key.Get("", "LocationName")).c_str());
+        const bool isSubkey = Family() == WindowsFamily::kWin32s;
+        EXPECT_STREQ("Home", (isSubkey ? key.Get("LocationName", "") : key.Get("", "LocationName")).c_str());
         EXPECT_EQ(0u, record.DeleteValue(ZO_IDS_REG_LOCATION_NAME));
         BOOL exists = TRUE;
         EXPECT_EQ(0u, record.DoesValueExist(ZO_IDS_REG_LOCATION_NAME, exists));
@@ -147,18 +145,9 @@ TEST_F(RegistryBase, FailuresAreStatuses)
         } record;
         EXPECT_EQ(!run.Fired(), record.IsClassDataValid() != FALSE);
     });
-    const auto failWith = [this](FaultSource& faults, DWORD code) {
-        RunFaultActs(faults, [&](const FaultRun& run) {
-            EXPECT_EQ(0u, m_record.SetValue(kNumber, 5) | m_record.SetString(kText, "stored"));
-            int fired = 0;
-            const auto check = [&](DWORD status) {
-                EXPECT_EQ(faults.Fired() > std::exchange(fired, faults.Fired()) ? code : 0, status);
-            };
-            run.Act([&] { RunAll(m_record, kNumber, kText, check); });
-        });
-    };
-    StringFaults strings;
-    failWith(strings, ZoErrNoValueName);
+    EXPECT_EQ(0u, m_record.SetValue(kNumber, 5) | m_record.SetString(kText, "stored"));
+    RunAll(m_record, kNumber, kText, [](DWORD status) { EXPECT_EQ(0u, status); });
     RegistryFaults registry;
-    failWith(registry, RegistryFaults::kError);
+    registry.Arm(1, true);
+    RunAll(m_record, kNumber, kText, [](DWORD status) { EXPECT_EQ(DWORD{RegistryFaults::kError}, status); });
 }
