@@ -1,6 +1,7 @@
 // One trace, several processes.
 #include "trace_fixture.h"
 
+#include <deque>
 #include <sstream>
 
 namespace {
@@ -35,20 +36,17 @@ TEST(TraceProcesses, AKilledOneTakesNothingOfTheOthersAlong)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "locks and files are the same on all of them");
     OpenTrace trace;
-    std::vector<std::unique_ptr<ChildProcess>> writers;
+    std::deque<ChildProcess> writers;
     for (int i = 0; i < kProcesses; ++i)
-        writers.push_back(
-            std::make_unique<ChildProcess>("WritesLines", std::vector{std::string(trace.Name()), std::to_string(i)}));
-    for (const auto& writer : writers)
-        EXPECT_TRUE(writer->WaitUntilReady());
-    for (const auto& writer : writers)
-        writer->Go();
-    const DWORD start = GetTickCount();
-    while (trace.Read().size() < kProcesses * kLines * kLineLength / 2 && GetTickCount() - start < kChildTimeout)
-        Sleep(10);
-    writers[kKilled]->Kill();
-    for (const auto& writer : writers)
-        writer->Finish();
+        writers.emplace_back("WritesLines", std::vector{std::string(trace.Name()), std::to_string(i)});
+    for (ChildProcess& writer : writers)
+        EXPECT_TRUE(writer.WaitUntilReady());
+    for (ChildProcess& writer : writers)
+        writer.Go();
+    WaitUntil([&] { return trace.Read().size() >= kProcesses * kLines * kLineLength / 2; });
+    writers[kKilled].Kill();
+    for (ChildProcess& writer : writers)
+        writer.Finish();
     EXPECT_EQ(2u, trace.GetOpenCount()) << "the dead one's count stays";
 
     int lines[kProcesses] = {};

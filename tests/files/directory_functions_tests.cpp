@@ -151,7 +151,7 @@ TEST_F(DirectoryFunctions, LeavesWhatALinkLeadsTo)
     const std::string below = Path("tree\\below");
     Directory::CreateDirChain(below.c_str(), m_number);
     CreateDirectoryA(Path("empty").c_str(), nullptr);
-    // Each has a folder, a name and a target. Wine can neither make nor remove one, but starts the programs of its host.
+    // Each has a folder, a name and a target. Wine can neither make nor remove one, but starts its host's programs.
     const std::string host = "\\\\?\\unix\\bin\\";
     const std::array<std::string, 3> links[] = {
         {m_path, "link", "sub"}, {m_path, "emptylink", "empty"}, {below, "deep", "sub"}};

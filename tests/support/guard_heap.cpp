@@ -126,10 +126,9 @@ std::string DescribeGuardedAddress(void* address)
 
 void InstallGuardHeap()
 {
-    static const ImportPatch& freePatch = *new ImportPatch("ZOAFX.DLL", "free", &GuardedFree); // for ever: no owner
-    g_free = freePatch.Original<void(void*)>();
-    static const ImportPatch& mallocPatch = *new ImportPatch("ZOAFX.DLL", "malloc", &GuardedAllocate);
-    static_cast<void>(mallocPatch);
+    // Both for ever: they have no owner.
+    g_free = (new ImportPatch("ZOAFX.DLL", "free", &GuardedFree))->Original<void(void*)>();
+    new ImportPatch("ZOAFX.DLL", "malloc", &GuardedAllocate);
 }
 
 bool IsGuardHeapInstalled() { return g_free != nullptr; }

@@ -13,14 +13,6 @@ namespace {
 const UINT s_change = RegisterWindowMessageA("ZoBrixelLanguageChange");
 const UINT s_update = CZoLanguageSupport::GetUpdateMessage();
 
-std::string MenuText(HMENU menu)
-{
-    char item[64] = "";
-    GetMenuStringA(menu, 0, item, sizeof item, MF_BYPOSITION);
-    DestroyMenu(menu);
-    return item;
-}
-
 // A host of the suite -------------------------------------------------------------------------------------------------
 
 /// The main window of a host, whose title shows what came of the changes.
@@ -53,10 +45,13 @@ private:
         std::string title = std::to_string(m_updates);
         for (const DWORD language : {kEnglish, kGerman, kJapanese})
             title += GetModuleHandleA(LibraryOf(language)) != nullptr ? std::string("|") + LibraryOf(language) : "";
-        const void* menu = ZoGblLockResource(MAKEINTRESOURCE(ZO_IDR_HOST_MENU), RT_MENU);
+        const HMENU menu = LoadMenuIndirectA(ZoGblLockResource(MAKEINTRESOURCE(ZO_IDR_HOST_MENU), RT_MENU));
+        char item[64] = "";
+        GetMenuStringA(menu, 0, item, sizeof item, MF_BYPOSITION);
+        DestroyMenu(menu);
         CString country;
         GetCountryNameFromCode(276, country);
-        SetWindowText((title + "|" + MenuText(LoadMenuIndirectA(menu)) + "|" + std::string(country)).c_str());
+        SetWindowText((title + "|" + item + "|" + std::string(country)).c_str());
     }
 
     CZoModuleLanguage m_language;

@@ -3,11 +3,6 @@
 
 namespace {
 
-const CZoFlagLcid& ItemOf(HWND box, UINT message, WPARAM index)
-{
-    return *reinterpret_cast<const CZoFlagLcid*>(SendMessageA(box, message, index, 0));
-}
-
 std::string NameOf(LCID language, LCTYPE item)
 {
     char name[100] = "";
@@ -24,7 +19,7 @@ void ExpectNamed(HWND dialog, int button, LCTYPE item)
     const HWND box = GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
     std::multiset<std::string> names;
     for (int i = 0; i < SendMessageA(box, CB_GETCOUNT, 0, 0); ++i)
-        names.emplace(ItemOf(box, CB_GETITEMDATA, static_cast<WPARAM>(i)).GetName());
+        names.emplace(ItemOf(box, CB_GETITEMDATA, i).GetName());
     EXPECT_EQ((std::multiset<std::string>{NameOf(kEnglish, item), NameOf(kGerman, item)}), names);
     EXPECT_EQ(NameOf(GetUserDefaultLCID(), item), TextOf(dialog, ZO_IDC_LANGUAGE_OF_LOCALE));
 }
@@ -46,7 +41,7 @@ void ExpectFolds(HWND dialog)
     EXPECT_EQ(folded.top, unfolded.top);
     EXPECT_TRUE(IsEnabled(dialog, ZO_IDC_LANGUAGE_SYSTEM));
     EXPECT_EQ(text + "<<", TextOf(dialog, ZO_IDC_LANGUAGE_TOGGLE));
-    const auto chosen = static_cast<WPARAM>(ChosenRow(dialog, ZO_IDC_LANGUAGE_SYSTEM));
+    const int chosen = ChosenRow(dialog, ZO_IDC_LANGUAGE_SYSTEM);
     const HWND list = GetDlgItem(dialog, ZO_IDC_LANGUAGE_SYSTEM);
     EXPECT_EQ(GetUserDefaultLCID() & 0xFFFF, ItemOf(list, LB_GETITEMDATA, chosen).GetLcidValue());
     Press(dialog, ZO_IDC_LANGUAGE_TOGGLE);

@@ -24,12 +24,7 @@ inline LPCSTR LibraryOf(DWORD language)
     return language == kGerman ? "ZOGBLDEU.DLL" : language == kJapanese ? "ZOGBLJPN.DLL" : "ZOGBLENU.DLL";
 }
 
-inline CString LibraryPath()
-{
-    char path[MAX_PATH] = {};
-    GetModuleFileNameA(ZoGblGetInstanceHandle(), path, sizeof path - 1);
-    return path;
-}
+inline CString LibraryPath() { return (ProgramFolder() + kZogbl).c_str(); }
 
 /// What the registry says of a language, for the library or for a module's key; 77 if nothing.
 inline DWORD StoredFlag(const RegisteredProduct& product, DWORD language, LPCSTR moduleKey = nullptr)
@@ -58,19 +53,21 @@ inline ZoLanguageWindowTable& SharedTable()
     return none;
 }
 
-/// Chooses a language in the box of the dialog, as the keyboard would.
+/// What an entry of the box (CB_GETITEMDATA) or a row of the list (LB_GETITEMDATA) stands for.
+inline const CZoFlagLcid& ItemOf(HWND box, UINT message, int index)
+{
+    return *reinterpret_cast<const CZoFlagLcid*>(SendMessageA(box, message, static_cast<WPARAM>(index), 0));
+}
+
+/// Chooses a language in the box of the dialog, as the keyboard would; a failure if it is not offered.
 inline void ChooseLanguage(HWND dialog, DWORD language)
 {
     const HWND box = GetDlgItem(dialog, ZO_IDC_LANGUAGE_INSTALLED);
-    const auto count = static_cast<int>(SendMessageA(box, CB_GETCOUNT, 0, 0));
-    for (int i = 0; i < count; ++i) {
-        const auto* item = reinterpret_cast<const CZoFlagLcid*>(SendMessageA(box, CB_GETITEMDATA, i, 0));
-        if (item->GetLcidValue() != language)
-            continue;
-        Choose(dialog, ZO_IDC_LANGUAGE_INSTALLED, i);
-        return;
-    }
-    ADD_FAILURE() << std::hex << language << " is not offered";
+    int entry = 0;
+    while (entry < SendMessageA(box, CB_GETCOUNT, 0, 0) &&
+           ItemOf(box, CB_GETITEMDATA, entry).GetLcidValue() != language)
+        ++entry;
+    Choose(dialog, ZO_IDC_LANGUAGE_INSTALLED, entry);
 }
 
 /// An act that chooses it and presses OK.
