@@ -173,9 +173,14 @@ TEST_F(BrixelAccess, SurvivesFailures)
         }
         ExpectNothingLoaded();
         const std::string log = TakePluginLog();
-        const auto has = [&](const char* entry) { return log.find(entry) != std::string::npos; };
-        EXPECT_EQ(has("a.Initialize"), has("a.Shutdown")) << log;
-        EXPECT_EQ(has("b.Initialize"), has("b.Shutdown")) << log;
+        const auto times = [&](const char* entry) {
+            int count = 0;
+            for (size_t at = 0; (at = log.find(entry, at)) != std::string::npos; ++at)
+                ++count;
+            return count;
+        };
+        EXPECT_EQ(times("a.Initialize"), times("a.Shutdown")) << log;
+        EXPECT_EQ(times("b.Initialize"), times("b.Shutdown")) << log;
     };
     RunFaultLoop<AllocationFaults>(run);
     RegistryFaults calls;
