@@ -55,8 +55,8 @@ std::string Quote(const std::string& argument)
     return "\"" + argument + (!argument.empty() && argument.back() == '\\' ? "\\" : "") + "\"";
 }
 
-/// Starts a program that inherits handles, in \p folder if that is not empty. A failure and a null process if it does not
-/// start.
+/// Starts a program that inherits handles, in \p folder if that is not empty; a failure and a null process if it does
+/// not start.
 PROCESS_INFORMATION Start(std::string command, const std::string& folder)
 {
     STARTUPINFOA startup = {};
