@@ -129,8 +129,8 @@ template <auto NAME, class FUNCTION> class FaultyCall;
 
 /// Makes calls of one system function from one module fail when \p source says so: nothing is done, \p failure
 /// returned.
-/// \p failure may also be the value for success: then the call lies. Of several for one function, which must be of one
-/// module, the last one decides first. Use through ZO_FAULTY_CALL.
+/// \p failure may also be the value for success: then the call lies. Of several for one function the last one decides
+/// first; those of one source, for two modules, are asked once. Use through ZO_FAULTY_CALL.
 template <auto NAME, class RESULT, class... ARGUMENTS> class FaultyCall<NAME, RESULT(WINAPI*)(ARGUMENTS...)> {
 public:
     /// \param lastError set by a call that fails, unless 0
@@ -146,14 +146,17 @@ public:
 private:
     static RESULT WINAPI Replacement(ARGUMENTS... arguments)
     {
-        const FaultyCall* call = s_active;
-        for (; !call->m_source.Next(); call = call->m_outer) {
+        const FaultSource* asked = nullptr;
+        for (const FaultyCall* call = s_active;; call = call->m_outer) {
+            if (&call->m_source != asked && call->m_source.Next()) {
+                if (call->m_lastError != 0)
+                    SetLastError(call->m_lastError);
+                return call->m_failure;
+            }
+            asked = &call->m_source;
             if (call->m_outer == nullptr)
                 return call->m_patch.template Original<RESULT WINAPI(ARGUMENTS...)>()(arguments...);
         }
-        if (call->m_lastError != 0)
-            SetLastError(call->m_lastError);
-        return call->m_failure;
     }
 
     static inline FaultyCall* s_active = nullptr;
