@@ -1,5 +1,7 @@
 #include "language_followers.h"
 
+#include <common/without_throwing.h>
+
 LanguageFollower* LanguageFollower::s_newest = nullptr;
 int LanguageFollower::s_round = 0;
 
@@ -20,7 +22,7 @@ void LanguageFollower::RenewAll(Occasion occasion)
             continue;
         }
         follower->m_round = round;
-        follower->m_renew(follower->m_what);
+        WithoutThrowing([=] { follower->m_renew(follower->m_what); });
         follower = s_newest; // the list may be another by now
     }
 }

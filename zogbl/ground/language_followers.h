@@ -14,7 +14,8 @@ public:
     };
     using Renew = void(void* what);
 
-    /// \param renew is called with \p what; it may enter and end followers, itself too. It throws nothing.
+    /// \param renew is called with \p what; it may enter and end followers, itself too. An exception of the framework
+    /// ends it alone: the others are renewed.
     LanguageFollower(Occasion occasion, Renew* renew, void* what)
         : m_occasion(occasion), m_renew(renew), m_what(what), m_older(std::exchange(s_newest, this)), m_round(s_round)
     {

@@ -52,9 +52,8 @@ private:
 
     HINSTANCE m_module;
     CDynLinkLibrary m_link{nullptr, nullptr};
-    LanguageFollower m_follower{
-        LanguageFollower::Occasion::kLibrary,
-        [](void* library) { WithoutThrowing([=] { return static_cast<Library*>(library)->Follow(); }); }, this};
+    LanguageFollower m_follower{LanguageFollower::Occasion::kLibrary,
+                                [](void* library) { static_cast<Library*>(library)->Follow(); }, this};
 };
 
 BOOL CZoModuleLanguage::Load(HINSTANCE module)

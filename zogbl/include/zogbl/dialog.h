@@ -27,7 +27,8 @@ public:
 protected:
     /// Sets the title and the texts of the controls anew, from the template of the present language. A control that is
     /// empty in the template keeps its text. Every control then gets CZoLanguageSupport::GetUpdateMessage(). An
-    /// override calls this first and then renews the texts that were set at run time.
+    /// override calls this first and then renews the texts that were set at run time. If it throws an exception of the
+    /// framework, the rest of its texts stay as they are; the other dialogs follow.
     virtual void ReloadTexts();
 
 private:
