@@ -10,8 +10,9 @@
 ///
 /// The library is named as CZoLanguageSupport::BuildLanguageModuleFilename says: the first five characters of the
 /// module's file name, the three letters of the language, ".DLL". ZoWorkbench.exe and 0x0409 give ZoWorENU.DLL. So no
-/// two modules of the suite may begin with the same five letters; ZOGBL is the class library. The registry is not
-/// asked: a module shows the language that ZoGblLoadLanguageDLL has loaded.
+/// two modules of the suite may begin with the same five letters, and none has fewer; ZOGBL is the class library. The
+/// system's search order finds the library: beside the program, for example, but not beside a plug-in of another
+/// folder. The registry is not asked: a module shows the language that ZoGblLoadLanguageDLL has loaded.
 ///
 /// While it is loaded, the library is a link of the framework's resource chain. Resources are then looked for in this
 /// order: the program itself; plug-ins and language libraries of modules, the newest first; the class library and the
@@ -43,7 +44,7 @@ public:
     /// Loads the module's library of the process's language; one that this object has loaded before is freed.
     /// \param module the program (AfxGetInstanceHandle()) or the plug-in, by its instance handle
     /// \return FALSE, with nothing loaded, if the process has no language, the module has no library of it, or memory
-    /// has run out. If the language changes to one that the module has no library of, the library before stays
+    /// has run out. If the language changes and this cannot load the library of the new one, the library before stays
     BOOL Load(HINSTANCE module);
 
     /// Takes the library out of the resource chain and frees it. Does nothing if none is loaded.
