@@ -1,27 +1,8 @@
 /// \file
-/// Application framework: geometry and drawing. Included by afxwin.h.
+/// Application framework: drawing. Included by afxwin.h.
 #pragma once
 
-// ---------------------------------------------------------------------------------------------------------------------
-// Geometry
-
-class CSize : public SIZE {
-public:
-    CSize() : SIZE{0, 0} {}
-    CSize(int initCX, int initCY) : SIZE{initCX, initCY} {}
-};
-
-class CRect : public RECT {
-public:
-    CRect() : RECT{0, 0, 0, 0} {}
-    CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
-    CRect(const RECT& srcRect) : RECT(srcRect) {}
-
-    int Width() const { return right - left; }
-    int Height() const { return bottom - top; }
-    operator LPRECT() { return this; }
-    operator LPCRECT() const { return this; }
-};
+#include <afxgeo_.h>
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Drawing

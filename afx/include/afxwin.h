@@ -89,5 +89,5 @@ AFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM 
 #include <afxdlg_.h> // dialogs
 #include <afxdoc_.h> // documents, views
 #include <afxfrm_.h> // frames
-#include <afxgdi_.h> // geometry, drawing
+#include <afxgdi_.h> // drawing, geometry
 #include <afxwnd_.h> // command targets, windows
