@@ -44,15 +44,43 @@ inline UINT CharacterAt(LPCSTR text)
     return first != 0 && CharacterWidth(text) == 2 ? first << 8 | static_cast<BYTE>(text[1]) : first;
 }
 
+/// Whether the byte at \p at is the second half of a character, in a text in which one begins at \p start.
+inline bool IsSecondHalf(LPCSTR start, LPCSTR at)
+{
+    LPCSTR leads = at; // lead bytes in a row are pairs, but for the last of an odd number
+    while (leads > start && IsLeadByte(leads[-1]))
+        --leads;
+    return (at - leads) % 2 != 0;
+}
+
+/// The first place at which the characters of \p text go on with those of \p wanted, both of so many bytes. The empty
+/// text is found at once. \return null if there is none
+inline LPCSTR FindText(LPCSTR text, size_t length, LPCSTR wanted, size_t wantedLength)
+{
+    if (wantedLength == 0)
+        return text;
+    const LPCSTR wantedLast = wanted + wantedLength - 1;
+    const bool endsInHalf = IsLeadByte(*wantedLast) && !IsSecondHalf(wanted, wantedLast);
+    const LPCSTR end = text + length;
+    LPCSTR start = text; // of a character, not behind the place that is looked at
+    for (LPCSTR at = text; static_cast<size_t>(end - at) >= wantedLength; ++at) {
+        at = static_cast<LPCSTR>(std::memchr(at, wanted[0], static_cast<size_t>(end - at) - wantedLength + 1));
+        if (at == nullptr)
+            return nullptr;
+        if (std::memcmp(at, wanted, wantedLength) != 0 || (endsInHalf && at + wantedLength != end))
+            continue;
+        if (!IsSecondHalf(start, at))
+            return at;
+        start = at + 1;
+    }
+    return nullptr;
+}
+
 /// The first character of one byte that is \p wanted; '\0' finds the end. \return null if there is none
 inline LPCSTR FindCharacter(LPCSTR text, char wanted)
 {
-    while (CharacterAt(text) != static_cast<BYTE>(wanted)) {
-        if (*text == '\0')
-            return nullptr;
-        text = NextCharacter(text);
-    }
-    return text;
+    const size_t length = std::strlen(text);
+    return wanted != '\0' ? FindText(text, length, &wanted, 1) : text + length;
 }
 
 /// The last one.
@@ -66,48 +94,23 @@ inline LPCSTR FindLastCharacter(LPCSTR text, char wanted)
     return wanted == '\0' ? text : found;
 }
 
-/// Whether \p text begins with the characters of \p prefix.
-inline bool BeginsWith(LPCSTR text, LPCSTR prefix)
-{
-    for (; *prefix != '\0'; text = NextCharacter(text), prefix = NextCharacter(prefix)) {
-        if (CharacterAt(text) != CharacterAt(prefix))
-            return false;
-    }
-    return true;
-}
-
-/// The first place at which \p text goes on with \p wanted. \return null if there is none
-inline LPCSTR FindText(LPCSTR text, LPCSTR wanted)
-{
-    while (!BeginsWith(text, wanted)) {
-        if (*text == '\0')
-            return nullptr;
-        text = NextCharacter(text);
-    }
-    return text;
-}
-
 /// The number of a character of a double-byte code page, without regard to case.
 inline UINT LowerCase(UINT character)
 {
     return character > 0xFF ? _mbctolower(character) : static_cast<UINT>(std::tolower(static_cast<int>(character)));
 }
 
-/// Compares the numbers of the characters, in the form that \p map gives them. \return -1, 0 or 1
-template <class MAP> int CompareCharacters(LPCSTR first, LPCSTR second, MAP map)
-{
-    for (;; first = NextCharacter(first), second = NextCharacter(second)) {
-        const UINT character1 = map(CharacterAt(first));
-        const UINT character2 = map(CharacterAt(second));
-        if (character1 != character2)
-            return character1 < character2 ? -1 : 1;
-        if (character1 == 0)
-            return 0;
-    }
-}
+/// Compares the numbers of the characters. \return -1, 0 or 1
 inline int CompareCharacters(LPCSTR first, LPCSTR second)
 {
-    return CompareCharacters(first, second, [](UINT character) { return character; });
+    size_t at = 0;
+    for (; first[at] == second[at]; ++at) {
+        if (first[at] == '\0')
+            return 0;
+    }
+    if (IsSecondHalf(first, first + at))
+        --at;
+    return CharacterAt(first + at) < CharacterAt(second + at) ? -1 : 1;
 }
 /// The same without regard to case. Where all characters have one byte the order is the run-time library's: it has no
 /// second half to look for. \return less than 0, 0, or more
@@ -115,7 +118,14 @@ inline int CompareCharactersNoCase(LPCSTR first, LPCSTR second)
 {
     if (!GetSystemMetrics(SM_DBCSENABLED))
         return _stricmp(first, second);
-    return CompareCharacters(first, second, &LowerCase);
+    for (;; first = NextCharacter(first), second = NextCharacter(second)) {
+        const UINT character1 = LowerCase(CharacterAt(first));
+        const UINT character2 = LowerCase(CharacterAt(second));
+        if (character1 != character2)
+            return character1 < character2 ? -1 : 1;
+        if (character1 == 0)
+            return 0;
+    }
 }
 
 /// Changes the case of a text by \p map, _mbsupr or _mbslwr. Half a character at its end stays as it is.

@@ -1,13 +1,15 @@
-#include <afxwin.h>
+#include <afx.h>
 
 #include <common/double_byte.h>
 
+#include <algorithm>
 #include <climits>
-#include <cstdio>
 #include <cstring>
-#include <mbstring.h>
 
 namespace {
+
+constexpr int kMostLength = INT_MAX - 64;
+constexpr int kLeastGrowth = 16;
 
 struct StringHeader {
     volatile LONG references; // -1: the shared empty string, never counted
@@ -26,24 +28,29 @@ StringHeader* HeaderOf(LPSTR text) { return reinterpret_cast<StringHeader*>(text
 
 LPSTR EmptyText() { return g_emptyString.header.Text(); }
 
-/// An unshared, terminated buffer for \p length characters.
-LPSTR AllocateText(int length)
+/// An unshared, terminated buffer for \p capacity characters.
+LPSTR AllocateText(int capacity, int length)
 {
-    if (length <= 0)
+    if (capacity <= 0)
         return EmptyText();
-    if (length > INT_MAX - 64)
+    if (capacity > kMostLength)
         AfxThrowMemoryException();
-    auto* header = static_cast<StringHeader*>(AfxAllocMemory(sizeof(StringHeader) + static_cast<size_t>(length) + 1));
-    *header = {1, length, length};
+    auto* header = static_cast<StringHeader*>(AfxAllocMemory(sizeof(StringHeader) + static_cast<size_t>(capacity) + 1));
+    *header = {1, length, capacity};
     header->Text()[length] = '\0';
     return header->Text();
 }
 
+void CopyBytes(LPSTR to, LPCSTR from, int count)
+{
+    if (count > 0)
+        std::memcpy(to, from, static_cast<size_t>(count));
+}
+
 LPSTR AllocateCopy(LPCSTR text, int length)
 {
-    LPSTR copy = AllocateText(length);
-    if (length > 0)
-        std::memcpy(copy, text, static_cast<size_t>(length));
+    LPSTR copy = AllocateText(length, length);
+    CopyBytes(copy, text, length);
     return copy;
 }
 
@@ -63,15 +70,13 @@ void Release(LPSTR text) noexcept
 int LengthOf(LPCSTR text)
 {
     const size_t length = text != nullptr ? std::strlen(text) : 0;
-    if (length > INT_MAX - 64)
+    if (length > kMostLength)
         AfxThrowMemoryException();
     return static_cast<int>(length);
 }
 
-/// Position of \p found in \p text; -1 for null.
-int PositionIn(LPCSTR text, LPCSTR found) { return found != nullptr ? static_cast<int>(found - text) : -1; }
-
-bool IsSpace(LPCSTR text) { return _ismbcspace(CharacterAt(text)) != 0; }
+/// What \p length says if there is a text, at least 0.
+int LengthOf(LPCSTR text, int length) { return text != nullptr ? (std::max)(0, length) : 0; }
 
 } // namespace
 
@@ -79,10 +84,9 @@ CString::CString() noexcept : m_pchData(EmptyText()) {}
 CString::CString(const CString& stringSrc) noexcept : m_pchData(Share(stringSrc.m_pchData)) {}
 CString::CString(CString&& stringSrc) noexcept : m_pchData(stringSrc.m_pchData) { stringSrc.m_pchData = EmptyText(); }
 
-CString::CString(char ch, int nRepeat) : m_pchData(AllocateText(nRepeat))
+CString::CString(char ch, int nRepeat) : m_pchData(AllocateText(nRepeat, nRepeat))
 {
-    if (nRepeat > 0)
-        std::memset(m_pchData, ch, static_cast<size_t>(nRepeat));
+    std::memset(m_pchData, ch, static_cast<size_t>(GetLength()));
 }
 
 CString::CString(LPCSTR lpsz) : m_pchData(EmptyText())
@@ -93,7 +97,7 @@ CString::CString(LPCSTR lpsz) : m_pchData(EmptyText())
         m_pchData = AllocateCopy(lpsz, LengthOf(lpsz));
 }
 
-CString::CString(LPCSTR lpch, int nLength) : m_pchData(AllocateCopy(lpch, nLength)) {}
+CString::CString(LPCSTR lpch, int nLength) : m_pchData(AllocateCopy(lpch, LengthOf(lpch, nLength))) {}
 
 CString::~CString() { Release(m_pchData); }
 
@@ -111,10 +115,36 @@ CString& CString::operator=(CString&& stringSrc) noexcept
     return *this;
 }
 
-CString& CString::operator=(LPCSTR lpsz) { return *this = CString(lpsz, LengthOf(lpsz)); }
-CString& CString::operator=(char ch) { return *this = CString(ch); }
+CString& CString::operator=(LPCSTR lpsz) { return SetString(lpsz, LengthOf(lpsz)), *this; }
+CString& CString::operator=(char ch) { return SetString(&ch, 1), *this; }
+
+void CString::SetString(LPCSTR lpch, int nLength)
+{
+    nLength = LengthOf(lpch, nLength);
+    if (CanHold(nLength)) {
+        std::memmove(m_pchData, lpch, static_cast<size_t>(nLength)); // it may be a part of this string
+        SetLength(nLength);
+    } else {
+        LPSTR text = AllocateCopy(lpch, nLength);
+        Release(m_pchData);
+        m_pchData = text;
+    }
+}
 
 int CString::GetLength() const noexcept { return HeaderOf(m_pchData)->length; }
+int CString::GetAllocLength() const noexcept { return HeaderOf(m_pchData)->capacity; }
+
+/// Whether the string alone has the buffer, and it is large enough; the empty text needs none.
+BOOL CString::CanHold(int nLength) const noexcept
+{
+    return nLength > 0 && HeaderOf(m_pchData)->references == 1 && HeaderOf(m_pchData)->capacity >= nLength;
+}
+
+void CString::SetLength(int nLength) noexcept
+{
+    HeaderOf(m_pchData)->length = nLength;
+    m_pchData[nLength] = '\0';
+}
 
 void CString::Empty() noexcept
 {
@@ -124,188 +154,127 @@ void CString::Empty() noexcept
 
 void CString::SetAt(int nIndex, char ch)
 {
-    GetBuffer(GetLength());
-    m_pchData[nIndex] = ch;
+    ASSERT(nIndex >= 0 && nIndex < GetLength());
+    GetBuffer()[nIndex] = ch;
 }
 
-CString& CString::operator+=(const CString& string)
+CString& CString::operator+=(const CString& string) { return Append(string, string.GetLength()), *this; }
+CString& CString::operator+=(LPCSTR lpsz) { return Append(lpsz, LengthOf(lpsz)), *this; }
+CString& CString::operator+=(char ch) { return Append(&ch, 1), *this; }
+void CString::Append(LPCSTR lpch, int nLength) { Splice(GetLength(), 0, lpch, LengthOf(lpch, nLength)); }
+
+namespace {
+
+template <class ADDEND> CString Sum(CString string, const ADDEND& addend)
 {
-    if (!string.IsEmpty()) {
-        const CString addend(string); // survives the change of this string, should it be the same one
-        const int length = GetLength();
-        if (addend.GetLength() > INT_MAX - 64 - length)
-            AfxThrowMemoryException();
-        const int total = length + addend.GetLength();
-        if (HeaderOf(m_pchData)->references != 1 || HeaderOf(m_pchData)->capacity < total)
-            GetBuffer((std::max)(total, length < INT_MAX / 2 ? length + length / 2 : total));
-        std::memcpy(m_pchData + length, addend.m_pchData, static_cast<size_t>(addend.GetLength()));
-        ReleaseBuffer(total);
+    string += addend;
+    return string;
+}
+
+} // namespace
+
+CString AFXAPI operator+(const CString& string1, const CString& string2) { return Sum(string1, string2); }
+CString AFXAPI operator+(const CString& string, LPCSTR lpsz) { return Sum(string, lpsz); }
+CString AFXAPI operator+(LPCSTR lpsz, const CString& string) { return Sum({lpsz, LengthOf(lpsz)}, string); }
+CString AFXAPI operator+(const CString& string, char ch) { return Sum(string, ch); }
+CString AFXAPI operator+(char ch, const CString& string) { return Sum(ch, string); }
+
+int CString::Insert(int nIndex, char ch)
+{
+    Splice((std::clamp)(nIndex, 0, GetLength()), 0, &ch, 1);
+    return GetLength();
+}
+
+int CString::Insert(int nIndex, LPCSTR lpsz)
+{
+    Splice((std::clamp)(nIndex, 0, GetLength()), 0, lpsz, LengthOf(lpsz));
+    return GetLength();
+}
+
+int CString::Delete(int nIndex, int nCount)
+{
+    nIndex = (std::clamp)(nIndex, 0, GetLength());
+    Splice(nIndex, (std::clamp)(nCount, 0, GetLength() - nIndex), nullptr, 0);
+    return GetLength();
+}
+
+void CString::Truncate(int nNewLength) { Delete(nNewLength, GetLength()); }
+
+/// Puts \p nLength characters, which may be some of this string's, in the place of \p nCount. Both are in range.
+void CString::Splice(int nIndex, int nCount, LPCSTR lpch, int nLength)
+{
+    if (nCount == 0 && nLength == 0)
+        return;
+    const int length = GetLength();
+    const int rest = length - nIndex - nCount;
+    if (nLength > kMostLength - (length - nCount))
+        AfxThrowMemoryException();
+    const int total = length - nCount + nLength;
+    const bool isOwn = lpch >= m_pchData && lpch <= m_pchData + length;
+    if (CanHold(total) && !isOwn) {
+        if (rest > 0)
+            std::memmove(m_pchData + nIndex + nLength, m_pchData + nIndex + nCount, static_cast<size_t>(rest));
+        CopyBytes(m_pchData + nIndex, lpch, nLength);
+        SetLength(total);
+        return;
     }
-    return *this;
+    int capacity = total;
+    if (HeaderOf(m_pchData)->references == 1 && total > GetAllocLength()) // it grows, and may go on growing
+        capacity = (std::max)(total, (std::min)(GetAllocLength(), kMostLength / 2) / 2 * 3 + kLeastGrowth);
+    LPSTR text = AllocateText(capacity, total);
+    CopyBytes(text, m_pchData, nIndex);
+    CopyBytes(text + nIndex, lpch, nLength);
+    CopyBytes(text + nIndex + nLength, m_pchData + nIndex + nCount, rest);
+    Release(m_pchData);
+    m_pchData = text;
 }
 
-CString& CString::operator+=(LPCSTR lpsz) { return *this += CString(lpsz, LengthOf(lpsz)); }
-CString& CString::operator+=(char ch) { return *this += CString(ch); }
-
-CString AFXAPI operator+(const CString& string1, const CString& string2)
+int CString::Compare(LPCSTR lpsz) const { return CompareCharacters(m_pchData, lpsz != nullptr ? lpsz : ""); }
+int CString::CompareNoCase(LPCSTR lpsz) const
 {
-    CString sum(string1);
-    sum += string2;
-    return sum;
+    return CompareCharactersNoCase(m_pchData, lpsz != nullptr ? lpsz : "");
 }
 
-CString AFXAPI operator+(const CString& string, LPCSTR lpsz) { return string + CString(lpsz, LengthOf(lpsz)); }
-CString AFXAPI operator+(LPCSTR lpsz, const CString& string) { return CString(lpsz, LengthOf(lpsz)) + string; }
-CString AFXAPI operator+(const CString& string, char ch) { return string + CString(ch); }
+namespace {
 
-int CString::Compare(LPCSTR lpsz) const { return CompareCharacters(m_pchData, lpsz); }
-int CString::CompareNoCase(LPCSTR lpsz) const { return CompareCharactersNoCase(m_pchData, lpsz); }
-int CString::Collate(LPCSTR lpsz) const
+int CompareByLocale(LPCSTR text1, LPCSTR text2, DWORD flags)
 {
-    return CompareStringA(LOCALE_USER_DEFAULT, 0, m_pchData, -1, lpsz, -1) - CSTR_EQUAL;
+    return CompareStringA(LOCALE_USER_DEFAULT, flags, text1, -1, text2 != nullptr ? text2 : "", -1) - CSTR_EQUAL;
 }
+
+} // namespace
+
+int CString::Collate(LPCSTR lpsz) const { return CompareByLocale(m_pchData, lpsz, 0); }
+int CString::CollateNoCase(LPCSTR lpsz) const { return CompareByLocale(m_pchData, lpsz, NORM_IGNORECASE); }
 
 CString CString::Mid(int nFirst) const { return Mid(nFirst, GetLength()); }
 
 CString CString::Mid(int nFirst, int nCount) const
 {
-    nFirst = (std::max)(0, (std::min)(nFirst, GetLength()));
-    nCount = (std::max)(0, (std::min)(nCount, GetLength() - nFirst));
+    nFirst = (std::clamp)(nFirst, 0, GetLength());
+    nCount = (std::clamp)(nCount, 0, GetLength() - nFirst);
     if (nCount == GetLength())
         return *this;
     return {m_pchData + nFirst, nCount};
 }
 
 CString CString::Left(int nCount) const { return Mid(0, nCount); }
-CString CString::Right(int nCount) const
-{
-    nCount = (std::max)(0, (std::min)(nCount, GetLength()));
-    return Mid(GetLength() - nCount, nCount);
-}
-
-int CString::Find(char ch, int nStart) const
-{
-    if (nStart < 0 || nStart >= GetLength())
-        return -1;
-    return PositionIn(m_pchData, FindCharacter(m_pchData + nStart, ch));
-}
-
-int CString::Find(LPCSTR lpszSub, int nStart) const
-{
-    if (nStart < 0 || nStart > GetLength())
-        return -1;
-    return PositionIn(m_pchData, FindText(m_pchData + nStart, lpszSub != nullptr ? lpszSub : ""));
-}
-
-int CString::ReverseFind(char ch) const { return PositionIn(m_pchData, FindLastCharacter(m_pchData, ch)); }
-
-int CString::FindOneOf(LPCSTR lpszCharSet) const
-{
-    for (LPCSTR at = m_pchData; *at != '\0'; at = NextCharacter(at)) {
-        for (LPCSTR wanted = lpszCharSet; *wanted != '\0'; wanted = NextCharacter(wanted)) {
-            if (CharacterAt(at) == CharacterAt(wanted))
-                return PositionIn(m_pchData, at);
-        }
-    }
-    return -1;
-}
-
-void CString::MakeUpper() { MapCase(GetBuffer(GetLength()), &_mbsupr); }
-void CString::MakeLower() { MapCase(GetBuffer(GetLength()), &_mbslwr); }
-
-void CString::TrimLeft()
-{
-    LPCSTR first = m_pchData;
-    while (IsSpace(first))
-        first = NextCharacter(first);
-    *this = Mid(PositionIn(m_pchData, first));
-}
-
-void CString::TrimRight()
-{
-    LPCSTR blanksFrom = nullptr; // start of the run of blanks that may turn out to be the last
-    for (LPCSTR p = m_pchData; *p != '\0'; p = NextCharacter(p)) {
-        if (!IsSpace(p))
-            blanksFrom = nullptr;
-        else if (blanksFrom == nullptr)
-            blanksFrom = p;
-    }
-    if (blanksFrom != nullptr)
-        *this = Left(PositionIn(m_pchData, blanksFrom));
-}
-
-int CString::Replace(LPCSTR lpszOld, LPCSTR lpszNew)
-{
-    const int oldLength = LengthOf(lpszOld);
-    if (oldLength == 0)
-        return 0;
-    int count = 0;
-    CString result;
-    int from = 0;
-    for (int at = Find(lpszOld); at >= 0; at = Find(lpszOld, from)) {
-        result += Mid(from, at - from) + lpszNew;
-        from = at + oldLength;
-        ++count;
-    }
-    if (count > 0)
-        *this = result + Mid(from);
-    return count;
-}
-
-void AFX_CDECL CString::Format(LPCSTR lpszFormat, ...)
-{
-    va_list args;
-    va_start(args, lpszFormat);
-    FormatV(lpszFormat, args);
-    va_end(args);
-}
-
-void AFX_CDECL CString::Format(UINT nFormatID, ...)
-{
-    CString format;
-    format.LoadString(nFormatID);
-    va_list args;
-    va_start(args, nFormatID);
-    FormatV(format, args);
-    va_end(args);
-}
-
-void CString::FormatV(LPCSTR lpszFormat, va_list argList)
-{
-    va_list measured;
-    va_copy(measured, argList);
-    const int length = _vscprintf(lpszFormat, measured);
-    va_end(measured);
-    CString result;
-    if (length > 0) {
-        _vsnprintf(result.GetBuffer(length), static_cast<size_t>(length) + 1, lpszFormat, argList);
-        result.ReleaseBuffer(length);
-    }
-    *this = result;
-}
-
-BOOL CString::LoadString(UINT nID)
-{
-    for (int capacity = 256;; capacity *= 2) {
-        const int length = AfxLoadString(nID, GetBuffer(capacity), static_cast<UINT>(capacity) + 1);
-        ReleaseBuffer(length);
-        if (length < capacity - 1) // a text that was cut may be one byte short of the capacity
-            return length > 0;
-    }
-}
+CString CString::Right(int nCount) const { return Mid(GetLength() - (std::clamp)(nCount, 0, GetLength())); }
 
 LPSTR CString::GetBuffer(int nMinBufLength)
 {
     StringHeader* header = HeaderOf(m_pchData);
-    if (header->references != 1 || header->capacity < nMinBufLength) {
-        const int length = header->length;
-        LPSTR text = AllocateText((std::max)((std::max)(nMinBufLength, length), 1));
-        std::memcpy(text, m_pchData, static_cast<size_t>(length) + 1);
-        HeaderOf(text)->length = length;
-        Release(m_pchData);
-        m_pchData = text;
-    }
+    if (header->references != 1 || header->capacity < nMinBufLength)
+        Reallocate((std::max)({nMinBufLength, header->length, 1}));
     return m_pchData;
+}
+
+void CString::Reallocate(int nCapacity)
+{
+    LPSTR text = AllocateText(nCapacity, GetLength());
+    CopyBytes(text, m_pchData, GetLength());
+    Release(m_pchData);
+    m_pchData = text;
 }
 
 LPSTR CString::GetBufferSetLength(int nNewLength)
@@ -317,55 +286,15 @@ LPSTR CString::GetBufferSetLength(int nNewLength)
 
 void CString::ReleaseBuffer(int nNewLength)
 {
-    StringHeader* header = HeaderOf(m_pchData);
-    if (header->references != 1)
+    if (HeaderOf(m_pchData)->references != 1)
         return; // the shared empty string: there is nothing that could have been written
-    header->length = nNewLength < 0 ? LengthOf(m_pchData) : (std::min)(nNewLength, header->capacity);
-    m_pchData[header->length] = '\0';
+    SetLength(nNewLength < 0 ? LengthOf(m_pchData) : (std::min)(nNewLength, GetAllocLength()));
 }
 
-BOOL AFXAPI AfxExtractSubString(CString& rString, LPCSTR lpszFullString, int iSubString, char chSep)
-{
-    rString.Empty();
-    const CString all = lpszFullString;
-    int begin = 0;
-    for (; iSubString > 0; --iSubString) {
-        begin = all.Find(chSep, begin) + 1;
-        if (begin == 0)
-            return FALSE;
-    }
-    const int end = all.Find(chSep, begin);
-    rString = end < 0 ? all.Mid(begin) : all.Mid(begin, end - begin);
-    return lpszFullString != nullptr;
-}
+void CString::Preallocate(int nLength) { GetBuffer(nLength); }
 
-void AFXAPI AfxFormatString1(CString& rString, UINT nIDS, LPCSTR lpsz1)
+void CString::FreeExtra()
 {
-    AfxFormatString2(rString, nIDS, lpsz1, "%2"); // which stays as it is
-}
-
-void AFXAPI AfxFormatString2(CString& rString, UINT nIDS, LPCSTR lpsz1, LPCSTR lpsz2)
-{
-    CString format;
-    format.LoadString(nIDS);
-    CString text;
-    int from = 0;
-    for (int at = format.Find('%'); at >= 0; at = format.Find('%', at + 1)) {
-        const char place = format.GetAt(at + 1); // at the end, the terminator
-        if (place != '1' && place != '2')
-            continue;
-        text += format.Mid(from, at - from);
-        text += place == '1' ? lpsz1 : lpsz2;
-        from = at + 2;
-    }
-    rString = text + format.Mid(from);
-}
-
-int AFXAPI AfxLoadString(UINT nID, LPSTR lpszBuf, UINT nMaxBuf)
-{
-    const HINSTANCE module = AfxFindStringResourceHandle(nID);
-    const int length = module != nullptr ? ::LoadStringA(module, nID, lpszBuf, static_cast<int>(nMaxBuf)) : 0;
-    if (length == 0 && nMaxBuf > 0)
-        lpszBuf[0] = '\0';
-    return length;
+    if (HeaderOf(m_pchData)->references == 1 && GetAllocLength() > GetLength())
+        Reallocate(GetLength());
 }
