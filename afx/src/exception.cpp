@@ -1,6 +1,9 @@
 #include <afxwin.h>
 
+#include <common/double_byte.h>
+
 #include <cstring>
+#include <iterator>
 
 IMPLEMENT_DYNAMIC(CException, CObject)
 IMPLEMENT_DYNAMIC(CMemoryException, CException)
@@ -15,18 +18,50 @@ CMemoryException g_memoryException;
 CResourceException g_resourceException;
 CUserException g_userException;
 
-/// \p lpszError is terminated in any case, and holds as much of the text as there is room for.
-BOOL SystemMessage(LONG code, LPSTR lpszError, UINT nMaxError)
+/// What the system has to say about an error code: nothing about some. \return the length of the text
+size_t SystemText(LONG code, char (&text)[512])
 {
-    char text[512];
-    if (code <= 0 ||
+    text[0] = '\0';
+    if (code > 0)
         FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
-                       nullptr, static_cast<DWORD>(code), 0, text, sizeof text, nullptr) == 0)
-        text[0] = '\0';
-    if (nMaxError > 0)
-        lstrcpynA(lpszError, text, static_cast<int>(nMaxError));
-    return text[0] != '\0';
+                       nullptr, static_cast<DWORD>(code), 0, text, sizeof text, nullptr);
+    size_t length = std::strlen(text);
+    while (length > 0 && text[length - 1] == ' ') // in the place of a line's end
+        text[--length] = '\0';
+    return length;
 }
+
+/// Gives the text about the first of two error codes that the system has one about. \p lpszError holds as many whole
+/// characters of it as there is room for, and is terminated in any case.
+BOOL DescribeError(LONG code, LONG insteadOf, LPSTR lpszError, UINT nMaxError, UINT* pnHelpContext)
+{
+    if (pnHelpContext != nullptr)
+        *pnHelpContext = 0;
+    char text[512];
+    if (SystemText(code, text) == 0 && SystemText(insteadOf, text) == 0)
+        wsprintfA(text, "Error %ld", code > 0 ? code : insteadOf);
+    if (lpszError == nullptr || nMaxError == 0)
+        return TRUE;
+    size_t shown = 0;
+    while (text[shown] != '\0' && shown + CharacterWidth(text + shown) < nMaxError)
+        shown += CharacterWidth(text + shown);
+    std::memcpy(lpszError, text, shown);
+    lpszError[shown] = '\0';
+    return TRUE;
+}
+
+/// The system's error codes that stand for the causes of a CFileException, in their order.
+constexpr LONG kErrorsOfCauses[] = {
+    ERROR_CAN_NOT_COMPLETE,    ERROR_CAN_NOT_COMPLETE,
+    ERROR_FILE_NOT_FOUND,      ERROR_PATH_NOT_FOUND,
+    ERROR_TOO_MANY_OPEN_FILES, ERROR_ACCESS_DENIED,
+    ERROR_INVALID_HANDLE,      ERROR_CURRENT_DIRECTORY,
+    ERROR_CANNOT_MAKE,         ERROR_SEEK,
+    ERROR_IO_DEVICE,           ERROR_SHARING_VIOLATION,
+    ERROR_LOCK_VIOLATION,      ERROR_DISK_FULL,
+    ERROR_HANDLE_EOF,
+};
+static_assert(std::size(kErrorsOfCauses) == CFileException::endOfFile + 1);
 
 } // namespace
 
@@ -38,7 +73,7 @@ void CException::Delete()
 
 BOOL CException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT* pnHelpContext) const
 {
-    if (nMaxError > 0)
+    if (lpszError != nullptr && nMaxError > 0)
         *lpszError = '\0';
     if (pnHelpContext != nullptr)
         *pnHelpContext = 0;
@@ -48,19 +83,28 @@ BOOL CException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT* pnHelpCo
 int CException::ReportError(UINT nType, UINT nMessageID)
 {
     char text[512];
-    if (GetErrorMessage(text, sizeof text))
-        return AfxMessageBox(text, nType);
-    return nMessageID != 0 ? AfxMessageBox(nMessageID, nType) : 0;
+    if (!GetErrorMessage(text, sizeof text)) {
+        if (nMessageID != 0)
+            return AfxMessageBox(nMessageID, nType);
+        DescribeError(ERROR_CAN_NOT_COMPLETE, 0, text, sizeof text, nullptr);
+    }
+    return AfxMessageBox(text, nType);
 }
 
-BOOL CMemoryException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT*) const
+BOOL CMemoryException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT* pnHelpContext) const
 {
-    return SystemMessage(ERROR_NOT_ENOUGH_MEMORY, lpszError, nMaxError);
+    return DescribeError(ERROR_NOT_ENOUGH_MEMORY, ERROR_OUTOFMEMORY, lpszError, nMaxError, pnHelpContext);
 }
 
-BOOL CResourceException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT*) const
+BOOL CResourceException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT* pnHelpContext) const
 {
-    return SystemMessage(ERROR_RESOURCE_NAME_NOT_FOUND, lpszError, nMaxError);
+    return DescribeError(ERROR_RESOURCE_NAME_NOT_FOUND, ERROR_RESOURCE_DATA_NOT_FOUND, lpszError, nMaxError,
+                         pnHelpContext);
+}
+
+BOOL CUserException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT* pnHelpContext) const
+{
+    return DescribeError(ERROR_CANCELLED, ERROR_CAN_NOT_COMPLETE, lpszError, nMaxError, pnHelpContext);
 }
 
 CFileException::CFileException(int cause, LONG lOsError, LPCSTR lpszFileName)
@@ -68,9 +112,11 @@ CFileException::CFileException(int cause, LONG lOsError, LPCSTR lpszFileName)
 {
 }
 
-BOOL CFileException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT*) const
+BOOL CFileException::GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT* pnHelpContext) const
 {
-    return SystemMessage(m_lOsError, lpszError, nMaxError);
+    const bool isKnown = m_cause >= none && m_cause <= endOfFile;
+    return DescribeError(m_lOsError, kErrorsOfCauses[isKnown ? m_cause : genericException], lpszError, nMaxError,
+                         pnHelpContext);
 }
 
 int AFXAPI CFileException::OsErrorToException(LONG lOsError)
