@@ -7,7 +7,7 @@
 
 A module imports from the system, from the compiler's run-time libraries, and from the modules of the suite that lie
 below it; it can be loaded anywhere, and its data is not executable. All processes share the class library's table of
-language windows, and no other data.
+language windows, and no other data. What a 32-bit module imports from the system is in Windows NT 4 (nt4_functions.txt).
 """
 
 import pathlib
@@ -34,7 +34,32 @@ MAY_IMPORT = {
 # Sections whose data all processes share.
 SHARED_SECTIONS = {"zogblbrx.dll": {".zoshare"}}
 
+# What Windows NT 4 lacks, and a module imports all the same.
+NEWER = {
+    # the run-time library for threads, which this program holds
+    "zostartreport.exe": {"AddVectoredExceptionHandler", "GetTickCount64", "RemoveVectoredExceptionHandler"},
+    # GDI+ can be installed
+    "zoworkbench.exe": {"GdipAlloc", "GdipCloneImage", "GdipCreateBitmapFromHBITMAP", "GdipDisposeImage", "GdipFree",
+                        "GdipSaveImageToFile", "GdiplusShutdown", "GdiplusStartup"},
+}
+
 OBJDUMP = "x86_64-w64-mingw32-objdump"  # reads modules of both architectures
+
+
+def read_functions(path):
+    """The functions of NT 4 by library, in small letters."""
+    text = re.sub(r"^#.*", "", path.read_text(), flags=re.MULTILINE)
+    return {library: set(names.split()) for library, names in re.findall(r"\[(.*)\]([^\[]*)", text)}
+
+
+NT4 = read_functions(pathlib.Path(__file__).with_name("nt4_functions.txt"))
+
+
+def imported_functions(text):
+    """Pairs of library, in small letters, and function."""
+    for library, table in re.findall(r"DLL Name: (\S+)\n.*\n((?:\t.*\n)*)", text):
+        for function in re.findall(r"^\t[0-9a-f]+\t +\d+ +(\S+)", table, re.MULTILINE):
+            yield library.lower(), function
 
 
 def describe(path):
@@ -53,6 +78,10 @@ def problems(name, text, libraries):
     expected = SHARED_SECTIONS.get(name.lower(), set())
     found = [f"imports from {other}" for other in imports if other not in allowed]
     found += [f"lacks {flag}" for flag in ("DYNAMIC_BASE", "NX_COMPAT") if flag not in protection[1].split()]
+    if "pei-i386" in text:
+        found += [f"imports {function} from {library}, which nt4_functions.txt lacks"
+                  for library, function in imported_functions(text)
+                  if library in SYSTEM and function not in NT4.get(library, set()) | NEWER.get(name.lower(), set())]
     # Resources alone have nothing to relocate.
     found += ["has no relocations"] * bool(imports and "relocations stripped" in text)
     found += [f"does not share {section}" for section in sorted(expected - shared)]
@@ -83,8 +112,11 @@ def self_test(path):
         ("does not share .zoshare", text.replace(", SHARED", "")),
         ("shares .data", text.replace("LOAD, DATA\n", "LOAD, DATA, SHARED\n")),
         ("imports from kornel32.dll", text.replace("KERNEL32.dll", "KORNEL32.dll")),
+        ("imports LocalFreed from kernel32.dll", text.replace("  LocalFree\n", "  LocalFreed\n")),
         ("is no PE file", describe(pathlib.Path(__file__))),
     ]
+    if "pei-i386" not in text:  # there is no NT 4 of 64 bits
+        damages = [damage for damage in damages if "LocalFreed" not in damage[0]]
     if problems(path.name, text, libraries):
         print(f"{path.name} is not in order to begin with")
         return 1

@@ -78,12 +78,15 @@ void CFile::Write(const void* lpBuf, UINT nCount)
         AfxThrowFileException(CFileException::diskFull, ERROR_DISK_FULL, m_strFileName);
 }
 
+// The calls that take 64 bits at once came after Windows NT 4. In these, 32 ones are a failure only with an error code.
+
 ULONGLONG CFile::Seek(LONGLONG lOff, UINT nFrom)
 {
-    LARGE_INTEGER offset;
-    offset.QuadPart = lOff;
     LARGE_INTEGER position;
-    if (!SetFilePointerEx(m_hFile, offset, &position, nFrom))
+    position.QuadPart = lOff;
+    SetLastError(ERROR_SUCCESS);
+    position.LowPart = SetFilePointer(m_hFile, static_cast<LONG>(position.LowPart), &position.HighPart, nFrom);
+    if (position.LowPart == INVALID_SET_FILE_POINTER)
         CFileException::ThrowOsError(static_cast<LONG>(GetLastError()), m_strFileName);
     return static_cast<ULONGLONG>(position.QuadPart);
 }
@@ -92,10 +95,12 @@ ULONGLONG CFile::GetPosition() const { return const_cast<CFile*>(this)->Seek(0, 
 
 ULONGLONG CFile::GetLength() const
 {
-    LARGE_INTEGER size;
-    if (!GetFileSizeEx(m_hFile, &size))
+    ULARGE_INTEGER size;
+    SetLastError(ERROR_SUCCESS);
+    size.LowPart = GetFileSize(m_hFile, &size.HighPart);
+    if (size.LowPart == INVALID_FILE_SIZE)
         CFileException::ThrowOsError(static_cast<LONG>(GetLastError()), m_strFileName);
-    return static_cast<ULONGLONG>(size.QuadPart);
+    return size.QuadPart;
 }
 
 void CFile::SetLength(ULONGLONG dwNewLen)

@@ -119,12 +119,13 @@ TEST(CFile, OpensAsItsFlagsSay)
 
 namespace {
 
-constexpr ULONGLONG kHuge = 0x100000005;
+/// A size whose low part is what a failure looks like.
+constexpr ULONGLONG kHuge = 0x1FFFFFFFF;
 
-BOOL WINAPI HugeSize(HANDLE, LARGE_INTEGER* size)
+DWORD WINAPI HugeSize(HANDLE, LPDWORD high)
 {
-    size->QuadPart = kHuge;
-    return TRUE;
+    *high = static_cast<DWORD>(kHuge >> 32);
+    return static_cast<DWORD>(kHuge);
 }
 
 } // namespace
@@ -133,9 +134,11 @@ TEST(CFile, CountsBeyond32Bits)
 {
     const TestFolder folder;
     CFile file(folder.Path("file").c_str(), CFile::modeReadWrite | CFile::modeCreate);
+    SetLastError(ERROR_ACCESS_DENIED);                // of an earlier call
     EXPECT_EQ(kHuge, file.Seek(kHuge, CFile::begin)); // the file stays empty
     EXPECT_EQ(kHuge, file.GetPosition());
-    const ImportPatch patch("ZOAFX.DLL", "GetFileSizeEx", &HugeSize);
+    const ImportPatch patch("ZOAFX.DLL", "GetFileSize", &HugeSize);
+    SetLastError(ERROR_ACCESS_DENIED);
     EXPECT_EQ(kHuge, file.GetLength());
 }
 
@@ -162,7 +165,7 @@ TEST(CFile, ReportsEveryFailingCall)
     const ZO_FAULTY_CALL(ReadFile) read(source, "ZOAFX.DLL", FALSE, ERROR_CRC);
     const ZO_FAULTY_CALL(SetEndOfFile) setEnd(source, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
     const ZO_FAULTY_CALL(FlushFileBuffers) flush(source, "ZOAFX.DLL", FALSE, ERROR_WRITE_FAULT);
-    const ZO_FAULTY_CALL(GetFileSizeEx) size(source, "ZOAFX.DLL", FALSE, ERROR_INVALID_HANDLE);
+    const ZO_FAULTY_CALL(GetFileSize) size(source, "ZOAFX.DLL", INVALID_FILE_SIZE, ERROR_INVALID_HANDLE);
     char buffer[4];
     const std::pair<int, std::function<void()>> cases[] = {
         {CFileException::diskFull, [&] { file.Write("0123", 4); }},
@@ -177,6 +180,9 @@ TEST(CFile, ReportsEveryFailingCall)
         source.Disarm();
         EXPECT_EQ(CFileException::none, CauseOf(path, operation));
     }
+    const ZO_FAULTY_CALL(SetFilePointer) seek(source, "ZOAFX.DLL", INVALID_SET_FILE_POINTER, ERROR_SEEK);
+    source.Arm(1, false);
+    EXPECT_EQ(CFileException::badSeek, CauseOf(path, [&] { file.Seek(0, CFile::begin); }));
     // A failing close is reported, and the object is closed all the same.
     const HANDLE handle = file.m_hFile;
     const ZO_FAULTY_CALL(CloseHandle) close(source, "ZOAFX.DLL", FALSE, ERROR_WRITE_FAULT);
