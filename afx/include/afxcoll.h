@@ -1,37 +1,48 @@
 /// \file
-/// Application framework: the arrays and maps of fixed element type.
+/// Application framework: the arrays, lists and maps of fixed element type. What pointers point to belongs to the caller.
 #pragma once
 
 #include <afxtempl.h>
 
-/// An array of untyped pointers; what they point to belongs to the caller.
+class CByteArray : public CArray<BYTE, BYTE> {};
+class CWordArray : public CArray<WORD, WORD> {};
+class CDWordArray : public CArray<DWORD, DWORD> {};
+class CUIntArray : public CArray<UINT, UINT> {};
 class CPtrArray : public CArray<void*, void*> {};
-
-/// An array of object pointers; the objects belong to the caller.
 class CObArray : public CArray<CObject*, CObject*> {};
-
 class CStringArray : public CArray<CString, LPCSTR> {};
 
-class CWordArray : public CArray<WORD, WORD> {};
-
-class CDWordArray : public CArray<DWORD, DWORD> {};
-
-/// An array of pointers of one type, as CPtrArray keeps them.
-template <class BASE_CLASS, class TYPE> class CTypedPtrArray : public BASE_CLASS {
+class CPtrList : public CList<void*, void*> {
 public:
-    INT_PTR Add(TYPE newElement) { return BASE_CLASS::Add(newElement); }
-    TYPE GetAt(INT_PTR nIndex) const { return static_cast<TYPE>(BASE_CLASS::GetAt(nIndex)); }
-    TYPE operator[](INT_PTR nIndex) const { return GetAt(nIndex); }
+    using CList::CList;
+};
+class CObList : public CList<CObject*, CObject*> {
+public:
+    using CList::CList;
+};
+class CStringList : public CList<CString, LPCSTR> {
+public:
+    using CList::CList;
 };
 
-/// Texts by name; names are the same when all their characters are.
-class CMapStringToString : public CMap<CString, LPCSTR, CString, LPCSTR> {
+class CMapPtrToPtr : public CMap<void*, void*, void*, void*> {
 public:
-    explicit CMapStringToString(INT_PTR nBlockSize = 10) : CMap(nBlockSize) {}
+    using CMap::CMap;
 };
-
-/// Objects by name; the objects belong to the caller.
+class CMapWordToPtr : public CMap<WORD, WORD, void*, void*> {
+public:
+    using CMap::CMap;
+};
+// Names are the same when all their characters are.
+class CMapStringToPtr : public CMap<CString, LPCSTR, void*, void*> {
+public:
+    using CMap::CMap;
+};
 class CMapStringToOb : public CMap<CString, LPCSTR, CObject*, CObject*> {
 public:
-    explicit CMapStringToOb(INT_PTR nBlockSize = 10) : CMap(nBlockSize) {}
+    using CMap::CMap;
+};
+class CMapStringToString : public CMap<CString, LPCSTR, CString, LPCSTR> {
+public:
+    using CMap::CMap;
 };

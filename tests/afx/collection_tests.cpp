@@ -20,6 +20,7 @@ struct Counted {
         value = other.value;
         return *this;
     }
+    bool operator==(const Counted& other) const { return value == other.value; }
     ~Counted()
     {
         EXPECT_EQ(this, self) << "destroyed what was never made";
@@ -30,6 +31,8 @@ struct Counted {
 
 using CountedArray = CArray<Counted, const Counted&>;
 
+using CountedList = CList<Counted, const Counted&>;
+
 std::vector<int> ValuesOf(const CountedArray& array)
 {
     std::vector<int> values;
@@ -38,22 +41,54 @@ std::vector<int> ValuesOf(const CountedArray& array)
     return values;
 }
 
-} // namespace
+/// Both ways, and by the index of each.
+std::vector<int> ValuesOf(const CountedList& list)
+{
+    std::vector<int> values, backwards;
+    for (POSITION position = list.GetHeadPosition(); position != nullptr;) {
+        EXPECT_EQ(position, list.FindIndex(static_cast<INT_PTR>(values.size())));
+        values.push_back(list.GetNext(position).value);
+    }
+    for (POSITION position = list.GetTailPosition(); position != nullptr;)
+        backwards.push_back(list.GetPrev(position).value);
+    std::reverse(backwards.begin(), backwards.end());
+    EXPECT_EQ(values, backwards);
+    EXPECT_EQ(static_cast<INT_PTR>(values.size()), list.GetCount());
+    EXPECT_TRUE(list.FindIndex(list.GetCount()) == nullptr && list.FindIndex(-1) == nullptr);
+    return values;
+}
 
-TEST(CArray, BehavesAsAVector)
+/// Random steps with a collection and a vector, which must hold the same after each. \p step gets a new element and a
+/// place in the vector or at its end.
+template <class COLLECTION>
+void BehaveAsAVector(void (*step)(COLLECTION&, std::vector<int>& model, Random&, int value, INT_PTR at))
 {
     for (const unsigned seed : {1u, 2u, 3u, 4u, 5u}) {
         SCOPED_TRACE(seed);
         Random random(seed);
-        const auto below = [&random](size_t limit) { return static_cast<INT_PTR>(random() % limit); };
-        CountedArray array;
+        COLLECTION collection;
         std::vector<int> model;
-        const auto grow = [&model](INT_PTR size) { // what is added has the initial value
-            model.resize((std::max)(model.size(), static_cast<size_t>(size)), -1);
-        };
-        for (int step = 0; step < 400; ++step) {
-            const int value = static_cast<int>(random() % 1000);
-            const INT_PTR at = below(model.size() + 1);
+        for (int count = 0; count < 400; ++count) {
+            step(collection, model, random, static_cast<int>(random() % 1000),
+                 static_cast<INT_PTR>(random() % (model.size() + 1)));
+            ASSERT_EQ(model, ValuesOf(collection));
+            ASSERT_EQ(static_cast<int>(model.size()), Counted::alive);
+        }
+        collection.RemoveAll();
+        EXPECT_EQ(0, Counted::alive);
+    }
+}
+
+} // namespace
+
+TEST(CArray, BehavesAsAVector)
+{
+    BehaveAsAVector<CountedArray>(
+        [](CountedArray& array, std::vector<int>& model, Random& random, int value, INT_PTR at) {
+            const auto below = [&random](size_t limit) { return static_cast<INT_PTR>(random() % limit); };
+            const auto grow = [&model](INT_PTR size) { // what is added has the initial value
+                model.resize((std::max)(model.size(), static_cast<size_t>(size)), -1);
+            };
             switch (random() % 6) {
             case 0:
                 EXPECT_EQ(static_cast<INT_PTR>(model.size()), array.Add(value));
@@ -94,12 +129,7 @@ TEST(CArray, BehavesAsAVector)
                 EXPECT_EQ(twice, ValuesOf(other));
             }
             }
-            ASSERT_EQ(model, ValuesOf(array));
-            ASSERT_EQ(static_cast<int>(model.size()), Counted::alive);
-        }
-        array.RemoveAll();
-        EXPECT_EQ(0, Counted::alive);
-    }
+        });
 }
 
 TEST(CArray, TakesElementsOfItself)
@@ -116,31 +146,164 @@ TEST(CArray, TakesElementsOfItself)
     EXPECT_EQ(std::vector<int>(82, 7), ValuesOf(array));
 }
 
-TEST(CArray, IsAsBeforeWhenMemoryFails)
+TEST(CList, BehavesAsAVector)
 {
-    CStringArray other;
-    other.Add("new");
+    BehaveAsAVector<CountedList>([](CountedList& list, std::vector<int>& model, Random& random, int value, INT_PTR at) {
+        const POSITION position = list.FindIndex(at); // null at the end
+        const auto place = model.begin() + at;
+        const auto added = [&](POSITION newPosition, std::vector<int>::iterator before) {
+            EXPECT_EQ(value, list.GetAt(newPosition).value);
+            model.insert(before, value);
+        };
+        switch (random() % (model.size() < 40 ? 8 : 6)) {
+        case 0:
+            added(list.AddHead(value), model.begin());
+            break;
+        case 1:
+            added(list.AddTail(value), model.end());
+            break;
+        case 2: // without a position before the head, and behind the tail
+            added(list.InsertBefore(position, value), position != nullptr ? place : model.begin());
+            break;
+        case 3:
+            added(list.InsertAfter(position, value), position != nullptr ? place + 1 : model.end());
+            break;
+        case 4: {
+            const POSITION found = list.Find(value % 4, position);
+            const auto expected = std::find(position != nullptr ? place + 1 : model.begin(), model.end(), value % 4);
+            EXPECT_EQ(list.FindIndex(expected != model.end() ? expected - model.begin() : -1), found);
+            if (position != nullptr) {
+                list.SetAt(position, value % 4);
+                *place = value % 4;
+            }
+            break;
+        }
+        case 5:
+            for (const bool atHead : {true, false}) {
+                if (model.size() > 8) {
+                    EXPECT_EQ(list.GetHead().value, model.front());
+                    EXPECT_EQ(atHead ? model.front() : model.back(),
+                              (atHead ? list.RemoveHead() : list.RemoveTail()).value);
+                    model.erase(atHead ? model.begin() : model.end() - 1);
+                }
+            }
+            if (list.FindIndex(at) != nullptr) {
+                list.RemoveAt(list.FindIndex(at));
+                model.erase(model.begin() + at);
+            }
+            break;
+        default: { // itself, in its order
+            random() % 2 != 0 ? list.AddHead(&list) : list.AddTail(&list);
+            const std::vector<int> copy(model);
+            model.insert(model.end(), copy.begin(), copy.end());
+        }
+        }
+    });
+}
+
+namespace {
+
+template <class COLLECTION> std::string Names(const COLLECTION& collection)
+{
+    std::string all;
+    if constexpr (requires { collection.GetHeadPosition(); }) {
+        for (POSITION position = collection.GetHeadPosition(); position != nullptr;)
+            all += std::string(collection.GetNext(position)) + "|";
+    } else if constexpr (requires { collection.GetStartPosition(); }) {
+        CString key, value;
+        for (POSITION position = collection.GetStartPosition(); position != nullptr;) {
+            collection.GetNextAssoc(position, key, value);
+            all += std::string(key) + "=" + std::string(value) + "|";
+        }
+    } else {
+        for (INT_PTR i = 0; i < collection.GetSize(); ++i)
+            all += std::string(collection[i]) + "|";
+    }
+    return all;
+}
+
+} // namespace
+
+TEST(Collections, AreAsBeforeWhenMemoryFails)
+{
+    static CStringArray array;
+    static CStringList list(1); // each element is allocated alone
+    array.RemoveAll();
+    list.RemoveAll();
+    for (const char* text : {"new", "newer"}) {
+        array.Add(text);
+        list.AddTail(text);
+    }
     ExpectAsBeforeWithoutMemory<CStringArray>(
         {
             {"Add", [](CStringArray& a) { a.Add("new"); }},
-            {"SetAt", [](CStringArray& a) { a.SetAt(1, "new"); }},
+            {"SetAt", [](CStringArray& a) { a.SetAt(1, "a longer one"); }},
             {"SetAtGrow", [](CStringArray& a) { a.SetAtGrow(5, "new"); }},
             {"InsertAt", [](CStringArray& a) { a.InsertAt(1, "new"); }},
             {"InsertAt behind", [](CStringArray& a) { a.InsertAt(6, "new", 2); }},
             {"SetSize", [](CStringArray& a) { a.SetSize(9); }},
-            {"Append", [&](CStringArray& a) { a.Append(other); }},
+            {"Append", [](CStringArray& a) { a.Append(array); }},
         },
-        [](CStringArray& array) {
+        [](CStringArray& a) {
             for (const char* text : {"zero", "one", "two"})
-                array.Add(text);
-            array.FreeExtra();
+                a.Add(text);
+            a.FreeExtra();
         },
-        [](const CStringArray& array) {
-            std::string all;
-            for (INT_PTR i = 0; i < array.GetSize(); ++i)
-                all += std::string(array[i]) + "|";
-            return all;
-        });
+        &Names<CStringArray>);
+    ExpectAsBeforeWithoutMemory<CStringList>(
+        {
+            {"AddHead", [](CStringList& l) { l.AddHead("new"); }},
+            {"AddHead list", [](CStringList& l) { l.AddHead(&list); }},
+            {"AddTail list", [](CStringList& l) { l.AddTail(&list); }},
+            {"InsertBefore", [](CStringList& l) { l.InsertBefore(l.GetTailPosition(), "new"); }},
+            {"SetAt", [](CStringList& l) { l.SetAt(l.GetHeadPosition(), "a longer one"); }},
+        },
+        [](CStringList& l) {
+            for (int i = 0; i < 10; ++i)
+                l.AddTail("old");
+        },
+        &Names<CStringList>);
+    ExpectAsBeforeWithoutMemory<CMapStringToString>(
+        {
+            {"new key", [](CMapStringToString& m) { m["new"]; }},
+            {"SetAt new", [](CMapStringToString& m) { m.SetAt("new", "value"); }},
+            {"SetAt", [](CMapStringToString& m) { m.SetAt("5", "a longer value"); }},
+        },
+        [](CMapStringToString& m) {
+            for (char key = '0'; key <= '9'; ++key)
+                m[CString(key)] = "old";
+        },
+        &Names<CMapStringToString>);
+}
+
+TEST(Collections, KnowTheTypeOfTheirPointers)
+{
+    Counted first(1), second(2);
+    CTypedPtrArray<CPtrArray, Counted*> array;
+    array.SetAtGrow(1, &first);
+    array[0] = &second;
+    array.ElementAt(1) = array[0];
+    array.InsertAt(0, &first);
+    EXPECT_TRUE(array[0] == &first && array.GetAt(1) == &second && array[2]->value == 2);
+    CTypedPtrList<CPtrList, Counted*> list;
+    list.AddTail(&first);
+    list.AddTail(&list);
+    list.SetAt(list.GetTailPosition(), &second);
+    POSITION position = list.GetHeadPosition();
+    EXPECT_EQ(3, list.GetNext(position)->value + list.GetAt(position)->value);
+    EXPECT_TRUE(list.RemoveTail() == &second && list.RemoveHead() == &first && list.IsEmpty());
+    CTypedPtrMap<CMapStringToPtr, CString, Counted*> map;
+    map["one"] = &first;
+    map.SetAt("two", &second);
+    Counted* found = nullptr;
+    EXPECT_TRUE(map.Lookup("two", found) && found == &second && map["one"]->value == 1);
+    EXPECT_FALSE(map.Lookup("three", found));
+    EXPECT_EQ(&second, found) << "changed by what was not found";
+    map.RemoveKey("two");
+    CString key;
+    position = map.GetStartPosition();
+    map.GetNextAssoc(position, key, found);
+    EXPECT_TRUE(key == "one" && found == &first && position == nullptr);
 }
 
 namespace {
@@ -279,30 +442,4 @@ TEST(CMap, BehavesAsAMap)
     EXPECT_FALSE(texts.Lookup("name", text) || texts.Lookup("\x83", text));
     EXPECT_TRUE(texts.Lookup("\x83\x5C", text));
     EXPECT_STREQ("b", text);
-}
-
-TEST(CMap, IsAsBeforeWhenMemoryFails)
-{
-    AllocationFaults faults;
-    RunFaultLoop(faults, [](const FaultRun& run) {
-        CMap<CString, LPCSTR, CString, LPCSTR> map(2);
-        std::vector<const char*> taken;
-        for (const char* key : {"one", "two", "three", "four", "five"}) {
-            try {
-                map.SetAt(key, key);
-                taken.push_back(key);
-            } catch (CMemoryException* e) {
-                e->Delete();
-            }
-        }
-        run.Stop();
-        std::map<CString, CString> model;
-        for (const char* key : taken)
-            model[key] = key;
-        EXPECT_TRUE(model == (ContentsOf<std::map<CString, CString>>(map)));
-        map.SetAt("six", "6"); // still usable
-        CString value;
-        EXPECT_TRUE(map.Lookup("six", value));
-        EXPECT_STREQ("6", value);
-    });
 }
