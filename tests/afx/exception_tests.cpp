@@ -2,38 +2,73 @@
 
 TEST(Exceptions, CrossLibrariesAndDescribeThemselves)
 {
-    const struct {
+    const auto system = [](DWORD code) {
+        char text[300];
+        std::string line(text, FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code,
+                                              0, text, sizeof text, nullptr));
+        return line.substr(0, line.find('\r'));
+    };
+    struct Case {
         std::function<void()> raise;
         const CRuntimeClass* runtimeClass;
-        bool hasMessage;
-    } cases[] = {
-        {[] { AfxThrowMemoryException(); }, RUNTIME_CLASS(CMemoryException), true},
-        {[] { AfxThrowResourceException(); }, RUNTIME_CLASS(CResourceException), true},
-        {[] { AfxThrowUserException(); }, RUNTIME_CLASS(CUserException), false},
-        {[] { AfxThrowFileException(1, ERROR_PATH_NOT_FOUND, "f"); }, RUNTIME_CLASS(CFileException), true},
-        {[] { AfxThrowFileException(1); }, RUNTIME_CLASS(CFileException), false},
+        std::string text;
     };
+    const std::string generic = system(ERROR_CAN_NOT_COMPLETE);
+    const auto file = [](int cause, LONG code) { return [=] { AfxThrowFileException(cause, code, "f"); }; };
+    std::vector<Case> cases = {
+        {[] { AfxThrowMemoryException(); }, RUNTIME_CLASS(CMemoryException), system(ERROR_NOT_ENOUGH_MEMORY)},
+        {[] { AfxThrowResourceException(); }, RUNTIME_CLASS(CResourceException), system(ERROR_RESOURCE_NAME_NOT_FOUND)},
+        {[] { AfxThrowUserException(); }, RUNTIME_CLASS(CUserException), system(ERROR_CANCELLED)},
+        {[] { throw new CException; }, RUNTIME_CLASS(CException), ""},
+        {file(CFileException::diskFull, ERROR_WRITE_PROTECT), RUNTIME_CLASS(CFileException),
+         system(ERROR_WRITE_PROTECT)},
+        {file(CFileException::diskFull, 123456), RUNTIME_CLASS(CFileException), system(ERROR_DISK_FULL)},
+        {file(-1, 0), RUNTIME_CLASS(CFileException), generic},
+        {file(99, -1), RUNTIME_CLASS(CFileException), generic},
+    };
+    for (int cause = CFileException::fileNotFound; cause <= CFileException::endOfFile; ++cause) {
+        try {
+            AfxThrowFileException(cause);
+        } catch (CFileException* e) {
+            char text[300];
+            EXPECT_TRUE(e->GetErrorMessage(text, sizeof text));
+            EXPECT_TRUE(text[0] != '\0' && text != generic) << cause;
+            e->Delete();
+        }
+    }
+    static std::string shown;
+    AfxSetMessageBox([](HWND, LPCSTR text, LPCSTR, UINT) { return shown = text, 7; });
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.runtimeClass->m_lpszClassName
-                                        << (c.hasMessage ? "" : " without a message"));
+        SCOPED_TRACE(testing::Message() << c.runtimeClass->m_lpszClassName << ": " << c.text);
         ZO_EXPECT_NO_LEAK({
             try {
                 c.raise();
                 ADD_FAILURE() << "not thrown";
             } catch (CException* e) {
                 EXPECT_TRUE(e->IsKindOf(c.runtimeClass));
-                char text[256];
-                memset(text, 'x', sizeof text);
-                EXPECT_EQ(c.hasMessage, e->GetErrorMessage(text, sizeof text) != FALSE);
-                EXPECT_EQ(c.hasMessage, strnlen(text, sizeof text) > 5) << "the text of a message, or none";
-                SentinelBuffer small(6);
-                e->GetErrorMessage(small.Data(), static_cast<UINT>(small.Size()));
-                EXPECT_EQ(c.hasMessage ? 5u : 0u, small.Text().size());
-                small.ExpectGuardsIntact();
+                for (const size_t room : {300, 6, 1}) {
+                    SentinelBuffer buffer(room);
+                    UINT help = 5;
+                    EXPECT_EQ(!c.text.empty(),
+                              e->GetErrorMessage(buffer.Data(), static_cast<UINT>(room), &help) != FALSE);
+                    EXPECT_EQ(0u, help);
+                    // a character of two bytes that has no room is left out
+                    const size_t length = (std::min)(room - 1, c.text.size());
+                    EXPECT_TRUE(c.text.substr(0, length) == buffer.Text() ||
+                                (IsDoubleByte() && c.text.substr(0, length - 1) == buffer.Text()));
+                    buffer.ExpectGuardsIntact();
+                }
+                EXPECT_EQ(!c.text.empty(), e->GetErrorMessage(nullptr, 0) != FALSE);
+                EXPECT_EQ(7, e->ReportError());
+                EXPECT_EQ(c.text.empty() ? generic : c.text, shown);
+                e->ReportError(MB_OK, 1600); // of host.rc
+                EXPECT_EQ(c.text.empty() ? "host" : c.text, shown);
                 e->Delete();
             }
+            shown = std::string();
         });
     }
+    AfxSetMessageBox(nullptr);
 }
 
 TEST(Exceptions, TranslateSystemErrors)

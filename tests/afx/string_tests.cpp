@@ -1,211 +1,286 @@
 #include "support/test.h"
 #include "without_memory.h"
 
+#include <numeric>
+
 namespace {
 
 LPCSTR Text(const CString& string) { return string; }
 
+/// A call by its name, and what it does to a string; the answer is 0 if it has none.
+#define CALL(call) #call, [](CString & s) -> int { return Answer(call); }
+int Answer(int value) { return value; }
+int Answer(const CString&) { return 0; }
+
+struct Row {
+    const char* text;
+    const char* name;
+    int (*call)(CString& s);
+    int answer;
+    const char* result = nullptr;  // null: as before
+    int doubleByteAnswer = answer; // on code page 932
+    const char* doubleByteResult = result;
+};
+
+// What the framework's documentation says of each call; what it does not speak of is marked "chosen".
+// In code page 932, 83 5C is one katakana whose second byte is that of the backslash, and 83 61 ends like an "a"; B1 is
+// a katakana of half width; 82 60 and 82 81 are a wide "A" and "a".
+const Row kRows[] = {
+    {"abcde", CALL(s = s.Mid(2)), 0, "cde"},
+    {"abcde", CALL(s = s.Mid(3, 9)), 0, "de"},
+    {"abcde", CALL(s = s.Mid(-2, 2)), 0, "ab"}, // chosen, as all positions outside
+    {"abcde", CALL(s = s.Mid(9, 1)), 0, ""},
+    {"abcde", CALL(s = s.Mid(1, -1)), 0, ""},
+    {"abcde", CALL(s = s.Left(2)), 0, "ab"},
+    {"abcde", CALL(s = s.Left(9)), 0},
+    {"abcde", CALL(s = s.Left(-1)), 0, ""},
+    {"abcde", CALL(s = s.Right(2)), 0, "de"},
+    {"abcde", CALL(s = s.Right(9)), 0},
+    {"abcde", CALL(s = s.Right(-1)), 0, ""},
+    {"abcde", CALL(s.Insert(0, 'x')), 6, "xabcde"},
+    {"abcde", CALL(s.Insert(2, "xyz")), 8, "abxyzcde"},
+    {"abcde", CALL(s.Insert(99, "xyz")), 8, "abcdexyz"},
+    {"abcde", CALL(s.Insert(-1, "x")), 6, "xabcde"}, // chosen
+    {"abcde", CALL(s.Insert(1, nullptr)), 5},
+    {"abcde", CALL(s.Insert(2, Text(s) + 1)), 9, "abbcdecde"},
+    {"abcde", CALL(s.Delete(1)), 4, "acde"},
+    {"abcde", CALL(s.Delete(3, 9)), 3, "abc"},
+    {"abcde", CALL(s.Delete(5, 1)), 5},
+    {"abcde", CALL(s.Delete(-1, 1)), 4, "bcde"}, // chosen
+    {"abcde", CALL(s.Delete(0, 5)), 0, ""},
+    {"abcde", CALL((s.Truncate(2), 0)), 0, "ab"},
+    {"abcde", CALL((s.Truncate(9), 0)), 0},
+    {"abcde", CALL((s.SetAt(1, 'x'), 0)), 0, "axcde"},
+    {"abcde", CALL(s = Text(s) + 3), 0, "de"},
+    {"abcde", CALL((s.SetString(Text(s) + 1, 2), 0)), 0, "bc"},
+    {"abcde", CALL((s.SetString("xyz", -1), 0)), 0, ""}, // chosen
+    {"abcde", CALL(s = 'x'), 0, "x"},
+    {"abcde", CALL(s = nullptr), 0, ""},
+    {"abcde", CALL(s += s), 0, "abcdeabcde"},
+    {"abcde", CALL(s += Text(s) + 3), 0, "abcdede"},
+    {"abcde", CALL(s += nullptr), 0},
+    {"abcde", CALL((s.Append("xyz", 2), 0)), 0, "abcdexy"},
+    {"abcde", CALL(s = s + s), 0, "abcdeabcde"},
+    {"abcde", CALL(s = '<' + ("-" + s + "-") + '>'), 0, "<-abcde->"},
+    {"abcde", CALL((s.Format("<%s|%5d>", Text(s), -7), 0)), 0, "<abcde|   -7>"},
+    {"abcde", CALL((s.AppendFormat("<%s>", Text(s)), 0)), 0, "abcde<abcde>"},
+    {"abcde", CALL((s.Format(1721, 1, "two"), 0)), 0, "1 of two"}, // of host.rc
+    {"abcde", CALL((s.AppendFormat(1721, 1, "two"), 0)), 0, "abcde1 of two"},
+    {"abcde", CALL((s.FormatMessage("%2 %1!03d! %%", 7, "x"), 0)), 0, "x 007 %"},
+    {"abcde", CALL((s.FormatMessage(61714, "a", "b"), 0)), 0, "a to b"},
+    {"abcde", CALL((s.FormatMessage(""), 0)), 0, ""},
+    {"abcde", CALL(s.LoadString(1600)), 1, "host"},
+    {"abcde", CALL(s.LoadString(9999)), 0, ""},
+    {"abcde", CALL(s.GetEnvironmentVariable("ZoTestVariable")), 1, "its value"},
+    {"abcde", CALL(s.GetEnvironmentVariable("ZoTestNothing")), 0, ""},
+    {"b", CALL(s.Collate("A")), 1},
+    {"a", CALL(s.Collate("B")), -1}, // alphabetical
+    {"a", CALL(s.CollateNoCase("A")), 0},
+    {"abC\x83\x41", CALL(s.CompareNoCase("ABc\x83\x41")), 0},
+    {"", CALL(s.CompareNoCase(nullptr)), 0}, // chosen, as for all null pointers
+    {"\x82\x60", CALL(s.CompareNoCase("\x82\x81") == 0), 0, nullptr, 1},
+    {"\x83\x41", CALL(s.CompareNoCase("\x83\x61") == 0), 1, nullptr, 0},
+    {"\xB1", CALL(s.Compare("\x83\x41")), 1, nullptr, -1},
+    {"abcabc", CALL(s.Find(nullptr, 2)), 2}, // chosen, as the empty text
+    {"abcabc", CALL(s.Find("", 7)), -1},
+    {"abcabc", CALL(s.Find('a', 6)), -1},
+    {"abcabc", CALL(s.Find('c', -1)), -1}, // chosen
+    {"abcabc", CALL(s.Find('\0')), 6},     // chosen
+    {"a-b-c", CALL(s.Replace("-", "++")), 2, "a++b++c"},
+    {"a-b-c", CALL(s.Replace("-", Text(s))), 2, "aa-b-cba-b-cc"},
+    {"a-b-c", CALL(s.Replace("-", nullptr)), 2, "abc"},
+    {"a-b-c", CALL(s.Replace("", "x")), 0},
+    {"a-b-c", CALL(s.Replace('-', '+')), 2, "a+b+c"},
+    {" \t\r\na b\v\f ", CALL(s.TrimLeft()), 0, "a b\v\f "},
+    {" \t\r\na b\v\f ", CALL(s.TrimRight()), 0, " \t\r\na b"},
+    {" \t\r\na b\v\f ", CALL(s.Trim()), 0, "a b"},
+    {"   ", CALL(s.Trim()), 0, ""},
+    {"xxax", CALL(s.Trim('x')), 0, "a"},
+    {"xyax", CALL(s.Trim("yx")), 0, "a"},
+    {"a \x83", CALL(s.TrimRight()), 0},
+    {" a\xF6\x83", CALL(s.MakeUpper()), 0, " A\xF6\x83"}, // letters of plain ASCII alone
+    {"aB\x83", CALL(s.MakeLower()), 0, "ab\x83"},
+    {"\x83\x61\x83\x41z", CALL(s.MakeUpper()), 0, "\x83\x41\x83\x41Z", 0, "\x83\x61\x83\x41Z"},
+    {"\x83\x61\x83\x41Z", CALL(s.MakeLower()), 0, "\x83\x61\x83\x61z", 0, "\x83\x61\x83\x41z"},
+    {"\xE4z", CALL((s.AnsiToOem(), 0)), 0, "\x84z", 0, "\xE4z"},
+    {"\x84z", CALL((s.OemToAnsi(), 0)), 0, "\xE4z", 0, "\x84z"},
+    {"abc", CALL((memset(s.GetBufferSetLength(5), 'z', 5), 0)), 0, "zzzzz"},
+    {"abc", CALL((strcpy(s.GetBuffer(9) + 3, "def"), s.ReleaseBuffer(), s.GetLength())), 6, "abcdef"},
+    {"abc", CALL((s.GetBuffer(9), s.ReleaseBuffer(1000), s.GetLength() <= s.GetAllocLength() && (s.Truncate(3), 1))),
+     1},
+    {"abc", CALL((s.Preallocate(100), s.GetAllocLength() >= 100)), 1},
+    {"abc", CALL((s.Preallocate(100), s.FreeExtra(), s.GetAllocLength())), 3},
+};
+
 } // namespace
 
-TEST(CString, SharesItsBuffer)
+// Each row with a buffer of its own, behind whose text nobody may look, with one that another string shares, and while
+// memory fails.
+TEST(CString, DoesWhatIsSaidOfIt)
 {
-    const CString original("some text");
-    CString copy(original);
-    EXPECT_EQ(Text(original), Text(copy)) << "the copy has a buffer of its own";
-    copy.Empty();
-    EXPECT_STREQ("some text", original);
-    copy = original;
-    const CString taken(std::move(copy));
-    EXPECT_STREQ("some text", taken);
-    EXPECT_STREQ("", copy);
-}
-
-TEST(CString, CanBeMadeOfItself)
-{
-    CString s("abc");
-    s += s;
-    EXPECT_STREQ("abcabc", s);
-    s += Text(s) + 4;
-    EXPECT_STREQ("abcabcbc", s);
-    s = Text(s) + 6;
-    EXPECT_STREQ("bc", s);
-    s = s + s;
-    EXPECT_STREQ("bcbc", s);
-    s.Format("<%s|%s>", Text(s), Text(s));
-    EXPECT_STREQ("<bcbc|bcbc>", s);
-    s.Replace("bc", s);
-    EXPECT_STREQ("<<bcbc|bcbc><bcbc|bcbc>|<bcbc|bcbc><bcbc|bcbc>>", s);
-    s = s;
-    EXPECT_EQ(47, s.GetLength());
-}
-
-TEST(CString, SearchesByCharacter)
-{
-    // 83 5C is one katakana in code page 932, whose second byte is that of the backslash; 83 61 ends like an "a".
-    static constexpr struct {
-        const char* text;
-        char ch;
-        int find[2]; // code page 1252, code page 932
-        int reverseFind[2];
-    } cases[] = {
-        {"a\\b\\c", '\\', {1, 1}, {3, 3}},  {"\x83\\\\x", '\\', {1, 2}, {2, 2}}, {"a\\\x83\\", '\\', {1, 1}, {3, 1}},
-        {"\x83\\", '\\', {1, -1}, {1, -1}}, {"abc", 'x', {-1, -1}, {-1, -1}},    {"", 'x', {-1, -1}, {-1, -1}},
-    };
-    const int page = IsDoubleByte() ? 1 : 0;
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.text);
-        const CString s(c.text);
-        const char text[] = {c.ch, '\0'};
-        EXPECT_EQ(c.find[page], s.Find(c.ch));
-        EXPECT_EQ(c.find[page], s.Find(text));
-        EXPECT_EQ(c.find[page], s.FindOneOf(text));
-        EXPECT_EQ(c.reverseFind[page], s.ReverseFind(c.ch));
+    SetEnvironmentVariableA("ZoTestVariable", "its value");
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(testing::Message() << row.text << ": " << row.name);
+        const char* result = IsDoubleByte() ? row.doubleByteResult : row.result;
+        static constexpr char kBehind[] = "\\ xyz";
+        const auto length = static_cast<int>(strlen(row.text));
+        CString roomy(row.text);
+        strcpy(roomy.GetBuffer(length + 20) + length + 1, kBehind);
+        roomy.ReleaseBuffer(length);
+        const CString original(row.text);
+        CString sharing(original);
+        EXPECT_EQ(Text(original), Text(sharing)) << "the copy has a buffer of its own";
+        for (CString* s : {&roomy, &sharing}) {
+            const LPCSTR before = *s;
+            const int room = s->GetAllocLength();
+            EXPECT_EQ(IsDoubleByte() ? row.doubleByteAnswer : row.answer, row.call(*s));
+            EXPECT_STREQ(result != nullptr ? result : row.text, *s);
+            EXPECT_EQ(static_cast<int>(strlen(*s)), s->GetLength());
+            const bool isInPlace = s == &roomy && s->GetAllocLength() == room && s->GetLength() == length;
+            EXPECT_STREQ(kBehind, isInPlace ? before + length + 1 : kBehind);
+        }
+        EXPECT_STREQ(row.text, original) << "changed with the one that shared its buffer";
     }
-    const CString s("abcabc");
-    EXPECT_EQ(3, s.Find('a', 1));
-    EXPECT_EQ(-1, s.Find('a', 6));
-    EXPECT_EQ(-1, s.Find("abc", 4));
-    EXPECT_EQ(2, s.Find(nullptr, 2)) << "as the empty text";
-    EXPECT_EQ(1, s.FindOneOf("xcb"));
-}
-
-TEST(CString, EndsAtItsTerminatorWithHalfACharacter)
-{
-    const auto make = [](const char* behind) { // a lead byte, the terminator, and what nobody may look at
-        CString s;
-        strcpy(s.GetBuffer(40), "aB\x83");
-        strcpy(s.GetBuffer(40) + 4, behind);
-        s.ReleaseBuffer(3);
-        return s;
-    };
-    CString s = make("\\ xyz");
-    EXPECT_EQ(-1, s.Find('\\'));
-    EXPECT_EQ(-1, s.Find("\\"));
-    EXPECT_EQ(-1, s.ReverseFind('\\'));
-    EXPECT_EQ(-1, s.FindOneOf("\\z"));
-    EXPECT_EQ(-1, s.Find('y', 6));
-    EXPECT_EQ(-1, s.Find("y", 6));
-    EXPECT_EQ(2, s.Find('\x83')) << "a character of one byte";
-    EXPECT_EQ(0, s.Replace("y", "z"));
-    CString out;
-    EXPECT_TRUE(AfxExtractSubString(out, "a;\x83", 1, ';'));
-    EXPECT_STREQ("\x83", out);
-    s.TrimRight();
-    s.MakeUpper();
-    EXPECT_STREQ("\\ xyz", (LPCSTR)s + 4);
-    EXPECT_STREQ("AB\x83", s);
-    s.MakeLower();
-    EXPECT_STREQ("ab\x83", s);
-    const CString other = make("other");
-    EXPECT_EQ(0, other.Compare(make("one")));
-    EXPECT_EQ(0, other.CompareNoCase(make("one")));
-    EXPECT_LT(CString("\x83").Compare("\x83\x5C"), 0) << "half a character stands before the whole one";
-}
-
-TEST(CString, ComparesAndFindsWholeCharacters)
-{
-    // B1 is a katakana of half width, 83 41 one of full width, 82 60 and 82 81 a wide "A" and "a" of code page 932.
-    const bool isDoubleByte = IsDoubleByte();
-    EXPECT_EQ(isDoubleByte ? -1 : 1, CString("\xB1").Compare("\x83\x41"));
-    EXPECT_EQ(0, CString("abC\x83\x41").CompareNoCase("ABc\x83\x41"));
-    EXPECT_EQ(isDoubleByte, CString("\x82\x60").CompareNoCase("\x82\x81") == 0);
-    EXPECT_EQ(!isDoubleByte, CString("\x83\x41").CompareNoCase("\x83\x61") == 0);
-    EXPECT_EQ(isDoubleByte ? 2 : 0, CString("\x83\x41\x83").Find("\x83")) << "half of the first one";
-    EXPECT_EQ(isDoubleByte ? -1 : 1, CString("\x83\x41\x41").FindOneOf("\x82\x41"));
-    EXPECT_EQ(isDoubleByte ? -1 : 0, CString("\x83\x41").ReverseFind('\x83'));
-}
-
-TEST(CString, TrimsAndMapsCaseByCharacter)
-{
-    constexpr auto kLeft = &CString::TrimLeft, kRight = &CString::TrimRight;
-    constexpr auto kUpper = &CString::MakeUpper, kLower = &CString::MakeLower;
-    static constexpr struct {
-        const char* text;
-        void (CString::*change)();
-        const char* result;               // code page 1252
-        const char* doubleByte = nullptr; // code page 932, if it is another one
-    } cases[] = {
-        {" \t\r\na b\v\f ", kLeft, "a b\v\f "},
-        {" \t\r\na b\v\f ", kRight, " \t\r\na b"},
-        {" \t\r\na b\v\f ", kUpper, " \t\r\nA B\v\f "},
-        {"   ", kLeft, ""},
-        {"   ", kRight, ""},
-        {"", kLeft, ""},
-        {"", kRight, ""},
-        // second bytes that look like letters
-        {"\x83\x61\x83\x41z", kLeft, "\x83\x61\x83\x41z"},
-        {"\x83\x61\x83\x41z", kRight, "\x83\x61\x83\x41z"},
-        {"\x83\x61\x83\x41z", kUpper, "\x83\x41\x83\x41Z", "\x83\x61\x83\x41Z"},
-        {"\x83\x61\x83\x41Z", kLower, "\x83\x61\x83\x61z", "\x83\x61\x83\x41z"},
-        // a first byte without its second
-        {"a \x83", kRight, "a \x83"},
-        {"a \x83", kUpper, "A \x83"},
-        {"A \x83", kLower, "a \x83"},
-    };
-    for (const auto& c : cases) {
-        CString s(c.text);
-        (s.*c.change)();
-        EXPECT_STREQ(IsDoubleByte() && c.doubleByte != nullptr ? c.doubleByte : c.result, s) << c.text;
-        EXPECT_EQ(static_cast<int>(strlen(s)), s.GetLength());
+    std::vector<Operation<CString>> changing;
+    static const CString shared("some text ");
+    for (const Row& row : kRows) {
+        CString s(shared);
+        row.call(s);
+        if (s != shared && *s != '\0')
+            changing.emplace_back(row.name, row.call);
     }
+    ExpectAsBeforeWithoutMemory<CString>(
+        changing, [](CString& s) { s = shared; }, [](const CString& s) { return std::string(s); });
+    EXPECT_STREQ("some text ", shared);
 }
 
-TEST(CString, ComparesAndCuts)
-{
-    EXPECT_LT(CString("abc").Compare("abd"), 0);
-    EXPECT_GT(CString("abc").Compare("ab"), 0);
-    EXPECT_NE(0, CString("abc").Compare("ABC"));
-    EXPECT_EQ(0, CString("abc").CompareNoCase("ABC"));
-    EXPECT_LT(CString("a").Collate("B"), 0) << "collating is alphabetical";
-    EXPECT_TRUE(CString("abc") == "abc" && CString("ab") < "abc" && CString("b") > CString("abc"));
+namespace {
 
-    static constexpr struct {
-        int first, count;
-        const char* mid;
-        const char *left, *right; // Left(count), Right(count)
-    } cases[] = {
-        {0, 2, "ab", "ab", "de"}, {3, 9, "de", "abcde", "abcde"}, {5, 1, "", "a", "e"},
-        {9, 1, "", "a", "e"},     {-2, 2, "ab", "ab", "de"},      {1, -1, "", "", ""},
+/// The characters of a text, one by one.
+using Characters = std::vector<std::string>;
+Characters Split(const std::string& text)
+{
+    Characters characters;
+    for (size_t at = 0; at < text.size(); at += characters.back().size())
+        characters.push_back(text.substr(at, IsDBCSLeadByte(static_cast<BYTE>(text[at])) ? 2 : 1));
+    return characters;
+}
+
+template <class ITERATOR> std::string Joined(ITERATOR begin, ITERATOR end)
+{
+    return std::accumulate(begin, end, std::string());
+}
+
+} // namespace
+
+TEST(CString, LooksAtWholeCharacters)
+{
+    ForEachMutation([](unsigned, Random& random) {
+        const auto some = [&random](size_t most) {
+            std::string text;
+            for (size_t length = random() % (most + 1); text.size() < length;)
+                text += "a\\\x83\x84\xB1 "[random() % 6];
+            return text;
+        };
+        const std::string text = some(12), other = some(3);
+        SCOPED_TRACE(testing::PrintToString(text) + " and " + testing::PrintToString(other));
+        const CString s(text.c_str());
+        const auto start = static_cast<int>(random() % (text.size() + 1));
+        const Characters all = Split(text), part = Split(text.substr(static_cast<size_t>(start))),
+                         wanted = Split(other);
+        const auto found = std::search(part.begin(), part.end(), wanted.begin(), wanted.end());
+        const bool isFound = found != part.end() || wanted.empty();
+        const int place = isFound ? start + static_cast<int>(Joined(part.begin(), found).size()) : -1;
+        EXPECT_EQ(place, s.Find(other.c_str(), start));
+
+        const auto isWanted = [&](const std::string& c) {
+            return std::find(wanted.begin(), wanted.end(), c) != wanted.end();
+        };
+        const auto in = std::find_if(all.begin(), all.end(), isWanted),
+                   out = std::find_if_not(all.begin(), all.end(), isWanted);
+        const auto last = std::find_if_not(all.rbegin(), all.rend(), isWanted).base();
+        const std::string until = Joined(all.begin(), in);
+        EXPECT_EQ(in != all.end() ? static_cast<int>(until.size()) : -1, s.FindOneOf(other.c_str()));
+        EXPECT_EQ(until, Text(s.SpanExcluding(other.c_str())));
+        EXPECT_EQ(Joined(all.begin(), out), Text(s.SpanIncluding(other.c_str())));
+        EXPECT_EQ(Joined(out, all.end()), Text(CString(s).TrimLeft(other.c_str())));
+        EXPECT_EQ(Joined(all.begin(), last), Text(CString(s).TrimRight(other.c_str())));
+        // half a character at the end would become whole
+        const bool isWhole = all.empty() || all.back().size() == 2 || !IsDBCSLeadByte(static_cast<BYTE>(all.back()[0]));
+        EXPECT_TRUE(!isWhole || Joined(all.rbegin(), all.rend()) == Text(CString(s).MakeReverse()));
+
+        std::string replaced;
+        int count = 0;
+        for (auto at = all.begin(); at != all.end();) {
+            const bool isHere = !wanted.empty() && static_cast<size_t>(all.end() - at) >= wanted.size() &&
+                                std::equal(wanted.begin(), wanted.end(), at);
+            replaced += isHere ? "<>" : *at;
+            at += isHere ? static_cast<ptrdiff_t>(wanted.size()) : 1;
+            count += isHere;
+        }
+        CString changed(s);
+        EXPECT_EQ(count, changed.Replace(other.c_str(), "<>"));
+        EXPECT_EQ(replaced, Text(changed));
+
+        const auto number = [](const std::string& c) {
+            return c.size() == 2 ? BYTE(c[0]) << 8 | BYTE(c[1]) : BYTE(c[0]);
+        };
+        std::vector<int> numbers, otherNumbers;
+        std::transform(all.begin(), all.end(), std::back_inserter(numbers), number);
+        std::transform(wanted.begin(), wanted.end(), std::back_inserter(otherNumbers), number);
+        const int order = (numbers > otherNumbers) - (numbers < otherNumbers);
+        const LPCSTR text2 = other.c_str();
+        const CString s2(text2);
+        EXPECT_EQ(order, s.Compare(text2));
+        EXPECT_TRUE((s == text2) == (order == 0) && (s == s2) == (order == 0) && (text2 == s) == (order == 0));
+        EXPECT_TRUE((s != text2) == (order != 0) && (s != s2) == (order != 0) && (text2 != s) == (order != 0));
+        EXPECT_TRUE((s < text2) == (order < 0) && (s < s2) == (order < 0) && (text2 > s) == (order < 0));
+        EXPECT_TRUE((s > text2) == (order > 0) && (s > s2) == (order > 0) && (text2 < s) == (order > 0));
+        EXPECT_TRUE((s <= text2) == (order <= 0) && (s <= s2) == (order <= 0) && (text2 >= s) == (order <= 0));
+        EXPECT_TRUE((s >= text2) == (order >= 0) && (s >= s2) == (order >= 0) && (text2 <= s) == (order >= 0));
+
+        for (const char ch : {'a', '\\', '\x83'}) {
+            const auto first = std::find(all.begin(), all.end(), std::string(1, ch));
+            const auto behind = std::find(all.rbegin(), all.rend(), std::string(1, ch)).base();
+            EXPECT_EQ(first != all.end() ? static_cast<int>(Joined(all.begin(), first).size()) : -1, s.Find(ch));
+            EXPECT_EQ(static_cast<int>(Joined(all.begin(), behind).size()) - 1, s.ReverseFind(ch));
+            EXPECT_EQ(std::count(all.begin(), all.end(), std::string(1, ch)), CString(s).Remove(ch));
+        }
+        return isFound;
+    });
+}
+
+TEST(CString, KeepsItsBufferAndGrowsByHalf)
+{
+    AllocationFaults counted; // counts, and lets none fail
+    const auto allocations = [&](const auto& act) {
+        counted.Arm(INT_MAX, false);
+        act();
+        return counted.Calls();
     };
-    const CString s("abcde");
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.first);
-        EXPECT_STREQ(c.mid, s.Mid(c.first, c.count));
-        EXPECT_STREQ(c.left, s.Left(c.count));
-        EXPECT_STREQ(c.right, s.Right(c.count));
-    }
-    EXPECT_STREQ("cde", s.Mid(2));
-}
-
-TEST(CString, Replaces)
-{
-    static constexpr struct {
-        const char *text, *from, *to;
-        int count;
-        const char* result;
-    } cases[] = {
-        {"a-b-c", "-", "+", 2, "a+b+c"}, {"aaa", "a", "aa", 3, "aaaaaa"}, {"aaa", "aa", "", 1, "a"},
-        {"abc", "", "x", 0, "abc"},      {"abc", "x", "y", 0, "abc"},     {"", "a", "b", 0, ""},
-    };
-    for (const auto& c : cases) {
-        CString s(c.text);
-        EXPECT_EQ(c.count, s.Replace(c.from, c.to)) << c.text;
-        EXPECT_STREQ(c.result, s);
-    }
-}
-
-TEST(CString, FormatsAnyLength)
-{
-    CString s("before");
-    for (const int length : {0, 1, 2, 127, 128, 255, 256, 257, 1023, 1024, 70000}) {
-        s.Format("%*s", length, "");
-        ASSERT_EQ(length, s.GetLength());
-        EXPECT_EQ(static_cast<size_t>(length), strlen(s));
-    }
-    s.Format(1721, 1, "two"); // of host.rc
-    EXPECT_STREQ("1 of two", s);
-    s.Format("%d %s %c %08lX %%", -5, "text", 'x', 0xABCDul);
-    EXPECT_STREQ("-5 text x 0000ABCD %", s);
+    CString s;
+    EXPECT_GT(40, allocations([&] {
+                  for (int i = 0; i < 20000; ++i)
+                      s += 'x';
+              }));
+    EXPECT_EQ(20000, s.GetLength());
+    const LPCSTR buffer = s;
+    EXPECT_EQ(0, allocations([&] {
+                  s = "another text";
+                  s += " behind it";
+                  s.Insert(0, "before ");
+                  s.Delete(1, 3);
+                  s.TrimRight('t');
+                  s = s.GetString() + 2;
+              }));
+    EXPECT_STREQ("e another text behind i", s);
+    EXPECT_EQ(buffer, Text(s));
+    const CString copy(s);
+    EXPECT_EQ(1, allocations([&] { s = "apart"; }));
+    EXPECT_STREQ("e another text behind i", copy);
+    EXPECT_EQ(1, allocations([&] { s = copy + " and more"; }));
+    EXPECT_EQ(0, allocations([&] { s.Empty(); }));
+    EXPECT_EQ(0, s.GetAllocLength());
 }
 
 TEST(CString, IsMadeOfResourcesAndRepetitions)
@@ -214,54 +289,24 @@ TEST(CString, IsMadeOfResourcesAndRepetitions)
     EXPECT_STREQ("", CString(MAKEINTRESOURCE(9999)));
     EXPECT_STREQ("xxx", CString('x', 3));
     EXPECT_STREQ("", CString('x', -1));
+    EXPECT_STREQ("", CString(nullptr, 3));
     CString part("before");
     EXPECT_FALSE(AfxExtractSubString(part, nullptr, 0));
     EXPECT_STREQ("", part);
+    EXPECT_TRUE(AfxExtractSubString(part, "a;\x83", 1, ';'));
+    EXPECT_STREQ("\x83", part);
     char text[] = "before";
     EXPECT_EQ(0, AfxLoadString(9999, text, sizeof text));
     EXPECT_STREQ("", text);
-}
-
-TEST(CString, LendsItsBuffer)
-{
-    CString s("abc");
-    char* buffer = s.GetBuffer(100);
-    EXPECT_STREQ("abc", buffer) << "the text must be in it";
-    strcpy(buffer, "abcdef");
-    s.ReleaseBuffer();
-    EXPECT_EQ(6, s.GetLength());
-    s.ReleaseBuffer(1000);
-    EXPECT_LE(s.GetLength(), 100) << "more than was lent";
-    s.ReleaseBuffer(2);
-    EXPECT_STREQ("ab", s);
-    memset(s.GetBufferSetLength(5), 'z', 5);
-    EXPECT_EQ(5, s.GetLength());
-    EXPECT_STREQ("zzzzz", s);
-
-    CString empty;
-    const CString other;
-    empty.GetBuffer(3)[0] = '\0';
-    empty.ReleaseBuffer();
-    EXPECT_STREQ("", other) << "all empty strings changed";
-}
-
-TEST(CString, ChangesAloneAndNotWithoutMemory)
-{
-    static const CString shared("some text ");
-    ExpectAsBeforeWithoutMemory<CString>(
-        {
-            {"append text", [](CString& s) { s += "a text that does not fit"; }},
-            {"append string", [](CString& s) { s += CString('x', 40); }},
-            {"append character", [](CString& s) { s += 'x'; }},
-            {"assign", [](CString& s) { s = "another text"; }},
-            {"SetAt", [](CString& s) { s.SetAt(0, 'x'); }},
-            {"MakeUpper", [](CString& s) { s.MakeUpper(); }},
-            {"TrimRight", [](CString& s) { s.TrimRight(); }},
-            {"Replace", [](CString& s) { s.Replace("text", "longer words"); }},
-            {"Format", [](CString& s) { s.Format("%s %d", "formatted", 5); }},
-            {"GetBuffer", [](CString& s) { s.GetBuffer(300)[0] = 'x'; }},
-            {"LoadString", [](CString& s) { s.LoadString(1600); }},
-        },
-        [](CString& s) { s = shared; }, [](const CString& s) { return std::string(s); });
-    EXPECT_STREQ("some text ", shared) << "the string whose buffer each one shared";
+    const CString taken(std::move(part));
+    EXPECT_STREQ("\x83", taken);
+    EXPECT_STREQ("", part);
+    part.GetBuffer(3)[0] = '\0';
+    part.ReleaseBuffer();
+    EXPECT_STREQ("", CString()) << "all empty strings changed";
+    for (const int length : {0, 1, 2, 127, 128, 255, 256, 257, 1023, 1024, 70000}) {
+        part.Format("%*s", length, "");
+        EXPECT_EQ(CString(' ', length), part);
+        EXPECT_EQ(length, part.GetLength());
+    }
 }
