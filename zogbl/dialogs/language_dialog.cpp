@@ -211,7 +211,7 @@ void CZoLanguageSelectionDlg::MeasureHeights()
     GetWindowRect(&window);
     GetClientRect(&client);
     GetDlgItem(ZO_IDC_LANGUAGE_FRAME)->GetWindowRect(&frame);
-    POINT bottom = {0, frame.bottom};
+    CPoint bottom = frame.BottomRight();
     ::ScreenToClient(m_hWnd, &bottom);
     m_nFullHeight = window.Height();
     m_nCollapsedHeight = bottom.y + window.Height() - client.Height();

@@ -170,7 +170,7 @@ void CGblIotTable::DrawRow(const DRAWITEMSTRUCT& item) const
     const HDC dc = item.hDC;
     const int row = static_cast<int>(item.itemID);
     const bool isRow = row >= 0 && row < kRows;
-    const int middle = (item.rcItem.left + item.rcItem.right) / 2;
+    const int middle = CRect(item.rcItem).CenterPoint().x;
     {
         const SelectedColors colors(dc, ColorsOf(item, COLOR_BTNTEXT, COLOR_BTNFACE));
         ::ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &item.rcItem, nullptr, 0, nullptr);
@@ -188,8 +188,8 @@ void CGblIotTable::DrawRow(const DRAWITEMSTRUCT& item) const
     if (isRow && Entry(row) != row)
         DrawMarker(dc, middle, (item.rcItem.top + item.rcItem.bottom - m_markerSize.cy) / 2);
     if ((item.itemState & ODS_FOCUS) != 0) {
-        RECT focus = item.rcItem;
-        ::InflateRect(&focus, -1, -1);
+        CRect focus = item.rcItem;
+        focus.DeflateRect(1, 1);
         ::DrawFocusRect(dc, &focus);
     }
 }

@@ -121,11 +121,11 @@ void CZoFlagBox::DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, L
         text.left += GetTextOffset();
         text.right -= kMargin;
         if (rightText != nullptr) {
-            RECT right = text;
+            CRect right = text;
             const bool measured = DrawTextA(dc, rightText, -1, &right, kFormat | DT_CALCRECT) != 0;
             DrawTextA(dc, rightText, -1, &text, kFormat | DT_RIGHT);
             if (measured) // otherwise the name may run into the code, which beats no name
-                text.right -= right.right - right.left + kMargin;
+                text.right -= right.Width() + kMargin;
         }
         constexpr UINT kNameFormat = kFormat | DT_LEFT | DT_END_ELLIPSIS;
         if (item->wideName == nullptr || DrawTextW(dc, item->wideName, -1, &text, kNameFormat) == 0)

@@ -229,9 +229,9 @@ void LayOut(HWND box, ButtonRow& buttons)
     const bool hasIcon = IconOf(message.type) != nullptr;
     const int iconWidth = hasIcon ? ::GetSystemMetrics(SM_CXICON) : 0;
     const int iconHeight = hasIcon ? ::GetSystemMetrics(SM_CYICON) : 0;
-    RECT work = {};
+    CRect work;
     ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-    RECT frame = {};
+    CRect frame;
     const auto style = static_cast<DWORD>(::GetWindowLongA(box, GWL_STYLE));
     ::AdjustWindowRectEx(&frame, style, FALSE, static_cast<DWORD>(::GetWindowLongA(box, GWL_EXSTYLE)));
 
@@ -244,12 +244,12 @@ void LayOut(HWND box, ButtonRow& buttons)
         buttons.Measure(dc.m_hDC);
     }
     const int textLeft = margin + (hasIcon ? iconWidth + margin : 0);
-    const int mostWidth = work.right - work.left - (frame.right - frame.left) - margin;
+    const int mostWidth = work.Width() - frame.Width() - margin;
     const int caption =
         (std::min<int>)(title.cx + 2 * ::GetSystemMetrics(SM_CXSIZE), mostWidth); // with the closing box
     const int width =
         (std::max<int>)({textLeft + static_cast<int>(area.right), margin + buttons.GetWidth(), caption}) + margin;
-    const int mostText = work.bottom - work.top - (frame.bottom - frame.top) - 3 * marginAbove - buttonHeight;
+    const int mostText = work.Height() - frame.Height() - 3 * marginAbove - buttonHeight;
     const int textHeight = (std::min<int>)(area.bottom, mostText); // the buttons can be reached in any case
     const int above = (std::max)(textHeight, iconHeight);
 
@@ -257,8 +257,7 @@ void LayOut(HWND box, ButtonRow& buttons)
     ::MoveWindow(text, textLeft, marginAbove + (above - textHeight) / 2, width - margin - textLeft, textHeight, FALSE);
     ::MoveWindow(::GetDlgItem(box, ZO_IDC_BOX_ICON), margin, marginAbove, iconWidth, iconHeight, FALSE);
     buttons.Place((width - buttons.GetWidth()) / 2, 2 * marginAbove + above);
-    ::SetWindowPos(box, nullptr, 0, 0, width + frame.right - frame.left,
-                   3 * marginAbove + above + buttonHeight + frame.bottom - frame.top,
+    ::SetWindowPos(box, nullptr, 0, 0, width + frame.Width(), 3 * marginAbove + above + buttonHeight + frame.Height(),
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -82,7 +82,7 @@ void FoldAway(HWND dialog, HWND control)
         if (child != control && area.bottom > lowest.top)
             return;
     }
-    POINT place = {lowest.left, lowest.top};
+    CPoint place = lowest.TopLeft();
     ::ScreenToClient(dialog, &place);
     ::GetWindowRect(dialog, &own);
     ::GetClientRect(dialog, &inside);

@@ -155,7 +155,7 @@ CString TrimBackslash(const CString& path)
 {
     CString trimmed = path;
     while (trimmed.GetLength() > RootOf(path).GetLength() && trimmed.ReverseFind('\\') == trimmed.GetLength() - 1)
-        trimmed = trimmed.Left(trimmed.GetLength() - 1);
+        trimmed.Truncate(trimmed.GetLength() - 1);
     return trimmed;
 }
 

@@ -52,10 +52,10 @@ CString Normalized(const CString& text)
     });
     for (const char leading : {'=', '-'}) {
         if (!number.IsEmpty() && number[0] == leading)
-            number = number.Mid(1);
+            number.Delete(0);
     }
     if (number.ReverseFind('-') == number.GetLength() - 1)
-        number = number.Left(number.GetLength() - 1);
+        number.Truncate(number.GetLength() - 1);
     return Filtered(number, [](char character, const CString& before) {
         return character != '-' || (!before.IsEmpty() && IsDigit(before[before.GetLength() - 1]));
     });
