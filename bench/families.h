@@ -14,6 +14,7 @@ void MeasureStartup(Harness& harness);
 void MeasureTrace(Harness& harness);
 void MeasureTranslation(Harness& harness);
 void MeasureTrees(Harness& harness);
+void MeasureValues(Harness& harness);
 
 /// What "zobench --child steps" and "zobench --child host" do: start the library and print what each step took.
 /// \return the exit code of the child.

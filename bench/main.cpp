@@ -25,7 +25,7 @@ constexpr Family kFamilies[] = {
     {"registry", &MeasureRegistry}, {"profiles", &MeasureProfiles}, {"countries", &MeasureCountries},
     {"folders", &MeasureFolders},   {"bitmaps", &MeasureBitmaps},   {"pickers", &MeasurePickers},
     {"startup", &MeasureStartup},   {"trace", &MeasureTrace},       {"translation", &MeasureTranslation},
-    {"trees", &MeasureTrees},
+    {"trees", &MeasureTrees},       {"values", &MeasureValues},
 };
 
 const char* const kHelp =
