@@ -67,7 +67,8 @@ inline LPCSTR FindText(LPCSTR text, size_t length, LPCSTR wanted, size_t wantedL
         at = static_cast<LPCSTR>(std::memchr(at, wanted[0], static_cast<size_t>(end - at) - wantedLength + 1));
         if (at == nullptr)
             return nullptr;
-        if (std::memcmp(at, wanted, wantedLength) != 0 || (endsInHalf && at + wantedLength != end))
+        if (at[wantedLength - 1] != *wantedLast || std::memcmp(at, wanted, wantedLength) != 0 ||
+            (endsInHalf && at + wantedLength != end))
             continue;
         if (!IsSecondHalf(start, at))
             return at;

@@ -160,8 +160,30 @@ void CString::SetAt(int nIndex, char ch)
 
 CString& CString::operator+=(const CString& string) { return Append(string, string.GetLength()), *this; }
 CString& CString::operator+=(LPCSTR lpsz) { return Append(lpsz, LengthOf(lpsz)), *this; }
-CString& CString::operator+=(char ch) { return Append(&ch, 1), *this; }
-void CString::Append(LPCSTR lpch, int nLength) { Splice(GetLength(), 0, lpch, LengthOf(lpch, nLength)); }
+
+CString& CString::operator+=(char ch)
+{
+    const int length = GetLength();
+    if (CanHold(length + 1)) {
+        m_pchData[length] = ch;
+        SetLength(length + 1);
+    } else {
+        Splice(length, 0, &ch, 1);
+    }
+    return *this;
+}
+
+void CString::Append(LPCSTR lpch, int nLength)
+{
+    nLength = LengthOf(lpch, nLength);
+    const int length = GetLength();
+    if (nLength <= kMostLength - length && CanHold(length + nLength)) { // also for a part of this string: it ends here
+        CopyBytes(m_pchData + length, lpch, nLength);
+        SetLength(length + nLength);
+    } else {
+        Splice(length, 0, lpch, nLength);
+    }
+}
 
 namespace {
 

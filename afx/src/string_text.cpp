@@ -132,22 +132,24 @@ int CString::Remove(char ch) { return Replace(Single(ch).text, ""); }
 
 int CString::Replace(LPCSTR lpszOld, LPCSTR lpszNew)
 {
-    const auto oldLength = static_cast<int>(std::strlen(TextOf(lpszOld)));
+    const size_t oldLength = std::strlen(TextOf(lpszOld));
     const auto newLength = static_cast<int>(std::strlen(TextOf(lpszNew)));
-    int at = oldLength > 0 ? Find(lpszOld) : -1;
-    if (at < 0)
+    const LPCSTR end = m_pchData + GetLength();
+    LPCSTR from = m_pchData;
+    const auto next = [&] { return FindText(from, static_cast<size_t>(end - from), lpszOld, oldLength); };
+    LPCSTR at = oldLength > 0 ? next() : nullptr;
+    if (at == nullptr)
         return 0;
     CString result;
     result.Preallocate(GetLength());
-    int from = 0;
     int count = 0;
-    for (; at >= 0; at = Find(lpszOld, from)) {
-        result.Append(m_pchData + from, at - from);
+    for (; at != nullptr; at = next()) {
+        result.Append(from, static_cast<int>(at - from));
         result.Append(lpszNew, newLength);
         from = at + oldLength;
         ++count;
     }
-    result.Append(m_pchData + from, GetLength() - from);
+    result.Append(from, static_cast<int>(end - from));
     *this = std::move(result);
     return count;
 }

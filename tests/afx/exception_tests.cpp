@@ -52,10 +52,7 @@ TEST(Exceptions, CrossLibrariesAndDescribeThemselves)
                     EXPECT_EQ(!c.text.empty(),
                               e->GetErrorMessage(buffer.Data(), static_cast<UINT>(room), &help) != FALSE);
                     EXPECT_EQ(0u, help);
-                    // a character of two bytes that has no room is left out
-                    const size_t length = (std::min)(room - 1, c.text.size());
-                    EXPECT_TRUE(c.text.substr(0, length) == buffer.Text() ||
-                                (IsDoubleByte() && c.text.substr(0, length - 1) == buffer.Text()));
+                    EXPECT_EQ(c.text.substr(0, room - 1), buffer.Text());
                     buffer.ExpectGuardsIntact();
                 }
                 EXPECT_EQ(!c.text.empty(), e->GetErrorMessage(nullptr, 0) != FALSE);
@@ -69,6 +66,30 @@ TEST(Exceptions, CrossLibrariesAndDescribeThemselves)
         });
     }
     AfxSetMessageBox(nullptr);
+}
+
+namespace {
+
+const char* g_systemText;
+
+DWORD WINAPI SystemSays(DWORD, LPCVOID, DWORD, DWORD, LPSTR text, DWORD, va_list*)
+{
+    strcpy(text, g_systemText);
+    return static_cast<DWORD>(strlen(text));
+}
+
+} // namespace
+
+TEST(Exceptions, HaveATextInAnyCaseAndCutNoCharacter)
+{
+    const ImportPatch patch("ZOAFX.DLL", "FormatMessageA", &SystemSays);
+    char text[40];
+    g_systemText = "";
+    EXPECT_TRUE(CMemoryException().GetErrorMessage(text, sizeof text));
+    EXPECT_STREQ("Error 8", text);
+    g_systemText = "\x83\x5C\x83\x5C";
+    EXPECT_TRUE(CMemoryException().GetErrorMessage(text, 4));
+    EXPECT_STREQ(IsDoubleByte() ? "\x83\x5C" : "\x83\x5C\x83", text);
 }
 
 TEST(Exceptions, TranslateSystemErrors)

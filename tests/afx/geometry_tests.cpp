@@ -66,7 +66,9 @@ TEST(Geometry, CalculatesWhatIsSaidOfIt)
         {CALL(kSize - r), {7, 24, 27, 64}},
         {CALL(r.MulDiv(3, 8)), {4, 8, 11, 23}}, // rounded
         {CALL(r == CRect(10, 20, 30, 60) && !(r == CRect(10, 20, 30, 61)) && r.EqualRect(CRect(r))), {1, 0, 0, 0}},
-        {CALL(r != kOther && !(r != CRect(r)) && kPoint != CPoint(3, 4) && kSize != CSize(4, -4)), {1, 0, 0, 0}},
+        {CALL(r != kOther && !(r != CRect(r)) && kPoint != CPoint(3, 4) && kSize != CSize(4, -4) &&
+              kSize != CSize(3, 4)),
+         {1, 0, 0, 0}},
         {CALL(kPoint == POINT({3, -4}) && kSize == SIZE({3, -4}) && !(kPoint == CPoint(2, -4))), {1, 0, 0, 0}},
         {CALL(r.PtInRect(CPoint(10, 59)) && !r.PtInRect(CPoint(30, 20)) && !r.PtInRect(CPoint(10, 60))), {1, 0, 0, 0}},
         {CALL(CRect().IsRectNull() && CRect(1, 1, 1, 9).IsRectEmpty() && !CRect(1, 1, 1, 9).IsRectNull()),

@@ -42,18 +42,18 @@ const Row kRows[] = {
     {"abcde", CALL(s.Insert(99, "xyz")), 8, "abcdexyz"},
     {"abcde", CALL(s.Insert(-1, "x")), 6, "xabcde"}, // chosen
     {"abcde", CALL(s.Insert(1, nullptr)), 5},
-    {"abcde", CALL(s.Insert(2, Text(s) + 1)), 9, "abbcdecde"},
+    {"abcde", CALL(s.Insert(0, Text(s) + 3)), 7, "deabcde"},
     {"abcde", CALL(s.Delete(1)), 4, "acde"},
     {"abcde", CALL(s.Delete(3, 9)), 3, "abc"},
     {"abcde", CALL(s.Delete(5, 1)), 5},
-    {"abcde", CALL(s.Delete(-1, 1)), 4, "bcde"}, // chosen
+    {"abcde", CALL(s.Delete(-3, 1)), 4, "bcde"}, // chosen
     {"abcde", CALL(s.Delete(0, 5)), 0, ""},
     {"abcde", CALL((s.Truncate(2), 0)), 0, "ab"},
     {"abcde", CALL((s.Truncate(9), 0)), 0},
     {"abcde", CALL((s.SetAt(1, 'x'), 0)), 0, "axcde"},
     {"abcde", CALL(s = Text(s) + 3), 0, "de"},
     {"abcde", CALL((s.SetString(Text(s) + 1, 2), 0)), 0, "bc"},
-    {"abcde", CALL((s.SetString("xyz", -1), 0)), 0, ""}, // chosen
+    {"abcde", CALL((s.Append("xyz", -1), 0)), 0}, // chosen
     {"abcde", CALL(s = 'x'), 0, "x"},
     {"abcde", CALL(s = nullptr), 0, ""},
     {"abcde", CALL(s += s), 0, "abcdeabcde"},
@@ -83,9 +83,9 @@ const Row kRows[] = {
     {"\xB1", CALL(s.Compare("\x83\x41")), 1, nullptr, -1},
     {"abcabc", CALL(s.Find(nullptr, 2)), 2}, // chosen, as the empty text
     {"abcabc", CALL(s.Find("", 7)), -1},
-    {"abcabc", CALL(s.Find('a', 6)), -1},
-    {"abcabc", CALL(s.Find('c', -1)), -1}, // chosen
-    {"abcabc", CALL(s.Find('\0')), 6},     // chosen
+    {"abcabc", CALL(s.Find('x', 7)), -1},
+    {"abcabc", CALL(s.Find('c', -1) + s.Find("c", -1)), -2}, // chosen
+    {"abcabc", CALL(s.Find('\0')), 6},                       // chosen
     {"a-b-c", CALL(s.Replace("-", "++")), 2, "a++b++c"},
     {"a-b-c", CALL(s.Replace("-", Text(s))), 2, "aa-b-cba-b-cc"},
     {"a-b-c", CALL(s.Replace("-", nullptr)), 2, "abc"},
@@ -136,6 +136,7 @@ TEST(CString, DoesWhatIsSaidOfIt)
             EXPECT_EQ(IsDoubleByte() ? row.doubleByteAnswer : row.answer, row.call(*s));
             EXPECT_STREQ(result != nullptr ? result : row.text, *s);
             EXPECT_EQ(static_cast<int>(strlen(*s)), s->GetLength());
+            EXPECT_TRUE(s->GetLength() <= s->GetAllocLength() && s->GetAllocLength() < 300) << "a damaged buffer";
             const bool isInPlace = s == &roomy && s->GetAllocLength() == room && s->GetLength() == length;
             EXPECT_STREQ(kBehind, isInPlace ? before + length + 1 : kBehind);
         }
@@ -175,11 +176,11 @@ template <class ITERATOR> std::string Joined(ITERATOR begin, ITERATOR end)
 
 TEST(CString, LooksAtWholeCharacters)
 {
-    ForEachMutation([](unsigned, Random& random) {
-        const auto some = [&random](size_t most) {
+    ForEachMutation([](unsigned number, Random& random) {
+        const auto some = [number, &random](size_t most) {
             std::string text;
             for (size_t length = random() % (most + 1); text.size() < length;)
-                text += "a\\\x83\x84\xB1 "[random() % 6];
+                text += "\x84\x83\\a\xB1 "[random() % (2 + number % 5)];
             return text;
         };
         const std::string text = some(12), other = some(3);
@@ -232,12 +233,14 @@ TEST(CString, LooksAtWholeCharacters)
         const LPCSTR text2 = other.c_str();
         const CString s2(text2);
         EXPECT_EQ(order, s.Compare(text2));
-        EXPECT_TRUE((s == text2) == (order == 0) && (s == s2) == (order == 0) && (text2 == s) == (order == 0));
-        EXPECT_TRUE((s != text2) == (order != 0) && (s != s2) == (order != 0) && (text2 != s) == (order != 0));
-        EXPECT_TRUE((s < text2) == (order < 0) && (s < s2) == (order < 0) && (text2 > s) == (order < 0));
-        EXPECT_TRUE((s > text2) == (order > 0) && (s > s2) == (order > 0) && (text2 < s) == (order > 0));
-        EXPECT_TRUE((s <= text2) == (order <= 0) && (s <= s2) == (order <= 0) && (text2 >= s) == (order <= 0));
-        EXPECT_TRUE((s >= text2) == (order >= 0) && (s >= s2) == (order >= 0) && (text2 <= s) == (order >= 0));
+#define EXPECT_ORDER(op)                                                                                               \
+    EXPECT_TRUE((s op text2) == (order op 0) && (s op s2) == (order op 0) && (text2 op s) == (0 op order)) << #op
+        EXPECT_ORDER(==);
+        EXPECT_ORDER(!=);
+        EXPECT_ORDER(<);
+        EXPECT_ORDER(>);
+        EXPECT_ORDER(<=);
+        EXPECT_ORDER(>=);
 
         for (const char ch : {'a', '\\', '\x83'}) {
             const auto first = std::find(all.begin(), all.end(), std::string(1, ch));
@@ -283,6 +286,20 @@ TEST(CString, KeepsItsBufferAndGrowsByHalf)
     EXPECT_EQ(0, s.GetAllocLength());
 }
 
+namespace {
+
+constexpr int kLongText = 700;
+
+int WINAPI LoadLongText(HINSTANCE, UINT, LPSTR text, int room)
+{
+    const int length = (std::min)(kLongText, room - 1);
+    memset(text, 'x', static_cast<size_t>(length));
+    text[length] = '\0';
+    return length;
+}
+
+} // namespace
+
 TEST(CString, IsMadeOfResourcesAndRepetitions)
 {
     EXPECT_STREQ("host", CString(MAKEINTRESOURCE(1600)));
@@ -309,4 +326,7 @@ TEST(CString, IsMadeOfResourcesAndRepetitions)
         EXPECT_EQ(CString(' ', length), part);
         EXPECT_EQ(length, part.GetLength());
     }
+    const ImportPatch patch("ZOAFX.DLL", "LoadStringA", &LoadLongText);
+    EXPECT_TRUE(part.LoadString(1600));
+    EXPECT_EQ(CString('x', kLongText), part);
 }

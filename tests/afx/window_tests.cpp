@@ -79,7 +79,7 @@ protected:
     {
         if (which == 0)
             AfxThrowUserException();
-        throw new CFileException(CFileException::badPath); // no text for the user
+        throw new CFileException(CFileException::badPath);
     }
     void OnPaint()
     {
@@ -253,10 +253,15 @@ TEST(MessageMap, NoExceptionPassesTheWindowProcedure)
     TestWindow window;
     ASSERT_TRUE(window.CreateTop(WS_OVERLAPPEDWINDOW | WS_VISIBLE));
     window.TakeLog();
+    static int told = 0;
+    AfxSetMessageBox([](HWND, LPCSTR, LPCSTR, UINT) { return ++told; });
     ZO_EXPECT_NO_LEAK({
+        told = 0;
         EXPECT_EQ(0, window.SendMessage(kThrow, 0));
         EXPECT_EQ(0, window.SendMessage(kThrow, 1));
+        EXPECT_EQ(1, told) << "of all but the user's own exception";
     });
+    AfxSetMessageBox(nullptr);
     // A window that cannot paint itself is not asked again and again.
     window.Invalidate();
     window.UpdateWindow();
