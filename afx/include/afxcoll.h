@@ -1,5 +1,6 @@
 /// \file
-/// Application framework: the arrays, lists and maps of fixed element type. What pointers point to belongs to the caller.
+/// Application framework: the arrays, lists and maps of fixed element type. What pointers point to belongs to the
+/// caller.
 #pragma once
 
 #include <afxtempl.h>

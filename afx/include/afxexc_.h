@@ -13,8 +13,10 @@ public:
     explicit CException(BOOL bAutoDelete = TRUE) : m_bAutoDelete(bAutoDelete) {}
     void Delete();
     /// A text for the user: the system's, about what went wrong. This class has none, those derived from it have one
-    /// always. \param lpszError has room for \p nMaxError characters with the terminator; of a longer text it gets whole
-    /// characters. Null, or 0: nothing is written. \param pnHelpContext may be null; no text has a help context, so 0
+    /// always.
+    /// \param lpszError has room for \p nMaxError characters with the terminator; of a longer text it gets whole ones.
+    ///   Null, or 0: nothing is written
+    /// \param pnHelpContext may be null; 0, for no text has a help context
     /// \return FALSE, with an empty text, when there is none
     virtual BOOL GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT* pnHelpContext = nullptr) const;
     /// Shows the error's text. If it has none: string \p nMessageID; or, with 0, that something was not done.
