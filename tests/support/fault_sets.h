@@ -76,8 +76,8 @@ public:
 private:
     static constexpr char kFramework[] = "ZOAFX.DLL";
     ZO_FAULTY_CALL(CreateFileA) m_open{*this, kFramework, INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED};
-    ZO_FAULTY_CALL(GetFileSizeEx) m_size{*this, kFramework, FALSE, ERROR_INVALID_HANDLE};
-    ZO_FAULTY_CALL(SetFilePointerEx) m_seek{*this, kFramework, FALSE, ERROR_SEEK};
+    ZO_FAULTY_CALL(GetFileSize) m_size{*this, kFramework, INVALID_FILE_SIZE, ERROR_INVALID_HANDLE};
+    ZO_FAULTY_CALL(SetFilePointer) m_seek{*this, kFramework, INVALID_SET_FILE_POINTER, ERROR_SEEK};
     ZO_FAULTY_CALL(ReadFile) m_read{*this, kFramework, FALSE, ERROR_CRC};
     ZO_FAULTY_CALL(WriteFile) m_write{*this, kFramework, FALSE, ERROR_DISK_FULL};
     ZO_FAULTY_CALL(SetEndOfFile) m_cut{*this, kFramework, FALSE, ERROR_DISK_FULL};

@@ -185,7 +185,7 @@ TEST_F(Translate, SurvivesFailingFiles)
         FaultSource writing("writing");
         ZO_FAULTY_CALL(CreateFileA) open(writing, "ZOAFX.DLL", INVALID_HANDLE_VALUE, ERROR_ACCESS_DENIED);
         ZO_FAULTY_CALL(WriteFile) write(writing, "ZOAFX.DLL", answer, ERROR_DISK_FULL);
-        ZO_FAULTY_CALL(GetFileSizeEx) size(writing, "ZOAFX.DLL", FALSE, ERROR_INVALID_HANDLE);
+        ZO_FAULTY_CALL(GetFileSize) size(writing, "ZOAFX.DLL", INVALID_FILE_SIZE, ERROR_INVALID_HANDLE);
         RunFaultLoop(writing, [&](const FaultRun& run) {
             m_folder.Write("table.iot", file.Bytes());
             CGblTranslate translation;
