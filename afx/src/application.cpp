@@ -79,7 +79,7 @@ int CWinThread::Run()
 BOOL CWinThread::OnIdle(LONG lCount)
 {
     if (lCount == 0)
-        GetThreadState()->windows.DeleteTemporary();
+        GetThreadState()->DeleteTemporary();
     return FALSE;
 }
 

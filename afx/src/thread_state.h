@@ -4,27 +4,7 @@
 
 #include <afxwin.h>
 
-/// Windows by handle. Permanent objects belong to their makers; temporary ones to the map.
-class WindowMap {
-public:
-    ~WindowMap() { DeleteTemporary(); }
-
-    CWnd* FindPermanent(HWND handle) const
-    {
-        CWnd* window = nullptr;
-        return m_permanent.Lookup(handle, window) ? window : nullptr;
-    }
-    void SetPermanent(HWND handle, CWnd* window) { m_permanent.SetAt(handle, window); }
-    void RemovePermanent(HWND handle) { m_permanent.RemoveKey(handle); }
-
-    /// The object of \p handle, a temporary one if it has none.
-    CWnd* FromHandle(HWND handle);
-    void DeleteTemporary();
-
-private:
-    CMap<HWND, HWND, CWnd*, CWnd*> m_permanent;
-    CMap<HWND, HWND, CWnd*, CWnd*> m_temporary;
-};
+#include "handle_map.h"
 
 struct AfxWindowHook;
 
@@ -32,7 +12,9 @@ struct ThreadState {
     CWinThread* thread = nullptr;
     MSG lastMessage = {};                ///< being handled, for CWnd::Default
     AfxWindowHook* windowHook = nullptr; ///< waits for the next window to be created
-    WindowMap windows;
+    HandleMap<CWnd, HWND, &CWnd::m_hWnd> windows;
+
+    void DeleteTemporary() { windows.DeleteTemporary(); } ///< in all maps
 };
 
 /// The calling thread's state; null when it has none, and then it has no windows either.

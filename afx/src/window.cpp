@@ -18,35 +18,14 @@ constexpr DWORD kClassStyleIme = 0x00010000; // CS_IME: an input-method window t
 
 // Handles and objects -------------------------------------------------------------------------------------------------
 
-CWnd* WindowMap::FromHandle(HWND handle)
+CWnd* AFXAPI CWnd::FromHandle(HWND hWnd)
 {
-    CWnd* window = nullptr;
-    if (handle == nullptr || m_permanent.Lookup(handle, window) || m_temporary.Lookup(handle, window))
+    return GetThreadState()->windows.FromHandle(hWnd, [](HWND handle) {
+        auto* window = new CWnd;
+        window->m_hWnd = handle;
         return window;
-    window = new CWnd;
-    try {
-        m_temporary.SetAt(handle, window);
-    } catch (CMemoryException*) {
-        delete window;
-        throw;
-    }
-    window->m_hWnd = handle;
-    return window;
+    });
 }
-
-void WindowMap::DeleteTemporary()
-{
-    for (POSITION position = m_temporary.GetStartPosition(); position != nullptr;) {
-        HWND handle;
-        CWnd* window;
-        m_temporary.GetNextAssoc(position, handle, window);
-        window->m_hWnd = nullptr; // a temporary object must not destroy what it does not own
-        delete window;
-    }
-    m_temporary.RemoveAll();
-}
-
-CWnd* AFXAPI CWnd::FromHandle(HWND hWnd) { return GetThreadState()->windows.FromHandle(hWnd); }
 
 CWnd* AFXAPI CWnd::FromHandlePermanent(HWND hWnd) { return GetThreadState()->windows.FindPermanent(hWnd); }
 
@@ -62,7 +41,7 @@ BOOL CWnd::Attach(HWND hWndNew)
 HWND CWnd::Detach()
 {
     if (m_hWnd != nullptr)
-        GetThreadState()->windows.RemovePermanent(m_hWnd);
+        GetThreadState()->windows.RemovePermanent(m_hWnd, this);
     return std::exchange(m_hWnd, nullptr);
 }
 

@@ -1,0 +1,77 @@
+/// \file
+/// Objects by the handles that they stand for.
+#pragma once
+
+#include <afxtempl.h>
+
+/// The objects of one kind of handle, of one thread. Permanent objects belong to their makers, who enter and remove
+/// them; temporary ones are made by the map for handles that have none, and live until the thread is next idle.
+/// \tparam MEMBER where an object keeps its handle
+template <class OBJECT, class HANDLE, HANDLE OBJECT::*MEMBER> class HandleMap {
+public:
+    HandleMap() = default;
+    ~HandleMap() { DeleteTemporary(); }
+
+    /// \return the permanent object of \p handle; null if it has none
+    OBJECT* FindPermanent(HANDLE handle) const
+    {
+        OBJECT* object = nullptr;
+        return m_permanent.Lookup(handle, object) ? object : nullptr;
+    }
+    void SetPermanent(HANDLE handle, OBJECT* object) { m_permanent.SetAt(handle, object); }
+    /// Takes \p object out again, unless another one has taken its place meanwhile.
+    void RemovePermanent(HANDLE handle, const OBJECT* object)
+    {
+        if (FindPermanent(handle) == object)
+            m_permanent.RemoveKey(handle);
+    }
+
+    /// \param make \code OBJECT* make(HANDLE) \endcode makes a temporary object with the handle in it; null: there is
+    /// none for such a handle
+    /// \return the permanent object of \p handle, else its temporary one; null for a null handle
+    template <class MAKE> OBJECT* FromHandle(HANDLE handle, MAKE make)
+    {
+        OBJECT* object = nullptr;
+        if (handle == nullptr || m_permanent.Lookup(handle, object) || m_temporary.Lookup(handle, object))
+            return object;
+        object = make(handle);
+        if (object == nullptr)
+            return nullptr;
+        try {
+            m_temporary.SetAt(handle, object);
+        } catch (CMemoryException*) {
+            Delete(object);
+            throw;
+        }
+        return object;
+    }
+    /// Deletes the temporary object of a handle that has come to stand for something else.
+    void ForgetTemporary(HANDLE handle)
+    {
+        OBJECT* object = nullptr;
+        if (m_temporary.Lookup(handle, object)) {
+            m_temporary.RemoveKey(handle);
+            Delete(object);
+        }
+    }
+    void DeleteTemporary()
+    {
+        for (POSITION position = m_temporary.GetStartPosition(); position != nullptr;) {
+            HANDLE handle;
+            OBJECT* object;
+            m_temporary.GetNextAssoc(position, handle, object);
+            Delete(object);
+        }
+        m_temporary.RemoveAll();
+    }
+
+private:
+    static void Delete(OBJECT* temporary)
+    {
+        temporary->*MEMBER = nullptr; // it must not destroy what it does not own
+        delete temporary;
+    }
+
+    CMap<HANDLE, HANDLE, OBJECT*, OBJECT*> m_permanent;
+    CMap<HANDLE, HANDLE, OBJECT*, OBJECT*> m_temporary;
+};
