@@ -33,6 +33,8 @@ public:
 
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo) override;
 
+    BOOL m_bAutoMenuEnable = TRUE; ///< menu items without update handler: disabled if nothing would answer the command
+
 protected:
     /// Registers a window class with the icon of that number. \return its name, null on failure
     static LPCSTR FrameWindowClass(UINT nIDResource);
@@ -41,6 +43,7 @@ protected:
     afx_msg void OnClose();
     afx_msg void OnSetFocus(CWnd* pOldWnd);
     afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnInitMenuPopup(CMenu* pPopupMenu, UINT nIndex, BOOL bSysMenu);
     DECLARE_MESSAGE_MAP()
 
 private:

@@ -38,12 +38,19 @@ public:
     BOOL CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight);
 };
 
+class AFX_API CFont : public CGdiObject {
+    DECLARE_DYNAMIC(CFont)
+public:
+    static CFont* AFXAPI FromHandle(HFONT hFont);
+};
+
 /// A device context.
 class AFX_API CDC : public CObject {
     DECLARE_DYNAMIC(CDC)
 public:
     CDC() = default;
     ~CDC() override;
+    static CDC* AFXAPI FromHandle(HDC hDC);
     BOOL Attach(HDC hDC);
     HDC Detach();
     HDC GetSafeHdc() const { return m_hDC; }

@@ -84,10 +84,12 @@ AFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM 
 // ---------------------------------------------------------------------------------------------------------------------
 // Classes, by family
 
-#include <afxapp_.h> // threads, the application
-#include <afxctl_.h> // controls
-#include <afxdlg_.h> // dialogs
-#include <afxdoc_.h> // documents, views
-#include <afxfrm_.h> // frames
-#include <afxgdi_.h> // drawing, geometry
-#include <afxwnd_.h> // command targets, windows
+#include <afxapp_.h>  // threads, the application
+#include <afxcmd_.h>  // command targets
+#include <afxctl_.h>  // controls
+#include <afxdlg_.h>  // dialogs
+#include <afxdoc_.h>  // documents, views
+#include <afxfrm_.h>  // frames
+#include <afxgdi_.h>  // drawing, geometry
+#include <afxmenu_.h> // menus
+#include <afxwnd_.h>  // windows

@@ -65,23 +65,3 @@ BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
     call.pExtra = pExtra;
     return DispatchMessageMap(message, code, nID, call);
 }
-
-void CCmdUI::Enable(BOOL bOn)
-{
-    EnableMenuItem(m_hMenu, m_nIndex, MF_BYPOSITION | (bOn ? MF_ENABLED : MF_GRAYED | MF_DISABLED));
-}
-
-void CCmdUI::SetCheck(int nCheck)
-{
-    CheckMenuItem(m_hMenu, m_nIndex, MF_BYPOSITION | (nCheck != 0 ? MF_CHECKED : MF_UNCHECKED));
-}
-
-void CCmdUI::SetText(LPCSTR lpszText)
-{
-    MENUITEMINFO info = {};
-    info.cbSize = sizeof info;
-    info.fMask = MIIM_TYPE;
-    info.fType = MFT_STRING;
-    info.dwTypeData = const_cast<LPSTR>(lpszText);
-    SetMenuItemInfo(m_hMenu, m_nIndex, TRUE, &info);
-}

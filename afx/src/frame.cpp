@@ -7,6 +7,7 @@ BEGIN_MESSAGE_MAP(CFrameWnd, CWnd)
     ON_WM_CLOSE()
     ON_WM_SETFOCUS()
     ON_WM_SIZE()
+    ON_WM_INITMENUPOPUP()
 END_MESSAGE_MAP()
 
 const RECT CFrameWnd::rectDefault = {CW_USEDEFAULT, CW_USEDEFAULT, 0, 0};
@@ -152,6 +153,13 @@ void CFrameWnd::OnClose()
         }
     }
     DestroyWindow();
+}
+
+void CFrameWnd::OnInitMenuPopup(CMenu* pPopupMenu, UINT nIndex, BOOL bSysMenu)
+{
+    CWnd::OnInitMenuPopup(pPopupMenu, nIndex, bSysMenu);
+    if (!bSysMenu)
+        AfxUpdateMenu(pPopupMenu, this, m_bAutoMenuEnable);
 }
 
 void CFrameWnd::PostNcDestroy() { delete this; }

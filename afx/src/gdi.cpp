@@ -1,4 +1,4 @@
-#include <afxwin.h>
+#include "thread_state.h"
 
 #include <utility>
 
@@ -31,6 +31,18 @@ BOOL CBitmap::CreateCompatibleBitmap(CDC* pDC, int nWidth, int nHeight)
 }
 
 CDC::~CDC() { DeleteDC(); }
+
+CDC* AFXAPI CDC::FromHandle(HDC hDC)
+{
+    return GetThreadState()->contexts.FromHandle(hDC, [](HDC handle) {
+        auto* context = new CDC;
+        context->m_hDC = handle;
+        return context;
+    });
+}
+
+IMPLEMENT_DYNAMIC(CFont, CGdiObject)
+CFont* AFXAPI CFont::FromHandle(HFONT) { return nullptr; }
 
 BOOL CDC::Attach(HDC hDC)
 {

@@ -13,8 +13,15 @@ struct ThreadState {
     MSG lastMessage = {};                ///< being handled, for CWnd::Default
     AfxWindowHook* windowHook = nullptr; ///< waits for the next window to be created
     HandleMap<CWnd, HWND, &CWnd::m_hWnd> windows;
+    HandleMap<CMenu, HMENU, &CMenu::m_hMenu> menus;
+    HandleMap<CDC, HDC, &CDC::m_hDC> contexts;
 
-    void DeleteTemporary() { windows.DeleteTemporary(); } ///< in all maps
+    void DeleteTemporary() ///< in all maps
+    {
+        windows.DeleteTemporary();
+        menus.DeleteTemporary();
+        contexts.DeleteTemporary();
+    }
 };
 
 /// The calling thread's state; null when it has none, and then it has no windows either.

@@ -6,8 +6,9 @@
 IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)
 
 BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
-    ON_WM_INITMENUPOPUP()
-    AFX_ON_WM(WM_NCDESTROY, self->OnNcDestroy())
+    ON_WM_NCDESTROY()
+    ON_WM_SYSCOLORCHANGE()
+    ON_WM_SETTINGCHANGE()
 END_MESSAGE_MAP()
 
 namespace {
@@ -28,6 +29,10 @@ CWnd* AFXAPI CWnd::FromHandle(HWND hWnd)
 }
 
 CWnd* AFXAPI CWnd::FromHandlePermanent(HWND hWnd) { return GetThreadState()->windows.FindPermanent(hWnd); }
+
+void AFXAPI CWnd::DeleteTempMap() { GetThreadState()->windows.DeleteTemporary(); }
+
+HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd) { return pWnd != nullptr ? pWnd->m_hWnd : nullptr; }
 
 BOOL CWnd::Attach(HWND hWndNew)
 {
@@ -58,7 +63,12 @@ BOOL CWnd::SubclassWindow(HWND hWnd)
 {
     if (!Attach(hWnd))
         return FALSE;
-    PreSubclassWindow();
+    try {
+        PreSubclassWindow();
+    } catch (CException*) { // the window remains as it was
+        Detach();
+        throw;
+    }
     const auto old =
         reinterpret_cast<WNDPROC>(::SetWindowLongPtr(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
     if (old != &AfxWndProc)
@@ -68,7 +78,7 @@ BOOL CWnd::SubclassWindow(HWND hWnd)
 
 BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent)
 {
-    return SubclassWindow(::GetDlgItem(pParent->m_hWnd, static_cast<int>(nID)));
+    return SubclassWindow(::GetDlgItem(AfxGetSafeHwnd(pParent), static_cast<int>(nID)));
 }
 
 HWND CWnd::UnsubclassWindow()
@@ -115,7 +125,7 @@ BOOL CWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, co
                   UINT nID)
 {
     return CreateEx(0, lpszClassName, lpszWindowName, dwStyle | WS_CHILD, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, pParentWnd != nullptr ? pParentWnd->m_hWnd : nullptr,
+                    rect.bottom - rect.top, AfxGetSafeHwnd(pParentWnd),
                     reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)));
 }
 
@@ -153,6 +163,14 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName
     return created != nullptr;
 }
 
+BOOL CWnd::CreateEx(DWORD dwExStyle, LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
+                    CWnd* pParentWnd, UINT nID, LPVOID lpParam)
+{
+    return CreateEx(dwExStyle, lpszClassName, lpszWindowName, dwStyle, rect.left, rect.top, rect.right - rect.left,
+                    rect.bottom - rect.top, AfxGetSafeHwnd(pParentWnd),
+                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nID)), lpParam);
+}
+
 BOOL CWnd::PreCreateWindow(CREATESTRUCT& cs)
 {
     if (cs.lpszClass == nullptr)
@@ -184,45 +202,4 @@ void CWnd::OnNcDestroy()
     Default();
     UnsubclassWindow();
     PostNcDestroy();
-}
-
-// Small services ------------------------------------------------------------------------------------------------------
-
-void CWnd::GetWindowText(CString& rString) const
-{
-    const int length = ::GetWindowTextLength(m_hWnd);
-    const int copied = ::GetWindowText(m_hWnd, rString.GetBuffer(length), length + 1);
-    rString.ReleaseBuffer(copied);
-}
-
-CFrameWnd* CWnd::GetParentFrame() const
-{
-    for (HWND parent = ::GetParent(m_hWnd); parent != nullptr; parent = ::GetParent(parent)) {
-        CWnd* window = FromHandlePermanent(parent);
-        if (window != nullptr && window->IsKindOf(RUNTIME_CLASS(CFrameWnd)))
-            return static_cast<CFrameWnd*>(window);
-    }
-    return nullptr;
-}
-
-void CWnd::MoveWindow(LPCRECT lpRect, BOOL bRepaint)
-{
-    MoveWindow(lpRect->left, lpRect->top, lpRect->right - lpRect->left, lpRect->bottom - lpRect->top, bRepaint);
-}
-
-void CWnd::CenterWindow(CWnd* pAlternateOwner)
-{
-    HWND owner = pAlternateOwner != nullptr ? pAlternateOwner->m_hWnd : ::GetWindow(m_hWnd, GW_OWNER);
-    CRect work;
-    ::SystemParametersInfo(SPI_GETWORKAREA, 0, &work, 0);
-    CRect area = work;
-    if (owner != nullptr && ::IsWindowVisible(owner) && !::IsIconic(owner))
-        ::GetWindowRect(owner, &area);
-    CRect own;
-    GetWindowRect(&own);
-    const int x = (area.left + area.right - own.Width()) / 2;
-    const int y = (area.top + area.bottom - own.Height()) / 2;
-    ::SetWindowPos(m_hWnd, nullptr, (std::max<int>)(work.left, (std::min<int>)(x, work.right - own.Width())),
-                   (std::max<int>)(work.top, (std::min<int>)(y, work.bottom - own.Height())), 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

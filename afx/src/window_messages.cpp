@@ -67,23 +67,14 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult
         *pResult = call.lResult;
         return TRUE;
     }
-
-    HWND control = nullptr; // the messages by which a parent draws for a control go back to the control
-    switch (message) {
-    case WM_DRAWITEM:
-        control = reinterpret_cast<DRAWITEMSTRUCT*>(lParam)->hwndItem;
-        break;
-    case WM_COMPAREITEM:
-        control = reinterpret_cast<COMPAREITEMSTRUCT*>(lParam)->hwndItem;
-        break;
-    case WM_MEASUREITEM:
-        control = ::GetDlgItem(m_hWnd, static_cast<int>(wParam));
-        break;
-    default:
-        return FALSE;
+    if (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) { // one entry serves them all
+        call.nID = message - WM_CTLCOLORMSGBOX;
+        if (DispatchMessageMap(WM_CTLCOLOR, 0, 0, call)) {
+            *pResult = call.lResult;
+            return TRUE;
+        }
     }
-    CWnd* child = control != nullptr ? FromHandlePermanent(control) : nullptr;
-    return child != nullptr && child->OnChildNotify(message, wParam, lParam, pResult);
+    return ReflectToControl(message, wParam, lParam, pResult);
 }
 
 BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam)
@@ -111,66 +102,36 @@ BOOL CWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)
     return OnCmdMsg(static_cast<UINT>(header->idFrom), MAKELONG(header->code, WM_NOTIFY), &notify, nullptr);
 }
 
-BOOL CWnd::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
-{
-    UINT code = 0;
-    AFX_CALL call;
-    call.wParam = wParam;
-    call.lParam = lParam;
-    AFX_NOTIFY notify = {pResult, nullptr};
-    if (message == WM_COMMAND) {
-        code = HIWORD(wParam);
-    } else if (message == WM_NOTIFY) {
-        notify.pNMHDR = reinterpret_cast<NMHDR*>(lParam);
-        code = notify.pNMHDR->code;
-        call.pExtra = &notify;
-    }
-    if (!DispatchMessageMap(message + WM_REFLECT_BASE, code, 0, call))
-        return FALSE;
-    if (message != WM_NOTIFY)
-        *pResult = call.lResult;
-    return TRUE;
-}
-
-void CWnd::OnInitMenuPopup(HMENU hMenu, UINT, BOOL bSysMenu)
-{
-    if (bSysMenu) {
-        Default();
-        return;
-    }
-    const int count = ::GetMenuItemCount(hMenu);
-    for (int index = 0; index < count; ++index) {
-        const UINT id = ::GetMenuItemID(hMenu, index);
-        if (id == 0 || id == static_cast<UINT>(-1)) // a separator, a popup
-            continue;
-        CCmdUI item;
-        item.m_nID = id;
-        item.m_nIndex = static_cast<UINT>(index);
-        item.m_hMenu = hMenu;
-        if (!OnCmdMsg(id, static_cast<int>(CN_UPDATE_COMMAND_UI), &item, nullptr))
-            item.Enable(OnCmdMsg(id, CN_COMMAND, nullptr, &item)); // grey what nothing would answer
-    }
-}
-
 BOOL CWnd::PreTranslateMessage(MSG*) { return FALSE; }
 
-int CWnd::RunModalLoop()
+int CWnd::RunModalLoop(DWORD dwFlags)
 {
     m_bModalRunning = TRUE;
-    if (!IsWindowVisible()) {
-        ShowWindow(SW_SHOWNORMAL);
-        UpdateWindow();
-    }
-    while (m_bModalRunning) {
+    bool hidden = !IsWindowVisible();
+    const auto show = [&] {
+        if (std::exchange(hidden, false)) {
+            ShowWindow(SW_SHOWNORMAL);
+            UpdateWindow();
+        }
+    };
+    if ((dwFlags & MLF_SHOWONIDLE) == 0)
+        show();
+    const HWND parent = ::GetParent(m_hWnd);
+    do {
         MSG message;
+        for (LONG count = 0; !::PeekMessage(&message, nullptr, 0, 0, PM_NOREMOVE); ++count) {
+            show();
+            if (count == 0 && parent != nullptr && (dwFlags & MLF_NOIDLEMSG) == 0)
+                ::SendMessage(parent, WM_ENTERIDLE, MSGF_DIALOGBOX, reinterpret_cast<LPARAM>(m_hWnd));
+            if ((dwFlags & MLF_NOKICKIDLE) != 0 || SendMessage(WM_KICKIDLE, MSGF_DIALOGBOX, count) == 0)
+                break;
+        }
         if (!PumpOneMessage(&message)) {
             ::PostQuitMessage(static_cast<int>(message.wParam)); // for the loop that this one runs in
             m_bModalRunning = FALSE;
             return -1;
         }
-        if (m_bModalRunning)
-            IdleUntilMessage();
-    }
+    } while (ContinueModal());
     return m_nModalResult;
 }
 

@@ -44,7 +44,7 @@ public:
     {
         EXPECT_TRUE(CreateEx(0, nullptr, "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, owner, nullptr));
     }
-    bool IsEnabled() const { return IsWindowEnabled(m_hWnd) != FALSE; }
+    bool IsEnabled() const { return IsWindowEnabled() != FALSE; }
 };
 
 void PressKey(TestDialog& dialog, WPARAM key)

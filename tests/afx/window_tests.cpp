@@ -4,7 +4,7 @@ namespace {
 
 const UINT g_registered = RegisterWindowMessageA("ZoTestsRegisteredMessage");
 enum Message { kThrow = WM_APP + 1, kPrivate, kBasePrivate };
-enum Command { kPlain = 100, kBaseOnly, kGreyed, kChecked, kUnanswered, kBoth, kPassedOn };
+enum Command { kPlain = 100, kBaseOnly, kUnanswered, kBoth, kPassedOn };
 enum Range { kRangeFirst = 200, kRangeLast = 209 }; // of commands
 constexpr UINT kChild = 9;                          // identifier
 enum Notification : UINT { kTaken = 77, kLeft };    // by the control, to its parent
@@ -67,13 +67,6 @@ protected:
     void OnPlain() { log += "plain "; }
     void OnBoth() { log += "both "; }
     void OnRange(UINT id) { log += "range" + std::to_string(id) + " "; }
-    void OnUpdateGreyed(CCmdUI* item) { item->Enable(FALSE); }
-    void OnUpdateChecked(CCmdUI* item)
-    {
-        item->SetCheck();
-        item->SetText("changed");
-        item->Enable();
-    }
     LRESULT OnRegistered(WPARAM, LPARAM) { return 77; }
     LRESULT OnThrow(WPARAM which, LPARAM)
     {
@@ -92,13 +85,9 @@ protected:
 BEGIN_MESSAGE_MAP(TestWindow, BaseWindow)
     ON_COMMAND(kPlain, OnPlain)
     ON_COMMAND(kBoth, OnBoth)
-    ON_COMMAND(kGreyed, OnPlain)
     AFX_ENTRY(WM_COMMAND, CN_COMMAND, kPassedOn, kPassedOn, nullptr, self->log += "first ", call.bHandled = FALSE)
     AFX_ENTRY(WM_NOTIFY, kLeft, kChild, kChild, nullptr, *static_cast<AFX_NOTIFY*>(call.pExtra)->pResult = 6)
-    ON_COMMAND(kChecked, OnPlain)
     ON_COMMAND_RANGE(kRangeFirst, kRangeLast, OnRange)
-    ON_UPDATE_COMMAND_UI(kGreyed, OnUpdateGreyed)
-    ON_UPDATE_COMMAND_UI(kChecked, OnUpdateChecked)
     ON_REGISTERED_MESSAGE(g_registered, OnRegistered)
     ON_MESSAGE(kThrow, OnThrow)
     ON_WM_PAINT()
@@ -225,27 +214,6 @@ TEST(MessageMap, LeadsToTheNearestHandler)
     EXPECT_EQ(77, window.SendMessage(g_registered));
     EXPECT_EQ(0, window.SendMessage(kPrivate));
     EXPECT_EQ(9, window.SendMessage(kBasePrivate, 4, 5));
-}
-
-TEST(MessageMap, UpdatesMenus)
-{
-    TestWindow window;
-    ASSERT_TRUE(window.CreateTop());
-    const HMENU menu = CreatePopupMenu();
-    static constexpr std::pair<UINT, UINT> items[] = {
-        {kPlain, MF_ENABLED},     {kBaseOnly, MF_ENABLED},
-        {kRangeLast, MF_ENABLED}, {kGreyed, MF_GRAYED | MF_DISABLED},
-        {kChecked, MF_CHECKED},   {kUnanswered, MF_GRAYED | MF_DISABLED}, // nothing would happen on choosing it
-    };
-    for (const auto& [id, state] : items)
-        AppendMenuA(menu, MF_STRING | MF_ENABLED, id, "text");
-    window.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
-    for (const auto& [id, state] : items)
-        EXPECT_EQ(state, GetMenuState(menu, id, MF_BYCOMMAND)) << id;
-    char text[32] = {};
-    GetMenuStringA(menu, kChecked, text, sizeof text, MF_BYCOMMAND);
-    EXPECT_STREQ("changed", text);
-    DestroyMenu(menu);
 }
 
 TEST(MessageMap, NoExceptionPassesTheWindowProcedure)
