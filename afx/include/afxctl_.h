@@ -77,3 +77,10 @@ public:
     void ResetContent() { SendMessage(CB_RESETCONTENT); }
     void* GetItemDataPtr(int nIndex) const;
 };
+
+/// A scroll bar that is a window, not part of a border.
+class AFX_API CScrollBar : public CWnd {
+    DECLARE_DYNAMIC(CScrollBar)
+public:
+    BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID);
+};

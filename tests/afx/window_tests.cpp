@@ -7,7 +7,6 @@ enum Message { kThrow = WM_APP + 1, kPrivate, kBasePrivate };
 enum Command { kPlain = 100, kBaseOnly, kUnanswered, kBoth, kPassedOn };
 enum Range { kRangeFirst = 200, kRangeLast = 209 }; // of commands
 constexpr UINT kChild = 9;                          // identifier
-enum Notification : UINT { kTaken = 77, kLeft };    // by the control, to its parent
 
 /// Writes down what it is called for.
 class BaseWindow : public CWnd {
@@ -86,7 +85,6 @@ BEGIN_MESSAGE_MAP(TestWindow, BaseWindow)
     ON_COMMAND(kPlain, OnPlain)
     ON_COMMAND(kBoth, OnBoth)
     AFX_ENTRY(WM_COMMAND, CN_COMMAND, kPassedOn, kPassedOn, nullptr, self->log += "first ", call.bHandled = FALSE)
-    AFX_ENTRY(WM_NOTIFY, kLeft, kChild, kChild, nullptr, *static_cast<AFX_NOTIFY*>(call.pExtra)->pResult = 6)
     ON_COMMAND_RANGE(kRangeFirst, kRangeLast, OnRange)
     ON_REGISTERED_MESSAGE(g_registered, OnRegistered)
     ON_MESSAGE(kThrow, OnThrow)
@@ -243,7 +241,6 @@ namespace {
 class DrawnListBox : public CListBox {
 public:
     int drawn = 0;
-    int selections = 0;
 
     int CompareItem(COMPAREITEMSTRUCT* items) override
     {
@@ -255,19 +252,11 @@ public:
         ++drawn;
     }
     void MeasureItem(MEASUREITEMSTRUCT* item) override { item->itemHeight = 23; }
-
-protected:
-    DECLARE_MESSAGE_MAP()
 };
-
-BEGIN_MESSAGE_MAP(DrawnListBox, CListBox)
-    AFX_ENTRY(WM_COMMAND + WM_REFLECT_BASE, LBN_SELCHANGE, 0, 0, nullptr, ++self->selections)
-    AFX_ENTRY(WM_NOTIFY + WM_REFLECT_BASE, kTaken, 0, 0, nullptr, *static_cast<AFX_NOTIFY*>(call.pExtra)->pResult = 5)
-END_MESSAGE_MAP()
 
 } // namespace
 
-TEST(Reflection, SendsBackWhatAControlCaused)
+TEST(Controls, DrawAndOrderTheirItems)
 {
     TestWindow parent;
     ASSERT_TRUE(parent.CreateTop(WS_OVERLAPPEDWINDOW | WS_VISIBLE));
@@ -283,17 +272,6 @@ TEST(Reflection, SendsBackWhatAControlCaused)
     MEASUREITEMSTRUCT measure = {ODT_LISTBOX, kChild, 0, 0, 0, 0};
     EXPECT_EQ(TRUE, parent.SendMessage(WM_MEASUREITEM, kChild, reinterpret_cast<LPARAM>(&measure)));
     EXPECT_EQ(23u, measure.itemHeight);
-    const auto command = [&](WORD code) {
-        return parent.SendMessage(WM_COMMAND, MAKEWPARAM(kChild, code), reinterpret_cast<LPARAM>(list.m_hWnd));
-    };
-    EXPECT_EQ(1, command(LBN_SELCHANGE));
-    EXPECT_EQ(0, command(LBN_DBLCLK));
-    EXPECT_EQ(1, list.selections);
-    static constexpr std::pair<UINT, LRESULT> notifications[] = {{kTaken, 5}, {kLeft, 6}, {kLeft + 1, 0}};
-    for (const auto& [code, result] : notifications) {
-        NMHDR header = {list.m_hWnd, kChild, code};
-        EXPECT_EQ(result, parent.SendMessage(WM_NOTIFY, kChild, reinterpret_cast<LPARAM>(&header))) << code;
-    }
     CComboBox combo;
     ASSERT_TRUE(combo.Create(CBS_DROPDOWNLIST, CRect(0, 0, 100, 80), &parent, kChild + 1));
     combo.SendMessage(CB_SETITEMDATA, static_cast<WPARAM>(combo.AddString("row")), 10);
