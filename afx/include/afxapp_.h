@@ -13,8 +13,12 @@ public:
     virtual BOOL InitInstance();
     virtual int Run();
     virtual int ExitInstance();
+    /// Called when the main loop has no message left, after one for which IsIdleMessage is TRUE. The first call lets the
+    /// thread's windows show the state of their commands, and deletes temporary objects of handles.
     /// \param lCount number of calls since the last message. \return TRUE to be called again.
     virtual BOOL OnIdle(LONG lCount);
+    /// \return FALSE for messages after which nothing can have changed: paint requests, and a mouse that has not moved
+    virtual BOOL IsIdleMessage(MSG* pMsg);
     virtual BOOL PreTranslateMessage(MSG* pMsg);
     /// Fetches and dispatches one message. \return FALSE for WM_QUIT.
     virtual BOOL PumpMessage();
@@ -23,6 +27,10 @@ public:
 
     CWnd* m_pMainWnd = nullptr;
     MSG m_msgCur = {};
+
+private:
+    POINT m_ptCursorLast = {}; // of the last message of the mouse's place
+    UINT m_nMsgLast = WM_NULL;
 };
 
 /// The application object: a program defines exactly one, at file scope.

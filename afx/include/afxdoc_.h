@@ -189,7 +189,6 @@ public:
 
     CFrameWnd* GetActiveFrame() override;
     BOOL OnCreateClient(CREATESTRUCT* lpcs, CCreateContext* pContext) override;
-    void RecalcLayout(BOOL) override {} ///< the system keeps the MDI client in place
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo) override;
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
@@ -205,8 +204,8 @@ class AFX_API CMDIChildWnd : public CFrameWnd {
 public:
     BOOL Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
                 CMDIFrameWnd* pParentWnd = nullptr, CCreateContext* pContext = nullptr);
-    BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle = WS_OVERLAPPEDWINDOW, CWnd* pParentWnd = nullptr,
-                   CCreateContext* pContext = nullptr) override;
+    BOOL LoadFrame(UINT nIDResource, DWORD dwDefaultStyle = WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE,
+                   CWnd* pParentWnd = nullptr, CCreateContext* pContext = nullptr) override;
     CMDIFrameWnd* GetMDIFrame() const;
     void MDIActivate();
 

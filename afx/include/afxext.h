@@ -1,7 +1,8 @@
 /// \file
-/// Application framework: extension libraries.
+/// Application framework: extension libraries, and what a host has of windows beyond the base: bars.
 #pragma once
 
+#include <afxbar_.h>
 #include <afxwin.h>
 
 /// What the framework knows of one extension library.

@@ -51,6 +51,10 @@ struct AFX_MSGMAP {
 /// since the last message; answer 0 when there is no more to do), and to the windows of a frame when it is idle.
 #define WM_KICKIDLE 0x036A
 #define WM_IDLEUPDATECMDUI 0x0363
+/// To a frame: shows string \p wParam, or the text \p lParam points to, in its message line. To the children of a
+/// window that lays its bars out: \p lParam is an AFX_SIZEPARENTPARAMS*.
+#define WM_SETMESSAGESTRING 0x0362
+#define WM_SIZEPARENT 0x0361
 
 /// Stands in message maps for the seven messages by which controls ask their parent for colours.
 #define WM_CTLCOLOR 0x0019

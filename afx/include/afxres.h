@@ -6,6 +6,10 @@
 #define IDC_STATIC (-1)
 #endif
 
+#define AFX_IDS_IDLEMESSAGE 0xE001 /* string: what the message line says while nothing else is to be said */
+
+#define AFX_IDW_TOOLBAR 0xE800 /* bars; the commands that show and hide them have their numbers */
+#define AFX_IDW_STATUS_BAR 0xE801
 #define AFX_IDW_PANE_FIRST 0xE900     /* the child window that fills a frame's client area */
 #define AFX_IDM_FIRST_MDICHILD 0xFF00 /* the system's commands that activate the windows of an MDI client */
 
@@ -17,6 +21,10 @@
 #define ID_FILE_SAVE_AS 0xE104
 #define ID_FILE_SAVE_COPY_AS 0xE105
 #define AFX_IDP_ASK_TO_SAVE 0xF104
+
+#define ID_SEPARATOR 0 /* in place of a command: a gap between the buttons of a bar */
+#define ID_VIEW_TOOLBAR AFX_IDW_TOOLBAR
+#define ID_VIEW_STATUS_BAR AFX_IDW_STATUS_BAR
 
 #define ID_APP_ABOUT 0xE140
 #define ID_APP_EXIT 0xE141

@@ -138,6 +138,12 @@ public:
     enum AdjustType { adjustBorder = 0, adjustOutside = 1 };
     /// Makes the rectangle of a client area that of its window. \param nAdjustType adjustOutside: with the sunken edge
     virtual void CalcWindowRect(LPRECT lpClientRect, UINT nAdjustType = adjustBorder);
+    enum RepositionFlags { reposDefault = 0, reposQuery = 1, reposExtra = 2 };
+    /// Lets the children with numbers \p nIDFirst to \p nIDLast lay themselves out by WM_SIZEPARENT, and gives the child
+    /// \p nIDLeftOver what is left. \param nFlag reposQuery: nothing is moved, \p lpRectParam gets what would be left;
+    /// reposExtra: its four numbers are margins of what is left \param lpRectClient null: the client area
+    void RepositionBars(UINT nIDFirst, UINT nIDLast, UINT nIDLeftOver, UINT nFlag = reposDefault,
+                        LPRECT lpRectParam = nullptr, LPCRECT lpRectClient = nullptr, BOOL bStretch = TRUE);
     void ClientToScreen(LPPOINT lpPoint) const { ::ClientToScreen(m_hWnd, lpPoint); }
     void ClientToScreen(LPRECT lpRect) const { MapWindowPoints(nullptr, lpRect); }
     void ScreenToClient(LPPOINT lpPoint) const { ::ScreenToClient(m_hWnd, lpPoint); }

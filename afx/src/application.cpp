@@ -38,16 +38,6 @@ BOOL PumpOneMessage(MSG* message)
     return TRUE;
 }
 
-void IdleUntilMessage()
-{
-    MSG message;
-    CWinThread* thread = AfxGetThread();
-    for (LONG count = 0; thread != nullptr && !::PeekMessage(&message, nullptr, 0, 0, PM_NOREMOVE); ++count) {
-        if (!thread->OnIdle(count))
-            return;
-    }
-}
-
 LRESULT AnswerFailedMessage(CException* e, const MSG* message)
 {
     switch (message->message) {
@@ -70,16 +60,53 @@ BOOL CWinThread::PumpMessage() { return PumpOneMessage(&m_msgCur); }
 
 int CWinThread::Run()
 {
-    do
-        IdleUntilMessage();
-    while (PumpMessage());
-    return ExitInstance();
+    MSG next;
+    LONG idleCount = 0;
+    for (bool idle = true;;) { // something may have changed since the last idle work was done
+        while (idle && !::PeekMessage(&next, nullptr, 0, 0, PM_NOREMOVE))
+            idle = OnIdle(idleCount++) != FALSE;
+        if (!PumpMessage())
+            return ExitInstance();
+        if (IsIdleMessage(&m_msgCur)) {
+            idle = true;
+            idleCount = 0;
+        }
+    }
 }
+
+BOOL CWinThread::IsIdleMessage(MSG* pMsg)
+{
+    constexpr UINT kSystemTimer = 0x0118; // blinks the caret
+    if (pMsg->message == WM_MOUSEMOVE || pMsg->message == WM_NCMOUSEMOVE) {
+        if (m_nMsgLast == pMsg->message && m_ptCursorLast.x == pMsg->pt.x && m_ptCursorLast.y == pMsg->pt.y)
+            return FALSE;
+        m_ptCursorLast = pMsg->pt;
+        m_nMsgLast = pMsg->message;
+        return TRUE;
+    }
+    return pMsg->message != WM_PAINT && pMsg->message != kSystemTimer;
+}
+
+namespace {
+
+BOOL CALLBACK UpdateCommands(HWND window, LPARAM)
+{
+    CWnd* permanent = CWnd::FromHandlePermanent(window);
+    if (permanent != nullptr && permanent->IsWindowVisible()) {
+        permanent->SendMessage(WM_IDLEUPDATECMDUI, TRUE);
+        permanent->SendMessageToDescendants(WM_IDLEUPDATECMDUI, TRUE, 0, TRUE, TRUE);
+    }
+    return TRUE;
+}
+
+} // namespace
 
 BOOL CWinThread::OnIdle(LONG lCount)
 {
-    if (lCount == 0)
+    if (lCount == 0) {
+        ::EnumThreadWindows(::GetCurrentThreadId(), &UpdateCommands, 0);
         GetThreadState()->DeleteTemporary();
+    }
     return FALSE;
 }
 

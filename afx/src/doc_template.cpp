@@ -77,7 +77,7 @@ CFrameWnd* CDocTemplate::CreateNewFrame(CDocument* pDoc, CFrameWnd*)
     context.m_pCurrentDoc = pDoc;
     const StaysOpen guard(pDoc);
     // A frame that fails has deleted itself with its window.
-    return frame->LoadFrame(m_nIDResource, WS_OVERLAPPEDWINDOW, nullptr, &context) ? frame : nullptr;
+    return frame->LoadFrame(m_nIDResource, WS_OVERLAPPEDWINDOW | FWS_ADDTOTITLE, nullptr, &context) ? frame : nullptr;
 }
 
 void CDocTemplate::InitialUpdateFrame(CFrameWnd* pFrame, CDocument* pDoc, BOOL bMakeVisible)

@@ -1,4 +1,6 @@
-#include <afxwin.h>
+#include <afxext.h>
+
+#include <commctrl.h>
 
 IMPLEMENT_DYNCREATE(CFrameWnd, CWnd)
 
@@ -8,6 +10,14 @@ BEGIN_MESSAGE_MAP(CFrameWnd, CWnd)
     ON_WM_SETFOCUS()
     ON_WM_SIZE()
     ON_WM_INITMENUPOPUP()
+    ON_WM_MENUSELECT()
+    ON_MESSAGE(WM_SETMESSAGESTRING, OnSetMessageString)
+    ON_MESSAGE(WM_IDLEUPDATECMDUI, OnIdleUpdateCmdUI)
+    ON_COMMAND_EX(ID_VIEW_TOOLBAR, OnBarCheck)
+    ON_COMMAND_EX(ID_VIEW_STATUS_BAR, OnBarCheck)
+    ON_UPDATE_COMMAND_UI(ID_VIEW_TOOLBAR, OnUpdateControlBarMenu)
+    ON_UPDATE_COMMAND_UI(ID_VIEW_STATUS_BAR, OnUpdateControlBarMenu)
+    ON_NOTIFY_EX_RANGE(TTN_GETDISPINFOA, 0, 0xFFFF, OnToolTipText)
 END_MESSAGE_MAP()
 
 const RECT CFrameWnd::rectDefault = {CW_USEDEFAULT, CW_USEDEFAULT, 0, 0};
@@ -15,10 +25,40 @@ const RECT CFrameWnd::rectDefault = {CW_USEDEFAULT, CW_USEDEFAULT, 0, 0};
 // Creation ------------------------------------------------------------------------------------------------------------
 
 BOOL CFrameWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
-                       HMENU hMenu, DWORD dwExStyle, CCreateContext* pContext)
+                       LPCSTR lpszMenuName, DWORD dwExStyle, CCreateContext* pContext)
 {
-    return CreateEx(dwExStyle, lpszClassName, lpszWindowName, dwStyle, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, pParentWnd != nullptr ? pParentWnd->m_hWnd : nullptr, hMenu, pContext);
+    HMENU menu = nullptr;
+    if (lpszMenuName != nullptr) {
+        menu = ::LoadMenu(AfxFindResourceHandle(lpszMenuName, RT_MENU), lpszMenuName);
+        if (menu == nullptr) {
+            PostNcDestroy();
+            return FALSE;
+        }
+    }
+    try {
+        if (lpszWindowName != nullptr)
+            m_strTitle = lpszWindowName;
+    } catch (CMemoryException*) {
+        ::DestroyMenu(menu);
+        PostNcDestroy();
+        throw;
+    }
+    // A window that could not be made leaves the menu to us, one that was made and has gone took it along.
+    const BOOL made =
+        CreateEx(dwExStyle, lpszClassName, lpszWindowName, dwStyle, rect.left, rect.top, rect.right - rect.left,
+                 rect.bottom - rect.top, AfxGetSafeHwnd(pParentWnd), menu, pContext);
+    if (!made && menu != nullptr && ::IsMenu(menu))
+        ::DestroyMenu(menu);
+    return made;
+}
+
+BOOL CFrameWnd::LoadAccelTable(LPCSTR lpszResourceName)
+{
+    const HINSTANCE module = AfxFindResourceHandle(lpszResourceName, RT_ACCELERATOR);
+    const HACCEL table = ::LoadAccelerators(module, lpszResourceName);
+    if (table != nullptr)
+        m_hAccelTable = table; // the system frees it with its module
+    return table != nullptr;
 }
 
 LPCSTR CFrameWnd::FrameWindowClass(UINT nIDResource)
@@ -37,8 +77,18 @@ LPCSTR CFrameWnd::FrameWindowClass(UINT nIDResource)
 
 BOOL CFrameWnd::LoadFrame(UINT nIDResource, DWORD dwDefaultStyle, CWnd* pParentWnd, CCreateContext* pContext)
 {
-    return Create(FrameWindowClass(nIDResource), nullptr, dwDefaultStyle, rectDefault, pParentWnd, nullptr, 0,
-                  pContext);
+    const LPCSTR name = MAKEINTRESOURCE(nIDResource);
+    const bool hasMenu = ::FindResource(AfxFindResourceHandle(name, RT_MENU), name, RT_MENU) != nullptr;
+    CString title;
+    try {
+        GetMessageString(nIDResource, title);
+    } catch (CMemoryException*) {
+        PostNcDestroy();
+        throw;
+    }
+    LoadAccelTable(name);
+    return Create(FrameWindowClass(nIDResource), title, dwDefaultStyle, rectDefault, pParentWnd,
+                  hasMenu ? name : nullptr, 0, pContext);
 }
 
 int CFrameWnd::OnCreate(CREATESTRUCT* lpCreateStruct)
@@ -114,13 +164,15 @@ BOOL CFrameWnd::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
 
 // Messages ------------------------------------------------------------------------------------------------------------
 
-void CFrameWnd::RecalcLayout(BOOL)
+BOOL CFrameWnd::PreTranslateMessage(MSG* pMsg)
 {
-    if (m_pViewActive == nullptr)
-        return;
-    CRect client;
-    GetClientRect(&client);
-    m_pViewActive->MoveWindow(&client);
+    if (CWnd::PreTranslateMessage(pMsg))
+        return TRUE;
+    if (m_hAccelTable == nullptr || pMsg->message < WM_KEYFIRST || pMsg->message > WM_KEYLAST)
+        return FALSE;
+    // The command of a document's window goes its way from the main window, which asks the active document first.
+    const CWnd* target = (GetExStyle() & WS_EX_MDICHILD) != 0 ? GetParentFrame() : this;
+    return ::TranslateAccelerator(AfxGetSafeHwnd(target), m_hAccelTable, pMsg) != 0;
 }
 
 void CFrameWnd::OnSize(UINT nType, int cx, int cy)

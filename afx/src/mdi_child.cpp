@@ -22,6 +22,7 @@ BOOL CMDIChildWnd::Create(LPCSTR lpszClassName, LPCSTR lpszWindowName, DWORD dwS
 
 BOOL CMDIChildWnd::LoadFrame(UINT nIDResource, DWORD dwDefaultStyle, CWnd* pParentWnd, CCreateContext* pContext)
 {
+    LoadAccelTable(MAKEINTRESOURCE(nIDResource));
     return Create(FrameWindowClass(nIDResource), nullptr, dwDefaultStyle, rectDefault,
                   DYNAMIC_DOWNCAST(CMDIFrameWnd, pParentWnd), pContext);
 }

@@ -45,5 +45,7 @@ BOOL CMDIFrameWnd::PreTranslateMessage(MSG* pMsg)
 
 LRESULT CMDIFrameWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message == WM_SIZE) // RecalcLayout leaves room for the bars, which the system would take
+        return ::DefWindowProc(m_hWnd, message, wParam, lParam);
     return ::DefFrameProc(m_hWnd, m_hWndMDIClient, message, wParam, lParam);
 }

@@ -203,8 +203,6 @@ INT_PTR CPropertySheet::RunUntilClosed()
             ::PostQuitMessage(static_cast<int>(message.wParam)); // for the loop that this one runs in
             return -1;
         }
-        if (m_bModalRunning)
-            IdleUntilMessage();
     }
     return m_nModalResult;
 }

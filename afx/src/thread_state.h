@@ -31,7 +31,5 @@ ThreadState* GetThreadState();
 
 /// Waits for a message, offers it to the windows and dispatches it. \return FALSE for WM_QUIT, left in \p message.
 BOOL PumpOneMessage(MSG* message);
-/// Calls the thread's OnIdle for as long as it asks for it and no message waits.
-void IdleUntilMessage();
 /// The result of a message whose handler failed with \p e; tells the user of it.
 LRESULT AnswerFailedMessage(CException* e, const MSG* message);
