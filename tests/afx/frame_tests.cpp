@@ -90,6 +90,10 @@ TEST_F(FrameTest, TakesWhatHasItsNumber)
     key.wParam = VK_F5;
     EXPECT_TRUE(frame.PreTranslateMessage(&key)) << "the table in force stays";
     frame.SetTitle("other");
+    frame.ModifyStyle(FWS_ADDTOTITLE, 0);
+    frame.OnUpdateFrameTitle(FALSE);
+    EXPECT_STREQ("Frames", TextOf(frame)) << "not its business";
+    frame.ModifyStyle(0, FWS_ADDTOTITLE);
     frame.OnUpdateFrameTitle(FALSE);
     EXPECT_STREQ("other", TextOf(frame));
     Frame without;
@@ -121,6 +125,12 @@ TEST_F(FrameTest, LaysBarsOutAroundThePane)
     EXPECT_TRUE(Place(pane) == CRect(1, 22, width - 3, height - 24));
 
     frame.ShowWindow(SW_SHOW);
+    frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(frame.GetMenu()->GetSubMenu(0)->m_hMenu), 0);
+    EXPECT_EQ(static_cast<UINT>(MF_CHECKED), frame.GetMenu()->GetMenuState(ID_VIEW_TOOLBAR, MF_BYCOMMAND));
+    EXPECT_EQ("update ", std::exchange(frame.log, {}));
+    frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(frame.GetMenu()->GetSubMenu(0)->m_hMenu),
+                      MAKELPARAM(0, TRUE));
+    EXPECT_EQ("", frame.log) << "the system's own menu";
     top.SetFocus();
     frame.SendMessage(WM_COMMAND, ID_VIEW_TOOLBAR);
     EXPECT_FALSE(top.IsWindowVisible());
@@ -131,6 +141,10 @@ TEST_F(FrameTest, LaysBarsOutAroundThePane)
     AfxGetThread()->OnIdle(0);
     EXPECT_TRUE(Place(pane) == CRect(0, 20, width, height - 20));
     EXPECT_EQ(1, top.updates);
+    bottom.ShowWindow(SW_HIDE);
+    AfxGetThread()->OnIdle(0);
+    EXPECT_EQ(1, bottom.updates) << "what nobody sees";
+    bottom.ShowWindow(SW_SHOW);
     top.SetBarStyle(CBRS_BOTTOM);
     frame.SetWindowPos(nullptr, 0, 0, 300, 40, SWP_NOMOVE | SWP_NOZORDER); // too small for all
     frame.RecalcLayout();
@@ -209,7 +223,9 @@ TEST_F(FrameTest, TellsOfCommands)
     }
     frame.SetMessageText("own");
     EXPECT_STREQ("own", TextOf(line));
-    static constexpr std::pair<UINT_PTR, const char*> tips[] = {{kOne, "One"}, {kTwo, "kept"}, {0, "kept"}};
+    const std::string longTip(79, 'x');
+    const std::pair<UINT_PTR, const char*> tips[] = {
+        {kOne, "One"}, {kTwo, "kept"}, {0, "kept"}, {kThree, longTip.c_str()}};
     for (const auto& [id, expected] : tips) {
         char kept[] = "kept";
         NMTTDISPINFOA tip = {};

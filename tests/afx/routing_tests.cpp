@@ -373,6 +373,8 @@ TEST_F(Reflection, GivesBackWhatTheParentIsAskedForAControl)
     EXPECT_EQ(Outcome(0, "told 2 "), Send(WM_PARENTNOTIFY, MAKEWPARAM(WM_DESTROY, kChild), own));
     EXPECT_EQ(Outcome(0, ""), Send(WM_PARENTNOTIFY, WM_LBUTTONDOWN, own)) << "that is a place, not a window";
     EXPECT_EQ(Outcome(0, ""), Send(WM_HSCROLL, SB_LINEUP, reinterpret_cast<LPARAM>(plain.m_hWnd)));
+    EXPECT_EQ(0, control.SendMessage(WM_HSCROLL, SB_LINEUP, own));
+    EXPECT_EQ("", control.log) << "its own parent it is not";
 }
 
 // The state of commands -----------------------------------------------------------------------------------------------
@@ -392,7 +394,11 @@ public:
         item->SetCheck();
         item->SetText("changed");
     }
-    void OnRadio(CCmdUI* item) { item->SetRadio(); }
+    void OnRadio(CCmdUI* item)
+    {
+        item->SetRadio();
+        item->SetText("dot");
+    }
     void OnList(CCmdUI* item) // puts two names in its own place
     {
         item->m_pMenu->DeleteMenu(item->m_nIndex, MF_BYPOSITION);
@@ -417,6 +423,8 @@ BEGIN_MESSAGE_MAP(Target, CCmdTarget)
     ON_UPDATE_COMMAND_UI(kRouted, OnRouted)
     ON_UPDATE_COMMAND_UI_RANGE(kRouted, kRouted, OnRouted)
     ON_UPDATE_COMMAND_UI(kLast, OnGreyed)
+    ON_UPDATE_COMMAND_UI_RANGE(0, 0, OnRouted)
+    ON_UPDATE_COMMAND_UI_RANGE(0xFFFF, 0xFFFF, OnRouted)
 END_MESSAGE_MAP()
 
 } // namespace
@@ -450,7 +458,7 @@ TEST(CommandUpdate, SetsTheItemsOfAMenu)
     CString text;
     EXPECT_EQ(7, menu.GetMenuString(kChecked, text, MF_BYCOMMAND));
     EXPECT_STREQ("changed", text);
-    EXPECT_EQ(4, menu.GetMenuString(kRadio, text, MF_BYCOMMAND)) << "the mark costs no text";
+    EXPECT_EQ(3, menu.GetMenuString(kRadio, text, MF_BYCOMMAND)) << "nor does the text cost the mark";
     AfxUpdateMenu(&menu, &target, FALSE);
     EXPECT_EQ(0, menu.GetMenuString(kUnanswered + 1000, text, MF_BYCOMMAND));
     EXPECT_TRUE(text.IsEmpty());
@@ -465,7 +473,18 @@ TEST_F(Reflection, ControlsShowTheStateOfTheirCommands)
     ASSERT_TRUE(unanswered.Create("", BS_PUSHBUTTON, CRect(0, 0, 9, 9), &parent, kUnanswered));
     CStatic text;
     ASSERT_TRUE(text.Create("", 0, CRect(0, 0, 9, 9), &parent, kUnanswered));
+    CButton number;
+    ASSERT_TRUE(number.Create("", BS_PUSHBUTTON, CRect(0, 0, 9, 9), &parent, 0xFFFF));
+    CButton popup; // shows what the target updates by Enable(FALSE)
+    ASSERT_TRUE(popup.Create("", BS_PUSHBUTTON | WS_TABSTOP, CRect(0, 0, 9, 9), &parent, kGreyed));
+    parent.ShowWindow(SW_SHOW);
+    popup.ShowWindow(SW_SHOW);
+    box.ShowWindow(SW_SHOW);
+    popup.SetFocus();
     parent.UpdateDialogControls(&target, TRUE);
+    EXPECT_EQ(0, target.routed) << "a control without a command is not asked for";
+    EXPECT_FALSE(popup.IsWindowEnabled());
+    EXPECT_NE(popup.m_hWnd, ::GetFocus()) << "keys would go nowhere";
     EXPECT_EQ("update ", control.log) << "a control that answers itself is not asked of the target";
     EXPECT_FALSE(control.IsWindowEnabled());
     EXPECT_EQ(BST_CHECKED, box.GetCheck());
