@@ -87,9 +87,10 @@ AFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM 
 #include <afxapp_.h>  // threads, the application
 #include <afxcmd_.h>  // command targets
 #include <afxctl_.h>  // controls
+#include <afxdd_.h>   // the exchange of a dialog's data
 #include <afxdlg_.h>  // dialogs
 #include <afxdoc_.h>  // documents, views
 #include <afxfrm_.h>  // frames
-#include <afxgdi_.h>  // drawing, geometry
+#include <afxgdi_.h>  // drawing objects, geometry
 #include <afxmenu_.h> // menus
 #include <afxwnd_.h>  // windows

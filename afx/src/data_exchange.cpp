@@ -1,10 +1,7 @@
 // The exchange of a dialog's data between members and controls, and its checks.
 #include <afxwin.h>
 
-#include <cctype>
-#include <cstdlib>
-#include <limits>
-#include <type_traits>
+#include <commctrl.h>
 
 BOOL CWnd::UpdateData(BOOL bSaveAndValidate)
 {
@@ -52,74 +49,12 @@ void CDataExchange::Fail()
     AfxThrowUserException();
 }
 
-// Texts and numbers ---------------------------------------------------------------------------------------------------
-
-void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, CString& value)
-{
-    const HWND control = pDX->PrepareEditCtrl(nIDC);
-    if (pDX->m_bSaveAndValidate)
-        CWnd::FromHandle(control)->GetWindowText(value);
-    else
-        ::SetWindowText(control, value);
-}
-
-namespace {
-
-/// Reads a number in the range of its type. \return false for any other text
-template <class NUMBER> bool ParseNumber(CString text, NUMBER& value)
-{
-    text.TrimLeft();
-    text.TrimRight();
-    LPCSTR digits = text;
-    if (std::is_signed_v<NUMBER> && (*digits == '-' || *digits == '+'))
-        ++digits;
-    if (std::isdigit(static_cast<unsigned char>(*digits)) == 0)
-        return false;
-    char* end;
-    const long long number = std::strtoll(text, &end, 10); // ends at its own limits, which are no number's here
-    if (*end != '\0' || number < std::numeric_limits<NUMBER>::min() || number > std::numeric_limits<NUMBER>::max())
-        return false;
-    value = static_cast<NUMBER>(number);
-    return true;
-}
-
-template <class NUMBER> void ExchangeNumber(CDataExchange* exchange, int id, NUMBER& value)
-{
-    const HWND control = exchange->PrepareEditCtrl(id);
-    CString text;
-    if (!exchange->m_bSaveAndValidate) {
-        if constexpr (std::is_signed_v<NUMBER>)
-            text.Format("%ld", static_cast<long>(value));
-        else
-            text.Format("%lu", static_cast<unsigned long>(value));
-        ::SetWindowText(control, text);
-        return;
-    }
-    CWnd::FromHandle(control)->GetWindowText(text);
-    if (ParseNumber(text, value))
-        return;
-    if constexpr (std::is_same_v<NUMBER, BYTE>) {
-        AfxFormatString2(text, AFX_IDP_PARSE_INT_RANGE, "0", "255");
-        AfxMessageBox(text, MB_ICONEXCLAMATION, AFX_IDP_PARSE_INT_RANGE);
-    } else {
-        AfxMessageBox(std::is_signed_v<NUMBER> ? AFX_IDP_PARSE_INT : AFX_IDP_PARSE_UINT, MB_ICONEXCLAMATION);
-    }
-    exchange->Fail();
-}
-
-} // namespace
-
-void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, BYTE& value) { ExchangeNumber(pDX, nIDC, value); }
-void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, int& value) { ExchangeNumber(pDX, nIDC, value); }
-void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, UINT& value) { ExchangeNumber(pDX, nIDC, value); }
-void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, long& value) { ExchangeNumber(pDX, nIDC, value); }
-void AFXAPI DDX_Text(CDataExchange* pDX, int nIDC, DWORD& value) { ExchangeNumber(pDX, nIDC, value); }
-
 void AFXAPI DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars)
 {
     if (!pDX->m_bSaveAndValidate) {
-        if (pDX->m_bEditLastControl)
-            ::SendMessage(pDX->m_hWndLastControl, EM_LIMITTEXT, static_cast<WPARAM>(nChars), 0);
+        if (pDX->m_hWndLastControl != nullptr) // one that is neither edit field nor combo box ignores it
+            ::SendMessage(pDX->m_hWndLastControl, pDX->m_bEditLastControl ? EM_LIMITTEXT : CB_LIMITTEXT,
+                          static_cast<WPARAM>(nChars), 0);
         return;
     }
     if (value.GetLength() <= nChars)
@@ -161,6 +96,84 @@ void AFXAPI DDX_LBIndex(CDataExchange* pDX, int nIDC, int& index)
 void AFXAPI DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index)
 {
     ExchangeByMessages(pDX, nIDC, index, CB_GETCURSEL, CB_SETCURSEL);
+}
+
+namespace {
+
+/// Selects the item with a text by a message that looks for it. \return false if there is none
+bool SelectText(HWND control, const CString& text, UINT find, UINT select)
+{
+    LRESULT index = -1;
+    if (!text.IsEmpty()) // with which every text begins
+        index = ::SendMessage(control, find, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(LPCSTR(text)));
+    ::SendMessage(control, select, static_cast<WPARAM>(index), 0);
+    return index >= 0;
+}
+
+void ExchangeListText(CDataExchange* exchange, int id, CString& value, UINT find)
+{
+    const HWND list = exchange->PrepareCtrl(id);
+    if (!exchange->m_bSaveAndValidate) {
+        SelectText(list, value, find, LB_SETCURSEL);
+        return;
+    }
+    const LRESULT index = ::SendMessage(list, LB_GETCURSEL, 0, 0);
+    const LRESULT length = ::SendMessage(list, LB_GETTEXTLEN, static_cast<WPARAM>(index), 0);
+    value.Empty();
+    if (index < 0 || length <= 0)
+        return;
+    LPSTR buffer = value.GetBuffer(static_cast<int>(length));
+    ::SendMessage(list, LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(buffer));
+    value.ReleaseBuffer();
+}
+
+void ExchangeBoxText(CDataExchange* exchange, int id, CString& value, UINT find)
+{
+    const HWND box = exchange->PrepareCtrl(id);
+    if (exchange->m_bSaveAndValidate)
+        CWnd::FromHandle(box)->GetWindowText(value);
+    else if (!SelectText(box, value, find, CB_SETCURSEL))
+        ::SetWindowText(box, value);
+}
+
+} // namespace
+
+void AFXAPI DDX_LBString(CDataExchange* pDX, int nIDC, CString& value)
+{
+    ExchangeListText(pDX, nIDC, value, LB_FINDSTRING);
+}
+
+void AFXAPI DDX_LBStringExact(CDataExchange* pDX, int nIDC, CString& value)
+{
+    ExchangeListText(pDX, nIDC, value, LB_FINDSTRINGEXACT);
+}
+
+void AFXAPI DDX_CBString(CDataExchange* pDX, int nIDC, CString& value)
+{
+    ExchangeBoxText(pDX, nIDC, value, CB_FINDSTRING);
+}
+
+void AFXAPI DDX_CBStringExact(CDataExchange* pDX, int nIDC, CString& value)
+{
+    ExchangeBoxText(pDX, nIDC, value, CB_FINDSTRINGEXACT);
+}
+
+void AFXAPI DDX_Scroll(CDataExchange* pDX, int nIDC, int& value)
+{
+    const HWND bar = pDX->PrepareCtrl(nIDC);
+    if (pDX->m_bSaveAndValidate)
+        value = ::GetScrollPos(bar, SB_CTL);
+    else
+        ::SetScrollPos(bar, SB_CTL, value, TRUE);
+}
+
+void AFXAPI DDX_Slider(CDataExchange* pDX, int nIDC, int& value)
+{
+    const HWND slider = pDX->PrepareCtrl(nIDC);
+    if (pDX->m_bSaveAndValidate)
+        value = static_cast<int>(::SendMessage(slider, TBM_GETPOS, 0, 0));
+    else
+        ::SendMessage(slider, TBM_SETPOS, TRUE, value);
 }
 
 void AFXAPI DDX_Radio(CDataExchange* pDX, int nIDC, int& value)

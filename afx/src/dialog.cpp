@@ -2,6 +2,8 @@
 #include "thread_state.h"
 #include "window_hook.h"
 
+#include <cstring>
+
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
@@ -14,6 +16,41 @@ namespace {
 
 /// The dialog procedure proper. All messages have been offered to the CDialog before they come here.
 INT_PTR CALLBACK DialogProcedure(HWND, UINT message, WPARAM, LPARAM) { return message == WM_INITDIALOG; }
+
+/// A template of the resource chain and its module; null if there is none.
+struct TemplateResource {
+    explicit TemplateResource(LPCSTR name) : module(AfxFindResourceHandle(name, RT_DIALOG))
+    {
+        const HRSRC resource = ::FindResource(module, name, RT_DIALOG);
+        const HGLOBAL loaded = resource != nullptr ? ::LoadResource(module, resource) : nullptr;
+        dialogTemplate = loaded != nullptr ? static_cast<LPCDLGTEMPLATE>(::LockResource(loaded)) : nullptr;
+    }
+
+    HINSTANCE module;
+    LPCDLGTEMPLATE dialogTemplate;
+};
+
+/// A template in the memory of a handle, kept in its place; null for a null handle.
+class LockedTemplate {
+public:
+    explicit LockedTemplate(HGLOBAL memory)
+        : m_memory(memory),
+          m_template(memory != nullptr ? static_cast<LPCDLGTEMPLATE>(::GlobalLock(memory)) : nullptr)
+    {
+    }
+    ~LockedTemplate()
+    {
+        if (m_template != nullptr)
+            ::GlobalUnlock(m_memory);
+    }
+    LockedTemplate(const LockedTemplate&) = delete;
+    LockedTemplate& operator=(const LockedTemplate&) = delete;
+    operator LPCDLGTEMPLATE() const { return m_template; }
+
+private:
+    HGLOBAL m_memory;
+    LPCDLGTEMPLATE m_template;
+};
 
 } // namespace
 
@@ -30,29 +67,42 @@ CDialog::~CDialog()
         DestroyWindow();
 }
 
+// Modal ---------------------------------------------------------------------------------------------------------------
+
 BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd)
 {
     m_lpDialogTemplate = lpDialogTemplate;
+    m_hDialogTemplate = nullptr;
     m_pParentWnd = pParentWnd;
-    return TRUE;
+    return lpDialogTemplate != nullptr;
+}
+
+BOOL CDialog::InitModalIndirect(HGLOBAL hDialogTemplate, CWnd* pParentWnd)
+{
+    m_lpDialogTemplate = nullptr;
+    m_hDialogTemplate = hDialogTemplate;
+    m_pParentWnd = pParentWnd;
+    return hDialogTemplate != nullptr;
 }
 
 INT_PTR CDialog::DoModal()
 {
-    LPCDLGTEMPLATE dialogTemplate = m_lpDialogTemplate;
-    HINSTANCE module = AfxGetResourceHandle();
-    if (dialogTemplate == nullptr) {
-        module = AfxFindResourceHandle(m_lpszTemplateName, RT_DIALOG);
-        const HRSRC resource = ::FindResource(module, m_lpszTemplateName, RT_DIALOG);
-        const HGLOBAL loaded = resource != nullptr ? ::LoadResource(module, resource) : nullptr;
-        dialogTemplate = loaded != nullptr ? static_cast<LPCDLGTEMPLATE>(::LockResource(loaded)) : nullptr;
-    }
+    if (m_lpDialogTemplate != nullptr)
+        return RunModal(AfxGetResourceHandle(), m_lpDialogTemplate);
+    if (m_hDialogTemplate != nullptr)
+        return RunModal(AfxGetResourceHandle(), LockedTemplate(m_hDialogTemplate));
+    const TemplateResource found(m_lpszTemplateName);
+    return RunModal(found.module, found.dialogTemplate);
+}
+
+INT_PTR CDialog::RunModal(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate)
+{
     if (dialogTemplate == nullptr)
         return -1;
-
     ModalOwner owner(m_pParentWnd);
     HWND handle;
-    m_bModalRunning = TRUE; // from here on, for OnInitDialog may end the dialog
+    m_bModal = m_bModalRunning = TRUE; // from here on, for OnInitDialog may end the dialog
+    m_nModalResult = IDABORT;
     {
         const AfxWindowHook hook(this);
         handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner.GetHandle(), &DialogProcedure, 0);
@@ -60,13 +110,59 @@ INT_PTR CDialog::DoModal()
     int result = -1;
     if (handle != nullptr && m_hWnd != nullptr)
         result = m_bModalRunning ? RunModalLoop() : m_nModalResult;
-    m_bModalRunning = FALSE;
+    m_bModal = m_bModalRunning = FALSE;
     owner.Release(m_hWnd);
     DestroyWindow();
     return result;
 }
 
-void CDialog::EndDialog(int nResult) { EndModalLoop(nResult); }
+void CDialog::EndDialog(int nResult)
+{
+    if (m_bModal)
+        EndModalLoop(nResult);
+    else
+        ShowWindow(SW_HIDE);
+}
+
+// Modeless ------------------------------------------------------------------------------------------------------------
+
+BOOL CDialog::Create(LPCSTR lpszTemplateName, CWnd* pParentWnd)
+{
+    m_lpszTemplateName = lpszTemplateName;
+    const TemplateResource found(lpszTemplateName);
+    return CreateModeless(found.module, found.dialogTemplate, pParentWnd);
+}
+
+BOOL CDialog::Create(UINT nIDTemplate, CWnd* pParentWnd) { return Create(MAKEINTRESOURCE(nIDTemplate), pParentWnd); }
+
+BOOL CDialog::CreateIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWnd)
+{
+    return CreateModeless(AfxGetResourceHandle(), lpDialogTemplate, pParentWnd);
+}
+
+BOOL CDialog::CreateIndirect(HGLOBAL hDialogTemplate, CWnd* pParentWnd)
+{
+    return CreateModeless(AfxGetResourceHandle(), LockedTemplate(hDialogTemplate), pParentWnd);
+}
+
+BOOL CDialog::CreateModeless(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate, const CWnd* parent)
+{
+    HWND handle = nullptr;
+    bool caught = false; // then the end of the window was the end of the object's work
+    if (dialogTemplate != nullptr) {
+        if (parent == nullptr)
+            parent = AfxGetMainWnd();
+        const AfxWindowHook hook(this);
+        handle = ::CreateDialogIndirectParam(module, dialogTemplate, parent != nullptr ? parent->m_hWnd : nullptr,
+                                             &DialogProcedure, 0);
+        caught = hook.HasCaught();
+    }
+    if (handle == nullptr && !caught)
+        PostNcDestroy();
+    return handle != nullptr;
+}
+
+// Messages ------------------------------------------------------------------------------------------------------------
 
 BOOL CDialog::OnInitDialog()
 {
@@ -84,7 +180,24 @@ void CDialog::OnCancel() { EndDialog(IDCANCEL); }
 
 LRESULT CDialog::HandleInitDialog(WPARAM, LPARAM) { return OnInitDialog(); }
 
+void CDialog::GotoDlgCtrl(CWnd* pWndCtrl)
+{
+    if (pWndCtrl != nullptr)
+        SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(pWndCtrl->m_hWnd), TRUE);
+}
+
+namespace {
+
+bool IsWithinDialog(HWND window)
+{
+    char name[16] = "";
+    return (::GetWindowLong(window, GWL_STYLE) & WS_CHILD) != 0 &&
+           ::GetClassName(::GetParent(window), name, sizeof name) > 0 && std::strcmp(name, "#32770") == 0;
+}
+
+} // namespace
+
 BOOL CDialog::PreTranslateMessage(MSG* pMsg)
 {
-    return CWnd::PreTranslateMessage(pMsg) || ::IsDialogMessage(m_hWnd, pMsg);
+    return CWnd::PreTranslateMessage(pMsg) || (!IsWithinDialog(m_hWnd) && ::IsDialogMessage(m_hWnd, pMsg));
 }

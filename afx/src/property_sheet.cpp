@@ -1,124 +1,30 @@
 #include <afxdlgs.h>
 
 #include "modal_owner.h"
+#include "system_function.h"
 #include "thread_state.h"
 
 #include <cstring>
 #include <utility>
 
-IMPLEMENT_DYNAMIC(CPropertyPage, CDialog)
 IMPLEMENT_DYNAMIC(CPropertySheet, CWnd)
 
 BEGIN_MESSAGE_MAP(CPropertySheet, CWnd)
     ON_WM_CLOSE()
+    ON_MESSAGE(PSM_PRESSBUTTON, OnPressButton)
+    ON_MESSAGE(WM_NULL, OnWake)
 END_MESSAGE_MAP()
 
 namespace {
 
 /// The system's library of sheets, loaded when the first one is shown; it stays, for its window classes do.
-class SheetLibrary {
-public:
-    static INT_PTR Show(const PROPSHEETHEADERA* header)
-    {
-        static const auto s_show = reinterpret_cast<decltype(&PropertySheetA)>(
-            reinterpret_cast<void*>(::GetProcAddress(::LoadLibrary("comctl32.dll"), "PropertySheetA")));
-        return s_show != nullptr ? s_show(header) : -1;
-    }
-};
+template <class FUNCTION> FUNCTION* OfSheets(LPCSTR name) { return FindSystemFunction<FUNCTION>("comctl32.dll", name); }
 
-} // namespace
-
-// The page ------------------------------------------------------------------------------------------------------------
-
-CPropertyPage::CPropertyPage(UINT nIDTemplate)
+INT_PTR ShowSheet(const PROPSHEETHEADERA* header)
 {
-    m_psp.dwSize = PROPSHEETPAGEA_V1_SIZE;
-    m_psp.pszTemplate = MAKEINTRESOURCE(nIDTemplate);
-    m_psp.pfnDlgProc = &CPropertyPage::PageProcedure;
-    m_psp.lParam = reinterpret_cast<LPARAM>(this);
+    const auto show = OfSheets<decltype(PropertySheetA)>("PropertySheetA");
+    return show != nullptr ? show(header) : -1;
 }
-
-INT_PTR CALLBACK CPropertyPage::PageProcedure(HWND hWnd, UINT message, WPARAM, LPARAM lParam)
-{
-    // Everything later is offered to the object before it comes here.
-    if (message != WM_INITDIALOG)
-        return FALSE;
-    auto* page = reinterpret_cast<CPropertyPage*>(reinterpret_cast<PROPSHEETPAGEA*>(lParam)->lParam);
-    page->m_bShownBefore = false;
-    try {
-        return page->SubclassWindow(hWnd) && page->OnInitDialog();
-    } catch (CException* e) { // which must not pass through the system
-        e->Delete();
-    }
-    if (CWnd* sheet = CWnd::FromHandlePermanent(::GetParent(hWnd)))
-        sheet->EndModalLoop(-1);
-    return FALSE;
-}
-
-void CPropertyPage::SetModified(BOOL bChanged)
-{
-    if (m_hWnd != nullptr)
-        ::SendMessage(::GetParent(m_hWnd), bChanged ? PSM_CHANGED : PSM_UNCHANGED, reinterpret_cast<WPARAM>(m_hWnd), 0);
-}
-
-void CPropertyPage::CancelToClose() { ::SendMessage(::GetParent(m_hWnd), PSM_CANCELTOCLOSE, 0, 0); }
-
-BOOL CPropertyPage::OnSetActive()
-{
-    // OnInitDialog has filled the controls for the first time.
-    return std::exchange(m_bShownBefore, true) ? UpdateData(FALSE) : TRUE;
-}
-
-BOOL CPropertyPage::OnKillActive() { return UpdateData(TRUE); }
-
-BOOL CPropertyPage::OnApply()
-{
-    OnOK();
-    return TRUE;
-}
-
-void CPropertyPage::OnReset() { OnCancel(); }
-BOOL CPropertyPage::OnQueryCancel() { return TRUE; }
-void CPropertyPage::OnOK() { SetModified(FALSE); }
-void CPropertyPage::OnCancel() {}
-
-BOOL CPropertyPage::PreTranslateMessage(MSG* pMsg)
-{
-    return CWnd::PreTranslateMessage(pMsg); // NOLINT(bugprone-parent-virtual-call): keys are the sheet's business
-}
-
-BOOL CPropertyPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)
-{
-    const auto* header = reinterpret_cast<const NMHDR*>(lParam);
-    if (header->hwndFrom != ::GetParent(m_hWnd))
-        return CDialog::OnNotify(wParam, lParam, pResult);
-    switch (header->code) {
-    case static_cast<UINT>(PSN_SETACTIVE):
-        *pResult = OnSetActive() ? 0 : -1;
-        break;
-    case static_cast<UINT>(PSN_KILLACTIVE):
-        *pResult = !OnKillActive();
-        break;
-    case static_cast<UINT>(PSN_APPLY):
-        *pResult = OnApply() ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE;
-        break;
-    case static_cast<UINT>(PSN_RESET):
-        OnReset();
-        break;
-    case static_cast<UINT>(PSN_QUERYCANCEL):
-        *pResult = !OnQueryCancel();
-        break;
-    default:
-        return CDialog::OnNotify(wParam, lParam, pResult);
-    }
-    return TRUE;
-}
-
-// The sheet -----------------------------------------------------------------------------------------------------------
-
-namespace {
-
-CPropertySheet* s_beginning = nullptr; // whose window is being made
 
 } // namespace
 
@@ -131,18 +37,76 @@ CPropertySheet::CPropertySheet(LPCSTR pszCaption, CWnd* pParentWnd, UINT iSelect
     m_psh.pfnCallback = &CPropertySheet::SheetProcedure;
 }
 
+CPropertySheet::CPropertySheet(UINT nIDCaption, CWnd* pParentWnd, UINT iSelectPage)
+    : CPropertySheet(MAKEINTRESOURCE(nIDCaption), pParentWnd, iSelectPage)
+{
+}
+
 CPropertySheet::~CPropertySheet()
 {
     if (m_hWnd != nullptr)
         DestroyWindow();
 }
 
-void CPropertySheet::AddPage(CPropertyPage* pPage) { m_pages.Add(pPage); }
+CPropertySheet* CPropertySheet::Of(HWND page)
+{
+    CWnd* parent = FromHandlePermanent(::GetParent(page));
+    return parent != nullptr && parent->IsKindOf(RUNTIME_CLASS(CPropertySheet)) ? static_cast<CPropertySheet*>(parent)
+                                                                               : nullptr;
+}
+
+// Pages ---------------------------------------------------------------------------------------------------------------
+
+void CPropertySheet::AddPage(CPropertyPage* pPage)
+{
+    const INT_PTR index = m_pages.Add(pPage);
+    if (m_hWnd == nullptr)
+        return;
+    const auto make = OfSheets<decltype(CreatePropertySheetPageA)>("CreatePropertySheetPageA");
+    const auto destroy = OfSheets<decltype(DestroyPropertySheetPage)>("DestroyPropertySheetPage");
+    const HPROPSHEETPAGE page = make != nullptr ? make(&pPage->Prepare()) : nullptr;
+    if (page != nullptr && SendMessage(PSM_ADDPAGE, 0, reinterpret_cast<LPARAM>(page)) != 0)
+        return;
+    if (page != nullptr && destroy != nullptr)
+        destroy(page);
+    m_pages.RemoveAt(index);
+    AfxThrowResourceException();
+}
+
+void CPropertySheet::RemovePage(CPropertyPage* pPage) { RemovePage(GetPageIndex(pPage)); }
+
+void CPropertySheet::RemovePage(int nPage)
+{
+    if (nPage < 0 || nPage >= GetPageCount())
+        return;
+    if (m_hWnd != nullptr) {
+        CPropertyPage* page = GetPage(nPage);
+        page->m_bRemoved = true; // nobody asks for its data
+        SendMessage(PSM_REMOVEPAGE, static_cast<WPARAM>(nPage));
+        page->m_bRemoved = false;
+        PostMessage(WM_NULL);
+    }
+    m_pages.RemoveAt(nPage);
+}
+
+int CPropertySheet::GetPageIndex(const CPropertyPage* pPage) const
+{
+    int index = GetPageCount();
+    while (--index >= 0 && GetPage(index) != pPage) {
+    }
+    return index;
+}
 
 int CPropertySheet::GetActiveIndex() const
 {
-    const HWND tab = m_hWnd != nullptr ? TabControl() : nullptr;
+    const auto tab = m_hWnd != nullptr ? reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL)) : nullptr;
     return tab != nullptr ? static_cast<int>(::SendMessage(tab, TCM_GETCURSEL, 0, 0)) : -1;
+}
+
+CPropertyPage* CPropertySheet::GetActivePage() const
+{
+    const int index = GetActiveIndex();
+    return index >= 0 && index < GetPageCount() ? GetPage(index) : nullptr;
 }
 
 BOOL CPropertySheet::SetActivePage(int nPage)
@@ -153,51 +117,158 @@ BOOL CPropertySheet::SetActivePage(int nPage)
     return TRUE;
 }
 
+BOOL CPropertySheet::SetActivePage(CPropertyPage* pPage)
+{
+    const int index = GetPageIndex(pPage);
+    return index >= 0 && SetActivePage(index);
+}
+
+void CPropertySheet::SetTitle(LPCSTR lpszText, UINT nStyle)
+{
+    m_strCaption = lpszText;
+    m_psh.dwFlags = (m_psh.dwFlags & ~static_cast<DWORD>(PSH_PROPTITLE)) | nStyle;
+    if (m_hWnd != nullptr)
+        SendMessage(PSM_SETTITLE, nStyle, reinterpret_cast<LPARAM>(LPCSTR(m_strCaption)));
+}
+
+// Beginning -----------------------------------------------------------------------------------------------------------
+
+/// The sheet whose window is being made.
+struct CPropertySheet::Making {
+    explicit Making(CPropertySheet* sheet) : sheet(sheet), outer(std::exchange(s_innermost, this)) {}
+    ~Making() { s_innermost = outer; }
+    Making(const Making&) = delete;
+    Making& operator=(const Making&) = delete;
+
+    static inline Making* s_innermost = nullptr;
+    CPropertySheet* sheet;
+    Making* outer;
+    bool attached = false; // then the end of the window is the end of the object's work
+};
+
 int CALLBACK CPropertySheet::SheetProcedure(HWND hWnd, UINT message, LPARAM)
 {
-    CPropertySheet* sheet = s_beginning;
-    if (message != PSCB_INITIALIZED || sheet == nullptr || sheet->m_hWnd != nullptr)
+    Making* making = Making::s_innermost;
+    if (message != PSCB_INITIALIZED || making == nullptr || making->attached)
         return 0;
+    CPropertySheet* sheet = making->sheet;
     try {
-        if (sheet->SubclassWindow(hWnd))
-            sheet->OnInitDialog();
+        making->attached = sheet->SubclassWindow(hWnd);
+        sheet->SetStyles();
+        sheet->OnInitDialog();
     } catch (CException* e) { // which must not pass through the system
         e->Delete();
-        sheet->EndModalLoop(-1);
+        sheet->EndDialog(-1);
     }
     return 0;
 }
 
-INT_PTR CPropertySheet::DoModal()
+/// \return null if no window came of it; only if it was attached the object may be gone then
+HWND CPropertySheet::Make(HWND owner)
 {
     const INT_PTR kPageSize = PROPSHEETPAGEA_V1_SIZE; // as the pages say, for the oldest system
     CArray<BYTE, BYTE> pages;
     pages.SetSize(GetPageCount() * kPageSize);
     for (int i = 0; i < GetPageCount(); ++i)
-        std::memcpy(pages.GetData() + i * kPageSize, &GetPage(i)->m_psp, kPageSize);
-    ModalOwner owner(m_pParentWnd);
-    m_psh.hwndParent = owner.GetHandle();
+        std::memcpy(pages.GetData() + i * kPageSize, &GetPage(i)->Prepare(), kPageSize);
+    m_psh.hwndParent = owner;
     m_psh.pszCaption = m_strCaption;
     m_psh.nPages = static_cast<UINT>(GetPageCount());
     m_psh.ppsp = reinterpret_cast<LPCPROPSHEETPAGEA>(pages.GetData());
-    m_bModalRunning = TRUE; // from here on, for a page may end the sheet at once
+    m_bEnded = false;
     m_nModalResult = IDCANCEL;
-    CPropertySheet* const outer = std::exchange(s_beginning, this);
-    const INT_PTR made = SheetLibrary::Show(&m_psh);
-    s_beginning = outer;
+    const INT_PTR made = ShowSheet(&m_psh);
     const HWND window = made != 0 && made != -1 ? reinterpret_cast<HWND>(made) : nullptr;
-    const INT_PTR result = window != nullptr && m_hWnd == window ? RunUntilClosed() : -1;
+    if (window == nullptr || FromHandlePermanent(window) == this)
+        return window;
+    ::DestroyWindow(window);
+    return nullptr;
+}
+
+INT_PTR CPropertySheet::DoModal()
+{
+    ModalOwner owner(m_pParentWnd);
+    m_bModeless = false;
+    m_dwStyle = static_cast<DWORD>(-1);
+    m_bModalRunning = TRUE; // from here on, for a page may end the sheet at once
+    const Making making(this);
+    const INT_PTR result = Make(owner.GetHandle()) != nullptr ? RunUntilClosed() : -1;
     m_bModalRunning = FALSE;
-    owner.Release(window);
-    if (window != nullptr)
-        ::DestroyWindow(window);
+    owner.Release(m_hWnd);
+    DestroyWindow();
     return result;
+}
+
+BOOL CPropertySheet::Create(CWnd* pParentWnd, DWORD dwStyle, DWORD dwExStyle)
+{
+    m_bModeless = true;
+    m_dwStyle = dwStyle;
+    m_dwExStyle = dwExStyle;
+    const Making making(this);
+    HWND window;
+    try {
+        window = Make(pParentWnd != nullptr ? pParentWnd->m_hWnd : nullptr);
+    } catch (CException*) {
+        PostNcDestroy();
+        throw;
+    }
+    if (window == nullptr && !making.attached)
+        PostNcDestroy();
+    if (window != nullptr && m_bEnded)
+        ::DestroyWindow(window);
+    else if (window != nullptr)
+        HideButtons();
+    return ::IsWindow(window);
+}
+
+void CPropertySheet::SetStyles()
+{
+    const auto tab = reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL));
+    if (!m_bStacked && tab != nullptr)
+        ::SetWindowLong(tab, GWL_STYLE, ::GetWindowLong(tab, GWL_STYLE) & ~TCS_MULTILINE);
+    if (m_dwStyle == static_cast<DWORD>(-1))
+        return;
+    CRect client;
+    GetClientRect(&client);
+    ::AdjustWindowRectEx(&client, m_dwStyle, FALSE, m_dwExStyle);
+    ::SetWindowLong(m_hWnd, GWL_STYLE, static_cast<LONG>(m_dwStyle & ~static_cast<DWORD>(WS_VISIBLE)));
+    ::SetWindowLong(m_hWnd, GWL_EXSTYLE, static_cast<LONG>(m_dwExStyle));
+    if ((m_dwStyle & WS_CHILD) != 0)
+        ::SetParent(m_hWnd, m_psh.hwndParent);
+    SetWindowPos(nullptr, 0, 0, client.Width(), client.Height(),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
+void CPropertySheet::HideButtons()
+{
+    if ((m_psh.dwFlags & PSH_WIZARD) != 0)
+        return;
+    for (const int id : {IDOK, IDCANCEL, ID_APPLY_NOW, IDHELP}) {
+        const HWND button = ::GetDlgItem(m_hWnd, id);
+        ::ShowWindow(button, SW_HIDE);
+        if (id != IDCANCEL) // which stands for Escape and the system menu
+            ::EnableWindow(button, FALSE);
+    }
+    CRect tab, window, client;
+    ::GetWindowRect(reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL)), &tab);
+    GetWindowRect(&window);
+    GetClientRect(&client);
+    ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<LPPOINT>(&tab), 2);
+    SetWindowPos(nullptr, 0, 0, window.Width(), window.Height() - (client.bottom - tab.bottom - tab.left),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// End -----------------------------------------------------------------------------------------------------------------
+
+bool CPropertySheet::HasEnded() const
+{
+    // A sheet without a loop of its own says by the lack of a page that OK or Cancel have closed it.
+    return m_bEnded || SendMessage(PSM_GETCURRENTPAGEHWND) == 0;
 }
 
 INT_PTR CPropertySheet::RunUntilClosed()
 {
-    // A sheet without a loop of its own says by the lack of a page that OK or Cancel have closed it.
-    while (m_bModalRunning && SendMessage(PSM_GETCURRENTPAGEHWND) != 0) {
+    while (m_bModalRunning && !HasEnded()) {
         MSG message;
         if (!PumpOneMessage(&message)) {
             ::PostQuitMessage(static_cast<int>(message.wParam)); // for the loop that this one runs in
@@ -209,19 +280,54 @@ INT_PTR CPropertySheet::RunUntilClosed()
 
 BOOL CPropertySheet::OnCommand(WPARAM wParam, LPARAM lParam)
 {
-    // Only the newest systems can be asked how a sheet was closed.
-    if (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL)
-        m_nModalResult = LOWORD(wParam);
-    return CWnd::OnCommand(wParam, lParam);
+    const int id = LOWORD(wParam);
+    if (id != IDOK && id != IDCANCEL && id != ID_WIZFINISH)
+        return CWnd::OnCommand(wParam, lParam);
+    m_nModalResult = id; // only the newest systems can be asked how a sheet was closed
+    const HWND window = m_hWnd;
+    if (!CWnd::OnCommand(wParam, lParam))
+        Default();
+    ::PostMessage(window, WM_NULL, 0, 0);
+    return TRUE;
 }
 
 void CPropertySheet::OnClose()
 {
     m_nModalResult = IDCANCEL;
+    const HWND window = m_hWnd;
     Default();
+    ::PostMessage(window, WM_NULL, 0, 0);
 }
 
-void CPropertySheet::EndDialog(int nEndID) { EndModalLoop(nEndID); }
+LRESULT CPropertySheet::OnPressButton(WPARAM wParam, LPARAM)
+{
+    if (wParam == PSBTN_OK)
+        m_nModalResult = IDOK;
+    else if (wParam == PSBTN_FINISH)
+        m_nModalResult = ID_WIZFINISH;
+    else if (wParam == PSBTN_CANCEL)
+        m_nModalResult = IDCANCEL;
+    const HWND window = m_hWnd;
+    const LRESULT result = Default();
+    ::PostMessage(window, WM_NULL, 0, 0);
+    return result;
+}
+
+/// After what may have closed the sheet: wakes the loop of a modal one, ends one without a loop.
+LRESULT CPropertySheet::OnWake(WPARAM, LPARAM)
+{
+    if (m_bModeless && HasEnded())
+        DestroyWindow();
+    return 0;
+}
+
+void CPropertySheet::EndDialog(int nEndID)
+{
+    m_bEnded = true;
+    EndModalLoop(nEndID);
+    if (m_bModeless)
+        PostMessage(WM_NULL);
+}
 
 BOOL CPropertySheet::PreTranslateMessage(MSG* pMsg)
 {

@@ -201,5 +201,7 @@ void CWnd::OnNcDestroy()
     }
     Default();
     UnsubclassWindow();
+    if (m_bModalRunning)
+        EndModalLoop(m_nModalResult); // which nobody else would do now
     PostNcDestroy();
 }

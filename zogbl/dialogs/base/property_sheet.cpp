@@ -85,7 +85,8 @@ BOOL CZoPropertySheet::OnInitDialog()
 
 void CZoPropertySheet::ReloadTexts()
 {
-    WithoutThrowing<CMemoryException>([this] { // without memory the rest stays as it is
+    const HWND tabs = reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL));
+    WithoutThrowing<CMemoryException>([&] { // without memory the rest stays as it is
         if (m_nTitleId != 0)
             SetWindowText(LoadText(m_nTitleId));
         for (int i = 0; i < GetPageCount(); ++i) {
@@ -96,7 +97,7 @@ void CZoPropertySheet::ReloadTexts()
             TCITEMA item = {};
             item.mask = TCIF_TEXT;
             item.pszText = title.GetBuffer(0);
-            ::SendMessageA(TabControl(), TCM_SETITEMA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+            ::SendMessageA(tabs, TCM_SETITEMA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
         }
     });
     ReloadButtons();
@@ -146,6 +147,6 @@ void CZoPropertySheet::PassFocusOn(HWND before)
     else if (page != nullptr)
         next = ::GetNextDlgTabItem(page, nullptr, FALSE);
     if (next == nullptr)
-        next = TabControl();
+        next = reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL));
     SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
 }
