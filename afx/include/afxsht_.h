@@ -51,6 +51,8 @@ protected:
     friend class CPropertySheet;
 
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+    afx_msg void OnClose(); ///< Escape in a field of several lines: the sheet's Cancel
+    DECLARE_MESSAGE_MAP()
 
 private:
     static INT_PTR CALLBACK PageProcedure(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
@@ -97,11 +99,11 @@ public:
     void SetWizardMode() { m_psh.dwFlags |= PSH_WIZARD; }
     /// Before the window is made. FALSE: one row of tabs, which scrolls.
     void EnableStackedTabs(BOOL bStacked) { m_bStacked = bStacked; }
-    /// The buttons of an open wizard, at once, as in OnSetActive. \param dwFlags of PSWIZB_BACK, NEXT, FINISH and
-    /// DISABLEDFINISH
-    void SetWizardButtons(DWORD dwFlags) { SendMessage(PSM_SETWIZBUTTONS, 0, static_cast<LPARAM>(dwFlags)); }
+    /// The buttons of an open wizard, at once, as in OnSetActive; nothing in another sheet. \param dwFlags of
+    /// PSWIZB_BACK, NEXT, FINISH and DISABLEDFINISH
+    void SetWizardButtons(DWORD dwFlags) { TellWizard(PSM_SETWIZBUTTONS, static_cast<LPARAM>(dwFlags)); }
     /// Finish with this text instead of Back and Next.
-    void SetFinishText(LPCSTR lpszText) { SendMessage(PSM_SETFINISHTEXT, 0, reinterpret_cast<LPARAM>(lpszText)); }
+    void SetFinishText(LPCSTR lpszText) { TellWizard(PSM_SETFINISHTEXT, reinterpret_cast<LPARAM>(lpszText)); }
     /// Presses a button, once the message at hand is done. \param nButton one of PSBTN_BACK, NEXT, FINISH, OK,
     /// APPLYNOW, CANCEL
     BOOL PressButton(int nButton) { return PostMessage(PSM_PRESSBUTTON, static_cast<WPARAM>(nButton)); }
@@ -137,6 +139,7 @@ private:
 
     static int CALLBACK SheetProcedure(HWND hWnd, UINT message, LPARAM lParam);
     static CPropertySheet* Of(HWND page);
+    void TellWizard(UINT message, LPARAM lParam) const;
     HWND Make(HWND owner);
     void SetStyles();
     void HideButtons();

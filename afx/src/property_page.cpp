@@ -4,6 +4,10 @@
 
 IMPLEMENT_DYNAMIC(CPropertyPage, CDialog)
 
+BEGIN_MESSAGE_MAP(CPropertyPage, CDialog)
+    ON_WM_CLOSE()
+END_MESSAGE_MAP()
+
 CPropertyPage::CPropertyPage(LPCSTR lpszTemplateName, UINT nIDCaption)
 {
     m_lpszTemplateName = lpszTemplateName;
@@ -102,6 +106,8 @@ void CPropertyPage::AskForFocus()
     if (control != nullptr) // once the system has shown the page, and moved the focus
         ::PostMessage(::GetParent(m_hWnd), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
 }
+
+void CPropertyPage::OnClose() { ::PostMessage(::GetParent(m_hWnd), PSM_PRESSBUTTON, PSBTN_CANCEL, 0); }
 
 BOOL CPropertyPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)
 {

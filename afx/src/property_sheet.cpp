@@ -131,6 +131,13 @@ void CPropertySheet::SetTitle(LPCSTR lpszText, UINT nStyle)
         SendMessage(PSM_SETTITLE, nStyle, reinterpret_cast<LPARAM>(LPCSTR(m_strCaption)));
 }
 
+/// Told so, a sheet with tabs would let Enter press a button that nobody sees.
+void CPropertySheet::TellWizard(UINT message, LPARAM lParam) const
+{
+    if (m_hWnd != nullptr && (m_psh.dwFlags & PSH_WIZARD) != 0)
+        SendMessage(message, 0, lParam);
+}
+
 // Beginning -----------------------------------------------------------------------------------------------------------
 
 /// The sheet whose window is being made.

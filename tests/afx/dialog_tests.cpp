@@ -114,6 +114,133 @@ TEST(CDialog, EndsAsItIsTold)
     EXPECT_TRUE(owner.IsEnabled());
 }
 
+TEST(CDialog, EndsWithItsOwner)
+{
+    Window owner;
+    const DialogDriver driver{[&](HWND) { owner.DestroyWindow(); }};
+    EXPECT_EQ(IDABORT, CDialog(kDialog, &owner).DoModal());
+}
+
+namespace {
+
+/// A modeless dialog that deletes itself.
+class Modeless : public CDialog {
+public:
+    explicit Modeless(std::string& events) : m_events(events) {}
+    BOOL OnInitDialog() override { return m_events += "made ", CDialog::OnInitDialog(); }
+
+protected:
+    void OnOK() override { m_events += "OK ", DestroyWindow(); }
+    void OnCancel() override { m_events += "cancelled ", CDialog::OnCancel(); }
+    void PostNcDestroy() override
+    {
+        m_events += "gone";
+        delete this;
+    }
+
+private:
+    std::string& m_events;
+};
+
+/// A copy of the dialog's template.
+class TemplateMemory {
+public:
+    TemplateMemory()
+    {
+        const HRSRC resource = FindResourceA(nullptr, MAKEINTRESOURCE(kDialog), RT_DIALOG);
+        handle = GlobalAlloc(GMEM_MOVEABLE, SizeofResource(nullptr, resource));
+        std::memcpy(GlobalLock(handle), LockResource(LoadResource(nullptr, resource)),
+                    SizeofResource(nullptr, resource));
+        GlobalUnlock(handle);
+    }
+    ~TemplateMemory()
+    {
+        EXPECT_EQ(0u, GlobalFlags(handle) & GMEM_LOCKCOUNT);
+        GlobalFree(handle);
+    }
+    HGLOBAL handle;
+};
+
+} // namespace
+
+TEST(CDialog, IsModelessAndDeletesItself)
+{
+    Window owner;
+    std::string events;
+    auto* dialog = new Modeless(events);
+    ASSERT_TRUE(dialog->Create(kDialog, &owner));
+    const HWND window = dialog->m_hWnd;
+    EXPECT_EQ(owner.m_hWnd, GetWindow(window, GW_OWNER));
+    EXPECT_TRUE(owner.IsEnabled());
+    dialog->ShowWindow(SW_SHOW);
+    CRect area(10, 10, 60, 22), field = AreaOf(window, kEdit); // of the template
+    dialog->MapDialogRect(&area);
+    MapWindowPoints(nullptr, window, reinterpret_cast<LPPOINT>(&field), 2);
+    EXPECT_TRUE(EqualRect(&area, &field));
+    ::SetFocus(::GetDlgItem(window, kEdit));
+    Key(window, VK_TAB);
+    EXPECT_EQ(IDOK, FocusOf(window));
+    dialog->PrevDlgCtrl();
+    EXPECT_EQ(kEdit, FocusOf(window));
+    dialog->NextDlgCtrl();
+    EXPECT_EQ(IDOK, FocusOf(window));
+    dialog->GotoDlgCtrl(dialog->GetDlgItem(kList));
+    EXPECT_EQ(kList, FocusOf(window));
+    EXPECT_EQ(DWORD{MAKELONG(IDOK, DC_HASDEFID)}, dialog->GetDefID());
+    dialog->SetDefID(IDCANCEL);
+    Key(window, VK_RETURN);
+    EXPECT_EQ("made cancelled ", events);
+    EXPECT_FALSE(IsWindowVisible(window)) << "hidden, and there still";
+    dialog->ShowWindow(SW_SHOW);
+    dialog->SetDefID(IDOK);
+    dialog->GotoDlgCtrl(dialog->GetDlgItem(kEdit));
+    Key(window, VK_RETURN);
+    EXPECT_EQ("made cancelled OK gone", events);
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST(CDialog, IsMadeFromMemoryOrNotAtAll)
+{
+    std::string events;
+    const TemplateMemory memory;
+    struct Indirect : CDialog {
+        BOOL OnInitDialog() override { return EndDialog(5), TRUE; }
+    } dialog;
+    EXPECT_FALSE(dialog.InitModalIndirect(HGLOBAL{}));
+    EXPECT_EQ(-1, dialog.DoModal());
+    EXPECT_TRUE(dialog.InitModalIndirect(memory.handle));
+    EXPECT_EQ(5, dialog.DoModal());
+    Window main;
+    AfxGetThread()->m_pMainWnd = &main;
+    AllocationFaults faults;
+    RunFaultLoop(faults, [&](const FaultRun& run) {
+        for (const bool fromMemory : {false, true}) {
+            events.clear();
+            try {
+                auto* made = new Modeless(events);
+                if (fromMemory ? made->CreateIndirect(memory.handle) : made->Create(kDialog)) {
+                    EXPECT_EQ(main.m_hWnd, GetWindow(made->m_hWnd, GW_OWNER));
+                    EXPECT_TRUE(made->DestroyWindow());
+                }
+                EXPECT_EQ("gone",
+                          events.substr((std::min<size_t>)(events.size(), run.Fired() ? events.find("gone") : 5)));
+            } catch (CMemoryException* e) {
+                e->Delete();
+            }
+        }
+    });
+    AfxGetThread()->m_pMainWnd = nullptr;
+    const std::function<BOOL(CDialog*)> failing[] = {[](CDialog* d) { return d->Create(9999); },
+                                                     [](CDialog* d) { return d->Create("none"); },
+                                                     [](CDialog* d) { return d->CreateIndirect(HGLOBAL{}); },
+                                                     [](CDialog* d) { return d->CreateIndirect(LPCDLGTEMPLATE{}); }};
+    for (const auto& create : failing) {
+        events.clear();
+        EXPECT_FALSE(create(new Modeless(events)));
+        EXPECT_EQ("gone", events);
+    }
+}
+
 TEST(ModalWindows, WithoutParentBelongToThePopupThatWasActiveLast)
 {
     Window main, apart, owned(main.m_hWnd);
@@ -197,6 +324,64 @@ TEST(DataExchange, ReadsAndShowsNumbers)
     ExpectExchange(app, "-1", 7u, "7", "no sign | 48 | 61719");
     ExpectExchange(app, "255", BYTE{255}, "255");
     ExpectExchange(app, "256", BYTE{7}, "7", "0 to 255 | 48 | 61714");
+    ExpectExchange(app, "-32768", short{-32768}, "-32768");
+    ExpectExchange(app, "32768", short{7}, "7", "-32768 to 32767 | 48 | 61714");
+}
+
+TEST(DataExchange, ReadsAndShowsFractions)
+{
+    TellingApp app;
+    ExpectExchange(app, "10.1", 10.1f, "10.1");
+    ExpectExchange(app, " +.25", 0.25, "0.25");
+    ExpectExchange(app, "-1e3", -1000.0, "-1000");
+    ExpectExchange(app, "0.1234567890123456", 0.1234567890123456, "0.123456789012346");
+    for (const char* text : {"", "-", ".", "1.5x", "1,5", "1.2.3", "nan", "-inf", "+-1", "0x10", "1e39"})
+        ExpectExchange(app, text, 7.0f, "7", "number | 48 | 61713");
+    SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, ",");
+    ExpectExchange(app, "10,5", 10.5, "10,5");
+    ExpectExchange(app, "1.000", 7.0, "7", "number | 48 | 61713");
+    SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, ".");
+}
+
+namespace {
+
+template <class NUMBER, class CHECK>
+void ExpectRange(TellingApp& app, CHECK check, NUMBER least, NUMBER most, const std::string& told)
+{
+    for (const auto& [value, saving, refused] :
+         std::initializer_list<std::tuple<NUMBER, BOOL, bool>>{{static_cast<NUMBER>(least - 1), TRUE, true},
+                                                               {least, TRUE, false},
+                                                               {most, TRUE, false},
+                                                               {static_cast<NUMBER>(most + 1), TRUE, true},
+                                                               {static_cast<NUMBER>(most + 1), FALSE, false}}) {
+        CWnd none;
+        CDataExchange context(&none, saving);
+        bool failed = false;
+        app.told.clear();
+        try {
+            check(&context, value, least, most);
+        } catch (CUserException* e) {
+            e->Delete();
+            failed = true;
+        }
+        EXPECT_EQ(refused, failed) << value;
+        EXPECT_EQ(refused ? told : "", app.told);
+    }
+}
+
+} // namespace
+
+TEST(DataExchange, ChecksRanges)
+{
+    TellingApp app;
+    ExpectRange<BYTE>(app, &DDV_MinMaxByte, 1, 5, "1 to 5 | 48 | 61714");
+    ExpectRange<short>(app, &DDV_MinMaxShort, -2, 5, "-2 to 5 | 48 | 61714");
+    ExpectRange<int>(app, &DDV_MinMaxInt, -2, 5, "-2 to 5 | 48 | 61714");
+    ExpectRange<long>(app, &DDV_MinMaxLong, -2, 5, "-2 to 5 | 48 | 61714");
+    ExpectRange<UINT>(app, &DDV_MinMaxUInt, 1, 0x80000000, "1 to 2147483648 | 48 | 61714");
+    ExpectRange<DWORD>(app, &DDV_MinMaxDWord, 1, 0x80000000, "1 to 2147483648 | 48 | 61714");
+    ExpectRange<float>(app, &DDV_MinMaxFloat, 0.5f, 1.5f, "from 0.5 to 1.5 | 48 | 61715");
+    ExpectRange<double>(app, &DDV_MinMaxDouble, -0.5, 1.5, "from -0.5 to 1.5 | 48 | 61715");
 }
 
 TEST(DataExchange, BoundsTexts)
@@ -257,6 +442,76 @@ TEST(DataExchange, MovesChoices)
             EXPECT_TRUE(open.UpdateData());
             EXPECT_EQ(0, radio);
         });
+}
+
+TEST(DataExchange, MovesTextsOfListsAndPositions)
+{
+    using Exchange = void(AFXAPI*)(CDataExchange*, int, CString&);
+    enum { kBox = 1005, kScroll, kSlider };
+    LoadLibraryA("comctl32.dll"); // the slider's
+    CString value;
+    int scroll = 30, slider = 40;
+    const struct {
+        Exchange exchange;
+        int control;
+        LPCSTR value;
+        int row;
+        LPCSTR saved;
+    } cases[] = {
+        {&DDX_LBString, kList, "ALPH", 0, "alphabet"},
+        {&DDX_LBString, kList, "x", -1, ""},
+        {&DDX_LBString, kList, "", -1, ""},
+        {&DDX_LBStringExact, kList, "Alpha", 2, "alpha"},
+        {&DDX_LBStringExact, kList, "alp", -1, ""},
+        {&DDX_CBString, kCombo, "alph", 0, "alphabet"},
+        {&DDX_CBStringExact, kCombo, "alpha", 2, "alpha"},
+        {&DDX_CBStringExact, kCombo, "alp", -1, ""},
+        {&DDX_CBString, kBox, "b", 1, "beta"},
+        {&DDX_CBString, kBox, "typed", -1, "typed"},
+        {&DDX_CBStringExact, kBox, "alpha", 2, "alpha"},
+        {&DDX_CBStringExact, kBox, "alp", -1, "alp"},
+        {&DDX_CBString, kBox, "", -1, ""},
+    };
+    InDialog([](CDataExchange*) {},
+             [&](TestDialog& open) {
+                 const HWND window = open.m_hWnd;
+                 const auto add = [&](LPCSTR name, DWORD style, UINT_PTR id) {
+                     CreateWindowA(name, "", WS_CHILD | style, 0, 0, 50, 50, window, reinterpret_cast<HMENU>(id),
+                                   nullptr, nullptr);
+                 };
+                 add("COMBOBOX", CBS_DROPDOWN, kBox);
+                 add("SCROLLBAR", SBS_HORZ, kScroll);
+                 add("msctls_trackbar32", 0, kSlider);
+                 ::SetScrollRange(::GetDlgItem(window, kScroll), SB_CTL, 0, 100, FALSE);
+                 for (LPCSTR row : {"alphabet", "beta", "alpha"}) {
+                     ::SendDlgItemMessageA(window, kList, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row));
+                     for (const int box : {int{kCombo}, int{kBox}})
+                         ::SendDlgItemMessageA(window, box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row));
+                 }
+                 for (const auto& c : cases) {
+                     SCOPED_TRACE(c.value);
+                     open.exchange = [&](CDataExchange* context) {
+                         c.exchange(context, c.control, value);
+                         DDV_MaxChars(context, value, 9);
+                         DDX_Scroll(context, kScroll, scroll);
+                         DDX_Slider(context, kSlider, slider);
+                     };
+                     value = c.value;
+                     EXPECT_TRUE(open.UpdateData(FALSE));
+                     EXPECT_EQ(c.row, ChosenRow(window, c.control));
+                     value = "before";
+                     EXPECT_TRUE(open.UpdateData());
+                     EXPECT_STREQ(c.saved, value);
+                 }
+                 const HWND field = ::GetWindow(::GetDlgItem(window, kBox), GW_CHILD);
+                 EXPECT_EQ(9, ::SendMessageA(field, EM_GETLIMITTEXT, 0, 0));
+                 EXPECT_EQ(30, ::GetScrollPos(::GetDlgItem(window, kScroll), SB_CTL));
+                 ::SetScrollPos(::GetDlgItem(window, kScroll), SB_CTL, 31, FALSE);
+                 ::SendDlgItemMessageA(window, kSlider, WM_USER + 5, TRUE, 41); // TBM_SETPOS
+                 EXPECT_TRUE(open.UpdateData());
+                 EXPECT_EQ(31, scroll);
+                 EXPECT_EQ(41, slider);
+             });
 }
 
 TEST(DataExchange, IsOneAtATimeAndAmongItself)

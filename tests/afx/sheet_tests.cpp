@@ -20,6 +20,7 @@ public:
     LRESULT next = 0;
     LRESULT sibling = 0;
     bool accepts = true, quits = true;
+    int field = 0; // gets the focus when the page does not accept
 
 protected:
     void DoDataExchange(CDataExchange* context) override { DDX_Text(context, kEdit, text); }
@@ -31,7 +32,13 @@ protected:
         static_cast<CPropertySheet*>(FromHandlePermanent(::GetParent(m_hWnd)))->SetWizardButtons(buttons[m_number]);
         return CPropertyPage::OnSetActive();
     }
-    BOOL OnApply() override { return Note("applied"), accepts && CPropertyPage::OnApply(); }
+    BOOL OnApply() override
+    {
+        Note("applied");
+        if (!accepts && field != 0)
+            ::SetFocus(::GetDlgItem(m_hWnd, field));
+        return accepts && CPropertyPage::OnApply();
+    }
     void OnReset() override { Note("reset"), CPropertyPage::OnReset(); }
     BOOL OnQueryCancel() override { return quits && CPropertyPage::OnQueryCancel(); }
     LRESULT OnWizardNext() override { return next; }
@@ -100,86 +107,206 @@ TEST(CPropertySheet, IsAWizard)
                (IsWindowVisible(GetDlgItem(window, ID_WIZNEXT)) ? " next" : "") +
                (IsWindowVisible(GetDlgItem(window, ID_WIZFINISH)) ? " finish" : "");
     };
-    {
-        const DialogDriver driver{[&](HWND window) {
-            EXPECT_EQ("0 next", shown(window));
-            Type(sheet.page[0].m_hWnd, kEdit, "a");
-            Key(window, VK_RETURN);
-            EXPECT_EQ("1 back next", shown(window));
-            EXPECT_STREQ("a", sheet.page[0].text);
-            sheet.page[1].next = -1;
-            Press(window, ID_WIZNEXT);
-            EXPECT_EQ("1 back next", shown(window)) << "refused";
-            sheet.page[1].next = kFirst;
-            Press(window, ID_WIZNEXT);
-            EXPECT_EQ("0 next", shown(window)) << "another page";
-            sheet.page[0].next = kFirst + 2;
-            Press(window, ID_WIZNEXT);
-            EXPECT_EQ("2 back finish", shown(window));
-            Press(window, ID_WIZBACK);
-            EXPECT_EQ("1 back next", shown(window));
-            sheet.page[1].next = 0;
-            Press(window, ID_WIZNEXT);
-            Type(sheet.page[2].m_hWnd, kEdit, "c");
-            sheet.page[2].accepts = false;
-            Press(window, ID_WIZFINISH);
-            EXPECT_EQ("2 back finish", shown(window)) << "refused";
-            sheet.page[2].accepts = true;
-            sheet.SetFinishText("Do it");
-            EXPECT_EQ("Do it", TextOf(window, ID_WIZFINISH));
-            sheet.Events();
-            Press(window, ID_WIZFINISH);
-        }};
-        EXPECT_EQ(ID_WIZFINISH, sheet.DoModal());
+    const auto pass = [&](HWND window) {
+        EXPECT_EQ("0 next", shown(window));
+        Type(sheet.page[0].m_hWnd, kEdit, "a");
+        Key(window, VK_RETURN);
+        EXPECT_EQ("1 back next", shown(window));
+        EXPECT_STREQ("a", sheet.page[0].text);
+        const struct {
+            int button;
+            LRESULT next;
+            LPCSTR shown;
+        } steps[] = {{ID_WIZNEXT, -1, "1 back next"}, {ID_WIZNEXT, kFirst, "0 next"},
+                     {ID_WIZNEXT, 9999, "0 next"},    {ID_WIZNEXT, kFirst + 2, "2 back finish"},
+                     {ID_WIZBACK, 0, "1 back next"},  {ID_WIZNEXT, 0, "2 back finish"}};
+        for (const auto& step : steps) {
+            for (Page& page : sheet.page)
+                page.next = step.next;
+            Press(window, step.button);
+            EXPECT_EQ(step.shown, shown(window)) << &step - steps;
+        }
+        Type(sheet.page[2].m_hWnd, kEdit, "c");
+        sheet.page[2].accepts = false;
+        Press(window, ID_WIZFINISH);
+        EXPECT_EQ("2 back finish", shown(window)) << "refused";
+        sheet.page[2].accepts = true;
+        sheet.SetFinishText("Do it");
+        EXPECT_EQ("Do it", TextOf(window, ID_WIZFINISH));
+        sheet.Events();
+    };
+    const struct {
+        DialogDriver::Act act;
+        INT_PTR result;
+        LPCSTR events;
+        LPCSTR last;
+    } rows[] = {
+        {Pressing(ID_WIZFINISH), ID_WIZFINISH, "gone0 gone1 gone2 ", "c"},
+        {Pressing(IDCANCEL), IDCANCEL, "reset0 reset1 reset2 gone0 gone1 gone2 ", ""},
+        {[&](HWND) { sheet.PressButton(PSBTN_FINISH); }, ID_WIZFINISH, "gone0 gone1 gone2 ", "c"},
+    };
+    for (const auto& row : rows) {
+        for (Page& page : sheet.page)
+            page.text.Empty();
+        const DialogDriver driver{[&](HWND window) { pass(window), row.act(window); }};
+        EXPECT_EQ(row.result, sheet.DoModal());
+        EXPECT_EQ(row.events, sheet.Events());
+        EXPECT_STREQ(row.last, sheet.page[2].text);
     }
-    EXPECT_STREQ("c", sheet.page[2].text);
-    printf("%s\n", sheet.Events().c_str());
-    const DialogDriver driver{Pressing(IDCANCEL)};
-    EXPECT_EQ(IDCANCEL, sheet.DoModal());
-    printf("%s\n", sheet.Events().c_str());
 }
 
 TEST(CPropertySheet, TakesAndLosesPagesWhileItIsOpen)
 {
     Sheet sheet(2);
-    const DialogDriver driver{[&](HWND window) {
-        EXPECT_EQ("First|Captioned|", TabsOf(window));
+    sheet.EnableStackedTabs(FALSE);
+    const auto expect = [&](LPCSTR tabs, int active, LPCSTR events) {
+        EXPECT_EQ(tabs, TabsOf(sheet.m_hWnd));
+        EXPECT_EQ(active, sheet.GetActiveIndex());
+        EXPECT_EQ(sheet.GetPageIndex(sheet.GetActivePage()), active);
+        EXPECT_EQ(events, sheet.Events());
+    };
+    const DialogDriver driver{[&](HWND) {
+        const auto tab = reinterpret_cast<HWND>(sheet.SendMessage(PSM_GETTABCONTROL));
+        EXPECT_EQ(0, GetWindowLongA(tab, GWL_STYLE) & TCS_MULTILINE);
+        expect("First|Captioned|", 0, "made0 shown0 ");
         sheet.AddPage(&sheet.page[2]);
-        EXPECT_EQ("First|Captioned|Third|", TabsOf(window));
-        printf("%s\n", sheet.Events().c_str());
+        expect("First|Captioned|Third|", 0, "");
         EXPECT_TRUE(sheet.SetActivePage(&sheet.page[2]));
-        EXPECT_EQ(&sheet.page[2], sheet.GetActivePage());
-        printf("%s\n", sheet.Events().c_str());
+        expect("First|Captioned|Third|", 2, "made2 shown2 ");
+        sheet.page[2].text = "kept";
         sheet.RemovePage(2);
-        printf("%s\n", sheet.Events().c_str());
-        EXPECT_EQ(1, sheet.GetActiveIndex());
-        EXPECT_EQ("First|Captioned|", TabsOf(window));
+        expect("First|Captioned|", 1, "made1 shown1 gone2 ");
+        EXPECT_STREQ("kept", sheet.page[2].text) << "nobody asked for its data";
+        EXPECT_FALSE(sheet.SetActivePage(&sheet.page[2]));
+        sheet.RemovePage(&sheet.page[2]);
         sheet.RemovePage(&sheet.page[0]);
-        EXPECT_EQ("Captioned|", TabsOf(window));
-        EXPECT_EQ(0, sheet.GetActiveIndex());
-        EXPECT_EQ(&sheet.page[1], sheet.GetActivePage());
-        printf("%s\n", sheet.Events().c_str());
-        sheet.RemovePage(&sheet.page[1]);
-        printf("%s\n", sheet.Events().c_str());
+        expect("Captioned|", 0, "gone0 ");
+        sheet.RemovePage(0);
     }};
+    EXPECT_EQ(IDCANCEL, sheet.DoModal()) << "without pages";
+    EXPECT_EQ("gone1 ", sheet.Events());
+    EXPECT_EQ(0, sheet.GetPageCount());
+}
+
+TEST(CPropertySheet, ShowsThePageThatRefuses)
+{
+    Sheet sheet(2);
+    const DialogDriver driver{[&](HWND window) {
+        sheet.SetActivePage(1);
+        for (const int field : {0, int{kNote}}) {
+            sheet.SetActivePage(0);
+            sheet.page[1].field = field;
+            sheet.page[1].accepts = false;
+            ::SetFocus(::GetDlgItem(sheet.page[0].m_hWnd, kEdit));
+            Press(window, IDOK);
+            DeliverAll();
+            EXPECT_EQ(&sheet.page[1], sheet.GetActivePage());
+            EXPECT_EQ(sheet.page[1].m_hWnd, PageOf(window));
+            EXPECT_EQ(field == 0 ? kEdit : field, FocusOf(sheet.page[1].m_hWnd));
+        }
+        sheet.page[1].accepts = true;
+        sheet.PressButton(PSBTN_OK);
+    }};
+    EXPECT_EQ(IDOK, sheet.DoModal());
+}
+
+TEST(CPropertySheet, LetsPagesAskEachOtherAndChangesItsTitle)
+{
+    Sheet sheet;
+    CPropertySheet captioned(1722u);
+    captioned.AddPage(&sheet.page[0]);
+    sheet.SetTitle("Before");
+    const DialogDriver driver{[&](HWND window) {
+                                  EXPECT_EQ("Before", TextOf(window));
+                                  sheet.SetTitle("After");
+                                  EXPECT_EQ("After", TextOf(window));
+                                  sheet.SetTitle("After", PSH_PROPTITLE);
+                                  EXPECT_LT(std::strlen("After"), TextOf(window).size());
+                                  sheet.SetActivePage(1);
+                                  sheet.Events();
+                                  EXPECT_EQ(0, sheet.page[0].QuerySiblings(2, 3));
+                                  EXPECT_EQ("asked0 asked1 ", sheet.Events());
+                                  sheet.page[0].sibling = 7;
+                                  EXPECT_EQ(7, sheet.page[1].QuerySiblings(2, 3));
+                                  EXPECT_EQ("asked0 ", sheet.Events());
+                                  EXPECT_EQ(0, sheet.page[2].QuerySiblings(2, 3)) << "without a window";
+                                  Press(window, IDCANCEL);
+                              },
+                              [&](HWND window) {
+                                  EXPECT_EQ("Captioned", TextOf(window));
+                                  captioned.EndDialog(5);
+                              }};
     EXPECT_EQ(IDCANCEL, sheet.DoModal());
-    printf("%s\n", sheet.Events().c_str());
+    EXPECT_EQ(5, captioned.DoModal());
 }
 
 TEST(CPropertySheet, IsModeless)
 {
-    Sheet sheet;
-    EXPECT_TRUE(sheet.Create());
-    EXPECT_TRUE(IsWindowVisible(sheet.m_hWnd));
-    printf("%s\n", sheet.Events().c_str());
-    CRect r;
-    sheet.GetWindowRect(&r);
-    printf("%d x %d\n", r.Width(), r.Height());
+    CWnd owner;
+    ASSERT_TRUE(owner.CreateEx(0, nullptr, "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr, nullptr));
+    Sheet sheet(2);
+    const auto expectEnd = [&](LPCSTR events) {
+        DeliverAll();
+        EXPECT_EQ(nullptr, sheet.m_hWnd);
+        EXPECT_EQ(events, sheet.Events());
+        EXPECT_TRUE(IsWindowEnabled(owner.m_hWnd));
+    };
+    ASSERT_TRUE(sheet.Create(&owner));
+    const HWND window = sheet.m_hWnd;
+    EXPECT_EQ(owner.m_hWnd, GetWindow(window, GW_OWNER));
+    EXPECT_TRUE(IsWindowVisible(window));
+    CRect client;
+    sheet.GetClientRect(&client);
+    ClientToScreen(window, reinterpret_cast<LPPOINT>(&client.right));
+    const CRect tab = AreaOf(reinterpret_cast<HWND>(sheet.SendMessage(PSM_GETTABCONTROL)));
+    EXPECT_EQ(client.right - tab.right, client.bottom - tab.bottom) << "no room is left for buttons";
+    ::SetFocus(::GetDlgItem(sheet.page[0].m_hWnd, kEdit));
+    Key(window, VK_RETURN);
     DeliverAll();
-    Key(sheet.m_hWnd, VK_TAB, kControl);
+    EXPECT_TRUE(IsWindow(window)) << "OK is not there";
+    Key(window, VK_TAB, kControl);
     EXPECT_EQ(1, sheet.GetActiveIndex());
-    Key(sheet.m_hWnd, VK_ESCAPE);
+    sheet.page[1].quits = false;
+    Key(window, VK_ESCAPE);
     DeliverAll();
-    EXPECT_EQ(nullptr, sheet.m_hWnd);
-    printf("%s\n", sheet.Events().c_str());
+    EXPECT_TRUE(IsWindow(window)) << "refused";
+    sheet.page[1].quits = true;
+    sheet.Events();
+    Key(window, VK_ESCAPE);
+    expectEnd("reset0 reset1 gone0 gone1 ");
+
+    ASSERT_TRUE(sheet.Create(&owner, WS_CHILD | WS_VISIBLE, WS_EX_CONTROLPARENT));
+    EXPECT_EQ(owner.m_hWnd, GetAncestor(sheet.m_hWnd, GA_PARENT));
+    sheet.EndDialog(1);
+    expectEnd("made0 shown0 gone0 ");
+}
+
+TEST(CPropertySheet, IsThereOrIsGoneWithoutMemory)
+{
+    struct Deleted : CPropertySheet {
+        explicit Deleted(int& count) : CPropertySheet("Sheet"), gone(count) {}
+        void PostNcDestroy() override
+        {
+            ++gone;
+            delete this;
+        }
+        int& gone;
+    };
+    std::string events;
+    Page page(0, events);
+    AllocationFaults memory;
+    RunFaultLoop(memory, [&](const FaultRun& run) {
+        int gone = 0, made = 0;
+        try {
+            auto sheet = std::make_unique<Deleted>(gone);
+            sheet->AddPage(&page);
+            ++made;
+            Deleted* const itsOwn = sheet.release();
+            if (itsOwn->Create())
+                itsOwn->DestroyWindow();
+        } catch (CMemoryException* e) {
+            e->Delete();
+        }
+        EXPECT_EQ(made, gone) << run.number;
+    });
 }
