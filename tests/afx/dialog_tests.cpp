@@ -1,6 +1,8 @@
 // Dialogs and message boxes, and the exchange of a dialog's data.
 #include "support/test.h"
 
+#include <commctrl.h>
+
 namespace {
 
 constexpr UINT kDialog = 4001; // of host.rc
@@ -127,38 +129,14 @@ namespace {
 class Modeless : public CDialog {
 public:
     explicit Modeless(std::string& events) : m_events(events) {}
-    BOOL OnInitDialog() override { return m_events += "made ", CDialog::OnInitDialog(); }
 
 protected:
     void OnOK() override { m_events += "OK ", DestroyWindow(); }
     void OnCancel() override { m_events += "cancelled ", CDialog::OnCancel(); }
-    void PostNcDestroy() override
-    {
-        m_events += "gone";
-        delete this;
-    }
+    void PostNcDestroy() override { m_events += "gone", delete this; }
 
 private:
     std::string& m_events;
-};
-
-/// A copy of the dialog's template.
-class TemplateMemory {
-public:
-    TemplateMemory()
-    {
-        const HRSRC resource = FindResourceA(nullptr, MAKEINTRESOURCE(kDialog), RT_DIALOG);
-        handle = GlobalAlloc(GMEM_MOVEABLE, SizeofResource(nullptr, resource));
-        std::memcpy(GlobalLock(handle), LockResource(LoadResource(nullptr, resource)),
-                    SizeofResource(nullptr, resource));
-        GlobalUnlock(handle);
-    }
-    ~TemplateMemory()
-    {
-        EXPECT_EQ(0u, GlobalFlags(handle) & GMEM_LOCKCOUNT);
-        GlobalFree(handle);
-    }
-    HGLOBAL handle;
 };
 
 } // namespace
@@ -177,68 +155,64 @@ TEST(CDialog, IsModelessAndDeletesItself)
     dialog->MapDialogRect(&area);
     MapWindowPoints(nullptr, window, reinterpret_cast<LPPOINT>(&field), 2);
     EXPECT_TRUE(EqualRect(&area, &field));
-    ::SetFocus(::GetDlgItem(window, kEdit));
-    Key(window, VK_TAB);
-    EXPECT_EQ(IDOK, FocusOf(window));
-    dialog->PrevDlgCtrl();
-    EXPECT_EQ(kEdit, FocusOf(window));
-    dialog->NextDlgCtrl();
-    EXPECT_EQ(IDOK, FocusOf(window));
-    dialog->GotoDlgCtrl(dialog->GetDlgItem(kList));
-    EXPECT_EQ(kList, FocusOf(window));
+    const struct {
+        std::function<void()> go;
+        int control;
+    } ways[] = {{[&] { dialog->GotoDlgCtrl(dialog->GetDlgItem(kEdit)); }, kEdit},
+                {[&] { Key(window, VK_TAB); }, IDOK},
+                {[&] { dialog->PrevDlgCtrl(); }, kEdit},
+                {[&] { dialog->NextDlgCtrl(); }, IDOK}};
+    for (const auto& way : ways) {
+        way.go();
+        EXPECT_EQ(way.control, FocusOf(window)) << &way - ways;
+    }
     EXPECT_EQ(DWORD{MAKELONG(IDOK, DC_HASDEFID)}, dialog->GetDefID());
-    dialog->SetDefID(IDCANCEL);
-    Key(window, VK_RETURN);
-    EXPECT_EQ("made cancelled ", events);
-    EXPECT_FALSE(IsWindowVisible(window)) << "hidden, and there still";
-    dialog->ShowWindow(SW_SHOW);
-    dialog->SetDefID(IDOK);
-    dialog->GotoDlgCtrl(dialog->GetDlgItem(kEdit));
-    Key(window, VK_RETURN);
-    EXPECT_EQ("made cancelled OK gone", events);
-    EXPECT_FALSE(IsWindow(window));
+    for (const UINT button : {IDCANCEL, IDOK}) {
+        dialog->ShowWindow(SW_SHOW);
+        dialog->GotoDlgCtrl(dialog->GetDlgItem(kEdit));
+        dialog->SetDefID(button);
+        Key(window, VK_RETURN);
+        EXPECT_FALSE(IsWindowVisible(window));
+        EXPECT_EQ(button == IDCANCEL, IsWindow(window) != FALSE);
+    }
+    EXPECT_EQ("cancelled OK gone", events);
 }
 
 TEST(CDialog, IsMadeFromMemoryOrNotAtAll)
 {
-    std::string events;
-    const TemplateMemory memory;
+    const HRSRC resource = FindResourceA(nullptr, MAKEINTRESOURCE(kDialog), RT_DIALOG);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, SizeofResource(nullptr, resource));
+    std::memcpy(GlobalLock(memory), LockResource(LoadResource(nullptr, resource)), GlobalSize(memory));
+    GlobalUnlock(memory);
     struct Indirect : CDialog {
         BOOL OnInitDialog() override { return EndDialog(5), TRUE; }
     } dialog;
     EXPECT_FALSE(dialog.InitModalIndirect(HGLOBAL{}));
     EXPECT_EQ(-1, dialog.DoModal());
-    EXPECT_TRUE(dialog.InitModalIndirect(memory.handle));
+    EXPECT_TRUE(dialog.InitModalIndirect(memory));
     EXPECT_EQ(5, dialog.DoModal());
     Window main;
     AfxGetThread()->m_pMainWnd = &main;
-    AllocationFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
-        for (const bool fromMemory : {false, true}) {
-            events.clear();
-            try {
-                auto* made = new Modeless(events);
-                if (fromMemory ? made->CreateIndirect(memory.handle) : made->Create(kDialog)) {
-                    EXPECT_EQ(main.m_hWnd, GetWindow(made->m_hWnd, GW_OWNER));
-                    EXPECT_TRUE(made->DestroyWindow());
-                }
-                EXPECT_EQ("gone",
-                          events.substr((std::min<size_t>)(events.size(), run.Fired() ? events.find("gone") : 5)));
-            } catch (CMemoryException* e) {
-                e->Delete();
-            }
+    const struct {
+        std::function<BOOL(CDialog*)> create;
+        bool made;
+    } ways[] = {{[&](CDialog* d) { return d->CreateIndirect(memory); }, true},
+                {[](CDialog* d) { return d->Create("none"); }, false},
+                {[](CDialog* d) { return d->CreateIndirect(HGLOBAL{}); }, false},
+                {[](CDialog* d) { return d->CreateIndirect(LPCDLGTEMPLATE{}); }, false}};
+    for (const auto& way : ways) {
+        std::string events;
+        auto* made = new Modeless(events);
+        EXPECT_EQ(way.made, way.create(made) != FALSE);
+        EXPECT_EQ(way.made ? "" : "gone", events);
+        if (way.made) {
+            EXPECT_EQ(main.m_hWnd, GetWindow(made->m_hWnd, GW_OWNER));
+            made->DestroyWindow();
         }
-    });
-    AfxGetThread()->m_pMainWnd = nullptr;
-    const std::function<BOOL(CDialog*)> failing[] = {[](CDialog* d) { return d->Create(9999); },
-                                                     [](CDialog* d) { return d->Create("none"); },
-                                                     [](CDialog* d) { return d->CreateIndirect(HGLOBAL{}); },
-                                                     [](CDialog* d) { return d->CreateIndirect(LPCDLGTEMPLATE{}); }};
-    for (const auto& create : failing) {
-        events.clear();
-        EXPECT_FALSE(create(new Modeless(events)));
-        EXPECT_EQ("gone", events);
     }
+    AfxGetThread()->m_pMainWnd = nullptr;
+    EXPECT_EQ(0u, GlobalFlags(memory) & GMEM_LOCKCOUNT);
+    GlobalFree(memory);
 }
 
 TEST(ModalWindows, WithoutParentBelongToThePopupThatWasActiveLast)
@@ -343,45 +317,31 @@ TEST(DataExchange, ReadsAndShowsFractions)
     SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, ".");
 }
 
-namespace {
-
-template <class NUMBER, class CHECK>
-void ExpectRange(TellingApp& app, CHECK check, NUMBER least, NUMBER most, const std::string& told)
-{
-    for (const auto& [value, saving, refused] :
-         std::initializer_list<std::tuple<NUMBER, BOOL, bool>>{{static_cast<NUMBER>(least - 1), TRUE, true},
-                                                               {least, TRUE, false},
-                                                               {most, TRUE, false},
-                                                               {static_cast<NUMBER>(most + 1), TRUE, true},
-                                                               {static_cast<NUMBER>(most + 1), FALSE, false}}) {
-        CWnd none;
-        CDataExchange context(&none, saving);
-        bool failed = false;
-        app.told.clear();
-        try {
-            check(&context, value, least, most);
-        } catch (CUserException* e) {
-            e->Delete();
-            failed = true;
-        }
-        EXPECT_EQ(refused, failed) << value;
-        EXPECT_EQ(refused ? told : "", app.told);
-    }
-}
-
-} // namespace
-
 TEST(DataExchange, ChecksRanges)
 {
     TellingApp app;
-    ExpectRange<BYTE>(app, &DDV_MinMaxByte, 1, 5, "1 to 5 | 48 | 61714");
-    ExpectRange<short>(app, &DDV_MinMaxShort, -2, 5, "-2 to 5 | 48 | 61714");
-    ExpectRange<int>(app, &DDV_MinMaxInt, -2, 5, "-2 to 5 | 48 | 61714");
-    ExpectRange<long>(app, &DDV_MinMaxLong, -2, 5, "-2 to 5 | 48 | 61714");
-    ExpectRange<UINT>(app, &DDV_MinMaxUInt, 1, 0x80000000, "1 to 2147483648 | 48 | 61714");
-    ExpectRange<DWORD>(app, &DDV_MinMaxDWord, 1, 0x80000000, "1 to 2147483648 | 48 | 61714");
-    ExpectRange<float>(app, &DDV_MinMaxFloat, 0.5f, 1.5f, "from 0.5 to 1.5 | 48 | 61715");
-    ExpectRange<double>(app, &DDV_MinMaxDouble, -0.5, 1.5, "from -0.5 to 1.5 | 48 | 61715");
+    CWnd none;
+    CDataExchange saving(&none, TRUE), loading(&none, FALSE);
+    const auto told = [&](auto check, auto value, auto least, auto most) {
+        app.told.clear();
+        check(&loading, value, least, most);
+        EXPECT_EQ("", app.told);
+        try {
+            check(&saving, value, least, most);
+        } catch (CUserException* e) {
+            e->Delete();
+        }
+        return app.told;
+    };
+    EXPECT_EQ("1 to 5 | 48 | 61714", told(&DDV_MinMaxByte, BYTE{6}, BYTE{1}, BYTE{5}));
+    EXPECT_EQ("-2 to 5 | 48 | 61714", told(&DDV_MinMaxShort, short{6}, short{-2}, short{5}));
+    EXPECT_EQ("-2 to 5 | 48 | 61714", told(&DDV_MinMaxInt, -3, -2, 5));
+    EXPECT_EQ("", told(&DDV_MinMaxInt, -2, -2, 5) + told(&DDV_MinMaxInt, 5, -2, 5));
+    EXPECT_EQ("-2 to 5 | 48 | 61714", told(&DDV_MinMaxLong, 6l, -2l, 5l));
+    EXPECT_EQ("1 to 2147483648 | 48 | 61714", told(&DDV_MinMaxUInt, 0x80000001u, 1u, 0x80000000u));
+    EXPECT_EQ("1 to 2147483648 | 48 | 61714", told(&DDV_MinMaxDWord, 0ul, 1ul, 0x80000000ul));
+    EXPECT_EQ("from 0.5 to 1.5 | 48 | 61715", told(&DDV_MinMaxFloat, 1.6f, 0.5f, 1.5f));
+    EXPECT_EQ("from -0.5 to 1.5 | 48 | 61715", told(&DDV_MinMaxDouble, -0.6, -0.5, 1.5));
 }
 
 TEST(DataExchange, BoundsTexts)
@@ -447,10 +407,7 @@ TEST(DataExchange, MovesChoices)
 TEST(DataExchange, MovesTextsOfListsAndPositions)
 {
     using Exchange = void(AFXAPI*)(CDataExchange*, int, CString&);
-    enum { kBox = 1005, kScroll, kSlider };
-    LoadLibraryA("comctl32.dll"); // the slider's
-    CString value;
-    int scroll = 30, slider = 40;
+    enum : UINT_PTR { kBox = 1005, kScroll, kSlider };
     const struct {
         Exchange exchange;
         int control;
@@ -458,60 +415,49 @@ TEST(DataExchange, MovesTextsOfListsAndPositions)
         int row;
         LPCSTR saved;
     } cases[] = {
-        {&DDX_LBString, kList, "ALPH", 0, "alphabet"},
-        {&DDX_LBString, kList, "x", -1, ""},
-        {&DDX_LBString, kList, "", -1, ""},
-        {&DDX_LBStringExact, kList, "Alpha", 2, "alpha"},
-        {&DDX_LBStringExact, kList, "alp", -1, ""},
-        {&DDX_CBString, kCombo, "alph", 0, "alphabet"},
-        {&DDX_CBStringExact, kCombo, "alpha", 2, "alpha"},
-        {&DDX_CBStringExact, kCombo, "alp", -1, ""},
-        {&DDX_CBString, kBox, "b", 1, "beta"},
-        {&DDX_CBString, kBox, "typed", -1, "typed"},
-        {&DDX_CBStringExact, kBox, "alpha", 2, "alpha"},
-        {&DDX_CBStringExact, kBox, "alp", -1, "alp"},
-        {&DDX_CBString, kBox, "", -1, ""},
+        {&DDX_LBString, kList, "ALPH", 0, "alphabet"},    {&DDX_LBString, kList, "", -1, ""},
+        {&DDX_LBStringExact, kList, "Alpha", 2, "alpha"}, {&DDX_LBStringExact, kList, "alp", -1, ""},
+        {&DDX_CBString, kCombo, "alph", 0, "alphabet"},   {&DDX_CBStringExact, kCombo, "alp", -1, ""},
+        {&DDX_CBString, kBox, "typed", -1, "typed"},      {&DDX_CBStringExact, kBox, "alpha", 2, "alpha"},
     };
-    InDialog([](CDataExchange*) {},
-             [&](TestDialog& open) {
-                 const HWND window = open.m_hWnd;
-                 const auto add = [&](LPCSTR name, DWORD style, UINT_PTR id) {
-                     CreateWindowA(name, "", WS_CHILD | style, 0, 0, 50, 50, window, reinterpret_cast<HMENU>(id),
-                                   nullptr, nullptr);
-                 };
-                 add("COMBOBOX", CBS_DROPDOWN, kBox);
-                 add("SCROLLBAR", SBS_HORZ, kScroll);
-                 add("msctls_trackbar32", 0, kSlider);
-                 ::SetScrollRange(::GetDlgItem(window, kScroll), SB_CTL, 0, 100, FALSE);
-                 for (LPCSTR row : {"alphabet", "beta", "alpha"}) {
-                     ::SendDlgItemMessageA(window, kList, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row));
-                     for (const int box : {int{kCombo}, int{kBox}})
-                         ::SendDlgItemMessageA(window, box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row));
-                 }
-                 for (const auto& c : cases) {
-                     SCOPED_TRACE(c.value);
-                     open.exchange = [&](CDataExchange* context) {
-                         c.exchange(context, c.control, value);
-                         DDV_MaxChars(context, value, 9);
-                         DDX_Scroll(context, kScroll, scroll);
-                         DDX_Slider(context, kSlider, slider);
-                     };
-                     value = c.value;
-                     EXPECT_TRUE(open.UpdateData(FALSE));
-                     EXPECT_EQ(c.row, ChosenRow(window, c.control));
-                     value = "before";
-                     EXPECT_TRUE(open.UpdateData());
-                     EXPECT_STREQ(c.saved, value);
-                 }
-                 const HWND field = ::GetWindow(::GetDlgItem(window, kBox), GW_CHILD);
-                 EXPECT_EQ(9, ::SendMessageA(field, EM_GETLIMITTEXT, 0, 0));
-                 EXPECT_EQ(30, ::GetScrollPos(::GetDlgItem(window, kScroll), SB_CTL));
-                 ::SetScrollPos(::GetDlgItem(window, kScroll), SB_CTL, 31, FALSE);
-                 ::SendDlgItemMessageA(window, kSlider, WM_USER + 5, TRUE, 41); // TBM_SETPOS
-                 EXPECT_TRUE(open.UpdateData());
-                 EXPECT_EQ(31, scroll);
-                 EXPECT_EQ(41, slider);
-             });
+    LoadLibraryA("comctl32.dll"); // the slider's
+    CString value;
+    int scroll = 30, slider = 40;
+    const auto act = [&](TestDialog& open) {
+        const HWND window = open.m_hWnd;
+        const auto tell = [&](UINT_PTR control, UINT message, WPARAM wParam, const void* lParam = nullptr) {
+            return ::SendDlgItemMessageA(window, static_cast<int>(control), message, wParam,
+                                         reinterpret_cast<LPARAM>(lParam));
+        };
+        for (const auto& [name, id] :
+             {std::pair("COMBOBOX", kBox), {"SCROLLBAR", kScroll}, {"msctls_trackbar32", kSlider}})
+            CreateWindowA(name, "", WS_CHILD | CBS_DROPDOWN, 0, 0, 50, 50, window, reinterpret_cast<HMENU>(id), nullptr,
+                          nullptr);
+        ::SetScrollRange(::GetDlgItem(window, kScroll), SB_CTL, 0, 100, FALSE);
+        for (LPCSTR row : {"alphabet", "beta", "alpha"})
+            tell(kList, LB_ADDSTRING, 0, row), tell(kCombo, CB_ADDSTRING, 0, row), tell(kBox, CB_ADDSTRING, 0, row);
+        for (const auto& c : cases) {
+            open.exchange = [&](CDataExchange* context) {
+                c.exchange(context, c.control, value);
+                DDV_MaxChars(context, value, 9);
+                DDX_Scroll(context, kScroll, scroll);
+                DDX_Slider(context, kSlider, slider);
+            };
+            value = c.value;
+            EXPECT_TRUE(open.UpdateData(FALSE));
+            EXPECT_EQ(c.row, ChosenRow(window, c.control)) << c.value;
+            value = "before";
+            EXPECT_TRUE(open.UpdateData());
+            EXPECT_STREQ(c.saved, value);
+        }
+        EXPECT_EQ(9, ::SendMessageA(::GetWindow(::GetDlgItem(window, kBox), GW_CHILD), EM_GETLIMITTEXT, 0, 0));
+        EXPECT_EQ(30, tell(kScroll, SBM_SETPOS, 31));
+        EXPECT_EQ(40, tell(kSlider, TBM_GETPOS, 0));
+        tell(kSlider, TBM_SETPOS, TRUE, reinterpret_cast<void*>(41));
+        EXPECT_TRUE(open.UpdateData());
+        EXPECT_EQ("31 41", std::to_string(scroll) + ' ' + std::to_string(slider));
+    };
+    InDialog([](CDataExchange*) {}, act);
 }
 
 TEST(DataExchange, IsOneAtATimeAndAmongItself)
