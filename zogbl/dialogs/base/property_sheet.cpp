@@ -85,8 +85,7 @@ BOOL CZoPropertySheet::OnInitDialog()
 
 void CZoPropertySheet::ReloadTexts()
 {
-    const HWND tabs = reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL));
-    WithoutThrowing<CMemoryException>([&] { // without memory the rest stays as it is
+    WithoutThrowing<CMemoryException>([this] { // without memory the rest stays as it is
         if (m_nTitleId != 0)
             SetWindowText(LoadText(m_nTitleId));
         for (int i = 0; i < GetPageCount(); ++i) {
@@ -97,7 +96,7 @@ void CZoPropertySheet::ReloadTexts()
             TCITEMA item = {};
             item.mask = TCIF_TEXT;
             item.pszText = title.GetBuffer(0);
-            ::SendMessageA(tabs, TCM_SETITEMA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+            ::SendMessageA(TabControl(), TCM_SETITEMA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
         }
     });
     ReloadButtons();
@@ -147,6 +146,6 @@ void CZoPropertySheet::PassFocusOn(HWND before)
     else if (page != nullptr)
         next = ::GetNextDlgTabItem(page, nullptr, FALSE);
     if (next == nullptr)
-        next = reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL));
+        next = TabControl();
     SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
 }

@@ -65,6 +65,7 @@ protected:
     /// Sets title, tabs, buttons and the texts of all pages again. An override that renews texts set at run time calls
     /// this first.
     virtual void ReloadTexts();
+    HWND TabControl() const { return reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL)); }
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
