@@ -34,8 +34,7 @@ struct TemplateResource {
 class LockedTemplate {
 public:
     explicit LockedTemplate(HGLOBAL memory)
-        : m_memory(memory),
-          m_template(memory != nullptr ? static_cast<LPCDLGTEMPLATE>(::GlobalLock(memory)) : nullptr)
+        : m_memory(memory), m_template(memory != nullptr ? static_cast<LPCDLGTEMPLATE>(::GlobalLock(memory)) : nullptr)
     {
     }
     ~LockedTemplate()

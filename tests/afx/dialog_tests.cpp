@@ -155,17 +155,13 @@ TEST(CDialog, IsModelessAndDeletesItself)
     dialog->MapDialogRect(&area);
     MapWindowPoints(nullptr, window, reinterpret_cast<LPPOINT>(&field), 2);
     EXPECT_TRUE(EqualRect(&area, &field));
-    const struct {
-        std::function<void()> go;
-        int control;
-    } ways[] = {{[&] { dialog->GotoDlgCtrl(dialog->GetDlgItem(kEdit)); }, kEdit},
-                {[&] { Key(window, VK_TAB); }, IDOK},
-                {[&] { dialog->PrevDlgCtrl(); }, kEdit},
-                {[&] { dialog->NextDlgCtrl(); }, IDOK}};
-    for (const auto& way : ways) {
-        way.go();
-        EXPECT_EQ(way.control, FocusOf(window)) << &way - ways;
-    }
+    dialog->GotoDlgCtrl(dialog->GetDlgItem(kEdit));
+    Key(window, VK_TAB);
+    EXPECT_EQ(IDOK, FocusOf(window));
+    dialog->PrevDlgCtrl();
+    EXPECT_EQ(kEdit, FocusOf(window));
+    dialog->NextDlgCtrl();
+    EXPECT_EQ(IDOK, FocusOf(window));
     EXPECT_EQ(DWORD{MAKELONG(IDOK, DC_HASDEFID)}, dialog->GetDefID());
     for (const UINT button : {IDCANCEL, IDOK}) {
         dialog->ShowWindow(SW_SHOW);
@@ -193,23 +189,15 @@ TEST(CDialog, IsMadeFromMemoryOrNotAtAll)
     EXPECT_EQ(5, dialog.DoModal());
     Window main;
     AfxGetThread()->m_pMainWnd = &main;
-    const struct {
-        std::function<BOOL(CDialog*)> create;
-        bool made;
-    } ways[] = {{[&](CDialog* d) { return d->CreateIndirect(memory); }, true},
-                {[](CDialog* d) { return d->Create("none"); }, false},
-                {[](CDialog* d) { return d->CreateIndirect(HGLOBAL{}); }, false},
-                {[](CDialog* d) { return d->CreateIndirect(LPCDLGTEMPLATE{}); }, false}};
-    for (const auto& way : ways) {
-        std::string events;
-        auto* made = new Modeless(events);
-        EXPECT_EQ(way.made, way.create(made) != FALSE);
-        EXPECT_EQ(way.made ? "" : "gone", events);
-        if (way.made) {
-            EXPECT_EQ(main.m_hWnd, GetWindow(made->m_hWnd, GW_OWNER));
-            made->DestroyWindow();
-        }
-    }
+    std::string events;
+    auto* made = new Modeless(events);
+    EXPECT_TRUE(made->CreateIndirect(memory));
+    EXPECT_EQ(main.m_hWnd, GetWindow(made->m_hWnd, GW_OWNER));
+    made->DestroyWindow();
+    EXPECT_FALSE((new Modeless(events))->Create("none"));
+    EXPECT_FALSE((new Modeless(events))->CreateIndirect(HGLOBAL{}));
+    EXPECT_FALSE((new Modeless(events))->CreateIndirect(LPCDLGTEMPLATE{}));
+    EXPECT_EQ("gonegonegonegone", events);
     AfxGetThread()->m_pMainWnd = nullptr;
     EXPECT_EQ(0u, GlobalFlags(memory) & GMEM_LOCKCOUNT);
     GlobalFree(memory);
@@ -321,13 +309,11 @@ TEST(DataExchange, ChecksRanges)
 {
     TellingApp app;
     CWnd none;
-    CDataExchange saving(&none, TRUE), loading(&none, FALSE);
-    const auto told = [&](auto check, auto value, auto least, auto most) {
+    const auto told = [&](auto check, auto value, auto least, auto most, BOOL saving = TRUE) {
+        CDataExchange context(&none, saving);
         app.told.clear();
-        check(&loading, value, least, most);
-        EXPECT_EQ("", app.told);
         try {
-            check(&saving, value, least, most);
+            check(&context, value, least, most);
         } catch (CUserException* e) {
             e->Delete();
         }
@@ -336,7 +322,8 @@ TEST(DataExchange, ChecksRanges)
     EXPECT_EQ("1 to 5 | 48 | 61714", told(&DDV_MinMaxByte, BYTE{6}, BYTE{1}, BYTE{5}));
     EXPECT_EQ("-2 to 5 | 48 | 61714", told(&DDV_MinMaxShort, short{6}, short{-2}, short{5}));
     EXPECT_EQ("-2 to 5 | 48 | 61714", told(&DDV_MinMaxInt, -3, -2, 5));
-    EXPECT_EQ("", told(&DDV_MinMaxInt, -2, -2, 5) + told(&DDV_MinMaxInt, 5, -2, 5));
+    EXPECT_EQ("",
+              told(&DDV_MinMaxInt, -2, -2, 5) + told(&DDV_MinMaxInt, 5, -2, 5) + told(&DDV_MinMaxInt, 6, 0, 5, FALSE));
     EXPECT_EQ("-2 to 5 | 48 | 61714", told(&DDV_MinMaxLong, 6l, -2l, 5l));
     EXPECT_EQ("1 to 2147483648 | 48 | 61714", told(&DDV_MinMaxUInt, 0x80000001u, 1u, 0x80000000u));
     EXPECT_EQ("1 to 2147483648 | 48 | 61714", told(&DDV_MinMaxDWord, 0ul, 1ul, 0x80000000ul));
@@ -408,13 +395,7 @@ TEST(DataExchange, MovesTextsOfListsAndPositions)
 {
     using Exchange = void(AFXAPI*)(CDataExchange*, int, CString&);
     enum : UINT_PTR { kBox = 1005, kScroll, kSlider };
-    const struct {
-        Exchange exchange;
-        int control;
-        LPCSTR value;
-        int row;
-        LPCSTR saved;
-    } cases[] = {
+    const std::tuple<Exchange, int, LPCSTR, int, LPCSTR> cases[] = {
         {&DDX_LBString, kList, "ALPH", 0, "alphabet"},    {&DDX_LBString, kList, "", -1, ""},
         {&DDX_LBStringExact, kList, "Alpha", 2, "alpha"}, {&DDX_LBStringExact, kList, "alp", -1, ""},
         {&DDX_CBString, kCombo, "alph", 0, "alphabet"},   {&DDX_CBStringExact, kCombo, "alp", -1, ""},
@@ -425,35 +406,32 @@ TEST(DataExchange, MovesTextsOfListsAndPositions)
     int scroll = 30, slider = 40;
     const auto act = [&](TestDialog& open) {
         const HWND window = open.m_hWnd;
-        const auto tell = [&](UINT_PTR control, UINT message, WPARAM wParam, const void* lParam = nullptr) {
-            return ::SendDlgItemMessageA(window, static_cast<int>(control), message, wParam,
-                                         reinterpret_cast<LPARAM>(lParam));
-        };
         for (const auto& [name, id] :
              {std::pair("COMBOBOX", kBox), {"SCROLLBAR", kScroll}, {"msctls_trackbar32", kSlider}})
-            CreateWindowA(name, "", WS_CHILD | CBS_DROPDOWN, 0, 0, 50, 50, window, reinterpret_cast<HMENU>(id), nullptr,
-                          nullptr);
+            CreateWindowA(name, "", WS_CHILD | CBS_DROPDOWN, 0, 0, 50, 50, window, HMENU(id), nullptr, nullptr);
         ::SetScrollRange(::GetDlgItem(window, kScroll), SB_CTL, 0, 100, FALSE);
-        for (LPCSTR row : {"alphabet", "beta", "alpha"})
-            tell(kList, LB_ADDSTRING, 0, row), tell(kCombo, CB_ADDSTRING, 0, row), tell(kBox, CB_ADDSTRING, 0, row);
-        for (const auto& c : cases) {
-            open.exchange = [&](CDataExchange* context) {
-                c.exchange(context, c.control, value);
+        for (LPCSTR row : {"alphabet", "beta", "alpha"}) {
+            ::SendDlgItemMessageA(window, kList, LB_ADDSTRING, 0, LPARAM(row));
+            for (const int box : {int{kCombo}, int{kBox}})
+                ::SendDlgItemMessageA(window, box, CB_ADDSTRING, 0, LPARAM(row));
+        }
+        for (const auto& [exchange, control, before, row, after] : cases) {
+            open.exchange = [&, exchange = exchange, control = control](CDataExchange* context) {
+                exchange(context, control, value);
                 DDV_MaxChars(context, value, 9);
                 DDX_Scroll(context, kScroll, scroll);
                 DDX_Slider(context, kSlider, slider);
             };
-            value = c.value;
+            value = before;
             EXPECT_TRUE(open.UpdateData(FALSE));
-            EXPECT_EQ(c.row, ChosenRow(window, c.control)) << c.value;
-            value = "before";
+            EXPECT_EQ(row, ChosenRow(window, control)) << before;
             EXPECT_TRUE(open.UpdateData());
-            EXPECT_STREQ(c.saved, value);
+            EXPECT_STREQ(after, value);
         }
         EXPECT_EQ(9, ::SendMessageA(::GetWindow(::GetDlgItem(window, kBox), GW_CHILD), EM_GETLIMITTEXT, 0, 0));
-        EXPECT_EQ(30, tell(kScroll, SBM_SETPOS, 31));
-        EXPECT_EQ(40, tell(kSlider, TBM_GETPOS, 0));
-        tell(kSlider, TBM_SETPOS, TRUE, reinterpret_cast<void*>(41));
+        EXPECT_EQ(30, ::SendDlgItemMessageA(window, kScroll, SBM_SETPOS, 31, 0));
+        ::SendDlgItemMessageA(window, kSlider, TBM_SETPOS, TRUE,
+                              ::SendDlgItemMessageA(window, kSlider, TBM_GETPOS, 0, 0) + 1);
         EXPECT_TRUE(open.UpdateData());
         EXPECT_EQ("31 41", std::to_string(scroll) + ' ' + std::to_string(slider));
     };

@@ -35,9 +35,12 @@ protected:
     BOOL OnQueryCancel() override { return accepts && CPropertyPage::OnQueryCancel(); }
     LRESULT OnWizardNext() override { return next; }
     BOOL OnWizardFinish() override { return accepts && CPropertyPage::OnWizardFinish(); }
-    afx_msg LRESULT OnQuery(WPARAM wParam, LPARAM lParam) { return Note("asked"), sibling * (wParam + lParam == 5); }
     void PostNcDestroy() override { Note("gone"); }
-    DECLARE_MESSAGE_MAP()
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        return message == PSM_QUERYSIBLINGS     ? Note("asked"),
+               sibling * (wParam + lParam == 5) : CPropertyPage::WindowProc(message, wParam, lParam);
+    }
 
 private:
     void Note(LPCSTR event) { m_events += ' ' + (event + std::to_string(m_number)); }
@@ -46,10 +49,6 @@ private:
     std::string& m_events;
 };
 
-BEGIN_MESSAGE_MAP(Page, CPropertyPage)
-    ON_MESSAGE(PSM_QUERYSIBLINGS, OnQuery)
-END_MESSAGE_MAP()
-
 struct Sheet : CPropertySheet {
     explicit Sheet(int pages) : CPropertySheet("Sheet")
     {
@@ -57,7 +56,6 @@ struct Sheet : CPropertySheet {
             AddPage(&page[i]);
     }
     bool Shows(int control) const { return ::IsWindowVisible(::GetDlgItem(m_hWnd, control)); }
-    HWND Field(int number) const { return ::GetDlgItem(page[number].m_hWnd, kEdit); }
     HWND Tabs() const { return reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL)); }
     /// The page shown, the tabs or the buttons that can be used, and what has happened since the last time.
     std::string State()
@@ -90,37 +88,30 @@ TEST(CPropertySheet, IsAWizard)
 {
     Sheet sheet(3);
     sheet.SetWizardMode();
-    const struct {
-        int button;
-        LRESULT next;
-        LPCSTR state;
-    } steps[] = {{ID_WIZNEXT, -1, "0>"},
-                 {ID_WIZNEXT, 9999, "0>"},
-                 {ID_WIZNEXT, 0, "1<> made1 shown1"},
-                 {ID_WIZNEXT, kFirst, "0> shown0"},
-                 {ID_WIZNEXT, kFirst + 2, "2<! made2 shown2"},
-                 {ID_WIZBACK, 0, "1<> shown1"},
-                 {ID_WIZNEXT, 0, "2<! shown2"}};
+    const std::tuple<int, LRESULT, LPCSTR> steps[] = {{ID_WIZNEXT, -1, "0>"},
+                                                      {ID_WIZNEXT, 9999, "0>"},
+                                                      {ID_WIZNEXT, 0, "1<> made1 shown1"},
+                                                      {ID_WIZNEXT, kFirst, "0> shown0"},
+                                                      {ID_WIZNEXT, kFirst + 2, "2<! made2 shown2"},
+                                                      {ID_WIZBACK, 0, "1<> shown1"},
+                                                      {ID_WIZNEXT, 0, "2<! shown2"}};
     const std::string gone = " gone0 gone1 gone2", reset = " reset0 reset1 reset2";
-    const struct {
-        DialogDriver::Act act;
-        INT_PTR result;
-        std::string events, last;
-    } ends[] = {{Pressing(ID_WIZFINISH), ID_WIZFINISH, gone, "b"},
-                {Pressing(IDCANCEL), IDCANCEL, reset + gone, ""},
-                {[&](HWND) { sheet.PressButton(PSBTN_FINISH); }, ID_WIZFINISH, gone, "b"},
-                {[&](HWND) { sheet.page[2].SendMessage(WM_CLOSE); }, IDCANCEL, reset + gone, ""}};
-    for (const auto& end : ends) {
+    const std::tuple<DialogDriver::Act, INT_PTR, std::string, LPCSTR> ends[] = {
+        {Pressing(ID_WIZFINISH), ID_WIZFINISH, gone, "b"},
+        {Pressing(IDCANCEL), IDCANCEL, reset + gone, ""},
+        {[&](HWND) { sheet.PressButton(PSBTN_FINISH); }, ID_WIZFINISH, gone, "b"},
+        {[&](HWND) { sheet.page[2].SendMessage(WM_CLOSE); }, IDCANCEL, reset + gone, ""}};
+    for (const auto& [act, result, events, last] : ends) {
         for (Page& page : sheet.page)
             page.text.Empty(), page.next = 0;
-        const DialogDriver driver{[&](HWND window) {
+        const DialogDriver driver{[&, &act = act](HWND window) {
             EXPECT_EQ("0> made0 shown0", sheet.State());
             Type(sheet.page[0].m_hWnd, kEdit, "a");
-            for (const auto& step : steps) {
+            for (const auto& [button, next, state] : steps) {
                 for (Page& page : sheet.page)
-                    page.next = step.next;
-                Press(window, step.button);
-                EXPECT_EQ(step.state, sheet.State()) << &step - steps;
+                    page.next = next;
+                Press(window, button);
+                EXPECT_EQ(state, sheet.State());
             }
             EXPECT_STREQ("a", sheet.page[0].text);
             Type(sheet.page[2].m_hWnd, kEdit, "b");
@@ -130,11 +121,11 @@ TEST(CPropertySheet, IsAWizard)
             sheet.page[2].accepts = true;
             sheet.SetFinishText("Do it");
             EXPECT_EQ("Do it", TextOf(window, ID_WIZFINISH));
-            end.act(window);
+            act(window);
         }};
-        EXPECT_EQ(end.result, sheet.DoModal());
-        EXPECT_EQ("-1" + end.events, sheet.State());
-        EXPECT_STREQ(end.last.c_str(), sheet.page[2].text);
+        EXPECT_EQ(result, sheet.DoModal());
+        EXPECT_EQ("-1" + events, sheet.State());
+        EXPECT_STREQ(last, sheet.page[2].text);
     }
 }
 
@@ -142,20 +133,18 @@ TEST(CPropertySheet, TakesAndLosesPagesWhileItIsOpen)
 {
     Sheet sheet(2);
     sheet.EnableStackedTabs(FALSE);
-    const struct {
-        std::function<void()> act;
-        LPCSTR state;
-    } steps[] = {{[] {}, "0|First|Captioned made0 shown0"},
-                 {[&] { sheet.AddPage(&sheet.page[2]); }, "0|First|Captioned|Third"},
-                 {[&] { sheet.SetActivePage(&sheet.page[2]); }, "2|First|Captioned|Third made2 shown2"},
-                 {[&] { sheet.page[2].text = "kept", sheet.RemovePage(2); }, "1|First|Captioned made1 shown1 gone2"},
-                 {[&] { sheet.SetActivePage(&sheet.page[2]), sheet.RemovePage(&sheet.page[2]); }, "1|First|Captioned"},
-                 {[&] { sheet.RemovePage(&sheet.page[0]); }, "0|Captioned gone0"}};
+    const std::pair<std::function<void()>, LPCSTR> steps[] = {
+        {[] {}, "0|First|Captioned made0 shown0"},
+        {[&] { sheet.AddPage(&sheet.page[2]); }, "0|First|Captioned|Third"},
+        {[&] { sheet.SetActivePage(&sheet.page[2]); }, "2|First|Captioned|Third made2 shown2"},
+        {[&] { sheet.page[2].text = "kept", sheet.RemovePage(2); }, "1|First|Captioned made1 shown1 gone2"},
+        {[&] { sheet.SetActivePage(&sheet.page[2]), sheet.RemovePage(&sheet.page[2]); }, "1|First|Captioned"},
+        {[&] { sheet.RemovePage(&sheet.page[0]); }, "0|Captioned gone0"}};
     const DialogDriver driver{[&](HWND) {
         EXPECT_EQ(0, GetWindowLongA(sheet.Tabs(), GWL_STYLE) & TCS_MULTILINE);
-        for (const auto& step : steps) {
-            step.act();
-            EXPECT_EQ(step.state, sheet.State());
+        for (const auto& [act, state] : steps) {
+            act();
+            EXPECT_EQ(state, sheet.State());
         }
         EXPECT_STREQ("kept", sheet.page[2].text) << "nobody asked for its data";
         sheet.RemovePage(0);
@@ -168,16 +157,15 @@ TEST(CPropertySheet, ShowsThePageThatRefuses)
 {
     Sheet sheet(2);
     const DialogDriver driver{[&](HWND window) {
-        sheet.SetActivePage(1);
-        for (const int field : {0, int{kNote}}) {
-            sheet.SetActivePage(0);
+        for (const int field : {0, int{kEdit}, int{kNote}}) {
+            sheet.SetActivePage(field == 0);
             sheet.page[1].field = field;
             sheet.page[1].accepts = false;
-            ::SetFocus(sheet.Field(0));
+            ::SetFocus(::GetDlgItem(sheet.page[0].m_hWnd, kNote));
             Press(window, IDOK);
             DeliverAll();
             EXPECT_EQ(sheet.page[1].m_hWnd, PageOf(window));
-            EXPECT_EQ(field == 0 ? kEdit : field, FocusOf(sheet.page[1].m_hWnd));
+            EXPECT_EQ(field == kNote ? kNote : kEdit, FocusOf(sheet.page[1].m_hWnd));
         }
         sheet.page[1].accepts = true;
         sheet.PressButton(PSBTN_OK);
@@ -185,32 +173,36 @@ TEST(CPropertySheet, ShowsThePageThatRefuses)
     EXPECT_EQ(IDOK, sheet.DoModal());
 }
 
-TEST(CPropertySheet, LetsPagesAskEachOtherAndChangesItsTitle)
+TEST(CPropertySheet, LetsPagesAskEachOtherAndHasATitle)
 {
     Sheet sheet(3);
-    CPropertySheet captioned(1722u);
-    captioned.AddPage(&sheet.page[0]);
+    CPropertySheet other(1722u);
+    const HMODULE module = LoadLibraryExA("afx_test_first.DLL", nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    CPropertyPage page(4014u); // the module's
+    other.AddPage(&page);
     sheet.SetTitle("Before");
-    const auto act = [&](HWND window) {
-        EXPECT_EQ("Before", TextOf(window));
-        sheet.SetTitle("After", PSH_PROPTITLE);
-        EXPECT_LT(std::strlen("After"), TextOf(window).size());
-        sheet.SetActivePage(1);
-        sheet.State();
-        for (const LRESULT answer : {0, 7}) {
-            sheet.page[0].sibling = answer;
-            EXPECT_EQ(answer, sheet.page[1].QuerySiblings(2, 3));
-        }
-        EXPECT_EQ("1|First|Captioned|Third asked0 asked1 asked0", sheet.State());
-        EXPECT_EQ(0, sheet.page[2].QuerySiblings(2, 3)) << "without a window";
-        sheet.EndDialog(5);
-    };
-    const DialogDriver driver{act, [](HWND window) {
+    const DialogDriver driver{[&](HWND window) {
+                                  EXPECT_EQ("Before", TextOf(window));
+                                  sheet.SetTitle("After", PSH_PROPTITLE);
+                                  EXPECT_LT(std::strlen("After"), TextOf(window).size());
+                                  sheet.SetActivePage(1);
+                                  for (const LRESULT answer : {0, 7}) {
+                                      sheet.page[0].sibling = answer;
+                                      EXPECT_EQ(answer, sheet.page[1].QuerySiblings(2, 3));
+                                  }
+                                  EXPECT_EQ(0, sheet.page[2].QuerySiblings(2, 3)) << "without a window";
+                                  sheet.EndDialog(5);
+                              },
+                              [&](HWND window) {
                                   EXPECT_EQ("Captioned", TextOf(window));
                                   Press(window, IDCANCEL);
                               }};
     EXPECT_EQ(5, sheet.DoModal());
-    EXPECT_EQ(IDCANCEL, captioned.DoModal());
+    EXPECT_EQ("-1 made0 shown0 made1 shown1 asked0 asked1 asked0 gone0 gone1", sheet.State());
+    AfxSetResourceHandle(module);
+    EXPECT_EQ(IDCANCEL, other.DoModal());
+    AfxSetResourceHandle(AfxGetInstanceHandle());
+    FreeLibrary(module);
 }
 
 TEST(CPropertySheet, IsModeless)
@@ -227,45 +219,29 @@ TEST(CPropertySheet, IsModeless)
     ClientToScreen(window, reinterpret_cast<LPPOINT>(&client.right));
     const CRect tab = AreaOf(sheet.Tabs());
     EXPECT_EQ(client.right - tab.right, client.bottom - tab.bottom) << "no room is left for buttons";
-    const struct {
-        UINT key;
-        int modifiers;
-        bool accepts;
-        LPCSTR state;
-    } keys[] = {{VK_RETURN, 0, true, "0|First|Captioned made0 shown0"},
-                {VK_TAB, kControl, true, "1|First|Captioned made1 shown1"},
-                {VK_ESCAPE, 0, false, "1|First|Captioned"},
-                {VK_ESCAPE, 0, true, "-1 reset0 reset1 gone0 gone1"}};
-    ::SetFocus(sheet.Field(0));
-    for (const auto& key : keys) {
-        sheet.page[1].accepts = key.accepts;
-        Key(window, key.key, key.modifiers);
+    const std::tuple<UINT, int, bool, LPCSTR> keys[] = {{VK_RETURN, 0, true, "0|First|Captioned made0 shown0"},
+                                                        {VK_TAB, kControl, true, "1|First|Captioned made1 shown1"},
+                                                        {VK_ESCAPE, 0, false, "1|First|Captioned"},
+                                                        {VK_ESCAPE, 0, true, "-1 reset0 reset1 gone0 gone1"}};
+    ::SetFocus(::GetDlgItem(sheet.page[0].m_hWnd, kEdit));
+    for (const auto& [key, modifiers, accepts, state] : keys) {
+        sheet.page[1].accepts = accepts;
+        Key(window, key, modifiers);
         DeliverAll();
-        EXPECT_EQ(key.state, sheet.State()) << key.key;
+        EXPECT_EQ(state, sheet.State()) << key;
     }
-    ASSERT_TRUE(sheet.Create(&owner, WS_CHILD | WS_VISIBLE, WS_EX_CONTROLPARENT));
-    EXPECT_EQ(owner.m_hWnd, GetAncestor(sheet.m_hWnd, GA_PARENT));
-    sheet.EndDialog(1);
-    DeliverAll();
-    EXPECT_EQ("-1 made0 shown0 gone0", sheet.State());
-}
-
-TEST(CPropertySheet, IsThereOrIsGoneWithoutMemory)
-{
+    const std::function<void()> ends[] = {[&] { sheet.EndDialog(1); },
+                                          [&] { sheet.RemovePage(1), sheet.RemovePage(0); }};
+    for (const auto& end : ends) {
+        ASSERT_TRUE(sheet.Create(&owner, WS_CHILD | WS_VISIBLE, WS_EX_CONTROLPARENT));
+        EXPECT_EQ(owner.m_hWnd, GetAncestor(sheet.m_hWnd, GA_PARENT));
+        end();
+        DeliverAll();
+        EXPECT_EQ("-1 made0 shown0 gone0", sheet.State());
+    }
     struct Deleted : CPropertySheet {
         using CPropertySheet::CPropertySheet;
         void PostNcDestroy() override { delete this; }
     };
-    CPropertyPage page(kFirst);
-    AllocationFaults memory;
-    RunFaultLoop(memory, [&](const FaultRun&) {
-        try {
-            auto sheet = std::make_unique<Deleted>("Sheet");
-            sheet->AddPage(&page);
-            if (CPropertySheet* const itsOwn = sheet.release(); itsOwn->Create())
-                itsOwn->DestroyWindow();
-        } catch (CMemoryException* e) {
-            e->Delete();
-        }
-    });
+    ZO_EXPECT_NO_LEAK(EXPECT_FALSE((new Deleted("without pages"))->Create()));
 }
