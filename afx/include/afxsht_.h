@@ -62,7 +62,6 @@ private:
 
     CString m_strCaption;
     bool m_bShownBefore = false;
-    bool m_bRemoved = false; // leaves the sheet
 };
 
 /// A window of pages, with OK, Cancel and Apply, or a wizard, with Back, Next or Finish, and Cancel. Its window is one

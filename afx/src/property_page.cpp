@@ -119,7 +119,7 @@ BOOL CPropertyPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)
         *pResult = OnSetActive() ? 0 : -1;
         break;
     case static_cast<UINT>(PSN_KILLACTIVE):
-        *pResult = !m_bRemoved && !OnKillActive();
+        *pResult = !OnKillActive();
         break;
     case static_cast<UINT>(PSN_APPLY):
         *pResult = OnApply() ? PSNRET_NOERROR : PSNRET_INVALID;

@@ -3,6 +3,8 @@
 #include "system_function.h"
 #include "thread_state.h"
 
+#include <iterator>
+
 IMPLEMENT_DYNAMIC(CPropertySheet, CWnd)
 
 BEGIN_MESSAGE_MAP(CPropertySheet, CWnd)
@@ -65,10 +67,7 @@ void CPropertySheet::RemovePage(int nPage)
     if (nPage < 0 || nPage >= GetPageCount())
         return;
     if (m_hWnd != nullptr) {
-        CPropertyPage* page = GetPage(nPage);
-        page->m_bRemoved = true; // nobody asks for its data
         SendMessage(PSM_REMOVEPAGE, static_cast<WPARAM>(nPage));
-        page->m_bRemoved = false;
         PostMessage(WM_NULL);
     }
     m_pages.RemoveAt(nPage);
@@ -164,18 +163,13 @@ void CPropertySheet::OnClose()
     ::PostMessage(window, WM_NULL, 0, 0);
 }
 
+/// What is pressed so goes the way of what is clicked.
 LRESULT CPropertySheet::OnPressButton(WPARAM wParam, LPARAM)
 {
-    if (wParam == PSBTN_OK)
-        m_nModalResult = IDOK;
-    else if (wParam == PSBTN_FINISH)
-        m_nModalResult = ID_WIZFINISH;
-    else if (wParam == PSBTN_CANCEL)
-        m_nModalResult = IDCANCEL;
-    const HWND window = m_hWnd;
-    const LRESULT result = Default();
-    ::PostMessage(window, WM_NULL, 0, 0);
-    return result;
+    constexpr int kButtons[] = {ID_WIZBACK, ID_WIZNEXT, ID_WIZFINISH, IDOK, ID_APPLY_NOW, IDCANCEL, IDHELP};
+    if (wParam < std::size(kButtons))
+        SendMessage(WM_COMMAND, static_cast<WPARAM>(kButtons[wParam]));
+    return 0;
 }
 
 /// After what may have closed the sheet: wakes the loop of a modal one, ends one without a loop.
