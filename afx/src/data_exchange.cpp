@@ -110,30 +110,41 @@ bool SelectText(HWND control, const CString& text, UINT find, UINT select)
     return index >= 0;
 }
 
+/// The text of the selected item, by the messages of the control's kind; empty if there is none.
+CString SelectedText(HWND control, UINT getSelection, UINT getLength, UINT getText)
+{
+    CString text;
+    const LRESULT index = ::SendMessage(control, getSelection, 0, 0);
+    const LRESULT length = ::SendMessage(control, getLength, static_cast<WPARAM>(index), 0);
+    if (index < 0 || length <= 0)
+        return text;
+    ::SendMessage(control, getText, static_cast<WPARAM>(index),
+                  reinterpret_cast<LPARAM>(text.GetBuffer(static_cast<int>(length))));
+    text.ReleaseBuffer();
+    return text;
+}
+
 void ExchangeListText(CDataExchange* exchange, int id, CString& value, UINT find)
 {
     const HWND list = exchange->PrepareCtrl(id);
-    if (!exchange->m_bSaveAndValidate) {
+    if (exchange->m_bSaveAndValidate)
+        value = SelectedText(list, LB_GETCURSEL, LB_GETTEXTLEN, LB_GETTEXT);
+    else
         SelectText(list, value, find, LB_SETCURSEL);
-        return;
-    }
-    const LRESULT index = ::SendMessage(list, LB_GETCURSEL, 0, 0);
-    const LRESULT length = ::SendMessage(list, LB_GETTEXTLEN, static_cast<WPARAM>(index), 0);
-    value.Empty();
-    if (index < 0 || length <= 0)
-        return;
-    LPSTR buffer = value.GetBuffer(static_cast<int>(length));
-    ::SendMessage(list, LB_GETTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(buffer));
-    value.ReleaseBuffer();
 }
 
 void ExchangeBoxText(CDataExchange* exchange, int id, CString& value, UINT find)
 {
     const HWND box = exchange->PrepareCtrl(id);
-    if (exchange->m_bSaveAndValidate)
+    const bool hasField = (::GetWindowLong(box, GWL_STYLE) & CBS_DROPDOWNLIST) != CBS_DROPDOWNLIST;
+    if (!exchange->m_bSaveAndValidate) {
+        if (!SelectText(box, value, find, CB_SETCURSEL))
+            ::SetWindowText(box, value);
+    } else if (hasField) {
         CWnd::FromHandle(box)->GetWindowText(value);
-    else if (!SelectText(box, value, find, CB_SETCURSEL))
-        ::SetWindowText(box, value);
+    } else { // the oldest systems have no text for it
+        value = SelectedText(box, CB_GETCURSEL, CB_GETLBTEXTLEN, CB_GETLBTEXT);
+    }
 }
 
 } // namespace

@@ -426,7 +426,7 @@ TEST(DataExchange, MovesTextsOfListsAndPositions)
             EXPECT_TRUE(open.UpdateData(FALSE));
             EXPECT_EQ(row, ChosenRow(window, control)) << before;
             EXPECT_TRUE(open.UpdateData());
-            EXPECT_STREQ(after, value);
+            EXPECT_STREQ(after, value) << control;
         }
         EXPECT_EQ(9, ::SendMessageA(::GetWindow(::GetDlgItem(window, kBox), GW_CHILD), EM_GETLIMITTEXT, 0, 0));
         EXPECT_EQ(30, ::SendDlgItemMessageA(window, kScroll, SBM_SETPOS, 31, 0));

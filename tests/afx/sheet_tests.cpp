@@ -185,7 +185,7 @@ TEST(CPropertySheet, LetsPagesAskEachOtherAndHasATitle)
     const DialogDriver driver{[&](HWND window) {
                                   EXPECT_EQ("Before", TextOf(window));
                                   sheet.SetTitle("After", PSH_PROPTITLE);
-                                  EXPECT_LT(0u, TextOf(window).find("After")) << "behind the system's words";
+                                  EXPECT_LT(std::strlen("After"), TextOf(window).size()) << "with the system's words";
                                   EXPECT_NE(std::string::npos, TextOf(window).find("After"));
                                   sheet.SetActivePage(1);
                                   for (const LRESULT answer : {0, 7}) {
