@@ -6,6 +6,7 @@
 #include <afxcoll.h>
 #include <afxres.h>
 
+class CBitmap;
 class CDataExchange;
 class CDC;
 class CDocTemplate;
@@ -17,6 +18,7 @@ class CWinApp;
 class CWinThread;
 class CWnd;
 struct CCreateContext;
+struct CPrintInfo;
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Module state
@@ -87,6 +89,7 @@ AFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM 
 #include <afxapp_.h>  // threads, the application
 #include <afxcmd_.h>  // command targets
 #include <afxctl_.h>  // controls
+#include <afxdc_.h>   // device contexts
 #include <afxdd_.h>   // the exchange of a dialog's data
 #include <afxdlg_.h>  // dialogs
 #include <afxdoc_.h>  // documents, views

@@ -18,22 +18,39 @@ public:
         OBJECT* object = nullptr;
         return m_permanent.Lookup(handle, object) ? object : nullptr;
     }
-    void SetPermanent(HANDLE handle, OBJECT* object) { m_permanent.SetAt(handle, object); }
+    void SetPermanent(HANDLE handle, OBJECT* object)
+    {
+        try {
+            m_permanent.SetAt(handle, object);
+        } catch (CMemoryException*) {
+            FreeIfEmpty();
+            throw;
+        }
+    }
     /// Takes \p object out again, unless another one has taken its place meanwhile.
     void RemovePermanent(HANDLE handle, const OBJECT* object)
     {
         if (FindPermanent(handle) == object)
             m_permanent.RemoveKey(handle);
+        FreeIfEmpty();
     }
 
     /// \param make \code OBJECT* make(HANDLE) \endcode makes a temporary object with the handle in it; null: there is
     /// none for such a handle
+    /// \param fits \code bool fits(const OBJECT*) \endcode whether an object can stand for what the handle is now: one
+    /// that cannot is passed over, and so is one that has let go of the handle
     /// \return the permanent object of \p handle, else its temporary one; null for a null handle
-    template <class MAKE> OBJECT* FromHandle(HANDLE handle, MAKE make)
+    template <class MAKE, class FITS> OBJECT* FromHandle(HANDLE handle, MAKE make, FITS fits)
     {
+        const auto stands = [&](const OBJECT* object) { return object->*MEMBER == handle && fits(object); };
         OBJECT* object = nullptr;
-        if (handle == nullptr || m_permanent.Lookup(handle, object) || m_temporary.Lookup(handle, object))
+        if (handle == nullptr || (m_permanent.Lookup(handle, object) && stands(object)))
             return object;
+        if (m_temporary.Lookup(handle, object)) {
+            if (stands(object))
+                return object;
+            ForgetTemporary(handle);
+        }
         object = make(handle);
         if (object == nullptr)
             return nullptr;
@@ -44,6 +61,10 @@ public:
             throw;
         }
         return object;
+    }
+    template <class MAKE> OBJECT* FromHandle(HANDLE handle, MAKE make)
+    {
+        return FromHandle(handle, make, [](const OBJECT*) { return true; });
     }
     /// Deletes the temporary object of a handle that has come to stand for something else.
     void ForgetTemporary(HANDLE handle)
@@ -66,6 +87,11 @@ public:
     }
 
 private:
+    void FreeIfEmpty()
+    {
+        if (m_permanent.IsEmpty())
+            m_permanent.RemoveAll(); // gives its memory back
+    }
     static void Delete(OBJECT* temporary)
     {
         temporary->*MEMBER = nullptr; // it must not destroy what it does not own

@@ -170,7 +170,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID)
         delete static_cast<ThreadState*>(TlsGetValue(g_threadSlot));
         TlsSetValue(g_threadSlot, nullptr);
         if (reason == DLL_PROCESS_DETACH)
-            TlsFree(g_threadSlot);
+            TlsFree(std::exchange(g_threadSlot, TLS_OUT_OF_INDEXES)); // static objects may end later
         return TRUE;
     default:
         return TRUE;

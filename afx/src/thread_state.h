@@ -2,7 +2,7 @@
 /// What the framework keeps for each thread: windows belong to the thread that made them.
 #pragma once
 
-#include <afxwin.h>
+#include <afxcmn.h>
 
 #include "handle_map.h"
 
@@ -14,13 +14,17 @@ struct ThreadState {
     AfxWindowHook* windowHook = nullptr; ///< waits for the next window to be created
     HandleMap<CWnd, HWND, &CWnd::m_hWnd> windows;
     HandleMap<CMenu, HMENU, &CMenu::m_hMenu> menus;
-    HandleMap<CDC, HDC, &CDC::m_hDC> contexts;
+    HandleMap<CGdiObject, HGDIOBJ, &CGdiObject::m_hObject> gdiObjects;
+    HandleMap<CDC, HDC, &CDC::m_hDC> deviceContexts;
+    HandleMap<CImageList, HIMAGELIST, &CImageList::m_hImageList> imageLists;
 
     void DeleteTemporary() ///< in all maps
     {
         windows.DeleteTemporary();
         menus.DeleteTemporary();
-        contexts.DeleteTemporary();
+        gdiObjects.DeleteTemporary();
+        deviceContexts.DeleteTemporary();
+        imageLists.DeleteTemporary();
     }
 };
 

@@ -111,7 +111,7 @@ void CountryPage::OnPaint()
     CPaintDC dc(this);
     CRect rows;
     m_list.GetClientRect(&rows);
-    const HGDIOBJ oldFont = dc.SelectObject(ControlFont());
+    const HGDIOBJ oldFont = ::SelectObject(dc, ControlFont());
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(::GetSysColor(COLOR_BTNTEXT));
     const auto draw = [&](UINT id, UINT alignment) {
@@ -121,7 +121,7 @@ void CountryPage::OnPaint()
     };
     draw(ZO_IDS_COLUMN_COUNTRY, DT_LEFT);
     draw(ZO_IDS_COLUMN_CODE, DT_RIGHT);
-    dc.SelectObject(oldFont);
+    ::SelectObject(dc, oldFont);
 }
 
 void CountryPage::OnSetFocus(CWnd*) { m_list.SetFocus(); }

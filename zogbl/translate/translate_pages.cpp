@@ -94,7 +94,9 @@ BOOL CGblIotTable::OnInitDialog()
 {
     const LPCSTR name = MAKEINTRESOURCEA(ZO_IDB_TRANSLATE_MARKER);
     m_marker.DeleteObject(); // of the sheet's window before
-    m_marker.Attach(::LoadBitmapA(ZoGblFindResourceModule(name, RT_BITMAP), name));
+    const HBITMAP loaded = ::LoadBitmapA(ZoGblFindResourceModule(name, RT_BITMAP), name);
+    if (!WithoutThrowing([&] { m_marker.Attach(loaded); }))
+        ::DeleteObject(loaded); // without it rows have no mark
     BITMAP marker = {};
     m_marker.GetObject(sizeof marker, &marker);
     m_markerSize = CSize(static_cast<int>(marker.bmWidth / 2), static_cast<int>(marker.bmHeight));

@@ -39,13 +39,15 @@ class WindowFontDC : public CDC {
 public:
     explicit WindowFontDC(HWND window) : m_window(window)
     {
-        Attach(::GetDC(window));
-        m_before = SelectObject(reinterpret_cast<HFONT>(::SendMessageA(window, WM_GETFONT, 0, 0)));
+        SetOutputDC(::GetDC(window)); // not attached, which wants memory
+        SetAttribDC(m_hDC);
+        m_before = ::SelectObject(m_hDC, reinterpret_cast<HFONT>(::SendMessageA(window, WM_GETFONT, 0, 0)));
     }
     ~WindowFontDC() override
     {
-        SelectObject(m_before);
-        ::ReleaseDC(m_window, Detach());
+        ::SelectObject(m_hDC, m_before);
+        ::ReleaseDC(m_window, m_hDC);
+        ReleaseOutputDC();
     }
     WindowFontDC(const WindowFontDC&) = delete;
     WindowFontDC& operator=(const WindowFontDC&) = delete;
