@@ -95,6 +95,13 @@ public:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
 
     virtual void OnInitialUpdate() { OnUpdate(nullptr, 0, nullptr); }
+    /// Before each OnDraw, with null, and before each page: sets the context up. The override calls this function first
+    /// and then says by pInfo->m_bContinuePrinting whether there is such a page: this one ends a document whose length
+    /// is not known after a page.
+    virtual void OnPrepareDC(CDC* pDC, CPrintInfo* pInfo = nullptr);
+    /// To be called by OnPreparePrinting: lets the user choose a printer, or for a preview and for direct printing takes
+    /// the default one. \return FALSE if nothing can be or is to be printed; the user knows why
+    BOOL DoPreparePrinting(CPrintInfo* pInfo);
 
 protected:
     friend class CDocument;
@@ -104,13 +111,28 @@ protected:
     virtual void OnUpdate(CView* pSender, LPARAM lHint, CObject* pHint);
     virtual void OnDraw(CDC* pDC) = 0;
     virtual void OnActivateView(BOOL bActivate, CView* pActivateView, CView* pDeactiveView);
+    /// To print, override it: set what is known of the pages and call DoPreparePrinting. \return FALSE: nothing is
+    virtual BOOL OnPreparePrinting(CPrintInfo* pInfo);
+    virtual void OnBeginPrinting(CDC* pDC, CPrintInfo* pInfo); ///< makes what all pages want
+    virtual void OnPrint(CDC* pDC, CPrintInfo* pInfo);         ///< one page; here by OnDraw
+    virtual void OnEndPrinting(CDC* pDC, CPrintInfo* pInfo);   ///< once OnBeginPrinting has returned, in any case
     void PostNcDestroy() override;
     afx_msg int OnCreate(CREATESTRUCT* lpCreateStruct);
     afx_msg void OnDestroy();
     afx_msg void OnPaint();
+    /// For ID_FILE_PRINT and ID_FILE_PRINT_DIRECT, in the map of a view that prints. Meanwhile the user is kept from the
+    /// window, and messages are dispatched. A job can be stopped by an abort procedure that OnBeginPrinting sets, and
+    /// ends with the thread. If it fails it is abandoned, and the user is told.
+    afx_msg void OnFilePrint();
     DECLARE_MESSAGE_MAP()
 
     CDocument* m_pDocument = nullptr;
+
+private:
+    // Each returns ERROR_SUCCESS or why it failed.
+    DWORD PrintJob(CDC& dc, CPrintInfo& info);
+    DWORD PrintDocument(CDC& dc, CPrintInfo& info);
+    DWORD PrintPage(CDC& dc, CPrintInfo& info);
 };
 
 /// Which classes make up a type of documents, and what it is called. Its resource number names a string of up to seven

@@ -1,8 +1,9 @@
 /// \file
-/// Application framework: extension libraries, and what a host has of windows beyond the base: bars.
+/// Application framework: extension libraries, and of a host bars and print jobs.
 #pragma once
 
-#include <afxbar_.h>
+#include <afxbar_.h> // bars
+#include <afxprn_.h> // print jobs
 #include <afxwin.h>
 
 /// What the framework knows of one extension library.

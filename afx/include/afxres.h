@@ -13,14 +13,17 @@
 #define AFX_IDW_PANE_FIRST 0xE900     /* the child window that fills a frame's client area */
 #define AFX_IDM_FIRST_MDICHILD 0xFF00 /* the system's commands that activate the windows of an MDI client */
 
-/* File commands, and the question whether to save; %1 stands for the document's name. */
+/* File commands, the question whether to save (%1 stands for the document's name), what a failed print job tells. */
 #define ID_FILE_NEW 0xE100
 #define ID_FILE_OPEN 0xE101
 #define ID_FILE_CLOSE 0xE102
 #define ID_FILE_SAVE 0xE103
 #define ID_FILE_SAVE_AS 0xE104
 #define ID_FILE_SAVE_COPY_AS 0xE105
+#define ID_FILE_PRINT 0xE107
+#define ID_FILE_PRINT_DIRECT 0xE108 /* to the default printer, without a dialog */
 #define AFX_IDP_ASK_TO_SAVE 0xF104
+#define AFX_IDP_FAILED_TO_START_PRINT 0xF106
 
 #define ID_SEPARATOR 0 /* in place of a command: a gap between the buttons of a bar */
 #define ID_VIEW_TOOLBAR AFX_IDW_TOOLBAR

@@ -96,4 +96,5 @@ AFX_API LRESULT CALLBACK AfxWndProc(HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM 
 #include <afxfrm_.h>  // frames
 #include <afxgdi_.h>  // drawing objects, geometry
 #include <afxmenu_.h> // menus
+#include <afxprn_.h>  // printing
 #include <afxwnd_.h>  // windows

@@ -73,6 +73,9 @@
 #define ZO_IDS_CHECK_LENGTH 0xF114
 #define ZO_IDS_CHECK_UNSIGNED_NUMBER 0xF117
 
+// A failed print job; the number is fixed by the application framework.
+#define ZO_IDS_PRINT_FAILED 0xF106
+
 // Files that are kept while an editor saves them.
 #define ZO_IDS_KEPT_UNCHANGED 20650
 #define ZO_IDS_KEPT_COPY_LEFT 20651
