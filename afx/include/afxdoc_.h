@@ -99,8 +99,8 @@ public:
     /// and then says by pInfo->m_bContinuePrinting whether there is such a page: this one ends a document whose length
     /// is not known after a page.
     virtual void OnPrepareDC(CDC* pDC, CPrintInfo* pInfo = nullptr);
-    /// To be called by OnPreparePrinting: lets the user choose a printer, or for a preview and for direct printing takes
-    /// the default one. \return FALSE if nothing can be or is to be printed; the user knows why
+    /// To be called by OnPreparePrinting: lets the user choose a printer; for a preview and for direct printing takes the
+    /// default one. \return FALSE if nothing can be or is to be printed; the user knows why
     BOOL DoPreparePrinting(CPrintInfo* pInfo);
 
 protected:
@@ -120,9 +120,9 @@ protected:
     afx_msg int OnCreate(CREATESTRUCT* lpCreateStruct);
     afx_msg void OnDestroy();
     afx_msg void OnPaint();
-    /// For ID_FILE_PRINT and ID_FILE_PRINT_DIRECT, in the map of a view that prints. Meanwhile the user is kept from the
-    /// window, and messages are dispatched. A job can be stopped by an abort procedure that OnBeginPrinting sets, and
-    /// ends with the thread. If it fails it is abandoned, and the user is told.
+    /// For ID_FILE_PRINT and ID_FILE_PRINT_DIRECT, in the map of a view that prints. Meanwhile the user is kept from
+    /// the window, and messages are dispatched; the view must live. A job can be stopped by an abort procedure that
+    /// OnBeginPrinting sets, and ends with the thread. If it fails it is abandoned, and the user is told.
     afx_msg void OnFilePrint();
     DECLARE_MESSAGE_MAP()
 

@@ -60,7 +60,7 @@ public:
     /// \param nStyle ILD_ flags
     BOOL Draw(CDC* pDC, int nImage, POINT pt, UINT nStyle);
 
-    // A picture dragged over a window, or with null over the screen. Points are those of the window, its frame included.
+    // A picture dragged over a window, or with null over the screen. Points are the window's, its frame included.
     BOOL BeginDrag(int nImage, CPoint ptHotSpot);
     static void AFXAPI EndDrag();
     static BOOL AFXAPI DragEnter(CWnd* pWndLock, CPoint point);

@@ -8,7 +8,8 @@
 
 #include <type_traits>
 
-/// Can be called as \p FUNCTION. If the system has no such function it answers 0, FALSE or null, or what it was told to.
+/// Can be called as \p FUNCTION. If the system has no such function it answers 0, FALSE or null, or what it was told
+/// to.
 template <class FUNCTION> class CommonControlsFunction;
 template <class RESULT, class... ARGUMENTS> class CommonControlsFunction<RESULT WINAPI(ARGUMENTS...)> {
     using Failure = std::conditional_t<std::is_void_v<RESULT>, int, RESULT>;
