@@ -10,6 +10,7 @@ class CListBox;
 class CMenu;
 class CRgn;
 class CScrollBar;
+struct tagTOOLINFOA; // TOOLINFO of the system's commctrl.h
 
 /// The handle of the window of \p pWnd; null without window, and for a null pointer.
 AFX_API HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd);
@@ -18,6 +19,9 @@ AFX_API HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd);
 #define MLF_NOIDLEMSG 0x0001
 #define MLF_NOKICKIDLE 0x0002
 #define MLF_SHOWONIDLE 0x0004
+
+/// For CWnd::OnToolHitTest, beside the system's flags of a tool: it is no button.
+#define TTF_NOTBUTTON 0x80000000
 
 /// A window. The permanent map leads from a handle to its CWnd from the moment the window begins to exist; FromHandle
 /// makes temporary objects for handles that have none, which live until the thread is next idle in its main loop.
@@ -262,6 +266,21 @@ public:
     /// Asks \p pTarget for the state of each child that stands for a command, as CCmdUI::DoUpdate does.
     void UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 
+    // Tool tips
+    /// Shows tips, while the mouse rests, for the parts of this window that OnToolHitTest finds. The window is asked for
+    /// each text by TTN_NEEDTEXT, with 0 for the number of the control; a text that lpszText names must stay valid until
+    /// the next one is asked for. Where windows lie within each other, the innermost one with tips decides alone.
+    /// \return whether tips are shown now
+    BOOL EnableToolTips(BOOL bEnable = TRUE);
+    static void AFXAPI CancelToolTips(BOOL bKeys = FALSE); ///< takes the tip that is shown away. \p bKeys has no effect
+    /// A mouse message on its way to this window or one within; also keys, which take the tip away. PreTranslateMessage
+    /// calls it.
+    void FilterToolTipMessage(MSG* pMsg);
+    /// Finds the tool at a point of the client area: by default a child window that has a number and is visible.
+    /// \param pTI gets the tool, but for its cbSize, which says what there is room for; may be null
+    /// \return the number of the control, -1 if there is no tool
+    virtual INT_PTR OnToolHitTest(CPoint point, tagTOOLINFOA* pTI) const;
+
     HWND m_hWnd = nullptr;
     HWND m_hWndOwner = nullptr; ///< of SetOwner
 
@@ -378,9 +397,11 @@ protected:
 private:
     LRESULT ReflectOrDefault();
     BOOL ReflectToControl(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    void ShowToolTip(const MSG& message);
 
     WNDPROC m_pfnSuper = nullptr; // the procedure of the window's own class, behind the framework's
     BOOL m_bExchanging = FALSE;   // in UpdateData
+    BOOL m_bToolTips = FALSE;     // by EnableToolTips
 };
 
 /// Asks \p pTarget for the state of each of a popup menu's items, as CCmdUI::DoUpdate does.

@@ -8,10 +8,19 @@
 
 struct AfxWindowHook;
 
+/// The tip control of a thread and the one tool that it has at a time.
+struct ThreadTips {
+    HWND control = nullptr; ///< ends with the window that owns it
+    HWND window = nullptr;  ///< that has the tool; null: none
+    INT_PTR hit = -1;       ///< what OnToolHitTest answered
+    UINT_PTR id = 0;        ///< of the tool, its window if it is one
+};
+
 struct ThreadState {
     CWinThread* thread = nullptr;
     MSG lastMessage = {};                ///< being handled, for CWnd::Default
     AfxWindowHook* windowHook = nullptr; ///< waits for the next window to be created
+    ThreadTips tips;
     HandleMap<CWnd, HWND, &CWnd::m_hWnd> windows;
     HandleMap<CMenu, HMENU, &CMenu::m_hMenu> menus;
     HandleMap<CGdiObject, HGDIOBJ, &CGdiObject::m_hObject> gdiObjects;

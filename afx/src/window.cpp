@@ -200,6 +200,7 @@ void CWnd::OnNcDestroy()
         ::PostQuitMessage(0);
     }
     Default();
+    EnableToolTips(FALSE);
     UnsubclassWindow();
     if (m_bModalRunning)
         EndModalLoop(m_nModalResult); // which nobody else would do now

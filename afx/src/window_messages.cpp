@@ -1,6 +1,8 @@
 // Messages on their way to a window's handlers, and the modal loop.
 #include "thread_state.h"
 
+#include <commctrl.h>
+
 #include <utility>
 
 struct AfxMessageDelivery {
@@ -99,10 +101,15 @@ BOOL CWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult)
             return TRUE;
     }
     AFX_NOTIFY notify = {pResult, header};
-    return OnCmdMsg(static_cast<UINT>(header->idFrom), MAKELONG(header->code, WM_NOTIFY), &notify, nullptr);
+    const bool ofTip = header->code <= TTN_FIRST && header->code >= TTN_LAST; // from a tool, not a control
+    return OnCmdMsg(ofTip ? 0 : static_cast<UINT>(header->idFrom), MAKELONG(header->code, WM_NOTIFY), &notify, nullptr);
 }
 
-BOOL CWnd::PreTranslateMessage(MSG*) { return FALSE; }
+BOOL CWnd::PreTranslateMessage(MSG* pMsg)
+{
+    FilterToolTipMessage(pMsg);
+    return FALSE;
+}
 
 int CWnd::RunModalLoop(DWORD dwFlags)
 {
