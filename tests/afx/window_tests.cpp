@@ -235,49 +235,6 @@ TEST(MessageMap, NoExceptionPassesTheWindowProcedure)
     EXPECT_FALSE(GetUpdateRect(window.m_hWnd, nullptr, FALSE));
 }
 
-namespace {
-
-/// Its items are numbers, in their order.
-class DrawnListBox : public CListBox {
-public:
-    int drawn = 0;
-
-    int CompareItem(COMPAREITEMSTRUCT* items) override
-    {
-        return items->itemData1 < items->itemData2 ? -1 : items->itemData1 > items->itemData2;
-    }
-    void DrawItem(DRAWITEMSTRUCT* item) override
-    {
-        EXPECT_EQ(m_hWnd, item->hwndItem);
-        ++drawn;
-    }
-    void MeasureItem(MEASUREITEMSTRUCT* item) override { item->itemHeight = 23; }
-};
-
-} // namespace
-
-TEST(Controls, DrawAndOrderTheirItems)
-{
-    TestWindow parent;
-    ASSERT_TRUE(parent.CreateTop(WS_OVERLAPPEDWINDOW | WS_VISIBLE));
-    DrawnListBox list;
-    ASSERT_TRUE(list.Create(WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_SORT, CRect(0, 0, 100, 80), &parent, kChild));
-    for (const INT_PTR number : {3, 1, 2})
-        list.AddString(reinterpret_cast<LPCSTR>(number));
-    for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(i + 1, reinterpret_cast<INT_PTR>(list.GetItemDataPtr(i)));
-    list.UpdateWindow();
-    EXPECT_GE(list.drawn, 3);
-    // The list box asked for a fixed height before it had its object.
-    MEASUREITEMSTRUCT measure = {ODT_LISTBOX, kChild, 0, 0, 0, 0};
-    EXPECT_EQ(TRUE, parent.SendMessage(WM_MEASUREITEM, kChild, reinterpret_cast<LPARAM>(&measure)));
-    EXPECT_EQ(23u, measure.itemHeight);
-    CComboBox combo;
-    ASSERT_TRUE(combo.Create(CBS_DROPDOWNLIST, CRect(0, 0, 100, 80), &parent, kChild + 1));
-    combo.SendMessage(CB_SETITEMDATA, static_cast<WPARAM>(combo.AddString("row")), 10);
-    EXPECT_EQ(10, reinterpret_cast<INT_PTR>(combo.GetItemDataPtr(0)));
-}
-
 TEST(Drawing, GivesBackWhatItTook)
 {
     TestWindow window;
