@@ -28,13 +28,11 @@ constexpr UINT kLastPrintable = 255;
 /// What the two kinds of box call the same things.
 template <class BOX> struct Messages;
 template <> struct Messages<CComboBox> {
-    static constexpr UINT kAdd = CB_ADDSTRING, kSetData = CB_SETITEMDATA;
-    static constexpr UINT kGetHeight = CB_GETITEMHEIGHT, kSetHeight = CB_SETITEMHEIGHT;
+    static constexpr UINT kAdd = CB_ADDSTRING;
     static constexpr LONG kStyle = CBS_OWNERDRAWFIXED | CBS_SORT | CBS_HASSTRINGS, kHasStrings = CBS_HASSTRINGS;
 };
 template <> struct Messages<CListBox> {
-    static constexpr UINT kAdd = LB_ADDSTRING, kSetData = LB_SETITEMDATA;
-    static constexpr UINT kGetHeight = LB_GETITEMHEIGHT, kSetHeight = LB_SETITEMHEIGHT;
+    static constexpr UINT kAdd = LB_ADDSTRING;
     static constexpr LONG kStyle = LBS_OWNERDRAWFIXED | LBS_SORT | LBS_HASSTRINGS, kHasStrings = LBS_HASSTRINGS;
 };
 constexpr LONG kTellsOfSelection = 1; // LBS_NOTIFY; also in CBS_SIMPLE and CBS_DROPDOWNLIST
@@ -180,11 +178,11 @@ template <class BOX> void CZoFlagControl<BOX>::ApplyHeight()
     if (this->m_hWnd == nullptr)
         return;
     const int height = m_box.GetItemHeight();
-    if (this->SendMessage(Messages<BOX>::kGetHeight, 0) == height)
+    if (this->GetItemHeight(0) == height)
         return; // a height, if only the same, closes an open drop-down
-    this->SendMessage(Messages<BOX>::kSetHeight, 0, height);
+    this->SetItemHeight(0, static_cast<UINT>(height));
     if constexpr (std::is_same_v<BOX, CComboBox>)
-        this->SendMessage(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height); // the field
+        this->SetItemHeight(-1, static_cast<UINT>(height)); // the field
     this->Invalidate();
 }
 
@@ -252,7 +250,7 @@ template <class BOX> LRESULT CZoFlagControl<BOX>::OnAddString(LPARAM data)
     const LPCSTR name = Describe(reinterpret_cast<const void*>(data)).name;
     const LRESULT place = this->DefWindowProc(Messages<BOX>::kAdd, 0, reinterpret_cast<LPARAM>(name));
     if (place >= 0)
-        this->DefWindowProc(Messages<BOX>::kSetData, static_cast<WPARAM>(place), data);
+        this->SetItemData(static_cast<int>(place), static_cast<DWORD_PTR>(data));
     return place;
 }
 
@@ -297,26 +295,6 @@ template <class BOX> LRESULT CZoFlagControl<BOX>::WindowProc(UINT message, WPARA
         break;
     }
     return BOX::WindowProc(message, wParam, lParam);
-}
-
-template <class BOX>
-BOOL CZoFlagControl<BOX>::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
-{
-    switch (message) {
-    case WM_DRAWITEM:
-        DrawItem(reinterpret_cast<DRAWITEMSTRUCT*>(lParam));
-        break;
-    case WM_MEASUREITEM:
-        MeasureItem(reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
-        break;
-    case WM_COMPAREITEM:
-        *pResult = CompareItem(reinterpret_cast<COMPAREITEMSTRUCT*>(lParam));
-        return TRUE;
-    default:
-        return BOX::OnChildNotify(message, wParam, lParam, pResult);
-    }
-    *pResult = TRUE;
-    return TRUE;
 }
 
 template class CZoFlagControl<CComboBox>;

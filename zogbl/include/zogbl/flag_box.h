@@ -94,11 +94,9 @@ public:
     int SelectName(const char* text);
 
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
-    // NOLINTBEGIN(clang-diagnostic-inconsistent-missing-override): of the two boxes, one has them to override
-    virtual void DrawItem(DRAWITEMSTRUCT* item);
-    virtual void MeasureItem(MEASUREITEMSTRUCT* item);
-    virtual int CompareItem(COMPAREITEMSTRUCT* items); ///< used in boxes without texts
-    // NOLINTEND(clang-diagnostic-inconsistent-missing-override)
+    void DrawItem(DRAWITEMSTRUCT* item) override;
+    void MeasureItem(MEASUREITEMSTRUCT* item) override;
+    int CompareItem(COMPAREITEMSTRUCT* items) override; ///< used in boxes without texts
 
 protected:
     virtual ZoFlagItem Describe(const void* data) const = 0; ///< of the item with that data
@@ -127,7 +125,6 @@ protected:
     void BeginReset();
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
 
 private:
     LRESULT OnAddString(LPARAM data);
