@@ -44,6 +44,8 @@ public:
 
     /// Fills the controls by UpdateData. \return TRUE unless the override gave the focus to a control.
     virtual BOOL OnInitDialog();
+    /// Told of the font that the controls will have, before they are made.
+    virtual void OnSetFont(CFont*) { Default(); }
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
@@ -53,6 +55,7 @@ protected:
     virtual void OnOK(); ///< takes over the controls' data by UpdateData; if that fails the dialog stays
     virtual void OnCancel();
     afx_msg LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
+    afx_msg LRESULT HandleSetFont(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
     LPCSTR m_lpszTemplateName = nullptr;

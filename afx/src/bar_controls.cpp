@@ -136,7 +136,7 @@ TOOLINFOA Tool(const CWnd* window, UINT_PTR id, UINT text, LPCRECT area = nullpt
 
 BOOL CToolTipCtrl::Create(CWnd* pParentWnd, DWORD dwStyle)
 {
-    CommonControlsLibrary();
+    LoadCommonControls();
     return CreateEx(0, TOOLTIPS_CLASSA, nullptr, WS_POPUP | dwStyle, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
                     CW_USEDEFAULT, AfxGetSafeHwnd(pParentWnd), nullptr);
 }

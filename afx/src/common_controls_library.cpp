@@ -1,24 +1,24 @@
 #include "common_controls_library.h"
 
-HMODULE CommonControlsLibrary()
+#include "system_function.h"
+
+void LoadCommonControls()
 {
-    static HMODULE s_library = nullptr;
-    if (s_library != nullptr)
-        return s_library;
-    const HMODULE library = ::LoadLibrary("comctl32.dll");
-    if (library == nullptr)
-        return nullptr;
-    s_library = library; // two threads find the same one
+    static bool s_known = false;
+    if (s_known)
+        return;
+    constexpr LPCSTR kLibrary = "comctl32.dll";
     const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_WIN95_CLASSES};
-    if (const auto chosen = CommonControlsFunction<decltype(InitCommonControlsEx)>("InitCommonControlsEx"))
-        chosen(&classes);
-    else if (const auto all = CommonControlsFunction<decltype(InitCommonControls)>("InitCommonControls"))
+    if (const auto chosen = FindSystemFunction<decltype(InitCommonControlsEx)>(kLibrary, "InitCommonControlsEx"))
+        s_known = chosen(&classes) != FALSE;
+    else if (const auto all = FindSystemFunction<decltype(InitCommonControls)>(kLibrary, "InitCommonControls")) {
         all();
-    return library;
+        s_known = true;
+    }
 }
 
 BOOL CreateCommonControl(CWnd& control, LPCSTR className, DWORD style, const RECT& rect, CWnd* parent, UINT id)
 {
-    CommonControlsLibrary();
+    LoadCommonControls();
     return control.CWnd::Create(className, nullptr, style, rect, parent, id);
 }

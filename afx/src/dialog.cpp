@@ -8,6 +8,7 @@ IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
     ON_MESSAGE(WM_INITDIALOG, HandleInitDialog)
+    ON_MESSAGE(WM_SETFONT, HandleSetFont)
     ON_COMMAND(IDOK, OnOK)
     ON_COMMAND(IDCANCEL, OnCancel)
 END_MESSAGE_MAP()
@@ -178,6 +179,12 @@ void CDialog::OnOK()
 void CDialog::OnCancel() { EndDialog(IDCANCEL); }
 
 LRESULT CDialog::HandleInitDialog(WPARAM, LPARAM) { return OnInitDialog(); }
+
+LRESULT CDialog::HandleSetFont(WPARAM wParam, LPARAM)
+{
+    OnSetFont(CFont::FromHandle(reinterpret_cast<HFONT>(wParam)));
+    return 0;
+}
 
 void CDialog::GotoDlgCtrl(CWnd* pWndCtrl)
 {

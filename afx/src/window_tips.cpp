@@ -34,7 +34,7 @@ HWND TipControl(ThreadTips& tips, HWND owner)
         return tips.control;
     if (tips.control != nullptr)
         ::DestroyWindow(tips.control);
-    CommonControlsLibrary();
+    LoadCommonControls();
     tips = {::CreateWindowEx(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP, CW_USEDEFAULT, CW_USEDEFAULT,
                              CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, AfxGetInstanceHandle(), nullptr)};
     return tips.control;
