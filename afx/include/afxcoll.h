@@ -46,4 +46,7 @@ public:
 class CMapStringToString : public CMap<CString, LPCSTR, CString, LPCSTR> {
 public:
     using CMap::CMap;
+
+    using CMap::operator[];
+    CString& operator[](const CString& key) { return FindOrAdd(key, key); } ///< shares the key's text
 };

@@ -36,25 +36,14 @@ public:
     }
     BOOL Lookup(ARG_KEY key, VALUE& rValue) const
     {
-        const Assoc* assoc = Find(key);
+        const Assoc* assoc = m_nCount != 0 ? Find(key, HashKey<ARG_KEY>(key)) : nullptr;
         if (assoc == nullptr)
             return FALSE;
         rValue = assoc->value;
         return TRUE;
     }
     /// The value of \p key, added with an initial value if the map has none.
-    VALUE& operator[](ARG_KEY key)
-    {
-        if (Assoc* assoc = Find(key))
-            return assoc->value;
-        if (m_pHashTable == nullptr)
-            m_pHashTable = NewTable(m_nHashTableSize);
-        Assoc* assoc = NewAssoc(key);
-        Assoc*& bucket = m_pHashTable[assoc->hash % m_nHashTableSize];
-        assoc->next = bucket;
-        bucket = assoc;
-        return assoc->value;
-    }
+    VALUE& operator[](ARG_KEY key) { return FindOrAdd(key, key); }
     void SetAt(ARG_KEY key, ARG_VALUE newValue)
     {
         VALUE value; // copied before anything changes: that may fail
@@ -102,20 +91,35 @@ public:
         rNextPosition = reinterpret_cast<POSITION>(next);
     }
 
+protected:
+    /// The value of \p key, added with an initial value and \p newKey, the same key, if the map has none.
+    template <class NEW_KEY> VALUE& FindOrAdd(ARG_KEY key, const NEW_KEY& newKey)
+    {
+        const UINT hash = HashKey<ARG_KEY>(key);
+        if (Assoc* assoc = Find(key, hash))
+            return assoc->value;
+        if (m_pHashTable == nullptr)
+            m_pHashTable = NewTable(m_nHashTableSize);
+        Assoc* assoc = NewAssoc(newKey, hash);
+        Assoc*& bucket = m_pHashTable[hash % m_nHashTableSize];
+        assoc->next = bucket;
+        bucket = assoc;
+        return assoc->value;
+    }
+
 private:
     struct Assoc {
         Assoc* next = nullptr;
         UINT hash;
         KEY key;
         VALUE value{};
-        Assoc(UINT keyHash, ARG_KEY newKey) : hash(keyHash), key(newKey) {}
+        template <class NEW_KEY> Assoc(UINT keyHash, const NEW_KEY& newKey) : hash(keyHash), key(newKey) {}
     };
 
-    Assoc* Find(ARG_KEY key) const
+    Assoc* Find(ARG_KEY key, UINT hash) const
     {
         if (m_pHashTable == nullptr)
             return nullptr;
-        const UINT hash = HashKey<ARG_KEY>(key);
         Assoc* assoc = m_pHashTable[hash % m_nHashTableSize];
         while (assoc != nullptr && !(assoc->hash == hash && CompareElements(&assoc->key, &key)))
             assoc = assoc->next;
@@ -135,10 +139,9 @@ private:
         std::fill_n(table, size, nullptr);
         return table;
     }
-    Assoc* NewAssoc(ARG_KEY key)
+    template <class NEW_KEY> Assoc* NewAssoc(const NEW_KEY& newKey, UINT hash)
     {
-        const UINT hash = HashKey<ARG_KEY>(key);
-        Assoc* assoc = AfxMakeElement<Assoc>(m_pool, hash, key);
+        Assoc* assoc = AfxMakeElement<Assoc>(m_pool, hash, newKey);
         ++m_nCount;
         return assoc;
     }

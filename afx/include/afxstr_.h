@@ -5,6 +5,7 @@
 #include <afx.h>
 
 #include <compare>
+#include <cstring>
 
 /// Text of the system's ANSI code page. One pointer to a reference-counted buffer: copies share it until one is
 /// changed. A string that is changed keeps its buffer if that is large enough; one that is appended to grows by half at
@@ -143,8 +144,9 @@ private:
 };
 
 // Of these the compiler makes all comparisons of a string with a string or a text, in either order.
-inline bool operator==(const CString& s1, const CString& s2) { return s1.Compare(s2) == 0; }
-inline bool operator==(const CString& s1, LPCSTR s2) { return s1.Compare(s2) == 0; }
+// The same characters are the same bytes; only an order needs to know where characters begin.
+inline bool operator==(const CString& s1, LPCSTR s2) { return std::strcmp(s1, s2 != nullptr ? s2 : "") == 0; }
+inline bool operator==(const CString& s1, const CString& s2) { return s1 == static_cast<LPCSTR>(s2); }
 inline std::strong_ordering operator<=>(const CString& s1, const CString& s2) { return s1.Compare(s2) <=> 0; }
 inline std::strong_ordering operator<=>(const CString& s1, LPCSTR s2) { return s1.Compare(s2) <=> 0; }
 

@@ -27,9 +27,13 @@ template <class ARG_KEY> inline UINT AFXAPI HashKey(ARG_KEY key)
 }
 template <> inline UINT AFXAPI HashKey<LPCSTR>(LPCSTR key)
 {
+    // hash * 33 + character for each; four at once, so that the products need not wait for one another.
+    const auto at = [&key](int i) { return static_cast<UINT>(static_cast<unsigned char>(key[i])); };
     UINT hash = 0;
-    while (*key != '\0')
-        hash = hash * 33 + static_cast<unsigned char>(*key++);
+    for (; key[0] != '\0' && key[1] != '\0' && key[2] != '\0' && key[3] != '\0'; key += 4)
+        hash = hash * (33 * 33 * 33 * 33) + (at(0) * (33 * 33 * 33) + at(1) * (33 * 33) + at(2) * 33 + at(3));
+    for (; *key != '\0'; ++key)
+        hash = hash * 33 + at(0);
     return hash;
 }
 template <> inline UINT AFXAPI HashKey<const CString&>(const CString& key) { return HashKey<LPCSTR>(key); }
