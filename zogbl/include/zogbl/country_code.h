@@ -9,6 +9,7 @@
 
 class CComboBox;
 class CListBox;
+class StringModules;
 
 /// One country. The country index is its stable key: callers store it, and lookups use it.
 class ZOGBL_API CZoCountryCode {
@@ -35,7 +36,9 @@ public:
     UINT GetCountryIndex() const { return m_nCountryIndex; }
 
 private:
-    friend class CZoCountryCodeList; // renames its countries
+    friend class CZoCountryCodeList; // names its countries
+    CZoCountryCode(DWORD b, DWORD c);
+
     CString m_csName;
     UINT m_nStringIndex;
     UINT m_nFlagIndex;
@@ -88,6 +91,8 @@ public:
     const CZoCountryCode* FindByIndex(UINT countryIndex) const;
 
 private:
+    DWORD Append(DWORD a, DWORD b, DWORD c, const StringModules& names);
+
     CPtrArray m_countries; // of CZoCountryCode*
     BOOL m_bNamesOutdated = FALSE;
 };

@@ -7,25 +7,41 @@
 #include <zogbl/resource_lookup.h>
 
 #include "ground/box_filling.h"
+#include "ground/string_modules.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <new>
+#include <utility>
+#include <vector>
+
+namespace {
+
+bool IsStringIndex(UINT index) { return index >= ZO_IDS_COUNTRY_FIRST && index <= ZO_IDS_COUNTRY_LAST; }
+
+} // namespace
 
 // One country ---------------------------------------------------------------------------------------------------------
 
-CZoCountryCode::CZoCountryCode(DWORD a, DWORD b, DWORD c)
-    : m_nDialingPrefix(LOWORD(b)), m_nCountryCode(HIWORD(b)), m_nCountryIndex(LOWORD(c))
+CZoCountryCode::CZoCountryCode(DWORD a, DWORD b, DWORD c) : CZoCountryCode(b, c)
 {
     SetStringIndex(LOWORD(a));
     SetFlagIndex(HIWORD(a));
+}
+
+/// A country without a name and a flag.
+CZoCountryCode::CZoCountryCode(DWORD b, DWORD c)
+    : m_nStringIndex(0), m_nFlagIndex(0), m_nDialingPrefix(LOWORD(b)), m_nCountryCode(HIWORD(b)),
+      m_nCountryIndex(LOWORD(c))
+{
 }
 
 CZoCountryCode::~CZoCountryCode() = default;
 
 BOOL CZoCountryCode::SetStringIndex(UINT index)
 {
-    if (index < ZO_IDS_COUNTRY_FIRST || index > ZO_IDS_COUNTRY_LAST) {
+    if (!IsStringIndex(index)) {
         m_nStringIndex = 0;
         m_csName.Empty();
         return FALSE;
@@ -53,18 +69,67 @@ struct TableRecord {
 
 CZoCountryCode* Country(void* element) { return static_cast<CZoCountryCode*>(element); }
 
-bool IsLess(const CZoCountryCode& first, const CZoCountryCode& second)
-{
-    return CompareCharactersNoCase(first.GetName(), second.GetName()) < 0;
-}
+/// The order of names, case ignored. What kind of code page the system has is asked once.
+class NameOrder {
+public:
+    bool operator()(const CZoCountryCode* first, const CZoCountryCode* second) const
+    {
+        const LPCSTR name1 = first->GetName(), name2 = second->GetName();
+        return (m_isDoubleByte ? CompareCharacters(name1, name2, &LowerCase) : _stricmp(name1, name2)) < 0;
+    }
+    bool operator()(void* first, void* second) const { return (*this)(Country(first), Country(second)); }
+
+    /// A number by which names that differ in their first four characters can be told: the one before has the lower
+    /// number. 0: the name must be compared; only the run-time library knows the place of characters beyond ASCII.
+    DWORD FirstCharacters(LPCSTR name) const
+    {
+        DWORD number = 0;
+        for (int i = 0; i < 4; ++i) {
+            const UINT character = LowerCase(static_cast<BYTE>(*name));
+            if (character > 0x7F || m_isDoubleByte)
+                return 0;
+            number = number << 8 | character;
+            if (*name != '\0')
+                ++name;
+        }
+        return number;
+    }
+
+private:
+    bool m_isDoubleByte = GetSystemMetrics(SM_DBCSENABLED) != 0;
+};
 
 /// Inserts a country behind all whose name is not greater, so that equal names keep their order.
 void InsertByName(CPtrArray& countries, CZoCountryCode* country)
 {
+    const NameOrder isLess;
     INT_PTR place = countries.GetSize();
-    while (place > 0 && IsLess(*country, *Country(countries[place - 1])))
+    while (place > 0 && isLess(country, Country(countries[place - 1])))
         --place;
     countries.InsertAt(place, country);
+}
+
+/// Puts the countries in the same order, with or without memory.
+void SortByName(CPtrArray& countries)
+{
+    const NameOrder isLess;
+    void** const begin = countries.GetData();
+    void** const end = begin + countries.GetSize();
+    using Numbered = std::pair<DWORD, void*>;
+    const BOOL sorted = WithoutThrowing([&] {
+        std::vector<Numbered> numbered;
+        numbered.reserve(static_cast<size_t>(end - begin));
+        std::transform(begin, end, std::back_inserter(numbered), [&](void* country) {
+            return Numbered(isLess.FirstCharacters(Country(country)->GetName()), country);
+        });
+        std::stable_sort(numbered.begin(), numbered.end(), [&](const Numbered& first, const Numbered& second) {
+            const bool isTold = first.first != 0 && second.first != 0 && first.first != second.first;
+            return isTold ? first.first < second.first : isLess(first.second, second.second);
+        });
+        std::transform(numbered.begin(), numbered.end(), begin, [](const Numbered& number) { return number.second; });
+    });
+    if (!sorted)
+        std::stable_sort(begin, end, isLess);
 }
 
 } // namespace
@@ -88,11 +153,27 @@ DWORD CZoCountryCodeList::LoadData()
         return ZoErrBadData;
     // A table that lacks its last record ends with the resource.
     const TableRecord* end = record + resource.GetResourceSize() / sizeof *record;
-    for (; record != end && record->a != 0; ++record) {
-        const DWORD result = AddCountry(record->a, record->b, record->c);
-        if (result != ERROR_SUCCESS)
-            return result;
-    }
+    DWORD result = ERROR_SUCCESS;
+    const StringModules names(ZO_IDS_COUNTRY_FIRST, ZO_IDS_COUNTRY_LAST);
+    for (; result == ERROR_SUCCESS && record != end && record->a != 0; ++record)
+        result = ResultOr(ZoErrMemoryException, [&] { return Append(record->a, record->b, record->c, names); });
+    SortByName(m_countries); // which gives the places that AddCountry would have found
+    return result;
+}
+
+/// Adds a country behind the others. Throws CMemoryException*.
+DWORD CZoCountryCodeList::Append(DWORD a, DWORD b, DWORD c, const StringModules& names)
+{
+    if (!IsStringIndex(LOWORD(a)) || HIWORD(a) >= ZO_FLAG_COUNT)
+        return ZoErrBadData;
+    std::unique_ptr<CZoCountryCode> country(new (std::nothrow) CZoCountryCode(b, c));
+    if (!country)
+        return ZoErrOutOfMemory;
+    country->m_nStringIndex = LOWORD(a);
+    country->m_nFlagIndex = HIWORD(a);
+    names.Load(country->m_nStringIndex, country->m_csName);
+    m_countries.Add(country.get());
+    country.release();
     return ERROR_SUCCESS;
 }
 
@@ -124,19 +205,19 @@ DWORD CZoCountryCodeList::ReloadNames()
     m_bNamesOutdated = TRUE;
     // All names or none: a list in two languages would be worse than one in the old language.
     CStringArray names;
-    if (!WithoutThrowing([&] { names.SetSize(m_countries.GetSize()); }))
+    const BOOL loaded = WithoutThrowing([&] {
+        names.SetSize(m_countries.GetSize());
+        const StringModules modules(ZO_IDS_COUNTRY_FIRST, ZO_IDS_COUNTRY_LAST);
+        for (INT_PTR i = 0; i < m_countries.GetSize(); ++i)
+            modules.Load(Country(m_countries[i])->GetStringIndex(), names[i]);
+    });
+    if (!loaded)
         return ZoErrMemoryException;
-    for (INT_PTR i = 0; i < m_countries.GetSize(); ++i) {
-        const UINT id = Country(m_countries[i])->GetStringIndex();
-        if (!ZoGblLoadString(id, names[i]) && ZoGblFindStringModule(id) != nullptr)
-            return ZoErrMemoryException;
-    }
     for (INT_PTR i = 0; i < m_countries.GetSize(); ++i) {
         if (!names[i].IsEmpty())
             Country(m_countries[i])->m_csName = names[i];
     }
-    std::stable_sort(m_countries.GetData(), m_countries.GetData() + m_countries.GetSize(),
-                     [](void* first, void* second) { return IsLess(*Country(first), *Country(second)); });
+    SortByName(m_countries);
     m_bNamesOutdated = FALSE;
     return ERROR_SUCCESS;
 }
