@@ -38,3 +38,29 @@ inline Texts ToVector(const CStringArray& array)
         texts.emplace_back(array[i]);
     return texts;
 }
+
+/// What is in memory: "[section]key=value;key=value;[section]..."
+struct MemoryView : CZoMemIniFile {
+    static std::string Of(const CZoMemIniFile& memory)
+    {
+        const CStringArray& sections = memory.*&MemoryView::m_sectionOrder;
+        CString text;
+        for (INT_PTR i = 0; i < sections.GetSize(); ++i) {
+            text += "[" + sections[i] + "]";
+            CObject* object = nullptr;
+            (memory.*&MemoryView::m_sections).Lookup(sections[i], object);
+            const auto* record = static_cast<SectionRecord*>(object);
+            for (INT_PTR k = 0; record != nullptr && k < record->m_keyOrder.GetSize(); ++k) {
+                CString value = "(none)";
+                record->m_values.Lookup(record->m_keyOrder[k], value);
+                text += record->m_keyOrder[k] + "=" + value + ";";
+            }
+        }
+        return std::string(text);
+    }
+    static void AddNullSection(CZoMemIniFile& memory, const char* section)
+    {
+        (memory.*&MemoryView::m_sectionOrder).Add(section);
+        (memory.*&MemoryView::m_sections).SetAt(section, nullptr);
+    }
+};

@@ -109,3 +109,24 @@ TEST_F(ProfileMutation, ReadsWhatTheSystemReads)
         return true;
     });
 }
+
+TEST_F(ProfileMutation, InMemoryIsWhatItsEntriesAre)
+{
+    const std::string path = FilePath();
+    struct ByEntry : CZoMemIniFile { // a derived class reads and writes entry by entry
+    };
+    ForEachMutation([&](unsigned, Random& random) {
+        const std::string file = MakeFile(random);
+        Write(file);
+        const auto memory = std::make_unique<CZoMemIniFile>();
+        const auto judge = std::make_unique<ByEntry>();
+        const DWORD status = judge->LoadIniFile(path.c_str(), nullptr);
+        EXPECT_EQ(status, memory->LoadIniFile(path.c_str(), nullptr));
+        EXPECT_EQ(MemoryView::Of(*judge), MemoryView::Of(*memory));
+        if (status != 0)
+            return false;
+        EXPECT_EQ(0u, memory->SaveIniFile(FALSE));
+        EXPECT_EQ(file, m_folder.Read("test.ini"));
+        return true;
+    });
+}

@@ -3,13 +3,13 @@
 #include <common/without_throwing.h>
 
 #include "ground/bounded_text.h"
+#include "profile_lines.h"
 #include "profile_text.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <iterator>
-#include <memory>
 
 namespace {
 
@@ -58,29 +58,18 @@ void AddNames(CStringArray& names, LPCSTR list, LPCSTR end)
 /// Adds the keys of a section's lines, as much of them as a list of names has room for.
 void AddKeysOfLines(CStringArray& keys, LPCSTR section, LPCSTR fileName)
 {
-    constexpr DWORD kMostBytes = 0x100000;
-    std::unique_ptr<char[]> lines;
-    DWORD size = 0x1000;
-    DWORD length;
-    do {
-        size *= 2;
-        lines = std::make_unique<char[]>(size);
-        length = GetPrivateProfileSectionA(section, lines.get(), size, fileName);
-    } while (length >= size - 2 && size < kMostBytes); // there are more lines
+    ProfileLines lines;
+    lines.Read(section, fileName);
     char key[ZO_INI_VALUE_SIZE - 1];
     size_t room = sizeof key;
-    const LPCSTR end = lines.get() + (std::min)(length, size - 2);
-    for (LPCSTR line = lines.get(); line < end && room > 1; line += std::strlen(line) + 1) {
-        const LPCSTR equals = std::strchr(line, '=');
-        if (equals == nullptr)
+    for (const ProfileLine& line : lines.Get()) {
+        if (!line.hasValue || line.name.empty())
             continue;
-        CString name(line, static_cast<int>(equals - line));
-        name.TrimRight();
-        if (name.IsEmpty())
-            continue;
-        CopyBounded(key, room, name);
+        CopyBounded(key, room, line.name.data());
         keys.Add(key);
         room -= (std::min)(room, std::strlen(key) + 1);
+        if (room <= 1)
+            break;
     }
 }
 

@@ -3,8 +3,11 @@
 #include <common/without_throwing.h>
 #include <zogbl/file_functions.h>
 
+#include "profile_lines.h"
+
 #include <cstdio>
 #include <memory>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -28,6 +31,23 @@ void RemoveFirst(CStringArray& names, LPCSTR name)
         names.RemoveAt(index);
 }
 
+constexpr size_t kValueSize = ZO_INI_VALUE_SIZE - 1; // of a value in memory, terminator included
+
+// What a list of names certainly holds, in bytes; it may hold a little more.
+constexpr size_t kRoomForNames = ZO_INI_VALUE_SIZE - 8;
+
+bool IsEntry(const ProfileLine& line) { return line.hasValue && !line.name.empty(); }
+
+/// Whether a read of the entry gives the line's value. It gives that of the first line of a name, and cuts long ones.
+bool IsEntryAsRead(const ProfileLine& line)
+{
+    return IsEntry(line) && line.isFirst && !line.hasBlanks && line.value.size() + 2 < kValueSize;
+}
+
+std::string_view ViewOf(const CString& text) { return {text, static_cast<size_t>(text.GetLength())}; }
+
+CString TextOf(std::string_view text) { return {text.data(), static_cast<int>(text.size())}; }
+
 /// Makes sure that there is a file to write to.
 bool ProvideFile(LPCSTR name, BOOL create)
 {
@@ -43,11 +63,11 @@ bool ProvideFile(LPCSTR name, BOOL create)
 } // namespace
 
 /// Sets a value and lists its key once more. Throws CMemoryException* and has changed nothing then.
-void CZoMemIniFile::SectionRecord::Add(const char* key, const char* value)
+void CZoMemIniFile::SectionRecord::Add(const CString& key, CString value)
 {
     const INT_PTR index = m_keyOrder.Add(key);
     try {
-        m_values.SetAt(key, value);
+        m_values[key] = std::move(value);
     } catch (CMemoryException*) {
         m_keyOrder.RemoveAt(index);
         throw;
@@ -106,29 +126,67 @@ DWORD CZoMemIniFile::LoadIniFile(const char* fileName, CMapStringToString* subst
     const DWORD status = EnumerateSections(&sections);
     if (status != ZO_INI_SUCCESS)
         return status;
+    ProfileLines lines;
     for (INT_PTR i = 0; i < sections.GetSize(); ++i) {
         // A section for which memory does not suffice is left out as a whole.
-        Guarded([&] { return LoadSection(sections[i], substitutions), ZO_INI_SUCCESS; });
+        Guarded([&] { return LoadSection(sections[i], substitutions, lines), ZO_INI_SUCCESS; });
     }
     return status;
 }
 
-void CZoMemIniFile::LoadSection(const char* section, CMapStringToString* substitutions)
+/// Whether the operations on entries may be another class's.
+bool CZoMemIniFile::IsDerived() const { return typeid(*this) != typeid(CZoMemIniFile); }
+
+/// Reads the current section's lines. \return false: the lines do not tell the entries
+bool CZoMemIniFile::ReadLines(ProfileLines& lines) const
 {
-    CStringArray keys;
-    if (SetSection(section) != ZO_INI_SUCCESS || EnumerateKeys(&keys) != ZO_INI_SUCCESS)
+    // The system takes blanks off a section's name when it is asked for an entry, and leaves them when for all lines.
+    const std::string_view name = m_szSection;
+    const bool hasBlanks = !name.empty() && (IsBlank(name.front()) || IsBlank(name.back()));
+    return !IsDerived() && !hasBlanks && lines.Read(m_szSection, m_szFileName);
+}
+
+void CZoMemIniFile::LoadSection(const char* section, CMapStringToString* substitutions, ProfileLines& lines)
+{
+    if (SetSection(section) != ZO_INI_SUCCESS)
         return;
     auto record = std::make_unique<SectionRecord>();
-    for (INT_PTR i = 0; i < keys.GetSize(); ++i) {
-        const CString& key = keys[i];
-        char value[ZO_INI_VALUE_SIZE - 1];
-        const DWORD status = DoString(key, TRUE, "", value, sizeof value);
-        if (status != ZO_INI_SUCCESS && status != ZO_INI_NOT_FOUND)
-            continue;
+    const auto add = [&](const CString& key, CString value) {
         if (substitutions != nullptr)
             record->Add(SubstituteString(substitutions, key), SubstituteString(substitutions, value));
         else
-            record->Add(key, value);
+            record->Add(key, std::move(value));
+    };
+    const auto addRead = [&](const CString& key) {
+        char value[kValueSize];
+        const DWORD status = DoString(key, TRUE, "", value, sizeof value);
+        if (status == ZO_INI_SUCCESS || status == ZO_INI_NOT_FOUND)
+            add(key, value);
+    };
+    const bool hasLines = ReadLines(lines);
+    if (hasLines && lines.GetNamesSize() < kRoomForNames) {
+        record->m_keyOrder.SetSize(0,
+                                   static_cast<INT_PTR>(lines.Get().size())); // at once instead of growing on the way
+        for (const ProfileLine& line : lines.Get()) {
+            if (IsEntryAsRead(line))
+                add(TextOf(line.name), TextOf(line.value));
+            else if (IsEntry(line))
+                addRead(TextOf(line.name));
+        }
+        if (record->m_keyOrder.IsEmpty())
+            return;
+    } else {
+        CStringArray keys;
+        if (EnumerateKeys(&keys) != ZO_INI_SUCCESS)
+            return;
+        size_t hint = 0;
+        for (INT_PTR i = 0; i < keys.GetSize(); ++i) {
+            const ProfileLine* line = hasLines ? lines.Find(ViewOf(keys[i]), hint) : nullptr;
+            if (line != nullptr && IsEntryAsRead(*line))
+                add(keys[i], TextOf(line->value));
+            else
+                addRead(keys[i]);
+        }
     }
     AddSection(section, record.get());
     record.release();
@@ -151,19 +209,52 @@ DWORD CZoMemIniFile::SaveIniFile(BOOL create)
 {
     if (!ProvideFile(m_szFileName, create))
         return ZO_INI_NO_FILE;
+    ProfileLines lines;
     for (INT_PTR i = 0; i < m_sectionOrder.GetSize(); ++i) {
         SectionRecord* record = nullptr;
         if (!FindSection(m_sectionOrder[i], record) || record == nullptr)
             continue;
-        if (SetSection(m_sectionOrder[i]) != ZO_INI_SUCCESS)
-            continue;
-        for (INT_PTR k = 0; k < record->m_keyOrder.GetSize(); ++k) {
-            CString value;
-            if (record->m_values.Lookup(record->m_keyOrder[k], value))
-                DoString(record->m_keyOrder[k], FALSE, value, nullptr, 0);
-        }
+        if (SetSection(m_sectionOrder[i]) == ZO_INI_SUCCESS)
+            SaveSection(*record, lines);
     }
     return ZO_INI_SUCCESS;
+}
+
+void CZoMemIniFile::SaveSection(const SectionRecord& record, ProfileLines& lines)
+{
+    // Without memory for the lines each entry is read alone.
+    const bool hasLines = WithoutThrowing([&] { return ReadLines(lines); }) != FALSE;
+    const bool isCut = lines.GetNamesSize() >= kRoomForNames;
+    bool areLinesTrue = true; // what was written can be told from the lines
+    size_t hint = 0;
+    for (INT_PTR i = 0; i < record.m_keyOrder.GetSize(); ++i) {
+        const CString& key = record.m_keyOrder[i];
+        CString value;
+        if (!record.m_values.Lookup(key, value))
+            continue;
+        const ProfileLine* line = hasLines ? lines.Find(ViewOf(key), hint) : nullptr;
+        bool isThere = false;
+        if (line != nullptr && areLinesTrue && IsEntryAsRead(*line))
+            isThere = line->value == ViewOf(value);
+        else if (!IsDerived() && (line != nullptr || !hasLines || (isCut && value.IsEmpty())))
+            isThere = IsInFile(key, value);
+        if (isThere)
+            continue;
+        DoString(key, FALSE, value, nullptr, 0);
+        // A name that is no line's own may be another spelling of one.
+        areLinesTrue = areLinesTrue && line != nullptr && line->isFirst;
+    }
+}
+
+/// Whether a read of the file gives what is in memory, an empty entry being there too.
+bool CZoMemIniFile::IsInFile(const char* key, const CString& value)
+{
+    char text[kValueSize];
+    const DWORD status = DoString(key, TRUE, "", text, sizeof text);
+    if (status != ZO_INI_NOT_FOUND)
+        return status == ZO_INI_SUCCESS && value == text;
+    CStringArray keys;
+    return value.IsEmpty() && EnumerateKeys(&keys) == ZO_INI_SUCCESS && FindFirst(keys, key) >= 0;
 }
 
 // Values --------------------------------------------------------------------------------------------------------------

@@ -4,6 +4,8 @@
 
 #include <zogbl/ini_file.h>
 
+class ProfileLines;
+
 /// Holds all sections and entries of a profile file, so that they can be changed in memory and then written back
 /// together:
 ///
@@ -12,6 +14,10 @@
 ///         profile.SetIniValue("Modem", "Port", "COM2");
 ///         profile.SaveIniFile(TRUE);
 ///     }
+///
+/// An object of this class itself reads a section by one call of the system, and writes only entries that a read of the
+/// file would give otherwise. An object of a derived class reads and writes each entry through EnumerateKeys and
+/// DoString, which it may have overridden.
 ///
 /// In memory, names differ if their case differs; in the file they do not. CZoIniFile's operations on entries of the
 /// file work as before and do not touch the memory.
@@ -45,16 +51,17 @@ public:
     ///   other                  the code of EnumerateSections; nothing is in memory
     DWORD LoadIniFile(const char* fileName, CMapStringToString* substitutions);
 
-    /// Writes all sections and entries to the file. Everything else stays in the file: comments, sections and keys
-    /// deleted in memory, and those that LoadIniFile left out. A renamed section is written beside the old one. An
-    /// entry that cannot be written is left out.
+    /// Makes the file hold all entries that are in memory. An entry whose read from the file gives what is in memory is
+    /// not written: its quotation marks stay, and so does what lies beyond the bounds of memory, the rest of a long
+    /// value or of a long list of keys. If the file has changed since, it gets the entries of memory all the same.
     ///
-    /// Entries are written as they are in memory. So if a file is loaded and saved unchanged,
-    ///   - a value in quotation marks loses them and the blanks at its ends;
-    ///   - a value of over 4095 characters is cut;
-    ///   - a replaced reference stays its text; a replaced key is written beside the old one;
-    ///   - if a section has more keys than their list has room for (see EnumerateSections), the list ends with part of
-    ///     a name: the section gets an entry of that name without a value.
+    /// Everything else stays in the file: comments, sections and keys deleted in memory, and those that LoadIniFile
+    /// left out. A renamed section is written beside the old one. An entry that cannot be written is left out. What is
+    /// written is written as it is in memory: a value with blanks at its ends has none when it is read again. A
+    /// replaced reference becomes its text; a replaced key is written beside the old one.
+    ///
+    /// A derived class writes every entry. A loaded file then also loses quotation marks and the rest of long values,
+    /// and a cut list of keys ends with part of a name, which becomes an entry without a value.
     /// \param create whether to make the file if there is none
     /// \return
     ///   ZO_INI_SUCCESS  there is a file. This does not tell that anything was written (file read-only, disk full): to
@@ -85,7 +92,7 @@ protected:
     public:
         SectionRecord() { m_values.InitHashTable(kHashTableSize, FALSE); }
 
-        void Add(const char* key, const char* value);
+        void Add(const CString& key, CString value);
 
         CStringArray m_keyOrder; ///< in order of loading or setting; may hold a key twice
         CMapStringToString m_values;
@@ -100,6 +107,10 @@ protected:
 
 private:
     BOOL FindSection(const char* section, SectionRecord*& record) const;
-    void LoadSection(const char* section, CMapStringToString* substitutions);
+    bool IsDerived() const;
+    bool ReadLines(ProfileLines& lines) const;
+    void LoadSection(const char* section, CMapStringToString* substitutions, ProfileLines& lines);
+    void SaveSection(const SectionRecord& record, ProfileLines& lines);
+    bool IsInFile(const char* key, const CString& value);
     void AddSection(const char* section, SectionRecord* record);
 };
