@@ -362,6 +362,28 @@ TEST_F(Pickers, DrawFlagNameAndCodeInTheSystemsColours)
     EXPECT_GE(box.SendMessage(CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)), 44) << "the field";
 }
 
+TEST_F(Pickers, ShareOnePictureOfAModulesFlags)
+{
+    FaultSource loads("flags");
+    const ZO_FAULTY_CALL(LoadBitmapA) load(loads, "ZOGBLBRX.DLL", nullptr);
+    for (int round = 1; round <= 2; ++round) { // what is taken last lets it go
+        loads.Arm(1000, false);
+        CCountryCodeComboBox countries;
+        const auto locales = std::make_unique<CFlagLcidListBox>();
+        CZoFlagBitmap first, second, third;
+        EXPECT_TRUE(first.Load() && second.Load());
+        EXPECT_EQ(1, loads.Calls()) << round;
+        const HINSTANCE german = LoadLibraryA("ZOGBLDEU.DLL");
+        {
+            const CDynLinkLibrary host(german, german);
+            EXPECT_TRUE(third.Load());
+            EXPECT_EQ(2, loads.Calls()) << "another module's";
+        }
+        FreeLibrary(german);
+        loads.Disarm();
+    }
+}
+
 template <class BOX> class LocalePickers : public Pickers {
 };
 using Boxes = testing::Types<CFlagLcidComboBox, CFlagLcidListBox>;

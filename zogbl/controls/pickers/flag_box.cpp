@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -42,60 +43,140 @@ static_assert(CB_ERR == LB_ERR && LBS_NOTIFY == kTellsOfSelection && CBN_SELCHAN
 
 // Flags ---------------------------------------------------------------------------------------------------------------
 
-CZoFlagBitmap::~CZoFlagBitmap()
+namespace {
+
+/// What the shared picture is used under: boxes of two threads draw from one bitmap, which only one context can hold.
+class FlagLock {
+public:
+    FlagLock() { EnterCriticalSection(&s_section.section); }
+    ~FlagLock() { LeaveCriticalSection(&s_section.section); }
+    FlagLock(const FlagLock&) = delete;
+    FlagLock& operator=(const FlagLock&) = delete;
+
+private:
+    static inline struct Section {
+        CRITICAL_SECTION section;
+        Section() { InitializeCriticalSection(&section); }
+        ~Section() { DeleteCriticalSection(&section); }
+    } s_section;
+};
+
+} // namespace
+
+/// The bitmap of the flags and its mask.
+class CZoFlagBitmap::Picture {
+public:
+    /// The picture of the module in which the flags are found, with one user more; null: there is none, or no memory.
+    static Picture* Take();
+    /// Ends what Take began.
+    void Release();
+    SIZE GetCellSize() const { return {m_size.cx / ZO_FLAG_COLUMNS, m_size.cy / ZO_FLAG_ROWS}; }
+    void Draw(HDC dc, int left, int top, UINT cell) const;
+
+private:
+    explicit Picture(HINSTANCE module) : m_module(module) {}
+    ~Picture();
+    bool Load();
+
+    static Picture* s_newest; ///< null: there is none
+
+    HINSTANCE m_module;
+    int m_users = 1;
+    HBITMAP m_pictures = nullptr; ///< black where a flag is transparent
+    HBITMAP m_mask = nullptr;     ///< white there, black elsewhere
+    SIZE m_size = {};
+};
+
+CZoFlagBitmap::Picture* CZoFlagBitmap::Picture::s_newest = nullptr;
+
+CZoFlagBitmap::Picture* CZoFlagBitmap::Picture::Take()
 {
-    for (const HBITMAP bitmap : {m_hPictures, m_hMask}) {
+    const HINSTANCE module = ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDB_FLAGS), RT_BITMAP);
+    const FlagLock lock;
+    if (s_newest != nullptr && s_newest->m_module == module) {
+        ++s_newest->m_users;
+        return s_newest;
+    }
+    auto* picture = new (std::nothrow) Picture(module);
+    if (picture != nullptr && !picture->Load())
+        delete std::exchange(picture, nullptr);
+    if (picture != nullptr)
+        s_newest = picture; // one of another module lives on with its users
+    return picture;
+}
+
+void CZoFlagBitmap::Picture::Release()
+{
+    const FlagLock lock;
+    if (--m_users > 0)
+        return;
+    if (s_newest == this)
+        s_newest = nullptr;
+    delete this;
+}
+
+CZoFlagBitmap::Picture::~Picture()
+{
+    for (const HBITMAP bitmap : {m_pictures, m_mask}) {
         if (bitmap != nullptr)
             DeleteObject(bitmap);
     }
 }
 
+bool CZoFlagBitmap::Picture::Load()
+{
+    m_pictures = LoadBitmapA(m_module, MAKEINTRESOURCEA(ZO_IDB_FLAGS));
+    BITMAP description = {};
+    if (m_pictures == nullptr || GetObjectA(m_pictures, sizeof description, &description) == 0)
+        return false;
+    m_size = {description.bmWidth, description.bmHeight};
+    m_mask = CreateBitmap(m_size.cx, m_size.cy, 1, 1, nullptr);
+    if (m_mask == nullptr)
+        return false;
+    const BitmapDC color(nullptr, m_pictures);
+    const BitmapDC monochrome(nullptr, m_mask);
+    if (!color.IsReady() || !monochrome.IsReady())
+        return false;
+    SetBkColor(color, kTransparent); // which is what becomes white in the copy
+    const BOOL masked = BitBlt(monochrome, 0, 0, m_size.cx, m_size.cy, color, 0, 0, SRCCOPY);
+    SetBkColor(color, kBlack); // black where the mask is white, and as it is elsewhere
+    SetTextColor(color, kWhite);
+    return masked && BitBlt(color, 0, 0, m_size.cx, m_size.cy, monochrome, 0, 0, SRCAND);
+}
+
+void CZoFlagBitmap::Picture::Draw(HDC dc, int left, int top, UINT cell) const
+{
+    const SIZE size = GetCellSize();
+    const int x = static_cast<int>(cell % ZO_FLAG_COLUMNS) * size.cx;
+    const int y = static_cast<int>(cell / ZO_FLAG_COLUMNS) * size.cy;
+    const FlagLock lock;
+    const SelectedColors colors(dc, {kBlack, kWhite}); // the mask's
+    for (const auto& [bitmap, operation] : {std::pair(m_mask, SRCAND), std::pair(m_pictures, SRCPAINT)}) {
+        const BitmapDC source(dc, bitmap);
+        BitBlt(dc, left, top, size.cx, size.cy, source, x, y, operation);
+    }
+}
+
+CZoFlagBitmap::~CZoFlagBitmap()
+{
+    if (m_pPicture != nullptr)
+        m_pPicture->Release();
+}
+
 BOOL CZoFlagBitmap::Load()
 {
-    if (m_hPictures != nullptr)
-        return TRUE;
-    const LPCSTR name = MAKEINTRESOURCEA(ZO_IDB_FLAGS);
-    const HBITMAP pictures = LoadBitmapA(ZoGblFindResourceModule(name, RT_BITMAP), name);
-    BITMAP size = {};
-    HBITMAP mask = nullptr;
-    if (pictures != nullptr && GetObjectA(pictures, sizeof size, &size) != 0)
-        mask = CreateBitmap(size.bmWidth, size.bmHeight, 1, 1, nullptr);
-    if (mask != nullptr) {
-        const BitmapDC color(nullptr, pictures);
-        const BitmapDC monochrome(nullptr, mask);
-        if (color.IsReady() && monochrome.IsReady()) {
-            SetBkColor(color, kTransparent); // which is what becomes white in the copy
-            const BOOL masked = BitBlt(monochrome, 0, 0, size.bmWidth, size.bmHeight, color, 0, 0, SRCCOPY);
-            SetBkColor(color, kBlack); // black where the mask is white, and as it is elsewhere
-            SetTextColor(color, kWhite);
-            if (masked && BitBlt(color, 0, 0, size.bmWidth, size.bmHeight, monochrome, 0, 0, SRCAND)) {
-                m_hPictures = pictures;
-                m_hMask = mask;
-                m_cell = {size.bmWidth / ZO_FLAG_COLUMNS, size.bmHeight / ZO_FLAG_ROWS};
-            }
-        }
+    if (m_pPicture == nullptr) {
+        m_pPicture = Picture::Take();
+        if (m_pPicture != nullptr)
+            m_cell = m_pPicture->GetCellSize();
     }
-    if (m_hPictures == nullptr) {
-        for (const HBITMAP bitmap : {pictures, mask}) {
-            if (bitmap != nullptr)
-                DeleteObject(bitmap);
-        }
-    }
-    return m_hPictures != nullptr;
+    return m_pPicture != nullptr;
 }
 
 void CZoFlagBitmap::Draw(HDC dc, int left, int top, UINT flagIndex) const
 {
-    if (m_hPictures == nullptr)
-        return;
-    const UINT cell = flagIndex / ZO_FLAG_COLUMNS < ZO_FLAG_ROWS ? flagIndex : 0;
-    const int x = static_cast<int>(cell % ZO_FLAG_COLUMNS) * m_cell.cx;
-    const int y = static_cast<int>(cell / ZO_FLAG_COLUMNS) * m_cell.cy;
-    const SelectedColors colors(dc, {kBlack, kWhite}); // the mask's
-    for (const auto& [bitmap, operation] : {std::pair(m_hMask, SRCAND), std::pair(m_hPictures, SRCPAINT)}) {
-        const BitmapDC source(dc, bitmap);
-        BitBlt(dc, left, top, m_cell.cx, m_cell.cy, source, x, y, operation);
-    }
+    if (m_pPicture != nullptr)
+        m_pPicture->Draw(dc, left, top, flagIndex / ZO_FLAG_COLUMNS < ZO_FLAG_ROWS ? flagIndex : 0);
 }
 
 // What both boxes do --------------------------------------------------------------------------------------------------

@@ -6,7 +6,8 @@
 
 #include <afxwin.h>
 
-/// The flags of the language library, drawn without their magenta background.
+/// The flags of the language library, drawn without their magenta background. All objects share one picture; it goes
+/// with the last of them.
 class ZOGBL_API CZoFlagBitmap {
 public:
     CZoFlagBitmap() = default;
@@ -14,7 +15,8 @@ public:
     CZoFlagBitmap(const CZoFlagBitmap&) = delete;
     CZoFlagBitmap& operator=(const CZoFlagBitmap&) = delete;
 
-    /// Loads bitmap 24530 (8 columns, 27 rows) at the first call.
+    /// Takes bitmap 24530 (8 columns, 27 rows) at the first call: the picture of another object if that comes from the
+    /// module in which the bitmap is found now, else a new one.
     /// \return FALSE, with nothing to draw: there is no language library or no memory. A later call tries again
     BOOL Load();
     SIZE GetCellSize() const { return m_cell; } ///< in pixels; 16 by 16 until it is loaded
@@ -22,8 +24,9 @@ public:
     void Draw(HDC dc, int left, int top, UINT flagIndex) const;
 
 private:
-    HBITMAP m_hPictures = nullptr; // black where a flag is transparent
-    HBITMAP m_hMask = nullptr;     // white there, black elsewhere
+    class Picture;
+
+    Picture* m_pPicture = nullptr; // shared
     SIZE m_cell = {16, 16};
 };
 
