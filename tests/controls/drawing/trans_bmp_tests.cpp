@@ -302,3 +302,16 @@ TEST(TransBmp, DrawsAllOrNothingWhenTheSystemFails)
         });
     }
 }
+
+TEST(TransBmp, KeepsTheMaskInItsContext)
+{
+    Image image(32);
+    const Target target(32), other(32);
+    image.DrawTrans(target, 1, 1);
+    FaultSource contexts("context");
+    const ZO_FAULTY_CALL(CreateCompatibleDC) context(contexts, kLibrary, nullptr);
+    contexts.Arm(1000, false);
+    image.DrawTrans(other, 1, 1);
+    EXPECT_EQ(2, contexts.Calls()) << "the copy's and the image's";
+    EXPECT_EQ(target.Now(), other.Now());
+}

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -36,12 +37,14 @@ int CellOrigin(int cellSize, int index)
 
 CZoTransBmp::CZoTransBmp(int cellsAcross, int cellsDown)
     : m_nWidth(0), m_nHeight(0), m_nCellWidth(0), m_nCellHeight(0), m_nCellsAcross((std::max)(cellsAcross, 1)),
-      m_nCellsDown((std::max)(cellsDown, 1)), m_hMask(nullptr), m_bUseTopLeftPixel(TRUE), m_crTransparent(kWhite)
+      m_nCellsDown((std::max)(cellsDown, 1)), m_hMask(nullptr), m_bUseTopLeftPixel(TRUE), m_crTransparent(kWhite),
+      m_pMaskDC(nullptr), m_nMaskTechnology(DT_RASDISPLAY)
 {
 }
 
 CZoTransBmp::~CZoTransBmp()
 {
+    delete m_pMaskDC; // before the bitmap that is in it
     if (m_hMask != nullptr)
         ::DeleteObject(m_hMask);
 }
@@ -99,6 +102,7 @@ void CZoTransBmp::DrawArea(HDC dc, int x, int y, int width, int height, int sour
 
 void CZoTransBmp::CreateMask(HDC dc)
 {
+    delete std::exchange(m_pMaskDC, nullptr);
     if (m_hMask != nullptr)
         ::DeleteObject(std::exchange(m_hMask, nullptr));
     const int width = GetWidth();
@@ -117,6 +121,24 @@ void CZoTransBmp::CreateMask(HDC dc)
         m_hMask = mask.release();
 }
 
+/// A context with the mask in it, for drawing on \p dc; null: there is none. Making one is a quarter of what drawing a
+/// small image costs, so it is kept.
+const BitmapDC* CZoTransBmp::GetMask(HDC dc)
+{
+    if (m_hMask == nullptr)
+        CreateMask(dc);
+    if (m_hMask == nullptr)
+        return nullptr;
+    const int technology = dc != nullptr ? GetDeviceCaps(dc, TECHNOLOGY) : DT_RASDISPLAY;
+    if (technology != std::exchange(m_nMaskTechnology, technology))
+        delete std::exchange(m_pMaskDC, nullptr); // one for the screen need not suit a printer
+    if (m_pMaskDC == nullptr)
+        m_pMaskDC = new (std::nothrow) BitmapDC(dc, m_hMask);
+    if (m_pMaskDC != nullptr && !m_pMaskDC->IsReady())
+        delete std::exchange(m_pMaskDC, nullptr);
+    return m_pMaskDC;
+}
+
 void CZoTransBmp::DrawTrans(HDC dc, int x, int y) { DrawAreaTrans(dc, x, y, GetWidth(), GetHeight(), 0, 0); }
 
 void CZoTransBmp::DrawCellTrans(HDC dc, int x, int y, int column, int row)
@@ -128,20 +150,18 @@ void CZoTransBmp::DrawCellTrans(HDC dc, int x, int y, int column, int row)
 
 void CZoTransBmp::DrawAreaTrans(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY)
 {
-    if (m_hMask == nullptr)
-        CreateMask(dc);
-    if (m_hMask == nullptr)
+    const BitmapDC* mask = GetMask(dc);
+    if (mask == nullptr)
         return;
     const BitmapHolder block(::CreateBitmap(width, height, static_cast<BYTE>(GetDeviceCaps(dc, PLANES)),
                                             static_cast<BYTE>(GetDeviceCaps(dc, BITSPIXEL)), nullptr));
     const BitmapDC work(dc, block.get());
     const BitmapDC image(dc, *this);
-    const BitmapDC mask(dc, m_hMask);
-    if (!work.IsReady() || !image.IsReady() || !mask.IsReady())
+    if (!work.IsReady() || !image.IsReady())
         return;
     // On a copy of the target, so that the target is seen only before and after.
     if (BitBlt(work, 0, 0, width, height, dc, x, y, SRCCOPY) && SetBkColor(work, kWhite) != CLR_INVALID &&
-        Merge(work, width, height, image, mask, sourceX, sourceY))
+        Merge(work, width, height, image, *mask, sourceX, sourceY))
         BitBlt(dc, x, y, width, height, work, 0, 0, SRCCOPY);
 }
 
@@ -149,20 +169,18 @@ void CZoTransBmp::DrawStretchTrans(HDC dc, int x, int y, int width, int height)
 {
     const int ownWidth = GetWidth();
     const int ownHeight = GetHeight();
-    if (m_hMask == nullptr)
-        CreateMask(nullptr);
-    if (m_hMask == nullptr)
+    const BitmapDC* mask = GetMask(nullptr);
+    if (mask == nullptr)
         return;
     const BitmapHolder block(::CreateBitmap(ownWidth, ownHeight, 1, 1, nullptr)); // as a new context would have it
     const BitmapDC work(nullptr, block.get());
     const BitmapDC image(nullptr, *this);
-    const BitmapDC mask(nullptr, m_hMask);
-    if (!work.IsReady() || !image.IsReady() || !mask.IsReady())
+    if (!work.IsReady() || !image.IsReady())
         return;
     const COLORREF topLeft = GetPixel(image, 0, 0);
     const COLORREF kept = topLeft != CLR_INVALID ? SetBkColor(work, topLeft) : CLR_INVALID;
     if (kept == CLR_INVALID || !PatBlt(work, 0, 0, ownWidth, ownHeight, WHITENESS) ||
-        !Merge(work, ownWidth, ownHeight, image, mask, 0, 0))
+        !Merge(work, ownWidth, ownHeight, image, *mask, 0, 0))
         return;
     if (SetStretchBltMode(work, COLORONCOLOR) != 0 && SetStretchBltMode(dc, COLORONCOLOR) != 0 &&
         StretchBlt(dc, x, y, width, height, work, 0, 0, ownWidth, ownHeight, SRCCOPY))

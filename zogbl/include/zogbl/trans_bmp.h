@@ -6,6 +6,8 @@
 
 #include <afxwin.h>
 
+class BitmapDC;
+
 /// A bitmap that draws itself: the whole image, one cell of a grid of images, or without one colour.
 ///
 ///     CZoTransBmp lights(8, 1);                     // eight lights side by side
@@ -16,7 +18,8 @@
 /// every CBitmap. It must not be selected into a device context while it is drawn.
 ///
 /// The sizes are measured once, when they are first needed. The mask of the transparent pixels is made once, at the
-/// first transparent drawing. Both stay for the object's life: use a new object for another image.
+/// first transparent drawing; a memory context with the mask in it is kept for the next drawings. All of this stays for
+/// the object's life: use a new object for another image.
 ///
 /// Coordinates and sizes are logical units of the target; one unit counts as one pixel of the image. The target keeps
 /// its selections and, unless said otherwise, its colours and modes. If a call of the system fails, nothing is drawn
@@ -74,6 +77,7 @@ private:
     void GetMetrics();
     int Measured(const int& size); // of the four below
     void CreateMask(HDC dc);
+    const BitmapDC* GetMask(HDC dc);
     void DrawArea(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY);
     void DrawAreaTrans(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY);
 
@@ -86,4 +90,6 @@ private:
     HBITMAP m_hMask; // monochrome, white where transparent; null until the first transparent drawing
     BOOL m_bUseTopLeftPixel;
     COLORREF m_crTransparent; // unless the top-left pixel tells
+    BitmapDC* m_pMaskDC;      // the mask in a context of its own; null until it is drawn with
+    int m_nMaskTechnology;    // of the devices that the context is for
 };
