@@ -5,15 +5,21 @@
 
 #include <zogbl/country_code.h>
 #include <zogbl/module.h>
+#include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
 #include <afxwin.h>
 
+#include <cstdlib>
+#include <mbstring.h>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 namespace {
+
+constexpr Limits kLoadLimits = {0, 1.2};
 
 /// Goes round through the countries, in name order.
 class Round {
@@ -30,6 +36,17 @@ private:
     const CZoCountryCodeList* m_list;
     int m_next = 0;
 };
+
+/// The numbers of the names in the order in which the table has them.
+std::vector<UINT> TableOrder()
+{
+    std::vector<UINT> strings;
+    const auto* record =
+        static_cast<const DWORD*>(ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDR_COUNTRY_TABLE), RT_RCDATA));
+    for (; record != nullptr && record[0] != 0; record += 3)
+        strings.push_back(LOWORD(record[0]));
+    return strings;
+}
 
 CString CodeText(const CZoCountryCode& country)
 {
@@ -83,6 +100,23 @@ void MeasureCountries(Harness& harness)
                               Require(ZoGblLoadString(id, name), "a name is missing");
                           }
                       }}});
+    // The names by hand: loaded, and put in the same order.
+    harness.Compare("countries: list loaded and sorted",
+                    {{"CZoCountryCodeList::LoadData",
+                      [=] { Require(CZoCountryCodeList(1).GetCount() == count, "countries are missing"); }},
+                     {"LoadString for each name, qsort",
+                      [strings = TableOrder(), list, module = ZoGblGetLanguageDLL()] {
+                          using Name = char[64];
+                          const auto names = std::make_unique<Name[]>(strings.size());
+                          for (size_t i = 0; i < strings.size(); ++i)
+                              Require(LoadStringA(module, strings[i], names[i], sizeof names[i]) > 0, "no name");
+                          std::qsort(
+                              names.get(), strings.size(), sizeof(Name), [](const void* first, const void* second) {
+                                  return _mbsicmp(static_cast<const BYTE*>(first), static_cast<const BYTE*>(second));
+                              });
+                          Require(list->GetAt(0)->GetName() == names[0], "another order");
+                      }}},
+                    kLoadLimits);
     harness.Compare("countries: map made",
                     {{"GetCountryCodeMap",
                       [=] {

@@ -14,6 +14,8 @@
 namespace {
 
 constexpr Limits kProfileLimits = {0, 1.10};
+constexpr Limits kMemoryLoadLimits = {0, 1.2};
+constexpr Limits kMemorySaveLimits = {0, 1.5};
 
 // As many sections and keys as a profile file of the suite's has.
 constexpr int kSectionCount = 8;
@@ -97,6 +99,21 @@ void ReadText(LPCSTR path, LPSTR text, DWORD size)
     Require(std::strcmp(text, kText) == 0, "a text came back wrong");
 }
 
+/// The names of the sections and the lines of each of them.
+void ReadSections(LPCSTR path)
+{
+    char names[ZO_INI_VALUE_SIZE];
+    GetPrivateProfileStringA(nullptr, nullptr, "", names, sizeof names, path);
+    int count = 0;
+    for (LPCSTR name = names; *name != '\0'; name += std::strlen(name) + 1) {
+        char lines[0x4000];
+        Require(GetPrivateProfileSectionA(name, lines, sizeof lines, path) > kLargeCount * kLargeNameLength,
+                "lines are missing");
+        ++count;
+    }
+    Require(count == kLargeCount, "sections are missing");
+}
+
 // In memory -----------------------------------------------------------------------------------------------------------
 
 /// Loading, looking up and saving; both libraries compare names with their case.
@@ -135,26 +152,61 @@ void MeasureMemory(Harness& harness)
                                                               "a text came back wrong");
                                                   }}});
 
-    // A file that was just written is read anew by each call, hundreds in a save: few rounds, one operation each.
-    constexpr char kSaveName[] = "profiles: memory save";
-    if (!harness.Wants(kSaveName))
-        return;
-    Samples saved = {"CZoMemIniFile::SaveIniFile", {}};
-    Samples peerSaved = {"SimpleIni: SaveFile", {}};
+    // The end of the object makes the system forget the file; so does the last of the bare calls.
+    harness.Compare("profiles: memory load, sections",
+                    {{"CZoMemIniFile::LoadIniFile",
+                      [=] {
+                          CZoMemIniFile loaded;
+                          load(loaded);
+                      }},
+                     {"GetPrivateProfileSection for each",
+                      [=] {
+                          ReadSections(path);
+                          WritePrivateProfileStringA(nullptr, nullptr, nullptr, path);
+                      }}},
+                    kMemoryLoadLimits);
+
+    // A file that was just written is read anew by each call, several in a save: few rounds, one operation each.
     const unsigned rounds = (std::max)(harness.GetRounds() / 5, 4u);
-    for (unsigned round = 0; round < rounds; ++round) {
-        const LPCSTR text = round % 2 == 0 ? kOtherText : kText; // one value changes
-        RequireStatus(memory.DeleteIniKey(section, key));        // so that the key is not listed twice
+    const auto save = [&](LPCSTR text, Samples& samples) {
+        RequireStatus(memory.DeleteIniKey(section, key)); // so that the key is not listed twice
         RequireStatus(memory.SetIniValue(section, key, text));
-        long long start = Ticks();
+        const long long start = Ticks();
         RequireStatus(memory.SaveIniFile(FALSE));
-        saved.nanoseconds.push_back(Nanoseconds(Ticks() - start));
-        Require(peer.SetValue(section, key, text) == SI_UPDATED, "SimpleIni could not set a value");
-        start = Ticks();
-        Require(peer.SaveFile(path) == SI_OK, "SimpleIni could not save a file");
-        peerSaved.nanoseconds.push_back(Nanoseconds(Ticks() - start));
+        samples.nanoseconds.push_back(Nanoseconds(Ticks() - start));
+    };
+    constexpr char kSaveName[] = "profiles: memory save";
+    if (harness.Wants(kSaveName)) {
+        Samples saved = {"CZoMemIniFile::SaveIniFile", {}};
+        Samples peerSaved = {"SimpleIni: SaveFile", {}};
+        for (unsigned round = 0; round < rounds; ++round) {
+            const LPCSTR text = round % 2 == 0 ? kOtherText : kText; // one value changes
+            save(text, saved);
+            Require(peer.SetValue(section, key, text) == SI_UPDATED, "SimpleIni could not set a value");
+            const long long start = Ticks();
+            Require(peer.SaveFile(path) == SI_OK, "SimpleIni could not save a file");
+            peerSaved.nanoseconds.push_back(Nanoseconds(Ticks() - start));
+        }
+        harness.Add(kSaveName, {saved, peerSaved}, Unit::milliseconds);
     }
-    harness.Add(kSaveName, {saved, peerSaved}, Unit::milliseconds);
+    constexpr char kSaveSectionsName[] = "profiles: memory save, sections";
+    if (harness.Wants(kSaveSectionsName)) {
+        Samples saved = {"CZoMemIniFile::SaveIniFile", {}};
+        Samples floor = {"GetPrivateProfileSection for each, one write", {}};
+        const CString otherKey = LargeName("Key", 9); // its own, for what is there already is not written
+        const auto saveBare = [&](LPCSTR text) {
+            const long long start = Ticks();
+            ReadSections(path);
+            Require(WritePrivateProfileStringA(section, otherKey, text, path), "a call failed");
+            floor.nanoseconds.push_back(Nanoseconds(Ticks() - start));
+        };
+        for (unsigned round = 0; round < rounds; ++round) {
+            const LPCSTR text = round % 2 == 0 ? kOtherText : kText;
+            saveBare(text);
+            save(text, saved);
+        }
+        harness.Add(kSaveSectionsName, {saved, floor}, Unit::milliseconds, kMemorySaveLimits);
+    }
 }
 
 } // namespace
