@@ -6,7 +6,7 @@
 
 /// A device context: owns the handle attached to it, and deletes it.
 ///
-/// It draws upon m_hDC and asks m_hAttribDC for what it wants to know. Both are the same context unless SetAttribDC sets
+/// It draws upon m_hDC and asks m_hAttribDC for what it wants to know. Both are one context unless SetAttribDC sets
 /// another, a printer for instance whose page is shown on the screen. What is set (colours, fonts, modes, clipping,
 /// coordinates) is set in both, and what it was before is m_hAttribDC's answer. Operations without a context fail as
 /// the system's do.

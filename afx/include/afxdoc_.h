@@ -99,7 +99,7 @@ public:
     /// and then says by pInfo->m_bContinuePrinting whether there is such a page: this one ends a document whose length
     /// is not known after a page.
     virtual void OnPrepareDC(CDC* pDC, CPrintInfo* pInfo = nullptr);
-    /// To be called by OnPreparePrinting: lets the user choose a printer; for a preview and for direct printing takes the
+    /// To be called by OnPreparePrinting: lets the user choose a printer; for a preview and direct printing takes the
     /// default one. \return FALSE if nothing can be or is to be printed; the user knows why
     BOOL DoPreparePrinting(CPrintInfo* pInfo);
 
