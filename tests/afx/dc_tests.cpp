@@ -11,10 +11,10 @@ public:
     {
         CreateCompatibleDC(nullptr);
         m_bitmap.CreateBitmap(40, 20, 1, 32, nullptr);
-        m_before = SelectObject(&m_bitmap);
+        m_before = ::SelectObject(m_hDC, m_bitmap); // no temporary object, which would not live as long
         PatBlt(0, 0, 40, 20, WHITENESS);
     }
-    ~Picture() override { SelectObject(m_before); }
+    ~Picture() override { ::SelectObject(m_hDC, m_before); }
 
     /// The pixels that are no longer white: how many, and the first and last of them, by columns.
     std::string Drawn() const
@@ -36,7 +36,7 @@ public:
     CBitmap m_bitmap;
 
 private:
-    CBitmap* m_before;
+    HGDIOBJ m_before;
 };
 
 BOOL CALLBACK DrawBlock(HDC dc, LPARAM, WPARAM, int cx, int cy) { return PatBlt(dc, 0, 0, cx, cy, BLACKNESS); }
