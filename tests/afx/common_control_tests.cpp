@@ -181,6 +181,7 @@ TEST_F(CommonControlTest, ListViews)
     int usual[] = {0, 1};
     list.SetColumnOrderArray(2, usual);
     list.GetSubItemRect(1, 1, LVIR_BOUNDS, sub);
+    EXPECT_EQ(50, sub.Width());
     LVHITTESTINFO hit = {};
     hit.pt = sub.CenterPoint();
     EXPECT_EQ("1 1 0 1",
@@ -502,6 +503,11 @@ TEST_F(WindowTips, OfAControlOfTheirOwn)
     EXPECT_EQ("other", written(&window, 70));
     tips.UpdateTipText(1616, &button);
     EXPECT_EQ("host", written(&button));
+    TOOLINFO known = {};
+    known.cbSize = TTTOOLINFOA_V1_SIZE;
+    known.hwnd = window.m_hWnd;
+    known.uId = reinterpret_cast<UINT_PTR>(button.m_hWnd);
+    EXPECT_TRUE(tips.SendMessage(TTM_GETTOOLINFO, 0, reinterpret_cast<LPARAM>(&known))) << "its parent is asked";
     tips.SetToolRect(&window, 70, CRect(0, 60, 20, 80));
     const std::pair<CPoint, LRESULT> hits[] = {{{10, 70}, TRUE}, {{30, 70}, FALSE}};
     for (const auto& [point, expected] : hits) {
