@@ -115,9 +115,10 @@ inline int CompareCharacters(LPCSTR first, LPCSTR second)
 }
 /// The same without regard to case. Where all characters have one byte the order is the run-time library's: it has no
 /// second half to look for. \return less than 0, 0, or more
-inline int CompareCharactersNoCase(LPCSTR first, LPCSTR second)
+/// \param doubleByte whether the system has characters of two bytes; who compares many asks once
+inline int CompareCharactersNoCase(LPCSTR first, LPCSTR second, bool doubleByte)
 {
-    if (!GetSystemMetrics(SM_DBCSENABLED))
+    if (!doubleByte)
         return _stricmp(first, second);
     for (;; first = NextCharacter(first), second = NextCharacter(second)) {
         const UINT character1 = LowerCase(CharacterAt(first));
@@ -127,6 +128,11 @@ inline int CompareCharactersNoCase(LPCSTR first, LPCSTR second)
         if (character1 == 0)
             return 0;
     }
+}
+
+inline int CompareCharactersNoCase(LPCSTR first, LPCSTR second)
+{
+    return CompareCharactersNoCase(first, second, GetSystemMetrics(SM_DBCSENABLED) != 0);
 }
 
 /// Changes the case of a text by \p map, _mbsupr or _mbslwr. Half a character at its end stays as it is.

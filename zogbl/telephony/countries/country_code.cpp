@@ -74,8 +74,7 @@ class NameOrder {
 public:
     bool operator()(const CZoCountryCode* first, const CZoCountryCode* second) const
     {
-        const LPCSTR name1 = first->GetName(), name2 = second->GetName();
-        return (m_isDoubleByte ? CompareCharacters(name1, name2, &LowerCase) : _stricmp(name1, name2)) < 0;
+        return CompareCharactersNoCase(first->GetName(), second->GetName(), m_isDoubleByte) < 0;
     }
     bool operator()(void* first, void* second) const { return (*this)(Country(first), Country(second)); }
 
