@@ -129,10 +129,10 @@ TEST_F(ControlTest, ListsItems)
     list.SetItemDataPtr(2, &list);
     EXPECT_EQ(77u, list.GetItemData(1));
     EXPECT_EQ(&list, list.GetItemDataPtr(2));
-    list.SetItemHeight(0, 30);
+    list.SetItemHeight(0, 20);
     list.SetTopIndex(1);
     list.SetHorizontalExtent(250);
-    EXPECT_EQ("30 1 250", (Answers{list.GetItemHeight(0), list.GetTopIndex(), list.GetHorizontalExtent()}));
+    EXPECT_EQ("20 1 250", (Answers{list.GetItemHeight(0), list.GetTopIndex(), list.GetHorizontalExtent()}));
     CRect place;
     list.GetItemRect(2, place);
     BOOL inside = TRUE, outside = FALSE;

@@ -41,6 +41,7 @@ template <class... ARGUMENTS> std::string Written(const char* name, ARGUMENTS...
 class AllWindow : public CWnd {
 public:
     std::string log;
+    HDC context = nullptr; // that is sent to it
 
 protected:
 #define ZO_HANDLER(result, name, parameters, ...)                                                                      \
@@ -84,7 +85,7 @@ protected:
     ZO_HANDLER(Nothing, OnParentNotify, (UINT message, LPARAM parameter), message, parameter)
     HBRUSH OnCtlColor(CDC* dc, CWnd* control, UINT kind)
     {
-        log = Written("OnCtlColor", dc->m_hDC, control, kind);
+        log = Written(dc->m_hDC == context ? "OnCtlColor" : "no context", control, kind);
         return reinterpret_cast<HBRUSH>(7);
     }
     DECLARE_MESSAGE_MAP()
@@ -136,6 +137,9 @@ TEST(MessageMap, UnpacksEachMessage)
     ASSERT_TRUE(child.Create("", 0, CRect(0, 0, 9, 9), &window, kChild));
     const auto handle = reinterpret_cast<UINT_PTR>(child.m_hWnd);
     const auto own = static_cast<LPARAM>(handle);
+    const CClientDC context(&window);
+    window.context = context.m_hDC;
+    const auto drawing = reinterpret_cast<WPARAM>(context.m_hDC);
     const LPARAM negative = MAKELPARAM(static_cast<WORD>(-3), static_cast<WORD>(-4));
     const struct {
         UINT message;
@@ -178,8 +182,8 @@ TEST(MessageMap, UnpacksEachMessage)
         {WM_COMPAREITEM, kChild, 0, "OnCompareItem 9 0", 7},
         {WM_CHARTOITEM, MAKEWPARAM('a', 3), own, "OnCharToItem 97 window9 3", 7},
         {WM_PARENTNOTIFY, MAKEWPARAM(WM_CREATE, kChild), own, nullptr, 0},
-        {WM_CTLCOLORSTATIC, 77, own, "OnCtlColor 77 window9 6", 7},
-        {WM_CTLCOLORMSGBOX, 77, own, "OnCtlColor 77 window9 0", 7},
+        {WM_CTLCOLORSTATIC, drawing, own, "OnCtlColor window9 6", 7},
+        {WM_CTLCOLORMSGBOX, drawing, own, "OnCtlColor window9 0", 7},
     };
     for (const auto& row : rows) {
         window.log.clear();
@@ -220,7 +224,7 @@ public:
     void DeleteItem(DELETEITEMSTRUCT* item) { log += Written("delete", item->itemID) + " "; }
     HBRUSH CtlColor(CDC* dc, UINT kind)
     {
-        log += Written("colour", dc->m_hDC, kind) + " ";
+        log += Written(dc->m_hDC != nullptr ? "colour" : "no context", kind) + " ";
         return reinterpret_cast<HBRUSH>(static_cast<UINT_PTR>(kind)); // none for message boxes
     }
     void HScroll(UINT code, UINT position) { log += Written("scroll", code, position) + " "; }
@@ -366,8 +370,10 @@ TEST_F(Reflection, GivesBackWhatTheParentIsAskedForAControl)
     EXPECT_EQ(Outcome(-1, ""), Send(WM_COMPAREITEM, kChild, reinterpret_cast<LPARAM>(&compare)));
     DELETEITEMSTRUCT gone = {ODT_LISTBOX, kChild, 3, control.m_hWnd, 0};
     EXPECT_EQ(Outcome(TRUE, "delete 3 "), Send(WM_DELETEITEM, kChild, reinterpret_cast<LPARAM>(&gone)));
-    EXPECT_EQ(Outcome(CTLCOLOR_BTN, "colour 77 3 colour 3 "), Send(WM_CTLCOLORBTN, 77, own));
-    EXPECT_EQ("colour 77 0 colour 0 ", Send(WM_CTLCOLORMSGBOX, 77, own).second) << "no brush: the parent's default";
+    const CClientDC context(&parent);
+    const auto drawing = reinterpret_cast<WPARAM>(context.m_hDC);
+    EXPECT_EQ(Outcome(CTLCOLOR_BTN, "colour 3 colour 3 "), Send(WM_CTLCOLORBTN, drawing, own));
+    EXPECT_EQ("colour 0 colour 0 ", Send(WM_CTLCOLORMSGBOX, drawing, own).second) << "no brush: the parent's default";
     EXPECT_EQ(Outcome(0, "scroll 5 60000 "), Send(WM_HSCROLL, MAKEWPARAM(SB_THUMBTRACK, 60000), own));
     EXPECT_EQ(Outcome(14, ""), Send(WM_VKEYTOITEM, MAKEWPARAM(10, 4), own));
     EXPECT_EQ(Outcome(0, "told 2 "), Send(WM_PARENTNOTIFY, MAKEWPARAM(WM_DESTROY, kChild), own));
