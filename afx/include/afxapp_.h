@@ -13,9 +13,9 @@ public:
     virtual BOOL InitInstance();
     virtual int Run();
     virtual int ExitInstance();
-    /// Called when the main loop has no message left, after one for which IsIdleMessage is TRUE. The first call lets the
-    /// thread's windows show the state of their commands, and deletes temporary objects of handles.
-    /// \param lCount number of calls since the last message. \return TRUE to be called again.
+    /// Called when the main loop has no message left, after one for which IsIdleMessage is TRUE. The first call lets
+    /// the thread's windows show the state of their commands, and deletes temporary objects of handles. \param lCount
+    /// number of calls since the last message. \return TRUE to be called again.
     virtual BOOL OnIdle(LONG lCount);
     /// \return FALSE for messages after which nothing can have changed: paint requests, and a mouse that has not moved
     virtual BOOL IsIdleMessage(MSG* pMsg);

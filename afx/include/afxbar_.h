@@ -66,8 +66,8 @@ public:
     BOOL CreateEx(CWnd* pParentWnd, DWORD dwCtrlStyle, DWORD dwStyle = WS_CHILD | WS_VISIBLE | CBRS_TOP,
                   UINT nID = AFX_IDW_TOOLBAR);
 
-    /// Sets buttons, sizes and pictures by the resource of type TOOLBAR (241) and the bitmap of that number. The resource
-    /// is a row of 16-bit numbers: 1, width and height of a picture, number of buttons, their commands.
+    /// Sets buttons, sizes and pictures by the resource of type TOOLBAR (241) and the bitmap of that number. The
+    /// resource is a row of 16-bit numbers: 1, width and height of a picture, number of buttons, their commands.
     BOOL LoadToolBar(LPCSTR lpszResourceName);
     BOOL LoadToolBar(UINT nIDResource) { return LoadToolBar(MAKEINTRESOURCE(nIDResource)); }
     /// One picture beside the other; the greys of a button's face, edges and shadow become the system's, anew when they

@@ -10,8 +10,8 @@ class CEdit;
 class CHeaderCtrl;
 class CImageList;
 
-/// Items with texts and pictures, as rows with columns (LVS_REPORT), as icons or as a list. Column 0 is the item itself.
-/// With LVS_OWNERDRAWFIXED DrawItem draws the rows.
+/// Items with texts and pictures, as rows with columns (LVS_REPORT), as icons or as a list. Column 0 is the item
+/// itself. With LVS_OWNERDRAWFIXED DrawItem draws the rows.
 class AFX_API CListCtrl : public CWnd {
     DECLARE_DYNAMIC(CListCtrl)
 public:

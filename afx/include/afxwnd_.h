@@ -143,9 +143,9 @@ public:
     /// Makes the rectangle of a client area that of its window. \param nAdjustType adjustOutside: with the sunken edge
     virtual void CalcWindowRect(LPRECT lpClientRect, UINT nAdjustType = adjustBorder);
     enum RepositionFlags { reposDefault = 0, reposQuery = 1, reposExtra = 2 };
-    /// Lets the children with numbers \p nIDFirst to \p nIDLast lay themselves out by WM_SIZEPARENT, and gives the child
-    /// \p nIDLeftOver what is left. \param nFlag reposQuery: nothing is moved, \p lpRectParam gets what would be left;
-    /// reposExtra: its four numbers are margins of what is left \param lpRectClient null: the client area
+    /// Lets the children with numbers \p nIDFirst to \p nIDLast lay themselves out by WM_SIZEPARENT, and gives the
+    /// child \p nIDLeftOver what is left. \param nFlag reposQuery: nothing is moved, \p lpRectParam gets what would be
+    /// left; reposExtra: its four numbers are margins of what is left \param lpRectClient null: the client area
     void RepositionBars(UINT nIDFirst, UINT nIDLast, UINT nIDLeftOver, UINT nFlag = reposDefault,
                         LPRECT lpRectParam = nullptr, LPCRECT lpRectClient = nullptr, BOOL bStretch = TRUE);
     void ClientToScreen(LPPOINT lpPoint) const { ::ClientToScreen(m_hWnd, lpPoint); }
@@ -267,9 +267,9 @@ public:
     void UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 
     // Tool tips
-    /// Shows tips, while the mouse rests, for the parts of this window that OnToolHitTest finds. The window is asked for
-    /// each text by TTN_NEEDTEXT, with 0 for the number of the control; a text that lpszText names must stay valid until
-    /// the next one is asked for. Where windows lie within each other, the innermost one with tips decides alone.
+    /// Shows tips, while the mouse rests, for the parts of this window that OnToolHitTest finds. The window is asked
+    /// for each text by TTN_NEEDTEXT, with 0 for the number of the control; a text that lpszText names must stay valid
+    /// until the next one is asked for. Where windows lie within each other, the innermost one with tips decides alone.
     /// \return whether tips are shown now
     BOOL EnableToolTips(BOOL bEnable = TRUE);
     static void AFXAPI CancelToolTips(BOOL bKeys = FALSE); ///< takes the tip that is shown away. \p bKeys has no effect

@@ -115,7 +115,7 @@ TEST_F(ControlTest, EditsText)
 TEST_F(ControlTest, ListsItems)
 {
     CListBox list;
-    ASSERT_TRUE(list.Create(WS_VISIBLE | LBS_NOTIFY | WS_HSCROLL, kPlace, &parent, kId));
+    ASSERT_TRUE(list.Create(WS_VISIBLE | LBS_NOTIFY | WS_HSCROLL, CRect(0, 0, 100, 90), &parent, kId));
     for (const char* text : {"ab", "abc", "b", "abd"})
         list.AddString(text);
     EXPECT_EQ("0 5 3 -1", (Answers{list.InsertString(0, ""), list.GetCount(), list.GetTextLen(4), list.GetTextLen(5)}));
@@ -129,10 +129,10 @@ TEST_F(ControlTest, ListsItems)
     list.SetItemDataPtr(2, &list);
     EXPECT_EQ(77u, list.GetItemData(1));
     EXPECT_EQ(&list, list.GetItemDataPtr(2));
-    list.SetItemHeight(0, 20);
+    list.SetItemHeight(0, 30);
     list.SetTopIndex(1);
     list.SetHorizontalExtent(250);
-    EXPECT_EQ("20 1 250", (Answers{list.GetItemHeight(0), list.GetTopIndex(), list.GetHorizontalExtent()}));
+    EXPECT_EQ("30 1 250", (Answers{list.GetItemHeight(0), list.GetTopIndex(), list.GetHorizontalExtent()}));
     CRect place;
     list.GetItemRect(2, place);
     BOOL inside = TRUE, outside = FALSE;
