@@ -20,9 +20,6 @@ AFX_API HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd);
 #define MLF_NOKICKIDLE 0x0002
 #define MLF_SHOWONIDLE 0x0004
 
-/// For CWnd::OnToolHitTest, beside the system's flags of a tool: it is no button.
-#define TTF_NOTBUTTON 0x80000000
-
 /// A window. The permanent map leads from a handle to its CWnd from the moment the window begins to exist; FromHandle
 /// makes temporary objects for handles that have none, which live until the thread is next idle in its main loop.
 /// Where a CWnd* names another window, null stands for none.

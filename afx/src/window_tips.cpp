@@ -118,7 +118,6 @@ void CWnd::ShowToolTip(const MSG& message)
         CancelToolTips();
         return;
     }
-    tool.uFlags &= ~static_cast<UINT>(TTF_NOTBUTTON); // which the system does not know
     ThreadTips& tips = GetThreadState()->tips;
     const bool isNew = tips.window != m_hWnd || tips.hit != hit || tips.id != tool.uId;
     if (isNew)
@@ -148,8 +147,6 @@ INT_PTR CWnd::OnToolHitTest(CPoint point, tagTOOLINFOA* pTI) const
         pTI->uId = reinterpret_cast<UINT_PTR>(child);
         pTI->lpszText = LPSTR_TEXTCALLBACKA;
         pTI->uFlags |= TTF_IDISHWND;
-        if ((::SendMessage(child, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON) == 0)
-            pTI->uFlags |= TTF_NOTBUTTON | TTF_CENTERTIP;
     }
     return id;
 }

@@ -414,10 +414,9 @@ TEST_F(WindowTips, AreForChildrenWithANumber)
         INT_PTR expected;
         UINT flags;
     } rows[] = {
-        {{10, 10}, 1, TTF_IDISHWND}, {{60, 10}, 2, TTF_IDISHWND | TTF_NOTBUTTON | TTF_CENTERTIP},
-        {{110, 10}, -1, 0}, // a text
-        {{10, 60}, -1, 0},  // the window itself
-        {{10, 250}, -1, 0}, // outside
+        {{10, 10}, 1, TTF_IDISHWND}, {{60, 10}, 2, TTF_IDISHWND}, {{110, 10}, -1, 0}, // a text
+        {{10, 60}, -1, 0},                                                            // the window itself
+        {{10, 250}, -1, 0},                                                           // outside
     };
     for (const auto& row : rows) {
         TOOLINFO tool = {};
