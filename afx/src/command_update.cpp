@@ -14,6 +14,19 @@ BOOL CCmdUI::DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler)
     return FALSE;
 }
 
+namespace {
+
+/// Gives the focus to the control that Tab would lead to.
+void PassFocusOn(const CWnd& control)
+{
+    const HWND parent = ::GetParent(control.m_hWnd);
+    ::SendMessage(parent, WM_NEXTDLGCTL, 0, FALSE); // in a dialog, which cares for its default button, too
+    if (::GetFocus() == control.m_hWnd)
+        ::SetFocus(::GetNextDlgTabItem(parent, control.m_hWnd, FALSE));
+}
+
+} // namespace
+
 void CCmdUI::Enable(BOOL bOn)
 {
     if (m_pMenu != nullptr) {
@@ -21,7 +34,7 @@ void CCmdUI::Enable(BOOL bOn)
             m_pMenu->EnableMenuItem(m_nIndex, MF_BYPOSITION | (bOn ? MF_ENABLED : MF_GRAYED | MF_DISABLED));
     } else if (m_pOther != nullptr) {
         if (!bOn && ::GetFocus() == m_pOther->m_hWnd) // keys would go nowhere
-            ::SendMessage(::GetParent(m_pOther->m_hWnd), WM_NEXTDLGCTL, 0, FALSE);
+            PassFocusOn(*m_pOther);
         m_pOther->EnableWindow(bOn);
     }
 }
@@ -118,7 +131,7 @@ void AFXAPI AfxUpdateMenu(CMenu* pMenu, CCmdTarget* pTarget, BOOL bDisableIfNoHn
         }
         // A handler may put items in or take its own out, of a list of files, say: what stood behind stays behind.
         const UINT behind = item.m_nIndexMax - item.m_nIndex;
-        item.DoUpdate(pTarget, bDisableIfNoHndler && item.m_pSubMenu == nullptr);
+        item.DoUpdate(pTarget, bDisableIfNoHndler);
         item.m_nIndexMax = pMenu->GetMenuItemCount();
         item.m_nIndex = item.m_nIndexMax - (std::min)(behind, item.m_nIndexMax);
     }

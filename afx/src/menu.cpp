@@ -55,10 +55,6 @@ BOOL CMenu::DestroyMenu() { return m_hMenu != nullptr && ::DestroyMenu(Detach())
 int CMenu::GetMenuString(UINT nIDItem, CString& rString, UINT nFlags) const
 {
     const int length = ::GetMenuString(m_hMenu, nIDItem, nullptr, 0, nFlags);
-    if (length <= 0) {
-        rString.Empty();
-        return 0;
-    }
     const int copied = GetMenuString(nIDItem, rString.GetBuffer(length), length + 1, nFlags);
     rString.ReleaseBuffer(copied);
     return copied;

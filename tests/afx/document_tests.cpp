@@ -76,6 +76,7 @@ class TestMain : public CMDIFrameWnd {
 };
 BEGIN_MESSAGE_MAP(TestMain, CMDIFrameWnd)
     AFX_ENTRY(WM_COMMAND, CN_COMMAND, kToMost, kToMain, nullptr, g_log += "main ")
+    AFX_ENTRY(WM_COMMAND, CN_COMMAND, 101, 101, nullptr, g_log += "key ") // an accelerator of host.rc
 END_MESSAGE_MAP()
 
 int g_answer = IDCANCEL;
@@ -189,6 +190,17 @@ TEST_F(Documents, GetCommandsOnTheirWayFromTheViewToTheApplication)
     };
     for (const auto& [id, expected] : commands)
         EXPECT_EQ(expected, Command(id)) << id;
+}
+
+TEST_F(Documents, HaveKeysOfTheirOwn)
+{
+    m_type->OpenDocumentFile(nullptr);
+    CMDIChildWnd* child = m_main->MDIGetActive();
+    ASSERT_TRUE(child->LoadAccelTable(MAKEINTRESOURCEA(41))); // of host.rc
+    TakeLog();
+    MSG key = {child->m_hWnd, WM_KEYDOWN, VK_F5, 1, 0, {}};
+    EXPECT_TRUE(child->PreTranslateMessage(&key));
+    EXPECT_EQ("key ", TakeLog()) << "on the way of all commands, which begins with the main window";
 }
 
 TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)

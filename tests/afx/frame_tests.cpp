@@ -16,6 +16,11 @@ public:
 
     std::string log;
     bool canTwo = true;
+    CDocument* document = nullptr;
+    bool refuses = false; // to be created
+
+    CDocument* GetActiveDocument() override { return document; }
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override { return !refuses && CFrameWnd::PreCreateWindow(cs); }
 
     void OnOne() { log += "one "; }
     void OnUpdateTwo(CCmdUI* item)
@@ -39,11 +44,20 @@ END_MESSAGE_MAP()
 class Bar : public CControlBar {
 public:
     int updates = 0;
+    bool* gone = nullptr;
 
+    ~Bar() override
+    {
+        if (gone != nullptr)
+            *gone = true;
+    }
     Bar(CFrameWnd& frame, DWORD edge, UINT id) { EXPECT_TRUE(CreateBar("STATIC", WS_VISIBLE | edge, 0, &frame, id)); }
     CSize CalcFixedLayout(BOOL, BOOL) override { return {50, 20}; }
     void OnUpdateCmdUI(CFrameWnd*, BOOL) override { ++updates; }
 };
+
+HMENU g_menu = nullptr; // the last that a frame loaded
+HMENU WINAPI LoadAndKeep(HINSTANCE module, LPCSTR name) { return g_menu = ::LoadMenuA(module, name); }
 
 class FrameTest : public ::testing::Test {
 protected:
@@ -96,6 +110,24 @@ TEST_F(FrameTest, TakesWhatHasItsNumber)
     frame.ModifyStyle(0, FWS_ADDTOTITLE);
     frame.OnUpdateFrameTitle(FALSE);
     EXPECT_STREQ("other", TextOf(frame));
+    CDocument document;
+    document.SetTitle("paper");
+    frame.document = &document;
+    const auto titled = [&](LPCSTR title, DWORD remove, DWORD add) {
+        frame.SetTitle(title);
+        frame.ModifyStyle(remove, add);
+        frame.OnUpdateFrameTitle(TRUE);
+        return std::string(TextOf(frame));
+    };
+    EXPECT_EQ("other - paper", titled("other", 0, 0));
+    EXPECT_EQ("paper - other", titled("other", 0, FWS_PREFIXTITLE));
+    EXPECT_EQ("paper", titled("", FWS_PREFIXTITLE, 0));
+    frame.document = nullptr;
+    const ImportPatch load("ZOAFX.DLL", "LoadMenuA", &LoadAndKeep);
+    Frame refusing;
+    refusing.refuses = true;
+    EXPECT_FALSE(refusing.LoadFrame(kFrame));
+    EXPECT_TRUE(g_menu != nullptr && !IsMenu(g_menu)) << "nobody has it";
     Frame without;
     EXPECT_FALSE(without.Create(nullptr, "no such menu", WS_OVERLAPPEDWINDOW, CFrameWnd::rectDefault, nullptr,
                                 MAKEINTRESOURCE(4711)));
@@ -131,7 +163,14 @@ TEST_F(FrameTest, LaysBarsOutAroundThePane)
     frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(frame.GetMenu()->GetSubMenu(0)->m_hMenu),
                       MAKELPARAM(0, TRUE));
     EXPECT_EQ("", frame.log) << "the system's own menu";
-    top.SetFocus();
+    CMenu* menu = frame.GetMenu()->GetSubMenu(0);
+    ASSERT_TRUE(menu->AppendMenu(MF_STRING, 999, "unanswered"));
+    frame.m_bAutoMenuEnable = FALSE;
+    frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu->m_hMenu), 0);
+    EXPECT_EQ(static_cast<UINT>(MF_ENABLED), menu->GetMenuState(999, MF_BYCOMMAND));
+    CButton inner;
+    ASSERT_TRUE(inner.Create("", WS_VISIBLE, CRect(0, 0, 9, 9), &top, 1));
+    inner.SetFocus();
     frame.SendMessage(WM_COMMAND, ID_VIEW_TOOLBAR);
     EXPECT_FALSE(top.IsWindowVisible());
     EXPECT_EQ(frame.m_hWnd, ::GetFocus()) << "not in a bar that nobody sees";
@@ -151,6 +190,12 @@ TEST_F(FrameTest, LaysBarsOutAroundThePane)
     EXPECT_EQ(0, Place(pane).Height());
     EXPECT_EQ(&top, frame.GetControlBar(AFX_IDW_TOOLBAR));
     EXPECT_EQ(nullptr, frame.GetControlBar(AFX_IDW_PANE_FIRST)) << "no bar";
+    bool gone = false;
+    auto* own = new Bar(frame, CBRS_TOP, 78);
+    own->gone = &gone;
+    own->m_bAutoDelete = TRUE;
+    own->DestroyWindow();
+    EXPECT_TRUE(gone);
 }
 
 TEST_F(FrameTest, ToolBarShowsTheStateOfItsCommands)
@@ -159,6 +204,7 @@ TEST_F(FrameTest, ToolBarShowsTheStateOfItsCommands)
     ASSERT_TRUE(bar.Create(&frame, WS_CHILD | WS_VISIBLE | CBRS_TOP | CBRS_TOOLTIPS));
     EXPECT_FALSE(bar.LoadToolBar(4711));
     EXPECT_FALSE(bar.LoadToolBar(42)) << "damaged";
+    EXPECT_FALSE(bar.LoadToolBar(43)) << "of another version";
     ASSERT_TRUE(bar.LoadToolBar(kFrame));
     ASSERT_EQ(4, bar.GetCount());
     static constexpr UINT ids[] = {kOne, ID_SEPARATOR, kTwo, kThree};
@@ -198,7 +244,27 @@ TEST_F(FrameTest, ToolBarShowsTheStateOfItsCommands)
     ASSERT_TRUE(bar.SetButtons(nullptr, 2));
     EXPECT_EQ(2, bar.GetCount());
     bar.SendMessage(WM_SYSCOLORCHANGE); // the pictures come anew
+    ZO_EXPECT_NO_LEAK({ bar.SendMessage(WM_SYSCOLORCHANGE); });
     EXPECT_FALSE(bar.SetBitmap(nullptr));
+}
+
+TEST(MdiFrame, LeavesRoomForBars)
+{
+    struct Main : CMDIFrameWnd {
+        ~Main() override { m_hWnd = nullptr; }
+        void PostNcDestroy() override {}
+    } main;
+    ASSERT_TRUE(main.Create(nullptr, "", WS_OVERLAPPEDWINDOW, CRect(0, 0, 300, 200)));
+    {
+        const Bar top(main, CBRS_TOP, AFX_IDW_TOOLBAR);
+        main.SetWindowPos(nullptr, 0, 0, 400, 300, SWP_NOMOVE | SWP_NOZORDER);
+        CRect client, documents;
+        main.GetClientRect(&client);
+        ::GetWindowRect(main.m_hWndMDIClient, &documents);
+        main.ScreenToClient(&documents);
+        EXPECT_TRUE(documents == CRect(0, 20, client.right, client.bottom));
+    }
+    main.DestroyWindow();
 }
 
 TEST_F(FrameTest, TellsOfCommands)
@@ -231,6 +297,10 @@ TEST_F(FrameTest, TellsOfCommands)
         NMTTDISPINFOA tip = {};
         tip.hdr = {frame.m_hWnd, id, static_cast<UINT>(TTN_GETDISPINFOA)};
         tip.lpszText = kept;
+        tip.uFlags = TTF_IDISHWND;
+        frame.SendMessage(WM_NOTIFY, id, reinterpret_cast<LPARAM>(&tip));
+        EXPECT_STREQ("kept", tip.lpszText) << "that is a window, no command";
+        tip.uFlags = 0;
         frame.SendMessage(WM_NOTIFY, id, reinterpret_cast<LPARAM>(&tip));
         EXPECT_STREQ(expected, tip.lpszText);
     }

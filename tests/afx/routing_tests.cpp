@@ -468,6 +468,11 @@ TEST(CommandUpdate, SetsTheItemsOfAMenu)
     AfxUpdateMenu(&menu, &target, FALSE);
     EXPECT_EQ(0, menu.GetMenuString(kUnanswered + 1000, text, MF_BYCOMMAND));
     EXPECT_TRUE(text.IsEmpty());
+    EXPECT_EQ(&menu, CMenu::FromHandle(menu.m_hMenu));
+    const HMENU handle = menu.Detach();
+    EXPECT_EQ(nullptr, CMenu::FromHandlePermanent(handle));
+    EXPECT_EQ(handle, CMenu::FromHandle(handle)->GetSafeHmenu());
+    EXPECT_TRUE(menu.Attach(handle));
 }
 
 TEST_F(Reflection, ControlsShowTheStateOfTheirCommands)
@@ -490,7 +495,7 @@ TEST_F(Reflection, ControlsShowTheStateOfTheirCommands)
     parent.UpdateDialogControls(&target, TRUE);
     EXPECT_EQ(0, target.routed) << "a control without a command is not asked for";
     EXPECT_FALSE(popup.IsWindowEnabled());
-    EXPECT_NE(popup.m_hWnd, ::GetFocus()) << "keys would go nowhere";
+    EXPECT_EQ(box.m_hWnd, ::GetFocus()) << "else keys would go nowhere";
     EXPECT_EQ("update ", control.log) << "a control that answers itself is not asked of the target";
     EXPECT_FALSE(control.IsWindowEnabled());
     EXPECT_EQ(BST_CHECKED, box.GetCheck());

@@ -16,7 +16,7 @@ public:
 
     LRESULT OnTold(WPARAM, LPARAM)
     {
-        log += "told ";
+        log += IsWindowVisible() ? "told " : "told-hidden ";
         return 0;
     }
     void OnStyleChanged(int, LPSTYLESTRUCT) { log += "style "; }
@@ -138,8 +138,17 @@ TEST(CWnd, KnowsItsRelations)
         EXPECT_EQ(row.toChild, child.count);
         EXPECT_EQ(row.toInner, inner.count);
     }
+    const auto textOfPlain = [plain] {
+        char text[8] = {};
+        GetWindowTextA(plain, text, sizeof text);
+        return std::string(text);
+    };
+    const auto text = reinterpret_cast<LPARAM>("set");
+    window.SendMessageToDescendants(WM_SETTEXT, 0, text, TRUE, TRUE);
+    EXPECT_EQ("", textOfPlain()) << "no object of its own";
+    window.SendMessageToDescendants(WM_SETTEXT, 0, text);
+    EXPECT_EQ("set", textOfPlain());
     child.count = inner.count = 0;
-    Window other;
     CWnd plainTop;
     ASSERT_TRUE(plainTop.CreateEx(0, nullptr, "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr));
     child.SetParent(&plainTop);
@@ -185,16 +194,17 @@ TEST(CWnd, ModalLoopIsIdleOnceAfterAMessage)
         const char* own;
         const char* parents;
     } rows[] = {
-        {0, "idle0 idle1 ", "parent-idle "},
-        {MLF_NOIDLEMSG, "idle0 idle1 ", ""},
-        {MLF_SHOWONIDLE, "idle0 idle1 ", "parent-idle "},
+        {0, "told idle0 idle1 ", "parent-idle "},
+        {MLF_NOIDLEMSG, "told idle0 idle1 ", ""},
+        {MLF_SHOWONIDLE, "told-hidden idle0 idle1 ", "parent-idle "},
     };
     for (const auto& row : rows) {
         Window window(WS_POPUP);
         ::SetWindowLongPtrA(window.m_hWnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(parent.m_hWnd));
+        window.PostMessage(WM_APP);
         EXPECT_EQ(4, window.RunModalLoop(row.flags));
-        EXPECT_EQ(row.own, window.log.substr(0, std::string_view(row.own).size()));
-        EXPECT_EQ(row.parents, std::exchange(parent.log, {}).substr(0, std::string_view(row.parents).size()));
+        EXPECT_EQ(row.own, window.log);
+        EXPECT_EQ(row.parents, std::exchange(parent.log, {}));
         EXPECT_TRUE(window.IsWindowVisible());
     }
     Window quiet(WS_POPUP);
