@@ -170,7 +170,7 @@ TEST(MessageMap, UnpacksEachMessage)
         {WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 60000), own, "OnVScroll 5 60000 window9", 0},
         {WM_VSCROLL, MAKEWPARAM(SB_LINEDOWN, 0), 0, "OnVScroll 1 0 none", 0},
         {WM_TIMER, 12, 0, "OnTimer 12", 0},
-        {WM_SYSCOMMAND, 0xF999, negative, "OnSysCommand 63897 -196611", 0},
+        {WM_SYSCOMMAND, 0xF999, 55, "OnSysCommand 63897 55", 0},
         {WM_MENUSELECT, MAKEWPARAM(5, 0x80), 66, "OnMenuSelect 5 128 66", 0},
         {WM_CONTEXTMENU, handle, -1, "OnContextMenu window9 -1,-1", 0},
         {WM_HELP, 0, 0, "OnHelpInfo 0", 7},
