@@ -122,7 +122,7 @@ TEST_F(ProfileMutation, InMemoryIsWhatItsEntriesAre)
         const auto judge = std::make_unique<ByEntry>();
         const DWORD status = judge->LoadIniFile(path.c_str(), nullptr);
         EXPECT_EQ(status, memory->LoadIniFile(path.c_str(), nullptr));
-        EXPECT_EQ(MemoryView::Of(*judge), MemoryView::Of(*memory));
+        EXPECT_EQ(MemoryView::Of(*judge), MemoryView::Of(*memory)) << file;
         if (status != 0)
             return false;
         EXPECT_EQ(0u, memory->SaveIniFile(FALSE));

@@ -73,6 +73,7 @@ bool ProfileLines::Read(LPCSTR section, LPCSTR fileName)
 {
     m_lines.clear();
     m_namesSize = 0;
+    m_haveNamesBlanks = false;
     DWORD length;
     bool isWhole;
     for (;;) {
@@ -93,7 +94,7 @@ bool ProfileLines::Read(LPCSTR section, LPCSTR fileName)
     while (line < end)
         line = Add(line) + 1;
     FindFirst();
-    return isWhole;
+    return isWhole && !m_haveNamesBlanks;
 }
 
 /// \return the line's end
@@ -109,6 +110,7 @@ LPSTR ProfileLines::Add(LPSTR line)
         added.hasBlanks = end > equals + 1 && IsBlank(end[-1]);
         added.value = Unquote(Trim(equals + 1, end));
     }
+    m_haveNamesBlanks |= equals > line && (IsBlank(*line) || IsBlank(equals[-1]));
     added.name = Trim(line, equals);
     if (added.hasValue && !added.name.empty())
         m_namesSize += added.name.size() + 1;

@@ -25,7 +25,8 @@ constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 class ProfileLines {
 public:
     /// Replaces what was read before. Throws CMemoryException*: then read again before anything is asked.
-    /// \return whether all lines were read; if not, those that were are here
+    /// \return whether the lines tell the entries: all were read, and no name has a blank at its end, where the system
+    /// leaves none; a zero in the file does. If not, those that were read are here
     bool Read(LPCSTR section, LPCSTR fileName);
 
     const std::vector<ProfileLine>& Get() const { return m_lines; }
@@ -44,4 +45,5 @@ private:
     std::vector<ProfileLine> m_lines;
     std::vector<DWORD> m_seen; ///< hashes of names
     size_t m_namesSize = 0;
+    bool m_haveNamesBlanks = false;
 };
