@@ -47,6 +47,9 @@ public:
     /// Told of the font that the controls will have, before they are made.
     virtual void OnSetFont(CFont*) { Default(); }
 
+    /// Commands, of numbers from 0x8000 to 0xEFFF, that the dialog does not answer go to the window that owns it (of a
+    /// child its parent), then to the application.
+    BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo) override;
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:

@@ -120,6 +120,7 @@ public:
     /// Before the first page is made. \return is not looked at
     virtual BOOL OnInitDialog() { return TRUE; }
 
+    BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo) override; ///< as CDialog
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
     PROPSHEETHEADERA m_psh = {};

@@ -1,3 +1,5 @@
+#include "command_route.h"
+#include "common_controls_library.h"
 #include "modal_owner.h"
 #include "thread_state.h"
 #include "window_hook.h"
@@ -184,6 +186,11 @@ LRESULT CDialog::HandleSetFont(WPARAM wParam, LPARAM)
 {
     OnSetFont(CFont::FromHandle(reinterpret_cast<HFONT>(wParam)));
     return 0;
+}
+
+BOOL CDialog::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
+{
+    return CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo) || RouteToOwner(*this, nID, nCode, pExtra, pHandlerInfo);
 }
 
 void CDialog::GotoDlgCtrl(CWnd* pWndCtrl)

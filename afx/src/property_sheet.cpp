@@ -1,5 +1,6 @@
 #include <afxdlgs.h>
 
+#include "command_route.h"
 #include "system_function.h"
 #include "thread_state.h"
 
@@ -186,6 +187,11 @@ void CPropertySheet::EndDialog(int nEndID)
     EndModalLoop(nEndID);
     if (m_bModeless)
         PostMessage(WM_NULL);
+}
+
+BOOL CPropertySheet::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
+{
+    return CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo) || RouteToOwner(*this, nID, nCode, pExtra, pHandlerInfo);
 }
 
 BOOL CPropertySheet::PreTranslateMessage(MSG* pMsg)

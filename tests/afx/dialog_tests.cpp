@@ -47,6 +47,9 @@ public:
         EXPECT_TRUE(CreateEx(0, nullptr, "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, owner, nullptr));
     }
     bool IsEnabled() const { return IsWindowEnabled() != FALSE; }
+    BOOL OnCmdMsg(UINT id, int, void*, void*) override { return asked = id, TRUE; }
+
+    UINT asked = 0; // the last command
 };
 
 void PressKey(TestDialog& dialog, WPARAM key)
@@ -150,6 +153,12 @@ TEST(CDialog, IsModelessAndDeletesItself)
     const HWND window = dialog->m_hWnd;
     EXPECT_EQ(owner.m_hWnd, GetWindow(window, GW_OWNER));
     EXPECT_TRUE(owner.IsEnabled());
+    for (const UINT command : {0x7FFF, 0x8000, 0xEFFF, 0xF000}) {
+        dialog->SendMessage(WM_COMMAND, command);
+        EXPECT_EQ(command < 0x8000 ? 0 : (std::min)(command, 0xEFFFu), owner.asked);
+    }
+    dialog->SendMessage(WM_COMMAND, MAKEWPARAM(0x8001, EN_CHANGE), reinterpret_cast<LPARAM>(window));
+    EXPECT_EQ(0xEFFFu, owner.asked) << "what a control notifies stays";
     dialog->ShowWindow(SW_SHOW);
     CRect area(10, 10, 60, 22), field = AreaOf(window, kEdit); // of the template
     dialog->MapDialogRect(&area);
