@@ -109,12 +109,20 @@ INT_PTR CDialog::RunModal(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate)
         const AfxWindowHook hook(this);
         handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner.GetHandle(), &DialogProcedure, 0);
     }
+    const auto end = [&] {
+        m_bModal = m_bModalRunning = FALSE;
+        owner.Release(m_hWnd);
+        DestroyWindow();
+    };
     int result = -1;
-    if (handle != nullptr && m_hWnd != nullptr)
-        result = m_bModalRunning ? RunModalLoop() : m_nModalResult;
-    m_bModal = m_bModalRunning = FALSE;
-    owner.Release(m_hWnd);
-    DestroyWindow();
+    try {
+        if (handle != nullptr && m_hWnd != nullptr)
+            result = m_bModalRunning ? RunModalLoop() : m_nModalResult;
+    } catch (CException*) { // of a PreTranslateMessage
+        end();
+        throw;
+    }
+    end();
     return result;
 }
 

@@ -68,10 +68,20 @@ INT_PTR CPropertySheet::DoModal()
     m_dwStyle = static_cast<DWORD>(-1);
     m_bModalRunning = TRUE; // from here on, for a page may end the sheet at once
     const Making making(this);
-    const INT_PTR result = Make(owner.GetHandle()) != nullptr ? RunUntilClosed() : -1;
-    m_bModalRunning = FALSE;
-    owner.Release(m_hWnd);
-    DestroyWindow();
+    const auto end = [&] {
+        m_bModalRunning = FALSE;
+        owner.Release(m_hWnd);
+        DestroyWindow();
+    };
+    INT_PTR result = -1;
+    try {
+        if (Make(owner.GetHandle()) != nullptr)
+            result = RunUntilClosed();
+    } catch (CException*) {
+        end();
+        throw;
+    }
+    end();
     return result;
 }
 

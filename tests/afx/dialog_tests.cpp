@@ -124,6 +124,16 @@ TEST(CDialog, EndsWithItsOwner)
     Window owner;
     const DialogDriver driver{[&](HWND) { owner.DestroyWindow(); }};
     EXPECT_EQ(IDABORT, CDialog(kDialog, &owner).DoModal());
+
+    struct Failing : CDialog {
+        explicit Failing(CWnd* parent) : CDialog(kDialog, parent) {}
+        BOOL OnInitDialog() override { return PostMessage(WM_NULL); }
+        BOOL PreTranslateMessage(MSG*) override { AfxThrowUserException(); }
+    };
+    Window other;
+    Failing failing(&other);
+    EXPECT_THROW(failing.DoModal(), CUserException*);
+    EXPECT_TRUE(failing.m_hWnd == nullptr && other.IsEnabled());
 }
 
 namespace {
