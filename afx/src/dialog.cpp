@@ -101,6 +101,7 @@ INT_PTR CDialog::RunModal(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate)
 {
     if (dialogTemplate == nullptr)
         return -1;
+    LoadCommonControls(); // which the template may name
     ModalOwner owner(m_pParentWnd);
     HWND handle;
     m_bModal = m_bModalRunning = TRUE; // from here on, for OnInitDialog may end the dialog
@@ -160,6 +161,7 @@ BOOL CDialog::CreateModeless(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate, co
     HWND handle = nullptr;
     bool caught = false; // then the end of the window was the end of the object's work
     if (dialogTemplate != nullptr) {
+        LoadCommonControls();
         if (parent == nullptr)
             parent = AfxGetMainWnd();
         const AfxWindowHook hook(this);
