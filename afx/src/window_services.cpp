@@ -98,8 +98,14 @@ void CWnd::MoveWindow(LPCRECT lpRect, BOOL bRepaint)
 void CWnd::CenterWindow(CWnd* pAlternateOwner)
 {
     const HWND owner = pAlternateOwner != nullptr ? pAlternateOwner->m_hWnd : ::GetWindow(m_hWnd, GW_OWNER);
-    CRect work;
-    ::SystemParametersInfo(SPI_GETWORKAREA, 0, &work, 0);
+    const CWnd* parent = (GetStyle() & WS_CHILD) != 0 ? GetParent() : nullptr;
+    CRect work; // what the window stays within, on the screen
+    if (parent != nullptr) {
+        parent->GetClientRect(&work);
+        parent->ClientToScreen(&work);
+    } else {
+        ::SystemParametersInfo(SPI_GETWORKAREA, 0, &work, 0);
+    }
     CRect area = work;
     if (owner != nullptr && ::IsWindowVisible(owner) && !::IsIconic(owner))
         ::GetWindowRect(owner, &area);
@@ -107,9 +113,11 @@ void CWnd::CenterWindow(CWnd* pAlternateOwner)
     GetWindowRect(&own);
     const int x = (area.left + area.right - own.Width()) / 2;
     const int y = (area.top + area.bottom - own.Height()) / 2;
-    ::SetWindowPos(m_hWnd, nullptr, (std::max<int>)(work.left, (std::min<int>)(x, work.right - own.Width())),
-                   (std::max<int>)(work.top, (std::min<int>)(y, work.bottom - own.Height())), 0, 0,
-                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    own.MoveToXY((std::max<int>)(work.left, (std::min<int>)(x, work.right - own.Width())),
+                 (std::max<int>)(work.top, (std::min<int>)(y, work.bottom - own.Height())));
+    if (parent != nullptr)
+        parent->ScreenToClient(&own);
+    ::SetWindowPos(m_hWnd, nullptr, own.left, own.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 BOOL CWnd::GetWindowPlacement(WINDOWPLACEMENT* lpwndpl) const

@@ -277,6 +277,12 @@ TEST(CWnd, CentersWithinTheWorkArea)
         EXPECT_EQ(c.x, place.left);
         EXPECT_EQ(c.y, place.top);
     }
+    CWnd child;
+    ASSERT_TRUE(child.Create("STATIC", "", 0, CRect(0, 0, 20, 10), &window, 1));
+    child.CenterWindow();
+    CRect place = AreaOf(child.m_hWnd);
+    window.ScreenToClient(&place);
+    EXPECT_EQ(CRect(90, 45, 110, 55), place) << "within its parent";
 }
 
 TEST(MainWindow, EndsItsThread)
