@@ -71,7 +71,7 @@ public:
     BOOL LoadToolBar(LPCSTR lpszResourceName);
     BOOL LoadToolBar(UINT nIDResource) { return LoadToolBar(MAKEINTRESOURCE(nIDResource)); }
     /// One picture beside the other; the greys of a button's face, edges and shadow become the system's, anew when they
-    /// change.
+    /// change: the name must live as long as the bar.
     BOOL LoadBitmap(LPCSTR lpszResourceName);
     BOOL LoadBitmap(UINT nIDResource) { return LoadBitmap(MAKEINTRESOURCE(nIDResource)); }
     /// The same with a bitmap of the caller's, which then belongs to the bar.
@@ -106,7 +106,6 @@ private:
 
     HBITMAP m_hbmImageWell = nullptr;
     LPCSTR m_lpszBitmap = nullptr; // the resource, to be loaded anew; null for a caller's bitmap
-    HINSTANCE m_hInstBitmap = nullptr;
     CSize m_sizeImage{16, 15};
     CSize m_sizeButton{23, 22};
 };

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 IMPLEMENT_DYNAMIC(CToolBar, CControlBar)
 
 BEGIN_MESSAGE_MAP(CToolBar, CControlBar)
@@ -24,6 +26,8 @@ BOOL CToolBar::CreateEx(CWnd* pParentWnd, DWORD dwCtrlStyle, DWORD dwStyle, UINT
         control |= TBSTYLE_TOOLTIPS;
     if (!CreateBar(TOOLBARCLASSNAME, dwStyle, control, pParentWnd, nID))
         return FALSE;
+    if (m_hbmImageWell != nullptr) // of a window that is no more
+        ::DeleteObject(std::exchange(m_hbmImageWell, nullptr));
     SendMessage(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
     SetSizes(m_sizeButton, m_sizeImage);
     return TRUE;
@@ -72,10 +76,12 @@ BOOL CToolBar::LoadToolBar(LPCSTR lpszResourceName)
 
 BOOL CToolBar::LoadBitmap(LPCSTR lpszResourceName)
 {
-    const HINSTANCE module = AfxFindResourceHandle(lpszResourceName, RT_BITMAP);
-    if (!SetBitmap(LoadPictures(module, lpszResourceName)))
+    const HBITMAP pictures = LoadPictures(AfxFindResourceHandle(lpszResourceName, RT_BITMAP), lpszResourceName);
+    if (!SetBitmap(pictures)) {
+        if (pictures != nullptr)
+            ::DeleteObject(pictures);
         return FALSE;
-    m_hInstBitmap = module;
+    }
     m_lpszBitmap = lpszResourceName;
     return TRUE;
 }

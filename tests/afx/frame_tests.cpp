@@ -246,6 +246,8 @@ TEST_F(FrameTest, ToolBarShowsTheStateOfItsCommands)
     bar.SendMessage(WM_SYSCOLORCHANGE); // the pictures come anew
     ZO_EXPECT_NO_LEAK({ bar.SendMessage(WM_SYSCOLORCHANGE); });
     EXPECT_FALSE(bar.SetBitmap(nullptr));
+    bar.DestroyWindow();
+    EXPECT_TRUE(bar.Create(&frame) && bar.LoadToolBar(kFrame)) << "in another window";
 }
 
 TEST(MdiFrame, LeavesRoomForBars)
