@@ -38,7 +38,7 @@ public:
     virtual BOOL CreateCompatibleDC(CDC* pDC);
     virtual BOOL DeleteDC();
     BOOL ResetDC(const DEVMODE* lpDevMode);
-    /// \return the number of what was saved, for RestoreDC; 0 on failure
+    /// \return the number of what was saved, for RestoreDC; -1 if it is not the same in both contexts; 0 on failure
     virtual int SaveDC();
     virtual BOOL RestoreDC(int nSavedDC); ///< -1: what was saved last
     int GetDeviceCaps(int nIndex) const { return ::GetDeviceCaps(m_hAttribDC, nIndex); }

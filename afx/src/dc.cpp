@@ -106,7 +106,12 @@ BOOL CDC::DeleteDC() { return m_hDC != nullptr && ::DeleteDC(Detach()); }
 
 BOOL CDC::ResetDC(const DEVMODE* lpDevMode) { return SetInBoth(&::ResetDC, lpDevMode) != nullptr; }
 
-int CDC::SaveDC() { return SetInBoth(&::SaveDC); }
+int CDC::SaveDC()
+{
+    const int saved = ::SaveDC(m_hDC);
+    const int attribSaved = HasOtherAttribDC() ? ::SaveDC(m_hAttribDC) : saved;
+    return saved == attribSaved || saved == 0 || attribSaved == 0 ? attribSaved : -1;
+}
 
 BOOL CDC::RestoreDC(int nSavedDC) { return SetInBoth(&::RestoreDC, nSavedDC); }
 

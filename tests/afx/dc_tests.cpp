@@ -228,6 +228,10 @@ TEST(DeviceContext, SetsInBothAndAsksOne)
 
     EXPECT_TRUE(both.RestoreDC(saved));
     EXPECT_TRUE(out.GetMapMode() == MM_TEXT && attrib.GetMapMode() == MM_TEXT);
+    const int outAlone = ::SaveDC(out);
+    const int uneven = both.SaveDC();
+    both.SetTextColor(RGB(4, 4, 4));
+    EXPECT_TRUE(both.RestoreDC(uneven) && ::GetTextColor(out) == RGB(2, 2, 2) && ::RestoreDC(out, outAlone));
     both.ReleaseAttribDC();
     both.ReleaseOutputDC();
     EXPECT_TRUE(both.m_hDC == nullptr && both.GetTextExtent("x", 1) == CSize(0, 0));
