@@ -21,7 +21,7 @@ void AFXAPI CMenu::DeleteTempMap() { GetThreadState()->menus.DeleteTemporary(); 
 
 BOOL CMenu::Attach(HMENU hMenu)
 {
-    if (hMenu == nullptr)
+    if (hMenu == nullptr || m_hMenu != nullptr)
         return FALSE;
     GetThreadState()->menus.SetPermanent(hMenu, this);
     m_hMenu = hMenu;
@@ -38,11 +38,15 @@ HMENU CMenu::Detach()
 BOOL CMenu::Own(HMENU hMenu)
 {
     try {
-        return Attach(hMenu);
+        if (Attach(hMenu))
+            return TRUE;
     } catch (CMemoryException*) {
         ::DestroyMenu(hMenu);
         throw;
     }
+    if (hMenu != nullptr)
+        ::DestroyMenu(hMenu);
+    return FALSE;
 }
 
 BOOL CMenu::LoadMenu(LPCSTR lpszResourceName)
