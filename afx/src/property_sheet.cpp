@@ -152,6 +152,8 @@ BOOL CPropertySheet::OnCommand(WPARAM wParam, LPARAM lParam)
     const HWND window = m_hWnd;
     if (!CWnd::OnCommand(wParam, lParam))
         Default();
+    if (::IsWindow(window) && !HasEnded()) // a page keeps it open
+        m_nModalResult = IDCANCEL;
     ::PostMessage(window, WM_NULL, 0, 0);
     return TRUE;
 }

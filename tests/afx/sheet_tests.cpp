@@ -158,20 +158,28 @@ TEST(CPropertySheet, ShowsThePageThatRefuses)
 {
     Sheet sheet(2);
     const DialogDriver driver{[&](HWND window) {
-        for (const int field : {0, int{kEdit}, int{kNote}}) {
-            sheet.SetActivePage(field == 0);
-            sheet.page[1].field = field;
-            sheet.page[1].accepts = false;
-            ::SetFocus(::GetDlgItem(sheet.page[0].m_hWnd, kNote));
-            Press(window, IDOK);
-            DeliverAll();
-            EXPECT_EQ(sheet.page[1].m_hWnd, PageOf(window));
-            EXPECT_EQ(field == kNote ? kNote : kEdit, FocusOf(sheet.page[1].m_hWnd));
-        }
-        sheet.page[1].accepts = true;
-        sheet.PressButton(PSBTN_OK);
-    }};
+                                  for (const int field : {0, int{kEdit}, int{kNote}}) {
+                                      sheet.SetActivePage(field == 0);
+                                      sheet.page[1].field = field;
+                                      sheet.page[1].accepts = false;
+                                      ::SetFocus(::GetDlgItem(sheet.page[0].m_hWnd, kNote));
+                                      Press(window, IDOK);
+                                      DeliverAll();
+                                      EXPECT_EQ(sheet.page[1].m_hWnd, PageOf(window));
+                                      EXPECT_EQ(field == kNote ? kNote : kEdit, FocusOf(sheet.page[1].m_hWnd));
+                                  }
+                                  sheet.page[1].accepts = true;
+                                  sheet.PressButton(PSBTN_OK);
+                              },
+                              [&](HWND window) {
+                                  sheet.SetActivePage(1);
+                                  sheet.page[1].accepts = false;
+                                  Press(window, IDOK);
+                                  DeliverAll();
+                                  sheet.DestroyWindow();
+                              }};
     EXPECT_EQ(IDOK, sheet.DoModal());
+    EXPECT_EQ(IDCANCEL, sheet.DoModal()) << "it was not OK";
 }
 
 TEST(CPropertySheet, LetsPagesAskEachOtherAndHasATitle)
