@@ -133,8 +133,8 @@ BOOL CString::GetEnvironmentVariable(LPCSTR lpszVar)
 
 BOOL AFXAPI AfxExtractSubString(CString& rString, LPCSTR lpszFullString, int iSubString, char chSep)
 {
+    const CString all = lpszFullString; // which may be rString
     rString.Empty();
-    const CString all = lpszFullString;
     int begin = 0;
     for (; iSubString > 0; --iSubString) {
         begin = all.Find(chSep, begin) + 1;

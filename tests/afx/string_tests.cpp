@@ -312,6 +312,10 @@ TEST(CString, IsMadeOfResourcesAndRepetitions)
     EXPECT_STREQ("", part);
     EXPECT_TRUE(AfxExtractSubString(part, "a;\x83", 1, ';'));
     EXPECT_STREQ("\x83", part);
+    part = "a part of itself";
+    EXPECT_TRUE(AfxExtractSubString(part, part, 3, ' '));
+    EXPECT_STREQ("itself", part);
+    part = "\x83";
     char text[] = "before";
     EXPECT_EQ(0, AfxLoadString(9999, text, sizeof text));
     EXPECT_STREQ("", text);
