@@ -136,10 +136,36 @@ void CWnd::ShowToolTip(const MSG& message)
     ::SendMessage(control, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
 }
 
+namespace {
+
+/// The visible child of \p window at a point of the screen; one that the mouse passes through, as it does through the
+/// frame of a group, only if there is no other. \return null: none
+HWND ChildAt(HWND window, CPoint point)
+{
+    HWND passed = nullptr;
+    for (HWND child = ::GetWindow(window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        CRect area;
+        ::GetWindowRect(child, &area);
+        if ((::GetWindowLong(child, GWL_STYLE) & WS_VISIBLE) == 0 || !area.PtInRect(point))
+            continue;
+        if (::SendMessage(child, WM_NCHITTEST, 0, MAKELPARAM(point.x, point.y)) != HTTRANSPARENT)
+            return child;
+        if (passed == nullptr)
+            passed = child;
+    }
+    return passed;
+}
+
+} // namespace
+
 INT_PTR CWnd::OnToolHitTest(CPoint point, tagTOOLINFOA* pTI) const
 {
-    const HWND child = ::ChildWindowFromPointEx(m_hWnd, point, CWP_SKIPINVISIBLE);
-    const int id = child != nullptr && child != m_hWnd ? ::GetDlgCtrlID(child) : -1;
+    CRect client;
+    GetClientRect(&client);
+    CPoint place = point;
+    ClientToScreen(&place);
+    const HWND child = client.PtInRect(point) ? ChildAt(m_hWnd, place) : nullptr;
+    const int id = child != nullptr ? ::GetDlgCtrlID(child) : -1;
     if (id == -1 || id == 0xFFFF) // as texts have
         return -1;
     if (pTI != nullptr) {

@@ -426,8 +426,12 @@ TEST_F(WindowTips, AreForChildrenWithANumber)
         EXPECT_EQ(row.flags, tool.uFlags) << row.expected;
         EXPECT_EQ(row.expected != -1 ? window.m_hWnd : nullptr, tool.hwnd);
     }
+    CButton group;
+    ASSERT_TRUE(group.Create("", WS_VISIBLE | BS_GROUPBOX, CRect(0, 0, 40, 40), &window, 5));
+    group.BringWindowToTop();
+    EXPECT_EQ(1, window.OnToolHitTest(rows[0].point, nullptr)) << "within a group";
     button.ShowWindow(SW_HIDE);
-    EXPECT_EQ(-1, window.OnToolHitTest(rows[0].point, nullptr));
+    EXPECT_EQ(5, window.OnToolHitTest(rows[0].point, nullptr)) << "nothing else is there";
 }
 
 TEST_F(WindowTips, ComeAndGo)
