@@ -2,6 +2,7 @@
 #include "modal_owner.h"
 #include "thread_state.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
@@ -207,7 +208,9 @@ int AFXAPI AfxMessageBox(UINT nIDPrompt, UINT nType, UINT nIDHelp)
 LPCSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor, HBRUSH hbrBackground, HICON hIcon)
 {
     static char name[96]; // room for four 64-bit values; the last one asked for: read at once, by CreateWindowEx
-    wsprintf(name, "Afx:%p:%x:%p:%p:%p", AfxGetInstanceHandle(), nClassStyle, hCursor, hbrBackground, hIcon);
+    const auto address = [](const void* handle) { return handle; };
+    std::snprintf(name, sizeof name, "Afx:%p:%x:%p:%p:%p", address(AfxGetInstanceHandle()), nClassStyle,
+                  address(hCursor), address(hbrBackground), address(hIcon)); // wsprintf knows no %p on old systems
     WNDCLASS wndClass = {};
     wndClass.style = nClassStyle;
     wndClass.lpfnWndProc = &::DefWindowProc;
