@@ -179,7 +179,7 @@ int CPalette::GetEntryCount()
     return count;
 }
 
-BOOL CRgn::CreateFromPath(CDC* pDC) { return AttachMade(::PathToRegion(pDC->m_hDC)); }
+BOOL CRgn::CreateFromPath(CDC* pDC) { return pDC != nullptr && AttachMade(::PathToRegion(pDC->m_hDC)); }
 
 // Fonts ---------------------------------------------------------------------------------------------------------------
 
