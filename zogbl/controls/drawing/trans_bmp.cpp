@@ -102,9 +102,6 @@ void CZoTransBmp::DrawArea(HDC dc, int x, int y, int width, int height, int sour
 
 void CZoTransBmp::CreateMask(HDC dc)
 {
-    delete std::exchange(m_pMaskDC, nullptr);
-    if (m_hMask != nullptr)
-        ::DeleteObject(std::exchange(m_hMask, nullptr));
     const int width = GetWidth();
     const int height = GetHeight();
     BitmapHolder mask(::CreateBitmap(width, height, 1, 1, nullptr));
