@@ -257,8 +257,8 @@ public:
         return FromHandle(::GetNextDlgGroupItem(m_hWnd, AfxGetSafeHwnd(pWndCtl), bPrevious));
     }
     /// Exchanges data between members and controls by DoDataExchange; TRUE moves it from the controls. What the
-    /// controls notify meanwhile does not reach the window's handlers, for the members are not complete. WM_NOTIFY does:
-    /// by it they ask as well.
+    /// controls notify meanwhile does not reach the window's handlers, for the members are not complete.
+    /// WM_NOTIFY does: by it they ask as well.
     /// \return FALSE when the exchange failed, which the user has been told of, and when one is going on already
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
     /// Asks \p pTarget for the state of each child that stands for a command, as CCmdUI::DoUpdate does.
