@@ -508,9 +508,8 @@ TEST_F(WindowTips, OfAControlOfTheirOwn)
     EXPECT_EQ("host", written(&button));
     TOOLINFO known = {};
     known.cbSize = TTTOOLINFOA_V1_SIZE;
-    known.hwnd = window.m_hWnd;
-    known.uId = reinterpret_cast<UINT_PTR>(button.m_hWnd);
-    EXPECT_TRUE(tips.SendMessage(TTM_GETTOOLINFO, 0, reinterpret_cast<LPARAM>(&known))) << "its parent is asked";
+    EXPECT_TRUE(tips.SendMessage(TTM_ENUMTOOLS, 0, reinterpret_cast<LPARAM>(&known)));
+    EXPECT_EQ(window.m_hWnd, known.hwnd) << "its parent is asked";
     tips.SetToolRect(&window, 70, CRect(0, 60, 20, 80));
     const std::pair<CPoint, LRESULT> hits[] = {{{10, 70}, TRUE}, {{30, 70}, FALSE}};
     for (const auto& [point, expected] : hits) {

@@ -172,6 +172,13 @@ TEST(DeviceContext, GivesBackWhatWasSelected)
         EXPECT_EQ(lacks, GetCurrentObject(dc, OBJ_PEN) != pen.m_hObject);
         SelectObject(dc, GetStockObject(BLACK_PEN));
     });
+    RunFaultActs(faults, [&](const FaultRun& run) {
+        CDC memory;
+        memory.CreateCompatibleDC(nullptr);
+        CGdiObject::DeleteTempMap();
+        const bool lacks = LacksMemory([&] { run.Act([&] { memory.SelectObject(&bitmap); }); });
+        EXPECT_EQ(lacks, GetCurrentObject(memory, OBJ_BITMAP) != bitmap.m_hObject);
+    });
 }
 
 TEST(DeviceContext, SetsInBothAndAsksOne)

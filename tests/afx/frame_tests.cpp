@@ -152,6 +152,9 @@ TEST_F(FrameTest, LaysBarsOutAroundThePane)
     frame.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposQuery, &rest, CRect(0, 0, 90, 70));
     EXPECT_TRUE(rest == CRect(0, 20, 90, 50));
     EXPECT_TRUE(Place(pane) == CRect(0, 20, width, height - 20)) << "nothing is moved by asking";
+    frame.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposQuery, &rest, CRect(0, 0, 90, 30));
+    EXPECT_TRUE(rest == CRect(0, 20, 90, 20)) << "no more than there is room for";
+    EXPECT_TRUE(frame.GetTopLevelFrame() == &frame && top.GetTopLevelFrame() == &frame);
     CRect margins(1, 2, 3, 4);
     frame.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposExtra, &margins);
     EXPECT_TRUE(Place(pane) == CRect(1, 22, width - 3, height - 24));

@@ -239,7 +239,7 @@ TEST(ImageList, HoldsPictures)
 
     EXPECT_TRUE(copy.Create(&list) && copy.GetImageCount() == 5);
     EXPECT_TRUE(merged.Create(list, 0, copy, 1, 4, 0) && merged.GetImageCount() == 1);
-    EXPECT_FALSE(merged.Create(8, 8, ILC_COLOR, 1, 1)) << "it has one already";
+    ZO_EXPECT_NO_LEAK(EXPECT_FALSE(merged.Create(8, 8, ILC_COLOR, 1, 1)) << "it has one already");
     EXPECT_TRUE(list.Remove(2) && list.GetImageCount() == 4);
     EXPECT_FALSE(none.Create(9999, 8, 1, 0) || none.Create(nullptr) || none.Draw(nullptr, 0, CPoint(), ILD_NORMAL));
     EXPECT_EQ(-1, none.Add(&pictures, nullptr));

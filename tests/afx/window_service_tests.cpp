@@ -51,7 +51,8 @@ END_MESSAGE_MAP()
 class Told : public CWnd {
 public:
     int count = 0;
-    LRESULT OnTold(WPARAM, LPARAM) { return ++count; }
+    bool ends = false;
+    LRESULT OnTold(WPARAM, LPARAM) { return ++count + (ends ? DestroyWindow() : 0); }
     DECLARE_MESSAGE_MAP()
 };
 
@@ -156,6 +157,12 @@ TEST(CWnd, KnowsItsRelations)
     EXPECT_EQ(1, inner.count) << "the system tells windows without parent alone";
     plainTop.SendMessage(WM_SETTINGCHANGE);
     EXPECT_EQ(2, inner.count);
+    Told ending, next;
+    for (Told* told : {&ending, &next})
+        ASSERT_TRUE(told->Create(nullptr, "", WS_CHILD, CRect(0, 0, 9, 9), &window, kChild));
+    ending.ends = true;
+    window.SendMessageToDescendants(WM_APP);
+    EXPECT_EQ(1, next.count) << "behind one that goes";
 }
 
 TEST(CWnd, ReadsNumbersOfItsControls)
