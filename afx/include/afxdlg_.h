@@ -4,8 +4,9 @@
 
 #include <afxwnd_.h>
 
-/// A dialog from a template resource, found through the resource chain, or from a template in memory. Keys are the
-/// dialog's while it is open, modal or not; those of a dialog within another one are the outer one's.
+/// A dialog from a template resource, found through the resource chain, or from a template in memory, which may ask for
+/// common controls: their library is loaded for them. Keys are the dialog's while it is open, modal or not; those of a
+/// dialog within another one are the outer one's.
 class AFX_API CDialog : public CWnd {
     DECLARE_DYNAMIC(CDialog)
 public:

@@ -1,3 +1,5 @@
+#include <common/dialog_template.h>
+
 #include "command_route.h"
 #include "common_controls_library.h"
 #include "modal_owner.h"
@@ -32,6 +34,18 @@ struct TemplateResource {
     HINSTANCE module;
     LPCDLGTEMPLATE dialogTemplate;
 };
+
+/// Loads the library of common controls if a control is of a class that is not known yet.
+void LoadControlsOf(LPCDLGTEMPLATE dialogTemplate, HINSTANCE module)
+{
+    DialogTemplateReader reader(dialogTemplate, MAXDWORD); // a template does not tell its size
+    DialogTemplateReader::Item item;
+    WNDCLASSW known;
+    while (reader.Next(item)) {
+        if (item.className[0] != L'\0' && !::GetClassInfoW(module, item.className, &known))
+            LoadCommonControls();
+    }
+}
 
 /// A template in the memory of a handle, kept in its place; null for a null handle.
 class LockedTemplate {
@@ -101,12 +115,12 @@ INT_PTR CDialog::RunModal(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate)
 {
     if (dialogTemplate == nullptr)
         return -1;
-    LoadCommonControls(); // which the template may name
     ModalOwner owner(m_pParentWnd);
     HWND handle;
     m_bModal = m_bModalRunning = TRUE; // from here on, for OnInitDialog may end the dialog
     m_nModalResult = IDABORT;
     {
+        LoadControlsOf(dialogTemplate, module);
         const AfxWindowHook hook(this);
         handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner.GetHandle(), &DialogProcedure, 0);
     }
@@ -161,9 +175,9 @@ BOOL CDialog::CreateModeless(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate, co
     HWND handle = nullptr;
     bool caught = false; // then the end of the window was the end of the object's work
     if (dialogTemplate != nullptr) {
-        LoadCommonControls();
         if (parent == nullptr)
             parent = AfxGetMainWnd();
+        LoadControlsOf(dialogTemplate, module);
         const AfxWindowHook hook(this);
         handle = ::CreateDialogIndirectParam(module, dialogTemplate, parent != nullptr ? parent->m_hWnd : nullptr,
                                              &DialogProcedure, 0);

@@ -1,6 +1,7 @@
 // The window of a property sheet: how it is made.
 #include <afxdlgs.h>
 
+#include "common_controls_library.h"
 #include "modal_owner.h"
 #include "system_function.h"
 
@@ -51,7 +52,7 @@ HWND CPropertySheet::Make(HWND owner)
     m_psh.ppsp = reinterpret_cast<LPCPROPSHEETPAGEA>(pages.GetData());
     m_bEnded = false;
     m_nModalResult = IDCANCEL;
-    // Loaded when the first sheet is shown; it stays, for its window classes do.
+    LoadCommonControls(); // also for those in pages
     const auto show = FindSystemFunction<decltype(PropertySheetA)>("comctl32.dll", "PropertySheetA");
     const INT_PTR made = show != nullptr ? show(&m_psh) : -1;
     const HWND window = made != 0 && made != -1 ? reinterpret_cast<HWND>(made) : nullptr;

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr UINT kDialog = 4001; // of host.rc
+constexpr UINT kDialog = 4001, kSliderDialog = 4002; // of host.rc
 enum Control { kEdit = 1001, kList, kCombo, kCheck, kRadio = 1010, kNextGroup = kRadio + 3 };
 
 /// Exchanges what it is told to, and acts when it has been filled.
@@ -193,8 +193,30 @@ TEST(CDialog, IsModelessAndDeletesItself)
     EXPECT_EQ("cancelled OK gone", events);
 }
 
+std::string s_bound; // functions that the framework looked up
+
+/// In a process of its own, for the library of the common controls stays. Wine loads it by itself.
+ZO_CHILD(OpensCommonControls)
+{
+    const auto none = +[](HINSTANCE, LPCWSTR, WNDCLASSW*) WINAPI -> BOOL { return FALSE; };
+    const auto bind = +[](HMODULE module, LPCSTR name) WINAPI { return s_bound += name, GetProcAddress(module, name); };
+    const ImportPatch unknown("ZOAFX.DLL", "GetClassInfoW", none), asked("ZOAFX.DLL", "GetProcAddress", bind);
+    struct Ended : CDialog {
+        Ended() : CDialog(kSliderDialog) {}
+        BOOL OnInitDialog() override { return EndDialog(5), TRUE; }
+    };
+    std::string events;
+    if (child.Argument(0) == "modal")
+        EXPECT_EQ(5, Ended().DoModal());
+    else
+        EXPECT_TRUE((new Modeless(events))->Create(kSliderDialog));
+    EXPECT_EQ("InitCommonControlsEx", s_bound);
+}
+
 TEST(CDialog, IsMadeFromMemoryOrNotAtAll)
 {
+    for (const char* kind : {"modal", "modeless"})
+        ChildProcess("OpensCommonControls", {kind}).Finish();
     const HRSRC resource = FindResourceA(nullptr, MAKEINTRESOURCE(kDialog), RT_DIALOG);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, SizeofResource(nullptr, resource));
     std::memcpy(GlobalLock(memory), LockResource(LoadResource(nullptr, resource)), GlobalSize(memory));

@@ -1,7 +1,8 @@
 #include "dialog_font.h"
 
+#include <common/dialog_template.h>
+
 #include "ground/bounded_text.h"
-#include "ground/dialog_template.h"
 
 #include <cwchar>
 

@@ -1,9 +1,8 @@
 #include "dialog_resource.h"
 
+#include <common/dialog_template.h>
 #include <common/without_throwing.h>
 #include <zogbl/language_support.h>
-
-#include "ground/dialog_template.h"
 
 #include <cstring>
 #include <new>

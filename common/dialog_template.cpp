@@ -53,7 +53,7 @@ bool DialogTemplateReader::Next(Item& item)
         SkipWords(8); // style, extended style, x, y, width, height
         item.id = ReadWord();
     }
-    ReadText(); // class
+    item.className = ReadText();
     item.text = ReadText();
     const DWORD dataSize = ReadWord(); // bytes; in a plain template with these two
     SkipWords((m_extended || dataSize < sizeof(WORD) ? dataSize + 1 : dataSize - 1) / sizeof(WORD));

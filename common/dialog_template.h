@@ -15,8 +15,9 @@ public:
     WORD GetFontPoints() const { return m_fontPoints; }
 
     struct Item {
-        WORD id;      ///< 0xFFFF for a control without one
-        LPCWSTR text; ///< empty also for a picture, which is named by a number
+        WORD id;           ///< 0xFFFF for a control without one
+        LPCWSTR className; ///< empty for the six classes that have numbers
+        LPCWSTR text;      ///< empty also for a picture, which is named by a number
     };
     /// Takes the next control. \return false behind the last one.
     bool Next(Item& item);
