@@ -12,7 +12,7 @@ public:
     SystemFaults() : FileFaults(ERROR_ACCESS_DENIED) {}
 
 private:
-    static constexpr char kLibrary[] = "ZOGBLBRX.DLL";
+    static constexpr char kLibrary[] = "ZOGBLBRX.DLL", kFramework[] = "ZOAFX.DLL";
     ZO_FAULTY_CALL(GetFullPathNameA) m_fullPath{*this, kLibrary, 0, ERROR_INVALID_NAME};
     ZO_FAULTY_CALL(GetCurrentDirectoryA) m_folder{*this, kLibrary, 0, ERROR_ACCESS_DENIED};
     ZO_FAULTY_CALL(GetLogicalDrives) m_drives{*this, kLibrary, 0};
@@ -26,9 +26,9 @@ private:
     ZO_FAULTY_CALL(LoadBitmapA) m_picture{*this, kLibrary, nullptr};
     ZO_FAULTY_CALL(GetTextMetricsA) m_metrics{*this, kLibrary, FALSE};
     ZO_FAULTY_CALL(CreateCompatibleDC) m_memoryDC{*this, kLibrary, nullptr};
-    ZO_FAULTY_CALL(CreateCompatibleBitmap) m_bitmap{*this, kLibrary, nullptr};
-    ZO_FAULTY_CALL(CreateSolidBrush) m_brush{*this, kLibrary, nullptr};
-    ZO_FAULTY_CALL(GetDC) m_dc{*this, kLibrary, nullptr};
+    ZO_FAULTY_CALL(CreateCompatibleDC) m_frameworkDC{*this, kFramework, nullptr};
+    ZO_FAULTY_CALL(CreateCompatibleBitmap) m_bitmap{*this, kFramework, nullptr};
+    ZO_FAULTY_CALL(GetDC) m_dc{*this, kLibrary, nullptr}, m_clientDC{*this, kFramework, nullptr};
 };
 
 /// Of the fault loops; 0: none.

@@ -5,7 +5,6 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "controls/drawing/bitmap_dc.h"
 #include "dialogs/base/tell_user.h"
 #include "ground/box_filling.h"
 #include "place_list.h"
@@ -17,52 +16,6 @@ namespace {
 constexpr COLORREF kMask = RGB(255, 0, 255);
 
 } // namespace
-
-// Pictures ------------------------------------------------------------------------------------------------------------
-
-CommonControls::CommonControls() : m_library(::LoadLibraryA("comctl32.dll"))
-{
-    if (m_library == nullptr)
-        return;
-    const auto find = [this](LPCSTR name) { return reinterpret_cast<void*>(::GetProcAddress(m_library, name)); };
-    if (const auto registerClasses = reinterpret_cast<decltype(&InitCommonControls)>(find("InitCommonControls")))
-        registerClasses();
-    m_createList = reinterpret_cast<decltype(&ImageList_Create)>(find("ImageList_Create"));
-    m_addMasked = reinterpret_cast<decltype(&ImageList_AddMasked)>(find("ImageList_AddMasked"));
-    m_destroyList = reinterpret_cast<decltype(&ImageList_Destroy)>(find("ImageList_Destroy"));
-}
-
-CommonControls::~CommonControls()
-{
-    if (m_library != nullptr)
-        ::FreeLibrary(m_library);
-}
-
-HIMAGELIST CommonControls::CreatePlacePictures() const
-{
-    const RECT all = {0, 0, kPlacePictures * kPictureSize, kPictureSize};
-    const HDC screen = ::GetDC(nullptr);
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, all.right, all.bottom);
-    ::ReleaseDC(nullptr, screen);
-    {
-        const BitmapDC memory(nullptr, bitmap);
-        if (!memory.IsReady()) {
-            ::DeleteObject(bitmap);
-            return nullptr;
-        }
-        if (const HBRUSH brush = ::CreateSolidBrush(kMask)) {
-            ::FillRect(memory, &all, brush);
-            ::DeleteObject(brush);
-        }
-        for (int i = 0; i < kPlacePictures; ++i)
-            DrawPlacePicture(memory, i * kPictureSize, 0, static_cast<PlacePicture>(i));
-    }
-    const HIMAGELIST list = m_createList(kPictureSize, kPictureSize, ILC_COLOR24 | ILC_MASK, kPlacePictures, 0);
-    if (list != nullptr)
-        m_addMasked(list, bitmap, kMask);
-    ::DeleteObject(bitmap);
-    return list;
-}
 
 // Creating ------------------------------------------------------------------------------------------------------------
 
@@ -95,14 +48,7 @@ FolderPicker::FolderPicker(LPCSTR start, LPCSTR title, LPCSTR instruction, UINT 
 
 INT_PTR FolderPicker::DoModal()
 {
-    if (!m_controls.AreThere())
-        return -1;
-    m_pictures = m_controls.CreatePlacePictures();
-    const INT_PTR result = ResultOr(-1, [this] { return CZoDialog::DoModal(); });
-    if (m_pictures != nullptr)
-        m_controls.Destroy(m_pictures);
-    m_pictures = nullptr;
-    return result;
+    return ResultOr(-1, [this] { return CZoDialog::DoModal(); });
 }
 
 BOOL FolderPicker::OnInitDialog()
@@ -118,8 +64,10 @@ void FolderPicker::Prepare()
     CZoDialog::OnInitDialog();
     const CWaitCursor wait;
     ReloadTexts();
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_FOLDER_PATH, EM_LIMITTEXT, kTypedLimit, 0);
-    ::SendMessageA(Tree(), TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(m_pictures));
+    SendDlgItemMessage(ZO_IDC_FOLDER_PATH, EM_LIMITTEXT, kTypedLimit);
+    m_tree.SubclassDlgItem(ZO_IDC_FOLDER_TREE, this);
+    MakePictures();
+    m_tree.SetImageList(&m_pictures, TVSIL_NORMAL);
     CStringArray roots;
     ListDrives(roots);
     for (INT_PTR i = 0; i < roots.GetSize(); ++i)
@@ -140,6 +88,24 @@ void FolderPicker::Prepare()
     CenterWindow();
 }
 
+/// Throws CMemoryException*.
+void FolderPicker::MakePictures()
+{
+    const CRect all(0, 0, kPlacePictures * kPictureSize, kPictureSize);
+    CClientDC screen(nullptr);
+    CBitmap bitmap;
+    CDC memory;
+    if (!bitmap.CreateCompatibleBitmap(&screen, all.Width(), all.Height()) || !memory.CreateCompatibleDC(&screen))
+        return;
+    CBitmap* before = memory.SelectObject(&bitmap);
+    memory.FillSolidRect(all, kMask);
+    for (int i = 0; i < kPlacePictures; ++i)
+        DrawPlacePicture(memory, i * kPictureSize, 0, static_cast<PlacePicture>(i));
+    memory.SelectObject(before);
+    if (m_pictures.Create(kPictureSize, kPictureSize, ILC_COLOR24 | ILC_MASK, kPlacePictures, 0))
+        m_pictures.Add(&bitmap, kMask);
+}
+
 void FolderPicker::ReloadTexts()
 {
     CZoDialog::ReloadTexts();
@@ -150,8 +116,6 @@ void FolderPicker::ReloadTexts()
 }
 
 // The tree ------------------------------------------------------------------------------------------------------------
-
-HWND FolderPicker::Tree() const { return ::GetDlgItem(m_hWnd, ZO_IDC_FOLDER_TREE); }
 
 /// \param root its place among the roots, counted from 1; 0: it is none
 HTREEITEM FolderPicker::AddItem(HTREEITEM parent, LPCSTR text, int picture, int root)
@@ -165,8 +129,7 @@ HTREEITEM FolderPicker::AddItem(HTREEITEM parent, LPCSTR text, int picture, int 
     insertion.item.iSelectedImage = root != 0 ? picture : static_cast<int>(PlacePicture::kOpenFolder);
     insertion.item.cChildren = root != 0 ? 1 : I_CHILDRENCALLBACK; // a drive is not read before it has to be
     insertion.item.lParam = root;
-    return reinterpret_cast<HTREEITEM>(
-        ::SendMessageA(Tree(), TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insertion)));
+    return m_tree.InsertItem(&insertion);
 }
 
 void FolderPicker::AddRoot(const CString& root)
@@ -182,10 +145,8 @@ bool FolderPicker::Fill(HTREEITEM item)
     FolderContents contents;
     if (ReadFolder(PathOf(item), nullptr, contents) != ERROR_SUCCESS)
         return false;
-    const DrawingPause pause(Tree());
-    while (const LRESULT child = ::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item))) {
-        if (!::SendMessageA(Tree(), TVM_DELETEITEM, 0, child))
-            break;
+    const DrawingPause pause(m_tree);
+    for (HTREEITEM child; (child = m_tree.GetChildItem(item)) != nullptr && m_tree.DeleteItem(child);) {
     }
     for (const CString& name : contents.folders)
         AddItem(item, name, static_cast<int>(PlacePicture::kFolder), 0);
@@ -193,64 +154,35 @@ bool FolderPicker::Fill(HTREEITEM item)
     change.mask = TVIF_HANDLE | TVIF_CHILDREN;
     change.hItem = item;
     change.cChildren = contents.folders.empty() ? 0 : 1;
-    ::SendMessageA(Tree(), TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&change));
+    m_tree.SetItem(&change);
     return true;
 }
 
-bool FolderPicker::FillOnce(HTREEITEM item)
-{
-    return ::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item)) != 0 || Fill(item);
-}
-
-TVITEMA FolderPicker::ItemOf(HTREEITEM item, UINT mask, char* text, int size) const
-{
-    TVITEMA found = {};
-    found.mask = TVIF_HANDLE | mask;
-    found.hItem = item;
-    found.pszText = text;
-    found.cchTextMax = size;
-    ::SendMessageA(Tree(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&found));
-    return found;
-}
+bool FolderPicker::FillOnce(HTREEITEM item) { return m_tree.GetChildItem(item) != nullptr || Fill(item); }
 
 CString FolderPicker::PathOf(HTREEITEM item) const
 {
-    char text[MAX_PATH] = "";
-    const TVITEMA found = ItemOf(item, TVIF_TEXT | TVIF_PARAM, text, sizeof text);
-    if (found.lParam > 0 && found.lParam <= m_csRoots.GetSize())
-        return m_csRoots[found.lParam - 1];
-    const auto parent = reinterpret_cast<HTREEITEM>(
-        ::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_PARENT, reinterpret_cast<LPARAM>(item)));
-    return parent != nullptr ? JoinPath(PathOf(parent), text) : CString();
+    const auto root = static_cast<INT_PTR>(m_tree.GetItemData(item));
+    if (root > 0 && root <= m_csRoots.GetSize())
+        return m_csRoots[root - 1];
+    const HTREEITEM parent = m_tree.GetParentItem(item);
+    return parent != nullptr ? JoinPath(PathOf(parent), m_tree.GetItemText(item)) : CString();
 }
 
 HTREEITEM FolderPicker::FindChild(HTREEITEM parent, LPCSTR name) const
 {
-    auto child = reinterpret_cast<HTREEITEM>(
-        ::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(parent)));
-    while (child != nullptr) {
-        char text[MAX_PATH] = "";
-        ItemOf(child, TVIF_TEXT, text, sizeof text);
-        if (::lstrcmpiA(text, name) == 0)
-            break;
-        child = reinterpret_cast<HTREEITEM>(
-            ::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(child)));
-    }
+    HTREEITEM child = m_tree.GetChildItem(parent);
+    while (child != nullptr && ::lstrcmpiA(m_tree.GetItemText(child), name) != 0)
+        child = m_tree.GetNextSiblingItem(child);
     return child;
 }
 
 HTREEITEM FolderPicker::FindRoot(const CString& root) const
 {
-    auto item = reinterpret_cast<HTREEITEM>(::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_ROOT, 0));
+    HTREEITEM item = m_tree.GetRootItem();
     while (item != nullptr && PathOf(item).CompareNoCase(root) != 0)
-        item = reinterpret_cast<HTREEITEM>(
-            ::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(item)));
+        item = m_tree.GetNextSiblingItem(item);
     return item;
-}
-
-HTREEITEM FolderPicker::Selected() const
-{
-    return reinterpret_cast<HTREEITEM>(::SendMessageA(Tree(), TVM_GETNEXTITEM, TVGN_CARET, 0));
 }
 
 /// Opens the tree down to a folder, and selects it. One that the tree does not list, being hidden, is added.
@@ -272,12 +204,12 @@ void FolderPicker::Select(const CString& folder)
         HTREEITEM child = FindChild(item, name);
         if (child == nullptr)
             child = AddItem(item, name, static_cast<int>(PlacePicture::kFolder), 0);
-        ::SendMessageA(Tree(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
+        m_tree.Expand(item, TVE_EXPAND);
         item = child;
         begin = end + 1;
     }
-    ::SendMessageA(Tree(), TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
-    ::SendMessageA(Tree(), TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    m_tree.SelectItem(item);
+    m_tree.EnsureVisible(item);
     m_bSelecting = false;
     ShowPath(folder);
 }
@@ -285,7 +217,7 @@ void FolderPicker::Select(const CString& folder)
 void FolderPicker::ShowPath(const CString& path)
 {
     SetDlgItemText(ZO_IDC_FOLDER_PATH, path);
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_FOLDER_PATH, EM_SETSEL, 0, -1);
+    SendDlgItemMessage(ZO_IDC_FOLDER_PATH, EM_SETSEL, 0, -1);
 }
 
 BOOL FolderPicker::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
@@ -333,7 +265,7 @@ LRESULT FolderPicker::OnTreeNotify(NMHDR* header)
 void FolderPicker::OnNewFolder()
 {
     WithoutThrowing([this] {
-        const HTREEITEM parent = Selected();
+        const HTREEITEM parent = m_tree.GetSelectedItem();
         CString plain;
         if (parent == nullptr || !ZoGblLoadString(ZO_IDS_FOLDER_NEW_NAME, plain))
             return FALSE;
@@ -349,9 +281,9 @@ void FolderPicker::OnNewFolder()
             return FALSE;
         }
         Select(path);
-        ::SetFocus(Tree());
-        m_hNamed = Selected();
-        ::SendMessageA(Tree(), TVM_EDITLABELA, 0, reinterpret_cast<LPARAM>(m_hNamed));
+        ::SetFocus(m_tree);
+        m_hNamed = m_tree.GetSelectedItem();
+        m_tree.EditLabel(m_hNamed);
         return TRUE;
     });
 }
@@ -383,9 +315,9 @@ LRESULT FolderPicker::TakeNewName(const TVITEMA& item)
 BOOL FolderPicker::PreTranslateMessage(MSG* message)
 {
     if (message->message == WM_KEYDOWN && (message->wParam == VK_RETURN || message->wParam == VK_ESCAPE)) {
-        const auto label = reinterpret_cast<HWND>(::SendMessageA(Tree(), TVM_GETEDITCONTROL, 0, 0));
-        if (label != nullptr && label == message->hwnd) {
-            ::SendMessageA(Tree(), TVM_ENDEDITLABELNOW, message->wParam == VK_ESCAPE, 0);
+        const CEdit* label = m_tree.GetEditControl();
+        if (label != nullptr && label->m_hWnd == message->hwnd) {
+            m_tree.SendMessage(TVM_ENDEDITLABELNOW, message->wParam == VK_ESCAPE);
             return TRUE;
         }
     }
@@ -396,7 +328,7 @@ BOOL FolderPicker::PreTranslateMessage(MSG* message)
 
 void FolderPicker::OnOK()
 {
-    ::SendMessageA(Tree(), TVM_ENDEDITLABELNOW, FALSE, 0);
+    m_tree.SendMessage(TVM_ENDEDITLABELNOW, FALSE);
     WithoutThrowing([this] {
         const HWND field = ::GetDlgItem(m_hWnd, ZO_IDC_FOLDER_PATH);
         const CString typed = TypedText(field);
@@ -410,13 +342,13 @@ void FolderPicker::OnOK()
 
 void FolderPicker::OnCancel()
 {
-    ::SendMessageA(Tree(), TVM_ENDEDITLABELNOW, TRUE, 0);
+    m_tree.SendMessage(TVM_ENDEDITLABELNOW, TRUE);
     CZoDialog::OnCancel();
 }
 
 void FolderPicker::TakePath(const CString& typed)
 {
-    const HTREEITEM selected = Selected();
+    const HTREEITEM selected = m_tree.GetSelectedItem();
     const CString path = ResolvePath(selected != nullptr ? PathOf(selected) : CString("C:\\"), typed);
     if (path.IsEmpty() || path.GetLength() >= MAX_PATH) {
         Refuse(ZO_IDS_FILE_TOO_LONG, typed);

@@ -4,27 +4,7 @@
 
 #include <zogbl/dialog.h>
 
-#include <commctrl.h>
-
-/// The system's common controls, loaded on first use: most programs of the suite never need them.
-class CommonControls {
-public:
-    CommonControls();
-    ~CommonControls();
-    CommonControls(const CommonControls&) = delete;
-    CommonControls& operator=(const CommonControls&) = delete;
-
-    bool AreThere() const { return m_createList != nullptr && m_addMasked != nullptr && m_destroyList != nullptr; }
-    /// The pictures of drives and folders, in their order. \return null on failure
-    HIMAGELIST CreatePlacePictures() const;
-    void Destroy(HIMAGELIST list) const { m_destroyList(list); }
-
-private:
-    HMODULE m_library;
-    decltype(&ImageList_Create) m_createList = nullptr;
-    decltype(&ImageList_AddMasked) m_addMasked = nullptr;
-    decltype(&ImageList_Destroy) m_destroyList = nullptr;
-};
+#include <afxcmn.h>
 
 /// Asks whether to create a folder, and creates it with all above it; asks again as long as it fails.
 /// \param helpContext of the question. \return whether it is there. Throws CMemoryException*.
@@ -52,8 +32,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    HWND Tree() const;
     void Prepare();
+    void MakePictures();
     HTREEITEM AddItem(HTREEITEM parent, LPCSTR text, int picture, int root);
     void AddRoot(const CString& root);
     /// Lists the folders in that of an item anew. \return FALSE, with all as it was, when it cannot be read
@@ -61,9 +41,7 @@ private:
     bool FillOnce(HTREEITEM item);
     HTREEITEM FindChild(HTREEITEM parent, LPCSTR name) const;
     HTREEITEM FindRoot(const CString& root) const;
-    TVITEMA ItemOf(HTREEITEM item, UINT mask, char* text = nullptr, int size = 0) const;
     CString PathOf(HTREEITEM item) const;
-    HTREEITEM Selected() const;
     void Select(const CString& folder);
     void ShowPath(const CString& path);
     LRESULT OnTreeNotify(NMHDR* header);
@@ -71,8 +49,8 @@ private:
     void TakePath(const CString& typed);
     void Refuse(UINT message, LPCSTR path);
 
-    CommonControls m_controls; // the tree's library
-    HIMAGELIST m_pictures = nullptr;
+    CImageList m_pictures; // of drives and folders, in their order
+    CTreeCtrl m_tree;
     LPCSTR m_pszStart;
     LPCSTR m_pszTitle;
     LPCSTR m_pszInstruction;
