@@ -18,7 +18,8 @@ public:
     static CMenu* AFXAPI FromHandle(HMENU hMenu);
     static CMenu* AFXAPI FromHandlePermanent(HMENU hMenu);
     static void AFXAPI DeleteTempMap();
-    BOOL Attach(HMENU hMenu); ///< \return FALSE for null, and for an object that has a menu already
+    /// \return FALSE for null, and for an object that holds a handle already
+    BOOL Attach(HMENU hMenu);
     HMENU Detach();
     HMENU GetSafeHmenu() const { return m_hMenu; }
     operator HMENU() const { return m_hMenu; }

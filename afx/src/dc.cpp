@@ -1,8 +1,6 @@
 // Device contexts: their handles, what is selected into them, and those of windows.
 #include "thread_state.h"
 
-#include <utility>
-
 IMPLEMENT_DYNAMIC(CDC, CObject)
 IMPLEMENT_DYNAMIC(CClientDC, CDC)
 IMPLEMENT_DYNAMIC(CWindowDC, CDC)
@@ -27,46 +25,24 @@ CDC* AFXAPI CDC::FromHandle(HDC hDC)
     }
 }
 
-void AFXAPI CDC::DeleteTempMap()
-{
-    if (ThreadState* state = FindThreadState())
-        state->deviceContexts.DeleteTemporary();
-}
+void AFXAPI CDC::DeleteTempMap() { GetThreadState()->deviceContexts.DeleteTemporary(); }
 
 BOOL CDC::Attach(HDC hDC)
 {
-    if (hDC == nullptr || m_hDC != nullptr)
+    if (!GetThreadState()->deviceContexts.Attach(hDC, this))
         return FALSE;
-    GetThreadState()->deviceContexts.SetPermanent(hDC, this);
-    m_hDC = hDC;
     m_bAttached = true;
     SetAttribDC(hDC); // a derived class may want to know
     return TRUE;
 }
 
-BOOL CDC::AttachMade(HDC hDC)
-{
-    try {
-        if (Attach(hDC))
-            return TRUE;
-    } catch (CMemoryException*) {
-        ::DeleteDC(hDC);
-        throw;
-    }
-    if (hDC != nullptr)
-        ::DeleteDC(hDC);
-    return FALSE;
-}
+BOOL CDC::AttachMade(HDC hDC) { return AttachOrDestroy(*this, hDC, &::DeleteDC); }
 
 HDC CDC::Detach()
 {
-    // A thread without a state, at the end of the process for one, has no map either.
-    ThreadState* state = m_hDC != nullptr ? FindThreadState() : nullptr;
-    if (state != nullptr)
-        state->deviceContexts.RemovePermanent(m_hDC, this);
     m_bAttached = false;
     ReleaseAttribDC();
-    return std::exchange(m_hDC, nullptr);
+    return DetachHandle(&ThreadState::deviceContexts, this);
 }
 
 CDC::~CDC()
@@ -224,14 +200,8 @@ HWND HandleOf(const CWnd* window) { return window != nullptr ? window->m_hWnd : 
 /// Attaches what the constructor of \p object has got from the system, or lets it go by \p release and throws.
 template <class RELEASE> void AttachOrThrow(CDC& object, HDC dc, RELEASE release)
 {
-    if (dc == nullptr)
+    if (!AttachOrDestroy(object, dc, release))
         AfxThrowResourceException();
-    try {
-        object.Attach(dc);
-    } catch (CMemoryException*) {
-        release(dc);
-        throw;
-    }
 }
 
 } // namespace

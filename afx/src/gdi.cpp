@@ -2,7 +2,6 @@
 #include "thread_state.h"
 
 #include <cstdlib>
-#include <utility>
 
 IMPLEMENT_DYNAMIC(CGdiObject, CObject)
 IMPLEMENT_DYNAMIC(CPen, CGdiObject)
@@ -78,43 +77,10 @@ CPalette* AFXAPI CPalette::FromHandle(HPALETTE hPalette)
     return DYNAMIC_DOWNCAST(CPalette, CGdiObject::FromHandle(hPalette));
 }
 
-void AFXAPI CGdiObject::DeleteTempMap()
-{
-    if (ThreadState* state = FindThreadState())
-        state->gdiObjects.DeleteTemporary();
-}
-
-BOOL CGdiObject::Attach(HGDIOBJ hObject)
-{
-    if (hObject == nullptr || m_hObject != nullptr)
-        return FALSE;
-    GetThreadState()->gdiObjects.SetPermanent(hObject, this);
-    m_hObject = hObject;
-    return TRUE;
-}
-
-BOOL CGdiObject::AttachMade(HGDIOBJ hObject)
-{
-    try {
-        if (Attach(hObject))
-            return TRUE;
-    } catch (CMemoryException*) {
-        ::DeleteObject(hObject);
-        throw;
-    }
-    if (hObject != nullptr)
-        ::DeleteObject(hObject);
-    return FALSE;
-}
-
-HGDIOBJ CGdiObject::Detach()
-{
-    // A thread without a state, at the end of the process for one, has no map either.
-    ThreadState* state = m_hObject != nullptr ? FindThreadState() : nullptr;
-    if (state != nullptr)
-        state->gdiObjects.RemovePermanent(m_hObject, this);
-    return std::exchange(m_hObject, nullptr);
-}
+void AFXAPI CGdiObject::DeleteTempMap() { GetThreadState()->gdiObjects.DeleteTemporary(); }
+BOOL CGdiObject::Attach(HGDIOBJ hObject) { return GetThreadState()->gdiObjects.Attach(hObject, this); }
+BOOL CGdiObject::AttachMade(HGDIOBJ hObject) { return AttachOrDestroy(*this, hObject, &::DeleteObject); }
+HGDIOBJ CGdiObject::Detach() { return DetachHandle(&ThreadState::gdiObjects, this); }
 
 CGdiObject::~CGdiObject() { DeleteObject(); }
 
@@ -179,7 +145,7 @@ int CPalette::GetEntryCount()
     return count;
 }
 
-BOOL CRgn::CreateFromPath(CDC* pDC) { return pDC != nullptr && AttachMade(::PathToRegion(pDC->m_hDC)); }
+BOOL CRgn::CreateFromPath(CDC* pDC) { return AttachMade(::PathToRegion(pDC != nullptr ? pDC->m_hDC : nullptr)); }
 
 // Fonts ---------------------------------------------------------------------------------------------------------------
 

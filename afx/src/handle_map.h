@@ -27,6 +27,15 @@ public:
             throw;
         }
     }
+    /// Gives \p object its handle. \return FALSE for null, and for an object that holds one already
+    BOOL Attach(HANDLE handle, OBJECT* object)
+    {
+        if (handle == nullptr || object->*MEMBER != nullptr)
+            return FALSE;
+        SetPermanent(handle, object);
+        object->*MEMBER = handle;
+        return TRUE;
+    }
     /// Takes \p object out again, unless another one has taken its place meanwhile.
     void RemovePermanent(HANDLE handle, const OBJECT* object)
     {
@@ -66,6 +75,14 @@ public:
     {
         return FromHandle(handle, make, [](const OBJECT*) { return true; });
     }
+    OBJECT* FromHandle(HANDLE handle)
+    {
+        return FromHandle(handle, [](HANDLE wanted) {
+            auto* object = new OBJECT;
+            object->*MEMBER = wanted;
+            return object;
+        });
+    }
     /// Deletes the temporary object of a handle that has come to stand for something else.
     void ForgetTemporary(HANDLE handle)
     {
@@ -101,3 +118,18 @@ private:
     CMap<HANDLE, HANDLE, OBJECT*, OBJECT*> m_permanent;
     CMap<HANDLE, HANDLE, OBJECT*, OBJECT*> m_temporary;
 };
+
+/// Attaches what was just made, or lets \p destroy end it. \return whether \p object has it
+template <class OBJECT, class HANDLE, class DESTROY> BOOL AttachOrDestroy(OBJECT& object, HANDLE made, DESTROY destroy)
+{
+    try {
+        if (object.Attach(made))
+            return TRUE;
+    } catch (CMemoryException*) {
+        destroy(made);
+        throw;
+    }
+    if (made != nullptr)
+        destroy(made);
+    return FALSE;
+}

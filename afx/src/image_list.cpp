@@ -1,8 +1,6 @@
 #include "common_controls.h"
 #include "thread_state.h"
 
-#include <utility>
-
 IMPLEMENT_DYNAMIC(CImageList, CObject)
 
 namespace {
@@ -17,55 +15,21 @@ HIMAGELIST HandleOf(const CImageList* list) { return list != nullptr ? list->m_h
 
 CImageList* AFXAPI CImageList::FromHandle(HIMAGELIST hImageList)
 {
-    return GetThreadState()->imageLists.FromHandle(hImageList, [](HIMAGELIST handle) {
-        auto* list = new CImageList;
-        list->m_hImageList = handle;
-        return list;
-    });
+    return GetThreadState()->imageLists.FromHandle(hImageList);
 }
 
 CImageList* AFXAPI CImageList::FromHandlePermanent(HIMAGELIST hImageList)
 {
-    const ThreadState* state = FindThreadState();
-    return state != nullptr ? state->imageLists.FindPermanent(hImageList) : nullptr;
+    return GetThreadState()->imageLists.FindPermanent(hImageList);
 }
 
-void AFXAPI CImageList::DeleteTempMap()
-{
-    if (ThreadState* state = FindThreadState())
-        state->imageLists.DeleteTemporary();
-}
-
-BOOL CImageList::Attach(HIMAGELIST hImageList)
-{
-    if (hImageList == nullptr || m_hImageList != nullptr)
-        return FALSE;
-    GetThreadState()->imageLists.SetPermanent(hImageList, this);
-    m_hImageList = hImageList;
-    return TRUE;
-}
+void AFXAPI CImageList::DeleteTempMap() { GetThreadState()->imageLists.DeleteTemporary(); }
+BOOL CImageList::Attach(HIMAGELIST hImageList) { return GetThreadState()->imageLists.Attach(hImageList, this); }
+HIMAGELIST CImageList::Detach() { return DetachHandle(&ThreadState::imageLists, this); }
 
 BOOL CImageList::AttachMade(HIMAGELIST hImageList)
 {
-    try {
-        if (Attach(hImageList))
-            return TRUE;
-    } catch (CMemoryException*) {
-        COMMON_CONTROLS(ImageList_Destroy)(hImageList);
-        throw;
-    }
-    if (hImageList != nullptr)
-        COMMON_CONTROLS(ImageList_Destroy)(hImageList);
-    return FALSE;
-}
-
-HIMAGELIST CImageList::Detach()
-{
-    // A thread without a state, at the end of the process for one, has no map either.
-    ThreadState* state = m_hImageList != nullptr ? FindThreadState() : nullptr;
-    if (state != nullptr)
-        state->imageLists.RemovePermanent(m_hImageList, this);
-    return std::exchange(m_hImageList, nullptr);
+    return AttachOrDestroy(*this, hImageList, COMMON_CONTROLS(ImageList_Destroy));
 }
 
 CImageList::~CImageList() { DeleteImageList(); }

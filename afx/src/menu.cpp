@@ -1,53 +1,15 @@
 #include "thread_state.h"
 
-#include <utility>
-
 IMPLEMENT_DYNCREATE(CMenu, CObject)
 
 CMenu::~CMenu() { DestroyMenu(); }
 
-CMenu* AFXAPI CMenu::FromHandle(HMENU hMenu)
-{
-    return GetThreadState()->menus.FromHandle(hMenu, [](HMENU handle) {
-        auto* menu = new CMenu;
-        menu->m_hMenu = handle;
-        return menu;
-    });
-}
-
+CMenu* AFXAPI CMenu::FromHandle(HMENU hMenu) { return GetThreadState()->menus.FromHandle(hMenu); }
 CMenu* AFXAPI CMenu::FromHandlePermanent(HMENU hMenu) { return GetThreadState()->menus.FindPermanent(hMenu); }
-
 void AFXAPI CMenu::DeleteTempMap() { GetThreadState()->menus.DeleteTemporary(); }
-
-BOOL CMenu::Attach(HMENU hMenu)
-{
-    if (hMenu == nullptr || m_hMenu != nullptr)
-        return FALSE;
-    GetThreadState()->menus.SetPermanent(hMenu, this);
-    m_hMenu = hMenu;
-    return TRUE;
-}
-
-HMENU CMenu::Detach()
-{
-    if (ThreadState* state = m_hMenu != nullptr ? FindThreadState() : nullptr)
-        state->menus.RemovePermanent(m_hMenu, this);
-    return std::exchange(m_hMenu, nullptr);
-}
-
-BOOL CMenu::Own(HMENU hMenu)
-{
-    try {
-        if (Attach(hMenu))
-            return TRUE;
-    } catch (CMemoryException*) {
-        ::DestroyMenu(hMenu);
-        throw;
-    }
-    if (hMenu != nullptr)
-        ::DestroyMenu(hMenu);
-    return FALSE;
-}
+BOOL CMenu::Attach(HMENU hMenu) { return GetThreadState()->menus.Attach(hMenu, this); }
+HMENU CMenu::Detach() { return DetachHandle(&ThreadState::menus, this); }
+BOOL CMenu::Own(HMENU hMenu) { return AttachOrDestroy(*this, hMenu, &::DestroyMenu); }
 
 BOOL CMenu::LoadMenu(LPCSTR lpszResourceName)
 {

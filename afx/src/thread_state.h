@@ -6,6 +6,8 @@
 
 #include "handle_map.h"
 
+#include <utility>
+
 struct AfxWindowHook;
 
 /// The tip control of a thread and the one tool that it has at a time.
@@ -41,6 +43,16 @@ struct ThreadState {
 ThreadState* FindThreadState();
 /// The calling thread's state, made on first use.
 ThreadState* GetThreadState();
+
+/// Takes its handle from an object. A thread without a state, at the end of the process for one, has no map either.
+template <class OBJECT, class HANDLE, HANDLE OBJECT::*MEMBER>
+HANDLE DetachHandle(HandleMap<OBJECT, HANDLE, MEMBER> ThreadState::*map, OBJECT* object)
+{
+    ThreadState* state = object->*MEMBER != nullptr ? FindThreadState() : nullptr;
+    if (state != nullptr)
+        (state->*map).RemovePermanent(object->*MEMBER, object);
+    return std::exchange(object->*MEMBER, nullptr);
+}
 
 /// Waits for a message, offers it to the windows and dispatches it. \return FALSE for WM_QUIT, left in \p message.
 BOOL PumpOneMessage(MSG* message);

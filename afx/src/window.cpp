@@ -19,14 +19,7 @@ constexpr DWORD kClassStyleIme = 0x00010000; // CS_IME: an input-method window t
 
 // Handles and objects -------------------------------------------------------------------------------------------------
 
-CWnd* AFXAPI CWnd::FromHandle(HWND hWnd)
-{
-    return GetThreadState()->windows.FromHandle(hWnd, [](HWND handle) {
-        auto* window = new CWnd;
-        window->m_hWnd = handle;
-        return window;
-    });
-}
+CWnd* AFXAPI CWnd::FromHandle(HWND hWnd) { return GetThreadState()->windows.FromHandle(hWnd); }
 
 CWnd* AFXAPI CWnd::FromHandlePermanent(HWND hWnd) { return GetThreadState()->windows.FindPermanent(hWnd); }
 
