@@ -74,7 +74,7 @@ public:
     /// change: the name must live as long as the bar.
     BOOL LoadBitmap(LPCSTR lpszResourceName);
     BOOL LoadBitmap(UINT nIDResource) { return LoadBitmap(MAKEINTRESOURCE(nIDResource)); }
-    /// The same with a bitmap of the caller's, which then belongs to the bar.
+    /// The same with a bitmap of the caller's, which then belongs to the bar, unless this fails.
     BOOL SetBitmap(HBITMAP hbmImageWell);
     /// \param sizeButton at least the picture's and 7 by 6 pixels
     void SetSizes(SIZE sizeButton, SIZE sizeImage);
