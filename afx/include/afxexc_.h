@@ -21,7 +21,7 @@ public:
     virtual BOOL GetErrorMessage(LPSTR lpszError, UINT nMaxError, UINT* pnHelpContext = nullptr) const;
     /// Shows the error's text. If it has none: string \p nMessageID; or, with 0, that something was not done.
     /// \return the button chosen
-    int ReportError(UINT nType = MB_OK, UINT nMessageID = 0);
+    virtual int ReportError(UINT nType = MB_OK, UINT nMessageID = 0);
 
 private:
     BOOL m_bAutoDelete;

@@ -30,6 +30,8 @@ public:
 
     static const RECT rectDefault; ///< lets the system choose place and size
 
+    /// Shows the frame. \param nCmdShow of ShowWindow; -1: an icon is restored, and else the frame shown as it is
+    virtual void ActivateFrame(int nCmdShow = -1);
     virtual CFrameWnd* GetActiveFrame() { return this; }
     CView* GetActiveView() const { return m_pViewActive; }
     virtual CDocument* GetActiveDocument();
@@ -38,7 +40,7 @@ public:
     virtual BOOL OnCreateClient(CREATESTRUCT* lpcs, CCreateContext* pContext);
     /// \return the view, null on failure
     CWnd* CreateView(CCreateContext* pContext, UINT nID = AFX_IDW_PANE_FIRST);
-    /// Sends all views their initial update and shows the frame.
+    /// Gives the view its initial update and shows the frame, by ActivateFrame.
     void InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible);
 
     void SetTitle(LPCSTR lpszTitle) { m_strTitle = lpszTitle; } ///< shown by the next OnUpdateFrameTitle

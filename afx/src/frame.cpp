@@ -117,6 +117,13 @@ CWnd* CFrameWnd::CreateView(CCreateContext* pContext, UINT nID)
     return view;
 }
 
+void CFrameWnd::ActivateFrame(int nCmdShow)
+{
+    const int usual = IsIconic() ? SW_RESTORE : SW_SHOW;
+    ShowWindow(nCmdShow != -1 ? nCmdShow : usual);
+    UpdateWindow();
+}
+
 void CFrameWnd::InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible)
 {
     const CWnd* pane = FromHandlePermanent(::GetDlgItem(m_hWnd, AFX_IDW_PANE_FIRST));
@@ -127,10 +134,8 @@ void CFrameWnd::InitialUpdateFrame(CDocument* pDoc, BOOL bMakeVisible)
     }
     OnUpdateFrameTitle(pDoc != nullptr);
     RecalcLayout();
-    if (bMakeVisible) {
-        ShowWindow(SW_SHOW);
-        UpdateWindow();
-    }
+    if (bMakeVisible)
+        ActivateFrame();
     if (view != nullptr && bMakeVisible)
         view->OnActivateView(TRUE, view, view);
 }

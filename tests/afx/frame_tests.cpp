@@ -123,6 +123,9 @@ TEST_F(FrameTest, TakesWhatHasItsNumber)
     EXPECT_EQ("paper - other", titled("other", 0, FWS_PREFIXTITLE));
     EXPECT_EQ("paper", titled("", FWS_PREFIXTITLE, 0));
     frame.document = nullptr;
+    frame.ShowWindow(SW_SHOWMINIMIZED);
+    frame.ActivateFrame();
+    EXPECT_TRUE(frame.IsWindowVisible() && !frame.IsIconic());
     const ImportPatch load("ZOAFX.DLL", "LoadMenuA", &LoadAndKeep);
     Frame refusing;
     refusing.refuses = true;
