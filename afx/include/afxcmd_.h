@@ -19,10 +19,9 @@ public:
     /// For a handler: lets the search for one go on, as if this had not been one.
     void ContinueRouting() { m_bContinueRouting = TRUE; }
 
-    /// Asks \p pTarget for the state of the item: by the control itself if it has a reflected handler, then by
-    /// CN_UPDATE_COMMAND_UI. \param bDisableIfNoHndler without a handler for that, the item is enabled if there is one
-    /// for the command, else disabled
-    /// \return whether a handler has dealt with it
+    /// Asks \p pTarget for the state of the item, by CN_UPDATE_COMMAND_UI. \param bDisableIfNoHndler without a handler
+    /// for that, the item is enabled if there is one for the command, else disabled
+    /// \return whether a handler has dealt with it; TRUE for what stands for no command
     BOOL DoUpdate(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 
     UINT m_nID = 0;

@@ -88,7 +88,8 @@ public:
     /// \return -1, null when no page is shown
     int GetActiveIndex() const;
     CPropertyPage* GetActivePage() const;
-    /// \return FALSE when the page before stays, or there is no such page
+    /// Before the window is made: the page shown first. \return FALSE when the page before stays, or there is no such
+    /// page; a number is only looked at once there is a window
     BOOL SetActivePage(int nPage);
     BOOL SetActivePage(CPropertyPage* pPage);
 
@@ -113,7 +114,7 @@ public:
     virtual INT_PTR DoModal();
     /// Makes a modeless sheet without OK and Apply; its pages are closed by its system menu, Escape, EndDialog or
     /// DestroyWindow. When no window comes of it, PostNcDestroy has been called, as by CreateEx.
-    /// \param pParentWnd null: none \param dwStyle -1: as a modal sheet, with the styles \p dwExStyle
+    /// \param pParentWnd null: none \param dwStyle -1: as a modal sheet; \p dwExStyle has no effect then
     virtual BOOL Create(CWnd* pParentWnd = nullptr, DWORD dwStyle = static_cast<DWORD>(-1), DWORD dwExStyle = 0);
     void EndDialog(int nEndID);
 
