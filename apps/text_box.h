@@ -8,31 +8,23 @@
 
 #include <algorithm>
 
-/// A font like that of the dialogs, for the caller to delete.
-inline HFONT CreateDialogFont()
+/// Makes a font like that of the dialogs.
+inline BOOL CreateDialogFont(CFont& font)
 {
-    constexpr int kPoints = 8;
-    LOGFONT description = {};
+    LOGFONT description;
     const HFONT shared = CZoGlobalGDIData::GetThinFont(); // where characters have two bytes, that of the dialogs
     if (::GetSystemMetrics(SM_DBCSENABLED) && ::GetObject(shared, sizeof description, &description) != 0)
-        return ::CreateFontIndirect(&description);
-    const HDC screen = ::GetDC(nullptr);
-    description.lfHeight = -::MulDiv(kPoints, ::GetDeviceCaps(screen, LOGPIXELSY), 72);
-    ::ReleaseDC(nullptr, screen);
-    description.lfWeight = FW_NORMAL;
-    description.lfCharSet = DEFAULT_CHARSET;
-    ::lstrcpy(description.lfFaceName, "MS Shell Dlg");
-    return ::CreateFontIndirect(&description);
+        return font.CreateFontIndirect(&description);
+    return font.CreatePointFont(80, "MS Shell Dlg");
 }
 
 /// What \p measure(dc) returns for a device context of \p window (null: the screen) with a font.
-template <class MEASURE> auto WithFont(HWND window, HFONT font, MEASURE measure)
+template <class MEASURE> auto WithFont(CWnd* window, CFont* font, MEASURE measure)
 {
-    const HDC dc = ::GetDC(window);
-    const HGDIOBJ old = ::SelectObject(dc, font);
+    CClientDC dc(window);
+    CFont* before = dc.SelectObject(font);
     const auto result = measure(dc);
-    ::SelectObject(dc, old);
-    ::ReleaseDC(window, dc);
+    dc.SelectObject(before);
     return result;
 }
 
@@ -45,8 +37,7 @@ public:
     {
         constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
                                 ES_READONLY | ES_AUTOHSCROLL | ES_AUTOVSCROLL;
-        return CreateEx(edge, "EDIT", "", style, 0, 0, 0, 0, parent->m_hWnd,
-                        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)));
+        return CreateEx(edge, "EDIT", "", style, CRect(0, 0, 0, 0), parent, id);
     }
 
     /// Shows or hides the scroll bars. Called by itself, but for what a person types.
@@ -57,15 +48,15 @@ public:
         m_isFitting = true;
         const SIZE text = MeasureText();
         CRect place;
-        ::GetWindowRect(m_hWnd, &place);
+        GetWindowRect(&place);
         const int edge = ::GetSystemMetrics(SM_CXEDGE) + kMargin;
         const int width = place.Width() - 2 * edge, height = place.Height() - 2 * edge;
         bool isTall = text.cy > height;
         const bool isWide = text.cx > width - (isTall ? ::GetSystemMetrics(SM_CXVSCROLL) : 0);
         isTall = isTall || (isWide && text.cy > height - ::GetSystemMetrics(SM_CYHSCROLL));
-        ::ShowScrollBar(m_hWnd, SB_VERT, isTall);
-        ::ShowScrollBar(m_hWnd, SB_HORZ, isWide);
-        ::RedrawWindow(m_hWnd, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE); // the border where a bar was
+        ShowScrollBar(SB_VERT, isTall);
+        ShowScrollBar(SB_HORZ, isWide);
+        RedrawWindow(nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE); // the border where a bar was
         m_isFitting = false;
     }
 
@@ -94,10 +85,7 @@ protected:
 private:
     static constexpr int kMargin = 2; // pixels
 
-    template <class MEASURE> SIZE WithOwnFont(MEASURE measure) const
-    {
-        return WithFont(m_hWnd, reinterpret_cast<HFONT>(::SendMessage(m_hWnd, WM_GETFONT, 0, 0)), measure);
-    }
+    template <class MEASURE> SIZE WithOwnFont(MEASURE measure) { return WithFont(this, GetFont(), measure); }
 
     SIZE Measure(HDC dc, const CString& line) const
     {
@@ -105,7 +93,7 @@ private:
         return {LOWORD(size), HIWORD(size)};
     }
 
-    SIZE MeasureText() const
+    SIZE MeasureText()
     {
         CString text;
         GetWindowText(text);

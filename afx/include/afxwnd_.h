@@ -66,6 +66,7 @@ public:
     void SendMessageToDescendants(UINT message, WPARAM wParam = 0, LPARAM lParam = 0, BOOL bDeep = TRUE,
                                   BOOL bOnlyPerm = FALSE);
     virtual BOOL PreTranslateMessage(MSG* pMsg);
+    BOOL IsDialogMessage(LPMSG lpMsg) { return ::IsDialogMessage(m_hWnd, lpMsg); }
     /// Runs messages until EndModalLoop. While none waits, the window gets WM_KICKIDLE and its parent WM_ENTERIDLE.
     /// \return the result given there; -1 when the thread is told to quit meanwhile.
     int RunModalLoop(DWORD dwFlags = 0);
@@ -261,7 +262,8 @@ public:
     /// WM_NOTIFY does: by it they ask as well.
     /// \return FALSE when the exchange failed, which the user has been told of, and when one is going on already
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
-    /// Asks \p pTarget for the state of each child that stands for a command, as CCmdUI::DoUpdate does.
+    /// Asks for the state of each child that stands for a command: the child itself if it has a reflected handler, else
+    /// \p pTarget, as CCmdUI::DoUpdate does. \param bDisableIfNoHndler concerns buttons alone
     void UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler);
 
     // Tool tips

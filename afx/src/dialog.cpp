@@ -236,5 +236,5 @@ bool IsWithinDialog(HWND window)
 
 BOOL CDialog::PreTranslateMessage(MSG* pMsg)
 {
-    return CWnd::PreTranslateMessage(pMsg) || (!IsWithinDialog(m_hWnd) && ::IsDialogMessage(m_hWnd, pMsg));
+    return CWnd::PreTranslateMessage(pMsg) || (!IsWithinDialog(m_hWnd) && IsDialogMessage(pMsg));
 }

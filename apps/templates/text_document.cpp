@@ -29,7 +29,7 @@ BEGIN_MESSAGE_MAP(TextView, CView)
     ON_WM_CREATE()
     ON_WM_SIZE()
     ON_WM_SETFOCUS()
-    ON_CONTROL(EN_CHANGE, kTextId, OnTextChanged)
+    ON_EN_CHANGE(kTextId, OnTextChanged)
 END_MESSAGE_MAP()
 
 BOOL TextDocument::ReadFile(LPCSTR path, CString& bytes, int maximum, BOOL& isWhole)
@@ -94,27 +94,20 @@ BOOL TextDocument::SaveModified()
 
 // The view ------------------------------------------------------------------------------------------------------------
 
-TextView::~TextView()
-{
-    if (m_font != nullptr)
-        ::DeleteObject(m_font);
-}
-
 int TextView::OnCreate(CREATESTRUCT* create)
 {
     if (CView::OnCreate(create) == -1 || !m_text.Create(this, kTextId, 0))
         return -1;
-    m_font = CreateDialogFont();
+    CreateDialogFont(m_font);
     LOGFONT description;
-    if (HasColumns() && ::GetObject(m_font, sizeof description, &description) != 0) {
+    if (HasColumns() && m_font.GetLogFont(&description) != 0) {
         description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
         description.lfFaceName[0] = '\0'; // any of equal widths
-        ::DeleteObject(m_font);
-        m_font = ::CreateFontIndirect(&description);
+        m_font.DeleteObject();
+        m_font.CreateFontIndirect(&description);
     }
-    if (m_font != nullptr)
-        m_text.SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_font));
-    m_text.SendMessage(EM_LIMITTEXT, 0); // as much as there is room for
+    m_text.SetFont(&m_font);
+    m_text.LimitText(); // as much as there is room for
     return 0;
 }
 
@@ -133,7 +126,7 @@ void TextView::OnUpdate(CView*, LPARAM, CObject*)
     m_text.GetWindowText(shown);
     if (document == nullptr)
         return;
-    m_text.SendMessage(EM_SETREADONLY, !document->IsEditable());
+    m_text.SetReadOnly(!document->IsEditable());
     const CString text = document->GetText();
     if (shown == text) // the place at which a person writes stays where it is
         return;

@@ -33,9 +33,6 @@ private:
 
 class TextView : public CView {
     DECLARE_DYNAMIC(TextView)
-public:
-    ~TextView() override;
-
 protected:
     void OnUpdate(CView* sender, LPARAM hint, CObject* object) override;
     /// Whether the text stands in columns, which takes letters of equal widths.
@@ -49,6 +46,6 @@ protected:
 
 private:
     TextBox m_text;
-    HFONT m_font = nullptr;
+    CFont m_font;
     bool m_filling = false; // the text changes, but no person changes it
 };

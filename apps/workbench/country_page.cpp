@@ -111,17 +111,17 @@ void CountryPage::OnPaint()
     CPaintDC dc(this);
     CRect rows;
     m_list.GetClientRect(&rows);
-    const HGDIOBJ oldFont = ::SelectObject(dc, ControlFont());
+    CFont* oldFont = dc.SelectObject(ControlFont());
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(::GetSysColor(COLOR_BTNTEXT));
     const auto draw = [&](UINT id, UINT alignment) {
         CRect place(m_list.GetPictureWidth() + 1, HeaderTop(), rows.right - kCodeMargin,
                     HeaderTop() + LineHeight() + kMargin);
-        dc.DrawText(Text(id), -1, &place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | alignment);
+        dc.DrawText(Text(id), &place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | alignment);
     };
     draw(ZO_IDS_COLUMN_COUNTRY, DT_LEFT);
     draw(ZO_IDS_COLUMN_CODE, DT_RIGHT);
-    ::SelectObject(dc, oldFont);
+    dc.SelectObject(oldFont);
 }
 
 void CountryPage::OnSetFocus(CWnd*) { m_list.SetFocus(); }

@@ -37,7 +37,6 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_COMMAND(ZO_ID_FILE_LANGUAGE, OnChooseLanguage)
     ON_COMMAND(ZO_ID_FILE_NEW, OnNewDocument)
     ON_COMMAND(ZO_ID_DOCUMENT_OPEN, OnOpenDocument)
-    ON_MESSAGE(WM_MENUSELECT, OnMenuSelect)
     ON_COMMAND(ZO_ID_TOOLS_OPEN, OnOpenTools)
     ON_COMMAND(ZO_ID_TOOLS_EDIT, OnEditTools)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
@@ -63,7 +62,8 @@ int MainFrame::OnCreate(CREATESTRUCT* create)
     const CRect nowhere;
     if (!m_pageList.Create(WS_VISIBLE | WS_BORDER | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, nowhere, this,
                            kPageListId) ||
-        !m_status.Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX | SS_SUNKEN | SS_CENTERIMAGE, nowhere, this))
+        !m_status.Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX | SS_SUNKEN | SS_CENTERIMAGE, nowhere, this,
+                         AFX_IDW_STATUS_BAR))
         return -1;
     for (int i = 0; i < kPages; ++i) {
         if (!m_pages[i]->CreatePage(this, kFirstPageWindowId + static_cast<UINT>(i)))
@@ -85,10 +85,10 @@ void MainFrame::ReloadTexts()
         page->Reload();
     }
     m_pageList.SetCurSel(m_shown);
-    m_status.SetWindowText(GetStatusText());
+    SetMessageText(AFX_IDS_IDLEMESSAGE);
     m_documents.ReloadTexts();
     for (CWnd* control : {static_cast<CWnd*>(&m_pageList), static_cast<CWnd*>(&m_status)})
-        control->SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()), TRUE);
+        control->SetFont(ControlFont());
     CRect client;
     GetClientRect(&client);
     LayOut(client.Width(), client.Height());
@@ -172,7 +172,7 @@ void MainFrame::OnSetFocus(CWnd*)
 BOOL MainFrame::PreTranslateMessage(MSG* message)
 {
     const bool isTab = message->message == WM_KEYDOWN && message->wParam == VK_TAB;
-    return (isTab && ::IsDialogMessage(m_hWnd, message)) || CZoFrameWnd::PreTranslateMessage(message);
+    return (isTab && IsDialogMessage(message)) || CZoFrameWnd::PreTranslateMessage(message);
 }
 
 // Commands ------------------------------------------------------------------------------------------------------------
@@ -201,11 +201,10 @@ BOOL MainFrame::OnCmdMsg(UINT id, int code, void* extra, void* info)
 }
 
 /// The status line says what a tool does while its menu item is selected.
-LRESULT MainFrame::OnMenuSelect(WPARAM item, LPARAM)
+void MainFrame::GetMessageString(UINT id, CString& message) const
 {
-    const CString text = m_tools.GetMessage(LOWORD(item));
-    m_status.SetWindowText(text.IsEmpty() ? GetStatusText() : " " + text);
-    return 0;
+    const CString text = m_tools.GetMessage(id);
+    message = text.IsEmpty() ? GetStatusText() : " " + text;
 }
 
 void MainFrame::OnOpenTools() { m_tools.Choose(); }

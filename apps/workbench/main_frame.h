@@ -31,6 +31,7 @@ public:
     Tools& GetTools() { return m_tools; }
 
     BOOL OnCmdMsg(UINT id, int code, void* extra, void* info) override;
+    void GetMessageString(UINT id, CString& message) const override;
     BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
 
 protected:
@@ -46,7 +47,6 @@ protected:
     afx_msg void OnChooseLanguage();
     afx_msg void OnNewDocument();
     afx_msg void OnOpenDocument();
-    afx_msg LRESULT OnMenuSelect(WPARAM item, LPARAM menu);
     afx_msg void OnOpenTools();
     afx_msg void OnEditTools();
     afx_msg void OnAbout();

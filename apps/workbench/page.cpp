@@ -13,8 +13,8 @@ BOOL Page::CreatePage(CWnd* frame, UINT id)
 {
     const LPCSTR windowClass =
         AfxRegisterWndClass(0, ::LoadCursor(nullptr, IDC_ARROW), reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
-    return CreateEx(WS_EX_CONTROLPARENT, windowClass, nullptr, WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, frame->m_hWnd,
-                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)));
+    return CreateEx(WS_EX_CONTROLPARENT, windowClass, nullptr, WS_CHILD | WS_CLIPCHILDREN, CRect(0, 0, 0, 0), frame,
+                    id);
 }
 
 int Page::OnCreate(CREATESTRUCT* create)
@@ -22,8 +22,7 @@ int Page::OnCreate(CREATESTRUCT* create)
     if (CWnd::OnCreate(create) != 0)
         return -1;
     CreateControls();
-    for (HWND control = ::GetWindow(m_hWnd, GW_CHILD); control != nullptr; control = ::GetWindow(control, GW_HWNDNEXT))
-        ::SendMessage(control, WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()), FALSE);
+    SendMessageToDescendants(WM_SETFONT, reinterpret_cast<WPARAM>(ControlFont()->m_hObject), FALSE, FALSE);
     return 0;
 }
 
@@ -55,26 +54,24 @@ void LoadMenuOf(HWND window, UINT id)
         ::DestroyMenu(previous);
 }
 
-HFONT ControlFont()
+CFont* ControlFont()
 {
-    static const HFONT font = CreateDialogFont(); // to the end of the process, since controls hold it
-    return font != nullptr ? font : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+    static CFont font; // to the end of the process, since controls hold it
+    if (font.m_hObject == nullptr && !CreateDialogFont(font))
+        font.CreateStockObject(DEFAULT_GUI_FONT);
+    return &font;
 }
 
 int TextWidth(const CString& text)
 {
-    return WithFont(nullptr, ControlFont(), [&](HDC dc) {
-        SIZE size = {};
-        ::GetTextExtentPoint32(dc, text, text.GetLength(), &size);
-        return size.cx;
-    });
+    return WithFont(nullptr, ControlFont(), [&](CDC& dc) { return dc.GetTextExtent(text).cx; });
 }
 
 int LineHeight()
 {
-    return WithFont(nullptr, ControlFont(), [](HDC dc) {
+    return WithFont(nullptr, ControlFont(), [](CDC& dc) {
         TEXTMETRIC metrics = {};
-        ::GetTextMetrics(dc, &metrics);
+        dc.GetTextMetrics(&metrics);
         return metrics.tmHeight + metrics.tmExternalLeading;
     });
 }

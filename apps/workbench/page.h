@@ -33,7 +33,7 @@ CString Text(UINT id);
 void LoadMenuOf(HWND window, UINT id);
 
 /// The font of the Workbench's controls: that of the dialogs.
-HFONT ControlFont();
+CFont* ControlFont();
 
 /// Width in pixels of a text in that font.
 int TextWidth(const CString& text);
