@@ -47,7 +47,7 @@ BOOL CZoProgramPromptDlg::OnInitDialog()
     SetWindowText(m_csTitle);
     SetDlgItemText(ZO_IDC_PROGRAM_PROMPT_TEXT, m_csPrompt);
     SetDlgItemText(ZO_IDC_PROGRAM_PROMPT_PATH, m_csPath);
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_PROGRAM_PROMPT_PATH, EM_LIMITTEXT, MAX_PATH - 1, 0);
+    SendDlgItemMessage(ZO_IDC_PROGRAM_PROMPT_PATH, EM_LIMITTEXT, MAX_PATH - 1);
     CenterWindow();
     ::SetFocus(::GetDlgItem(m_hWnd, ZO_IDC_PROGRAM_PROMPT_PATH));
     return FALSE;
@@ -56,7 +56,7 @@ BOOL CZoProgramPromptDlg::OnInitDialog()
 CString CZoProgramPromptDlg::FieldText() const
 {
     char text[MAX_PATH] = "";
-    ::GetDlgItemTextA(m_hWnd, ZO_IDC_PROGRAM_PROMPT_PATH, text, sizeof text);
+    GetDlgItemText(ZO_IDC_PROGRAM_PROMPT_PATH, text, sizeof text);
     CString path = text;
     path.TrimLeft();
     path.TrimRight();

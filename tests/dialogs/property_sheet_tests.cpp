@@ -14,7 +14,6 @@ constexpr int kFirst = 3001;
 constexpr int kSecond = 3002;
 constexpr int kName = 11;
 constexpr int kNote = 12;
-constexpr int kApply = 0x3021;
 
 class Page : public CZoPropertyPage {
 public:
@@ -75,14 +74,14 @@ TEST_F(PropertySheetTest, ExchangesItsPagesByKeysAndClicks)
         EXPECT_FALSE(IsWindowEnabled(owner.m_hWnd));
         EXPECT_EQ("A sheet", TextOf(window));
         EXPECT_EQ("OK Cancel &Apply",
-                  TextOf(window, IDOK) + ' ' + TextOf(window, IDCANCEL) + ' ' + TextOf(window, kApply));
-        EXPECT_FALSE(IsEnabled(window, kApply)) << "nothing changed yet";
+                  TextOf(window, IDOK) + ' ' + TextOf(window, IDCANCEL) + ' ' + TextOf(window, ID_APPLY_NOW));
+        EXPECT_FALSE(IsEnabled(window, ID_APPLY_NOW)) << "nothing changed yet";
         EXPECT_EQ(2, sheet.GetPageCount());
         SetFocus(GetDlgItem(sheet.PageWindow(), kNote));
         AccessKey(window, 'n');
         EXPECT_EQ(GetDlgItem(sheet.PageWindow(), kName), GetFocus());
         Type(sheet.PageWindow(), kName, "1");
-        EXPECT_TRUE(IsEnabled(window, kApply));
+        EXPECT_TRUE(IsEnabled(window, ID_APPLY_NOW));
         EXPECT_FALSE(sheet.second.IsCreated());
         Key(window, VK_TAB, kControl);
         EXPECT_EQ(1, sheet.GetActiveIndex());
@@ -91,7 +90,7 @@ TEST_F(PropertySheetTest, ExchangesItsPagesByKeysAndClicks)
         Type(sheet.PageWindow(), kName, "2");
         Key(window, VK_TAB, kControl | kShift);
         sheet.first.m_refuse = true;
-        Press(window, kApply);
+        Press(window, ID_APPLY_NOW);
         EXPECT_FALSE(sheet.SetActivePage(1));
         EXPECT_EQ(0, sheet.GetActiveIndex()) << "a page that refuses stays";
         sheet.first.m_refuse = false;
@@ -174,9 +173,9 @@ TEST_F(PropertySheetTest, TakesTheFocusAlong)
         EXPECT_EQ(tab, GetFocus()) << "of a page with nothing for it";
         for (const int control : {kName, kNote})
             ::EnableWindow(GetDlgItem(sheet.first.m_hWnd, control), TRUE);
-        SetFocus(GetDlgItem(window, kApply));
-        Press(window, kApply);
-        EXPECT_FALSE(IsEnabled(window, kApply));
+        SetFocus(GetDlgItem(window, ID_APPLY_NOW));
+        Press(window, ID_APPLY_NOW);
+        EXPECT_FALSE(IsEnabled(window, ID_APPLY_NOW));
         EXPECT_EQ(GetDlgItem(window, IDOK), GetFocus());
         SetFocus(GetDlgItem(window, IDCANCEL));
         sheet.first.CancelToClose();
@@ -202,7 +201,7 @@ TEST_F(PropertySheetTest, FollowsTheLanguage)
         ZoGblLoadString(ZO_IDS_SHEET_APPLY, apply);
         EXPECT_EQ("Schlie", std::string(close, 6));
         EXPECT_EQ(std::string(close) + ", Abbrechen", buttons(window));
-        EXPECT_STREQ(apply, TextOf(window, kApply).c_str());
+        EXPECT_STREQ(apply, TextOf(window, ID_APPLY_NOW).c_str());
         EXPECT_EQ("No&te", TextOf(sheet.PageWindow(), kNote));
         EXPECT_EQ("typed", TextOf(sheet.PageWindow(), kName));
         char title[20] = "";

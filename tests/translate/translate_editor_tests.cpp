@@ -9,7 +9,6 @@
 namespace {
 
 constexpr int kChoices = ZO_IDC_TRANSLATE_CHOICES;
-constexpr int kApply = 0x3021; // the system's number of the button
 constexpr char kNotSaved[] =
     "The translation table could not be saved. Check the disk and the file, or use another name."
     "\n\nThe file is as it was before.";
@@ -161,10 +160,10 @@ TEST_F(TranslateEditor, EditsBothTables)
             EXPECT_EQ(256, SendDlgItemMessageA(page, entries.list, LB_GETCOUNT, 0, 0));
             EXPECT_EQ(std::string(start).substr(5), EntryOf(page, entries.value));
             EXPECT_EQ(entries.index == 0, IsChecked(page, entries.enable));
-            EXPECT_FALSE(IsEnabled(sheet, kApply));
+            EXPECT_FALSE(IsEnabled(sheet, ID_APPLY_NOW));
 
             Choose(page, entries.list, 200);
-            EXPECT_TRUE(IsEnabled(sheet, kApply)) << "the last character is part of the file";
+            EXPECT_TRUE(IsEnabled(sheet, ID_APPLY_NOW)) << "the last character is part of the file";
             Choose(page, entries.value, 7);
             EXPECT_EQ("0xC8 0x07", text(200));
             EXPECT_EQ(200, ChosenRow(page, entries.list));
@@ -218,17 +217,17 @@ TEST_F(TranslateEditor, AppliesAndGoesOn)
         disk.Disarm();
         EXPECT_EQ(applied.Bytes() + m_file, ImageOf(m_table)) << "taken over";
         EXPECT_EQ(m_start.Bytes(), FileNow());
-        EXPECT_TRUE(IsEnabled(sheet, kApply)) << "to be tried again";
+        EXPECT_TRUE(IsEnabled(sheet, ID_APPLY_NOW)) << "to be tried again";
         AccessKey(sheet, 'a');
         EXPECT_EQ(applied.Bytes(), FileNow());
         EXPECT_EQ(applied.Bytes() + m_file, ImageOf(m_table));
         EXPECT_EQ(kNewDescription, TextOf(page, ZO_IDC_TRANSLATE_DESCRIPTION));
-        EXPECT_FALSE(IsEnabled(sheet, kApply));
+        EXPECT_FALSE(IsEnabled(sheet, ID_APPLY_NOW));
         EXPECT_EQ("Close", TextOf(sheet, IDOK));
         EXPECT_FALSE(IsEnabled(sheet, IDCANCEL)) << "what is done is not undone";
         page = ShowPage(sheet, 0);
         Choose(page, kInput.value, 5);
-        EXPECT_TRUE(IsEnabled(sheet, kApply));
+        EXPECT_TRUE(IsEnabled(sheet, ID_APPLY_NOW));
         SendMessageA(sheet, WM_SYSCOMMAND, SC_CLOSE, 0); // what came later is given up
     };
     const DialogDriver driver{edit, AnswerBox(kNotSaved, IDOK)};
@@ -350,7 +349,7 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             pressIn(files, page, ZO_IDC_TRANSLATE_LOAD);
             pressIn(windows, page, ZO_IDC_TRANSLATE_LOAD);
             EXPECT_EQ(m_file, file());
-            EXPECT_FALSE(IsEnabled(sheet, kApply));
+            EXPECT_FALSE(IsEnabled(sheet, ID_APPLY_NOW));
             Type(page, ZO_IDC_TRANSLATE_DESCRIPTION, most + "e");
             EXPECT_EQ(most, description());
             SetDlgItemTextA(page, ZO_IDC_TRANSLATE_DESCRIPTION, (most + "e").c_str()); // pasted over
@@ -361,7 +360,7 @@ TEST_F(TranslateEditor, LoadsAndSavesByItsFileDialog)
             Press(page, ZO_IDC_TRANSLATE_LOAD);
             EXPECT_EQ(Path(otherName), file());
             EXPECT_EQ("By hand", description());
-            EXPECT_TRUE(IsEnabled(sheet, kApply));
+            EXPECT_TRUE(IsEnabled(sheet, ID_APPLY_NOW));
             page = ShowPage(sheet, 0);
             EXPECT_EQ(0, ChosenRow(page, kInput.list)) << "the table just loaded";
             EXPECT_FALSE(IsChecked(page, kInput.enable));
@@ -462,10 +461,10 @@ TEST_F(TranslateEditor, SurvivesFailures)
     const auto person = [&](HWND window) { // edits a table and loads a file
         if (GetDlgItem(window, ZO_IDC_FILE_NAME) != nullptr) {
             SetDlgItemTextA(window, ZO_IDC_FILE_NAME, m_file.c_str());
-        } else if (GetDlgItem(window, kApply) != nullptr) {
+        } else if (GetDlgItem(window, ID_APPLY_NOW) != nullptr) {
             Command(ShowPage(window, 2), ZO_IDC_TRANSLATE_LOAD);
             Command(ShowPage(window, 0), ZO_IDC_TRANSLATE_RESET);
-            Command(window, kApply);
+            Command(window, ID_APPLY_NOW);
         }
         Command(window, IDOK);
     };

@@ -25,7 +25,7 @@ BOOL CZoAboutDialog::OnInitDialog()
     CZoDialog::OnInitDialog();
     const LPCSTR name = MAKEINTRESOURCEA(m_nIconId);
     const HICON icon = ::LoadIconA(AfxFindResourceHandle(name, RT_GROUP_ICON), name);
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ABOUT_ICON, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
+    SendDlgItemMessage(ZO_IDC_ABOUT_ICON, STM_SETICON, reinterpret_cast<WPARAM>(icon));
     ShowProgram();
     CenterWindow();
     ::SetFocus(::GetDlgItem(m_hWnd, IDOK)); // which Enter is to press, not the button before it

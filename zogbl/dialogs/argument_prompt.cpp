@@ -20,12 +20,12 @@ BOOL CZoArgumentPromptDlg::OnInitDialog()
 {
     CZoDialog::OnInitDialog();
     const HICON icon = m_hIcon != nullptr ? m_hIcon : ::LoadIconA(nullptr, IDI_APPLICATION);
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ICON, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
+    SendDlgItemMessage(ZO_IDC_ARGUMENT_PROMPT_ICON, STM_SETICON, reinterpret_cast<WPARAM>(icon));
     ShowProgram();
     SetDlgItemText(ZO_IDC_ARGUMENT_PROMPT_TEXT, m_csPrompt);
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER, EM_LIMITTEXT, static_cast<WPARAM>(m_nAnswerLength), 0);
+    SendDlgItemMessage(ZO_IDC_ARGUMENT_PROMPT_ANSWER, EM_LIMITTEXT, static_cast<WPARAM>(m_nAnswerLength));
     SetDlgItemText(ZO_IDC_ARGUMENT_PROMPT_ANSWER, m_csAnswer);
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER, EM_SETSEL, 0, -1);
+    SendDlgItemMessage(ZO_IDC_ARGUMENT_PROMPT_ANSWER, EM_SETSEL, 0, -1);
     WithoutThrowing([this] { CenterWindow(); });
     ::SetFocus(::GetDlgItem(m_hWnd, ZO_IDC_ARGUMENT_PROMPT_ANSWER));
     return FALSE;

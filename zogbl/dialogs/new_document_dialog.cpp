@@ -28,9 +28,9 @@ UINT ResourceId(CDocTemplate* documentType)
 
 BEGIN_MESSAGE_MAP(CZoNewBrixelDocType, CZoDialog)
     ON_LBN_SELCHANGE(ZO_IDC_NEW_DOCUMENT_TYPES, OnSelectionChanged)
-    ON_CONTROL(LBN_DBLCLK, ZO_IDC_NEW_DOCUMENT_TYPES, OnOK)
-    ON_MESSAGE(WM_MEASUREITEM, OnMeasureItem)
-    ON_MESSAGE(WM_DRAWITEM, OnDrawItem)
+    ON_LBN_DBLCLK(ZO_IDC_NEW_DOCUMENT_TYPES, OnOK)
+    ON_WM_MEASUREITEM()
+    ON_WM_DRAWITEM()
 END_MESSAGE_MAP()
 
 CZoNewBrixelDocType::CZoNewBrixelDocType(CWinApp* application, CWnd* parent)
@@ -46,25 +46,23 @@ INT_PTR CZoNewBrixelDocType::DoModal()
 
 // The list ------------------------------------------------------------------------------------------------------------
 
-HWND CZoNewBrixelDocType::List() const { return ::GetDlgItem(m_hWnd, ZO_IDC_NEW_DOCUMENT_TYPES); }
-
 CDocTemplate* CZoNewBrixelDocType::ItemTemplate(int index) const
 {
-    const LRESULT data = index >= 0 ? ::SendMessageA(List(), LB_GETITEMDATA, static_cast<WPARAM>(index), 0) : LB_ERR;
-    return data != LB_ERR ? reinterpret_cast<CDocTemplate*>(data) : nullptr;
+    const DWORD_PTR data = index >= 0 ? m_list.GetItemData(index) : static_cast<DWORD_PTR>(LB_ERR);
+    return data != static_cast<DWORD_PTR>(LB_ERR) ? reinterpret_cast<CDocTemplate*>(data) : nullptr;
 }
 
 BOOL CZoNewBrixelDocType::OnInitDialog()
 {
     CZoDialog::OnInitDialog();
-    const LRESULT count = FillList() ? ::SendMessageA(List(), LB_GETCOUNT, 0, 0) : 0;
+    const int count = FillList() ? m_list.GetCount() : 0;
     if (count <= 0) {
         EndDialog(IDABORT);
     } else if (count == 1) {
         m_pDocTemplate = ItemTemplate(0);
         EndDialog(IDOK);
     } else {
-        ::SendMessageA(List(), LB_SETCURSEL, 0, 0);
+        m_list.SetCurSel(0);
         OnSelectionChanged();
         CenterWindow();
     }
@@ -74,27 +72,28 @@ BOOL CZoNewBrixelDocType::OnInitDialog()
 void CZoNewBrixelDocType::ReloadTexts()
 {
     CZoDialog::ReloadTexts();
-    const LRESULT selected = ::SendMessageA(List(), LB_GETCURSEL, 0, 0);
+    const int selected = m_list.GetCurSel();
     if (!FillList())
         EndDialog(IDABORT);
-    ::SendMessageA(List(), LB_SETCURSEL, static_cast<WPARAM>(selected), 0); // types keep their order
+    m_list.SetCurSel(selected); // types keep their order
     OnSelectionChanged();
 }
 
 /// \return FALSE when an item cannot be added.
 BOOL CZoNewBrixelDocType::FillList()
 {
-    ::SendMessageA(List(), LB_RESETCONTENT, 0, 0);
     return WithoutThrowing<CMemoryException>([this] {
+        if (m_list.m_hWnd == nullptr)
+            m_list.SubclassDlgItem(ZO_IDC_NEW_DOCUMENT_TYPES, this);
+        m_list.ResetContent();
         for (POSITION position = m_pApplication != nullptr ? m_pApplication->GetFirstDocTemplatePosition() : nullptr;
              position != nullptr;) {
             CDocTemplate* documentType = m_pApplication->GetNextDocTemplate(position);
             CString name;
             if (!documentType->GetDocString(name, CDocTemplate::fileNewName) || name.IsEmpty())
                 continue;
-            const LRESULT index = ::SendMessageA(List(), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>((LPCSTR)name));
-            if (index < 0 || ::SendMessageA(List(), LB_SETITEMDATA, static_cast<WPARAM>(index),
-                                            reinterpret_cast<LPARAM>(documentType)) == LB_ERR)
+            const int index = m_list.AddString(name);
+            if (index < 0 || m_list.SetItemDataPtr(index, documentType) == LB_ERR)
                 return FALSE;
         }
         return TRUE;
@@ -103,18 +102,18 @@ BOOL CZoNewBrixelDocType::FillList()
 
 void CZoNewBrixelDocType::OnSelectionChanged()
 {
-    CDocTemplate* documentType = ItemTemplate(static_cast<int>(::SendMessageA(List(), LB_GETCURSEL, 0, 0)));
+    CDocTemplate* documentType = ItemTemplate(m_list.GetCurSel());
     CString text;
     if (documentType == nullptr || !ZoGblLoadString(ResourceId(documentType), text))
         return;
     const int lineFeed = text.ReverseFind('\n');
     if (lineFeed >= 0) // what is no list of names describes nothing: the text stays
-        ::SetDlgItemTextA(m_hWnd, ZO_IDC_NEW_DOCUMENT_DESCRIPTION, (LPCSTR)text + lineFeed + 1);
+        SetDlgItemText(ZO_IDC_NEW_DOCUMENT_DESCRIPTION, (LPCSTR)text + lineFeed + 1);
 }
 
 void CZoNewBrixelDocType::OnOK()
 {
-    m_pDocTemplate = ItemTemplate(static_cast<int>(::SendMessageA(List(), LB_GETCURSEL, 0, 0)));
+    m_pDocTemplate = ItemTemplate(m_list.GetCurSel());
     EndDialog(IDOK);
 }
 
@@ -129,24 +128,21 @@ void CZoNewBrixelDocType::MeasureOnce()
     m_nTextHeight = dc.GetLineHeight();
 }
 
-LRESULT CZoNewBrixelDocType::OnMeasureItem(WPARAM, LPARAM measure)
+void CZoNewBrixelDocType::OnMeasureItem(int, MEASUREITEMSTRUCT* measure)
 {
     MeasureOnce();
-    reinterpret_cast<MEASUREITEMSTRUCT*>(measure)->itemHeight = static_cast<UINT>(m_nItemHeight);
-    return TRUE;
+    measure->itemHeight = static_cast<UINT>(m_nItemHeight);
 }
 
-LRESULT CZoNewBrixelDocType::OnDrawItem(WPARAM, LPARAM draw)
+void CZoNewBrixelDocType::OnDrawItem(int, DRAWITEMSTRUCT* place)
 {
-    const auto& place = *reinterpret_cast<const DRAWITEMSTRUCT*>(draw);
     MeasureOnce();
-    if ((place.itemAction & (ODA_DRAWENTIRE | ODA_SELECT)) != 0 && ItemTemplate(static_cast<int>(place.itemID))) {
-        DrawText(place);
-        DrawIcon(place);
+    if ((place->itemAction & (ODA_DRAWENTIRE | ODA_SELECT)) != 0 && ItemTemplate(static_cast<int>(place->itemID))) {
+        DrawText(*place);
+        DrawIcon(*place);
     }
-    if ((place.itemAction & ODA_FOCUS) != 0 || (place.itemState & ODS_FOCUS) != 0)
-        ::DrawFocusRect(place.hDC, &place.rcItem);
-    return TRUE;
+    if ((place->itemAction & ODA_FOCUS) != 0 || (place->itemState & ODS_FOCUS) != 0)
+        ::DrawFocusRect(place->hDC, &place->rcItem);
 }
 
 void CZoNewBrixelDocType::DrawText(const DRAWITEMSTRUCT& place) const

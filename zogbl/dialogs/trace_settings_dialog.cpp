@@ -41,7 +41,7 @@ CString Describe(const WIN32_FIND_DATAA& entry)
 BEGIN_MESSAGE_MAP(TraceSettingsDialog, CZoDialog)
     ON_BN_CLICKED(ZO_IDC_TRACE_ON, EnableControls)
     ON_LBN_SELCHANGE(ZO_IDC_TRACE_FILES, EnableControls)
-    ON_CONTROL(LBN_DBLCLK, ZO_IDC_TRACE_FILES, OnView)
+    ON_LBN_DBLCLK(ZO_IDC_TRACE_FILES, OnView)
     ON_BN_CLICKED(ZO_IDC_TRACE_VIEW, OnView)
 END_MESSAGE_MAP()
 
@@ -55,7 +55,7 @@ BOOL TraceSettingsDialog::OnInitDialog()
     DWORD noAutoDetect = 0;
     CZoGlobalConfig().GetValue(ZO_MODE_LOCAL_MACHINE, kDevicesKey, kNoAutoDetect, noAutoDetect, 0);
     m_bNoAutoDetect = noAutoDetect != 0;
-    ::SendDlgItemMessageA(m_hWnd, ZO_IDC_TRACE_LEVEL, EM_LIMITTEXT, kMostLevelDigits, 0);
+    SendDlgItemMessage(ZO_IDC_TRACE_LEVEL, EM_LIMITTEXT, kMostLevelDigits);
     CZoDialog::OnInitDialog();
     FillList();
     EnableControls();
@@ -86,7 +86,7 @@ void TraceSettingsDialog::OnOK()
 
 void TraceSettingsDialog::EnableControls()
 {
-    ::EnableWindow(::GetDlgItem(m_hWnd, ZO_IDC_TRACE_LEVEL), ::IsDlgButtonChecked(m_hWnd, ZO_IDC_TRACE_ON));
+    ::EnableWindow(::GetDlgItem(m_hWnd, ZO_IDC_TRACE_LEVEL), IsDlgButtonChecked(ZO_IDC_TRACE_ON));
     ::EnableWindow(::GetDlgItem(m_hWnd, ZO_IDC_TRACE_VIEW), ::SendMessageA(List(), LB_GETCURSEL, 0, 0) != LB_ERR);
 }
 

@@ -134,7 +134,7 @@ void CTlmBasePage::EnableField(int edit, BOOL enable) const
     ::EnableWindow(::GetWindow(field, GW_HWNDNEXT), enable && m_bEnabled); // its spin buttons
 }
 
-BOOL CTlmBasePage::IsChecked(int check) const { return ::IsDlgButtonChecked(m_hWnd, check) == BST_CHECKED; }
+BOOL CTlmBasePage::IsChecked(int check) const { return IsDlgButtonChecked(check) == BST_CHECKED; }
 
 void CTlmBasePage::ExchangeFlag(CDataExchange* exchange, int check, DWORD& flags, DWORD bits)
 {
@@ -148,7 +148,7 @@ void CTlmBasePage::ExchangeNumber(CDataExchange* exchange, int edit, DWORD& numb
 {
     if (exchange->m_bSaveAndValidate && !::IsWindowEnabled(Control(edit))) {
         // A number that nobody uses is no reason to stay, but one that was entered while it was used is kept.
-        const int entered = static_cast<int>(::GetDlgItemInt(m_hWnd, edit, nullptr, FALSE));
+        const int entered = static_cast<int>(GetDlgItemInt(edit, nullptr, FALSE));
         if (entered >= 1 && entered <= maximum)
             number = static_cast<DWORD>(entered);
         return;
@@ -221,7 +221,7 @@ void CTlmGeneralPage::OnBrowseProgram()
 {
     WithoutThrowing([this] {
         char path[ZO_TLM_PATH_SIZE] = "";
-        ::GetDlgItemTextA(m_hWnd, ZO_IDC_TOOL_PROGRAM, path, sizeof path);
+        GetDlgItemText(ZO_IDC_TOOL_PROGRAM, path, sizeof path);
         if (AskForProgram(this, ZO_IDS_TOOL_CHOOSE_PROGRAM, path))
             SetDlgItemText(ZO_IDC_TOOL_PROGRAM, path);
         return TRUE;
@@ -233,7 +233,7 @@ void CTlmGeneralPage::OnBrowseFolder()
     WithoutThrowing([this] {
         char initial[ZO_TLM_PATH_SIZE] = "";
         char path[ZO_TLM_PATH_SIZE];
-        ::GetDlgItemTextA(m_hWnd, ZO_IDC_TOOL_FOLDER, initial, sizeof initial);
+        GetDlgItemText(ZO_IDC_TOOL_FOLDER, initial, sizeof initial);
         const CString instruction = LoadText(ZO_IDS_TOOL_CHOOSE_FOLDER);
         if (ZoSelectDirectory(path, sizeof path, m_hWnd, initial, ZO_SELECT_KEEP_CASE, 0, nullptr, instruction) == IDOK)
             SetDlgItemText(ZO_IDC_TOOL_FOLDER, path);

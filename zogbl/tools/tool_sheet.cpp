@@ -147,8 +147,8 @@ BOOL CTlmSheet::CreateControls()
 {
     CRect units(kMargin, kCaptionHeight, static_cast<int>(m_nListWidth), kButtonHeight);
     CRect gaps(kGap, kGap, 0, 0);
-    ::MapDialogRect(m_hWnd, &units);
-    ::MapDialogRect(m_hWnd, &gaps);
+    MapDialogRect(&units);
+    MapDialogRect(&gaps);
     const int margin = units.left;
     const int width = units.right;
     const CRect tab = PlaceIn(m_hWnd, TabControl());
@@ -177,10 +177,9 @@ BOOL CTlmSheet::CreateControls()
                                 static_cast<UINT>(ZO_IDC_TOOL_ADD + i)))
             return FALSE;
     }
-    m_hFont = reinterpret_cast<HFONT>(SendMessage(WM_GETFONT));
     CWnd* const controls[] = {&m_moveDown, &m_moveUp, &m_remove, &m_add, m_list.get(), m_group.get()};
     for (CWnd* control : controls) {
-        control->SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(m_hFont));
+        control->SetFont(GetFont());
         control->SetWindowPos(nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); // to the front
     }
     CenterWindow();
@@ -289,14 +288,14 @@ void CTlmSheet::ShowRow(INT_PTR index, const CString& menuText)
         text += menuText.Mid(i, width);
         i += width - 1;
     }
-    const auto row = static_cast<WPARAM>(index);
-    const LRESULT top = m_list->SendMessage(LB_GETTOPINDEX);
+    const auto row = static_cast<int>(index);
+    const int top = m_list->GetTopIndex();
     const DrawingPause pause(m_list->m_hWnd);
-    m_list->SendMessage(LB_DELETESTRING, row);
-    m_list->SendMessage(LB_INSERTSTRING, row, reinterpret_cast<LPARAM>((LPCSTR)text));
-    if (index == m_nSelected)
-        m_list->SetCurSel(m_nSelected);
-    m_list->SendMessage(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+    m_list->DeleteString(static_cast<UINT>(row));
+    m_list->InsertString(row, text);
+    if (row == m_nSelected)
+        m_list->SetCurSel(row);
+    m_list->SetTopIndex(top);
 }
 
 void CTlmSheet::ShowRow(INT_PTR index)
@@ -459,7 +458,7 @@ void CTlmSheet::OnPshRemove()
     ItemToPage(nullptr);
     delete m_items[index];
     m_items.RemoveAt(index);
-    m_list->SendMessage(LB_DELETESTRING, static_cast<WPARAM>(index));
+    m_list->DeleteString(static_cast<UINT>(index));
     const int last = static_cast<int>(m_items.GetSize()) - 1;
     Select(index > last ? last : index);
 }

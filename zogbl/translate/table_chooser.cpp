@@ -13,7 +13,7 @@
 #include <vector>
 
 BEGIN_MESSAGE_MAP(TableChooser, CZoDialog)
-    ON_CONTROL(LBN_DBLCLK, ZO_IDC_TRANSLATE_CHOICES, OnOK)
+    ON_LBN_DBLCLK(ZO_IDC_TRANSLATE_CHOICES, OnOK)
 END_MESSAGE_MAP()
 
 TableChooser::TableChooser(LPCSTR path, CWnd* parent) : CZoDialog(ZO_IDD_TRANSLATE_CHOOSER, parent), m_csPath(path) {}

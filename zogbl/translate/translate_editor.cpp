@@ -5,14 +5,8 @@
 #include "table_save.h"
 #include "translate_status.h"
 
-namespace {
-
-constexpr UINT kApplyNow = 0x3021; // the system's number of the Apply button
-
-} // namespace
-
 BEGIN_MESSAGE_MAP(CGblIotSheet, CZoPropertySheet)
-    ON_COMMAND(kApplyNow, OnApplyNow)
+    ON_COMMAND(ID_APPLY_NOW, OnApplyNow)
 END_MESSAGE_MAP()
 
 CGblIotSheet::CGblIotSheet(CGblTranslate* translation, CWnd* parent)

@@ -155,8 +155,8 @@ void CGblIotTable::ShowRow(int row)
     char text[20];
     wsprintfA(text, "%s %s", NumberText(row, IsDecimal()).text, NumberText(Entry(row), IsDecimal()).text);
     if (row < m_list.GetCount())
-        m_list.SendMessage(LB_DELETESTRING, static_cast<WPARAM>(row));
-    m_list.SendMessage(LB_INSERTSTRING, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text));
+        m_list.DeleteString(static_cast<UINT>(row));
+    m_list.InsertString(row, text);
 }
 
 void CGblIotTable::SelectRow(int row)
@@ -228,10 +228,10 @@ void CGblIotTable::OnValueChosen()
     (m_pTranslation->*m_direction.setEntry)(static_cast<BYTE>(row), static_cast<BYTE>(value));
     {
         const DrawingPause pause(m_list.m_hWnd);
-        const LRESULT top = m_list.SendMessage(LB_GETTOPINDEX);
+        const int top = m_list.GetTopIndex();
         ShowRow(row);
         m_list.SetCurSel(row);
-        m_list.SendMessage(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+        m_list.SetTopIndex(top);
     }
     SetModified();
 }
@@ -259,11 +259,11 @@ void CGblIotTable::OnResetTable()
 void CGblIotTable::ShowAgain()
 {
     const int row = (std::max)(m_list.GetCurSel(), 0);
-    const LRESULT top = m_list.SendMessage(LB_GETTOPINDEX);
+    const int top = m_list.GetTopIndex();
     ShowValues();
     ShowRows();
     SelectRow(row);
-    m_list.SendMessage(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+    m_list.SetTopIndex(top);
     SetModified();
 }
 

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr int kApply = 0x3021; // the system's number of the button
-
 /// Counts what goes on within one another, also where an exception ends it.
 class Nesting {
 public:
@@ -108,7 +106,7 @@ void CZoPropertySheet::ReloadButtons()
         int button, text;
     } buttons[] = {{IDOK, m_bCloseOnly ? ZO_IDS_SHEET_CLOSE : ZO_IDS_SHEET_OK},
                    {IDCANCEL, ZO_IDS_SHEET_CANCEL},
-                   {kApply, ZO_IDS_SHEET_APPLY}};
+                   {ID_APPLY_NOW, ZO_IDS_SHEET_APPLY}};
     WithoutThrowing([&] {
         for (const auto& row : buttons)
             SetDlgItemText(row.button, LoadText(static_cast<UINT>(row.text)));

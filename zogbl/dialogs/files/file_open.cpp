@@ -46,13 +46,13 @@ private:
 
 BEGIN_MESSAGE_MAP(CZoFileOpen, CZoDialog)
     ON_LBN_SELCHANGE(ZO_IDC_FILE_LIST, OnFileSelected)
-    ON_CONTROL(LBN_DBLCLK, ZO_IDC_FILE_LIST, OnFileChosen)
-    ON_CONTROL(LBN_DBLCLK, ZO_IDC_FILE_FOLDERS, OnFolderChosen)
+    ON_LBN_DBLCLK(ZO_IDC_FILE_LIST, OnFileChosen)
+    ON_LBN_DBLCLK(ZO_IDC_FILE_FOLDERS, OnFolderChosen)
     ON_CBN_SELCHANGE(ZO_IDC_FILE_DRIVES, OnDriveSelected)
-    ON_CONTROL(CBN_CLOSEUP, ZO_IDC_FILE_DRIVES, OnDriveClosed)
+    ON_CBN_CLOSEUP(ZO_IDC_FILE_DRIVES, OnDriveClosed)
     ON_CBN_SELCHANGE(ZO_IDC_FILE_TYPES, OnTypeSelected)
-    ON_MESSAGE(WM_MEASUREITEM, OnMeasureItem)
-    ON_MESSAGE(WM_DRAWITEM, OnDrawItem)
+    ON_WM_MEASUREITEM()
+    ON_WM_DRAWITEM()
 END_MESSAGE_MAP()
 
 CZoFileOpen::CZoFileOpen(BOOL open, UINT templateId, LPCSTR defaultExtension, LPCSTR fileName, DWORD flags,
@@ -151,7 +151,7 @@ void CZoFileOpen::Prepare()
 void CZoFileOpen::PrepareReadOnlyBox()
 {
     const HWND box = Item(ZO_IDC_FILE_READ_ONLY);
-    ::CheckDlgButton(m_hWnd, ZO_IDC_FILE_READ_ONLY, (m_ofn.Flags & OFN_READONLY) != 0);
+    CheckDlgButton(ZO_IDC_FILE_READ_ONLY, (m_ofn.Flags & OFN_READONLY) != 0);
     if (box == nullptr || (m_ofn.Flags & OFN_HIDEREADONLY) == 0)
         return;
     ::ShowWindow(box, SW_HIDE);
@@ -392,23 +392,17 @@ void CZoFileOpen::OnFileChosen()
     OnOK();
 }
 
-LRESULT CZoFileOpen::OnMeasureItem(WPARAM, LPARAM measure)
-{
-    MeasurePlace(m_hWnd, *reinterpret_cast<MEASUREITEMSTRUCT*>(measure));
-    return TRUE;
-}
+void CZoFileOpen::OnMeasureItem(int, MEASUREITEMSTRUCT* measure) { MeasurePlace(m_hWnd, *measure); }
 
-LRESULT CZoFileOpen::OnDrawItem(WPARAM control, LPARAM draw)
+void CZoFileOpen::OnDrawItem(int control, DRAWITEMSTRUCT* item)
 {
-    const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(draw);
     if (control == ZO_IDC_FILE_DRIVES) {
-        DrawPlace(item, static_cast<PlacePicture>(item.itemData), 0);
+        DrawPlace(*item, static_cast<PlacePicture>(item->itemData), 0);
     } else {
-        const int row = static_cast<int>(item.itemID);
-        DrawPlace(item, row <= m_nLevel ? PlacePicture::kOpenFolder : PlacePicture::kFolder,
+        const int row = static_cast<int>(item->itemID);
+        DrawPlace(*item, row <= m_nLevel ? PlacePicture::kOpenFolder : PlacePicture::kFolder,
                   PlaceIndent((std::min)(row, m_nLevel + 1)));
     }
-    return TRUE;
 }
 
 // The name ------------------------------------------------------------------------------------------------------------
@@ -527,7 +521,7 @@ void CZoFileOpen::Finish(const CString& path)
     if (m_ofn.lpstrDefExt != nullptr && m_ofn.nFileExtension != 0 &&
         ::lstrcmpiA((LPCSTR)path + m_ofn.nFileExtension, m_ofn.lpstrDefExt) != 0)
         m_ofn.Flags |= OFN_EXTENSIONDIFFERENT;
-    if ((m_ofn.Flags & OFN_HIDEREADONLY) == 0 && ::IsDlgButtonChecked(m_hWnd, ZO_IDC_FILE_READ_ONLY) == BST_CHECKED)
+    if ((m_ofn.Flags & OFN_HIDEREADONLY) == 0 && IsDlgButtonChecked(ZO_IDC_FILE_READ_ONLY) == BST_CHECKED)
         m_ofn.Flags |= OFN_READONLY;
     const LRESULT type = ::SendMessageA(Item(ZO_IDC_FILE_TYPES), CB_GETCURSEL, 0, 0);
     if (type >= 0 && Item(ZO_IDC_FILE_TYPES) != nullptr)

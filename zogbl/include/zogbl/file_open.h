@@ -95,8 +95,8 @@ protected:
     afx_msg void OnDriveSelected();
     afx_msg void OnDriveClosed();
     afx_msg void OnTypeSelected();
-    afx_msg LRESULT OnMeasureItem(WPARAM control, LPARAM measure);
-    afx_msg LRESULT OnDrawItem(WPARAM control, LPARAM draw);
+    afx_msg void OnMeasureItem(int control, MEASUREITEMSTRUCT* measure);
+    afx_msg void OnDrawItem(int control, DRAWITEMSTRUCT* item);
     DECLARE_MESSAGE_MAP()
 
 private:

@@ -29,13 +29,12 @@ protected:
     void OnOK() override;
     void ReloadTexts() override;
     afx_msg void OnSelectionChanged();
-    afx_msg LRESULT OnMeasureItem(WPARAM control, LPARAM measure);
-    afx_msg LRESULT OnDrawItem(WPARAM control, LPARAM draw);
+    afx_msg void OnMeasureItem(int control, MEASUREITEMSTRUCT* measure);
+    afx_msg void OnDrawItem(int control, DRAWITEMSTRUCT* place);
     DECLARE_MESSAGE_MAP()
 
 private:
     BOOL FillList();
-    HWND List() const;
     CDocTemplate* ItemTemplate(int index) const;
     void MeasureOnce();
     void DrawText(const DRAWITEMSTRUCT& place) const;
@@ -43,6 +42,7 @@ private:
 
     CWinApp* m_pApplication;
     CDocTemplate* m_pDocTemplate = nullptr;
+    CListBox m_list;
     int m_nItemHeight = 0; // pixels; 0 until measured
     int m_nTextHeight = 0;
 };

@@ -89,8 +89,7 @@ private:
     int m_nRunMode = 0;
     int m_nSelected = -1;
     CString m_csFilePath;
-    CObArray m_items;        // of CTlmItem, owned
-    HFONT m_hFont = nullptr; // the sheet's own
+    CObArray m_items; // of CTlmItem, owned
     CButton m_add;
     CButton m_remove;
     CButton m_moveUp;
