@@ -13,8 +13,8 @@ public:
     /// \return the control; a dialog without it throws CResourceException*
     HWND PrepareCtrl(int nIDC);
     HWND PrepareEditCtrl(int nIDC);
-    /// Ends the exchange, after the user was told why: gives the focus to the control prepared last, all of its text
-    /// selected if it is an edit field, and throws CUserException*.
+    /// Ends the exchange, after the user was told why: throws CUserException*. If it was on the way to the members, the
+    /// control prepared last gets the focus, all of its text selected if it is an edit field.
     [[noreturn]] void Fail();
 
     BOOL m_bSaveAndValidate; ///< TRUE: from the controls to the members

@@ -253,6 +253,7 @@ TEST_F(FrameTest, ToolBarShowsTheStateOfItsCommands)
     ZO_EXPECT_NO_LEAK({ bar.SendMessage(WM_SYSCOLORCHANGE); });
     EXPECT_FALSE(bar.SetBitmap(nullptr));
     bar.DestroyWindow();
+    ZO_EXPECT_NO_LEAK({ EXPECT_FALSE(bar.LoadBitmap(kFrame)); });
     EXPECT_TRUE(bar.Create(&frame) && bar.LoadToolBar(kFrame)) << "in another window";
 }
 

@@ -469,7 +469,7 @@ TEST(CommandUpdate, SetsTheItemsOfAMenu)
     EXPECT_EQ(0, menu.GetMenuString(kUnanswered + 1000, text, MF_BYCOMMAND));
     EXPECT_TRUE(text.IsEmpty());
     EXPECT_EQ(&menu, CMenu::FromHandle(menu.m_hMenu));
-    EXPECT_FALSE(menu.CreateMenu()) << "it has one";
+    EXPECT_FALSE(menu.Attach(menu.m_hMenu) || menu.CreateMenu()) << "it holds one";
     const HMENU handle = menu.Detach();
     EXPECT_EQ(nullptr, CMenu::FromHandlePermanent(handle));
     EXPECT_EQ(handle, CMenu::FromHandle(handle)->GetSafeHmenu());
