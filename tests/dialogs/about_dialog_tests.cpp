@@ -182,15 +182,6 @@ TEST_F(AboutBox, ListsTraceFilesAndShowsThem)
 TEST_F(AboutBox, OpensOrFailsWhateverIsMissing)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
-    WithSettings([](HWND window) { // the system keeps window contexts, as many as were ever used at one time
-        HDC contexts[8];
-        for (HDC& dc : contexts)
-            dc = GetDC(window);
-        for (const HDC dc : contexts)
-            ReleaseDC(window, dc);
-        Paint(window);
-        Press(window, IDCANCEL);
-    });
     MakeTraceFile("ZoA.TRC");
     const auto person = [](HWND window) {
         Paint(window);

@@ -7,6 +7,7 @@
 #include <winternl.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace zo_test {
@@ -52,10 +53,23 @@ long CountGdiObjectsInTable()
         std::count_if(objects, objects + kObjects, [](const Object& object) { return object.type != 0; }));
 }
 
+/// Makes what Wine makes when it is first needed and keeps: contexts of windows, 64 of them, and a sound's device.
+void MakeWhatIsKept()
+{
+    HDC contexts[64];
+    for (HDC& dc : contexts)
+        dc = GetDC(nullptr);
+    for (const HDC dc : contexts)
+        ReleaseDC(nullptr, dc);
+    MessageBeep(MB_OK);
+}
+
 } // namespace
 
 ProcessCounts ProcessCounts::Take()
 {
+    if (static bool isMade = false; IsWine() && !std::exchange(isMade, true))
+        MakeWhatIsKept();
     if (CWinThread* thread = AfxGetThread())
         thread->CWinThread::OnIdle(0);
     CMemoryState memory;

@@ -414,10 +414,6 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
 
 TEST_F(ToolSheet, SurvivesMissingMemory)
 {
-    { // of a first box the system keeps something
-        const DialogDriver driver{Pressing(IDYES)};
-        MessageBoxA(nullptr, "text", "title", MB_YESNO | MB_ICONEXCLAMATION);
-    }
     Write({"a", "b"});
     const auto person = [](HWND window) {
         if (GetDlgItem(window, kDown) != nullptr) {

@@ -454,8 +454,6 @@ TEST_F(TranslateEditor, DrawsRowsAndWhatCannotBe)
 TEST_F(TranslateEditor, SurvivesFailures)
 {
     ZO_ONLY_IN(Family() == WindowsFamily::kWindows10 && !IsDoubleByte(), "the same everywhere, and slow");
-    const ImportPatch noSound( // the system keeps what its first sound needs
-        "ZOGBLBRX.DLL", "MessageBeep", +[](UINT) WINAPI -> BOOL { return TRUE; });
     TranslationFile after = m_start;
     after.get = TranslationFile::Identity();
     const auto person = [&](HWND window) { // edits a table and loads a file
