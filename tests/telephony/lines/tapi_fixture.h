@@ -10,6 +10,8 @@
 
 constexpr char kLibrary[] = "ZOGBLBRX.DLL";
 
+const HWND kNoWindow = reinterpret_cast<HWND>(1);
+
 constexpr LONG Error(DWORD code) { return static_cast<LONG>(code); }
 
 /// A box that was to be shown: code of its text, style.
@@ -19,7 +21,7 @@ using Boxes = std::vector<Box>;
 /// An interface with everything open to the test, on the device without a port.
 class TestLine : public CZoTAPIInterface {
 public:
-    explicit TestLine(BOOL silent = FALSE) : CZoTAPIInterface(nullptr, nullptr, LINEMEDIAMODE_DATAMODEM, silent)
+    explicit TestLine(BOOL silent = FALSE) : CZoTAPIInterface(kNoWindow, nullptr, LINEMEDIAMODE_DATAMODEM, silent)
     {
         SetTAPILineDeviceID(1);
     }
