@@ -51,7 +51,7 @@ TEST(Trace, NamesEverythingByTheAsciiLettersBeforeTheFirstDotInEveryLocale)
     const std::pair<std::string, std::string> rows[] = {
         {own, own},
         {own + ".exe", own},
-        {own + "a.b.c", own + "a"},
+        {own + "azAZ09.b.c", own + "azAZ09"},
         {"my app-2" + own, "myapp2" + own},
         {"C:\\" + own + "\xE4_\xDF", "C" + own},
         // A second byte that is no letter A; another system's programs, in the same folder, have the file without

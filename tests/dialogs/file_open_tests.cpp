@@ -118,7 +118,11 @@ TEST_F(FileOpen, ChecksWhatIsTyped)
                 Key(open, VK_ESCAPE);
             }
         };
-        const DialogDriver driver({act, AnswerBoxIfAny(row.box, row.answer)});
+        const auto box = [&](HWND window) {
+            EXPECT_EQ(TextOf(GetWindow(window, GW_OWNER)), TextOf(window)) << "the dialog's title";
+            AnswerBox(row.box, row.answer)(window);
+        };
+        const DialogDriver driver({act, row.box.empty() ? nullptr : DialogDriver::Act(box)});
         EXPECT_EQ(row.chosen.empty() ? IDCANCEL : IDOK, dialog.DoModal());
         EXPECT_STREQ((row.chosen.empty() ? start : row.chosen).c_str(), dialog.GetPathName());
     }

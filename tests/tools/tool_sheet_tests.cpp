@@ -409,7 +409,17 @@ TEST_F(ToolSheet, KeepsWhatTheFileHeld)
     put(copyName, copy);
     const CFile reading(Path(copyName).c_str(),
                         CFile::modeRead | CFile::shareDenyNone); // another program: who knows why
-    Edit({remove, failed});
+    Edit({remove, [&](HWND box) {
+              EXPECT_EQ("Edit Tools", TextOf(box));
+              failed(box);
+          }});
+    const ImportPatch noMemory( // for the question: it is Yes then
+        kLibrary, "LoadStringA", +[](HINSTANCE module, UINT id, LPSTR text, int size) WINAPI -> int {
+            if (id == ZO_IDS_TOOL_SAVE_FAILED)
+                AfxThrowMemoryException();
+            return LoadStringA(module, id, text, size);
+        });
+    Edit({remove, kGiveUp});
 }
 
 TEST_F(ToolSheet, SurvivesMissingMemory)
