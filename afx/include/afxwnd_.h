@@ -36,9 +36,9 @@ public:
     static CWnd* AFXAPI FromHandle(HWND hWnd);
     static CWnd* AFXAPI FromHandlePermanent(HWND hWnd);
     static void AFXAPI DeleteTempMap();
-    BOOL Attach(HWND hWndNew);
+    BOOL Attach(HWND hWndNew); ///< \return FALSE for a null handle, and for an object that has a window already
     HWND Detach();
-    BOOL SubclassWindow(HWND hWnd); ///< \return FALSE for a null handle
+    BOOL SubclassWindow(HWND hWnd); ///< \return FALSE for the same, as all that creates a window
     BOOL SubclassDlgItem(UINT nID, CWnd* pParent);
     HWND UnsubclassWindow();
 

@@ -113,7 +113,7 @@ INT_PTR CDialog::DoModal()
 
 INT_PTR CDialog::RunModal(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate)
 {
-    if (dialogTemplate == nullptr)
+    if (dialogTemplate == nullptr || m_hWnd != nullptr)
         return -1;
     ModalOwner owner(m_pParentWnd);
     HWND handle;

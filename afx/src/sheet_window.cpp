@@ -64,6 +64,8 @@ HWND CPropertySheet::Make(HWND owner)
 
 INT_PTR CPropertySheet::DoModal()
 {
+    if (m_hWnd != nullptr)
+        return -1;
     ModalOwner owner(m_pParentWnd);
     m_bModeless = false;
     m_dwStyle = static_cast<DWORD>(-1);
@@ -88,6 +90,8 @@ INT_PTR CPropertySheet::DoModal()
 
 BOOL CPropertySheet::Create(CWnd* pParentWnd, DWORD dwStyle, DWORD dwExStyle)
 {
+    if (m_hWnd != nullptr)
+        return FALSE;
     m_bModeless = true;
     m_dwStyle = dwStyle;
     m_dwExStyle = dwExStyle;

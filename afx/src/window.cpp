@@ -29,7 +29,7 @@ HWND AFXAPI AfxGetSafeHwnd(const CWnd* pWnd) { return pWnd != nullptr ? pWnd->m_
 
 BOOL CWnd::Attach(HWND hWndNew)
 {
-    if (hWndNew == nullptr)
+    if (hWndNew == nullptr || (m_hWnd != nullptr && ::IsWindow(m_hWnd)))
         return FALSE;
     GetThreadState()->windows.SetPermanent(hWndNew, this);
     m_hWnd = hWndNew;
@@ -105,10 +105,12 @@ LRESULT CALLBACK AfxWindowHook::Procedure(int code, WPARAM wParam, LPARAM lParam
         return ::CallNextHookEx(nullptr, code, wParam, lParam);
     AfxWindowHook* hook = std::exchange(state->windowHook, nullptr);
     try {
-        hook->m_window->SubclassWindow(handle);
-        hook->m_caught = true;
+        hook->m_caught = true; // also if the object has a window, with which it goes on
+        if (!hook->m_window->SubclassWindow(handle))
+            return 1;
     } catch (CException* e) {
         e->Delete();
+        hook->m_caught = false;
         return 1; // the window is not created
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);

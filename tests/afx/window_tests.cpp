@@ -279,6 +279,7 @@ TEST(CWnd, CentersWithinTheWorkArea)
     }
     CWnd child;
     ASSERT_TRUE(child.Create("STATIC", "", 0, CRect(0, 0, 20, 10), &window, 1));
+    EXPECT_FALSE(child.Create("STATIC", "", 0, CRect(0, 0, 9, 9), &window, 2)) << "it has a window";
     child.CenterWindow();
     CRect place = AreaOf(child.m_hWnd);
     window.ScreenToClient(&place);
