@@ -135,12 +135,37 @@ public:
     void FreeExtra();
 
 private:
+    friend class CStringBlock;
+
     BOOL CanHold(int nLength) const noexcept;
     void SetLength(int nLength) noexcept;
     void Reallocate(int nCapacity);
     void Splice(int nIndex, int nCount, LPCSTR lpch, int nLength);
 
     LPSTR m_pchData; // behind a header with the reference count, the length and the capacity
+};
+
+/// Makes strings whose texts lie in one allocation, which is faster than one for each. They are as other strings; one
+/// that is changed moves to a buffer of its own. The allocation is freed when neither this object nor any of the
+/// strings or their copies needs it any longer.
+class AFX_API CStringBlock {
+public:
+    /// Has room for \p nStrings strings, together \p nLength characters long; neither is negative. Throws
+    /// CMemoryException*.
+    CStringBlock(int nStrings, int nLength);
+    ~CStringBlock();
+    CStringBlock(const CStringBlock&) = delete;
+    CStringBlock& operator=(const CStringBlock&) = delete;
+
+    /// A string with \p nLength characters from \p lpch. If there is no room left, it has a buffer of its own from the
+    /// beginning, for which memory may be missing: throws CMemoryException* then.
+    CString Make(LPCSTR lpch, int nLength);
+
+private:
+    void* m_pBlock;
+    size_t m_nSize;
+    size_t m_nUsed;
+    LONG m_nStrings = 0;
 };
 
 // Of these the compiler makes all comparisons of a string with a string or a text, in either order.

@@ -14,10 +14,16 @@ constexpr int kLeastGrowth = 16;
 struct StringHeader {
     volatile LONG references; // -1: the shared empty string, never counted
     int length;
-    int capacity;
+    int capacity; // less than 0: in a block, so many bytes behind its beginning
 
     LPSTR Text() { return reinterpret_cast<LPSTR>(this + 1); }
 };
+
+/// The beginning of a block of texts.
+struct BlockHeader {
+    volatile LONG references; // texts in use; while it is being filled, kFilling more than those that were released
+};
+constexpr LONG kFilling = LONG_MAX / 2;
 
 struct {
     StringHeader header;
@@ -61,10 +67,21 @@ LPSTR Share(LPSTR text) noexcept
     return text;
 }
 
+void AddReferences(BlockHeader* block, LONG count) noexcept
+{
+    if (InterlockedExchangeAdd(&block->references, count) + count == 0)
+        AfxFreeMemory(block);
+}
+
 void Release(LPSTR text) noexcept
 {
-    if (HeaderOf(text)->references > 0 && InterlockedDecrement(&HeaderOf(text)->references) == 0)
-        AfxFreeMemory(HeaderOf(text));
+    StringHeader* header = HeaderOf(text);
+    if (header->references <= 0 || InterlockedDecrement(&header->references) != 0)
+        return;
+    if (header->capacity < 0)
+        AddReferences(reinterpret_cast<BlockHeader*>(reinterpret_cast<char*>(header) + header->capacity), -1);
+    else
+        AfxFreeMemory(header);
 }
 
 int LengthOf(LPCSTR text)
@@ -132,7 +149,11 @@ void CString::SetString(LPCSTR lpch, int nLength)
 }
 
 int CString::GetLength() const noexcept { return HeaderOf(m_pchData)->length; }
-int CString::GetAllocLength() const noexcept { return HeaderOf(m_pchData)->capacity; }
+int CString::GetAllocLength() const noexcept
+{
+    const int capacity = HeaderOf(m_pchData)->capacity;
+    return capacity >= 0 ? capacity : GetLength();
+}
 
 /// Whether the string alone has the buffer, and it is large enough; the empty text needs none.
 BOOL CString::CanHold(int nLength) const noexcept
@@ -319,4 +340,37 @@ void CString::FreeExtra()
 {
     if (HeaderOf(m_pchData)->references == 1 && GetAllocLength() > GetLength())
         Reallocate(GetLength());
+}
+
+// Several in one allocation -------------------------------------------------------------------------------------------
+
+CStringBlock::CStringBlock(int nStrings, int nLength)
+{
+    constexpr size_t kMostForEach = sizeof(StringHeader) + alignof(StringHeader); // beside its characters
+    const size_t most = (INT_MAX - sizeof(BlockHeader)) / kMostForEach;           // offsets are numbers of type int
+    const auto strings = static_cast<size_t>(nStrings);
+    if (strings > most || static_cast<size_t>(nLength) > (most - strings) * kMostForEach)
+        AfxThrowMemoryException();
+    m_nUsed = sizeof(BlockHeader);
+    m_nSize = m_nUsed + strings * kMostForEach + static_cast<size_t>(nLength);
+    m_pBlock = ::new (AfxAllocMemory(m_nSize)) BlockHeader{kFilling};
+}
+
+CStringBlock::~CStringBlock() { AddReferences(static_cast<BlockHeader*>(m_pBlock), m_nStrings - kFilling); }
+
+CString CStringBlock::Make(LPCSTR lpch, int nLength)
+{
+    nLength = LengthOf(lpch, nLength);
+    const size_t end = sizeof(StringHeader) + static_cast<size_t>(nLength) + 1;
+    const size_t needed = (end + alignof(StringHeader) - 1) / alignof(StringHeader) * alignof(StringHeader);
+    if (nLength == 0 || needed > m_nSize - m_nUsed)
+        return {lpch, nLength};
+    auto* header = ::new (static_cast<char*>(m_pBlock) + m_nUsed) StringHeader{1, nLength, -static_cast<int>(m_nUsed)};
+    std::memcpy(header->Text(), lpch, static_cast<size_t>(nLength));
+    header->Text()[nLength] = '\0';
+    m_nUsed += needed;
+    ++m_nStrings;
+    CString string;
+    string.m_pchData = header->Text();
+    return string;
 }

@@ -114,8 +114,8 @@ const Row kRows[] = {
 
 } // namespace
 
-// Each row with a buffer of its own, behind whose text nobody may look, with one that another string shares, and while
-// memory fails.
+// Each row with a buffer of its own, behind whose text nobody may look, with one that another string shares, in a block
+// of several, and while memory fails.
 TEST(CString, DoesWhatIsSaidOfIt)
 {
     SetEnvironmentVariableA("ZoTestVariable", "its value");
@@ -130,7 +130,10 @@ TEST(CString, DoesWhatIsSaidOfIt)
         const CString original(row.text);
         CString sharing(original);
         EXPECT_EQ(Text(original), Text(sharing)) << "the copy has a buffer of its own";
-        for (CString* s : {&roomy, &sharing}) {
+        CStringBlock block(2, 2 * length);
+        CString first = block.Make(row.text, length);
+        const CString second = block.Make(row.text, length);
+        for (CString* s : {&roomy, &sharing, &first}) {
             const LPCSTR before = *s;
             const int room = s->GetAllocLength();
             EXPECT_EQ(IsDoubleByte() ? row.doubleByteAnswer : row.answer, row.call(*s));
@@ -141,6 +144,7 @@ TEST(CString, DoesWhatIsSaidOfIt)
             EXPECT_STREQ(kBehind, isInPlace ? before + length + 1 : kBehind);
         }
         EXPECT_STREQ(row.text, original) << "changed with the one that shared its buffer";
+        EXPECT_STREQ(row.text, second) << "changed with the one before it";
     }
     std::vector<Operation<CString>> changing;
     static const CString shared("some text ");
@@ -284,6 +288,42 @@ TEST(CString, KeepsItsBufferAndGrowsByHalf)
     EXPECT_EQ(1, allocations([&] { s = copy + " and more"; }));
     EXPECT_EQ(0, allocations([&] { s.Empty(); }));
     EXPECT_EQ(0, s.GetAllocLength());
+}
+
+TEST(CStringBlock, IsThereAsLongAsOneOfItsStrings)
+{
+    CMemoryState before;
+    before.Checkpoint();
+    const auto blocks = [&before] {
+        CMemoryState now, difference;
+        now.Checkpoint();
+        difference.Difference(before, now);
+        return difference.m_lBlockCount;
+    };
+    for (const bool isLast : {false, true}) { // the block before its strings, and behind them
+        std::optional<CStringBlock> block(std::in_place, 3, 7);
+        CString one = block->Make("one", 3), two = block->Make("two2", 4);
+        EXPECT_EQ(1, blocks());
+        const CString beyond = block->Make("no room for this", 16);
+        EXPECT_EQ(2, blocks());
+        EXPECT_TRUE(block->Make("x", 0).IsEmpty() && block->Make(nullptr, 1).IsEmpty());
+        if (!isLast)
+            block.reset();
+        CString copy = one;
+        EXPECT_EQ(Text(copy), Text(one));
+        one.Empty();
+        two = "other";
+        EXPECT_EQ(3, blocks());
+        EXPECT_STREQ("one", copy);
+        EXPECT_EQ(3, copy.GetAllocLength());
+        EXPECT_STREQ("no room for this", beyond);
+        copy.Empty();
+        EXPECT_EQ(isLast ? 3 : 2, blocks());
+    }
+    EXPECT_EQ(0, blocks());
+    using Sizes = std::pair<int, int>;
+    for (const auto& [strings, length] : {Sizes{INT_MAX, 0}, Sizes{0, INT_MAX}, Sizes{INT_MAX / 17, INT_MAX / 17}})
+        EXPECT_THROW(CStringBlock(strings, length), CMemoryException*);
 }
 
 namespace {

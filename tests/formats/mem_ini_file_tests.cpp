@@ -210,7 +210,18 @@ TEST_F(MemIniFile, MissingMemoryIsAStatusAndChangesNothing)
             memory.DeleteIniSection("B"); // leaves nothing behind
         });
     }
+    std::string full = "[A]\r\n"; // the map of its values takes room for ten at once
+    for (char key = '0'; key <= '9'; ++key)
+        full += key + std::string("=1\r\n");
+    Write(full);
     AllocationFaults faults;
+    RunFaultActs(faults, [&](const FaultRun& run) {
+        CZoMemIniFile memory;
+        ASSERT_EQ(0u, memory.LoadIniFile(file.c_str(), nullptr));
+        const std::string before = MemoryView::Of(memory);
+        run.Act([&] { return memory.SetIniValue("A", "k", "value"); });
+        EXPECT_EQ(run.Fired(), before == MemoryView::Of(memory));
+    });
     faults.Arm(1, true);
     CString value;
     EXPECT_EQ(0u, m_memory.GetIniValue("A", "k1", value));

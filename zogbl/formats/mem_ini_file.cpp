@@ -48,6 +48,11 @@ std::string_view ViewOf(const CString& text) { return {text, static_cast<size_t>
 
 CString TextOf(std::string_view text) { return {text.data(), static_cast<int>(text.size())}; }
 
+CString TextOf(std::string_view text, CStringBlock& block)
+{
+    return block.Make(text.data(), static_cast<int>(text.size()));
+}
+
 /// Makes sure that there is a file to write to.
 bool ProvideFile(LPCSTR name, BOOL create)
 {
@@ -63,15 +68,17 @@ bool ProvideFile(LPCSTR name, BOOL create)
 } // namespace
 
 /// Sets a value and lists its key once more. Throws CMemoryException* and has changed nothing then.
-void CZoMemIniFile::SectionRecord::Add(const CString& key, CString value)
+void CZoMemIniFile::SectionRecord::Add(CString key, CString value)
 {
-    const INT_PTR index = m_keyOrder.Add(key);
+    const INT_PTR index = m_keyOrder.GetSize();
+    m_keyOrder.SetSize(index + 1);
     try {
         m_values[key] = std::move(value);
     } catch (CMemoryException*) {
         m_keyOrder.RemoveAt(index);
         throw;
     }
+    m_keyOrder[index] = std::move(key); // the text that the map has too; CStringArray::Add would copy it
 }
 
 CZoMemIniFile::CZoMemIniFile() { m_sections.InitHashTable(kHashTableSize, FALSE); }
@@ -100,9 +107,11 @@ BOOL CZoMemIniFile::FindSection(const char* section, SectionRecord*& record) con
 
 /// Takes over \p record and lists the section; a record that it had before is deleted. Throws CMemoryException* and has
 /// changed nothing then, the record still being the caller's.
-void CZoMemIniFile::AddSection(const char* section, SectionRecord* record)
+void CZoMemIniFile::AddSection(const CString& section, SectionRecord* record)
 {
-    const INT_PTR index = m_sectionOrder.Add(section);
+    const INT_PTR index = m_sectionOrder.GetSize();
+    m_sectionOrder.SetSize(index + 1);
+    m_sectionOrder[index] = section; // shares the text, which CStringArray::Add would copy
     try {
         delete std::exchange(m_sections[section], record);
     } catch (CMemoryException*) {
@@ -146,16 +155,16 @@ bool CZoMemIniFile::ReadLines(ProfileLines& lines) const
     return !IsDerived() && !hasBlanks && lines.Read(m_szSection, m_szFileName);
 }
 
-void CZoMemIniFile::LoadSection(const char* section, CMapStringToString* substitutions, ProfileLines& lines)
+void CZoMemIniFile::LoadSection(const CString& section, CMapStringToString* substitutions, ProfileLines& lines)
 {
     if (SetSection(section) != ZO_INI_SUCCESS)
         return;
     auto record = std::make_unique<SectionRecord>();
-    const auto add = [&](const CString& key, CString value) {
+    const auto add = [&](CString key, CString value) {
         if (substitutions != nullptr)
             record->Add(SubstituteString(substitutions, key), SubstituteString(substitutions, value));
         else
-            record->Add(key, std::move(value));
+            record->Add(std::move(key), std::move(value));
     };
     const auto addRead = [&](const CString& key) {
         char value[kValueSize];
@@ -165,11 +174,13 @@ void CZoMemIniFile::LoadSection(const char* section, CMapStringToString* substit
     };
     const bool hasLines = ReadLines(lines);
     if (hasLines && lines.GetNamesSize() < kRoomForNames) {
-        record->m_keyOrder.SetSize(0,
-                                   static_cast<INT_PTR>(lines.Get().size())); // at once instead of growing on the way
+        // At once instead of growing on the way, and one by one.
+        const auto count = static_cast<int>(lines.Get().size());
+        record->m_keyOrder.SetSize(0, count);
+        CStringBlock block(2 * count, static_cast<int>(lines.GetLength()));
         for (const ProfileLine& line : lines.Get()) {
             if (IsEntryAsRead(line))
-                add(TextOf(line.name), TextOf(line.value));
+                add(TextOf(line.name, block), TextOf(line.value, block));
             else if (IsEntry(line))
                 addRead(TextOf(line.name));
         }

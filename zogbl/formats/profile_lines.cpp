@@ -23,6 +23,21 @@ std::string_view Trim(LPSTR text, LPSTR end)
     return {text, static_cast<size_t>(end - text)};
 }
 
+/// The first "=" of a line, or its end. \p end where the lines end, with a zero there at the latest
+LPSTR FindEquals(LPSTR line, LPCSTR end)
+{
+    constexpr size_t kEach = ~size_t{0} / 0xFF; // 1 in each byte
+    const auto hasZero = [](size_t characters) { return (characters - kEach) & ~characters & (kEach << 7); };
+    for (size_t characters; static_cast<size_t>(end - line) >= sizeof characters; line += sizeof characters) {
+        std::memcpy(&characters, line, sizeof characters);
+        if ((hasZero(characters) | hasZero(characters ^ (kEach * '='))) != 0)
+            break;
+    }
+    while (*line != '\0' && *line != '=') // "=" is never the second half of a character
+        ++line;
+    return line;
+}
+
 /// Takes the quotation marks off as a read of the entry does: a pair of the same kind, once.
 std::string_view Unquote(std::string_view value)
 {
@@ -89,7 +104,8 @@ bool ProfileLines::Read(LPCSTR section, LPCSTR fileName)
         m_size *= 2;
     }
     LPSTR line = m_text.get();
-    const LPCSTR end = line + (std::min)(length, m_size - 2);
+    m_length = (std::min)(length, m_size - 2);
+    const LPCSTR end = line + m_length;
     m_text[m_size - 1] = '\0';
     while (line < end)
         line = Add(line) + 1;
@@ -100,9 +116,7 @@ bool ProfileLines::Read(LPCSTR section, LPCSTR fileName)
 /// \return the line's end
 LPSTR ProfileLines::Add(LPSTR line)
 {
-    LPSTR equals = line;
-    while (*equals != '\0' && *equals != '=') // "=" is never the second half of a character
-        ++equals;
+    const LPSTR equals = FindEquals(line, m_text.get() + m_length);
     ProfileLine added = {};
     added.hasValue = *equals == '=';
     const LPSTR end = added.hasValue ? equals + 1 + std::strlen(equals + 1) : equals;

@@ -30,6 +30,8 @@ public:
     bool Read(LPCSTR section, LPCSTR fileName);
 
     const std::vector<ProfileLine>& Get() const { return m_lines; }
+    /// The length of all lines, in bytes.
+    size_t GetLength() const { return m_length; }
     /// How much room the names of the entries take in a list of names, in bytes.
     size_t GetNamesSize() const { return m_namesSize; }
     /// The entry with exactly this name, looked for from entry \p hint on, then before it; null if there is none.
@@ -44,6 +46,7 @@ private:
     DWORD m_size = 0; ///< of the text
     std::vector<ProfileLine> m_lines;
     std::vector<DWORD> m_seen; ///< hashes of names
+    size_t m_length = 0;
     size_t m_namesSize = 0;
     bool m_haveNamesBlanks = false;
 };

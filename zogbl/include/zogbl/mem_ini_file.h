@@ -92,7 +92,7 @@ protected:
     public:
         SectionRecord() { m_values.InitHashTable(kHashTableSize, FALSE); }
 
-        void Add(const CString& key, CString value);
+        void Add(CString key, CString value);
 
         CStringArray m_keyOrder; ///< in order of loading or setting; may hold a key twice
         CMapStringToString m_values;
@@ -109,8 +109,8 @@ private:
     BOOL FindSection(const char* section, SectionRecord*& record) const;
     bool IsDerived() const;
     bool ReadLines(ProfileLines& lines) const;
-    void LoadSection(const char* section, CMapStringToString* substitutions, ProfileLines& lines);
+    void LoadSection(const CString& section, CMapStringToString* substitutions, ProfileLines& lines);
     void SaveSection(const SectionRecord& record, ProfileLines& lines);
     bool IsInFile(const char* key, const CString& value);
-    void AddSection(const char* section, SectionRecord* record);
+    void AddSection(const CString& section, SectionRecord* record);
 };
