@@ -148,6 +148,9 @@ private:
 /// Makes strings whose texts lie in one allocation, which is faster than one for each. They are as other strings; one
 /// that is changed moves to a buffer of its own. The allocation is freed when neither this object nor any of the
 /// strings or their copies needs it any longer.
+///
+/// This class is an addition to what the framework documents. Who builds with others, too, asks for the macro.
+#define AFX_STRING_BLOCK
 class AFX_API CStringBlock {
 public:
     /// Has room for \p nStrings strings, together \p nLength characters long; neither is negative. Throws

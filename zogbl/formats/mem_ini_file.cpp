@@ -48,7 +48,16 @@ std::string_view ViewOf(const CString& text) { return {text, static_cast<size_t>
 
 CString TextOf(std::string_view text) { return {text.data(), static_cast<int>(text.size())}; }
 
-CString TextOf(std::string_view text, CStringBlock& block)
+#ifdef AFX_STRING_BLOCK
+using TextBlock = CStringBlock;
+#else // a framework that has none: each text for itself
+struct TextBlock {
+    TextBlock(int, int) {}
+    CString Make(LPCSTR text, int length) { return {text, length}; }
+};
+#endif
+
+CString TextOf(std::string_view text, TextBlock& block)
 {
     return block.Make(text.data(), static_cast<int>(text.size()));
 }
@@ -177,7 +186,7 @@ void CZoMemIniFile::LoadSection(const CString& section, CMapStringToString* subs
         // At once instead of growing on the way, and one by one.
         const auto count = static_cast<int>(lines.Get().size());
         record->m_keyOrder.SetSize(0, count);
-        CStringBlock block(2 * count, static_cast<int>(lines.GetLength()));
+        TextBlock block(2 * count, static_cast<int>(lines.GetLength()));
         for (const ProfileLine& line : lines.Get()) {
             if (IsEntryAsRead(line))
                 add(TextOf(line.name, block), TextOf(line.value, block));
