@@ -61,7 +61,7 @@ namespace {
 void CopyText(const CWnd* box, UINT lengthMessage, UINT textMessage, int index, CString& text)
 {
     const int length = AfxSend<int>(box, lengthMessage, index);
-    const int copied = length > 0 ? AfxSend<int>(box, textMessage, index, text.GetBuffer(length)) : 0;
+    const int copied = AfxSend<int>(box, textMessage, index, text.GetBuffer(length > 0 ? length : 0));
     text.ReleaseBuffer(copied > 0 ? copied : 0);
 }
 
