@@ -1,5 +1,5 @@
-// The system's controls, and what owner-drawn ones are asked.
-#include "answers.h"
+// The system's controls: how they are made, what they send, and what owner-drawn ones are asked.
+#include "kit.h"
 
 #include <afxcmn.h>
 
@@ -8,62 +8,300 @@ namespace {
 constexpr UINT kId = 9;
 const CRect kPlace(0, 0, 100, 80);
 
-class ControlTest : public ::testing::Test {
-protected:
-    ControlTest()
+/// Answers what it is sent by one number, and writes it down.
+struct Listener : TopWindow {
+    static constexpr LRESULT kAnswer = 0x41;
+    bool listens = false;
+    std::string sent;
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        EXPECT_TRUE(parent.CreateEx(0, nullptr, "", WS_POPUP | WS_VISIBLE, 0, 0, 200, 200, nullptr, nullptr));
+        if (!listens)
+            return CWnd::WindowProc(message, wParam, lParam);
+        sent = Answers{message, wParam, lParam};
+        return kAnswer;
     }
-    CWnd parent;
 };
 
-/// What a box makes of a text for one of its items.
-CString ItemText(const CListBox& box, int index)
+/// A number as an argument: where that is an object, the one with the number for its handle.
+template <class PARAMETER> PARAMETER Argument(LONG_PTR number)
 {
-    CString text("before");
-    box.GetText(index, text);
-    return text;
+    if constexpr (std::is_same_v<PARAMETER, CImageList*>)
+        return CImageList::FromHandle(reinterpret_cast<HIMAGELIST>(number));
+    else if constexpr (std::is_convertible_v<PARAMETER, CWnd*>)
+        return static_cast<PARAMETER>(CWnd::FromHandle(reinterpret_cast<HWND>(number)));
+    else
+        return AfxMessageValue<PARAMETER>(number);
 }
 
-CString ItemText(const CComboBox& box, int index)
+/// The number that an operation returned.
+template <class RESULT> LRESULT NumberOf(RESULT result)
 {
-    CString text("before");
-    box.GetLBText(index, text);
-    return text;
+    if constexpr (std::is_same_v<RESULT, CImageList*>)
+        return reinterpret_cast<LRESULT>(result->m_hImageList);
+    else if constexpr (std::is_convertible_v<RESULT, CWnd*>)
+        return reinterpret_cast<LRESULT>(result->m_hWnd);
+    else
+        return AfxMessageValue<LRESULT>(result);
+}
+
+constexpr int kInOrder = -1, kTurnedRound = -2;
+
+/// Calls an operation with 1, 2, 3, and expects it to send a message with the first argument and the others; turned
+/// round with the second and the first; else with \p first and all arguments. Two for lParam share it.
+template <class CONTROL, class RESULT, class... PARAMETERS>
+void ExpectSent(Listener& listener, int first, UINT message, RESULT (CONTROL::*operation)(PARAMETERS...))
+{
+    constexpr int count = sizeof...(PARAMETERS);
+    const auto shared = [](int from) { return from < count ? MAKELPARAM(from, from + 1) : from == count ? from : 0; };
+    CONTROL control;
+    [[maybe_unused]] auto next = [number = LONG_PTR()]() mutable { return ++number; };
+    const std::tuple<PARAMETERS...> arguments{Argument<PARAMETERS>(next())...};
+    const auto call = [&](auto... values) { return (control.*operation)(values...); };
+    control.m_hWnd = listener.m_hWnd;
+    listener.listens = true;
+    if constexpr (std::is_void_v<RESULT>)
+        std::apply(call, arguments);
+    else
+        EXPECT_EQ(Listener::kAnswer, NumberOf(std::apply(call, arguments))) << message;
+    listener.listens = false;
+    control.m_hWnd = nullptr;
+    const Answers expected = first >= 0              ? Answers{message, first, shared(1)}
+                             : first == kTurnedRound ? Answers{message, 2, 1}
+                                                     : Answers{message, count > 0, shared(2)};
+    EXPECT_EQ(expected, listener.sent);
+}
+
+template <class CONTROL, class RESULT, class... PARAMETERS>
+void ExpectSent(Listener& listener, int first, UINT message, RESULT (CONTROL::*operation)(PARAMETERS...) const)
+{
+    ExpectSent(listener, first, message, reinterpret_cast<RESULT (CONTROL::*)(PARAMETERS...)>(operation));
+}
+
+/// More messages and operations.
+template <class OPERATION, class... REST>
+requires(sizeof...(REST) > 0) void ExpectSent(Listener& listener, int first, UINT message, OPERATION operation,
+                                              REST... rest)
+{
+    ExpectSent(listener, first, message, operation);
+    ExpectSent(listener, first, rest...);
 }
 
 } // namespace
 
-TEST_F(ControlTest, PicturesAndStates)
+TEST(Controls, SendMessages)
 {
-    CBitmap bitmap;
-    ASSERT_TRUE(bitmap.CreateBitmap(8, 8, 1, 1, nullptr));
-    const HICON icon = ::LoadIcon(nullptr, IDI_WARNING);
-    CStatic picture, iconPicture;
-    CButton button, iconButton;
-    ASSERT_TRUE(picture.Create("", SS_BITMAP, kPlace, &parent) && iconPicture.Create("", SS_ICON, kPlace, &parent) &&
-                button.Create("", BS_PUSHBUTTON | BS_BITMAP, kPlace, &parent, 1) &&
-                iconButton.Create("", BS_AUTO3STATE | BS_ICON, kPlace, &parent, 2));
-    EXPECT_TRUE(picture.SetBitmap(bitmap) == nullptr && picture.GetBitmap() == bitmap);
-    EXPECT_TRUE(picture.SetBitmap(nullptr) == bitmap);
-    EXPECT_TRUE(button.SetBitmap(bitmap) == nullptr && button.GetBitmap() == bitmap);
-    EXPECT_TRUE(iconPicture.SetIcon(icon) == nullptr && iconPicture.GetIcon() == icon);
-    EXPECT_TRUE(iconButton.SetIcon(icon) == nullptr && iconButton.GetIcon() == icon);
-
-    iconButton.SetCheck(BST_INDETERMINATE);
-    iconButton.SetState(TRUE);
-    EXPECT_EQ("2 6 128", (Answers{iconButton.GetCheck(), iconButton.GetState(), button.GetButtonStyle()}));
-    button.SetButtonStyle(BS_DEFPUSHBUTTON);
-    EXPECT_EQ(static_cast<UINT>(BS_DEFPUSHBUTTON), button.GetButtonStyle() & 0xF);
+    Listener listener;
+    ExpectSent(listener, kInOrder, BM_GETSTATE, &CButton::GetState, BM_SETSTATE, &CButton::SetState, BM_GETCHECK,
+               &CButton::GetCheck, BM_SETCHECK, &CButton::SetCheck, BM_SETSTYLE, &CButton::SetButtonStyle);
+    ExpectSent(listener, kInOrder, EM_GETMODIFY, &CEdit::GetModify, EM_SETMODIFY, &CEdit::SetModify, EM_SETREADONLY,
+               &CEdit::SetReadOnly, EM_SETLIMITTEXT, &CEdit::SetLimitText, EM_GETPASSWORDCHAR, &CEdit::GetPasswordChar,
+               EM_SETPASSWORDCHAR, &CEdit::SetPasswordChar, EM_GETLINECOUNT, &CEdit::GetLineCount,
+               EM_GETFIRSTVISIBLELINE, &CEdit::GetFirstVisibleLine, EM_LINEFROMCHAR, &CEdit::LineFromChar, EM_LINEINDEX,
+               &CEdit::LineIndex, EM_LINELENGTH, &CEdit::LineLength, EM_CANUNDO, &CEdit::CanUndo, EM_UNDO, &CEdit::Undo,
+               EM_EMPTYUNDOBUFFER, &CEdit::EmptyUndoBuffer, WM_CLEAR, &CEdit::Clear, WM_CUT, &CEdit::Cut, WM_PASTE,
+               &CEdit::Paste);
+    ExpectSent(listener, kInOrder, LB_GETCOUNT, &CListBox::GetCount, LB_INSERTSTRING, &CListBox::InsertString,
+               LB_SETITEMDATA, &CListBox::SetItemData, LB_GETITEMDATA, &CListBox::GetItemDataPtr, LB_SETITEMDATA,
+               &CListBox::SetItemDataPtr, LB_FINDSTRING, &CListBox::FindString, LB_FINDSTRINGEXACT,
+               &CListBox::FindStringExact, LB_SELECTSTRING, &CListBox::SelectString, LB_GETSEL, &CListBox::GetSel,
+               LB_GETSELCOUNT, &CListBox::GetSelCount, LB_GETSELITEMS, &CListBox::GetSelItems, LB_SELITEMRANGE,
+               &CListBox::SelItemRange, LB_GETTOPINDEX, &CListBox::GetTopIndex, LB_SETTOPINDEX, &CListBox::SetTopIndex,
+               LB_SETITEMHEIGHT, &CListBox::SetItemHeight, LB_GETHORIZONTALEXTENT, &CListBox::GetHorizontalExtent,
+               LB_SETHORIZONTALEXTENT, &CListBox::SetHorizontalExtent);
+    ExpectSent(listener, kInOrder, CB_INSERTSTRING, &CComboBox::InsertString, CB_SETITEMDATA, &CComboBox::SetItemData,
+               CB_GETITEMDATA, &CComboBox::GetItemDataPtr, CB_SETITEMDATA, &CComboBox::SetItemDataPtr, CB_FINDSTRING,
+               &CComboBox::FindString, CB_FINDSTRINGEXACT, &CComboBox::FindStringExact, CB_SELECTSTRING,
+               &CComboBox::SelectString, CB_GETCURSEL, &CComboBox::GetCurSel, CB_SETCURSEL, &CComboBox::SetCurSel,
+               CB_GETEDITSEL, &CComboBox::GetEditSel, CB_LIMITTEXT, &CComboBox::LimitText, WM_CLEAR, &CComboBox::Clear,
+               CB_SHOWDROPDOWN, &CComboBox::ShowDropDown, CB_GETDROPPEDSTATE, &CComboBox::GetDroppedState,
+               CB_GETDROPPEDWIDTH, &CComboBox::GetDroppedWidth, CB_SETDROPPEDWIDTH, &CComboBox::SetDroppedWidth,
+               CB_SETEXTENDEDUI, &CComboBox::SetExtendedUI, CB_GETEXTENDEDUI, &CComboBox::GetExtendedUI,
+               CB_SETITEMHEIGHT, &CComboBox::SetItemHeight, CB_GETHORIZONTALEXTENT, &CComboBox::GetHorizontalExtent,
+               CB_SETHORIZONTALEXTENT, &CComboBox::SetHorizontalExtent);
+    ExpectSent(listener, kInOrder, HDM_GETITEM, &CHeaderCtrl::GetItem, HDM_SETITEM, &CHeaderCtrl::SetItem,
+               HDM_DELETEITEM, &CHeaderCtrl::DeleteItem, HDM_GETITEMRECT, &CHeaderCtrl::GetItemRect, HDM_ORDERTOINDEX,
+               &CHeaderCtrl::OrderToIndex, HDM_GETIMAGELIST, &CHeaderCtrl::GetImageList, TCM_GETITEMCOUNT,
+               &CTabCtrl::GetItemCount, TCM_DELETEITEM, &CTabCtrl::DeleteItem, TCM_DELETEALLITEMS,
+               &CTabCtrl::DeleteAllItems, TCM_GETITEMRECT, &CTabCtrl::GetItemRect, TCM_GETCURSEL, &CTabCtrl::GetCurSel,
+               TCM_SETCURSEL, &CTabCtrl::SetCurSel, TCM_GETCURFOCUS, &CTabCtrl::GetCurFocus, TCM_SETCURFOCUS,
+               &CTabCtrl::SetCurFocus, TCM_GETROWCOUNT, &CTabCtrl::GetRowCount, TCM_GETTOOLTIPS, &CTabCtrl::GetToolTips,
+               TCM_SETTOOLTIPS, &CTabCtrl::SetToolTips, UDM_GETPOS, &CSpinButtonCtrl::GetPos, UDM_SETBUDDY,
+               &CSpinButtonCtrl::SetBuddy, UDM_GETBUDDY, &CSpinButtonCtrl::GetBuddy, UDM_SETBASE,
+               &CSpinButtonCtrl::SetBase, UDM_GETBASE, &CSpinButtonCtrl::GetBase);
+    ExpectSent(listener, kInOrder, LVM_DELETECOLUMN, &CListCtrl::DeleteColumn, LVM_SETCOLUMN, &CListCtrl::SetColumn,
+               LVM_GETCOLUMNWIDTH, &CListCtrl::GetColumnWidth, LVM_SETCOLUMNWIDTH, &CListCtrl::SetColumnWidth,
+               LVM_GETHEADER, &CListCtrl::GetHeaderCtrl, LVM_DELETEITEM, &CListCtrl::DeleteItem, LVM_DELETEALLITEMS,
+               &CListCtrl::DeleteAllItems, LVM_GETITEMCOUNT, &CListCtrl::GetItemCount, LVM_GETNEXTITEM,
+               &CListCtrl::GetNextItem, LVM_GETSELECTEDCOUNT, &CListCtrl::GetSelectedCount, LVM_GETTOPINDEX,
+               &CListCtrl::GetTopIndex, LVM_ENSUREVISIBLE, &CListCtrl::EnsureVisible, LVM_EDITLABEL,
+               &CListCtrl::EditLabel, LVM_GETEDITCONTROL, &CListCtrl::GetEditControl, LVM_GETIMAGELIST,
+               &CListCtrl::GetImageList, LVM_GETEXTENDEDLISTVIEWSTYLE, &CListCtrl::GetExtendedStyle, TVM_GETIMAGELIST,
+               &CTreeCtrl::GetImageList);
+    ExpectSent(listener, kInOrder, TB_INSERTBUTTON, &CToolBarCtrl::InsertButton, TB_DELETEBUTTON,
+               &CToolBarCtrl::DeleteButton, TB_GETBUTTON, &CToolBarCtrl::GetButton, TB_BUTTONCOUNT,
+               &CToolBarCtrl::GetButtonCount, TB_COMMANDTOINDEX, &CToolBarCtrl::CommandToIndex, TB_SETCMDID,
+               &CToolBarCtrl::SetCmdID, TB_ENABLEBUTTON, &CToolBarCtrl::EnableButton, TB_CHECKBUTTON,
+               &CToolBarCtrl::CheckButton, TB_PRESSBUTTON, &CToolBarCtrl::PressButton, TB_HIDEBUTTON,
+               &CToolBarCtrl::HideButton, TB_INDETERMINATE, &CToolBarCtrl::Indeterminate, TB_ISBUTTONENABLED,
+               &CToolBarCtrl::IsButtonEnabled, TB_ISBUTTONCHECKED, &CToolBarCtrl::IsButtonChecked, TB_ISBUTTONPRESSED,
+               &CToolBarCtrl::IsButtonPressed, TB_ISBUTTONHIDDEN, &CToolBarCtrl::IsButtonHidden,
+               TB_ISBUTTONINDETERMINATE, &CToolBarCtrl::IsButtonIndeterminate, TB_GETSTATE, &CToolBarCtrl::GetState,
+               TB_SETSTATE, &CToolBarCtrl::SetState, TB_GETRECT, &CToolBarCtrl::GetRect, TB_GETROWS,
+               &CToolBarCtrl::GetRows, TB_GETIMAGELIST, &CToolBarCtrl::GetImageList, TB_GETDISABLEDIMAGELIST,
+               &CToolBarCtrl::GetDisabledImageList, SB_GETPARTS, &CStatusBarCtrl::GetParts, SB_SIMPLE,
+               &CStatusBarCtrl::SetSimple, SB_ISSIMPLE, &CStatusBarCtrl::IsSimple, SB_SETICON, &CStatusBarCtrl::SetIcon,
+               TTM_GETMAXTIPWIDTH, &CToolTipCtrl::GetMaxTipWidth);
+    ExpectSent(listener, kTurnedRound, EM_REPLACESEL, &CEdit::ReplaceSel, EM_LINESCROLL, &CEdit::LineScroll, LB_SETSEL,
+               &CListBox::SetSel, HDM_GETORDERARRAY, &CHeaderCtrl::GetOrderArray, LVM_SETIMAGELIST,
+               &CListCtrl::SetImageList, TVM_SETIMAGELIST, &CTreeCtrl::SetImageList);
+    ExpectSent(listener, 0, CB_SETEDITSEL, &CComboBox::SetEditSel, CB_GETDROPPEDCONTROLRECT,
+               &CComboBox::GetDroppedControlRect, HDM_HITTEST, &CHeaderCtrl::HitTest, HDM_SETIMAGELIST,
+               &CHeaderCtrl::SetImageList, TCM_HITTEST, &CTabCtrl::HitTest, LVM_SUBITEMHITTEST,
+               &CListCtrl::SubItemHitTest, LVM_SETEXTENDEDLISTVIEWSTYLE, &CListCtrl::SetExtendedStyle, TVM_DELETEITEM,
+               &CTreeCtrl::DeleteItem, TVM_SORTCHILDREN, &CTreeCtrl::SortChildren, TVM_EDITLABEL, &CTreeCtrl::EditLabel,
+               TB_ADDSTRING, &CToolBarCtrl::AddStrings, TB_HITTEST, &CToolBarCtrl::HitTest, TB_SETIMAGELIST,
+               &CToolBarCtrl::SetImageList, TB_SETDISABLEDIMAGELIST, &CToolBarCtrl::SetDisabledImageList,
+               TTM_SETMAXTIPWIDTH, &CToolTipCtrl::SetMaxTipWidth);
+    ExpectSent(listener, IMAGE_BITMAP, STM_SETIMAGE, &CStatic::SetBitmap, STM_GETIMAGE, &CStatic::GetBitmap,
+               BM_SETIMAGE, &CButton::SetBitmap, BM_GETIMAGE, &CButton::GetBitmap);
+    ExpectSent(listener, IMAGE_ICON, STM_SETIMAGE, &CStatic::SetIcon, STM_GETIMAGE, &CStatic::GetIcon, BM_SETIMAGE,
+               &CButton::SetIcon, BM_GETIMAGE, &CButton::GetIcon);
+    CButton button;
+    ASSERT_TRUE(button.Create("", BS_BITMAP, kPlace, &listener, kId));
+    EXPECT_EQ(UINT{BS_BITMAP}, button.GetButtonStyle());
 }
 
-TEST_F(ControlTest, EditsText)
+// Controls of all kinds -----------------------------------------------------------------------------------------------
+
+namespace {
+
+/// Whether the windows lack memory for their objects.
+bool g_creationFails = false;
+
+/// Counts the ends of its windows, and of attempts to make one. Keeps the last item that it was asked to draw.
+template <class CONTROL> struct Counted : CONTROL {
+    int ended = 0, drawn = -1;
+
+    void DrawItem(DRAWITEMSTRUCT* item) { drawn = static_cast<int>(item->itemID); }
+    void PreSubclassWindow() override
+    {
+        if (g_creationFails)
+            AfxThrowMemoryException();
+    }
+    void PostNcDestroy() override { ++ended; }
+};
+
+/// Creates a control below a parent, which asks it to draw item 7. \return whether it came of it, how often it ended
+/// and what it drew then
+template <class CONTROL> Answers Made(CWnd* parent)
 {
+    Counted<CONTROL> control;
+    BOOL made;
+    if constexpr (std::is_same_v<CONTROL, CToolTipCtrl>)
+        made = control.Create(parent);
+    else if constexpr (std::is_base_of_v<CStatic, CONTROL> || std::is_base_of_v<CButton, CONTROL>)
+        made = control.Create("", 0, kPlace, parent, kId);
+    else
+        made = control.Create(0, kPlace, parent, kId);
+    DRAWITEMSTRUCT item = {0, kId, 7, 0, 0, control.m_hWnd, nullptr, {}, 0};
+    if (parent != nullptr)
+        parent->SendMessage(WM_DRAWITEM, kId, reinterpret_cast<LPARAM>(&item));
+    return Answers{made, control.ended, control.drawn};
+}
+
+using Creation = Answers (*)(CWnd* parent);
+constexpr Creation kDrawn[] = {&Made<CStatic>,     &Made<CButton>,  &Made<CListBox>,  &Made<CComboBox>,
+                               &Made<CHeaderCtrl>, &Made<CTabCtrl>, &Made<CListCtrl>, &Made<CStatusBarCtrl>};
+constexpr Creation kPlain[] = {&Made<CEdit>,           &Made<CScrollBar>,    &Made<CTreeCtrl>,   &Made<CToolBarCtrl>,
+                               &Made<CSpinButtonCtrl>, &Made<CProgressCtrl>, &Made<CSliderCtrl>, &Made<CToolTipCtrl>};
+
+} // namespace
+
+TEST(Controls, CanFailToBeMadeAndDrawThemselves)
+{
+    TopWindow parent;
+    const auto check = [&parent](const Creation& create, const char* made) {
+        EXPECT_EQ(made, create(&parent)) << "row " << (&create - kDrawn) << ' ' << (&create - kPlain);
+        EXPECT_EQ(create != &Made<CToolTipCtrl> ? "0 1 -1" : made, create(nullptr));
+        g_creationFails = true;
+        EXPECT_EQ("0 1 -1", create(&parent));
+        g_creationFails = false;
+        EXPECT_EQ(nullptr, ::GetWindow(parent.m_hWnd, GW_CHILD));
+    };
+    for (const Creation& create : kDrawn)
+        check(create, "1 0 7");
+    for (const Creation& create : kPlain)
+        check(create, "1 0 -1");
+}
+
+// Owner-drawn boxes ---------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// A box whose items are numbers, in their order. Writes down what it is asked.
+template <class BOX> struct DrawnBox : BOX {
+    std::string log;
+
+    void MeasureItem(MEASUREITEMSTRUCT* item) override
+    {
+        item->itemHeight = 23;
+        log += "measure ";
+    }
+    int CompareItem(COMPAREITEMSTRUCT* items) override
+    {
+        return items->itemData1 < items->itemData2 ? -1 : items->itemData1 > items->itemData2;
+    }
+    void DeleteItem(DELETEITEMSTRUCT* item) override { log += "delete" + std::to_string(item->itemData) + " "; }
+
+    void ExpectAsked(CWnd& parent, UINT id, DWORD style)
+    {
+        ASSERT_TRUE(this->Create(style, kPlace, &parent, id));
+        for (const INT_PTR number : {3, 1, 2})
+            this->AddString(reinterpret_cast<LPCSTR>(number));
+        EXPECT_EQ("1 2 3 23",
+                  (Answers{this->GetItemData(0), this->GetItemData(1), this->GetItemData(2), this->GetItemHeight(0)}));
+        EXPECT_EQ(0u, log.find("measure "));
+        log.clear();
+        this->DeleteString(0);
+        EXPECT_EQ("delete1 ", std::exchange(log, {}));
+    }
+};
+
+struct DrawnList : DrawnBox<CListBox> {
+    int VKeyToItem(UINT key, UINT item) override
+    {
+        log += "key" + std::to_string(key) + "," + std::to_string(item) + " ";
+        return -2;
+    }
+    int CharToItem(UINT key, UINT) override { return static_cast<int>(key - '0'); }
+};
+
+} // namespace
+
+TEST(Controls, AskOwnerDrawnBoxes)
+{
+    TopWindow parent;
+    DrawnBox<CComboBox> combo;
+    combo.ExpectAsked(parent, kId, CBS_DROPDOWNLIST | CBS_OWNERDRAWVARIABLE | CBS_SORT);
+    DrawnList list;
+    list.ExpectAsked(parent, kId + 1, LBS_OWNERDRAWFIXED | LBS_SORT | LBS_WANTKEYBOARDINPUT);
+    list.SetCurSel(1);
+    list.SendMessage(WM_KEYDOWN, VK_DOWN);
+    EXPECT_EQ("key40,1 ", list.log);
+    EXPECT_EQ(1, list.GetCurSel()) << "all was done by the handler";
+    list.SendMessage(WM_CHAR, '0');
+    EXPECT_EQ(0, list.GetCurSel()) << "the item that it names";
+}
+
+// Texts ---------------------------------------------------------------------------------------------------------------
+
+TEST(Controls, EditText)
+{
+    TopWindow parent;
     CEdit edit;
     ASSERT_TRUE(edit.Create(ES_MULTILINE | WS_VISIBLE, kPlace, &parent, kId));
     edit.SetWindowText("one\r\ntwo lines\r\n\r\nfour");
-    EXPECT_EQ("4 0 5 1 9", (Answers{edit.GetLineCount(), edit.GetFirstVisibleLine(), edit.LineIndex(1),
-                                    edit.LineFromChar(8), edit.LineLength(8)}));
     const struct {
         int line, size;
         const char* expected;
@@ -75,270 +313,35 @@ TEST_F(ControlTest, EditsText)
         EXPECT_EQ(row.expected, std::string(line, static_cast<size_t>(copied)));
         EXPECT_EQ('#', line[row.size]);
     }
-
     edit.SetSel(1, 7);
     int start = 0, end = 0;
     edit.GetSel(start, end);
     EXPECT_EQ("1 7 458753", (Answers{start, end, edit.GetSel()}));
     edit.SetSel(static_cast<DWORD>(MAKELONG(0, -1))); // all
-    EXPECT_EQ(static_cast<DWORD>(MAKELONG(0, 22)), edit.GetSel());
-    edit.SetSel(0, 3, TRUE);
-    edit.SetModify(FALSE);
-    edit.ReplaceSel("1", TRUE);
-    EXPECT_EQ("1 1 1", (Answers{edit.GetModify(), edit.CanUndo(), edit.LineLength()}));
-    edit.Undo();
-    edit.EmptyUndoBuffer();
-    EXPECT_EQ("0 3", (Answers{edit.CanUndo(), edit.LineLength(0)}));
-    EXPECT_EQ(MAKELONG(6, 1), edit.CharFromPos(edit.PosFromChar(6)));
     edit.SetMargins(3, 5);
-    EXPECT_EQ(static_cast<DWORD>(MAKELONG(3, 5)), edit.GetMargins());
-
-    CEdit field;
-    ASSERT_TRUE(field.Create(ES_PASSWORD, kPlace, &parent, kId + 1));
-    field.SetPasswordChar('x');
-    EXPECT_EQ('x', field.GetPasswordChar());
-    field.SetPasswordChar('\0');
-    field.SetLimitText(4);
-    for (const char c : std::string("longer"))
-        field.SendMessage(WM_CHAR, static_cast<WPARAM>(c));
-    EXPECT_EQ("long", TextOf(field));
-    field.SetSel(1, 3);
-    field.Cut();
-    EXPECT_EQ("lg", TextOf(field));
-    field.Paste();
-    field.SetSel(0, 2);
-    field.Clear();
-    EXPECT_EQ("ng", TextOf(field));
-    EXPECT_TRUE(field.SetReadOnly() && (field.GetStyle() & ES_READONLY) != 0);
+    EXPECT_EQ("1441792 327683 65542",
+              (Answers{edit.GetSel(), edit.GetMargins(), edit.CharFromPos(edit.PosFromChar(6))}));
 }
 
-TEST_F(ControlTest, ListsItems)
+TEST(Controls, ReadTextsOfItems)
 {
+    TopWindow parent;
     CListBox list;
-    ASSERT_TRUE(list.Create(WS_VISIBLE | LBS_NOTIFY | WS_HSCROLL, CRect(0, 0, 100, 90), &parent, kId));
-    for (const char* text : {"ab", "abc", "b", "abd"})
-        list.AddString(text);
-    EXPECT_EQ("0 5 3 -1", (Answers{list.InsertString(0, ""), list.GetCount(), list.GetTextLen(4), list.GetTextLen(5)}));
-    EXPECT_EQ("\"abc\" \"\" \"\"", (Answers{ItemText(list, 2), ItemText(list, 0), ItemText(list, 5)}));
-    EXPECT_EQ(4, list.DeleteString(0));
-    EXPECT_EQ("3 0 1 -1 2 2 -1 -1",
-              (Answers{list.FindString(1, "AB"), list.FindString(3, "AB"), list.FindStringExact(-1, "abc"),
-                       list.FindStringExact(-1, "a"), list.SelectString(-1, "b"), list.GetCurSel(), list.SetCurSel(-1),
-                       list.GetCurSel()}));
-    list.SetItemData(1, 77);
-    list.SetItemDataPtr(2, &list);
-    EXPECT_EQ(77u, list.GetItemData(1));
-    EXPECT_EQ(&list, list.GetItemDataPtr(2));
-    list.SetItemHeight(0, 30);
-    list.SetTopIndex(1);
-    list.SetHorizontalExtent(250);
-    EXPECT_EQ("30 1 250", (Answers{list.GetItemHeight(0), list.GetTopIndex(), list.GetHorizontalExtent()}));
-    CRect place;
-    list.GetItemRect(2, place);
-    BOOL inside = TRUE, outside = FALSE;
-    EXPECT_EQ("2 1",
-              (Answers{list.ItemFromPoint(place.CenterPoint(), inside), list.ItemFromPoint(CPoint(5, -5), outside)}));
-    EXPECT_EQ("0 1", (Answers{inside, outside}));
-
-    CListBox many;
-    ASSERT_TRUE(many.Create(LBS_EXTENDEDSEL | LBS_MULTICOLUMN, kPlace, &parent, kId));
-    for (const char* text : {"0", "1", "2", "3"})
-        many.AddString(text);
-    many.SelItemRange(TRUE, 1, 3);
-    many.SetSel(2, FALSE);
-    int selected[4] = {};
-    EXPECT_EQ("2 2 1 0", (Answers{many.GetSelCount(), many.GetSelItems(4, selected), many.GetSel(3), many.GetSel(2)}));
-    EXPECT_EQ("1 3", (Answers{selected[0], selected[1]}));
-}
-
-TEST_F(ControlTest, CombinesListAndField)
-{
     CComboBox combo;
-    ASSERT_TRUE(combo.Create(CBS_DROPDOWN | WS_VISIBLE | WS_VSCROLL, kPlace, &parent, kId));
-    for (const char* text : {"ab", "abc", "b"})
-        combo.AddString(text);
-    EXPECT_EQ("1 3 1", (Answers{combo.InsertString(1, "new"), combo.DeleteString(1), combo.GetLBTextLen(2)}));
-    EXPECT_EQ("\"abc\" \"\"", (Answers{ItemText(combo, 1), ItemText(combo, 3)}));
-    EXPECT_EQ("1 2 1 1", (Answers{combo.FindString(0, "ab"), combo.FindStringExact(-1, "B"), combo.SelectString(0, "a"),
-                                  combo.GetCurSel()}));
-    combo.SetItemData(0, 5);
-    combo.SetItemDataPtr(1, &combo);
-    EXPECT_EQ(5u, combo.GetItemData(0));
-    EXPECT_EQ(&combo, combo.GetItemDataPtr(1));
-    combo.SetEditSel(1, 2);
-    EXPECT_EQ(static_cast<DWORD>(MAKELONG(1, 2)), combo.GetEditSel());
-    combo.Clear();
-    EXPECT_EQ("ac", TextOf(combo));
-    combo.LimitText(2);
-    EXPECT_EQ(2, combo.GetWindow(GW_CHILD)->SendMessage(EM_GETLIMITTEXT));
-    combo.SetDroppedWidth(180);
-    combo.SetExtendedUI();
-    combo.SetHorizontalExtent(300);
-    combo.SetItemHeight(-1, 33);
-    EXPECT_NEAR(33, combo.GetItemHeight(-1), 2);
-    const BOOL before = combo.GetDroppedState();
-    combo.ShowDropDown();
-    CRect dropped;
-    combo.GetDroppedControlRect(dropped);
-    EXPECT_EQ("180 1 300 0 1 180", (Answers{combo.GetDroppedWidth(), combo.GetExtendedUI(), combo.GetHorizontalExtent(),
-                                            before, combo.GetDroppedState(), dropped.Width()}));
-}
-
-// Owner-drawn controls ------------------------------------------------------------------------------------------------
-
-namespace {
-
-/// Writes down what it is asked.
-template <class BASE> class Drawn : public BASE {
-public:
-    std::set<int> drawn;
-    std::string log;
-
-    void DrawItem(DRAWITEMSTRUCT* item) override
-    {
-        EXPECT_EQ(this->m_hWnd, item->hwndItem);
-        drawn.insert(static_cast<int>(item->itemID));
-    }
-};
-
-/// A box whose items are numbers, in their order.
-template <class BOX> class DrawnBox : public Drawn<BOX> {
-public:
-    void MeasureItem(MEASUREITEMSTRUCT* item) override
-    {
-        item->itemHeight = 23;
-        this->log += "measure ";
-    }
-    int CompareItem(COMPAREITEMSTRUCT* items) override
-    {
-        return items->itemData1 < items->itemData2 ? -1 : items->itemData1 > items->itemData2;
-    }
-    void DeleteItem(DELETEITEMSTRUCT* item) override { this->log += "delete" + std::to_string(item->itemData) + " "; }
-    /// The order of the items.
-    std::string Order() const
-    {
-        std::string order;
-        for (int i = 0; i < this->GetCount(); ++i)
-            order += std::to_string(this->GetItemData(i));
-        return order;
-    }
-};
-
-class DrawnList : public DrawnBox<CListBox> {
-public:
-    int VKeyToItem(UINT key, UINT item) override
-    {
-        log += "key" + std::to_string(key) + "," + std::to_string(item) + " ";
-        return -2;
-    }
-    int CharToItem(UINT key, UINT) override { return static_cast<int>(key - '0'); }
-};
-
-} // namespace
-
-TEST_F(ControlTest, OwnerDrawnOnesAreAsked)
-{
-    DrawnList list;
-    ASSERT_TRUE(list.Create(WS_VISIBLE | LBS_OWNERDRAWFIXED | LBS_SORT | LBS_WANTKEYBOARDINPUT, kPlace, &parent, kId));
-    EXPECT_EQ("measure ", std::exchange(list.log, {})) << "when it is created";
-    EXPECT_EQ(23, list.GetItemHeight(0));
-    DrawnBox<CComboBox> combo;
-    ASSERT_TRUE(
-        combo.Create(WS_VISIBLE | CBS_DROPDOWNLIST | CBS_OWNERDRAWVARIABLE | CBS_SORT, kPlace, &parent, kId + 1));
-    for (const INT_PTR number : {3, 1, 2}) {
-        list.AddString(reinterpret_cast<LPCSTR>(number));
-        combo.AddString(reinterpret_cast<LPCSTR>(number));
-    }
-    EXPECT_EQ("123", list.Order());
-    EXPECT_EQ("123", combo.Order());
-    EXPECT_NE(std::string::npos, combo.log.find("measure measure measure "));
-    EXPECT_EQ(23, combo.GetItemHeight(0));
-    Drawn<CButton> button;
-    ASSERT_TRUE(button.Create("", WS_VISIBLE | BS_OWNERDRAW, kPlace, &parent, kId + 2));
-    Drawn<CStatic> picture;
-    ASSERT_TRUE(picture.Create("", WS_VISIBLE | SS_OWNERDRAW, kPlace, &parent, kId + 3));
-    combo.SetCurSel(1);
-    parent.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    EXPECT_EQ((std::set{0, 1, 2}), list.drawn);
-    EXPECT_EQ((std::set{1}), combo.drawn) << "its field";
-    EXPECT_EQ(1u, button.drawn.size());
-    EXPECT_EQ(1u, picture.drawn.size());
-
-    list.log.clear();
-    combo.log.clear();
-    list.SetCurSel(1);
-    list.SendMessage(WM_KEYDOWN, VK_DOWN);
-    EXPECT_EQ("key40,1 ", std::exchange(list.log, {}));
-    EXPECT_EQ(1, list.GetCurSel()) << "all was done by the handler";
-    list.SendMessage(WM_CHAR, '2');
-    EXPECT_EQ(2, list.GetCurSel()) << "the item that it names";
-    list.DeleteString(0);
-    EXPECT_EQ("delete1 ", std::exchange(list.log, {}));
-    combo.DeleteString(2);
-    EXPECT_EQ("delete3 ", std::exchange(combo.log, {}));
-}
-
-// Controls that cannot be made ----------------------------------------------------------------------------------------
-
-namespace {
-
-/// Whether the windows lack memory for their objects.
-struct CreationFails {
-    static inline bool s_fails = false;
-};
-
-/// Counts the ends of its windows, and of attempts to make one.
-template <class CONTROL> class Counted : public CONTROL {
-public:
-    int ended = 0;
-
-protected:
-    void PreSubclassWindow() override
-    {
-        if (CreationFails::s_fails)
-            AfxThrowMemoryException();
-    }
-    void PostNcDestroy() override { ++ended; }
-};
-
-/// Creates a control below a parent. \return whether it came of it, and how often it ended then
-using Creation = std::pair<const char*, std::pair<BOOL, int> (*)(CWnd* parent)>;
-
-template <class CONTROL> std::pair<BOOL, int> Made(CWnd* parent)
-{
-    Counted<CONTROL> control;
-    BOOL made;
-    if constexpr (std::is_same_v<CONTROL, CToolTipCtrl>)
-        made = control.Create(parent);
-    else if constexpr (std::is_base_of_v<CStatic, CONTROL> || std::is_base_of_v<CButton, CONTROL>)
-        made = control.Create("", 0, kPlace, parent, kId);
-    else
-        made = control.Create(0, kPlace, parent, kId);
-    return {made, control.ended};
-}
-
-#define ZO_CREATION(CONTROL)                                                                                           \
-    {                                                                                                                  \
-#CONTROL, &Made < CONTROL>                                                                                     \
-    }
-constexpr Creation kCreations[] = {
-    ZO_CREATION(CStatic),         ZO_CREATION(CButton),       ZO_CREATION(CEdit),        ZO_CREATION(CListBox),
-    ZO_CREATION(CComboBox),       ZO_CREATION(CScrollBar),    ZO_CREATION(CHeaderCtrl),  ZO_CREATION(CTabCtrl),
-    ZO_CREATION(CListCtrl),       ZO_CREATION(CTreeCtrl),     ZO_CREATION(CToolBarCtrl), ZO_CREATION(CStatusBarCtrl),
-    ZO_CREATION(CSpinButtonCtrl), ZO_CREATION(CProgressCtrl), ZO_CREATION(CSliderCtrl),  ZO_CREATION(CToolTipCtrl)};
-
-} // namespace
-
-TEST_F(ControlTest, CreationCanFail)
-{
-    for (const auto& [name, create] : kCreations) {
-        SCOPED_TRACE(name);
-        EXPECT_EQ(std::pair(TRUE, 0), create(&parent));
-        const bool isChild = create != &Made<CToolTipCtrl>;
-        EXPECT_EQ(isChild ? std::pair(FALSE, 1) : std::pair(TRUE, 0), create(nullptr));
-        CreationFails::s_fails = true;
-        EXPECT_EQ(std::pair(FALSE, 1), create(&parent));
-        CreationFails::s_fails = false;
-        EXPECT_EQ(nullptr, ::GetWindow(parent.m_hWnd, GW_CHILD));
-    }
+    CString text("before"), other(text);
+    ASSERT_TRUE(list.Create(WS_VISIBLE, kPlace, &parent, kId) && combo.Create(CBS_DROPDOWN, kPlace, &parent, kId + 1));
+    list.GetText(0, text);
+    combo.GetLBText(0, other);
+    EXPECT_TRUE(text.IsEmpty() && other.IsEmpty()) << "there is no item";
+    list.AddString("ab");
+    combo.AddString("abc");
+    list.GetText(0, text);
+    combo.GetLBText(0, other);
+    BOOL inside = TRUE, outside = FALSE;
+    CRect place;
+    list.GetItemRect(0, place);
+    list.AddString("cd");
+    EXPECT_EQ("\"ab\" \"abc\" 1 0", (Answers{text, other, list.ItemFromPoint(CPoint(5, place.bottom + 1), inside),
+                                             list.ItemFromPoint(CPoint(5, -5), outside)}));
+    EXPECT_EQ("0 1", (Answers{inside, outside}));
 }
