@@ -1,57 +1,34 @@
 // Device contexts.
 
-#include "support/test.h"
+#include "kit.h"
 
 namespace {
 
 /// A memory context with a white bitmap of 32 bits, 40 by 20 pixels.
 class Picture : public CDC {
 public:
-    Picture()
-    {
-        CreateCompatibleDC(nullptr);
-        m_bitmap.CreateBitmap(40, 20, 1, 32, nullptr);
-        m_before = ::SelectObject(m_hDC, m_bitmap); // no temporary object, which would not live as long
-        PatBlt(0, 0, 40, 20, WHITENESS);
-    }
-    ~Picture() override { ::SelectObject(m_hDC, m_before); }
+    Picture() { Attach(m_canvas); }
+    ~Picture() override { Detach(); }
 
-    /// The pixels that are no longer white: how many, and the first and last of them, by columns.
-    std::string Drawn() const
+    /// The pixels that are no longer white: how many, and the area around them.
+    Answers Drawn() const
     {
-        CPoint first, last;
+        CRect area;
         int count = 0;
-        for (int i = 0; i < 40 * 20; ++i) {
-            const CPoint point(i / 20, i % 20);
+        for (CPoint point; point.x < 40; point.y == 19 ? ++point.x, point.y = 0 : ++point.y) {
             if (GetPixel(point) == RGB(255, 255, 255))
                 continue;
-            first = count++ == 0 ? point : first;
-            last = point;
+            area |= CRect(point, CSize(1, 1));
+            ++count;
         }
-        CString text;
-        text.Format("%d: %ld,%ld to %ld,%ld", count, first.x, first.y, last.x, last.y);
-        return static_cast<LPCSTR>(text);
+        return Answers{count, area};
     }
 
-    CBitmap m_bitmap;
-
 private:
-    HGDIOBJ m_before;
+    const Canvas m_canvas{40, 20, RGB(255, 255, 255)};
 };
 
 BOOL CALLBACK DrawBlock(HDC dc, LPARAM, WPARAM, int cx, int cy) { return PatBlt(dc, 0, 0, cx, cy, BLACKNESS); }
-
-/// Whether memory is missing for \p act.
-template <class ACT> bool LacksMemory(ACT act)
-{
-    try {
-        act();
-    } catch (CMemoryException* e) {
-        e->Delete();
-        return true;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -76,45 +53,33 @@ TEST(DeviceContext, IsFoundByItsHandle)
     EXPECT_EQ(0u, GetObjectType(handle));
     EXPECT_EQ(nullptr, CDC::FromHandle(handle));
     EXPECT_EQ(nullptr, CDC::FromHandle(static_cast<HDC>(GetStockObject(BLACK_PEN))));
-    AllocationFaults faults;
-    RunFaultActs(faults, [&](const FaultRun& run) {
-        CDC dc;
-        const bool lacks = LacksMemory([&] { run.Act([&] { dc.CreateCompatibleDC(nullptr); }); });
-        EXPECT_EQ(run.Fired(), lacks);
-    });
+    ExpectThrowsWithoutMemory([] { CDC().CreateCompatibleDC(nullptr); });
 }
+
+namespace {
+
+template <class CONTEXT> void ExpectEndsWithItsObject(CWnd& window)
+{
+    HDC handle = nullptr;
+    const auto make = [&] {
+        CONTEXT dc(&window);
+        handle = dc;
+        EXPECT_TRUE(dc.GetWindow() == &window && CDC::FromHandle(handle) == &dc);
+    };
+    ExpectThrowsWithoutMemory(make, [&](bool) { EXPECT_EQ(nullptr, WindowFromDC(handle)); });
+    CWnd gone;
+    gone.m_hWnd = reinterpret_cast<HWND>(0x7ffe);
+    EXPECT_EQ("CResourceException", Thrown([&] { const CONTEXT dc(&gone); }));
+}
+
+} // namespace
 
 TEST(DeviceContext, OfAWindowEndsWithItsObject)
 {
-    CWnd window, gone;
-    ASSERT_TRUE(window.CreateEx(0, nullptr, "", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr));
-    gone.m_hWnd = reinterpret_cast<HWND>(0x7ffe);
-    AllocationFaults faults;
-    const auto check = [&](auto make) {
-        RunFaultActs(faults, [&](const FaultRun& run) {
-            HDC handle = nullptr;
-            const bool lacks = LacksMemory([&] {
-                run.Act([&] {
-                    auto dc = make(&window);
-                    handle = *dc;
-                    run.Stop();
-                    EXPECT_TRUE(dc->GetWindow() == &window && CDC::FromHandle(handle) == dc.get());
-                });
-            });
-            EXPECT_EQ(run.Fired(), lacks);
-            EXPECT_EQ(nullptr, WindowFromDC(handle));
-        });
-        try {
-            make(&gone);
-            ADD_FAILURE() << "a window that is gone has no context";
-        } catch (CResourceException* e) {
-            e->Delete();
-        }
-    };
-    check([](CWnd* w) { return std::make_unique<CClientDC>(w); });
-    check([](CWnd* w) { return std::make_unique<CWindowDC>(w); });
-    check([](CWnd* w) { return std::make_unique<CPaintDC>(w); });
-    window.ShowWindow(SW_SHOW);
+    TopWindow window;
+    ExpectEndsWithItsObject<CClientDC>(window);
+    ExpectEndsWithItsObject<CWindowDC>(window);
+    ExpectEndsWithItsObject<CPaintDC>(window);
     window.Invalidate();
     EXPECT_NE(nullptr, CPaintDC(&window).m_ps.hdc);
     EXPECT_FALSE(GetUpdateRect(window.m_hWnd, nullptr, FALSE));
@@ -124,15 +89,13 @@ TEST(DeviceContext, OfAWindowEndsWithItsObject)
 TEST(DeviceContext, GivesBackWhatWasSelected)
 {
     Picture dc;
-    const auto check = [&dc](const char* name, auto& object, auto current) {
-        SCOPED_TRACE(name);
+    const auto check = [&dc](auto& object, auto current) {
+        SCOPED_TRACE(object.GetRuntimeClass()->m_lpszClassName);
         auto* before = dc.SelectObject(&object);
         ASSERT_NE(nullptr, before);
         EXPECT_EQ(&object, (dc.*current)());
         EXPECT_EQ(&object, dc.SelectObject(static_cast<CGdiObject*>(before)));
-        EXPECT_EQ(before, (dc.*current)());
-        decltype(before) none = nullptr;
-        EXPECT_EQ(nullptr, dc.SelectObject(none));
+        EXPECT_EQ(nullptr, dc.SelectObject(static_cast<decltype(before)>(nullptr)));
         EXPECT_EQ(before, (dc.*current)());
     };
     CPen pen(PS_SOLID, 1, RGB(255, 0, 0));
@@ -141,10 +104,10 @@ TEST(DeviceContext, GivesBackWhatWasSelected)
     font.CreatePointFont(100, "Arial");
     CBitmap bitmap;
     bitmap.CreateBitmap(4, 4, 1, 1, nullptr);
-    check("pen", pen, &CDC::GetCurrentPen);
-    check("brush", brush, &CDC::GetCurrentBrush);
-    check("font", font, &CDC::GetCurrentFont);
-    check("bitmap", bitmap, &CDC::GetCurrentBitmap);
+    check(pen, &CDC::GetCurrentPen);
+    check(brush, &CDC::GetCurrentBrush);
+    check(font, &CDC::GetCurrentFont);
+    check(bitmap, &CDC::GetCurrentBitmap);
 
     CPen* old = dc.SelectObject(&pen);
     EXPECT_EQ(&pen, dc.SelectStockObject(BLACK_PEN));
@@ -160,25 +123,22 @@ TEST(DeviceContext, GivesBackWhatWasSelected)
     CPalette palette;
     palette.CreateHalftonePalette(&dc);
     CPalette* oldPalette = dc.SelectPalette(&palette, FALSE);
-    ASSERT_NE(nullptr, oldPalette);
-    EXPECT_EQ(&palette, dc.GetCurrentPalette());
-    EXPECT_EQ(&palette, dc.SelectPalette(oldPalette, FALSE));
-    EXPECT_EQ(nullptr, dc.SelectPalette(nullptr, FALSE));
+    EXPECT_TRUE(oldPalette != nullptr && dc.GetCurrentPalette() == &palette);
+    EXPECT_TRUE(dc.SelectPalette(oldPalette, FALSE) == &palette && dc.SelectPalette(nullptr, FALSE) == nullptr);
 
-    // What was selected before is selected again if there is no object for it.
-    AllocationFaults faults;
-    RunFaultActs(faults, [&](const FaultRun& run) {
-        const bool lacks = LacksMemory([&] { run.Act([&] { dc.SelectObject(&pen); }); });
-        EXPECT_EQ(lacks, GetCurrentObject(dc, OBJ_PEN) != pen.m_hObject);
-        SelectObject(dc, GetStockObject(BLACK_PEN));
-    });
-    RunFaultActs(faults, [&](const FaultRun& run) {
-        CDC memory;
-        memory.CreateCompatibleDC(nullptr);
+    const auto look = [&](bool lacks) {
+        EXPECT_EQ(lacks, SelectObject(dc, GetStockObject(BLACK_PEN)) != pen.m_hObject) << "it is selected again";
+    };
+    ExpectThrowsWithoutMemory([&] { dc.SelectObject(&pen); }, look);
+    CDC memory;
+    memory.CreateCompatibleDC(nullptr);
+    const HGDIOBJ first = GetCurrentObject(memory, OBJ_BITMAP);
+    CGdiObject::DeleteTempMap();
+    const auto lookAtBitmap = [&](bool lacks) {
+        EXPECT_EQ(lacks, SelectObject(memory, first) != bitmap.m_hObject);
         CGdiObject::DeleteTempMap();
-        const bool lacks = LacksMemory([&] { run.Act([&] { memory.SelectObject(&bitmap); }); });
-        EXPECT_EQ(lacks, GetCurrentObject(memory, OBJ_BITMAP) != bitmap.m_hObject);
-    });
+    };
+    ExpectThrowsWithoutMemory([&] { memory.SelectObject(&bitmap); }, lookAtBitmap);
 }
 
 TEST(DeviceContext, SetsInBothAndAsksOne)
@@ -211,22 +171,20 @@ TEST(DeviceContext, SetsInBothAndAsksOne)
     both.IntersectClipRect(CRect(0, 0, 50, 50));
     both.MoveTo(7, 8);
     both.LineTo(9, 10);
-    for (const HDC dc : {out.m_hDC, attrib.m_hDC}) {
-        const CDC* one = CDC::FromHandle(dc);
-        EXPECT_TRUE(one->GetTextColor() == RGB(2, 2, 2) && one->GetBkColor() == RGB(3, 3, 3));
-        EXPECT_TRUE(one->GetROP2() == R2_XORPEN && one->GetMapMode() == MM_ANISOTROPIC);
-        EXPECT_TRUE(one->GetWindowExt() == CSize(20, 10) && one->GetViewportExt() == CSize(10, 5));
-        EXPECT_TRUE(one->GetWindowOrg() == CPoint(11, 12) && one->GetViewportOrg() == CPoint(4, 5));
-        EXPECT_EQ(CPoint(9, 10), one->GetCurrentPosition());
+    for (const HDC handle : {out.m_hDC, attrib.m_hDC}) {
+        const CDC& dc = *CDC::FromHandle(handle);
         CRgn clip;
         clip.CreateRectRgn(0, 0, 0, 0);
-        EXPECT_EQ(1, GetClipRgn(dc, clip));
+        const CRect window(dc.GetWindowOrg(), dc.GetWindowExt()), viewport(dc.GetViewportOrg(), dc.GetViewportExt());
+        EXPECT_EQ("131586 197379 7 8 11,12,31,22 4,5,14,10 1",
+                  (Answers{dc.GetTextColor(), dc.GetBkColor(), dc.GetROP2(), dc.GetMapMode(), window, viewport,
+                           GetClipRgn(handle, clip)}));
+        EXPECT_EQ(CPoint(9, 10), dc.GetCurrentPosition());
     }
-    CRect rect(11, 12, 31, 22);
-    both.LPtoDP(rect);
-    EXPECT_EQ(CRect(4, 5, 14, 10), rect);
-    both.DPtoLP(rect);
-    EXPECT_EQ(CRect(11, 12, 31, 22), rect);
+    CRect there(11, 12, 31, 22), back(4, 5, 14, 10);
+    both.LPtoDP(there);
+    both.DPtoLP(back);
+    EXPECT_EQ("4,5,14,10 11,12,31,22", (Answers{there, back}));
     CSize size(20, -10);
     both.LPtoDP(&size);
     EXPECT_EQ(CSize(10, -5), size);
@@ -272,23 +230,23 @@ TEST(DeviceContext, Draws)
         std::function<void(CDC&)> draw;
         std::string drawn; ///< empty: anything
     } cases[] = {
-        {"fill", [&](CDC& dc) { dc.FillRect(CRect(1, 2, 5, 6), &black); }, "16: 1,2 to 4,5"},
-        {"fill with none", [&](CDC& dc) { dc.FillRect(CRect(1, 2, 5, 6), nullptr); }, "0: 0,0 to 0,0"},
-        {"3d", [&](CDC& dc) { dc.Draw3dRect(CRect(1, 2, 5, 6), RGB(9, 9, 9), 0); }, "12: 1,2 to 4,5"},
+        {"fill", [&](CDC& dc) { dc.FillRect(CRect(1, 2, 5, 6), &black); }, "16 1,2,5,6"},
+        {"fill with none", [&](CDC& dc) { dc.FillRect(CRect(1, 2, 5, 6), nullptr); }, "0 0,0,0,0"},
+        {"3d", [&](CDC& dc) { dc.Draw3dRect(CRect(1, 2, 5, 6), RGB(9, 9, 9), 0); }, "12 1,2,5,6"},
         {"icon's state", [&](CDC& dc) { dc.DrawState(at, CSize(0, 0), icon, disabled); }, ""},
         {"bitmap's state", [&](CDC& dc) { dc.DrawState(at, size, &mask, DSS_MONO, &black); }, ""},
         {"text's state", [&](CDC& dc) { dc.DrawState(at, CSize(30, 16), "&Text", disabled, TRUE, 0); }, ""},
-        {"own state", [&](CDC& dc) { dc.DrawState(at, size, &DrawBlock, 0, DSS_NORMAL); }, "30: 3,4 to 7,9"},
-        {"line", [&](CDC& dc) { dc.MoveTo(at), dc.LineTo(CPoint(6, 4)); }, "3: 3,4 to 5,4"},
-        {"rectangle", [](CDC& dc) { dc.Rectangle(CRect(1, 2, 5, 6)); }, "12: 1,2 to 4,5"},
+        {"own state", [&](CDC& dc) { dc.DrawState(at, size, &DrawBlock, 0, DSS_NORMAL); }, "30 3,4,8,10"},
+        {"line", [&](CDC& dc) { dc.MoveTo(at), dc.LineTo(CPoint(6, 4)); }, "3 3,4,6,5"},
+        {"rectangle", [](CDC& dc) { dc.Rectangle(CRect(1, 2, 5, 6)); }, "12 1,2,5,6"},
         {"pie", [](CDC& dc) { dc.Pie(CRect(0, 0, 9, 9), CPoint(8, 4), CPoint(0, 4)); }, ""},
-        {"copy", [&](CDC& dc) { dc.BitBlt(1, 2, 3, 4, &source, 0, 0, SRCCOPY); }, "12: 1,2 to 3,5"},
-        {"no source", [](CDC& dc) { dc.BitBlt(1, 2, 3, 4, nullptr, 0, 0, DSTINVERT); }, "12: 1,2 to 3,5"},
-        {"stretch", [&](CDC& dc) { dc.StretchBlt(1, 2, 6, 8, &source, 0, 0, 3, 4, SRCCOPY); }, "48: 1,2 to 6,9"},
+        {"copy", [&](CDC& dc) { dc.BitBlt(1, 2, 3, 4, &source, 0, 0, SRCCOPY); }, "12 1,2,4,6"},
+        {"no source", [](CDC& dc) { dc.BitBlt(1, 2, 3, 4, nullptr, 0, 0, DSTINVERT); }, "12 1,2,4,6"},
+        {"stretch", [&](CDC& dc) { dc.StretchBlt(1, 2, 6, 8, &source, 0, 0, 3, 4, SRCCOPY); }, "48 1,2,7,10"},
         {"text", [](CDC& dc) { dc.TextOut(1, 1, CString("Text")); }, ""},
         {"opaque",
          [](CDC& dc) { dc.SetBkColor(0), dc.ExtTextOut(0, 0, ETO_OPAQUE, CRect(1, 2, 5, 6), "", 0, nullptr); },
-         "16: 1,2 to 4,5"},
+         "16 1,2,5,6"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -296,7 +254,7 @@ TEST(DeviceContext, Draws)
         c.draw(first); // the system may make something once
         ZO_EXPECT_NO_LEAK(c.draw(dc));
         if (c.drawn.empty())
-            EXPECT_NE("0: 0,0 to 0,0", dc.Drawn());
+            EXPECT_NE("0 0,0,0,0", dc.Drawn());
         else
             EXPECT_EQ(c.drawn, dc.Drawn());
     }
