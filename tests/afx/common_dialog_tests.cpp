@@ -1,5 +1,5 @@
 // Dialogs of the system. The machine has no printer.
-#include "support/test.h"
+#include "kit.h"
 
 #include <afxdlgs.h>
 
@@ -26,8 +26,7 @@ HMODULE WINAPI NoLibrary(LPCSTR) { return nullptr; }
 
 TEST(CommonDialogs, ChooseColours)
 {
-    CWnd owner;
-    ASSERT_TRUE(owner.CreateEx(0, nullptr, "", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr, nullptr));
+    TopWindow owner;
     Colors dialog(&owner);
     for (const INT_PTR result : {IDOK, IDCANCEL}) {
         dialog.act = [&](HWND window) { EXPECT_EQ(owner.m_hWnd, GetWindow(window, GW_OWNER)); };
@@ -62,9 +61,7 @@ TEST(CommonDialogs, SayThatThereIsNoPrinter)
     CPageSetupDialog page;
     EXPECT_FALSE(print.GetDefaults());
     EXPECT_EQ(DWORD{PDERR_NODEFAULTPRN}, Failure());
-    EXPECT_EQ(nullptr, print.CreatePrinterDC());
-    EXPECT_EQ(nullptr, print.GetDevMode());
-    EXPECT_STREQ("", print.GetDeviceName());
+    EXPECT_TRUE(print.CreatePrinterDC() == nullptr && print.GetDevMode() == nullptr && print.GetDeviceName().IsEmpty());
     for (CCommonDialog* dialog : std::initializer_list<CCommonDialog*>{&print, &settings, &page}) {
         const DialogDriver driver{Pressing(IDOK)}; // of the system's box
         EXPECT_EQ(IDCANCEL, dialog->DoModal());
@@ -87,9 +84,8 @@ TEST(CommonDialogs, NameThePrinterAndTheWork)
     EXPECT_STREQ("", dialog.GetPortName()) << "damaged";
     names->device[0] = '\0'; // the screen stands in
     const HDC context = dialog.CreatePrinterDC();
-    EXPECT_NE(nullptr, context);
     EXPECT_EQ(context, dialog.GetPrinterDC());
-    DeleteDC(context);
+    EXPECT_TRUE(DeleteDC(context));
     GlobalFree(dialog.m_pd.hDevNames);
 
     dialog.m_pd.hDevMode = GlobalAlloc(GPTR, sizeof(DEVMODEA));
@@ -99,13 +95,11 @@ TEST(CommonDialogs, NameThePrinterAndTheWork)
     dialog.m_pd.nToPage = 4;
     const auto work = [&](DWORD flags) {
         dialog.m_pd.Flags = flags;
-        CString text;
-        text.Format("%d %d%d%d %d-%d %d", dialog.GetCopies(), dialog.PrintAll(), dialog.PrintRange(),
-                    dialog.PrintSelection(), dialog.GetFromPage(), dialog.GetToPage(), dialog.PrintCollate());
-        return std::string(text);
+        return Answers{dialog.GetCopies(),   dialog.PrintAll(),  dialog.PrintRange(),  dialog.PrintSelection(),
+                       dialog.GetFromPage(), dialog.GetToPage(), dialog.PrintCollate()};
     };
-    EXPECT_EQ("1 100 -1--1 0", work(PD_ALLPAGES));
-    EXPECT_EQ("3 010 2-4 0", work(PD_PAGENUMS | PD_USEDEVMODECOPIES));
-    EXPECT_EQ("1 001 -1--1 1", work(PD_SELECTION | PD_COLLATE));
+    EXPECT_EQ("1 1 0 0 -1 -1 0", work(PD_ALLPAGES));
+    EXPECT_EQ("3 0 1 0 2 4 0", work(PD_PAGENUMS | PD_USEDEVMODECOPIES));
+    EXPECT_EQ("1 0 0 1 -1 -1 1", work(PD_SELECTION | PD_COLLATE));
     GlobalFree(dialog.m_pd.hDevMode);
 }
