@@ -1,7 +1,10 @@
 // Printing by views: the course of a job, and its failures.
 #include "kit.h"
+#include "support/test_printer.h"
 
 #include <afxdlgs.h>
+
+#include <fstream>
 
 namespace {
 
@@ -93,25 +96,72 @@ BEGIN_MESSAGE_MAP(PrintView, CView)
     ON_COMMAND(ID_FILE_PRINT_DIRECT, OnFilePrint)
 END_MESSAGE_MAP()
 
+/// A program with a document and a view that prints it.
+class Printing : public testing::Test {
+protected:
+    Printing()
+    {
+        m_document.m_bAutoDelete = FALSE;
+        m_document.SetTitle("Title");
+        EXPECT_TRUE(m_view->CreateEx(0, nullptr, "view", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr));
+        m_document.AddView(m_view);
+    }
+    ~Printing() override
+    {
+        m_view->DestroyWindow();
+        AfxGetModuleState()->m_pCurrentWinApp = m_tests;
+    }
+    /// Lets the view print. Answers what was called, and what the user was told.
+    std::string Print(UINT command = ID_FILE_PRINT)
+    {
+        g_log.clear();
+        m_app.told.clear();
+        m_view->SendMessage(WM_COMMAND, command);
+        return g_log + m_app.told;
+    }
+
+    CWinApp* const m_tests = AfxGetApp();
+    TellingApp m_app;
+    CDocument m_document;
+    PrintView* const m_view = new PrintView;
+};
+
+std::string g_output; // a file
+
+int WINAPI StartInFile(HDC dc, const DOCINFOA* document)
+{
+    DOCINFOA intoFile = *document;
+    intoFile.lpszOutput = g_output.c_str();
+    return StartDocA(dc, &intoFile);
+}
+
 } // namespace
 
-TEST(Printing, GoesPageByPage)
+TEST_F(Printing, WritesAPage)
 {
-    CWinApp* const tests = AfxGetApp();
-    TellingApp app;
-    CDocument document;
-    document.m_bAutoDelete = FALSE;
-    document.SetTitle("Title");
-    auto* view = new PrintView;
-    ASSERT_TRUE(view->CreateEx(0, nullptr, "view", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr));
-    document.AddView(view);
-    /// Lets the view print. Answers what was called, and what the user was told.
-    const auto print = [&](UINT command = ID_FILE_PRINT) {
-        g_log.clear();
-        app.told.clear();
-        view->SendMessage(WM_COMMAND, command);
-        return g_log + app.told;
+    ZO_ONLY_IN(IsNt(), "the systems before have printer drivers of 16 bits");
+    m_view->prepare = [this](CPrintInfo& info) {
+        info.m_bDirect = TRUE;
+        return info.SetMaxPage(2), m_view->DoPreparePrinting(&info);
     };
+    m_view->print = [](CDC& dc, CPrintInfo&) { dc.TextOut(5, 5, "P", 1); };
+    EXPECT_EQ("not printed | 48 | 61702", Print()) << "there is no printer";
+    const TestPrinter printer;
+    g_output = ProgramFolder() + "print_test.ps";
+    {
+        const ImportPatch patch("ZOAFX.DLL", "StartDocA", &StartInFile);
+        EXPECT_EQ("begin 1 2 end", Print());
+    }
+    std::ostringstream text;
+    text << std::ifstream(g_output, std::ios::binary).rdbuf();
+    for (const char* part : {"%!PS-Adobe", "%%Title: Title", "%%Pages: 2", "/P glyphshow"})
+        EXPECT_NE(std::string::npos, text.str().find(part)) << part;
+    DeleteFileA(g_output.c_str());
+}
+
+TEST_F(Printing, GoesPageByPage)
+{
+    PrintView* const view = m_view;
     const ImportPatch patches[] = {
         {"ZOAFX.DLL", "GetProcAddress", &FindFunction}, {"ZOAFX.DLL", "SetAbortProc", &NoteAbortProc},
         {"ZOAFX.DLL", "StartDocA", &NoteStartDoc},      {"ZOAFX.DLL", "StartPage", &NoteStartPage},
@@ -175,7 +225,7 @@ TEST(Printing, GoesPageByPage)
         {"thread ends", pages(1, 2), kFirst + kFailed, "", 0, 0, 0, throws([] { ::PostQuitMessage(5); })},
     };
     view->prepare = asks;
-    print(); // the system makes something once
+    Print(); // the system makes something once
     AfxGetThread()->m_pMainWnd = view;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -190,7 +240,7 @@ TEST(Printing, GoesPageByPage)
             if (c.print)
                 c.print(dc, info);
         };
-        ZO_EXPECT_NO_LEAK(EXPECT_EQ(c.log, print()));
+        ZO_EXPECT_NO_LEAK(EXPECT_EQ(c.log, Print()));
         EXPECT_TRUE(::IsWindowEnabled(view->m_hWnd));
         MSG message;
         EXPECT_EQ(std::string("thread ends") == c.name, PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
@@ -200,12 +250,10 @@ TEST(Printing, GoesPageByPage)
     view->print = nullptr;
     view->prepare = pages(1, 1);
     const std::string half = IsDoubleByte() ? "\x88\xEA" : "ab"; // one character of two bytes, or two
-    document.SetTitle((std::string(30, 'x') + half + "y").c_str());
+    m_document.SetTitle((std::string(30, 'x') + half + "y").c_str());
     EXPECT_EQ("direct job begin [" + std::string(30, 'x') + (IsDoubleByte() ? "" : "a") +
                   "] startdoc startpage 1 endpage enddoc end",
-              print(ID_FILE_PRINT_DIRECT));
+              Print(ID_FILE_PRINT_DIRECT));
     RunFaultActs<AllocationFaults>(
         [&](const FaultRun& run) { run.Act([&] { view->SendMessage(WM_COMMAND, ID_FILE_PRINT); }); });
-    view->DestroyWindow();
-    AfxGetModuleState()->m_pCurrentWinApp = tests;
 }
