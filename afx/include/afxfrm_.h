@@ -77,7 +77,9 @@ protected:
     afx_msg void OnMenuSelect(UINT nItemID, UINT nFlags, HMENU hSysMenu);
     afx_msg LRESULT OnSetMessageString(WPARAM wParam, LPARAM lParam);
     afx_msg LRESULT OnIdleUpdateCmdUI(WPARAM wParam, LPARAM lParam);
-    afx_msg BOOL OnBarCheck(UINT nID); ///< shows or hides the bar of that number
+    /// Shows or hides the bar of that number. Without one the command goes on; if nobody behind the frame answers it,
+    /// its menu item is disabled.
+    afx_msg BOOL OnBarCheck(UINT nID);
     afx_msg void OnUpdateControlBarMenu(CCmdUI* pCmdUI);
     afx_msg BOOL OnToolTipText(UINT nID, NMHDR* pNMHDR, LRESULT* pResult); ///< the second part of a command's string
     DECLARE_MESSAGE_MAP()

@@ -161,7 +161,11 @@ BOOL CFrameWnd::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo)
 {
     if (m_pViewActive != nullptr && m_pViewActive->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
         return TRUE;
-    if (CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
+    // Where there is no such bar, OnBarCheck answers nothing: others are asked.
+    const bool isOfBar = nID == ID_VIEW_TOOLBAR || nID == ID_VIEW_STATUS_BAR;
+    const bool isAsked = pHandlerInfo != nullptr && nCode == CN_COMMAND;
+    const bool isVain = isAsked && isOfBar && GetControlBar(nID) == nullptr;
+    if (!isVain && CWnd::OnCmdMsg(nID, nCode, pExtra, pHandlerInfo))
         return TRUE;
     CWinApp* app = AfxGetApp();
     return app != nullptr && app->OnCmdMsg(nID, nCode, pExtra, pHandlerInfo);

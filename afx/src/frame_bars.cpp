@@ -85,10 +85,12 @@ BOOL CFrameWnd::OnBarCheck(UINT nID)
 void CFrameWnd::OnUpdateControlBarMenu(CCmdUI* pCmdUI)
 {
     const CControlBar* bar = GetControlBar(pCmdUI->m_nID);
-    if (bar != nullptr)
-        pCmdUI->SetCheck((bar->GetStyle() & WS_VISIBLE) != 0);
-    else
+    if (bar == nullptr) {
         pCmdUI->ContinueRouting();
+        return;
+    }
+    pCmdUI->Enable(); // which it need not have been before there was the bar
+    pCmdUI->SetCheck((bar->GetStyle() & WS_VISIBLE) != 0);
 }
 
 LRESULT CFrameWnd::OnIdleUpdateCmdUI(WPARAM, LPARAM)

@@ -1,7 +1,6 @@
 // Frames with what stands around their pane, and the idle work that keeps it true.
-#include "support/test.h"
-
-#include <afxext.h>
+#include "answers.h"
+#include "test_window.h"
 
 #include <commctrl.h>
 
@@ -14,7 +13,6 @@ class Frame : public CFrameWnd {
 public:
     ~Frame() override { m_hWnd = nullptr; } // an automatic object
 
-    std::string log;
     bool canTwo = true;
     CDocument* document = nullptr;
     bool refuses = false; // to be created
@@ -22,10 +20,10 @@ public:
     CDocument* GetActiveDocument() override { return document; }
     BOOL PreCreateWindow(CREATESTRUCT& cs) override { return !refuses && CFrameWnd::PreCreateWindow(cs); }
 
-    void OnOne() { log += "one "; }
+    Noted one{"one"};
     void OnUpdateTwo(CCmdUI* item)
     {
-        log += "update ";
+        g_log += "update|";
         item->Enable(canTwo);
         item->SetCheck(canTwo ? 1 : 2);
     }
@@ -36,24 +34,16 @@ protected:
 };
 
 BEGIN_MESSAGE_MAP(Frame, CFrameWnd)
-    ON_COMMAND(kOne, OnOne)
+    ON_COMMAND(kOne, one)
     ON_UPDATE_COMMAND_UI(kTwo, OnUpdateTwo)
 END_MESSAGE_MAP()
 
 /// A bar of a given height.
-class Bar : public CControlBar {
-public:
-    int updates = 0;
-    bool* gone = nullptr;
-
-    ~Bar() override
-    {
-        if (gone != nullptr)
-            *gone = true;
-    }
+struct Bar : CControlBar {
     Bar(CFrameWnd& frame, DWORD edge, UINT id) { EXPECT_TRUE(CreateBar("STATIC", WS_VISIBLE | edge, 0, &frame, id)); }
+    ~Bar() override { g_log += "gone|"; }
     CSize CalcFixedLayout(BOOL, BOOL) override { return {50, 20}; }
-    void OnUpdateCmdUI(CFrameWnd*, BOOL) override { ++updates; }
+    void OnUpdateCmdUI(CFrameWnd*, BOOL) override { g_log += "bar" + std::to_string(GetDlgCtrlID() & 0xFF) + '|'; }
 };
 
 HMENU g_menu = nullptr; // the last that a frame loaded
@@ -64,11 +54,20 @@ protected:
     FrameTest()
     {
         EXPECT_TRUE(frame.LoadFrame(kFrame));
-        frame.SetWindowPos(nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
         EXPECT_TRUE(pane.Create("", WS_VISIBLE | WS_TABSTOP, CRect(0, 0, 0, 0), &frame, AFX_IDW_PANE_FIRST));
+        SetClientSize(300, 200);
+        TakeLog();
     }
     ~FrameTest() override { frame.DestroyWindow(); }
 
+    void SetClientSize(int width, int height)
+    {
+        CRect window, client;
+        frame.GetWindowRect(&window);
+        frame.GetClientRect(&client);
+        const CSize size = window.Size() - client.Size() + CSize(width, height);
+        frame.SetWindowPos(nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
+    }
     /// The place of a child in the frame's client area.
     CRect Place(const CWnd& child) const
     {
@@ -77,11 +76,21 @@ protected:
         frame.ScreenToClient(&place);
         return place;
     }
-    CString TextOf(const CWnd& window) const
+    void PressKey(WPARAM key)
     {
-        CString text;
-        window.GetWindowText(text);
-        return text;
+        MSG message = {pane.m_hWnd, WM_KEYDOWN, key, 1, 0, {}};
+        g_log += frame.PreTranslateMessage(&message) ? "taken|" : "left|";
+    }
+    CMenu* Menu() { return frame.GetMenu()->GetSubMenu(0); }
+    void OpenMenu(bool isSystemMenu = false)
+    {
+        frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(Menu()->m_hMenu), MAKELPARAM(0, isSystemMenu));
+    }
+    void SetTitle(LPCSTR title, DWORD style, bool withDocument)
+    {
+        frame.ModifyStyle(FWS_ADDTOTITLE | FWS_PREFIXTITLE, style);
+        frame.SetTitle(title);
+        frame.OnUpdateFrameTitle(withDocument);
     }
 
     Frame frame;
@@ -92,37 +101,23 @@ protected:
 
 TEST_F(FrameTest, TakesWhatHasItsNumber)
 {
-    EXPECT_STREQ("Frames", TextOf(frame));
-    ASSERT_NE(nullptr, frame.GetMenu());
-    EXPECT_EQ(static_cast<UINT>(kTwo), frame.GetMenu()->GetSubMenu(0)->GetMenuItemID(1));
-    MSG key = {pane.m_hWnd, WM_KEYDOWN, VK_F5, 1, 0, {}};
-    EXPECT_TRUE(frame.PreTranslateMessage(&key));
-    EXPECT_EQ("update one ", std::exchange(frame.log, {})) << "as if chosen from the menu";
-    key.wParam = VK_F6;
-    EXPECT_FALSE(frame.PreTranslateMessage(&key));
-    EXPECT_FALSE(frame.LoadAccelTable(MAKEINTRESOURCE(4711)));
-    key.wParam = VK_F5;
-    EXPECT_TRUE(frame.PreTranslateMessage(&key)) << "the table in force stays";
-    frame.SetTitle("other");
-    frame.ModifyStyle(FWS_ADDTOTITLE, 0);
-    frame.OnUpdateFrameTitle(FALSE);
-    EXPECT_STREQ("Frames", TextOf(frame)) << "not its business";
-    frame.ModifyStyle(0, FWS_ADDTOTITLE);
-    frame.OnUpdateFrameTitle(FALSE);
-    EXPECT_STREQ("other", TextOf(frame));
     CDocument document;
     document.SetTitle("paper");
-    frame.document = &document;
-    const auto titled = [&](LPCSTR title, DWORD remove, DWORD add) {
-        frame.SetTitle(title);
-        frame.ModifyStyle(remove, add);
-        frame.OnUpdateFrameTitle(TRUE);
-        return std::string(TextOf(frame));
+    const Steps steps = {
+        {[&] { PressKey(VK_F5); }, "Frames: update|one|taken|"}, // as if chosen from the menu
+        {[&] { PressKey(VK_F6); }, "Frames: left|"},
+        {[&] { EXPECT_FALSE(frame.LoadAccelTable(MAKEINTRESOURCEA(4711))); }, "Frames: "},
+        {[&] { PressKey(VK_F5); }, "Frames: update|one|taken|"}, // the table in force stays
+        {[&] { SetTitle("other", 0, false); }, "Frames: "},      // not its business
+        {[&] { SetTitle("other", FWS_ADDTOTITLE, false); }, "other: "},
+        {[&] { frame.document = &document; }, "other: "},
+        {[&] { SetTitle("other", FWS_ADDTOTITLE, true); }, "other - paper: "},
+        {[&] { SetTitle("other", FWS_ADDTOTITLE | FWS_PREFIXTITLE, true); }, "paper - other: "},
+        {[&] { SetTitle("", FWS_ADDTOTITLE, true); }, "paper: "},
+        {[&] { frame.document = nullptr; }, "paper: "},
     };
-    EXPECT_EQ("other - paper", titled("other", 0, 0));
-    EXPECT_EQ("paper - other", titled("other", 0, FWS_PREFIXTITLE));
-    EXPECT_EQ("paper", titled("", FWS_PREFIXTITLE, 0));
-    frame.document = nullptr;
+    Walk(steps, [&] { return TextOf(frame.m_hWnd) + ": " + TakeLog(); });
+    EXPECT_EQ(static_cast<UINT>(kTwo), Menu()->GetMenuItemID(1));
     frame.ShowWindow(SW_SHOWMINIMIZED);
     frame.ActivateFrame();
     EXPECT_TRUE(frame.IsWindowVisible() && !frame.IsIconic());
@@ -139,69 +134,54 @@ TEST_F(FrameTest, TakesWhatHasItsNumber)
 
 TEST_F(FrameTest, LaysBarsOutAroundThePane)
 {
-    Bar top(frame, CBRS_TOP, AFX_IDW_TOOLBAR);
-    Bar bottom(frame, CBRS_BOTTOM, AFX_IDW_STATUS_BAR);
-    Bar loose(frame, 0, 77);
-    CRect client;
-    frame.GetClientRect(&client);
-    frame.RecalcLayout();
-    const int width = client.Width();
-    const int height = client.Height();
-    EXPECT_TRUE(Place(top) == CRect(0, 0, width, 20));
-    EXPECT_TRUE(Place(bottom) == CRect(0, height - 20, width, height));
-    EXPECT_TRUE(Place(pane) == CRect(0, 20, width, height - 20));
-    EXPECT_TRUE(Place(loose) == CRect(0, 0, 0, 0)) << "at no edge";
-    CRect rest;
-    frame.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposQuery, &rest, CRect(0, 0, 90, 70));
-    EXPECT_TRUE(rest == CRect(0, 20, 90, 50));
-    EXPECT_TRUE(Place(pane) == CRect(0, 20, width, height - 20)) << "nothing is moved by asking";
-    frame.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposQuery, &rest, CRect(0, 0, 90, 30));
-    EXPECT_TRUE(rest == CRect(0, 20, 90, 20)) << "no more than there is room for";
-    EXPECT_TRUE(frame.GetTopLevelFrame() == &frame && top.GetTopLevelFrame() == &frame);
-    CRect margins(1, 2, 3, 4);
-    frame.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposExtra, &margins);
-    EXPECT_TRUE(Place(pane) == CRect(1, 22, width - 3, height - 24));
-
+    OpenMenu(); // in which nothing can be done with a bar that is not there
     frame.ShowWindow(SW_SHOW);
-    frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(frame.GetMenu()->GetSubMenu(0)->m_hMenu), 0);
-    EXPECT_EQ(static_cast<UINT>(MF_CHECKED), frame.GetMenu()->GetMenuState(ID_VIEW_TOOLBAR, MF_BYCOMMAND));
-    EXPECT_EQ("update ", std::exchange(frame.log, {}));
-    frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(frame.GetMenu()->GetSubMenu(0)->m_hMenu),
-                      MAKELPARAM(0, TRUE));
-    EXPECT_EQ("", frame.log) << "the system's own menu";
-    CMenu* menu = frame.GetMenu()->GetSubMenu(0);
-    ASSERT_TRUE(menu->AppendMenu(MF_STRING, 999, "unanswered"));
-    frame.m_bAutoMenuEnable = FALSE;
-    frame.SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu->m_hMenu), 0);
-    EXPECT_EQ(static_cast<UINT>(MF_ENABLED), menu->GetMenuState(999, MF_BYCOMMAND));
-    CButton inner;
-    ASSERT_TRUE(inner.Create("", WS_VISIBLE, CRect(0, 0, 9, 9), &top, 1));
-    inner.SetFocus();
-    frame.SendMessage(WM_COMMAND, ID_VIEW_TOOLBAR);
-    EXPECT_FALSE(top.IsWindowVisible());
-    EXPECT_EQ(frame.m_hWnd, ::GetFocus()) << "not in a bar that nobody sees";
-    EXPECT_TRUE(Place(pane) == CRect(0, 0, width, height - 20));
-    frame.ShowControlBar(&top, TRUE, TRUE);
-    EXPECT_TRUE(Place(pane) == CRect(0, 0, width, height - 20)) << "when it is idle";
-    AfxGetThread()->OnIdle(0);
-    EXPECT_TRUE(Place(pane) == CRect(0, 20, width, height - 20));
-    EXPECT_EQ(1, top.updates);
-    bottom.ShowWindow(SW_HIDE);
-    AfxGetThread()->OnIdle(0);
-    EXPECT_EQ(1, bottom.updates) << "what nobody sees";
-    bottom.ShowWindow(SW_SHOW);
-    top.SetBarStyle(CBRS_BOTTOM);
-    frame.SetWindowPos(nullptr, 0, 0, 300, 40, SWP_NOMOVE | SWP_NOZORDER); // too small for all
-    frame.RecalcLayout();
-    EXPECT_EQ(0, Place(pane).Height());
+    Bar top(frame, CBRS_TOP, AFX_IDW_TOOLBAR), bottom(frame, CBRS_BOTTOM, AFX_IDW_STATUS_BAR), loose(frame, 0, 77);
     EXPECT_EQ(&top, frame.GetControlBar(AFX_IDW_TOOLBAR));
     EXPECT_EQ(nullptr, frame.GetControlBar(AFX_IDW_PANE_FIRST)) << "no bar";
-    bool gone = false;
-    auto* own = new Bar(frame, CBRS_TOP, 78);
-    own->gone = &gone;
+    CRect rest, margins(1, 2, 3, 4);
+    CButton inner;
+    ASSERT_TRUE(inner.Create("", WS_VISIBLE, CRect(0, 0, 9, 9), &top, 1));
+    auto* own = new Bar(frame, 0, 78);
     own->m_bAutoDelete = TRUE;
-    own->DestroyWindow();
-    EXPECT_TRUE(gone);
+    ASSERT_TRUE(Menu()->AppendMenu(MF_STRING, 999, "unanswered"));
+    const auto reposition = [&](UINT flag, LPRECT rect, LPCRECT client) {
+        frame.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, flag, rect, client);
+    };
+    const auto idle = [] { AfxGetThread()->OnIdle(0); };
+    TakeLog();
+    const Steps steps = {
+        {[&] { frame.RecalcLayout(); }, "0,20,300,180 3 "},
+        {[&] { EXPECT_EQ("0,0,300,20 0,180,300,200 0,0,0,0", Answers(Place(top), Place(bottom), Place(loose))); },
+         "0,20,300,180 3 "},
+        {[&] { reposition(CWnd::reposQuery, &rest, CRect(0, 0, 90, 70)); }, "0,20,300,180 3 "}, // only asks
+        {[&] { reposition(CWnd::reposExtra, &margins, nullptr); }, "1,22,297,176 3 "},
+        {[&] { OpenMenu(true); }, "1,22,297,176 3 "}, // the system's own
+        {[&] { OpenMenu(); }, "1,22,297,176 8 update|"},
+        {[&] { inner.SetFocus(); }, "1,22,297,176 8 "},
+        {[&] { frame.SendMessage(WM_COMMAND, ID_VIEW_TOOLBAR); }, "0,0,300,180 8 "},
+        {[&] { EXPECT_EQ(frame.m_hWnd, ::GetFocus()); }, "0,0,300,180 8 "}, // not in a bar that nobody sees
+        {[&] { OpenMenu(); }, "0,0,300,180 0 update|"},
+        {[&] { frame.ShowControlBar(&top, TRUE, TRUE); }, "0,0,300,180 0 "}, // when it is idle
+        {idle, "0,20,300,180 0 bar0|bar1|bar77|bar78|"},
+        {[&] { bottom.ShowWindow(SW_HIDE); }, "0,20,300,180 0 "},
+        {idle, "0,20,300,180 0 bar0|bar77|bar78|"}, // not what nobody sees
+        {[&] { bottom.ShowWindow(SW_SHOW); }, "0,20,300,180 0 "},
+        {[&] { top.SetBarStyle(CBRS_BOTTOM); }, "0,20,300,180 0 "},
+        {[&] { SetClientSize(300, 30); }, "0,0,300,0 0 "}, // too small for all
+        {[&] { own->DestroyWindow(); }, "0,0,300,0 0 gone|"},
+    };
+    Walk(steps,
+         [&] { return Answers(Place(pane), Menu()->GetMenuState(ID_VIEW_TOOLBAR, MF_BYCOMMAND)) + ' ' + TakeLog(); });
+    EXPECT_TRUE(rest == CRect(0, 20, 90, 50));
+    top.SetBarStyle(CBRS_TOP);
+    reposition(CWnd::reposQuery, &rest, CRect(0, 0, 90, 30));
+    EXPECT_TRUE(rest == CRect(0, 20, 90, 20)) << "no more than there is room for";
+    EXPECT_TRUE(frame.GetTopLevelFrame() == &frame && top.GetTopLevelFrame() == &frame);
+    frame.m_bAutoMenuEnable = FALSE;
+    ASSERT_TRUE(Menu()->EnableMenuItem(999, MF_ENABLED));
+    OpenMenu();
+    EXPECT_EQ(static_cast<UINT>(MF_ENABLED), Menu()->GetMenuState(999, MF_BYCOMMAND));
 }
 
 TEST_F(FrameTest, ToolBarShowsTheStateOfItsCommands)
@@ -212,21 +192,15 @@ TEST_F(FrameTest, ToolBarShowsTheStateOfItsCommands)
     EXPECT_FALSE(bar.LoadToolBar(42)) << "damaged";
     EXPECT_FALSE(bar.LoadToolBar(43)) << "of another version";
     ASSERT_TRUE(bar.LoadToolBar(kFrame));
-    ASSERT_EQ(4, bar.GetCount());
-    static constexpr UINT ids[] = {kOne, ID_SEPARATOR, kTwo, kThree};
-    static constexpr int pictures[] = {0, 8, 1, 2}; // of a gap the width
-    for (int i = 0; i < 4; ++i) {
-        UINT id = 0;
-        UINT style = 0;
+    std::string buttons; // each with its command, whether it is a gap, and its picture, of a gap the width
+    for (int i = 0; i < bar.GetCount(); ++i) {
+        UINT id = 0, style = 0;
         int picture = 0;
         bar.GetButtonInfo(i, id, style, picture);
-        EXPECT_EQ(ids[i], id);
-        EXPECT_EQ(pictures[i], picture);
-        EXPECT_EQ(id == ID_SEPARATOR, (style & TBSTYLE_SEP) != 0);
+        buttons += Answers(id, style & TBSTYLE_SEP, picture) + '|';
     }
-    EXPECT_EQ(2, bar.CommandToIndex(kTwo));
-    EXPECT_EQ(-1, bar.CommandToIndex(999));
-    EXPECT_EQ(0u, bar.GetItemID(9));
+    EXPECT_EQ("101 0 0|0 1 8|102 0 1|103 0 2|", buttons);
+    EXPECT_EQ("2 -1 0", Answers(bar.CommandToIndex(kTwo), bar.CommandToIndex(999), bar.GetItemID(9)));
     frame.RecalcLayout();
     CRect last;
     bar.GetItemRect(3, &last);
@@ -234,19 +208,18 @@ TEST_F(FrameTest, ToolBarShowsTheStateOfItsCommands)
     EXPECT_GE(last.right, 3 * 23 + 8);
 
     frame.ShowWindow(SW_SHOW);
+    const auto idle = [](LONG count) { return [count] { AfxGetThread()->OnIdle(count); }; };
+    static_assert(TBSTATE_ENABLED == 4 && TBSTATE_CHECKED == 1 && TBSTATE_INDETERMINATE == 16);
+    const Steps steps = {
+        {idle(0), "4 5 0"}, // nothing would answer the last
+        {[&] { frame.canTwo = false; }, "4 5 0"},
+        {idle(1), "4 5 0"}, // done by the first call after a message
+        {idle(0), "4 16 0"},
+        {[&] { bar.SetButtonInfo(3, kOne, MAKELONG(TBSTYLE_CHECK, TBSTATE_ENABLED), 0); }, "4 16 4"},
+    };
     const auto state = [&](int index) { return HIWORD(bar.GetButtonStyle(index)); };
-    AfxGetThread()->OnIdle(0);
-    EXPECT_EQ(TBSTATE_ENABLED, state(0));
-    EXPECT_EQ(TBSTATE_ENABLED | TBSTATE_CHECKED, state(2));
-    EXPECT_EQ(0, state(3)) << "nothing would answer it";
-    frame.canTwo = false;
-    AfxGetThread()->OnIdle(1);
-    EXPECT_EQ(TBSTATE_ENABLED | TBSTATE_CHECKED, state(2)) << "done by the first call after a message";
-    AfxGetThread()->OnIdle(0);
-    EXPECT_EQ(TBSTATE_INDETERMINATE, state(2));
-    bar.SetButtonInfo(3, kOne, MAKELONG(TBSTYLE_CHECK, TBSTATE_ENABLED), 0);
-    EXPECT_EQ(static_cast<UINT>(kOne), bar.GetItemID(3));
-    EXPECT_EQ(static_cast<UINT>(MAKELONG(TBSTYLE_CHECK, TBSTATE_ENABLED)), bar.GetButtonStyle(3));
+    Walk(steps, [&] { return Answers(state(0), state(2), state(3)); });
+    EXPECT_EQ("101 2", Answers(bar.GetItemID(3), LOWORD(bar.GetButtonStyle(3))));
     ASSERT_TRUE(bar.SetButtons(nullptr, 2));
     EXPECT_EQ(2, bar.GetCount());
     bar.SendMessage(WM_SYSCOLORCHANGE); // the pictures come anew
@@ -267,11 +240,11 @@ TEST(MdiFrame, LeavesRoomForBars)
     {
         const Bar top(main, CBRS_TOP, AFX_IDW_TOOLBAR);
         main.SetWindowPos(nullptr, 0, 0, 400, 300, SWP_NOMOVE | SWP_NOZORDER);
-        CRect client, documents;
+        CRect client;
         main.GetClientRect(&client);
-        ::GetWindowRect(main.m_hWndMDIClient, &documents);
-        main.ScreenToClient(&documents);
-        EXPECT_TRUE(documents == CRect(0, 20, client.right, client.bottom));
+        main.ClientToScreen(&client);
+        client.top += 20;
+        EXPECT_TRUE(client == AreaOf(main.m_hWndMDIClient));
     }
     main.DestroyWindow();
 }
@@ -280,36 +253,30 @@ TEST_F(FrameTest, TellsOfCommands)
 {
     CStatic line;
     ASSERT_TRUE(line.Create("", 0, CRect(0, 0, 9, 9), &frame, AFX_IDW_STATUS_BAR));
-    const struct {
-        WORD item;
-        WORD flags;
-        LPARAM menu;
-        const char* expected;
-    } rows[] = {
-        {kOne, MF_HILITE, 5, "Does one thing."},
-        {kTwo, MF_HILITE, 5, "No tip"},
-        {kThree, MF_HILITE, 5, ""},
-        {kOne, MF_POPUP, 5, ""},
-        {0, 0xFFFF, 0, "Ready"},
+    const auto select = [&](UINT item, UINT flags, LPARAM owner) {
+        return [=, this] { frame.SendMessage(WM_MENUSELECT, MAKEWPARAM(item, flags), owner); };
     };
-    for (const auto& row : rows) {
-        frame.SendMessage(WM_MENUSELECT, MAKEWPARAM(row.item, row.flags), row.menu);
-        EXPECT_STREQ(row.expected, TextOf(line)) << row.item;
-    }
-    frame.SetMessageText("own");
-    EXPECT_STREQ("own", TextOf(line));
+    const Steps steps = {
+        {select(kOne, MF_HILITE, 5), "Does one thing."},
+        {select(kTwo, MF_HILITE, 5), "No tip"},
+        {select(kThree, MF_HILITE, 5), ""},
+        {select(0, 0xFFFF, 0), "Ready"},
+        {select(kOne, MF_POPUP, 5), ""},
+        {[&] { frame.SetMessageText("own"); }, "own"},
+    };
+    Walk(steps, [&] { return TextOf(line.m_hWnd); });
     const std::string longTip(79, 'x');
-    const std::pair<UINT_PTR, const char*> tips[] = {
-        {kOne, "One"}, {kTwo, "kept"}, {0, "kept"}, {kThree, longTip.c_str()}};
-    for (const auto& [id, expected] : tips) {
+    const std::tuple<UINT_PTR, UINT, const char*> tips[] = {{kOne, 0, "One"},
+                                                            {kTwo, 0, "kept"},
+                                                            {0, 0, "kept"},
+                                                            {kThree, 0, longTip.c_str()},
+                                                            {kOne, TTF_IDISHWND, "kept"}};
+    for (const auto& [id, flags, expected] : tips) {
         char kept[] = "kept";
         NMTTDISPINFOA tip = {};
         tip.hdr = {frame.m_hWnd, id, static_cast<UINT>(TTN_GETDISPINFOA)};
         tip.lpszText = kept;
-        tip.uFlags = TTF_IDISHWND;
-        frame.SendMessage(WM_NOTIFY, id, reinterpret_cast<LPARAM>(&tip));
-        EXPECT_STREQ("kept", tip.lpszText) << "that is a window, no command";
-        tip.uFlags = 0;
+        tip.uFlags = flags; // by TTF_IDISHWND the number is a window, no command
         frame.SendMessage(WM_NOTIFY, id, reinterpret_cast<LPARAM>(&tip));
         EXPECT_STREQ(expected, tip.lpszText);
     }
@@ -333,17 +300,13 @@ TEST(MainLoop, IsIdleOnceAfterWhatMayHaveChangedSomething)
     EXPECT_EQ(3, thread.Run());
     EXPECT_EQ((std::vector<LONG>{0, 1, 0}), thread.counts);
 
-    const struct {
-        UINT message;
-        POINT place;
-        BOOL idle;
-    } rows[] = {
+    const std::tuple<UINT, POINT, BOOL> rows[] = {
         {WM_MOUSEMOVE, {5, 5}, TRUE},   {WM_MOUSEMOVE, {5, 5}, FALSE}, {WM_MOUSEMOVE, {5, 6}, TRUE},
         {WM_NCMOUSEMOVE, {5, 6}, TRUE}, {WM_PAINT, {0, 0}, FALSE},     {0x0118, {0, 0}, FALSE},
         {WM_KEYDOWN, {0, 0}, TRUE},     {WM_TIMER, {0, 0}, TRUE},
     };
-    for (const auto& row : rows) {
-        MSG message = {nullptr, row.message, 0, 0, 0, row.place};
-        EXPECT_EQ(row.idle, thread.IsIdleMessage(&message)) << row.message;
+    for (const auto& [number, place, isIdle] : rows) {
+        MSG message = {nullptr, number, 0, 0, 0, place};
+        EXPECT_EQ(isIdle, thread.IsIdleMessage(&message)) << number;
     }
 }
