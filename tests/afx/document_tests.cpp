@@ -1,14 +1,11 @@
 // Documents, their views and frames in a main window.
 
-#include "support/test.h"
+#include "test_window.h"
 
 namespace {
 
 constexpr UINT kType = 40; // of host.rc
 enum Command { kToView = 301, kToDocument, kToMost, kToChild, kToMain, kToNobody };
-
-std::string g_log; // who was called
-std::string TakeLog() { return std::exchange(g_log, {}); }
 
 int g_documents = 0; // alive
 enum class Fails { kNothing, kOpening, kView, kFrame, kSaving };
@@ -102,7 +99,6 @@ protected:
     {
         if (m_main != nullptr)
             CloseMain();
-        TakeLog();
         EXPECT_EQ(0, g_documents);
         AfxGetModuleState()->m_pCurrentWinApp = m_tests;
     }
@@ -111,14 +107,18 @@ protected:
         AfxGetThread()->m_pMainWnd = nullptr; // the thread goes on
         std::exchange(m_main, nullptr)->SendMessage(WM_CLOSE);
     }
-    std::string Command(UINT id)
+    /// The title of the active frame, the number of documents, and who has been called since the last time.
+    std::string State() const
+    {
+        const CWnd* active = m_main != nullptr ? m_main->MDIGetActive() : nullptr;
+        return (active != nullptr ? TextOf(active->m_hWnd) : "") + ' ' + std::to_string(g_documents) + ": " + TakeLog();
+    }
+    void Walk(const Steps& steps) const
     {
         TakeLog();
-        m_main->SendMessage(WM_COMMAND, id);
-        return TakeLog();
+        zo_test::Walk(steps, [this] { return State(); });
     }
-
-    std::string ActiveTitle() const { return TextOf(m_main->MDIGetActive()->m_hWnd); }
+    void Command(UINT id) const { m_main->SendMessage(WM_COMMAND, id); }
 
     const ImportPatch m_box{"ZOAFX.DLL", "MessageBoxA", &Answer};
     CWinApp* m_tests = AfxGetApp();
@@ -131,65 +131,44 @@ protected:
 TEST_F(Documents, OpenWithFrameAndViewAndCloseWithThem)
 {
     EXPECT_EQ(m_main, m_main->GetActiveFrame());
-    CDocument* first = m_type->OpenDocumentFile(nullptr);
-    ASSERT_NE(nullptr, first);
-    EXPECT_EQ("empty update0 draw activate ", TakeLog());
+    CDocument *first = nullptr, *second = nullptr;
+    Walk({{[&] { first = m_type->OpenDocumentFile(nullptr); }, "Sheet1 1: empty update0 draw activate "}});
     EXPECT_EQ(m_type, first->GetDocTemplate());
-    EXPECT_STREQ("Sheet1", first->GetTitle());
     CFrameWnd* frame = m_main->GetActiveFrame();
     EXPECT_TRUE(frame->IsKindOf(RUNTIME_CLASS(TestChild)));
     EXPECT_EQ(first, frame->GetActiveDocument());
-    EXPECT_EQ("Sheet1", TextOf(frame->m_hWnd));
     EXPECT_EQ(frame, frame->GetActiveView()->GetParentFrame());
     CRect inside;
     frame->GetClientRect(&inside);
-    const CRect view = AreaOf(frame->GetActiveView()->m_hWnd);
-    EXPECT_TRUE(inside.Width() == view.Width() && inside.Height() == view.Height());
-
-    CDocument* second = m_type->OpenDocumentFile("C:\\folder\\file.txt");
-    ASSERT_NE(nullptr, second);
+    EXPECT_EQ(inside.Size(), AreaOf(frame->GetActiveView()->m_hWnd).Size());
+    Walk({{[&] { second = m_type->OpenDocumentFile("C:\\folder\\file.txt"); },
+           "file.txt 2: deactivate empty update0 draw activate "}});
     EXPECT_STREQ("C:\\folder\\file.txt", second->GetPathName());
-    EXPECT_EQ("file.txt", ActiveTitle());
-    second->SetTitle("other");
-    EXPECT_EQ("other", ActiveTitle());
     POSITION position = m_type->GetFirstDocPosition();
     EXPECT_EQ(first, m_type->GetNextDoc(position));
     EXPECT_EQ(second, m_type->GetNextDoc(position));
     EXPECT_EQ(nullptr, position);
-    EXPECT_EQ(2, g_documents);
-
-    TakeLog();
-    static_cast<CMDIChildWnd*>(frame)->MDIActivate();
-    EXPECT_EQ("deactivate activate ", TakeLog());
-    EXPECT_EQ(frame, m_main->MDIGetActive());
-    frame->SendMessage(WM_CLOSE);
-    EXPECT_EQ("deactivate activate deactivate empty ", TakeLog());
-    EXPECT_EQ(1, g_documents);
-    EXPECT_EQ("other", ActiveTitle());
-    second->OnCloseDocument();
-    EXPECT_EQ(0, g_documents);
-    EXPECT_EQ(nullptr, m_main->MDIGetActive());
-
-    m_type->OpenDocumentFile(nullptr);
-    EXPECT_EQ("Sheet2", ActiveTitle()) << "the count goes on";
-    m_type->OpenDocumentFile(nullptr);
-    m_type->CloseAllDocuments(FALSE);
-    EXPECT_EQ(0, g_documents);
-    m_type->OpenDocumentFile(nullptr);
-    CloseMain();
-    EXPECT_EQ(0, g_documents) << "documents go with the main window";
+    Walk({{[&] { second->SetTitle("other"); }, "other 2: "},
+          {[&] { static_cast<CMDIChildWnd*>(frame)->MDIActivate(); }, "Sheet1 2: deactivate activate "},
+          {[&] { frame->SendMessage(WM_CLOSE); }, "other 1: deactivate activate deactivate empty "},
+          {[&] { second->OnCloseDocument(); }, " 0: deactivate deactivate empty "},
+          {[&] { m_type->OpenDocumentFile(nullptr); }, "Sheet2 1: empty update0 draw activate "}, // the count goes on
+          {[&] { m_type->OpenDocumentFile(nullptr); }, "Sheet3 2: deactivate empty update0 draw activate "},
+          {[&] { m_type->CloseAllDocuments(FALSE); }, " 0: deactivate empty deactivate deactivate empty "},
+          {[&] { m_type->OpenDocumentFile(nullptr); }, "Sheet4 1: empty update0 draw activate "},
+          {[&] { CloseMain(); }, " 0: deactivate empty "}});
 }
 
 TEST_F(Documents, GetCommandsOnTheirWayFromTheViewToTheApplication)
 {
-    EXPECT_EQ("main ", Command(kToMost)) << "there is no document yet";
-    m_type->OpenDocumentFile(nullptr);
-    static constexpr std::pair<UINT, const char*> commands[] = {
-        {kToView, "view "}, {kToDocument, "document "}, {kToChild, "child "},
-        {kToMain, "main "}, {kToMost, "document "},     {kToNobody, ""},
-    };
-    for (const auto& [id, expected] : commands)
-        EXPECT_EQ(expected, Command(id)) << id;
+    Walk({{[&] { Command(kToMost); }, " 0: main "},
+          {[&] { m_type->OpenDocumentFile(nullptr); }, "Sheet1 1: empty update0 draw activate "},
+          {[&] { Command(kToView); }, "Sheet1 1: view "},
+          {[&] { Command(kToDocument); }, "Sheet1 1: document "},
+          {[&] { Command(kToChild); }, "Sheet1 1: child "},
+          {[&] { Command(kToMain); }, "Sheet1 1: main "},
+          {[&] { Command(kToMost); }, "Sheet1 1: document "},
+          {[&] { Command(kToNobody); }, "Sheet1 1: "}});
 }
 
 TEST_F(Documents, HaveKeysOfTheirOwn)
@@ -206,14 +185,8 @@ TEST_F(Documents, HaveKeysOfTheirOwn)
 TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)
 {
     enum Way { kFrame, kCommand, kMain };
-    const struct {
-        Way way;
-        const char* path; // of the document; null: it has none
-        int answer;
-        Fails fails;
-        const char* log; // its beginning
-        bool closes;
-    } rows[] = {
+    // The document's path, null without one; the answer, what fails, the beginning of the log, and whether it closes.
+    const std::tuple<Way, const char*, int, Fails, std::string, bool> rows[] = {
         {kFrame, "C:\\x\\a.t", IDCANCEL, Fails::kNothing, "Save C:\\x\\a.t? ", false},
         {kFrame, "C:\\x\\a.t", IDYES, Fails::kNothing, "Save C:\\x\\a.t? save C:\\x\\a.t ", true},
         {kFrame, "C:\\x\\a.t", IDYES, Fails::kSaving, "Save C:\\x\\a.t? save C:\\x\\a.t ", false},
@@ -223,79 +196,82 @@ TEST_F(Documents, AskBeforeTheyCloseWhetherToBeSaved)
         {kCommand, nullptr, IDNO, Fails::kNothing, "Save name? ", true},
         {kMain, "C:\\x\\a.t", IDCANCEL, Fails::kNothing, "Save C:\\x\\a.t? ", false},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.way << ", answer " << row.answer << ": " << row.log);
-        CDocument* document = m_type->OpenDocumentFile(row.path);
+    for (const auto& [way, path, answer, fails, expected, closes] : rows) {
+        SCOPED_TRACE(testing::Message() << way << ", answer " << answer << ": " << expected);
+        CDocument* document = m_type->OpenDocumentFile(path);
         ASSERT_NE(nullptr, document);
-        if (row.path == nullptr)
+        if (path == nullptr)
             document->SetTitle("name");
         document->SetModifiedFlag();
-        g_answer = row.answer;
-        g_fails = row.fails;
+        g_answer = answer;
+        g_fails = fails;
         TakeLog();
-        if (row.way == kCommand)
-            m_main->SendMessage(WM_COMMAND, ID_FILE_CLOSE);
+        if (way == kCommand)
+            Command(ID_FILE_CLOSE);
         else
-            (row.way == kMain ? static_cast<CFrameWnd*>(m_main) : m_main->MDIGetActive())->SendMessage(WM_CLOSE);
+            (way == kMain ? static_cast<CFrameWnd*>(m_main) : m_main->MDIGetActive())->SendMessage(WM_CLOSE);
         const std::string log = TakeLog();
-        EXPECT_EQ(row.log, log.substr(0, std::strlen(row.log)));
-        EXPECT_EQ(row.closes ? 0 : 1, g_documents);
+        EXPECT_EQ(expected, log.substr(0, expected.size()));
+        EXPECT_EQ(closes ? 0 : 1, g_documents);
         g_fails = Fails::kNothing;
-        if (!row.closes)
+        if (!closes)
             document->OnCloseDocument();
     }
+}
+
+TEST_F(Documents, AreSavedUnderTheirNameOrAnother)
+{
     CDocument* document = m_type->OpenDocumentFile("C:\\x\\a.t");
-    document->SetModifiedFlag();
-    TakeLog();
-    EXPECT_TRUE(document->DoSave("C:\\b.t", FALSE));
-    EXPECT_STREQ("C:\\x\\a.t", document->GetPathName()) << "a copy";
-    EXPECT_FALSE(document->IsModified());
-    EXPECT_TRUE(document->DoSave("C:\\b.t"));
-    EXPECT_STREQ("C:\\b.t", document->GetPathName());
-    EXPECT_EQ("save C:\\b.t ", Command(ID_FILE_SAVE));
-    EXPECT_EQ("", Command(ID_FILE_SAVE_AS)) << "this framework asks for no name";
     const TestFolder folder;
     folder.Write("file", "");
-    document->SetPathName(folder.Path("file").c_str());
-    SetFileAttributesA(document->GetPathName(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ("", Command(ID_FILE_SAVE)) << "over a file that may not be written";
-    SetFileAttributesA(document->GetPathName(), FILE_ATTRIBUTE_NORMAL);
-    document->SetModifiedFlag();
-    EXPECT_TRUE(document->OnOpenDocument("C:\\c.t"));
-    EXPECT_FALSE(document->IsModified());
-    document->SetModifiedFlag();
-    EXPECT_TRUE(document->OnNewDocument());
-    EXPECT_FALSE(document->IsModified());
-    EXPECT_STREQ("", document->GetPathName());
-    document->OnCloseDocument();
+    const std::string locked = folder.Path("file");
+    SetFileAttributesA(locked.c_str(), FILE_ATTRIBUTE_READONLY);
+    const std::tuple<std::function<void()>, std::string, std::string> steps[] = {
+        // the path and the log after it
+        {[&] { document->DoSave("C:\\b.t", FALSE); }, "C:\\x\\a.t", "save C:\\b.t "}, // a copy
+        {[&] { document->DoSave("C:\\b.t"); }, "C:\\b.t", "save C:\\b.t "},
+        {[&] { Command(ID_FILE_SAVE); }, "C:\\b.t", "save C:\\b.t "},
+        {[&] { document->OnOpenDocument("C:\\c.t"); }, "C:\\b.t", "empty "},
+        {[&] { document->OnNewDocument(); }, "", "empty "},
+    };
+    for (const auto& [step, path, log] : steps) {
+        document->SetModifiedFlag();
+        TakeLog();
+        step();
+        EXPECT_EQ(log, TakeLog()) << path;
+        EXPECT_EQ(path, static_cast<LPCSTR>(document->GetPathName()));
+        EXPECT_FALSE(document->IsModified());
+    }
+    document->SetPathName(locked.c_str());
+    TakeLog();
+    Command(ID_FILE_SAVE);
+    EXPECT_EQ("", TakeLog()) << "over a file that may not be written";
+    Command(ID_FILE_SAVE_AS);
+    EXPECT_EQ("", TakeLog()) << "this framework asks for no name";
+    SetFileAttributesA(locked.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 TEST_F(Documents, TellTheirViewsOfChanges)
 {
     CDocument* document = m_type->OpenDocumentFile(nullptr);
-    CView* view = m_main->MDIGetActive()->GetActiveView();
-    view->UpdateWindow();
-    TakeLog();
-    document->UpdateAllViews(nullptr, 7);
-    document->UpdateAllViews(view, 8);
-    view->UpdateWindow();
-    EXPECT_EQ("update7 draw ", TakeLog());
-    // A second view of the document keeps it open when the first one goes.
     CFrameWnd* frame = m_main->MDIGetActive();
-    m_type->InitialUpdateFrame(m_type->CreateNewFrame(document, frame), document);
-    EXPECT_EQ(1, g_documents);
-    document->SetModifiedFlag();
-    TakeLog();
-    frame->SendMessage(WM_CLOSE);
-    EXPECT_EQ(1, g_documents);
-    EXPECT_EQ(std::string::npos, TakeLog().find("Save")) << "nothing is lost yet";
-    document->SetModifiedFlag(FALSE);
+    CView* view = frame->GetActiveView();
+    const auto showAgain = [&] { m_type->InitialUpdateFrame(m_type->CreateNewFrame(document, frame), document); };
+    view->UpdateWindow();
+    Walk({{[&] { document->UpdateAllViews(view, 8); }, "Sheet1 1: "},
+          {[&] { document->UpdateAllViews(nullptr, 7); }, "Sheet1 1: update7 "},
+          {[&] { view->UpdateWindow(); }, "Sheet1 1: draw "},
+          {showAgain, "Sheet1 1: deactivate update0 draw activate "},
+          {[&] { document->SetModifiedFlag(); }, "Sheet1 1: "},
+          {[&] { frame->SendMessage(WM_CLOSE); }, "Sheet1 1: deactivate "}, // nothing is lost yet
+          {[&] { document->SetModifiedFlag(FALSE); }, "Sheet1 1: "},
+          {showAgain, "Sheet1 1: deactivate update0 draw activate "}});
     CFrameWnd* second = m_main->MDIGetActive();
-    m_type->InitialUpdateFrame(m_type->CreateNewFrame(document, second), document);
     second->GetActiveView()->DestroyWindow();
     EXPECT_EQ(nullptr, second->GetActiveView());
-    m_main->MDIGetActive()->SendMessage(WM_CLOSE);
-    EXPECT_EQ(0, g_documents);
+    EXPECT_EQ(1, g_documents);
+    Walk({{[&] { second->SendMessage(WM_CLOSE); }, "Sheet1 1: activate "}, //
+          {[&] { m_main->MDIGetActive()->SendMessage(WM_CLOSE); }, " 0: deactivate deactivate empty "}});
 }
 
 TEST_F(Documents, ThatCannotBeOpenedLeaveNothing)
