@@ -1,5 +1,5 @@
 // Dialogs and message boxes, and the exchange of a dialog's data.
-#include "support/test.h"
+#include "test_window.h"
 
 #include <commctrl.h>
 
@@ -29,7 +29,7 @@ public:
 
 protected:
     void DoDataExchange(CDataExchange* context) override { exchange(context); }
-    afx_msg void OnChange() { ++changes; }
+    void OnChange() { ++changes; }
     DECLARE_MESSAGE_MAP()
 
 private:
@@ -39,18 +39,6 @@ private:
 BEGIN_MESSAGE_MAP(TestDialog, CDialog)
     ON_CONTROL(EN_CHANGE, kEdit, OnChange)
 END_MESSAGE_MAP()
-
-class Window : public CWnd {
-public:
-    explicit Window(HWND owner = nullptr)
-    {
-        EXPECT_TRUE(CreateEx(0, nullptr, "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, owner, nullptr));
-    }
-    bool IsEnabled() const { return IsWindowEnabled() != FALSE; }
-    BOOL OnCmdMsg(UINT id, int, void*, void*) override { return asked = id, TRUE; }
-
-    UINT asked = 0; // the last command
-};
 
 void PressKey(TestDialog& dialog, WPARAM key)
 {
@@ -82,7 +70,7 @@ TEST(CDialog, EndsAsItIsTold)
         {"ended before it was shown", [](TestDialog& d) { d.EndDialog(43); }, 43},
         {"quit, for the loop outside", [](TestDialog&) { PostQuitMessage(5); }, -1},
     };
-    Window owner;
+    TopWindow owner;
     CStatic child;
     ASSERT_TRUE(child.Create("", WS_VISIBLE, CRect(0, 0, 10, 10), &owner));
     for (const auto& c : cases) {
@@ -121,7 +109,7 @@ TEST(CDialog, EndsAsItIsTold)
 
 TEST(CDialog, EndsWithItsOwner)
 {
-    Window owner;
+    TopWindow owner;
     const DialogDriver driver{[&](HWND) { owner.DestroyWindow(); }};
     EXPECT_EQ(IDABORT, CDialog(kDialog, &owner).DoModal());
 
@@ -130,7 +118,7 @@ TEST(CDialog, EndsWithItsOwner)
         BOOL OnInitDialog() override { return PostMessage(WM_NULL); }
         BOOL PreTranslateMessage(MSG*) override { AfxThrowUserException(); }
     };
-    Window other;
+    TopWindow other;
     Failing failing(&other);
     EXPECT_THROW(failing.DoModal(), CUserException*);
     EXPECT_TRUE(failing.m_hWnd == nullptr && other.IsEnabled());
@@ -140,25 +128,22 @@ namespace {
 
 /// A modeless dialog that deletes itself.
 class Modeless : public CDialog {
-public:
-    explicit Modeless(std::string& events) : m_events(events) {}
-
 protected:
-    void OnOK() override { m_events += "OK ", DestroyWindow(); }
-    void OnCancel() override { m_events += "cancelled ", CDialog::OnCancel(); }
-    void PostNcDestroy() override { m_events += "gone", delete this; }
-
-private:
-    std::string& m_events;
+    void OnOK() override { g_log += "OK ", DestroyWindow(); }
+    void OnCancel() override { g_log += "cancelled ", CDialog::OnCancel(); }
+    void PostNcDestroy() override { g_log += "gone", delete this; }
 };
 
 } // namespace
 
 TEST(CDialog, IsModelessAndDeletesItself)
 {
-    Window owner;
-    std::string events;
-    auto* dialog = new Modeless(events);
+    struct Owner : TopWindow {
+        BOOL OnCmdMsg(UINT id, int, void*, void*) override { return asked = id, TRUE; }
+        UINT asked = 0; // the last command
+    } owner;
+    TakeLog();
+    auto* dialog = new Modeless;
     ASSERT_TRUE(dialog->Create(kDialog, &owner));
     const HWND window = dialog->m_hWnd;
     EXPECT_EQ(owner.m_hWnd, GetWindow(window, GW_OWNER));
@@ -190,7 +175,7 @@ TEST(CDialog, IsModelessAndDeletesItself)
         EXPECT_FALSE(IsWindowVisible(window));
         EXPECT_EQ(button == IDCANCEL, IsWindow(window) != FALSE);
     }
-    EXPECT_EQ("cancelled OK gone", events);
+    EXPECT_EQ("cancelled OK gone", TakeLog());
 }
 
 std::string s_bound; // functions that the framework looked up
@@ -205,11 +190,10 @@ ZO_CHILD(OpensCommonControls)
         Ended() : CDialog(kSliderDialog) {}
         BOOL OnInitDialog() override { return EndDialog(5), TRUE; }
     };
-    std::string events;
     if (child.Argument(0) == "modal")
         EXPECT_EQ(5, Ended().DoModal());
     else
-        EXPECT_TRUE((new Modeless(events))->Create(kSliderDialog));
+        EXPECT_TRUE((new Modeless)->Create(kSliderDialog));
     EXPECT_EQ("InitCommonControlsEx", s_bound);
 }
 
@@ -228,17 +212,17 @@ TEST(CDialog, IsMadeFromMemoryOrNotAtAll)
     EXPECT_EQ(-1, dialog.DoModal());
     EXPECT_TRUE(dialog.InitModalIndirect(memory));
     EXPECT_EQ(5, dialog.DoModal());
-    Window main;
+    TopWindow main;
     AfxGetThread()->m_pMainWnd = &main;
-    std::string events;
-    auto* made = new Modeless(events);
+    TakeLog();
+    auto* made = new Modeless;
     EXPECT_TRUE(made->CreateIndirect(memory));
     EXPECT_EQ(main.m_hWnd, GetWindow(made->m_hWnd, GW_OWNER));
     made->DestroyWindow();
-    EXPECT_FALSE((new Modeless(events))->Create("none"));
-    EXPECT_FALSE((new Modeless(events))->CreateIndirect(HGLOBAL{}));
-    EXPECT_FALSE((new Modeless(events))->CreateIndirect(LPCDLGTEMPLATE{}));
-    EXPECT_EQ("gonegonegonegone", events);
+    EXPECT_FALSE((new Modeless)->Create("none"));
+    EXPECT_FALSE((new Modeless)->CreateIndirect(HGLOBAL{}));
+    EXPECT_FALSE((new Modeless)->CreateIndirect(LPCDLGTEMPLATE{}));
+    EXPECT_EQ("gonegonegonegone", TakeLog());
     AfxGetThread()->m_pMainWnd = nullptr;
     EXPECT_EQ(0u, GlobalFlags(memory) & GMEM_LOCKCOUNT);
     GlobalFree(memory);
@@ -246,12 +230,12 @@ TEST(CDialog, IsMadeFromMemoryOrNotAtAll)
 
 TEST(ModalWindows, WithoutParentBelongToThePopupThatWasActiveLast)
 {
-    Window main, apart, owned(main.m_hWnd);
+    TopWindow main, apart, owned(WS_OVERLAPPEDWINDOW | WS_VISIBLE, main.m_hWnd);
     AfxGetThread()->m_pMainWnd = &main;
     const std::function<INT_PTR()> modals[] = {[] { return TestDialog([](TestDialog&) {}).DoModal(); },
                                                [] { return AfxMessageBox("text"); }};
     for (const auto& modal : modals) {
-        for (const Window* active : {&owned, &main}) {
+        for (const TopWindow* active : {&owned, &main}) {
             SetActiveWindow(active->m_hWnd);
             const DialogDriver driver({[&](HWND window) {
                 EXPECT_EQ(active->m_hWnd, GetWindow(window, GW_OWNER));
@@ -328,7 +312,8 @@ TEST(DataExchange, ReadsAndShowsNumbers)
     ExpectExchange(app, "255", BYTE{255}, "255");
     ExpectExchange(app, "256", BYTE{7}, "7", "0 to 255 | 48 | 61714");
     ExpectExchange(app, "-32768", short{-32768}, "-32768");
-    ExpectExchange(app, "32768", short{7}, "7", "-32768 to 32767 | 48 | 61714");
+    for (const char* text : {"-32769", "32768"})
+        ExpectExchange(app, text, short{7}, "7", "-32768 to 32767 | 48 | 61714");
 }
 
 TEST(DataExchange, ReadsAndShowsFractions)
@@ -376,75 +361,28 @@ TEST(DataExchange, BoundsTexts)
 {
     TellingApp app;
     CString value = "abcd";
-    InDialog(
-        [&](CDataExchange* context) {
-            DDX_Text(context, kEdit, value);
-            DDV_MaxChars(context, value, 3);
-        },
-        [&](TestDialog& open) {
-            EXPECT_EQ(3, ::SendDlgItemMessageA(open.m_hWnd, kEdit, EM_GETLIMITTEXT, 0, 0));
-            EXPECT_EQ("", app.told);
-            EXPECT_FALSE(open.UpdateData());
-            EXPECT_EQ("at most 3 | 48 | 61716", app.told);
-            EXPECT_TRUE(IsFieldAskedFor(open));
-            open.SetDlgItemText(kEdit, "abc");
-            EXPECT_TRUE(open.UpdateData());
-            EXPECT_STREQ("abc", value);
-        });
-}
-
-TEST(DataExchange, MovesChoices)
-{
-    int check = BST_CHECKED, list = 2, combo = 1, radio = 1;
-    CEdit edit;
-    InDialog(
-        [&](CDataExchange* context) {
-            DDX_Check(context, kCheck, check);
-            DDX_LBIndex(context, kList, list);
-            DDX_CBIndex(context, kCombo, combo);
-            DDX_Radio(context, kRadio, radio);
-            DDX_Control(context, kEdit, edit);
-        },
-        [&](TestDialog& open) {
-            const HWND window = open.m_hWnd;
-            for (const char* row : {"a", "b", "c"}) {
-                ::SendDlgItemMessageA(window, kList, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row));
-                ::SendDlgItemMessageA(window, kCombo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row));
-            }
-            EXPECT_TRUE(open.UpdateData(FALSE));
-            EXPECT_TRUE(IsChecked(window, kCheck));
-            EXPECT_EQ(2, ChosenRow(window, kList));
-            EXPECT_EQ(1, ChosenRow(window, kCombo));
-            EXPECT_TRUE(IsChecked(window, kRadio + 1));
-            EXPECT_EQ(::GetDlgItem(window, kEdit), edit.m_hWnd);
-            ::CheckDlgButton(window, kCheck, BST_UNCHECKED);
-            Choose(window, kList, 0);
-            Choose(window, kCombo, 2);
-            ::CheckRadioButton(window, kRadio, kNextGroup, kNextGroup);
-            EXPECT_TRUE(open.UpdateData());
-            EXPECT_EQ(BST_UNCHECKED, check);
-            EXPECT_EQ(0, list);
-            EXPECT_EQ(2, combo);
-            EXPECT_EQ(-1, radio) << "the next group's button";
-            ::CheckDlgButton(window, kRadio, BST_CHECKED);
-            EXPECT_TRUE(open.UpdateData());
-            EXPECT_EQ(0, radio);
-        });
-}
-
-TEST(DataExchange, MovesTextsOfListsAndPositions)
-{
-    using Exchange = void(AFXAPI*)(CDataExchange*, int, CString&);
-    enum : UINT_PTR { kBox = 1005, kScroll, kSlider };
-    const std::tuple<Exchange, int, LPCSTR, int, LPCSTR> cases[] = {
-        {&DDX_LBString, kList, "ALPH", 0, "alphabet"},    {&DDX_LBString, kList, "", -1, ""},
-        {&DDX_LBStringExact, kList, "Alpha", 2, "alpha"}, {&DDX_LBStringExact, kList, "alp", -1, ""},
-        {&DDX_CBString, kCombo, "alph", 0, "alphabet"},   {&DDX_CBStringExact, kCombo, "alp", -1, ""},
-        {&DDX_CBString, kBox, "typed", -1, "typed"},      {&DDX_CBStringExact, kBox, "alpha", 2, "alpha"},
+    const auto exchange = [&](CDataExchange* context) {
+        DDX_Text(context, kEdit, value);
+        DDV_MaxChars(context, value, 3);
     };
-    LoadLibraryA("comctl32.dll"); // the slider's
-    CString value;
-    int scroll = 30, slider = 40;
+    InDialog(exchange, [&](TestDialog& open) {
+        EXPECT_EQ(3, ::SendDlgItemMessageA(open.m_hWnd, kEdit, EM_GETLIMITTEXT, 0, 0));
+        EXPECT_EQ("", app.told);
+        EXPECT_FALSE(open.UpdateData());
+        EXPECT_EQ("at most 3 | 48 | 61716", app.told);
+        EXPECT_TRUE(IsFieldAskedFor(open));
+        open.SetDlgItemText(kEdit, "abc");
+        EXPECT_TRUE(open.UpdateData());
+        EXPECT_STREQ("abc", value);
+    });
+}
+
+TEST(DataExchange, MovesChoicesAndPositions)
+{
+    enum : UINT_PTR { kBox = 1005, kScroll, kSlider };
+    CString text;
+    int number = 0;
+    CEdit edit;
     const auto act = [&](TestDialog& open) {
         const HWND window = open.m_hWnd;
         for (const auto& [name, id] :
@@ -456,26 +394,59 @@ TEST(DataExchange, MovesTextsOfListsAndPositions)
             for (const int box : {int{kCombo}, int{kBox}})
                 ::SendDlgItemMessageA(window, box, CB_ADDSTRING, 0, LPARAM(row));
         }
-        for (const auto& [exchange, control, before, row, after] : cases) {
+        using TextExchange = void(AFXAPI*)(CDataExchange*, int, CString&);
+        const std::tuple<TextExchange, int, LPCSTR, int, LPCSTR> texts[] = {
+            {&DDX_LBString, kList, "ALPH", 0, "alphabet"},    {&DDX_LBString, kList, "", -1, ""},
+            {&DDX_LBStringExact, kList, "Alpha", 2, "alpha"}, {&DDX_LBStringExact, kList, "alp", -1, ""},
+            {&DDX_CBString, kCombo, "alph", 0, "alphabet"},   {&DDX_CBStringExact, kCombo, "alp", -1, ""},
+            {&DDX_CBString, kBox, "typed", -1, "typed"},      {&DDX_CBStringExact, kBox, "alpha", 2, "alpha"},
+        };
+        for (const auto& [exchange, control, before, row, after] : texts) {
             open.exchange = [&, exchange = exchange, control = control](CDataExchange* context) {
-                exchange(context, control, value);
-                DDV_MaxChars(context, value, 9);
-                DDX_Scroll(context, kScroll, scroll);
-                DDX_Slider(context, kSlider, slider);
+                exchange(context, control, text);
+                DDV_MaxChars(context, text, 9);
             };
-            value = before;
+            text = before;
             EXPECT_TRUE(open.UpdateData(FALSE));
             EXPECT_EQ(row, ChosenRow(window, control)) << before;
             EXPECT_TRUE(open.UpdateData());
-            EXPECT_STREQ(after, value) << control;
+            EXPECT_STREQ(after, text) << control;
         }
         EXPECT_EQ(9, ::SendMessageA(::GetWindow(::GetDlgItem(window, kBox), GW_CHILD), EM_GETLIMITTEXT, 0, 0));
-        EXPECT_EQ(30, ::SendDlgItemMessageA(window, kScroll, SBM_SETPOS, 31, 0));
-        ::SendDlgItemMessageA(window, kSlider, TBM_SETPOS, TRUE,
-                              ::SendDlgItemMessageA(window, kSlider, TBM_GETPOS, 0, 0) + 1);
-        EXPECT_TRUE(open.UpdateData());
-        EXPECT_EQ("31 41", std::to_string(scroll) + ' ' + std::to_string(slider));
+        using NumberExchange = void(AFXAPI*)(CDataExchange*, int, int&);
+        const std::tuple<NumberExchange, int, UINT, UINT, int, int> numbers[] = {
+            {&DDX_Check, kCheck, BM_GETCHECK, BM_SETCHECK, BST_CHECKED, BST_UNCHECKED},
+            {&DDX_LBIndex, kList, LB_GETCURSEL, LB_SETCURSEL, 2, 0},
+            {&DDX_CBIndex, kCombo, CB_GETCURSEL, CB_SETCURSEL, 1, 2},
+            {&DDX_Scroll, kScroll, SBM_GETPOS, SBM_SETPOS, 30, 31},
+            {&DDX_Slider, kSlider, TBM_GETPOS, TBM_SETPOS, 40, 41},
+        };
+        for (const auto& [exchange, control, get, set, before, after] : numbers) {
+            open.exchange = [&, exchange = exchange, control = control](CDataExchange* context) {
+                exchange(context, control, number);
+            };
+            number = before;
+            EXPECT_TRUE(open.UpdateData(FALSE));
+            EXPECT_EQ(before, ::SendDlgItemMessageA(window, control, get, 0, 0)) << control;
+            ::SendDlgItemMessageA(window, control, set, static_cast<WPARAM>(after), after);
+            EXPECT_TRUE(open.UpdateData());
+            EXPECT_EQ(after, number) << control;
+        }
+        open.exchange = [&](CDataExchange* context) {
+            DDX_Radio(context, kRadio, number);
+            DDX_Control(context, kEdit, edit);
+        };
+        number = 1;
+        EXPECT_TRUE(open.UpdateData(FALSE));
+        EXPECT_TRUE(IsChecked(window, kRadio + 1));
+        EXPECT_EQ(::GetDlgItem(window, kEdit), edit.m_hWnd);
+        for (const auto& [button, choice] : {std::pair(int{kNextGroup}, -1), {int{kRadio}, 0}}) {
+            ::CheckRadioButton(window, kRadio, kNextGroup, button);
+            EXPECT_TRUE(open.UpdateData());
+            EXPECT_EQ(choice, number) << "the next group's button is none of this one's";
+        }
     };
+    LoadLibraryA("comctl32.dll"); // the slider's
     InDialog([](CDataExchange*) {}, act);
 }
 
@@ -483,30 +454,18 @@ TEST(DataExchange, IsOneAtATimeAndAmongItself)
 {
     TellingApp app;
     CString value = "text";
-    InDialog(
-        [&](CDataExchange* context) {
-            EXPECT_FALSE(context->m_pDlgWnd->UpdateData());
-            DDX_Text(context, kEdit, value);
-        },
-        [&](TestDialog& open) {
-            EXPECT_EQ("text", FieldOf(open));
-            EXPECT_EQ(0, open.changes) << "notified in the middle of the exchange";
-            open.SetDlgItemText(kEdit, "typed");
-            EXPECT_EQ(1, open.changes);
-            open.exchange = [&](CDataExchange* context) { DDX_Text(context, kEdit - 1, value); };
-            EXPECT_FALSE(open.UpdateData()) << "without the control";
-            EXPECT_NE("", app.told);
-            EXPECT_STREQ("text", value);
-        });
-}
-
-TEST(DataExchange, PutsTextsInTheirPlaces)
-{
-    CString text = "before";
-    AfxFormatString2(text, 1720, "%2", "a");
-    EXPECT_STREQ("a before %2, 100%% and %3 of %", text);
-    AfxFormatString1(text, 1720, "b");
-    EXPECT_STREQ("%2 before b, 100%% and %3 of %", text);
-    AfxFormatString1(text, 9999, "b");
-    EXPECT_STREQ("", text);
+    const auto exchange = [&](CDataExchange* context) {
+        EXPECT_FALSE(context->m_pDlgWnd->UpdateData());
+        DDX_Text(context, kEdit, value);
+    };
+    InDialog(exchange, [&](TestDialog& open) {
+        EXPECT_EQ("text", FieldOf(open));
+        EXPECT_EQ(0, open.changes) << "notified in the middle of the exchange";
+        open.SetDlgItemText(kEdit, "typed");
+        EXPECT_EQ(1, open.changes);
+        open.exchange = [&](CDataExchange* context) { DDX_Text(context, kEdit - 1, value); };
+        EXPECT_FALSE(open.UpdateData()) << "without the control";
+        EXPECT_NE("", app.told);
+        EXPECT_STREQ("text", value);
+    });
 }

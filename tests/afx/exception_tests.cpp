@@ -8,14 +8,9 @@ TEST(Exceptions, CrossLibrariesAndDescribeThemselves)
                                               0, text, sizeof text, nullptr));
         return line.substr(0, line.find('\r'));
     };
-    struct Case {
-        std::function<void()> raise;
-        const CRuntimeClass* runtimeClass;
-        std::string text;
-    };
     const std::string generic = system(ERROR_CAN_NOT_COMPLETE);
     const auto file = [](int cause, LONG code) { return [=] { AfxThrowFileException(cause, code, "f"); }; };
-    std::vector<Case> cases = {
+    const std::tuple<std::function<void()>, const CRuntimeClass*, std::string> cases[] = {
         {[] { AfxThrowMemoryException(); }, RUNTIME_CLASS(CMemoryException), system(ERROR_NOT_ENOUGH_MEMORY)},
         {[] { AfxThrowResourceException(); }, RUNTIME_CLASS(CResourceException), system(ERROR_RESOURCE_NAME_NOT_FOUND)},
         {[] { AfxThrowUserException(); }, RUNTIME_CLASS(CUserException), system(ERROR_CANCELLED)},
@@ -27,41 +22,36 @@ TEST(Exceptions, CrossLibrariesAndDescribeThemselves)
         {file(99, -1), RUNTIME_CLASS(CFileException), generic},
     };
     for (int cause = CFileException::fileNotFound; cause <= CFileException::endOfFile; ++cause) {
-        try {
-            AfxThrowFileException(cause);
-        } catch (CFileException* e) {
-            char text[300];
-            EXPECT_TRUE(e->GetErrorMessage(text, sizeof text));
-            EXPECT_TRUE(text[0] != '\0' && text != generic) << cause;
-            e->Delete();
-        }
+        char text[300] = "";
+        EXPECT_TRUE(CFileException(cause).GetErrorMessage(text, sizeof text));
+        EXPECT_TRUE(text[0] != '\0' && text != generic) << cause;
     }
     static std::string shown;
-    AfxSetMessageBox([](HWND, LPCSTR text, LPCSTR, UINT) { return shown = text, 7; });
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.runtimeClass->m_lpszClassName << ": " << c.text);
+    AfxSetMessageBox([](HWND, LPCSTR told, LPCSTR, UINT) { return shown = told, 7; });
+    for (const auto& [raise, runtimeClass, text] : cases) {
+        SCOPED_TRACE(testing::Message() << runtimeClass->m_lpszClassName << ": " << text);
         ZO_EXPECT_NO_LEAK({
             try {
-                c.raise();
+                raise();
                 ADD_FAILURE() << "not thrown";
             } catch (CException* e) {
-                EXPECT_TRUE(e->IsKindOf(c.runtimeClass));
+                EXPECT_TRUE(e->IsKindOf(runtimeClass));
                 for (const size_t room : {300, 6, 1}) {
                     SentinelBuffer buffer(room);
                     UINT help = 5;
-                    EXPECT_EQ(!c.text.empty(),
+                    EXPECT_EQ(!text.empty(),
                               e->GetErrorMessage(buffer.Data(), static_cast<UINT>(room), &help) != FALSE);
                     EXPECT_EQ(0u, help);
                     const std::string cut = buffer.Text(); // whole characters
-                    EXPECT_EQ(c.text.substr(0, cut.size()), cut);
-                    EXPECT_GE(cut.size() + IsDoubleByte(), (std::min)(room - 1, c.text.size()));
+                    EXPECT_EQ(text.substr(0, cut.size()), cut);
+                    EXPECT_GE(cut.size() + IsDoubleByte(), (std::min)(room - 1, text.size()));
                     buffer.ExpectGuardsIntact();
                 }
-                EXPECT_EQ(!c.text.empty(), e->GetErrorMessage(nullptr, 0) != FALSE);
+                EXPECT_EQ(!text.empty(), e->GetErrorMessage(nullptr, 9) != FALSE);
                 EXPECT_EQ(7, e->ReportError());
-                EXPECT_EQ(c.text.empty() ? generic : c.text, shown);
+                EXPECT_EQ(text.empty() ? generic : text, shown);
                 e->ReportError(MB_OK, 1600); // of host.rc
-                EXPECT_EQ(c.text.empty() ? "host" : c.text, shown);
+                EXPECT_EQ(text.empty() ? "host" : text, shown);
                 e->Delete();
             }
             shown = std::string();

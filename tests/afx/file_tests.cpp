@@ -22,30 +22,26 @@ TEST(CFile, SaysWhyItCannotBeOpened)
 {
     const TestFolder folder;
     folder.Write("file", "content");
-    const struct {
-        const char* name;
-        UINT flags;
-        int cause;
-    } cases[] = {
+    const std::tuple<const char*, UINT, int> cases[] = {
         {"nothing", CFile::modeRead, CFileException::fileNotFound},
         {"no\\folder", CFile::modeRead, CFileException::badPath},
         {"no\\folder", CFile::modeWrite | CFile::modeCreate, CFileException::badPath},
         {"", CFile::modeRead | CFile::shareDenyNone, CFileException::accessDenied}, // the folder
         {"file", CFile::modeRead | CFile::shareExclusive, CFileException::none},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const std::string path = folder.Path(c.name);
+    for (const auto& [name, flags, cause] : cases) {
+        SCOPED_TRACE(name);
+        const std::string path = folder.Path(name);
         CFile file;
         CFileException reason;
         ZO_EXPECT_NO_LEAK({
-            file.Open(path.c_str(), c.flags); // which is over when it opens the next one
-            EXPECT_EQ(c.cause == CFileException::none, file.Open(path.c_str(), c.flags, &reason) != FALSE);
-            EXPECT_EQ(c.cause, reason.m_cause);
-            EXPECT_STREQ(c.cause == CFileException::none ? "" : path.c_str(), reason.m_strFileName);
+            file.Open(path.c_str(), flags); // which is over when it opens the next one
+            EXPECT_EQ(cause == CFileException::none, file.Open(path.c_str(), flags, &reason) != FALSE);
+            EXPECT_EQ(cause, reason.m_cause);
+            EXPECT_STREQ(cause == CFileException::none ? "" : path.c_str(), reason.m_strFileName);
             file.Abort();
             reason.m_strFileName.Empty();
-            EXPECT_EQ(c.cause, CauseOf(path, [&] { CFile other(path.c_str(), c.flags); }));
+            EXPECT_EQ(cause, CauseOf(path, [&, &flags = flags] { CFile other(path.c_str(), flags); }));
         });
     }
 }
@@ -142,52 +138,38 @@ TEST(CFile, CountsBeyond32Bits)
     EXPECT_EQ(kHuge, file.GetLength());
 }
 
-namespace {
-
-BOOL WINAPI WriteHalf(HANDLE file, LPCVOID data, DWORD size, LPDWORD written, LPOVERLAPPED overlapped)
-{
-    return WriteFile(file, data, size / 2, written, overlapped);
-}
-
-} // namespace
-
 TEST(CFile, ReportsEveryFailingCall)
 {
     const TestFolder folder;
     const std::string path = folder.Path("file");
     CFile file(path.c_str(), CFile::modeReadWrite | CFile::modeCreate);
-    {
-        const ImportPatch patch("ZOAFX.DLL", "WriteFile", &WriteHalf);
-        EXPECT_EQ(CFileException::diskFull, CauseOf(path, [&] { file.Write("0123", 4); }));
-    }
-    FaultSource source("file calls");
-    const ZO_FAULTY_CALL(WriteFile) write(source, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
+    const HANDLE handle = file.m_hFile;
+    FaultSource source("file calls"), full("full disk");
+    const ZO_FAULTY_CALL(WriteFile) write(source, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL), part(full, "ZOAFX.DLL", TRUE);
     const ZO_FAULTY_CALL(ReadFile) read(source, "ZOAFX.DLL", FALSE, ERROR_CRC);
     const ZO_FAULTY_CALL(SetEndOfFile) setEnd(source, "ZOAFX.DLL", FALSE, ERROR_DISK_FULL);
     const ZO_FAULTY_CALL(FlushFileBuffers) flush(source, "ZOAFX.DLL", FALSE, ERROR_WRITE_FAULT);
     const ZO_FAULTY_CALL(GetFileSize) size(source, "ZOAFX.DLL", INVALID_FILE_SIZE, ERROR_INVALID_HANDLE);
+    const ZO_FAULTY_CALL(SetFilePointer) seek(source, "ZOAFX.DLL", INVALID_SET_FILE_POINTER, ERROR_SEEK);
+    const ZO_FAULTY_CALL(CloseHandle) close(source, "ZOAFX.DLL", FALSE, ERROR_WRITE_FAULT);
     char buffer[4];
-    const std::pair<int, std::function<void()>> cases[] = {
-        {CFileException::diskFull, [&] { file.Write("0123", 4); }},
-        {CFileException::hardIO, [&] { file.Read(buffer, 4); }},
-        {CFileException::diskFull, [&] { file.SetLength(2); }},
-        {CFileException::hardIO, [&] { file.Flush(); }},
-        {CFileException::invalidFile, [&] { file.GetLength(); }},
+    const std::tuple<FaultSource*, int, int, std::function<void()>> cases[] = {
+        // the call that fails, and how
+        {&source, 1, CFileException::diskFull, [&] { file.Write("0123", 4); }},
+        {&full, 1, CFileException::diskFull, [&] { file.Write("0123", 4); }},
+        {&source, 1, CFileException::hardIO, [&] { file.Read(buffer, 4); }},
+        {&source, 1, CFileException::badSeek, [&] { file.SetLength(2); }},
+        {&source, 2, CFileException::diskFull, [&] { file.SetLength(2); }},
+        {&source, 1, CFileException::hardIO, [&] { file.Flush(); }},
+        {&source, 1, CFileException::invalidFile, [&] { file.GetLength(); }},
+        {&source, 1, CFileException::hardIO, [&] { file.Close(); }}, // it is closed all the same
     };
-    for (const auto& [cause, operation] : cases) {
-        source.Arm(1, true);
+    for (const auto& [failing, call, cause, operation] : cases) {
+        failing->Arm(call, false);
         EXPECT_EQ(cause, CauseOf(path, operation));
-        source.Disarm();
+        failing->Disarm();
         EXPECT_EQ(CFileException::none, CauseOf(path, operation));
     }
-    const ZO_FAULTY_CALL(SetFilePointer) seek(source, "ZOAFX.DLL", INVALID_SET_FILE_POINTER, ERROR_SEEK);
-    source.Arm(1, false);
-    EXPECT_EQ(CFileException::badSeek, CauseOf(path, [&] { file.Seek(0, CFile::begin); }));
-    // A failing close is reported, and the object is closed all the same.
-    const HANDLE handle = file.m_hFile;
-    const ZO_FAULTY_CALL(CloseHandle) close(source, "ZOAFX.DLL", FALSE, ERROR_WRITE_FAULT);
-    source.Arm(1, false);
-    EXPECT_EQ(CFileException::hardIO, CauseOf(path, [&] { file.Close(); }));
     EXPECT_EQ(INVALID_HANDLE_VALUE, file.m_hFile);
     CloseHandle(handle);
 }

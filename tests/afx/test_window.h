@@ -40,7 +40,7 @@ template <class... ARGUMENTS> std::string Written(const char* name, ARGUMENTS...
     return text.str() + '|';
 }
 
-/// A handler of any signature, for a window class to have as a member. Its result is also what a notification is answered.
+/// A handler of any signature, for a window class to have as a member. Its result also answers notifications.
 struct Noted {
     const char* name;
     LRESULT result = 7;
