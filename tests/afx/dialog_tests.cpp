@@ -230,7 +230,7 @@ TEST(CDialog, IsMadeFromMemoryOrNotAtAll)
 
 TEST(ModalWindows, WithoutParentBelongToThePopupThatWasActiveLast)
 {
-    TopWindow main, apart, owned(WS_OVERLAPPEDWINDOW | WS_VISIBLE, main.m_hWnd);
+    TopWindow main, apart, owned(WS_POPUP | WS_VISIBLE, main.m_hWnd);
     AfxGetThread()->m_pMainWnd = &main;
     const std::function<INT_PTR()> modals[] = {[] { return TestDialog([](TestDialog&) {}).DoModal(); },
                                                [] { return AfxMessageBox("text"); }};

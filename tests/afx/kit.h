@@ -3,16 +3,9 @@
 #pragma once
 
 #include "answers.h"
+#include "test_window.h"
 
 namespace zo_test {
-
-/// A window without parent, for as long as the object lives.
-struct TopWindow : CWnd {
-    explicit TopWindow(DWORD style = WS_POPUP | WS_VISIBLE)
-    {
-        EXPECT_TRUE(CreateEx(0, nullptr, "", style, 10, 10, 300, 200, nullptr, nullptr));
-    }
-};
 
 /// The class of what \p act throws, "" if it throws nothing.
 template <class ACT> std::string Thrown(ACT act)

@@ -71,7 +71,7 @@ inline void Walk(const Steps& steps, const std::function<std::string()>& state)
 /// A top-level window.
 class TopWindow : public CWnd {
 public:
-    explicit TopWindow(DWORD style = WS_OVERLAPPEDWINDOW | WS_VISIBLE, HWND owner = nullptr)
+    explicit TopWindow(DWORD style = WS_POPUP | WS_VISIBLE, HWND owner = nullptr)
     {
         EXPECT_TRUE(CreateEx(0, nullptr, "", style, 0, 0, 300, 200, owner, nullptr));
     }

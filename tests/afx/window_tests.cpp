@@ -268,7 +268,7 @@ TEST(CWnd, CentersWithinTheWorkArea)
     child.CenterWindow();
     CRect place = AreaOf(child.m_hWnd);
     window.ScreenToClient(&place);
-    EXPECT_EQ(CRect(90, 45, 110, 55), place) << "within its parent";
+    EXPECT_EQ(CRect(140, 95, 160, 105), place) << "within its parent";
 }
 
 TEST(MainWindow, EndsItsThread)
