@@ -51,7 +51,7 @@ public:
     TYPE& GetAt(INT_PTR nIndex) { return m_pData[nIndex]; }
     const TYPE& GetAt(INT_PTR nIndex) const { return m_pData[nIndex]; }
     TYPE& ElementAt(INT_PTR nIndex) { return m_pData[nIndex]; }
-    TYPE& operator[](INT_PTR nIndex) { return m_pData[nIndex]; }
+    TYPE& operator[](INT_PTR nIndex) { return m_pData[nIndex]; } // NOLINT(clang-analyzer-core.*): nIndex is one of its
     const TYPE& operator[](INT_PTR nIndex) const { return m_pData[nIndex]; }
     void SetAt(INT_PTR nIndex, ARG_TYPE newElement) { m_pData[nIndex] = newElement; }
     TYPE* GetData() { return m_pData; }

@@ -13,12 +13,16 @@ class CRect;
 
 class CSize : public SIZE {
 public:
-    CSize() : SIZE{0, 0} {}
-    CSize(int initCX, int initCY) : SIZE{initCX, initCY} {}
-    CSize(SIZE initSize) : SIZE(initSize) {}
-    CSize(POINT initPt) : SIZE{initPt.x, initPt.y} {}
+    CSize() : CSize(0, 0) {}
+    CSize(int initCX, int initCY)
+    {
+        cx = initCX;
+        cy = initCY;
+    }
+    CSize(SIZE initSize) : CSize(initSize.cx, initSize.cy) {}
+    CSize(POINT initPt) : CSize(initPt.x, initPt.y) {}
     /// \param dwSize the width in its low word, the height in its high one, with signs
-    CSize(DWORD dwSize) : SIZE{static_cast<short>(LOWORD(dwSize)), static_cast<short>(HIWORD(dwSize))} {}
+    CSize(DWORD dwSize) : CSize(static_cast<short>(LOWORD(dwSize)), static_cast<short>(HIWORD(dwSize))) {}
 
     void SetSize(int CX, int CY) { *this = CSize(CX, CY); }
 
@@ -39,12 +43,16 @@ public:
 
 class CPoint : public POINT {
 public:
-    CPoint() : POINT{0, 0} {}
-    CPoint(int initX, int initY) : POINT{initX, initY} {}
-    CPoint(POINT initPt) : POINT(initPt) {}
-    CPoint(SIZE initSize) : POINT{initSize.cx, initSize.cy} {}
+    CPoint() : CPoint(0, 0) {}
+    CPoint(int initX, int initY)
+    {
+        x = initX;
+        y = initY;
+    }
+    CPoint(POINT initPt) : CPoint(initPt.x, initPt.y) {}
+    CPoint(SIZE initSize) : CPoint(initSize.cx, initSize.cy) {}
     /// \param dwPoint what a message tells: x in its low word, y in its high one, with signs
-    CPoint(LPARAM dwPoint) : POINT{static_cast<short>(LOWORD(dwPoint)), static_cast<short>(HIWORD(dwPoint))} {}
+    CPoint(LPARAM dwPoint) : CPoint(static_cast<short>(LOWORD(dwPoint)), static_cast<short>(HIWORD(dwPoint))) {}
 
     void SetPoint(int X, int Y) { *this = CPoint(X, Y); }
     void Offset(int xOffset, int yOffset) { *this += CSize(xOffset, yOffset); }
@@ -73,12 +81,18 @@ inline CPoint CSize::operator-(POINT point) const { return *this - CSize(point);
 
 class CRect : public RECT {
 public:
-    CRect() : RECT{0, 0, 0, 0} {}
-    CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
-    CRect(const RECT& srcRect) : RECT(srcRect) {}
-    CRect(LPCRECT lpSrcRect) : RECT(*lpSrcRect) {}
-    CRect(POINT point, SIZE size) : RECT{point.x, point.y, point.x + size.cx, point.y + size.cy} {}
-    CRect(POINT topLeft, POINT bottomRight) : RECT{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y} {}
+    CRect() : CRect(0, 0, 0, 0) {}
+    CRect(int l, int t, int r, int b)
+    {
+        left = l;
+        top = t;
+        right = r;
+        bottom = b;
+    }
+    CRect(const RECT& srcRect) : CRect(srcRect.left, srcRect.top, srcRect.right, srcRect.bottom) {}
+    CRect(LPCRECT lpSrcRect) : CRect(*lpSrcRect) {}
+    CRect(POINT point, SIZE size) : CRect(point.x, point.y, point.x + size.cx, point.y + size.cy) {}
+    CRect(POINT topLeft, POINT bottomRight) : CRect(topLeft.x, topLeft.y, bottomRight.x, bottomRight.y) {}
 
     int Width() const { return right - left; }
     int Height() const { return bottom - top; }
