@@ -64,3 +64,94 @@ void CZoGlobalGDIData::InitializeFontsFromResources()
 
 HFONT CZoGlobalGDIData::GetBoldFont() { return g_boldFont; }
 HFONT CZoGlobalGDIData::GetThinFont() { return g_thinFont; }
+
+// Brushes, pens, colours ----------------------------------------------------------------------------------------------
+
+namespace {
+
+/// Threads may draw at once, and share these.
+class SharedObjects {
+public:
+    SharedObjects() { InitializeCriticalSection(&m_section); }
+    SharedObjects(const SharedObjects&) = delete;
+    SharedObjects& operator=(const SharedObjects&) = delete;
+
+    HPEN GetPen(int systemColor)
+    {
+        if (systemColor < 0 || systemColor >= kColors)
+            return nullptr;
+        const COLORREF color = GetSysColor(systemColor);
+        EnterCriticalSection(&m_section);
+        Pen& pen = m_pens[systemColor];
+        if (pen.handle == nullptr || pen.color != color) {
+            if (const HPEN created = CreatePen(PS_SOLID, 1, color)) {
+                if (pen.handle != nullptr)
+                    DeleteObject(pen.handle);
+                pen = {created, color};
+            }
+        }
+        LeaveCriticalSection(&m_section);
+        return pen.color == color ? pen.handle : nullptr;
+    }
+
+    HBRUSH GetHatchBrush()
+    {
+        EnterCriticalSection(&m_section);
+        if (m_hatch == nullptr) {
+            constexpr WORD kRows[] = {0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA}; // a bit of 0: the text colour
+            if (const HBITMAP pattern = CreateBitmap(8, 8, 1, 1, kRows)) {
+                m_hatch = CreatePatternBrush(pattern);
+                DeleteObject(pattern);
+            }
+        }
+        LeaveCriticalSection(&m_section);
+        return m_hatch;
+    }
+
+private:
+    static constexpr int kColors = COLOR_MENUBAR + 1;
+    struct Pen {
+        HPEN handle;
+        COLORREF color;
+    };
+
+    CRITICAL_SECTION m_section; // for the life of the process, as what it guards
+    Pen m_pens[kColors] = {};
+    HBRUSH m_hatch = nullptr;
+};
+
+SharedObjects& Shared()
+{
+    static SharedObjects s_objects;
+    return s_objects;
+}
+
+} // namespace
+
+HBRUSH CZoGlobalGDIData::GetBrush(int systemColor) { return GetSysColorBrush(systemColor); }
+HPEN CZoGlobalGDIData::GetPen(int systemColor) { return Shared().GetPen(systemColor); }
+HBRUSH CZoGlobalGDIData::GetHatchBrush() { return Shared().GetHatchBrush(); }
+
+COLORREF CZoGlobalGDIData::GetDisabledColor(COLORREF text, COLORREF background)
+{
+    constexpr COLORREF kBlack = RGB(0, 0, 0); // what displays without a grey of their own say
+    const COLORREF gray = GetSysColor(COLOR_GRAYTEXT);
+    return gray != kBlack && gray != background ? gray : text;
+}
+
+BOOL CZoGlobalGDIData::IsHighContrast()
+{
+    HIGHCONTRASTA contrast = {};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoA(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+int CZoGlobalGDIData::Scale(int pixels)
+{
+    constexpr int kPlainDots = 96; // an inch
+    const HDC screen = GetDC(nullptr);
+    const int dots = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return dots > 0 ? MulDiv(pixels, dots, kPlainDots) : pixels;
+}

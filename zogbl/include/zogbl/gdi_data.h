@@ -6,7 +6,8 @@
 
 #include <afxwin.h>
 
-/// The two fonts that the suite's controls share.
+/// Fonts, brushes, pens and measures that the suite's controls share. What it hands out belongs to it: do not delete it,
+/// and take it out of a device context when the drawing is done.
 class ZOGBL_API CZoGlobalGDIData {
 public:
     /// Creates the fonts, bold (weight 700) and thin (weight 400): "MS Sans Serif", 8 points. If the system uses
@@ -21,4 +22,22 @@ public:
     /// Null before the first call of InitializeFontsFromResources, and if no font could be created.
     static HFONT GetBoldFont();
     static HFONT GetThinFont();
+
+    // Brushes and pens of the present scheme. Ask at each drawing: a change of the scheme makes new ones.
+
+    /// \param systemColor COLOR_WINDOW and so on
+    static HBRUSH GetBrush(int systemColor);
+    /// A solid line of one pixel. \return null for a number that is no system colour, and if none can be made
+    static HPEN GetPen(int systemColor);
+    /// Every other pixel in the text colour of the context that draws with it, the rest in its background colour.
+    /// \return null if it cannot be made; a later call tries again
+    static HBRUSH GetHatchBrush();
+
+    /// The colour of disabled text upon \p background. Where the system has no grey of its own, or one that could not
+    /// be seen there, it is that of \p text.
+    static COLORREF GetDisabledColor(COLORREF text, COLORREF background);
+    /// Whether the user has asked for a scheme of high contrast.
+    static BOOL IsHighContrast();
+    /// \param pixels on a screen of 96 dots an inch \return as many as are as long on this one, at least 1 for 1
+    static int Scale(int pixels);
 };
