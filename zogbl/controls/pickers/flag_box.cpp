@@ -22,10 +22,6 @@ constexpr int kMargin = 4; // pixels
 
 const UINT s_languageMessage = CZoLanguageSupport::GetUpdateMessage();
 
-constexpr UINT kBackspace = 8;
-constexpr UINT kFirstPrintable = 32;
-constexpr UINT kLastPrintable = 255;
-
 /// What the two kinds of box call the same things.
 template <class BOX> struct Messages;
 template <> struct Messages<CComboBox> {
@@ -217,29 +213,6 @@ void CZoFlagBox::DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, L
 
 int CZoFlagBox::CompareNames(LPCSTR first, LPCSTR second) { return std::clamp(lstrcmpiA(first, second), -1, 1); }
 
-BOOL CZoFlagBox::HasPrefix(LPCSTR name, LPCSTR text)
-{
-    const int length = lstrlenA(text);
-    if (length == 0)
-        return TRUE;
-    const int compared = (std::min)(length, lstrlenA(name));
-    return CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, text, length, name, compared) == CSTR_EQUAL;
-}
-
-BOOL CZoFlagBox::Type(UINT character)
-{
-    if (character == kBackspace)
-        ForgetTyped();
-    if (character < kFirstPrintable || character > kLastPrintable)
-        return FALSE;
-    if (std::strlen(m_szTyped) > kLongestTyped)
-        ForgetTyped();
-    const size_t length = std::strlen(m_szTyped);
-    m_szTyped[length] = static_cast<char>(character);
-    m_szTyped[length + 1] = '\0';
-    return TRUE;
-}
-
 // The control ---------------------------------------------------------------------------------------------------------
 
 template <class BOX> CZoFlagControl<BOX>::CZoFlagControl() { m_box.LoadFlags(); }
@@ -269,7 +242,7 @@ template <class BOX> void CZoFlagControl<BOX>::ApplyHeight()
 
 template <class BOX> int CZoFlagControl<BOX>::SelectName(const char* text)
 {
-    return SelectFirst([&](const void* data) { return CZoFlagBox::HasPrefix(Describe(data).name, text); });
+    return SelectFirst([&](const void* data) { return CZoTypeAhead::Begins(Describe(data).name, text); });
 }
 
 template <class BOX> BOOL CZoFlagControl<BOX>::PreCreateWindow(CREATESTRUCT& cs)
@@ -320,7 +293,7 @@ template <class BOX> const void* CZoFlagControl<BOX>::GetSelectedData() const
 template <class BOX> void CZoFlagControl<BOX>::BeginReset()
 {
     m_box.LoadFlags();
-    m_box.ForgetTyped();
+    m_typed.Forget();
     ApplyHeight();
 }
 
@@ -338,7 +311,7 @@ template <class BOX> LRESULT CZoFlagControl<BOX>::OnAddString(LPARAM data)
 template <class BOX> void CZoFlagControl<BOX>::OnTyped()
 {
     const int before = this->GetCurSel();
-    SelectName(m_box.GetTyped());
+    SelectName(m_typed.Get());
     if (this->GetCurSel() == before || (GetWindowLong(this->m_hWnd, GWL_STYLE) & kTellsOfSelection) == 0)
         return;
     const auto id = static_cast<WORD>(GetDlgCtrlID(this->m_hWnd));
@@ -352,18 +325,18 @@ template <class BOX> LRESULT CZoFlagControl<BOX>::WindowProc(UINT message, WPARA
     case Messages<BOX>::kAdd:
         return OnAddString(lParam);
     case WM_CHAR:
-        if (!m_box.Type(static_cast<UINT>(wParam)))
+        if (!m_typed.Type(static_cast<UINT>(wParam)))
             break;
         // The key goes no further: the system's own search, by the first letter alone, would move the selection away.
         OnTyped();
         return 0;
     case WM_KEYDOWN:
         if (wParam >= VK_PRIOR && wParam <= VK_DOWN) // pages, ends, arrows
-            m_box.ForgetTyped();
+            m_typed.Forget();
         break;
     case WM_KILLFOCUS:
     case WM_LBUTTONDOWN:
-        m_box.ForgetTyped();
+        m_typed.Forget();
         break;
     case WM_SYSCOLORCHANGE:
         this->Invalidate();

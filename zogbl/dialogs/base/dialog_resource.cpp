@@ -1,5 +1,7 @@
 #include "dialog_resource.h"
 
+#include <zogbl/control.h>
+
 #include <common/dialog_template.h>
 #include <common/without_throwing.h>
 #include <zogbl/language_support.h>
@@ -34,6 +36,7 @@ HWND NextNameless(HWND dialog, HWND previous)
 
 DialogTemplate::DialogTemplate(UINT templateId)
 {
+    CZoControl::RegisterControlClass(); // which the template may name
     DWORD size = 0;
     const void* resource = ZoGblLockResource(MAKEINTRESOURCEA(templateId), RT_DIALOG, &size);
     if (resource == nullptr)

@@ -1,10 +1,12 @@
 /// \file
-/// Controls and drawing: pickers, shared fonts, effects, bitmaps.
+/// Controls and drawing: the controls and their base, pickers, shared fonts, effects, bitmaps.
 #pragma once
 
+#include <zogbl/control.h>
 #include <zogbl/country_box.h>
 #include <zogbl/effects.h>
 #include <zogbl/flag_box.h>
 #include <zogbl/flag_lcid_box.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/trans_bmp.h>
+#include <zogbl/type_ahead.h>

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <zogbl/export.h>
+#include <zogbl/type_ahead.h>
 
 #include <afxwin.h>
 
@@ -39,7 +40,7 @@ struct ZoFlagItem {
 
 constexpr int ZO_WIDE_NAME_SIZE = 192; ///< of a wide name, in characters, terminator included
 
-/// Draws the items of such a box, and collects the characters that the user types.
+/// Draws the items of such a box.
 class ZOGBL_API CZoFlagBox {
 public:
     BOOL LoadFlags() { return m_flags.Load(); }
@@ -54,21 +55,10 @@ public:
     void DrawItem(const DRAWITEMSTRUCT& place, const ZoFlagItem* item, LPCSTR rightText) const;
     /// Compares names in the order of the user's language, case ignored. \return -1, 0 or 1
     static int CompareNames(LPCSTR first, LPCSTR second);
-    /// Whether \p name begins with \p text, case ignored. Every name begins with an empty text.
-    static BOOL HasPrefix(LPCSTR name, LPCSTR text);
-
-    /// Adds a printable character (32 to 255) to the typed text. If that has more than 64 characters, a new one begins.
-    /// Backspace empties it. \return whether a character was added
-    BOOL Type(UINT character);
-    void ForgetTyped() { m_szTyped[0] = '\0'; }
-    LPCSTR GetTyped() const { return m_szTyped; }
 
 private:
-    static constexpr int kLongestTyped = 64;
-
     CZoFlagBitmap m_flags;
     int m_nDesiredHeight = 0;
-    char m_szTyped[kLongestTyped + 2] = "";
 };
 
 /// A sorted box of items with flags, made from CComboBox or CListBox. Its items are objects, not texts: CB_ADDSTRING or
@@ -135,6 +125,7 @@ private:
     void ApplyHeight();
 
     CZoFlagBox m_box;
+    CZoTypeAhead m_typed;
 };
 
 extern template class CZoFlagControl<CComboBox>;

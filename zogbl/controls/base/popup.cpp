@@ -1,0 +1,150 @@
+#include "popup.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr UINT_PTR kTimer = 1; // while it is open: a control is not told that a window above it is moved or hidden
+constexpr UINT kLookEach = 50; // milliseconds
+
+/// The part of the screen at \p area that programs may use.
+CRect WorkAreaAt(const CRect& area)
+{
+    CRect work;
+    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+    // Several screens came with Windows 98 and 2000.
+    const HMODULE user = ::GetModuleHandleA("user32.dll");
+    const auto find = reinterpret_cast<decltype(::MonitorFromRect)*>(
+        reinterpret_cast<void*>(::GetProcAddress(user, "MonitorFromRect")));
+    const auto describe = reinterpret_cast<decltype(::GetMonitorInfoA)*>(
+        reinterpret_cast<void*>(::GetProcAddress(user, "GetMonitorInfoA")));
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    if (find != nullptr && describe != nullptr && describe(find(&area, MONITOR_DEFAULTTONEAREST), &monitor))
+        work = monitor.rcWork;
+    return work;
+}
+
+bool IsButtonDown(UINT message)
+{
+    switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_NCLBUTTONDOWN:
+    case WM_NCRBUTTONDOWN:
+    case WM_NCMBUTTONDOWN:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+ControlPopup::~ControlPopup() { DestroyWindow(); }
+
+BOOL ControlPopup::Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CSize size)
+{
+    if (IsOpen() || !CZoControl::RegisterControlClass())
+        return FALSE;
+    m_owner = owner.m_hWnd;
+    owner.GetWindowRect(&m_ownerArea);
+    const DWORD style = WS_POPUP | WS_BORDER;
+    const DWORD styleEx =
+        WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | (owner.GetExStyle() & static_cast<DWORD>(WS_EX_LAYOUTRTL));
+    CRect frame(CPoint(0, 0), size);
+    ::AdjustWindowRectEx(&frame, style, FALSE, styleEx);
+    const CRect place = PlaceFor(frame.Size());
+    content.SetKeyboardOwner(m_owner);
+    const BOOL opened = CreateEx(styleEx, ZO_CONTROL_CLASS, "", style, place, owner.GetTopLevelParent(), 0) &&
+                        content.Create(contentStyle | WS_CHILD | WS_VISIBLE, GetContentArea(), this, 0) &&
+                        SetTimer(kTimer, kLookEach) != 0 && Begin();
+    if (!opened) {
+        DestroyWindow();
+        return FALSE;
+    }
+    content.SendMessage(WM_SETFONT, static_cast<WPARAM>(owner.SendMessage(WM_GETFONT)), FALSE);
+    SetWindowPos(nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOZORDER | SWP_SHOWWINDOW);
+    return TRUE;
+}
+
+CRect ControlPopup::GetContentArea() const
+{
+    CRect area;
+    GetClientRect(&area);
+    return area;
+}
+
+CRect ControlPopup::PlaceFor(CSize size) const
+{
+    const CRect work = WorkAreaAt(m_ownerArea);
+    const bool isMirrored =
+        (static_cast<DWORD>(::GetWindowLongA(m_owner, GWL_EXSTYLE)) & static_cast<DWORD>(WS_EX_LAYOUTRTL)) != 0;
+    CPoint corner(isMirrored ? m_ownerArea.right - size.cx : m_ownerArea.left, m_ownerArea.bottom);
+    if (corner.y + size.cy > work.bottom && m_ownerArea.top - size.cy >= work.top)
+        corner.y = m_ownerArea.top - size.cy;
+    corner.x = (std::max)((std::min)(corner.x, work.right - size.cx), work.left);
+    corner.y = (std::max)((std::min)(corner.y, work.bottom - size.cy), work.top);
+    return CRect(corner, size);
+}
+
+void ControlPopup::Close(Reason reason)
+{
+    if (!IsOpen())
+        return;
+    End();
+    DestroyWindow();
+    m_client.OnPopupClosed(reason); // which may delete this object
+}
+
+void ControlPopup::LookAtOwner()
+{
+    CRect area;
+    if (!::GetWindowRect(m_owner, &area) || area != m_ownerArea || !::IsWindowVisible(m_owner) ||
+        !::IsWindowEnabled(m_owner))
+        Close(Reason::kOwnerGone);
+    else if (::GetFocus() != m_owner)
+        Close(Reason::kDeactivated);
+}
+
+BOOL ControlPopup::OnMessage(const MSG& message)
+{
+    if (!IsButtonDown(message.message) || message.hwnd == m_hWnd || ::IsChild(m_hWnd, message.hwnd))
+        return FALSE;
+    const BOOL isOwner = message.hwnd == m_owner;
+    Close(isOwner ? Reason::kClickOwner : Reason::kClickAside);
+    return isOwner;
+}
+
+BOOL ControlPopup::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    *result = ::SendMessageA(m_owner, WM_NOTIFY, wParam, lParam);
+    return TRUE;
+}
+
+BOOL ControlPopup::OnCommand(WPARAM wParam, LPARAM lParam)
+{
+    ::SendMessageA(m_owner, WM_COMMAND, wParam, lParam);
+    return TRUE;
+}
+
+LRESULT ControlPopup::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_MOUSEACTIVATE:
+        return MA_NOACTIVATE;
+    case WM_TIMER:
+        LookAtOwner();
+        return 0;
+    case WM_ACTIVATEAPP:
+        if (!wParam) {
+            Close(Reason::kDeactivated);
+            return 0;
+        }
+        break;
+    default:
+        break;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}

@@ -1,0 +1,53 @@
+/// \file
+/// The window that drops down from a control.
+#pragma once
+
+#include "message_watch.h"
+
+#include <zogbl/control.h>
+
+/// Holds one control and shows it beside another, the owner, without taking the focus: keys go to the owner, which
+/// hands them on as it sees fit. It stays inside the work area of the screen, and closes for one reason.
+class ControlPopup : public CWnd, private MessageWatch {
+public:
+    enum class Reason {
+        kOwner,       ///< the owner closed it: a choice, or Esc
+        kClickAside,  ///< a mouse button went down elsewhere in the thread's windows; the click goes on
+        kClickOwner,  ///< the same on the owner: the click is swallowed, so that the owner does not open it again
+        kDeactivated, ///< another window or program came to the front, or the owner lost the focus
+        kOwnerGone    ///< the owner is hidden, disabled, moved or destroyed
+    };
+    /// Hears of the end. The popup is closed then, and may be deleted or opened again.
+    class Client {
+    public:
+        virtual void OnPopupClosed(Reason reason) = 0;
+
+    protected:
+        ~Client() = default;
+    };
+
+    explicit ControlPopup(Client& client) : m_client(client) {}
+    ~ControlPopup() override;
+
+    /// Opens it below the owner, above if there is no room, in the owner's direction.
+    /// \param content has no window yet; it gets one, and its notifications go to the owner's own window
+    /// \param size of the content, in pixels \return FALSE: nothing is open
+    BOOL Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CSize size);
+    void Close(Reason reason = Reason::kOwner);
+    BOOL IsOpen() const { return m_hWnd != nullptr; }
+
+protected:
+    BOOL OnMessage(const MSG& message) override;
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    CRect PlaceFor(CSize size) const;
+    CRect GetContentArea() const;
+    void LookAtOwner();
+
+    Client& m_client;
+    HWND m_owner = nullptr;
+    CRect m_ownerArea; // on the screen, when it opened
+};
