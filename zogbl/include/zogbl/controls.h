@@ -8,5 +8,6 @@
 #include <zogbl/flag_box.h>
 #include <zogbl/flag_lcid_box.h>
 #include <zogbl/gdi_data.h>
+#include <zogbl/progress_bar.h>
 #include <zogbl/trans_bmp.h>
 #include <zogbl/type_ahead.h>

@@ -51,6 +51,14 @@
 // Controls: the dialog whose font the controls use on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
+// Progress: a percentage, and the time that is left.
+#define ZO_IDS_PERCENT 20800
+#define ZO_IDS_REMAINING_SECONDS 20801
+#define ZO_IDS_REMAINING_MINUTE 20802
+#define ZO_IDS_REMAINING_MINUTES 20803
+#define ZO_IDS_REMAINING_HOUR 20804
+#define ZO_IDS_REMAINING_HOURS 20805
+
 // Message box. Its icon and text have the numbers of the system's own boxes.
 #define ZO_IDS_BOX_ERROR 20620
 #define ZO_IDD_MESSAGE_BOX 25470

@@ -1,0 +1,278 @@
+// The progress bar: against the system's own, pixel by pixel, and as a screen reader hears it.
+#include "control_kit.h"
+
+#include <zogbl/progress_bar.h>
+
+#include <commctrl.h>
+
+#include <random>
+
+namespace {
+
+constexpr COLORREF kBar = RGB(0, 0, 200), kOnBar = RGB(255, 255, 0), kGround = RGB(180, 180, 180),
+                   kOnGround = RGB(10, 60, 10);
+using TextMode = CZoProgressBar::TextMode;
+using State = CZoProgressBar::State;
+
+class ProgressBar : public testing::Test {
+protected:
+    void Make(DWORD style, int width = 102, int height = 22)
+    {
+        ASSERT_TRUE(m_bar.Create(style | WS_VISIBLE, CRect(0, 0, width, height), &m_parent, 5));
+        ASSERT_EQ(CSize(width - 2, height - 2), PictureOf(m_bar)->Size()) << "the edge";
+    }
+    /// How far the bar reaches in the picture, as "from-to".
+    std::string Filled(bool isVertical = false)
+    {
+        const auto picture = PictureOf(m_bar);
+        const CSize size = picture->Size();
+        const int length = isVertical ? size.cy : size.cx;
+        int from = -1, to = -1;
+        for (int i = 0; i < length; ++i) {
+            if ((isVertical ? picture->At(3, size.cy - 1 - i) : picture->At(i, 3)) == kGround)
+                continue;
+            from = from < 0 ? i : from;
+            to = i + 1;
+        }
+        return std::to_string(from) + "-" + std::to_string(to);
+    }
+
+    const Scheme m_scheme{{COLOR_HIGHLIGHT, kBar},
+                          {COLOR_HIGHLIGHTTEXT, kOnBar},
+                          {COLOR_3DFACE, kGround},
+                          {COLOR_BTNTEXT, kOnGround},
+                          {COLOR_GRAYTEXT, RGB(90, 90, 90)}};
+    ControlParent m_parent;
+    CZoProgressBar m_bar;
+};
+
+/// The clock of the library, which a test sets.
+DWORD g_now = 100000;
+DWORD WINAPI Now() { return g_now; }
+
+bool g_hasTimer = false;
+UINT_PTR WINAPI CountSetTimer(HWND window, UINT_PTR id, UINT each, TIMERPROC procedure)
+{
+    g_hasTimer = true;
+    return ::SetTimer(window, id, each, procedure);
+}
+BOOL WINAPI CountKillTimer(HWND window, UINT_PTR id)
+{
+    g_hasTimer = false;
+    return ::KillTimer(window, id);
+}
+
+} // namespace
+
+TEST_F(ProgressBar, CountsAsTheSystems)
+{
+    CWnd system;
+    ASSERT_TRUE(system.Create(PROGRESS_CLASSA, "", WS_CHILD | PBS_SMOOTH, CRect(0, 0, 9, 9), &m_parent, 6));
+    Make(CZoProgressBar::kSmooth);
+    std::mt19937 random(7);
+    const auto number = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
+    for (int i = 0; i < 10000; ++i) {
+        switch (number(12)) {
+        case 0: {
+            // Ours begins anew with a range; the system's keeps its position. A range of no length is refused by ours.
+            const int lower = number(200) - 100, upper = lower + 1 + number(300);
+            ASSERT_TRUE(m_bar.SetRange(lower, upper));
+            system.SendMessage(PBM_SETRANGE32, static_cast<WPARAM>(lower), upper);
+            system.SendMessage(PBM_SETPOS, static_cast<WPARAM>(lower));
+            break;
+        }
+        case 1: {
+            const int step = number(60) - 10;
+            ASSERT_EQ(system.SendMessage(PBM_SETSTEP, static_cast<WPARAM>(step)), m_bar.SetStep(step));
+            break;
+        }
+        case 2:
+        case 3:
+        case 4:
+            ASSERT_EQ(system.SendMessage(PBM_STEPIT), m_bar.StepIt()) << i;
+            break;
+        case 5:
+        case 6: {
+            const int by = number(200) - 100;
+            ASSERT_EQ(system.SendMessage(PBM_DELTAPOS, static_cast<WPARAM>(by)), m_bar.OffsetPosition(by)) << i;
+            break;
+        }
+        default: {
+            const int position = number(700) - 300;
+            ASSERT_EQ(system.SendMessage(PBM_SETPOS, static_cast<WPARAM>(position)), m_bar.SetPosition(position));
+            break;
+        }
+        }
+        ASSERT_EQ(system.SendMessage(PBM_GETPOS), m_bar.GetPosition()) << i;
+    }
+}
+
+TEST_F(ProgressBar, HasNumbersOf64Bits)
+{
+    const struct {
+        LONGLONG lower, upper, position;
+        int percent;
+    } kRows[] = {{0, 100, 57, 57},
+                 {0, 100, 100, 100},
+                 {0, MAXLONGLONG, MAXLONGLONG - 1, 99},
+                 {0, MAXLONGLONG, MAXLONGLONG / 2, 49},
+                 {-MAXLONGLONG - 1, MAXLONGLONG, 0, 50},
+                 {-MAXLONGLONG - 1, MAXLONGLONG, MAXLONGLONG, 100},
+                 {-5, -4, -5, 0},
+                 {0, 1000000007, 999999999, 99}};
+    Make(CZoProgressBar::kSmooth);
+    for (const auto& row : kRows) {
+        EXPECT_TRUE(m_bar.SetRange(row.lower, row.upper));
+        EXPECT_EQ(row.lower, m_bar.SetPosition(row.position));
+        EXPECT_EQ(row.percent, m_bar.GetPercent()) << row.position;
+        EXPECT_EQ(row.position, m_bar.GetPosition());
+        m_bar.OffsetPosition(MAXLONGLONG);
+        m_bar.OffsetPosition(MAXLONGLONG);
+        EXPECT_EQ(row.upper, m_bar.GetPosition());
+        m_bar.OffsetPosition(-MAXLONGLONG - 1);
+        EXPECT_EQ(row.upper < 0 ? row.lower : (std::max)(row.lower, row.upper - MAXLONGLONG - 1), m_bar.GetPosition());
+    }
+    EXPECT_FALSE(m_bar.SetRange(5, 5) || m_bar.SetRange(6, 5));
+    EXPECT_EQ(1000000007, m_bar.GetUpper());
+}
+
+TEST_F(ProgressBar, FillsTheSharePixelByPixel)
+{
+    Make(CZoProgressBar::kSmooth);
+    EXPECT_EQ("-1--1", Filled());
+    for (const int position : {1, 50, 99, 100}) {
+        m_bar.SetPosition(position);
+        EXPECT_EQ("0-" + std::to_string(position), Filled());
+    }
+    for (int width = 3; width < 200; width += 7) { // each size, each position: what is drawn is the share
+        m_bar.MoveWindow(0, 0, width + 2, 22);
+        for (int position = 0; position <= 100; position += 3) {
+            m_bar.SetPosition(position);
+            ASSERT_EQ(position * width / 100, width - PictureOf(m_bar)->Count(kGround, {0, 3, width, 4})) << width;
+        }
+    }
+    m_bar.MoveWindow(0, 0, 2, 2); // no area at all
+    m_bar.UpdateWindow();
+    m_bar.SetPosition(40);
+    EXPECT_EQ(40, m_bar.GetPercent());
+
+    m_bar.DestroyWindow();
+    Make(CZoProgressBar::kSmooth | CZoProgressBar::kVertical, 22, 102);
+    m_bar.SetPosition(30);
+    EXPECT_EQ("0-30", Filled(true)) << "from the bottom";
+    m_bar.DestroyWindow();
+    Make(0);
+    m_bar.SetPosition(99);
+    EXPECT_EQ("0-88", Filled()) << "six whole blocks of 13 and a gap of 2 behind each but the last";
+    EXPECT_EQ(kGround, PictureOf(m_bar)->At(14, 3));
+    m_bar.SetPosition(100);
+    EXPECT_EQ("0-100", Filled()) << "the end is the end";
+}
+
+TEST_F(ProgressBar, ShowsItsTextInBothColours)
+{
+    Make(CZoProgressBar::kSmooth);
+    m_bar.SetPosition(50);
+    m_bar.SetWindowText("MMMMMMMM");
+    m_bar.SetTextMode(TextMode::kWindow);
+    auto picture = PictureOf(m_bar);
+    EXPECT_GT(picture->Count(kOnBar, {0, 0, 50, 20}), 20);
+    EXPECT_EQ(0, picture->Count(kOnBar, {50, 0, 100, 20}));
+    EXPECT_GT(picture->Count(kOnGround, {50, 0, 100, 20}), 20);
+    EXPECT_EQ(0, picture->Count(kOnGround, {0, 0, 50, 20}));
+    m_bar.EnableWindow(FALSE);
+    EXPECT_EQ(0, PictureOf(m_bar)->Count(kOnGround, {50, 0, 100, 20}));
+    m_bar.EnableWindow(TRUE);
+    m_bar.SetState(State::kFailed);
+    EXPECT_EQ(RGB(192, 0, 0), PictureOf(m_bar)->At(2, 2));
+    m_bar.SetState(State::kPaused);
+    picture = PictureOf(m_bar);
+    EXPECT_EQ(kBar, picture->At(2, 2));
+    EXPECT_EQ(kGround, picture->At(3, 2)) << "hatched";
+    EXPECT_GT(picture->Count(kOnGround, {0, 0, 50, 20}), 20) << "the text can be read";
+}
+
+TEST_F(ProgressBar, EstimatesTheTimeThatIsLeft)
+{
+    const ImportPatch clock(kZogbl, "GetTickCount", &Now);
+    Make(CZoProgressBar::kSmooth);
+    g_now = 0xFFFFF000; // the counter begins anew meanwhile
+    m_bar.SetRange(0, 1000);
+    DWORD seconds = 4711;
+    const auto remaining = [&](DWORD after, int position) {
+        g_now += after;
+        m_bar.SetPosition(position);
+        return m_bar.GetRemainingTime(seconds) ? static_cast<int>(seconds) : -1;
+    };
+    EXPECT_EQ(-1, remaining(4000, 200)) << "before five seconds";
+    EXPECT_EQ(-1, remaining(2000, 49)) << "before five percent";
+    EXPECT_EQ(4711u, seconds);
+    EXPECT_EQ(54, remaining(0, 100));
+    EXPECT_EQ(51, remaining(3000, 900)) << "estimated anew each five seconds";
+    EXPECT_EQ(11, remaining(2000, 500));
+    m_bar.SetState(State::kPaused);
+    EXPECT_EQ(-1, remaining(60000, 500));
+    m_bar.SetState(State::kRunning);
+    EXPECT_EQ(11, remaining(0, 500)) << "the pause is no part of it";
+    m_bar.SetUnknown(TRUE);
+    EXPECT_EQ(-1, remaining(0, 500));
+    EXPECT_EQ(-1, m_bar.GetPercent());
+    m_bar.SetUnknown(FALSE);
+    EXPECT_EQ(-1, remaining(0, 1000)) << "at its end";
+}
+
+TEST_F(ProgressBar, IsToldToScreenReaders)
+{
+    const ImportPatch clock(kZogbl, "GetTickCount", &Now);
+    Make(0);
+    m_bar.SetRange(0, 1000000);
+    const Events events(m_bar);
+    for (int i = 1; i <= 1000000; ++i) {
+        g_now += i % 10 == 0;
+        m_bar.SetPosition(i);
+    }
+    const int told = Events::Count(EVENT_OBJECT_VALUECHANGE);
+    EXPECT_LE(told, 101);
+    EXPECT_GE(told, 99);
+    m_bar.SetRange(0, 1000000);
+    Events::Heard();
+    for (int i = 1; i <= 1000000; ++i) { // in one instant
+        m_bar.SetPosition(i);
+    }
+    EXPECT_EQ(1, Events::Count(EVENT_OBJECT_VALUECHANGE)) << "the end";
+    Reader reader(m_bar);
+    EXPECT_EQ(ROLE_SYSTEM_PROGRESSBAR, reader.Role());
+    EXPECT_EQ(STATE_SYSTEM_READONLY, reader.State());
+    m_bar.SetUnknown(TRUE);
+    EXPECT_EQ(STATE_SYSTEM_READONLY | STATE_SYSTEM_BUSY, reader.State());
+    EXPECT_EQ("", reader.Value());
+    EXPECT_EQ(1, Events::Count(EVENT_OBJECT_STATECHANGE));
+}
+
+TEST_F(ProgressBar, MovesABlockOnlyWhereItIsSeen)
+{
+    const ImportPatch set(kZogbl, "SetTimer", &CountSetTimer), kill(kZogbl, "KillTimer", &CountKillTimer);
+    Make(CZoProgressBar::kSmooth);
+    m_bar.SetUnknown(TRUE);
+    m_bar.UpdateWindow();
+    const std::string first = Filled();
+    EXPECT_TRUE(WaitUntil([&] { return Filled() != first; }));
+    EXPECT_TRUE(g_hasTimer);
+    m_parent.ShowWindow(SW_HIDE); // of which the bar is not told
+    EXPECT_TRUE(WaitUntil([] { return !g_hasTimer; }));
+    const std::string last = Filled();
+    m_parent.ShowWindow(SW_SHOW);
+    EXPECT_TRUE(WaitUntil([&] { return Filled() != last; })) << "it goes on";
+    m_bar.SetState(State::kPaused);
+    EXPECT_FALSE(g_hasTimer);
+    m_bar.SetState(State::kRunning);
+    EXPECT_TRUE(g_hasTimer);
+    m_bar.SetUnknown(FALSE);
+    EXPECT_FALSE(g_hasTimer) << "no timer is left";
+    EXPECT_EQ("-1--1", Filled());
+    m_bar.SetUnknown(TRUE);
+    m_bar.DestroyWindow();
+    Make(CZoProgressBar::kSmooth);
+    m_bar.UpdateWindow();
+    EXPECT_TRUE(WaitUntil([&, second = Filled()] { return Filled() != second; })) << "in a second window";
+}
