@@ -234,6 +234,28 @@ TEST(Control, IsReadByAnotherProcess)
     EXPECT_EQ(2, control.m_chosen) << "in the thread of the control";
 }
 
+static HMODULE WINAPI LoadNoLibrary(LPCSTR) { return nullptr; }
+
+/// As a system that has none of the libraries which screen readers need.
+ZO_CHILD(ChoosesUnread)
+{
+    const ImportPatch none(kZogbl, "LoadLibraryA", &LoadNoLibrary);
+    ControlParent parent;
+    Halves control;
+    ASSERT_TRUE(control.Create(kStyle, CRect(0, 0, 100, 20), &parent, 5));
+    const Events events(control);
+    EXPECT_EQ(0, control.SendMessage(WM_GETOBJECT, 0, OBJID_CLIENT));
+    EXPECT_TRUE(control.Choose(2));
+    EXPECT_TRUE(Events::Heard().empty());
+    EXPECT_EQ(kInk, ScreenOf(control)->At(10, 10));
+}
+
+TEST(Control, WorksWhereNobodyCanReadIt)
+{
+    ChildProcess system("ChoosesUnread");
+    system.Finish();
+}
+
 TEST(Control, NotifiesTheParentOfTheMomentAndMayDieOfIt)
 {
     ControlParent first, second;
