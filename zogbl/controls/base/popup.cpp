@@ -44,19 +44,20 @@ bool IsButtonDown(UINT message)
 
 ControlPopup::~ControlPopup() { DestroyWindow(); }
 
-BOOL ControlPopup::Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CSize size)
+BOOL ControlPopup::Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CSize size, HWND keyboard)
 {
     if (IsOpen() || !CZoControl::RegisterControlClass())
         return FALSE;
     m_owner = owner.m_hWnd;
-    owner.GetWindowRect(&m_ownerArea);
+    m_keyboard = keyboard != nullptr ? keyboard : m_owner;
+    ::GetWindowRect(m_keyboard, &m_area);
     const DWORD style = WS_POPUP | WS_BORDER;
     const DWORD styleEx =
         WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | (owner.GetExStyle() & static_cast<DWORD>(WS_EX_LAYOUTRTL));
     CRect frame(CPoint(0, 0), size);
     ::AdjustWindowRectEx(&frame, style, FALSE, styleEx);
     const CRect place = PlaceFor(frame.Size());
-    content.SetKeyboardOwner(m_owner);
+    content.SetKeyboardOwner(m_keyboard);
     const BOOL opened = CreateEx(styleEx, ZO_CONTROL_CLASS, "", style, place, owner.GetTopLevelParent(), 0) &&
                         content.Create(contentStyle | WS_CHILD | WS_VISIBLE, GetContentArea(), this, 0) &&
                         SetTimer(kTimer, kLookEach) != 0 && Begin();
@@ -66,6 +67,7 @@ BOOL ControlPopup::Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CS
     }
     content.SendMessage(WM_SETFONT, static_cast<WPARAM>(owner.SendMessage(WM_GETFONT)), FALSE);
     SetWindowPos(nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_NOZORDER | SWP_SHOWWINDOW);
+    content.RaiseEvent(EVENT_OBJECT_FOCUS, content.GetFocusedPart());
     return TRUE;
 }
 
@@ -78,12 +80,12 @@ CRect ControlPopup::GetContentArea() const
 
 CRect ControlPopup::PlaceFor(CSize size) const
 {
-    const CRect work = WorkAreaAt(m_ownerArea);
+    const CRect work = WorkAreaAt(m_area);
     const bool isMirrored =
         (static_cast<DWORD>(::GetWindowLongA(m_owner, GWL_EXSTYLE)) & static_cast<DWORD>(WS_EX_LAYOUTRTL)) != 0;
-    CPoint corner(isMirrored ? m_ownerArea.right - size.cx : m_ownerArea.left, m_ownerArea.bottom);
-    if (corner.y + size.cy > work.bottom && m_ownerArea.top - size.cy >= work.top)
-        corner.y = m_ownerArea.top - size.cy;
+    CPoint corner(isMirrored ? m_area.right - size.cx : m_area.left, m_area.bottom);
+    if (corner.y + size.cy > work.bottom && m_area.top - size.cy >= work.top)
+        corner.y = m_area.top - size.cy;
     corner.x = (std::max)((std::min)(corner.x, work.right - size.cx), work.left);
     corner.y = (std::max)((std::min)(corner.y, work.bottom - size.cy), work.top);
     return CRect(corner, size);
@@ -101,10 +103,10 @@ void ControlPopup::Close(Reason reason)
 void ControlPopup::LookAtOwner()
 {
     CRect area;
-    if (!::GetWindowRect(m_owner, &area) || area != m_ownerArea || !::IsWindowVisible(m_owner) ||
+    if (!::GetWindowRect(m_keyboard, &area) || area != m_area || !::IsWindowVisible(m_owner) ||
         !::IsWindowEnabled(m_owner))
         Close(Reason::kOwnerGone);
-    else if (::GetFocus() != m_owner)
+    else if (::GetFocus() != m_keyboard)
         Close(Reason::kDeactivated);
 }
 

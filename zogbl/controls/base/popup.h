@@ -6,8 +6,10 @@
 
 #include <zogbl/control.h>
 
-/// Holds one control and shows it beside another, the owner, without taking the focus: keys go to the owner, which
-/// hands them on as it sees fit. It stays inside the work area of the screen, and closes for one reason.
+/// Holds one control and shows it beside another, the owner, without taking the focus: keys go to the owner, or to the
+/// window that has the keyboard for it, which hands them on as it sees fit. It stays inside the work area of the screen,
+/// and closes for one reason. Screen readers hear that its content has the focus; that the owner has it again, the owner
+/// says.
 class ControlPopup : public CWnd, private MessageWatch {
 public:
     enum class Reason {
@@ -29,10 +31,11 @@ public:
     explicit ControlPopup(Client& client) : m_client(client) {}
     ~ControlPopup() override;
 
-    /// Opens it below the owner, above if there is no room, in the owner's direction.
+    /// Opens it below the owner or its keyboard's owner, above if there is no room, in the owner's direction.
     /// \param content has no window yet; it gets one, and its notifications go to the owner's own window
     /// \param size of the content, in pixels \return FALSE: nothing is open
-    BOOL Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CSize size);
+    /// \param keyboard has the focus for the owner; null: the owner itself
+    BOOL Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CSize size, HWND keyboard = nullptr);
     void Close(Reason reason = Reason::kOwner);
     BOOL IsOpen() const { return m_hWnd != nullptr; }
 
@@ -49,5 +52,6 @@ private:
 
     Client& m_client;
     HWND m_owner = nullptr;
-    CRect m_ownerArea; // on the screen, when it opened
+    HWND m_keyboard = nullptr; // its own, if nobody else's
+    CRect m_area;              // of that window on the screen, when it opened
 };

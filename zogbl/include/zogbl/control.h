@@ -8,6 +8,7 @@
 
 class ControlAccess;
 class ControlDrag;
+class ControlPopup;
 
 /// The window class for dialog templates: `CONTROL "", IDC_DATE, "ZoControl", WS_TABSTOP, 7, 7, 120, 90`. Which control
 /// it is says the object that is put over it by SubclassDlgItem or DDX_Control. Controls can also be put over a static
@@ -80,6 +81,7 @@ public:
     /// The keyboard belongs to another window: the control never takes the focus, and shows it while that window has
     /// it. Used in popups. \param owner null: the control itself
     void SetKeyboardOwner(HWND owner);
+    HWND GetKeyboardOwner() const { return m_hKeyboardOwner; }
 
 protected:
     // What a control does
@@ -146,6 +148,7 @@ protected:
 private:
     friend class ControlAccess;
     friend class ControlDrag;
+    friend class ControlPopup;
 
     int CommandOf(const ZoKey* keys, size_t count, UINT key) const;
     void OnPaint();
