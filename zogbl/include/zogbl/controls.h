@@ -2,6 +2,8 @@
 /// Controls and drawing: the controls and their base, pickers, shared fonts, effects, bitmaps.
 #pragma once
 
+#include <zogbl/calendar.h>
+#include <zogbl/calendar_button.h>
 #include <zogbl/control.h>
 #include <zogbl/country_box.h>
 #include <zogbl/effects.h>
