@@ -52,6 +52,7 @@ public:
     };
     static constexpr DWORD kAllStyles = kSpan | kWeekNumbers | kNoTodayMark | kNoToday;
 
+    static constexpr int kColumns = 7;
     enum Part {
         kDays = 42,
         kPrevious, ///< arrows
@@ -87,6 +88,9 @@ public:
                                       {VK_NEXT, ZoKey::kControl, kYearOn},
                                       {VK_SUBTRACT, ZoKey::kNone, kYearBack},
                                       {VK_ADD, ZoKey::kNone, kYearOn},
+                                      {VK_OEM_MINUS, ZoKey::kNone, kYearBack},
+                                      {VK_OEM_PLUS, ZoKey::kNone, kYearOn},
+                                      {VK_OEM_PLUS, ZoKey::kShift, kYearOn},
                                       {VK_HOME, ZoKey::kNone, kMonthFirst},
                                       {VK_END, ZoKey::kNone, kMonthLast},
                                       {VK_HOME, ZoKey::kControl, kGoToday},
@@ -144,10 +148,14 @@ public:
     /// \param style of the calendar to be
     static CSize GetIdealSize(HFONT font, DWORD style);
 
+    /// Obeys a key that the keyboard's owner got. It may send a notification.
+    /// \param key VK_... of WM_KEYDOWN \return FALSE: it is none of kKeys, with the modifiers that are held down
+    BOOL HandleKey(UINT key);
+
     int GetPartCount() const override;
     BOOL DescribePart(int part, ZoPart& description) const override;
     int FindPart(CPoint point) const override;
-    int GetFocusedPart() const override; ///< 0 if the month with the selection is not shown
+    int GetFocusedPart() const override; ///< 0 if the selected day is not shown
     BOOL DoPartAction(int part) override;
 
 protected:
@@ -161,34 +169,45 @@ protected:
 
 private:
     using Day = std::chrono::sys_days;
-    struct Painter;
-    /// The selection: from one day to another, which may lie before it and is the one that keys move.
+    /// From one day to another, which may lie before it. Keys move the second.
     struct Selection {
         Day anchor, moving;
+        Day First() const { return anchor < moving ? anchor : moving; }
+        Day Last() const { return anchor < moving ? moving : anchor; }
+        bool Has(Day day) const { return day >= First() && day <= Last(); }
         bool operator==(const Selection&) const = default;
-        bool Has(Day day) const { return (day >= anchor && day <= moving) || (day >= moving && day <= anchor); }
     };
 
-    DWORD CalendarStyle() const;
-    Day DayAt(int part) const;
-    int PartOf(Day day) const;
-    Day Nearest(Day day) const;
+    bool HasStyle(DWORD style) const { return m_hWnd != nullptr && (GetStyle() & style) != 0; }
     bool IsAllowed(Day day) const { return day >= m_least && day <= m_most; }
+    Day Nearest(Day day) const; ///< that is allowed
     bool CanShow(Day month) const;
     bool CanDo(int part) const;
-    CRect AreaOf(int part) const;
-    CRect TitleArea(bool ofYear) const;
+    Day DayAt(int part) const;
+    int PartOf(Day day) const;
 
+    Selection MovedTo(Day day, bool keepsAnchor) const;
     void Select(const Selection& selection, Day shown);
-    void Extend(Day day, bool keepAnchor, Day shown);
-    void Show(Day month) { Select(m_selection, month); }
+    void Show(Day day) { Select(m_selection, day); }
     BOOL NotifySelection(UINT code, const Selection& before);
-    BOOL Obey(int command);
-    BOOL Choose(Day day, bool keepAnchor);
-    void Press(CPoint point, bool keepAnchor);
-    void OnWheel(int delta);
+    BOOL Choose(const Selection& selection);
+    void Obey(int command);
+    void Press(CPoint point, bool keepsAnchor);
+    void Release();
+    void Turn(int delta);
     void OpenList(int part);
     void LookAtClock();
+
+    CRect AreaOf(int part) const;
+    CRect CellArea(int row, int column) const;
+    CRect Stretch(int left, int top, int right, int bottom) const;
+    void InvalidatePart(int part);
+    void DescribeDay(int part, ZoPart& description) const;
+    void DrawHeading(CDC* dc) const;
+    void DrawNames(CDC* dc) const;
+    void DrawWeekNumbers(CDC* dc) const;
+    void DrawDay(CDC* dc, int part) const;
+    void DrawToday(CDC* dc) const;
 
     Selection m_selection;
     Selection m_selectionBefore; // the drag
@@ -197,13 +216,14 @@ private:
     Day m_least, m_most;
     Day m_today;
     int m_nLongestSpan;
-    int m_nPressed = 0;  // the part in which the drag began
-    int m_nWheel = 0;    // of a step of the wheel
-    CDWordArray m_marks; // days since 1970, ascending
-    // By the locale and the font
-    int m_nFirstWeekday = 0; // from Monday, 0
+    int m_nPressed = 0;  // the part in which a drag began
+    int m_nWheel = 0;    // has turned so far, of a step
+    CDWordArray m_marks; // ascending; days behind the first day that there is
+    // By the locale and the font:
+    int m_nFirstWeekday = 0; // 0: Monday
     int m_nWeekRule = 0;
-    int m_nLine = 0; // the height of a line of text
-    CSize m_ideal;
-    CFont m_bold;
+    int m_nLine = 1; // the height of a line of text
+    int m_nCell = 1; // the width of a day
+    int m_nPad = 1;
+    HFONT m_hBold = nullptr;
 };

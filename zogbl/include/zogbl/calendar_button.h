@@ -38,13 +38,12 @@ public:
     enum Style : DWORD {
         kShowDate = 0x100 ///< the button shows the date; else an arrow alone
     };
-    enum Command { kToggle = 1, kCancel, kAccept };
-    /// Besides, Alt+Down and Alt+Up open and close it. While it is open, the keys of CZoCalendar are obeyed, of which
-    /// Enter and Space choose.
-    static constexpr ZoKey kKeys[] = {{VK_F4, ZoKey::kNone, kToggle}};
-    /// Also these if it is closed, or open.
-    static constexpr ZoKey kClosedKeys[] = {{VK_SPACE, ZoKey::kNone, kToggle}};
-    static constexpr ZoKey kOpenKeys[] = {{VK_ESCAPE, ZoKey::kNone, kCancel}};
+    enum Command { kToggle = 1, kCancel, kOpen };
+    /// Besides, Alt+Down and Alt+Up toggle. While it is open, the keys of CZoCalendar are obeyed; of those Enter and
+    /// Space choose.
+    static constexpr ZoKey kKeys[] = {{VK_F4, ZoKey::kNone, kToggle},
+                                      {VK_SPACE, ZoKey::kNone, kOpen},     // if it is closed
+                                      {VK_ESCAPE, ZoKey::kNone, kCancel}}; // if it is open
 
     CZoCalendarButton();
     ~CZoCalendarButton() override;
@@ -84,13 +83,17 @@ protected:
 
 private:
     class Popup;
+    friend class Popup;
 
-    CString GetDateText(DWORD format) const;
-    void OnClosed(BOOL isChosen);
+    CString DateText(DWORD format) const;
+    CString LabelText() const;
+    void Toggle();
+    void OnClosed();
 
     CZoCalendar m_calendar;
     Popup* m_pPopup = nullptr; // null until it is opened for the first time
     BOOL m_isOpen = FALSE;
+    BOOL m_isChosen = FALSE;
     SYSTEMTIME m_first = {}; // while it is open: what stays if nothing is chosen
     SYSTEMTIME m_last = {};
 };

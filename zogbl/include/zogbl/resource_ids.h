@@ -51,6 +51,19 @@
 // Controls: the dialog whose font the controls use on double-byte systems. It is never shown.
 #define ZO_IDD_SHARED_FONT 25463
 
+// The calendar. Marked, week and today describe a day to screen readers, the verbs say what a click does.
+#define ZO_IDS_CALENDAR_TODAY 20680
+#define ZO_IDS_CALENDAR_IS_TODAY 20681
+#define ZO_IDS_CALENDAR_MARKED 20682
+#define ZO_IDS_CALENDAR_WEEK 20683
+#define ZO_IDS_CALENDAR_PREVIOUS 20684
+#define ZO_IDS_CALENDAR_NEXT 20685
+#define ZO_IDS_CALENDAR_SPAN 20686
+#define ZO_IDS_CALENDAR_CHOOSE 20687
+#define ZO_IDS_CALENDAR_SHOW 20688
+#define ZO_IDS_CALENDAR_OPEN 20689
+#define ZO_IDS_CALENDAR_CLOSE 20690
+
 // Progress: a percentage, and the time that is left.
 #define ZO_IDS_PERCENT 20800
 #define ZO_IDS_REMAINING_SECONDS 20801
