@@ -136,10 +136,8 @@ void CZoCalendar::DrawDay(CDC* dc, int part) const
     if (before != nullptr)
         ::SelectObject(*dc, before);
     CRect frame = area;
-    if (day == m_today && !HasStyle(kNoTodayMark)) {
-        const int color = m_selection.Has(day) ? COLOR_HIGHLIGHTTEXT : COLOR_HIGHLIGHT;
-        ::FrameRect(*dc, &frame, CZoGlobalGDIData::GetBrush(IsWindowEnabled() ? color : COLOR_GRAYTEXT));
-    }
+    if (day == m_today && !HasStyle(kNoTodayMark))
+        dc->Draw3dRect(frame, colors.text, colors.text);
     if (day == m_selection.moving && IsFocusShown()) {
         frame.DeflateRect(1, 1);
         const SelectedColors pair(*dc, colors);
@@ -151,21 +149,17 @@ void CZoCalendar::DrawToday(CDC* dc) const
 {
     const Inks inks(IsWindowEnabled() != FALSE);
     const CRect area = AreaOf(kToday);
-    const bool isPressed = m_nPressed == kToday;
-    const ItemColors colors = isPressed ? inks.selected : inks.day;
-    if (isPressed)
-        dc->FillSolidRect(area, colors.background);
+    const ItemColors colors = m_nPressed == kToday ? inks.selected : inks.day;
+    dc->FillSolidRect(area, colors.background);
     const CString text = TodayText(m_today);
     const int box = HasStyle(kNoTodayMark) ? 0 : m_nLine * 3 / 2;
     CRect place = area;
     place.left += (std::max)((area.Width() - dc->GetTextExtent(text).cx - box - 2 * m_nPad) / 2, LONG{0});
+    const COLORREF color = IsAllowed(m_today) ? colors.text : inks.grey;
     if (box != 0) { // what the frame means
-        const CRect frame(place.left, area.CenterPoint().y - m_nLine / 2, place.left + box,
-                          area.CenterPoint().y + (m_nLine + 1) / 2);
-        const int color = isPressed ? COLOR_HIGHLIGHTTEXT : COLOR_HIGHLIGHT;
-        ::FrameRect(*dc, &frame, CZoGlobalGDIData::GetBrush(IsWindowEnabled() ? color : COLOR_GRAYTEXT));
+        dc->Draw3dRect(place.left, area.CenterPoint().y - m_nLine / 2, box, m_nLine, color, color);
         place.left += box + 2 * m_nPad;
     }
-    dc->SetTextColor(IsAllowed(m_today) ? colors.text : inks.grey);
+    dc->SetTextColor(color);
     dc->DrawText(text, &place, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }

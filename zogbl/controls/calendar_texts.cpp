@@ -12,9 +12,10 @@ CString CalendarText(UINT id)
 
 CString TodayText(Day today)
 {
+    const CString date = DayText(today, DATE_SHORTDATE);
     CString text;
-    text.Format(CalendarText(ZO_IDS_CALENDAR_TODAY), static_cast<LPCSTR>(DayText(today, DATE_SHORTDATE)));
-    return text;
+    text.Format(CalendarText(ZO_IDS_CALENDAR_TODAY), static_cast<LPCSTR>(date));
+    return text.IsEmpty() ? date : text; // no language library
 }
 
 CString HeadingText(Day month)
