@@ -4,6 +4,8 @@
 
 #include <zogbl/calendar.h>
 #include <zogbl/calendar_button.h>
+#include <zogbl/color_button.h>
+#include <zogbl/color_chooser.h>
 #include <zogbl/control.h>
 #include <zogbl/country_box.h>
 #include <zogbl/effects.h>
@@ -11,5 +13,6 @@
 #include <zogbl/flag_lcid_box.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/progress_bar.h>
+#include <zogbl/screen_sample.h>
 #include <zogbl/trans_bmp.h>
 #include <zogbl/type_ahead.h>
