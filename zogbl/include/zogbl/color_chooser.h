@@ -121,6 +121,8 @@ private:
     void InvalidatePart(int part);
     void MoveTo(int part);
     void MoveBy(int command);
+    int FindName(int from, LPCSTR text) const;
+    BOOL IsSpaceTyped() const;
     void OnTyped(UINT character);
     void OnMouseMoved(CPoint point);
     void ReadCustomColors();
