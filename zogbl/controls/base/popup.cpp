@@ -1,5 +1,7 @@
 #include "popup.h"
 
+#include <common/without_throwing.h>
+
 #include <algorithm>
 
 namespace {
@@ -58,9 +60,11 @@ BOOL ControlPopup::Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CS
     ::AdjustWindowRectEx(&frame, style, FALSE, styleEx);
     const CRect place = PlaceFor(frame.Size());
     content.SetKeyboardOwner(m_keyboard);
-    const BOOL opened = CreateEx(styleEx, ZO_CONTROL_CLASS, "", style, place, owner.GetTopLevelParent(), 0) &&
-                        content.Create(contentStyle | WS_CHILD | WS_VISIBLE, GetContentArea(), this, 0) &&
-                        SetTimer(kTimer, kLookEach) != 0 && Begin();
+    const BOOL opened = WithoutThrowing([&] {
+        return CreateEx(styleEx, ZO_CONTROL_CLASS, "", style, place, owner.GetTopLevelParent(), 0) &&
+               content.Create(contentStyle | WS_CHILD | WS_VISIBLE, GetContentArea(), this, 0) &&
+               SetTimer(kTimer, kLookEach) != 0 && Begin();
+    });
     if (!opened) {
         DestroyWindow();
         return FALSE;
