@@ -1,6 +1,7 @@
 #include <zogbl/color_chooser.h>
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 
 #include "colors.h"
@@ -313,14 +314,19 @@ int CZoColorChooser::FindName(int from, LPCSTR text) const
 /// Whether a space goes on with what was typed: "Dark " of "Dark red". Else it chooses.
 BOOL CZoColorChooser::IsSpaceTyped() const
 {
-    const CString typed = m_typed.Get();
-    return !typed.IsEmpty() && FindName(1, typed + " ") != 0;
+    const LPCSTR typed = m_typed.Get();
+    return typed[0] != '\0' && WithoutThrowing([&]() -> BOOL { return FindName(1, CString(typed) + " ") != 0; });
 }
 
 void CZoColorChooser::OnTyped(UINT character)
 {
     if (!m_typed.Type(character) || IsIncomplete(m_typed.Get()))
         return;
+    WithoutThrowing([this] { MoveToTyped(); });
+}
+
+void CZoColorChooser::MoveToTyped()
+{
     const bool isFirst = NextCharacter(m_typed.Get())[0] == '\0';
     int part = FindName(isFirst ? m_nFocused + 1 : m_nFocused, m_typed.Get());
     if (part == 0 && !isFirst) { // the character begins another name

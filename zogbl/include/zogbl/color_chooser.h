@@ -124,6 +124,7 @@ private:
     int FindName(int from, LPCSTR text) const;
     BOOL IsSpaceTyped() const;
     void OnTyped(UINT character);
+    void MoveToTyped();
     void OnMouseMoved(CPoint point);
     void ReadCustomColors();
     void DrawPart(CDC* dc, int part, BOOL isPresent, COLORREF border) const;
