@@ -59,7 +59,7 @@ CSize Measure(HFONT font, LPCSTR text)
 
 int CZoScreenSample::GetContrast(COLORREF ink, COLORREF paper)
 {
-    const auto [darker, lighter] = std::minmax(LuminanceOf(ink), LuminanceOf(paper));
+    const auto [darker, lighter] = std::minmax({LuminanceOf(ink), LuminanceOf(paper)});
     constexpr double kNoise = 1e-6; // of the calculation: 21 is 21
     return static_cast<int>((lighter + 0.05) / (darker + 0.05) * 100 + kNoise);
 }
