@@ -12,14 +12,22 @@
 //
 // \return FALSE if the system failed a call; a part may be drawn then.
 
-/// An edge of two pixels. The values are those of the system's DrawEdge.
+/// An edge of two pixels, thin ones of one. The values are those of the system's DrawEdge.
 enum class ZoEdge : UINT {
-    kRaised = EDGE_RAISED, ///< stands out, as a button
-    kSunken = EDGE_SUNKEN, ///< lies deeper, as an edit field
-    kEtched = EDGE_ETCHED, ///< a groove, as around a group
-    kBump = EDGE_BUMP      ///< a ridge
+    kNone = 0,
+    kThinRaised = BDR_RAISEDINNER,
+    kThinSunken = BDR_SUNKENOUTER, ///< as in a status bar
+    kRaised = EDGE_RAISED,         ///< stands out, as a button
+    kSunken = EDGE_SUNKEN,         ///< lies deeper, as an edit field
+    kEtched = EDGE_ETCHED,         ///< a groove, as around a group
+    kBump = EDGE_BUMP              ///< a ridge
 };
 constexpr int ZO_EDGE_WIDTH = 2; ///< in pixels, on each side
+constexpr int ZoGetEdgeWidth(ZoEdge edge)
+{
+    const bool isThin = edge == ZoEdge::kThinRaised || edge == ZoEdge::kThinSunken;
+    return edge == ZoEdge::kNone ? 0 : isThin ? 1 : ZO_EDGE_WIDTH;
+}
 
 ZOGBL_API BOOL ZoDrawEdge(HDC dc, const RECT& area, ZoEdge edge);
 
