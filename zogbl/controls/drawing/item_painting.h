@@ -34,14 +34,18 @@ private:
     ItemColors m_before;
 };
 
-/// The device context of a window, with the window's font. If the system gives none, all sizes are 0.
+/// The device context of a window, with the window's font or another. If the system gives none, all sizes are 0.
 class WindowFontDC : public CDC {
 public:
-    explicit WindowFontDC(HWND window) : m_window(window)
+    WindowFontDC(HWND window, HFONT font) : m_window(window)
     {
         SetOutputDC(::GetDC(window)); // not attached, which wants memory
         SetAttribDC(m_hDC);
-        m_before = ::SelectObject(m_hDC, reinterpret_cast<HFONT>(::SendMessageA(window, WM_GETFONT, 0, 0)));
+        m_before = ::SelectObject(m_hDC, font);
+    }
+    explicit WindowFontDC(HWND window)
+        : WindowFontDC(window, reinterpret_cast<HFONT>(::SendMessageA(window, WM_GETFONT, 0, 0)))
+    {
     }
     ~WindowFontDC() override
     {
