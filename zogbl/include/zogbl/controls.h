@@ -14,5 +14,6 @@
 #include <zogbl/gdi_data.h>
 #include <zogbl/progress_bar.h>
 #include <zogbl/screen_sample.h>
+#include <zogbl/text_panel.h>
 #include <zogbl/trans_bmp.h>
 #include <zogbl/type_ahead.h>

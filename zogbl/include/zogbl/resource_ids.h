@@ -112,6 +112,9 @@
 #define ZO_IDS_REMAINING_HOUR 20804
 #define ZO_IDS_REMAINING_HOURS 20805
 
+// Text panel: what is done to a pane that is a button.
+#define ZO_IDS_PANE_PRESS 20806
+
 // Message box. Its icon and text have the numbers of the system's own boxes.
 #define ZO_IDS_BOX_ERROR 20620
 #define ZO_IDD_MESSAGE_BOX 25470
