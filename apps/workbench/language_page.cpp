@@ -48,6 +48,8 @@ CString InstalledLanguages()
 
 } // namespace
 
+CString LanguagePage::GetLanguageName() { return LanguageName(ZoGblGetLanguageLCID()); }
+
 UINT LanguagePage::GetTitleId() const { return ZO_IDS_PAGE_LANGUAGE; }
 UINT LanguagePage::GetCommandId() const { return ZO_ID_VIEW_LANGUAGE; }
 

@@ -6,6 +6,8 @@
 
 class LanguagePage : public Page {
 public:
+    static CString GetLanguageName(); ///< of the texts
+
     UINT GetTitleId() const override;
     UINT GetCommandId() const override;
     void Reload() override;

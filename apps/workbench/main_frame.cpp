@@ -16,6 +16,7 @@ namespace {
 constexpr UINT kPageListId = 100;
 constexpr UINT kFirstPageWindowId = AFX_IDW_PANE_FIRST;
 constexpr int kGap = 6;
+constexpr int kLanguagePane = 2; // of the status line; it opens the choice of a language
 
 const UINT s_traceLevelMessage = CZoTrace::GetNotifyMessage();
 const UINT s_languageMessage = CZoLanguageSupport::GetUpdateMessage();
@@ -35,6 +36,7 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_REGISTERED_MESSAGE(s_traceLevelMessage, OnTraceLevel)
     ON_REGISTERED_MESSAGE(s_languageMessage, OnLanguageUpdate)
     ON_COMMAND(ZO_ID_FILE_LANGUAGE, OnChooseLanguage)
+    ON_NOTIFY(ZON_PANE_PRESSED, AFX_IDW_STATUS_BAR, OnStatusPressed)
     ON_COMMAND(ZO_ID_FILE_NEW, OnNewDocument)
     ON_COMMAND(ZO_ID_DOCUMENT_OPEN, OnOpenDocument)
     ON_COMMAND(ZO_ID_TOOLS_OPEN, OnOpenTools)
@@ -62,9 +64,12 @@ int MainFrame::OnCreate(CREATESTRUCT* create)
     const CRect nowhere;
     if (!m_pageList.Create(WS_VISIBLE | WS_BORDER | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, nowhere, this,
                            kPageListId) ||
-        !m_status.Create("", WS_VISIBLE | SS_LEFT | SS_NOPREFIX | SS_SUNKEN | SS_CENTERIMAGE, nowhere, this,
-                         AFX_IDW_STATUS_BAR))
+        !m_status.Create(WS_VISIBLE | CZoTextPanel::kSizeGrip, nowhere, this, AFX_IDW_STATUS_BAR))
         return -1;
+    ZoPane panes[2]; // a message and the language
+    panes[kLanguagePane - 1].width = ZoPane::Width::kFitted;
+    panes[kLanguagePane - 1].isButton = TRUE;
+    m_status.SetPanes(panes, 2);
     for (int i = 0; i < kPages; ++i) {
         if (!m_pages[i]->CreatePage(this, kFirstPageWindowId + static_cast<UINT>(i)))
             return -1;
@@ -86,6 +91,7 @@ void MainFrame::ReloadTexts()
     }
     m_pageList.SetCurSel(m_shown);
     SetMessageText(AFX_IDS_IDLEMESSAGE);
+    m_status.SetPaneText(kLanguagePane, LanguagePage::GetLanguageName());
     m_documents.ReloadTexts();
     for (CWnd* control : {static_cast<CWnd*>(&m_pageList), static_cast<CWnd*>(&m_status)})
         control->SetFont(ControlFont());
@@ -99,7 +105,7 @@ CString MainFrame::GetStatusText() const
     const CZoCountryCodeList* countries = GetGlobalCountryList();
     CString text;
     text.Format(Text(ZO_IDS_STATUS_COUNTRIES), countries != nullptr ? countries->GetCount() : 0);
-    return " " + text;
+    return text;
 }
 
 // Pages ---------------------------------------------------------------------------------------------------------------
@@ -149,7 +155,7 @@ void MainFrame::OnSize(UINT type, int width, int height)
 
 void MainFrame::LayOut(int width, int height)
 {
-    const int statusHeight = LineHeight() + kGap;
+    const int statusHeight = m_status.GetBestHeight();
     const int bottom = height - statusHeight - kGap;
     int listWidth = 0;
     for (const Page* page : m_pages)
@@ -172,6 +178,10 @@ void MainFrame::OnSetFocus(CWnd*)
 BOOL MainFrame::PreTranslateMessage(MSG* message)
 {
     const bool isTab = message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+    if (message->message == WM_KEYDOWN && message->wParam == VK_F6 && ::GetFocus() != m_status.m_hWnd) {
+        m_status.TakeKeyboard();
+        return TRUE;
+    }
     return (isTab && IsDialogMessage(message)) || CZoFrameWnd::PreTranslateMessage(message);
 }
 
@@ -191,6 +201,8 @@ void MainFrame::OnChooseLanguage()
     support.SelectLanguage(this);
 }
 
+void MainFrame::OnStatusPressed(NMHDR*, LRESULT*) { OnChooseLanguage(); }
+
 void MainFrame::OnNewDocument() { m_documents.New(); }
 
 void MainFrame::OnOpenDocument() { m_documents.AskAndOpen(); }
@@ -204,7 +216,7 @@ BOOL MainFrame::OnCmdMsg(UINT id, int code, void* extra, void* info)
 void MainFrame::GetMessageString(UINT id, CString& message) const
 {
     const CString text = m_tools.GetMessage(id);
-    message = text.IsEmpty() ? GetStatusText() : " " + text;
+    message = text.IsEmpty() ? GetStatusText() : text;
 }
 
 void MainFrame::OnOpenTools() { m_tools.Choose(); }

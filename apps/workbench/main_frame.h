@@ -12,6 +12,7 @@
 #include "trace_page.h"
 #include "translation_page.h"
 
+#include <zogbl/text_panel.h>
 #include <zomfx/frame_window.h>
 
 class MainFrame : public CZoFrameWnd {
@@ -32,7 +33,8 @@ public:
 
     BOOL OnCmdMsg(UINT id, int code, void* extra, void* info) override;
     void GetMessageString(UINT id, CString& message) const override;
-    BOOL PreTranslateMessage(MSG* message) override; ///< Tab moves between the list of pages and the page
+    BOOL PreTranslateMessage(
+        MSG* message) override; ///< Tab moves between the list of pages and the page, F6 to the status line
 
 protected:
     afx_msg int OnCreate(CREATESTRUCT* create);
@@ -45,6 +47,7 @@ protected:
     afx_msg LRESULT OnTraceLevel(WPARAM previous, LPARAM level);
     afx_msg LRESULT OnLanguageUpdate(WPARAM, LPARAM);
     afx_msg void OnChooseLanguage();
+    afx_msg void OnStatusPressed(NMHDR*, LRESULT*);
     afx_msg void OnNewDocument();
     afx_msg void OnOpenDocument();
     afx_msg void OnOpenTools();
@@ -68,7 +71,7 @@ private:
                                    &m_mailBoxes, &m_lines,    &m_translation};
     int m_shown = -1;
     CListBox m_pageList;
-    CStatic m_status;
+    CZoTextPanel m_status;
     Documents m_documents{this};
     Tools m_tools{this};
 };

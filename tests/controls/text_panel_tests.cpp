@@ -321,7 +321,8 @@ TEST_F(TextPanel, ShowsTheWholeOfAShortenedTextAsATip)
         }
         return std::string(text);
     };
-    CPoint place = Middle(1);
+    CPoint before, place = Middle(1);
+    ::GetCursorPos(&before);
     m_panel.ClientToScreen(&place);
     ::SetCursorPos(place.x, place.y);
     SendMouse(m_panel, WM_MOUSEMOVE, Middle(1));
@@ -333,6 +334,7 @@ TEST_F(TextPanel, ShowsTheWholeOfAShortenedTextAsATip)
     EXPECT_TRUE(WaitUntil([&] { return !shown().empty(); }));
     m_panel.DestroyWindow();
     EXPECT_EQ("", shown());
+    ::SetCursorPos(before.x, before.y);
 }
 
 TEST_F(TextPanel, BelongsToTheCornerOfItsFrame)

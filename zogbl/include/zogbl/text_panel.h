@@ -122,6 +122,7 @@ private:
     void LayOut();
     void OnTextChanged(int pane);
     CRect GetInside(int pane) const;
+    CRect GetContents(int pane) const;
     CRect GetTextArea(int pane) const;
     CRect GetGrip() const;
     void DrawPane(CDC* dc, int pane) const;
