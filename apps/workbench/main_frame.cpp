@@ -69,6 +69,7 @@ int MainFrame::OnCreate(CREATESTRUCT* create)
     ZoPane panes[2]; // a message and the language
     panes[kLanguagePane - 1].width = ZoPane::Width::kFitted;
     panes[kLanguagePane - 1].isButton = TRUE;
+    panes[kLanguagePane - 1].edge = ZoEdge::kThinRaised;
     m_status.SetPanes(panes, 2);
     for (int i = 0; i < kPages; ++i) {
         if (!m_pages[i]->CreatePage(this, kFirstPageWindowId + static_cast<UINT>(i)))
