@@ -21,6 +21,7 @@ public:
 
     /// What a notification is called in m_told, if it is to be told; may answer it, or destroy the control.
     std::function<std::string(NMHDR& header, LRESULT& answer)> m_describe;
+    std::function<void(const std::string& what)> m_onTold; ///< gets each name; may destroy the control
     /// "name name ..." in the order in which they came; a WM_COMMAND is "command:CODE". Reading it empties it.
     std::string Told() { return std::exchange(m_told, ""); }
 
@@ -38,7 +39,12 @@ protected:
     }
 
 private:
-    void Tell(const std::string& what) { m_told += (m_told.empty() || what.empty() ? "" : " ") + what; }
+    void Tell(const std::string& what)
+    {
+        m_told += (m_told.empty() || what.empty() ? "" : " ") + what;
+        if (m_onTold)
+            m_onTold(what);
+    }
 
     std::string m_told;
 };

@@ -37,6 +37,7 @@ private:
 /// The device context of a window, with the window's font or another. If the system gives none, all sizes are 0.
 class WindowFontDC : public CDC {
 public:
+    /// \param window null: the screen
     WindowFontDC(HWND window, HFONT font) : m_window(window)
     {
         SetOutputDC(::GetDC(window)); // not attached, which wants memory

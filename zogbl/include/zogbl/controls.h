@@ -6,12 +6,16 @@
 #include <zogbl/calendar_button.h>
 #include <zogbl/color_button.h>
 #include <zogbl/color_chooser.h>
+#include <zogbl/bitmap_window.h>
+#include <zogbl/column_list.h>
 #include <zogbl/control.h>
 #include <zogbl/country_box.h>
 #include <zogbl/effects.h>
 #include <zogbl/flag_box.h>
 #include <zogbl/flag_lcid_box.h>
 #include <zogbl/gdi_data.h>
+#include <zogbl/modem_lights.h>
+#include <zogbl/header.h>
 #include <zogbl/progress_bar.h>
 #include <zogbl/screen_sample.h>
 #include <zogbl/text_panel.h>

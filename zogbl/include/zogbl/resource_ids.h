@@ -103,6 +103,15 @@
 #define ZO_IDS_COLOR_CLOSE 20776
 #define ZO_IDS_COLOR_CHOOSE 20777
 #define ZO_IDS_SAMPLE_COLORS 20778
+// Headers and lists with columns, for screen readers: the header's name, what a push does; a column's name and a cell,
+// and two cells.
+#define ZO_IDS_HEADER_NAME 20720
+#define ZO_IDS_HEADER_PUSH 20721
+#define ZO_IDS_HEADER_ASCENDING 20722
+#define ZO_IDS_HEADER_DESCENDING 20723
+#define ZO_IDS_LIST_SELECT 20724
+#define ZO_IDS_LIST_CELL 20725
+#define ZO_IDS_LIST_BETWEEN 20726
 
 // Progress: a percentage, and the time that is left.
 #define ZO_IDS_PERCENT 20800
