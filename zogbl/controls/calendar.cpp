@@ -170,7 +170,8 @@ BOOL CZoCalendar::ShowMonth(int year, int month)
     return TRUE;
 }
 
-Day CZoCalendar::DayAt(int part) const { return FirstOfWeek(m_month, m_nFirstWeekday) + days(part - 1); }
+/// Days of the month before come first, a whole week if the month begins with a week.
+Day CZoCalendar::DayAt(int part) const { return FirstOfWeek(m_month - days(1), m_nFirstWeekday) + days(part - 1); }
 
 int CZoCalendar::PartOf(Day day) const
 {

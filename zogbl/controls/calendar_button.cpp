@@ -128,8 +128,7 @@ void CZoCalendarButton::OnClosed()
     const BOOL isChosen = std::exchange(m_isChosen, FALSE);
     if (!isChosen)
         m_calendar.SetSpan(m_first, m_last);
-    if (!std::exchange(m_isOpen, FALSE))
-        return; // the button ends
+    m_isOpen = FALSE;
     ZoCalendarNotify notify = {};
     notify.first = m_calendar.GetFirst();
     notify.last = m_calendar.GetLast();
@@ -225,17 +224,14 @@ LRESULT CZoCalendarButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
             break;
         [[fallthrough]];
     case WM_KILLFOCUS:
-    case WM_CANCELMODE: {
+    case WM_CANCELMODE:
+    case WM_DESTROY: {
         const Life life(this);
         Close();
         if (life.IsOver())
             return 0;
         break;
     }
-    case WM_DESTROY:
-        if (std::exchange(m_isOpen, FALSE))
-            m_pPopup->m_window.Close();
-        break;
     default:
         break;
     }

@@ -22,8 +22,8 @@ constexpr UINT ZON_CALENDAR_CLOSED = ZON_FIRST - 32;
 ///     case ZON_CALENDAR_PICKED: // WM_NOTIFY
 ///         Show(reinterpret_cast<const ZoCalendarNotify*>(header)->first);
 ///
-/// Each time that it was open, one of ZON_CALENDAR_PICKED and ZON_CALENDAR_CLOSED comes, behind the closing. If the
-/// button's window ends, none comes.
+/// Each time that it was open, one of ZON_CALENDAR_PICKED and ZON_CALENDAR_CLOSED comes, behind the closing, also if it
+/// closes because the button is destroyed.
 ///
 /// As a part of another control: the control makes a button without kShowDate and without WS_TABSTOP as its child, and
 /// calls SetKeyboardOwner(m_hWnd) for it. Then the button never takes the focus; the calendar opens below that control
