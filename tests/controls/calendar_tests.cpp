@@ -4,6 +4,8 @@
 #include "controls/base/day.h"
 #include "support/product_test.h"
 
+#include <random>
+
 namespace {
 
 class Calendar : public ProductTest {
@@ -269,4 +271,175 @@ TEST_F(Calendar, FollowsTheClock)
     m_calendar->SendMessage(WM_TIMECHANGE);
     PressKey(*m_calendar, VK_HOME, kControl);
     EXPECT_EQ("2030-01-02", Selected());
+}
+
+TEST_F(Calendar, TellsScreenReadersWhatItShows)
+{
+    Make(kSpan | CZoCalendar::kWeekNumbers);
+    m_calendar->SetWindowText("Delivery");
+    m_calendar->MarkDay(Date(2024, 3, 14), TRUE);
+    const SYSTEMTIME least = Date(2024, 2, 28);
+    m_calendar->SetRange(&least, nullptr);
+    Reader reader(*m_calendar);
+    const auto longText = [](const SYSTEMTIME& day) {
+        char text[80] = "";
+        ::GetDateFormatA(LOCALE_USER_DEFAULT, DATE_LONGDATE, &day, nullptr, text, sizeof text);
+        return std::string(text);
+    };
+    EXPECT_EQ(ROLE_SYSTEM_TABLE, reader.Role());
+    EXPECT_EQ(CZoCalendar::kToday, reader.Count());
+    EXPECT_EQ("Delivery", reader.Name());
+    EXPECT_EQ(longText(Date(2024, 3, 15)), reader.Value());
+    constexpr LONG kDay = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE;
+    const struct {
+        SYSTEMTIME day;
+        LONG state;
+        const char *description, *action;
+    } kDays[] = {
+        {Date(2024, 2, 27), STATE_SYSTEM_UNAVAILABLE, "Week 9", ""},
+        {Date(2024, 2, 28), kDay, "Week 9", "Choose"},
+        {Date(2024, 3, 14), kDay, "Marked, Week 11", "Choose"},
+        {Date(2024, 3, 15), kDay | STATE_SYSTEM_SELECTED | STATE_SYSTEM_FOCUSED, "Today, Week 11", "Choose"},
+    };
+    for (const auto& row : kDays) {
+        const int part = PartOf(row.day);
+        EXPECT_EQ(longText(row.day), reader.Name(part));
+        EXPECT_EQ(ROLE_SYSTEM_CELL, reader.Role(part));
+        EXPECT_EQ(row.state, reader.State(part)) << row.description;
+        EXPECT_EQ(row.description, reader.Description(part));
+        EXPECT_EQ(row.action, reader.Action(part));
+        EXPECT_EQ(part, reader.At(reader.Area(part).CenterPoint()));
+    }
+    EXPECT_EQ("Previous month|Next month|March|2024",
+              reader.Name(43) + "|" + reader.Name(44) + "|" + reader.Name(45) + "|" + reader.Name(46));
+    EXPECT_LT(reader.Area(45).left, reader.Area(46).left);
+
+    // One focus a move, and nothing where nothing changes.
+    const Events events(*m_calendar);
+    using Heard = std::vector<std::pair<DWORD, LONG>>;
+    PressKey(*m_calendar, VK_DOWN);
+    const int part = PartOf(Date(2024, 3, 22));
+    EXPECT_EQ((Heard{{EVENT_OBJECT_FOCUS, part}, {EVENT_OBJECT_SELECTION, part}}), Events::Heard());
+    PressKey(*m_calendar, VK_NEXT);
+    EXPECT_EQ(1, Events::Count(EVENT_OBJECT_FOCUS)) << "of another month";
+    PressKey(*m_calendar, VK_RIGHT, kShift);
+    EXPECT_EQ(EVENT_OBJECT_SELECTIONWITHIN + 0UL, Events::Heard().back().first);
+    m_calendar->SetRange(nullptr, nullptr);
+    m_calendar->SetDate(Date(9999, 12, 31));
+    m_parent->Told();
+    Events::Heard();
+    PressKey(*m_calendar, VK_RIGHT);
+    EXPECT_EQ(Heard(), Events::Heard());
+    EXPECT_EQ(S_OK, reader->accDoDefaultAction(Reader::Part(43)));
+    EXPECT_EQ(S_OK, reader->accDoDefaultAction(Reader::Part(42)));
+    EXPECT_EQ("9999-12-11 chosen", m_parent->Told());
+    EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->accDoDefaultAction(Reader::Part(44)));
+}
+
+TEST_F(Calendar, CountsWeeksAsTheLocale)
+{
+    Make(CZoCalendar::kWeekNumbers);
+    for (const char first : {'0', '1', '2', '3', '4', '5', '6'}) {
+        for (const char rule : {'0', '1', '2'}) {
+            m_locale.Set(first, rule);
+            m_calendar->SendMessage(WM_SETTINGCHANGE);
+            m_calendar->SetDate(Date(2024 + first - '0', 1 + rule - '0', 1));
+            SYSTEMTIME day = {};
+            ASSERT_TRUE(m_calendar->GetPartDay(8, day));
+            EXPECT_EQ(first - '0', WeekdayOf(DayOf(day)));
+            EXPECT_EQ("Week " + std::to_string(WeekNumber(DayOf(day), first - '0', static_cast<WeekRule>(rule - '0'))),
+                      Reader(*m_calendar).Description(8));
+        }
+    }
+}
+
+TEST_F(Calendar, DrawsEachStateAndOnlyWhatIsDirty)
+{
+    Make(kSpan);
+    m_calendar->SetSpan(Date(2024, 3, 18), Date(2024, 3, 19));
+    for (const COLORREF paper : {RGB(250, 250, 250), RGB(5, 5, 5)}) {
+        const COLORREF ink = paper ^ 0xFFFFFF, grey = RGB(90, 140, 90), selected = RGB(0, 0, 160);
+        const Scheme scheme{{COLOR_WINDOW, paper},
+                            {COLOR_WINDOWTEXT, ink},
+                            {COLOR_GRAYTEXT, grey},
+                            {COLOR_HIGHLIGHT, selected},
+                            {COLOR_HIGHLIGHTTEXT, RGB(255, 255, 0)}};
+        const auto picture = ScreenOf(*m_calendar);
+        const auto count = [&](const SYSTEMTIME& day, COLORREF color) {
+            ZoPart part;
+            m_calendar->DescribePart(PartOf(day), part);
+            return picture->Count(color, part.area);
+        };
+        EXPECT_GT(count(Date(2024, 3, 20), ink), 5);
+        EXPECT_GT(count(Date(2024, 2, 28), grey), 5);
+        EXPECT_EQ(0, count(Date(2024, 2, 28), ink));
+        EXPECT_GT(count(Date(2024, 3, 18), selected), 100);
+        EXPECT_EQ(0, count(Date(2024, 3, 18), paper));
+        EXPECT_GT(count(Date(2024, 3, 15), ink), count(Date(2024, 3, 16), ink) + 40) << "today's frame";
+        EXPECT_LT(count(Date(2024, 3, 18), RGB(255, 255, 0)), count(Date(2024, 3, 19), RGB(255, 255, 0))) << "focus";
+    }
+    // What changes is drawn, and is right: the screen is what a whole drawing is.
+    const std::function<void()> kChanges[] = {
+        [&] { PressKey(*m_calendar, VK_LEFT); },
+        [&] { PressKey(*m_calendar, VK_DOWN, kShift); },
+        [&] { m_calendar->MarkDay(Date(2024, 3, 12), TRUE); },
+        [&] { SendMouse(*m_calendar, WM_LBUTTONDOWN, Place(CZoCalendar::kNext), MK_LBUTTON); },
+        [&] { PressKey(*m_calendar, VK_ESCAPE); },
+        [&] { m_parent->SetFocus(); },
+        [&] { m_calendar->EnableWindow(FALSE); },
+        [&] { m_calendar->SetRange(nullptr, nullptr); },
+    };
+    for (const auto& change : kChanges) {
+        const auto before = ScreenOf(*m_calendar);
+        change();
+        const auto after = ScreenOf(*m_calendar);
+        EXPECT_TRUE(AreEqual(*PictureOf(*m_calendar), *after)) << &change - kChanges;
+        EXPECT_TRUE(&change == std::end(kChanges) - 1 || !AreEqual(*before, *after)) << &change - kChanges;
+    }
+    std::mt19937 random(3);
+    const Reader reader(*m_calendar);
+    const ProcessCounts counts = ProcessCounts::Take();
+    for (int i = 0; i < 1000; ++i) {
+        m_calendar->MoveWindow(0, 0, static_cast<int>(random() % 400), static_cast<int>(random() % 300));
+        m_calendar->UpdateWindow();
+        m_calendar->FindPart(CPoint(static_cast<int>(random() % 400), 0));
+    }
+    m_calendar->MoveWindow(0, 0, 0, 0);
+    reader.Name(1);
+    EXPECT_EQ(counts, ProcessCounts::Take());
+}
+
+TEST_F(Calendar, RunsFromRightToLeft)
+{
+    Make(0, WS_EX_LAYOUTRTL);
+    m_calendar->SetDate(Date(2024, 3, 20));
+    PressKey(*m_calendar, VK_LEFT);
+    EXPECT_EQ("2024-03-21 changed", m_parent->Told());
+    Reader reader(*m_calendar);
+    EXPECT_GT(reader.Area(1).left, reader.Area(2).left);
+    Click(*m_calendar, Place(PartOf(Date(2024, 3, 8))));
+    EXPECT_EQ("2024-03-08 chosen", m_parent->Told());
+}
+
+TEST_F(Calendar, SurvivesFaults)
+{
+    Make(CZoCalendar::kWeekNumbers);
+    m_calendar->MarkDay(Date(2024, 3, 12), TRUE);
+    const auto whole = ScreenOf(*m_calendar);
+    const CPoint day = Place(20);
+    const auto body = [&](const FaultRun& run) {
+        CZoCalendar made;
+        made.Create(WS_VISIBLE, CRect(0, 0, 200, 200), m_parent.get(), 8);
+        m_calendar->SendMessage(WM_SETTINGCHANGE);
+        m_calendar->MarkDay(Date(2024, 3, 13), TRUE);
+        ScreenOf(*m_calendar);
+        Click(*m_calendar, day);
+        run.Stop();
+        m_calendar->MarkDay(Date(2024, 3, 13), FALSE);
+        m_calendar->SendMessage(WM_SETTINGCHANGE);
+        m_calendar->SetDate(Date(2024, 3, 15));
+        EXPECT_TRUE(AreEqual(*whole, *ScreenOf(*m_calendar)));
+    };
+    RunFaultLoop<DrawingFaults>(body);
+    RunFaultLoop<AllocationFaults>(body, {2000, 7});
 }

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr UINT_PTR kClockTimer = 1;
-constexpr UINT kLookEach = 60 * 1000; // milliseconds, at most
+constexpr UINT kLookEach = 10 * 1000; // milliseconds, at most
 constexpr UINT_PTR kRepeatTimer = 2;  // while an arrow is held down
 constexpr UINT kRepeatFirst = 400;
 constexpr UINT kRepeatEach = 150;

@@ -35,8 +35,8 @@ constexpr UINT ZON_CALENDAR_CHOSEN = ZON_FIRST - 21;
 /// wheel show another month and leave the selection as it is; nothing is notified. So in a span calendar one may click
 /// on its first day, go some months on, and click on the last with Shift.
 ///
-/// Today moves on by itself: at midnight, and within a minute after the clock was set. It does so at once if the window
-/// that gets WM_TIMECHANGE passes it on, as CZoDialog and CZoPropertyPage do.
+/// Today moves on by itself: at midnight, and within ten seconds after the clock was set. It does so at once if the
+/// frame or dialog, which alone the system tells, does this in its OnTimeChange: SendMessageToDescendants(WM_TIMECHANGE).
 ///
 /// Parts: days 1 to 42, in rows of 7, then those of Part. All members but GetIdealSize() work without a window. What the
 /// program sets is not notified.
