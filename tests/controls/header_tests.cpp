@@ -341,6 +341,7 @@ TEST_F(Header, UndoesEachDragInEachWayItCanEnd)
             SCOPED_TRACE(std::string(drag.name) + ", " + row.name);
             m_header = std::make_unique<CZoHeaderWnd>();
             Make();
+            m_header->SetFocus();
             const auto before = ScreenOf(*m_header);
             Drag(drag.from, drag.to);
             EXPECT_FALSE(AreEqual(*before, *ScreenOf(*m_header)));
@@ -353,8 +354,9 @@ TEST_F(Header, UndoesEachDragInEachWayItCanEnd)
             ::ReleaseCapture();
             if (m_header->m_hWnd == nullptr)
                 continue;
-            if (std::string(row.name) == "Esc")
+            if (std::string(row.name) == "Esc") {
                 EXPECT_TRUE(AreEqual(*before, *ScreenOf(*m_header))) << "nothing is left";
+            }
             SendMouse(*m_header, WM_LBUTTONUP, drag.to);
             EXPECT_EQ("", m_parent.Told());
         }

@@ -3,6 +3,7 @@
 
 #include <zogbl/gdi_data.h>
 
+#include "common/without_throwing.h"
 #include "controls/drawing/item_painting.h"
 
 #include <algorithm>
@@ -48,7 +49,8 @@ void CZoColumnList::PlaceHeader()
     const CRect client = GetClientArea();
     if (m_header.m_hWnd == nullptr) {
         ModifyStyle(0, WS_CLIPCHILDREN); // of a window from a template
-        if (!m_header.Create(WS_VISIBLE | (GetStyle() & kMovable), CRect(), this, kHeaderId))
+        const DWORD style = WS_VISIBLE | (GetStyle() & kMovable);
+        if (!WithoutThrowing([&] { return m_header.Create(style, CRect(), this, kHeaderId); }))
             return; // the next layout tries again
     }
     if (m_header.SendMessage(WM_GETFONT) != SendMessage(WM_GETFONT))

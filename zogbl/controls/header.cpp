@@ -29,7 +29,7 @@ int Allowed(const CZoHeaderButton& button, int width)
 {
     if (width == 0 || (button.m_flags & CZoHeaderButton::kFixedWidth) != 0)
         return width;
-    return std::clamp(width, button.GetLeastWidth(), CZoHeaderButton::kMostWidth);
+    return std::clamp<int>(width, button.GetLeastWidth(), CZoHeaderButton::kMostWidth);
 }
 
 /// The button as a header holds it. Throws CMemoryException*

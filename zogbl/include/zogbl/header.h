@@ -14,7 +14,7 @@ public:
         kNoPush = 2,         ///< it is no button, only a title
         kDescendingFirst = 4 ///< the first push sorts from the largest to the smallest
     };
-    static constexpr int kMostWidth = 0x7FFF;
+    enum : int { kMostWidth = 0x7FFF };
 
     CZoHeaderButton() = default;
     /// \param text throws CMemoryException*
@@ -78,7 +78,7 @@ class ZOGBL_API CZoHeaderWnd : public CZoControl {
     DECLARE_DYNAMIC(CZoHeaderWnd)
 public:
     enum Style : DWORD { kMovable = 0x40 }; ///< the number is that of the system's header
-    static constexpr int kMostColumns = 256;
+    enum : int { kMostColumns = 256 };
 
     enum Command {
         kPrevious = 1, ///< the column before has the focus
@@ -105,7 +105,7 @@ public:
         {VK_LEFT, ZoKey::kControl | ZoKey::kShift, kMoveBack},
         {VK_RIGHT, ZoKey::kControl | ZoKey::kShift, kMoveOn},
     };
-    static constexpr int kWidthStep = 8; ///< pixels on a screen of 96 dots an inch
+    enum : int { kWidthStep = 8 }; ///< pixels on a screen of 96 dots an inch
 
     CZoHeaderWnd();
     ~CZoHeaderWnd() override;
