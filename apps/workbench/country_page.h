@@ -4,16 +4,32 @@
 
 #include "page.h"
 
+#include <zogbl/column_list.h>
 #include <zogbl/country_box.h>
 #include <zogbl/flag_lcid_box.h>
 
 /// The telephone code as people write it: members of the North American plan with the 1 before their area code.
 CString CodeText(const CZoCountryCode& country);
 
-/// The library's list of countries, with the codes as people write them.
-class CountryListBox : public CCountryCodeListBox {
+/// The library's countries: flag and name, and the codes as people write them. Each column sorts them.
+class CountryList : public CZoColumnList {
+public:
+    BOOL CreateList(CWnd* parent, UINT id);
+    /// Takes the names of the language that is loaded; the same country stays selected.
+    void Reload();
+    /// As wide together as the list, as long as the user has not chosen widths.
+    void LayOutColumns();
+    void KeepColumns() { m_keepsColumns = true; }
+
 protected:
-    void DescribeRight(const void* data, char (&text)[16]) const override;
+    CString GetCellText(const void* row, int column) const override;
+    int CompareRows(const void* first, const void* second, int column) const override;
+    CSize GetPictureSize(int column) const override;
+    void DrawPicture(CDC* dc, CPoint at, const void* row, int column) const override;
+
+private:
+    CZoFlagBitmap m_flags;
+    bool m_keepsColumns = false;
 };
 
 class CountryPage : public Page {
@@ -28,16 +44,15 @@ public:
 protected:
     void CreateControls() override;
     void Layout(int width, int height) override;
-    afx_msg void OnPaint();
     afx_msg void OnSetFocus(CWnd* previous);
     afx_msg void OnLocaleNames();
+    afx_msg void OnColumnSized(NMHDR* header, LRESULT* result);
     DECLARE_MESSAGE_MAP()
 
 private:
-    int HeaderTop() const;
-    template <class BOX> void ReloadCountries(BOX& box);
+    int ListsTop() const;
 
-    CountryListBox m_list;
+    CountryList m_list;
     CCountryCodeComboBox m_picker;
     CComboBox m_localeNames; // the text modes
     CZoFlagLcidList m_locales;
