@@ -5,6 +5,8 @@
 #include <common/without_throwing.h>
 #include <zogbl/color_button.h>
 
+#include <afxdlgs.h>
+
 #include <random>
 
 namespace {
@@ -21,7 +23,11 @@ std::string Describe(NMHDR& header, LRESULT&)
 
 class ColorButton : public ProductTest {
 protected:
-    ColorButton() { m_parent.m_describe = &Describe; }
+    ColorButton()
+    {
+        std::fill_n(CColorDialog::GetSavedCustomColors(), 16, RGB(255, 255, 255));
+        m_parent.m_describe = &Describe;
+    }
     void Make(ControlParent* parent = nullptr, DWORD style = kAll)
     {
         m_button.DestroyWindow();
@@ -206,7 +212,9 @@ TEST_F(ColorButton, AsksTheSystemsDialog)
 TEST_F(ColorButton, DrawsItsColourAndName)
 {
     const Scheme scheme{{COLOR_3DFACE, RGB(180, 180, 180)}, {COLOR_BTNTEXT, RGB(10, 60, 10)}};
+    PlainFont font;
     Make();
+    m_button.SetFont(&font);
     m_button.SetColor(kRed);
     auto picture = PictureOf(m_button);
     EXPECT_EQ(kRed, picture->At(12, 12));

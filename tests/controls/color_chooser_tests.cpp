@@ -284,7 +284,9 @@ TEST_F(ColorChooser, DrawsEachState)
     const Scheme scheme{{COLOR_3DFACE, RGB(180, 180, 180)}, {COLOR_BTNTEXT, RGB(10, 60, 10)},
                         {COLOR_HIGHLIGHT, RGB(0, 0, 200)},  {COLOR_HIGHLIGHTTEXT, RGB(255, 255, 0)},
                         {COLOR_3DSHADOW, RGB(90, 90, 90)},  {COLOR_WINDOWTEXT, RGB(60, 70, 80)}};
+    PlainFont font;
     Make();
+    m_chooser.SetFont(&font);
     m_chooser.SetColor(kRed);
     auto picture = PictureOf(m_chooser);
     EXPECT_EQ(kRed, picture->At(30, 50));

@@ -258,6 +258,16 @@ private:
     std::vector<COLORREF> m_before;
 };
 
+/// A font without smooth edges: its text is of one colour alone.
+class PlainFont : public CFont {
+public:
+    PlainFont()
+    {
+        EXPECT_TRUE(CreateFont(-11, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, 0, 0,
+                               NONANTIALIASED_QUALITY, 0, "Arial"));
+    }
+};
+
 /// Calls of the library that draw and make windows.
 class DrawingFaults : public FaultSource {
 public:

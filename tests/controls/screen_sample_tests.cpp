@@ -133,11 +133,13 @@ TEST_F(ScreenSample, ChoosesByKeysAndClicks)
 
 TEST_F(ScreenSample, DrawsTheAreasInTheirColours)
 {
+    PlainFont font;
     CFont large;
     large.CreatePointFont(200, "Arial");
     for (const COLORREF face : {RGB(180, 180, 180), RGB(0, 0, 0)}) {
         const Scheme scheme{{COLOR_3DFACE, face}, {COLOR_BTNTEXT, RGB(250, 60, 10)}, {COLOR_WINDOW, RGB(1, 90, 1)}};
         Make();
+        m_sample.SetFont(&font);
         auto picture = PictureOf(m_sample);
         const auto row = [&](int part) {
             CRect area = Reader(m_sample).Area(part);
