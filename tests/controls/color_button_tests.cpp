@@ -291,7 +291,7 @@ TEST_F(ColorButton, MayBeDestroyedByWhatItTells)
     const struct {
         const char* name;
         std::function<void(CZoColorButton&)> act;
-    } kWays[] = {{"key", [](CZoColorButton& button) { PressKey(button, VK_SPACE); }},
+    } kWays[] = {{"key", [](CZoColorButton& button) { button.SendMessage(WM_KEYDOWN, VK_SPACE); }},
                  {"click",
                   [](CZoColorButton& button) {
                       Click(button.GetChooser(), {5, 5});

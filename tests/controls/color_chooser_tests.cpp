@@ -355,7 +355,7 @@ TEST_F(ColorChooser, MayBeDestroyedByWhatItTells)
     const struct {
         const char* name;
         std::function<void(CZoColorChooser&)> act;
-    } kWays[] = {{"key", [](CZoColorChooser& chooser) { PressKey(chooser, VK_SPACE); }},
+    } kWays[] = {{"key", [](CZoColorChooser& chooser) { chooser.SendMessage(WM_KEYDOWN, VK_SPACE); }},
                  {"click", [](CZoColorChooser& chooser) { Click(chooser, CellAt(1, 2)); }},
                  {"action", [](CZoColorChooser& chooser) { chooser.DoPartAction(11); }},
                  {"dialog", [](CZoColorChooser& chooser) { chooser.DoPartAction(kMorePart); }}};

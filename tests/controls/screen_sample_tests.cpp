@@ -220,9 +220,9 @@ TEST_F(ScreenSample, TellsScreenReaders)
 TEST_F(ScreenSample, MayBeDestroyedByWhatItTells)
 {
     const std::function<void(CZoScreenSample&)> kWays[] = {
-        [](CZoScreenSample& sample) { PressKey(sample, VK_DOWN); },
+        [](CZoScreenSample& sample) { sample.SendMessage(WM_KEYDOWN, VK_DOWN); },
         [](CZoScreenSample& sample) {
-            Click(sample, {100, 140});
+            SendMouse(sample, WM_LBUTTONDOWN, {100, 140});
         },
         [](CZoScreenSample& sample) { sample.DoPartAction(2); },
     };
