@@ -11,6 +11,7 @@ void MeasureFolders(Harness& harness);
 void MeasurePickers(Harness& harness);
 void MeasureProfiles(Harness& harness);
 void MeasureStartup(Harness& harness);
+void MeasureTextPanel(Harness& harness);
 void MeasureTrace(Harness& harness);
 void MeasureTranslation(Harness& harness);
 void MeasureTrees(Harness& harness);

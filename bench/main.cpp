@@ -22,10 +22,10 @@ struct Family {
     void (*measure)(Harness& harness);
 };
 constexpr Family kFamilies[] = {
-    {"registry", &MeasureRegistry}, {"profiles", &MeasureProfiles}, {"countries", &MeasureCountries},
-    {"folders", &MeasureFolders},   {"bitmaps", &MeasureBitmaps},   {"pickers", &MeasurePickers},
-    {"startup", &MeasureStartup},   {"trace", &MeasureTrace},       {"translation", &MeasureTranslation},
-    {"trees", &MeasureTrees},       {"values", &MeasureValues},
+    {"registry", &MeasureRegistry},    {"profiles", &MeasureProfiles}, {"countries", &MeasureCountries},
+    {"folders", &MeasureFolders},      {"bitmaps", &MeasureBitmaps},   {"pickers", &MeasurePickers},
+    {"startup", &MeasureStartup},      {"trace", &MeasureTrace},       {"translation", &MeasureTranslation},
+    {"text panel", &MeasureTextPanel}, {"trees", &MeasureTrees},       {"values", &MeasureValues},
 };
 
 const char* const kHelp =
