@@ -127,6 +127,21 @@ TEST_F(TextPanel, SharesTheWidth)
     DestroyIcon(icon);
 }
 
+TEST_F(TextPanel, IsPutOverAStaticText)
+{
+    CStatic text;
+    ASSERT_TRUE(text.Create("text", WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 20), &m_parent, 7));
+    text.Detach();
+    ASSERT_TRUE(m_panel.SubclassDlgItem(7, &m_parent));
+    EXPECT_EQ("0-100", Places());
+    EXPECT_GT(PictureOf(m_panel)->Count(kInk, {4, 2, 96, 18}), 20);
+    CClientDC dc(&m_panel);
+    dc.SelectObject(CFont::FromHandle(m_panel.GetFontHandle()));
+    TEXTMETRIC metrics;
+    dc.GetTextMetrics(&metrics);
+    EXPECT_EQ(metrics.tmHeight + metrics.tmExternalLeading + 2 * (1 + 2), m_panel.GetBestHeight());
+}
+
 TEST_F(TextPanel, DrawsOnlyWhatChanges)
 {
     Make({{}, {Width::kFitted, 0}, {Width::kFixed, 40}});
@@ -145,6 +160,7 @@ TEST_F(TextPanel, DrawsOnlyWhatChanges)
     EXPECT_EQ(Heard(), Events::Heard());
     m_panel.SetPaneText(2, "abcdef");
     EXPECT_EQ(CRect(0, 0, second.right, 20), m_panel.Drawn()) << "its neighbour has less";
+    EXPECT_FALSE(m_panel.IsPaneShortened(2)) << "fitted";
     EXPECT_STREQ("first", m_panel.GetPaneText(1));
     EXPECT_STREQ("abcdef", m_panel.GetPaneText(2));
 }
@@ -182,6 +198,7 @@ TEST_F(TextPanel, ShowsTextsEdgesAndPictures)
     panes[0].alignment = DT_RIGHT;
     m_panel.SetPanes(panes.data(), 3);
     EXPECT_EQ(8 * 16, PictureOf(m_panel)->Count(0, {10, 2, 18, 18})) << "alone";
+    EXPECT_EQ(0, PictureOf(m_panel)->Count(kInk, {0, 0, 30, 20}));
     m_panel.DestroyWindow();
     ControlParent mirrored(WS_EX_LAYOUTRTL);
     ASSERT_TRUE(m_panel.Create(WS_VISIBLE, CRect(0, 0, 300, 20), &mirrored, 5));
@@ -195,17 +212,18 @@ TEST_F(TextPanel, ObeysKeysAndClicks)
     CButton before;
     ASSERT_TRUE(before.Create("", WS_CHILD | WS_VISIBLE, CRect(0, 50, 50, 70), &m_parent, 6));
     before.SetFocus();
-    const auto picture = PictureOf(m_panel);
+    m_parent.SendMessage(WM_CHANGEUISTATE, MAKEWPARAM(UIS_SET, UISF_HIDEFOCUS));
     m_panel.TakeKeyboard();
-    EXPECT_FALSE(AreEqual(*picture, *PictureOf(m_panel))) << "the focus is shown";
+    EXPECT_GT(PictureOf(m_panel)->Count(kInk, m_panel.GetPaneArea(1)), 20) << "the focus is shown";
+    EXPECT_EQ(0, PictureOf(m_panel)->Count(kInk, m_panel.GetPaneArea(2)));
     const Events events(m_panel);
     std::string went; // where the focus was after each key, and what the parent was told
     for (const UINT key :
-         {VK_LEFT, VK_RIGHT, VK_SPACE, VK_RETURN, VK_DOWN, VK_RIGHT, VK_UP, VK_HOME, VK_SPACE, VK_END}) {
+         {VK_LEFT, VK_RIGHT, VK_SPACE, VK_RETURN, VK_DOWN, VK_RIGHT, VK_UP, VK_HOME, VK_SPACE, VK_END, VK_END}) {
         PressKey(m_panel, key);
         went += std::to_string(m_panel.GetFocusedPart()) + m_parent.Told() + " ";
     }
-    EXPECT_EQ("1 2 2pressed 2 2pressed 2 4 4 2 1 1 4 ", went);
+    EXPECT_EQ("1 2 2pressed 2 2pressed 2 4 4 2 1 1 4 4 ", went);
     EXPECT_EQ(5, Events::Count(EVENT_OBJECT_FOCUS));
     m_panel.SendMessage(WM_KEYDOWN, VK_SPACE, 0x40000001);
     EXPECT_EQ("", m_parent.Told()) << "the key is held down";
@@ -231,11 +249,20 @@ TEST_F(TextPanel, ObeysKeysAndClicks)
     SendMouse(m_panel, WM_LBUTTONUP, Middle(4));
     SendMouse(m_panel, WM_LBUTTONDOWN, Middle(2), MK_LBUTTON);
     PressKey(m_panel, VK_ESCAPE);
+    EXPECT_EQ(kLight, PictureOf(m_panel)->At(Middle(2).x, 0)) << "let go";
     SendMouse(m_panel, WM_LBUTTONUP, Middle(2));
     m_panel.EnableWindow(FALSE);
     EXPECT_FALSE(m_panel.DoPartAction(2));
     m_panel.EnableWindow(TRUE);
     EXPECT_EQ("", m_parent.Told());
+    const ZoPane hidden[] = {{Width::kFixed, 0}, Button(60)};
+    m_panel.SetPanes(hidden, 2);
+    PressKey(m_panel, VK_HOME);
+    before.SetFocus();
+    m_panel.SetPanes(hidden, 1);
+    m_panel.SetPanes(hidden, 2);
+    m_panel.SetFocus();
+    EXPECT_EQ(2, m_panel.GetFocusedPart()) << "the first that is shown";
     m_parent.m_describe = [this](NMHDR&, LRESULT&) {
         m_panel.DestroyWindow();
         return "gone";
