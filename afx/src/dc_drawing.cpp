@@ -66,6 +66,15 @@ int CDC::ExcludeUpdateRgn(CWnd* pWnd) { return ::ExcludeUpdateRgn(m_hDC, pWnd !=
 
 void CDC::FillSolidRect(LPCRECT lpRect, COLORREF clr)
 {
+    const DWORD layout = GetLayout();
+    if (layout != GDI_ERROR && (layout & LAYOUT_RTL) != 0) {
+        // Wine fills the rectangle of ExtTextOut one pixel too far to the left in a context that runs from right to
+        // left.
+        const HBRUSH brush = ::CreateSolidBrush(clr);
+        ::FillRect(m_hDC, lpRect, brush);
+        ::DeleteObject(brush);
+        return;
+    }
     const COLORREF before = ::SetBkColor(m_hDC, clr);
     ::ExtTextOut(m_hDC, 0, 0, ETO_OPAQUE, lpRect, nullptr, 0, nullptr);
     ::SetBkColor(m_hDC, before);

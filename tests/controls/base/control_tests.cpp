@@ -332,9 +332,14 @@ TEST(Control, ObeysKeysInTheDirectionOfTheEye)
         EXPECT_EQ(direction == 0 ? 1 : 2, control.m_chosen);
         PressKey(control, VK_RIGHT, ZoKey::kControl);
         EXPECT_EQ(direction == 0 ? 1 : 2, control.m_chosen) << "not in the table";
-        // The left half is where the reader's eye begins.
-        const auto screen = ScreenOf(control);
-        EXPECT_EQ(kInk, screen->At(10, 10));
+        // The left half is where the reader's eye begins, and both reach the edges.
+        const CClientDC dc(&control);
+        const HDC screen = dc;
+        if (direction != 0)
+            ::SetLayout(screen, 0);
+        control.UpdateWindow();
+        EXPECT_EQ(direction == 0 ? kInk : kPaper, ::GetPixel(screen, 0, 10));
+        EXPECT_EQ(direction == 0 ? kPaper : kInk, ::GetPixel(screen, 99, 10));
     }
 }
 
