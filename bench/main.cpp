@@ -26,6 +26,7 @@ constexpr Family kFamilies[] = {
     {"folders", &MeasureFolders},      {"bitmaps", &MeasureBitmaps},   {"pickers", &MeasurePickers},
     {"startup", &MeasureStartup},      {"trace", &MeasureTrace},       {"translation", &MeasureTranslation},
     {"text panel", &MeasureTextPanel}, {"trees", &MeasureTrees},       {"values", &MeasureValues},
+    {"calendar", &MeasureCalendar},
 };
 
 const char* const kHelp =

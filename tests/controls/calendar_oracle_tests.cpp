@@ -1,9 +1,6 @@
 // The calendar beside the system's: the same random steps, and each difference with its reason.
 #include "controls/calendar_test.h"
 
-#include "controls/base/day.h"
-#include "support/product_test.h"
-
 #include <commctrl.h>
 
 #include <random>
@@ -118,7 +115,7 @@ TEST(CalendarOracle, DoesAsTheSystemsOrForAReasonNot)
          [](const Step& step) { return step.kind == kArrow; }},
     };
     for (const DWORD style : {0UL, CZoCalendar::kSpan + 0UL}) {
-        const UserLocale locale;
+        const UserWeeks weeks;
         ControlParent parent;
         SystemCalendar system(parent, style);
         CZoCalendar ours;

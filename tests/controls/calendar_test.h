@@ -49,41 +49,32 @@ private:
     const ImportPatch m_patch{kZogbl, "GetLocalTime", &Now};
 };
 
-/// The library takes American English for the user's locale, with numbers of the calendar as the test sets them.
-class UserLocale {
+/// The user's first weekday and rule for weeks, as digits, while it lives.
+class UserWeeks {
 public:
-    explicit UserLocale(char firstWeekday = '6', char weekRule = '0')
-    {
-        s_firstWeekday = firstWeekday;
-        s_weekRule = weekRule;
-        s_this = this;
-    }
-    void Set(char firstWeekday, char weekRule) const
-    {
-        s_firstWeekday = firstWeekday;
-        s_weekRule = weekRule;
-    }
+    void Set(char firstWeekday, char rule) const { s_first = firstWeekday, s_rule = rule; }
 
 private:
-    static constexpr LCID kEnglishLocale = 0x0409;
-    static int WINAPI Info(LCID, LCTYPE what, LPSTR text, int size)
+    static int WINAPI Info(LCID locale, LCTYPE what, LPSTR text, int size)
     {
-        if ((what & 0xFFFF) != LOCALE_IFIRSTDAYOFWEEK && (what & 0xFFFF) != LOCALE_IFIRSTWEEKOFYEAR)
-            return s_this->m_info.Original<int WINAPI(LCID, LCTYPE, LPSTR, int)>()(kEnglishLocale, what, text, size);
-        text[0] = (what & 0xFFFF) == LOCALE_IFIRSTDAYOFWEEK ? s_firstWeekday : s_weekRule;
+        const LCTYPE number = what & 0xFFFF;
+        if (number != LOCALE_IFIRSTDAYOFWEEK && number != LOCALE_IFIRSTWEEKOFYEAR)
+            return ::GetLocaleInfoA(locale, what, text, size);
+        text[0] = number == LOCALE_IFIRSTDAYOFWEEK ? s_first : s_rule;
         text[1] = '\0';
         return 2;
     }
-    static int WINAPI Format(LCID, DWORD flags, const SYSTEMTIME* date, LPCSTR picture, LPSTR text, int size)
-    {
-        return s_this->m_format.Original<int WINAPI(LCID, DWORD, const SYSTEMTIME*, LPCSTR, LPSTR, int)>()(
-            kEnglishLocale, flags, date, picture, text, size);
-    }
-    static inline char s_firstWeekday, s_weekRule;
-    static inline UserLocale* s_this;
-    const ImportPatch m_info{kZogbl, "GetLocaleInfoA", &Info};
-    const ImportPatch m_format{kZogbl, "GetDateFormatA", &Format};
+    static inline char s_first = '6', s_rule = '0';
+    const ImportPatch m_patch{kZogbl, "GetLocaleInfoA", &Info};
 };
+
+/// A day in the user's locale. \param format DATE_...
+inline std::string LocaleText(const SYSTEMTIME& day, DWORD format)
+{
+    char text[80] = "";
+    ::GetDateFormatA(LOCALE_USER_DEFAULT, format, &day, nullptr, text, sizeof text);
+    return text;
+}
 
 /// Keys for the menu that opens while it lives.
 class ListKeys {
