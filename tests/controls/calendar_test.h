@@ -16,6 +16,11 @@ inline SYSTEMTIME Date(int year, int month, int day)
     time.wDay = static_cast<WORD>(day);
     return time;
 }
+/// \param text "2024-02-29", and anything behind it
+inline SYSTEMTIME DateOf(const std::string& text)
+{
+    return Date(std::stoi(text), std::stoi(text.substr(5)), std::stoi(text.substr(8)));
+}
 inline std::string Text(const SYSTEMTIME& day)
 {
     char text[32];
