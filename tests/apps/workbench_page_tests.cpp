@@ -1,4 +1,5 @@
-// The Workbench's pages of records, as real windows, when the registry has what cannot be read.
+// The Workbench's pages as real windows; those of records when the registry has what cannot be read.
+#include "country_page.h"
 #include "location_page.h"
 #include "mailbox_page.h"
 
@@ -29,6 +30,15 @@ protected:
     }
     /// Presses the button of that number.
     static void Press(Page& page, int button) { page.SendMessage(WM_COMMAND, MAKEWPARAM(kNew + button, BN_CLICKED)); }
+
+    /// The list of countries, as their codes: "1 1+242 7 ...".
+    static std::string CodesOf(const CZoColumnList& list)
+    {
+        std::string codes;
+        for (int i = 0; i < list.GetRowCount(); ++i)
+            codes += (i > 0 ? " " : "") + std::string(CodeText(*static_cast<const CZoCountryCode*>(list.GetRow(i))));
+        return codes;
+    }
 
     const HINSTANCE m_texts = LoadLibraryA("ZOWORENU.DLL"); // stays loaded
     const CDynLinkLibrary m_chain{m_texts, m_texts};
@@ -99,4 +109,36 @@ TEST_F(RecordPages, OfMailBoxesLoseNothingThatOthersWrote)
         m_product.Config().DeleteSection(ZO_MODE_LOCAL_MACHINE, record, nullptr);
     }
     EXPECT_TRUE(CanAdd(page));
+}
+
+TEST_F(RecordPages, OfCountriesSortsByEachColumn)
+{
+    CountryPage page;
+    Open(page);
+    auto& list = static_cast<CZoColumnList&>(*CWnd::FromHandlePermanent(::GetDlgItem(page.m_hWnd, 100)));
+    ASSERT_EQ(GetGlobalCountryList()->GetCount(), list.GetRowCount());
+    const auto nameOf = [&](int row) { return static_cast<const CZoCountryCode*>(list.GetRow(row))->GetName(); };
+    for (int i = 1; i < list.GetRowCount(); ++i)
+        ASSERT_LE(CZoFlagBox::CompareNames(nameOf(i - 1), nameOf(i)), 0) << "by name at first";
+    list.SetCurSel(9);
+    const void* const selected = list.GetRow(9);
+    list.GetHeader().DoPartAction(2);
+    std::string codes = CodesOf(list);
+    EXPECT_EQ(0u, codes.find("1 ")) << codes;
+    EXPECT_LT(codes.find(" 1+242 "), codes.find(" 1+246 "));
+    EXPECT_LT(codes.find(" 1+876 "), codes.find(" 7 "));
+    EXPECT_LT(codes.find(" 98 "), codes.find(" 212 "));
+    EXPECT_EQ(selected, list.GetRow(list.GetCurSel()));
+    list.GetHeader().DoPartAction(2);
+    EXPECT_EQ(codes.size() - 2, CodesOf(list).rfind(" 1"));
+
+    // The columns fill the list until the user gives them a width.
+    CRect client;
+    page.MoveWindow(0, 0, 500, 400);
+    list.GetClientRect(&client);
+    EXPECT_EQ(client.Width(), list.GetHeader().GetTotalWidth());
+    NMHDR sized = {list.m_hWnd, 100, ZON_HEADER_SIZED};
+    page.SendMessage(WM_NOTIFY, 100, reinterpret_cast<LPARAM>(&sized));
+    page.MoveWindow(0, 0, 600, 400);
+    EXPECT_EQ(client.Width(), list.GetHeader().GetTotalWidth());
 }

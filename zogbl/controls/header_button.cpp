@@ -53,6 +53,19 @@ void DrawArrow(CDC* dc, const CRect& place, Sort sort, COLORREF color)
     }
 }
 
+/// In the size of the place, which an icon of another size is drawn in.
+void DrawIcon(CDC* dc, const CRect& place, HICON icon, bool isDisabled)
+{
+    const CSize size = place.Size();
+    const UnmirroredPictures unmirrored(dc);
+    if (!isDisabled) {
+        ::DrawIconEx(*dc, place.left, place.top, icon, size.cx, size.cy, 0, nullptr, DI_NORMAL);
+    } else if (HANDLE small = ::CopyImage(icon, IMAGE_ICON, size.cx, size.cy, 0)) {
+        ZoDrawDisabledIcon(*dc, place, static_cast<HICON>(small));
+        ::DestroyIcon(static_cast<HICON>(small));
+    }
+}
+
 } // namespace
 
 CZoHeaderButton::CZoHeaderButton(LPCSTR text, int width, Align align, UINT flags)
@@ -100,12 +113,9 @@ void CZoHeaderButton::Draw(CDC* dc, const CRect& area, UINT state) const
         if (m_hIcon != nullptr) {
             const CSize size = IconSize();
             CRect icon = CutOff(place, size.cx, false);
-            icon.top = (icon.top + icon.bottom - size.cy) / 2;
-            const UnmirroredPictures unmirrored(dc);
-            if (isDisabled)
-                ZoDrawDisabledIcon(*dc, icon, m_hIcon);
-            else if (icon.Width() == size.cx) // or nothing of it
-                ::DrawIconEx(*dc, icon.left, icon.top, m_hIcon, size.cx, size.cy, 0, nullptr, DI_NORMAL);
+            if (icon.Width() == size.cx) // or nothing of it
+                DrawIcon(dc, CRect(CPoint(icon.left, (icon.top + icon.bottom - size.cy) / 2), size), m_hIcon,
+                         isDisabled);
         }
         const UINT format = FormatOf(m_align) | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
         if (isDisabled) {
