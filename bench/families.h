@@ -9,6 +9,7 @@ void MeasureBitmaps(Harness& harness);
 void MeasureCalendar(Harness& harness);
 void MeasureCountries(Harness& harness);
 void MeasureFolders(Harness& harness);
+void MeasureHeaders(Harness& harness);
 void MeasurePickers(Harness& harness);
 void MeasureProfiles(Harness& harness);
 void MeasureStartup(Harness& harness);

@@ -26,7 +26,7 @@ constexpr Family kFamilies[] = {
     {"folders", &MeasureFolders},      {"bitmaps", &MeasureBitmaps},   {"pickers", &MeasurePickers},
     {"startup", &MeasureStartup},      {"trace", &MeasureTrace},       {"translation", &MeasureTranslation},
     {"text panel", &MeasureTextPanel}, {"trees", &MeasureTrees},       {"values", &MeasureValues},
-    {"calendar", &MeasureCalendar},
+    {"calendar", &MeasureCalendar},    {"headers", &MeasureHeaders},
 };
 
 const char* const kHelp =

@@ -445,7 +445,7 @@ TEST_F(Header, ShowsItsStatesInEachScheme)
     PressKey(*m_header, VK_ESCAPE);
     m_header->EnableWindow(FALSE);
     EXPECT_EQ(0, PictureOf(*m_header)->Count(kText, CRect(0, 0, 300, 20)));
-    EXPECT_GT(PictureOf(*m_header)->Count(kShadow, text), 10);
+    EXPECT_GT(PictureOf(*m_header)->Count(kShadow, text), 0);
     m_header->EnableWindow();
 
     // A picture takes room and stays as it is from right to left.
