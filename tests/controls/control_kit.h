@@ -68,9 +68,10 @@ inline void PressKey(CWnd& control, UINT key, int modifiers = 0)
     during[VK_SHIFT] = (modifiers & ZoKey::kShift) != 0 ? 0x80 : 0;
     during[VK_CONTROL] = (modifiers & ZoKey::kControl) != 0 ? 0x80 : 0;
     SetKeyboardState(during);
+    const HWND window = control.m_hWnd; // the key may end the control
     control.PostMessage(WM_KEYDOWN, key, 1);
     MSG message;
-    while (PeekMessageA(&message, control.m_hWnd, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE))
+    while (PeekMessageA(&message, window, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE))
         DispatchMessageA(&message); // not translated: characters are sent by the tests that want them
     SetKeyboardState(before);
 }
@@ -84,8 +85,9 @@ inline void SendMouse(CWnd& control, UINT message, CPoint point, WPARAM buttons 
 }
 inline void Click(CWnd& control, CPoint point)
 {
+    const HWND window = control.m_hWnd;
     SendMouse(control, WM_LBUTTONDOWN, point, MK_LBUTTON);
-    if (::IsWindow(control.m_hWnd))
+    if (::IsWindow(window))
         SendMouse(control, WM_LBUTTONUP, point);
 }
 
