@@ -126,7 +126,8 @@ void CZoCalendar::DrawDay(CDC* dc, int part) const
     dc->FillSolidRect(area, colors.background);
     CString number;
     number.Format("%d", date.wDay);
-    const HGDIOBJ before = m_hBold != nullptr && IsMarked(date) ? ::SelectObject(*dc, m_hBold) : nullptr;
+    const bool isMarked = IsMarked(date) != FALSE;
+    const HGDIOBJ before = m_hBold != nullptr && isMarked ? ::SelectObject(*dc, m_hBold) : nullptr;
     DrawCentred(dc, number, area, colors.text);
     if (!IsAllowed(day)) { // struck out
         const int width = dc->GetTextExtent(number).cx + CZoGlobalGDIData::Scale(2);
@@ -135,6 +136,10 @@ void CZoCalendar::DrawDay(CDC* dc, int part) const
     }
     if (before != nullptr)
         ::SelectObject(*dc, before);
+    if (isMarked) { // not each font has a bold face that can be told from the plain one
+        const int dot = CZoGlobalGDIData::Scale(3);
+        dc->FillSolidRect(area.right - dot - m_nPad, area.top + m_nPad, dot, dot, colors.text);
+    }
     CRect frame = area;
     if (day == m_today && !HasStyle(kNoTodayMark))
         dc->Draw3dRect(frame, colors.text, colors.text);

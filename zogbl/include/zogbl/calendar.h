@@ -132,7 +132,7 @@ public:
     BOOL ShowMonth(int year, int month);
     SYSTEMTIME GetShownMonth() const; ///< its first day
 
-    /// Marks a day, as one on which something happens: it is shown in bold, and screen readers say so.
+    /// Marks a day, as one on which something happens: it is shown in bold with a dot, and screen readers say so.
     /// \return FALSE, changing nothing: there is no such day, or memory has run out
     BOOL MarkDay(const SYSTEMTIME& day, BOOL isMarked);
     void ClearMarks();
