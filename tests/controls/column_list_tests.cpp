@@ -8,6 +8,7 @@
 #include <zogbl/resource_ids.h>
 
 #include <random>
+#include <sstream>
 
 namespace {
 
@@ -79,9 +80,25 @@ protected:
         }
         return all;
     }
-    /// Clicks in the middle of a row.
-    void ClickRow(int row) { Click(*m_list, m_list->GetRowArea(row).CenterPoint()); }
-    void Push(int column) { Click(m_list->GetHeader(), m_list->GetHeader().GetColumnArea(column).CenterPoint()); }
+    /// Words for a key ("k40"), a row clicked or double clicked ("c2 b2"), a column pushed ("p0") and characters ("tab").
+    void Play(const std::string& script)
+    {
+        std::istringstream words(script);
+        for (std::string word; words >> word && m_list != nullptr;) {
+            const int number = std::atoi(word.c_str() + 1);
+            CZoHeaderWnd& header = m_list->GetHeader();
+            if (word[0] == 'k')
+                PressKey(*m_list, static_cast<UINT>(number));
+            else if (word[0] == 'p')
+                Click(header, header.GetColumnArea(number).CenterPoint());
+            else if (word[0] == 'c')
+                Click(*m_list, m_list->GetRowArea(number).CenterPoint());
+            else if (word[0] == 'b')
+                SendMouse(*m_list, WM_LBUTTONDBLCLK, m_list->GetRowArea(number).CenterPoint());
+            else
+                std::for_each(word.begin() + 1, word.end(), [&](char c) { m_list->SendMessage(WM_CHAR, BYTE(c)); });
+        }
+    }
 
     ControlParent m_parent;
     std::unique_ptr<FileList> m_list = std::make_unique<FileList>();
@@ -94,51 +111,42 @@ TEST_F(ColumnList, ObeysAndTellsOnce)
     Make();
     m_list->SetFocus();
     m_parent.Told();
-    const auto type = [&](const char* text) {
-        for (; *text != '\0'; ++text)
-            m_list->SendMessage(WM_CHAR, static_cast<BYTE>(*text));
-    };
     const struct {
-        const char* name;
-        std::function<void()> act;
-        const char* told;
-        const char* rows;
+        const char *script, *told, *rows;
     } kActs[] = {
-        {"down", [&] { PressKey(*m_list, VK_DOWN); }, "command:1", "[d]Acbc"},
-        {"up at the top", [&] { PressKey(*m_list, VK_UP); }, "", "[d]Acbc"},
-        {"end", [&] { PressKey(*m_list, VK_END); }, "command:1", "dAcb[c]"},
-        {"down at the end", [&] { PressKey(*m_list, VK_DOWN); }, "", "dAcb[c]"},
-        {"home", [&] { PressKey(*m_list, VK_HOME); }, "command:1", "[d]Acbc"},
-        {"click", [&] { ClickRow(2); }, "command:1", "dA[c]bc"},
-        {"the same", [&] { ClickRow(2); }, "", "dA[c]bc"},
-        {"double click", [&] { SendMouse(*m_list, WM_LBUTTONDBLCLK, m_list->GetRowArea(2).CenterPoint()); },
-         "command:2", "dA[c]bc"},
-        {"beside the rows",
-         [&] {
-             Click(*m_list, {50, 126});
-         },
-         "", "dA[c]bc"},
-        {"by name", [&] { Push(0); }, "pushed", "Ab c[c]d"},
-        {"the other way", [&] { Push(0); }, "pushed", "d[c]cbA"},
-        {"by size, the largest first", [&] { Push(1); }, "pushed", "bd[c]cA"},
-        {"the smallest first", [&] { Push(1); }, "pushed", "Acd[c]b"},
-        {"typing a size", [&] { type("100"); }, "command:1", "Acdc[b]"},
-        {"typing a name", [&] { PressKey(*m_list, VK_HOME), type("ch"); }, "command:1 command:1 command:1", "Acd[c]b"},
-        {"typing nothing that is there", [&] { PressKey(*m_list, VK_END), type("x"); }, "command:1", "Acdc[b]"},
-        {"a reader", [&] { Reader(*m_list)->accDoDefaultAction(Reader::Part(1)); }, "command:1", "[A]cdcb"},
-        {"programmer", [&] { m_list->SetCurSel(3), m_list->SortBy(0, Sort::kAscending); }, "", "Ab c[c]d"},
-        {"fit all", [&] { PressKey(*m_list, VK_ADD, ZoKey::kControl); }, "", "Ab c[c]d"},
-        {"wider", [&] { PressKey(m_list->GetHeader(), VK_RIGHT, ZoKey::kControl); }, "sized", "Ab c[c]d"},
+        {"k40", "command:1", "[d]Acbc"}, // down, up, end, home
+        {"k38", "", "[d]Acbc"},
+        {"k35", "command:1", "dAcb[c]"},
+        {"k40", "", "dAcb[c]"},
+        {"k36", "command:1", "[d]Acbc"},
+        {"c2", "command:1", "dA[c]bc"},
+        {"c2", "", "dA[c]bc"},
+        {"b2", "command:2", "dA[c]bc"},
+        {"c9", "", "dA[c]bc"}, // beside the rows
+        {"p0", "pushed", "Abc[c]d"},
+        {"p0", "pushed", "d[c]cbA"},
+        {"p1", "pushed", "bd[c]cA"}, // the largest first; those alike as they stood
+        {"p1", "pushed", "Acd[c]b"},
+        {"t100", "command:1", "Acdc[b]"},                        // a size
+        {"k36 tch", "command:1 command:1 command:1", "Acd[c]b"}, // a name
+        {"k35 tx", "command:1", "Acdc[b]"},
     };
     for (const auto& row : kActs) {
-        row.act();
-        std::string rows = row.rows;
-        rows.erase(std::remove(rows.begin(), rows.end(), ' '), rows.end());
-        EXPECT_EQ(row.told, m_parent.Told()) << row.name;
-        EXPECT_EQ(rows, Rows()) << row.name;
+        Play(row.script);
+        EXPECT_EQ(row.told, m_parent.Told()) << row.script;
+        EXPECT_EQ(row.rows, Rows()) << row.script;
     }
+    Reader(*m_list)->accDoDefaultAction(Reader::Part(1));
+    EXPECT_EQ("command:1", m_parent.Told());
+    PressKey(m_list->GetHeader(), VK_RIGHT, ZoKey::kControl);
+    EXPECT_EQ("sized", m_parent.Told());
+    m_list->SetCurSel(3);
+    m_list->SortBy(0, Sort::kAscending);
+    PressKey(*m_list, VK_ADD, ZoKey::kControl);
+    EXPECT_EQ("", m_parent.Told()) << "the programmer's";
+    EXPECT_LT(m_list->GetHeader().GetColumn(0)->m_nWidth, 90);
     m_parent.m_describe = [](NMHDR&, LRESULT& answer) { return answer = 1, "mine"; };
-    Push(0);
+    Play("p0");
     EXPECT_EQ("Abc[c]d", Rows()) << "the parent sorts by itself";
     EXPECT_EQ("mine", m_parent.Told());
 
@@ -181,9 +189,7 @@ TEST_F(ColumnList, KeepsItsRows)
     EXPECT_TRUE(m_list->SetRows(CPtrArray()));
     EXPECT_EQ(nullptr, m_list->GetRow(0));
     EXPECT_EQ(-1, m_list->GetCurSel());
-    for (const UINT key : {VK_DOWN, VK_END, VK_NEXT, VK_PRIOR})
-        PressKey(*m_list, key);
-    m_list->SendMessage(WM_CHAR, 'a');
+    Play("k40 k35 k34 k33 ta");
     EXPECT_EQ(-1, m_list->GetCurSel());
 }
 
@@ -332,15 +338,9 @@ TEST_F(ColumnList, DrawsRowsPicturesAndStates)
 TEST_F(ColumnList, SurvivesItsEndInNotificationsSizesAndFaults)
 {
     const struct {
-        const char* told;
-        std::function<void()> act;
+        const char *told, *script;
     } kActs[] = {
-        {"command:1", [&] { ClickRow(0); }},
-        {"command:1", [&] { SendMouse(*m_list, WM_LBUTTONDBLCLK, m_list->GetRowArea(0).CenterPoint()); }},
-        {"command:4", [&] { m_list->SetFocus(); }},
-        {"pushed", [&] { Push(0); }},
-        {"sized", [&] { PressKey(m_list->GetHeader(), VK_RIGHT, ZoKey::kControl); }},
-    };
+        {"command:1", "c0"}, {"command:1", "b0"}, {"command:4", "c9"}, {"command:5", "c0 k117"}, {"pushed", "p0"}};
     for (const auto& row : kActs) {
         m_list = std::make_unique<FileList>();
         m_parent.SetFocus();
@@ -349,30 +349,14 @@ TEST_F(ColumnList, SurvivesItsEndInNotificationsSizesAndFaults)
             if (what == row.told)
                 m_list.reset();
         };
-        row.act();
+        Play(row.script);
         EXPECT_EQ(nullptr, m_list) << row.told;
         m_parent.m_onTold = nullptr;
     }
     m_list = std::make_unique<FileList>();
     Make(0, CSize());
-    std::mt19937 random(5);
-    for (int i = 0; i < 1000; ++i) {
-        m_list->MoveWindow(0, 0, static_cast<int>(random() % 300), static_cast<int>(random() % 200));
-        if (i % 10 == 0)
-            m_list->UpdateWindow();
-    }
     m_list->MoveWindow(0, 0, 200, 120);
-    m_list->SetCurSel(1);
-    const auto whole = ScreenOf(*m_list);
-    const auto draw = [&](const FaultRun& run) {
-        m_list->Invalidate(FALSE);
-        m_list->UpdateWindow();
-        run.Stop();
-        m_list->Invalidate(FALSE);
-        EXPECT_TRUE(AreEqual(*whole, *ScreenOf(*m_list)));
-    };
-    RunFaultLoop<DrawingFaults>(draw);
-    RunFaultLoop<AllocationFaults>(draw);
+    ExpectSteadyDrawing(*m_list);
     m_list->SortBy(1, Sort::kAscending);
     m_list->SetCurSel(4);
     RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {

@@ -284,3 +284,36 @@ private:
     ZO_FAULTY_CALL(SetWindowsHookExA) m_hook{*this, kZogbl, nullptr};
     ZO_FAULTY_CALL(SaveDC) m_save{*this, kZogbl, 0};
 };
+
+/// Whether a control draws rightly in each size and in spite of faults, and keeps nothing: what it shows at the end is
+/// what it showed at the beginning.
+inline void ExpectSteadyDrawing(CWnd& control)
+{
+    CRect place;
+    control.GetWindowRect(&place);
+    control.GetParent()->ScreenToClient(&place);
+    const auto whole = ScreenOf(control);
+    unsigned random = 7;
+    for (int i = 0; i < 1000; ++i) {
+        random = random * 1664525 + 1013904223;
+        control.MoveWindow(0, 0, static_cast<int>(random >> 8) % 300, static_cast<int>(random >> 20) % 200);
+        if (i % 10 == 0)
+            control.UpdateWindow();
+    }
+    control.MoveWindow(place);
+    const auto draw = [&](const FaultRun& run) {
+        control.Invalidate(FALSE);
+        control.UpdateWindow();
+        run.Stop();
+        control.Invalidate(FALSE);
+        EXPECT_TRUE(AreEqual(*whole, *ScreenOf(control)));
+    };
+    RunFaultLoop<DrawingFaults>(draw);
+    RunFaultLoop<AllocationFaults>(draw);
+    const ProcessCounts before = ProcessCounts::Take();
+    for (int i = 0; i < 10000 / (IsGuardHeapInstalled() ? 10 : 1); ++i) {
+        control.Invalidate(FALSE);
+        control.UpdateWindow();
+    }
+    EXPECT_EQ(before, ProcessCounts::Take());
+}
