@@ -7,6 +7,7 @@ class Harness;
 void MeasureRegistry(Harness& harness);
 void MeasureBitmaps(Harness& harness);
 void MeasureCalendar(Harness& harness);
+void MeasureColorControls(Harness& harness);
 void MeasureCountries(Harness& harness);
 void MeasureFolders(Harness& harness);
 void MeasureHeaders(Harness& harness);

@@ -26,7 +26,8 @@ constexpr Family kFamilies[] = {
     {"folders", &MeasureFolders},      {"bitmaps", &MeasureBitmaps},   {"pickers", &MeasurePickers},
     {"startup", &MeasureStartup},      {"trace", &MeasureTrace},       {"translation", &MeasureTranslation},
     {"text panel", &MeasureTextPanel}, {"trees", &MeasureTrees},       {"values", &MeasureValues},
-    {"calendar", &MeasureCalendar},    {"headers", &MeasureHeaders},
+    {"calendar", &MeasureCalendar},    {"headers", &MeasureHeaders},   {"pictures", &MeasurePictures},
+    {"colors", &MeasureColorControls},
 };
 
 const char* const kHelp =
