@@ -244,6 +244,7 @@ TEST_F(ColorButton, DrawsItsColourAndName)
     }
     EXPECT_EQ(before, ProcessCounts::Take());
     EXPECT_TRUE(m_button.Open());
+    PictureOf(m_button.GetChooser());
     m_button.Close();
     ZO_EXPECT_NO_LEAK(m_button.Open(); PictureOf(m_button.GetChooser()); m_button.Close());
 }

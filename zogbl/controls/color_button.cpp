@@ -50,6 +50,7 @@ BOOL CZoColorButton::SetColor(COLORREF color)
     const COLORREF before = GetColor();
     if (!m_chooser.SetColor(color))
         return FALSE;
+    m_bNamed = FALSE;
     if (before != color && m_hWnd != nullptr) {
         Invalidate(FALSE);
         RaiseEvent(EVENT_OBJECT_VALUECHANGE);
@@ -71,6 +72,7 @@ BOOL CZoColorButton::SetColors(const ZoNamedColor* colors, int count, int column
     Close(); // its size would be another
     if (!m_chooser.SetColors(colors, count, columns))
         return FALSE;
+    m_bNamed = FALSE;
     if (m_hWnd != nullptr)
         Invalidate(FALSE);
     return TRUE;
@@ -235,30 +237,43 @@ BOOL CZoColorButton::DoPartAction(int part)
     return !life.IsOver() && m_hWnd != nullptr && Open();
 }
 
+void CZoColorButton::PreSubclassWindow()
+{
+    CZoControl::PreSubclassWindow();
+    OnLayout();
+}
+
+void CZoColorButton::OnLayout()
+{
+    m_nMargin = CZoGlobalGDIData::Scale(kMargin);
+    m_nArrow = CZoGlobalGDIData::Scale(kArrow);
+    m_nBorder = SwatchBorder();
+}
+
+void CZoColorButton::OnReloadTexts() { m_bNamed = FALSE; }
+
 void CZoColorButton::OnDraw(CDC* dc, const CRect&)
 {
-    const int margin = CZoGlobalGDIData::Scale(kMargin);
     const bool isEnabled = IsWindowEnabled() != FALSE;
     const ItemColors pair = {::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)};
     const SelectedColors colors(*dc, pair);
     CRect area = GetClientArea();
     dc->DrawFrameControl(&area, DFC_BUTTON, DFCS_BUTTONPUSH | (IsOpen() ? DFCS_PUSHED : 0));
-    area.DeflateRect(margin, margin);
-    if (IsFocusShown()) {
+    area.DeflateRect(m_nMargin, m_nMargin);
+    if (IsFocusShown())
         ZoDrawFocus(*dc, area);
-    }
     area.DeflateRect(2, 2);
     if (IsOpen())
         area.OffsetRect(1, 1);
 
     // The arrow, a triangle that stands on its tip
-    const int rows = CZoGlobalGDIData::Scale(kArrow);
+    const int rows = m_nArrow;
     const COLORREF arrow = isEnabled ? pair.text : CZoGlobalGDIData::GetDisabledColor(pair.text, pair.background);
     const int tip = area.right - rows;
     const int top = area.CenterPoint().y - rows / 2;
     for (int i = 0; i < rows && tip - rows >= area.left; ++i)
         dc->FillSolidRect(CRect(tip - (rows - 1 - i), top + i, tip + rows - i, top + i + 1), arrow);
-    area.right = tip - rows - margin;
+    area.right = tip - rows - m_nMargin;
 
     CRect swatch = area;
     CRect text = area;
@@ -266,14 +281,15 @@ void CZoColorButton::OnDraw(CDC* dc, const CRect&)
     const bool hasText = area.Width() >= width + kLeastText * area.Height();
     if (hasText) {
         swatch.right = swatch.left + width;
-        text.left = swatch.right + margin;
+        text.left = swatch.right + m_nMargin;
     }
-    DrawSwatch(dc, swatch, GetShownColor(), SwatchBorder(), !isEnabled);
+    DrawSwatch(dc, swatch, GetShownColor(), m_nBorder, !isEnabled);
     if (!hasText)
         return;
-    const CString name = m_chooser.GetColorName(GetColor());
+    if (!m_bNamed)
+        m_bNamed = m_chooser.NameColor(GetColor(), m_csName);
     if (isEnabled)
-        ZoDrawShortenedText(*dc, text, name, DT_VCENTER, ZoShorten::kEnd);
+        ZoDrawShortenedText(*dc, text, m_csName, DT_VCENTER, ZoShorten::kEnd);
     else
-        ZoDrawDisabledText(*dc, text, name, -1, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+        ZoDrawDisabledText(*dc, text, m_csName, -1, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
 }

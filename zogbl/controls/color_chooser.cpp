@@ -38,6 +38,7 @@ BOOL CZoColorChooser::SetColor(COLORREF color)
     if (!IsPlainColor(color) && color != CLR_DEFAULT)
         return FALSE;
     const COLORREF before = std::exchange(m_color, color);
+    m_nLine = -1;
     if (before == color || m_hWnd == nullptr)
         return TRUE;
     InvalidatePart(FindColor(before));
@@ -80,13 +81,16 @@ BOOL CZoColorChooser::SetColors(const ZoNamedColor* colors, int count, int colum
     return TRUE;
 }
 
+BOOL CZoColorChooser::NameColor(COLORREF color, CString& name) const
+{
+    return ::NameColor(m_pColors, m_nColors, color, name);
+}
+
 CString CZoColorChooser::GetColorName(COLORREF color) const
 {
-    const ZoNamedColor* end = m_pColors + m_nColors;
-    const ZoNamedColor* found =
-        std::find_if(m_pColors, end, [=](const ZoNamedColor& named) { return named.color == color; });
-    const CString name = found != end ? LoadColorText(found->nameId) : CString();
-    return !name.IsEmpty() ? name : ZoGetColorName(color);
+    CString name;
+    NameColor(color, name);
+    return name;
 }
 
 CString CZoColorChooser::GetColorText() const { return TextOf(m_color, GetColorName(m_color)); }
@@ -103,6 +107,7 @@ void CZoColorChooser::PreSubclassWindow()
 {
     CZoControl::PreSubclassWindow();
     ReadCustomColors();
+    OnLayout();
     m_nFocused = (std::max)(FindColor(m_color), 1);
     m_typed.Forget();
     ::GetCursorPos(&m_mouse);
@@ -132,23 +137,32 @@ int CZoColorChooser::FindColor(COLORREF color) const
     return HasStyle(kMore) && color != CLR_DEFAULT ? GetPartCount() : 0;
 }
 
-CString CZoColorChooser::GetPartName(int part) const
+/// \return FALSE: it cannot be loaded now
+BOOL CZoColorChooser::NamePart(int part, CString& name) const
 {
     const COLORREF color = GetPartColor(part);
     if (color == CLR_INVALID)
-        return LoadColorText(ZO_IDS_COLOR_MORE);
+        return LoadColorText(ZO_IDS_COLOR_MORE, name);
     const int custom = part - HasStyle(kAutomatic) - m_nColors;
     if (custom < 1)
-        return GetColorName(color);
+        return NameColor(color, name);
+    CString format;
+    const BOOL isLoaded = LoadColorText(ZO_IDS_COLOR_CUSTOM, format);
+    name.Format(format, custom);
+    return isLoaded;
+}
+
+CString CZoColorChooser::GetPartName(int part) const
+{
     CString name;
-    name.Format(LoadColorText(ZO_IDS_COLOR_CUSTOM), custom);
+    NamePart(part, name);
     return name;
 }
 
-int CZoColorChooser::GetRowCount(DWORD style) const
+int CZoColorChooser::GetRowCount(DWORD parts) const
 {
     const auto rows = [this](int count) { return (count + m_nColumns - 1) / m_nColumns; };
-    return ((style & kAutomatic) != 0) + rows(m_nColors) + rows(m_nCustom) + ((style & kMore) != 0) + 1;
+    return ((parts & kAutomatic) != 0) + rows(m_nColors) + rows(m_nCustom) + ((parts & kMore) != 0) + 1;
 }
 
 CZoColorChooser::Row CZoColorChooser::GetRow(int row) const
@@ -169,20 +183,23 @@ CZoColorChooser::Row CZoColorChooser::GetRow(int row) const
 
 int CZoColorChooser::FindRow(int part) const
 {
-    int row = 0;
-    while (GetRow(row).count != 0 && part >= GetRow(row).first + GetRow(row).count)
-        ++row;
+    int index = part - 1 - HasStyle(kAutomatic);
+    if (index < 0)
+        return 0;
+    int row = HasStyle(kAutomatic);
+    for (const int count : {m_nColors, m_nCustom}) {
+        if (index < count)
+            return row + index / m_nColumns;
+        index -= count;
+        row += (count + m_nColumns - 1) / m_nColumns;
+    }
     return row;
 }
 
 CRect CZoColorChooser::GetRowArea(int row) const
 {
-    CRect area = GetClientArea();
-    const int height = area.bottom;
-    const int rows = GetRowCount(GetStyle());
-    area.top = ::MulDiv(height, row, rows);
-    area.bottom = ::MulDiv(height, row + 1, rows);
-    return area;
+    const int rows = GetRowCount(m_dwParts);
+    return {0, ::MulDiv(m_size.cy, row, rows), m_size.cx, ::MulDiv(m_size.cy, row + 1, rows)};
 }
 
 CRect CZoColorChooser::GetPartArea(int part) const

@@ -21,7 +21,7 @@ CSize CZoColorChooser::GetIdealSize(CWnd* like)
     if (m_hWnd == nullptr)
         ReadCustomColors();
     const CWnd* model = like != nullptr ? like : this;
-    auto font = model->m_hWnd != nullptr ? reinterpret_cast<HFONT>(model->SendMessage(WM_GETFONT)) : nullptr;
+    const auto font = model->m_hWnd != nullptr ? reinterpret_cast<HFONT>(model->SendMessage(WM_GETFONT)) : nullptr;
     const int margins = 2 * CZoGlobalGDIData::Scale(kMargin);
     const HDC screen = ::GetDC(nullptr);
     const HGDIOBJ before = ::SelectObject(screen, font != nullptr ? font : GetFontHandle());
@@ -55,63 +55,88 @@ void CZoColorChooser::InvalidatePart(int part)
 {
     if (part != 0)
         InvalidateRect(GetPartArea(part), FALSE);
-    InvalidateRect(GetRowArea(GetRowCount(GetStyle()) - 1), FALSE);
+    InvalidateRect(GetRowArea(GetRowCount(m_dwParts) - 1), FALSE);
 }
 
 void CZoColorChooser::OnLayout()
 {
+    m_dwParts = GetStyle() & (kAutomatic | kMore | kDropDown);
+    m_size = GetClientArea().Size();
+    m_nMargin = CZoGlobalGDIData::Scale(kMargin);
+    m_nBorder = SwatchBorder();
+    m_nLine = -1;
     if (m_nFocused > GetPartCount())
         m_nFocused = 1; // the style has changed
 }
 
+void CZoColorChooser::OnReloadTexts() { m_nLine = -1; }
+
+/// Texts are looked for in several modules, so the last ones are kept. \param named the part whose name the line has
+void CZoColorChooser::LoadTexts(int named)
+{
+    if (m_nLine == named)
+        return;
+    BOOL isLoaded = m_nLine >= 0 || (LoadColorText(ZO_IDS_COLOR_AUTOMATIC, m_csAutomatic) &&
+                                     LoadColorText(ZO_IDS_COLOR_MORE, m_csMore));
+    const bool isPart = named != 0 && GetPartColor(named) != CLR_INVALID;
+    const COLORREF color = isPart ? GetPartColor(named) : m_color;
+    CString name;
+    isLoaded = (isPart ? NamePart(named, name) : NameColor(color, name)) && isLoaded;
+    m_csLine = TextOf(color, name);
+    m_nLine = isLoaded ? named : -1; // what could not be loaded is tried again
+}
+
 void CZoColorChooser::OnDraw(CDC* dc, const CRect& dirty)
 {
-    const COLORREF border = SwatchBorder();
+    const BOOL isEnabled = IsWindowEnabled();
     const int shown = FindColor(m_color);
     CRect common;
     dc->FillSolidRect(dirty, ::GetSysColor(COLOR_3DFACE));
-    for (int part = 1; part <= GetPartCount(); ++part) {
-        if (common.IntersectRect(GetPartArea(part), dirty))
-            DrawPart(dc, part, part == shown, border);
+    LoadTexts(HasFocus() ? m_nFocused : shown);
+    const int count = GetPartCount();
+    for (int part = 1; part <= count; ++part) {
+        const CRect area = GetPartArea(part);
+        if (common.IntersectRect(area, dirty))
+            DrawPart(dc, area, part, part == shown, isEnabled);
     }
-    const CRect line = GetRowArea(GetRowCount(GetStyle()) - 1);
+    const CRect line = GetRowArea(GetRowCount(m_dwParts) - 1);
     if (!common.IntersectRect(line, dirty))
         return;
-    const int named = HasFocus() ? m_nFocused : shown;
-    const COLORREF color = named != 0 ? GetPartColor(named) : m_color;
+    dc->FillSolidRect(CRect(line.left + m_nMargin, line.top, line.right - m_nMargin, line.top + 1),
+                      ::GetSysColor(m_nBorder));
     const SelectedColors colors(*dc, {::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)});
-    DrawText(dc, line, color == CLR_INVALID ? GetColorText() : TextOf(color, GetPartName(named)));
+    DrawText(dc, line, m_csLine, isEnabled);
 }
 
-void CZoColorChooser::DrawPart(CDC* dc, int part, BOOL isPresent, COLORREF border) const
+void CZoColorChooser::DrawPart(CDC* dc, const CRect& area, int part, BOOL isPresent, BOOL isEnabled) const
 {
-    const CRect area = GetPartArea(part);
     const COLORREF color = GetPartColor(part);
-    const int margin = CZoGlobalGDIData::Scale(kMargin);
     const ItemColors pair = isPresent ? ItemColors{::GetSysColor(COLOR_HIGHLIGHTTEXT), ::GetSysColor(COLOR_HIGHLIGHT)}
                                       : ItemColors{::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)};
-    const SelectedColors colors(*dc, pair);
     if (isPresent)
         dc->FillSolidRect(area, pair.background);
     CRect swatch = area;
-    swatch.DeflateRect(margin, margin);
+    swatch.DeflateRect(m_nMargin, m_nMargin);
     CRect text = area;
     if (color == CLR_DEFAULT) {
         swatch.right = (std::min)(swatch.right, swatch.left + swatch.Height());
         text.left = swatch.right;
     }
     if (color != CLR_INVALID)
-        DrawSwatch(dc, swatch, color == CLR_DEFAULT ? ::GetSysColor(m_nAutomatic) : color, border, !IsWindowEnabled());
+        DrawSwatch(dc, swatch, color == CLR_DEFAULT ? ::GetSysColor(m_nAutomatic) : color, m_nBorder, !isEnabled);
+    if (IsPlainColor(color) && part != m_nFocused)
+        return;
+    const SelectedColors colors(*dc, pair);
     if (!IsPlainColor(color))
-        DrawText(dc, text, GetPartName(part));
+        DrawText(dc, text, color == CLR_DEFAULT ? m_csAutomatic : m_csMore, isEnabled);
     if (IsFocusMarked(part))
         ZoDrawFocus(*dc, area);
 }
 
-void CZoColorChooser::DrawText(CDC* dc, CRect area, LPCSTR text) const
+void CZoColorChooser::DrawText(CDC* dc, CRect area, LPCSTR text, BOOL isEnabled) const
 {
-    area.DeflateRect(2 * CZoGlobalGDIData::Scale(kMargin), 0);
-    if (!IsWindowEnabled())
+    area.DeflateRect(2 * m_nMargin, 0);
+    if (!isEnabled)
         ZoDrawDisabledText(*dc, area, text, -1, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     else
         ZoDrawShortenedText(*dc, area, text, DT_VCENTER, ZoShorten::kEnd);

@@ -52,10 +52,12 @@ const ZoNamedColor kStandardColors[kStandardColorCount] = {
 
 // Names ---------------------------------------------------------------------------------------------------------------
 
+BOOL LoadColorText(UINT id, CString& text) { return ZoGblLoadString(id, text) && !text.IsEmpty(); }
+
 CString LoadColorText(UINT id)
 {
     CString text;
-    ZoGblLoadString(id, text);
+    LoadColorText(id, text);
     return text;
 }
 
@@ -72,15 +74,26 @@ CString TextOf(COLORREF color, const CString& name)
     return !IsPlainColor(color) || name == numbers ? name : name + " (" + numbers + ")";
 }
 
-CString ZoGetColorName(COLORREF color)
+BOOL NameColor(const ZoNamedColor* colors, int count, COLORREF color, CString& name)
 {
     if (color == CLR_DEFAULT)
-        return LoadColorText(ZO_IDS_COLOR_AUTOMATIC);
-    const ZoNamedColor* end = std::end(kStandardColors);
-    const ZoNamedColor* found =
-        std::find_if(kStandardColors, end, [=](const ZoNamedColor& named) { return named.color == color; });
-    const CString name = found != end ? LoadColorText(found->nameId) : CString();
-    return !name.IsEmpty() ? name : NumbersOf(color);
+        return LoadColorText(ZO_IDS_COLOR_AUTOMATIC, name);
+    const ZoNamedColor* end = colors + count;
+    const ZoNamedColor* found = std::find_if(colors, end, [=](const ZoNamedColor& one) { return one.color == color; });
+    if (found == end && colors != kStandardColors)
+        return NameColor(kStandardColors, kStandardColorCount, color, name);
+    const BOOL isNamed = found != end && found->nameId != 0;
+    if (isNamed && LoadColorText(found->nameId, name))
+        return TRUE;
+    name = NumbersOf(color);
+    return !isNamed;
+}
+
+CString ZoGetColorName(COLORREF color)
+{
+    CString name;
+    NameColor(kStandardColors, kStandardColorCount, color, name);
+    return name;
 }
 
 CString ZoGetColorText(COLORREF color) { return TextOf(color, ZoGetColorName(color)); }
@@ -160,15 +173,15 @@ BOOL AskForColor(CWnd* owner, COLORREF& color)
 
 // Drawing -------------------------------------------------------------------------------------------------------------
 
-COLORREF SwatchBorder() { return ::GetSysColor(CZoGlobalGDIData::IsHighContrast() ? COLOR_BTNTEXT : COLOR_3DSHADOW); }
+int SwatchBorder() { return CZoGlobalGDIData::IsHighContrast() ? COLOR_BTNTEXT : COLOR_3DSHADOW; }
 
-void DrawSwatch(CDC* dc, const CRect& area, COLORREF color, COLORREF border, BOOL isDisabled)
+void DrawSwatch(CDC* dc, const CRect& area, COLORREF color, int border, BOOL isDisabled)
 {
     if (area.Width() <= 0 || area.Height() <= 0)
         return;
     CRect inside = area;
     inside.DeflateRect(1, 1);
-    dc->FillSolidRect(area, border);
+    dc->FillSolidRect(area, ::GetSysColor(border));
     if (inside.Width() <= 0 || inside.Height() <= 0)
         return;
     if (isDisabled)

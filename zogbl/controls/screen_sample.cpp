@@ -168,41 +168,43 @@ BOOL CZoScreenSample::ChooseByUser(int area)
 
 // Parts ---------------------------------------------------------------------------------------------------------------
 
-void CZoScreenSample::OnLayout()
+void CZoScreenSample::PreSubclassWindow()
 {
-    m_nLineHeight = Measure(GetSampleFont(), "").cy;
-    m_nContrastWidth = (GetStyle() & kNoContrast) == 0
-                           ? Measure(GetFontHandle(), "00.0 : 1").cx + 2 * CZoGlobalGDIData::Scale(kMargin)
-                           : 0;
+    CZoControl::PreSubclassWindow();
+    OnLayout();
 }
 
-/// Without the frame.
-CRect CZoScreenSample::GetScreenArea() const
+void CZoScreenSample::OnLayout()
 {
-    CRect area = GetClientArea();
-    area.left += CZoGlobalGDIData::Scale(kButton) + 2 * CZoGlobalGDIData::Scale(kMargin);
-    area.right -= m_nContrastWidth;
-    area.DeflateRect(ZO_EDGE_WIDTH, ZO_EDGE_WIDTH);
-    return area;
+    m_nMargin = CZoGlobalGDIData::Scale(kMargin);
+    m_nButton = CZoGlobalGDIData::Scale(kButton);
+    m_nLineHeight = Measure(GetSampleFont(), "").cy;
+    ::GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, m_szDecimal, sizeof m_szDecimal);
+    const CSize text = Measure(GetFontHandle(), "00.0 : 1");
+    m_nTextHeight = text.cy;
+    m_screen = GetClientArea();
+    m_nWidth = m_screen.right;
+    m_screen.left += m_nButton + 2 * m_nMargin;
+    if ((GetStyle() & kNoContrast) == 0)
+        m_screen.right -= text.cx + 2 * m_nMargin;
+    m_screen.DeflateRect(ZO_EDGE_WIDTH, ZO_EDGE_WIDTH);
 }
 
 /// From the left edge of the control to the right one.
 CRect CZoScreenSample::GetAreaRow(int area) const
 {
-    const CRect screen = GetScreenArea();
     int above = 0;
     int all = 0;
     for (int i = 0; i < GetAreaCount(); ++i) {
         above += i < area ? m_areas[i].lines : 0;
         all += m_areas[i].lines;
     }
-    const int height = (std::max<int>)(screen.Height(), 0);
+    const int height = (std::max<int>)(m_screen.Height(), 0);
     const bool hasRoom = static_cast<LONGLONG>(all) * m_nLineHeight <= height;
     const auto topOf = [&](int lines) { return hasRoom ? lines * m_nLineHeight : ::MulDiv(height, lines, all); };
-    CRect row = GetClientArea();
-    row.top = screen.top + topOf(above);
-    row.bottom = area == GetAreaCount() - 1 ? screen.top + height : screen.top + topOf(above + m_areas[area].lines);
-    return row;
+    const bool isLast = area == GetAreaCount() - 1;
+    return {0, m_screen.top + topOf(above), m_nWidth,
+            m_screen.top + (isLast ? height : topOf(above + m_areas[area].lines))};
 }
 
 int CZoScreenSample::FindPart(CPoint point) const
@@ -215,11 +217,9 @@ int CZoScreenSample::FindPart(CPoint point) const
 
 CString CZoScreenSample::GetContrastText(const Area& area) const
 {
-    char sign[8] = ".";
-    ::GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, sign, sizeof sign);
     const int contrast = GetContrast(area.ink, area.paper);
     CString text;
-    text.Format("%d%s%d", contrast / 100, sign, contrast / 10 % 10);
+    text.Format("%d%s%d", contrast / 100, m_szDecimal, contrast / 10 % 10);
     return text;
 }
 
@@ -300,57 +300,66 @@ void CZoScreenSample::InvalidateArea(int area)
 void CZoScreenSample::OnDraw(CDC* dc, const CRect& dirty)
 {
     dc->FillSolidRect(dirty, ::GetSysColor(COLOR_3DFACE));
-    const CRect screen = GetScreenArea();
-    if (screen.Width() <= 0 || screen.Height() <= 0)
+    if (m_screen.Width() <= 0 || m_screen.Height() <= 0)
         return;
-    CRect edge = screen;
+    CRect edge = m_screen;
     edge.InflateRect(ZO_EDGE_WIDTH, ZO_EDGE_WIDTH);
     ZoDrawEdge(*dc, edge, ZoEdge::kSunken);
     if (GetAreaCount() == 0)
-        dc->FillSolidRect(screen, ::GetSysColor(COLOR_WINDOW));
-    CRect common;
-    for (int i = 0; i < GetAreaCount(); ++i) {
-        if (common.IntersectRect(GetAreaRow(i), dirty))
-            DrawArea(dc, i, screen);
-    }
+        dc->FillSolidRect(m_screen, ::GetSysColor(COLOR_WINDOW));
+    DrawSamples(dc, dirty);
+    DrawFrame(dc, dirty);
 }
 
-void CZoScreenSample::DrawArea(CDC* dc, int number, const CRect& screen)
+void CZoScreenSample::DrawSamples(CDC* dc, const CRect& dirty)
 {
-    const Area& area = m_areas[number];
-    const CRect row = GetAreaRow(number);
-    const int margin = CZoGlobalGDIData::Scale(kMargin);
-    const bool isEnabled = IsWindowEnabled() != FALSE;
-    const bool isChosen = number == m_nChosen;
-    {
-        const CRect sample(screen.left, row.top, screen.right, row.bottom);
+    const HGDIOBJ before = m_hSampleFont != nullptr ? ::SelectObject(*dc, m_hSampleFont) : nullptr;
+    CRect common;
+    for (int i = 0; i < GetAreaCount(); ++i) {
+        const Area& area = m_areas[i];
+        CRect sample = GetAreaRow(i);
+        if (!common.IntersectRect(sample, dirty))
+            continue;
+        sample.left = m_screen.left;
+        sample.right = m_screen.right;
         const SelectedColors colors(*dc, {area.ink, area.paper});
-        const int saved = dc->SaveDC();
-        dc->IntersectClipRect(&sample);
         dc->FillSolidRect(sample, area.paper);
-        ::SelectObject(*dc, GetSampleFont());
-        CRect place = sample;
-        place.left += margin;
-        dc->DrawText(area.text, &place, DT_NOPREFIX | DT_EXPANDTABS | DT_EXTERNALLEADING);
-        dc->RestoreDC(saved);
+        sample.left += m_nMargin;
+        dc->DrawText(area.text, &sample, DT_NOPREFIX | DT_EXPANDTABS | DT_EXTERNALLEADING);
     }
+    if (before != nullptr)
+        ::SelectObject(*dc, before);
+}
+
+/// The buttons at the left and the contrasts at the right.
+void CZoScreenSample::DrawFrame(CDC* dc, const CRect& dirty)
+{
     const SelectedColors colors(*dc, {::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)});
-    const int side = (std::min)(CZoGlobalGDIData::Scale(kButton), static_cast<int>(row.Height()));
-    CRect button(CPoint(row.left + margin, row.top), CSize(side, side));
-    button.OffsetRect(0, ((std::min)(static_cast<int>(row.Height()), m_nLineHeight) - side) / 2);
-    dc->DrawFrameControl(&button, DFC_BUTTON,
-                         DFCS_BUTTONRADIO | (isChosen ? DFCS_CHECKED : 0) | (isEnabled ? 0 : DFCS_INACTIVE));
-    if (isChosen && IsFocusShown()) {
-        button.InflateRect(2, 2);
-        ZoDrawFocus(*dc, button);
+    const BOOL isEnabled = IsWindowEnabled();
+    const BOOL hasContrast = m_screen.right + ZO_EDGE_WIDTH < m_nWidth;
+    CRect common;
+    for (int i = 0; i < GetAreaCount(); ++i) {
+        CRect line = GetAreaRow(i); // the first one of the area
+        if (!common.IntersectRect(line, dirty))
+            continue;
+        line.bottom = (std::min)(line.bottom, line.top + (std::max)(m_nLineHeight, m_nTextHeight));
+        const int side = (std::min)(m_nButton, static_cast<int>(line.Height()));
+        CRect button(CPoint(m_nMargin, line.top + (line.Height() - side) / 2), CSize(side, side));
+        dc->DrawFrameControl(&button, DFC_BUTTON,
+                             DFCS_BUTTONRADIO | (i == m_nChosen ? DFCS_CHECKED : 0) | (isEnabled ? 0 : DFCS_INACTIVE));
+        if (i == m_nChosen && IsFocusShown()) {
+            button.InflateRect(2, 2);
+            ZoDrawFocus(*dc, button);
+        }
+        if (!hasContrast)
+            continue;
+        constexpr UINT kFormat = DT_SINGLELINE | DT_RIGHT | DT_VCENTER | DT_NOPREFIX;
+        const CString text = GetContrastText(m_areas[i]) + " : 1";
+        line.left = m_screen.right + ZO_EDGE_WIDTH;
+        line.right -= m_nMargin;
+        if (isEnabled)
+            dc->DrawText(text, &line, kFormat);
+        else
+            ZoDrawDisabledText(*dc, line, text, -1, kFormat);
     }
-    if (m_nContrastWidth == 0)
-        return;
-    CRect ratio(screen.right + ZO_EDGE_WIDTH, row.top, row.right - margin, row.top + m_nLineHeight);
-    const CString text = GetContrastText(area) + " : 1";
-    constexpr UINT kFormat = DT_SINGLELINE | DT_RIGHT | DT_VCENTER | DT_NOPREFIX;
-    if (isEnabled)
-        dc->DrawText(text, &ratio, kFormat);
-    else
-        ZoDrawDisabledText(*dc, ratio, text, -1, kFormat);
 }

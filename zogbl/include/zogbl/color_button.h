@@ -48,7 +48,10 @@ public:
     BOOL DoPartAction(int part) override; ///< opens or closes the grid
 
 protected:
+    void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
+    void OnLayout() override;
+    void OnReloadTexts() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
@@ -56,6 +59,7 @@ private:
     class Chooser : public CZoColorChooser {
     public:
         explicit Chooser(CZoColorButton& button) : m_button(button) {}
+        using CZoColorChooser::NameColor;
         void TellFocus() const { RaiseEvent(EVENT_OBJECT_FOCUS, GetFocusedPart()); }
 
     protected:
@@ -72,4 +76,10 @@ private:
 
     Chooser m_chooser{*this};
     Drop* m_pDrop = nullptr; // made when it opens for the first time
+    CString m_csName;        // as drawn last
+    BOOL m_bNamed = FALSE;   // FALSE: it is out of date
+    // Of the present layout
+    int m_nMargin = 0;
+    int m_nArrow = 0; // rows
+    int m_nBorder = 0;
 };

@@ -93,10 +93,13 @@ protected:
     /// The user has chosen a part, perhaps the one that was chosen before.
     virtual void OnChosen(int part);
 
+    /// As GetColorName. \return FALSE: there is a name, but it cannot be loaded now. Throws CMemoryException*
+    BOOL NameColor(COLORREF color, CString& name) const;
     COLORREF GetPartColor(int part) const; ///< CLR_DEFAULT: "Automatic"; CLR_INVALID: "More..."
     void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
+    void OnReloadTexts() override;
     void OnDragMove(CPoint point) override;
     void OnDragEnd(CPoint point) override;
     void OnDragUndo() override;
@@ -109,14 +112,15 @@ private:
         int columns;
     };
 
-    int GetRowCount(DWORD style) const;
+    int GetRowCount(DWORD parts) const;
     Row GetRow(int row) const;
     int FindRow(int part) const;
     CRect GetRowArea(int row) const;
     CRect GetPartArea(int part) const;
     int FindColor(COLORREF color) const;
+    BOOL NamePart(int part, CString& name) const;
     CString GetPartName(int part) const;
-    BOOL HasStyle(Style style) const { return m_hWnd != nullptr && (GetStyle() & style) != 0; }
+    BOOL HasStyle(Style style) const { return (m_dwParts & style) != 0; }
     BOOL IsFocusMarked(int part) const;
     void InvalidatePart(int part);
     void MoveTo(int part);
@@ -127,8 +131,9 @@ private:
     void MoveToTyped();
     void OnMouseMoved(CPoint point);
     void ReadCustomColors();
-    void DrawPart(CDC* dc, int part, BOOL isPresent, COLORREF border) const;
-    void DrawText(CDC* dc, CRect area, LPCSTR text) const;
+    void LoadTexts(int named);
+    void DrawPart(CDC* dc, const CRect& area, int part, BOOL isPresent, BOOL isEnabled) const;
+    void DrawText(CDC* dc, CRect area, LPCSTR text, BOOL isEnabled) const;
 
     static constexpr int kCustomColors = 16;
 
@@ -139,7 +144,18 @@ private:
     int m_nColumns;
     COLORREF m_custom[kCustomColors] = {};
     int m_nCustom = 0;
-    int m_nFocused = 1;    // part
+    int m_nFocused = 1; // part
+    // What was drawn last
+    CString m_csAutomatic;
+    CString m_csMore;
+    CString m_csLine;
+    int m_nLine = -1; // the part whose name the line has; 0: that of a colour in none, -1: the texts are out of date
+    // Of the present layout
+    DWORD m_dwParts = 0; // of Style
+    CSize m_size;
+    int m_nMargin = 0;                 // of a swatch or a text in its cell
+    int m_nBorder = COLOR_WINDOWFRAME; // the system's colour around swatches
+
     int m_nBeforeDrag = 1; // the same, when a drag began
     CPoint m_mouse;        // where it was last, on the screen
     CZoTypeAhead m_typed;

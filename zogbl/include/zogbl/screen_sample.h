@@ -74,6 +74,7 @@ public:
     BOOL DoPartAction(int part) override; ///< chooses it
 
 protected:
+    void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -89,17 +90,23 @@ private:
 
     HFONT GetSampleFont() const { return m_hSampleFont != nullptr ? m_hSampleFont : GetFontHandle(); }
     BOOL IsArea(int area) const { return area >= 0 && area < GetAreaCount(); }
-    CRect GetScreenArea() const;
     CRect GetAreaRow(int area) const;
     CString GetContrastText(const Area& area) const;
     void InvalidateArea(int area);
     void SetChosen(int area);
     BOOL ChooseByUser(int area);
-    void DrawArea(CDC* dc, int number, const CRect& screen);
+    void DrawSamples(CDC* dc, const CRect& dirty);
+    void DrawFrame(CDC* dc, const CRect& dirty);
 
     CArray<Area, const Area&> m_areas;
     int m_nChosen = -1;
     HFONT m_hSampleFont = nullptr; // null: the control's
-    int m_nLineHeight = 1;
-    int m_nContrastWidth = 0; // of the numbers at the right
+    // Of the present layout
+    CRect m_screen; // without the frame
+    int m_nWidth = 0;
+    int m_nMargin = 0;
+    int m_nButton = 0;
+    int m_nLineHeight = 1; // of the sample
+    int m_nTextHeight = 1; // of the contrast
+    char m_szDecimal[8] = ".";
 };
