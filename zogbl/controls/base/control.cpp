@@ -80,6 +80,7 @@ void CZoControl::End()
     if (m_pAccess != nullptr)
         std::exchange(m_pAccess, nullptr)->Cut();
     delete std::exchange(m_pDrag, nullptr);
+    m_hFont = nullptr; // that of the window which is gone
 }
 
 BOOL CZoControl::RegisterControlClass()
