@@ -4,6 +4,7 @@
 
 #include <common/without_throwing.h>
 #include <zogbl/color_button.h>
+#include <zogbl/language_support.h>
 
 #include <afxdlgs.h>
 
@@ -228,7 +229,18 @@ TEST_F(ColorButton, DrawsItsColourAndName)
     EXPECT_TRUE(AreEqual(*ScreenOf(m_button), *picture));
     m_button.SetColor(CLR_DEFAULT);
     m_button.SetAutomaticColor(COLOR_BTNTEXT);
-    EXPECT_EQ(RGB(10, 60, 10), ScreenOf(m_button)->At(12, 12));
+    picture = ScreenOf(m_button);
+    EXPECT_EQ(RGB(10, 60, 10), picture->At(12, 12));
+    ChangeLanguage(kGerman);
+    m_button.SendMessage(CZoLanguageSupport::GetUpdateMessage());
+    EXPECT_FALSE(AreEqual(*ScreenOf(m_button), *picture));
+    CZoColorButton other;
+    MakeTemplateWindow(m_parent, kAll, CRect(10, 40, 130, 64), 6);
+    ASSERT_TRUE(other.SubclassDlgItem(6, &m_parent) && other.SetColor(CLR_DEFAULT));
+    other.SetAutomaticColor(COLOR_BTNTEXT);
+    other.SetFont(&font);
+    m_parent.SetFocus();
+    EXPECT_TRUE(AreEqual(*PictureOf(other), *PictureOf(m_button)));
     m_button.EnableWindow(FALSE);
     EXPECT_EQ(0, PictureOf(m_button)->Count(RGB(10, 60, 10), {30, 0, 114, 24}));
     m_button.EnableWindow(TRUE);

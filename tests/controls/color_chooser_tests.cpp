@@ -140,6 +140,18 @@ TEST_F(ColorChooser, ObeysKeys)
         EXPECT_EQ(row.focused, m_chooser.GetFocusedPart()) << keys;
         EXPECT_EQ(row.told, m_parent.Told()) << keys;
     }
+    Make(); // a space chooses, unless a name that is typed goes on with one
+    m_chooser.SetFocus();
+    Type("pale");
+    PressKey(m_chooser, VK_SPACE);
+    Type(" y");
+    EXPECT_EQ(29, m_chooser.GetFocusedPart());
+    PressKey(m_chooser, VK_SPACE);
+    EXPECT_EQ("Pale yellow", m_parent.Told());
+    Type("re");
+    PressKey(m_chooser, VK_RIGHT); // forgets it
+    Type("d");
+    EXPECT_EQ(3, m_chooser.GetFocusedPart());
     for (const DWORD direction : {0L, WS_EX_LAYOUTRTL}) { // by the eye
         ControlParent parent(direction);
         Make(kAll, 7, &parent);
@@ -304,6 +316,19 @@ TEST_F(ColorChooser, DrawsEachState)
     PressKey(m_chooser, VK_DOWN); // only what changes is drawn again
     EXPECT_TRUE(AreEqual(*ScreenOf(m_chooser), *PictureOf(m_chooser)));
     EXPECT_EQ(1, PictureOf(m_chooser)->Count(RGB(10, 60, 10), {0, 20, 2, 21})) << "the dotted frame";
+    picture = PictureOf(m_chooser);
+    ChangeLanguage(kGerman);
+    m_chooser.SendMessage(CZoLanguageSupport::GetUpdateMessage());
+    EXPECT_FALSE(AreEqual(*ScreenOf(m_chooser), *picture));
+    ChangeLanguage(kEnglish);
+    m_chooser.SendMessage(CZoLanguageSupport::GetUpdateMessage());
+    EXPECT_TRUE(AreEqual(*ScreenOf(m_chooser), *picture));
+    CZoColorChooser other;
+    MakeTemplateWindow(m_parent, kAll, CRect(0, 150, 160, 290), 6);
+    ASSERT_TRUE(other.SubclassDlgItem(6, &m_parent));
+    m_parent.SetFocus();
+    m_chooser.SetFont(nullptr);
+    EXPECT_TRUE(other.SetColor(CLR_DEFAULT) && AreEqual(*PictureOf(other), *PictureOf(m_chooser)));
     m_chooser.EnableWindow(FALSE);
     picture = PictureOf(m_chooser);
     EXPECT_EQ(0, picture->Count(RGB(10, 60, 10), {20, 0, 160, 20}));

@@ -260,6 +260,15 @@ private:
     std::vector<COLORREF> m_before;
 };
 
+/// A window of a template, over which a control is to be put.
+inline void MakeTemplateWindow(CWnd& parent, DWORD style, const CRect& area, UINT id)
+{
+    CWnd window;
+    EXPECT_TRUE(CZoControl::RegisterControlClass() &&
+                window.Create(ZO_CONTROL_CLASS, "", WS_CHILD | style, area, &parent, id));
+    window.Detach();
+}
+
 /// A font without smooth edges: its text is of one colour alone.
 class PlainFont : public CFont {
 public:

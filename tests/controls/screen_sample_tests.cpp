@@ -178,8 +178,13 @@ TEST_F(ScreenSample, DrawsTheAreasInTheirColours)
         EXPECT_EQ(kPaper, PictureOf(m_sample)->At(190, 10));
         EXPECT_EQ(0, PictureOf(m_sample)->Count(RGB(250, 60, 10), {20, 0, 200, 150}));
     }
+    CZoScreenSample other;
+    Fill(other);
+    MakeTemplateWindow(m_parent, kStyle, CRect(0, 150, 200, 300), 6);
+    ASSERT_TRUE(other.SubclassDlgItem(6, &m_parent));
     std::mt19937 random(3);
     Make();
+    EXPECT_TRUE(AreEqual(*PictureOf(other), *PictureOf(m_sample)));
     const ProcessCounts before = ProcessCounts::Take();
     for (int i = 0; i < 1000; ++i) {
         m_sample.MoveWindow(0, 0, static_cast<int>(random() % 300), static_cast<int>(random() % 150));
