@@ -204,7 +204,8 @@ void CZoControl::OnReloadTexts() {}
 void CZoControl::Relayout()
 {
     OnLayout();
-    Invalidate(FALSE);
+    if (m_hWnd != nullptr)
+        Invalidate(FALSE);
 }
 
 void CZoControl::Draw(CDC* dc, const CRect& dirty)
