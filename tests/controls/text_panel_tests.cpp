@@ -19,6 +19,7 @@ class WatchedPanel : public CZoTextPanel {
 public:
     using CZoTextPanel::GetFontHandle;
     CRect m_drawn;
+    bool m_hasCues = false; // the system's state of them is not kept everywhere
     CRect Drawn()
     {
         UpdateWindow();
@@ -30,6 +31,11 @@ protected:
     {
         m_drawn = dirty;
         CZoTextPanel::OnDraw(dc, dirty);
+    }
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        m_hasCues |= message == WM_CHANGEUISTATE && wParam == MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS);
+        return CZoTextPanel::WindowProc(message, wParam, lParam);
     }
 };
 
@@ -91,7 +97,7 @@ protected:
 TEST_F(TextPanel, SharesTheWidth)
 {
     Make({{}});
-    const HICON icon = MakeIcon(1);
+    const HICON icon = MakeIcon(32);
     const int wide = TextWidth("MMMM") + 2 * (1 + 3);
     const auto pair = [](int fitted) {
         return "0-" + std::to_string(298 - fitted) + " " + std::to_string(300 - fitted) + "-300";
@@ -188,21 +194,21 @@ TEST_F(TextPanel, ShowsTextsEdgesAndPictures)
     EXPECT_GT(PictureOf(m_panel)->Count(kDark, {4, 2, 4 + text, 18}), 20);
     m_panel.EnableWindow(TRUE);
 
-    const HICON icon = MakeIcon(32);
+    const HICON icon = MakeIcon(1);
     EXPECT_TRUE(m_panel.SetPaneIcon(1, icon));
     picture = PictureOf(m_panel);
     EXPECT_EQ(8 * 16, picture->Count(0, {4, 2, 12, 18}));
     EXPECT_EQ(8 * 16, picture->Count(0, {0, 0, 300, 20}));
     EXPECT_GT(picture->Count(kInk, {4 + 16 + 4, 2, 100, 18}), 20) << "beside it";
-    panes[0].size = 30;
+    panes[0].size = 34;
     panes[0].alignment = DT_RIGHT;
     m_panel.SetPanes(panes.data(), 3);
-    EXPECT_EQ(8 * 16, PictureOf(m_panel)->Count(0, {10, 2, 18, 18})) << "alone";
-    EXPECT_EQ(0, PictureOf(m_panel)->Count(kInk, {0, 0, 30, 20}));
+    EXPECT_EQ(8 * 16, PictureOf(m_panel)->Count(0, {14, 2, 22, 18})) << "alone";
+    EXPECT_EQ(0, PictureOf(m_panel)->Count(kInk, {0, 0, 34, 20}));
     m_panel.DestroyWindow();
     ControlParent mirrored(WS_EX_LAYOUTRTL);
     ASSERT_TRUE(m_panel.Create(WS_VISIBLE, CRect(0, 0, 300, 20), &mirrored, 5));
-    EXPECT_EQ(8 * 16, ScreenOf(m_panel)->Count(0, {18, 2, 26, 18})) << "not mirrored: it begins at the far end";
+    EXPECT_EQ(8 * 16, ScreenOf(m_panel)->Count(0, {22, 2, 30, 18})) << "not mirrored: it begins at the far end";
     DestroyIcon(icon);
 }
 
@@ -212,8 +218,8 @@ TEST_F(TextPanel, ObeysKeysAndClicks)
     CButton before;
     ASSERT_TRUE(before.Create("", WS_CHILD | WS_VISIBLE, CRect(0, 50, 50, 70), &m_parent, 6));
     before.SetFocus();
-    m_parent.SendMessage(WM_CHANGEUISTATE, MAKEWPARAM(UIS_SET, UISF_HIDEFOCUS));
     m_panel.TakeKeyboard();
+    EXPECT_TRUE(m_panel.m_hasCues);
     EXPECT_GT(PictureOf(m_panel)->Count(kInk, m_panel.GetPaneArea(1)), 20) << "the focus is shown";
     EXPECT_EQ(0, PictureOf(m_panel)->Count(kInk, m_panel.GetPaneArea(2)));
     const Events events(m_panel);
