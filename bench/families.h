@@ -5,6 +5,7 @@
 class Harness;
 
 void MeasureRegistry(Harness& harness);
+void MeasureProgressBar(Harness& harness);
 void MeasureBitmaps(Harness& harness);
 void MeasureCalendar(Harness& harness);
 void MeasureColorControls(Harness& harness);

@@ -22,12 +22,23 @@ struct Family {
     void (*measure)(Harness& harness);
 };
 constexpr Family kFamilies[] = {
-    {"registry", &MeasureRegistry},    {"profiles", &MeasureProfiles}, {"countries", &MeasureCountries},
-    {"folders", &MeasureFolders},      {"bitmaps", &MeasureBitmaps},   {"pickers", &MeasurePickers},
-    {"startup", &MeasureStartup},      {"trace", &MeasureTrace},       {"translation", &MeasureTranslation},
-    {"text panel", &MeasureTextPanel}, {"trees", &MeasureTrees},       {"values", &MeasureValues},
-    {"calendar", &MeasureCalendar},    {"headers", &MeasureHeaders},   {"pictures", &MeasurePictures},
+    {"registry", &MeasureRegistry},
+    {"profiles", &MeasureProfiles},
+    {"countries", &MeasureCountries},
+    {"folders", &MeasureFolders},
+    {"bitmaps", &MeasureBitmaps},
+    {"pickers", &MeasurePickers},
+    {"startup", &MeasureStartup},
+    {"trace", &MeasureTrace},
+    {"translation", &MeasureTranslation},
+    {"text panel", &MeasureTextPanel},
+    {"trees", &MeasureTrees},
+    {"values", &MeasureValues},
+    {"calendar", &MeasureCalendar},
+    {"headers", &MeasureHeaders},
+    {"pictures", &MeasurePictures},
     {"colors", &MeasureColorControls},
+    {"progress bar", &MeasureProgressBar},
 };
 
 const char* const kHelp =

@@ -169,6 +169,70 @@ TEST_F(ProgressBar, FillsTheSharePixelByPixel)
     EXPECT_EQ("0-100", Filled()) << "the end is the end";
 }
 
+TEST_F(ProgressBar, PaintsAsTheSystems)
+{
+    using SetTheme = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
+    const auto setTheme = reinterpret_cast<SetTheme>(
+        reinterpret_cast<void*>(::GetProcAddress(::LoadLibraryA("uxtheme.dll"), "SetWindowTheme")));
+    std::mt19937 random(11);
+    const auto number = [&](unsigned least, unsigned most) {
+        return static_cast<int>(least + random() % (most - least + 1));
+    };
+    for (int i = 0; i < 1000; ++i) {
+        const DWORD style = (i % 2 != 0 ? PBS_SMOOTH : 0) | (i % 4 < 2 ? PBS_VERTICAL : 0);
+        const bool isVertical = (style & PBS_VERTICAL) != 0;
+        const CSize size(number(10, 200), number(10, 90));
+        const int position = number(0, 100);
+        CWnd system; // without a theme; it leaves a pixel on each side
+        ASSERT_TRUE(system.Create(PROGRESS_CLASSA, "", WS_CHILD | WS_VISIBLE | style, CRect(), &m_parent, 6));
+        setTheme(system, L" ", L" ");
+        system.MoveWindow(0, 100, size.cx + 4, size.cy + 4);
+        system.SendMessage(PBM_SETPOS, static_cast<WPARAM>(position));
+        Make(style, size.cx + 2, size.cy + 2);
+        m_bar.SetPosition(position);
+        const auto ours = PictureOf(m_bar), theirs = ScreenOf(system);
+        ASSERT_EQ(size + CSize(2, 2), theirs->Size());
+        const CRect line = isVertical ? CRect(3, 0, 4, size.cy) : CRect(0, 3, size.cx, 4);
+        const int less = theirs->Count(kBar, line + CPoint(1, 1)) - ours->Count(kBar, line);
+        // The system's rounds up: to the nearest pixel, or to a block that was only begun. Ours shows what is done.
+        const int most = (style & PBS_SMOOTH) != 0 ? 1 : ::MulDiv((isVertical ? size.cx : size.cy) + 2, 2, 3);
+        ASSERT_TRUE(less >= 0 && less <= most) << i << ": " << less;
+        m_bar.DestroyWindow();
+    }
+}
+
+TEST_F(ProgressBar, DrawsOnlyWhatChanges)
+{
+    Make(CZoProgressBar::kSmooth);
+    const auto dirty = [this](int position) {
+        m_bar.UpdateWindow();
+        m_bar.SetPosition(position);
+        CRect area;
+        ::GetUpdateRect(m_bar, &area, FALSE);
+        return area;
+    };
+    EXPECT_EQ(CRect(0, 0, 10, 20), dirty(10));
+    EXPECT_EQ(CRect(10, 0, 12, 20), dirty(12));
+    EXPECT_EQ(CRect(5, 0, 12, 20), dirty(5));
+    EXPECT_EQ(CRect(), dirty(5));
+    m_bar.SetTextMode(TextMode::kPercent);
+    EXPECT_EQ(6, dirty(60).Width() - 49) << "the strip and the text";
+    std::mt19937 random(5);
+    for (const DWORD style : {DWORD{CZoProgressBar::kSmooth}, DWORD{0}, DWORD{CZoProgressBar::kVertical}}) {
+        m_bar.DestroyWindow();
+        Make(style, 95, 42);
+        for (int i = 0; i < 300; ++i) {
+            if (i % 50 == 0)
+                m_bar.SetState(static_cast<State>(random() % 3));
+            if (i % 75 == 0)
+                m_bar.SetUnknown(random() % 2 != 0);
+            m_bar.SetPosition(static_cast<int>(random() % 101));
+            m_bar.SendMessage(WM_TIMER, 1);
+            ASSERT_TRUE(AreEqual(*ScreenOf(m_bar), *PictureOf(m_bar))) << i;
+        }
+    }
+}
+
 TEST_F(ProgressBar, ShowsItsTextInBothColours)
 {
     Make(CZoProgressBar::kSmooth);

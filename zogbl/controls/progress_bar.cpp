@@ -1,11 +1,8 @@
+// Progress bars: values, the time that is left, screen readers.
 #include <zogbl/progress_bar.h>
 
-#include <zogbl/effects.h>
-#include <zogbl/gdi_data.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
-
-#include "controls/drawing/item_painting.h"
 
 #include <algorithm>
 #include <utility>
@@ -22,7 +19,6 @@ constexpr UINT kShowEach = 1000;
 constexpr DWORD kTellEach = 100;
 constexpr DWORD kEstimateEach = 5000;
 constexpr int kLeastPercent = 5; // for an estimate
-constexpr int kGap = 2;          // pixels between two blocks
 
 ULONGLONG Distance(LONGLONG from, LONGLONG to) { return static_cast<ULONGLONG>(to) - static_cast<ULONGLONG>(from); }
 
@@ -37,15 +33,6 @@ int Part(ULONGLONG done, ULONGLONG whole, int length)
     }
     const int part = static_cast<int>(done * static_cast<ULONGLONG>(length) / whole);
     return (std::max)((std::min)(part, length - 1), 0);
-}
-
-ItemColors BarColors(CZoProgressBar::State state)
-{
-    if (state != CZoProgressBar::State::kFailed)
-        return {::GetSysColor(COLOR_HIGHLIGHTTEXT), ::GetSysColor(COLOR_HIGHLIGHT)};
-    if (CZoGlobalGDIData::IsHighContrast())
-        return {::GetSysColor(COLOR_3DFACE), ::GetSysColor(COLOR_BTNTEXT)};
-    return {RGB(255, 255, 255), RGB(192, 0, 0)};
 }
 
 } // namespace
@@ -102,9 +89,7 @@ int CZoProgressBar::GetPercent(LONGLONG position) const
 
 int CZoProgressBar::GetPixels(LONGLONG position) const
 {
-    const CRect area = m_hWnd != nullptr ? GetClientArea() : CRect();
-    const int length = (GetStyle() & kVertical) != 0 ? area.Height() : area.Width();
-    return Part(Distance(m_nLower, position), Distance(m_nLower, m_nUpper), length);
+    return Part(Distance(m_nLower, position), Distance(m_nLower, m_nUpper), m_nLength);
 }
 
 void CZoProgressBar::SetUnknown(BOOL isUnknown)
@@ -137,6 +122,48 @@ void CZoProgressBar::SetTextMode(TextMode mode)
 {
     m_textMode = mode;
     Relayout();
+}
+
+/// Finds the positions that look as the present one, so that SetPosition need not ask.
+void CZoProgressBar::FindSame()
+{
+    const int pixels = GetPixels(m_nPosition);
+    const int percent = GetPercent(m_nPosition);
+    const auto isSame = [=, this](LONGLONG position) {
+        return GetPixels(position) == pixels && GetPercent(position) == percent;
+    };
+    const auto last = [&](LONGLONG end) { // of the same, on the way to that end
+        LONGLONG same = m_nPosition;
+        if (isSame(end))
+            return end;
+        for (;;) {
+            const bool isUp = end > same;
+            const ULONGLONG half = (isUp ? Distance(same, end) : Distance(end, same)) / 2;
+            if (half == 0)
+                return same;
+            const LONGLONG middle = static_cast<LONGLONG>(static_cast<ULONGLONG>(same) + (isUp ? half : 0 - half));
+            (isSame(middle) ? same : end) = middle;
+        }
+    };
+    m_nSameFrom = last(m_nLower);
+    m_nSameTo = last(m_nUpper);
+}
+
+void CZoProgressBar::OnVisibleChange()
+{
+    m_nPosition = (std::max)(m_nLower, (std::min)(m_nPosition, m_nUpper));
+    FindSame();
+    if (m_hWnd == nullptr)
+        return;
+    Estimate();
+    UpdateShown();
+    const int percent = GetPercent();
+    const DWORD now = ::GetTickCount();
+    if (percent >= 0 && percent != m_nPercentTold && (percent == 100 || now - m_dwTold >= kTellEach)) {
+        m_nPercentTold = percent;
+        m_dwTold = now;
+        RaiseEvent(EVENT_OBJECT_VALUECHANGE);
+    }
 }
 
 // The time that is left -----------------------------------------------------------------------------------------------
@@ -190,179 +217,6 @@ CString CZoProgressBar::GetRemainingText()
     return text;
 }
 
-// Looks ---------------------------------------------------------------------------------------------------------------
-
-BOOL CZoProgressBar::PreCreateWindow(CREATESTRUCT& cs)
-{
-    cs.dwExStyle |= WS_EX_STATICEDGE;
-    return CZoControl::PreCreateWindow(cs);
-}
-
-void CZoProgressBar::OnLayout()
-{
-    FindSame();
-    RunTimer();
-}
-
-/// Finds the positions that look as the present one, so that SetPosition need not ask.
-void CZoProgressBar::FindSame()
-{
-    const int pixels = GetPixels(m_nPosition);
-    const int percent = GetPercent(m_nPosition);
-    const auto isSame = [=, this](LONGLONG position) {
-        return GetPixels(position) == pixels && GetPercent(position) == percent;
-    };
-    const auto last = [&](LONGLONG end) { // of the same, on the way to that end
-        LONGLONG same = m_nPosition;
-        if (isSame(end))
-            return end;
-        for (;;) {
-            const bool isUp = end > same;
-            const ULONGLONG half = (isUp ? Distance(same, end) : Distance(end, same)) / 2;
-            if (half == 0)
-                return same;
-            const LONGLONG middle = static_cast<LONGLONG>(static_cast<ULONGLONG>(same) + (isUp ? half : 0 - half));
-            (isSame(middle) ? same : end) = middle;
-        }
-    };
-    m_nSameFrom = last(m_nLower);
-    m_nSameTo = last(m_nUpper);
-}
-
-void CZoProgressBar::OnVisibleChange()
-{
-    m_nPosition = (std::max)(m_nLower, (std::min)(m_nPosition, m_nUpper));
-    FindSame();
-    if (m_hWnd == nullptr)
-        return;
-    Estimate();
-    if (!m_bUnknown)
-        Invalidate(FALSE);
-    const int percent = GetPercent();
-    const DWORD now = ::GetTickCount();
-    if (percent >= 0 && percent != m_nPercentTold && (percent == 100 || now - m_dwTold >= kTellEach)) {
-        m_nPercentTold = percent;
-        m_dwTold = now;
-        RaiseEvent(EVENT_OBJECT_VALUECHANGE);
-    }
-}
-
-CRect CZoProgressBar::GetFilled() const
-{
-    CRect filled = GetClientArea();
-    const bool isVertical = (GetStyle() & kVertical) != 0;
-    const int length = isVertical ? filled.Height() : filled.Width();
-    int from = 0;
-    int to = GetPixels(m_nPosition);
-    if (m_bUnknown) {
-        const int block = (std::max)(length / 5, 1);
-        const int way = (std::max)(length - block, 1);
-        const int moved = m_nBlock * (std::max)(length / 40, 1) % (2 * way);
-        from = moved < way ? moved : 2 * way - moved;
-        to = from + block;
-    } else if ((GetStyle() & kSmooth) == 0 && to < length) {
-        to = to / BlockLength() * BlockLength();
-    }
-    if (isVertical) {
-        filled.top = filled.bottom - to;
-        filled.bottom -= from;
-    } else {
-        filled.right = filled.left + to;
-        filled.left += from;
-    }
-    return filled;
-}
-
-/// Of a block and the gap behind it, by the bar's height as in the system's.
-int CZoProgressBar::BlockLength() const
-{
-    const CRect area = GetClientArea();
-    const int height = (GetStyle() & kVertical) != 0 ? area.Width() : area.Height();
-    return (std::max)(height * 2 / 3, 1) + kGap;
-}
-
-CString CZoProgressBar::GetShownText()
-{
-    CString text;
-    switch (m_textMode) {
-    case TextMode::kPercent:
-        text = PercentText();
-        break;
-    case TextMode::kWindow:
-        GetWindowText(text);
-        break;
-    case TextMode::kRemaining:
-        text = GetRemainingText();
-        break;
-    default:
-        break;
-    }
-    return text;
-}
-
-CString CZoProgressBar::PercentText() const
-{
-    CString text, format;
-    if (!m_bUnknown && ZoGblLoadString(ZO_IDS_PERCENT, format))
-        text.Format(format, GetPercent());
-    return text;
-}
-
-void CZoProgressBar::OnDraw(CDC* dc, const CRect&)
-{
-    const CRect area = GetClientArea();
-    const CRect filled = GetFilled();
-    const ItemColors ground = {::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)};
-    const ItemColors bar = BarColors(m_state);
-    const bool isDisabled = !IsWindowEnabled();
-    dc->FillSolidRect(area, ground.background);
-    if (m_state == State::kPaused)
-        ZoDrawHatch(*dc, filled, bar.background, ground.background);
-    else
-        DrawBar(dc, filled, bar.background);
-    const CString text = GetShownText();
-    if (!text.IsEmpty()) {
-        // The bar's part of the text has the bar's colours. On a hatch neither could be read: there it has a ground.
-        const bool isPlain = m_state != State::kPaused;
-        for (const bool isOnBar : {false, true}) {
-            const int saved = dc->SaveDC();
-            if (isOnBar && isPlain)
-                dc->IntersectClipRect(filled);
-            else if (isPlain)
-                dc->ExcludeClipRect(filled);
-            const ItemColors& colors = isOnBar && isPlain ? bar : ground;
-            dc->SetTextColor(isDisabled ? CZoGlobalGDIData::GetDisabledColor(colors.text, colors.background)
-                                        : colors.text);
-            dc->SetBkColor(colors.background);
-            dc->SetBkMode(isPlain ? TRANSPARENT : OPAQUE);
-            CRect place = area;
-            dc->DrawText(text, &place, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
-            dc->RestoreDC(saved);
-        }
-    }
-    RunTimer();
-}
-
-void CZoProgressBar::DrawBar(CDC* dc, const CRect& filled, COLORREF color) const
-{
-    if ((GetStyle() & kSmooth) != 0) {
-        dc->FillSolidRect(filled, color);
-        return;
-    }
-    const int length = BlockLength();
-    if ((GetStyle() & kVertical) != 0) {
-        for (int bottom = filled.bottom; bottom > filled.top; bottom -= length)
-            dc->FillSolidRect(CRect(filled.left, (std::max)(bottom - length + kGap, static_cast<int>(filled.top)),
-                                    filled.right, bottom),
-                              color);
-        return;
-    }
-    for (int left = filled.left; left < filled.right; left += length)
-        dc->FillSolidRect(
-            CRect(left, filled.top, (std::min)(left + length - kGap, static_cast<int>(filled.right)), filled.bottom),
-            color);
-}
-
 // Screen readers and messages -----------------------------------------------------------------------------------------
 
 BOOL CZoProgressBar::DescribePart(int part, ZoPart& description) const
@@ -399,11 +253,14 @@ LRESULT CZoProgressBar::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         if (m_nTimerEach != 0) {
             ++m_nBlock;
             Estimate();
-            Invalidate(FALSE);
+            UpdateShown();
         }
         return 0;
     }
     if (message == WM_DESTROY)
         m_nTimerEach = 0; // it goes with the window
-    return CZoControl::WindowProc(message, wParam, lParam);
+    const LRESULT result = CZoControl::WindowProc(message, wParam, lParam);
+    if (message == WM_SETTEXT)
+        UpdateShown();
+    return result;
 }

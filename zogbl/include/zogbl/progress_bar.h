@@ -4,6 +4,8 @@
 
 #include <zogbl/control.h>
 
+struct ItemColors;
+
 /// A bar for work of any length: positions of 64 bits, a text in both colours over it, work of unknown length, an
 /// estimate of the time that is left. A position that changes nothing to be seen costs next to nothing, so a loop may
 /// set one for each byte.
@@ -73,6 +75,7 @@ public:
 
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override; ///< gives it a sunken edge
+    void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -83,10 +86,13 @@ private:
     bool IsBeyond(LONGLONG by) const;
     int GetPixels(LONGLONG position) const;
     int GetPercent(LONGLONG position) const;
+    void UpdateShown();
     CRect GetFilled() const;
+    CRect GetTextPlace(const CString& text) const;
     int BlockLength() const;
     CString GetShownText();
     CString PercentText() const;
+    void DrawShownText(CDC* dc, const ItemColors& ground, const ItemColors& bar) const;
     void DrawBar(CDC* dc, const CRect& filled, COLORREF color) const;
     void RunTimer();
     void Estimate();
@@ -97,6 +103,9 @@ private:
     LONGLONG m_nStep = 10;
     LONGLONG m_nSameFrom = 0; // positions that look as the one shown, both ends included
     LONGLONG m_nSameTo = 0;
+    int m_nLength = 0;      // of the whole bar, in pixels
+    CRect m_rcFilled;       // as it is shown
+    CString m_strText;      // as it is shown
     int m_nPercentTold = 0; // to screen readers
     DWORD m_dwTold = 0;     // when; all times are milliseconds of the system's counter
     TextMode m_textMode = TextMode::kNone;
