@@ -14,31 +14,6 @@ constexpr COLORREF kInk = RGB(10, 60, 10), kFace = RGB(180, 180, 180), kDark = R
 using Width = ZoPane::Width;
 using Heard = std::vector<std::pair<DWORD, LONG>>;
 
-/// Says what of it was drawn.
-class WatchedPanel : public CZoTextPanel {
-public:
-    using CZoTextPanel::GetFontHandle;
-    CRect m_drawn;
-    bool m_hasCues = false; // the system's state of them is not kept everywhere
-    CRect Drawn()
-    {
-        UpdateWindow();
-        return std::exchange(m_drawn, CRect());
-    }
-
-protected:
-    void OnDraw(CDC* dc, const CRect& dirty) override
-    {
-        m_drawn = dirty;
-        CZoTextPanel::OnDraw(dc, dirty);
-    }
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
-    {
-        m_hasCues |= message == WM_CHANGEUISTATE && wParam == MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS);
-        return CZoTextPanel::WindowProc(message, wParam, lParam);
-    }
-};
-
 ZoPane Button(int width) { return {Width::kFixed, width, DT_LEFT, ZoShorten::kEnd, ZoEdge::kThinRaised, TRUE}; }
 
 /// Its left half is black, its right half nothing; 16 by 16 pixels of so many bits.
@@ -55,6 +30,7 @@ class TextPanel : public testing::Test {
 protected:
     TextPanel()
     {
+        m_font.CreateStockObject(DEFAULT_GUI_FONT);
         m_parent.m_describe = [](NMHDR& header, LRESULT&) -> std::string {
             const auto& pressed = reinterpret_cast<ZoNotifyPane&>(header);
             return header.code == ZON_PANE_PRESSED ? "pressed " + std::to_string(pressed.pane) : "";
@@ -64,7 +40,16 @@ protected:
     {
         ASSERT_TRUE(m_panel.Create(style | WS_VISIBLE, CRect(0, 0, 300, 20), &m_parent, 5));
         ASSERT_TRUE(m_panel.SetPanes(panes.data(), static_cast<int>(panes.size())));
-        m_panel.Drawn();
+        m_panel.SetFont(&m_font);
+        m_panel.UpdateWindow();
+    }
+    /// What is to be drawn, which then is.
+    CRect Drawn()
+    {
+        CRect area;
+        ::GetUpdateRect(m_panel, &area, FALSE);
+        m_panel.UpdateWindow();
+        return area;
     }
     /// Where the panes lie, as "from-to from-to ..."; "-" is one that is not shown.
     std::string Places()
@@ -72,24 +57,24 @@ protected:
         std::string places;
         for (int pane = 1; pane <= m_panel.GetPaneCount(); ++pane) {
             const CRect area = m_panel.GetPaneArea(pane);
-            const bool isShown = !area.IsRectEmpty();
-            places += (pane > 1 ? " " : "") + (isShown ? std::to_string(area.left) : "") + "-" +
-                      (isShown ? std::to_string(area.right) : "");
+            const auto place = std::to_string(area.left) + "-" + std::to_string(area.right);
+            places += (pane > 1 ? " " : "") + (area.IsRectEmpty() ? "-" : place);
         }
         return places;
     }
     CPoint Middle(int pane) { return m_panel.GetPaneArea(pane).CenterPoint(); }
-    int TextWidth(LPCSTR text)
+    CSize TextSize(LPCSTR text)
     {
         CClientDC dc(&m_panel);
-        dc.SelectObject(CFont::FromHandle(m_panel.GetFontHandle()));
-        return dc.GetTextExtent(text, lstrlen(text)).cx;
+        dc.SelectObject(&m_font);
+        return dc.GetTextExtent(text, lstrlen(text));
     }
 
     const Scheme m_scheme{
         {COLOR_BTNTEXT, kInk}, {COLOR_3DFACE, kFace}, {COLOR_3DSHADOW, kDark}, {COLOR_3DHILIGHT, kLight}};
     ControlParent m_parent;
-    WatchedPanel m_panel;
+    CZoTextPanel m_panel;
+    CFont m_font;
 };
 
 } // namespace
@@ -98,7 +83,7 @@ TEST_F(TextPanel, SharesTheWidth)
 {
     Make({{}});
     const HICON icon = MakeIcon(32);
-    const int wide = TextWidth("MMMM") + 2 * (1 + 3);
+    const int wide = TextSize("MMMM").cx + 2 * (1 + 3);
     const auto pair = [](int fitted) {
         return "0-" + std::to_string(298 - fitted) + " " + std::to_string(300 - fitted) + "-300";
     };
@@ -141,31 +126,28 @@ TEST_F(TextPanel, IsPutOverAStaticText)
     ASSERT_TRUE(m_panel.SubclassDlgItem(7, &m_parent));
     EXPECT_EQ("0-100", Places());
     EXPECT_GT(PictureOf(m_panel)->Count(kInk, {4, 2, 96, 18}), 20);
-    CClientDC dc(&m_panel);
-    dc.SelectObject(CFont::FromHandle(m_panel.GetFontHandle()));
-    TEXTMETRIC metrics;
-    dc.GetTextMetrics(&metrics);
-    EXPECT_EQ(metrics.tmHeight + metrics.tmExternalLeading + 2 * (1 + 2), m_panel.GetBestHeight());
+    m_panel.SetFont(&m_font);
+    EXPECT_EQ(TextSize("x").cy + 2 * (1 + 2), m_panel.GetBestHeight());
 }
 
 TEST_F(TextPanel, DrawsOnlyWhatChanges)
 {
     Make({{}, {Width::kFitted, 0}, {Width::kFixed, 40}});
     m_panel.SetPaneText(2, "abc");
-    m_panel.Drawn();
+    Drawn();
     const CRect second = m_panel.GetPaneArea(2), third = m_panel.GetPaneArea(3);
     const Events events(m_panel);
     EXPECT_TRUE(m_panel.SetPaneText(3, "x"));
-    EXPECT_EQ(CRect(third.left + 1, 1, third.right - 1, 19), m_panel.Drawn());
+    EXPECT_EQ(CRect(third.left + 1, 1, third.right - 1, 19), Drawn());
     m_panel.SetWindowText("first");
-    EXPECT_EQ(CRect(1, 1, second.left - 3, 19), m_panel.Drawn());
+    EXPECT_EQ(CRect(1, 1, second.left - 3, 19), Drawn());
     EXPECT_EQ((Heard{{EVENT_OBJECT_NAMECHANGE, 3}, {EVENT_OBJECT_NAMECHANGE, 1}}), Events::Heard());
     EXPECT_TRUE(m_panel.SetPaneText(1, "first") && m_panel.SetPaneText(2, "abc") && m_panel.SetPaneText(3, "x"));
     m_panel.SetWindowText("first");
-    EXPECT_EQ(CRect(), m_panel.Drawn()) << "the same";
+    EXPECT_EQ(CRect(), Drawn()) << "the same";
     EXPECT_EQ(Heard(), Events::Heard());
     m_panel.SetPaneText(2, "abcdef");
-    EXPECT_EQ(CRect(0, 0, second.right, 20), m_panel.Drawn()) << "its neighbour has less";
+    EXPECT_EQ(CRect(0, 0, second.right, 20), Drawn()) << "its neighbour has less";
     EXPECT_FALSE(m_panel.IsPaneShortened(2)) << "fitted";
     EXPECT_STREQ("first", m_panel.GetPaneText(1));
     EXPECT_STREQ("abcdef", m_panel.GetPaneText(2));
@@ -179,7 +161,7 @@ TEST_F(TextPanel, ShowsTextsEdgesAndPictures)
     Make(panes);
     for (int pane = 1; pane <= 3; ++pane)
         m_panel.SetPaneText(pane, "M\r\n&M");
-    const int text = TextWidth("M  &M");
+    const int text = TextSize("M  &M").cx;
     auto picture = PictureOf(m_panel);
     EXPECT_EQ(kDark, picture->At(50, 0));
     EXPECT_EQ(kLight, picture->At(50, 19));
@@ -219,7 +201,6 @@ TEST_F(TextPanel, ObeysKeysAndClicks)
     ASSERT_TRUE(before.Create("", WS_CHILD | WS_VISIBLE, CRect(0, 50, 50, 70), &m_parent, 6));
     before.SetFocus();
     m_panel.TakeKeyboard();
-    EXPECT_TRUE(m_panel.m_hasCues);
     EXPECT_GT(PictureOf(m_panel)->Count(kInk, m_panel.GetPaneArea(1)), 20) << "the focus is shown";
     EXPECT_EQ(0, PictureOf(m_panel)->Count(kInk, m_panel.GetPaneArea(2)));
     const Events events(m_panel);
@@ -387,6 +368,9 @@ TEST_F(TextPanel, RefusesBadValuesAndSurvivesFaults)
             m_panel.SetPanes(panes, 1);
             m_panel.SetPanes(panes, 2);
             m_panel.SetPaneText(2, "another long text");
+            CZoTextPanel other;
+            if (other.Create(WS_VISIBLE, CRect(0, 50, 50, 70), &m_parent, 6))
+                other.UpdateWindow();
             run.Stop();
             EXPECT_TRUE(m_panel.SetPanes(panes, 2) && m_panel.SetPaneText(2, "another long text"));
             m_panel.Invalidate();
