@@ -143,6 +143,7 @@ BOOL CZoCalendar::NotifySelection(UINT code, const Selection& before)
     notify.first = GetFirst();
     notify.last = GetLast();
     notify.isChanged = before.First() != m_selection.First() || before.Last() != m_selection.Last();
+    notify.isChosen = code == ZON_CALENDAR_CHOSEN;
     return Notify(code, &notify.header);
 }
 

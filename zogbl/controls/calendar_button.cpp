@@ -133,6 +133,7 @@ void CZoCalendarButton::OnClosed()
     notify.first = m_calendar.GetFirst();
     notify.last = m_calendar.GetLast();
     notify.isChanged = !IsSameDay(notify.first, m_first) || !IsSameDay(notify.last, m_last);
+    notify.isChosen = isChosen;
     Invalidate(FALSE);
     RaiseEvent(EVENT_OBJECT_STATECHANGE);
     if (notify.isChanged)

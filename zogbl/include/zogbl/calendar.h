@@ -12,6 +12,7 @@ struct ZoCalendarNotify {
     SYSTEMTIME first; ///< the selected day, or the first of the span
     SYSTEMTIME last;  ///< the last of the span
     BOOL isChanged;   ///< FALSE: the act has left the selection as it was
+    BOOL isChosen;    ///< FALSE: the selection was moved, or the calendar of a button closed without a choice
 };
 
 /// The user has moved the selection by keys. It is another one than before.
