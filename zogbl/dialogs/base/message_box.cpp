@@ -4,6 +4,7 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "common/clipboard.h"
 #include "controls/drawing/item_painting.h"
 #include "dialog_resource.h"
 
@@ -127,21 +128,7 @@ CString Transcript(HWND box)
 
 void CopyToClipboard(HWND box)
 {
-    WithoutThrowing([&] {
-        const CString text = Transcript(box);
-        const size_t size = static_cast<size_t>(text.GetLength()) + 1;
-        const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, size);
-        if (memory == nullptr || !::OpenClipboard(box)) {
-            ::GlobalFree(memory);
-            return FALSE;
-        }
-        ::EmptyClipboard();
-        std::memcpy(::GlobalLock(memory), (LPCSTR)text, size);
-        ::GlobalUnlock(memory);
-        if (::SetClipboardData(CF_TEXT, memory) == nullptr)
-            ::GlobalFree(memory); // else the clipboard's
-        return ::CloseClipboard();
-    });
+    WithoutThrowing([&] { return PutOnClipboard(box, Transcript(box)); });
 }
 
 WNDPROC g_buttonProcedure = nullptr; // the system's: the same for every button
