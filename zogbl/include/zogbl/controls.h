@@ -10,6 +10,8 @@
 #include <zogbl/column_list.h>
 #include <zogbl/control.h>
 #include <zogbl/country_box.h>
+#include <zogbl/date_time.h>
+#include <zogbl/date_time_fields.h>
 #include <zogbl/effects.h>
 #include <zogbl/flag_box.h>
 #include <zogbl/flag_lcid_box.h>

@@ -113,6 +113,25 @@
 #define ZO_IDS_LIST_CELL 20725
 #define ZO_IDS_LIST_BETWEEN 20726
 
+// Dates and times in fields: what stands there if there is none; names of the parts and of what they do.
+#define ZO_IDS_NO_DATE 20700
+#define ZO_IDS_NO_TIME 20701
+#define ZO_IDS_HAS_DATE 20702
+#define ZO_IDS_HAS_TIME 20703
+#define ZO_IDS_FIELD_YEAR 20704
+#define ZO_IDS_FIELD_MONTH 20705
+#define ZO_IDS_FIELD_DAY 20706
+#define ZO_IDS_FIELD_HOUR 20707
+#define ZO_IDS_FIELD_MINUTE 20708
+#define ZO_IDS_FIELD_SECOND 20709
+#define ZO_IDS_FIELD_HALF 20710
+#define ZO_IDS_SPIN_UP 20711
+#define ZO_IDS_SPIN_DOWN 20712
+#define ZO_IDS_ACTION_CHECK 20713
+#define ZO_IDS_ACTION_UNCHECK 20714
+#define ZO_IDS_ACTION_PRESS 20715
+#define ZO_IDS_ACTION_GO 20716
+
 // Progress: a percentage, and the time that is left.
 #define ZO_IDS_PERCENT 20800
 #define ZO_IDS_REMAINING_SECONDS 20801
