@@ -10,6 +10,7 @@ void MeasureBitmaps(Harness& harness);
 void MeasureCalendar(Harness& harness);
 void MeasureColorControls(Harness& harness);
 void MeasureCountries(Harness& harness);
+void MeasureDateTime(Harness& harness);
 void MeasureFolders(Harness& harness);
 void MeasureHeaders(Harness& harness);
 void MeasurePickers(Harness& harness);

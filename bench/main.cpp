@@ -39,6 +39,7 @@ constexpr Family kFamilies[] = {
     {"pictures", &MeasurePictures},
     {"colors", &MeasureColorControls},
     {"progress bar", &MeasureProgressBar},
+    {"date", &MeasureDateTime},
 };
 
 const char* const kHelp =
