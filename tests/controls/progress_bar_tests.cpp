@@ -240,7 +240,9 @@ TEST_F(ProgressBar, DrawsOnlyWhatChanges)
 
 TEST_F(ProgressBar, ShowsItsTextInBothColours)
 {
+    PlainFont font;
     Make(CZoProgressBar::kSmooth);
+    m_bar.SetFont(&font);
     m_bar.SetPosition(50);
     m_bar.SetTextMode(TextMode::kWindow);
     m_bar.SetWindowText("MMMMMMMM");

@@ -30,7 +30,6 @@ class TextPanel : public testing::Test {
 protected:
     TextPanel()
     {
-        m_font.CreateStockObject(DEFAULT_GUI_FONT);
         m_parent.m_describe = [](NMHDR& header, LRESULT&) -> std::string {
             const auto& pressed = reinterpret_cast<ZoNotifyPane&>(header);
             return header.code == ZON_PANE_PRESSED ? "pressed " + std::to_string(pressed.pane) : "";
@@ -74,7 +73,7 @@ protected:
         {COLOR_BTNTEXT, kInk}, {COLOR_3DFACE, kFace}, {COLOR_3DSHADOW, kDark}, {COLOR_3DHILIGHT, kLight}};
     ControlParent m_parent;
     CZoTextPanel m_panel;
-    CFont m_font;
+    PlainFont m_font;
 };
 
 } // namespace
