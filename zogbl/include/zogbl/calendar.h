@@ -37,10 +37,10 @@ constexpr UINT ZON_CALENDAR_CHOSEN = ZON_FIRST - 21;
 /// on its first day, go some months on, and click on the last with Shift.
 ///
 /// Today moves on by itself: at midnight, and within ten seconds after the clock was set. It does so at once if the
-/// frame or dialog, which alone the system tells, does this in its OnTimeChange: SendMessageToDescendants(WM_TIMECHANGE).
+/// frame or dialog, which alone the system tells, calls SendMessageToDescendants(WM_TIMECHANGE) in its OnTimeChange.
 ///
-/// Parts: days 1 to 42, in rows of 7, then those of Part. All members but GetIdealSize() work without a window. What the
-/// program sets is not notified.
+/// Parts: days 1 to 42, in rows of 7, then those of Part. All members but GetIdealSize() work without a window. What
+/// the program sets is not notified.
 class ZOGBL_API CZoCalendar : public CZoControl {
     DECLARE_DYNAMIC(CZoCalendar)
 public:

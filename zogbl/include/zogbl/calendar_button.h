@@ -27,10 +27,13 @@ constexpr UINT ZON_CALENDAR_CLOSED = ZON_FIRST - 32;
 ///
 /// As a part of another control: the control makes a button without kShowDate and without WS_TABSTOP as its child, and
 /// calls SetKeyboardOwner(m_hWnd) for it. Then the button never takes the focus; the calendar opens below that control
-/// and closes if that control loses the focus. The control passes each WM_KEYDOWN and WM_SYSKEYDOWN to HandleKey first, and
-/// WM_MOUSEWHEEL to the button's window while IsOpen(). At ZON_CALENDAR_OPENING it calls SetDate with its own date, at ZON_CALENDAR_PICKED
-/// it takes the new one. While it is open, the control answers WM_GETDLGCODE by ForDialog(lParam), so that a dialog
-/// leaves it Enter and Esc.
+/// and closes if that control loses the focus.
+///
+///   - The control passes each WM_KEYDOWN and WM_SYSKEYDOWN to HandleKey first, and WM_MOUSEWHEEL to the button's
+///     window while IsOpen().
+///   - At ZON_CALENDAR_OPENING it calls SetDate with its own date, at ZON_CALENDAR_PICKED it takes the new one.
+///   - While it is open, the control answers WM_GETDLGCODE by ForDialog(lParam), so that a dialog leaves it Enter and
+///     Esc.
 class ZOGBL_API CZoCalendarButton : public CZoControl {
     DECLARE_DYNAMIC(CZoCalendarButton)
 public:
