@@ -173,3 +173,22 @@ TEST_F(CalendarButton, IsAPartOfAnotherControl)
     EXPECT_TRUE(WaitUntil([&] { return !m_button->IsOpen(); }));
     EXPECT_EQ("opening closed", m_parent.Told());
 }
+
+TEST_F(CalendarButton, SurvivesFaults)
+{
+    const auto whole = ScreenOf(*m_button);
+    const auto body = [&](const FaultRun& run) {
+        const BOOL opened = m_button->Open();
+        EXPECT_EQ(opened, m_button->IsOpen());
+        m_button->Close();
+        m_button->Invalidate();
+        ScreenOf(*m_button);
+        run.Stop();
+        m_button->Invalidate();
+        EXPECT_TRUE(AreEqual(*whole, *ScreenOf(*m_button)));
+        EXPECT_EQ(nullptr, m_button->GetCalendar().m_hWnd);
+        EXPECT_EQ(opened ? "opening closed" : "opening", m_parent.Told());
+    };
+    RunFaultLoop<DrawingFaults>(body);
+    RunFaultLoop<AllocationFaults>(body, {2000, 3});
+}

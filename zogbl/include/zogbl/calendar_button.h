@@ -29,8 +29,9 @@ constexpr UINT ZON_CALENDAR_CLOSED = ZON_FIRST - 32;
 /// calls SetKeyboardOwner(m_hWnd) for it. Then the button never takes the focus; the calendar opens below that control
 /// and closes if that control loses the focus.
 ///
-///   - The control passes each WM_KEYDOWN and WM_SYSKEYDOWN to HandleKey first, and WM_MOUSEWHEEL to the button's
-///     window while IsOpen().
+///   - The control passes each WM_KEYDOWN to HandleKey first. It passes each WM_SYSKEYDOWN to the system, which would
+///     open the menu at the end of Alt+Down else, and then to HandleKey. While IsOpen() it passes WM_MOUSEWHEEL to the
+///     button's window.
 ///   - At ZON_CALENDAR_OPENING it calls SetDate with its own date, at ZON_CALENDAR_PICKED it takes the new one.
 ///   - While it is open, the control answers WM_GETDLGCODE by ForDialog(lParam), so that a dialog leaves it Enter and
 ///     Esc.
