@@ -2,7 +2,6 @@
 
 #include <zogbl/effects.h>
 #include <zogbl/gdi_data.h>
-#include <zogbl/language_support.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
@@ -156,7 +155,7 @@ BOOL CZoColumnList::SetCurSel(int row)
 
 void CZoColumnList::OnReloadTexts()
 {
-    m_header.SendMessage(CZoLanguageSupport::GetUpdateMessage());
+    m_header.OnReloadTexts();
     SetRows(m_rows);
 }
 

@@ -47,7 +47,8 @@ public:
     CZoColumnList();
     ~CZoColumnList() override;
 
-    /// The header, whose window the list makes and places. Columns can be made before the list's window.
+    /// The header, whose window the list makes and places. Columns can be made before the list's window. What its
+    /// record says of sorting holds from the next SetRows on.
     CZoHeaderWnd& GetHeader() { return m_header; }
     const CZoHeaderWnd& GetHeader() const { return m_header; }
 
@@ -101,6 +102,7 @@ private:
     class ZOGBL_API Header : public CZoHeaderWnd {
     public:
         explicit Header(CZoColumnList& list) : m_list(list) {}
+        using CZoHeaderWnd::OnReloadTexts;
 
     protected:
         void OnColumnsChanged() override;
