@@ -217,7 +217,7 @@ TEST_F(ColumnList, ScrollsWithItsHeader)
     EXPECT_TRUE(AreEqual(*ScreenOf(*m_list), *scrolledPicture)) << "what was moved is as what is drawn";
     m_list->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA));
     EXPECT_EQ(0, m_list->GetTopRow());
-    m_list->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA / 2));
+    m_list->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, 0x10000 - WHEEL_DELTA / 2));
     m_list->SendMessage(WM_VSCROLL, SB_BOTTOM);
     EXPECT_EQ(last, m_list->GetTopRow());
     Play("k33 k33");
