@@ -169,14 +169,12 @@ TEST_F(ColorButton, HandsItsKeysToTheGrid)
     m_button.SendMessage(WM_CHAR, 'w');
     EXPECT_EQ((std::vector<std::pair<DWORD, LONG>>{{EVENT_OBJECT_FOCUS, 19}, {EVENT_OBJECT_FOCUS, 26}}),
               Events::Heard());
-    // The mouse leads it, but not before it moves.
-    CPoint place;
-    ::GetCursorPos(&place);
-    m_button.GetChooser().ScreenToClient(&place);
-    SendMouse(m_button.GetChooser(), WM_MOUSEMOVE, place);
-    EXPECT_EQ(26, Focused());
+    // The mouse leads it, but only if it moves.
     SendMouse(m_button.GetChooser(), WM_MOUSEMOVE, CPoint(5, 5));
     EXPECT_EQ(1, Focused());
+    PressKey(m_button, VK_DOWN);
+    SendMouse(m_button.GetChooser(), WM_MOUSEMOVE, CPoint(5, 5));
+    EXPECT_EQ(2, Focused());
     // As in a dialog: Esc is the grid's, Tab leads on.
     MSG key = {m_button, WM_KEYDOWN, VK_ESCAPE, 1, 0, {}};
     const auto code = [&] { return m_button.SendMessage(WM_GETDLGCODE, key.wParam, reinterpret_cast<LPARAM>(&key)); };

@@ -173,6 +173,8 @@ TEST_F(ColorChooser, ObeysTheMouse)
     Click(m_chooser, CellAt(1, 2));
     Click(m_chooser, CellAt(3, 6));
     EXPECT_EQ("", m_parent.Told()) << "the same, and the line of the name";
+    SendMouse(m_chooser, WM_MOUSEMOVE, CellAt(3, 3));
+    EXPECT_EQ(11, m_chooser.GetFocusedPart()) << "not in a window that drops down";
     const struct {
         const char* name;
         std::function<void()> end;

@@ -112,8 +112,8 @@ BOOL ReadColors(LPCSTR text, COLORREF* colors)
 {
     COLORREF read[kCustomColorCount];
     for (COLORREF& color : read) {
-        const bool isLast = &color == std::end(read) - 1;
-        if (std::strspn(text, "0123456789abcdefABCDEF") != kDigits || text[kDigits] != (isLast ? '\0' : ' '))
+        const bool isLast = &color == std::end(read) - 1; // behind which there is no room for more
+        if (std::strspn(text, "0123456789abcdefABCDEF") != kDigits || (!isLast && text[kDigits] != ' '))
             return FALSE;
         const auto number = static_cast<DWORD>(std::strtoul(text, nullptr, 16));
         color = RGB(number >> 16, number >> 8, number);
