@@ -8,8 +8,6 @@
 
 #include <afxdlgs.h>
 
-#include <random>
-
 namespace {
 
 constexpr COLORREF kRed = RGB(255, 0, 0);
@@ -55,7 +53,7 @@ protected:
 TEST_F(ColorButton, ClosesItsGridOnceInEachWay)
 {
     ControlParent other;
-    CRect work;
+    CRect work, popup, common;
     ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
     const struct {
         const char* name;
@@ -69,21 +67,9 @@ TEST_F(ColorButton, ClosesItsGridOnceInEachWay)
         {"Esc", [&] { PressKey(m_button, VK_RIGHT), PressKey(m_button, VK_ESCAPE); }, "", true},
         {"Alt+Up", [&] { m_button.SendMessage(WM_SYSKEYDOWN, VK_UP, 1 << 29); }, "", true},
         {"F4", [&] { PressKey(m_button, VK_F4); }, "", true},
-        {"click on the button",
-         [&] {
-             Click(m_button, {5, 5});
-         },
-         "", true},
-        {"click on the parent",
-         [&] {
-             Click(m_parent, {300, 280});
-         },
-         "", true},
-        {"click on another window",
-         [&] {
-             Click(other, {300, 280});
-         },
-         "", true},
+        {"click on the button", [&] { Click(m_button, CPoint(5, 5)); }, "", true},
+        {"click on the parent", [&] { Click(m_parent, CPoint(300, 280)); }, "", true},
+        {"click on another window", [&] { Click(other, CPoint(300, 280)); }, "", true},
         {"another control", [&] { other.SetFocus(); }, "", false},
         {"another program", [&] { m_button.GetChooser().GetParent()->SendMessage(WM_ACTIVATEAPP, FALSE); }, "", true},
         {"disabled", [&] { m_button.EnableWindow(FALSE); }, "", false},
@@ -103,7 +89,6 @@ TEST_F(ColorButton, ClosesItsGridOnceInEachWay)
             Make();
             ASSERT_TRUE(m_button.Open());
             EXPECT_EQ(m_button.m_hWnd, ::GetFocus());
-            CRect popup, common;
             m_button.GetChooser().GetParent()->GetWindowRect(&popup);
             EXPECT_TRUE(common.UnionRect(&work, &popup) && common == work);
             const Events events(m_button);
@@ -246,13 +231,7 @@ TEST_F(ColorButton, DrawsItsColourAndName)
     m_button.MoveWindow(10, 10, 60, 24);
     EXPECT_EQ(kRed, PictureOf(m_button)->At(30, 12)) << "no room for the name";
 
-    std::mt19937 random(3);
-    const ProcessCounts before = ProcessCounts::Take();
-    for (int i = 0; i < 1000; ++i) {
-        m_button.MoveWindow(0, 0, static_cast<int>(random() % 200), static_cast<int>(random() % 60));
-        m_button.UpdateWindow();
-    }
-    EXPECT_EQ(before, ProcessCounts::Take());
+    ResizeAtRandom(m_button, CSize(200, 60));
     EXPECT_TRUE(m_button.Open());
     PictureOf(m_button.GetChooser());
     m_button.Close();
@@ -299,33 +278,23 @@ TEST_F(ColorButton, TellsScreenReaders)
 
 TEST_F(ColorButton, MayBeDestroyedByWhatItTells)
 {
-    const struct {
-        const char* name;
-        std::function<void(CZoColorButton&)> act;
-    } kWays[] = {{"key", [](CZoColorButton& button) { button.SendMessage(WM_KEYDOWN, VK_SPACE); }},
-                 {"click",
-                  [](CZoColorButton& button) {
-                      Click(button.GetChooser(), {5, 5});
-                  }},
-                 {"dialog", [](CZoColorButton& button) { button.GetChooser().DoPartAction(34); }}};
-    for (const auto& row : kWays) {
-        auto button = std::make_unique<CZoColorButton>();
-        ASSERT_TRUE(button->Create(kAll, CRect(0, 0, 100, 24), &m_parent, 5));
-        button->SetFocus();
-        ASSERT_TRUE(button->Open());
-        PressKey(*button, VK_RIGHT);
-        m_parent.m_describe = [&](NMHDR& header, LRESULT&) {
-            if (header.code == ZON_COLOR_CHANGED)
-                button.reset();
-            return "";
-        };
-        const DialogDriver driver{row.name == std::string("dialog") ? [&](HWND window) {
-            button.reset(); // while the dialog is open
-            Press(window, IDOK);
-        } : DialogDriver::Act()};
-        row.act(*button);
-        EXPECT_EQ(nullptr, button) << row.name;
-    }
+    const auto make = [this](CZoColorButton& button) {
+        ASSERT_TRUE(button.Create(kAll, CRect(0, 0, 100, 24), &m_parent, 5));
+        button.SetFocus();
+        ASSERT_TRUE(button.Open());
+        PressKey(button, VK_RIGHT);
+    };
+    ExpectEndByNotification<CZoColorButton>(m_parent, ZON_COLOR_CHANGED, make,
+                                            {[](CZoColorButton& button) { button.SendMessage(WM_KEYDOWN, VK_SPACE); },
+                                             [](CZoColorButton& button) { Click(button.GetChooser(), CPoint(5, 5)); },
+                                             [](CZoColorButton& button) { button.GetChooser().DoPartAction(1); }});
+    auto button = std::make_unique<CZoColorButton>();
+    make(*button);
+    const DialogDriver driver{[&](HWND window) {
+        button.reset(); // while the dialog is open
+        Press(window, IDOK);
+    }};
+    button->GetChooser().DoPartAction(34);
 }
 
 TEST_F(ColorButton, SurvivesFaults)

@@ -8,8 +8,6 @@
 
 #include <afxdlgs.h>
 
-#include <random>
-
 namespace {
 
 constexpr COLORREF kWhite = RGB(255, 255, 255), kRed = RGB(255, 0, 0);
@@ -180,11 +178,7 @@ TEST_F(ColorChooser, ObeysTheMouse)
         std::function<void()> end;
         const char* told;
     } kEnds[] = {{"released elsewhere", [&] { SendMouse(m_chooser, WM_LBUTTONUP, CellAt(2, 3)); }, "Light orange"},
-                 {"released outside",
-                  [&] {
-                      SendMouse(m_chooser, WM_LBUTTONUP, {500, 5});
-                  },
-                  ""},
+                 {"released outside", [&] { SendMouse(m_chooser, WM_LBUTTONUP, CPoint(500, 5)); }, ""},
                  {"Esc", [&] { PressKey(m_chooser, VK_ESCAPE); }, ""},
                  {"capture", [&] { ::ReleaseCapture(); }, ""},
                  {"disabled", [&] { m_chooser.EnableWindow(FALSE); }, ""}};
@@ -248,16 +242,13 @@ TEST_F(ColorChooser, KeepsCustomColours)
               reader.Name(34) + "|" + reader.Value(34) + "|" + reader.Name(36) + "|" + reader.Value(36));
     m_chooser.SetColor(RGB(10, 11, 12));
     EXPECT_EQ(36, m_chooser.GetFocusedPart());
-    const auto keepsOne = [](HWND window) {
-        SendMessageA(window, WM_COMMAND, 719, 0); // "define custom colours", and "add" of the colour shown
-        SendMessageA(window, WM_COMMAND, 712, 0);
-    };
     m_chooser.SetFocus();
     m_chooser.SetColor(RGB(7, 8, 9));
     {
         const DialogDriver driver{[&](HWND window) {
             EXPECT_EQ(m_parent.m_hWnd, ::GetWindow(window, GW_OWNER));
-            keepsOne(window);
+            SendMessageA(window, WM_COMMAND, 719, 0); // "define custom colours", and "add" of the colour shown
+            SendMessageA(window, WM_COMMAND, 712, 0);
             Press(window, IDCANCEL);
         }};
         PressKey(m_chooser, VK_END);
@@ -337,18 +328,12 @@ TEST_F(ColorChooser, DrawsEachState)
     EXPECT_TRUE(picture->At(50, 50) == RGB(180, 180, 180) || picture->At(51, 50) == RGB(180, 180, 180)) << "hatched";
     m_chooser.EnableWindow(TRUE);
 
-    std::mt19937 random(3);
     Reader reader(m_chooser);
-    const ProcessCounts before = ProcessCounts::Take();
-    for (int i = 0; i < 1000; ++i) {
-        m_chooser.MoveWindow(0, 0, static_cast<int>(random() % 300), static_cast<int>(random() % 200));
-        m_chooser.UpdateWindow();
-        const CRect area = reader.Area(kMorePart);
-        CPoint middle = area.CenterPoint();
-        m_chooser.ScreenToClient(&middle);
-        ASSERT_TRUE(area.IsRectEmpty() || m_chooser.FindPart(middle) == kMorePart);
-    }
-    EXPECT_EQ(before, ProcessCounts::Take());
+    ResizeAtRandom(m_chooser, CSize(300, 200), [&] {
+        CRect area = reader.Area(kMorePart);
+        m_chooser.ScreenToClient(&area);
+        ASSERT_TRUE(area.IsRectEmpty() || m_chooser.FindPart(area.CenterPoint()) == kMorePart);
+    });
 }
 
 TEST_F(ColorChooser, TellsScreenReaders)
@@ -379,30 +364,23 @@ TEST_F(ColorChooser, TellsScreenReaders)
 
 TEST_F(ColorChooser, MayBeDestroyedByWhatItTells)
 {
-    const struct {
-        const char* name;
-        std::function<void(CZoColorChooser&)> act;
-    } kWays[] = {{"key", [](CZoColorChooser& chooser) { chooser.SendMessage(WM_KEYDOWN, VK_SPACE); }},
-                 {"click", [](CZoColorChooser& chooser) { Click(chooser, CellAt(1, 2)); }},
-                 {"action", [](CZoColorChooser& chooser) { chooser.DoPartAction(11); }},
-                 {"dialog", [](CZoColorChooser& chooser) { chooser.DoPartAction(kMorePart); }}};
-    for (const auto& row : kWays) {
-        auto chooser = std::make_unique<CZoColorChooser>();
-        ASSERT_TRUE(chooser->Create(kAll, CRect(0, 0, 160, 140), &m_parent, 5));
-        chooser->SetFocus();
-        PressKey(*chooser, VK_RIGHT);
-        m_parent.m_describe = [&](NMHDR& header, LRESULT&) {
-            if (header.code == ZON_COLOR_CHANGED)
-                chooser.reset();
-            return "";
-        };
-        const DialogDriver driver{row.name == std::string("dialog") ? [&](HWND window) {
-            chooser.reset(); // while the dialog is open
-            Press(window, IDOK);
-        } : DialogDriver::Act()};
-        row.act(*chooser);
-        EXPECT_EQ(nullptr, chooser) << row.name;
-    }
+    const auto make = [this](CZoColorChooser& chooser) {
+        ASSERT_TRUE(chooser.Create(kAll, CRect(0, 0, 160, 140), &m_parent, 5));
+    };
+    ExpectEndByNotification<CZoColorChooser>(m_parent, ZON_COLOR_CHANGED, make,
+                                             {[](CZoColorChooser& chooser) {
+                                                  PressKey(chooser, VK_RIGHT);
+                                                  chooser.SendMessage(WM_KEYDOWN, VK_SPACE);
+                                              },
+                                              [](CZoColorChooser& chooser) { Click(chooser, CellAt(1, 2)); },
+                                              [](CZoColorChooser& chooser) { chooser.DoPartAction(11); }});
+    auto chooser = std::make_unique<CZoColorChooser>();
+    make(*chooser);
+    const DialogDriver driver{[&](HWND window) {
+        chooser.reset(); // while the dialog is open
+        Press(window, IDOK);
+    }};
+    chooser->DoPartAction(kMorePart);
 }
 
 TEST_F(ColorChooser, SurvivesFaults)

@@ -6,6 +6,8 @@
 
 #include <zogbl/control.h>
 
+#include <random>
+
 #include <oleacc.h>
 
 /// A window on the screen whose controls' notifications it writes down. It has room for controls of 400 by 300 pixels.
@@ -259,6 +261,39 @@ private:
     std::vector<int> m_numbers;
     std::vector<COLORREF> m_before;
 };
+
+/// Gives a control 1,000 sizes up to that one and paints each; \p look sees it. Nothing is left behind.
+inline void ResizeAtRandom(
+    CWnd& control, CSize most, const std::function<void()>& look = [] {})
+{
+    std::mt19937 random(3);
+    const ProcessCounts before = ProcessCounts::Take();
+    for (int i = 0; i < 1000; ++i) {
+        control.MoveWindow(0, 0, static_cast<int>(random() % 1000) * most.cx / 1000,
+                           static_cast<int>(random() % 1000) * most.cy / 1000);
+        control.UpdateWindow();
+        look();
+    }
+    EXPECT_EQ(before, ProcessCounts::Take());
+}
+
+/// A control is deleted in the notification that each of these acts makes it send.
+template <class CONTROL> void ExpectEndByNotification(ControlParent& parent, UINT code,
+                                                      const std::function<void(CONTROL&)>& make,
+                                                      std::initializer_list<std::function<void(CONTROL&)>> acts)
+{
+    for (const auto& act : acts) {
+        auto control = std::make_unique<CONTROL>();
+        make(*control);
+        parent.m_describe = [&](NMHDR& header, LRESULT&) {
+            if (header.code == code)
+                control.reset();
+            return "";
+        };
+        act(*control);
+        EXPECT_EQ(nullptr, control);
+    }
+}
 
 /// A window of a template, over which a control is to be put.
 inline void MakeTemplateWindow(CWnd& parent, DWORD style, const CRect& area, UINT id)

@@ -5,8 +5,6 @@
 #include <common/without_throwing.h>
 #include <zogbl/screen_sample.h>
 
-#include <random>
-
 namespace {
 
 constexpr COLORREF kInk = RGB(255, 255, 0), kPaper = RGB(0, 0, 128), kWhite = RGB(255, 255, 255), kBlack = RGB(0, 0, 0);
@@ -182,15 +180,9 @@ TEST_F(ScreenSample, DrawsTheAreasInTheirColours)
     Fill(other);
     MakeTemplateWindow(m_parent, kStyle, CRect(0, 150, 200, 300), 6);
     ASSERT_TRUE(other.SubclassDlgItem(6, &m_parent));
-    std::mt19937 random(3);
     Make();
     EXPECT_TRUE(AreEqual(*PictureOf(other), *PictureOf(m_sample)));
-    const ProcessCounts before = ProcessCounts::Take();
-    for (int i = 0; i < 1000; ++i) {
-        m_sample.MoveWindow(0, 0, static_cast<int>(random() % 300), static_cast<int>(random() % 150));
-        m_sample.UpdateWindow();
-    }
-    EXPECT_EQ(before, ProcessCounts::Take());
+    ResizeAtRandom(m_sample, CSize(300, 150));
 }
 
 TEST_F(ScreenSample, TellsScreenReaders)
@@ -224,24 +216,15 @@ TEST_F(ScreenSample, TellsScreenReaders)
 
 TEST_F(ScreenSample, MayBeDestroyedByWhatItTells)
 {
-    const std::function<void(CZoScreenSample&)> kWays[] = {
-        [](CZoScreenSample& sample) { sample.SendMessage(WM_KEYDOWN, VK_DOWN); },
-        [](CZoScreenSample& sample) {
-            SendMouse(sample, WM_LBUTTONDOWN, {100, 140});
+    ExpectEndByNotification<CZoScreenSample>(
+        m_parent, ZON_SAMPLE_CHOSEN,
+        [this](CZoScreenSample& sample) {
+            Fill(sample);
+            ASSERT_TRUE(sample.Create(kStyle, CRect(0, 0, 200, 150), &m_parent, 5));
         },
-        [](CZoScreenSample& sample) { sample.DoPartAction(2); },
-    };
-    for (const auto& act : kWays) {
-        auto sample = std::make_unique<CZoScreenSample>();
-        Fill(*sample);
-        ASSERT_TRUE(sample->Create(kStyle, CRect(0, 0, 200, 150), &m_parent, 5));
-        m_parent.m_describe = [&](NMHDR&, LRESULT&) {
-            sample.reset();
-            return "";
-        };
-        act(*sample);
-        EXPECT_EQ(nullptr, sample);
-    }
+        {[](CZoScreenSample& sample) { sample.SendMessage(WM_KEYDOWN, VK_DOWN); },
+         [](CZoScreenSample& sample) { SendMouse(sample, WM_LBUTTONDOWN, CPoint(100, 140)); },
+         [](CZoScreenSample& sample) { sample.DoPartAction(2); }});
 }
 
 TEST_F(ScreenSample, SurvivesFaults)
