@@ -67,6 +67,8 @@ void CZoProgressBar::UpdateShown()
         const CString text = GetShownText();
         if (text == m_strText)
             return;
+        if (text.IsEmpty() != m_strText.IsEmpty())
+            Invalidate(FALSE); // blocks become one piece
         InvalidateRect(GetTextPlace(m_strText), FALSE);
         InvalidateRect(GetTextPlace(text), FALSE);
         m_strText = text;
@@ -147,7 +149,7 @@ void CZoProgressBar::OnDraw(CDC* dc, const CRect& dirty)
 {
     const ItemColors ground = {::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)};
     const ItemColors bar = BarColors(m_state);
-    dc->FillSolidRect(dirty, ground.background);
+    ::FillRect(*dc, &dirty, CZoGlobalGDIData::GetBrush(COLOR_3DFACE)); // exact also if it is mirrored
     if (m_state != State::kPaused)
         DrawBar(dc, m_rcFilled, bar.background);
     else if ((m_rcFilled.left + m_rcFilled.top) % 2 == 0) // the pattern stays where it is when the bar moves
@@ -183,7 +185,7 @@ void CZoProgressBar::DrawShownText(CDC* dc, const ItemColors& ground, const Item
 
 void CZoProgressBar::DrawBar(CDC* dc, const CRect& filled, COLORREF color) const
 {
-    if ((GetStyle() & kSmooth) != 0) {
+    if ((GetStyle() & kSmooth) != 0 || !m_strText.IsEmpty()) { // across gaps a text could not be read
         dc->FillSolidRect(filled, color);
         return;
     }

@@ -159,7 +159,7 @@ CString CZoTextPanel::GetShownText(int pane) const
 void CZoTextPanel::OnDraw(CDC* dc, const CRect& dirty)
 {
     const SelectedColors colors(*dc, {::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)});
-    dc->FillSolidRect(dirty, ::GetSysColor(COLOR_3DFACE));
+    ::FillRect(*dc, &dirty, CZoGlobalGDIData::GetBrush(COLOR_3DFACE)); // exact also if it is mirrored
     for (int pane = 1; pane <= m_nPanes; ++pane) {
         if (CRect common; common.IntersectRect(&At(pane).area, &dirty))
             DrawPane(dc, pane);

@@ -21,7 +21,7 @@ class ZOGBL_API CZoProgressBar : public CZoControl {
 public:
     /// Styles, beside those of windows. The numbers are those of the system's progress bar.
     enum Style : DWORD {
-        kSmooth = 0x01,  ///< one piece; else in blocks
+        kSmooth = 0x01,  ///< one piece, as always under a text; else in blocks
         kVertical = 0x04 ///< from the bottom to the top; its text stays horizontal
     };
     enum class TextMode {

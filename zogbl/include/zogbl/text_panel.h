@@ -42,9 +42,9 @@ struct ZoNotifyPane {
 ///     m_status.SetPaneText(2, "OVR");
 ///     m_status.SetWindowText("Ready"); // pane 1
 ///
-/// The parent gives it its place (GetBestHeight), and passes F6 on by TakeKeyboard. There is one pane at the beginning,
-/// as by a ZoPane that is not changed. To screen readers a single pane is a text, several are a status bar. Line ends
-/// and tabs in a text are shown as spaces. The numbers of panes, 1 to GetPaneCount(), are those of the parts.
+/// The parent gives it its place (GetBestHeight), and passes F6 on by TakeKeyboard. At the beginning there is
+/// one pane, with the values that a ZoPane begins with. To screen readers a single pane is a text, several are a status
+/// bar. Line ends and tabs in a text are shown as spaces. Panes are numbered from 1, as the parts.
 class ZOGBL_API CZoTextPanel : public CZoControl {
     DECLARE_DYNAMIC(CZoTextPanel)
 public:
