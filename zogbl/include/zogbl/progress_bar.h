@@ -66,7 +66,8 @@ public:
     int GetPercent() const;
     /// The time that is left if it goes on at the pace so far. It is estimated anew every five seconds, for the first
     /// time after five seconds and five percent.
-    /// \return FALSE, changing nothing, if there is no estimate: also if the work is paused, has failed or is at its end
+    /// \return FALSE, changing nothing, if there is no estimate: also if the work is paused, has failed or is at its
+    /// end
     BOOL GetRemainingTime(DWORD& seconds);
     /// The same as a text in the user's language, empty if there is no estimate. Throws CMemoryException*
     CString GetRemainingText();
