@@ -8,6 +8,7 @@
 #include <zogbl/color_chooser.h>
 #include <zogbl/bitmap_window.h>
 #include <zogbl/column_list.h>
+#include <zogbl/bitmap_window.h>
 #include <zogbl/control.h>
 #include <zogbl/country_box.h>
 #include <zogbl/date_time.h>

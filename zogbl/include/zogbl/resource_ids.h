@@ -142,6 +142,18 @@
 
 // Text panel: what is done to a pane that is a button.
 #define ZO_IDS_PANE_PRESS 20806
+// Pictures: width and height.
+#define ZO_IDS_PICTURE_SIZE 20820
+
+// The lights of a modem.
+#define ZO_IDS_LIGHT_OH 20830
+#define ZO_IDS_LIGHT_CD 20831
+#define ZO_IDS_LIGHT_TR 20832
+#define ZO_IDS_LIGHT_RD 20833
+#define ZO_IDS_LIGHT_SD 20834
+#define ZO_IDS_LIGHT_CTS 20835
+#define ZO_IDS_LIGHT_RTS 20836
+#define ZO_IDS_LIGHT_HS 20837
 
 // Message box. Its icon and text have the numbers of the system's own boxes.
 #define ZO_IDS_BOX_ERROR 20620
