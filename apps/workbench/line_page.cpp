@@ -16,7 +16,17 @@ constexpr int kMostShown = 4 * 1024; // wrapping long lines takes its time
 constexpr int kMargin = 8;
 constexpr int kListHeight = 120;
 
-enum ControlId : UINT { kDevicesId = 100, kTakePortId, kHangUpId, kAnswerId, kTerminalId, kCommandId, kSendId, kLogId };
+enum ControlId : UINT {
+    kDevicesId = 100,
+    kTakePortId,
+    kHangUpId,
+    kAnswerId,
+    kTerminalId,
+    kCommandId,
+    kSendId,
+    kLogId,
+    kLightsId
+};
 
 CString StateName(DWORD_PTR state)
 {
@@ -79,6 +89,8 @@ void WorkbenchLine::DoLineCallState(DWORD hDevice, DWORD dwMsg, DWORD_PTR dwCall
                                     DWORD_PTR dwParam2, DWORD_PTR dwParam3)
 {
     m_page.Log(StateName(dwParam1));
+    if (dwParam1 == LINECALLSTATE_DISCONNECTED || dwParam1 == LINECALLSTATE_IDLE)
+        m_page.LeavePort();
     CZoTAPIInterface::DoLineCallState(hDevice, dwMsg, dwCallbackInstance, dwParam1, dwParam2, dwParam3);
 }
 
@@ -115,6 +127,7 @@ void LinePage::CreateControls()
     m_takePort.Create("", button, nowhere, this, kTakePortId);
     m_hangUp.Create("", button, nowhere, this, kHangUpId);
     m_answer.Create("", WS_VISIBLE | WS_TABSTOP | BS_AUTOCHECKBOX, nowhere, this, kAnswerId);
+    m_lights.Create(WS_VISIBLE, nowhere, this, kLightsId);
     m_terminal.Create(this, kTerminalId);
     m_command.Create(WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, nowhere, this, kCommandId);
     m_send.Create("", button, nowhere, this, kSendId);
@@ -187,7 +200,12 @@ void LinePage::Layout(int width, int height)
         button->MoveWindow(left, top, widthOf(*button), row);
         left += widthOf(*button) + kMargin;
     }
+    const CSize lights = m_lights.GetBestSize();
+    const bool isBeside = left + lights.cx + kMargin <= width;
     top += row + kMargin;
+    m_lights.MoveWindow(isBeside ? width - kMargin - lights.cx : kMargin, isBeside ? kMargin / 2 : top, lights.cx,
+                        lights.cy);
+    top = isBeside ? (std::max)(top, kMargin + static_cast<int>(lights.cy)) : top + lights.cy + kMargin;
     const int logHeight = (std::max)(height / 4, 3 * line);
     const int sendTop = height - logHeight - row - 2 * kMargin;
     m_terminal.MoveWindow(kMargin, top, width - 2 * kMargin, sendTop - kMargin - top);
@@ -208,6 +226,23 @@ void LinePage::EnableControls()
     m_hangUp.EnableWindow(hasPort);
     m_send.EnableWindow(hasPort);
     m_command.EnableWindow(hasPort);
+    ShowLights();
+}
+
+/// Lets the lights follow the port, once for each. A port that has no lines, as a simulated one, is let go again.
+void LinePage::ShowLights()
+{
+    const HANDLE port = m_line.m_hComm;
+    if (port == m_lit)
+        return;
+    m_lit = port;
+    const bool hasPort = port != INVALID_HANDLE_VALUE;
+    for (const auto light : {CZoModemLights::kOH, CZoModemLights::kTR, CZoModemLights::kRTS})
+        m_lights.SetLight(light, hasPort); // a call without a number: the modem is off the hook, the port is ready
+    if (hasPort)
+        m_lights.Attach(port);
+    else
+        m_lights.Detach();
 }
 
 void LinePage::AppendTo(CEdit& view, const CString& text)
@@ -266,6 +301,7 @@ BOOL LinePage::TakePort()
 
 void LinePage::HangUp()
 {
+    LeavePort();
     m_line.HangupCall();
     EndFailedCall();
     EnableControls();
@@ -341,6 +377,7 @@ BOOL LinePage::Send(const CString& bytes)
     CString copy(bytes);
     const int length = copy.GetLength();
     DWORD written = 0;
+    m_lights.ReportSent();
     return Transfer(true, copy.GetBuffer(length), static_cast<DWORD>(length), written) &&
            written == static_cast<DWORD>(length);
 }
@@ -357,6 +394,7 @@ int LinePage::Receive()
     DWORD read = 0;
     if (waiting == 0 || !Transfer(false, bytes, waiting, read) || read == 0)
         return 0;
+    m_lights.ReportReceived();
     const CString text(bytes, static_cast<int>(read));
     m_received = (m_received + text).Right(kMostReceived);
     m_unshown = (m_unshown + text).Right(kMostShown);

@@ -7,6 +7,7 @@
 
 #include "../text_box.h"
 
+#include <zogbl/modem_lights.h>
 #include <zogbl/tapi_interface.h>
 
 class LinePage;
@@ -52,6 +53,8 @@ public:
     /// What the line has told debuggers and the page, at most the last that the page shows.
     const CString& GetLog() const { return m_logged; }
     void Log(const CString& text);
+    /// Before the port is closed: the lights must not ask a port that has gone.
+    void LeavePort() { m_lights.Detach(); }
 
 protected:
     void CreateControls() override;
@@ -72,6 +75,7 @@ private:
     BOOL Transfer(bool write, char* bytes, DWORD size, DWORD& transferred);
     void ShowState();
     void EnableControls();
+    void ShowLights();
     void TakeDebugTexts();
     static void AppendTo(CEdit& view, const CString& text);
 
@@ -88,6 +92,8 @@ private:
     CButton m_takePort;
     CButton m_hangUp;
     CButton m_answer;
+    CZoModemLights m_lights;
+    HANDLE m_lit = INVALID_HANDLE_VALUE; // the port that the lights are for
     TextBox m_terminal;
     CEdit m_command;
     CButton m_send;
