@@ -14,6 +14,7 @@ void MeasureDateTime(Harness& harness);
 void MeasureFolders(Harness& harness);
 void MeasureHeaders(Harness& harness);
 void MeasurePickers(Harness& harness);
+void MeasurePictures(Harness& harness);
 void MeasureProfiles(Harness& harness);
 void MeasureStartup(Harness& harness);
 void MeasureTextPanel(Harness& harness);
