@@ -77,7 +77,7 @@ protected:
         }
         return all;
     }
-    /// Words for a key ("k40"), a row clicked or double clicked ("c2 b2"), a column pushed ("p0") and characters ("tab").
+    /// Words for a key ("k40"), a row clicked or double clicked ("c2 b2"), a column pushed ("p0"), characters ("tab").
     void Play(const std::string& script)
     {
         std::istringstream words(script);

@@ -1,5 +1,5 @@
-// The record of a header's columns: "ZoHeader1 3 1 2", number of columns, sorted column, its direction; " 160 0" for each
-// column, width and position; at the end the sum of all numbers, which a cut or changed text does not have.
+// The record of a header's columns: "ZoHeader1 3 1 2", number of columns, sorted column, its direction; " 160 0" for
+// each column, width and position; at the end the sum of all numbers, which a cut or changed text does not have.
 #include <zogbl/header.h>
 
 #include <zogbl/gdi_data.h>
