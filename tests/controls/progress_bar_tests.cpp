@@ -70,6 +70,9 @@ TEST_F(ProgressBar, CountsAsTheSystems)
 {
     CWnd system;
     ASSERT_TRUE(system.Create(PROGRESS_CLASSA, "", WS_CHILD | PBS_SMOOTH, CRect(0, 0, 9, 9), &m_parent, 6));
+    const auto ask = [&](UINT message, int value) { // it answers 32 bits
+        return static_cast<int>(system.SendMessage(message, static_cast<WPARAM>(value)));
+    };
     Make(CZoProgressBar::kSmooth);
     std::mt19937 random(7);
     const auto number = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
@@ -85,27 +88,27 @@ TEST_F(ProgressBar, CountsAsTheSystems)
         }
         case 1: {
             const int step = number(60) - 10;
-            ASSERT_EQ(system.SendMessage(PBM_SETSTEP, static_cast<WPARAM>(step)), m_bar.SetStep(step));
+            ASSERT_EQ(ask(PBM_SETSTEP, step), m_bar.SetStep(step));
             break;
         }
         case 2:
         case 3:
         case 4:
-            ASSERT_EQ(system.SendMessage(PBM_STEPIT), m_bar.StepIt()) << i;
+            ASSERT_EQ(ask(PBM_STEPIT, 0), m_bar.StepIt()) << i;
             break;
         case 5:
         case 6: {
             const int by = number(200) - 100;
-            ASSERT_EQ(system.SendMessage(PBM_DELTAPOS, static_cast<WPARAM>(by)), m_bar.OffsetPosition(by)) << i;
+            ASSERT_EQ(ask(PBM_DELTAPOS, by), m_bar.OffsetPosition(by)) << i;
             break;
         }
         default: {
             const int position = number(700) - 300;
-            ASSERT_EQ(system.SendMessage(PBM_SETPOS, static_cast<WPARAM>(position)), m_bar.SetPosition(position));
+            ASSERT_EQ(ask(PBM_SETPOS, position), m_bar.SetPosition(position));
             break;
         }
         }
-        ASSERT_EQ(system.SendMessage(PBM_GETPOS), m_bar.GetPosition()) << i;
+        ASSERT_EQ(ask(PBM_GETPOS, 0), m_bar.GetPosition()) << i;
     }
 }
 
