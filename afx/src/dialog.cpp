@@ -116,13 +116,14 @@ INT_PTR CDialog::RunModal(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate)
     if (dialogTemplate == nullptr || m_hWnd != nullptr)
         return -1;
     ModalOwner owner(m_pParentWnd);
-    HWND handle;
+    HWND handle = nullptr;
     m_bModal = m_bModalRunning = TRUE; // from here on, for OnInitDialog may end the dialog
     m_nModalResult = IDABORT;
     {
         LoadControlsOf(dialogTemplate, module);
         const AfxWindowHook hook(this);
-        handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner.GetHandle(), &DialogProcedure, 0);
+        if (hook.IsSet())
+            handle = ::CreateDialogIndirectParam(module, dialogTemplate, owner.GetHandle(), &DialogProcedure, 0);
     }
     const auto end = [&] {
         m_bModal = m_bModalRunning = FALSE;
@@ -179,8 +180,9 @@ BOOL CDialog::CreateModeless(HINSTANCE module, LPCDLGTEMPLATE dialogTemplate, co
             parent = AfxGetMainWnd();
         LoadControlsOf(dialogTemplate, module);
         const AfxWindowHook hook(this);
-        handle = ::CreateDialogIndirectParam(module, dialogTemplate, parent != nullptr ? parent->m_hWnd : nullptr,
-                                             &DialogProcedure, 0);
+        if (hook.IsSet())
+            handle = ::CreateDialogIndirectParam(module, dialogTemplate, parent != nullptr ? parent->m_hWnd : nullptr,
+                                                 &DialogProcedure, 0);
         caught = hook.HasCaught();
     }
     if (handle == nullptr && !caught)

@@ -11,6 +11,7 @@ struct AfxWindowHook {
     AfxWindowHook(const AfxWindowHook&) = delete;
     AfxWindowHook& operator=(const AfxWindowHook&) = delete;
 
+    bool IsSet() const { return m_hook != nullptr; } ///< else a window would begin without its object: make none
     bool HasCaught() const { return m_caught; } ///< whether the window began to exist
 
 private:

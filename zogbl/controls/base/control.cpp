@@ -201,9 +201,14 @@ BOOL CZoControl::IsMirrored() const { return (GetExStyle() & WS_EX_LAYOUTRTL) !=
 void CZoControl::OnLayout() {}
 void CZoControl::OnReloadTexts() {}
 
+void CZoControl::LayOut()
+{
+    WithoutThrowing([this] { OnLayout(); });
+}
+
 void CZoControl::Relayout()
 {
-    OnLayout();
+    LayOut();
     if (m_hWnd != nullptr)
         Invalidate(FALSE);
 }
@@ -353,7 +358,7 @@ LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         return reinterpret_cast<LRESULT>(m_hFont);
     case WM_SETFONT:
         m_hFont = reinterpret_cast<HFONT>(wParam);
-        OnLayout();
+        LayOut();
         if (LOWORD(lParam) != 0)
             Invalidate(FALSE);
         return 0;
@@ -406,7 +411,7 @@ LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         break;
     default:
         if (message == s_languageMessage) {
-            OnReloadTexts();
+            WithoutThrowing([this] { OnReloadTexts(); });
             Relayout();
         }
         break;

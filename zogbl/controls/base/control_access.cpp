@@ -34,7 +34,7 @@ void SetNumber(VARIANT* variant, LONG number)
 /// The selected parts of a control, at the moment of the question.
 class SelectedParts final : public IEnumVARIANT {
 public:
-    static SelectedParts* Make(const CWordArray& parts, ULONG at)
+    static SelectedParts* Make(const CDWordArray& parts, ULONG at)
     {
         auto* made = new (std::nothrow) SelectedParts(at);
         if (made == nullptr || WithoutThrowing([&] {
@@ -66,7 +66,7 @@ public:
     {
         ULONG given = 0;
         for (; given < count && m_at < Count(); ++given)
-            SetNumber(&parts[given], m_parts[static_cast<INT_PTR>(m_at++)]);
+            SetNumber(&parts[given], static_cast<LONG>(m_parts[static_cast<INT_PTR>(m_at++)]));
         if (fetched != nullptr)
             *fetched = given;
         return given == count ? S_OK : S_FALSE;
@@ -93,7 +93,7 @@ private:
     ~SelectedParts() = default;
     ULONG Count() const { return static_cast<ULONG>(m_parts.GetSize()); }
 
-    CWordArray m_parts;
+    CDWordArray m_parts;
     ULONG m_at;
     LONG m_references = 1;
 };
@@ -297,16 +297,16 @@ HRESULT ControlAccess::get_accSelection(VARIANT* parts)
     if (m_pControl == nullptr)
         return CO_E_OBJNOTCONNECTED;
     return ResultOr(E_OUTOFMEMORY, [&]() -> HRESULT {
-        CWordArray selected;
+        CDWordArray selected;
         for (int part = 1; part <= m_pControl->GetPartCount(); ++part) {
             ZoPart description;
             if (m_pControl->DescribePart(part, description) && (description.state & STATE_SYSTEM_SELECTED) != 0)
-                selected.Add(static_cast<WORD>(part));
+                selected.Add(static_cast<DWORD>(part));
         }
         if (selected.GetSize() == 0)
             return S_FALSE;
         if (selected.GetSize() == 1) {
-            SetNumber(parts, selected[0]);
+            SetNumber(parts, static_cast<LONG>(selected[0]));
             return S_OK;
         }
         parts->punkVal = SelectedParts::Make(selected, 0);

@@ -89,6 +89,8 @@ protected:
     /// Draws all of \p dirty. The context has the control's font, and its background is transparent. In a drawing that
     /// throws an exception of the framework, the rest is missing until the next one.
     virtual void OnDraw(CDC* dc, const CRect& dirty) = 0;
+    // An exception of the framework ends one of the next two alone: what it has not done stays as it was.
+
     virtual void OnLayout();      ///< The size, the font, the scheme, a style or the language has changed.
     virtual void OnReloadTexts(); ///< The language has changed; OnLayout follows.
     virtual void OnDragMove(CPoint point);
@@ -151,6 +153,7 @@ private:
     friend class ControlPopup;
 
     int CommandOf(const ZoKey* keys, size_t count, UINT key) const;
+    void LayOut();
     void OnPaint();
     void Draw(CDC* dc, const CRect& dirty);
     LRESULT OnGetObject(WPARAM wParam, LPARAM lParam);
