@@ -126,6 +126,10 @@ TEST_F(CalendarButton, OpensByKeysAndClicksUnlessRefused)
         m_button->Close();
         EXPECT_EQ("opening opening closed", m_parent.Told());
     }
+    m_button->Open();
+    m_other.SetFocus();
+    EXPECT_FALSE(m_button->IsOpen()) << "at once";
+    m_parent.Told();
     // Of a span, the drag is the choice.
     m_button->Open();
     m_button->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -120));
@@ -163,7 +167,8 @@ TEST_F(CalendarButton, IsAPartOfAnotherControl)
     m_button->GetCalendar().GetWindowRect(&place);
     field.GetWindowRect(&owner);
     EXPECT_GE(place.top, owner.bottom);
-    EXPECT_EQ(field.m_hWnd, ::GetFocus());
+    m_button->GetCalendar().GetParent()->SendMessage(WM_TIMER, 1); // it looks whether the focus is where it was
+    EXPECT_TRUE(m_button->IsOpen() && ::GetFocus() == field.m_hWnd);
     EXPECT_FALSE(m_button->HandleKey(WM_KEYDOWN, 'A'));
     EXPECT_TRUE(m_button->HandleKey(WM_KEYDOWN, VK_DOWN) && m_button->HandleKey(WM_KEYDOWN, VK_RETURN));
     EXPECT_EQ("opening picked 2024-03-27", m_parent.Told());
