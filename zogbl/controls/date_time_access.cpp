@@ -38,7 +38,7 @@ UINT NameOf(Kind kind)
 
 } // namespace
 
-// Parts: the fields, the check box, the spin button ---------------------------------------------------------------------
+// Parts: the fields, the check box, the spin button -------------------------------------------------------------------
 
 int CZoDateTimeWnd::FieldCount() const
 {

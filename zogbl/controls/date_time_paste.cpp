@@ -102,11 +102,8 @@ private:
     size_t WordAt(LPCSTR text) const
     {
         size_t length = CharacterWidth(text);
-        while (length == 1 || CharacterWidth(text) == 1) {
-            if (!IsLetter(text + length) || CharacterWidth(text + length) == 2)
-                break;
+        while (CharacterWidth(text) == 1 && CharacterWidth(text + length) == 1 && ::IsCharAlphaA(text[length]))
             ++length;
-        }
         const bool isOfTime = length == 1 && *text == 'T'; // as in 2026-03-31T12:00
         return isOfTime || FindText(m_words, m_length, text, length) != nullptr ? length : 0;
     }

@@ -36,8 +36,8 @@ constexpr UINT ZON_DATE_TIME_CLOSEUP = ZON_FIRST - 42;
 /// In a dialog template it wants the extended style WS_EX_CLIENTEDGE; Create gives it. At the beginning it has the
 /// present moment. What the program sets is not notified. Keyboard focus begins at the first field.
 ///
-/// Parts: the fields that can be typed, in their order, from 1; then the check box, if it has one; then the upper and the
-/// lower half of the spin button, if it has one. The calendar's button is a window of its own.
+/// Parts: the fields that can be typed, in their order, from 1; then the check box, if it has one; then the upper and
+/// the lower half of the spin button, if it has one. The calendar's button is a window of its own.
 class ZOGBL_API CZoDateTimeWnd : public CZoControl {
     DECLARE_DYNAMIC(CZoDateTimeWnd)
 public:
@@ -63,9 +63,9 @@ public:
         kPaste,
         kAll
     };
-    /// Besides: digits, letters of names and what stands between the fields; "+" and "-", if they stand there not, step;
-    /// Space switches the check box. F4, Alt+Down open the calendar, which then obeys the keys of CZoCalendarButton. At
-    /// both ends Left and Right go around.
+    /// Besides: digits, letters of names and what stands between the fields; "+" and "-", if they do not stand there,
+    /// step; Space switches the check box. F4, Alt+Down open the calendar, which then obeys the keys of
+    /// CZoCalendarButton. At both ends Left and Right go around.
     static constexpr ZoKey kKeys[] = {
         {VK_LEFT, ZoKey::kNone, kPrevious},   {VK_RIGHT, ZoKey::kNone, kNext},      {VK_UP, ZoKey::kNone, kUp},
         {VK_DOWN, ZoKey::kNone, kDown},       {VK_HOME, ZoKey::kNone, kLeast},      {VK_END, ZoKey::kNone, kMost},

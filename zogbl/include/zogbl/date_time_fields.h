@@ -8,8 +8,8 @@
 
 /// A date, a time or both, in the fields of a format, without a window. CZoDateTimeWnd shows one.
 ///
-/// The value is a date that exists, within the range, at every moment. A field that is typed may wait for the others: it
-/// is shown as typed, and the value stays until all together are such a date. So 31.03. can be typed over 07.04. When
+/// The value is a date that exists, within the range, at every moment. A field that is typed may wait for the others:
+/// it is shown as typed, and the value stays until all together are such a date. So 31.03. can be typed over 07.04. When
 /// the last field is left, or by Settle, the nearest date is taken.
 ///
 ///     CZoDateTimeFields fields;
@@ -40,8 +40,8 @@ public:
 
     CZoDateTimeFields(); ///< now, in the user's short date
 
-    /// \param format as GetDateFormat and GetTimeFormat take it, of dates, times or both. Of each kind of field the first
-    /// one can be typed, and further ones follow it \param locale of the names
+    /// \param format as GetDateFormat and GetTimeFormat take it, of dates, times or both. Of each kind of field the
+    /// first one can be typed, and further ones follow it \param locale of the names
     /// \return FALSE, changing nothing: it is null, too long, or has no field that can be typed
     BOOL SetFormat(LPCSTR format, LCID locale);
     LPCSTR GetFormat() const { return m_format; }
