@@ -9,8 +9,8 @@
 /// A date, a time or both, in the fields of a format, without a window. CZoDateTimeWnd shows one.
 ///
 /// The value is a date that exists, within the range, at every moment. A field that is typed may wait for the others:
-/// it is shown as typed, and the value stays until all together are such a date. So 31.03. can be typed over 07.04. When
-/// the last field is left, or by Settle, the nearest date is taken.
+/// it is shown as typed, and the value stays until all together are such a date. So 31.03. can be typed over 07.04.
+/// When the last field is left, or by Settle, the nearest date is taken.
 ///
 ///     CZoDateTimeFields fields;
 ///     fields.SetFormat("dd.MM.yyyy", LOCALE_USER_DEFAULT);
