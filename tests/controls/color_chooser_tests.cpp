@@ -306,6 +306,7 @@ TEST_F(ColorChooser, DrawsEachState)
     EXPECT_GT(PictureOf(m_chooser)->Count(RGB(255, 255, 0), {20, 0, 160, 20}), 20) << "the pair of the selection";
     EXPECT_TRUE(AreEqual(*ScreenOf(m_chooser), *PictureOf(m_chooser)));
     m_chooser.SetFocus();
+    m_chooser.UpdateWindow();
     PressKey(m_chooser, VK_DOWN); // only what changes is drawn again
     EXPECT_TRUE(AreEqual(*ScreenOf(m_chooser), *PictureOf(m_chooser)));
     EXPECT_EQ(1, PictureOf(m_chooser)->Count(RGB(10, 60, 10), {0, 20, 2, 21})) << "the dotted frame";

@@ -248,9 +248,8 @@ void CZoColorButton::OnLayout()
     m_nMargin = CZoGlobalGDIData::Scale(kMargin);
     m_nArrow = CZoGlobalGDIData::Scale(kArrow);
     m_nBorder = SwatchBorder();
+    m_bNamed = FALSE; // the language may have changed
 }
-
-void CZoColorButton::OnReloadTexts() { m_bNamed = FALSE; }
 
 void CZoColorButton::OnDraw(CDC* dc, const CRect&)
 {

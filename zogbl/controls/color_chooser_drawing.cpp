@@ -69,8 +69,6 @@ void CZoColorChooser::OnLayout()
         m_nFocused = 1; // the style has changed
 }
 
-void CZoColorChooser::OnReloadTexts() { m_nLine = -1; }
-
 /// Texts are looked for in several modules, so the last ones are kept. \param named the part whose name the line has
 void CZoColorChooser::LoadTexts(int named)
 {

@@ -51,7 +51,6 @@ protected:
     void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
-    void OnReloadTexts() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:

@@ -99,7 +99,6 @@ protected:
     void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
-    void OnReloadTexts() override;
     void OnDragMove(CPoint point) override;
     void OnDragEnd(CPoint point) override;
     void OnDragUndo() override;
