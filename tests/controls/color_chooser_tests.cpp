@@ -302,6 +302,10 @@ TEST_F(ColorChooser, DrawsEachState)
     EXPECT_EQ(RGB(60, 70, 80), picture->At(10, 10)) << "automatic";
     EXPECT_GT(picture->Count(RGB(10, 60, 10), {20, 0, 160, 20}), 20);
     EXPECT_GT(picture->Count(RGB(10, 60, 10), {0, 120, 160, 140}), 20) << "the name";
+    m_chooser.SetColor(RGB(1, 2, 3)); // in no part, as the next
+    picture = PictureOf(m_chooser);
+    m_chooser.SetColor(RGB(4, 5, 6));
+    EXPECT_FALSE(AreEqual(*picture, *ScreenOf(m_chooser)));
     m_chooser.SetColor(CLR_DEFAULT);
     EXPECT_GT(PictureOf(m_chooser)->Count(RGB(255, 255, 0), {20, 0, 160, 20}), 20) << "the pair of the selection";
     EXPECT_TRUE(AreEqual(*ScreenOf(m_chooser), *PictureOf(m_chooser)));

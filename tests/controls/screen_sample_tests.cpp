@@ -168,6 +168,9 @@ TEST_F(ScreenSample, DrawsTheAreasInTheirColours)
         Make();
         m_sample.SetSampleFont(large);
         EXPECT_GT(row(2).Height(), 25);
+        m_sample.SetFont(&font);
+        const CRect right(150, 0, 200, 150); // the frame keeps the control's font
+        EXPECT_EQ(picture->Count(RGB(250, 60, 10), right), PictureOf(m_sample)->Count(RGB(250, 60, 10), right));
         m_sample.SetSampleFont(nullptr);
         m_sample.SetText(1, "M\nM\nM");
         EXPECT_EQ(3 * row(1).Height(), 2 * row(2).Height());
