@@ -215,6 +215,14 @@ TEST(CDialog, IsMadeFromMemoryOrNotAtAll)
     TopWindow main;
     AfxGetThread()->m_pMainWnd = &main;
     TakeLog();
+    {
+        const auto none = [](int, HOOKPROC, HINSTANCE, DWORD) WINAPI -> HHOOK { return nullptr; };
+        const ImportPatch hook("ZOAFX.DLL", "SetWindowsHookExA", +none);
+        EXPECT_EQ(-1, dialog.DoModal());
+        EXPECT_FALSE((new Modeless)->CreateIndirect(memory));
+        EXPECT_EQ(nullptr, GetWindow(main, GW_OWNER));
+        EXPECT_EQ("gone", TakeLog());
+    }
     auto* made = new Modeless;
     EXPECT_TRUE(made->CreateIndirect(memory));
     EXPECT_EQ(main.m_hWnd, GetWindow(made->m_hWnd, GW_OWNER));

@@ -165,9 +165,15 @@ TEST(CWnd, SubclassesAndGivesBack)
     EXPECT_EQ(nullptr, object.m_hWnd);
 }
 
+static HHOOK WINAPI SetNoHook(int, HOOKPROC, HINSTANCE, DWORD) { return nullptr; }
+
 TEST(CWnd, CreationCanFail)
 {
     TestWindow window, unknown;
+    {
+        const ImportPatch none("ZOAFX.DLL", "SetWindowsHookExA", &SetNoHook);
+        EXPECT_FALSE(window.CreateTop()) << "a window without its object";
+    }
     window.atCreate = [] { AfxThrowMemoryException(); };
     EXPECT_FALSE(window.CreateTop()); // once for what the window system makes
     ZO_EXPECT_NO_LEAK(EXPECT_FALSE(window.CreateTop()));
