@@ -231,7 +231,7 @@ TEST_F(ProgressBar, DrawsOnlyWhatChanges)
         m_bar.SetUnknown(FALSE);
         for (int i = 0; i < 300; ++i) {
             if (i % 50 == 0)
-                m_bar.SetState(static_cast<State>(random() % 3));
+                m_bar.SetState(static_cast<State>(i / 50 % 3));
             if (i % 50 == 20)
                 m_bar.SetUnknown(i % 100 == 20);
             m_bar.SetPosition(static_cast<int>(random() % 101));
