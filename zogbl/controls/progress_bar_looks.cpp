@@ -52,6 +52,16 @@ void CZoProgressBar::UpdateShown()
 {
     if (m_hWnd == nullptr)
         return;
+    WithoutThrowing([&] { // without memory the text stays until the next change
+        const CString text = GetShownText();
+        if (text == m_strText)
+            return;
+        if (text.IsEmpty() != m_strText.IsEmpty())
+            Invalidate(FALSE); // blocks become one piece
+        InvalidateRect(GetTextPlace(m_strText), FALSE);
+        InvalidateRect(GetTextPlace(text), FALSE);
+        m_strText = text;
+    });
     const CRect before = m_rcFilled, now = GetFilled();
     m_rcFilled = now;
     const CRect both((std::min)(before.left, now.left), (std::min)(before.top, now.top),
@@ -63,16 +73,6 @@ void CZoProgressBar::UpdateShown()
         if (!strip.IsRectEmpty())
             InvalidateRect(strip, FALSE);
     }
-    WithoutThrowing([&] { // without memory the text stays until the next change
-        const CString text = GetShownText();
-        if (text == m_strText)
-            return;
-        if (text.IsEmpty() != m_strText.IsEmpty())
-            Invalidate(FALSE); // blocks become one piece
-        InvalidateRect(GetTextPlace(m_strText), FALSE);
-        InvalidateRect(GetTextPlace(text), FALSE);
-        m_strText = text;
-    });
 }
 
 CRect CZoProgressBar::GetTextPlace(const CString& text) const
@@ -97,7 +97,7 @@ CRect CZoProgressBar::GetFilled() const
         const int moved = m_nBlock * (std::max)(length / 40, 1) % (2 * way);
         from = moved < way ? moved : 2 * way - moved;
         to = from + block;
-    } else if ((GetStyle() & kSmooth) == 0 && to < length) {
+    } else if ((GetStyle() & kSmooth) == 0 && m_strText.IsEmpty() && to < length) {
         to = to / BlockLength() * BlockLength();
     }
     if (isVertical) {
