@@ -179,7 +179,6 @@ void CZoCalendar::LookAtClock()
 void CZoCalendar::PreSubclassWindow()
 {
     CZoControl::PreSubclassWindow();
-    OnLayout();
     LookAtClock();
 }
 

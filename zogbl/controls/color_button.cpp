@@ -237,12 +237,6 @@ BOOL CZoColorButton::DoPartAction(int part)
     return !life.IsOver() && m_hWnd != nullptr && Open();
 }
 
-void CZoColorButton::PreSubclassWindow()
-{
-    CZoControl::PreSubclassWindow();
-    OnLayout();
-}
-
 void CZoColorButton::OnLayout()
 {
     m_nMargin = CZoGlobalGDIData::Scale(kMargin);

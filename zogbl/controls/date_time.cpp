@@ -134,7 +134,6 @@ CString CZoDateTimeWnd::GetShownText() const
 BOOL CZoDateTimeWnd::PreCreateWindow(CREATESTRUCT& cs)
 {
     cs.dwExStyle |= WS_EX_CLIENTEDGE;
-    m_isBeingCreated = TRUE;
     return CZoControl::PreCreateWindow(cs);
 }
 
@@ -142,14 +141,6 @@ void CZoDateTimeWnd::PreSubclassWindow()
 {
     CZoControl::PreSubclassWindow();
     ModifyStyle(0, WS_CLIPCHILDREN); // the button draws itself
-    if (!m_isBeingCreated)
-        OnLayout();
-}
-
-void CZoDateTimeWnd::PostNcDestroy()
-{
-    m_isBeingCreated = FALSE;
-    CZoControl::PostNcDestroy();
 }
 
 void CZoDateTimeWnd::OnLayout()

@@ -163,9 +163,6 @@ LRESULT CZoDateTimeWnd::OnDialogAsks(const MSG* message)
 LRESULT CZoDateTimeWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case WM_CREATE:
-        m_isBeingCreated = FALSE;
-        break;
     case WM_GETDLGCODE:
         return OnDialogAsks(reinterpret_cast<const MSG*>(lParam));
     case WM_KEYDOWN:

@@ -32,12 +32,6 @@ BOOL CZoProgressBar::PreCreateWindow(CREATESTRUCT& cs)
     return CZoControl::PreCreateWindow(cs);
 }
 
-void CZoProgressBar::PreSubclassWindow()
-{
-    CZoControl::PreSubclassWindow();
-    OnLayout(); // a window of a template has its size already
-}
-
 void CZoProgressBar::OnLayout()
 {
     const CRect area = m_hWnd != nullptr ? GetClientArea() : CRect();

@@ -28,12 +28,6 @@ CSize Measure(HFONT font, LPCSTR text)
 
 } // namespace
 
-void CZoScreenSample::PreSubclassWindow()
-{
-    CZoControl::PreSubclassWindow();
-    OnLayout();
-}
-
 void CZoScreenSample::OnLayout()
 {
     m_nMargin = CZoGlobalGDIData::Scale(kMargin);

@@ -20,12 +20,6 @@ constexpr int kWidest = 32767;  // that a text counts as
 
 } // namespace
 
-void CZoTextPanel::PreSubclassWindow()
-{
-    CZoControl::PreSubclassWindow();
-    OnLayout(); // a window of a template has its size and its text already
-}
-
 void CZoTextPanel::OnLayout()
 {
     for (int pane = 1; pane <= m_nPanes; ++pane)

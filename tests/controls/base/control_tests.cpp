@@ -345,7 +345,14 @@ TEST(Control, ObeysKeysInTheDirectionOfTheEye)
 
 TEST(Control, IsPutOverAWindowOfATemplate)
 {
-    ControlParent parent;
+    class Dialog : public ControlParent {
+    protected:
+        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+        {
+            return message == WM_GETFONT ? reinterpret_cast<LRESULT>(::GetStockObject(ANSI_FIXED_FONT))
+                                         : ControlParent::WindowProc(message, wParam, lParam);
+        }
+    } parent;
     ASSERT_TRUE(CZoControl::RegisterControlClass());
     for (const char* windowClass : {ZO_CONTROL_CLASS, "STATIC"}) {
         SCOPED_TRACE(windowClass);
@@ -354,6 +361,8 @@ TEST(Control, IsPutOverAWindowOfATemplate)
         const HWND handle = window.Detach();
         Halves control;
         ASSERT_TRUE(control.SubclassDlgItem(5, &parent));
+        EXPECT_EQ(::GetStockObject(ANSI_FIXED_FONT), control.GetFontHandle());
+        EXPECT_EQ(1, control.m_layouts);
         EXPECT_EQ(kPaper, ScreenOf(control)->At(90, 10));
         control.SendMessage(WM_CHAR, 'x');
         CString text;

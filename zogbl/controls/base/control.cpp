@@ -81,6 +81,7 @@ void CZoControl::End()
         std::exchange(m_pAccess, nullptr)->Cut();
     delete std::exchange(m_pDrag, nullptr);
     m_hFont = nullptr; // that of the window which is gone
+    m_bBeingCreated = FALSE;
 }
 
 BOOL CZoControl::RegisterControlClass()
@@ -100,6 +101,21 @@ BOOL CZoControl::RegisterControlClass()
 BOOL CZoControl::Create(DWORD style, const RECT& area, CWnd* parent, UINT id)
 {
     return RegisterControlClass() && CWnd::Create(ZO_CONTROL_CLASS, nullptr, style | WS_CHILD, area, parent, id);
+}
+
+BOOL CZoControl::PreCreateWindow(CREATESTRUCT& cs)
+{
+    m_bBeingCreated = TRUE;
+    return CWnd::PreCreateWindow(cs);
+}
+
+void CZoControl::PreSubclassWindow()
+{
+    CWnd::PreSubclassWindow();
+    if (m_bBeingCreated)
+        return;
+    m_hFont = reinterpret_cast<HFONT>(::SendMessageA(::GetParent(m_hWnd), WM_GETFONT, 0, 0)); // told before this began
+    LayOut();
 }
 
 void CZoControl::PostNcDestroy()
@@ -340,6 +356,9 @@ LRESULT CZoControl::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
+    case WM_NCCREATE:
+        m_bBeingCreated = FALSE;
+        break;
     case WM_PAINT:
         OnPaint();
         return 0;

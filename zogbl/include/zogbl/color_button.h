@@ -48,7 +48,6 @@ public:
     BOOL DoPartAction(int part) override; ///< opens or closes the grid
 
 protected:
-    void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -41,7 +41,8 @@ struct ZoKey {
 /// A control that draws itself. Its base does what all of them do:
 ///
 ///   - It paints without flicker, and only what is dirty; it answers WM_PRINTCLIENT.
-///   - It takes its font by WM_SETFONT. Without one it has the shared thin font of CZoGlobalGDIData.
+///   - It takes its font by WM_SETFONT, or from the dialog over whose control it is put. Without one it has the shared
+///     thin font of CZoGlobalGDIData.
 ///   - It follows WM_ENABLE, WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, and the message
 ///     CZoLanguageSupport::GetUpdateMessage(), which CZoDialog sends to its controls; other windows must do so
 ///     themselves.
@@ -128,6 +129,9 @@ protected:
     BOOL IsFocusShown() const;
     void TakeFocus(); ///< as after a click; not if the keyboard belongs to another window
 
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
+    /// Lays out a control that is put over a window. One that is made is laid out when it gets its size.
+    void PreSubclassWindow() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PostNcDestroy() override;
@@ -162,6 +166,7 @@ private:
     void End();
 
     HFONT m_hFont = nullptr; // null: the shared one
+    BOOL m_bBeingCreated = FALSE;
     HWND m_hKeyboardOwner = nullptr;
     ControlAccess* m_pAccess = nullptr; // null until a screen reader asks
     ControlDrag* m_pDrag = nullptr;     // null: no drag

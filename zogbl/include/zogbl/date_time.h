@@ -119,7 +119,6 @@ public:
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override; ///< gives it a sunken edge
     void PreSubclassWindow() override;
-    void PostNcDestroy() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
     void OnReloadTexts() override;
@@ -168,9 +167,8 @@ private:
     CZoCalendarButton m_button;
     char m_szFormat[CZoDateTimeFields::kFormatSize] = ""; // empty: that of the style
     char m_szNone[80] = "";                               // empty: the language's
-    BOOL m_isBeingCreated = FALSE;
-    BOOL m_isClicked = FALSE; // the focus comes by a click on a field
-    BOOL m_isKeyDone = FALSE; // the character of the key means nothing more
+    BOOL m_isClicked = FALSE;                             // the focus comes by a click on a field
+    BOOL m_isKeyDone = FALSE;                             // the character of the key means nothing more
     BOOL m_isNone = FALSE;
     BOOL m_areAllSelected = FALSE;
     char m_lead = '\0';                                   // of a character of two bytes, until the second comes

@@ -76,7 +76,6 @@ public:
 
 protected:
     BOOL PreCreateWindow(CREATESTRUCT& cs) override; ///< gives it a sunken edge
-    void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

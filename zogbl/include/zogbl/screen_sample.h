@@ -74,7 +74,6 @@ public:
     BOOL DoPartAction(int part) override; ///< chooses it
 
 protected:
-    void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -94,7 +94,6 @@ public:
     BOOL DoPartAction(int part) override;
 
 protected:
-    void PreSubclassWindow() override;
     void OnDraw(CDC* dc, const CRect& dirty) override;
     void OnLayout() override;
     void OnDragMove(CPoint point) override;
