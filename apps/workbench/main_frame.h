@@ -2,6 +2,7 @@
 /// The Workbench's window: a list of pages, the page chosen, a status line.
 #pragma once
 
+#include "control_page.h"
 #include "country_page.h"
 #include "documents.h"
 #include "language_page.h"
@@ -27,6 +28,7 @@ public:
     CountryPage& GetCountryPage() { return m_countries; }
     TracePage& GetTracePage() { return m_trace; }
     LinePage& GetLinePage() { return m_lines; }
+    ControlPage& GetControlPage() { return m_controls; }
     TranslationPage& GetTranslationPage() { return m_translation; }
     Documents& GetDocuments() { return m_documents; }
     Tools& GetTools() { return m_tools; }
@@ -59,7 +61,7 @@ protected:
 private:
     void LayOut(int width, int height);
 
-    static constexpr int kPages = 7;
+    static constexpr int kPages = 8;
     CountryPage m_countries;
     LanguagePage m_language;
     TracePage m_trace;
@@ -67,8 +69,9 @@ private:
     MailBoxPage m_mailBoxes;
     LinePage m_lines;
     TranslationPage m_translation;
-    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace,      &m_locations,
-                                   &m_mailBoxes, &m_lines,    &m_translation};
+    ControlPage m_controls;
+    Page* const m_pages[kPages] = {&m_countries, &m_language, &m_trace,       &m_locations,
+                                   &m_mailBoxes, &m_lines,    &m_translation, &m_controls};
     int m_shown = -1;
     CListBox m_pageList;
     CZoTextPanel m_status;

@@ -4,6 +4,7 @@
 #include "program.h"
 #include "registration.h"
 #include "report.h"
+#include "tour_controls.h"
 #include "tour_windows.h"
 #include "workbench_ids.h"
 
@@ -37,6 +38,9 @@ namespace {
 constexpr DWORD kEnglish = 0x0409;
 constexpr DWORD kGerman = 0x0407;
 constexpr DWORD kFrench = 0x040C;
+constexpr DWORD kSpanish = 0x040A;
+constexpr DWORD kJapanese = 0x0411;
+constexpr UINT kJapaneseCodePage = 932;
 constexpr UINT kGermany = 276;
 
 CString ModulePath(HINSTANCE module)
@@ -62,8 +66,9 @@ public:
                PictureDocuments("en") && OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") && Countries() &&
                Pictures("de") && ChooseDocument("de") && PictureTables("de") && PictureTools("de") &&
                PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") && PictureTables("fr") &&
-               PictureTools("fr") && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() && CloseTrace() &&
-               CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() && UnloadLanguage();
+               PictureTools("fr") && FifthLanguage() && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() &&
+               CloseTrace() && CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() &&
+               UnloadLanguage();
     }
     void Close(bool succeeded)
     {
@@ -477,8 +482,8 @@ private:
 
     bool Pictures(LPCSTR language)
     {
-        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace",      "locations",
-                                                                    "mailboxes", "lines",    "translation"};
+        static constexpr LPCSTR pages[MainFrame::GetPageCount()] = {"countries", "language", "trace",       "locations",
+                                                                    "mailboxes", "lines",    "translation", "controls"};
         for (int page = 0; page < MainFrame::GetPageCount(); ++page) {
             m_frame->ShowPage(page);
             m_frame->UpdateWindow();
@@ -487,7 +492,9 @@ private:
             if (!m_report.Step("picture", SavePicture(m_frame->m_hWnd, path), path))
                 return false;
         }
-        m_frame->ShowPage(0);
+        const CString failed = PictureControls(*m_frame, PicturePath(language, "controls"));
+        if (!m_report.Step("pictures of the controls", failed.IsEmpty(), failed))
+            return false;
         const CString path = PicturePath(language, "about");
         PicturedDialog<CZoAboutDialog> about(path, ZO_IDI_WORKBENCH, m_frame);
         return m_report.Step("picture", about.DoModal() == IDOK && about.IsSaved(), path);
@@ -669,6 +676,14 @@ private:
             done = open.IsDone() && TextOf(EditorOf(FirstDocument())).Find(kLine) == 0;
         }
         return m_report.Step("save and open", done, path);
+    }
+
+    /// The language that not every system can show, or the one that is left.
+    bool FifthLanguage()
+    {
+        const bool isJapanese = ::GetACP() == kJapaneseCodePage;
+        const LPCSTR name = isJapanese ? "ja" : "es";
+        return SwitchLanguage(isJapanese ? kJapanese : kSpanish, name) && Pictures(name);
     }
 
     bool PickFolder()
