@@ -12,7 +12,7 @@ struct AfxWindowHook {
     AfxWindowHook& operator=(const AfxWindowHook&) = delete;
 
     bool IsSet() const { return m_hook != nullptr; } ///< else a window would begin without its object: make none
-    bool HasCaught() const { return m_caught; } ///< whether the window began to exist
+    bool HasCaught() const { return m_caught; }      ///< whether the window began to exist
 
 private:
     static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam);

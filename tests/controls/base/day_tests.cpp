@@ -43,8 +43,8 @@ TEST(Days, EqualTheSystems)
         FILETIME file;
         // Wine takes a 29 February in each year, and makes another day of it.
         SYSTEMTIME back = {};
-        const bool exists = SystemTimeToFileTime(&time, &file) && FileTimeToSystemTime(&file, &back) &&
-                            back.wDay == time.wDay;
+        const bool exists =
+            SystemTimeToFileTime(&time, &file) && FileTimeToSystemTime(&file, &back) && back.wDay == time.wDay;
         ASSERT_EQ(exists, IsDay(time)) << time.wYear << "-" << time.wMonth << "-" << time.wDay;
         if (!exists)
             continue;

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr COLORREF kGround = RGB(10, 20, 30);
-const CRect kArea(3, 4, 19, 16); // within a canvas of 24 by 20
+const CRect kArea(3, 4, 19, 16);  // within a canvas of 24 by 20
 const CRect kLarge(3, 4, 43, 36); // within one of 48 by 40
 
 /// All that an effect must leave as it was.

@@ -7,8 +7,8 @@
 #include <zogbl/control.h>
 
 /// Holds one control and shows it beside another, the owner, without taking the focus: keys go to the owner, or to the
-/// window that has the keyboard for it, which hands them on as it sees fit. It stays inside the work area of the screen,
-/// and closes for one reason. Screen readers hear that its content has the focus; that the owner has it again, the owner
+/// window that has the keyboard for it, which hands them on as it sees fit. It stays in the work area of the screen,
+/// and closes for one reason. Screen readers hear that its content has the focus; that the owner has it again, that one
 /// says.
 class ControlPopup : public CWnd, private MessageWatch {
 public:

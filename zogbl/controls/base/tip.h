@@ -4,7 +4,7 @@
 
 #include <afxcmn.h>
 
-/// Shows a text while the mouse rests over a part of a control. The system's tip, which is made when it is first needed,
+/// Shows a text while the mouse rests over a part of a control. The system's tip, made when it is first needed,
 /// keeps a copy of the text; if it cannot be made, there is no tip.
 class ControlTip {
 public:

@@ -6,7 +6,7 @@
 
 #include <afxwin.h>
 
-/// Fonts, brushes, pens and measures that the suite's controls share. What it hands out belongs to it: do not delete it,
+/// Fonts, brushes, pens and measures that the suite's controls share. What it hands out is its own: do not delete it,
 /// and take it out of a device context when the drawing is done.
 class ZOGBL_API CZoGlobalGDIData {
 public:

@@ -41,9 +41,9 @@ public:
     static constexpr int kLongestText = 0xFFFF; ///< bytes
 
     /// Adds an area below the others. The first one is chosen.
-    /// \param name for screen readers \param text what is shown, lines with "\n" or "\r\n" between them. Both are copied
+    /// \param name for screen readers \param text what is shown, lines with "\n" or "\r\n" between. Both are copied
     /// \param ink, paper of the text and behind it: RGB(...)
-    /// \return its number, from 0; -1, changing nothing, if an argument makes no sense, there are kMostAreas already, or
+    /// \return its number, from 0; -1, changing nothing, if an argument makes no sense, there are kMostAreas, or
     /// memory has run out
     int AddArea(LPCSTR name, LPCSTR text, COLORREF ink, COLORREF paper);
     void RemoveAreas();
