@@ -183,7 +183,10 @@ void CZoDateTimeWnd::OnKey(UINT message, WPARAM key)
 {
     const Life life(this);
     const bool isOpen = m_button.IsOpen();
-    m_isKeyDone = m_button.m_hWnd != nullptr && (isOpen || key != VK_SPACE) && m_button.HandleKey(message, key);
-    if (!life.IsOver() && !isOpen && message == WM_KEYDOWN && !m_isKeyDone)
+    const bool isDone = m_button.m_hWnd != nullptr && (isOpen || key != VK_SPACE) && m_button.HandleKey(message, key);
+    if (life.IsOver())
+        return;
+    m_isKeyDone = isDone;
+    if (!isOpen && message == WM_KEYDOWN && !isDone)
         Obey(CommandOf(kKeys, static_cast<UINT>(key)));
 }
