@@ -51,6 +51,9 @@ private:
     std::string m_told;
 };
 
+/// Whether long checks run in full: where the code is the same, the other environments need not repeat them.
+inline bool IsThorough() { return Family() == WindowsFamily::kWindows10 && !IsDoubleByte() && !IsGuardHeapInstalled(); }
+
 /// Runs the messages that wait.
 inline void PumpWaiting()
 {
@@ -355,7 +358,7 @@ inline void ExpectSteadyDrawing(CWnd& control)
     RunFaultLoop<DrawingFaults>(draw);
     RunFaultLoop<AllocationFaults>(draw);
     const ProcessCounts before = ProcessCounts::Take();
-    for (int i = 0; i < 10000 / (IsGuardHeapInstalled() ? 10 : 1); ++i) {
+    for (int i = 0; i < (IsThorough() ? 10000 : 1000); ++i) {
         control.Invalidate(FALSE);
         control.UpdateWindow();
     }

@@ -124,8 +124,8 @@ TEST_F(TextPanel, IsPutOverAStaticText)
     text.Detach();
     ASSERT_TRUE(m_panel.SubclassDlgItem(7, &m_parent));
     EXPECT_EQ("0-100", Places());
-    EXPECT_GT(PictureOf(m_panel)->Count(kInk, {4, 2, 96, 18}), 20);
     m_panel.SetFont(&m_font);
+    EXPECT_GT(PictureOf(m_panel)->Count(kInk, {4, 2, 96, 18}), 20);
     EXPECT_EQ(TextSize("x").cy + 2 * (1 + 2), m_panel.GetBestHeight());
 }
 
