@@ -1,6 +1,8 @@
 // The calendar beside the system's: the same random steps, and each difference with its reason.
 #include "calendar_test.h"
 
+#include "support/watchdog.h"
+
 #include "controls/base/day.h"
 
 #include <commctrl.h>
@@ -122,6 +124,7 @@ TEST(CalendarOracle, DoesAsTheSystemsOrForAReasonNot)
             return least + static_cast<int>(random() % static_cast<unsigned>(most - least + 1));
         };
         for (int i = 0; i < 5000; ++i) {
+            ReportProgress();
             const auto anyDay = [&] {
                 return Date(2024 + (number(0, 9) == 0 ? number(-300, 300) : 0), number(1, 12), number(1, 31));
             };

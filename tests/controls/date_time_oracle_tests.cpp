@@ -1,6 +1,8 @@
 // The field for dates and times beside the system's own: 10,000 random acts in twelve formats.
 #include "date_time_test.h"
 
+#include "support/watchdog.h"
+
 #include <commctrl.h>
 
 namespace {
@@ -111,6 +113,7 @@ TEST(DateTimeOracle, ActsAsTheSystems)
         }
         auto systems = std::make_unique<Picker>(parent, format);
         for (int i = 0; i < 860; ++i) {
+            ReportProgress();
             Step step = {};
             const SYSTEMTIME before = step.before = AnyTime(random);
             if (!ours.SetTime(before))
