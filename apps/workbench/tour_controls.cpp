@@ -5,6 +5,7 @@
 #include <common/picture.h>
 #include <common/wait.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -102,13 +103,17 @@ CString PictureControls(MainFrame& frame, const CString& path)
     frame.ShowPage(MainFrame::GetPageCount() - 1);
     CRect before;
     frame.GetWindowRect(&before);
-    const auto fit = [&] { // as large as the page wants to be
+    const auto fit = [&] { // as large as the page wants to be, and the screen lets it
         CRect shown;
         page.GetClientRect(&shown);
         const CSize needed = page.GetNeededSize(), added(needed.cx - shown.Width(), needed.cy - shown.Height());
         CRect window;
         frame.GetWindowRect(&window);
-        frame.SetWindowPos(nullptr, 0, 0, window.Width() + added.cx, window.Height() + added.cy, SWP_NOZORDER);
+        const int screenWidth = ::GetSystemMetrics(SM_CXSCREEN), screenHeight = ::GetSystemMetrics(SM_CYSCREEN);
+        const int width = static_cast<int>(window.Width() + added.cx);
+        const int height = static_cast<int>(window.Height() + added.cy);
+        frame.SetWindowPos(nullptr, 0, 0, (std::min)(width, screenWidth), (std::min)(height, screenHeight),
+                           SWP_NOZORDER);
     };
     CString failed;
     const auto save = [&](LPCSTR what) {
