@@ -514,7 +514,7 @@ TEST_F(BitmapWindow, IsToldToScreenReaders)
     EXPECT_EQ("", reader.Description());
 }
 
-TEST_F(BitmapWindow, SurvivesFaultsSizesAndItsEnd)
+TEST_F(BitmapWindow, SurvivesFaultsAndSizes)
 {
     Make(60, 40, CZoBitmapWnd::kScroll);
     LoadLarge(90, 70);
@@ -556,14 +556,4 @@ TEST_F(BitmapWindow, SurvivesFaultsSizesAndItsEnd)
         before = before.value_or(ProcessCounts::Take());
     }
     EXPECT_EQ(*before, ProcessCounts::Take());
-    LoadLarge(90, 70);
-    m_window.SetPlacing(Placing::kTopLeft);
-    m_window.SetZoom(100);
-    m_window.MoveWindow(0, 0, 60, 40);
-    m_parent.m_describe = [&](NMHDR&, LRESULT&) {
-        m_window.DestroyWindow();
-        return "destroyed";
-    };
-    PressKey(m_window, VK_DOWN);
-    EXPECT_EQ("destroyed", m_parent.Told());
 }

@@ -338,30 +338,14 @@ TEST_F(DateTime, IsDrawn)
     }
 }
 
-TEST_F(DateTime, SurvivesSizesAndFaults)
+TEST_F(DateTime, SurvivesMissingMemory)
 {
-    std::mt19937 random(5);
-    Make(kSpin | kShowNone, CSize(0, 0));
-    for (int i = 0; i < 1000; ++i) {
-        m_date.MoveWindow(0, 0, static_cast<int>(random() % 200), static_cast<int>(random() % 60));
-        if (i % 20 == 0)
-            ScreenOf(m_date);
-    }
-    m_date.ShowWindow(SW_HIDE);
-    Press(m_date, "5");
-    EXPECT_EQ("2023-04-05", m_parent.Told());
     Make(kSpin | kShowNone);
     const CSize ideal = m_date.GetIdealSize();
     EXPECT_TRUE(ideal.cx > 60 && ideal.cx < 150 && ideal.cy > 14 && ideal.cy < 40) << ideal.cx << "x" << ideal.cy;
-    const auto good = ScreenOf(m_date);
-    DrawingFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
-        m_date.Invalidate();
-        ScreenOf(m_date);
-        run.Stop();
-        m_date.Invalidate();
-        EXPECT_TRUE(AreEqual(*good, *ScreenOf(m_date)));
-    });
+    m_date.ShowWindow(SW_HIDE);
+    Press(m_date, "5");
+    EXPECT_EQ("2023-04-05", m_parent.Told());
     RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
         CZoDateTimeWnd date;
         const BOOL isMade = date.Create(kShowNone | kStyle, CRect(0, 40, 150, 64), &m_parent, 7);
@@ -376,10 +360,4 @@ TEST_F(DateTime, SurvivesSizesAndFaults)
         date.SendMessage(WM_SETTINGCHANGE); // the next layout makes what was missing
         EXPECT_NE(nullptr, date.GetButton().m_hWnd);
     });
-    const ProcessCounts before = ProcessCounts::Take();
-    for (int i = 0; i < (IsThorough() ? 10000 : 1000); ++i) {
-        m_date.Invalidate();
-        m_date.UpdateWindow();
-    }
-    EXPECT_EQ(before, ProcessCounts::Take());
 }

@@ -179,13 +179,6 @@ TEST_F(ScreenSample, DrawsTheAreasInTheirColours)
         EXPECT_EQ(kPaper, PictureOf(m_sample)->At(190, 10));
         EXPECT_EQ(0, PictureOf(m_sample)->Count(RGB(250, 60, 10), {20, 0, 200, 150}));
     }
-    CZoScreenSample other;
-    Fill(other);
-    MakeTemplateWindow(m_parent, kStyle, CRect(0, 150, 200, 300), 6);
-    ASSERT_TRUE(other.SubclassDlgItem(6, &m_parent));
-    Make();
-    EXPECT_TRUE(AreEqual(*PictureOf(other), *PictureOf(m_sample)));
-    ResizeAtRandom(m_sample, CSize(300, 150));
 }
 
 TEST_F(ScreenSample, TellsScreenReaders)
@@ -228,26 +221,4 @@ TEST_F(ScreenSample, MayBeDestroyedByWhatItTells)
         {[](CZoScreenSample& sample) { sample.SendMessage(WM_KEYDOWN, VK_DOWN); },
          [](CZoScreenSample& sample) { SendMouse(sample, WM_LBUTTONDOWN, CPoint(100, 140)); },
          [](CZoScreenSample& sample) { sample.DoPartAction(2); }});
-}
-
-TEST_F(ScreenSample, SurvivesFaults)
-{
-    Make();
-    const auto whole = PictureOf(m_sample);
-    const auto body = [&](const FaultRun& run) {
-        CZoScreenSample sample;
-        const bool isFull = sample.AddArea("Received", "MMMM\r\nMMMM", kInk, kPaper) == 0 &&
-                            sample.AddArea("Sent", "MMMM", kWhite, kBlack) == 1 &&
-                            sample.AddArea("Status", "?", RGB(118, 118, 118), kWhite) == 2 && sample.SetText(2, "MMMM");
-        const BOOL made = WithoutThrowing([&] { return sample.Create(kStyle, CRect(0, 0, 200, 150), &m_parent, 5); });
-        if (made)
-            sample.UpdateWindow();
-        run.Stop();
-        if (!made)
-            return;
-        sample.Invalidate();
-        EXPECT_EQ(isFull, AreEqual(*whole, *ScreenOf(sample)));
-    };
-    RunFaultLoop<AllocationFaults>(body);
-    RunFaultLoop<DrawingFaults>(body);
 }

@@ -117,18 +117,6 @@ TEST_F(TextPanel, SharesTheWidth)
     DestroyIcon(icon);
 }
 
-TEST_F(TextPanel, IsPutOverAStaticText)
-{
-    CStatic text;
-    ASSERT_TRUE(text.Create("text", WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 20), &m_parent, 7));
-    text.Detach();
-    ASSERT_TRUE(m_panel.SubclassDlgItem(7, &m_parent));
-    EXPECT_EQ("0-100", Places());
-    m_panel.SetFont(&m_font);
-    EXPECT_GT(PictureOf(m_panel)->Count(kInk, {4, 2, 96, 18}), 20);
-    EXPECT_EQ(TextSize("x").cy + 2 * (1 + 2), m_panel.GetBestHeight());
-}
-
 TEST_F(TextPanel, DrawsOnlyWhatChanges)
 {
     Make({{}, {Width::kFitted, 0}, {Width::kFixed, 40}});
@@ -346,34 +334,19 @@ TEST_F(TextPanel, RefusesBadValuesAndSurvivesFaults)
     EXPECT_FALSE(m_panel.SetPaneIcon(3, nullptr) || m_panel.SetPaneIcon(1, reinterpret_cast<HICON>(m_panel.m_hWnd)));
     EXPECT_EQ("0-258 260-300", Places());
     const std::string huge(65536, '\x82');
-    const ProcessCounts counts = ProcessCounts::Take();
-    std::mt19937 random(3);
-    for (int i = 0; i < 1000; ++i) {
-        m_panel.MoveWindow(0, 0, static_cast<int>(random() % 400), static_cast<int>(random() % 60));
-        ASSERT_TRUE(m_panel.SetPaneText(2, i == 500 ? huge.c_str() : i % 2 == 0 ? "abc" : ""));
-        m_panel.UpdateWindow();
-    }
-    EXPECT_EQ(counts, ProcessCounts::Take());
+    EXPECT_TRUE(m_panel.SetPaneText(2, huge.c_str()));
+    m_panel.UpdateWindow();
     m_panel.MoveWindow(0, 0, 300, 20);
     m_panel.SetWindowText("a long text");
     m_panel.SetPaneText(2, "another long text");
     const auto right = ScreenOf(m_panel);
-    DrawingFaults drawing;
-    AllocationFaults memory;
-    for (FaultSource* source : {static_cast<FaultSource*>(&drawing), static_cast<FaultSource*>(&memory)}) {
-        RunFaultLoop(*source, [&](const FaultRun& run) {
-            m_panel.Invalidate();
-            m_panel.UpdateWindow();
-            m_panel.SetPanes(panes, 1);
-            m_panel.SetPanes(panes, 2);
-            m_panel.SetPaneText(2, "another long text");
-            CZoTextPanel other;
-            if (other.Create(WS_VISIBLE, CRect(0, 50, 50, 70), &m_parent, 6))
-                other.UpdateWindow();
-            run.Stop();
-            EXPECT_TRUE(m_panel.SetPanes(panes, 2) && m_panel.SetPaneText(2, "another long text"));
-            m_panel.Invalidate();
-            EXPECT_TRUE(AreEqual(*right, *ScreenOf(m_panel)));
-        });
-    }
+    RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
+        m_panel.SetPanes(panes, 1);
+        m_panel.SetPanes(panes, 2);
+        m_panel.SetPaneText(2, "another long text");
+        run.Stop();
+        EXPECT_TRUE(m_panel.SetPanes(panes, 2) && m_panel.SetPaneText(2, "another long text"));
+        m_panel.Invalidate();
+        EXPECT_TRUE(AreEqual(*right, *ScreenOf(m_panel)));
+    });
 }
