@@ -2,7 +2,7 @@
 /// What the tests of dates in fields share.
 #pragma once
 
-#include "control_kit.h"
+#include "controls/control_kit.h"
 
 #include <zogbl/date_time.h>
 

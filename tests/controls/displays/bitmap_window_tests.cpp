@@ -1,5 +1,5 @@
 // The bitmap window: what it reads, where it shows it, and how it is moved.
-#include "control_kit.h"
+#include "controls/control_kit.h"
 
 #include <zogbl/bitmap_window.h>
 #include <zogbl/resource_ids.h>

@@ -1,5 +1,5 @@
 // The modem's lights: traffic, a port, and what is told of them.
-#include "control_kit.h"
+#include "controls/control_kit.h"
 
 #include <zogbl/modem_lights.h>
 #include <zogbl/status.h>

@@ -1,5 +1,5 @@
 // The header: beside the system's own, by mouse and keys, and as a screen reader has it.
-#include "control_kit.h"
+#include "controls/control_kit.h"
 
 #include "common/without_throwing.h"
 #include "support/product_test.h"

@@ -1,5 +1,5 @@
 // The list with columns: by mouse and keys, and as a screen reader has it.
-#include "control_kit.h"
+#include "controls/control_kit.h"
 
 #include "support/product_test.h"
 #include <zogbl/column_list.h>

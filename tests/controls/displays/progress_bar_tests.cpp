@@ -1,5 +1,5 @@
 // The progress bar: against the system's own, pixel by pixel, and as a screen reader hears it.
-#include "control_kit.h"
+#include "controls/control_kit.h"
 
 #include <zogbl/progress_bar.h>
 
