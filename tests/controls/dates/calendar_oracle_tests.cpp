@@ -1,7 +1,6 @@
 // The calendar beside the system's: the same random steps, and each difference with its reason.
 #include "calendar_test.h"
 
-
 #include "controls/base/day.h"
 
 #include <commctrl.h>

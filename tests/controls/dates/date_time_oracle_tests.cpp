@@ -1,7 +1,6 @@
 // The field for dates and times beside the system's own: 10,000 random acts in twelve formats.
 #include "date_time_test.h"
 
-
 #include <commctrl.h>
 
 namespace {
