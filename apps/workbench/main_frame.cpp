@@ -28,6 +28,7 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_WM_SIZE()
     ON_WM_SETFOCUS()
     ON_WM_GETMINMAXINFO()
+    ON_WM_TIMECHANGE()
     ON_LBN_SELCHANGE(kPageListId, OnPageChosen)
     ON_COMMAND_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LINES, OnViewPage)
     ON_UPDATE_COMMAND_UI_RANGE(ZO_ID_VIEW_COUNTRIES, ZO_ID_VIEW_LINES, OnUpdateViewPage)
@@ -124,6 +125,9 @@ void MainFrame::ShowPage(int index)
     m_pages[index]->Refresh();
     m_pages[index]->ShowWindow(SW_SHOW);
 }
+
+/// Calendars of the pages show another today.
+void MainFrame::OnTimeChange() { SendMessageToDescendants(WM_TIMECHANGE); }
 
 void MainFrame::OnPageChosen() { ShowPage(m_pageList.GetCurSel()); }
 

@@ -43,6 +43,7 @@ protected:
     afx_msg void OnSize(UINT type, int width, int height);
     afx_msg void OnSetFocus(CWnd* previous);
     afx_msg void OnGetMinMaxInfo(MINMAXINFO* info);
+    afx_msg void OnTimeChange();
     afx_msg void OnPageChosen();
     afx_msg void OnViewPage(UINT id);
     afx_msg void OnUpdateViewPage(CCmdUI* item);
