@@ -143,7 +143,8 @@ BOOL CZoControl::DescribePart(int part, ZoPart& description) const
             lstrcmpiA(windowClass, "Static") == 0 && ::IsWindowVisible(before))
             named = before;
     }
-    FromHandle(named)->GetWindowText(description.name);
+    if (named != nullptr)
+        FromHandle(named)->GetWindowText(description.name);
     description.name.Remove('&');
     description.role = ROLE_SYSTEM_CLIENT;
     description.area = GetClientArea();
@@ -388,6 +389,10 @@ LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         break;
     case WM_CAPTURECHANGED:
         if (reinterpret_cast<HWND>(lParam) != m_hWnd)
+            UndoDrag();
+        break;
+    case WM_SHOWWINDOW:
+        if (!wParam)
             UndoDrag();
         break;
     case WM_CANCELMODE:

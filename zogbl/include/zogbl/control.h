@@ -47,7 +47,7 @@ struct ZoKey {
 ///     CZoLanguageSupport::GetUpdateMessage(), which CZoDialog sends to its controls; other windows must do so
 ///     themselves.
 ///   - It shows the focus only after the keyboard was used, as the system's controls do.
-///   - A drag ends without effect by Esc, if the mouse is lost, if the control is disabled or destroyed.
+///   - A drag ends without effect by Esc, if the mouse is lost, if the control is disabled, hidden or destroyed.
 ///   - It tells screen readers of itself and of its parts, and of changes. Parts are numbered from 1.
 ///
 /// Make it by Create, or put it over a control of a dialog template. The object must live as long as its window. A
