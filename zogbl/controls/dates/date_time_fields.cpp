@@ -145,9 +145,15 @@ void CZoDateTimeFields::GetName(Kind kind, int number, int letters, LPSTR text) 
     GetMonthName(m_locale, number, letters == 3, hasDay, text);
 }
 
+const CZoDateTimeFields::Piece& CZoDateTimeFields::PieceAt(int piece) const
+{
+    static constexpr Piece kNone = {};
+    return piece >= 0 && piece < GetCount() ? m_layout.pieces[piece] : kNone;
+}
+
 void CZoDateTimeFields::GetText(int index, const SYSTEMTIME& time, LPSTR text) const
 {
-    const Piece& piece = m_layout.pieces[index];
+    const Piece& piece = PieceAt(index);
     const int number = NumberIn(time, piece.kind);
     *text = '\0';
     switch (piece.kind) {
@@ -266,6 +272,12 @@ void CZoDateTimeFields::Take(const SYSTEMTIME& time)
     m_time = Nearest(time);
     TakeBack();
     m_outcome.isTaken = TRUE;
+}
+
+void CZoDateTimeFields::Choose(const SYSTEMTIME& time)
+{
+    if (IsWhole(time))
+        Take(time);
 }
 
 bool CZoDateTimeFields::TakeNumber(Kind kind, int number)

@@ -50,7 +50,7 @@ void CZoDateTimeFields::EnterTyped()
 
 void CZoDateTimeFields::MoveTo(int piece)
 {
-    if (piece < 0 || piece >= GetCount() || !IsField(piece))
+    if (!IsField(piece))
         return;
     EnterTyped();
     if (m_current == GetLast() && piece != m_current)
@@ -60,8 +60,10 @@ void CZoDateTimeFields::MoveTo(int piece)
 
 void CZoDateTimeFields::MoveBy(int by)
 {
+    const auto fields = std::count_if(m_layout.pieces, m_layout.pieces + GetCount(),
+                                      [](const Piece& piece) { return piece.canBeTyped; });
     int piece = m_current;
-    for (int left = by; left != 0; left -= by > 0 ? 1 : -1) {
+    for (int left = by % static_cast<int>(fields); left != 0; left -= by > 0 ? 1 : -1) {
         do {
             piece = (piece + GetCount() + (by > 0 ? 1 : -1)) % GetCount();
         } while (!IsField(piece));
@@ -118,7 +120,7 @@ bool CZoDateTimeFields::IsSeparator(LPCSTR character) const
 {
     const auto isIn = [&](int piece) {
         char text[kTextSize] = "";
-        if (piece >= 0 && piece < GetCount() && GetKind(piece) == Kind::kText)
+        if (GetKind(piece) == Kind::kText)
             GetText(piece, text);
         return FindText(text, std::strlen(text), character, std::strlen(character)) != nullptr;
     };
@@ -135,6 +137,8 @@ BOOL CZoDateTimeFields::Type(LPCSTR character)
         character = narrow;
     if (*character >= '0' && *character <= '9')
         return TypeDigit(*character);
+    if (*character == '\0')
+        return FALSE;
     if (!IsSeparator(character))
         return TypeLetter(character);
     if (m_hasMovedOn)
@@ -168,7 +172,7 @@ void CZoDateTimeFields::Step(int by)
     const int count = bounds.most - bounds.least + 1;
     int number = (std::min)(NumberIn(m_draft, kind), bounds.most);
     for (int i = 0; i < count; ++i) {
-        number = ((number - bounds.least + by) % count + count) % count + bounds.least;
+        number = (number - bounds.least + by % count + count) % count + bounds.least;
         if (TakeNumber(kind, number))
             return;
     }
@@ -186,8 +190,6 @@ void CZoDateTimeFields::GoToEnd(BOOL most)
     }
     Settle();
 }
-
-void CZoDateTimeFields::Choose(const SYSTEMTIME& time) { Take(time); }
 
 BOOL CZoDateTimeFields::IsWaiting() const
 {

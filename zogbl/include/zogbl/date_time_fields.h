@@ -48,11 +48,11 @@ public:
     BOOL HasDate() const { return m_hasDate; } ///< year, month or day
     BOOL HasTime() const { return m_hasTime; } ///< hour, minute or second
 
-    // Pieces: fields and the texts between them, from 0
+    // Pieces: fields and the texts between them, from 0. Other numbers are texts without a character
 
     int GetCount() const { return m_layout.count; }
-    Kind GetKind(int piece) const { return m_layout.pieces[piece].kind; }
-    BOOL IsField(int piece) const { return m_layout.pieces[piece].canBeTyped; } ///< that can be typed
+    Kind GetKind(int piece) const { return PieceAt(piece).kind; }
+    BOOL IsField(int piece) const { return PieceAt(piece).canBeTyped; } ///< that can be typed
     /// As it is shown: as typed, while it waits. \param text at least kTextSize bytes
     void GetText(int piece, LPSTR text) const;
     /// The same, if the value were \p time.
@@ -60,12 +60,12 @@ public:
     void GetWholeText(LPSTR text) const; ///< \param text at least kWholeSize bytes
 
     // Value. Where the format has no time, a range is one of days, and the value keeps its time of day. Else it is one
-    // of dates with their times. Milliseconds stay as they were set.
+    // of dates with their times. Milliseconds stay as they were set; no bound counts them.
 
     const SYSTEMTIME& GetTime() const { return m_time; }
     /// Drops what is typed. \return FALSE, changing nothing: there is no such date, or it lies outside of the range
     BOOL SetTime(const SYSTEMTIME& time);
-    /// A value outside becomes the nearest one; what is typed is dropped.
+    /// A value outside, that of the beginning too, becomes the nearest one; what is typed is dropped.
     /// \param least, most null: no bound \return FALSE, changing nothing: there is no such date, or \p most lies before
     /// \p least
     BOOL SetRange(const SYSTEMTIME* least, const SYSTEMTIME* most);
@@ -88,7 +88,7 @@ public:
     /// To the next or previous number of the field, around its ends. The day is that of the month, or its last.
     void Step(int by);
     void GoToEnd(BOOL most); ///< to the least or most number of the field
-    /// The value takes date and time, or the nearest that the range allows.
+    /// The value takes date and time, or the nearest that the range allows; nothing if there is no such date.
     void Choose(const SYSTEMTIME& time);
     /// Takes a whole date or time as a text: in the order of the format, or as year, month and day. Numbers, names,
     /// and the words of the format are understood, separators passed over. Parts that the format lacks stay.
@@ -123,6 +123,7 @@ private:
     };
 
     static bool Read(LPCSTR format, Layout& layout);
+    const Piece& PieceAt(int piece) const;
     const Piece& Current() const { return m_layout.pieces[m_current]; }
     bool IsReal(const SYSTEMTIME& time) const;
     SYSTEMTIME Nearest(const SYSTEMTIME& time) const;
