@@ -132,11 +132,12 @@ void CZoCalendarButton::OnClosed()
     ZoCalendarNotify notify = {};
     notify.first = m_calendar.GetFirst();
     notify.last = m_calendar.GetLast();
-    notify.isChanged = !IsSameDay(notify.first, m_first) || !IsSameDay(notify.last, m_last);
+    const bool isOther = !IsSameDay(notify.first, m_first) || !IsSameDay(notify.last, m_last);
+    notify.isChanged = isChosen && isOther; // else a new range has moved it
     notify.isChosen = isChosen;
     Invalidate(FALSE);
     RaiseEvent(EVENT_OBJECT_STATECHANGE);
-    if (notify.isChanged)
+    if (isOther)
         RaiseEvent(EVENT_OBJECT_NAMECHANGE);
     if (HasFocus() && GetKeyboardOwner() == nullptr)
         RaiseEvent(EVENT_OBJECT_FOCUS); // it was in the calendar

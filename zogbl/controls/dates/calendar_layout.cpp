@@ -90,6 +90,7 @@ CSize CZoCalendar::GetIdealSize(HFONT font, DWORD style)
 
 void CZoCalendar::OnLayout()
 {
+    UndoDrag();
     ::DeleteObject(std::exchange(m_hBold, MakeBold(GetFontHandle())));
     const Measures measures(GetFontHandle(), m_hBold);
     m_nLine = measures.line;

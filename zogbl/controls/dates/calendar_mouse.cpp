@@ -26,8 +26,6 @@ UINT UntilMidnight()
     return 24U * 60 * 60 * 1000 - passed;
 }
 
-CPoint PointOf(LPARAM lParam) { return {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))}; }
-
 } // namespace
 
 // Clicks and drags ----------------------------------------------------------------------------------------------------
@@ -104,7 +102,7 @@ BOOL CZoCalendar::DoPartAction(int part)
     case kMonth:
     case kYear: { // the caller must not wait until the list is closed
         const CPoint point = AreaOf(part).CenterPoint();
-        return PostMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(point.x, point.y));
+        return m_hWnd != nullptr && PostMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(point.x, point.y));
     }
     default: {
         const Day day = part == kToday ? m_today : DayAt(part);
@@ -151,11 +149,15 @@ void CZoCalendar::OpenList(int part)
     ClientToScreen(&area);
     const UINT flags = TPM_RETURNCMD | TPM_NONOTIFY | (IsMirrored() ? TPM_RIGHTALIGN | TPM_LAYOUTRTL : 0U);
     const Life life(this);
+    m_nPressed = part;
     const int chosen =
         isFilled ? ::TrackPopupMenu(menu, flags, IsMirrored() ? area.right : area.left, area.bottom, 0, m_hWnd, nullptr)
                  : 0;
     ::DestroyMenu(menu);
-    if (chosen == 0 || life.IsOver())
+    if (life.IsOver())
+        return;
+    m_nPressed = 0;
+    if (chosen == 0)
         return;
     Show(AddMonths(m_month, part == kMonth ? chosen - TimeOf(m_month).wMonth : (chosen - TimeOf(m_month).wYear) * 12));
 }
@@ -193,11 +195,15 @@ LRESULT CZoCalendar::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         break;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-        Press(PointOf(lParam), (wParam & MK_SHIFT) != 0);
+        Press(CPoint(lParam), (wParam & MK_SHIFT) != 0);
         return 0;
     case WM_MOUSEWHEEL:
         Turn(static_cast<short>(HIWORD(wParam)));
         return 0;
+    case WM_DESTROY:
+        if (m_nPressed == kMonth || m_nPressed == kYear)
+            ::EndMenu(); // which the system leaves open
+        break;
     case WM_TIMECHANGE:
         LookAtClock();
         return 0;

@@ -217,7 +217,7 @@ private:
     Day m_least, m_most;
     Day m_today;
     int m_nLongestSpan;
-    int m_nPressed = 0;  // the part in which a drag began
+    int m_nPressed = 0;  // the part in which a drag began, or whose list is open
     int m_nWheel = 0;    // has turned so far, of a step
     CDWordArray m_marks; // ascending; days behind the first day that there is
     // By the locale and the font:
