@@ -1,5 +1,5 @@
 /// \file
-/// Texts of the calendar and of its button. They all throw CMemoryException*.
+/// Texts of the controls for dates. They all throw CMemoryException*.
 #pragma once
 
 #include "controls/base/day_text.h"

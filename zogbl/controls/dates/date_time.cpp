@@ -6,9 +6,11 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
+#include "common/double_byte.h"
 #include "common/without_throwing.h"
 #include "controls/drawing/arrow.h"
 #include "controls/drawing/item_painting.h"
+#include "controls/drawing/plain_layout.h"
 
 #include <algorithm>
 #include <cstring>
@@ -19,38 +21,19 @@ using Kind = CZoDateTimeFields::Kind;
 
 namespace {
 
-/// The window's context with the control's font. If the system gives none, all sizes are 0.
-class MeasuringDC {
-public:
-    MeasuringDC(HWND window, HFONT font) : m_window(window), m_before(::SelectObject(m_dc, font)) {}
-    ~MeasuringDC()
-    {
-        ::SelectObject(m_dc, m_before);
-        ::ReleaseDC(m_window, m_dc);
-    }
-    MeasuringDC(const MeasuringDC&) = delete;
-    MeasuringDC& operator=(const MeasuringDC&) = delete;
-
-    CSize Of(LPCSTR text) const
-    {
-        CSize size(0, 0);
-        ::GetTextExtentPoint32A(m_dc, text, static_cast<int>(std::strlen(text)), &size);
-        return size;
-    }
-
-private:
-    HWND m_window;
-    HDC m_dc = ::GetDC(m_window);
-    HGDIOBJ m_before;
-};
+int WidthOf(const CDC& dc, LPCSTR text)
+{
+    return static_cast<int>(dc.GetTextExtent(text, static_cast<int>(std::strlen(text))).cx);
+}
 
 int Gap() { return CZoGlobalGDIData::Scale(2); } // between the edge, the check box, the text and the button
 /// Of the check box, which grows with the font. \param line the height of a line of text
 int CheckSize(int line) { return (std::max)(CZoGlobalGDIData::Scale(13), line * 3 / 4); }
 
 /// A check box, whose mark is the same in both directions.
-void DrawCheck(CDC* dc, CRect area, BOOL isChecked, BOOL isEnabled, BOOL isMirrored)
+void DrawCheck(CDC* dc, CRect area, BOOL isChecked, BOOL isEnabled)
 {
+    const PlainLayout layout(*dc, {&area});
     constexpr int kColumns[] = {2, 3, 4, 3, 2, 1, 0}; // where each begins, of three in height
     constexpr int kSize = 7;
     const int unit = (std::max)(area.Width() / 13, 1);
@@ -59,9 +42,7 @@ void DrawCheck(CDC* dc, CRect area, BOOL isChecked, BOOL isEnabled, BOOL isMirro
     const COLORREF text = ::GetSysColor(COLOR_WINDOWTEXT);
     const COLORREF color = isEnabled ? text : CZoGlobalGDIData::GetDisabledColor(text, ::GetSysColor(COLOR_3DFACE));
     for (int i = 0; i < kSize && isChecked; ++i) {
-        const int column = isMirrored ? kSize - 1 - i : i;
-        dc->FillSolidRect(CRect(CPoint(corner.x + column * unit, corner.y + kColumns[i] * unit), CSize(unit, 3 * unit)),
-                          color);
+        dc->FillSolidRect(corner.x + i * unit, corner.y + kColumns[i] * unit, unit, 3 * unit, color);
     }
 }
 
@@ -110,6 +91,9 @@ BOOL CZoDateTimeWnd::GetTime(SYSTEMTIME& time) const
 void CZoDateTimeWnd::SetNoneText(LPCSTR text)
 {
     lstrcpynA(m_szNone, text != nullptr ? text : "", sizeof m_szNone);
+    const size_t length = std::strlen(m_szNone);
+    if (length > 0 && IsLeadByte(m_szNone[length - 1]) && !IsSecondHalf(m_szNone, m_szNone + length - 1))
+        m_szNone[length - 1] = '\0';
     if (m_hWnd != nullptr)
         Relayout();
 }
@@ -145,6 +129,9 @@ void CZoDateTimeWnd::PreSubclassWindow()
 
 void CZoDateTimeWnd::OnLayout()
 {
+    UndoDrag(); // the spin button may be elsewhere now
+    if (!HasMark())
+        m_isNone = FALSE;
     FollowStyle();
     if (HasStyle(kSpin) || !m_fields.HasDate()) {
         m_button.DestroyWindow();
@@ -189,21 +176,21 @@ CRect CZoDateTimeWnd::TextArea() const
 
 void CZoDateTimeWnd::Measure()
 {
-    const MeasuringDC dc(m_hWnd, GetFontHandle());
-    m_line = dc.Of("0").cy;
+    const WindowFontDC dc(m_hWnd, GetFontHandle());
+    m_line = dc.GetMetrics().tmHeight;
     for (int i = 0; i < m_fields.GetCount(); ++i) {
         char text[CZoDateTimeFields::kTextSize];
         m_fields.GetText(i, text);
-        m_edges[i + 1] = m_edges[i] + dc.Of(text).cx;
+        m_edges[i + 1] = m_edges[i] + WidthOf(dc, text);
     }
 }
 
 CSize CZoDateTimeWnd::GetIdealSize() const
 {
-    const MeasuringDC dc(m_hWnd, GetFontHandle());
-    const int line = dc.Of("0").cy;
+    const WindowFontDC dc(m_hWnd, GetFontHandle());
+    const int line = dc.GetMetrics().tmHeight;
     int width = 0;
-    WithoutThrowing([&] { width = HasMark() ? dc.Of(NoneText()).cx : 0; });
+    WithoutThrowing([&] { width = HasMark() ? WidthOf(dc, NoneText()) : 0; });
     for (int month = 1; month <= 12; ++month) { // each month, and each weekday
         int sum = 0;
         for (int i = 0; i < m_fields.GetCount(); ++i) {
@@ -211,7 +198,7 @@ CSize CZoDateTimeWnd::GetIdealSize() const
                 2023, static_cast<WORD>(month), 0, 28, static_cast<WORD>(month > 6 ? 22 : 10), 0, 0, 0};
             char text[CZoDateTimeFields::kTextSize];
             m_fields.GetText(i, time, text);
-            sum += dc.Of(text).cx;
+            sum += WidthOf(dc, text);
         }
         width = (std::max)(width, sum);
     }
@@ -279,7 +266,7 @@ void CZoDateTimeWnd::OnDraw(CDC* dc, const CRect& dirty)
     CRect common;
     CRect check = CheckArea();
     if (common.IntersectRect(&check, &dirty))
-        DrawCheck(dc, check, !IsNoneShown(), isEnabled, IsMirrored());
+        DrawCheck(dc, check, !IsNoneShown(), isEnabled);
     const int spin = SpinPart();
     for (int part = spin; spin != 0 && part < spin + 2; ++part) {
         CRect half = AreaOf(part);

@@ -1,20 +1,14 @@
 #include <zogbl/date_time.h>
 
 #include <zogbl/resource_ids.h>
-#include <zogbl/resource_lookup.h>
+
+#include "calendar_texts.h"
 
 #include <oleacc.h>
 
 using Kind = CZoDateTimeFields::Kind;
 
 namespace {
-
-CString LoadText(UINT id)
-{
-    CString text;
-    ZoGblLoadString(id, text);
-    return text;
-}
 
 UINT NameOf(Kind kind)
 {
@@ -121,21 +115,21 @@ BOOL CZoDateTimeWnd::DescribePart(int part, ZoPart& description) const
     description.state = enabled;
     if (part == CheckPart()) {
         description.role = ROLE_SYSTEM_CHECKBUTTON;
-        description.name = LoadText(m_fields.HasDate() ? ZO_IDS_HAS_DATE : ZO_IDS_HAS_TIME);
+        description.name = CalendarText(m_fields.HasDate() ? ZO_IDS_HAS_DATE : ZO_IDS_HAS_TIME);
         description.state |= IsNoneShown() ? 0 : STATE_SYSTEM_CHECKED;
-        description.action = LoadText(IsNoneShown() ? ZO_IDS_ACTION_CHECK : ZO_IDS_ACTION_UNCHECK);
+        description.action = CalendarText(IsNoneShown() ? ZO_IDS_ACTION_CHECK : ZO_IDS_ACTION_UNCHECK);
     } else if (piece < 0) {
         description.role = ROLE_SYSTEM_PUSHBUTTON;
-        description.name = LoadText(part == SpinPart() ? ZO_IDS_SPIN_UP : ZO_IDS_SPIN_DOWN);
-        description.action = LoadText(ZO_IDS_ACTION_PRESS);
+        description.name = CalendarText(part == SpinPart() ? ZO_IDS_SPIN_UP : ZO_IDS_SPIN_DOWN);
+        description.action = CalendarText(ZO_IDS_ACTION_PRESS);
         description.state |= m_nPressed == part ? STATE_SYSTEM_PRESSED : 0;
     } else {
         char text[CZoDateTimeFields::kTextSize];
         m_fields.GetText(piece, text);
         description.role = ROLE_SYSTEM_SPINBUTTON;
-        description.name = LoadText(NameOf(m_fields.GetKind(piece)));
+        description.name = CalendarText(NameOf(m_fields.GetKind(piece)));
         description.value = text;
-        description.action = LoadText(ZO_IDS_ACTION_GO);
+        description.action = CalendarText(ZO_IDS_ACTION_GO);
         description.state |= IsNoneShown()              ? STATE_SYSTEM_INVISIBLE
                              : enabled != 0             ? 0
                              : !HasFocus()              ? STATE_SYSTEM_FOCUSABLE

@@ -46,10 +46,12 @@ void CZoDateTimeWnd::Press(CPoint point)
     if (isCheck) {
         SetMark(m_isNone);
     } else if (isSpin) {
-        m_nPressed = BeginDrag() ? part : 0;
-        m_isOver = TRUE;
-        SetTimer(kTimer, kFirstStep);
-        InvalidateRect(ButtonArea(), FALSE);
+        if (BeginDrag()) {
+            m_nPressed = part;
+            m_isOver = TRUE;
+            SetTimer(kTimer, kFirstStep);
+            InvalidateRect(ButtonArea(), FALSE);
+        }
         Obey(part == spin ? kUp : kDown);
     }
 }
@@ -188,10 +190,10 @@ LRESULT CZoDateTimeWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         OnWheel(static_cast<short>(HIWORD(wParam)));
         return 0;
     case WM_TIMER:
-        if (wParam != kTimer)
+        if (wParam != kTimer || m_nPressed == 0)
             break;
         SetTimer(kTimer, kNextStep);
-        if (m_nPressed != 0 && m_isOver)
+        if (m_isOver)
             Obey(m_nPressed == SpinPart() ? kUp : kDown);
         return 0;
     case WM_COPY:
