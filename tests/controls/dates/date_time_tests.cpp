@@ -1,21 +1,24 @@
 // The field for dates and times: by keys and clicks on real windows, and as a screen reader hears it.
-#include "date_time_test.h"
+#include "dates_test.h"
+
+#include <zogbl/date_time.h>
 
 namespace {
 
-/// < > ^ v the arrows; [ ] Home and End; ~ Esc; \b Backspace; ! Del; @ Ctrl+A, & Ctrl+C, % Ctrl+V; # Enter; $ the focus
-/// goes; * Alt+Down. Others are typed.
+/// < > ^ v the arrows; [ ] Home and End; ~ Esc; \ Backspace; ! Del; @ Ctrl+A, & Ctrl+C, % Ctrl+V; # Enter; $ the focus
+/// goes; * Alt+Down; _ the space. Others are typed.
 void Press(CWnd& control, const std::string& keys)
 {
     const std::map<char, std::pair<UINT, int>> named = {
         {'<', {VK_LEFT, 0}}, {'>', {VK_RIGHT, 0}},  {'^', {VK_UP, 0}},    {'v', {VK_DOWN, 0}},   {'[', {VK_HOME, 0}},
-        {']', {VK_END, 0}},  {'~', {VK_ESCAPE, 0}}, {'\b', {VK_BACK, 0}}, {'!', {VK_DELETE, 0}}, {'#', {VK_RETURN, 0}},
+        {']', {VK_END, 0}},  {'~', {VK_ESCAPE, 0}}, {'\\', {VK_BACK, 0}}, {'!', {VK_DELETE, 0}}, {'#', {VK_RETURN, 0}},
         {'@', {'A', 2}},     {'&', {'C', 2}},       {'%', {'V', 2}}};
     const HWND window = control.m_hWnd; // the control may end meanwhile
     for (const char key : keys) {
         if (!::IsWindow(window))
             return;
         const auto found = named.find(key);
+        const char typed = key == '_' ? ' ' : key;
         if (key == '$') {
             control.GetParent()->SetFocus();
         } else if (key == '*') {
@@ -23,8 +26,8 @@ void Press(CWnd& control, const std::string& keys)
         } else if (found != named.end()) {
             PressKey(control, found->second.first, found->second.second);
         } else {
-            PressKey(control, static_cast<BYTE>(VkKeyScanA(key)));
-            ::SendMessageA(window, WM_CHAR, static_cast<BYTE>(key), 1);
+            PressKey(control, static_cast<BYTE>(VkKeyScanA(typed)));
+            ::SendMessageA(window, WM_CHAR, static_cast<BYTE>(typed), 1);
         }
     }
 }
@@ -32,12 +35,12 @@ void Press(CWnd& control, const std::string& keys)
 constexpr DWORD kStyle = WS_VISIBLE | WS_TABSTOP;
 constexpr DWORD kShowNone = CZoDateTimeWnd::kShowNone, kSpin = CZoDateTimeWnd::kSpin;
 enum Part { kDay = 1, kMonth, kYear, kCheck, kUp, kDown };
+using Heard = std::vector<std::pair<DWORD, LONG>>;
 
-class DateTime : public testing::Test {
+class DateTime : public ProductTest {
 protected:
     DateTime()
     {
-        AfxSetResourceHandle(m_texts);
         m_parent.m_describe = [this](NMHDR& header, LRESULT&) -> std::string {
             const auto& change = reinterpret_cast<const ZoDateTimeChange&>(header);
             EXPECT_EQ(7u, header.idFrom);
@@ -47,44 +50,41 @@ protected:
                                    : Written(change.time).substr(0, 10) + (change.isClamped ? "!" : "");
         };
     }
-    ~DateTime() override { AfxSetResourceHandle(m_before); }
-    void Make(DWORD style, CSize size = CSize(150, 24))
+    void Make(DWORD style, CWnd* parent = nullptr)
     {
         m_date.DestroyWindow();
-        ASSERT_TRUE(m_date.Create(style | kStyle, CRect(CPoint(0, 0), size), &m_parent, 7));
+        ASSERT_TRUE(m_date.Create(style | kStyle, CRect(0, 0, 150, 24), parent != nullptr ? parent : &m_parent, 7));
         ASSERT_TRUE(m_date.SetFormat("dd.MM.yyyy") && m_date.SetTime(At("2023-04-07 12:34:00")));
         m_date.SetFocus();
         m_parent.Told();
     }
-    /// \param rows "keys=shown=told", from 7 April 2023 each
-    void ExpectRows(std::initializer_list<const char*> rows)
+    /// \param rows "KEYS = SHOWN = TOLD | ...", from 7 April 2023 each
+    void ExpectRows(const char* rows)
     {
-        for (const char* row : rows) {
+        for (const std::string& row : Split(rows, '|')) {
             SCOPED_TRACE(row);
             m_parent.SetFocus();
             m_date.SetTime(At("2023-04-07 12:34:00"));
             m_date.SetFocus();
             m_parent.Told();
-            const auto columns = Columns(row);
+            const auto columns = Split(row, '=');
             Press(m_date, columns[0]);
             EXPECT_TRUE(WaitUntil([&] { return !m_date.GetButton().IsOpen(); }));
-            EXPECT_EQ(columns[1], std::string(m_date.GetShownText()));
-            EXPECT_EQ(columns[2], m_parent.Told());
+            EXPECT_EQ(columns[1] + "=" + columns[2], std::string(m_date.GetShownText()) + "=" + m_parent.Told());
             SYSTEMTIME time = {};
             m_date.GetTime(time);
             EXPECT_EQ(12 * 60 + 34, time.wHour * 60 + time.wMinute);
             EXPECT_EQ(nullptr, ::GetCapture());
         }
     }
-    CPoint CenterOf(int part)
+    ZoPart Described(int part) const
     {
         ZoPart description;
         EXPECT_TRUE(m_date.DescribePart(part, description)) << part;
-        return description.area.CenterPoint();
+        return description;
     }
+    CPoint CenterOf(int part) const { return Described(part).area.CenterPoint(); }
 
-    const HINSTANCE m_before = AfxGetResourceHandle();
-    const HINSTANCE m_texts = LoadLibraryA("ZOGBLENU.DLL"); // stays loaded
     ControlParent m_parent;
     CZoDateTimeWnd m_date;
 };
@@ -94,24 +94,23 @@ protected:
 TEST_F(DateTime, NotifiesEachActOnce)
 {
     Make(0);
-    ExpectRows({"31=31.04.2023=", "3103=31.03.2023=2023-03-31", "31$=30.04.2023=2023-04-30!",
-                "31~$=07.04.2023=", "07042023$=07.04.2023=", "29022024=29.02.2024=2023-04-29 2024-02-29",
-                "8=08.04.2023=2023-04-08", "1$=01.04.2023=2023-04-01", "1\b2>=02.04.2023=2023-04-02",
-                "^v=07.04.2023=2023-04-08 2023-04-07", "+-=07.04.2023=2023-04-08 2023-04-07",
-                "[]]=30.04.2023=2023-04-01 2023-04-30", "<]=07.04.9999=9999-04-07", ">>>>^=07.05.2023=2023-05-07",
-                "! q=07.04.2023=", "@31=31.04.2023=", ">@1>>=01.04.2023=2023-04-01"});
+    ExpectRows(R"(31=31.04.2023= | 3103=31.03.2023=2023-03-31 | 31$=30.04.2023=2023-04-30! | 31~$=07.04.2023=
+        | 07042023$=07.04.2023= | 29022024=29.02.2024=2023-04-29 2024-02-29 | 8=08.04.2023=2023-04-08
+        | 1$=01.04.2023=2023-04-01 | 1\2>=02.04.2023=2023-04-02 | ^v=07.04.2023=2023-04-08 2023-04-07
+        | +-=07.04.2023=2023-04-08 2023-04-07 | []]=30.04.2023=2023-04-01 2023-04-30 | <]=07.04.9999=9999-04-07
+        | >>>>^=07.05.2023=2023-05-07 | !_q=07.04.2023= | @31=31.04.2023= | >@1>>=01.04.2023=2023-04-01)");
     Make(kShowNone);
-    ExpectRows({"!=No date=none", "!!=No date=none", "  =07.04.2023=none 2023-04-07", "31 =31.04.2023=",
-                "31  =No date=none", "!1=1.04.2023=none", "!1~=No date=none", "!1$=01.04.2023=none 2023-04-01",
-                "!7>=07.04.2023=none 2023-04-07", "!^^=08.04.2023=none 2023-04-07 2023-04-08"});
+    ExpectRows(R"(!=No date=none | !!=No date=none | __=07.04.2023=none 2023-04-07 | 31_=31.04.2023= | 31__=No date=none
+        | !1=1.04.2023=none | !1~=No date=none | !1$=01.04.2023=none 2023-04-01 | !7>=07.04.2023=none 2023-04-07
+        | !^^=08.04.2023=none 2023-04-07 2023-04-08)");
     const SYSTEMTIME least = At("2023-04-03"), most = At("2023-05-20"); // and the calendar's acts
     ASSERT_TRUE(m_date.SetRange(&least, &most));
-    ExpectRows({"*>#=08.04.2023=open 2023-04-08 closed", "*> =08.04.2023=open 2023-04-08 closed",
-                "*#=07.04.2023=open closed", "*>>~=07.04.2023=open closed", "*>>*=07.04.2023=open closed",
-                "*5~=07.04.2023=open closed", "*<<<<<#=03.04.2023=open 2023-04-03 closed",
-                "31*~=30.04.2023=2023-04-30! open closed", "!*>#=08.04.2023=none open 2023-04-08 closed",
-                "!*#=07.04.2023=none open 2023-04-07 closed", "!*~=No date=none open closed",
-                "*$=07.04.2023=open closed"});
+    ExpectRows(R"(*>#=08.04.2023=open 2023-04-08 closed | *>_=08.04.2023=open 2023-04-08 closed
+        | *#=07.04.2023=open closed | *>>~=07.04.2023=open closed | *>>*=07.04.2023=open closed
+        | *5~=07.04.2023=open closed | *<<<<<#=03.04.2023=open 2023-04-03 closed
+        | 31*~=30.04.2023=2023-04-30! open closed | !*>#=08.04.2023=none open 2023-04-08 closed
+        | !*#=07.04.2023=none open 2023-04-07 closed | !*~=No date=none open closed
+        | *$=07.04.2023=open closed)");
     m_date.SetFocus();
     Click(m_date.GetButton(), CPoint(3, 3));
     EXPECT_TRUE(m_date.GetButton().IsOpen());
@@ -122,24 +121,21 @@ TEST_F(DateTime, NotifiesEachActOnce)
     EXPECT_TRUE(WaitUntil([&] { return !m_date.GetButton().IsOpen(); }));
     EXPECT_FALSE(::IsWindowEnabled(m_date.GetButton()));
 
-    for (const auto& [code, keys] : {std::pair{ZON_DATE_TIME_DROPDOWN, "*"},
-                                     {ZON_DATE_TIME_CHANGED, "*>#"},
-                                     {ZON_DATE_TIME_CLOSEUP, "*~"},
-                                     {ZON_DATE_TIME_CHANGED, "5"},
-                                     {ZON_DATE_TIME_CHANGED, "31$"},
-                                     {ZON_DATE_TIME_CHANGED, "^"}}) {
-        auto dying = std::make_unique<CZoDateTimeWnd>();
-        ASSERT_TRUE(dying->Create(kStyle, CRect(0, 40, 150, 64), &m_parent, 9));
-        ASSERT_TRUE(dying->SetFormat("dd.MM.yyyy") && dying->SetTime(At("2023-04-07")));
-        dying->SetFocus();
-        m_parent.m_describe = [&, wanted = code](NMHDR& header, LRESULT&) {
-            if (header.code == wanted)
-                dying.reset();
-            return "";
-        };
-        Press(*dying, keys);
-        EXPECT_EQ(nullptr, dying) << keys;
-    }
+    const auto expectEnd = [&](UINT code, std::initializer_list<const char*> acts) {
+        for (const char* keys : acts) {
+            ExpectEndByNotification<CZoDateTimeWnd>(
+                m_parent, code,
+                [&](CZoDateTimeWnd& date) {
+                    ASSERT_TRUE(date.Create(kStyle, CRect(0, 40, 150, 64), &m_parent, 9));
+                    ASSERT_TRUE(date.SetFormat("dd.MM.yyyy") && date.SetTime(At("2023-04-07")));
+                    date.SetFocus();
+                },
+                {[&](CZoDateTimeWnd& date) { Press(date, keys); }});
+        }
+    };
+    expectEnd(ZON_DATE_TIME_DROPDOWN, {"*"});
+    expectEnd(ZON_DATE_TIME_CHANGED, {"*>#", "5", "31$", "^"});
+    expectEnd(ZON_DATE_TIME_CLOSEUP, {"*~"});
 }
 
 TEST_F(DateTime, ObeysTheMouse)
@@ -148,24 +144,28 @@ TEST_F(DateTime, ObeysTheMouse)
     m_parent.SetFocus();
     const Events events(m_date);
     Click(m_date, CenterOf(kMonth));
-    EXPECT_EQ((std::vector<std::pair<DWORD, LONG>>{{EVENT_OBJECT_FOCUS, 0}, {EVENT_OBJECT_FOCUS, kMonth}}),
-              Events::Heard()); // the first is the system's
+    EXPECT_EQ((Heard{{EVENT_OBJECT_FOCUS, 0}, {EVENT_OBJECT_FOCUS, kMonth}}), Events::Heard()); // the first: the system
     Click(m_date, CenterOf(kUp));
     EXPECT_EQ("2023-05-07", m_parent.Told());
     SendMouse(m_date, WM_LBUTTONDBLCLK, CenterOf(kDown), MK_LBUTTON); // held down
     EXPECT_EQ("2023-04-07", m_parent.Told());
+    EXPECT_EQ(STATE_SYSTEM_PRESSED, Described(kDown).state);
     std::string told;
     EXPECT_TRUE(WaitUntil([&] { return (told += m_parent.Told()).size() >= 20; }));
     EXPECT_EQ("2023-03-072023-02-07", told.substr(0, 20));
     SendMouse(m_date, WM_MOUSEMOVE, CPoint(1, 1), MK_LBUTTON); // no longer over it
-    const std::string before(m_date.GetShownText());
+    m_parent.Told();
     m_date.SendMessage(WM_TIMER, 1);
     PressKey(m_date, VK_ESCAPE);
-    EXPECT_EQ(before, std::string(m_date.GetShownText())) << "what was told stays";
+    EXPECT_EQ("", m_parent.Told()) << "what was told stays";
+    m_date.SendMessage(WM_TIMER, 1); // one that was on its way
     EXPECT_FALSE(::GetCapture() != nullptr || m_date.KillTimer(1));
+    SendMouse(m_date, WM_LBUTTONDOWN, CenterOf(kUp), MK_LBUTTON);
+    m_date.ModifyStyle(kSpin, 0);
+    EXPECT_FALSE(::GetCapture() != nullptr || m_date.KillTimer(1)) << "the spin button is gone";
 
-    m_date.SetTime(At("2023-04-07"));
-    m_parent.Told();
+    Make(kSpin | kShowNone);
+    Press(m_date, ">");
     for (const int delta : {60, 180, -120})
         m_date.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, delta));
     Click(m_date, CenterOf(kCheck));
@@ -201,8 +201,10 @@ TEST_F(DateTime, CopiesAndPastes)
         Press(m_date, "%");
         EXPECT_EQ(told, m_parent.Told()) << text;
     }
-    Press(m_date, "!&%"); // nothing to copy
-    EXPECT_EQ("none 2003-02-01", m_parent.Told());
+    ASSERT_TRUE(m_date.SetNone());
+    EXPECT_FALSE(m_date.CopyText()) << "nothing to copy";
+    Press(m_date, "%");
+    EXPECT_EQ("2003-02-01", m_parent.Told());
     EXPECT_TRUE(OpenClipboard(m_parent) && EmptyClipboard() && CloseClipboard());
     EXPECT_FALSE(m_date.PasteText());
 }
@@ -218,10 +220,7 @@ TEST_F(DateTime, IsRead)
         return reader.Name(part) + "=" + reader.Value(part) + "=" + reader.Action(part) + "=" +
                std::to_string(reader.Role(part)) + "=" + std::to_string(reader.State(part) / STATE_SYSTEM_CHECKED);
     };
-    char words[80] = "";
-    const SYSTEMTIME time = At("2023-04-07");
-    GetDateFormatA(LOCALE_USER_DEFAULT, DATE_LONGDATE, &time, nullptr, words, sizeof words);
-    const std::string kParts[] = {std::string("Due:=") + words + "==52=65536",
+    const std::string kParts[] = {"Due:=" + LocaleText(At("2023-04-07"), DATE_LONGDATE) + "==52=65536",
                                   "Day=07=Go to=52=65536",
                                   "Month=04=Go to=52=65536",
                                   "Year=2023=Go to=52=65536",
@@ -236,7 +235,7 @@ TEST_F(DateTime, IsRead)
     EXPECT_EQ(1, reader.Focus());
     EXPECT_EQ(-1, reader.Role(7));
     const Events events(m_date);
-    const std::pair<const char*, std::vector<std::pair<DWORD, LONG>>> kActs[] = {
+    const std::pair<const char*, Heard> kActs[] = {
         {"3", {}},
         {"1", {{EVENT_OBJECT_FOCUS, kMonth}}},
         {"~", {{EVENT_OBJECT_VALUECHANGE, 0}}},
@@ -256,6 +255,15 @@ TEST_F(DateTime, IsRead)
         EXPECT_EQ(S_OK, reader->accDoDefaultAction(Reader::Part(part)));
     EXPECT_EQ(kMonth, reader.Focus());
     EXPECT_EQ("2024-04-07 2025-04-07", m_parent.Told());
+    Press(m_date, "<31");
+    EXPECT_EQ("31.04.2025", reader.Value()) << "as typed";
+    m_date.ModifyStyle(kSpin, 0);
+    Press(m_date, "~*");
+    Events::Heard();
+    Press(m_date, "~");
+    EXPECT_EQ((Heard{{EVENT_OBJECT_FOCUS, kMonth}}), Events::Heard()) << "it was in the calendar";
+    m_date.SetFormat("MM.yyyy");
+    EXPECT_EQ(1, Events::Count(EVENT_OBJECT_VALUECHANGE));
 }
 
 TEST_F(DateTime, WorksInADialog)
@@ -274,27 +282,34 @@ TEST_F(DateTime, WorksInADialog)
     EXPECT_EQ("2023-04-30!", m_parent.Told()) << "the dialog may end";
     Press(m_date, "*");
     EXPECT_TRUE(isWanted(VK_RETURN) && !isWanted(VK_TAB));
-    m_date.DestroyWindow();
-
-    CWnd window; // of a template
-    ASSERT_TRUE(window.Create(ZO_CONTROL_CLASS, "", WS_CHILD | kStyle, CRect(0, 0, 150, 24), &m_parent, 7));
-    window.Detach();
-    ASSERT_TRUE(m_date.SubclassDlgItem(7, &m_parent));
-    EXPECT_TRUE(::IsWindow(m_date.GetButton()));
-    m_date.DestroyWindow();
     for (const auto& [style, type] : {std::pair{CZoDateTimeWnd::kTime, LOCALE_STIMEFORMAT},
                                       {CZoDateTimeWnd::kLongDate, LOCALE_SLONGDATE},
                                       {CZoDateTimeWnd::kShortDate, LOCALE_SSHORTDATE}}) {
-        Make(style);
+        Make(style | WS_DISABLED);
         char format[80] = "";
         GetLocaleInfoA(LOCALE_USER_DEFAULT, type, format, sizeof format);
         EXPECT_TRUE(m_date.SetFormat(nullptr));
         EXPECT_STREQ(format, m_date.GetFormat());
         EXPECT_EQ(style == CZoDateTimeWnd::kTime, m_date.GetButton().m_hWnd == nullptr);
+        EXPECT_FALSE(::IsWindowEnabled(m_date.GetButton()));
         EXPECT_FALSE(m_date.SetFormat("") || m_date.SetNone() || m_date.SetTime(At("2023-02-29")));
         EXPECT_STREQ(format, m_date.GetFormat());
-        m_date.SetNoneText(std::string(65536, 'd').c_str());
     }
+    Make(kShowNone);
+    m_date.SetNoneText(("1" + std::string(65536, '\x83')).c_str());
+    Press(m_date, "31");
+    EXPECT_TRUE(m_date.SetNone());
+    EXPECT_EQ(79, m_date.GetShownText().GetLength()) << "and no half of a character";
+    m_date.SetNoneText(("12" + std::string(65536, '\x83')).c_str());
+    EXPECT_EQ(IsDoubleByte() ? 78 : 79, m_date.GetShownText().GetLength());
+    m_date.ModifyStyle(kShowNone, 0);
+    EXPECT_FALSE(m_date.IsNone()) << "there is no check box to bring it back";
+    Make(0);
+    const CSize ideal = m_date.GetIdealSize();
+    EXPECT_TRUE(ideal.cx > 60 && ideal.cx < 150 && ideal.cy > 14 && ideal.cy < 40) << ideal.cx << "x" << ideal.cy;
+    m_date.ShowWindow(SW_HIDE);
+    Press(m_date, "5");
+    EXPECT_EQ("2023-04-05", m_parent.Told());
 }
 
 TEST_F(DateTime, IsDrawn)
@@ -303,61 +318,36 @@ TEST_F(DateTime, IsDrawn)
                        kChosen = RGB(200, 0, 0);
     const Scheme scheme{
         {COLOR_WINDOW, kPaper}, {COLOR_WINDOWTEXT, kInk}, {COLOR_HIGHLIGHT, kChosen}, {COLOR_GRAYTEXT, kGray}};
+    const auto count = [&](int part, COLORREF color) { return PictureOf(m_date)->Count(color, Described(part).area); };
     for (const DWORD direction : {0L, WS_EX_LAYOUTRTL}) {
         ControlParent parent(direction);
-        CZoDateTimeWnd date;
-        ASSERT_TRUE(date.Create(kStyle | kShowNone | kSpin, CRect(0, 0, 150, 24), &parent, 7));
-        ASSERT_TRUE(date.SetFormat("dd.MM.yyyy") && date.SetTime(At("2023-04-07")));
-        const auto count = [&](int part, COLORREF color) {
-            ZoPart description;
-            date.DescribePart(part, description);
-            return PictureOf(date)->Count(color, description.area);
-        };
-        date.SetFocus();
-        ZoPart day, year;
-        date.DescribePart(kDay, day);
-        date.DescribePart(kYear, year);
-        EXPECT_EQ(direction == 0, day.area.left < year.area.left) << "mirrored coordinates: the same to the eye";
+        Make(kShowNone | kSpin, &parent);
+        EXPECT_EQ(direction == 0, CenterOf(kDay).x < CenterOf(kYear).x) << "mirrored coordinates: the same to the eye";
         EXPECT_TRUE(count(kDay, kChosen) > 20 && count(kMonth, kChosen) == 0 && count(kMonth, kInk) > 5);
-        PressKey(date, VK_RIGHT);
+        PressKey(m_date, VK_RIGHT);
         EXPECT_TRUE(count(kMonth, kChosen) > 20 && count(kDay, kChosen) == 0);
-        PressKey(date, 'A', ZoKey::kControl);
+        PressKey(m_date, 'A', ZoKey::kControl);
         EXPECT_TRUE(count(kDay, kChosen) > 20 && count(kYear, kChosen) > 20);
         EXPECT_EQ(21, count(kCheck, kInk)) << "the mark";
+        const CRect box = Described(kCheck).area;
+        const CPoint middle = box.CenterPoint(); // it is higher at the right, in both directions
+        EXPECT_GT(PictureOf(m_date)->Count(kInk, CRect(middle.x, box.top, box.right, middle.y)),
+                  PictureOf(m_date)->Count(kInk, CRect(box.left, box.top, middle.x, middle.y)));
         parent.SetFocus();
         EXPECT_EQ(0, count(kDay, kChosen));
-        EXPECT_TRUE(direction != 0 || AreEqual(*PictureOf(date), *ScreenOf(date)));
-        date.EnableWindow(FALSE);
+        m_date.SetTime(At("2028-11-28"));
+        EXPECT_TRUE(direction != 0 || AreEqual(*PictureOf(m_date), *ScreenOf(m_date)));
+        m_date.SetNone();
+        EXPECT_TRUE(direction != 0 || AreEqual(*PictureOf(m_date), *ScreenOf(m_date)));
+        m_date.SetTime(At("2023-04-07"));
+        m_date.EnableWindow(FALSE);
         EXPECT_TRUE(count(kDay, kGray) > 5 && count(kDay, kInk) == 0);
-        date.EnableWindow(TRUE);
-        date.MoveWindow(0, 0, 76, 24); // room for a field alone: it is the one with the focus
-        date.SetFocus();
+        m_date.EnableWindow(TRUE);
+        m_date.MoveWindow(0, 0, 76, 24); // room for a field alone: it is the one with the focus
+        m_date.SetFocus();
         EXPECT_GT(count(kDay, kChosen), 20);
-        PressKey(date, direction == 0 ? VK_LEFT : VK_RIGHT);
+        PressKey(m_date, direction == 0 ? VK_LEFT : VK_RIGHT);
         EXPECT_GT(count(direction == 0 ? kYear : kMonth, kChosen), 20);
+        m_date.DestroyWindow();
     }
-}
-
-TEST_F(DateTime, SurvivesMissingMemory)
-{
-    Make(kSpin | kShowNone);
-    const CSize ideal = m_date.GetIdealSize();
-    EXPECT_TRUE(ideal.cx > 60 && ideal.cx < 150 && ideal.cy > 14 && ideal.cy < 40) << ideal.cx << "x" << ideal.cy;
-    m_date.ShowWindow(SW_HIDE);
-    Press(m_date, "5");
-    EXPECT_EQ("2023-04-05", m_parent.Told());
-    RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
-        CZoDateTimeWnd date;
-        const BOOL isMade = date.Create(kShowNone | kStyle, CRect(0, 40, 150, 64), &m_parent, 7);
-        EXPECT_TRUE(isMade || run.Fired());
-        if (!isMade)
-            return;
-        date.SetFocus();
-        Press(date, "3103!");
-        ScreenOf(date); // "No date"
-        Press(date, "^*~");
-        run.Stop();
-        date.SendMessage(WM_SETTINGCHANGE); // the next layout makes what was missing
-        EXPECT_NE(nullptr, date.GetButton().m_hWnd);
-    });
 }
