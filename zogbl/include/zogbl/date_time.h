@@ -45,7 +45,7 @@ public:
     enum Style : DWORD {
         kShortDate = 0x00, ///< in the user's own format, as the next two
         kSpin = 0x01,      ///< a spin button; else, if there is a date, a button that opens a calendar
-        kShowNone = 0x02,  ///< a check box, without whose mark there is no date
+        kShowNone = 0x02,  ///< a check box, without whose mark there is no date; if it goes, there is one
         kLongDate = 0x04,
         kTime = 0x09, ///< with a spin button
     };
@@ -87,7 +87,8 @@ public:
     BOOL GetTime(SYSTEMTIME& time) const;
     BOOL SetNone(); ///< \return FALSE: it has no check box
     BOOL IsNone() const { return m_isNone; }
-    /// A value outside becomes the nearest one. Where the format has no time, whole days count.
+    /// A value outside, that of the beginning too, becomes the nearest one. Where the format has no time, whole days
+    /// count.
     /// \param least, most null: no bound \return FALSE, changing nothing: there is no such date, or \p most lies before
     /// \p least
     BOOL SetRange(const SYSTEMTIME* least, const SYSTEMTIME* most);
