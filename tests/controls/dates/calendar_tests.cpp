@@ -146,7 +146,7 @@ TEST_F(Calendar, ObeysTheMouse)
     EXPECT_EQ(" in 2024-02", Told()) << "half steps add up";
     Press(CZoCalendar::kNext);
     EXPECT_TRUE(WaitUntil([&] { return Shown() >= "2024-05"; })) << "held down";
-    Release();
+    Move("2024-06-03"), Release();
     for (const auto& [part, key, shown] : {std::tuple(CZoCalendar::kMonth, VK_DOWN, "01"),
                                            {CZoCalendar::kYear, VK_DOWN, "2017-01"},
                                            {CZoCalendar::kMonth, VK_ESCAPE, "2017-01"}}) {
@@ -163,6 +163,7 @@ TEST_F(Calendar, ObeysTheMouse)
     Press("2024-03-20");
     m_calendar->ModifyStyle(kSpan, 0);
     EXPECT_EQ("2024-03-03", Selected());
+    EXPECT_FALSE(m_calendar->SetSpan(At("2024-03-03"), At("2024-03-05")));
     Press("2024-03-04"), Move("2024-03-06"), Release();
     EXPECT_EQ("2024-03-06 chosen in 2024-03", Told());
 
@@ -194,10 +195,22 @@ TEST_F(Calendar, RefusesWhatIsNoDateAndKeepsToTheRange)
     EXPECT_FALSE(calendar.SetSpan(At("2024-03-01"), At("2024-03-09")));
     EXPECT_TRUE(calendar.SetRange(&least, &most));
     EXPECT_EQ("2024-03-12..2024-03-17", Selected());
+    EXPECT_TRUE(calendar.ShowMonth(2024, 3));
     EXPECT_FALSE(calendar.SetDate(At("2024-03-19")) || calendar.SetSpan(most, At("2024-03-19")) ||
                  calendar.ShowMonth(2024, 4) || calendar.ShowMonth(2024, 2));
     ClickOn("2024-03-19"), ClickOn(CZoCalendar::kPrevious), ClickOn(CZoCalendar::kNext);
     EXPECT_EQ(" in 2024-03", Told()) << "the whole range lies in it";
+    for (const int part : {CZoCalendar::kMonth, CZoCalendar::kYear}) {
+        int enabled = 0;
+        const auto count = [&](HWND window) {
+            const auto list = reinterpret_cast<HMENU>(::SendMessageA(window, MN_GETHMENU, 0, 0));
+            for (int i = 0; i < ::GetMenuItemCount(list); ++i)
+                enabled += (::GetMenuState(list, static_cast<UINT>(i), MF_BYPOSITION) & MF_GRAYED) == 0;
+        };
+        const InMenu menu({count, InMenu::Key(VK_ESCAPE)});
+        Press(part);
+        EXPECT_EQ(1, enabled) << part;
+    }
     const SYSTEMTIME later = At("2025-01-01");
     EXPECT_TRUE(calendar.SetSpan(most, most) && calendar.SetRange(&later, nullptr));
     EXPECT_EQ("2025-01-01 in 2025-01", Selected() + Told());
@@ -223,7 +236,7 @@ TEST_F(Calendar, IsThereWithoutAWindow)
     SYSTEMTIME day = {};
     EXPECT_TRUE(calendar.GetPartDay(1, day)); // a whole week before a month that begins with a week
     EXPECT_EQ("2024-03-25", Written(day));
-    for (const int days : {3, 2, 1, 2})
+    for (const int days : {3, 2, 1})
         EXPECT_TRUE(calendar.MarkDay(Date(2024, 4, days), TRUE));
     EXPECT_TRUE(calendar.MarkDay(At("2024-04-02"), FALSE) && calendar.MarkDay(At("2024-04-02"), FALSE));
     EXPECT_TRUE(calendar.IsMarked(At("2024-04-01")) && !calendar.IsMarked(At("2024-04-02")) &&
@@ -298,7 +311,11 @@ TEST_F(Calendar, TellsScreenReadersWhatItShows)
     EXPECT_EQ((std::pair{EVENT_OBJECT_NAMECHANGE + 0UL, LONG{CZoCalendar::kMonth}}), Events::Heard().front());
     PressKey(*m_calendar, VK_RIGHT, ZoKey::kShift);
     EXPECT_EQ(EVENT_OBJECT_SELECTIONWITHIN + 0UL, Events::Heard().back().first);
+    m_parent->SetFocus();
+    Events::Heard();
     m_calendar->SetDate(At("9999-12-31"));
+    EXPECT_EQ(0, Events::Count(EVENT_OBJECT_FOCUS)) << "it has not the focus";
+    m_calendar->SetFocus();
     Events::Heard(), m_parent->Told();
     PressKey(*m_calendar, VK_RIGHT);
     EXPECT_EQ(Heard(), Events::Heard());
@@ -326,7 +343,7 @@ TEST_F(Calendar, CountsWeeksAsTheLocale)
 
 TEST_F(Calendar, DrawsEachStateAndOnlyWhatIsDirty)
 {
-    Make(kSpan);
+    Make(kSpan | CZoCalendar::kWeekNumbers);
     m_calendar->SetSpan(At("2024-03-18"), At("2024-03-19"));
     for (const COLORREF paper : {RGB(250, 250, 250), RGB(5, 5, 5)}) {
         const COLORREF ink = paper ^ 0xFFFFFF, grey = RGB(90, 140, 90), blue = RGB(0, 0, 160), gold = RGB(255, 255, 0);
