@@ -127,6 +127,7 @@ TEST_F(CalendarButton, OpensByKeysAndClicksUnlessRefused)
     EXPECT_EQ("opening closed opening closed", m_parent.Told()) << "at once";
     m_button->ShowWindow(SW_SHOW);
     // Of a span, the drag is the choice.
+    m_button->GetCalendar().ShowMonth(2030, 1);
     m_button->Open();
     m_button->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, -120));
     Drag(3, 9);

@@ -257,9 +257,11 @@ TEST_F(Calendar, FollowsTheClock)
     m_calendar->SendMessage(WM_TIMECHANGE);
     ScreenOf(*m_calendar);
     m_clock.Set({2024, 3, 0, 16, 0, 0, 0, 0});
+    const Events events(*m_calendar);
     const DWORD start = ::GetTickCount();
     EXPECT_TRUE(WaitUntil([&] { return todayIs(At("2024-03-16")); })) << "at midnight";
     EXPECT_LT(::GetTickCount() - start, 8000u) << "not by the look each ten seconds";
+    EXPECT_EQ((std::pair{EVENT_OBJECT_NAMECHANGE + 0UL, LONG{CZoCalendar::kToday}}), Events::Heard().at(0));
     EXPECT_EQ("|Today", reader.Description(PartOf("2024-03-15")) + "|" + reader.Description(PartOf("2024-03-16")));
     EXPECT_TRUE(AreEqual(*PictureOf(*m_calendar), *ScreenOf(*m_calendar)));
     m_clock.Set({2030, 1, 0, 2, 9, 0, 0, 0});
@@ -315,6 +317,7 @@ TEST_F(Calendar, TellsScreenReadersWhatItShows)
     Events::Heard();
     m_calendar->SetDate(At("9999-12-31"));
     EXPECT_EQ(0, Events::Count(EVENT_OBJECT_FOCUS)) << "it has not the focus";
+    EXPECT_EQ(kDay | STATE_SYSTEM_SELECTED, reader.State(PartOf("9999-12-31")));
     m_calendar->SetFocus();
     Events::Heard(), m_parent->Told();
     PressKey(*m_calendar, VK_RIGHT);
@@ -345,6 +348,11 @@ TEST_F(Calendar, DrawsEachStateAndOnlyWhatIsDirty)
 {
     Make(kSpan | CZoCalendar::kWeekNumbers);
     m_calendar->SetSpan(At("2024-03-18"), At("2024-03-19"));
+    const SYSTEMTIME least = At("2024-03-05");
+    ASSERT_TRUE(m_calendar->SetRange(&least, nullptr) && m_calendar->MarkDay(At("2024-03-21"), TRUE));
+    CRect dot = Area(PartOf("2024-03-21")), line = Area(PartOf("2024-03-01"));
+    dot = CRect(dot.right - 7, dot.top, dot.right, dot.top + 7);
+    line = CRect(line.left, line.CenterPoint().y, line.right, line.CenterPoint().y + 1);
     for (const COLORREF paper : {RGB(250, 250, 250), RGB(5, 5, 5)}) {
         const COLORREF ink = paper ^ 0xFFFFFF, grey = RGB(90, 140, 90), blue = RGB(0, 0, 160), gold = RGB(255, 255, 0);
         const Scheme scheme{{COLOR_WINDOW, paper},
@@ -361,6 +369,7 @@ TEST_F(Calendar, DrawsEachStateAndOnlyWhatIsDirty)
         EXPECT_EQ(0, count("2024-03-18", paper));
         EXPECT_GT(count("2024-03-15", ink), count("2024-03-16", ink) + 40) << "today's frame";
         EXPECT_LT(count("2024-03-18", gold), count("2024-03-19", gold)) << "focus";
+        EXPECT_TRUE(picture->Count(ink, dot) > 3 && picture->Count(grey, line) > 8) << "marked, and struck out";
     }
     // What changes is drawn, and is right: the screen is what a whole drawing is.
     const std::function<void()> kChanges[] = {[&] { PressKey(*m_calendar, VK_LEFT); },

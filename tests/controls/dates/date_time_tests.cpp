@@ -318,10 +318,12 @@ TEST_F(DateTime, IsDrawn)
                        kChosen = RGB(200, 0, 0);
     const Scheme scheme{
         {COLOR_WINDOW, kPaper}, {COLOR_WINDOWTEXT, kInk}, {COLOR_HIGHLIGHT, kChosen}, {COLOR_GRAYTEXT, kGray}};
+    PlainFont font;
     const auto count = [&](int part, COLORREF color) { return PictureOf(m_date)->Count(color, Described(part).area); };
     for (const DWORD direction : {0L, WS_EX_LAYOUTRTL}) {
         ControlParent parent(direction);
         Make(kShowNone | kSpin, &parent);
+        m_date.SetFont(&font);
         EXPECT_EQ(direction == 0, CenterOf(kDay).x < CenterOf(kYear).x) << "mirrored coordinates: the same to the eye";
         EXPECT_TRUE(count(kDay, kChosen) > 20 && count(kMonth, kChosen) == 0 && count(kMonth, kInk) > 5);
         PressKey(m_date, VK_RIGHT);
