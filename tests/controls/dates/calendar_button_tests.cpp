@@ -183,6 +183,7 @@ TEST_F(CalendarButton, IsAPartOfAnotherControl)
     m_button->SetKeyboardOwner(field);
     EXPECT_FALSE(m_button->Open()) << "the field has no focus";
     field.SetFocus();
+    const Events events(*m_button);
     Click(*m_button, CPoint(5, 5));
     CRect place, owner;
     m_button->GetCalendar().GetWindowRect(&place);
@@ -193,6 +194,7 @@ TEST_F(CalendarButton, IsAPartOfAnotherControl)
     EXPECT_FALSE(m_button->HandleKey(WM_KEYDOWN, 'A'));
     EXPECT_TRUE(m_button->HandleKey(WM_KEYDOWN, VK_DOWN) && m_button->HandleKey(WM_KEYDOWN, VK_RETURN));
     EXPECT_EQ("opening picked 2024-03-27", m_parent.Told());
+    EXPECT_EQ(0, Events::Count(EVENT_OBJECT_FOCUS)) << "that is told by the field";
     EXPECT_FALSE(m_button->HandleKey(WM_KEYDOWN, VK_DOWN) || m_button->HandleKey(WM_SYSKEYDOWN, 'A'));
     EXPECT_TRUE(m_button->HandleKey(WM_SYSKEYDOWN, VK_DOWN));
     m_parent.SetFocus();

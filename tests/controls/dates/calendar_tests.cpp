@@ -46,9 +46,17 @@ protected:
     void Press(int part, WPARAM keys = MK_LBUTTON) { Mouse(WM_LBUTTONDOWN, part, keys); }
     void Press(const char* day, WPARAM keys = MK_LBUTTON) { Press(PartOf(day), keys); }
     void Move(const char* day) { Mouse(WM_MOUSEMOVE, PartOf(day)); }
-    void Release(int part = 0) { Mouse(WM_LBUTTONUP, part, 0); } ///< 0: outside
-    void ClickOn(int part) { Press(part), Release(part); }
-    void ClickOn(const char* day) { ClickOn(PartOf(day)); }
+    std::string Release(int part = 0) ///< 0: outside \return as Told
+    {
+        Mouse(WM_LBUTTONUP, part, 0);
+        return Told();
+    }
+    std::string ClickOn(int part) ///< \return as Told
+    {
+        Press(part);
+        return Release(part);
+    }
+    std::string ClickOn(const char* day) { return ClickOn(PartOf(day)); }
     void Wheel(int by) { m_calendar->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, by)); }
 
     const Clock m_clock{{2024, 3, 0, 15, 10, 0, 0, 0}};
@@ -104,21 +112,17 @@ TEST_F(Calendar, ObeysKeysAndNotifiesOnce)
 TEST_F(Calendar, ObeysTheMouse)
 {
     Make(kSpan);
-    ClickOn("2024-03-20");
-    EXPECT_EQ("2024-03-20 chosen in 2024-03", Told());
-    ClickOn("2024-03-20");
-    EXPECT_EQ("2024-03-20 chosen as before in 2024-03", Told());
+    EXPECT_EQ("2024-03-20 chosen in 2024-03", ClickOn("2024-03-20"));
+    EXPECT_EQ("2024-03-20 chosen as before in 2024-03", ClickOn("2024-03-20"));
     Press("2024-04-02"); // a day of the neighbour: its month comes when the button goes up
     EXPECT_EQ(" in 2024-03", Told());
-    Release();
-    EXPECT_EQ("2024-04-02 chosen in 2024-04", Told());
+    EXPECT_EQ("2024-04-02 chosen in 2024-04", Release());
     Press("2024-04-20"), Move("2024-04-25"), Move("2024-04-11");
     PressKey(*m_calendar, VK_RIGHT); // no keys meanwhile
     EXPECT_EQ("2024-04-11..2024-04-20 in 2024-04", Selected() + Told());
-    Release();
-    EXPECT_EQ("2024-04-11..2024-04-20 chosen in 2024-04", Told());
-    Press("2024-04-27", MK_LBUTTON | MK_SHIFT), Release();
-    EXPECT_EQ("2024-04-20..2024-04-27 chosen in 2024-04", Told());
+    EXPECT_EQ("2024-04-11..2024-04-20 chosen in 2024-04", Release());
+    Press("2024-04-27", MK_LBUTTON | MK_SHIFT);
+    EXPECT_EQ("2024-04-20..2024-04-27 chosen in 2024-04", Release());
     const std::function<void()> kEnds[] = {[&] { PressKey(*m_calendar, VK_ESCAPE); },
                                            [] { ::ReleaseCapture(); },
                                            [&] { m_calendar->EnableWindow(FALSE); },
@@ -131,15 +135,14 @@ TEST_F(Calendar, ObeysTheMouse)
         EXPECT_EQ(" in 2024-05", Told()) << "a drag goes on over other months";
         end();
         EXPECT_EQ(nullptr, ::GetCapture());
-        Release();
-        EXPECT_EQ("2024-04-20..2024-04-27 in 2024-04", Selected() + Told());
+        EXPECT_EQ(" in 2024-04", Release());
+        EXPECT_EQ("2024-04-20..2024-04-27", Selected());
         m_calendar->EnableWindow(TRUE);
         m_calendar->ShowWindow(SW_SHOW);
     }
 
     // Arrows, wheel and lists show months; none of them changes the selection.
-    ClickOn(CZoCalendar::kPrevious);
-    EXPECT_EQ(" in 2024-03", Told());
+    EXPECT_EQ(" in 2024-03", ClickOn(CZoCalendar::kPrevious));
     EXPECT_EQ(0, m_calendar->GetFocusedPart());
     EXPECT_FALSE(m_calendar->KillTimer(2)) << "no timer is left";
     Wheel(60), Wheel(60);
@@ -155,17 +158,16 @@ TEST_F(Calendar, ObeysTheMouse)
         EXPECT_EQ(shown, Shown().substr(7 - std::strlen(shown)));
     }
     EXPECT_EQ("2024-04-20..2024-04-27 in 2017-01", Selected() + Told());
-    ClickOn(CZoCalendar::kToday);
-    EXPECT_EQ("2024-03-15 chosen in 2024-03", Told());
-    Press(CZoCalendar::kToday), Release(1);
-    EXPECT_EQ(" in 2024-03", Told()) << "released elsewhere";
+    EXPECT_EQ("2024-03-15 chosen in 2024-03", ClickOn(CZoCalendar::kToday));
+    Press(CZoCalendar::kToday);
+    EXPECT_EQ(" in 2024-03", Release(1)) << "released elsewhere";
     m_calendar->SetSpan(At("2024-03-03"), At("2024-03-05"));
     Press("2024-03-20");
     m_calendar->ModifyStyle(kSpan, 0);
     EXPECT_EQ("2024-03-03", Selected());
     EXPECT_FALSE(m_calendar->SetSpan(At("2024-03-03"), At("2024-03-05")));
-    Press("2024-03-04"), Move("2024-03-06"), Release();
-    EXPECT_EQ("2024-03-06 chosen in 2024-03", Told());
+    Press("2024-03-04"), Move("2024-03-06");
+    EXPECT_EQ("2024-03-06 chosen in 2024-03", Release());
 
     m_parent->m_describe = [&](NMHDR&, LRESULT&) { return m_calendar.reset(), "gone"; };
     Press("2024-03-20");
@@ -198,8 +200,9 @@ TEST_F(Calendar, RefusesWhatIsNoDateAndKeepsToTheRange)
     EXPECT_TRUE(calendar.ShowMonth(2024, 3));
     EXPECT_FALSE(calendar.SetDate(At("2024-03-19")) || calendar.SetSpan(most, At("2024-03-19")) ||
                  calendar.ShowMonth(2024, 4) || calendar.ShowMonth(2024, 2));
-    ClickOn("2024-03-19"), ClickOn(CZoCalendar::kPrevious), ClickOn(CZoCalendar::kNext);
-    EXPECT_EQ(" in 2024-03", Told()) << "the whole range lies in it";
+    EXPECT_EQ(" in 2024-03", ClickOn("2024-03-19"));
+    for (const int part : {CZoCalendar::kPrevious, CZoCalendar::kNext})
+        EXPECT_EQ(" in 2024-03", ClickOn(part)) << "the whole range lies in it";
     for (const int part : {CZoCalendar::kMonth, CZoCalendar::kYear}) {
         int enabled = 0;
         const auto count = [&](HWND window) {
@@ -220,11 +223,11 @@ TEST_F(Calendar, RefusesWhatIsNoDateAndKeepsToTheRange)
     SYSTEMTIME day = {};
     EXPECT_FALSE(calendar.GetPartDay(42, day) || calendar.FindPart(Area(42).CenterPoint()) != 0) << "no such day";
     EXPECT_EQ(STATE_SYSTEM_UNAVAILABLE | STATE_SYSTEM_INVISIBLE, Reader(calendar).State(42));
-    ClickOn(CZoCalendar::kNext), Wheel(-1200);
-    EXPECT_EQ(" in 9999-12", Told());
+    Wheel(-1200);
+    EXPECT_EQ(" in 9999-12", ClickOn(CZoCalendar::kNext));
     EXPECT_TRUE(calendar.SetDate(At("1601-01-01")));
-    PressKey(calendar, VK_LEFT), ClickOn(CZoCalendar::kPrevious), PictureOf(calendar);
-    EXPECT_EQ("1601-01-01 in 1601-01", Selected() + Told());
+    PressKey(calendar, VK_LEFT), PictureOf(calendar);
+    EXPECT_EQ("1601-01-01 in 1601-01", Selected() + ClickOn(CZoCalendar::kPrevious));
 }
 
 TEST_F(Calendar, IsThereWithoutAWindow)
@@ -395,6 +398,5 @@ TEST_F(Calendar, RunsFromRightToLeft)
     EXPECT_EQ("2024-03-16 changed in 2024-03", Told());
     Reader reader(*m_calendar);
     EXPECT_GT(reader.Area(1).left, reader.Area(2).left);
-    ClickOn("2024-03-08");
-    EXPECT_EQ("2024-03-08 chosen in 2024-03", Told());
+    EXPECT_EQ("2024-03-08 chosen in 2024-03", ClickOn("2024-03-08"));
 }

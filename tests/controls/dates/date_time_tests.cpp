@@ -113,8 +113,8 @@ TEST_F(DateTime, NotifiesEachActOnce)
         | *$=07.04.2023=open closed)");
     m_date.SetFocus();
     Click(m_date.GetButton(), CPoint(3, 3));
-    EXPECT_TRUE(m_date.GetButton().IsOpen());
-    EXPECT_EQ(m_date.m_hWnd, ::GetFocus());
+    EXPECT_TRUE(m_date.GetButton().IsOpen() && m_date.m_hWnd == ::GetFocus());
+    EXPECT_EQ("2023-04-03", Written(m_date.GetButton().GetCalendar().GetLeast()));
     m_date.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, 120)); // the calendar's
     EXPECT_STREQ("07.04.2023", m_date.GetShownText());
     m_date.EnableWindow(FALSE);
@@ -310,6 +310,14 @@ TEST_F(DateTime, WorksInADialog)
     m_date.ShowWindow(SW_HIDE);
     Press(m_date, "5");
     EXPECT_EQ("2023-04-05", m_parent.Told());
+    ASSERT_TRUE(m_date.SetFormat("MMMM d") && m_date.SetTime(At("2023-05-07")));
+    const CPoint before = CenterOf(2);
+    ASSERT_TRUE(m_date.SetTime(At("2023-09-07")));
+    EXPECT_EQ(!IsDoubleByte(), CenterOf(2).x > before.x) << "behind a longer name";
+    ASSERT_TRUE(m_date.SetFormat(nullptr) && !m_date.IsWaiting());
+    Press(m_date, "1");
+    m_date.SendMessage(WM_SETTINGCHANGE);
+    EXPECT_TRUE(m_date.IsWaiting()) << "nothing of its format has changed";
 }
 
 TEST_F(DateTime, IsDrawn)
@@ -320,6 +328,12 @@ TEST_F(DateTime, IsDrawn)
         {COLOR_WINDOW, kPaper}, {COLOR_WINDOWTEXT, kInk}, {COLOR_HIGHLIGHT, kChosen}, {COLOR_GRAYTEXT, kGray}};
     PlainFont font;
     const auto count = [&](int part, COLORREF color) { return PictureOf(m_date)->Count(color, Described(part).area); };
+    const auto isHigherAtRight = [&](const Canvas& picture) { // the mark
+        const CRect box = Described(kCheck).area;
+        const CPoint middle = box.CenterPoint();
+        return picture.Count(kInk, CRect(middle.x, box.top, box.right, middle.y)) >
+               picture.Count(kInk, CRect(box.left, box.top, middle.x, middle.y));
+    };
     for (const DWORD direction : {0L, WS_EX_LAYOUTRTL}) {
         ControlParent parent(direction);
         Make(kShowNone | kSpin, &parent);
@@ -331,10 +345,8 @@ TEST_F(DateTime, IsDrawn)
         PressKey(m_date, 'A', ZoKey::kControl);
         EXPECT_TRUE(count(kDay, kChosen) > 20 && count(kYear, kChosen) > 20);
         EXPECT_EQ(21, count(kCheck, kInk)) << "the mark";
-        const CRect box = Described(kCheck).area;
-        const CPoint middle = box.CenterPoint(); // it is higher at the right, in both directions
-        EXPECT_GT(PictureOf(m_date)->Count(kInk, CRect(middle.x, box.top, box.right, middle.y)),
-                  PictureOf(m_date)->Count(kInk, CRect(box.left, box.top, middle.x, middle.y)));
+        EXPECT_TRUE(isHigherAtRight(*PictureOf(m_date)));
+        EXPECT_EQ(direction == 0, isHigherAtRight(*ScreenOf(m_date))) << "in its own coordinates";
         parent.SetFocus();
         EXPECT_EQ(0, count(kDay, kChosen));
         m_date.SetTime(At("2028-11-28"));
