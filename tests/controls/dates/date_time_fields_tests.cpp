@@ -169,6 +169,8 @@ TEST(DateTimeFields, RefuseWhatIsNoFieldNorCharacter)
         fields.MoveBy(by);
         EXPECT_EQ(std::pair(day, current), std::pair(int{fields.GetTime().wDay}, fields.GetCurrent())) << by;
     }
+    ASSERT_TRUE(fields.SetFormat(("d '" + std::string(250, 'x') + "'").c_str(), kEnglish));
+    EXPECT_EQ("15 " + std::string(250, 'x'), Shown(fields));
     const std::string before = fields.GetFormat(), tooLong(256, 'd'), huge(65536, 'x');
     std::string many = "d";
     while (many.size() < 120)
