@@ -289,7 +289,9 @@ TEST(DatesOracle, FieldsDoTheSameOrForAReasonNot)
             std::vector<std::pair<UINT, WPARAM>> messages;
             if (step.kind != Kind::kHalf && number(0, 1) != 0) {
                 const bool isLong = step.kind == Kind::kYear && format.find("yyyy") != std::string::npos;
-                step.digits = std::to_string(isLong ? number(1753, 9999) : number(100, 199)).substr(isLong ? 0 : 1);
+                const int most = number(0, 1) != 0 ? MostOf(step.kind) : 99; // each second one is in the field's bounds
+                step.digits =
+                    isLong ? std::to_string(number(1753, 9999)) : std::to_string(100 + number(0, most)).substr(1);
                 for (const char digit : step.digits)
                     messages.emplace_back(WM_CHAR, digit);
             } else {
