@@ -2,23 +2,26 @@
 /// Tips for the parts of a control.
 #pragma once
 
+#include <zogbl/control.h>
+
 #include <afxcmn.h>
 
-/// Shows a text while the mouse rests over a part of a control. The system's tip, made when it is first needed,
+/// Shows the name of a part of a control while the mouse rests over it. The system's tip, made when it is first needed,
 /// keeps a copy of the text; if it cannot be made, there is no tip.
 class ControlTip {
 public:
+    static constexpr int kNone = -1;
+
     ControlTip() = default;
     ControlTip(const ControlTip&) = delete;
     ControlTip& operator=(const ControlTip&) = delete;
 
-    /// Which part has a tip; 0: none.
+    /// Takes a mouse message of \p owner. \param tip made if it is wanted
+    /// \param part over which the mouse is, or kNone. If its name is longer than kLongest, the beginning is shown
+    static void Follow(ControlTip*& tip, CZoControl& owner, int part, UINT message, WPARAM wParam, LPARAM lParam);
+    /// Which part has a tip, or kNone.
     int GetPart() const { return m_part; }
-    /// The mouse has come over \p part. \param text if it is longer than kLongest, its beginning is shown
-    void Offer(CWnd& owner, int part, const CRect& area, LPCSTR text);
     void Hide(CWnd& owner);
-    /// A mouse message of the owner, after Offer or Hide.
-    void Relay(CWnd& owner, UINT message, WPARAM wParam, LPARAM lParam);
     /// At the owner's end.
     void Destroy();
 
@@ -26,6 +29,8 @@ private:
     static constexpr size_t kLongest = 1000; // bytes
     static constexpr int kWidest = 400;      // pixels at 96 dots an inch; longer lines are broken
 
+    void Offer(CZoControl& owner, int part);
+
     CToolTipCtrl m_tip;
-    int m_part = 0;
+    int m_part = kNone;
 };

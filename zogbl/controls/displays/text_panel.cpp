@@ -122,7 +122,7 @@ void CZoTextPanel::OnTextChanged(int pane)
     if (At(pane).format.width == ZoPane::Width::kFitted)
         LayOut();
     InvalidateRect(GetInside(pane), FALSE);
-    if (m_pTip != nullptr && m_pTip->GetPart() == pane)
+    if (m_pTip != nullptr && m_pTip->GetPart() == PartOf(pane))
         m_pTip->Hide(*this);
     RaiseEvent(EVENT_OBJECT_NAMECHANGE, PartOf(pane));
 }

@@ -4,10 +4,8 @@
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 
-#include "common/without_throwing.h"
 #include "controls/base/tip.h"
 
-#include <new>
 #include <utility>
 
 #include <oleacc.h>
@@ -103,21 +101,6 @@ void CZoTextPanel::OnDragEnd(CPoint point)
         Press(m_nPressed);
 }
 
-void CZoTextPanel::FollowMouse(UINT message, WPARAM wParam, LPARAM lParam)
-{
-    const int pane = GetPaneAt(CPoint(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))));
-    const bool isWanted = IsPaneShortened(pane) && !IsDragging();
-    if (isWanted && m_pTip == nullptr)
-        m_pTip = new (std::nothrow) ControlTip;
-    if (m_pTip == nullptr)
-        return;
-    if (!isWanted)
-        m_pTip->Hide(*this);
-    else if (m_pTip->GetPart() != pane)
-        WithoutThrowing([&] { m_pTip->Offer(*this, pane, At(pane).area, GetShownText(pane)); });
-    m_pTip->Relay(*this, message, wParam, lParam);
-}
-
 // Screen readers ------------------------------------------------------------------------------------------------------
 
 int CZoTextPanel::GetPartCount() const { return m_nPanes > 1 ? m_nPanes : 0; }
@@ -160,8 +143,11 @@ BOOL CZoTextPanel::DescribePart(int part, ZoPart& description) const
 LRESULT CZoTextPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     const CPoint point(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)));
-    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST)
-        FollowMouse(message, wParam, lParam);
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+        const int pane = GetPaneAt(point);
+        const int told = IsPaneShortened(pane) && !IsDragging() ? PartOf(pane) : ControlTip::kNone;
+        ControlTip::Follow(m_pTip, *this, told, message, wParam, lParam);
+    }
     switch (message) {
     case WM_SETTEXT: {
         if (lParam != 0 && HasText(1, reinterpret_cast<LPCSTR>(lParam)))

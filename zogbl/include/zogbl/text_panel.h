@@ -133,7 +133,6 @@ private:
     void FocusPane(int pane);
     void SetDown(BOOL isDown);
     BOOL Press(int pane);
-    void FollowMouse(UINT message, WPARAM wParam, LPARAM lParam);
 
     Pane m_first;
     Pane* m_pPanes = &m_first;
