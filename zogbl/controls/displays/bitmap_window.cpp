@@ -1,7 +1,6 @@
 #include <zogbl/bitmap_window.h>
 
 #include <zogbl/effects.h>
-#include <zogbl/gdi_data.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
 #include <zogbl/status.h>
@@ -119,8 +118,7 @@ DWORD CZoBitmapWnd::LoadMemory(const void* bytes, size_t size)
     if (bytes == nullptr)
         return ERROR_INVALID_PARAMETER;
     BitmapFile file;
-    const DWORD status = file.Open(bytes, size);
-    return status == 0 ? Show(file) : status;
+    return Show(file, file.Open(bytes, size));
 }
 
 DWORD CZoBitmapWnd::LoadResource(LPCSTR name)
@@ -130,8 +128,7 @@ DWORD CZoBitmapWnd::LoadResource(LPCSTR name)
     if (bytes == nullptr)
         return ZoErrResourceNotFound;
     BitmapFile file;
-    const DWORD status = file.OpenPacked(bytes, size);
-    return status == 0 ? Show(file) : status;
+    return Show(file, file.OpenPacked(bytes, size));
 }
 
 DWORD CZoBitmapWnd::SetBitmap(HBITMAP bitmap)
@@ -142,9 +139,11 @@ DWORD CZoBitmapWnd::SetBitmap(HBITMAP bitmap)
     return status;
 }
 
-DWORD CZoBitmapWnd::Show(const BitmapFile& file)
+/// \param status of the opening
+DWORD CZoBitmapWnd::Show(const BitmapFile& file, DWORD status)
 {
-    DWORD status = 0;
+    if (status != 0)
+        return status;
     if (auto picture = BitmapPicture::FromFile(file, status))
         Take(picture.release());
     return status;
@@ -200,14 +199,6 @@ COLORREF CZoBitmapWnd::GetShownBackColor() const
     return m_crBack == CLR_DEFAULT ? ::GetSysColor(COLOR_3DFACE) : m_crBack;
 }
 
-void CZoBitmapWnd::FillBack(CDC* dc, const CRect& area) const
-{
-    if (m_crBack == CLR_DEFAULT)
-        ::FillRect(*dc, &area, CZoGlobalGDIData::GetBrush(COLOR_3DFACE));
-    else
-        dc->FillSolidRect(&area, m_crBack);
-}
-
 /// Where all of the picture is, also the part that is not seen.
 CRect CZoBitmapWnd::GetPlace() const
 {
@@ -229,8 +220,6 @@ CRect CZoBitmapWnd::GetPlace() const
 
 void CZoBitmapWnd::OnDraw(CDC* dc, const CRect& dirty)
 {
-    if (m_laidOut != GetClientArea().Size())
-        ShowScrollBars(); // the control was put over a window
     const COLORREF back = GetShownBackColor();
     CRect seen;
     bool isDrawn = false;
@@ -240,12 +229,12 @@ void CZoBitmapWnd::OnDraw(CDC* dc, const CRect& dirty)
         const bool isTiled = m_placing == Placing::kTiled;
         isDrawn = source.IsReady() && seen.IntersectRect(isTiled ? dirty : GetPlace(), &dirty);
         if (isDrawn && seen != dirty)
-            FillBack(dc, dirty);
+            dc->FillSolidRect(dirty, back);
         if (isDrawn)
             DrawPicture(dc, source, seen);
     }
     if (!isDrawn)
-        FillBack(dc, dirty);
+        dc->FillSolidRect(dirty, back);
     if (IsZoomable() && IsFocusShown()) {
         const SelectedColors colors(*dc, {::GetSysColor(COLOR_WINDOWTEXT), ::GetSysColor(COLOR_WINDOW)});
         ZoDrawFocus(*dc, GetClientArea());

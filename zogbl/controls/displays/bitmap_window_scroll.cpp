@@ -80,7 +80,6 @@ void CZoBitmapWnd::ShowScrollBars()
     set(SB_HORZ, across, shown.cx, room.cx, m_scroll.x);
     set(SB_VERT, down, shown.cy, room.cy, m_scroll.y);
     ScrollTo(m_scroll); // which may lie beyond the end now
-    m_laidOut = GetClientArea().Size();
     m_bLayingOut = FALSE;
 }
 

@@ -143,7 +143,7 @@ void CZoProgressBar::OnDraw(CDC* dc, const CRect& dirty)
 {
     const ItemColors ground = {::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)};
     const ItemColors bar = BarColors(m_state);
-    ::FillRect(*dc, &dirty, CZoGlobalGDIData::GetBrush(COLOR_3DFACE)); // exact also if it is mirrored
+    dc->FillSolidRect(dirty, ground.background);
     if (m_state != State::kPaused)
         DrawBar(dc, m_rcFilled, bar.background);
     else if ((m_rcFilled.left + m_rcFilled.top) % 2 == 0) // the pattern stays where it is when the bar moves

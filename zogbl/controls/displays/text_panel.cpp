@@ -1,11 +1,10 @@
 // Text panels: their panes, and how they are drawn.
 #include <zogbl/text_panel.h>
 
-#include <zogbl/gdi_data.h>
-
 #include "common/without_throwing.h"
 #include "controls/base/tip.h"
 #include "controls/drawing/item_painting.h"
+#include "controls/drawing/plain_layout.h"
 
 #include <algorithm>
 #include <new>
@@ -159,7 +158,7 @@ CString CZoTextPanel::GetShownText(int pane) const
 void CZoTextPanel::OnDraw(CDC* dc, const CRect& dirty)
 {
     const SelectedColors colors(*dc, {::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_3DFACE)});
-    ::FillRect(*dc, &dirty, CZoGlobalGDIData::GetBrush(COLOR_3DFACE)); // exact also if it is mirrored
+    dc->FillSolidRect(dirty, ::GetSysColor(COLOR_3DFACE));
     for (int pane = 1; pane <= m_nPanes; ++pane) {
         if (CRect common; common.IntersectRect(&At(pane).area, &dirty))
             DrawPane(dc, pane);
@@ -214,16 +213,8 @@ void CZoTextPanel::DrawIcon(CDC* dc, CRect area, const Pane& item) const
     if (saved == 0)
         return;
     dc->IntersectClipRect(area);
-    area.top += above;
-    area.right = area.left + item.iconSize.cx;
-    area.bottom = area.top + item.iconSize.cy;
-    if (const DWORD layout = dc->GetLayout(); layout != GDI_ERROR && (layout & LAYOUT_RTL) != 0) {
-        CPoint corner(area.right - 1, area.top); // to the left as the eye has it
-        dc->LPtoDP(&corner);
-        dc->SetLayout(0);
-        dc->DPtoLP(&corner);
-        area = CRect(corner, item.iconSize);
-    }
+    area = CRect(CPoint(area.left, area.top + above), item.iconSize);
+    const PlainLayout layout(*dc, {&area});
     if (IsWindowEnabled())
         ::DrawIconEx(*dc, area.left, area.top, item.icon, 0, 0, 0, nullptr, DI_NORMAL);
     else

@@ -122,7 +122,7 @@ protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
-    DWORD Show(const BitmapFile& file);
+    DWORD Show(const BitmapFile& file, DWORD status);
     void Take(BitmapPicture* picture);
     bool IsZoomable() const;
     bool IsScrollable() const;
@@ -130,7 +130,6 @@ private:
     CSize GetScrollRange() const;
     CRect GetPlace() const;
     COLORREF GetShownBackColor() const;
-    void FillBack(CDC* dc, const CRect& area) const;
     void ShowScrollBars();
     bool ScrollTo(CPoint position);
     bool ZoomTo(int percent, CPoint fixed);
@@ -148,7 +147,6 @@ private:
     COLORREF m_crBack = CLR_DEFAULT;
     int m_nZoom = 100;
     CPoint m_scroll;
-    CSize m_laidOut; // the client area, when the scroll bars were set
     BOOL m_bLayingOut = FALSE;
     CPoint m_dragFrom;     // where the button went down
     CPoint m_scrollBefore; // the drag, or the tracking of a scroll bar
