@@ -6,6 +6,7 @@
 #include <zogbl/trans_bmp.h>
 
 #include "common/without_throwing.h"
+#include "controls/base/tip.h"
 #include "modem_lights_port.h"
 
 #include <algorithm>
@@ -41,6 +42,7 @@ CZoModemLights::~CZoModemLights()
 {
     DestroyWindow();
     Detach();
+    delete m_pTip;
     delete m_pOwnPictures;
 }
 
@@ -265,7 +267,13 @@ LRESULT CZoModemLights::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         OnTick();
         return 0;
     }
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+        const int part = FindPart(CPoint(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))));
+        ControlTip::Follow(m_pTip, *this, part != 0 ? part : ControlTip::kNone, message, wParam, lParam);
+    }
     if (message == WM_DESTROY) {
+        if (m_pTip != nullptr)
+            m_pTip->Destroy();
         KillTimer(kTimer);
         m_nPeriod = 0;
         m_dwFlashing = 0;

@@ -5,6 +5,7 @@
 #include <zogbl/gdi_data.h>
 #include <zogbl/trans_bmp.h>
 
+#include "controls/base/tip.h"
 #include "controls/drawing/bitmap_dc.h"
 #include "controls/drawing/plain_layout.h"
 
@@ -83,6 +84,8 @@ void CZoModemLights::OnLayout()
 {
     delete std::exchange(m_pOwnPictures, nullptr); // of another size or other colours
     m_measures = Measure();
+    if (m_pTip != nullptr)
+        m_pTip->Hide(*this);
 }
 
 /// From the left, as wide as it is best or as there is room for all; in the middle of the height.
@@ -139,11 +142,9 @@ CZoTransBmp* CZoModemLights::GetPictures()
 void CZoModemLights::OnDraw(CDC* dc, const CRect& dirty)
 {
     RunTimer(); // which stopped while nobody could see the lights
-    ::FillRect(*dc, &dirty, CZoGlobalGDIData::GetBrush(COLOR_3DFACE));
+    dc->FillSolidRect(dirty, ::GetSysColor(COLOR_3DFACE));
     dc->SetTextColor(::GetSysColor(COLOR_BTNTEXT));
     dc->SetBkColor(::GetSysColor(COLOR_3DFACE));
-    if (m_measures.cell.cx == 0)
-        OnLayout(); // the control was put over a window
     CZoTransBmp* pictures = GetPictures();
     for (int part = 1; part <= m_nShown; ++part) {
         const CRect cell = GetCell(part);

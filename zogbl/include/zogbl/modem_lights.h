@@ -4,6 +4,7 @@
 
 #include <zogbl/control.h>
 
+class ControlTip;
 class CZoTransBmp;
 class PortWatch;
 
@@ -24,8 +25,9 @@ struct ZoLightsDetached {
 ///     ... WriteFile(m_line.m_hComm, ...);
 ///     m_lights.ReportSent();
 ///
-/// It has no keys and no focus. For screen readers each light is an indicator, "CD, carrier", which is checked while it
-/// is lit; changes are told at most twice a second, those of RD and SD never.
+/// It has no keys and no focus. A tip over each light says what it is: "CD, carrier". For screen readers it is an
+/// indicator of that name, which is checked while it is lit; changes are told at most twice a second, those of RD and
+/// SD never.
 ///
 /// One timer runs while a port is attached and the lights can be seen, while RD or SD flashes, and for the half second
 /// in which a change waits to be told to screen readers. All is for the thread of the window.
@@ -56,7 +58,7 @@ public:
     /// \return FALSE, changing nothing, for a number that is no light or occurs twice
     BOOL ShowLights(const Light* lights, int count);
     /// Another caption and name. \param caption below the light, at most kMostCaption bytes: "AA"
-    /// \param name for screen readers, in the user's language: "auto answer"
+    /// \param name for its tip and for screen readers, in the user's language: "auto answer"
     /// \return FALSE, changing nothing, for no light, a null, a longer caption, and if memory has run out
     BOOL SetLightTexts(Light light, LPCSTR caption, LPCSTR name);
 
@@ -138,4 +140,5 @@ private:
     Measures m_measures = {};
     CZoTransBmp* m_pPictures = nullptr;    // the caller's, or null
     CZoTransBmp* m_pOwnPictures = nullptr; // null until they are drawn
+    ControlTip* m_pTip = nullptr;
 };
