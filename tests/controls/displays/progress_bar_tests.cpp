@@ -37,6 +37,17 @@ protected:
         return std::to_string(from) + "-" + std::to_string(to);
     }
 
+    /// Puts the bar over a window of a template.
+    void PutOver()
+    {
+        CStatic window;
+        ASSERT_TRUE(window.Create("", WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 20), &m_parent, 5));
+        window.Detach();
+        ASSERT_TRUE(m_bar.SubclassDlgItem(5, &m_parent));
+    }
+    int Number(int least, int most) { return least + static_cast<int>(m_random() % unsigned(most - least + 1)); }
+
+    std::mt19937 m_random{7};
     const Scheme m_scheme{{COLOR_HIGHLIGHT, kBar},
                           {COLOR_HIGHLIGHTTEXT, kOnBar},
                           {COLOR_3DFACE, kGround},
@@ -70,45 +81,30 @@ TEST_F(ProgressBar, CountsAsTheSystems)
 {
     CWnd system;
     ASSERT_TRUE(system.Create(PROGRESS_CLASSA, "", WS_CHILD | PBS_SMOOTH, CRect(0, 0, 9, 9), &m_parent, 6));
-    const auto ask = [&](UINT message, int value) { // it answers 32 bits
+    const auto ask = [&](UINT message, int value = 0) { // it answers 32 bits
         return static_cast<int>(system.SendMessage(message, static_cast<WPARAM>(value)));
     };
+    const struct {
+        UINT message;
+        int least, most;
+        std::function<LONGLONG(int)> act; // the same of ours
+    } kActs[] = {{PBM_SETSTEP, -10, 49, [&](int step) { return m_bar.SetStep(step); }},
+                 {PBM_STEPIT, 0, 0, [&](int) { return m_bar.StepIt(); }},
+                 {PBM_DELTAPOS, -100, 99, [&](int by) { return m_bar.OffsetPosition(by); }},
+                 {PBM_SETPOS, -300, 399, [&](int position) { return m_bar.SetPosition(position); }}};
     Make(CZoProgressBar::kSmooth);
-    std::mt19937 random(7);
-    const auto number = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
     for (int i = 0; i < 10000; ++i) {
-        switch (number(12)) {
-        case 0: {
+        if (i % 12 == 0) {
             // Ours begins anew with a range; the system's keeps its position. A range of no length is refused by ours.
-            const int lower = number(200) - 100, upper = lower + 1 + number(300);
+            const int lower = Number(-100, 99), upper = lower + Number(1, 300);
             ASSERT_TRUE(m_bar.SetRange(lower, upper));
             system.SendMessage(PBM_SETRANGE32, static_cast<WPARAM>(lower), upper);
             system.SendMessage(PBM_SETPOS, static_cast<WPARAM>(lower));
-            break;
         }
-        case 1: {
-            const int step = number(60) - 10;
-            ASSERT_EQ(ask(PBM_SETSTEP, step), m_bar.SetStep(step));
-            break;
-        }
-        case 2:
-        case 3:
-        case 4:
-            ASSERT_EQ(ask(PBM_STEPIT, 0), m_bar.StepIt()) << i;
-            break;
-        case 5:
-        case 6: {
-            const int by = number(200) - 100;
-            ASSERT_EQ(ask(PBM_DELTAPOS, by), m_bar.OffsetPosition(by)) << i;
-            break;
-        }
-        default: {
-            const int position = number(700) - 300;
-            ASSERT_EQ(ask(PBM_SETPOS, position), m_bar.SetPosition(position));
-            break;
-        }
-        }
-        ASSERT_EQ(ask(PBM_GETPOS, 0), m_bar.GetPosition()) << i;
+        const auto& act = kActs[Number(0, 3)];
+        const int value = Number(act.least, act.most);
+        ASSERT_EQ(ask(act.message, value), act.act(value)) << i;
+        ASSERT_EQ(ask(PBM_GETPOS), m_bar.GetPosition()) << i;
     }
 }
 
@@ -144,34 +140,38 @@ TEST_F(ProgressBar, HasNumbersOf64Bits)
 TEST_F(ProgressBar, FillsTheSharePixelByPixel)
 {
     Make(CZoProgressBar::kSmooth);
-    EXPECT_EQ("-1--1", Filled());
-    for (const int position : {1, 50, 99, 100}) {
-        m_bar.SetPosition(position);
-        EXPECT_EQ("0-" + std::to_string(position), Filled());
-    }
-    for (int width = 3; width < 200; width += 7) { // each size, each position: what is drawn is the share
+    m_bar.SetRange(0, 1000);
+    for (int width = 3; width < 200; width += 7) { // each size, many positions: what is drawn is the share
         m_bar.MoveWindow(0, 0, width + 2, 22);
-        for (int position = 0; position <= 100; position += 3) {
+        for (int position = 0; position <= 1000; position += width / 10 + 4) {
             m_bar.SetPosition(position);
-            ASSERT_EQ(position * width / 100, width - PictureOf(m_bar)->Count(kGround, {0, 3, width, 4})) << width;
+            ASSERT_EQ(position * width / 1000, width - PictureOf(m_bar)->Count(kGround, {0, 3, width, 4})) << width;
         }
     }
     m_bar.MoveWindow(0, 0, 2, 2); // no area at all
     m_bar.UpdateWindow();
-    m_bar.SetPosition(40);
+    m_bar.SetPosition(400);
     EXPECT_EQ(40, m_bar.GetPercent());
 
     m_bar.DestroyWindow();
     Make(CZoProgressBar::kSmooth | CZoProgressBar::kVertical, 22, 102);
-    m_bar.SetPosition(30);
-    EXPECT_EQ("0-30", Filled(true)) << "from the bottom";
+    EXPECT_EQ("0-40", Filled(true)) << "from the bottom";
     m_bar.DestroyWindow();
     Make(0);
-    m_bar.SetPosition(99);
+    m_bar.SetPosition(990);
     EXPECT_EQ("0-88", Filled()) << "six whole blocks of 13 and a gap of 2 behind each but the last";
     EXPECT_EQ(kGround, PictureOf(m_bar)->At(14, 3));
-    m_bar.SetPosition(100);
+    m_bar.SetTextMode(TextMode::kWindow);
+    m_bar.SetWindowText(" ");
+    EXPECT_EQ("0-99", Filled()) << "one piece under a text";
+    EXPECT_EQ(kBar, PictureOf(m_bar)->At(14, 3));
+    m_bar.SetTextMode(TextMode::kNone);
+    m_bar.SetPosition(1000);
     EXPECT_EQ("0-100", Filled()) << "the end is the end";
+    m_bar.DestroyWindow();
+    PutOver();
+    m_bar.SetPosition(500);
+    EXPECT_EQ("0-43", Filled()) << "three blocks";
 }
 
 TEST_F(ProgressBar, PaintsAsTheSystems)
@@ -179,15 +179,11 @@ TEST_F(ProgressBar, PaintsAsTheSystems)
     using SetTheme = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
     const auto setTheme = reinterpret_cast<SetTheme>(
         reinterpret_cast<void*>(::GetProcAddress(::LoadLibraryA("uxtheme.dll"), "SetWindowTheme")));
-    std::mt19937 random(11);
-    const auto number = [&](unsigned least, unsigned most) {
-        return static_cast<int>(least + random() % (most - least + 1));
-    };
     for (int i = 0; i < 1000; ++i) {
         const DWORD style = (i % 2 != 0 ? PBS_SMOOTH : 0) | (i % 4 < 2 ? PBS_VERTICAL : 0);
         const bool isVertical = (style & PBS_VERTICAL) != 0;
-        const CSize size(number(10, 200), number(10, 90));
-        const int position = number(0, 100);
+        const CSize size(Number(10, 200), Number(10, 90));
+        const int position = Number(0, 100);
         CWnd system; // without a theme; it leaves a pixel on each side
         ASSERT_TRUE(system.Create(PROGRESS_CLASSA, "", WS_CHILD | WS_VISIBLE | style, CRect(), &m_parent, 6));
         setTheme(system, L" ", L" ");
@@ -208,6 +204,7 @@ TEST_F(ProgressBar, PaintsAsTheSystems)
 
 TEST_F(ProgressBar, DrawsOnlyWhatChanges)
 {
+    const ImportPatch clock(kZogbl, "GetTickCount", &Now);
     Make(CZoProgressBar::kSmooth);
     const auto dirty = [this](int position) {
         m_bar.UpdateWindow();
@@ -224,17 +221,19 @@ TEST_F(ProgressBar, DrawsOnlyWhatChanges)
     const CRect text = dirty(50);
     EXPECT_EQ(5, text.left) << "the strip and the text";
     EXPECT_TRUE(text.right > 60 && text.right < 80) << text.right;
-    std::mt19937 random(5);
     for (const DWORD style : {DWORD{CZoProgressBar::kSmooth}, DWORD{0}, DWORD{CZoProgressBar::kVertical}}) {
         m_bar.DestroyWindow();
         Make(style, 95, 42);
         m_bar.SetUnknown(FALSE);
-        for (int i = 0; i < 300; ++i) {
+        for (int i = 0; i < 400; ++i) {
+            g_now += 2000;
             if (i % 50 == 0)
                 m_bar.SetState(static_cast<State>(i / 50 % 3));
             if (i % 50 == 20)
                 m_bar.SetUnknown(i % 100 == 20);
-            m_bar.SetPosition(static_cast<int>(random() % 101));
+            if (i % 100 == 0)
+                m_bar.SetTextMode(static_cast<TextMode>(i / 100));
+            m_bar.SetPosition(Number(0, 100));
             m_bar.SendMessage(WM_TIMER, 1);
             ASSERT_TRUE(AreEqual(*ScreenOf(m_bar), *PictureOf(m_bar))) << i;
         }
@@ -284,10 +283,12 @@ TEST_F(ProgressBar, EstimatesTheTimeThatIsLeft)
     EXPECT_EQ(54, remaining(0, 100));
     EXPECT_EQ(51, remaining(3000, 900)) << "estimated anew each five seconds";
     EXPECT_EQ(11, remaining(2000, 500));
-    m_bar.SetState(State::kPaused);
-    EXPECT_EQ(-1, remaining(60000, 500));
-    m_bar.SetState(State::kRunning);
-    EXPECT_EQ(11, remaining(0, 500)) << "the pause is no part of it";
+    for (const DWORD pause : {3000, 60000}) {
+        m_bar.SetState(State::kPaused);
+        EXPECT_EQ(-1, remaining(pause, 500));
+        m_bar.SetState(State::kRunning);
+        EXPECT_EQ(11, remaining(0, 500)) << "the pause is no part of it";
+    }
     EXPECT_EQ(4, remaining(5000, 800)) << "nor of the next estimate";
     m_bar.SetUnknown(TRUE);
     EXPECT_EQ(-1, remaining(0, 500));
@@ -296,6 +297,22 @@ TEST_F(ProgressBar, EstimatesTheTimeThatIsLeft)
     EXPECT_EQ(-1, remaining(0, 1000)) << "at its end";
     m_bar.SetRange(0, 1000);
     EXPECT_EQ(-1, remaining(0, 100)) << "a new estimate begins";
+    const struct {
+        DWORD seconds;
+        const char* text;
+    } kTexts[] = {{5, "About 10 seconds left"}, {54, "About 55 seconds left"}, {55, "About 1 minute left"},
+                  {89, "About 1 minute left"},  {90, "About 2 minutes left"},  {3569, "About 59 minutes left"},
+                  {3570, "About 1 hour left"},  {5399, "About 1 hour left"},   {5400, "About 2 hours left"}};
+    const Reader reader(m_bar);
+    m_bar.SetTextMode(TextMode::kRemaining);
+    for (const auto& row : kTexts) {
+        m_bar.SetRange(0, 1000);
+        m_bar.SetPosition(500);
+        m_bar.UpdateWindow();
+        g_now += row.seconds * 1000;
+        m_bar.SendMessage(WM_TIMER, 1);
+        EXPECT_EQ(row.text, reader.Description());
+    }
 }
 
 TEST_F(ProgressBar, IsToldToScreenReaders)
@@ -318,13 +335,23 @@ TEST_F(ProgressBar, IsToldToScreenReaders)
         m_bar.SetPosition(i);
     }
     EXPECT_EQ(1, Events::Count(EVENT_OBJECT_VALUECHANGE)) << "the end";
-    Reader reader(m_bar);
-    EXPECT_EQ(ROLE_SYSTEM_PROGRESSBAR, reader.Role());
+    m_bar.SetPosition(400000);
+    m_bar.SendMessage(WM_TIMER, 1);
+    EXPECT_EQ(0, Events::Count(EVENT_OBJECT_VALUECHANGE)) << "too early";
+    g_now += 100;
+    m_bar.SendMessage(WM_TIMER, 1);
+    EXPECT_EQ(1, Events::Count(EVENT_OBJECT_VALUECHANGE)) << "the last is told";
+    const Reader reader(m_bar);
     EXPECT_EQ(STATE_SYSTEM_READONLY, reader.State());
     m_bar.SetUnknown(TRUE);
     EXPECT_EQ(STATE_SYSTEM_READONLY | STATE_SYSTEM_BUSY, reader.State());
     EXPECT_EQ("", reader.Value());
     EXPECT_EQ(1, Events::Count(EVENT_OBJECT_STATECHANGE));
+    for (const auto& [state, text] : {std::pair(State::kFailed, "Failed"), std::pair(State::kPaused, "Paused")}) {
+        m_bar.SetState(state);
+        EXPECT_EQ(text, reader.Description());
+        EXPECT_EQ(1, Events::Count(EVENT_OBJECT_DESCRIPTIONCHANGE));
+    }
 }
 
 TEST_F(ProgressBar, MovesABlockOnlyWhereItIsSeen)
@@ -349,11 +376,12 @@ TEST_F(ProgressBar, MovesABlockOnlyWhereItIsSeen)
     EXPECT_FALSE(g_hasTimer) << "no timer is left";
     EXPECT_EQ("-1--1", Filled());
     m_bar.SetUnknown(TRUE);
+    EXPECT_EQ(first, Filled());
+    for (int i = 0; i < 100; ++i) { // to and fro
+        m_bar.SendMessage(WM_TIMER, 1);
+        ASSERT_EQ(20, PictureOf(m_bar)->Count(kBar, {0, 3, 100, 4})) << i;
+    }
     m_bar.DestroyWindow();
-    CStatic window;
-    ASSERT_TRUE(window.Create("", WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 20), &m_parent, 5));
-    window.Detach();
-    ASSERT_TRUE(m_bar.SubclassDlgItem(5, &m_parent));
-    EXPECT_NE("-1--1", Filled());
+    PutOver();
     EXPECT_TRUE(WaitUntil([&, second = Filled()] { return Filled() != second; })) << "in a second window";
 }

@@ -162,7 +162,7 @@ DWORD CZoModemLights::Attach(HANDLE port)
     Detach();
     DWORD status = 0;
     m_pWatch = PortWatch::Begin(port, status);
-    m_dwAskedAt = ::GetTickCount() - kAskEach;
+    m_dwAskedAt = ::GetTickCount();
     m_nUnanswered = 0;
     RunTimer();
     return status;
@@ -254,7 +254,7 @@ void CZoModemLights::OnTick()
     EndFlash(kSD, m_dwSentAt, now);
     if (IsAttached() && ::IsWindowVisible(m_hWnd) && now - m_dwAskedAt + kEarly >= kAskEach) {
         m_dwAskedAt = now;
-        if (!LookAtPort() || m_hWnd == nullptr)
+        if (!LookAtPort())
             return;
     }
     TellReaders(now);

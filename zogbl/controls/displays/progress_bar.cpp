@@ -94,9 +94,9 @@ int CZoProgressBar::GetPixels(LONGLONG position) const
 
 void CZoProgressBar::SetUnknown(BOOL isUnknown)
 {
-    if (m_bUnknown == isUnknown)
+    if (m_bUnknown == (isUnknown != FALSE))
         return;
-    m_bUnknown = isUnknown;
+    m_bUnknown = isUnknown != FALSE;
     m_nBlock = 0;
     RaiseEvent(EVENT_OBJECT_STATECHANGE);
     Relayout();
@@ -114,7 +114,7 @@ void CZoProgressBar::SetState(State state)
         m_dwBegun += now - m_dwPaused;
         m_dwEstimated += now - m_dwPaused;
     }
-    RaiseEvent(EVENT_OBJECT_STATECHANGE);
+    RaiseEvent(EVENT_OBJECT_DESCRIPTIONCHANGE);
     Relayout();
 }
 
@@ -157,13 +157,22 @@ void CZoProgressBar::OnVisibleChange()
         return;
     Estimate();
     UpdateShown();
-    const int percent = GetPercent();
+    TellReaders();
+    if (IsUntold())
+        RunTimer();
+}
+
+/// Whether screen readers know another percentage.
+bool CZoProgressBar::IsUntold() const { return !m_bUnknown && GetPercent() != m_nPercentTold; }
+
+void CZoProgressBar::TellReaders()
+{
     const DWORD now = ::GetTickCount();
-    if (percent >= 0 && percent != m_nPercentTold && (percent == 100 || now - m_dwTold >= kTellEach)) {
-        m_nPercentTold = percent;
-        m_dwTold = now;
-        RaiseEvent(EVENT_OBJECT_VALUECHANGE);
-    }
+    if (!IsUntold() || (GetPercent() != 100 && now - m_dwTold < kTellEach))
+        return;
+    m_nPercentTold = GetPercent();
+    m_dwTold = now;
+    RaiseEvent(EVENT_OBJECT_VALUECHANGE);
 }
 
 // The time that is left -----------------------------------------------------------------------------------------------
@@ -226,6 +235,11 @@ BOOL CZoProgressBar::DescribePart(int part, ZoPart& description) const
     description.role = ROLE_SYSTEM_PROGRESSBAR;
     description.state |= STATE_SYSTEM_READONLY | (m_bUnknown ? STATE_SYSTEM_BUSY : 0);
     description.value = PercentText();
+    if (m_state != State::kRunning)
+        ZoGblLoadString(m_state == State::kPaused ? ZO_IDS_PROGRESS_PAUSED : ZO_IDS_PROGRESS_FAILED,
+                        description.description);
+    else if (m_textMode == TextMode::kRemaining)
+        description.description = m_strText;
     return TRUE;
 }
 
@@ -235,7 +249,9 @@ void CZoProgressBar::RunTimer()
     if (m_hWnd == nullptr)
         return;
     UINT each = 0;
-    if (::IsWindowVisible(m_hWnd) && m_state == State::kRunning)
+    if (::IsWindowVisible(m_hWnd) && IsUntold())
+        each = kTellEach;
+    else if (::IsWindowVisible(m_hWnd) && m_state == State::kRunning)
         each = m_bUnknown ? kMoveEach : m_textMode == TextMode::kRemaining ? kShowEach : 0;
     if (each == m_nTimerEach)
         return;
@@ -249,10 +265,10 @@ void CZoProgressBar::RunTimer()
 LRESULT CZoProgressBar::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_TIMER && wParam == kTimer) {
+        TellReaders();
         RunTimer(); // it stops if nobody can see the bar; the next drawing starts it again
         if (m_nTimerEach != 0) {
             ++m_nBlock;
-            Estimate();
             UpdateShown();
         }
         return 0;

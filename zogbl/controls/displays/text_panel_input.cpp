@@ -72,10 +72,10 @@ BOOL CZoTextPanel::OnKey(UINT key, BOOL isRepeated)
 
 // Mouse ---------------------------------------------------------------------------------------------------------------
 
-/// \return FALSE if it is no button. Then nothing has happened; else the control may be gone
+/// \return FALSE if it is no button that is shown. Then nothing has happened; else the control may be gone
 BOOL CZoTextPanel::Press(int pane)
 {
-    if (!IsPane(pane) || !At(pane).format.isButton || !IsWindowEnabled())
+    if (!IsPane(pane) || !At(pane).format.isButton || At(pane).area.IsRectEmpty() || !IsWindowEnabled())
         return FALSE;
     ZoNotifyPane notification = {{}, pane};
     Notify(ZON_PANE_PRESSED, &notification.header);
@@ -122,7 +122,7 @@ BOOL CZoTextPanel::DescribePart(int part, ZoPart& description) const
     description.name = GetShownText(pane);
     description.role = isButton ? ROLE_SYSTEM_PUSHBUTTON : ROLE_SYSTEM_STATICTEXT;
     if (isButton)
-        ZoGblLoadString(ZO_IDS_PANE_PRESS, description.action);
+        ZoGblLoadString(ZO_IDS_ACTION_PRESS, description.action);
     else
         description.state |= STATE_SYSTEM_READONLY;
     if (pane == m_nPressed && m_bDown)
@@ -188,7 +188,8 @@ LRESULT CZoTextPanel::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
             return ::SendMessageA(::GetParent(m_hWnd), message, wParam, lParam);
         break;
     case WM_SETFOCUS:
-        m_hBefore = reinterpret_cast<HWND>(wParam);
+        if (wParam != 0) // it does not come back from another program
+            m_hBefore = reinterpret_cast<HWND>(wParam);
         if (At(m_nFocused).area.IsRectEmpty())
             m_nFocused = (FindShown(1, 1) != 0) ? FindShown(1, 1) : 1;
         break;

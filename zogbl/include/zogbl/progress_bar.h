@@ -14,8 +14,9 @@ struct ItemColors;
 ///     m_progress.SetTextMode(CZoProgressBar::TextMode::kPercent);
 ///     ... m_progress.SetPosition(written);     // draws only if a pixel or the percentage changes
 ///
-/// It has no keys and sends no notifications. Screen readers are told of each new percentage, at most ten times a
-/// second.
+/// It has no keys and sends no notifications. Screen readers are told of a new percentage at most ten times a second,
+/// but of the last one always; and in words that the work is paused or has failed, or else of a remaining time that is
+/// shown.
 class ZOGBL_API CZoProgressBar : public CZoControl {
     DECLARE_DYNAMIC(CZoProgressBar)
 public:
@@ -82,6 +83,8 @@ protected:
 
 private:
     void OnVisibleChange();
+    bool IsUntold() const;
+    void TellReaders();
     void FindSame();
     bool IsBeyond(LONGLONG by) const;
     int GetPixels(LONGLONG position) const;

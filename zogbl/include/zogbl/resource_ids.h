@@ -132,16 +132,16 @@
 #define ZO_IDS_ACTION_PRESS 20715
 #define ZO_IDS_ACTION_GO 20716
 
-// Progress: a percentage, and the time that is left.
+// Progress: a percentage, the time that is left, and what screen readers are told of work that does not go on.
 #define ZO_IDS_PERCENT 20800
 #define ZO_IDS_REMAINING_SECONDS 20801
 #define ZO_IDS_REMAINING_MINUTE 20802
 #define ZO_IDS_REMAINING_MINUTES 20803
 #define ZO_IDS_REMAINING_HOUR 20804
 #define ZO_IDS_REMAINING_HOURS 20805
+#define ZO_IDS_PROGRESS_PAUSED 20806
+#define ZO_IDS_PROGRESS_FAILED 20807
 
-// Text panel: what is done to a pane that is a button.
-#define ZO_IDS_PANE_PRESS 20806
 // Pictures: width and height.
 #define ZO_IDS_PICTURE_SIZE 20820
 
