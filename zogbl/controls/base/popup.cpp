@@ -31,11 +31,21 @@ bool IsButtonDown(UINT message)
 {
     switch (message) {
     case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
     case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
+    case WM_XBUTTONDOWN:
+    case WM_XBUTTONDBLCLK:
     case WM_NCLBUTTONDOWN:
+    case WM_NCLBUTTONDBLCLK:
     case WM_NCRBUTTONDOWN:
+    case WM_NCRBUTTONDBLCLK:
     case WM_NCMBUTTONDOWN:
+    case WM_NCMBUTTONDBLCLK:
+    case WM_NCXBUTTONDOWN:
+    case WM_NCXBUTTONDBLCLK:
         return true;
     default:
         return false;
@@ -44,12 +54,17 @@ bool IsButtonDown(UINT message)
 
 } // namespace
 
-ControlPopup::~ControlPopup() { DestroyWindow(); }
+ControlPopup::~ControlPopup()
+{
+    End();
+    DestroyWindow();
+}
 
 BOOL ControlPopup::Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CSize size, HWND keyboard)
 {
     if (IsOpen() || !CZoControl::RegisterControlClass())
         return FALSE;
+    m_reason = Reason::kOwnerGone; // unless it is closed, the window that owns it ends it
     m_owner = owner.m_hWnd;
     m_keyboard = keyboard != nullptr ? keyboard : m_owner;
     ::GetWindowRect(m_keyboard, &m_area);
@@ -97,11 +112,16 @@ CRect ControlPopup::PlaceFor(CSize size) const
 
 void ControlPopup::Close(Reason reason)
 {
-    if (!IsOpen())
+    m_reason = reason;
+    DestroyWindow();
+}
+
+void ControlPopup::PostNcDestroy()
+{
+    if (!IsActive()) // it was not opened, or its object ends
         return;
     End();
-    DestroyWindow();
-    m_client.OnPopupClosed(reason); // which may delete this object
+    m_client.OnPopupClosed(m_reason); // which may delete this object
 }
 
 void ControlPopup::LookAtOwner()

@@ -44,6 +44,7 @@ protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void PostNcDestroy() override;
 
 private:
     CRect PlaceFor(CSize size) const;
@@ -54,4 +55,5 @@ private:
     HWND m_owner = nullptr;
     HWND m_keyboard = nullptr; // its own, if nobody else's
     CRect m_area;              // of that window on the screen, when it opened
+    Reason m_reason = Reason::kOwnerGone;
 };
