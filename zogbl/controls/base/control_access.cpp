@@ -25,6 +25,12 @@ BSTR MakeText(LPCSTR text)
     return made;
 }
 
+HRESULT NoText(BSTR* text)
+{
+    *text = nullptr;
+    return DISP_E_MEMBERNOTFOUND;
+}
+
 void SetNumber(VARIANT* variant, LONG number)
 {
     variant->vt = VT_I4;
@@ -161,12 +167,18 @@ HRESULT ControlAccess::Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*,
 
 // IAccessible: what a part is -----------------------------------------------------------------------------------------
 
-HRESULT ControlAccess::Describe(const VARIANT& part, ZoPart& description) const
+HRESULT ControlAccess::Check() const
 {
-    if (m_pControl == nullptr)
-        return CO_E_OBJNOTCONNECTED;
     if (m_threadId != ::GetCurrentThreadId())
         return RPC_E_WRONG_THREAD;
+    return m_pControl != nullptr && m_pControl->m_hWnd != nullptr ? S_OK : CO_E_OBJNOTCONNECTED;
+}
+
+HRESULT ControlAccess::Describe(const VARIANT& part, ZoPart& description) const
+{
+    const HRESULT status = Check();
+    if (status != S_OK)
+        return status;
     if (part.vt != VT_I4)
         return E_INVALIDARG;
     return ResultOr(E_OUTOFMEMORY, [&]() -> HRESULT {
@@ -187,6 +199,16 @@ HRESULT ControlAccess::TextOf(const VARIANT& part, CString ZoPart::*text, BSTR* 
     return *result != nullptr ? S_OK : E_OUTOFMEMORY;
 }
 
+HRESULT ControlAccess::NumberOf(const VARIANT& part, LONG ZoPart::*number, VARIANT* result) const
+{
+    result->vt = VT_EMPTY;
+    ZoPart description;
+    const HRESULT status = Describe(part, description);
+    if (status == S_OK)
+        SetNumber(result, description.*number);
+    return status;
+}
+
 HRESULT ControlAccess::get_accName(VARIANT part, BSTR* name) { return TextOf(part, &ZoPart::name, name); }
 HRESULT ControlAccess::get_accValue(VARIANT part, BSTR* value) { return TextOf(part, &ZoPart::value, value); }
 HRESULT ControlAccess::get_accDescription(VARIANT part, BSTR* description)
@@ -198,25 +220,8 @@ HRESULT ControlAccess::get_accDefaultAction(VARIANT part, BSTR* action)
     return TextOf(part, &ZoPart::action, action);
 }
 
-HRESULT ControlAccess::get_accRole(VARIANT part, VARIANT* role)
-{
-    role->vt = VT_EMPTY;
-    ZoPart description;
-    const HRESULT status = Describe(part, description);
-    if (status == S_OK)
-        SetNumber(role, description.role);
-    return status;
-}
-
-HRESULT ControlAccess::get_accState(VARIANT part, VARIANT* state)
-{
-    state->vt = VT_EMPTY;
-    ZoPart description;
-    const HRESULT status = Describe(part, description);
-    if (status == S_OK)
-        SetNumber(state, description.state);
-    return status;
-}
+HRESULT ControlAccess::get_accRole(VARIANT part, VARIANT* role) { return NumberOf(part, &ZoPart::role, role); }
+HRESULT ControlAccess::get_accState(VARIANT part, VARIANT* state) { return NumberOf(part, &ZoPart::state, state); }
 
 HRESULT ControlAccess::accLocation(LONG* left, LONG* top, LONG* width, LONG* height, VARIANT part)
 {
@@ -234,21 +239,9 @@ HRESULT ControlAccess::accLocation(LONG* left, LONG* top, LONG* width, LONG* hei
     return S_OK;
 }
 
-HRESULT ControlAccess::get_accHelp(VARIANT, BSTR* help)
-{
-    *help = nullptr;
-    return DISP_E_MEMBERNOTFOUND;
-}
-HRESULT ControlAccess::get_accHelpTopic(BSTR* file, VARIANT, LONG*)
-{
-    *file = nullptr;
-    return DISP_E_MEMBERNOTFOUND;
-}
-HRESULT ControlAccess::get_accKeyboardShortcut(VARIANT, BSTR* shortcut)
-{
-    *shortcut = nullptr;
-    return DISP_E_MEMBERNOTFOUND;
-}
+HRESULT ControlAccess::get_accHelp(VARIANT, BSTR* help) { return NoText(help); }
+HRESULT ControlAccess::get_accHelpTopic(BSTR* file, VARIANT, LONG*) { return NoText(file); }
+HRESULT ControlAccess::get_accKeyboardShortcut(VARIANT, BSTR* shortcut) { return NoText(shortcut); }
 HRESULT ControlAccess::put_accName(VARIANT, BSTR) { return DISP_E_MEMBERNOTFOUND; }
 HRESULT ControlAccess::put_accValue(VARIANT, BSTR) { return DISP_E_MEMBERNOTFOUND; }
 
@@ -257,8 +250,9 @@ HRESULT ControlAccess::put_accValue(VARIANT, BSTR) { return DISP_E_MEMBERNOTFOUN
 HRESULT ControlAccess::get_accParent(IDispatch** parent)
 {
     *parent = nullptr;
-    if (m_pControl == nullptr)
-        return CO_E_OBJNOTCONNECTED;
+    const HRESULT status = Check();
+    if (status != S_OK)
+        return status;
     // The parent of what is inside a window is that window's own object.
     static auto* const find = Find<decltype(::AccessibleObjectFromWindow)>("oleacc.dll", "AccessibleObjectFromWindow");
     return find != nullptr ? find(m_pControl->m_hWnd, static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
@@ -268,8 +262,9 @@ HRESULT ControlAccess::get_accParent(IDispatch** parent)
 
 HRESULT ControlAccess::get_accChildCount(LONG* count)
 {
-    *count = m_pControl != nullptr ? m_pControl->GetPartCount() : 0;
-    return m_pControl != nullptr ? S_OK : CO_E_OBJNOTCONNECTED;
+    const HRESULT status = Check();
+    *count = status == S_OK ? m_pControl->GetPartCount() : 0;
+    return status;
 }
 
 HRESULT ControlAccess::get_accChild(VARIANT part, IDispatch** child)
@@ -283,8 +278,9 @@ HRESULT ControlAccess::get_accChild(VARIANT part, IDispatch** child)
 HRESULT ControlAccess::get_accFocus(VARIANT* part)
 {
     part->vt = VT_EMPTY;
-    if (m_pControl == nullptr)
-        return CO_E_OBJNOTCONNECTED;
+    const HRESULT status = Check();
+    if (status != S_OK)
+        return status;
     if (!m_pControl->HasFocus())
         return S_FALSE;
     SetNumber(part, m_pControl->GetFocusedPart());
@@ -294,8 +290,9 @@ HRESULT ControlAccess::get_accFocus(VARIANT* part)
 HRESULT ControlAccess::get_accSelection(VARIANT* parts)
 {
     parts->vt = VT_EMPTY;
-    if (m_pControl == nullptr)
-        return CO_E_OBJNOTCONNECTED;
+    const HRESULT status = Check();
+    if (status != S_OK)
+        return status;
     return ResultOr(E_OUTOFMEMORY, [&]() -> HRESULT {
         CDWordArray selected;
         for (int part = 1; part <= m_pControl->GetPartCount(); ++part) {
@@ -323,7 +320,7 @@ HRESULT ControlAccess::accSelect(LONG flags, VARIANT part)
     const HRESULT status = Describe(part, description);
     if (status != S_OK)
         return status;
-    if ((flags & ~SELFLAG_TAKEFOCUS) != 0 || part.lVal != CHILDID_SELF)
+    if (flags != SELFLAG_TAKEFOCUS || part.lVal != CHILDID_SELF)
         return DISP_E_MEMBERNOTFOUND; // a part is chosen by its action
     m_pControl->TakeFocus();
     return S_OK;
@@ -363,8 +360,9 @@ HRESULT ControlAccess::accNavigate(LONG direction, VARIANT start, VARIANT* end)
 HRESULT ControlAccess::accHitTest(LONG left, LONG top, VARIANT* part)
 {
     part->vt = VT_EMPTY;
-    if (m_pControl == nullptr)
-        return CO_E_OBJNOTCONNECTED;
+    const HRESULT status = Check();
+    if (status != S_OK)
+        return status;
     CPoint point(left, top);
     m_pControl->ScreenToClient(&point);
     if (!m_pControl->GetClientArea().PtInRect(point))

@@ -52,8 +52,10 @@ private:
     explicit ControlAccess(CZoControl& control) : m_pControl(&control) {}
     ~ControlAccess() = default;
 
+    HRESULT Check() const; ///< whether it can be asked
     HRESULT Describe(const VARIANT& part, ZoPart& description) const;
     HRESULT TextOf(const VARIANT& part, CString ZoPart::*text, BSTR* result) const;
+    HRESULT NumberOf(const VARIANT& part, LONG ZoPart::*number, VARIANT* result) const;
 
     CZoControl* m_pControl; ///< null: cut
     const DWORD m_threadId = ::GetCurrentThreadId();
