@@ -10,6 +10,7 @@
 #include "paint_buffer.h"
 
 #include <algorithm>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -33,6 +34,25 @@ private:
 };
 
 bool IsDown(int key) { return ::GetKeyState(key) < 0; }
+
+/// The text of the label before a window, without the sign of its key; empty if there is none.
+CString LabelOf(HWND window)
+{
+    CString text;
+    const HWND label = ::GetWindow(window, GW_HWNDPREV);
+    char windowClass[16] = "";
+    if (label == nullptr || ::GetClassNameA(label, windowClass, sizeof windowClass) == 0 ||
+        lstrcmpiA(windowClass, "Static") != 0 || !::IsWindowVisible(label))
+        return text;
+    CWnd::FromHandle(label)->GetWindowText(text);
+    if ((::GetWindowLongA(label, GWL_STYLE) & SS_NOPREFIX) != 0)
+        return text;
+    for (int i = 0; i < text.GetLength(); ++i) {
+        if (text[i] == '&')
+            text.Delete(i); // of two, the second stays
+    }
+    return text;
+}
 
 } // namespace
 
@@ -115,7 +135,7 @@ void CZoControl::PreSubclassWindow()
     if (m_bBeingCreated)
         return;
     m_hFont = reinterpret_cast<HFONT>(::SendMessageA(::GetParent(m_hWnd), WM_GETFONT, 0, 0)); // told before this began
-    LayOut();
+    Call(&CZoControl::OnLayout);
 }
 
 void CZoControl::PostNcDestroy()
@@ -135,20 +155,13 @@ BOOL CZoControl::DescribePart(int part, ZoPart& description) const
 {
     if (part != 0)
         return FALSE;
-    HWND named = m_hWnd;
-    if ((::GetWindowLongA(m_hWnd, GWL_STYLE) & WS_CHILD) != 0) {
-        const HWND before = ::GetWindow(m_hWnd, GW_HWNDPREV);
-        char windowClass[16] = "";
-        if (before != nullptr && ::GetClassNameA(before, windowClass, sizeof windowClass) != 0 &&
-            lstrcmpiA(windowClass, "Static") == 0 && ::IsWindowVisible(before))
-            named = before;
-    }
-    if (named != nullptr)
-        FromHandle(named)->GetWindowText(description.name);
-    description.name.Remove('&');
+    const LONG style = ::GetWindowLongA(m_hWnd, GWL_STYLE);
+    if ((style & WS_CHILD) != 0)
+        description.name = LabelOf(m_hWnd);
+    if (description.name.IsEmpty() && m_hWnd != nullptr)
+        GetWindowText(description.name);
     description.role = ROLE_SYSTEM_CLIENT;
     description.area = GetClientArea();
-    const LONG style = ::GetWindowLongA(m_hWnd, GWL_STYLE);
     description.state = ((style & WS_VISIBLE) == 0 ? STATE_SYSTEM_INVISIBLE : 0) |
                         (!::IsWindowEnabled(m_hWnd)  ? STATE_SYSTEM_UNAVAILABLE
                          : (style & WS_TABSTOP) == 0 ? 0
@@ -218,26 +231,25 @@ BOOL CZoControl::IsMirrored() const { return (GetExStyle() & WS_EX_LAYOUTRTL) !=
 void CZoControl::OnLayout() {}
 void CZoControl::OnReloadTexts() {}
 
-void CZoControl::LayOut()
+BOOL CZoControl::Call(void (CZoControl::*overridden)())
 {
-    WithoutThrowing([this] { OnLayout(); });
+    const Life life(this);
+    WithoutThrowing([=, this] { (this->*overridden)(); });
+    return !life.IsOver();
 }
 
 void CZoControl::Relayout()
 {
-    LayOut();
-    if (m_hWnd != nullptr)
+    if (Call(&CZoControl::OnLayout) && m_hWnd != nullptr)
         Invalidate(FALSE);
 }
 
 void CZoControl::Draw(CDC* dc, const CRect& dirty)
 {
-    WithoutThrowing([&] {
-        const SelectedFont font(*dc, GetFontHandle());
-        const int mode = ::SetBkMode(*dc, TRANSPARENT);
-        OnDraw(dc, dirty);
-        ::SetBkMode(*dc, mode);
-    });
+    const SelectedFont font(*dc, GetFontHandle());
+    const int mode = ::SetBkMode(*dc, TRANSPARENT);
+    WithoutThrowing([&] { OnDraw(dc, dirty); });
+    ::SetBkMode(*dc, mode);
 }
 
 void CZoControl::OnPaint()
@@ -303,14 +315,17 @@ void CZoControl::OnDragUndo() {}
 
 BOOL CZoControl::BeginDrag()
 {
+    const Life life(this);
     UndoDrag();
-    auto* drag = new (std::nothrow) ControlDrag(*this);
-    if (drag == nullptr || !drag->Begin()) {
-        delete drag;
+    if (life.IsOver() || m_hWnd == nullptr)
         return FALSE;
-    }
+    std::unique_ptr<ControlDrag> drag(new (std::nothrow) ControlDrag(*this));
+    if (drag == nullptr || !drag->Begin())
+        return FALSE;
     ::SetCapture(m_hWnd); // before there is a drag: who loses the mouse by it may not end this one
-    m_pDrag = drag;
+    if (life.IsOver())
+        return FALSE;
+    m_pDrag = drag.release();
     return TRUE;
 }
 
@@ -323,7 +338,7 @@ void CZoControl::UndoDrag()
     if (::GetCapture() == m_hWnd)
         ::ReleaseCapture();
     if (!life.IsOver())
-        OnDragUndo();
+        Call(&CZoControl::OnDragUndo);
 }
 
 BOOL CZoControl::OnMouse(UINT message, CPoint point)
@@ -378,8 +393,7 @@ LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         return reinterpret_cast<LRESULT>(m_hFont);
     case WM_SETFONT:
         m_hFont = reinterpret_cast<HFONT>(wParam);
-        LayOut();
-        if (LOWORD(lParam) != 0)
+        if (Call(&CZoControl::OnLayout) && LOWORD(lParam) != 0)
             Invalidate(FALSE);
         return 0;
     case WM_LBUTTONUP:
@@ -434,10 +448,8 @@ LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         Invalidate(FALSE);
         break;
     default:
-        if (message == s_languageMessage) {
-            WithoutThrowing([this] { OnReloadTexts(); });
+        if (message == s_languageMessage && Call(&CZoControl::OnReloadTexts))
             Relayout();
-        }
         break;
     }
     return result;

@@ -71,8 +71,8 @@ public:
     // Parts, as screen readers see them
 
     virtual int GetPartCount() const; ///< 0
-    /// \param part 0: the control itself. The base gives it the name that stands in the label before it or, without
-    /// one, its window's text; its area and state; and the role of a client area.
+    /// \param part 0: the control itself. The base gives it the name that stands in the label before it or, if there
+    /// is none or its text is empty, its window's text; its area and state; and the role of a client area.
     /// \return FALSE for a number that is no part. May throw CMemoryException*
     virtual BOOL DescribePart(int part, ZoPart& description) const;
     virtual int FindPart(CPoint point) const; ///< in client coordinates \return 0 if none is there
@@ -90,13 +90,13 @@ protected:
     /// Draws all of \p dirty. The context has the control's font, and its background is transparent. In a drawing that
     /// throws an exception of the framework, the rest is missing until the next one.
     virtual void OnDraw(CDC* dc, const CRect& dirty) = 0;
-    // An exception of the framework ends one of the next two alone: what it has not done stays as it was.
+    // An exception of the framework ends one of the next three alone: what it has not done stays as it was.
 
     virtual void OnLayout();      ///< The size, the font, the scheme, a style or the language has changed.
     virtual void OnReloadTexts(); ///< The language has changed; OnLayout follows.
+    virtual void OnDragUndo();    ///< All must be as before the drag.
     virtual void OnDragMove(CPoint point);
     virtual void OnDragEnd(CPoint point); ///< the button was released
-    virtual void OnDragUndo();            ///< All must be as before the drag.
 
     // What it can use
 
@@ -111,7 +111,8 @@ protected:
     /// OnLayout, and all is drawn again.
     void Relayout();
 
-    /// Begins a drag: the mouse is captured. \return FALSE: there will be none
+    /// Begins a drag: the mouse is captured. One that lasts is undone before. \return FALSE: there will be none, or the
+    /// control's window is gone, as in Notify
     BOOL BeginDrag();
     BOOL IsDragging() const { return m_pDrag != nullptr; }
     void UndoDrag(); ///< also if there is none
@@ -157,7 +158,7 @@ private:
     friend class ControlPopup;
 
     int CommandOf(const ZoKey* keys, size_t count, UINT key) const;
-    void LayOut();
+    BOOL Call(void (CZoControl::*overridden)());
     void OnPaint();
     void Draw(CDC* dc, const CRect& dirty);
     LRESULT OnGetObject(WPARAM wParam, LPARAM lParam);
