@@ -5,9 +5,12 @@
 #include "common/double_byte.h"
 #include "common/without_throwing.h"
 #include "item_painting.h"
+#include "plain_layout.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -16,12 +19,19 @@ constexpr LPCSTR kDots = "...";
 int WidthOf(HDC dc, LPCSTR text, int length)
 {
     SIZE size = {};
-    GetTextExtentPoint32A(dc, text, length, &size);
-    return size.cx;
+    return GetTextExtentPoint32A(dc, text, length, &size) ? size.cx : INT_MAX; // Windows 98 refuses more than 8,192
 }
 
 /// Fills by the background colour, which also displays with few colours do at once and without a brush.
 BOOL FillPlain(HDC dc, const RECT& area) { return ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr); }
+
+/// A colour between two others.
+COLORREF Mixed(COLORREF from, COLORREF to, int part, int whole)
+{
+    const auto mixed = [=](BYTE first, BYTE last) { return first + MulDiv(last - first, part, whole); };
+    return RGB(mixed(GetRValue(from), GetRValue(to)), mixed(GetGValue(from), GetGValue(to)),
+               mixed(GetBValue(from), GetBValue(to)));
+}
 
 /// A brush in a context, until it ends, and where its pattern begins.
 class SelectedBrush {
@@ -174,19 +184,22 @@ BOOL ZoDrawColorRamp(HDC dc, const RECT& area, COLORREF from, COLORREF to, BOOL 
     if (IsRectEmpty(&area))
         return TRUE;
     constexpr int kMostBands = 256; // more cannot be told apart
-    const int length = topToBottom ? area.bottom - area.top : area.right - area.left;
+    CDC target;
+    target.SetOutputDC(dc);
+    target.SetAttribDC(dc);
+    CRect place = area;
+    const PlainLayout plain(target, {&place}); // Wine fills a pixel beside in a context that runs from right to left
+    if (plain.IsMirrored() && !topToBottom)
+        std::swap(from, to);
+    const int length = topToBottom ? place.Height() : place.Width();
     const int bands = (std::min)(length, kMostBands);
     const COLORREF before = ::GetBkColor(dc);
     BOOL drawn = TRUE;
     for (int i = 0; i < bands && drawn; ++i) {
-        const auto mixed = [=](BYTE first, BYTE last) {
-            return bands > 1 ? first + MulDiv(last - first, i, bands - 1) : first;
-        };
-        RECT band = area;
+        CRect band = place;
         (topToBottom ? band.top : band.left) += MulDiv(length, i, bands);
-        (topToBottom ? band.bottom : band.right) = (topToBottom ? area.top : area.left) + MulDiv(length, i + 1, bands);
-        ::SetBkColor(dc, RGB(mixed(GetRValue(from), GetRValue(to)), mixed(GetGValue(from), GetGValue(to)),
-                             mixed(GetBValue(from), GetBValue(to))));
+        (topToBottom ? band.bottom : band.right) -= length - MulDiv(length, i + 1, bands);
+        ::SetBkColor(dc, Mixed(from, to, i, (std::max)(bands - 1, 1)));
         drawn = FillPlain(dc, band);
     }
     ::SetBkColor(dc, before);

@@ -32,9 +32,10 @@ public:
     PlainLayout(const PlainLayout&) = delete;
     PlainLayout& operator=(const PlainLayout&) = delete;
 
-private:
+    /// Whether the context ran from right to left before.
     bool IsMirrored() const { return m_before != GDI_ERROR && (m_before & LAYOUT_RTL) != 0; }
 
+private:
     CDC& m_dc;
     DWORD m_before;
 };
