@@ -25,15 +25,12 @@ template <class ITEM> ITEM* Swap(ITEM*& place, ITEM* other)
 
 PaintBuffer::PaintBuffer(HDC target, const CRect& area) : m_target(target), m_area(area)
 {
-    if (!Begin()) {
-        m_saved = ::SaveDC(target);
-        ::IntersectClipRect(target, area.left, area.top, area.right, area.bottom);
-    }
+    Begin();
     m_dc.SetOutputDC(m_memory != nullptr ? m_memory : target);
     m_dc.SetAttribDC(m_dc.m_hDC);
 }
 
-bool PaintBuffer::Begin()
+void PaintBuffer::Begin()
 {
     const int depth = ::GetDeviceCaps(m_target, BITSPIXEL) * ::GetDeviceCaps(m_target, PLANES);
     m_pBitmap = Swap<Bitmap>(s_idle, nullptr);
@@ -49,7 +46,7 @@ bool PaintBuffer::Begin()
         m_pBitmap = made != nullptr ? new (std::nothrow) Bitmap{made, size, depth} : nullptr;
         if (m_pBitmap == nullptr) {
             ::DeleteObject(made);
-            return false;
+            return;
         }
     }
     m_memory = ::CreateCompatibleDC(m_target);
@@ -58,7 +55,7 @@ bool PaintBuffer::Begin()
         ::DeleteDC(m_memory);
         m_memory = nullptr;
         delete Swap(s_idle, m_pBitmap);
-        return false;
+        return;
     }
     CDC target;
     target.SetOutputDC(m_target);
@@ -70,15 +67,12 @@ bool PaintBuffer::Begin()
         memory.SetLayout(layout);
     memory.SetViewportOrg(-m_area.left, -m_area.top);
     ::SelectPalette(m_memory, static_cast<HPALETTE>(::GetCurrentObject(m_target, OBJ_PAL)), TRUE);
-    return true;
 }
 
 PaintBuffer::~PaintBuffer()
 {
-    if (m_memory == nullptr) {
-        ::RestoreDC(m_target, m_saved);
+    if (m_memory == nullptr)
         return;
-    }
     ::BitBlt(m_target, m_area.left, m_area.top, m_area.Width(), m_area.Height(), m_memory, m_area.left, m_area.top,
              SRCCOPY);
     ::SelectObject(m_memory, m_before);

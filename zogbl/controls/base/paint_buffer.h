@@ -8,9 +8,10 @@
 ///
 /// The context has the coordinates, the direction and the palette of the target; all else is as in a new context. One
 /// bitmap is kept for all windows of the process. It grows to the largest part painted so far. If there is no memory
-/// for it, the context is the target itself, clipped to the part.
+/// for it, the context is the target itself.
 class PaintBuffer {
 public:
+    /// \param target of BeginPaint, and so clipped to the part
     PaintBuffer(HDC target, const CRect& area);
     ~PaintBuffer();
     PaintBuffer(const PaintBuffer&) = delete;
@@ -21,7 +22,7 @@ public:
 private:
     struct Bitmap;
 
-    bool Begin();
+    void Begin();
 
     static Bitmap* s_idle; ///< the bitmap while nobody paints; null: there is none, or it is in use
 
@@ -30,6 +31,5 @@ private:
     HDC m_memory = nullptr; ///< null: painted directly
     Bitmap* m_pBitmap = nullptr;
     HGDIOBJ m_before = nullptr;
-    int m_saved = 0; ///< the target's state, if painted directly
-    CDC m_dc;        ///< not attached: it owns no handle
+    CDC m_dc; ///< not attached: it owns no handle
 };

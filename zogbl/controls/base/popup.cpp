@@ -64,7 +64,6 @@ BOOL ControlPopup::Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CS
 {
     if (IsOpen() || !CZoControl::RegisterControlClass())
         return FALSE;
-    m_reason = Reason::kOwnerGone; // unless it is closed, the window that owns it ends it
     m_owner = owner.m_hWnd;
     m_keyboard = keyboard != nullptr ? keyboard : m_owner;
     ::GetWindowRect(m_keyboard, &m_area);
@@ -110,28 +109,20 @@ CRect ControlPopup::PlaceFor(CSize size) const
     return CRect(corner, size);
 }
 
-void ControlPopup::Close(Reason reason)
-{
-    m_reason = reason;
-    DestroyWindow();
-}
-
 void ControlPopup::PostNcDestroy()
 {
     if (!IsActive()) // it was not opened, or its object ends
         return;
     End();
-    m_client.OnPopupClosed(m_reason); // which may delete this object
+    m_client.OnPopupClosed(); // which may delete this object
 }
 
 void ControlPopup::LookAtOwner()
 {
     CRect area;
     if (!::GetWindowRect(m_keyboard, &area) || area != m_area || !::IsWindowVisible(m_owner) ||
-        !::IsWindowEnabled(m_owner))
-        Close(Reason::kOwnerGone);
-    else if (::GetFocus() != m_keyboard)
-        Close(Reason::kDeactivated);
+        !::IsWindowEnabled(m_owner) || ::GetFocus() != m_keyboard)
+        Close();
 }
 
 BOOL ControlPopup::OnMessage(const MSG& message)
@@ -139,7 +130,7 @@ BOOL ControlPopup::OnMessage(const MSG& message)
     if (!IsButtonDown(message.message) || message.hwnd == m_hWnd || ::IsChild(m_hWnd, message.hwnd))
         return FALSE;
     const BOOL isOwner = message.hwnd == m_owner;
-    Close(isOwner ? Reason::kClickOwner : Reason::kClickAside);
+    Close();
     return isOwner;
 }
 
@@ -165,7 +156,7 @@ LRESULT ControlPopup::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_ACTIVATEAPP:
         if (!wParam) {
-            Close(Reason::kDeactivated);
+            Close();
             return 0;
         }
         break;

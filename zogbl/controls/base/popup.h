@@ -7,22 +7,18 @@
 #include <zogbl/control.h>
 
 /// Holds one control and shows it beside another, the owner, without taking the focus: keys go to the owner, or to the
-/// window that has the keyboard for it, which hands them on as it sees fit. It stays in the work area of the screen,
-/// and closes for one reason. Screen readers hear that its content has the focus; that the owner has it again, that one
-/// says.
+/// window that has the keyboard for it, which hands them on as it sees fit. It stays in the work area of the screen.
+/// Screen readers hear that its content has the focus; that the owner has it again, that one says.
+///
+/// It closes by Close; if a mouse button goes down elsewhere in the thread's windows; if another window or program
+/// comes to the front, or the owner loses the focus; and if the owner is hidden, disabled, moved or destroyed. A click
+/// on the owner is swallowed, so that it does not open the popup again; others go on.
 class ControlPopup : public CWnd, private MessageWatch {
 public:
-    enum class Reason {
-        kOwner,       ///< the owner closed it: a choice, or Esc
-        kClickAside,  ///< a mouse button went down elsewhere in the thread's windows; the click goes on
-        kClickOwner,  ///< the same on the owner: the click is swallowed, so that the owner does not open it again
-        kDeactivated, ///< another window or program came to the front, or the owner lost the focus
-        kOwnerGone    ///< the owner is hidden, disabled, moved or destroyed
-    };
-    /// Hears of the end. The popup is closed then, and may be deleted or opened again.
+    /// Hears of the end, however it came. The popup is closed then, and may be deleted or opened again.
     class Client {
     public:
-        virtual void OnPopupClosed(Reason reason) = 0;
+        virtual void OnPopupClosed() = 0;
 
     protected:
         ~Client() = default;
@@ -36,7 +32,7 @@ public:
     /// \param size of the content, in pixels \return FALSE: nothing is open
     /// \param keyboard has the focus for the owner; null: the owner itself
     BOOL Open(CWnd& owner, CZoControl& content, DWORD contentStyle, CSize size, HWND keyboard = nullptr);
-    void Close(Reason reason = Reason::kOwner);
+    void Close() { DestroyWindow(); }
     BOOL IsOpen() const { return m_hWnd != nullptr; }
 
 protected:
@@ -55,5 +51,4 @@ private:
     HWND m_owner = nullptr;
     HWND m_keyboard = nullptr; // its own, if nobody else's
     CRect m_area;              // of that window on the screen, when it opened
-    Reason m_reason = Reason::kOwnerGone;
 };

@@ -30,7 +30,7 @@ public:
     ControlPopup m_popup{*this};
 
 private:
-    void OnPopupClosed(ControlPopup::Reason) override { m_button.OnClosed(); }
+    void OnPopupClosed() override { m_button.OnClosed(); }
 
     CZoColorButton& m_button;
 };

@@ -27,7 +27,7 @@ public:
     ControlPopup m_window{*this};
 
 private:
-    void OnPopupClosed(ControlPopup::Reason) override { m_button.OnClosed(); }
+    void OnPopupClosed() override { m_button.OnClosed(); }
 
     CZoCalendarButton& m_button;
 };
