@@ -162,6 +162,12 @@ public:
     std::string Action(LONG part = 0) const { return Text(&IAccessible::get_accDefaultAction, part); }
     LONG Role(LONG part = 0) const { return Number(&IAccessible::get_accRole, part); }
     LONG State(LONG part = 0) const { return Number(&IAccessible::get_accState, part); }
+    /// "name|value|description|action|role|state"
+    std::string Says(LONG part = 0) const
+    {
+        return Name(part) + "|" + Value(part) + "|" + Description(part) + "|" + Action(part) + "|" +
+               std::to_string(Role(part)) + "|" + std::to_string(State(part));
+    }
     LONG Count() const
     {
         LONG count = -1;

@@ -1,23 +1,27 @@
 // What every control gets from its base, on real windows.
 #include "controls/control_kit.h"
 
-#include "controls/base/popup.h"
 #include <zogbl/language_support.h>
+
+#include <thread>
 
 namespace {
 
 constexpr UINT kNotification = ZON_FIRST - 1;
+constexpr WORD kCommand = 7;
 constexpr COLORREF kInk = RGB(200, 30, 40), kPaper = RGB(30, 200, 40);
+constexpr DWORD kStyle = WS_VISIBLE | WS_TABSTOP;
 
 /// Two halves side by side, of which a click or a key chooses one, and a drag moves the border.
 class Halves : public CZoControl {
 public:
-    static constexpr ZoKey kKeys[] = {{VK_LEFT, ZoKey::kNone, 1}, {VK_RIGHT, ZoKey::kNone, 2}};
+    static constexpr ZoKey kKeys[] = {{VK_LEFT, ZoKey::kNone, 1}, {VK_RIGHT, ZoKey::kNone, 2}, {'A', ZoKey::kShift, 3}};
 
-    int m_border = 50, m_chosen = 1;
-    int m_layouts = 0, m_texts = 0, m_drawn = 0, m_undone = 0;
+    int m_border = 50, m_chosen = 1; // 3: both
+    int m_layouts = 0, m_drawn = 0, m_undone = 0, m_mode = 0;
+    LRESULT m_answer = 0;
     CRect m_dirty;
-    bool m_fails = false;
+    bool m_fails = false, m_tells = false; // each override
 
     int GetPartCount() const override { return 2; }
     int GetFocusedPart() const override { return m_chosen; }
@@ -32,7 +36,7 @@ public:
         description.name = part == 1 ? "left" : "right";
         description.role = ROLE_SYSTEM_LISTITEM;
         description.action = "Choose";
-        description.state = part == m_chosen ? STATE_SYSTEM_SELECTED : 0;
+        description.state = (part & m_chosen) != 0 ? STATE_SYSTEM_SELECTED : 0;
         description.area = part == 1 ? CRect(0, 0, m_border, 20) : CRect(m_border, 0, 100, 20);
         return TRUE;
     }
@@ -40,35 +44,41 @@ public:
     {
         m_chosen = part;
         RaiseEvent(EVENT_OBJECT_SELECTION, part);
-        return Notify(kNotification);
+        return Notify(kNotification, nullptr, &m_answer);
     }
     using CZoControl::BeginDrag;
     using CZoControl::GetFontHandle;
     using CZoControl::IsDragging;
     using CZoControl::IsFocusShown;
+    using CZoControl::NotifyCommand;
+    using CZoControl::TakeFocus;
 
 protected:
     void OnDraw(CDC* dc, const CRect& dirty) override
     {
         ++m_drawn;
         m_dirty = dirty;
+        m_mode = dc->GetBkMode();
         dc->FillSolidRect(CRect(0, 0, m_border, 20), kInk);
         if (m_fails)
             AfxThrowMemoryException();
         dc->FillSolidRect(CRect(m_border, 0, 100, 20), kPaper);
     }
-    void OnLayout() override { ++m_layouts; }
-    void OnReloadTexts() override { ++m_texts; }
-    void OnDragMove(CPoint point) override { m_border = point.x; }
+    void OnLayout() override { Count(m_layouts); }
+    void OnReloadTexts() override { Tell(); }
+    void OnDragMove(CPoint point) override
+    {
+        m_border = point.x;
+        Tell();
+    }
+    void OnDragEnd(CPoint) override { Tell(); }
     void OnDragUndo() override
     {
-        ++m_undone;
         m_border = 50;
+        Count(m_undone);
     }
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        if (message == WM_LBUTTONDOWN)
-            TakeFocus();
         if (message == WM_KEYDOWN) {
             const int command = CommandOf(kKeys, static_cast<UINT>(wParam));
             if (command != 0)
@@ -77,161 +87,226 @@ protected:
         }
         return CZoControl::WindowProc(message, wParam, lParam);
     }
+
+private:
+    void Count(int& calls)
+    {
+        ++calls;
+        Tell();
+    }
+    void Tell()
+    {
+        if (m_fails)
+            AfxThrowMemoryException();
+        if (m_tells)
+            Choose(2);
+    }
 };
 
-constexpr DWORD kStyle = WS_VISIBLE | WS_TABSTOP;
+class Control : public testing::Test {
+protected:
+    Control() { Make(); }
+    void Make(CWnd* parent = nullptr)
+    {
+        m_control = std::make_unique<Halves>();
+        ASSERT_TRUE(m_control->Create(kStyle, CRect(0, 40, 100, 60), parent != nullptr ? parent : &m_parent, 5));
+    }
+
+    ControlParent m_parent;
+    std::unique_ptr<Halves> m_control;
+};
 
 } // namespace
 
-TEST(Control, IsPaintedWithoutFlickerAndOnlyWhatIsDirty)
+TEST_F(Control, DrawsWhatIsDirty)
 {
-    ControlParent parent;
-    Halves control;
-    ASSERT_TRUE(control.Create(kStyle, CRect(10, 10, 110, 30), &parent, 5));
-    auto screen = ScreenOf(control);
-    EXPECT_EQ(kInk, screen->At(10, 10));
-    EXPECT_EQ(kPaper, screen->At(90, 10));
-    EXPECT_TRUE(AreEqual(*screen, *PictureOf(control)));
-    control.InvalidateRect(CRect(60, 5, 70, 9));
-    control.UpdateWindow();
-    EXPECT_EQ(CRect(60, 5, 70, 9), control.m_dirty);
-    EXPECT_EQ(TRUE, control.SendMessage(WM_ERASEBKGND));
+    const auto whole = ScreenOf(*m_control);
+    EXPECT_EQ(TRANSPARENT, m_control->m_mode);
+    m_control->InvalidateRect(CRect(60, 5, 70, 9));
+    m_control->UpdateWindow();
+    EXPECT_EQ(CRect(60, 5, 70, 9), m_control->m_dirty);
+    EXPECT_EQ(TRUE, m_control->SendMessage(WM_ERASEBKGND));
 
-    // A drawing that ends half way is made good by the next.
-    control.m_fails = true;
-    control.Invalidate();
-    ScreenOf(control);
-    control.m_fails = false;
-    control.Invalidate();
-    EXPECT_TRUE(AreEqual(*screen, *ScreenOf(control)));
-
-    DrawingFaults faults;
-    RunFaultLoop(faults, [&](const FaultRun& run) {
-        control.Invalidate();
-        const auto shown = ScreenOf(control);
+    m_control->m_fails = true;
+    const Canvas printed(100, 20);
+    m_control->SendMessage(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(static_cast<HDC>(printed)), PRF_CLIENT);
+    EXPECT_EQ(OPAQUE, ::GetBkMode(printed));
+    EXPECT_EQ(::GetStockObject(SYSTEM_FONT), ::GetCurrentObject(printed, OBJ_FONT));
+    m_control->Invalidate();
+    m_control->UpdateWindow();
+    m_control->m_fails = false;
+    RunFaultLoop<DrawingFaults>([&](const FaultRun& run) {
+        m_control->Invalidate();
+        const auto shown = ScreenOf(*m_control);
         run.Stop();
-        EXPECT_TRUE(AreEqual(*screen, *shown)) << "painted directly";
+        EXPECT_TRUE(AreEqual(*whole, *shown)) << "painted directly";
     });
-    AllocationFaults memory;
-    const ProcessCounts before = ProcessCounts::Take();
-    for (int i = 0; i < 10000; ++i) {
-        control.Invalidate();
-        control.UpdateWindow();
-    }
-    EXPECT_EQ(before, ProcessCounts::Take());
 }
 
-TEST(Control, FollowsTheSystemAndTheLanguage)
+TEST_F(Control, FollowsTheSystemTheLanguageAndItsStates)
 {
-    ControlParent parent;
-    Halves control;
-    ASSERT_TRUE(control.Create(kStyle, CRect(0, 0, 100, 20), &parent, 5));
-    const struct {
-        UINT message;
-        WPARAM wParam;
-    } kChanges[] = {{WM_SYSCOLORCHANGE, 0},
-                    {WM_SETTINGCHANGE, 0},
-                    {WM_FONTCHANGE, 0},
-                    {CZoLanguageSupport::GetUpdateMessage(), 0},
-                    {WM_ENABLE, TRUE}};
-    for (const auto& change : kChanges) {
-        control.UpdateWindow();
-        const int layouts = control.m_layouts, drawn = control.m_drawn;
-        control.SendMessage(change.message, change.wParam);
-        control.UpdateWindow();
-        EXPECT_EQ(layouts + (change.message != WM_ENABLE), control.m_layouts) << change.message;
-        EXPECT_EQ(drawn + 1, control.m_drawn) << change.message;
-    }
-    EXPECT_EQ(1, control.m_texts);
-
     CFont font;
-    font.CreatePointFont(120, "Arial");
-    const int layouts = control.m_layouts;
-    control.SetFont(&font);
-    EXPECT_EQ(static_cast<HFONT>(font), control.GetFontHandle());
-    EXPECT_EQ(&font, control.GetFont());
-    EXPECT_EQ(layouts + 1, control.m_layouts);
-    control.MoveWindow(0, 0, 70, 20);
-    EXPECT_EQ(layouts + 2, control.m_layouts);
-    control.SetFont(nullptr);
-    EXPECT_NE(nullptr, control.GetFontHandle());
+    ASSERT_TRUE(font.CreatePointFont(120, "Arial"));
+    using Heard = std::vector<std::pair<DWORD, LONG>>;
+    const struct {
+        const char* name;
+        std::function<void(Halves&)> change;
+        int layouts, drawings;
+        Heard heard = {};
+    } kChanges[] = {
+        {"colours", [](Halves& control) { control.SendMessage(WM_SYSCOLORCHANGE); }, 1, 1},
+        {"settings", [](Halves& control) { control.SendMessage(WM_SETTINGCHANGE); }, 1, 1},
+        {"fonts", [](Halves& control) { control.SendMessage(WM_FONTCHANGE); }, 1, 1},
+        {"style", [](Halves& control) { control.ModifyStyle(0, 1); }, 1, 1},
+        {"language", [](Halves& control) { control.SendMessage(CZoLanguageSupport::GetUpdateMessage()); }, 1, 1},
+        {"size", [](Halves& control) { control.MoveWindow(0, 40, 70, 20); }, 1, 1},
+        {"font", [&](Halves& control) { control.SetFont(&font); }, 1, 1},
+        {"font, not shown", [&](Halves& control) { control.SetFont(&font, FALSE); }, 1, 0},
+        {"text", [](Halves& control) { control.SetWindowText("a"); }, 0, 1, {{EVENT_OBJECT_NAMECHANGE, 0}}},
+        {"disabled", [](Halves& control) { control.EnableWindow(FALSE); }, 0, 1, {{EVENT_OBJECT_STATECHANGE, 0}}},
+        {"enabled", [](Halves& control) { control.EnableWindow(TRUE); }, 0, 1, {{EVENT_OBJECT_STATECHANGE, 0}}},
+        {"focus",
+         [](Halves& control) { control.TakeFocus(); },
+         0,
+         1,
+         {{EVENT_OBJECT_FOCUS, 0}, {EVENT_OBJECT_FOCUS, 1}}},
+        {"focus shown", [](Halves& control) { control.SendMessage(WM_UPDATEUISTATE, UIS_CLEAR); }, 0, 1},
+        {"focus gone", [&](Halves&) { m_parent.SetFocus(); }, 0, 1},
+        {"keyboard", [&](Halves& control) { control.SetKeyboardOwner(m_parent); }, 0, 1},
+        {"focus of the owner", [](Halves& control) { control.TakeFocus(); }, 0, 0},
+    };
+    for (const auto& row : kChanges) {
+        SCOPED_TRACE(row.name);
+        m_control->UpdateWindow();
+        const int layouts = m_control->m_layouts, drawn = m_control->m_drawn;
+        const Events events(*m_control);
+        row.change(*m_control);
+        m_control->UpdateWindow();
+        EXPECT_EQ(layouts + row.layouts, m_control->m_layouts);
+        EXPECT_EQ(drawn + row.drawings, m_control->m_drawn);
+        auto heard = Events::Heard();
+        std::erase_if(heard, [](const auto& event) { return event.first == EVENT_OBJECT_LOCATIONCHANGE; });
+        EXPECT_EQ(row.heard, heard);
+    }
+    EXPECT_EQ(static_cast<HFONT>(font), m_control->GetFontHandle());
+    EXPECT_EQ(&font, m_control->GetFont());
+    m_control->DestroyWindow();
+    EXPECT_NE(static_cast<HFONT>(font), m_control->GetFontHandle());
+    EXPECT_NE(nullptr, m_control->GetFontHandle());
 }
 
-TEST(Control, TellsScreenReaders)
+TEST_F(Control, HasTheNameOfItsLabel)
 {
-    ControlParent parent;
-    CWnd label;
-    ASSERT_TRUE(label.Create("STATIC", "&Halves:", WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 20), &parent, 4));
-    Halves control;
-    ASSERT_TRUE(control.Create(kStyle, CRect(0, 40, 100, 60), &parent, 5));
+    const struct {
+        const char* label;
+        DWORD style;
+        const char* name;
+    } kLabels[] = {{"&Tom && Jerry:", WS_VISIBLE, "Tom & Jerry:"},
+                   {"a && b", WS_VISIBLE | SS_NOPREFIX, "a && b"},
+                   {"hidden", 0, "own & text"},
+                   {"", WS_VISIBLE, "own & text"}};
+    for (const auto& row : kLabels) {
+        CWnd label;
+        ASSERT_TRUE(label.Create("STATIC", row.label, WS_CHILD | row.style, CRect(0, 0, 9, 9), &m_parent, 4));
+        Make();
+        m_control->SetWindowText("own & text");
+        EXPECT_EQ(row.name, Reader(*m_control).Name());
+    }
+    m_control->DestroyWindow();
+    ZoPart nothing;
+    EXPECT_TRUE(m_control->DescribePart(0, nothing) && nothing.name.IsEmpty());
+}
+
+TEST_F(Control, TellsScreenReaders)
+{
+    m_parent.SetFocus();
+    const Reader reader(*m_control);
+    EXPECT_EQ("||||10|" + std::to_string(STATE_SYSTEM_FOCUSABLE), reader.Says());
+    EXPECT_EQ("left|||Choose|34|2", reader.Says(1));
+    EXPECT_EQ("right|||Choose|34|0", reader.Says(2));
+    EXPECT_EQ("||||-1|-1", reader.Says(3));
+    EXPECT_EQ("||||-1|-1", reader.Says(-1));
+    EXPECT_EQ(2, reader.Count());
+    CRect area(50, 0, 100, 20);
+    m_control->ClientToScreen(&area);
+    EXPECT_EQ(area, reader.Area(2));
+    EXPECT_EQ(2, reader.At(area.CenterPoint()));
+    EXPECT_EQ(-1, reader.At(area.BottomRight()));
+    EXPECT_EQ(-1, reader.Focus());
+    BSTR text = nullptr;
+    VARIANT part = {};
+    EXPECT_EQ(S_FALSE, reader->get_accValue(Reader::Part(1), &text)) << "has none";
+    EXPECT_EQ(E_INVALIDARG, reader->get_accName(VARIANT{}, &text));
+    EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->get_accHelp(Reader::Part(1), &text));
+    EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->accSelect(SELFLAG_NONE, Reader::Part(0)));
+    EXPECT_EQ(S_OK, reader->accSelect(SELFLAG_TAKEFOCUS, Reader::Part(0)));
+    EXPECT_EQ(1, reader.Focus());
+
+    const struct {
+        LONG direction, start, end; // 0: none
+    } kMoves[] = {{NAVDIR_FIRSTCHILD, 0, 1}, {NAVDIR_LASTCHILD, 0, 2}, {NAVDIR_FIRSTCHILD, 1, 0},
+                  {NAVDIR_NEXT, 0, 0},       {NAVDIR_NEXT, 1, 2},      {NAVDIR_NEXT, 2, 0},
+                  {NAVDIR_PREVIOUS, 2, 1},   {NAVDIR_PREVIOUS, 1, 0}};
+    for (const auto& move : kMoves) {
+        EXPECT_EQ(move.end != 0 ? S_OK : S_FALSE, reader->accNavigate(move.direction, Reader::Part(move.start), &part));
+        EXPECT_EQ(move.end, part.vt == VT_I4 ? part.lVal : 0) << move.direction << " from " << move.start;
+    }
+
+    EXPECT_EQ(S_OK, reader->accDoDefaultAction(Reader::Part(2)));
+    EXPECT_EQ(S_OK, reader->get_accSelection(&part));
+    EXPECT_EQ(2, part.lVal);
+    m_control->m_chosen = 3;
+    EXPECT_EQ(S_OK, reader->get_accSelection(&part));
+    ASSERT_EQ(VT_UNKNOWN, part.vt);
+    auto* both = static_cast<IEnumVARIANT*>(part.punkVal);
+    VARIANT selected[3] = {};
+    ULONG count = 0;
+    EXPECT_EQ(S_OK, both->Skip(1));
+    IEnumVARIANT* second = nullptr;
+    EXPECT_EQ(S_OK, both->Clone(&second));
+    EXPECT_EQ(S_FALSE, both->Skip(2));
+    EXPECT_EQ(S_OK, both->Reset());
+    EXPECT_EQ(S_FALSE, both->Next(3, selected, &count));
+    EXPECT_EQ("2 1 2",
+              std::to_string(count) + " " + std::to_string(selected[0].lVal) + " " + std::to_string(selected[1].lVal));
+    EXPECT_EQ(S_OK, second->Next(1, selected, nullptr));
+    EXPECT_EQ(2, selected[0].lVal);
+    EXPECT_EQ(0u, both->Release() + second->Release());
+
+    m_control->EnableWindow(FALSE);
+    EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->accDoDefaultAction(Reader::Part(1)));
+    EXPECT_EQ("||||10|" + std::to_string(STATE_SYSTEM_UNAVAILABLE), reader.Says());
+    m_control->EnableWindow(TRUE);
+    m_control->ShowWindow(SW_HIDE);
+    m_control->ModifyStyle(WS_TABSTOP, 0);
+    EXPECT_EQ("||||10|" + std::to_string(STATE_SYSTEM_INVISIBLE), reader.Says());
+}
+
+TEST_F(Control, IsReadInItsThreadAndAsLongAsItLives)
+{
+    m_control->SetFocus();
+    auto reader = std::make_optional<Reader>(*m_control);
     IAccessible* kept = nullptr;
-    {
-        Reader reader(control);
-        EXPECT_EQ("Halves:", reader.Name());
-        EXPECT_EQ("left", reader.Name(1));
-        EXPECT_EQ("right", reader.Name(2));
-        EXPECT_EQ("", reader.Value(1));
-        EXPECT_EQ("Choose", reader.Action(2));
-        EXPECT_EQ(2, reader.Count());
-        EXPECT_EQ(ROLE_SYSTEM_LISTITEM, reader.Role(1));
-        EXPECT_EQ(STATE_SYSTEM_SELECTED, reader.State(1));
-        EXPECT_EQ(STATE_SYSTEM_FOCUSABLE, reader.State());
-        CRect area(50, 0, 100, 20);
-        control.ClientToScreen(&area);
-        EXPECT_EQ(area, reader.Area(2));
-        EXPECT_EQ(2, reader.At(area.CenterPoint()));
-        EXPECT_EQ(-1, reader.At(area.BottomRight()));
-        VARIANT none = {};
-        EXPECT_EQ(E_INVALIDARG, reader->get_accRole(Reader::Part(3), &none));
-        EXPECT_EQ(E_INVALIDARG, reader->get_accRole(Reader::Part(-1), &none));
-
-        control.SetFocus();
-        EXPECT_EQ(STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED, reader.State());
-        EXPECT_EQ(1, reader.Focus());
-        const Events events(control);
-        EXPECT_EQ(S_OK, reader->accDoDefaultAction(Reader::Part(2)));
-        EXPECT_EQ((std::vector<std::pair<DWORD, LONG>>{{EVENT_OBJECT_SELECTION, 2}}), Events::Heard());
-        VARIANT selected = {};
-        EXPECT_EQ(S_OK, reader->get_accSelection(&selected));
-        EXPECT_EQ(2, selected.lVal);
-        control.EnableWindow(FALSE);
-        EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->accDoDefaultAction(Reader::Part(1)));
-        EXPECT_EQ(2, control.m_chosen);
-        EXPECT_EQ(STATE_SYSTEM_UNAVAILABLE, reader.State());
-        EXPECT_EQ(1, Events::Count(EVENT_OBJECT_STATECHANGE));
-        ASSERT_EQ(S_OK, reader->QueryInterface(IID_IAccessible, reinterpret_cast<void**>(&kept)));
-    }
-    control.DestroyWindow();
-    LONG count = 0;
-    EXPECT_EQ(CO_E_OBJNOTCONNECTED, kept->get_accChildCount(&count));
-    BSTR name = nullptr;
-    EXPECT_EQ(CO_E_OBJNOTCONNECTED, kept->get_accName(Reader::Part(1), &name));
+    ASSERT_EQ(S_OK, (*reader)->QueryInterface(IID_IAccessible, reinterpret_cast<void**>(&kept)));
+    reader.reset();
+    const auto ask = [kept] {
+        LONG count = 0;
+        VARIANT part = {};
+        BSTR name = nullptr;
+        IDispatch* parent = nullptr;
+        return std::set<HRESULT>{kept->get_accChildCount(&count), kept->get_accFocus(&part),
+                                 kept->get_accSelection(&part),   kept->accHitTest(1, 1, &part),
+                                 kept->get_accParent(&parent),    kept->get_accName(Reader::Part(1), &name)};
+    };
+    std::set<HRESULT> elsewhere;
+    std::thread([&] { elsewhere = ask(); }).join();
+    EXPECT_EQ(std::set<HRESULT>{RPC_E_WRONG_THREAD}, elsewhere);
+    const HWND window = m_control->UnsubclassWindow();
+    EXPECT_EQ(std::set<HRESULT>{CO_E_OBJNOTCONNECTED}, ask()) << "without a window";
+    m_control.reset();
+    EXPECT_EQ(std::set<HRESULT>{CO_E_OBJNOTCONNECTED}, ask());
     EXPECT_EQ(0u, kept->Release());
-}
-
-/// A screen reader. Its argument is the control.
-ZO_CHILD(ReadsTheHalves)
-{
-    ::CoInitialize(nullptr);
-    {
-        Reader reader(reinterpret_cast<HWND>(static_cast<ULONG_PTR>(std::stoul(child.Argument(0)))));
-        child.Report(reader.Name() + "|" + reader.Name(1) + "|" + reader.Name(2) + "|" +
-                     std::to_string(reader.Count()) + "|" + std::to_string(reader.Role(2)));
-        EXPECT_EQ(S_OK, reader->accDoDefaultAction(Reader::Part(2)));
-    }
-    ::CoUninitialize();
-}
-
-TEST(Control, IsReadByAnotherProcess)
-{
-    ControlParent parent;
-    Halves control;
-    ASSERT_TRUE(control.Create(kStyle, CRect(0, 40, 100, 60), &parent, 5));
-    control.SetWindowText("two halves");
-    ChildProcess reader("ReadsTheHalves", {std::to_string(HandleToULong(control.m_hWnd))});
-    reader.Finish();
-    EXPECT_EQ(std::vector<std::string>{"two halves|left|right|2|34"}, reader.Reports());
-    EXPECT_EQ(2, control.m_chosen) << "in the thread of the control";
+    ::DestroyWindow(window);
 }
 
 static HMODULE WINAPI LoadNoLibrary(LPCSTR) { return nullptr; }
@@ -250,100 +325,128 @@ ZO_CHILD(ChoosesUnread)
     EXPECT_EQ(kInk, ScreenOf(control)->At(10, 10));
 }
 
-TEST(Control, WorksWhereNobodyCanReadIt)
+TEST(ControlOfOldSystems, WorksWhereNobodyCanReadIt)
 {
     ChildProcess system("ChoosesUnread");
     system.Finish();
 }
 
-TEST(Control, NotifiesTheParentOfTheMomentAndMayDieOfIt)
+TEST_F(Control, NotifiesTheParentOfTheMoment)
 {
-    ControlParent first, second;
-    auto control = std::make_unique<Halves>();
-    ASSERT_TRUE(control->Create(kStyle, CRect(0, 0, 100, 20), &first, 5));
-    const auto describe = [](NMHDR& header, LRESULT&) {
+    ControlParent second;
+    const auto describe = [](NMHDR& header, LRESULT& answer) {
+        answer = 3;
         return header.code == kNotification ? "chosen by " + std::to_string(header.idFrom) : "";
     };
-    first.m_describe = second.m_describe = describe;
-    EXPECT_TRUE(control->Choose(2));
-    EXPECT_EQ("chosen by 5", first.Told());
-    control->SetParent(&second);
-    EXPECT_TRUE(control->Choose(1));
-    EXPECT_EQ("", first.Told());
-    EXPECT_EQ("chosen by 5", second.Told());
-
-    second.m_describe = [&](NMHDR&, LRESULT&) {
-        control.reset();
-        return "destroyed";
-    };
-    EXPECT_FALSE(control->Choose(2));
-    EXPECT_EQ("destroyed", second.Told());
+    m_parent.m_describe = second.m_describe = describe;
+    EXPECT_TRUE(m_control->Choose(2));
+    EXPECT_EQ(3, m_control->m_answer);
+    m_control->SetParent(&second);
+    EXPECT_TRUE(m_control->Choose(1) && m_control->NotifyCommand(kCommand));
+    EXPECT_EQ("chosen by 5", m_parent.Told());
+    EXPECT_EQ("chosen by 5 command:7", second.Told());
 }
 
-TEST(Control, UndoesADragInEachWayItCanEnd)
+TEST_F(Control, MayEndInWhatItTells)
 {
-    ControlParent parent;
+    const struct {
+        const char* name;
+        std::function<void(Halves&)> act;
+        bool isDragged = false;
+    } kActs[] = {
+        {"notification", [](Halves& control) { EXPECT_FALSE(control.Choose(2)); }},
+        {"command", [](Halves& control) { EXPECT_FALSE(control.NotifyCommand(kCommand)); }},
+        {"language", [](Halves& control) { control.SendMessage(CZoLanguageSupport::GetUpdateMessage()); }},
+        {"settings", [](Halves& control) { control.SendMessage(WM_SETTINGCHANGE); }},
+        {"font", [](Halves& control) { control.SendMessage(WM_SETFONT, 0, TRUE); }},
+        {"drag",
+         [](Halves& control) {
+             SendMouse(control, WM_MOUSEMOVE, {70, 5}, MK_LBUTTON);
+         },
+         true},
+        {"dropped",
+         [](Halves& control) {
+             SendMouse(control, WM_LBUTTONUP, {70, 5});
+         },
+         true},
+        {"Esc", [](Halves& control) { PressKey(control, VK_ESCAPE); }, true},
+        {"disabled", [](Halves& control) { control.EnableWindow(FALSE); }, true},
+        {"second drag", [](Halves& control) { EXPECT_FALSE(control.BeginDrag()); }, true},
+    };
+    const auto end = [this] { m_control.reset(); };
+    m_parent.m_describe = [&](NMHDR&, LRESULT&) { return end(), ""; };
+    m_parent.m_onTold = [&](const std::string&) { end(); };
+    for (const auto& row : kActs) {
+        SCOPED_TRACE(row.name);
+        Make();
+        EXPECT_TRUE(!row.isDragged || m_control->BeginDrag());
+        m_control->m_tells = true;
+        row.act(*m_control);
+        EXPECT_EQ(nullptr, m_control);
+        EXPECT_EQ(nullptr, ::GetCapture());
+    }
+}
+
+TEST_F(Control, UndoesADragInEachWayItCanEnd)
+{
     std::optional<ProcessCounts> before; // behind the first one
     const struct {
         const char* name;
         std::function<void(Halves&)> end;
-        bool isUndone;
+        bool isUndone = true;
     } kEnds[] = {
         {"button",
          [](Halves& control) {
              SendMouse(control, WM_LBUTTONUP, {70, 5});
          },
          false},
-        {"Esc", [](Halves& control) { PressKey(control, VK_ESCAPE); }, true},
-        {"capture", [](Halves&) { ::ReleaseCapture(); }, true},
-        {"another's capture", [&](Halves&) { parent.SetCapture(); }, true},
-        {"mode", [](Halves& control) { control.SendMessage(WM_CANCELMODE); }, true},
-        {"disabled", [](Halves& control) { control.EnableWindow(FALSE); }, true},
-        {"destroyed", [](Halves& control) { control.DestroyWindow(); }, true},
+        {"Esc", [](Halves& control) { PressKey(control, VK_ESCAPE); }},
+        {"Esc, out of memory", [](Halves& control) { control.m_fails = true, PressKey(control, VK_ESCAPE); }},
+        {"capture", [](Halves&) { ::ReleaseCapture(); }},
+        {"another's capture", [&](Halves&) { m_parent.SetCapture(); }},
+        {"mode", [](Halves& control) { control.SendMessage(WM_CANCELMODE); }},
+        {"disabled", [](Halves& control) { control.EnableWindow(FALSE); }},
+        {"destroyed", [](Halves& control) { control.DestroyWindow(); }},
     };
     for (const auto& row : kEnds) {
         SCOPED_TRACE(row.name);
-        Halves control;
-        ASSERT_TRUE(control.Create(kStyle, CRect(0, 0, 100, 20), &parent, 5));
-        ASSERT_TRUE(control.BeginDrag());
-        SendMouse(control, WM_MOUSEMOVE, {70, 5}, MK_LBUTTON);
-        EXPECT_EQ(70, control.m_border);
-        row.end(control);
-        EXPECT_FALSE(control.IsDragging());
-        EXPECT_EQ(row.isUndone ? 1 : 0, control.m_undone);
-        EXPECT_EQ(row.isUndone ? 50 : 70, control.m_border);
-        EXPECT_NE(control.m_hWnd, ::GetCapture() != nullptr ? ::GetCapture() : INVALID_HANDLE_VALUE);
+        Make();
+        ASSERT_TRUE(m_control->BeginDrag());
+        SendMouse(*m_control, WM_MOUSEMOVE, {70, 5}, MK_LBUTTON);
+        EXPECT_EQ(70, m_control->m_border);
+        row.end(*m_control);
+        EXPECT_FALSE(m_control->IsDragging());
+        EXPECT_EQ(row.isUndone ? 1 : 0, m_control->m_undone);
+        EXPECT_EQ(row.isUndone ? 50 : 70, m_control->m_border);
+        EXPECT_TRUE(::GetCapture() == nullptr || ::GetCapture() == m_parent.m_hWnd);
         ::ReleaseCapture();
+        m_control.reset();
         before = before.value_or(ProcessCounts::Take());
     }
     EXPECT_EQ(*before, ProcessCounts::Take());
+    Halves nowhere;
+    EXPECT_FALSE(nowhere.BeginDrag());
 }
 
-TEST(Control, ObeysKeysInTheDirectionOfTheEye)
+TEST_F(Control, ObeysKeysInTheDirectionOfTheEye)
 {
+    const struct {
+        UINT key;
+        int modifiers, chosen, chosenMirrored;
+    } kKeys[] = {{VK_RIGHT, 0, 2, 1}, {VK_LEFT, 0, 1, 2},         {VK_RIGHT, ZoKey::kControl, 1, 2},
+                 {'A', 0, 1, 2},      {'A', ZoKey::kShift, 3, 3}, {VK_LEFT, ZoKey::kShift, 3, 3}};
     for (const DWORD direction : {0L, WS_EX_LAYOUTRTL}) {
         ControlParent parent(direction);
-        Halves control;
-        ASSERT_TRUE(control.Create(kStyle, CRect(0, 0, 100, 20), &parent, 5));
-        control.SetFocus();
-        PressKey(control, VK_RIGHT);
-        EXPECT_EQ(direction == 0 ? 2 : 1, control.m_chosen);
-        PressKey(control, VK_LEFT);
-        EXPECT_EQ(direction == 0 ? 1 : 2, control.m_chosen);
-        PressKey(control, VK_RIGHT, ZoKey::kControl);
-        EXPECT_EQ(direction == 0 ? 1 : 2, control.m_chosen) << "not in the table";
-        // The left half is where the reader's eye begins, and both reach the edges.
-        const CClientDC dc(&control);
-        const HDC screen = dc;
-        if (direction != 0)
-            ::SetLayout(screen, 0);
-        control.UpdateWindow();
-        EXPECT_EQ(direction == 0 ? kInk : kPaper, ::GetPixel(screen, 0, 10));
-        EXPECT_EQ(direction == 0 ? kPaper : kInk, ::GetPixel(screen, 99, 10));
+        Make(&parent);
+        for (const auto& row : kKeys) {
+            PressKey(*m_control, row.key, row.modifiers);
+            EXPECT_EQ(direction == 0 ? row.chosen : row.chosenMirrored, m_control->m_chosen) << row.key;
+        }
+        m_control.reset();
     }
 }
 
-TEST(Control, IsPutOverAWindowOfATemplate)
+TEST_F(Control, IsPutOverAWindowOfATemplate)
 {
     class Dialog : public ControlParent {
     protected:
@@ -353,138 +456,18 @@ TEST(Control, IsPutOverAWindowOfATemplate)
                                          : ControlParent::WindowProc(message, wParam, lParam);
         }
     } parent;
+    EXPECT_FALSE(m_control->Create(kStyle, CRect(), &parent, 6)) << "it has a window";
+    EXPECT_EQ(1, m_control->m_layouts);
+    m_control->DestroyWindow();
+    EXPECT_FALSE(m_control->Create(kStyle, CRect(), nullptr, 5));
     ASSERT_TRUE(CZoControl::RegisterControlClass());
-    for (const char* windowClass : {ZO_CONTROL_CLASS, "STATIC"}) {
-        SCOPED_TRACE(windowClass);
-        CWnd window;
-        ASSERT_TRUE(window.Create(windowClass, "name", WS_CHILD | kStyle, CRect(0, 0, 100, 20), &parent, 5));
-        const HWND handle = window.Detach();
-        Halves control;
-        ASSERT_TRUE(control.SubclassDlgItem(5, &parent));
-        EXPECT_EQ(::GetStockObject(ANSI_FIXED_FONT), control.GetFontHandle());
-        EXPECT_EQ(1, control.m_layouts);
-        EXPECT_EQ(kPaper, ScreenOf(control)->At(90, 10));
-        control.SendMessage(WM_CHAR, 'x');
-        CString text;
-        control.GetWindowText(text);
-        EXPECT_STREQ("name", text);
-        control.DestroyWindow();
-        EXPECT_FALSE(::IsWindow(handle));
-    }
-}
-
-// Popups --------------------------------------------------------------------------------------------------------------
-
-namespace {
-
-class PopupOwner : public Halves, private ControlPopup::Client {
-public:
-    ControlPopup m_popup{*this};
-    Halves m_content;
-    std::vector<ControlPopup::Reason> m_closed;
-
-    BOOL Open() { return m_popup.Open(*this, m_content, 0, CSize(100, 60)); }
-
-private:
-    void OnPopupClosed(ControlPopup::Reason reason) override { m_closed.push_back(reason); }
-};
-
-} // namespace
-
-TEST(ControlPopup, ClosesOnceForItsReason)
-{
-    using Reason = ControlPopup::Reason;
-    ControlParent parent, other;
-    const struct {
-        const char* name;
-        std::function<void(PopupOwner&)> act;
-        Reason reason;
-    } kWays[] = {
-        {"owner", [](PopupOwner& owner) { owner.m_popup.Close(); }, Reason::kOwner},
-        {"click on the owner",
-         [](PopupOwner& owner) {
-             Click(owner, {5, 5});
-         },
-         Reason::kClickOwner},
-        {"click on the parent",
-         [&](PopupOwner&) {
-             Click(parent, {300, 200});
-         },
-         Reason::kClickAside},
-        {"click elsewhere",
-         [&](PopupOwner&) {
-             Click(other, {300, 200});
-         },
-         Reason::kClickAside},
-        {"focus", [&](PopupOwner&) { other.SetFocus(); }, Reason::kDeactivated},
-        {"program", [](PopupOwner& owner) { owner.m_popup.SendMessage(WM_ACTIVATEAPP, FALSE); }, Reason::kDeactivated},
-        {"disabled", [](PopupOwner& owner) { owner.EnableWindow(FALSE); }, Reason::kOwnerGone},
-        {"hidden", [](PopupOwner& owner) { owner.ShowWindow(SW_HIDE); }, Reason::kOwnerGone},
-        {"moved", [&](PopupOwner&) { parent.MoveWindow(60, 60, 400, 300); }, Reason::kOwnerGone},
-    };
-    for (const auto& row : kWays) {
-        SCOPED_TRACE(row.name);
-        parent.MoveWindow(50, 50, 400, 300);
-        PopupOwner owner;
-        ASSERT_TRUE(owner.Create(kStyle, CRect(10, 10, 110, 30), &parent, 5));
-        owner.SetFocus();
-        ASSERT_TRUE(owner.Open());
-        EXPECT_FALSE(owner.Open()) << "it is";
-        EXPECT_EQ(owner.m_hWnd, ::GetFocus());
-        EXPECT_TRUE(::IsWindowVisible(owner.m_content));
-        EXPECT_TRUE(owner.m_content.IsFocusShown() || !owner.IsFocusShown());
-        Click(owner.m_content, {5, 5});
-        EXPECT_EQ(owner.m_hWnd, ::GetFocus());
-        row.act(owner);
-        EXPECT_TRUE(WaitUntil([&] { return !owner.m_closed.empty(); }));
-        EXPECT_EQ(std::vector<Reason>{row.reason}, owner.m_closed);
-        EXPECT_EQ(nullptr, owner.m_content.m_hWnd);
-        EXPECT_EQ(nullptr, ::GetCapture());
-        if (row.reason == Reason::kOwner) { // it can be opened again
-            EXPECT_TRUE(owner.Open());
-            owner.DestroyWindow();
-            owner.m_popup.Close();
-        }
-    }
-}
-
-TEST(ControlPopup, StaysOnTheScreen)
-{
-    CRect work;
-    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-    ControlParent parent;
-    for (const CPoint corner : {work.TopLeft(), CPoint(work.right - 150, work.top), CPoint(work.left, work.bottom - 60),
-                                work.BottomRight() - CSize(60, 40)}) {
-        parent.MoveWindow(corner.x, corner.y, 400, 300);
-        PopupOwner owner;
-        ASSERT_TRUE(owner.Create(kStyle, CRect(0, 0, 100, 20), &parent, 5));
-        owner.SetFocus();
-        ASSERT_TRUE(owner.Open());
-        CRect place, ownerPlace, common;
-        owner.m_popup.GetWindowRect(&place);
-        owner.GetWindowRect(&ownerPlace);
-        EXPECT_TRUE(common.UnionRect(&work, &place) && common == work) << corner.x << "," << corner.y;
-        EXPECT_FALSE(common.IntersectRect(&place, &ownerPlace)) << corner.x << "," << corner.y;
-        owner.m_popup.Close();
-    }
-}
-
-TEST(ControlPopup, SurvivesFaults)
-{
-    ControlParent parent;
-    PopupOwner owner;
-    ASSERT_TRUE(owner.Create(kStyle, CRect(0, 0, 100, 20), &parent, 5));
-    owner.SetFocus();
-    const auto body = [&](const FaultRun& run) {
-        const BOOL opened = owner.Open();
-        run.Stop();
-        EXPECT_EQ(!run.Fired(), opened != FALSE);
-        EXPECT_EQ(opened, owner.m_popup.IsOpen());
-        owner.m_popup.Close();
-        EXPECT_EQ(nullptr, owner.m_content.m_hWnd);
-    };
-    FaultSource windows("windows");
-    ZO_FAULTY_CALL(SetTimer) timer(windows, nullptr, 0);
-    ZO_FAULTY_CALL(SetWindowsHookExA) hook(windows, nullptr, nullptr);
-    RunFaultLoop(windows, body);
+    CWnd window;
+    ASSERT_TRUE(window.Create("STATIC", "name", WS_CHILD | kStyle, CRect(0, 0, 100, 20), &parent, 5));
+    window.Detach();
+    ASSERT_TRUE(m_control->SubclassDlgItem(5, &parent));
+    EXPECT_EQ(::GetStockObject(ANSI_FIXED_FONT), m_control->GetFontHandle());
+    EXPECT_EQ(2, m_control->m_layouts);
+    m_control->SendMessage(WM_CHAR, 'x');
+    m_control->SendMessage(STM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(::LoadIcon(nullptr, IDI_APPLICATION)));
+    EXPECT_EQ(0, m_control->SendMessage(STM_GETIMAGE, IMAGE_ICON)) << "the class below it does nothing";
 }

@@ -8,31 +8,24 @@ namespace {
 
 constexpr COLORREF kGround = RGB(10, 20, 30);
 const CRect kArea(3, 4, 19, 16);  // within a canvas of 24 by 20
-const CRect kLarge(3, 4, 43, 36); // within one of 48 by 40
+const CRect kLarge(3, 4, 31, 28); // within one of 48 by 40; an icon is larger
 
 /// All that an effect must leave as it was.
-struct ContextState {
-    explicit ContextState(HDC dc)
-        : text(::GetTextColor(dc)), background(::GetBkColor(dc)), mode(::GetBkMode(dc)),
-          brush(::GetCurrentObject(dc, OBJ_BRUSH)), pen(::GetCurrentObject(dc, OBJ_PEN)),
-          font(::GetCurrentObject(dc, OBJ_FONT)), rop(::GetROP2(dc))
-    {
-        ::GetBrushOrgEx(dc, &origin);
-        ::GetClipBox(dc, &clip);
-    }
-    bool operator==(const ContextState& other) const
-    {
-        return text == other.text && background == other.background && mode == other.mode && brush == other.brush &&
-               pen == other.pen && font == other.font && rop == other.rop && origin.x == other.origin.x &&
-               origin.y == other.origin.y && ::EqualRect(&clip, &other.clip);
-    }
-    COLORREF text, background;
-    int mode;
-    HGDIOBJ brush, pen, font;
-    int rop;
-    POINT origin;
-    RECT clip;
-};
+std::vector<ULONG_PTR> StateOf(HDC dc)
+{
+    POINT origin = {};
+    RECT clip = {};
+    ::GetBrushOrgEx(dc, &origin);
+    ::GetClipBox(dc, &clip);
+    std::vector<ULONG_PTR> state;
+    for (const UINT object : {OBJ_BRUSH, OBJ_PEN, OBJ_FONT})
+        state.push_back(reinterpret_cast<ULONG_PTR>(::GetCurrentObject(dc, object)));
+    for (const LONG number : {static_cast<LONG>(::GetTextColor(dc)), static_cast<LONG>(::GetBkColor(dc)),
+                              static_cast<LONG>(::GetBkMode(dc)), static_cast<LONG>(::GetLayout(dc)), origin.x,
+                              origin.y, clip.left, clip.top, clip.right, clip.bottom})
+        state.push_back(static_cast<ULONG_PTR>(number));
+    return state;
+}
 
 struct Effect {
     const char* name;
@@ -54,28 +47,38 @@ const Effect kEffects[] = {
      [](HDC dc, const RECT& area) { return ZoDrawShortenedText(dc, area, "A long text", DT_LEFT, ZoShorten::kEnd); }},
 };
 
+BOOL WINAPI AnswerHighContrast(UINT, UINT, PVOID answer, UINT)
+{
+    static_cast<HIGHCONTRASTA*>(answer)->dwFlags = HCF_HIGHCONTRASTON;
+    return TRUE;
+}
+
 } // namespace
 
 TEST(Effects, StayInsideAndLeaveTheContextAsItWas)
 {
-    for (const Effect& effect : kEffects) {
-        SCOPED_TRACE(effect.name);
-        const Canvas canvas(48, 40, kGround);
-        ::SetTextColor(canvas, RGB(200, 0, 0));
-        ::SetBkColor(canvas, RGB(0, 200, 0));
-        ::SetBrushOrgEx(canvas, 1, 2, nullptr);
-        const ContextState before(canvas);
-        EXPECT_TRUE(effect.draw(canvas, {5, 5, 5, 9}));
-        EXPECT_EQ(48 * 40, canvas.Count(kGround, {0, 0, 48, 40})) << "an empty rectangle";
-        EXPECT_TRUE(effect.draw(canvas, kLarge)); // which may make what is shared
-        const ProcessCounts counts = ProcessCounts::Take();
-        for (int i = 0; i < 100; ++i)
-            EXPECT_TRUE(effect.draw(canvas, kLarge));
-        EXPECT_EQ(counts, ProcessCounts::Take());
-        EXPECT_TRUE(before == ContextState(canvas));
-        const int inside = canvas.Count(kGround, kLarge);
-        EXPECT_LT(inside, kLarge.Width() * kLarge.Height());
-        EXPECT_EQ(48 * 40 - kLarge.Width() * kLarge.Height(), canvas.Count(kGround, {0, 0, 48, 40}) - inside);
+    for (const int layout : {0, LAYOUT_RTL}) {
+        const CRect seen = layout == 0 ? kLarge : CRect(48 - kLarge.right, kLarge.top, 48 - kLarge.left, kLarge.bottom);
+        for (const Effect& effect : kEffects) {
+            SCOPED_TRACE(effect.name);
+            const Canvas canvas(48, 40, kGround);
+            ::SetLayout(canvas, static_cast<DWORD>(layout));
+            ::SetTextColor(canvas, RGB(200, 0, 0));
+            ::SetBkColor(canvas, RGB(0, 200, 0));
+            ::SetBrushOrgEx(canvas, 1, 2, nullptr);
+            const auto before = StateOf(canvas);
+            EXPECT_TRUE(effect.draw(canvas, {5, 5, 5, 9})) << "an empty rectangle";
+            EXPECT_TRUE(effect.draw(canvas, kLarge)); // which may make what is shared
+            const ProcessCounts counts = ProcessCounts::Take();
+            for (int i = 0; i < 100; ++i)
+                EXPECT_TRUE(effect.draw(canvas, kLarge));
+            EXPECT_EQ(counts, ProcessCounts::Take());
+            EXPECT_EQ(before, StateOf(canvas));
+            ::SetLayout(canvas, 0);
+            const int inside = canvas.Count(kGround, seen);
+            EXPECT_LT(inside, kLarge.Width() * kLarge.Height());
+            EXPECT_EQ(48 * 40 - kLarge.Width() * kLarge.Height(), canvas.Count(kGround, {0, 0, 48, 40}) - inside);
+        }
     }
 }
 
@@ -85,9 +88,10 @@ TEST(Effects, PixelsInTheColoursOfTheScheme)
                          {COLOR_3DHILIGHT, RGB(240, 240, 0)},
                          {COLOR_3DLIGHT, RGB(0, 220, 220)},
                          {COLOR_3DSHADOW, RGB(60, 0, 60)},
-                         {COLOR_3DDKSHADOW, RGB(20, 20, 0)}});
+                         {COLOR_3DDKSHADOW, RGB(20, 20, 0)},
+                         {COLOR_GRAYTEXT, RGB(90, 0, 90)}});
     constexpr COLORREF kHilight = RGB(240, 240, 0), kLight = RGB(0, 220, 220), kShadow = RGB(60, 0, 60),
-                       kDark = RGB(20, 20, 0);
+                       kDark = RGB(20, 20, 0), kGray = RGB(90, 0, 90);
     const struct {
         ZoEdge edge;
         COLORREF topOuter, topInner, bottomInner, bottomOuter;
@@ -104,10 +108,23 @@ TEST(Effects, PixelsInTheColoursOfTheScheme)
             << static_cast<UINT>(row.edge);
     }
 
-    const Canvas text(60, 20, kGround);
-    ZoDrawDisabledText(text, {0, 0, 60, 20}, "HHH", -1, DT_LEFT);
-    EXPECT_GT(text.Count(kHilight, {0, 0, 60, 20}), 10);
-    EXPECT_GT(text.Count(kShadow, {0, 0, 60, 20}), text.Count(kHilight, {0, 0, 60, 20})) << "above the light";
+    const CRect whole(0, 0, 60, 20);
+    const auto draw = [&](const Canvas& canvas) {
+        constexpr BYTE kBlack[8 * 2] = {};
+        CBitmap picture;
+        EXPECT_TRUE(picture.CreateBitmap(8, 8, 1, 1, kBlack));
+        EXPECT_TRUE(ZoDrawDisabledText(canvas, {0, 0, 40, 20}, "HHH", -1, DT_LEFT));
+        EXPECT_TRUE(ZoDrawDisabledBitmap(canvas, {45, 0, 60, 20}, picture));
+        return std::vector<bool>{canvas.Count(kShadow, whole) > 10, canvas.Count(kHilight, whole) > 10,
+                                 canvas.Count(kGray, whole) > 10};
+    };
+    const Canvas embossed(60, 20, kGround);
+    EXPECT_EQ((std::vector{true, true, false}), draw(embossed));
+    EXPECT_GT(embossed.Count(kShadow, whole), embossed.Count(kHilight, whole)) << "above the light";
+    EXPECT_EQ(kShadow, embossed.At(45, 0));
+    EXPECT_EQ(kHilight, embossed.At(53, 8));
+    const ImportPatch contrast(kZogbl, "SystemParametersInfoA", &AnswerHighContrast);
+    EXPECT_EQ((std::vector{false, false, true}), draw(Canvas(60, 20, kGround)));
 }
 
 TEST(Effects, RampHatchAndFocusPixelByPixel)
@@ -117,6 +134,10 @@ TEST(Effects, RampHatchAndFocusPixelByPixel)
     EXPECT_EQ(RGB(0, 100, 250), canvas.At(3, 10));
     EXPECT_EQ(RGB(150, 100, 100), canvas.At(18, 10));
     EXPECT_EQ(RGB(70, 100, 180), canvas.At(10, 10));
+    ::SetLayout(canvas, LAYOUT_RTL);
+    ASSERT_TRUE(ZoDrawColorRamp(canvas, kArea, RGB(0, 100, 250), RGB(150, 100, 100), FALSE));
+    EXPECT_EQ(RGB(0, 100, 250), canvas.At(3, 10)) << "at the reader's side";
+    ::SetLayout(canvas, 0);
     ASSERT_TRUE(ZoDrawColorRamp(canvas, kArea, RGB(0, 0, 0), RGB(110, 0, 0), TRUE));
     for (int y = 4; y < 16; ++y)
         EXPECT_EQ(RGB(10 * (y - 4), 0, 0), canvas.At(7, y));
@@ -184,14 +205,9 @@ TEST(Effects, TextIsShortenedBetweenCharacters)
                             "c"; // two characters end in a backslash's byte
         for (const ZoShorten how : {ZoShorten::kEnd, ZoShorten::kMiddle, ZoShorten::kPath}) {
             for (int width = 0; width < 16 * unit.cx; width += 3) {
-                const CString shown = ZoShortenText(canvas, kText, width, how);
-                const std::string text(shown);
-                const size_t dots = text.find("...");
-                const std::string head = text.substr(0, dots);
-                size_t at = 0;
-                while (at < head.size())
-                    at += static_cast<size_t>(IsDBCSLeadByte(static_cast<BYTE>(head[at])) ? 2 : 1);
-                EXPECT_EQ(head.size(), at) << text;
+                const std::string shown(ZoShortenText(canvas, kText, width, how));
+                const std::string head = shown.substr(0, shown.find("..."));
+                EXPECT_NE(0, MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, head.c_str(), -1, nullptr, 0)) << shown;
             }
         }
         EXPECT_EQ(std::string::npos,
@@ -204,6 +220,16 @@ TEST(Effects, TextIsShortenedBetweenCharacters)
     EXPECT_TRUE(isShortened);
     EXPECT_TRUE(ZoDrawShortenedText(canvas, {0, 0, 2000, 20}, "short", DT_LEFT, ZoShorten::kMiddle, &isShortened));
     EXPECT_FALSE(isShortened);
+    isShortened = TRUE;
+    EXPECT_TRUE(ZoDrawShortenedText(canvas, kArea, "", DT_LEFT, ZoShorten::kMiddle, &isShortened));
+    EXPECT_FALSE(isShortened);
+    const auto inkOf = [&](LPCSTR text) {
+        const Canvas drawn(100, 20, kGround);
+        EXPECT_TRUE(ZoDrawShortenedText(drawn, {0, 0, 100, 20}, text, DT_LEFT, ZoShorten::kEnd));
+        EXPECT_EQ(0, drawn.Count(::GetBkColor(drawn), {0, 0, 100, 20}));
+        return 100 * 20 - drawn.Count(kGround, {0, 0, 100, 20});
+    };
+    EXPECT_EQ(2 * inkOf("&"), inkOf("&&")) << "a character as any other, on the background as it is";
     ::SelectObject(canvas, before);
 }
 
@@ -212,13 +238,13 @@ TEST(Effects, SurviveFaultsOfTheSystem)
     DrawingFaults faults;
     RunFaultLoop(faults, [](const FaultRun& run) {
         const Canvas canvas(24, 20, kGround);
-        const ContextState before(canvas);
+        const auto before = StateOf(canvas);
         BOOL drawn = TRUE;
         for (const Effect& effect : kEffects)
             drawn = effect.draw(canvas, kArea) && drawn;
         run.Stop();
         EXPECT_EQ(!run.Fired(), drawn != FALSE);
-        EXPECT_TRUE(before == ContextState(canvas));
+        EXPECT_EQ(before, StateOf(canvas));
         for (const Effect& effect : kEffects)
             EXPECT_TRUE(effect.draw(canvas, kArea)) << effect.name;
     });
