@@ -261,17 +261,12 @@ TEST_F(Control, TellsScreenReaders)
     auto* both = static_cast<IEnumVARIANT*>(part.punkVal);
     VARIANT selected[3] = {};
     ULONG count = 0;
-    EXPECT_EQ(S_OK, both->Skip(1));
-    IEnumVARIANT* second = nullptr;
-    EXPECT_EQ(S_OK, both->Clone(&second));
-    EXPECT_EQ(S_FALSE, both->Skip(2));
+    EXPECT_EQ(S_FALSE, both->Skip(3));
     EXPECT_EQ(S_OK, both->Reset());
     EXPECT_EQ(S_FALSE, both->Next(3, selected, &count));
-    EXPECT_EQ("2 1 2",
-              std::to_string(count) + " " + std::to_string(selected[0].lVal) + " " + std::to_string(selected[1].lVal));
-    EXPECT_EQ(S_OK, second->Next(1, selected, nullptr));
-    EXPECT_EQ(2, selected[0].lVal);
-    EXPECT_EQ(0u, both->Release() + second->Release());
+    EXPECT_EQ(2u, count);
+    EXPECT_EQ(2, selected[1].lVal);
+    EXPECT_EQ(0u, both->Release());
 
     m_control->EnableWindow(FALSE);
     EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->accDoDefaultAction(Reader::Part(1)));
@@ -406,6 +401,7 @@ TEST_F(Control, UndoesADragInEachWayItCanEnd)
         {"another's capture", [&](Halves&) { m_parent.SetCapture(); }},
         {"mode", [](Halves& control) { control.SendMessage(WM_CANCELMODE); }},
         {"disabled", [](Halves& control) { control.EnableWindow(FALSE); }},
+        {"hidden", [](Halves& control) { control.ShowWindow(SW_HIDE); }},
         {"destroyed", [](Halves& control) { control.DestroyWindow(); }},
     };
     for (const auto& row : kEnds) {

@@ -40,17 +40,7 @@ void SetNumber(VARIANT* variant, LONG number)
 /// The selected parts of a control, at the moment of the question.
 class SelectedParts final : public IEnumVARIANT {
 public:
-    static SelectedParts* Make(const CDWordArray& parts, ULONG at)
-    {
-        auto* made = new (std::nothrow) SelectedParts(at);
-        if (made == nullptr || WithoutThrowing([&] {
-                made->m_parts.Copy(parts);
-                return TRUE;
-            }))
-            return made;
-        delete made;
-        return nullptr;
-    }
+    explicit SelectedParts(const CDWordArray& parts) { m_parts.Copy(parts); }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override
     {
@@ -90,17 +80,16 @@ public:
     }
     HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** result) override
     {
-        *result = Make(m_parts, m_at);
-        return *result != nullptr ? S_OK : E_OUTOFMEMORY;
+        *result = nullptr;
+        return E_NOTIMPL; // no screen reader asks for it
     }
 
 private:
-    explicit SelectedParts(ULONG at) : m_at(at) {}
     ~SelectedParts() = default;
     ULONG Count() const { return static_cast<ULONG>(m_parts.GetSize()); }
 
     CDWordArray m_parts;
-    ULONG m_at;
+    ULONG m_at = 0;
     LONG m_references = 1;
 };
 
@@ -306,7 +295,7 @@ HRESULT ControlAccess::get_accSelection(VARIANT* parts)
             SetNumber(parts, static_cast<LONG>(selected[0]));
             return S_OK;
         }
-        parts->punkVal = SelectedParts::Make(selected, 0);
+        parts->punkVal = new (std::nothrow) SelectedParts(selected);
         if (parts->punkVal == nullptr)
             return E_OUTOFMEMORY;
         parts->vt = VT_UNKNOWN;
