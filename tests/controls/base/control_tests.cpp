@@ -241,6 +241,7 @@ TEST_F(Control, TellsScreenReaders)
     EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->accSelect(SELFLAG_NONE, Reader::Part(0)));
     EXPECT_EQ(S_OK, reader->accSelect(SELFLAG_TAKEFOCUS, Reader::Part(0)));
     EXPECT_EQ(1, reader.Focus());
+    EXPECT_EQ(STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED, reader.State());
 
     const struct {
         LONG direction, start, end; // 0: none

@@ -44,7 +44,7 @@ const Effect kEffects[] = {
     {"hatch", [](HDC dc, const RECT& area) { return ZoDrawHatch(dc, area, RGB(255, 0, 0), RGB(0, 0, 255)); }},
     {"focus", [](HDC dc, const RECT& area) { return ZoDrawFocus(dc, area); }},
     {"shortened",
-     [](HDC dc, const RECT& area) { return ZoDrawShortenedText(dc, area, "A long text", DT_LEFT, ZoShorten::kEnd); }},
+     [](HDC dc, const RECT& area) { return ZoDrawShortenedText(dc, area, "Long text", DT_LEFT, ZoShorten::kEnd); }},
 };
 
 BOOL WINAPI AnswerHighContrast(UINT, UINT, PVOID answer, UINT)
