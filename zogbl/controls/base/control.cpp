@@ -401,7 +401,7 @@ LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         if (OnMouse(message, CPoint(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)))))
             return 0;
         break;
-    case WM_CAPTURECHANGED:
+    case WM_CAPTURECHANGED: // also by WM_CANCELMODE, which a control gets that is disabled
         if (reinterpret_cast<HWND>(lParam) != m_hWnd)
             UndoDrag();
         break;
@@ -409,7 +409,6 @@ LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         if (!wParam)
             UndoDrag();
         break;
-    case WM_CANCELMODE:
     case WM_DESTROY:
         UndoDrag();
         break;
@@ -426,10 +425,6 @@ LRESULT CZoControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         Invalidate(FALSE);
         break;
     case WM_ENABLE:
-        if (!wParam)
-            UndoDrag();
-        if (life.IsOver())
-            return result;
         RaiseEvent(EVENT_OBJECT_STATECHANGE);
         Invalidate(FALSE);
         break;
