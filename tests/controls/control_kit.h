@@ -6,6 +6,7 @@
 
 #include <zogbl/control.h>
 
+#include <cwchar>
 #include <random>
 
 #include <oleacc.h>
@@ -200,6 +201,7 @@ private:
         char converted[256] = "";
         if ((m_object->*ask)(Part(part), &text) == S_OK)
             WideCharToMultiByte(CP_ACP, 0, text, -1, converted, sizeof converted, nullptr, nullptr);
+        EXPECT_EQ(text != nullptr ? std::wcslen(text) : 0, ::SysStringLen(text));
         ::SysFreeString(text);
         return converted;
     }

@@ -18,7 +18,7 @@ public:
     static constexpr ZoKey kKeys[] = {{VK_LEFT, ZoKey::kNone, 1}, {VK_RIGHT, ZoKey::kNone, 2}, {'A', ZoKey::kShift, 3}};
 
     int m_border = 50, m_chosen = 1; // 3: both
-    int m_layouts = 0, m_drawn = 0, m_undone = 0, m_mode = 0;
+    int m_layouts = 0, m_texts = 0, m_drawn = 0, m_undone = 0, m_mode = 0;
     LRESULT m_answer = 0;
     CRect m_dirty;
     bool m_fails = false, m_tells = false; // each override
@@ -44,7 +44,11 @@ public:
     {
         m_chosen = part;
         RaiseEvent(EVENT_OBJECT_SELECTION, part);
-        return Notify(kNotification, nullptr, &m_answer);
+        LRESULT answer = 0;
+        if (!Notify(kNotification, nullptr, &answer))
+            return FALSE; // the object is gone
+        m_answer = answer;
+        return TRUE;
     }
     using CZoControl::BeginDrag;
     using CZoControl::GetFontHandle;
@@ -65,7 +69,7 @@ protected:
         dc->FillSolidRect(CRect(m_border, 0, 100, 20), kPaper);
     }
     void OnLayout() override { Count(m_layouts); }
-    void OnReloadTexts() override { Tell(); }
+    void OnReloadTexts() override { Count(m_texts); }
     void OnDragMove(CPoint point) override
     {
         m_border = point.x;
@@ -125,8 +129,10 @@ TEST_F(Control, DrawsWhatIsDirty)
     m_control->InvalidateRect(CRect(60, 5, 70, 9));
     m_control->UpdateWindow();
     EXPECT_EQ(CRect(60, 5, 70, 9), m_control->m_dirty);
+    EXPECT_TRUE(AreEqual(*whole, *ScreenOf(*m_control)));
     EXPECT_EQ(TRUE, m_control->SendMessage(WM_ERASEBKGND));
 
+    m_control->SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(ANSI_FIXED_FONT)));
     m_control->m_fails = true;
     const Canvas printed(100, 20);
     m_control->SendMessage(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(static_cast<HDC>(printed)), PRF_CLIENT);
@@ -188,6 +194,8 @@ TEST_F(Control, FollowsTheSystemTheLanguageAndItsStates)
         std::erase_if(heard, [](const auto& event) { return event.first == EVENT_OBJECT_LOCATIONCHANGE; });
         EXPECT_EQ(row.heard, heard);
     }
+    EXPECT_TRUE(m_control->IsFocusShown());
+    EXPECT_EQ(1, m_control->m_texts);
     EXPECT_EQ(static_cast<HFONT>(font), m_control->GetFontHandle());
     EXPECT_EQ(&font, m_control->GetFont());
     m_control->DestroyWindow();
@@ -236,6 +244,9 @@ TEST_F(Control, TellsScreenReaders)
     BSTR text = nullptr;
     VARIANT part = {};
     EXPECT_EQ(S_FALSE, reader->get_accValue(Reader::Part(1), &text)) << "has none";
+    IDispatch* child = nullptr;
+    EXPECT_EQ(S_FALSE, reader->get_accChild(Reader::Part(2), &child)) << "no object of its own";
+    EXPECT_EQ(E_INVALIDARG, reader->get_accChild(Reader::Part(3), &child));
     EXPECT_EQ(E_INVALIDARG, reader->get_accName(VARIANT{}, &text));
     EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->get_accHelp(Reader::Part(1), &text));
     EXPECT_EQ(DISP_E_MEMBERNOTFOUND, reader->accSelect(SELFLAG_NONE, Reader::Part(0)));
@@ -411,6 +422,8 @@ TEST_F(Control, UndoesADragInEachWayItCanEnd)
         ASSERT_TRUE(m_control->BeginDrag());
         SendMouse(*m_control, WM_MOUSEMOVE, {70, 5}, MK_LBUTTON);
         EXPECT_EQ(70, m_control->m_border);
+        m_control->SendMessage(WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(m_control->m_hWnd)); // it has it still
+        EXPECT_TRUE(m_control->IsDragging());
         row.end(*m_control);
         EXPECT_FALSE(m_control->IsDragging());
         EXPECT_EQ(row.isUndone ? 1 : 0, m_control->m_undone);
@@ -439,6 +452,11 @@ TEST_F(Control, ObeysKeysInTheDirectionOfTheEye)
             PressKey(*m_control, row.key, row.modifiers);
             EXPECT_EQ(direction == 0 ? row.chosen : row.chosenMirrored, m_control->m_chosen) << row.key;
         }
+        m_control->UpdateWindow();
+        const CClientDC dc(m_control.get());
+        ::SetLayout(dc, 0);
+        EXPECT_EQ(direction == 0 ? kInk : kPaper, ::GetPixel(dc, 0, 10));
+        EXPECT_EQ(direction == 0 ? kPaper : kInk, ::GetPixel(dc, 99, 10));
         m_control.reset();
     }
 }
@@ -459,12 +477,10 @@ TEST_F(Control, IsPutOverAWindowOfATemplate)
     EXPECT_FALSE(m_control->Create(kStyle, CRect(), nullptr, 5));
     ASSERT_TRUE(CZoControl::RegisterControlClass());
     CWnd window;
-    ASSERT_TRUE(window.Create("STATIC", "name", WS_CHILD | kStyle, CRect(0, 0, 100, 20), &parent, 5));
+    ASSERT_TRUE(window.Create("EDIT", "name", WS_CHILD | kStyle, CRect(0, 0, 100, 20), &parent, 5));
     window.Detach();
     ASSERT_TRUE(m_control->SubclassDlgItem(5, &parent));
     EXPECT_EQ(::GetStockObject(ANSI_FIXED_FONT), m_control->GetFontHandle());
     EXPECT_EQ(2, m_control->m_layouts);
-    m_control->SendMessage(WM_CHAR, 'x');
-    m_control->SendMessage(STM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(::LoadIcon(nullptr, IDI_APPLICATION)));
-    EXPECT_EQ(0, m_control->SendMessage(STM_GETIMAGE, IMAGE_ICON)) << "the class below it does nothing";
+    EXPECT_EQ(0, m_control->SendMessage(EM_GETLIMITTEXT)) << "the class below it does nothing";
 }
