@@ -7,32 +7,43 @@
 
 #include <new>
 
-void ControlTip::Follow(ControlTip*& tip, CZoControl& owner, int part, UINT message, WPARAM wParam, LPARAM lParam)
+void ControlTip::Follow(ControlTip*& tip, CZoControl& owner, const Place& place, UINT message, WPARAM wParam,
+                        LPARAM lParam)
 {
-    if (part != kNone && tip == nullptr)
+    if (place.part != kNone && tip == nullptr)
         tip = new (std::nothrow) ControlTip;
     if (tip == nullptr)
         return;
-    if (tip->m_part != part) {
+    if (tip->m_part != place.part) {
         tip->Hide(owner);
-        WithoutThrowing([&] { tip->Offer(owner, part); });
+        WithoutThrowing([&] { tip->Offer(owner, place); });
     }
     MSG relayed = {owner.m_hWnd, message, wParam, lParam, 0, {0, 0}};
     if (tip->m_part != kNone)
         tip->m_tip.RelayEvent(&relayed);
 }
 
-void ControlTip::Offer(CZoControl& owner, int part)
+void ControlTip::Follow(ControlTip*& tip, CZoControl& owner, int part, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    ZoPart description;
-    if (part == kNone || !owner.DescribePart(part, description) ||
-        (m_tip.m_hWnd == nullptr && !m_tip.Create(&owner, TTS_ALWAYSTIP | TTS_NOPREFIX)))
+    Place place;
+    WithoutThrowing([&] {
+        ZoPart description;
+        const bool isShown = tip != nullptr && tip->m_part == part;
+        if (part != kNone && (isShown || owner.DescribePart(part, description)))
+            place = {part, description.area, description.name};
+    });
+    Follow(tip, owner, place, message, wParam, lParam);
+}
+
+void ControlTip::Offer(CZoControl& owner, const Place& place)
+{
+    if (place.part == kNone || (m_tip.m_hWnd == nullptr && !m_tip.Create(&owner, TTS_ALWAYSTIP | TTS_NOPREFIX)))
         return;
     char shown[kLongest + 1];
-    CopyBounded(shown, sizeof shown, description.name);
+    CopyBounded(shown, sizeof shown, place.text);
     m_tip.SetMaxTipWidth(CZoGlobalGDIData::Scale(kWidest));
-    if (m_tip.AddTool(&owner, shown, &description.area, static_cast<UINT_PTR>(part)))
-        m_part = part;
+    if (m_tip.AddTool(&owner, shown, &place.area, static_cast<UINT_PTR>(place.part)))
+        m_part = place.part;
 }
 
 void ControlTip::Hide(CWnd& owner)

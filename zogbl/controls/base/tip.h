@@ -6,7 +6,7 @@
 
 #include <afxcmn.h>
 
-/// Shows the name of a part of a control while the mouse rests over it. The system's tip, made when it is first needed,
+/// Shows a text while the mouse rests over a place of a control. The system's tip, made when it is first needed,
 /// keeps a copy of the text; if it cannot be made, there is no tip.
 class ControlTip {
 public:
@@ -16,10 +16,18 @@ public:
     ControlTip(const ControlTip&) = delete;
     ControlTip& operator=(const ControlTip&) = delete;
 
+    /// What the mouse is over.
+    struct Place {
+        int part = kNone; ///< a number of the control's own; kNone: nothing that has a tip
+        CRect area;
+        CString text; ///< if it is longer than kLongest, the beginning is shown
+    };
     /// Takes a mouse message of \p owner. \param tip made if it is wanted
-    /// \param part over which the mouse is, or kNone. If its name is longer than kLongest, the beginning is shown
+    static void Follow(ControlTip*& tip, CZoControl& owner, const Place& place, UINT message, WPARAM wParam,
+                       LPARAM lParam);
+    /// The same for a part, whose tip is its name.
     static void Follow(ControlTip*& tip, CZoControl& owner, int part, UINT message, WPARAM wParam, LPARAM lParam);
-    /// Which part has a tip, or kNone.
+    /// Which place has a tip, or kNone.
     int GetPart() const { return m_part; }
     void Hide(CWnd& owner);
     /// At the owner's end.
@@ -29,7 +37,7 @@ private:
     static constexpr size_t kLongest = 1000; // bytes
     static constexpr int kWidest = 400;      // pixels at 96 dots an inch; longer lines are broken
 
-    void Offer(CZoControl& owner, int part);
+    void Offer(CZoControl& owner, const Place& place);
 
     CToolTipCtrl m_tip;
     int m_part = kNone;
