@@ -1,5 +1,7 @@
 #include <zogbl/type_ahead.h>
 
+#include <common/double_byte.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -23,6 +25,20 @@ BOOL CZoTypeAhead::Type(UINT character)
     m_szTyped[length] = static_cast<char>(character);
     m_szTyped[length + 1] = '\0';
     return TRUE;
+}
+
+BOOL CZoTypeAhead::IsHalf() const
+{
+    LPCSTR last = PreviousCharacter(m_szTyped, m_szTyped + std::strlen(m_szTyped));
+    return IsLeadByte(last[0]) && last[1] == '\0';
+}
+
+BOOL CZoTypeAhead::IsOneCharacter() const { return NextCharacter(m_szTyped)[0] == '\0'; }
+
+void CZoTypeAhead::KeepLastCharacter()
+{
+    LPCSTR last = PreviousCharacter(m_szTyped, m_szTyped + std::strlen(m_szTyped));
+    std::memmove(m_szTyped, last, std::strlen(last) + 1);
 }
 
 BOOL CZoTypeAhead::Begins(LPCSTR name, LPCSTR text)

@@ -1,6 +1,5 @@
 #include <zogbl/color_chooser.h>
 
-#include <common/double_byte.h>
 #include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 
@@ -12,19 +11,6 @@
 #include <oleacc.h>
 
 IMPLEMENT_DYNAMIC(CZoColorChooser, CZoControl)
-
-namespace {
-
-/// Whether the second half of the last character is still to come.
-bool IsIncomplete(LPCSTR text)
-{
-    bool isHalf = false;
-    for (; *text != '\0'; text = NextCharacter(text))
-        isHalf = IsLeadByte(text[0]) && text[1] == '\0';
-    return isHalf;
-}
-
-} // namespace
 
 CZoColorChooser::CZoColorChooser()
     : m_pColors(kStandardColors), m_nColors(kStandardColorCount), m_nColumns(kStandardColumns)
@@ -205,22 +191,10 @@ BOOL CZoColorChooser::IsSpaceTyped() const
 
 void CZoColorChooser::OnTyped(UINT character)
 {
-    if (!m_typed.Type(character) || IsIncomplete(m_typed.Get()))
+    if (!m_typed.Type(character))
         return;
-    WithoutThrowing([this] { MoveToTyped(); });
-}
-
-void CZoColorChooser::MoveToTyped()
-{
-    const bool isFirst = NextCharacter(m_typed.Get())[0] == '\0';
-    int part = FindName(isFirst ? m_nFocused + 1 : m_nFocused, m_typed.Get());
-    if (part == 0 && !isFirst) { // the character begins another name
-        const CZoTypeAhead whole = std::exchange(m_typed, CZoTypeAhead());
-        for (LPCSTR last = PreviousCharacter(whole.Get(), whole.Get() + lstrlenA(whole.Get())); *last != '\0'; ++last)
-            m_typed.Type(static_cast<BYTE>(*last));
-        part = FindName(m_nFocused + 1, m_typed.Get());
-    }
-    MoveTo(part);
+    const auto find = [this](LPCSTR text, bool isNext) { return FindName(m_nFocused + isNext, text); };
+    WithoutThrowing([&] { MoveTo(m_typed.Find(find)); });
 }
 
 void CZoColorChooser::OnMouseMoved(CPoint point)
@@ -245,7 +219,7 @@ void CZoColorChooser::OnDragEnd(CPoint point)
 
 LRESULT CZoColorChooser::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const CPoint point(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)));
+    const CPoint point(lParam);
     switch (message) {
     case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;

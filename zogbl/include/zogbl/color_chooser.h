@@ -127,7 +127,6 @@ private:
     int FindName(int from, LPCSTR text) const;
     BOOL IsSpaceTyped() const;
     void OnTyped(UINT character);
-    void MoveToTyped();
     void OnMouseMoved(CPoint point);
     void ReadCustomColors();
     void LoadTexts(int named);
