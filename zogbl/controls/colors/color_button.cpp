@@ -6,6 +6,7 @@
 
 #include "colors.h"
 #include "controls/base/popup.h"
+#include "controls/drawing/arrow.h"
 #include "controls/drawing/item_painting.h"
 
 #include <algorithm>
@@ -197,6 +198,7 @@ LRESULT CZoColorButton::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_CANCELMODE:
     case WM_MOVE:
     case WM_SIZE:
+    case WM_SETFONT: // its size would be another
     case WM_DESTROY:
         Close();
         break;
@@ -259,14 +261,12 @@ void CZoColorButton::OnDraw(CDC* dc, const CRect&)
     if (IsOpen())
         area.OffsetRect(1, 1);
 
-    // The arrow, a triangle that stands on its tip
-    const int rows = m_nArrow;
-    const COLORREF arrow = isEnabled ? pair.text : CZoGlobalGDIData::GetDisabledColor(pair.text, pair.background);
-    const int tip = area.right - rows;
-    const int top = area.CenterPoint().y - rows / 2;
-    for (int i = 0; i < rows && tip - rows >= area.left; ++i)
-        dc->FillSolidRect(CRect(tip - (rows - 1 - i), top + i, tip + rows - i, top + i + 1), arrow);
-    area.right = tip - rows - m_nMargin;
+    CRect arrow = area;
+    arrow.left = arrow.right - 2 * m_nArrow;
+    if (arrow.left >= area.left)
+        DrawArrow(dc, arrow, ArrowTo::kDown,
+                  isEnabled ? pair.text : CZoGlobalGDIData::GetDisabledColor(pair.text, pair.background));
+    area.right = arrow.left - m_nMargin;
 
     CRect swatch = area;
     CRect text = area;

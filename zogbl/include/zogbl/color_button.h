@@ -12,8 +12,8 @@
 ///     ON_NOTIFY(ZON_COLOR_CHANGED, IDC_INK, OnInk)         // a ZoColorNotification
 ///
 /// The button keeps the keyboard while the grid is open: what its table does not have goes to the grid. The grid closes
-/// without a choice if the user clicks elsewhere or goes to another control, window or program, and if the button is
-/// hidden, disabled, moved or destroyed.
+/// without a choice if the user clicks elsewhere or goes to another control, window or program, and if the button gets
+/// another font or is hidden, disabled, moved or destroyed.
 class ZOGBL_API CZoColorButton : public CZoControl {
     DECLARE_DYNAMIC(CZoColorButton)
 public:
