@@ -23,25 +23,18 @@ CSize CZoColorChooser::GetIdealSize(CWnd* like)
     const CWnd* model = like != nullptr ? like : this;
     const auto font = model->m_hWnd != nullptr ? reinterpret_cast<HFONT>(model->SendMessage(WM_GETFONT)) : nullptr;
     const int margins = 2 * CZoGlobalGDIData::Scale(kMargin);
-    const HDC screen = ::GetDC(nullptr);
-    const HGDIOBJ before = ::SelectObject(screen, font != nullptr ? font : GetFontHandle());
-    TEXTMETRICA metrics = {};
-    ::GetTextMetricsA(screen, &metrics);
-    const int cell = static_cast<int>(metrics.tmHeight) + margins;
+    const WindowFontDC dc(nullptr, font != nullptr ? font : GetFontHandle());
+    const int cell = static_cast<int>(dc.GetMetrics().tmHeight) + margins;
     int width = m_nColumns * cell;
     WithoutThrowing([&] {
         const auto measure = [&](const CString& text, int beside) {
-            CSize size;
-            ::GetTextExtentPoint32A(screen, text, text.GetLength(), &size);
-            width = (std::max)(width, static_cast<int>(size.cx) + beside + 2 * margins);
+            width = (std::max)(width, static_cast<int>(dc.GetTextExtent(text).cx) + beside + 2 * margins);
         };
         for (int i = 0; i < m_nColors; ++i)
             measure(TextOf(m_pColors[i].color, GetColorName(m_pColors[i].color)), 0);
         measure(LoadColorText(ZO_IDS_COLOR_AUTOMATIC), cell);
         measure(LoadColorText(ZO_IDS_COLOR_MORE), 0);
     });
-    ::SelectObject(screen, before);
-    ::ReleaseDC(nullptr, screen);
     return {width, GetRowCount(model->m_hWnd != nullptr ? model->GetStyle() : 0) * cell};
 }
 

@@ -95,7 +95,11 @@ BOOL CZoScreenSample::GetColors(int area, COLORREF& ink, COLORREF& paper) const
 BOOL CZoScreenSample::SetText(int area, LPCSTR text)
 {
     const int lines = CountLines(text);
-    if (!IsArea(area) || lines == 0 || !WithoutThrowing([&] { m_areas[area].text = text; }))
+    if (!IsArea(area) || lines == 0)
+        return FALSE;
+    if (m_areas[area].text == text)
+        return TRUE;
+    if (!WithoutThrowing([&] { m_areas[area].text = text; }))
         return FALSE;
     m_areas[area].lines = lines;
     if (m_hWnd != nullptr) {
@@ -218,8 +222,7 @@ LRESULT CZoScreenSample::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         TakeFocus();
         if (life.IsOver() || m_hWnd == nullptr)
             return 0;
-        const int part = FindPart(CPoint(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))));
-        if (part != 0)
+        if (const int part = FindPart(CPoint(lParam)); part != 0)
             ChooseByUser(part - 1);
         return 0;
     }

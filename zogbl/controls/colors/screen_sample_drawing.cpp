@@ -12,19 +12,7 @@ namespace {
 constexpr int kButton = 13; // a radio button, at 96 dots an inch
 constexpr int kMargin = 3;  // around it, and around the contrast
 
-/// The height of a line, and the width of a text.
-CSize Measure(HFONT font, LPCSTR text)
-{
-    const HDC screen = ::GetDC(nullptr);
-    const HGDIOBJ before = ::SelectObject(screen, font);
-    TEXTMETRICA metrics = {};
-    CSize size;
-    ::GetTextMetricsA(screen, &metrics);
-    ::GetTextExtentPoint32A(screen, text, lstrlenA(text), &size);
-    ::SelectObject(screen, before);
-    ::ReleaseDC(nullptr, screen);
-    return {size.cx, (std::max<LONG>)(metrics.tmHeight + metrics.tmExternalLeading, 1)};
-}
+int LineHeightOf(const WindowFontDC& dc) { return (std::max)(dc.GetLineHeight(), 1); }
 
 } // namespace
 
@@ -32,15 +20,15 @@ void CZoScreenSample::OnLayout()
 {
     m_nMargin = CZoGlobalGDIData::Scale(kMargin);
     m_nButton = CZoGlobalGDIData::Scale(kButton);
-    m_nLineHeight = Measure(GetSampleFont(), "").cy;
+    m_nLineHeight = LineHeightOf(WindowFontDC(m_hWnd, GetSampleFont()));
     ::GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, m_szDecimal, sizeof m_szDecimal);
-    const CSize text = Measure(GetFontHandle(), "00.0 : 1");
-    m_nTextHeight = text.cy;
+    const WindowFontDC dc(m_hWnd, GetFontHandle());
+    m_nTextHeight = LineHeightOf(dc);
     m_screen = GetClientArea();
     m_nWidth = m_screen.right;
     m_screen.left += m_nButton + 2 * m_nMargin;
     if ((GetStyle() & kNoContrast) == 0)
-        m_screen.right -= text.cx + 2 * m_nMargin;
+        m_screen.right -= dc.GetTextExtent("00.0 : 1").cx + 2 * m_nMargin;
     m_screen.DeflateRect(ZO_EDGE_WIDTH, ZO_EDGE_WIDTH);
 }
 
