@@ -6,6 +6,7 @@
 #include <zogbl/resource_lookup.h>
 
 #include "common/without_throwing.h"
+#include "controls/base/tip.h"
 #include "controls/drawing/item_painting.h"
 #include "controls/drawing/unmirrored.h"
 
@@ -15,17 +16,12 @@
 
 IMPLEMENT_DYNAMIC(CZoColumnList, CZoControl)
 
-namespace {
-
-using Align = CZoHeaderButton::Align;
-
-} // namespace
-
 CZoColumnList::CZoColumnList() : m_header(*this) {}
 
 CZoColumnList::~CZoColumnList()
 {
     DestroyWindow(); // before the header's object
+    delete m_pTip;
 }
 
 int CZoColumnList::CompareRows(const void* first, const void* second, int column) const
@@ -70,10 +66,15 @@ BOOL CZoColumnList::TakeRows(const CPtrArray& rows, int column, CZoHeaderButton:
     if (!taken)
         return FALSE;
     m_nSelected = selected != nullptr ? FindRow(selected) : -1;
+    OnRowsChanged();
+    return TRUE;
+}
+
+void CZoColumnList::OnRowsChanged()
+{
     if (m_hWnd != nullptr)
         Relayout();
     RaiseEvent(EVENT_OBJECT_REORDER);
-    return TRUE;
 }
 
 BOOL CZoColumnList::SetRows(const CPtrArray& rows)
@@ -113,9 +114,7 @@ int CZoColumnList::AddRow(const void* data)
     if (!added)
         return -1;
     m_nSelected += m_nSelected >= row;
-    if (m_hWnd != nullptr)
-        Relayout();
-    RaiseEvent(EVENT_OBJECT_REORDER);
+    OnRowsChanged();
     return row;
 }
 
@@ -125,9 +124,7 @@ BOOL CZoColumnList::RemoveRow(int row)
         return FALSE;
     m_rows.RemoveAt(row);
     m_nSelected = row == m_nSelected ? -1 : m_nSelected - (m_nSelected > row);
-    if (m_hWnd != nullptr)
-        Relayout();
-    RaiseEvent(EVENT_OBJECT_REORDER);
+    OnRowsChanged();
     return TRUE;
 }
 
@@ -170,7 +167,7 @@ BOOL CZoColumnList::PreCreateWindow(CREATESTRUCT& cs)
 void CZoColumnList::DrawCell(CDC* dc, int row, int column, CRect cell, COLORREF color) const
 {
     const int margin = CZoHeaderButton::GetMargin();
-    cell.InflateRect(-margin, 0);
+    cell.DeflateRect(margin, 0);
     if (cell.Width() <= 0)
         return;
     if (const CSize picture = GetPictureSize(column); picture.cx > 0) {
@@ -179,12 +176,11 @@ void CZoColumnList::DrawCell(CDC* dc, int row, int column, CRect cell, COLORREF 
         dc->IntersectClipRect(cell);
         DrawPicture(dc, CPoint(cell.left, (cell.top + cell.bottom - picture.cy) / 2), m_rows[row], column);
         dc->RestoreDC(saved);
-        cell.left += picture.cx + margin;
     }
-    const Align align = m_header.GetColumn(column)->m_align;
-    const UINT format = align == Align::kRight ? DT_RIGHT : align == Align::kCenter ? DT_CENTER : DT_LEFT;
+    cell.left += WidthBeside(column) - 2 * margin;
+    const UINT format = m_header.GetColumn(column)->GetTextFormat() | DT_VCENTER;
     dc->SetTextColor(color);
-    ZoDrawShortenedText(*dc, cell, GetCellText(m_rows[row], column), format | DT_VCENTER, ZoShorten::kEnd);
+    ZoDrawShortenedText(*dc, cell, GetCellText(m_rows[row], column), format, ZoShorten::kEnd);
 }
 
 void CZoColumnList::DrawRow(CDC* dc, int row, const CRect& area, const CRect& dirty) const
@@ -225,12 +221,18 @@ void CZoColumnList::OnDraw(CDC* dc, const CRect& dirty)
         dc->FillSolidRect(rest, ::GetSysColor(COLOR_WINDOW));
 }
 
-/// With its picture and margins.
+/// Of a column's picture and margins.
+int CZoColumnList::WidthBeside(int column) const
+{
+    const int picture = GetPictureSize(column).cx;
+    return picture + (picture > 0 ? 3 : 2) * CZoHeaderButton::GetMargin();
+}
+
+/// Of its widest text, with what is beside it.
 int CZoColumnList::WidthOf(int column) const
 {
     const WindowFontDC dc(m_hWnd, GetFontHandle());
-    const int picture = GetPictureSize(column).cx;
-    const int beside = (picture > 0 ? 3 : 2) * CZoHeaderButton::GetMargin() + picture;
+    const int beside = WidthBeside(column);
     int width = 0;
     for (int row = 0; row < GetRowCount(); ++row) {
         const CString text = GetCellText(m_rows[row], column);

@@ -2,6 +2,8 @@
 #include <zogbl/column_list.h>
 
 #include "common/without_throwing.h"
+#include "controls/base/tip.h"
+#include "controls/drawing/item_painting.h"
 
 #include <algorithm>
 
@@ -114,28 +116,28 @@ void CZoColumnList::Obey(int command)
     }
 }
 
-/// The first row behind the selected one, it included, that begins with what was typed; -1: there is none.
-int CZoColumnList::FindTyped(int column) const
+/// The part of the first row from one on and around that begins with a text; 0: there is none.
+int CZoColumnList::FindTyped(int column, int from, LPCSTR text) const
 {
     const int count = GetRowCount();
-    const int start = (std::max)(m_nSelected, 0);
     for (int i = 0; i < count && m_header.GetColumn(column) != nullptr; ++i) {
-        const int row = (start + i) % count;
-        if (CZoTypeAhead::Begins(GetCellText(m_rows[row], column), m_typed.Get()))
-            return row;
+        const int row = (from + i) % count;
+        if (CZoTypeAhead::Begins(GetCellText(m_rows[row], column), text))
+            return row + 1;
     }
-    return -1;
+    return 0;
 }
 
 void CZoColumnList::OnTyped(UINT character)
 {
     if (!m_typed.Type(character))
         return;
-    const int row = ResultOr(-1, [&] {
-        const int found = FindTyped(m_header.GetSortColumn());
-        return found >= 0 ? found : FindTyped(0);
-    });
-    Choose(row);
+    const auto find = [this](LPCSTR text, bool isNext) {
+        const int from = m_nSelected >= 0 ? m_nSelected + isNext : 0;
+        const int found = FindTyped(m_header.GetSortColumn(), from, text);
+        return found != 0 ? found : FindTyped(0, from, text);
+    };
+    Choose(ResultOr(0, [&] { return m_typed.Find(find); }) - 1);
 }
 
 void CZoColumnList::OnButtonDown(CPoint point, BOOL isDouble)
@@ -151,8 +153,35 @@ void CZoColumnList::OnButtonDown(CPoint point, BOOL isDouble)
         NotifyCommand(LBN_DBLCLK);
 }
 
+void CZoColumnList::HideTip()
+{
+    if (m_pTip != nullptr)
+        m_pTip->Hide(*this);
+}
+
+/// Over a text that is shortened there is a tip.
+void CZoColumnList::FollowMouse(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const CPoint point(lParam);
+    const int row = FindPart(point) - 1;
+    const int column = m_header.FindPart(CPoint(point.x, 0)) - 1;
+    ControlTip::Place place;
+    if (IsRow(row) && column >= 0) {
+        const CString text = GetCellText(m_rows[row], column);
+        CRect cell = m_header.GetColumnArea(column);
+        if (WindowFontDC(m_hWnd, GetFontHandle()).GetTextExtent(text).cx > cell.Width() - WidthBeside(column)) {
+            const CRect area = GetRowArea(row);
+            cell = CRect(cell.left, area.top, cell.right, area.bottom);
+            place = {row * CZoHeaderWnd::kMostColumns + column + 1, cell, text};
+        }
+    }
+    ControlTip::Follow(m_pTip, *this, place, message, wParam, lParam);
+}
+
 LRESULT CZoColumnList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST)
+        WithoutThrowing([&] { FollowMouse(message, wParam, lParam); });
     switch (message) {
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
@@ -182,6 +211,10 @@ LRESULT CZoColumnList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
             return OnHeader(reinterpret_cast<const ZoHeaderNotice&>(header));
         break;
     }
+    case WM_DESTROY:
+        if (m_pTip != nullptr)
+            m_pTip->Destroy();
+        break;
     default:
         break;
     }

@@ -65,6 +65,7 @@ void CZoColumnList::OnLayout()
     if (m_bInLayout) // a bar that comes or goes changes the size
         return;
     m_bInLayout = TRUE;
+    HideTip(); // its place may be another
     int height = WindowFontDC(m_hWnd, GetFontHandle()).GetLineHeight();
     for (int i = 0; i < m_header.GetColumnCount(); ++i)
         height = (std::max<int>)(height, GetPictureSize(i).cy);
@@ -96,10 +97,12 @@ void CZoColumnList::SetBars()
 void CZoColumnList::SetTop(int row)
 {
     row = (std::max)((std::min)(row, GetRowCount() - PageRows()), 0);
-    SetScrollPos(SB_VERT, row);
+    if (GetScrollPos(SB_VERT) != row) // which draws the bar
+        SetScrollPos(SB_VERT, row);
     const int moved = (std::exchange(m_nTop, row) - row) * m_nRowHeight;
     if (moved == 0)
         return;
+    HideTip();
     const CRect rows = GetRowsArea();
     ScrollWindow(0, moved, rows, rows);
 }
@@ -107,11 +110,13 @@ void CZoColumnList::SetTop(int row)
 void CZoColumnList::SetLeft(int pixels)
 {
     pixels = (std::max)((std::min)(pixels, m_header.GetTotalWidth() - GetClientArea().Width()), 0);
-    SetScrollPos(SB_HORZ, pixels);
+    if (GetScrollPos(SB_HORZ) != pixels)
+        SetScrollPos(SB_HORZ, pixels);
     m_header.SetScrollPosition(pixels);
     const int moved = std::exchange(m_nLeft, pixels) - pixels;
     if (moved == 0)
         return;
+    HideTip();
     const CRect rows = GetRowsArea();
     ScrollWindow(moved, 0, rows, rows);
 }

@@ -5,9 +5,11 @@
 #include <zogbl/resource_lookup.h>
 
 #include "common/without_throwing.h"
+#include "controls/base/tip.h"
 #include "controls/drawing/item_painting.h"
 
 #include <algorithm>
+#include <utility>
 
 IMPLEMENT_DYNAMIC(CZoHeaderWnd, CZoControl)
 
@@ -48,6 +50,7 @@ CZoHeaderWnd::CZoHeaderWnd() = default;
 CZoHeaderWnd::~CZoHeaderWnd()
 {
     DestroyWindow(); // while a drag can still be undone
+    delete m_pTip;
 }
 
 // Columns -------------------------------------------------------------------------------------------------------------
@@ -130,13 +133,14 @@ BOOL CZoHeaderWnd::SetWidth(int column, int width)
     return TRUE;
 }
 
-/// \return the width for the widest text; -1: the column or the header is gone
+/// \return the width for the widest text; -1: the header is gone, or the number is another column's now
 int CZoHeaderWnd::AskForFit(int column)
 {
     LRESULT content = 0;
+    const int count = GetColumnCount();
     if (m_hWnd != nullptr && !Tell(ZON_HEADER_FIT, column, &content))
         return -1;
-    if (!IsColumn(column))
+    if (GetColumnCount() != count)
         return -1;
     const int title = m_columns[column].button.GetFitWidth(WindowFontDC(m_hWnd, GetFontHandle()));
     return static_cast<int>(std::clamp<LRESULT>(content, title, CZoHeaderButton::kMostWidth));
@@ -189,6 +193,8 @@ void CZoHeaderWnd::OnReloadTexts()
 
 void CZoHeaderWnd::OnColumnsChanged()
 {
+    if (m_pTip != nullptr)
+        m_pTip->Hide(*this);
     if (m_hWnd != nullptr)
         Invalidate(FALSE);
 }
@@ -328,9 +334,9 @@ int CZoHeaderWnd::GetIdealHeight() const
 
 void CZoHeaderWnd::SetScrollPosition(int pixels)
 {
-    if (m_nScroll == pixels)
+    pixels = std::clamp(pixels, 0, int{kMostColumns} * CZoHeaderButton::kMostWidth);
+    if (std::exchange(m_nScroll, pixels) == pixels)
         return;
-    m_nScroll = pixels;
     if (m_hWnd != nullptr)
         Invalidate(FALSE);
 }

@@ -3,6 +3,7 @@
 #include <zogbl/effects.h>
 #include <zogbl/gdi_data.h>
 
+#include "controls/drawing/arrow.h"
 #include "controls/drawing/item_painting.h"
 #include "controls/drawing/unmirrored.h"
 
@@ -19,11 +20,8 @@ constexpr int kGap = 4; // between picture, text and arrow
 constexpr int kArrowHeight = 4;
 constexpr int kLeastWidth = 16;
 
-int ArrowHeight() { return CZoGlobalGDIData::Scale(kArrowHeight); }
-int ArrowWidth() { return 2 * ArrowHeight() - 1; }
+int ArrowWidth() { return 2 * CZoGlobalGDIData::Scale(kArrowHeight) - 1; }
 CSize IconSize() { return CSize(::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON)); }
-
-UINT FormatOf(Align align) { return align == Align::kRight ? DT_RIGHT : align == Align::kCenter ? DT_CENTER : DT_LEFT; }
 
 /// Cuts a piece off a place, with a gap beside it.
 CRect CutOff(CRect& place, int width, bool atRight)
@@ -38,19 +36,6 @@ CRect CutOff(CRect& place, int width, bool atRight)
         place.left = (std::min)(place.right, place.left + gap);
     }
     return piece;
-}
-
-/// Drawn line by line: no object of the system is needed, and it looks alike from both sides.
-void DrawArrow(CDC* dc, const CRect& place, Sort sort, COLORREF color)
-{
-    const int height = ArrowHeight();
-    if (place.Width() < ArrowWidth())
-        return;
-    const int top = (place.top + place.bottom - height) / 2;
-    for (int i = 0; i < height; ++i) {
-        const int inset = sort == Sort::kAscending ? height - 1 - i : i;
-        dc->FillSolidRect(place.left + inset, top + i, ArrowWidth() - 2 * inset, 1, color);
-    }
 }
 
 /// In the size of the place, which an icon of another size is drawn in.
@@ -80,20 +65,34 @@ CZoHeaderButton::CZoHeaderButton(UINT textId, int width, Align align, UINT flags
 
 int CZoHeaderButton::GetMargin() { return CZoGlobalGDIData::Scale(kMargin); }
 
+UINT CZoHeaderButton::GetTextFormat() const
+{
+    return m_align == Align::kRight ? DT_RIGHT : m_align == Align::kCenter ? DT_CENTER : DT_LEFT;
+}
+
 int CZoHeaderButton::GetLeastWidth() const
 {
     return m_nLeastWidth > 0 ? m_nLeastWidth : CZoGlobalGDIData::Scale(kLeastWidth);
 }
 
-int CZoHeaderButton::GetFitWidth(HDC dc) const
+/// Of text, picture, arrow and what is between them.
+int CZoHeaderButton::GetWidthWith(HDC dc, bool hasArrow) const
 {
     SIZE text = {};
     ::GetTextExtentPoint32A(dc, m_csText, m_csText.GetLength(), &text);
     const int gap = CZoGlobalGDIData::Scale(kGap);
     const int icon = m_hIcon != nullptr ? IconSize().cx + gap : 0;
-    const int arrow = (m_flags & kNoPush) == 0 || m_sort != Sort::kNone ? ArrowWidth() + gap : 0;
-    return (std::min<int>)(text.cx + icon + arrow + 2 * GetMargin(), kMostWidth);
+    const int arrow = hasArrow ? ArrowWidth() + gap : 0;
+    return text.cx + icon + arrow + 2 * GetMargin();
 }
+
+int CZoHeaderButton::GetFitWidth(HDC dc) const
+{
+    const bool mayHaveArrow = (m_flags & kNoPush) == 0 || m_sort != Sort::kNone;
+    return (std::min<int>)(GetWidthWith(dc, mayHaveArrow), kMostWidth);
+}
+
+BOOL CZoHeaderButton::IsShortened(HDC dc) const { return GetWidthWith(dc, m_sort != Sort::kNone) > m_nWidth; }
 
 void CZoHeaderButton::Draw(CDC* dc, const CRect& area, UINT state) const
 {
@@ -107,17 +106,21 @@ void CZoHeaderButton::Draw(CDC* dc, const CRect& area, UINT state) const
         place.OffsetRect(1, 1);
     const SelectedColors selected(*dc, colors);
     if (place.Width() > 0) {
-        if (m_sort != Sort::kNone) // at the side where the text ends, so that it stays above what is below
-            DrawArrow(dc, CutOff(place, ArrowWidth(), m_align != Align::kRight), m_sort,
-                      isDisabled ? CZoGlobalGDIData::GetDisabledColor(colors.text, colors.background) : colors.text);
+        if (m_sort != Sort::kNone) { // at the side where the text ends, so that it stays above what is below
+            const CRect arrow = CutOff(place, ArrowWidth(), m_align != Align::kRight);
+            if (arrow.Width() == ArrowWidth()) // or nothing of it
+                DrawArrow(dc, arrow, m_sort == Sort::kAscending ? ArrowTo::kUp : ArrowTo::kDown,
+                          isDisabled ? CZoGlobalGDIData::GetDisabledColor(colors.text, colors.background)
+                                     : colors.text);
+        }
         if (m_hIcon != nullptr) {
             const CSize size = IconSize();
             CRect icon = CutOff(place, size.cx, false);
-            if (icon.Width() == size.cx) // or nothing of it
+            if (icon.Width() == size.cx)
                 DrawIcon(dc, CRect(CPoint(icon.left, (icon.top + icon.bottom - size.cy) / 2), size), m_hIcon,
                          isDisabled);
         }
-        const UINT format = FormatOf(m_align) | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
+        const UINT format = GetTextFormat() | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
         if (isDisabled) {
             const CString shown = ZoShortenText(*dc, m_csText, place.Width(), ZoShorten::kEnd);
             ZoDrawDisabledText(*dc, place, shown, shown.GetLength(), format);

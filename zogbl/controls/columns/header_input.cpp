@@ -3,6 +3,10 @@
 
 #include <zogbl/gdi_data.h>
 
+#include "common/without_throwing.h"
+#include "controls/base/tip.h"
+#include "controls/drawing/item_painting.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -237,8 +241,20 @@ BOOL CZoHeaderWnd::OnSetCursor(LPARAM hit) const
     return place == Place::kDivider;
 }
 
+/// Over a title that is shortened there is a tip.
+void CZoHeaderWnd::FollowMouse(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const int column = IsDragging() ? -1 : ColumnIn(CPoint(lParam));
+    ControlTip::Place place;
+    if (column >= 0 && m_columns[column].button.IsShortened(WindowFontDC(m_hWnd, GetFontHandle())))
+        place = {column + 1, GetColumnArea(column), m_columns[column].button.m_csText};
+    ControlTip::Follow(m_pTip, *this, place, message, wParam, lParam);
+}
+
 LRESULT CZoHeaderWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST)
+        WithoutThrowing([&] { FollowMouse(message, wParam, lParam); });
     switch (message) {
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
@@ -259,6 +275,10 @@ LRESULT CZoHeaderWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         const bool isPush = key != nullptr && key->wParam == VK_RETURN; // not the dialog's default button
         return DLGC_WANTARROWS | (isPush ? DLGC_WANTALLKEYS : 0);
     }
+    case WM_DESTROY:
+        if (m_pTip != nullptr)
+            m_pTip->Destroy();
+        break;
     default:
         break;
     }

@@ -24,9 +24,11 @@ public:
             return -1;
         char* end = nullptr;
         const long number = std::strtol(m_at, &end, 10);
+        if (number > most)
+            return -1;
         m_at = end;
         m_sum += number;
-        return number <= most ? static_cast<int>(number) : -1;
+        return static_cast<int>(number);
     }
     bool IsSumNext()
     {

@@ -9,7 +9,8 @@
 
 /// Rows of several columns under a header that scrolls with them. The user sorts them by a push on a column, changes
 /// widths and, with the style CZoHeaderWnd::kMovable, the order of columns. It tells its parent what a list box tells:
-/// LBN_SELCHANGE, LBN_DBLCLK, LBN_SETFOCUS and LBN_KILLFOCUS by WM_COMMAND; and passes on the header's notifications.
+/// LBN_SELCHANGE, LBN_DBLCLK, LBN_SETFOCUS and LBN_KILLFOCUS by WM_COMMAND; and passes on the header's notifications,
+/// but for ZON_HEADER_FIT, which it answers. A text that has no room is shortened, and a tip shows the whole of it.
 ///
 /// A row is an object of the program's. A derived class says what stands in its columns:
 ///
@@ -25,8 +26,8 @@
 ///     m_list.SetRows(files);
 ///     m_list.SortBy(0, CZoHeaderButton::Sort::kAscending);
 ///
-/// Typing selects the next row that begins with the typed text in the sorted column or, if none does, in the first one.
-/// F6 takes the keyboard to the header and back. Screen readers get each row with all its columns and their names, as
+/// Typing selects the next row that begins with the typed text in the sorted column or, if none does, in the first one;
+/// if there is none either, the last character begins a new text. F6 takes the keyboard to the header and back. Screen readers get each row with all its columns and their names, as
 /// they stand: "Name: report.txt; Size: 12 KB". A part's number is the row's plus 1.
 ///
 /// When the language changes it asks for all texts again and sorts anew.
@@ -119,6 +120,7 @@ private:
     bool IsSorted() const;
     void Sort(CPtrArray& rows, int column, CZoHeaderButton::Sort sort) const;
     BOOL TakeRows(const CPtrArray& rows, int column, CZoHeaderButton::Sort sort);
+    void OnRowsChanged();
     void PlaceHeader();
     void SetBars();
     void SetTop(int row);
@@ -127,13 +129,16 @@ private:
     void OnWheel(int delta);
     void DrawRow(CDC* dc, int row, const CRect& area, const CRect& dirty) const;
     void DrawCell(CDC* dc, int row, int column, CRect cell, COLORREF color) const;
+    int WidthBeside(int column) const;
     int WidthOf(int column) const;
     CString RowText(int row) const;
-    int FindTyped(int column) const;
+    int FindTyped(int column, int from, LPCSTR text) const;
     void OnTyped(UINT character);
     void Choose(int row);
     void Obey(int command);
     void OnButtonDown(CPoint point, BOOL isDouble);
+    void HideTip();
+    void FollowMouse(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnHeader(const ZoHeaderNotice& notice);
 
     Header m_header;
@@ -145,4 +150,5 @@ private:
     int m_nWheel = 0; // what the wheel has turned beyond a whole row
     BOOL m_bInLayout = FALSE;
     CZoTypeAhead m_typed;
+    ControlTip* m_pTip = nullptr;
 };

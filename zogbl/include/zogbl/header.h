@@ -4,6 +4,8 @@
 
 #include <zogbl/control.h>
 
+class ControlTip;
+
 /// A column's button in a header: what it shows, and what the user may do with it. Colours and font are the header's.
 class ZOGBL_API CZoHeaderButton {
 public:
@@ -25,8 +27,10 @@ public:
     int GetLeastWidth() const; ///< to which the user can make it narrower
     /// In pixels, so that text, picture and arrow have room. \param dc has the header's font
     int GetFitWidth(HDC dc) const;
+    BOOL IsShortened(HDC dc) const; ///< whether the text has no room. \param dc has the header's font
     /// Where text begins and ends in a column, in pixels from its edges: for what is drawn below.
     static int GetMargin();
+    UINT GetTextFormat() const; ///< DT_LEFT, DT_CENTER or DT_RIGHT
 
     enum State : UINT { kPressed = 1, kFocused = 2, kDisabled = 4 };
     /// \param dc has the header's font \param state State flags. May throw CMemoryException*
@@ -40,6 +44,9 @@ public:
     Sort m_sort = Sort::kNone; ///< the arrow
     UINT m_flags = 0;          ///< Flag
     HICON m_hIcon = nullptr;   ///< beside the text, in the size of small icons; stays the caller's; null: none
+
+private:
+    int GetWidthWith(HDC dc, bool hasArrow) const;
 };
 
 /// What the header's notifications tell.
@@ -60,7 +67,7 @@ constexpr UINT ZON_HEADER_SIZING = ZON_FIRST - 63;
 /// How wide is the widest text below the title? Answer its width in pixels, margins included; 0: there is none.
 constexpr UINT ZON_HEADER_FIT = ZON_FIRST - 64;
 
-/// Titles of columns. The user drags their dividers, gives a column the width of its widest text by a double click on
+/// Titles of columns. One that has no room is shortened, and a tip shows the whole of it. The user drags their dividers, gives a column the width of its widest text by a double click on
 /// its divider, pushes them to sort, and moves them if the header has the style kMovable. It shows an arrow where it is
 /// told to (SetSort); sorting is the parent's. CZoColumnList is a list with such a header.
 ///
@@ -122,7 +129,7 @@ public:
     /// \param width 0 to kMostWidth. 0 hides the column; else it becomes at least its least width
     BOOL SetWidth(int column, int width);
     /// As wide as its widest text, which the parent is asked for (ZON_HEADER_FIT).
-    /// \return FALSE also if the header was destroyed by that
+    /// \return FALSE also if that destroyed the header, or added or removed columns: nothing is fitted then
     BOOL FitColumn(int column);
     /// Shows the arrow in that column alone. \param column -1: in none
     BOOL SetSort(int column, CZoHeaderButton::Sort sort);
@@ -151,7 +158,7 @@ public:
     /// column has none \return -1 if no column is there
     int HitTest(CPoint point, Place& place) const;
     int GetIdealHeight() const; ///< for the font, in pixels
-    /// The first pixel of the columns that is shown. Who scrolls a list sets it.
+    /// The first pixel of the columns that is shown, from 0. Who scrolls a list sets it.
     void SetScrollPosition(int pixels);
     int GetScrollPosition() const { return m_nScroll; }
 
@@ -200,6 +207,7 @@ private:
     void Focus(int column);
     void OnButtonDown(CPoint point, BOOL isDouble);
     BOOL OnSetCursor(LPARAM hit) const;
+    void FollowMouse(UINT message, WPARAM wParam, LPARAM lParam);
     int WidthAt(CPoint point) const;
     int DropPositionAt(CPoint point) const;
     int DropMark() const;
@@ -214,4 +222,5 @@ private:
     int m_nWidthBefore = 0;   // of the column dragged
     BOOL m_bPressed = FALSE;  // the mouse is over the button pushed
     int m_nDropPosition = -1; // where the column would go
+    ControlTip* m_pTip = nullptr;
 };
