@@ -28,11 +28,12 @@ void CZoColumnList::Header::OnColumnFocused(int column)
 
 LRESULT CZoColumnList::Header::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const bool isBack = wParam == VK_F6 || wParam == VK_ESCAPE;
-    if (message == WM_KEYDOWN && isBack && !IsDragging()) {
+    if (message == WM_KEYDOWN && (wParam == VK_F6 || wParam == VK_ESCAPE)) {
         ::SetFocus(m_list.m_hWnd);
         return 0;
     }
+    if (message == WM_SETFOCUS)
+        OnColumnFocused(GetFocusedPart() - 1);           // which may be out of sight
     if (message == WM_GETDLGCODE && wParam == VK_ESCAPE) // it does not end the dialog
         return DLGC_WANTALLKEYS;
     return CZoHeaderWnd::WindowProc(message, wParam, lParam);

@@ -42,7 +42,8 @@ CRect CZoColumnList::GetRowArea(int row) const
     return area;
 }
 
-int CZoColumnList::PageRows() const { return (std::max)(GetRowsArea().Height() / m_nRowHeight, 1); }
+int CZoColumnList::RowsIn(int height) const { return (std::max)(height / m_nRowHeight, 1); }
+int CZoColumnList::PageRows() const { return RowsIn(GetRowsArea().Height()); }
 
 void CZoColumnList::PlaceHeader()
 {
@@ -62,35 +63,38 @@ void CZoColumnList::PlaceHeader()
 
 void CZoColumnList::OnLayout()
 {
-    if (m_bInLayout) // a bar that comes or goes changes the size
-        return;
-    m_bInLayout = TRUE;
     HideTip(); // its place may be another
     int height = WindowFontDC(m_hWnd, GetFontHandle()).GetLineHeight();
     for (int i = 0; i < m_header.GetColumnCount(); ++i)
         height = (std::max<int>)(height, GetPictureSize(i).cy);
     m_nRowHeight = height + kBetweenRows;
     PlaceHeader();
-    CRect before;
-    for (int i = 0; i < 3 && GetClientArea() != before; ++i) {
-        before = GetClientArea();
-        SetBars();
-    }
-    PlaceHeader();
+    SetBars(); // if one comes or goes the size changes, and all this is done in between
     SetTop(m_nTop);
     SetLeft(m_nLeft);
-    m_bInLayout = FALSE;
 }
 
+/// A bar takes room that the other may need. So what both of them do follows from the size without them, not from
+/// which of them is there now.
 void CZoColumnList::SetBars()
 {
+    const int barWidth = ::GetSystemMetrics(SM_CXVSCROLL);
+    const int barHeight = ::GetSystemMetrics(SM_CYHSCROLL);
+    const int columns = m_header.GetTotalWidth();
+    int width = GetClientArea().Width() + ((GetStyle() & WS_VSCROLL) != 0 ? barWidth : 0);
+    int height = GetRowsArea().Height() + ((GetStyle() & WS_HSCROLL) != 0 ? barHeight : 0);
+    const auto needsBar = [&] { return RowsIn(height) < GetRowCount(); };
+    if (columns > width - (needsBar() ? barWidth : 0))
+        height -= barHeight;
+    if (needsBar())
+        width -= barWidth;
     SCROLLINFO info = {};
     info.fMask = SIF_RANGE | SIF_PAGE;
     info.nMax = (std::max)(GetRowCount() - 1, 0);
-    info.nPage = static_cast<UINT>(PageRows());
+    info.nPage = static_cast<UINT>(RowsIn(height));
     SetScrollInfo(SB_VERT, &info);
-    info.nMax = (std::max)(m_header.GetTotalWidth() - 1, 0);
-    info.nPage = static_cast<UINT>(GetClientArea().Width());
+    info.nMax = (std::max)(columns - 1, 0);
+    info.nPage = static_cast<UINT>((std::max)(width, 0));
     SetScrollInfo(SB_HORZ, &info);
 }
 

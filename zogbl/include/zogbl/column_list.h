@@ -116,6 +116,7 @@ private:
 
     bool IsRow(int row) const { return row >= 0 && row < GetRowCount(); }
     CRect GetRowsArea() const;
+    int RowsIn(int height) const;
     int PageRows() const;
     bool IsSorted() const;
     void Sort(CPtrArray& rows, int column, CZoHeaderButton::Sort sort) const;
@@ -148,7 +149,6 @@ private:
     int m_nLeft = 0; // the first pixel shown
     int m_nRowHeight = 1;
     int m_nWheel = 0; // what the wheel has turned beyond a whole row
-    BOOL m_bInLayout = FALSE;
     CZoTypeAhead m_typed;
     ControlTip* m_pTip = nullptr;
 };
