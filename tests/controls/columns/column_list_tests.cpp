@@ -1,14 +1,10 @@
 // The list with columns: by mouse and keys, and as a screen reader has it.
-#include "controls/control_kit.h"
-
+#include "controls/acts.h"
 #include "support/product_test.h"
+
 #include <zogbl/column_list.h>
-#include <zogbl/gdi_data.h>
 #include <zogbl/language_support.h>
 #include <zogbl/resource_ids.h>
-
-#include <random>
-#include <sstream>
 
 namespace {
 
@@ -27,12 +23,13 @@ const File kFiles[] = {{"delta", 20}, {"Alpha", 3}, {"charlie", 20}, {"bravo", 1
 class FileList : public CZoColumnList {
 public:
     bool m_hasPictures = false;
+    int m_skipped = 0; // letters of a name that are not shown
 
 protected:
     CString GetCellText(const void* row, int column) const override
     {
         const auto* file = static_cast<const File*>(row);
-        CString text(file->name);
+        CString text(file->name + m_skipped);
         if (column == 1)
             text.Format("%d", file->size);
         return text;
@@ -52,13 +49,27 @@ protected:
     }
 };
 
+/// The tip that this thread shows; empty: none.
+std::string ShownTip()
+{
+    char text[100] = "";
+    for (HWND tip = nullptr; (tip = ::FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr)) != nullptr;) {
+        if (::GetWindowThreadProcessId(tip, nullptr) == ::GetCurrentThreadId() && ::IsWindowVisible(tip))
+            ::GetWindowTextA(tip, text, sizeof text);
+    }
+    return text;
+}
+
 class ColumnList : public ProductTest {
 protected:
     void Make(DWORD style = 0, CSize size = CSize(200, 130))
     {
+        m_list = std::make_unique<FileList>();
+        m_parent.SetFocus();
         ASSERT_TRUE(m_list->Create(WS_VISIBLE | WS_TABSTOP | style, CRect(CPoint(), size), &m_parent, 5));
-        m_list->GetHeader().InsertColumn(0, {"Name", 90});
-        m_list->GetHeader().InsertColumn(1, {"Size", 60, Align::kRight, CZoHeaderButton::kDescendingFirst});
+        m_header = &m_list->GetHeader();
+        m_header->InsertColumn(0, {"Name", 90});
+        m_header->InsertColumn(1, {"Size", 60, Align::kRight, CZoHeaderButton::kDescendingFirst});
         CPtrArray rows;
         for (const File& file : kFiles)
             rows.Add(const_cast<File*>(&file));
@@ -77,28 +88,28 @@ protected:
         }
         return all;
     }
-    /// Words for a key ("k40"), a row clicked or double clicked ("c2 b2"), a column pushed ("p0"), characters ("tab").
+    /// Acts of Play; "r2" and "R2" click and double click a row, "p0" pushes a column.
     void Play(const std::string& script)
     {
         std::istringstream words(script);
         for (std::string word; words >> word && m_list != nullptr;) {
             const int number = std::atoi(word.c_str() + 1);
-            CZoHeaderWnd& header = m_list->GetHeader();
-            if (word[0] == 'k')
-                PressKey(*m_list, static_cast<UINT>(number));
-            else if (word[0] == 'p')
-                Click(header, header.GetColumnArea(number).CenterPoint());
-            else if (word[0] == 'c')
-                Click(*m_list, m_list->GetRowArea(number).CenterPoint());
-            else if (word[0] == 'b')
-                SendMouse(*m_list, WM_LBUTTONDBLCLK, m_list->GetRowArea(number).CenterPoint());
+            const CPoint row = m_list->GetRowArea(number).CenterPoint();
+            if (word[0] == 'p')
+                Click(*m_header, m_header->GetColumnArea(number).CenterPoint());
+            else if (word[0] == 'r')
+                Click(*m_list, row);
+            else if (word[0] == 'R')
+                SendMouse(*m_list, WM_LBUTTONDBLCLK, row);
             else
-                std::for_each(word.begin() + 1, word.end(), [&](char c) { m_list->SendMessage(WM_CHAR, BYTE(c)); });
+                ::Play(*m_list, word);
         }
     }
+    bool HasBar(int bar) { return m_list->GetScrollLimit(bar) > 0; }
 
     ControlParent m_parent;
-    std::unique_ptr<FileList> m_list = std::make_unique<FileList>();
+    std::unique_ptr<FileList> m_list;
+    CZoHeaderWnd* m_header = nullptr;
 };
 
 } // namespace
@@ -116,17 +127,18 @@ TEST_F(ColumnList, ObeysAndTellsOnce)
         {"k35", "command:1", "dAcb[c]"},
         {"k40", "", "dAcb[c]"},
         {"k36", "command:1", "[d]Acbc"},
-        {"c2", "command:1", "dA[c]bc"},
-        {"c2", "", "dA[c]bc"},
-        {"b2", "command:2", "dA[c]bc"},
-        {"c9", "", "dA[c]bc"}, // beside the rows
+        {"r2", "command:1", "dA[c]bc"},
+        {"r2", "", "dA[c]bc"},
+        {"R2", "command:2", "dA[c]bc"},
+        {"c150,125", "", "dA[c]bc"}, // below the rows
         {"p0", "pushed", "Abc[c]d"},
         {"p0", "pushed", "d[c]cbA"},
         {"p1", "pushed", "bd[c]cA"}, // the largest first; those alike as they stood
         {"p1", "pushed", "Acd[c]b"},
-        {"t100", "command:1", "Acdc[b]"},                        // a size
-        {"k36 tch", "command:1 command:1 command:1", "Acd[c]b"}, // a name
-        {"k35 tx", "command:1", "Acdc[b]"},
+        {"t1", "command:1", "Acdc[b]"},                // a size
+        {"k36 tca", "command:1 command:1", "A[c]dcb"}, // a name
+        {"tc tc", "command:1 command:1", "A[c]dcb"},   // the next ones with that letter
+        {"k35 txd", "command:1 command:1", "Ac[d]cb"}, // a letter that no name has, and one that begins anew
     };
     for (const auto& row : kActs) {
         Play(row.script);
@@ -135,27 +147,34 @@ TEST_F(ColumnList, ObeysAndTellsOnce)
     }
     Reader(*m_list)->accDoDefaultAction(Reader::Part(1));
     EXPECT_EQ("command:1", m_parent.Told());
-    PressKey(m_list->GetHeader(), VK_RIGHT, ZoKey::kControl);
+    ::Play(*m_header, "k39+2");
     EXPECT_EQ("sized", m_parent.Told());
     m_list->SetCurSel(3);
     m_list->SortBy(0, Sort::kAscending);
-    PressKey(*m_list, VK_ADD, ZoKey::kControl);
+    m_header->InsertColumn(2, {"Kind", 44, Align::kLeft, CZoHeaderButton::kFixedWidth});
+    Play("k107+2");
     EXPECT_EQ("", m_parent.Told()) << "the programmer's";
-    EXPECT_LT(m_list->GetHeader().GetColumn(0)->m_nWidth, 90);
+    EXPECT_LT(m_header->GetColumn(0)->m_nWidth, 90);
+    EXPECT_EQ(44, m_header->GetColumn(2)->m_nWidth);
     m_parent.m_describe = [](NMHDR&, LRESULT& answer) { return answer = 1, "mine"; };
     Play("p0");
     EXPECT_EQ("Abc[c]d", Rows()) << "the parent sorts by itself";
     EXPECT_EQ("mine", m_parent.Told());
 
     for (const UINT back : {VK_ESCAPE, VK_F6}) {
-        PressKey(*m_list, VK_F6);
-        EXPECT_EQ(m_list->GetHeader().m_hWnd, ::GetFocus());
-        PressKey(m_list->GetHeader(), back);
-        EXPECT_EQ(m_list->m_hWnd, ::GetFocus());
-        EXPECT_EQ("command:5 command:4", m_parent.Told());
+        Play("tc k117"); // what was typed is forgotten
+        EXPECT_EQ(m_header->m_hWnd, ::GetFocus());
+        PressKey(*m_header, back);
+        Play("ta");
+        EXPECT_EQ("[A]bccd", Rows());
+        EXPECT_EQ("command:1 command:5 command:4 command:1", m_parent.Told());
     }
     EXPECT_EQ(DLGC_WANTARROWS | DLGC_WANTCHARS, m_list->SendMessage(WM_GETDLGCODE));
-    EXPECT_EQ(DLGC_WANTALLKEYS, m_list->GetHeader().SendMessage(WM_GETDLGCODE, VK_ESCAPE));
+    EXPECT_EQ(DLGC_WANTALLKEYS, m_header->SendMessage(WM_GETDLGCODE, VK_ESCAPE));
+    while (m_header->RemoveColumn(0)) {
+    }
+    Play("k117");
+    EXPECT_EQ(m_list->m_hWnd, ::GetFocus()) << "there is nothing to go to";
 }
 
 TEST_F(ColumnList, KeepsItsRows)
@@ -180,7 +199,9 @@ TEST_F(ColumnList, KeepsItsRows)
     EXPECT_TRUE(m_list->RemoveRow(m_list->FindRow(bison)) && m_list->RemoveRow(3));
     EXPECT_EQ("dccb", Rows()) << "without the selected one";
     EXPECT_EQ(-1, m_list->FindRow(bison));
-    m_list->SetCurSel(0);
+    m_list->m_skipped = 1; // as in another language
+    m_list->SendMessage(CZoLanguageSupport::GetUpdateMessage());
+    EXPECT_EQ("bcdc", Rows()) << "ravo, harlie, elta, arbon";
     EXPECT_TRUE(m_list->SetRows(CPtrArray()) && m_list->GetRow(0) == nullptr);
     Play("k40 k35 k34 k33 ta");
     EXPECT_EQ(-1, m_list->GetCurSel());
@@ -188,44 +209,65 @@ TEST_F(ColumnList, KeepsItsRows)
 
 TEST_F(ColumnList, ScrollsWithItsHeader)
 {
-    Make(0, CSize(120, 100));
-    CZoHeaderWnd& header = m_list->GetHeader();
-    const auto hasBar = [&](int bar) { return m_list->GetScrollLimit(bar) > 0; };
-    EXPECT_TRUE(hasBar(SB_VERT) && hasBar(SB_HORZ)) << "150 pixels of columns";
-    m_list->SendMessage(WM_HSCROLL, SB_RIGHT);
+    Make(0, CSize(120, 90));
+    CZoHeaderWnd& header = *m_header;
+    const auto step = [&](UINT message, WPARAM wParam) {
+        m_list->SendMessage(message, wParam);
+        EXPECT_EQ(m_list->GetTopRow(), m_list->GetScrollPos(SB_VERT));
+        EXPECT_EQ(header.GetScrollPosition(), m_list->GetScrollPos(SB_HORZ));
+    };
+    EXPECT_TRUE(HasBar(SB_VERT) && HasBar(SB_HORZ)) << "150 pixels of columns";
+    step(WM_HSCROLL, SB_RIGHT);
     CRect client;
     m_list->GetClientRect(&client);
-    EXPECT_EQ(150 - client.Width(), header.GetScrollPosition());
+    const int most = 150 - client.Width();
+    EXPECT_EQ(most, header.GetScrollPosition());
     EXPECT_EQ(client.right, header.GetColumnArea(1).right);
     ScreenOf(*m_list);
     EXPECT_TRUE(AreEqual(*ScreenOf(header), *PictureOf(header)));
-    PressKey(*m_list, VK_F6); // to the first column, and the list follows
-    PressKey(header, VK_END);
-    PressKey(header, VK_HOME);
-    EXPECT_EQ(0, header.GetScrollPosition());
+    PressKey(*m_list, VK_F6);
+    for (const auto& [key, left] : {std::pair(VK_HOME, 0), std::pair(VK_END, most), std::pair(VK_HOME, 0)}) {
+        PressKey(header, static_cast<UINT>(key)); // the list follows the column
+        EXPECT_EQ(left, header.GetScrollPosition());
+    }
     Play("k39");
     EXPECT_EQ(16, header.GetScrollPosition());
     header.SetWidth(0, 20);
-    EXPECT_TRUE(!hasBar(SB_HORZ) && header.GetScrollPosition() == 0);
+    EXPECT_TRUE(!HasBar(SB_HORZ) && header.GetScrollPosition() == 0);
 
     Play("k35");
-    const int last = m_list->GetTopRow();
+    const int last = m_list->GetTopRow(), page = 5 - last;
     EXPECT_GT(last, 0);
+    EXPECT_GT(page, 1);
     EXPECT_LE(m_list->GetRowArea(4).bottom, client.bottom + ::GetSystemMetrics(SM_CYHSCROLL));
     const auto scrolledPicture = ScreenOf(*m_list);
     m_list->Invalidate();
     EXPECT_TRUE(AreEqual(*ScreenOf(*m_list), *scrolledPicture)) << "what was moved is as what is drawn";
-    m_list->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA));
-    EXPECT_EQ(0, m_list->GetTopRow());
-    m_list->SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, 0x10000 - WHEEL_DELTA / 2));
-    m_list->SendMessage(WM_VSCROLL, SB_BOTTOM);
-    EXPECT_EQ(last, m_list->GetTopRow());
-    Play("k33 k33");
-    EXPECT_TRUE(m_list->GetCurSel() == 0 && m_list->GetTopRow() == 0);
-    Play("k34");
-    EXPECT_GT(m_list->GetCurSel(), 0);
+    Play("k33");
+    EXPECT_TRUE(m_list->GetCurSel() == last && m_list->GetTopRow() == last) << "to the page's first row";
+    Play("k36 k34");
+    EXPECT_TRUE(m_list->GetCurSel() == page - 1 && m_list->GetTopRow() == 0) << "to its last row";
+    m_list->SortBy(1, Sort::kDescending);
+    m_list->SetCurSel(0);
+    m_list->SortBy(1, Sort::kAscending);
+    EXPECT_TRUE(m_list->GetCurSel() == 4 && m_list->GetTopRow() == last) << "what is selected stays to be seen";
+    step(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA));
+    EXPECT_EQ((std::max)(last - page, 0), m_list->GetTopRow()) << "three lines, but no more than a page";
+    step(WM_VSCROLL, SB_TOP);
+    m_list->MoveWindow(0, 0, 120, 60); // room for one or two
+    step(WM_MOUSEWHEEL, MAKEWPARAM(0, 0x10000 - WHEEL_DELTA / 2));
+    step(WM_MOUSEWHEEL, MAKEWPARAM(0, 0x10000 - WHEEL_DELTA / 2));
+    EXPECT_GT(m_list->GetTopRow(), 0) << "two halves of a turn";
+    step(WM_VSCROLL, SB_BOTTOM);
     m_list->MoveWindow(0, 0, 200, 290);
-    EXPECT_TRUE(!hasBar(SB_VERT) && m_list->GetTopRow() == 0);
+    EXPECT_TRUE(!HasBar(SB_VERT) && m_list->GetTopRow() == 0);
+
+    // Neither bar is there for the other's sake.
+    m_list->MoveWindow(0, 0, 100, m_list->GetRowArea(4).bottom);
+    header.SetWidth(0, 200);
+    EXPECT_TRUE(HasBar(SB_VERT) && HasBar(SB_HORZ));
+    header.SetWidth(0, 40);
+    EXPECT_FALSE(HasBar(SB_VERT) || HasBar(SB_HORZ));
 
     CFont large;
     large.CreatePointFont(240, "Arial");
@@ -235,27 +277,74 @@ TEST_F(ColumnList, ScrollsWithItsHeader)
     EXPECT_EQ(&large, header.GetFont());
     m_list->EnableWindow(FALSE);
     EXPECT_FALSE(header.IsWindowEnabled());
+    Make(WS_DISABLED);
+    EXPECT_FALSE(m_header->IsWindowEnabled());
+}
+
+TEST_F(ColumnList, ShowsTheWholeOfAShortenedTextInATip)
+{
+    Make();
+    m_list->MoveWindow(0, 0, 200, 90);
+    m_header->SetWidth(0, 30);
+    m_header->SetColumn(1, {"A long title", 60});
+    CPoint before;
+    ::GetCursorPos(&before);
+    const auto pointAt = [](CWnd& control, CPoint point) {
+        CPoint place = point;
+        control.ClientToScreen(&place);
+        ::SetCursorPos(place.x, place.y);
+        SendMouse(control, WM_MOUSEMOVE, point);
+        const DWORD start = ::GetTickCount();
+        WaitUntil([&] { return !ShownTip().empty() || ::GetTickCount() - start > 1000; });
+        return ShownTip();
+    };
+    const CPoint inName(15, m_list->GetRowArea(2).CenterPoint().y), inSize(60, inName.y);
+    const struct {
+        CWnd* control;
+        CPoint point;
+        const char* text;
+        std::function<void()> end; ///< hides it
+    } kRows[] = {
+        {m_list.get(), inName, "charlie", [&] { m_list->SendMessage(WM_VSCROLL, SB_BOTTOM); }},
+        {m_list.get(), inSize, "", [&] { m_list->SendMessage(WM_VSCROLL, SB_TOP); }},
+        {m_header, CPoint(60, 5), "A long title", [&] { m_header->SetWidth(1, 50); }},
+        {m_header, CPoint(15, 5), "Name",
+         [&] {
+             m_header->SetColumn(0, {"N", 30});
+         }},
+        {m_list.get(), inName, "charlie", [&] { m_list->RemoveRow(0); }},
+        {m_list.get(), inName, "bravo", [&] { m_list->DestroyWindow(); }},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(row.text, pointAt(*row.control, row.point));
+        row.end();
+        EXPECT_EQ("", ShownTip()) << row.text;
+    }
+    ::SetCursorPos(before.x, before.y);
 }
 
 TEST_F(ColumnList, SpeaksAllColumnsWithTheirNames)
 {
     Make(CZoColumnList::kMovable);
-    CZoHeaderWnd& header = m_list->GetHeader();
     const Reader reader(*m_list);
-    EXPECT_TRUE(reader.Role() == ROLE_SYSTEM_LIST && reader.Role(1) == ROLE_SYSTEM_LISTITEM && reader.Count() == 5);
+    EXPECT_EQ(ROLE_SYSTEM_LISTITEM, reader.Role(1));
     EXPECT_EQ("Name: delta; Size: 20", reader.Name(1));
     EXPECT_EQ("Select", reader.Action(1));
-    header.SetPosition(1, 0);
+    m_header->SetPosition(1, 0);
     EXPECT_EQ("Size: 20; Name: delta", reader.Name(1)) << "as they stand";
-    header.SetWidth(1, 0);
-    EXPECT_EQ("Name: delta", reader.Name(1)) << "what is hidden is not spoken";
-    header.SetColumn(0, {"", 60});
+    m_list->m_skipped = 5;
+    EXPECT_EQ("Size: 20", reader.Name(1)) << "what is empty is not spoken";
+    m_list->m_skipped = 0;
+    m_header->SetWidth(1, 0);
+    EXPECT_EQ("Name: delta", reader.Name(1)) << "nor what is hidden";
+    m_header->SetColumn(0, {"", 60});
     EXPECT_EQ("delta", reader.Name(1));
-    m_list->SetFocus();
     const Events events(*m_list);
-    Play("k40 k38");
-    EXPECT_EQ((std::vector<std::pair<DWORD, LONG>>{{EVENT_OBJECT_FOCUS, 1}, {EVENT_OBJECT_SELECTION, 1}}),
-              Events::Heard());
+    m_list->SetCurSel(1);
+    EXPECT_EQ("selection 2", HeardText());
+    m_list->SetFocus();
+    Play("k38 k38");
+    EXPECT_EQ("focus 0, focus 2, focus 1, selection 1", HeardText());
     EXPECT_EQ(1, reader.Focus());
     const LONG focusable = STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_SELECTABLE;
     EXPECT_EQ(focusable | STATE_SYSTEM_FOCUSED | STATE_SYSTEM_SELECTED, reader.State(1));
@@ -267,7 +356,7 @@ TEST_F(ColumnList, SpeaksAllColumnsWithTheirNames)
     m_list->MoveWindow(0, 0, 200, 50);
     EXPECT_EQ(focusable | STATE_SYSTEM_INVISIBLE | STATE_SYSTEM_OFFSCREEN, reader.State(5));
     EXPECT_EQ(0u, reader.Name(6).size());
-    header.SetColumn(0, {static_cast<UINT>(ZO_IDS_HEADER_PUSH), 60});
+    m_header->SetColumn(0, {static_cast<UINT>(ZO_IDS_HEADER_PUSH), 60});
     ChangeLanguage(kGerman);
     m_list->SendMessage(CZoLanguageSupport::GetUpdateMessage());
     EXPECT_EQ("Klicken: delta", reader.Name(1));
@@ -277,22 +366,29 @@ TEST_F(ColumnList, DrawsRowsPicturesAndStates)
 {
     constexpr COLORREF kInk = RGB(200, 30, 40), kPaper = RGB(240, 240, 220), kMarked = RGB(0, 0, 99),
                        kOnMarked = RGB(255, 255, 3), kGray = RGB(120, 121, 122);
-    const Scheme plain{{COLOR_WINDOW, kPaper}, {COLOR_WINDOWTEXT, kInk}, {COLOR_GRAYTEXT, kGray}};
-    const Scheme marked{{COLOR_HIGHLIGHT, kMarked}, {COLOR_HIGHLIGHTTEXT, kOnMarked}};
+    const Scheme scheme{{COLOR_WINDOW, kPaper},
+                        {COLOR_WINDOWTEXT, kInk},
+                        {COLOR_GRAYTEXT, kGray},
+                        {COLOR_HIGHLIGHT, kMarked},
+                        {COLOR_HIGHLIGHTTEXT, kOnMarked}};
     Make();
     m_list->m_hasPictures = true;
     m_list->SendMessage(WM_SETTINGCHANGE);
     EXPECT_EQ(34, m_list->GetRowHeight());
+    m_list->SetCurSel(0);
+    m_list->UpdateWindow();
     m_list->SetCurSel(1);
     const CRect first = m_list->GetRowArea(0), second = m_list->GetRowArea(1);
     auto picture = ScreenOf(*m_list);
     EXPECT_EQ(10 * 30, picture->Count(kPicture, first));
     EXPECT_GT(picture->Count(kInk, first), 0);
-    EXPECT_EQ(0, picture->Count(kInk, second));
+    const int margin = CZoHeaderButton::GetMargin(), text = margin + 20 + margin;
+    EXPECT_EQ(0, picture->Count(kInk, CRect(text - margin, first.top, text, first.bottom)));
+    EXPECT_EQ(0, picture->Count(kInk, second) + picture->Count(kMarked, first));
     EXPECT_GT(picture->Count(kOnMarked, second), 0);
     EXPECT_EQ(kMarked, picture->At(second.right - 3, second.top + 2)) << "also behind the columns";
     EXPECT_EQ(kPaper, picture->At(first.right - 3, first.top + 2));
-    m_list->GetHeader().SetWidth(0, 25);
+    m_header->SetWidth(0, 25);
     EXPECT_EQ(10 * 30, ScreenOf(*m_list)->Count(kPicture, first));
     EXPECT_EQ(3 * 30, ScreenOf(*m_list)->Count(kOther, first)) << "not beyond the column";
     m_list->EnableWindow(FALSE);
@@ -300,51 +396,46 @@ TEST_F(ColumnList, DrawsRowsPicturesAndStates)
     EXPECT_EQ(0, picture->Count(kInk, first) + picture->Count(kMarked, second));
     EXPECT_GT(picture->Count(kGray, first), 0);
 
-    m_list = std::make_unique<FileList>(); // from right to left, where the picture stays as it is
-    m_list->m_hasPictures = true;
-    m_parent.ModifyStyleEx(0, WS_EX_LAYOUTRTL);
+    m_parent.ModifyStyleEx(0, WS_EX_LAYOUTRTL); // from right to left, where the picture stays as it is
     Make();
-    EXPECT_NE(0u, m_list->GetHeader().GetExStyle() & WS_EX_LAYOUTRTL);
+    m_list->m_hasPictures = true;
+    m_list->SendMessage(WM_SETTINGCHANGE);
+    EXPECT_NE(0u, m_header->GetExStyle() & WS_EX_LAYOUTRTL);
     picture = ScreenOf(*m_list);
-    const int margin = CZoHeaderButton::GetMargin(), y = m_list->GetRowArea(0).CenterPoint().y;
     CRect client;
     m_list->GetClientRect(&client);
     std::string seen;
     for (const int x : {margin + 2, margin + 17})
         for (const int at : {x, int{client.right} - 1 - x})
-            seen += picture->At(at, y) == kPicture ? "g" : picture->At(at, y) == kOther ? "r" : ".";
+            seen += picture->At(at, first.CenterPoint().y) == kPicture ? "g"
+                    : picture->At(at, first.CenterPoint().y) == kOther ? "r"
+                                                                       : ".";
     EXPECT_TRUE(seen == "r.g." || seen == ".r.g") << seen << ": unmirrored, at the edge where reading begins";
 }
 
 TEST_F(ColumnList, SurvivesItsEndInNotificationsAndFaults)
 {
-    const struct {
-        const char *told, *script;
-    } kActs[] = {
-        {"command:1", "c0"}, {"command:1", "b0"}, {"command:4", "c9"}, {"command:5", "c0 k117"}, {"pushed", "p0"}};
-    for (const auto& row : kActs) {
-        m_list = std::make_unique<FileList>();
-        m_parent.SetFocus();
+    for (const auto& [told, script] :
+         {std::pair("command:1", "r0"), std::pair("command:1", "R0"), std::pair("command:4", "c150,125"),
+          std::pair("command:5", "r0 k117"), std::pair("pushed", "p0")}) {
         Make();
-        m_parent.m_onTold = [&](const std::string& what) {
-            if (what == row.told)
+        m_parent.m_onTold = [&, name = told](const std::string& what) {
+            if (what == name)
                 m_list.reset();
         };
-        Play(row.script);
-        EXPECT_EQ(nullptr, m_list) << row.told;
+        Play(script);
+        EXPECT_EQ(nullptr, m_list) << told;
         m_parent.m_onTold = nullptr;
     }
-    m_list = std::make_unique<FileList>();
     Make();
+    m_list->SetCurSel(3);
     m_list->SortBy(1, Sort::kAscending);
-    m_list->SetCurSel(4);
     RunFaultLoop<AllocationFaults>([&](const FaultRun& run) {
         const std::string before = Rows();
         const BOOL sorted = m_list->SortBy(0, Sort::kAscending);
         run.Stop();
         EXPECT_EQ(sorted ? "A[b]ccd" : before, Rows());
         m_list->SortBy(1, Sort::kAscending);
-        m_list->SetCurSel(4);
     });
     FaultSource windows("windows");
     ZO_FAULTY_CALL(CreateWindowExA) window(windows, "ZOAFX.DLL", nullptr);
