@@ -92,8 +92,6 @@ BOOL CZoColorButton::Open()
         return FALSE;
     Invalidate(FALSE);
     RaiseEvent(EVENT_OBJECT_STATECHANGE);
-    if (HasFocus())
-        m_chooser.TellFocus();
     return TRUE;
 }
 

@@ -58,7 +58,6 @@ private:
     public:
         explicit Chooser(CZoColorButton& button) : m_button(button) {}
         using CZoColorChooser::NameColor;
-        void TellFocus() const { RaiseEvent(EVENT_OBJECT_FOCUS, GetFocusedPart()); }
 
     protected:
         void OnChosen(int part) override;
