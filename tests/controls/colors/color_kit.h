@@ -12,8 +12,8 @@
 
 #include <afxdlgs.h>
 
-constexpr COLORREF kBlack = RGB(0, 0, 0), kWhite = RGB(255, 255, 255), kRed = RGB(255, 0, 0), kFace = RGB(180, 180, 180),
-                   kText = RGB(10, 60, 10);
+constexpr COLORREF kBlack = RGB(0, 0, 0), kWhite = RGB(255, 255, 255), kRed = RGB(255, 0, 0),
+                   kFace = RGB(180, 180, 180), kText = RGB(10, 60, 10);
 constexpr DWORD kAll = WS_VISIBLE | WS_TABSTOP | CZoColorChooser::kAutomatic | CZoColorChooser::kMore;
 constexpr int kMorePart = 34; // without custom colours
 
