@@ -197,7 +197,15 @@ void ControlPage::Reload()
     m_large.SetWindowText(Text(ZO_IDS_CONTROLS_LARGE));
     ShowTexts();
     SendMessageToDescendants(CZoLanguageSupport::GetUpdateMessage());
+    FitColumns();
     LayOutAgain();
+}
+
+/// To the texts of the present language and font.
+void ControlPage::FitColumns()
+{
+    for (int i = 0; i < m_list.GetHeader().GetColumnCount(); ++i)
+        m_list.GetHeader().FitColumn(i);
 }
 
 void ControlPage::ShowTexts()
@@ -362,6 +370,7 @@ void ControlPage::Enlarge(bool isLarge)
     }
     CFont* font = isLarge && m_largeFont.m_hObject != nullptr ? &m_largeFont : ControlFont();
     SendMessageToDescendants(WM_SETFONT, reinterpret_cast<WPARAM>(font->m_hObject), TRUE, FALSE);
+    FitColumns();
     LayOutAgain();
     Invalidate();
 }

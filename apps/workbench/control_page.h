@@ -44,6 +44,7 @@ private:
     enum Label { kDate, kTime, kCalendar, kModem, kProgress, kColors, kSample, kList, kTexts, kPicture, kLabels };
 
     void ShowTexts();
+    void FitColumns();
     void ShowColors();
 
     CStatic m_labels[kLabels];
