@@ -289,13 +289,15 @@ TEST_F(ColumnList, ShowsTheWholeOfAShortenedTextInATip)
     m_header->SetColumn(1, {"A long title", 60});
     CPoint before;
     ::GetCursorPos(&before);
-    const auto pointAt = [](CWnd& control, CPoint point, DWORD wait) {
+    const auto pointAt = [](CWnd& control, CPoint point, int tries) {
         CPoint place = point;
         control.ClientToScreen(&place);
         ::SetCursorPos(place.x, place.y);
-        SendMouse(control, WM_MOUSEMOVE, point);
-        const DWORD start = ::GetTickCount();
-        WaitUntil([&] { return !ShownTip().empty() || ::GetTickCount() - start > wait; });
+        for (int i = 0; i < tries && ShownTip().empty(); ++i) { // a late move of the real mouse may come between
+            SendMouse(control, WM_MOUSEMOVE, point);
+            const DWORD start = ::GetTickCount();
+            WaitUntil([=] { return !ShownTip().empty() || ::GetTickCount() - start > 800; });
+        }
         return ShownTip();
     };
     const CPoint inName(15, m_list->GetRowArea(2).CenterPoint().y), inSize(60, inName.y);
@@ -316,7 +318,7 @@ TEST_F(ColumnList, ShowsTheWholeOfAShortenedTextInATip)
         {m_list.get(), inName, "bravo", [&] { m_list->DestroyWindow(); }},
     };
     for (const auto& row : kRows) {
-        EXPECT_EQ(row.text, pointAt(*row.control, row.point, row.text[0] == '\0' ? 1000 : 10000)); // milliseconds
+        EXPECT_EQ(row.text, pointAt(*row.control, row.point, row.text[0] != '\0' ? 8 : 1));
         row.end();
         EXPECT_EQ("", ShownTip()) << row.text;
     }

@@ -172,7 +172,7 @@ TEST_F(Header, TellsEachActOnce)
     Play("b245,10");
     EXPECT_EQ("fit 1 sized 1=150", m_parent.Told()) << "the last one's divider goes on behind it";
     Make(0);
-    Play("c30,10 d30,10 m170,10 u170,10 c210,10 d210,10 m30,10 u30,10 k39+3");
+    Play("c30,10 d30,10 m170,10 u170,10 c210,10 d210,10 m30,10 u30,10 k37+3");
     EXPECT_EQ("pushed 0", m_parent.Told()) << "neither movable nor a tab stop";
     EXPECT_EQ("0=100 1=80 2=60", Columns());
     EXPECT_EQ(m_parent.m_hWnd, ::GetFocus());
