@@ -169,6 +169,24 @@ TEST_F(ColumnList, ObeysAndTellsOnce)
         EXPECT_EQ("[A]bccd", Rows());
         EXPECT_EQ("command:1 command:5 command:4 command:1", m_parent.Told());
     }
+    Play("tc");
+    m_parent.SetFocus(); // this forgets it, too
+    m_list->SetFocus();
+    Play("ta");
+    EXPECT_EQ("[A]bccd", Rows());
+    static const File kKana[] = {{"\x83"
+                                  "A",
+                                  1},
+                                 {"\x83"
+                                  "e",
+                                  2}};
+    if (IsDoubleByte() && m_list->AddRow(&kKana[0]) >= 0 && m_list->AddRow(&kKana[1]) >= 0) {
+        m_parent.Told();
+        Play("t\x83"
+             "e");
+        EXPECT_EQ("command:1", m_parent.Told()) << "half a character finds nothing";
+        EXPECT_EQ(&kKana[1], m_list->GetRow(m_list->GetCurSel()));
+    }
     EXPECT_EQ(DLGC_WANTARROWS | DLGC_WANTCHARS, m_list->SendMessage(WM_GETDLGCODE));
     EXPECT_EQ(DLGC_WANTALLKEYS, m_header->SendMessage(WM_GETDLGCODE, VK_ESCAPE));
     while (m_header->RemoveColumn(0)) {
@@ -243,9 +261,9 @@ TEST_F(ColumnList, ScrollsWithItsHeader)
     const auto scrolledPicture = ScreenOf(*m_list);
     m_list->Invalidate();
     EXPECT_TRUE(AreEqual(*ScreenOf(*m_list), *scrolledPicture)) << "what was moved is as what is drawn";
-    Play("k33");
+    Play("k38 k33");
     EXPECT_TRUE(m_list->GetCurSel() == last && m_list->GetTopRow() == last) << "to the page's first row";
-    Play("k36 k34");
+    Play("k36 k40 k34");
     EXPECT_TRUE(m_list->GetCurSel() == page - 1 && m_list->GetTopRow() == 0) << "to its last row";
     m_list->SortBy(1, Sort::kDescending);
     m_list->SetCurSel(0);
@@ -254,10 +272,12 @@ TEST_F(ColumnList, ScrollsWithItsHeader)
     step(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA));
     EXPECT_EQ((std::max)(last - page, 0), m_list->GetTopRow()) << "three lines, but no more than a page";
     step(WM_VSCROLL, SB_TOP);
-    m_list->MoveWindow(0, 0, 120, 60); // room for one or two
-    step(WM_MOUSEWHEEL, MAKEWPARAM(0, 0x10000 - WHEEL_DELTA / 2));
-    step(WM_MOUSEWHEEL, MAKEWPARAM(0, 0x10000 - WHEEL_DELTA / 2));
-    EXPECT_GT(m_list->GetTopRow(), 0) << "two halves of a turn";
+    m_list->MoveWindow(0, 0, 120, m_list->GetRowArea(1).bottom);
+    for (const auto& [delta, top] : {std::pair(WHEEL_DELTA / 4, 0), std::pair(WHEEL_DELTA / 4, 1),
+                                     std::pair(-WHEEL_DELTA, 0), std::pair(WHEEL_DELTA, 2)}) {
+        step(WM_MOUSEWHEEL, MAKEWPARAM(0, -delta)); // a page of two rows each
+        EXPECT_EQ(top, m_list->GetTopRow());
+    }
     step(WM_VSCROLL, SB_BOTTOM);
     m_list->MoveWindow(0, 0, 200, 290);
     EXPECT_TRUE(!HasBar(SB_VERT) && m_list->GetTopRow() == 0);
@@ -268,6 +288,10 @@ TEST_F(ColumnList, ScrollsWithItsHeader)
     EXPECT_TRUE(HasBar(SB_VERT) && HasBar(SB_HORZ));
     header.SetWidth(0, 40);
     EXPECT_FALSE(HasBar(SB_VERT) || HasBar(SB_HORZ));
+    m_list->MoveWindow(0, 0, 100, m_list->GetRowArea(3).bottom); // and one may need the other
+    EXPECT_TRUE(HasBar(SB_VERT) && HasBar(SB_HORZ));
+    step(WM_VSCROLL, SB_BOTTOM);
+    EXPECT_EQ(m_list->GetTopRow(), m_list->GetScrollLimit(SB_VERT));
 
     CFont large;
     large.CreatePointFont(240, "Arial");
