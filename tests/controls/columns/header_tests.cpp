@@ -420,14 +420,14 @@ TEST_F(Header, KeepsItsColumnsInARecord)
     CZoHeaderWnd other; // which has no window yet
     for (int i = 0; i < 3; ++i)
         other.InsertColumn(i, {"", 50, Align::kLeft, i == 2 ? CZoHeaderButton::kFixedWidth : 0U});
-    const CString before = other.GetRecord();
+    const CString before = other.GetRecord(), longer = record + " ";
     for (int i = 0; i < record.GetLength(); ++i) { // cut, and with each character another
         CString damaged = record;
         EXPECT_FALSE(other.SetRecord(record.Left(i)));
         damaged.SetAt(i, record[i] == '1' ? '2' : '1');
         EXPECT_FALSE(other.SetRecord(damaged)) << damaged;
     }
-    for (const char* bad : {LPCSTR{}, static_cast<LPCSTR>(record + " "),
+    for (const char* bad : {LPCSTR{}, static_cast<LPCSTR>(longer),
                             "ZoHeader1 3 0 0 50 0 50 0 50 0 153", // a place of three columns
                             "ZoHeader1 3 0 0 99999999999 0 1 1 1 2 99999999999"})
         EXPECT_FALSE(other.SetRecord(bad)) << bad;
