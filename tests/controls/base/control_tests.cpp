@@ -1,6 +1,8 @@
 // What every control gets from its base, on real windows.
 #include "controls/control_kit.h"
 
+#include "controls/base/popup.h"
+
 #include <zogbl/language_support.h>
 
 #include <thread>
@@ -483,4 +485,71 @@ TEST_F(Control, IsPutOverAWindowOfATemplate)
     EXPECT_EQ(::GetStockObject(ANSI_FIXED_FONT), m_control->GetFontHandle());
     EXPECT_EQ(2, m_control->m_layouts);
     EXPECT_EQ(0, m_control->SendMessage(EM_GETLIMITTEXT)) << "the class below it does nothing";
+}
+
+namespace {
+
+/// Leaves it to its popup when that closes.
+class PopupOwner : public Halves, private ControlPopup::Client {
+public:
+    ControlPopup m_popup{*this};
+    Halves m_content;
+    int m_closed = 0;
+
+    explicit PopupOwner(CWnd& parent)
+    {
+        EXPECT_TRUE(Create(kStyle, CRect(10, 10, 110, 30), &parent, 5));
+        SetFocus();
+    }
+    BOOL Open() { return m_popup.Open(*this, m_content, 0, CSize(100, 60)); }
+
+private:
+    void OnPopupClosed() override { ++m_closed; }
+};
+
+} // namespace
+
+TEST(ControlPopup, ClosesOnceWhateverBecomesOfItsOwner)
+{
+    ControlParent parent;
+    const std::function<void(PopupOwner&)> kWays[] = {
+        [](PopupOwner& owner) { owner.m_popup.Close(); },
+        [](PopupOwner& owner) { owner.EnableWindow(FALSE); },
+        [](PopupOwner& owner) { owner.ShowWindow(SW_HIDE); },
+        [&](PopupOwner&) { parent.MoveWindow(60, 60, 400, 300); },
+        [](PopupOwner& owner) { Click(owner, {5, 5}); },
+    };
+    for (const auto& way : kWays) {
+        SCOPED_TRACE(&way - kWays);
+        PopupOwner owner(parent);
+        for (int times = 1; times <= 2; ++times) { // it can be opened again
+            owner.EnableWindow();
+            owner.ShowWindow(SW_SHOW);
+            owner.SetFocus();
+            parent.MoveWindow(50, 50, 400, 300);
+            ASSERT_TRUE(owner.Open());
+            EXPECT_FALSE(owner.Open()) << "it is";
+            EXPECT_EQ(owner.m_hWnd, ::GetFocus());
+            way(owner);
+            EXPECT_TRUE(WaitUntil([&] { return owner.m_closed == times; }));
+            EXPECT_EQ(nullptr, owner.m_content.m_hWnd);
+        }
+    }
+}
+
+TEST(ControlPopup, SurvivesFaults)
+{
+    ControlParent parent;
+    PopupOwner owner(parent);
+    FaultSource windows("windows");
+    ZO_FAULTY_CALL(SetTimer) timer(windows, nullptr, 0);
+    ZO_FAULTY_CALL(SetWindowsHookExA) hook(windows, nullptr, nullptr);
+    RunFaultLoop(windows, [&](const FaultRun& run) {
+        const BOOL opened = owner.Open();
+        run.Stop();
+        EXPECT_EQ(!run.Fired(), opened != FALSE);
+        EXPECT_EQ(opened, owner.m_popup.IsOpen());
+        owner.m_popup.Close();
+        EXPECT_EQ(nullptr, owner.m_content.m_hWnd);
+    });
 }

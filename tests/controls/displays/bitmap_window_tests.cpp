@@ -509,7 +509,9 @@ TEST_F(BitmapWindow, IsToldToScreenReaders)
     m_window.SetWindowText("first page");
     const Events events(m_window);
     LoadLarge(60, 50);
-    EXPECT_EQ(1, Events::Count(EVENT_OBJECT_DESCRIPTIONCHANGE));
+    const std::vector<std::pair<DWORD, LONG>> kLoaded = {{EVENT_OBJECT_DESCRIPTIONCHANGE, 0},
+                                                         {EVENT_OBJECT_VALUECHANGE, 0}};
+    EXPECT_EQ(kLoaded, Events::Heard());
     m_window.SetZoom(50);
     m_window.SetZoom(50);
     EXPECT_EQ(1, Events::Count(EVENT_OBJECT_VALUECHANGE));
@@ -518,6 +520,8 @@ TEST_F(BitmapWindow, IsToldToScreenReaders)
     EXPECT_EQ(ROLE_SYSTEM_GRAPHIC, reader.Role());
     m_window.SetPlacing(Placing::kTiled);
     EXPECT_EQ("", reader.Value());
+    m_window.SetPlacing(Placing::kStretched);
+    EXPECT_EQ(1, Events::Count(EVENT_OBJECT_VALUECHANGE));
     m_window.Clear();
     EXPECT_EQ("", reader.Description());
 }

@@ -274,6 +274,7 @@ TEST_F(ProgressBar, EstimatesTheTimeThatIsLeft)
     EXPECT_EQ(4711u, seconds);
     EXPECT_EQ(54, remaining(0, 100));
     EXPECT_EQ(51, remaining(3000, 900)) << "estimated anew each five seconds";
+    EXPECT_EQ(-1, remaining(0, 49)) << "gone back";
     EXPECT_EQ(11, remaining(2000, 500));
     for (const DWORD pause : {3000, 60000}) {
         m_bar.SetState(State::kPaused);

@@ -243,6 +243,12 @@ TEST_F(TextPanel, ObeysKeysAndClicks)
     m_panel.SetPanes(hidden, 2);
     m_panel.SetFocus();
     EXPECT_EQ(2, m_panel.GetFocusedPart()) << "the first that is shown";
+    const ZoPane moved[] = {{Width::kFixed, 30}, {Width::kFixed, 0}};
+    Events::Heard();
+    m_panel.SetPanes(moved, 2);
+    EXPECT_EQ(1, m_panel.GetFocusedPart()) << "what is hidden loses the focus";
+    EXPECT_EQ(1, Events::Count(EVENT_OBJECT_FOCUS));
+    m_panel.SetPanes(hidden, 2);
     m_parent.m_describe = [this](NMHDR&, LRESULT&) {
         m_panel.DestroyWindow();
         return "gone";

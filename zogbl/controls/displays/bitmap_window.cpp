@@ -158,6 +158,7 @@ void CZoBitmapWnd::Clear()
 void CZoBitmapWnd::Take(BitmapPicture* picture)
 {
     UndoDrag();
+    const bool before = IsZoomable();
     delete std::exchange(m_pPicture, picture);
     m_scroll = CPoint();
     if (m_hWnd == nullptr)
@@ -165,6 +166,7 @@ void CZoBitmapWnd::Take(BitmapPicture* picture)
     RealizeColors(FALSE);
     Relayout();
     RaiseEvent(EVENT_OBJECT_DESCRIPTIONCHANGE);
+    TellZoom(before);
 }
 
 CSize CZoBitmapWnd::GetPictureSize() const { return HasPicture() ? m_pPicture->GetSize() : CSize(); }
@@ -174,10 +176,19 @@ CSize CZoBitmapWnd::GetPictureSize() const { return HasPicture() ? m_pPicture->G
 void CZoBitmapWnd::SetPlacing(Placing placing)
 {
     UndoDrag();
+    const bool before = IsZoomable();
     m_placing = placing;
     m_scroll = CPoint();
     if (m_hWnd != nullptr)
         Relayout();
+    TellZoom(before);
+}
+
+/// What cannot be zoomed has no value.
+void CZoBitmapWnd::TellZoom(bool wasZoomable) const
+{
+    if (m_hWnd != nullptr && wasZoomable != IsZoomable())
+        RaiseEvent(EVENT_OBJECT_VALUECHANGE);
 }
 
 void CZoBitmapWnd::SetTransparentColor(COLORREF color)

@@ -193,7 +193,8 @@ void CZoProgressBar::Estimate()
 BOOL CZoProgressBar::GetRemainingTime(DWORD& seconds)
 {
     Estimate();
-    if (m_bUnknown || m_state != State::kRunning || m_nRemaining < 0 || m_nPosition == m_nUpper)
+    if (m_bUnknown || m_state != State::kRunning || m_nRemaining < 0 || m_nPosition == m_nUpper ||
+        GetPercent(m_nPosition) < kLeastPercent)
         return FALSE;
     const LONGLONG left = m_nRemaining - (::GetTickCount() - m_dwEstimated);
     seconds = static_cast<DWORD>((std::max)(left, LONGLONG{0}) / 1000);

@@ -86,6 +86,8 @@ void CZoTextPanel::LayOut()
     }
     if (m_pTip != nullptr)
         m_pTip->Hide(*this); // its place may be another
+    if (HasFocus() && At(m_nFocused).area.IsRectEmpty()) // it would be out of sight
+        FocusPane(FindShown(m_nFocused, -1) != 0 ? FindShown(m_nFocused, -1) : FindShown(m_nFocused, 1));
 }
 
 CRect CZoTextPanel::GetPaneArea(int pane) const { return IsPane(pane) ? At(pane).area : CRect(); }

@@ -125,6 +125,7 @@ private:
     DWORD Show(const BitmapFile& file, DWORD status);
     void Take(BitmapPicture* picture);
     bool IsZoomable() const;
+    void TellZoom(bool wasZoomable) const;
     bool IsScrollable() const;
     CSize GetShownSize() const;
     CSize GetScrollRange() const;
