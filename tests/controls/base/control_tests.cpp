@@ -513,10 +513,8 @@ TEST(ControlPopup, ClosesOnceWhateverBecomesOfItsOwner)
 {
     ControlParent parent;
     const std::function<void(PopupOwner&)> kWays[] = {
-        [](PopupOwner& owner) { owner.m_popup.Close(); },
-        [](PopupOwner& owner) { owner.EnableWindow(FALSE); },
-        [](PopupOwner& owner) { owner.ShowWindow(SW_HIDE); },
-        [&](PopupOwner&) { parent.MoveWindow(60, 60, 400, 300); },
+        [](PopupOwner& owner) { owner.m_popup.Close(); },     [](PopupOwner& owner) { owner.EnableWindow(FALSE); },
+        [](PopupOwner& owner) { owner.ShowWindow(SW_HIDE); }, [&](PopupOwner&) { parent.MoveWindow(60, 60, 400, 300); },
         [](PopupOwner& owner) { Click(owner, {5, 5}); },
     };
     for (const auto& way : kWays) {

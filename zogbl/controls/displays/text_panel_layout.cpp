@@ -85,7 +85,7 @@ void CZoTextPanel::LayOut()
         item.area = area;
     }
     if (m_pTip != nullptr)
-        m_pTip->Hide(*this); // its place may be another
+        m_pTip->Hide(*this);                             // its place may be another
     if (HasFocus() && At(m_nFocused).area.IsRectEmpty()) // it would be out of sight
         FocusPane(FindShown(m_nFocused, -1) != 0 ? FindShown(m_nFocused, -1) : FindShown(m_nFocused, 1));
 }
