@@ -81,13 +81,17 @@ inline void PressKey(CWnd& control, UINT key, int modifiers = 0)
         DispatchMessageA(&message); // not translated: characters are sent by the tests that want them
     SetKeyboardState(before);
 }
-/// A mouse message through the queue. \param buttons MK_... that are down
+/// A mouse message through the queue. What the real mouse has to say behind it is dropped.
+/// \param buttons MK_... that are down
 inline void SendMouse(CWnd& control, UINT message, CPoint point, WPARAM buttons = 0)
 {
     control.PostMessage(message, buttons, MAKELPARAM(point.x, point.y));
     MSG taken;
-    while (PeekMessageA(&taken, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE))
-        DispatchMessageA(&taken);
+    for (bool isPosted = true; PeekMessageA(&taken, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE);
+         isPosted = false) {
+        if (isPosted)
+            DispatchMessageA(&taken);
+    }
 }
 inline void Click(CWnd& control, CPoint point)
 {

@@ -27,8 +27,9 @@
 ///     m_list.SortBy(0, CZoHeaderButton::Sort::kAscending);
 ///
 /// Typing selects the next row that begins with the typed text in the sorted column or, if none does, in the first one;
-/// if there is none either, the last character begins a new text. F6 takes the keyboard to the header and back. Screen readers get each row with all its columns and their names, as
-/// they stand: "Name: report.txt; Size: 12 KB". A part's number is the row's plus 1.
+/// if there is none either, the last character begins a new text. F6 takes the keyboard to the header and back. Screen
+/// readers get each row with all its columns and their names, as they stand: "Name: report.txt; Size: 12 KB". A part's
+/// number is the row's plus 1.
 ///
 /// When the language changes it asks for all texts again and sorts anew.
 class ZOGBL_API CZoColumnList : public CZoControl {

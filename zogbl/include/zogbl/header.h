@@ -67,9 +67,10 @@ constexpr UINT ZON_HEADER_SIZING = ZON_FIRST - 63;
 /// How wide is the widest text below the title? Answer its width in pixels, margins included; 0: there is none.
 constexpr UINT ZON_HEADER_FIT = ZON_FIRST - 64;
 
-/// Titles of columns. One that has no room is shortened, and a tip shows the whole of it. The user drags their dividers, gives a column the width of its widest text by a double click on
-/// its divider, pushes them to sort, and moves them if the header has the style kMovable. It shows an arrow where it is
-/// told to (SetSort); sorting is the parent's. CZoColumnList is a list with such a header.
+/// Titles of columns. One that has no room is shortened, and a tip shows the whole of it. The user drags their
+/// dividers, gives a column the width of its widest text by a double click on its divider, pushes them to sort, and
+/// moves them if the header has the style kMovable. It shows an arrow where it is told to (SetSort); sorting is the
+/// parent's. CZoColumnList is a list with such a header.
 ///
 ///     m_header.Create(WS_VISIBLE | WS_TABSTOP | CZoHeaderWnd::kMovable, area, this, IDC_HEADER);
 ///     m_header.InsertColumn(0, {ZO_IDS_NAME, CZoGlobalGDIData::Scale(160)});
