@@ -1,5 +1,6 @@
 // The list with columns: by mouse and keys, and as a screen reader has it.
 #include "controls/acts.h"
+#include "controls/tip_kit.h"
 #include "support/product_test.h"
 
 #include <zogbl/column_list.h>
@@ -48,17 +49,6 @@ protected:
         ::BitBlt(*dc, at.x, at.y, 20, 30, picture, 0, 0, SRCCOPY);
     }
 };
-
-/// The tip that this thread shows; empty: none.
-std::string ShownTip()
-{
-    char text[100] = "";
-    for (HWND tip = nullptr; (tip = ::FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr)) != nullptr;) {
-        if (::GetWindowThreadProcessId(tip, nullptr) == ::GetCurrentThreadId() && ::IsWindowVisible(tip))
-            ::GetWindowTextA(tip, text, sizeof text);
-    }
-    return text;
-}
 
 class ColumnList : public ProductTest {
 protected:
@@ -313,17 +303,6 @@ TEST_F(ColumnList, ShowsTheWholeOfAShortenedTextInATip)
     m_header->SetColumn(1, {"A long title", 60});
     CPoint before;
     ::GetCursorPos(&before);
-    const auto pointAt = [](CWnd& control, CPoint point, int tries) {
-        CPoint place = point;
-        control.ClientToScreen(&place);
-        ::SetCursorPos(place.x, place.y);
-        for (int i = 0; i < tries && ShownTip().empty(); ++i) { // a late move of the real mouse may come between
-            SendMouse(control, WM_MOUSEMOVE, point);
-            const DWORD start = ::GetTickCount();
-            WaitUntil([=] { return !ShownTip().empty() || ::GetTickCount() - start > 800; });
-        }
-        return ShownTip();
-    };
     const CPoint inName(15, m_list->GetRowArea(2).CenterPoint().y), inSize(60, inName.y);
     const struct {
         CWnd* control;
@@ -342,7 +321,7 @@ TEST_F(ColumnList, ShowsTheWholeOfAShortenedTextInATip)
         {m_list.get(), inName, "bravo", [&] { m_list->DestroyWindow(); }},
     };
     for (const auto& row : kRows) {
-        EXPECT_EQ(row.text, pointAt(*row.control, row.point, row.text[0] != '\0' ? 8 : 1));
+        EXPECT_EQ(row.text, TipOver(*row.control, row.point, row.text[0] != '\0' ? 8 : 1));
         row.end();
         EXPECT_EQ("", ShownTip()) << row.text;
     }

@@ -1,5 +1,5 @@
 // The text panel: its layout and looks, what keys and clicks tell the parent, what screen readers hear.
-#include "tip_kit.h"
+#include "controls/tip_kit.h"
 
 #include <zogbl/text_panel.h>
 

@@ -1,5 +1,5 @@
 /// \file
-/// The tips of displays.
+/// The tips of controls.
 #pragma once
 
 #include "controls/control_kit.h"
@@ -16,13 +16,17 @@ inline std::string ShownTip()
     }
     return text;
 }
-/// The tip that comes if the mouse rests at a point of a control, where it stays.
-inline std::string TipOver(CWnd& control, CPoint point)
+/// The tip that comes if the mouse rests at a point of a control, where it stays; empty if none comes.
+/// \param tries a late move of the real mouse may come between
+inline std::string TipOver(CWnd& control, CPoint point, int tries = 8)
 {
     CPoint place = point;
     control.ClientToScreen(&place);
     ::SetCursorPos(place.x, place.y);
-    SendMouse(control, WM_MOUSEMOVE, point);
-    EXPECT_TRUE(WaitUntil([] { return !ShownTip().empty(); }));
+    for (int i = 0; i < tries && ShownTip().empty(); ++i) {
+        SendMouse(control, WM_MOUSEMOVE, point);
+        const DWORD start = ::GetTickCount();
+        WaitUntil([=] { return !ShownTip().empty() || ::GetTickCount() - start > 800; });
+    }
     return ShownTip();
 }
