@@ -150,8 +150,13 @@ BOOL CZoGlobalGDIData::IsHighContrast()
 int CZoGlobalGDIData::Scale(int pixels)
 {
     constexpr int kPlainDots = 96; // an inch
-    const HDC screen = GetDC(nullptr);
-    const int dots = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
+    static LONG s_dots = 0;        // the screen's, which stay as long as the user is there; 0: not known
+    LONG dots = InterlockedCompareExchange(&s_dots, 0, 0);
+    if (dots == 0) { // asking takes longer than an arrow's drawing
+        const HDC screen = GetDC(nullptr);
+        dots = GetDeviceCaps(screen, LOGPIXELSY);
+        ReleaseDC(nullptr, screen);
+        InterlockedExchange(&s_dots, dots);
+    }
     return dots > 0 ? MulDiv(pixels, dots, kPlainDots) : pixels;
 }
