@@ -4,6 +4,7 @@
 
 #include <zogbl/about_dialog.h>
 #include <zogbl/argument_prompt.h>
+#include <zogbl/ask_name_dialog.h>
 #include <zogbl/dialog.h>
 #include <zogbl/document_save.h>
 #include <zogbl/file_open.h>

@@ -260,6 +260,18 @@
 #define ZO_IDC_PROGRAM_PROMPT_PATH 25442
 #define ZO_IDC_PROGRAM_PROMPT_BROWSE 25443
 
+// The question for a name, and what is wrong with one.
+#define ZO_IDS_NAME_EMPTY 20860
+#define ZO_IDS_NAME_TOO_LONG 20861
+#define ZO_IDS_NAME_CHARACTER 20862
+#define ZO_IDS_NAME_RESERVED 20863
+#define ZO_IDS_NAME_END 20864
+#define ZO_IDS_NAME_TAKEN 20865
+#define ZO_IDD_ASK_NAME 25480
+#define ZO_IDC_NAME_PROMPT 25481
+#define ZO_IDC_NAME_FIELD 25482
+#define ZO_IDC_NAME_REASON 25483
+
 // Telephone lines: errors. The string of code n has the number ZO_IDS_TAPI_ERROR_BASE - n.
 #define ZO_IDS_TAPI_ANSWERLINEOPEN 20527
 #define ZO_IDS_TAPI_INIFILECORRUPT_SILENT 20528
