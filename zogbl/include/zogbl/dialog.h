@@ -6,7 +6,9 @@
 
 #include <afxwin.h>
 
-/// A modal dialog in the user's language. Unlike CDialog, it also finds its template in the language library, and its
+class LanguageFollower;
+
+/// A dialog in the user's language. Unlike CDialog, it also finds its template in the language library, and its
 /// texts follow a change of language while it is open.
 class ZOGBL_API CZoDialog : public CDialog {
 public:
@@ -19,6 +21,9 @@ public:
 
     /// \return as CDialog; -1 also if no module has the template or memory has run out
     INT_PTR DoModal() override;
+    /// Makes a dialog that the program does not wait for; DestroyWindow ends it. \return FALSE if no module has the
+    /// template or memory has run out
+    BOOL CreateModeless();
 
     /// Shows all open dialogs and sheets of the process in the language that is loaded now. An application calls it
     /// from the thread of its windows, when it reloads its own texts.
@@ -32,6 +37,9 @@ protected:
     virtual void ReloadTexts();
 
 private:
+    static void FollowLanguage(void* what);
+
     UINT m_nTemplateId;
     CWnd* m_pParent;
+    LanguageFollower* m_pFollower = nullptr; // of a dialog that nobody waits for
 };

@@ -2,6 +2,7 @@
 /// Dialogs, sheets and message boxes; checks of their data.
 #pragma once
 
+#include <zogbl/abort_dialog.h>
 #include <zogbl/about_dialog.h>
 #include <zogbl/argument_prompt.h>
 #include <zogbl/ask_name_dialog.h>

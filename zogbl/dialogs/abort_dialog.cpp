@@ -1,0 +1,198 @@
+#include <zogbl/abort_dialog.h>
+
+#include <common/without_throwing.h>
+#include <zogbl/resource_ids.h>
+
+#include "dialogs/base/tell_user.h"
+
+#include <utility>
+
+namespace {
+
+constexpr DWORD kLongestPump = 50; // milliseconds: messages that come without end must not stop the job
+
+thread_local CZoAbortDialog* t_running = nullptr; // the innermost, which a print job asks
+
+} // namespace
+
+CZoAbortDialog::CZoAbortDialog(CWnd* owner) : CZoDialog(ZO_IDD_ABORT, owner) {}
+
+CZoAbortDialog::~CZoAbortDialog() { Finish(); }
+
+BOOL CZoAbortDialog::Start(LPCSTR title, LPCSTR text, LONGLONG length)
+{
+    if (m_bStarted)
+        return FALSE;
+    m_bStarted = TRUE;
+    m_bCancelled = m_bCommitted = FALSE;
+    m_nLength = length;
+    m_pOuter = std::exchange(t_running, this);
+    const BOOL isShown = WithoutThrowing([&]() -> BOOL {
+        m_csTitle = title;
+        m_csText = text;
+        if (!CreateModeless())
+            return FALSE;
+        const HWND owner = ::GetWindow(m_hWnd, GW_OWNER);
+        if (owner != nullptr && ::IsWindowEnabled(owner)) {
+            ::EnableWindow(owner, FALSE);
+            m_hDisabled = owner;
+        }
+        ShowWindow(SW_SHOW);
+        UpdateWindow();
+        return TRUE;
+    });
+    if (!isShown)
+        m_bCancelled = FALSE; // no window, so nobody to cancel
+    return isShown;
+}
+
+void CZoAbortDialog::Finish()
+{
+    if (!std::exchange(m_bStarted, FALSE))
+        return;
+    for (CZoAbortDialog** link = &t_running; *link != nullptr; link = &(*link)->m_pOuter) {
+        if (*link == this) {
+            *link = m_pOuter;
+            break;
+        }
+    }
+    const HWND owner = std::exchange(m_hDisabled, nullptr);
+    if (owner != nullptr)
+        ::EnableWindow(owner, TRUE); // first: else another program's window becomes the active one
+    if (m_hWnd != nullptr)
+        DestroyWindow();
+}
+
+BOOL CZoAbortDialog::OnInitDialog()
+{
+    CZoDialog::OnInitDialog();
+    m_bar.SubclassDlgItem(ZO_IDC_ABORT_BAR, this);
+    if (m_nLength > 0)
+        m_bar.SetRange(0, m_nLength);
+    m_bar.SetUnknown(m_nLength <= 0);
+    m_bar.SetTextMode(CZoProgressBar::TextMode::kPercent);
+    SetWindowText(m_csTitle);
+    SetDlgItemText(ZO_IDC_ABORT_TEXT, m_csText);
+    CenterWindow();
+    return TRUE;
+}
+
+// What it shows -------------------------------------------------------------------------------------------------------
+
+void CZoAbortDialog::SetText(LPCSTR text)
+{
+    WithoutThrowing([&] {
+        m_csText = text;
+        if (m_hWnd != nullptr)
+            SetDlgItemText(ZO_IDC_ABORT_TEXT, m_csText);
+    });
+}
+
+void CZoAbortDialog::SetCommitted()
+{
+    if (!std::exchange(m_bCommitted, TRUE))
+        ShowButton();
+}
+
+void CZoAbortDialog::ShowButton()
+{
+    if (m_hWnd != nullptr)
+        WithoutThrowing(
+            [this] { SetDlgItemText(IDCANCEL, LoadText(m_bCommitted ? ZO_IDS_ABORT_STOP : ZO_IDS_ABORT_CANCEL)); });
+}
+
+void CZoAbortDialog::ShowRemaining()
+{
+    WithoutThrowing([this] {
+        const CString text = m_bCancelled ? LoadText(ZO_IDS_ABORT_ENDING) : m_bar.GetRemainingText();
+        if (text == m_csRemaining)
+            return;
+        m_csRemaining = text;
+        SetDlgItemText(ZO_IDC_ABORT_REMAINING, text);
+    });
+}
+
+void CZoAbortDialog::ReloadTexts()
+{
+    CZoDialog::ReloadTexts();
+    ShowButton();
+    m_csRemaining.Empty();
+    ShowRemaining();
+}
+
+// What the user does --------------------------------------------------------------------------------------------------
+
+BOOL CZoAbortDialog::SetPosition(LONGLONG done)
+{
+    m_bar.SetPosition(done);
+    return Continue();
+}
+
+BOOL CZoAbortDialog::Continue()
+{
+    if (m_bInside || m_bCancelled || m_hWnd == nullptr)
+        return !m_bCancelled;
+    m_bInside = TRUE;
+    ShowRemaining();
+    const DWORD begun = ::GetTickCount();
+    MSG message;
+    while (!m_bCancelled && ::GetTickCount() - begun < kLongestPump &&
+           ::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            ::PostQuitMessage(static_cast<int>(message.wParam)); // for the loop that waits for it
+            m_bCancelled = TRUE;
+        } else {
+            WithoutThrowing([&] { Dispatch(message); });
+        }
+    }
+    m_bInside = FALSE;
+    return !m_bCancelled;
+}
+
+void CZoAbortDialog::Dispatch(MSG& message)
+{
+    CWinThread* thread = AfxGetThread(); // null in a host without an application object
+    if (thread != nullptr ? thread->PreTranslateMessage(&message) : IsDialogMessage(&message))
+        return;
+    ::TranslateMessage(&message);
+    ::DispatchMessage(&message);
+}
+
+/// Its owner was destroyed, and it with it.
+void CZoAbortDialog::PostNcDestroy()
+{
+    if (m_bStarted)
+        m_bCancelled = TRUE;
+    CZoDialog::PostNcDestroy();
+}
+
+void CZoAbortDialog::OnOK() {}
+
+void CZoAbortDialog::OnCancel()
+{
+    if (m_bCancelled)
+        return;
+    m_bar.SetState(CZoProgressBar::State::kPaused);
+    const BOOL wasInside = std::exchange(m_bInside, TRUE); // the job does not go on while the box is shown
+    int answer = IDYES;
+    WithoutThrowing([&] {
+        answer = AskUser(*this, m_bCommitted ? ZO_IDS_ABORT_ASK_STOP : ZO_IDS_ABORT_ASK_CANCEL, "",
+                         MB_YESNO | MB_ICONQUESTION);
+    });
+    m_bInside = wasInside;
+    if (m_hWnd == nullptr)
+        return; // it went with its owner meanwhile
+    m_bar.SetState(CZoProgressBar::State::kRunning);
+    if (answer != IDYES)
+        return;
+    m_bCancelled = TRUE;
+    GetDlgItem(IDCANCEL)->EnableWindow(FALSE);
+    ShowRemaining();
+    UpdateWindow();
+}
+
+// Printing ------------------------------------------------------------------------------------------------------------
+
+BOOL CALLBACK CZoAbortDialog::AbortProc(HDC, int) { return t_running == nullptr || t_running->Continue(); }
+
+BOOL CZoAbortDialog::AttachPrinter(HDC printer) { return ::SetAbortProc(printer, &AbortProc) > 0; }
