@@ -92,7 +92,7 @@ TEST_F(AskName, SaysWhyInPlaceAndOnlyWhatStaysWrong)
     m_dialog.SetName("first");
     const DialogDriver driver({[&](HWND window) {
         EXPECT_EQ("Rename", TextOf(window));
-        ExpectTabOrder(window, {ZO_IDC_NAME_FIELD, IDOK, IDCANCEL});
+        EXPECT_EQ((std::vector<int>{ZO_IDC_NAME_FIELD, IDOK, IDCANCEL}), ExpectTabRounds(window));
         EXPECT_EQ("first", TextOf(window, ZO_IDC_NAME_FIELD));
         Type(window, ZO_IDC_NAME_FIELD, "a/b");
         EXPECT_EQ("", TextOf(window, ZO_IDC_NAME_REASON)) << "no sooner than at a pause";
@@ -108,6 +108,7 @@ TEST_F(AskName, SaysWhyInPlaceAndOnlyWhatStaysWrong)
         EXPECT_EQ(4u, to - from) << "selected";
         ChangeLanguage(kGerman);
         EXPECT_EQ(0u, TextOf(window, ZO_IDC_NAME_REASON).find("\"main\" gibt es schon."));
+        ExpectTidy(window);
         EXPECT_EQ("&New name:", TextOf(window, ZO_IDC_NAME_PROMPT));
         Type(window, ZO_IDC_NAME_FIELD, " mainland ");
         EXPECT_EQ("", TextOf(window, ZO_IDC_NAME_REASON));

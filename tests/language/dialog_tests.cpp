@@ -24,95 +24,6 @@ BOOL CALLBACK CollectName(HMODULE, LPCSTR, LPSTR name, LONG_PTR names)
 
 INT_PTR CALLBACK NoDialogProcedure(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
 
-/// A text in its window's font.
-SIZE Measure(HWND window, const std::wstring& text, int width, UINT format)
-{
-    const HDC dc = GetDC(window);
-    const HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
-    RECT area = {0, 0, width, 0};
-    DrawTextW(dc, text.c_str(), -1, &area, DT_CALCRECT | format);
-    SelectObject(dc, old);
-    ReleaseDC(window, dc);
-    return {area.right, area.bottom};
-}
-
-std::wstring WideTextOf(HWND window)
-{
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
-struct Control {
-    HWND window;
-    int id;
-    RECT place; // in the dialog
-    bool isStatic;
-    bool isButton;
-    bool isSpin;
-    DWORD kind; // of its class: SS_ or BS_
-    DWORD style;
-    std::wstring text;
-
-    bool IsGroupBox() const { return isButton && kind == BS_GROUPBOX; }
-    bool IsPicture() const
-    {
-        return isStatic && (kind == SS_ICON || kind == SS_BITMAP || (kind >= SS_BLACKRECT && kind <= SS_WHITEFRAME) ||
-                            (kind >= SS_ETCHEDHORZ && kind <= SS_ETCHEDFRAME));
-    }
-    /// May have others on it.
-    bool IsFrame() const { return IsGroupBox() || (IsPicture() && kind != SS_ICON && kind != SS_BITMAP); }
-};
-
-std::vector<Control> ControlsOf(HWND dialog)
-{
-    std::vector<Control> controls;
-    for (HWND window = GetWindow(dialog, GW_CHILD); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
-        wchar_t name[20] = {};
-        GetClassNameW(window, name, 20);
-        const bool isStatic = _wcsicmp(name, L"Static") == 0;
-        const bool isButton = _wcsicmp(name, L"Button") == 0;
-        const bool isSpin = _wcsicmp(name, L"msctls_updown32") == 0;
-        const DWORD style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
-        const DWORD kind = style & static_cast<DWORD>(isStatic ? SS_TYPEMASK : BS_TYPEMASK);
-        RECT place;
-        GetWindowRect(window, &place);
-        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
-        controls.push_back(
-            {window, GetDlgCtrlID(window), place, isStatic, isButton, isSpin, kind, style, WideTextOf(window)});
-    }
-    return controls;
-}
-
-void ExpectFits(const Control& control)
-{
-    if (control.text.empty() || control.IsPicture())
-        return;
-    SCOPED_TRACE(testing::Message() << "control " << control.id << ": " << control.text);
-    const LONG width = control.place.right - control.place.left;
-    const LONG height = control.place.bottom - control.place.top;
-    if (control.isStatic) {
-        UINT format = DT_EXPANDTABS;
-        if (control.kind != SS_LEFTNOWORDWRAP && control.kind != SS_SIMPLE)
-            format |= DT_WORDBREAK;
-        if ((control.style & SS_NOPREFIX) != 0)
-            format |= DT_NOPREFIX;
-        const SIZE size = Measure(control.window, control.text, width, format);
-        EXPECT_LE(size.cx, width);
-        EXPECT_LE(size.cy, height);
-    } else if (control.isButton) {
-        constexpr LONG kButtonFrame = 8; // pixels on both sides together
-        constexpr LONG kGroupFrame = 20;
-        const bool isPush = control.kind == BS_PUSHBUTTON || control.kind == BS_DEFPUSHBUTTON;
-        const LONG beside = isPush                 ? kButtonFrame
-                            : control.IsGroupBox() ? kGroupFrame
-                                                   : GetSystemMetrics(SM_CXMENUCHECK) + kButtonFrame;
-        const SIZE size = Measure(control.window, control.text, width, DT_SINGLELINE);
-        EXPECT_LE(size.cx + beside, width);
-        EXPECT_LE(size.cy, height);
-    }
-}
-
 /// Texts that a control gets at run time.
 constexpr struct {
     WORD firstDialog, lastDialog;
@@ -181,16 +92,6 @@ void ExpectKeys(WORD id, const std::vector<Control>& controls, const std::vector
     }
 }
 
-void ExpectApart(const Control& first, const Control& second)
-{
-    RECT common;
-    // The arrows beside a number overlap its frame by what the system chooses.
-    const bool areOneField = first.isSpin || second.isSpin;
-    EXPECT_TRUE(first.IsFrame() || second.IsFrame() || areOneField ||
-                !IntersectRect(&common, &first.place, &second.place))
-        << "controls " << first.id << " and " << second.id << " lie over each other";
-}
-
 } // namespace
 
 TEST_P(Dialogs, OpenAndHoldTheirTexts)
@@ -211,19 +112,8 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
         SCOPED_TRACE(testing::Message() << "dialog " << id);
         const HWND dialog = CreateDialogParamW(m_library, MAKEINTRESOURCEW(id), parent, &NoDialogProcedure, 0);
         ASSERT_NE(nullptr, dialog);
-        RECT client;
-        GetClientRect(dialog, &client);
-        EXPECT_LE(Measure(dialog, WideTextOf(dialog), client.right, DT_SINGLELINE).cx, client.right) << "title";
         const std::vector<Control> controls = ControlsOf(dialog);
-        for (size_t i = 0; i < controls.size(); ++i) {
-            const RECT& place = controls[i].place;
-            EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= client.right &&
-                        place.bottom <= client.bottom)
-                << "control " << controls[i].id << " is outside";
-            ExpectFits(controls[i]);
-            for (size_t k = 0; k < i; ++k)
-                ExpectApart(controls[k], controls[i]);
-        }
+        ExpectTidy(dialog);
         const std::vector<Control> later = RunTimeControls(m_library, id, dialog, controls);
         std::for_each(later.begin(), later.end(), &ExpectFits);
         ExpectKeys(id, controls, later);

@@ -6,6 +6,7 @@
 #include "support/canvas.h"
 #include "support/child_process.h"
 #include "support/dialog_driver.h"
+#include "support/dialog_layout.h"
 #include "support/environment.h"
 #include "support/fault_loop.h"
 #include "support/fault_sets.h"

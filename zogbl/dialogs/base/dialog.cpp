@@ -2,6 +2,9 @@
 
 #include "dialog_resource.h"
 #include "ground/language_followers.h"
+#include "window_layout.h"
+
+#include <common/without_throwing.h>
 
 #include <new>
 
@@ -37,3 +40,25 @@ BOOL CZoDialog::CreateModeless()
 void CZoDialog::ReloadOpenDialogs() { LanguageFollower::RenewAll(LanguageFollower::Occasion::kWindows); }
 
 void CZoDialog::ReloadTexts() { ReloadDialogTexts(*this, m_nTemplateId); }
+
+BOOL CZoDialog::MakeSizable(const ZoFollowing* controls, int count, LPCSTR name)
+{
+    return WithoutThrowing([&] {
+        m_layout = std::make_unique<WindowLayout>(*this, controls, count, name);
+        m_layout->Restore();
+    });
+}
+
+LRESULT CZoDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_DESTROY && m_layout != nullptr) {
+        m_layout->Keep(); // it opens in another size next time, if that fails
+        m_layout.reset();
+    }
+    const LRESULT result = CDialog::WindowProc(message, wParam, lParam);
+    if (m_layout != nullptr && message == WM_SIZE)
+        m_layout->OnSize();
+    else if (m_layout != nullptr && message == WM_GETMINMAXINFO)
+        m_layout->OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam));
+    return result;
+}

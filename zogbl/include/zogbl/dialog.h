@@ -6,7 +6,18 @@
 
 #include <afxwin.h>
 
+#include <memory>
+
 class LanguageFollower;
+class WindowLayout;
+
+/// How a control follows when its dialog is made larger: see CZoDialog::MakeSizable. The numbers are added.
+struct ZoFollowing {
+    enum : BYTE { kMoveRight = 1, kMoveDown = 2, kWiden = 4, kHeighten = 8 };
+
+    int control; ///< its number
+    BYTE how;
+};
 
 /// A dialog in the user's language. Unlike CDialog, it also finds its template in the language library, and its
 /// texts follow a change of language while it is open.
@@ -36,10 +47,21 @@ protected:
     /// framework, the rest of its texts stay as they are; the other dialogs follow.
     virtual void ReloadTexts();
 
+    /// Lets the user make the dialog larger than its template, which has WS_THICKFRAME, and opens it in the size of last
+    /// time. Call it in OnInitDialog, behind the base class's and in front of CenterWindow.
+    /// \param controls those that follow; the others stay where they are. Copied
+    /// \param name the size is kept under it for this user: in the value of this name of the key "Windows" below the
+    /// user's key of the program's product. Null: it is not kept. A string that lives as long as the dialog
+    /// \return FALSE: no memory; the dialog keeps its size
+    BOOL MakeSizable(const ZoFollowing* controls, int count, LPCSTR name);
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
 private:
     static void FollowLanguage(void* what);
 
     UINT m_nTemplateId;
     CWnd* m_pParent;
     LanguageFollower* m_pFollower = nullptr; // of a dialog that nobody waits for
+    std::unique_ptr<WindowLayout> m_layout;  // of a dialog that can be made larger
 };
