@@ -6,6 +6,7 @@
 #include <common/picture.h>
 #include <common/wait.h>
 
+#include <zogbl/control.h>
 #include <zogbl/resource_ids.h>
 
 #include <commctrl.h>
@@ -77,7 +78,7 @@ void ExpectKeys(WORD id, const std::vector<Control>& controls, const std::vector
     };
     for (const Control& control : later)
         EXPECT_TRUE(control.id > 0 || hasLetter(control.text)) << control.text;
-    bool hasOne = id == ZO_IDD_PROGRAM_PROMPT; // whose label programs give it
+    bool hasOne = id == ZO_IDD_PROGRAM_PROMPT || id == ZO_IDD_ASK_NAME; // whose labels programs give them
     const Control* last = nullptr;
     for (const Control& control : controls) {
         if (control.text.find_first_not_of(L'.') != std::wstring::npos)
@@ -100,6 +101,12 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
     const bool isOwnSystem = language.codePage == GetACP();
     ZO_ONLY_IN(isOwnSystem || IsDoubleByte(), "a system without fonts for characters of two bytes");
     InitCommonControls();
+    WNDCLASSA control = {};
+    control.style = CS_GLOBALCLASS;
+    control.lpfnWndProc = &DefWindowProcA;
+    control.hInstance = GetModuleHandleA(nullptr);
+    control.lpszClassName = ZO_CONTROL_CLASS; // the library's own controls
+    RegisterClassA(&control);
     // Pages of sheets are child windows, and may begin above their parent.
     const HWND parent =
         CreateWindowExA(0, "#32770", "", WS_POPUP | WS_DLGFRAME, 50, 50, 500, 400, nullptr, nullptr, nullptr, nullptr);

@@ -9,6 +9,7 @@
 #include <zogbl/dialog.h>
 #include <zogbl/document_save.h>
 #include <zogbl/file_open.h>
+#include <zogbl/font_dialog.h>
 #include <zogbl/language_dialog.h>
 #include <zogbl/message_box.h>
 #include <zogbl/new_document_dialog.h>

@@ -1,0 +1,256 @@
+// The choice of a font, on the fonts that this system has.
+#include "dialog_faults.h"
+
+#include "support/product_test.h"
+
+#include <zogbl/font_dialog.h>
+#include <zogbl/resource_ids.h>
+
+namespace {
+
+constexpr int kFace = ZO_IDC_FONT_FACE, kStyle = ZO_IDC_FONT_STYLE, kSize = ZO_IDC_FONT_SIZE;
+constexpr int kScript = ZO_IDC_FONT_SCRIPT;
+constexpr int kField = 1001; // of the sizes' combo box
+
+LOGFONT Tahoma(LONG height = -13, LONG weight = FW_NORMAL)
+{
+    LOGFONT font = {};
+    font.lfHeight = height;
+    font.lfWeight = weight;
+    font.lfQuality = PROOF_QUALITY;
+    font.lfOrientation = font.lfEscapement = 300;
+    font.lfWidth = 3;
+    font.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
+    lstrcpyA(font.lfFaceName, "Tahoma");
+    return font;
+}
+
+/// What a font dialog makes of a font: whether it is the same, else what has become of face, height, weight, slant,
+/// script, effects.
+std::string Describe(const LOGFONT& font, const LOGFONT& before)
+{
+    LOGFONT rest = font;
+    CopyMemory(rest.lfFaceName, before.lfFaceName, LF_FACESIZE);
+    rest.lfHeight = before.lfHeight;
+    rest.lfWeight = before.lfWeight;
+    rest.lfItalic = before.lfItalic;
+    rest.lfCharSet = before.lfCharSet;
+    rest.lfStrikeOut = before.lfStrikeOut;
+    rest.lfUnderline = before.lfUnderline;
+    rest.lfPitchAndFamily = before.lfPitchAndFamily;
+    EXPECT_EQ(0, memcmp(&rest, &before, sizeof rest));
+    CString text;
+    text.Format("%s %ld %ld%s %d%s%s", font.lfFaceName, font.lfHeight, font.lfWeight, font.lfItalic != 0 ? "i" : "",
+                font.lfCharSet, font.lfStrikeOut != 0 ? " struck" : "", font.lfUnderline != 0 ? " lined" : "");
+    return text.GetString();
+}
+
+class FontDialog : public ProductTest {
+protected:
+    /// Shows the dialog, lets \p act do something and presses OK.
+    std::string Choose(const LOGFONT& font, const DialogDriver::Act& act, DWORD flags = CZoFontDialog::kEffects)
+    {
+        CZoFontDialog dialog(flags);
+        dialog.SetFont(font);
+        EXPECT_TRUE(dialog.SetSizes(4, 200));
+        const DialogDriver driver({[&](HWND window) {
+            act(window);
+            Press(window, IDOK);
+        }});
+        EXPECT_EQ(IDOK, dialog.DoModal());
+        m_font = dialog.GetFont();
+        return Describe(m_font, font);
+    }
+    static void TypeSize(HWND window, const std::string& text) { Type(GetDlgItem(window, kSize), kField, text); }
+    static void ChooseFace(HWND window, const std::string& face)
+    {
+        zo_test::Choose(window, kFace, RowOf(window, kFace, face));
+    }
+
+    LOGFONT m_font = {};
+};
+
+struct Enumerated {
+    BYTE script;
+    std::set<std::string> names;
+    bool fixedOnly;
+};
+
+int CALLBACK Collect(const LOGFONTA* font, const TEXTMETRICA*, DWORD, LPARAM enumerated)
+{
+    auto* found = reinterpret_cast<Enumerated*>(enumerated);
+    if (font->lfFaceName[0] != '@' && (!found->fixedOnly || (font->lfPitchAndFamily & 3) == FIXED_PITCH))
+        found->names.insert(font->lfFaceName);
+    return 1;
+}
+
+} // namespace
+
+TEST_F(FontDialog, GivesBackWhatWasNotTouched)
+{
+    LOGFONT odd = Tahoma(17, 450); // a height of lines, and a weight that no font has
+    odd.lfPitchAndFamily = 0;
+    LOGFONT missing = Tahoma(0, 0);
+    lstrcpyA(missing.lfFaceName, "No such face");
+    missing.lfCharSet = 99;
+    for (const LOGFONT& font : {Tahoma(), Tahoma(-11), Tahoma(-14, FW_BOLD), odd, missing}) {
+        Choose(font, [](HWND) {});
+        EXPECT_EQ(0, memcmp(&font, &m_font, sizeof font)) << font.lfFaceName << font.lfHeight;
+        Choose(font, [](HWND window) { // there and back
+            const std::string face = RowText(window, kFace, ChosenRow(window, kFace));
+            const std::string size = TextOf(window, kSize);
+            const int style = ChosenRow(window, kStyle);
+            if (RowText(window, kFace, 0).empty())
+                return; // no face has the script
+            zo_test::Choose(window, kFace, 0);
+            zo_test::Choose(window, kStyle, 0);
+            TypeSize(window, "33");
+            ChooseFace(window, face);
+            zo_test::Choose(window, kStyle, style);
+            SetDlgItemTextA(window, kSize, size.c_str());
+        });
+        EXPECT_EQ(0, memcmp(&font, &m_font, sizeof font)) << font.lfFaceName << font.lfHeight;
+    }
+}
+
+TEST_F(FontDialog, GivesWhatIsChosen)
+{
+    const struct {
+        DialogDriver::Act act;
+        const char* expected;
+    } kRows[] = {
+        {[](HWND window) { TypeSize(window, "20"); }, "Tahoma -27 400 0"},
+        {[](HWND window) { TypeSize(window, "10.5"); }, "Tahoma -14 400 0"},
+        {[](HWND window) { TypeSize(window, " 7,5 "); }, "Tahoma -10 400 0"},
+        {[](HWND window) {
+             zo_test::Choose(window, kSize, 15);
+             EXPECT_EQ("72", TextOf(window, kSize));
+         },
+         "Tahoma -96 400 0"},
+        {[](HWND window) {
+             SetFocus(GetDlgItem(window, kStyle));
+             Key(window, VK_END);
+         },
+         "Tahoma -13 700i 0"},
+        {[](HWND window) { zo_test::Choose(window, kScript, RowOf(window, kScript, "Cyrillic")); },
+         "Tahoma -13 400 204"},
+        {[](HWND window) { zo_test::Choose(window, kScript, 0); }, "Tahoma -13 400 1"},
+        {[](HWND window) {
+             AccessKey(window, 'k');
+             AccessKey(window, 'u');
+         },
+         "Tahoma -13 400 0 struck lined"},
+    };
+    for (const auto& row : kRows)
+        EXPECT_EQ(row.expected, Choose(Tahoma(), row.act));
+    std::string first;
+    const auto chooseFirst = [&](HWND window) {
+        first = RowText(window, kFace, 0);
+        zo_test::Choose(window, kFace, 0);
+    };
+    const std::string chosen = Choose(Tahoma(), chooseFirst, CZoFontDialog::kFixedPitch);
+    EXPECT_EQ(first + " -13 400 0", chosen);
+    EXPECT_EQ(FIXED_PITCH, m_font.lfPitchAndFamily & 3);
+    CZoFontDialog dialog;
+    for (const auto& [height, points] : {std::pair(-13, 98), std::pair(0, 0), std::pair(-96, 720)}) {
+        dialog.SetFont(Tahoma(height));
+        EXPECT_EQ(points, dialog.GetPointSize());
+    }
+}
+
+TEST_F(FontDialog, ListsWhatTheSystemEnumeratesForEachScript)
+{
+    for (const bool fixedOnly : {false, true}) {
+        Choose(
+            Tahoma(),
+            [=](HWND window) {
+                const int scripts = static_cast<int>(SendDlgItemMessageA(window, kScript, CB_GETCOUNT, 0, 0));
+                EXPECT_GT(scripts, 3);
+                const std::pair<const char*, BYTE> kKnown[] = {
+                    {"Any script", DEFAULT_CHARSET}, {"Western", ANSI_CHARSET},      {"Cyrillic", RUSSIAN_CHARSET},
+                    {"Greek", GREEK_CHARSET},        {"Japanese", SHIFTJIS_CHARSET}, {"Symbols", SYMBOL_CHARSET}};
+                for (const auto& [name, number] : kKnown) {
+                    const int row = RowOf(window, kScript, name);
+                    Enumerated found = {number, {}, fixedOnly};
+                    LOGFONTA wanted = {};
+                    wanted.lfCharSet = number;
+                    const HDC screen = GetDC(nullptr);
+                    EnumFontFamiliesExA(screen, &wanted, &Collect, reinterpret_cast<LPARAM>(&found), 0);
+                    ReleaseDC(nullptr, screen);
+                    EXPECT_EQ(found.names.empty(), row < 0) << name;
+                    if (row < 0)
+                        continue;
+                    zo_test::Choose(window, kScript, row);
+                    std::set<std::string> names;
+                    for (int i = 0; i < SendDlgItemMessageA(window, kFace, LB_GETCOUNT, 0, 0); ++i)
+                        EXPECT_TRUE(names.insert(RowText(window, kFace, i)).second) << "twice";
+                    EXPECT_EQ(found.names, names) << name;
+                }
+                zo_test::Choose(window, kScript, RowOf(window, kScript, "Western"));
+                zo_test::Choose(window, kFace, 0);
+            },
+            fixedOnly ? CZoFontDialog::kFixedPitch : CZoFontDialog::kEffects);
+    }
+}
+
+TEST_F(FontDialog, RefusesWhatIsNoSizeAndFollowsTheLanguage)
+{
+    CZoFontDialog dialog;
+    EXPECT_FALSE(dialog.SetSizes(0, 10) || dialog.SetSizes(1, 1639) || dialog.SetSizes(11, 10));
+    EXPECT_TRUE(dialog.SetSizes(6, 72));
+    dialog.SetFont(Tahoma());
+    dialog.SetColor(RGB(255, 0, 0));
+    const std::string reason = "Please enter a size from 6 to 72 points.";
+    std::vector<DialogDriver::Act> acts = {[&](HWND window) {
+        EXPECT_EQ((std::vector<int>{kFace, kStyle, kField, ZO_IDC_FONT_STRIKEOUT, ZO_IDC_FONT_UNDERLINE,
+                                    ZO_IDC_FONT_COLOR, kScript, IDOK, IDCANCEL}),
+                  ExpectTabRounds(window));
+        ExpectTidy(window);
+        for (const LPCSTR size : {"", "x", "5.9", "72.1", "-8", "8 9", "1e1", "0x8", "9.9.9"}) {
+            TypeSize(window, size);
+            Press(window, IDOK);
+            EXPECT_TRUE(IsChild(GetDlgItem(window, kSize), GetFocus()) || FocusOf(window) == kSize) << size;
+        }
+        TypeSize(window, "72");
+        ChangeLanguage(kGerman);
+        ExpectTidy(window);
+        EXPECT_EQ("Eine TrueType-Schrift. Sie sieht auf dem Bildschirm und im Druck gleich aus.",
+                  TextOf(window, ZO_IDC_FONT_KIND));
+        EXPECT_EQ("Westlich", RowText(window, kScript, ChosenRow(window, kScript)));
+        Key(window, VK_RETURN);
+    }};
+    acts.insert(acts.end(), 9, AnswerBox(reason, IDOK));
+    const DialogDriver driver(acts);
+    EXPECT_EQ(IDOK, dialog.DoModal());
+    EXPECT_EQ(-96, dialog.GetFont().lfHeight);
+    EXPECT_EQ(RGB(255, 0, 0), dialog.GetColor());
+}
+
+TEST_F(FontDialog, IsGivenUpAndSurvivesFaults)
+{
+    CZoFontDialog dialog;
+    dialog.SetFont(Tahoma());
+    for (const auto& way : WaysToGiveUp()) {
+        const DialogDriver driver({[&](HWND window) {
+            zo_test::Choose(window, kFace, 0);
+            way(window);
+        }});
+        EXPECT_EQ(IDCANCEL, dialog.DoModal());
+        EXPECT_STREQ("Tahoma", dialog.GetFont().lfFaceName);
+    }
+    const auto use = [](const FaultRun& run) {
+        CZoFontDialog shown;
+        shown.SetFont(Tahoma());
+        const INT_PTR result = shown.DoModal();
+        run.Stop();
+        EXPECT_TRUE(result == IDOK || run.Fired()) << result;
+    };
+    RunDialogFaults(
+        [](HWND window) {
+            SendDlgItemMessageA(window, kFace, LB_SETCURSEL, 0, 0);
+            Command(window, kFace, LBN_SELCHANGE);
+            Command(window, kScript, CBN_SELCHANGE);
+            Command(window, IDOK);
+        },
+        use, {.memory = 17});
+}

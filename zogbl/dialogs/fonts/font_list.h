@@ -1,0 +1,41 @@
+/// \file
+/// The fonts of a device: scripts, families, styles, sizes.
+#pragma once
+
+#include <afxwin.h>
+
+#include <vector>
+
+/// How a font is made. A device's own one may be of any other kind, too.
+enum class FontKind : BYTE { kBitmap, kVector, kTrueType, kDevice };
+
+struct FontFamily {
+    CString name;
+    FontKind kind;
+    BYTE pitch; ///< as in LOGFONT
+};
+
+struct FontStyle {
+    CString name; ///< the font's own; empty: it has none, or the system makes the style from another
+    LONG weight;
+    BOOL isItalic;
+};
+
+/// Which families are asked for.
+struct FontFilter {
+    BYTE script = DEFAULT_CHARSET; ///< DEFAULT_CHARSET: any
+    bool fixedPitchOnly = false;
+    bool scalableOnly = false;
+    bool withVertical = false; ///< names that begin with "@"
+};
+
+/// All scripts (character sets) of the families, each once, in any order. Throws CMemoryException*.
+std::vector<BYTE> ReadFontScripts(HDC dc, const FontFilter& filter);
+/// Each family once, in any order. Throws CMemoryException*.
+std::vector<FontFamily> ReadFontFamilies(HDC dc, const FontFilter& filter);
+/// The styles of a family by weight, upright ones before slanted ones. The system makes italic and bold from what a
+/// family has, so there are four at least. Throws CMemoryException*.
+std::vector<FontStyle> ReadFontStyles(HDC dc, LPCSTR family, BYTE script);
+/// The heights of characters, in pixels, of a family that exists in certain sizes only, ascending; of others none.
+/// Throws CMemoryException*.
+std::vector<int> ReadFontHeights(HDC dc, LPCSTR family, BYTE script);
