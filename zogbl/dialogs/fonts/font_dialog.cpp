@@ -69,10 +69,10 @@ LPCWSTR SampleOf(BYTE script)
     return kScripts[0].sample;
 }
 
-/// What a style is called that has no name of its own. Throws CMemoryException*.
+/// What a style is called: the usual ones as in every font, the others as the font says. Throws CMemoryException*.
 CString NameOf(const FontStyle& style)
 {
-    if (!style.name.IsEmpty())
+    if (!style.name.IsEmpty() && style.weight != FW_NORMAL && style.weight != FW_BOLD)
         return style.name;
     const bool isBold = style.weight >= FW_SEMIBOLD;
     return LoadText(style.isItalic ? (isBold ? ZO_IDS_FONT_BOLD_ITALIC : ZO_IDS_FONT_ITALIC)

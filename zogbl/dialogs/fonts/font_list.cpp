@@ -34,15 +34,13 @@ template <class SEE> void ForEachFont(HDC dc, LPCSTR family, BYTE script, SEE se
         AfxThrowMemoryException();
 }
 
-FontKind KindOf(const TEXTMETRICA& metrics, DWORD type)
+FontKind KindOf(HDC dc, DWORD type)
 {
     if ((type & TRUETYPE_FONTTYPE) != 0)
         return FontKind::kTrueType;
-    if ((type & DEVICE_FONTTYPE) != 0)
-        return FontKind::kDevice;
-    if ((type & RASTER_FONTTYPE) != 0)
-        return FontKind::kBitmap;
-    return (metrics.tmPitchAndFamily & TMPF_VECTOR) != 0 ? FontKind::kVector : FontKind::kDevice;
+    if ((type & DEVICE_FONTTYPE) != 0 && ::GetDeviceCaps(dc, TECHNOLOGY) != DT_RASDISPLAY)
+        return FontKind::kDevice; // on a screen, it is a font of another format
+    return (type & RASTER_FONTTYPE) != 0 ? FontKind::kBitmap : FontKind::kVector;
 }
 
 bool IsWanted(const LOGFONTA& font, DWORD type, const FontFilter& filter)
@@ -71,13 +69,13 @@ std::vector<BYTE> ReadFontScripts(HDC dc, const FontFilter& filter)
 std::vector<FontFamily> ReadFontFamilies(HDC dc, const FontFilter& filter)
 {
     std::vector<FontFamily> families;
-    ForEachFont(dc, "", filter.script, [&](const ENUMLOGFONTEXA& font, const TEXTMETRICA& metrics, DWORD type) {
+    ForEachFont(dc, "", filter.script, [&](const ENUMLOGFONTEXA& font, const TEXTMETRICA&, DWORD type) {
         const LOGFONTA& found = font.elfLogFont;
         if (!IsWanted(found, type, filter))
             return;
         const auto isSame = [&](const FontFamily& family) { return family.name == found.lfFaceName; };
         if (std::none_of(families.rbegin(), families.rend(), isSame)) // the last one, mostly
-            families.push_back({found.lfFaceName, KindOf(metrics, type), found.lfPitchAndFamily});
+            families.push_back({found.lfFaceName, KindOf(dc, type), found.lfPitchAndFamily});
     });
     return families;
 }

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// How a font is made. A device's own one may be of any other kind, too.
+/// How a font is made: of bitmaps in certain sizes, of outlines (TrueType's or others), or by a printer.
 enum class FontKind : BYTE { kBitmap, kVector, kTrueType, kDevice };
 
 struct FontFamily {
