@@ -57,9 +57,27 @@ _tagAddressInformation Address(const Example& example)
     return address;
 }
 
+/// How the last text was made up: "kind part:text part:text", numbers for kinds and parts.
+std::string g_pieces;
+
+/// Also asks for the pieces, which make the same text.
 int Dial(_tagAddressInformation* address, int mode, CZoTAPIInterface* tapi = nullptr)
 {
-    return CZoGlobalAddressFunctions::MakeDialableAddress(address, mode, tapi);
+    const int isMade = CZoGlobalAddressFunctions::MakeDialableAddress(address, mode, tapi);
+    if (address == nullptr || (address->m_bTAPIDialing && isMade == 0))
+        return isMade;
+    _tagAddressInformation again = *address;
+    ZoDialing dialing;
+    EXPECT_EQ(isMade, CZoGlobalAddressFunctions::ExplainDialableAddress(&again, mode, tapi, dialing));
+    std::string all;
+    g_pieces = std::to_string(static_cast<int>(dialing.kind));
+    for (int i = 0; i < dialing.count; ++i) {
+        all += dialing.pieces[i].text.GetString();
+        g_pieces +=
+            " " + std::to_string(static_cast<int>(dialing.pieces[i].part)) + ":" + dialing.pieces[i].text.GetString();
+    }
+    EXPECT_EQ(address->m_szDialable, all);
+    return isMade;
 }
 
 class Dialing : public TapiTest {};
@@ -92,15 +110,22 @@ TEST_F(Dialing, SurroundsTheNumberWithTheLocationsCodes)
     location.m_csDialSuffix = ",,77#";
     location.m_csBlockCallerID = "*67,";
     location.m_csDisableCallWaiting = "*70,";
-    const std::pair<const char*, const char*> kCases[] = {{"425", "9,*70,*67,5550100,,77#"},
-                                                          {"206", "8,*70,*67,12065550100,,77#"}};
-    for (const auto& [area, dialed] : kCases) {
+    const struct {
+        const char *country, *area, *dialed, *pieces;
+    } kCases[] = {
+        {"", "425", "9,*70,*67,5550100,,77#", "1 0:9, 2:*70, 3:*67, 8:5550100 9:,,77#"},
+        {"", "206", "8,*70,*67,12065550100,,77#", "2 1:8, 2:*70, 3:*67, 6:1 7:206 8:5550100 9:,,77#"},
+        {"44", "20", "8,*70,*67,01144205550100,,77#", "3 1:8, 2:*70, 3:*67, 4:011 5:44 7:20 8:5550100 9:,,77#"},
+    };
+    for (const auto& [country, area, dialed, pieces] : kCases) {
         _tagAddressInformation address = {};
         CZoGlobalAddressFunctions::SetLocation(address, location);
+        Set(address.m_szCountryCode, country);
         Set(address.m_szAreaCode, area);
         Set(address.m_szNumber, "5550100");
         EXPECT_EQ(1, Dial(&address, ZO_DIAL_AUTOMATIC));
         EXPECT_STREQ(dialed, address.m_szDialable);
+        EXPECT_EQ(pieces, g_pieces);
     }
 }
 
@@ -133,6 +158,7 @@ TEST_F(Dialing, LeavesItToTheServiceWhenTheLocationSaysSo)
             TestLine line;
             EXPECT_EQ(1, Dial(&address, test.example.mode, own ? nullptr : &line));
             EXPECT_EQ(test.example.dialed, address.m_szDialable);
+            EXPECT_EQ("4 10:" + test.example.dialed, g_pieces);
             const std::string arguments =
                 std::string("address=\"") + test.canonical + "\", card=0, options=" + test.options;
             EXPECT_NE(std::string::npos, telsim.Calls().find(arguments)) << telsim.Calls();
@@ -185,7 +211,7 @@ TEST_F(Dialing, SaysSoWhenMemoryLacks)
         RunFaultLoop(faults, [&](const FaultRun& run) {
             _tagAddressInformation address = Address(kExample);
             address.m_bTAPIDialing = service;
-            const int result = Dial(&address, ZO_DIAL_AUTOMATIC);
+            const int result = CZoGlobalAddressFunctions::MakeDialableAddress(&address, ZO_DIAL_AUTOMATIC, nullptr);
             run.Stop();
             EXPECT_EQ(run.Fired() ? 0 : 1, result);
             EXPECT_STREQ(run.Fired() ? "" : service ? "12065550100" : "1206555-0100", address.m_szDialable);

@@ -4,7 +4,7 @@
 
 #include <zogbl/export.h>
 
-#include <windows.h>
+#include <afx.h>
 
 class CZoLocationItem;
 class CZoTAPIInterface;
@@ -42,6 +42,35 @@ struct _tagAddressInformation {
     char m_szDialable[ZO_DIALABLE_SIZE]; ///< empty on failure
 };
 
+/// What a piece of a dialable text is for.
+enum class ZoDialedPart {
+    kLocalPrefix,
+    kLongDistanceAccess,
+    kDisableCallWaiting,
+    kBlockCallerID,
+    kInternationalAccess,
+    kCountryCode,
+    kLongDistancePrefix,
+    kAreaCode,
+    kNumber,
+    kDialSuffix,
+    kTranslated ///< all of it, as the telephony service made it
+};
+enum class ZoCallKind { kNone, kLocal, kLongDistance, kInternational, kTranslated };
+
+/// How a dialable text is made up.
+struct ZoDialing {
+    static constexpr int MOST_PIECES = 8;
+    struct Piece {
+        ZoDialedPart part;
+        CString text; ///< not empty
+    };
+
+    ZoCallKind kind = ZoCallKind::kNone; ///< kNone: there is nothing to dial, and no piece
+    Piece pieces[MOST_PIECES];           ///< one behind the other they are the dialable text
+    int count = 0;
+};
+
 /// Makes of a telephone address the text that a modem dials: by the location's own rules or by the telephony service's.
 class ZOGBL_API CZoGlobalAddressFunctions {
 public:
@@ -74,4 +103,7 @@ public:
     ///      - the service could not translate: CZoTAPIInterface::GetLastTAPIError of \p tapi tells why
     ///      - the result does not fit, or there is no memory
     static int MakeDialableAddress(_tagAddressInformation* address, int mode, CZoTAPIInterface* tapi);
+    /// The same, and tells how the text is made up. \param dialing set also on failure, to kNone
+    static int ExplainDialableAddress(_tagAddressInformation* address, int mode, CZoTAPIInterface* tapi,
+                                      ZoDialing& dialing);
 };

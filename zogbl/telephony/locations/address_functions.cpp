@@ -158,12 +158,19 @@ Target ReadTarget(const _tagAddressInformation& address)
     return {ReadCodes(address.m_szCountryCode, address.m_szAreaCode), number};
 }
 
-/// By the location's rules. \return an empty text when they do not tell how.
-CString Compose(const _tagAddressInformation& address, Target there, int mode)
+/// Texts that are empty are no pieces.
+void Add(ZoDialing& dialing, ZoDialedPart part, const CString& text)
+{
+    if (!text.IsEmpty())
+        dialing.pieces[dialing.count++] = {part, text};
+}
+
+/// By the location's rules. No piece if they do not tell how.
+void Compose(const _tagAddressInformation& address, Target there, int mode, ZoDialing& dialing)
 {
     const Codes here = ReadCodes(address.m_szLocationCountryCode, address.m_szLocationAreaCode);
     if (!there.codes.country.IsEmpty() && here.country.IsEmpty())
-        return CString(); // home or abroad?
+        return; // home or abroad?
     const bool abroad = !there.codes.country.IsEmpty() && there.codes.country != here.country;
     if (there.hasHiddenArea && !abroad && !here.areaDigits.IsEmpty() &&
         Digits(there.number).Left(here.areaDigits.GetLength()) == here.areaDigits) {
@@ -176,14 +183,23 @@ CString Compose(const _tagAddressInformation& address, Target there, int mode)
     const bool local = !abroad && !there.hasHiddenArea &&
                        (mode == ZO_DIAL_LOCAL || (sameArea && (mode != ZO_DIAL_LONG_DISTANCE || noArea)));
 
-    CString dialable = local ? address.m_szLocalPrefix : address.m_szLongDistanceAccess;
-    dialable += address.m_szDisableCallWaiting;
-    dialable += address.m_szBlockCallerID;
-    if (abroad)
-        dialable += address.m_szInternationalAccess + there.codes.country + there.codes.area;
-    else if (!local)
-        dialable += address.m_szLongDistancePrefix + there.codes.area;
-    return dialable + there.number + address.m_szDialSuffix;
+    dialing.kind = local ? ZoCallKind::kLocal : abroad ? ZoCallKind::kInternational : ZoCallKind::kLongDistance;
+    if (local)
+        Add(dialing, ZoDialedPart::kLocalPrefix, address.m_szLocalPrefix);
+    else
+        Add(dialing, ZoDialedPart::kLongDistanceAccess, address.m_szLongDistanceAccess);
+    Add(dialing, ZoDialedPart::kDisableCallWaiting, address.m_szDisableCallWaiting);
+    Add(dialing, ZoDialedPart::kBlockCallerID, address.m_szBlockCallerID);
+    if (abroad) {
+        Add(dialing, ZoDialedPart::kInternationalAccess, address.m_szInternationalAccess);
+        Add(dialing, ZoDialedPart::kCountryCode, there.codes.country);
+    } else if (!local) {
+        Add(dialing, ZoDialedPart::kLongDistancePrefix, address.m_szLongDistancePrefix);
+    }
+    if (!local)
+        Add(dialing, ZoDialedPart::kAreaCode, there.codes.area);
+    Add(dialing, ZoDialedPart::kNumber, there.number);
+    Add(dialing, ZoDialedPart::kDialSuffix, address.m_szDialSuffix);
 }
 
 /// By the telephony service's rules. \return an empty text on failure.
@@ -243,26 +259,40 @@ void CZoGlobalAddressFunctions::SetLocation(_tagAddressInformation& address, con
 
 int CZoGlobalAddressFunctions::MakeDialableAddress(_tagAddressInformation* address, int mode, CZoTAPIInterface* tapi)
 {
+    ZoDialing dialing;
+    return ExplainDialableAddress(address, mode, tapi, dialing);
+}
+
+int CZoGlobalAddressFunctions::ExplainDialableAddress(_tagAddressInformation* address, int mode, CZoTAPIInterface* tapi,
+                                                      ZoDialing& dialing)
+{
+    dialing = {};
     if (address == nullptr)
         return 0;
     address->m_szDialable[0] = '\0';
     if (mode != ZO_DIAL_AUTOMATIC && mode != ZO_DIAL_LOCAL && mode != ZO_DIAL_LONG_DISTANCE)
         return 0;
-    return ResultOr<CMemoryException>(0, [&] {
+    const int isMade = ResultOr<CMemoryException>(0, [&] {
         const Target there = ReadTarget(*address);
         if (there.number.IsEmpty())
             return 0;
+        if (address->m_bTAPIDialing) {
+            dialing.kind = ZoCallKind::kTranslated;
+            Add(dialing, ZoDialedPart::kTranslated,
+                tapi != nullptr ? Translate(*address, there, mode, *tapi) : Translate(*address, there, mode));
+        } else {
+            Compose(*address, there, mode, dialing);
+        }
         CString dialable;
-        if (!address->m_bTAPIDialing)
-            dialable = Compose(*address, there, mode);
-        else if (tapi != nullptr)
-            dialable = Translate(*address, there, mode, *tapi);
-        else
-            dialable = Translate(*address, there, mode);
+        for (int i = 0; i < dialing.count; ++i)
+            dialable += dialing.pieces[i].text;
         const auto size = static_cast<size_t>(dialable.GetLength()) + 1;
         if (dialable.IsEmpty() || size > sizeof address->m_szDialable)
             return 0;
         std::memcpy(address->m_szDialable, static_cast<LPCSTR>(dialable), size);
         return 1;
     });
+    if (isMade == 0)
+        dialing = {};
+    return isMade;
 }
