@@ -35,21 +35,16 @@ TEST_F(LocationSetTest, WritesWhatWasChangedAndNothingElse)
     EXPECT_EQ(0, m_set.GetCurrent());
     EXPECT_EQ(2, m_set.Add());
     EXPECT_EQ(1u, m_set.GetAt(2).m_dwIndex);
-    m_set.GetAt(2).m_csLocationName = "B\xFC"
-                                      "ro";
-    EXPECT_EQ(2, m_set.FindName(IsDoubleByte() ? "B\xFCRO"
-                                               : "b\xDC"
-                                                 "RO"));
-    EXPECT_EQ(-1, m_set.FindName("B\xFC"
-                                 "ro",
-                                 2));
+    const std::string letter = IsDoubleByte() ? "\x83\x5C" : "\xFC", capital = IsDoubleByte() ? letter : "\xDC";
+    const std::string name = "B" + letter + "ro";
+    m_set.GetAt(2).m_csLocationName = name.c_str();
+    EXPECT_EQ(2, m_set.FindName(("b" + capital + "RO").c_str()));
+    EXPECT_EQ(-1, m_set.FindName(name.c_str(), 2));
     EXPECT_TRUE(Saved(1).empty() && m_set.IsChanged()) << "nothing is written yet";
     EXPECT_EQ(0u, m_set.Save(m_failed));
     EXPECT_FALSE(m_set.IsChanged());
     EXPECT_EQ(Contents(m_set.GetAt(0)), Saved(0));
-    EXPECT_EQ("B\xFC"
-              "ro",
-              Saved(1)[1].second);
+    EXPECT_EQ(name, Saved(1)[1].second);
     EXPECT_TRUE(Saved(2).empty());
     EXPECT_EQ(before, Saved(3));
     EXPECT_EQ(0u, CZoLocationItemList().GetCurrentIndex());
