@@ -3,13 +3,12 @@
 #include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 
+#include "dialogs/base/message_pump.h"
 #include "dialogs/base/tell_user.h"
 
 #include <utility>
 
 namespace {
-
-constexpr DWORD kLongestPump = 50; // milliseconds: messages that come without end must not stop the job
 
 thread_local CZoAbortDialog* t_running = nullptr; // the innermost, which a print job asks
 
@@ -134,28 +133,10 @@ BOOL CZoAbortDialog::Continue()
         return !m_bCancelled;
     m_bInside = TRUE;
     ShowRemaining();
-    const DWORD begun = ::GetTickCount();
-    MSG message;
-    while (!m_bCancelled && ::GetTickCount() - begun < kLongestPump &&
-           ::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (message.message == WM_QUIT) {
-            ::PostQuitMessage(static_cast<int>(message.wParam)); // for the loop that waits for it
-            m_bCancelled = TRUE;
-        } else {
-            WithoutThrowing([&] { Dispatch(message); });
-        }
-    }
+    if (!PumpMessages(*this, m_bCancelled))
+        m_bCancelled = TRUE;
     m_bInside = FALSE;
     return !m_bCancelled;
-}
-
-void CZoAbortDialog::Dispatch(MSG& message)
-{
-    CWinThread* thread = AfxGetThread(); // null in a host without an application object
-    if (thread != nullptr ? thread->PreTranslateMessage(&message) : IsDialogMessage(&message))
-        return;
-    ::TranslateMessage(&message);
-    ::DispatchMessage(&message);
 }
 
 /// Its owner was destroyed, and it with it.

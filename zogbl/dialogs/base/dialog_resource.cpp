@@ -6,12 +6,21 @@
 #include <common/without_throwing.h>
 #include <zogbl/language_support.h>
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
 namespace {
 
 constexpr WORD kNoIdentifier = 0xFFFF;
+
+// The beginning of a dialog template, in words: plain, or extended with this signature.
+constexpr WORD kExtended = 0xFFFF;
+constexpr size_t kStyle = 0, kExStyle = 2, kSize = 7;
+constexpr size_t kExtendedStyle = 6, kExtendedExStyle = 4, kExtendedSize = 11;
+constexpr DWORD kLongestBeginning = 13 * sizeof(WORD);
+
+bool IsExtended(const BYTE* dialogTemplate) { return reinterpret_cast<const WORD*>(dialogTemplate)[1] == kExtended; }
 
 /// A text as the window procedures of this code page take it. Throws CMemoryException*.
 CString Narrow(LPCWSTR text)
@@ -41,9 +50,32 @@ DialogTemplate::DialogTemplate(UINT templateId)
     const void* resource = ZoGblLockResource(MAKEINTRESOURCEA(templateId), RT_DIALOG, &size);
     if (resource == nullptr)
         return;
-    m_copy.reset(new (std::nothrow) BYTE[size]);
+    m_copy.reset(new (std::nothrow) BYTE[(std::max)(size, kLongestBeginning)]());
     if (m_copy)
         std::memcpy(m_copy.get(), resource, size);
+}
+
+void DialogTemplate::MakeChild()
+{
+    constexpr DWORD kKept = DS_SETFONT | DS_FIXEDSYS | DS_LOCALEDIT;
+    auto* words = reinterpret_cast<WORD*>(m_copy.get());
+    const auto set = [&](size_t at, DWORD kept, DWORD added) {
+        DWORD value;
+        std::memcpy(&value, words + at, sizeof value);
+        value = (value & kept) | added;
+        std::memcpy(words + at, &value, sizeof value);
+    };
+    const bool isExtended = IsExtended(m_copy.get());
+    set(isExtended ? kExtendedStyle : kStyle, kKept, WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL);
+    set(isExtended ? kExtendedExStyle : kExStyle, 0, WS_EX_CONTROLPARENT);
+}
+
+CSize DialogTemplate::GetSize() const
+{
+    if (!m_copy)
+        return {};
+    const WORD* size = reinterpret_cast<const WORD*>(m_copy.get()) + (IsExtended(m_copy.get()) ? kExtendedSize : kSize);
+    return {size[0], size[1]};
 }
 
 void ReloadDialogTexts(CWnd& dialog, UINT templateId)

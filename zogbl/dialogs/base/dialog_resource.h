@@ -15,6 +15,9 @@ public:
     DialogTemplate() = default;
     explicit DialogTemplate(UINT templateId);
 
+    /// Makes it that of a child of another dialog, without frame and title, to be shown when it is complete.
+    void MakeChild();
+    CSize GetSize() const; ///< in dialog units; 0 by 0 when empty
     LPCDLGTEMPLATE Get() const { return reinterpret_cast<LPCDLGTEMPLATE>(m_copy.get()); }
 
 private:

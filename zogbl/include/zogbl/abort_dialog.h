@@ -52,7 +52,6 @@ protected:
     void PostNcDestroy() override;
 
 private:
-    void Dispatch(MSG& message);
     static BOOL CALLBACK AbortProc(HDC, int);
     void ShowButton();
     void ShowRemaining();

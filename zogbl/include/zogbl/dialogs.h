@@ -16,3 +16,4 @@
 #include <zogbl/property_sheet.h>
 #include <zogbl/select_directory.h>
 #include <zogbl/validators.h>
+#include <zogbl/wizard.h>
