@@ -15,5 +15,7 @@
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/property_sheet.h>
 #include <zogbl/select_directory.h>
+#include <zogbl/splash_wnd.h>
+#include <zogbl/string_select_dialog.h>
 #include <zogbl/validators.h>
 #include <zogbl/wizard.h>

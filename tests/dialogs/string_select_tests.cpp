@@ -1,0 +1,182 @@
+// The choice of texts, by keys and clicks.
+#include "dialog_faults.h"
+
+#include "support/product_test.h"
+
+#include <zogbl/resource_ids.h>
+#include <zogbl/string_select_dialog.h>
+
+namespace {
+
+using Mode = CZoStringSelectDialog::Mode;
+
+class StringSelect : public ProductTest {
+protected:
+    StringSelect()
+    {
+        for (const LPCSTR text : {"Bern", "Basel", "Athen", "berlin",
+                                  "Stra\xDF"
+                                  "burg",
+                                  "BAD \xD6ls"})
+            m_strings.Add(text);
+    }
+    static std::string Count(HWND window) { return TextOf(window, ZO_IDC_STRING_COUNT); }
+    static std::string Rows(HWND window) { return RowsOf(window, ZO_IDC_STRING_LIST); }
+    static void Characters(HWND window, const char* text)
+    {
+        for (; *text != '\0'; ++text) {
+            ::PostMessageA(::GetDlgItem(window, ZO_IDC_STRING_LIST), WM_CHAR, static_cast<BYTE>(*text), 1);
+            Key(window, VK_SHIFT);
+        }
+    }
+
+    CStringArray m_strings;
+};
+
+} // namespace
+
+TEST_F(StringSelect, ChoosesOne)
+{
+    CZoStringSelectDialog dialog("Town", "&Towns:", Mode::kOne);
+    ASSERT_TRUE(dialog.SetStrings(m_strings));
+    EXPECT_FALSE(dialog.Select(-1) || dialog.Select(6) || dialog.IsSelected(6));
+    EXPECT_TRUE(dialog.Select(0) && dialog.Select(2));
+    EXPECT_FALSE(dialog.IsSelected(0));
+    const DialogDriver::Act first = [&](HWND window) {
+        const auto filter = [&](const char* text) { Type(window, ZO_IDC_STRING_FILTER, text); };
+        const auto chosen = [&] { return RowText(window, ZO_IDC_STRING_LIST, ChosenRow(window, ZO_IDC_STRING_LIST)); };
+        EXPECT_EQ("Town", TextOf(window));
+        EXPECT_EQ((std::vector<int>{ZO_IDC_STRING_LIST, IDOK, IDCANCEL, ZO_IDC_STRING_FILTER}),
+                  ExpectTabRounds(window));
+        ::SetFocus(::GetDlgItem(window, ZO_IDC_STRING_LIST));
+        EXPECT_EQ("Athen", chosen());
+        const struct {
+            const char *typed, *chosen;
+        } kTyped[] = {{"b", "berlin"},
+                      {"e", "berlin"},
+                      {"rn", "Bern"},
+                      {"x", "Bern"},
+                      {"\b", "Bern"},
+                      {"bad \xF6", "BAD \xD6ls"},
+                      {"\bs", "Stra\xDF"
+                              "burg"}};
+        for (const auto& row : kTyped) {
+            Characters(window, row.typed);
+            EXPECT_EQ(row.chosen, chosen()) << row.typed;
+        }
+        Key(window, VK_UP);
+        Characters(window, "b");
+        EXPECT_EQ("BAD \xD6ls", chosen()) << "what was typed before the arrow is forgotten";
+        filter("BER");
+        EXPECT_EQ("Bern|berlin|", Rows(window));
+        EXPECT_EQ("", chosen());
+        EXPECT_EQ("2 of 6 shown", Count(window));
+        Press(window, IDOK);
+        EXPECT_EQ(ZO_IDC_STRING_LIST, FocusOf(window)) << "what cannot be seen is not taken";
+        filter("");
+        EXPECT_EQ("BAD \xD6ls", chosen()) << "it was kept";
+        filter("b");
+        Key(window, VK_UP);
+        EXPECT_EQ("Stra\xDF"
+                  "burg",
+                  chosen())
+            << "from the filter";
+        ChangeLanguage(kGerman);
+        EXPECT_EQ("5 von 6 angezeigt", Count(window));
+        ExpectTidy(window);
+        filter("zz");
+        Press(window, IDOK);
+        EXPECT_EQ(ZO_IDC_STRING_FILTER, FocusOf(window));
+        filter("\xF6");
+        Key(window, VK_RETURN);
+    };
+    const DialogDriver driver({first, [&](HWND window) { DoubleClick(window, ZO_IDC_STRING_LIST, 1); }});
+    EXPECT_EQ(IDOK, dialog.DoModal()) << "the only row that is left";
+    EXPECT_EQ(5, dialog.GetSelected());
+    EXPECT_EQ(IDOK, dialog.DoModal());
+    EXPECT_EQ(1, dialog.GetSelected());
+}
+
+TEST_F(StringSelect, ChoosesSeveralBehindAFilter)
+{
+    CZoStringSelectDialog dialog("Towns", "&Towns:", Mode::kSeveral);
+    ASSERT_TRUE(dialog.SetStrings(m_strings) && dialog.Select(2));
+    std::vector<DialogDriver::Act> acts{[&](HWND window) {
+        EXPECT_EQ((std::vector<int>{ZO_IDC_STRING_LIST, IDOK, IDCANCEL, ZO_IDC_STRING_ALL, ZO_IDC_STRING_NONE,
+                                    ZO_IDC_STRING_FILTER}),
+                  ExpectTabRounds(window));
+        EXPECT_EQ("1 of 6 selected", Count(window));
+        Type(window, ZO_IDC_STRING_FILTER, "ber");
+        Press(window, ZO_IDC_STRING_ALL);
+        EXPECT_EQ("3 of 6 selected", Count(window));
+        ::SetFocus(::GetDlgItem(window, ZO_IDC_STRING_LIST));
+        Characters(window, "bern");
+        Key(window, VK_SPACE);
+        EXPECT_EQ("2 of 6 selected", Count(window));
+        Type(window, ZO_IDC_STRING_FILTER, "a");
+        Type(window, ZO_IDC_STRING_FILTER, "");
+        EXPECT_EQ("2 of 6 selected", Count(window));
+        ExpectTidy(window);
+        Press(window, IDOK);
+    }};
+    for (const auto& way : WaysToGiveUp())
+        acts.push_back([=](HWND window) {
+            Press(window, ZO_IDC_STRING_NONE);
+            EXPECT_EQ("0 of 6 selected", Count(window));
+            way(window);
+        });
+    const DialogDriver driver(acts);
+    EXPECT_EQ(IDOK, dialog.DoModal());
+    EXPECT_TRUE(dialog.IsSelected(2) && dialog.IsSelected(3));
+    for (size_t i = 1; i < acts.size(); ++i) {
+        EXPECT_EQ(IDCANCEL, dialog.DoModal());
+        EXPECT_EQ(2, dialog.GetSelectedCount());
+    }
+}
+
+TEST_F(StringSelect, TakesTenThousand)
+{
+    m_strings.SetSize(CZoStringSelectDialog::MOST + 1);
+    for (int i = 0; i < m_strings.GetSize(); ++i)
+        m_strings[i].Format("%05d of many", i);
+    CZoStringSelectDialog dialog("Numbers", "&Numbers:", Mode::kSeveral);
+    EXPECT_FALSE(dialog.SetStrings(m_strings));
+    EXPECT_EQ(-1, dialog.GetSelected());
+    m_strings.SetSize(CZoStringSelectDialog::MOST);
+    ASSERT_TRUE(dialog.SetStrings(m_strings));
+    const DWORD begun = ::GetTickCount();
+    const DialogDriver driver({[&](HWND window) {
+        ::SendDlgItemMessageA(window, ZO_IDC_STRING_LIST, LB_SETTOPINDEX, 9000, 0);
+        Type(window, ZO_IDC_STRING_FILTER, "9");
+        EXPECT_EQ(3439, ::SendDlgItemMessageA(window, ZO_IDC_STRING_LIST, LB_GETCOUNT, 0, 0));
+        EXPECT_EQ("09000 of many",
+                  RowText(window, ZO_IDC_STRING_LIST,
+                          static_cast<int>(::SendDlgItemMessageA(window, ZO_IDC_STRING_LIST, LB_GETTOPINDEX, 0, 0))));
+        Press(window, ZO_IDC_STRING_ALL);
+        Type(window, ZO_IDC_STRING_FILTER, "");
+        EXPECT_EQ("3,439 of 10,000 selected", Count(window));
+        Press(window, IDOK);
+    }});
+    EXPECT_EQ(IDOK, dialog.DoModal());
+    EXPECT_EQ(3439, dialog.GetSelectedCount());
+    EXPECT_GT(5000u, ::GetTickCount() - begun);
+}
+
+TEST_F(StringSelect, SurvivesFaults)
+{
+    RunDialogFaults(
+        [](HWND window) {
+            SetDlgItemTextA(window, ZO_IDC_STRING_FILTER, "ber");
+            Command(window, ZO_IDC_STRING_ALL);
+            Command(window, IDOK);
+        },
+        [&](const FaultRun& run) {
+            CZoStringSelectDialog dialog("Towns", "&Towns:", Mode::kSeveral);
+            const BOOL isFilled = dialog.SetStrings(m_strings) && dialog.Select(2);
+            const INT_PTR result = dialog.DoModal();
+            run.Stop();
+            EXPECT_TRUE(result == IDOK || (run.Fired() && (result == -1 || result == IDCANCEL))) << result;
+            EXPECT_TRUE(!isFilled || dialog.IsSelected(2)) << "chosen, though the filter hides it";
+        },
+        {.memory = 2, .system = 2, .controls = 2});
+}
