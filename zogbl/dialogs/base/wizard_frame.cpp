@@ -157,7 +157,8 @@ void CZoWizardSheet::ShowButtons()
     };
     ::EnableWindow(Item(ZO_IDC_WIZARD_BACK), !m_bWorking && !m_bFinished && m_way.GetUpperBound() > m_nFloor);
     ::EnableWindow(Item(IDOK), !m_bWorking);
-    ::ShowWindow(Item(IDOK), m_bFinished ? SW_HIDE : SW_SHOW);
+    for (const int button : {ZO_IDC_WIZARD_BACK, IDOK})
+        ::ShowWindow(Item(button), m_bFinished ? SW_HIDE : SW_SHOW);
     WithoutThrowing([&] {
         m_bLast = !m_bFinished && FindNext(m_pPage) == nullptr;
         setText(IDOK, m_bLast ? m_nActId : ZO_IDS_WIZARD_NEXT);
