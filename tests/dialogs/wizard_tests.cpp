@@ -19,13 +19,14 @@ struct Page : CZoWizardPage {
         if (!wantsName || !TextOf(m_hWnd, kName).empty())
             return 0;
         reason = why;
-        return kName;
+        return culprit;
     }
     BOOL OnNext() override { return CZoWizardPage::OnNext() && (!work || work()); }
 
     std::function<bool()> skips, work;
     Page* branch = nullptr;
     bool wantsName = false;
+    int culprit = kName;
     CString why;
 };
 
@@ -38,6 +39,7 @@ struct Wizard : CZoWizardSheet {
         where.skips = [this] { return who.m_hWnd != nullptr && IsChecked(who, kGuest); };
     }
     BOOL OnFinish() override { return !act || act(); }
+    void OnCancel() override { ++cancels, CZoWizardSheet::OnCancel(); }
     /// Heading, step, Back if it can be pressed, Next and Cancel as far as they can be seen.
     std::string State() const
     {
@@ -52,6 +54,7 @@ struct Wizard : CZoWizardSheet {
 
     Page who{3011}, where{3012}, look{3013}, done{3014};
     std::function<bool()> act;
+    int cancels = 0;
 };
 
 class WizardTest : public ProductTest {};
@@ -65,7 +68,10 @@ TEST_F(WizardTest, IsLedThroughByEnterAlone)
     wizard.SetAct(ZO_IDS_SHEET_APPLY);
     wizard.where.wantsName = true;
     int acts = 0;
-    wizard.act = [&] { return ++acts > 0; };
+    wizard.act = [&] {
+        ::PostMessageA(*wizard.GetDlgItem(IDCANCEL), WM_KEYDOWN, VK_RETURN, 1); // in haste
+        return ++acts > 0;
+    };
     const DialogDriver driver({[&](HWND window) {
         EXPECT_EQ("Edit Tools", TextOf(window));
         EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel", wizard.State());
@@ -85,11 +91,12 @@ TEST_F(WizardTest, IsLedThroughByEnterAlone)
         EXPECT_EQ("Look|Step 3 of 3|back|&Apply|Cancel", wizard.State()) << "one page, though the key was held";
         EXPECT_EQ(IDOK, GetDlgCtrlID(GetFocus())) << "the page has no fields";
         ExpectTidy(window);
+        ExpectTidy(wizard.look);
         EXPECT_EQ(0, acts);
-        ::PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 1); // twice, in haste
         Key(window, VK_RETURN);
         EXPECT_EQ("Done||Close", wizard.State());
         EXPECT_EQ(1, acts);
+        EXPECT_EQ(0, wizard.cancels) << "the Enter in haste";
         EXPECT_EQ((std::vector<int>{IDCANCEL}), ExpectTabRounds(window, 3));
         EXPECT_EQ(IDCANCEL, LOWORD(SendMessageA(window, DM_GETDEFID, 0, 0)));
         Key(window, VK_RETURN);
@@ -118,13 +125,15 @@ TEST_F(WizardTest, SkipsAndBranches)
         EXPECT_EQ("&Next >", TextOf(window, IDOK));
         check(true);
         EXPECT_EQ("&Finish", TextOf(window, IDOK)) << "the last one now";
-        wizard.who.branch = &wizard.done;
         EXPECT_TRUE(wizard.AddPage(&wizard.done, 0));
-        AccessKey(window, 'f');
+        wizard.look.skips = nullptr;
+        wizard.who.branch = &wizard.done;
+        wizard.SetModified(); // looks at the way anew
+        AccessKey(window, 'n');
         EXPECT_EQ("Done||back|&Finish|Cancel", wizard.State());
         AccessKey(window, 'b');
         wizard.who.branch = nullptr;
-        wizard.done.skips = [] { return true; };
+        wizard.look.skips = wizard.done.skips = [] { return true; };
         wizard.where.skips = [&] { return wizard.who.work && wizard.who.work(); };
         check(false);
         wizard.who.work = [&] { return true; }; // from here on, which the button does not say
@@ -144,11 +153,12 @@ TEST_F(WizardTest, FinishLeadsToWhatIsWrong)
         Press(window, IDOK);
         wizard.who.wantsName = true;
         wizard.who.why = "A name, please.";
+        wizard.who.culprit = kGuest;
         ::SetDlgItemTextA(wizard.who, kName, "");
         Press(window, IDOK);
         EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel", wizard.State());
         EXPECT_EQ("A name, please.", wizard.Reason());
-        EXPECT_EQ(::GetDlgItem(wizard.who, kName), GetFocus());
+        EXPECT_EQ(::GetDlgItem(wizard.who, kGuest), GetFocus());
         wizard.who.why = "Bitte einen Namen.";
         ChangeLanguage(kGerman);
         EXPECT_EQ("Bitte einen Namen.", wizard.Reason());
@@ -239,10 +249,11 @@ TEST_F(WizardTest, WorksInBetween)
     const DialogDriver driver({[&](HWND window) {
                                    Type(wizard.who, kName, "typed");
                                    during = cancel;
+                                   ::SetFocus(::GetDlgItem(wizard.who, kGuest));
                                    Key(window, VK_RETURN);
                                    EXPECT_EQ(10, parts) << "the job stands still at once";
                                    EXPECT_EQ("typed", TextOf(wizard.who, kName));
-                                   EXPECT_EQ(::GetDlgItem(wizard.who, kName), GetFocus());
+                                   EXPECT_EQ(::GetDlgItem(wizard.who, kGuest), GetFocus());
                                    EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel", wizard.State());
                                    EXPECT_FALSE(wizard.GetDlgItem(ZO_IDC_WIZARD_BAR)->IsWindowVisible());
                                    EXPECT_TRUE(IsEnabled(window, IDOK));

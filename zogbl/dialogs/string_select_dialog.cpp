@@ -288,11 +288,15 @@ BOOL CZoStringSelectDialog::TypeAhead(UINT character)
     const bool isFirst = *m_typed.Get() == '\0';
     if ((character == ' ' && (isFirst || m_mode == Mode::kSeveral)) || !m_typed.Type(character))
         return FALSE; // the space bar chooses a row
+    const LPCSTR typed = m_typed.Get();
+    const LPCSTR last = PreviousCharacter(typed, typed + lstrlenA(typed));
+    if (IsLeadByte(*last) && last[1] == '\0')
+        return TRUE; // the other half is coming
     const LRESULT at = ::SendMessageA(list, m_mode == Mode::kOne ? LB_GETCURSEL : LB_GETCARETINDEX, 0, 0);
     const LRESULT count = ::SendMessageA(list, LB_GETCOUNT, 0, 0);
     for (LRESULT i = isFirst ? 1 : 0; i < count + (isFirst ? 1 : 0); ++i) {
         const LRESULT row = ((std::max<LRESULT>)(at, isFirst ? -1 : 0) + i + count) % count;
-        if (!CZoTypeAhead::Begins(m_texts->strings[IndexOf(row)], m_typed.Get()))
+        if (!CZoTypeAhead::Begins(m_texts->strings[IndexOf(row)], typed))
             continue;
         if (m_mode == Mode::kSeveral) {
             ::SendMessageA(list, LB_SETCARETINDEX, static_cast<WPARAM>(row), FALSE);
