@@ -1,7 +1,6 @@
 // The picture of a program that starts.
 #include "dialog_faults.h"
 
-#include "support/canvas.h"
 #include "support/product_test.h"
 
 #include <zogbl/message_box.h>
@@ -12,12 +11,10 @@ namespace {
 
 class Splash : public ProductTest {
 protected:
-    static bool IsAbove(HWND upper, HWND lower)
+    void ExpectPainted() const
     {
-        HWND window = upper;
-        while (window != nullptr && window != lower)
-            window = ::GetWindow(window, GW_HWNDNEXT);
-        return window != nullptr;
+        EXPECT_FALSE(::GetUpdateRect(m_splash, nullptr, FALSE));
+        EXPECT_FALSE(::GetUpdateRect(::GetWindow(m_splash, GW_CHILD), nullptr, FALSE));
     }
 
     CZoSplashWnd m_splash;
@@ -32,52 +29,46 @@ TEST_F(Splash, IsPaintedAtOnceAndTakesNothing)
     owner.SetFocus();
     ASSERT_TRUE(m_splash.Show(ZO_IDB_TRANSLATE_MARKER, "Loading..."));
     EXPECT_FALSE(m_splash.Show(ZO_IDB_TRANSLATE_MARKER)) << "twice";
-    EXPECT_EQ(owner.m_hWnd, ::GetFocus());
-    EXPECT_EQ(owner.m_hWnd, ::GetActiveWindow());
-    EXPECT_EQ(static_cast<DWORD>(WS_EX_TOOLWINDOW),
-              m_splash.GetExStyle() & (WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_APPWINDOW));
-    EXPECT_EQ("Loading...", TextOf(m_splash));
-    EXPECT_FALSE(::GetUpdateRect(m_splash, nullptr, FALSE));
-    for (HWND child = ::GetWindow(m_splash, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT))
-        EXPECT_FALSE(::GetUpdateRect(child, nullptr, FALSE));
+    EXPECT_TRUE(owner.m_hWnd == ::GetFocus() && owner.m_hWnd == ::GetActiveWindow());
+    const DWORD style = m_splash.GetExStyle() & (WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_APPWINDOW);
+    EXPECT_EQ(static_cast<DWORD>(WS_EX_TOOLWINDOW), style) << "neither topmost nor in the task bar";
+    ExpectPainted();
     m_splash.Invalidate();
     m_splash.SetText("Opening...");
-    EXPECT_FALSE(::GetUpdateRect(m_splash, nullptr, FALSE)) << "painted without messages";
-    EXPECT_TRUE(IsAbove(m_splash, owner));
-    const HWND splash = m_splash;
+    ExpectPainted();
+    EXPECT_EQ("Opening...", TextOf(m_splash));
     const DialogDriver driver({[&](HWND box) {
-        EXPECT_TRUE(IsAbove(box, splash));
+        HWND below = box;
+        while (below != nullptr && below != m_splash.m_hWnd)
+            below = ::GetWindow(below, GW_HWNDNEXT);
+        EXPECT_NE(nullptr, below) << "the box covers it";
         Press(box, IDOK);
     }});
     ZoMessageBox(nullptr, "A message", "Test", MB_OK);
     EXPECT_EQ(MA_NOACTIVATE, m_splash.SendMessage(WM_MOUSEACTIVATE, 0, MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN)));
 }
 
-TEST_F(Splash, GoesInTime)
+TEST_F(Splash, GoesInTimeAndSurvivesFaults)
 {
-    const std::function<void()> ways[] = {[&] { m_splash.Close(); }, [&] { ClickAt(m_splash, 1, 1); },
-                                          [&] { WaitUntil([&] { return !m_splash.IsShown(); }); }};
-    for (const auto& way : ways) {
+    for (int way = 0; way < 3; ++way) {
         ASSERT_TRUE(m_splash.Show(ZO_IDB_TRANSLATE_MARKER, nullptr, 50));
-        EXPECT_EQ(m_splash.m_hWnd, ::WindowFromPoint(AreaOf(m_splash).CenterPoint())) << "and so gets the click";
-        way();
-        EXPECT_FALSE(m_splash.IsShown());
+        const HWND under = ::WindowFromPoint(AreaOf(m_splash).CenterPoint());
+        EXPECT_EQ(m_splash.m_hWnd, under) << "gets the click";
+        if (way == 0)
+            m_splash.Close();
+        else if (way == 1)
+            ClickAt(under, 1, 1);
+        else
+            WaitUntil([&] { return !m_splash.IsShown(); });
+        EXPECT_FALSE(m_splash.IsShown()) << way;
         m_splash.SetText("late");
-        m_splash.Close();
     }
-    EXPECT_FALSE(m_splash.Show(1)) << "there is no such picture";
-    EXPECT_FALSE(m_splash.IsShown());
-    EXPECT_TRUE(m_splash.Show(ZO_IDB_TRANSLATE_MARKER)) << "and its destructor ends it";
-}
-
-TEST_F(Splash, SurvivesFaults)
-{
-    RunDialogFaults([](HWND) {},
-                    [](const FaultRun& run) {
-                        CZoSplashWnd splash;
-                        const BOOL isShown = splash.Show(ZO_IDB_TRANSLATE_MARKER, "Loading...");
-                        splash.SetText("Opening...");
-                        EXPECT_TRUE(isShown || run.Fired());
-                        EXPECT_EQ(isShown, splash.IsShown());
-                    });
+    EXPECT_FALSE(m_splash.Show(1) || m_splash.IsShown()) << "there is no such picture";
+    const auto show = [](const FaultRun& run) {
+        CZoSplashWnd splash;
+        const BOOL isShown = splash.Show(ZO_IDB_TRANSLATE_MARKER, "Loading...");
+        splash.SetText("Opening...");
+        EXPECT_TRUE((isShown || run.Fired()) && isShown == splash.IsShown());
+    };
+    RunDialogFaults([](HWND) {}, show);
 }

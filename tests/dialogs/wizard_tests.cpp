@@ -31,16 +31,15 @@ struct Page : CZoWizardPage {
 };
 
 struct Wizard : CZoWizardSheet {
-    explicit Wizard(CWnd* parent = nullptr) : CZoWizardSheet(ZO_IDS_TOOL_SHEET_TITLE, parent)
+    Wizard() : CZoWizardSheet(ZO_IDS_TOOL_SHEET_TITLE)
     {
         for (Page* page : {&who, &where, &look})
             AddPage(page); // fails in a loop of faults
-        who.skips = [] { return false; };
         where.skips = [this] { return who.m_hWnd != nullptr && IsChecked(who, kGuest); };
     }
     BOOL OnFinish() override { return !act || act(); }
     void OnCancel() override { ++cancels, CZoWizardSheet::OnCancel(); }
-    /// Heading, step, Back if it can be pressed, Next and Cancel as far as they can be seen.
+    /// Heading, step, Back if it can be pressed, Next and Cancel as far as they can be seen, focus, reason.
     std::string State() const
     {
         std::string state = TextOf(m_hWnd, ZO_IDC_WIZARD_HEADING) + "|" + TextOf(m_hWnd, ZO_IDC_WIZARD_STEP);
@@ -48,9 +47,9 @@ struct Wizard : CZoWizardSheet {
             state += "|back";
         if (GetDlgItem(IDOK)->IsWindowVisible())
             state += "|" + TextOf(m_hWnd, IDOK);
-        return state + "|" + TextOf(m_hWnd, IDCANCEL);
+        return state + "|" + TextOf(m_hWnd, IDCANCEL) + "|" + std::to_string(::GetDlgCtrlID(::GetFocus())) + "|" +
+               TextOf(m_hWnd, ZO_IDC_WIZARD_REASON);
     }
-    std::string Reason() const { return TextOf(m_hWnd, ZO_IDC_WIZARD_REASON); }
 
     Page who{3011}, where{3012}, look{3013}, done{3014};
     std::function<bool()> act;
@@ -74,71 +73,64 @@ TEST_F(WizardTest, IsLedThroughByEnterAlone)
     };
     const DialogDriver driver({[&](HWND window) {
         EXPECT_EQ("Edit Tools", TextOf(window));
-        EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel", wizard.State());
         EXPECT_EQ((std::vector<int>{kName, kGuest, IDOK, IDCANCEL}), ExpectTabRounds(window));
-        EXPECT_EQ(wizard.GetActivePage(), &wizard.who);
+        EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel|11|", wizard.State());
         Key(window, VK_RETURN);
-        EXPECT_EQ("Where|Step 2 of 3|back|&Next >|Cancel", wizard.State());
-        EXPECT_EQ(::GetDlgItem(wizard.where, kName), GetFocus()) << "not where Enter is something else";
+        EXPECT_EQ("Where|Step 2 of 3|back|&Next >|Cancel|11|", wizard.State()) << "not where Enter is something else";
         Key(window, VK_RETURN);
-        EXPECT_EQ("Something is missing here.", wizard.Reason());
-        EXPECT_EQ(::GetDlgItem(wizard.where, kName), GetFocus());
+        EXPECT_EQ("Where|Step 2 of 3|back|&Next >|Cancel|11|Something is missing here.", wizard.State());
         ExpectTabRounds(window);
         Type(wizard.where, kName, "x");
-        EXPECT_EQ("", wizard.Reason());
+        EXPECT_EQ("", TextOf(window, ZO_IDC_WIZARD_REASON));
         ::PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 0x40000001);
         Key(window, VK_RETURN);
-        EXPECT_EQ("Look|Step 3 of 3|back|&Apply|Cancel", wizard.State()) << "one page, though the key was held";
-        EXPECT_EQ(IDOK, GetDlgCtrlID(GetFocus())) << "the page has no fields";
+        EXPECT_EQ("Look|Step 3 of 3|back|&Apply|Cancel|1|", wizard.State()) << "one page, though the key was held";
         ExpectTidy(window);
         ExpectTidy(wizard.look);
         EXPECT_EQ(0, acts);
         Key(window, VK_RETURN);
-        EXPECT_EQ("Done||Close", wizard.State());
-        EXPECT_EQ(1, acts);
-        EXPECT_EQ(0, wizard.cancels) << "the Enter in haste";
+        EXPECT_EQ("Done||Close|2|", wizard.State());
+        EXPECT_TRUE(acts == 1 && wizard.cancels == 0) << "the Enter in haste";
         EXPECT_EQ((std::vector<int>{IDCANCEL}), ExpectTabRounds(window, 3));
         EXPECT_EQ(IDCANCEL, LOWORD(SendMessageA(window, DM_GETDEFID, 0, 0)));
         Key(window, VK_RETURN);
     }});
     EXPECT_EQ(IDOK, wizard.DoModal());
-    EXPECT_EQ(nullptr, wizard.who.m_hWnd);
 }
 
 TEST_F(WizardTest, SkipsAndBranches)
 {
     Wizard wizard;
-    const auto check = [&](bool isOn) {
+    bool isLate = false;
+    const auto never = [] { return true; };
+    const auto guest = [&] {
         ::SetFocus(::GetDlgItem(wizard.who, kGuest));
-        if (IsChecked(wizard.who, kGuest) != isOn)
-            Press(wizard.who, kGuest);
+        Press(wizard.who, kGuest);
+        return TextOf(wizard, IDOK);
     };
     const DialogDriver driver({[&](HWND window) {
-        check(true);
+        guest();
         Press(window, IDOK);
-        EXPECT_EQ("Look|Step 3 of 3|back|&Finish|Cancel", wizard.State()) << "its number, though one is skipped";
+        EXPECT_EQ("Look|Step 3 of 3|back|&Finish|Cancel|1|", wizard.State()) << "its number, though one is skipped";
         Press(window, ZO_IDC_WIZARD_BACK);
-        EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel", wizard.State()) << "back skips too";
-        EXPECT_EQ(::GetDlgItem(wizard.who, kName), GetFocus());
-        wizard.look.skips = [] { return true; };
-        check(false);
-        EXPECT_EQ("&Next >", TextOf(window, IDOK));
-        check(true);
-        EXPECT_EQ("&Finish", TextOf(window, IDOK)) << "the last one now";
+        EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel|11|", wizard.State()) << "back skips too";
+        wizard.look.skips = never;
+        EXPECT_EQ("&Next >", guest());
+        EXPECT_EQ("&Finish", guest()) << "the last one now";
         EXPECT_TRUE(wizard.AddPage(&wizard.done, 0));
         wizard.look.skips = nullptr;
         wizard.who.branch = &wizard.done;
         wizard.SetModified(); // looks at the way anew
         AccessKey(window, 'n');
-        EXPECT_EQ("Done||back|&Finish|Cancel", wizard.State());
+        EXPECT_EQ("Done||back|&Finish|Cancel|1|", wizard.State());
         AccessKey(window, 'b');
         wizard.who.branch = nullptr;
-        wizard.look.skips = wizard.done.skips = [] { return true; };
-        wizard.where.skips = [&] { return wizard.who.work && wizard.who.work(); };
-        check(false);
-        wizard.who.work = [&] { return true; }; // from here on, which the button does not say
+        wizard.look.skips = wizard.done.skips = never;
+        wizard.where.skips = [&] { return isLate; };
+        guest();
+        wizard.who.work = [&] { return isLate = true; }; // which the button does not say
         Press(window, IDOK);
-        EXPECT_EQ("Who|Step 1 of 3|&Finish|Cancel", wizard.State()) << "nobody has agreed to finish";
+        EXPECT_EQ("Who|Step 1 of 3|&Finish|Cancel|1|", wizard.State()) << "nobody has agreed to finish";
         Press(window, IDOK);
     }});
     EXPECT_EQ(IDOK, wizard.DoModal());
@@ -156,13 +148,10 @@ TEST_F(WizardTest, FinishLeadsToWhatIsWrong)
         wizard.who.culprit = kGuest;
         ::SetDlgItemTextA(wizard.who, kName, "");
         Press(window, IDOK);
-        EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel", wizard.State());
-        EXPECT_EQ("A name, please.", wizard.Reason());
-        EXPECT_EQ(::GetDlgItem(wizard.who, kGuest), GetFocus());
+        EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel|12|A name, please.", wizard.State());
         wizard.who.why = "Bitte einen Namen.";
         ChangeLanguage(kGerman);
-        EXPECT_EQ("Bitte einen Namen.", wizard.Reason());
-        EXPECT_EQ("Who|Schritt 1 von 3|&Weiter >|Abbrechen", wizard.State());
+        EXPECT_EQ("Who|Schritt 1 von 3|&Weiter >|Abbrechen|12|Bitte einen Namen.", wizard.State());
         EXPECT_EQ("Extras bearbeiten", TextOf(window));
         ExpectTidy(window);
         Type(wizard.who, kName, "name");
@@ -174,43 +163,41 @@ TEST_F(WizardTest, FinishLeadsToWhatIsWrong)
 
 TEST_F(WizardTest, AsksBeforeWorkIsLost)
 {
-    const auto type = [](Wizard& wizard) { Type(wizard.who, kName, "x"); };
-    const auto next = [](Wizard& wizard) { Press(wizard, IDOK); };
-    const auto commit = [=](Wizard& wizard) { type(wizard), wizard.SetCommitted(), next(wizard); };
-    const auto tell = [](Wizard& wizard) { wizard.SetModified(); };
-    const auto set = [](Wizard& wizard) {
-        ::SetFocus(::GetDlgItem(wizard.who, kGuest)), wizard.who.SetDlgItemText(kName, "by the program");
+    using Act = void (*)(Wizard & wizard);
+    const Act next = [](Wizard& wizard) { Press(wizard, IDOK); };
+    const Act type = [](Wizard& wizard) { Type(wizard.who, kName, "x"); };
+    const Act tell = [](Wizard& wizard) { wizard.SetModified(); };
+    const Act set = [](Wizard& wizard) {
+        ::SetFocus(::GetDlgItem(wizard.who, kGuest));
+        wizard.who.SetDlgItemText(kName, "by the program");
     };
+    const Act commit = [](Wizard& wizard) {
+        Type(wizard.who, kName, "x");
+        wizard.SetCommitted();
+        Press(wizard, IDOK);
+        EXPECT_EQ("Where|Step 2 of 3|&Next >|Close|11|", wizard.State()) << "no way back";
+    };
+    const char* const lost = "What you have entered will be lost. Do you want to close the window?";
     const struct {
-        std::function<void(Wizard&)> act;
-        bool asks;
+        Act act;
+        const char* question;
         INT_PTR result;
-    } kRows[] = {{next, false, IDCANCEL},
-                 {set, false, IDCANCEL},
-                 {type, true, IDCANCEL},
-                 {tell, true, IDCANCEL},
-                 {commit, false, IDCLOSE}};
+    } kRows[] = {{next, "", IDCANCEL},
+                 {set, "", IDCANCEL},
+                 {type, lost, IDCANCEL},
+                 {tell, lost, IDCANCEL},
+                 {commit, "", IDCLOSE}};
     for (const auto& row : kRows) {
         for (const auto& way : WaysToGiveUp()) {
             SCOPED_TRACE(&row - kRows);
             Wizard wizard;
-            const auto box = [&](int answer) -> DialogDriver::Act {
-                if (!row.asks)
-                    return nullptr;
-                return AnswerBox("What you have entered will be lost. Do you want to close the window?", answer);
+            const auto giveUp = [&](HWND window) {
+                row.act(wizard);
+                for (int times = *row.question != '\0' ? 2 : 1; times > 0; --times)
+                    way(window);
             };
-            const DialogDriver driver({[&](HWND window) {
-                                           row.act(wizard);
-                                           EXPECT_EQ(row.result == IDCLOSE ? "Close" : "Cancel",
-                                                     TextOf(window, IDCANCEL));
-                                           EXPECT_FALSE(row.result == IDCLOSE && IsEnabled(window, ZO_IDC_WIZARD_BACK));
-                                           way(window);
-                                           if (row.asks) {
-                                               EXPECT_TRUE(IsWindow(window)) << "the first answer is No";
-                                               way(window);
-                                           }
-                                       },
-                                       box(IDNO), box(IDYES)});
+            const DialogDriver driver(
+                {giveUp, AnswerBoxIfAny(row.question, IDNO), AnswerBoxIfAny(row.question, IDYES)});
             EXPECT_EQ(row.result, wizard.DoModal());
         }
     }
@@ -220,56 +207,40 @@ TEST_F(WizardTest, WorksInBetween)
 {
     Wizard wizard;
     int parts = 0;
-    std::function<void(int)> during = [](int) {};
+    std::function<void()> during;
     wizard.who.work = [&] {
         wizard.StartWork("Looking...", 20);
         for (parts = 0; parts < 20; ++parts) {
-            during(parts);
-            ::Sleep(2);
+            if (parts == 10)
+                during();
             if (!wizard.SetPosition(parts + 1))
                 return false;
         }
         return true;
     };
-    const auto look = [&](int part) {
-        if (part != 5)
-            return;
-        EXPECT_EQ("Looking...", wizard.Reason());
-        EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel", wizard.State());
-        EXPECT_FALSE(IsEnabled(wizard, IDOK) || ::IsWindowEnabled(wizard.who));
-        EXPECT_TRUE(wizard.GetDlgItem(ZO_IDC_WIZARD_BAR)->IsWindowVisible());
-        EXPECT_EQ(IDCANCEL, GetDlgCtrlID(GetFocus()));
-        ExpectTidy(wizard);
-        ::PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 1); // in haste: neither Next nor Cancel
-    };
-    const auto cancel = [&](int part) {
-        if (part == 10)
-            ::PostMessageA(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1);
-    };
     const DialogDriver driver({[&](HWND window) {
                                    Type(wizard.who, kName, "typed");
-                                   during = cancel;
                                    ::SetFocus(::GetDlgItem(wizard.who, kGuest));
+                                   during = [] { ::PostMessageA(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1); };
                                    Key(window, VK_RETURN);
                                    EXPECT_EQ(10, parts) << "the job stands still at once";
-                                   EXPECT_EQ("typed", TextOf(wizard.who, kName));
-                                   EXPECT_EQ(::GetDlgItem(wizard.who, kGuest), GetFocus());
-                                   EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel", wizard.State());
+                                   EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel|12|", wizard.State());
                                    EXPECT_FALSE(wizard.GetDlgItem(ZO_IDC_WIZARD_BAR)->IsWindowVisible());
-                                   EXPECT_TRUE(IsEnabled(window, IDOK));
-                                   during = look;
+                                   EXPECT_TRUE(IsEnabled(window, IDOK) && ::IsWindowEnabled(wizard.who));
+                                   during = [&] {
+                                       EXPECT_EQ("Who|Step 1 of 3|&Next >|Cancel|2|Looking...", wizard.State());
+                                       EXPECT_FALSE(IsEnabled(wizard, IDOK) || ::IsWindowEnabled(wizard.who));
+                                       EXPECT_TRUE(wizard.GetDlgItem(ZO_IDC_WIZARD_BAR)->IsWindowVisible());
+                                       ExpectTidy(wizard);
+                                       ::PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 1); // in haste
+                                   };
                                    Key(window, VK_RETURN);
-                                   EXPECT_EQ(20, parts);
-                                   EXPECT_EQ("Where|Step 2 of 3|back|&Next >|Cancel", wizard.State());
-                                   EXPECT_EQ("", wizard.Reason());
+                                   EXPECT_EQ("Where|Step 2 of 3|back|&Next >|Cancel|11|", wizard.State());
                                    wizard.EndDialog(IDCANCEL);
                                },
-                               [&](HWND box) {
-                                   EXPECT_EQ("Do you want to cancel?", BoxText(box));
-                                   EXPECT_TRUE(wizard.SetPosition(1)) << "returns at once";
-                                   Press(box, IDYES);
-                               }});
+                               AnswerBox("Do you want to cancel?", IDYES)});
     EXPECT_EQ(IDCANCEL, wizard.DoModal());
+    EXPECT_EQ(20, parts);
 }
 
 TEST_F(WizardTest, ShowsAPictureAtTheLeft)
