@@ -13,6 +13,7 @@
 #include <zogbl/language_dialog.h>
 #include <zogbl/message_box.h>
 #include <zogbl/new_document_dialog.h>
+#include <zogbl/print_dialog.h>
 #include <zogbl/property_sheet.h>
 #include <zogbl/select_directory.h>
 #include <zogbl/splash_wnd.h>
