@@ -9,18 +9,20 @@
 
 namespace {
 
-/// Posts itself a message for each that it takes.
+/// Posts itself a message for each that it takes, until the user is asked.
 class FloodWindow : public CWnd {
 public:
     ~FloodWindow() override { DestroyWindow(); }
     int m_taken = 0;
+    HWND m_asks = nullptr;
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         if (message == WM_NULL) {
             ++m_taken;
-            PostMessage(WM_NULL);
+            if (::IsWindowEnabled(m_asks))
+                PostMessage(WM_NULL);
         }
         return CWnd::WindowProc(message, wParam, lParam);
     }
@@ -163,16 +165,38 @@ TEST_F(AbortDialog, EndsTheJobWithItsOwnerAndItsThread)
     EXPECT_TRUE(dialog.IsCancelled() && outer.IsCancelled());
 }
 
-TEST_F(AbortDialog, LivesThroughMessagesWithoutEnd)
+TEST_F(AbortDialog, AnswersAtOnceHoweverBusyTheThreadIs)
 {
     CZoAbortDialog dialog(&m_owner);
     ASSERT_TRUE(dialog.Start("Send", "text", 100));
     FloodWindow flood;
     EXPECT_TRUE(flood.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr));
+    flood.m_asks = dialog;
     flood.PostMessage(WM_NULL);
-    const DWORD begun = ::GetTickCount();
-    EXPECT_EQ(100, RunJob(dialog));
-    EXPECT_LT(::GetTickCount() - begun, 15000u);
+    ::SetForegroundWindow(dialog.m_hWnd);
+    DWORD pressed = 0, answered = 0;
+    const DialogDriver driver({nullptr, [&](HWND box) {
+                                   answered = ::GetTickCount();
+                                   Press(box, IDYES);
+                               }});
+    std::string remaining;
+    int part = 0;
+    for (; part < 100; ++part) { // ten seconds
+        ::Sleep(100);
+        if (part == 80) {
+            remaining = TextOf(dialog, ZO_IDC_ABORT_REMAINING);
+            EXPECT_FALSE(::GetUpdateRect(*dialog.GetDlgItem(ZO_IDC_ABORT_BAR), nullptr, FALSE)) << "painted";
+            pressed = ::GetTickCount();
+            ::keybd_event(VK_ESCAPE, 0, 0, 0); // as the system hands it out, behind what is posted
+            ::keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0);
+        }
+        if (!dialog.SetPosition(part + 1))
+            break;
+    }
+    EXPECT_TRUE(part == 80 || part == 81) << part;
+    EXPECT_NE(std::string::npos, remaining.find("seconds left")) << remaining;
+    EXPECT_LE(answered - pressed, 250u);
+    EXPECT_TRUE(dialog.IsCancelled());
     EXPECT_GT(flood.m_taken, 100);
 }
 

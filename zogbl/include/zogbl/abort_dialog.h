@@ -6,8 +6,8 @@
 #include <zogbl/progress_bar.h>
 
 /// Shows how far a long job of this thread has come and how long it will still take, and lets the user end it. The job
-/// asks often whether to go on; in between the windows of the thread live. While the user is asked whether to end it,
-/// the job stands still.
+/// asks often whether to go on; in between the windows of the thread live, and a click is answered however much they
+/// have to do. While the user is asked whether to end it, the job stands still.
 ///
 ///     CZoAbortDialog dialog(this);
 ///     dialog.Start("Send", "The table is being sent...", bytes);
@@ -40,8 +40,11 @@ public:
     BOOL SetPosition(LONGLONG done); ///< and Continue
     BOOL IsCancelled() const { return m_bCancelled; }
 
-    /// A print job asks this dialog, through SetAbortProc. Do so for each of its contexts, between Start and Finish.
-    /// \return FALSE if the driver refuses it
+    /// A print job asks this dialog, through SetAbortProc. Many drivers ask seldom, so call SetPosition behind each page,
+    /// too, and AbortDoc once the job is to end. Then StartDoc, EndPage and the like may fail, which is no error to tell:
+    /// IsCancelled knows. After Finish a cancelled job stays cancelled.
+    /// \param printer the job's context; another one takes its place
+    /// \return FALSE if the driver refuses it, or the dialog was not started
     BOOL AttachPrinter(HDC printer);
 
 protected:
@@ -52,6 +55,8 @@ protected:
     void PostNcDestroy() override;
 
 private:
+    void Pump(DWORD begun, HWND window, UINT first, UINT last);
+    void Dispatch(MSG& message);
     static BOOL CALLBACK AbortProc(HDC, int);
     void ShowButton();
     void ShowRemaining();
@@ -61,6 +66,7 @@ private:
     CString m_csText;
     LONGLONG m_nLength = 0;
     HWND m_hDisabled = nullptr; // the owner, if it was enabled
+    HDC m_hPrinter = nullptr;
     CZoAbortDialog* m_pOuter = nullptr;
     BOOL m_bCommitted = FALSE;
     BOOL m_bCancelled = FALSE;
