@@ -373,7 +373,7 @@ TEST_F(PrintDialog, GoesFromPrinterToPrinter)
         comes(window);
         g_drivers["Other"] = {};
         comes(window);
-        EXPECT_EQ("Beta", TextOf(window, ZO_IDC_PRINT_PRINTERS));
+        EXPECT_EQ("Beta", RowText(window, ZO_IDC_PRINT_PRINTERS, ChosenRow(window, ZO_IDC_PRINT_PRINTERS)));
         g_drivers.erase("Beta");
         comes(window);
         EXPECT_EQ(0u, TextOf(window, ZO_IDC_PRINT_REASON).find("The printer \"Beta\" is no longer installed."));
