@@ -28,6 +28,14 @@ protected:
     }
 };
 
+ABORTPROC g_goesOn; // which the system asks
+
+int WINAPI NoteAbortProc(HDC, ABORTPROC goesOn)
+{
+    g_goesOn = goesOn;
+    return 1;
+}
+
 class AbortDialog : public ProductTest {
 protected:
     AbortDialog()
@@ -198,6 +206,27 @@ TEST_F(AbortDialog, AnswersAtOnceHoweverBusyTheThreadIs)
     EXPECT_LE(answered - pressed, 250u);
     EXPECT_TRUE(dialog.IsCancelled());
     EXPECT_GT(flood.m_taken, 100);
+}
+
+TEST_F(AbortDialog, AnswersForItsOwnPrinter)
+{
+    const ImportPatch patch(kZogbl, "SetAbortProc", &NoteAbortProc);
+    const HDC first = CreateCompatibleDC(nullptr), second = CreateCompatibleDC(nullptr);
+    CZoAbortDialog outer(&m_owner), inner(&m_owner);
+    EXPECT_FALSE(outer.AttachPrinter(first)) << "not started";
+    EXPECT_TRUE(outer.Start("Outer", "text", 0) && outer.AttachPrinter(first));
+    EXPECT_TRUE(inner.Start("Inner", "text", 0) && inner.AttachPrinter(second));
+    ::PostQuitMessage(0);
+    EXPECT_FALSE(g_goesOn(second, 0));
+    MSG message;
+    ::PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+    inner.Finish();
+    EXPECT_FALSE(g_goesOn(second, 0)) << "the window has gone, and so has the job";
+    EXPECT_TRUE(g_goesOn(first, 0));
+    EXPECT_TRUE(outer.AttachPrinter(second));
+    EXPECT_TRUE(g_goesOn(second, 0)) << "another job";
+    DeleteDC(first);
+    DeleteDC(second);
 }
 
 TEST_F(AbortDialog, SurvivesFaults)

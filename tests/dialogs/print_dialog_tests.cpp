@@ -45,7 +45,7 @@ std::string BytesOfSettings(const std::string& name)
     settings.mode.dmDriverVersion = driver.version;
     settings.mode.dmSize = sizeof settings.mode;
     settings.mode.dmDriverExtra = sizeof settings.own;
-    settings.mode.dmFields = DM_COPIES | DM_COLLATE | DM_DUPLEX;
+    settings.mode.dmFields = DM_DUPLEX | (driver.copies > 1 ? DM_COPIES | DM_COLLATE : 0);
     settings.mode.dmCopies = driver.copies;
     settings.mode.dmCollate = driver.isCollated ? DMCOLLATE_TRUE : DMCOLLATE_FALSE;
     settings.mode.dmDuplex = DMDUP_VERTICAL;
@@ -153,6 +153,14 @@ protected:
     {
         Choose(window, ZO_IDC_PRINT_PRINTERS, RowOf(window, ZO_IDC_PRINT_PRINTERS, name));
     }
+    /// Another program has changed the list of printers.
+    static void TellOfChange(HWND window)
+    {
+        SendMessageA(window, WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>("devices"));
+        MSG message; // which the dialog has posted itself
+        while (PeekMessageA(&message, window, WM_APP, WM_APP + 1, PM_REMOVE))
+            DispatchMessageA(&message);
+    }
     /// Opens the dialog and lets a person act, who then presses OK. \return the settings that come out
     std::string Use(const DialogDriver::Act& act, INT_PTR result = IDOK)
     {
@@ -250,10 +258,12 @@ TEST_F(PrintDialog, LetsTheRightOneMakeTheCopies)
         {1, false, "7", false, 1, 0, 1, 7},     {1, false, "7", true, 1, 0, 7, 1},   {5, true, "1", false, 1, 0, 1, 1},
     };
     for (const auto& row : kRows) {
-        g_drivers["Beta"] = {row.mostCopies, row.collates, 1, false, 1, true};
+        const bool wasThree = row.mostCopies == 5;
+        g_drivers["Beta"] = {row.mostCopies, row.collates, static_cast<short>(wasThree ? 3 : 1), false, 1, true};
         CZoPrintDialog dialog;
-        const DialogDriver driver({[&](HWND window) {
-            EXPECT_FALSE(IsEnabled(window, ZO_IDC_PRINT_COLLATED)) << "of one copy";
+        std::optional<DialogDriver> driver;
+        driver.emplace(std::initializer_list<DialogDriver::Act>{[&](HWND window) {
+            EXPECT_EQ(wasThree, IsEnabled(window, ZO_IDC_PRINT_COLLATED)) << "not of one copy";
             if (row.typed != nullptr)
                 Type(window, ZO_IDC_PRINT_COPIES, row.typed);
             if (row.isCollated)
@@ -266,7 +276,14 @@ TEST_F(PrintDialog, LetsTheRightOneMakeTheCopies)
         EXPECT_EQ(std::tuple(row.copies, row.collate, row.ofDocument, row.ofPages),
                   std::tuple(mode.dmCopies, mode.dmCollate, dialog.GetDocumentCopies(), dialog.GetPageCopies()))
             << row.mostCopies << row.collates << row.isCollated;
-        EXPECT_EQ(row.typed != nullptr ? std::stoi(row.typed) : 1, dialog.GetCopies());
+        const std::string copies = row.typed != nullptr ? row.typed : "1";
+        EXPECT_EQ(std::stoi(copies), dialog.GetCopies());
+        driver.reset();
+        driver.emplace(std::initializer_list<DialogDriver::Act>{[&](HWND window) {
+            EXPECT_EQ(copies, TextOf(window, ZO_IDC_PRINT_COPIES)) << "whoever makes them";
+            Press(window, IDCANCEL);
+        }});
+        EXPECT_EQ(IDCANCEL, dialog.DoModal());
         EXPECT_EQ(row.isCollated, dialog.IsCollated() != FALSE);
     }
 }
@@ -335,12 +352,6 @@ TEST_F(PrintDialog, RefusesWhatCannotBePrinted)
 
 TEST_F(PrintDialog, GoesFromPrinterToPrinter)
 {
-    const auto comes = [](HWND window) {
-        SendMessageA(window, WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>("devices"));
-        MSG message; // which the dialog has posted itself
-        while (PeekMessageA(&message, window, WM_APP, WM_APP + 1, PM_REMOVE))
-            DispatchMessageA(&message);
-    };
     const std::string file = BytesOfSettings("File");
     const std::string chosen = Use([&](HWND window) {
         EXPECT_EQ("Your default printer, at LPT1:", TextOf(window, ZO_IDC_PRINT_INFORMATION));
@@ -360,7 +371,7 @@ TEST_F(PrintDialog, GoesFromPrinterToPrinter)
         EXPECT_FALSE(IsEnabled(window, ZO_IDC_PRINT_SET_UP) || IsChecked(window, ZO_IDC_PRINT_TO_FILE));
         EXPECT_EQ(0u, TextOf(window, ZO_IDC_PRINT_INFORMATION).find("The printer does not answer."));
         g_drivers.clear();
-        comes(window);
+        TellOfChange(window);
         EXPECT_EQ(0u, TextOf(window, ZO_IDC_PRINT_INFORMATION).find("No printer is installed."));
         EXPECT_FALSE(IsEnabled(window, IDOK) || IsEnabled(window, ZO_IDC_PRINT_ALL));
         EXPECT_EQ(IDCANCEL, FocusOf(window));
@@ -370,12 +381,12 @@ TEST_F(PrintDialog, GoesFromPrinterToPrinter)
         ExpectTidy(window);
         ChangeLanguage(kEnglish);
         g_drivers["Beta"] = {};
-        comes(window);
+        TellOfChange(window);
         g_drivers["Other"] = {};
-        comes(window);
+        TellOfChange(window);
         EXPECT_EQ("Beta", RowText(window, ZO_IDC_PRINT_PRINTERS, ChosenRow(window, ZO_IDC_PRINT_PRINTERS)));
         g_drivers.erase("Beta");
-        comes(window);
+        TellOfChange(window);
         EXPECT_EQ(0u, TextOf(window, ZO_IDC_PRINT_REASON).find("The printer \"Beta\" is no longer installed."));
     });
     EXPECT_STREQ("Other", m_dialog.GetPrinterName());
@@ -415,6 +426,7 @@ TEST_F(PrintDialog, OpensTheDriversOwnDialog)
         ChoosePrinter(window, "Beta");
         EXPECT_EQ("1", TextOf(window, ZO_IDC_PRINT_COPIES)) << "its own user's";
         ChoosePrinter(window, kLong);
+        TellOfChange(window);
     });
     EXPECT_EQ(8, reinterpret_cast<const Settings*>(settings.data())->mode.dmCopies);
     EXPECT_EQ("x printe", std::string(reinterpret_cast<const Settings*>(settings.data())->own, 8));

@@ -153,7 +153,7 @@ void CZoPrintDialog::ShareCopies(const Printer& printer, int copies, BOOL isColl
         return;
     if (!isTold) {
         const bool isRight = copies == 1 || !isCollated || printer.collates;
-        if (printer.answers && canMake && isRight && settings.SetCopies(copies, isCollated && printer.collates))
+        if (printer.answers && canMake && isRight && settings.SetCopies(copies, isCollated != FALSE))
             return;
         settings.SetCopies(1, false);
     }
