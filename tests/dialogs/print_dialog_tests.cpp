@@ -224,6 +224,7 @@ TEST_F(PrintDialog, LeavesAloneWhatNobodyTouches)
     EXPECT_EQ(0u, Set(m_dialog, settings, BytesOfNames(kLong)));
     EXPECT_EQ(settings, Use(nothing));
     EXPECT_EQ(2, m_dialog.GetCopies());
+    EXPECT_EQ(1, m_dialog.GetPageCopies() * m_dialog.GetDocumentCopies()) << "the driver makes them";
     EXPECT_EQ(BytesOfNames(kLong), TakeBytes(m_dialog.CopyDevNames()));
     EXPECT_EQ(0u, Set(m_dialog, settings, ""));
     EXPECT_EQ(settings, Use(nothing)) << "found by the beginning of its name";
