@@ -180,13 +180,16 @@ TEST_F(AbortDialog, AnswersAtOnceHoweverBusyTheThreadIs)
     FloodWindow flood;
     EXPECT_TRUE(flood.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr));
     flood.m_asks = dialog;
-    flood.PostMessage(WM_NULL);
     ::SetForegroundWindow(dialog.m_hWnd);
     DWORD pressed = 0, answered = 0;
-    const DialogDriver driver({nullptr, [&](HWND box) {
+    bool isMet = false;
+    const DialogDriver driver({[&](HWND window) { isMet = window == dialog.m_hWnd; },
+                               [&](HWND box) {
                                    answered = ::GetTickCount();
                                    Press(box, IDYES);
                                }});
+    EXPECT_TRUE(WaitUntil([&] { return isMet; }));
+    flood.PostMessage(WM_NULL);
     std::string remaining;
     int part = 0;
     for (; part < 100; ++part) { // ten seconds

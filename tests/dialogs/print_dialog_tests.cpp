@@ -515,8 +515,12 @@ TEST_F(RealPrinter, PrintsADocument)
         EXPECT_TRUE(job.AttachPrinter(dc));
         const DOCINFOA document = {sizeof document, "Title", dialog.GetOutput(), nullptr, 0};
         EXPECT_LT(0, StartDocA(dc, &document));
-        const DialogDriver driver(isCancelled ? std::vector<DialogDriver::Act>{nullptr, Pressing(IDYES)}
-                                              : std::vector<DialogDriver::Act>{});
+        bool isMet = false;
+        std::vector<DialogDriver::Act> acts = {[&](HWND window) { isMet = window == job.m_hWnd; }};
+        if (isCancelled)
+            acts.push_back(Pressing(IDYES));
+        const DialogDriver driver(acts);
+        EXPECT_TRUE(WaitUntil([&] { return isMet; }));
         for (int page = dialog.GetFromPage(); page <= dialog.GetToPage() && !job.IsCancelled(); ++page) {
             EXPECT_LT(0, StartPage(dc));
             const std::string text = "Page" + std::to_string(page);
