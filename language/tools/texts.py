@@ -140,7 +140,7 @@ def read_strings(path: Path, ids: dict[str, int], reserved: range, problems: Pro
     strings: list[StringEntry] = []
     lines_by_id: dict[int, int] = {}
     for line, (symbol, key) in read_rows(path, 2, problems):
-        if not symbol.startswith("ZO_IDS_") or symbol not in ids:
+        if not symbol.startswith(("ZO_IDS_", "ZO_IDC_")) or symbol not in ids:  # controls: what explains them
             problems.add(path, line, f"{symbol} is no string number of the resource header")
             continue
         first = lines_by_id.setdefault(ids[symbol], line)

@@ -50,3 +50,16 @@ DWORD ForgetSetting(LPCSTR section, LPCSTR name)
         return status == ERROR_FILE_NOT_FOUND ? DWORD{ERROR_SUCCESS} : status;
     });
 }
+
+DWORD ListSettings(LPCSTR section, CStringArray& names)
+{
+    const auto add = [](void* context, LPCSTR name, const void*, DWORD) -> DWORD {
+        return ResultOr(DWORD{ERROR_NOT_ENOUGH_MEMORY}, [&]() -> DWORD {
+            static_cast<CStringArray*>(context)->Add(name);
+            return ERROR_SUCCESS;
+        });
+    };
+    const DWORD status =
+        WithKey(section, [&](const CString& key) { return CZoGlobalConfig().EnumValues(kMode, key, add, &names); });
+    return status == ERROR_FILE_NOT_FOUND ? DWORD{ERROR_SUCCESS} : status;
+}

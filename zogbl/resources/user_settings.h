@@ -3,7 +3,7 @@
 /// Win32s knows nothing else.
 #pragma once
 
-#include <afx.h>
+#include <afxcoll.h>
 
 constexpr DWORD kMostSetting = 4095; ///< bytes of a text
 
@@ -15,3 +15,5 @@ BOOL ReadSetting(LPCSTR section, LPCSTR name, CString& text);
 DWORD KeepSetting(LPCSTR section, LPCSTR name, LPCSTR text);
 /// Forgets it; one that was never kept, too. \return as KeepSetting
 DWORD ForgetSetting(LPCSTR section, LPCSTR name);
+/// The names of what a section keeps. \return as KeepSetting; 0 and no names if there is no such section
+DWORD ListSettings(LPCSTR section, CStringArray& names);

@@ -42,24 +42,6 @@ bool IsWhole(LPCSTR path, INT_PTR items)
     });
 }
 
-/// A place in a window, from its place on the screen.
-CRect PlaceIn(HWND window, HWND child)
-{
-    CRect place;
-    ::GetWindowRect(child, &place);
-    ::MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
-    return place;
-}
-
-void MoveChildrenRight(HWND window, int distance)
-{
-    for (HWND child = ::GetWindow(window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
-        const CRect place = PlaceIn(window, child);
-        ::SetWindowPos(child, nullptr, place.left + distance, place.top, 0, 0,
-                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-}
-
 } // namespace
 
 BEGIN_MESSAGE_MAP(CTlmSheet, CZoPropertySheet)
@@ -151,13 +133,8 @@ BOOL CTlmSheet::CreateControls()
     MapDialogRect(&gaps);
     const int margin = units.left;
     const int width = units.right;
-    const CRect tab = PlaceIn(m_hWnd, TabControl());
-    const int shift = width + 3 * margin;
-    MoveChildrenRight(m_hWnd, shift);
-    CRect window;
-    GetWindowRect(&window);
-    SetWindowPos(nullptr, 0, 0, window.Width() + shift, window.Height(), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-
+    const CRect tab = PlaceOf(TabControl());
+    MakeRoomAtLeft(width + 3 * margin);
     const CRect frame(tab.left, tab.top, tab.left + width + 2 * margin, tab.bottom);
     // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): MapWindowPoints is opaque to the analyser
     const CRect rest(frame.left + margin, frame.top + units.top, frame.right - margin, frame.bottom - margin);
@@ -169,7 +146,7 @@ BOOL CTlmSheet::CreateControls()
         return FALSE;
     CButton* const buttons[] = {&m_add, &m_remove, &m_moveUp, &m_moveDown};
     const int buttonWidth = // as OK's, if there is room
-        (std::min<int>)((rest.Width() - 3 * gaps.left) / 4, PlaceIn(m_hWnd, ::GetDlgItem(m_hWnd, IDOK)).Width());
+        (std::min<int>)((rest.Width() - 3 * gaps.left) / 4, PlaceOf(::GetDlgItem(m_hWnd, IDOK)).Width());
     for (int i = 0; i < 4; ++i) {
         const int left = rest.left + i * (buttonWidth + gaps.left);
         const CRect place(left, buttonTop, left + buttonWidth, rest.bottom);

@@ -125,3 +125,17 @@ CString DialogTitle(UINT templateId)
     const void* resource = ZoGblLockResource(MAKEINTRESOURCEA(templateId), RT_DIALOG, &size);
     return resource != nullptr ? Narrow(DialogTemplateReader(resource, size).GetTitle()) : CString();
 }
+
+CString TemplateTexts(UINT templateId)
+{
+    DWORD size = 0;
+    const void* resource = ZoGblLockResource(MAKEINTRESOURCEA(templateId), RT_DIALOG, &size);
+    CString texts;
+    if (resource == nullptr)
+        return texts;
+    DialogTemplateReader reader(resource, size);
+    texts = Narrow(reader.GetTitle()) + "\n";
+    for (DialogTemplateReader::Item item; reader.Next(item);)
+        texts += Narrow(item.text) + "\n";
+    return texts;
+}

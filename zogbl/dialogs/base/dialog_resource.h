@@ -35,3 +35,7 @@ CString LoadText(UINT id, LPCSTR first, LPCSTR second = "");
 
 /// The title of a dialog template in the present language. Throws CMemoryException*.
 CString DialogTitle(UINT templateId);
+
+/// All texts of a dialog template in the present language: its title and those of its controls, each with a line end
+/// behind it. Throws CMemoryException*.
+CString TemplateTexts(UINT templateId);

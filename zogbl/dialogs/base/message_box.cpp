@@ -7,6 +7,7 @@
 #include "common/clipboard.h"
 #include "controls/drawing/item_painting.h"
 #include "dialog_resource.h"
+#include "kept_answers.h"
 
 #include <algorithm>
 #include <cstring>
@@ -28,6 +29,7 @@ constexpr int kButtonWidth = 50;
 constexpr int kButtonHeight = 14;
 constexpr int kButtonPadding = 6; // on both sides of the text
 constexpr int kTextWidth = 260;   // at most
+constexpr int kKeepHeight = 10;   // of the check box
 
 constexpr UINT kTextFormat = DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX | DT_EDITCONTROL;
 
@@ -71,6 +73,7 @@ struct Message {
     CString title;
     UINT type;
     DisabledThread others;
+    bool* isForGood; // null: no check box
     bool isShown = false;
 };
 
@@ -120,8 +123,10 @@ CString Transcript(HWND box)
     message.Replace("\r\n", "\n");
     message.Replace("\n", "\r\n");
     CString buttons;
-    for (HWND child = ::GetDlgItem(box, ZO_IDC_BOX_TEXT); (child = ::GetWindow(child, GW_HWNDNEXT)) != nullptr;)
-        buttons += WindowText(child) + "   "; // they follow the text
+    for (HWND child = ::GetDlgItem(box, ZO_IDC_BOX_TEXT); (child = ::GetWindow(child, GW_HWNDNEXT)) != nullptr;) {
+        if (::GetDlgCtrlID(child) != ZO_IDC_BOX_KEEP)
+            buttons += WindowText(child) + "   "; // they follow the text
+    }
     buttons.Replace("&", "");
     return kLine + WindowText(box) + "\r\n" + kLine + message + "\r\n" + kLine + buttons + "\r\n" + kLine;
 }
@@ -133,7 +138,7 @@ void CopyToClipboard(HWND box)
 
 WNDPROC g_buttonProcedure = nullptr; // the system's: the same for every button
 
-/// One of the buttons has the focus always, and so gets Ctrl+C.
+/// One of the buttons or the check box has the focus always, and so gets Ctrl+C.
 LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_KEYDOWN && (wParam == 'C' || wParam == VK_INSERT) && ::GetKeyState(VK_CONTROL) < 0)
@@ -142,6 +147,13 @@ LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARA
 }
 
 // Layout --------------------------------------------------------------------------------------------------------------
+
+/// So that Ctrl+C is seen.
+void WatchKeys(HWND button)
+{
+    g_buttonProcedure = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrA(button, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ButtonProcedure)));
+}
 
 /// The buttons of a box in a row, all of one width; the others of the template go.
 class ButtonRow {
@@ -180,10 +192,11 @@ public:
             const HWND button = ::GetDlgItem(m_box, m_ids[i]);
             ::SetWindowPos(button, previous, left + i * (m_width + m_gap), top, m_width,
                            DialogUnits(m_box, kButtonHeight, true), SWP_NOACTIVATE);
-            g_buttonProcedure = reinterpret_cast<WNDPROC>(
-                ::SetWindowLongPtrA(button, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ButtonProcedure)));
+            WatchKeys(button);
             previous = button;
         }
+        if (const HWND keep = ::GetDlgItem(m_box, ZO_IDC_BOX_KEEP)) // the last that Tab reaches
+            ::SetWindowPos(keep, previous, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
     HWND GetDefault() const
     {
@@ -205,6 +218,18 @@ private:
     int m_width = 0;
 };
 
+/// The size of the check box; nothing if there is none. \param dc has the box's font
+CSize MeasureKeep(HWND box, HDC dc)
+{
+    char text[128] = "";
+    CRect area;
+    if (::GetDlgItemTextA(box, ZO_IDC_BOX_KEEP, text, sizeof text) == 0)
+        return CSize(0, 0);
+    ::DrawTextA(dc, text, -1, &area, DT_CALCRECT | DT_SINGLELINE);
+    const int mark = ::GetSystemMetrics(SM_CXMENUCHECK) + DialogUnits(box, kButtonPadding, false);
+    return CSize(area.Width() + mark, DialogUnits(box, kKeepHeight, true));
+}
+
 /// Gives the box the size of its text, and its parts their places.
 void LayOut(HWND box, ButtonRow& buttons)
 {
@@ -223,28 +248,33 @@ void LayOut(HWND box, ButtonRow& buttons)
     ::AdjustWindowRectEx(&frame, style, FALSE, static_cast<DWORD>(::GetWindowLongA(box, GWL_EXSTYLE)));
 
     RECT area = {0, 0, DialogUnits(box, kTextWidth, false), 0};
-    CSize title;
+    CSize title, keep;
     {
         const WindowFontDC dc(box);
         ::DrawTextA(dc.m_hDC, message.text, -1, &area, kTextFormat | DT_CALCRECT);
         title = dc.GetTextExtent(message.title, message.title.GetLength());
         buttons.Measure(dc.m_hDC);
+        keep = MeasureKeep(box, dc.m_hDC);
     }
     const int textLeft = margin + (hasIcon ? iconWidth + margin : 0);
     const int mostWidth = work.Width() - frame.Width() - margin;
     const int caption =
         (std::min<int>)(title.cx + 2 * ::GetSystemMetrics(SM_CXSIZE), mostWidth); // with the closing box
-    const int width =
-        (std::max<int>)({textLeft + static_cast<int>(area.right), margin + buttons.GetWidth(), caption}) + margin;
-    const int mostText = work.Height() - frame.Height() - 3 * marginAbove - buttonHeight;
+    const int width = (std::max<int>)({textLeft + static_cast<int>(area.right), margin + buttons.GetWidth(), caption,
+                                       textLeft + static_cast<int>(keep.cx)}) +
+                      margin;
+    const int below = 3 * marginAbove + buttonHeight + (keep.cy > 0 ? marginAbove + keep.cy : 0);
+    const int mostText = work.Height() - frame.Height() - below;
     const int textHeight = (std::min<int>)(area.bottom, mostText); // the buttons can be reached in any case
     const int above = (std::max)(textHeight, iconHeight);
 
     ::SetDlgItemTextA(box, ZO_IDC_BOX_TEXT, message.text);
     ::MoveWindow(text, textLeft, marginAbove + (above - textHeight) / 2, width - margin - textLeft, textHeight, FALSE);
     ::MoveWindow(::GetDlgItem(box, ZO_IDC_BOX_ICON), margin, marginAbove, iconWidth, iconHeight, FALSE);
-    buttons.Place((width - buttons.GetWidth()) / 2, 2 * marginAbove + above);
-    ::SetWindowPos(box, nullptr, 0, 0, width + frame.Width(), 3 * marginAbove + above + buttonHeight + frame.Height(),
+    if (keep.cy > 0)
+        ::MoveWindow(::GetDlgItem(box, ZO_IDC_BOX_KEEP), textLeft, 2 * marginAbove + above, keep.cx, keep.cy, FALSE);
+    buttons.Place((width - buttons.GetWidth()) / 2, above + below - marginAbove - buttonHeight);
+    ::SetWindowPos(box, nullptr, 0, 0, width + frame.Width(), above + below + frame.Height(),
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -263,6 +293,11 @@ BOOL Initialize(HWND box, Message& message)
     if (const LPCSTR icon = IconOf(message.type))
         ::SendDlgItemMessageA(box, ZO_IDC_BOX_ICON, STM_SETICON, reinterpret_cast<WPARAM>(::LoadIconA(nullptr, icon)),
                               0);
+    const HWND keep = ::GetDlgItem(box, ZO_IDC_BOX_KEEP);
+    if (message.isForGood == nullptr)
+        ::DestroyWindow(keep);
+    else
+        WatchKeys(keep);
     ButtonRow buttons(box);
     LayOut(box, buttons);
     WithoutThrowing([&] { CWnd::FromHandle(box)->CenterWindow(); });
@@ -295,7 +330,10 @@ void SendHelp(HWND box)
 /// The windows that get the focus back can take it before the box goes.
 void End(HWND box, int answer)
 {
-    MessageOf(box).others.End();
+    Message& message = MessageOf(box);
+    if (message.isForGood != nullptr)
+        *message.isForGood = ::IsDlgButtonChecked(box, ZO_IDC_BOX_KEEP) == BST_CHECKED;
+    message.others.End();
     ::EndDialog(box, answer);
 }
 
@@ -312,7 +350,7 @@ INT_PTR CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lPar
     const int id = LOWORD(wParam);
     if (id == IDHELP)
         SendHelp(box);
-    else if (::GetDlgItem(box, id) != nullptr)
+    else if (id != ZO_IDC_BOX_KEEP && ::GetDlgItem(box, id) != nullptr)
         End(box, id);
     else if (id == IDCANCEL && (MessageOf(box).type & MB_TYPEMASK) == MB_OK)
         End(box, IDOK);
@@ -321,16 +359,16 @@ INT_PTR CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lPar
 
 /// \param isShown receives whether there was a box, also one that was destroyed before its answer. Throws
 /// CMemoryException*.
-INT_PTR ShowBox(HWND owner, LPCSTR text, LPCSTR title, UINT type, bool& isShown)
+INT_PTR ShowBox(HWND owner, LPCSTR text, LPCSTR title, UINT type, bool* isForGood, bool& isShown)
 {
     const void* dialog = ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDD_MESSAGE_BOX), RT_DIALOG);
     if (dialog == nullptr || (type & MB_TYPEMASK) >= std::size(kButtonSets) ||
         (type & (MB_SERVICE_NOTIFICATION | MB_DEFAULT_DESKTOP_ONLY)) != 0)
         return 0;
     const bool isForThread = owner == nullptr && (type & (MB_TASKMODAL | MB_SYSTEMMODAL)) == MB_TASKMODAL;
-    Message message = {owner, text != nullptr ? text : "",
-                       title != nullptr ? CString(title) : LoadText(ZO_IDS_BOX_ERROR), type,
-                       DisabledThread(isForThread)};
+    Message message = {
+        owner, text != nullptr ? text : "", title != nullptr ? CString(title) : LoadText(ZO_IDS_BOX_ERROR),
+        type,  DisabledThread(isForThread), isForGood};
     const INT_PTR answer = ::DialogBoxIndirectParamA(
         ZoGblFindResourceModule(MAKEINTRESOURCEA(ZO_IDD_MESSAGE_BOX), RT_DIALOG), static_cast<LPCDLGTEMPLATEA>(dialog),
         owner, &BoxProcedure, reinterpret_cast<LPARAM>(&message));
@@ -338,14 +376,36 @@ INT_PTR ShowBox(HWND owner, LPCSTR text, LPCSTR title, UINT type, bool& isShown)
     return answer;
 }
 
-} // namespace
-
-int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type)
+/// \param isForGood null: there is no check box; else gets whether it was checked
+int Show(HWND owner, LPCSTR text, LPCSTR title, UINT type, bool* isForGood)
 {
     INT_PTR answer = 0;
     bool isShown = false;
-    WithoutThrowing([&] { answer = ShowBox(owner, text, title, type, isShown); });
+    WithoutThrowing([&] { answer = ShowBox(owner, text, title, type, isForGood, isShown); });
     if (!isShown)
         return ::MessageBoxA(owner, text, title, type);
     return answer > 0 ? static_cast<int>(answer) : 0;
+}
+
+bool HasButton(UINT type, int button)
+{
+    const UINT kind = type & MB_TYPEMASK;
+    return kind < std::size(kButtonSets) &&
+           std::find(std::begin(kButtonSets[kind]), std::end(kButtonSets[kind]), button) != std::end(kButtonSets[kind]);
+}
+
+} // namespace
+
+int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type) { return Show(owner, text, title, type, nullptr); }
+
+int ZoAskOnce(LPCSTR name, HWND owner, LPCSTR text, LPCSTR title, UINT type)
+{
+    const int kept = FindKeptAnswer(name);
+    if (kept != 0 && HasButton(type, kept))
+        return kept;
+    bool isForGood = false;
+    const int answer = Show(owner, text, title, type, &isForGood);
+    if (isForGood && CanBeKept(answer))
+        KeepAnswer(name, answer, text != nullptr ? text : ""); // if that fails, the question comes again
+    return answer;
 }

@@ -42,6 +42,25 @@ BOOL CZoPropertyPage::LoadTemplate()
 
 void CZoPropertyPage::ReloadTexts() { ReloadDialogTexts(*this, m_nTemplateId); }
 
+LRESULT CZoPropertyPage::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    auto* sheet = dynamic_cast<CZoPropertySheet*>(FromHandlePermanent(::GetParent(m_hWnd)));
+    if (message == WM_SHOWWINDOW && wParam != FALSE && lParam == 0 && sheet != nullptr)
+        sheet->OnPageShown(this);
+    const LRESULT result = CPropertyPage::WindowProc(message, wParam, lParam);
+    if (message == WM_WINDOWPOSCHANGING && sheet != nullptr && !sheet->m_pageArea.IsRectEmpty()) {
+        WINDOWPOS& place = *reinterpret_cast<WINDOWPOS*>(lParam); // the system's, at each change of pages
+        const CRect& area = sheet->m_pageArea;
+        place.x = area.left;
+        place.y = area.top;
+        place.cx = area.Width();
+        place.cy = area.Height();
+        place.hwndInsertAfter = sheet->m_hBeforePages;
+        place.flags &= ~static_cast<UINT>(SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
+    }
+    return result;
+}
+
 // The sheet -----------------------------------------------------------------------------------------------------------
 
 CZoPropertySheet::CZoPropertySheet(UINT titleId, CWnd* parent, UINT firstPage)
@@ -126,6 +145,37 @@ LRESULT CZoPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     if (m_nMessages == 1 && m_hWnd != nullptr && focus != nullptr && ::IsChild(m_hWnd, focus))
         PassFocusOn(focus);
     return result;
+}
+
+CRect CZoPropertySheet::PlaceOf(HWND child) const
+{
+    CRect place;
+    ::GetWindowRect(child, &place);
+    ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+void CZoPropertySheet::MakeRoomAtLeft(int distance)
+{
+    for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        const CRect place = PlaceOf(child);
+        ::SetWindowPos(child, nullptr, place.left + distance, place.top, 0, 0,
+                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    CRect window;
+    GetWindowRect(&window);
+    SetWindowPos(nullptr, 0, 0, window.Width() + distance, window.Height(), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void CZoPropertySheet::SetPagePlace(const CRect& area, HWND before)
+{
+    m_pageArea = area;
+    m_hBeforePages = before;
+    for (int i = 0; i < GetPageCount(); ++i) {
+        const CZoPropertyPage* page = GetPage(i);
+        if (page->IsCreated())
+            ::SetWindowPos(page->m_hWnd, nullptr, 0, 0, 0, 0, SWP_NOACTIVATE);
+    }
 }
 
 /// Keys must not go to a control that is hidden with its page, nor to one that is disabled, as Apply is after its work.

@@ -20,6 +20,7 @@
 #include <zogbl/modem_lights.h>
 #include <zogbl/progress_bar.h>
 #include <zogbl/screen_sample.h>
+#include <zogbl/status_wnd.h>
 #include <zogbl/text_panel.h>
 #include <zogbl/trans_bmp.h>
 #include <zogbl/type_ahead.h>

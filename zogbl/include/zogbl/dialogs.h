@@ -14,9 +14,16 @@
 #include <zogbl/message_box.h>
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/print_dialog.h>
+#include <zogbl/kept_answers_page.h>
+#include <zogbl/language_dialog.h>
+#include <zogbl/message_box.h>
+#include <zogbl/new_document_dialog.h>
+#include <zogbl/options_sheet.h>
 #include <zogbl/property_sheet.h>
 #include <zogbl/select_directory.h>
 #include <zogbl/splash_wnd.h>
 #include <zogbl/string_select_dialog.h>
 #include <zogbl/validators.h>
 #include <zogbl/wizard.h>
+#include <zogbl/workspace.h>
+#include <zogbl/workspace_page.h>

@@ -25,3 +25,19 @@
 /// MB_SETFOREGROUND, MB_TOPMOST, MB_RIGHT, MB_RTLREADING. The button of MB_HELP sends WM_HELP to the owner.
 /// \return number of the button; 0 if no box can be shown or the box was destroyed before an answer
 ZOGBL_API int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type);
+
+/// The same with a check box, "Do not ask again". If it is checked, the answer is kept for this user under a name, and
+/// given from then on without a box: in all programs of the product that use the name. CZoKeptAnswersPage lists what is
+/// kept, and undoes it. Answers that give up (Cancel, Abort) or try again are never kept, nor is that of the system's
+/// own box. If an answer cannot be kept, the question comes again.
+///
+///     if (ZoAskOnce("LeaveWithDocuments", *this, "Documents are open. Leave?", title, MB_YESNO) != IDYES)
+///         return;
+///
+/// \param name not empty; a kept answer counts if the box of this \p type has its button
+/// \param text is kept with the answer, for the list
+/// \return as ZoMessageBox
+ZOGBL_API int ZoAskOnce(LPCSTR name, HWND owner, LPCSTR text, LPCSTR title, UINT type);
+
+/// Lets ZoAskOnce ask again; also if nothing is kept under the name. \return 0, or the registry's status
+ZOGBL_API DWORD ZoForgetAnswer(LPCSTR name);

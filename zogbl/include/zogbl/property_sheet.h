@@ -26,6 +26,7 @@ protected:
 
     /// Sets the texts of the controls again. Override it like CZoDialog::ReloadTexts.
     virtual void ReloadTexts();
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
     BOOL LoadTemplate();
@@ -65,14 +66,29 @@ protected:
     /// Sets title, tabs, buttons and the texts of all pages again. An override that renews texts set at run time calls
     /// this first.
     virtual void ReloadTexts();
+    /// A page is about to be seen. During the change nothing else is true of it yet.
+    virtual void OnPageShown(CZoPropertyPage* /*page*/) {}
     HWND TabControl() const { return reinterpret_cast<HWND>(SendMessage(PSM_GETTABCONTROL)); }
+    /// In client coordinates.
+    CRect PlaceOf(HWND child) const;
+    /// Makes the sheet wider, and moves all that it has to the right. Call it in OnInitDialog. \param distance pixels
+    void MakeRoomAtLeft(int distance);
+    /// Where the pages stand from now on, instead of where the system puts them.
+    /// \param area in client coordinates \param before the control that they follow in the order of Tab
+    void SetPagePlace(const CRect& area, HWND before);
+    /// The number of a page's template.
+    static UINT TemplateOf(const CZoPropertyPage& page) { return page.m_nTemplateId; }
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    friend class CZoPropertyPage;
+
     void ReloadButtons();
     void PassFocusOn(HWND before);
 
     UINT m_nTitleId = 0;
     bool m_bCloseOnly = false; // OK says Close
     int m_nMessages = 0;       // being handled, one within the other
+    CRect m_pageArea = {};     // empty: the system's
+    HWND m_hBeforePages = nullptr;
 };

@@ -1,0 +1,332 @@
+// The sheet of options: its tree, its search, its focus; what explains its controls.
+#include "dialog_faults.h"
+
+#include "support/product_test.h"
+
+#include <zogbl/kept_answers_page.h>
+#include <zogbl/options_sheet.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/workspace_page.h>
+
+namespace {
+
+constexpr int kName = 11;
+constexpr int kWait = 3011;
+constexpr int kOff = 3012;
+constexpr int kTree = ZO_IDC_OPTIONS_PAGES;
+constexpr int kField = ZO_IDC_OPTIONS_SEARCH;
+
+void HandlePosted()
+{
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageA(&message);
+}
+
+struct Page : CZoPropertyPage {
+    explicit Page(UINT id) : CZoPropertyPage(id) {}
+    BOOL OnKillActive() override { return CZoPropertyPage::OnKillActive() && !refuses; }
+    BOOL OnSetActive() override { return CZoPropertyPage::OnSetActive() && !skips; }
+
+    bool refuses = false, skips = false;
+};
+
+/// With a dialog in it.
+struct NestingPage : Page {
+    NestingPage() : Page(3003), inner(3004, this) {}
+    BOOL OnInitDialog() override { return Page::OnInitDialog(), inner.CreateModeless(), TRUE; }
+
+    CZoDialog inner;
+};
+
+struct Sheet : CZoOptionsSheet {
+    explicit Sheet(UINT firstPage = LAST_PAGE) : CZoOptionsSheet("Options", nullptr, "TestOptions", firstPage)
+    {
+        AddPage(&first);
+        AddPage(&second);
+        AddPage(&third, &first); // in the tree before the second
+        AddPage(&workspace);
+    }
+    std::string Tree() const { return Below(Send(TVGN_ROOT, nullptr)); }
+    std::string Chosen() const { return ItemText(Send(TVGN_CARET, nullptr)); }
+    HTREEITEM Send(WPARAM what, HTREEITEM item) const
+    {
+        return reinterpret_cast<HTREEITEM>(
+            ::SendDlgItemMessageA(m_hWnd, kTree, TVM_GETNEXTITEM, what, reinterpret_cast<LPARAM>(item)));
+    }
+    std::string ItemText(HTREEITEM handle) const
+    {
+        char text[80] = "";
+        TVITEMA item = {};
+        item.mask = TVIF_TEXT;
+        item.hItem = handle;
+        item.pszText = text;
+        item.cchTextMax = sizeof text;
+        ::SendDlgItemMessageA(m_hWnd, kTree, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+        return text;
+    }
+    std::string Below(HTREEITEM item) const
+    {
+        std::string texts;
+        for (; item != nullptr; item = Send(TVGN_NEXT, item)) {
+            const std::string below = Below(Send(TVGN_CHILD, item));
+            texts += ItemText(item) + (below.empty() ? "" : "(" + below + ")") + ",";
+        }
+        return texts;
+    }
+    /// The page that is shown, as tree, heading and window have it: the same.
+    int Shown() const
+    {
+        EXPECT_EQ(GetActivePage()->m_hWnd, zo_test::PageOf(m_hWnd));
+        EXPECT_TRUE(::IsWindowVisible(zo_test::PageOf(m_hWnd)));
+        CString title;
+        GetActivePage()->GetWindowText(title);
+        EXPECT_STREQ(title, TextOf(m_hWnd, ZO_IDC_OPTIONS_HEADING).c_str());
+        if (Send(TVGN_ROOT, nullptr) != nullptr) {
+            EXPECT_STREQ(title, Chosen().c_str()) << "the tree";
+        }
+        return GetActiveIndex();
+    }
+    std::string Explained() const { return TextOf(m_hWnd, ZO_IDC_OPTIONS_STATUS); }
+
+    Page first{3001}, second{3002};
+    NestingPage third;
+    CZoWorkspacePage workspace;
+};
+
+class Options : public ProductTest {
+protected:
+    static void Run(Sheet& sheet, const DialogDriver::Act& act)
+    {
+        const DialogDriver driver({[&](HWND window) {
+            HandlePosted();
+            act(window);
+            if (IsWindow(window))
+                Command(window, IDCANCEL);
+        }});
+        EXPECT_EQ(IDCANCEL, sheet.DoModal());
+    }
+    void Keep(LPCSTR section, LPCSTR name, LPCSTR text)
+    {
+        EXPECT_EQ(0u,
+                  m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey() + "\\" + section, name, text));
+    }
+};
+
+} // namespace
+
+TEST_F(Options, TreeAndPageNeverDiffer)
+{
+    Sheet sheet;
+    Run(sheet, [&](HWND window) {
+        EXPECT_EQ("First(Third,),Second,Workspace,", sheet.Tree());
+        EXPECT_EQ(0, sheet.Shown());
+        EXPECT_EQ(kTree, FocusOf(window));
+        const struct {
+            UINT key;
+            int modifiers, page;
+        } kSteps[] = {{VK_DOWN, 0, 2},
+                      {VK_DOWN, 0, 1},
+                      {VK_END, 0, 3},
+                      {VK_UP, 0, 1},
+                      {VK_TAB, kControl, 3},
+                      {VK_TAB, kControl, 0},
+                      {VK_NEXT, kControl, 2},
+                      {VK_PRIOR, kControl, 0},
+                      {VK_TAB, kControl | kShift, 3},
+                      {VK_TAB, kControl | kShift, 1}};
+        for (const auto& step : kSteps) {
+            Key(window, step.key, step.modifiers);
+            EXPECT_EQ(step.page, sheet.Shown());
+            EXPECT_EQ(kTree, FocusOf(window)) << "it stays while pages are chosen";
+        }
+        sheet.second.refuses = true;
+        for (const UINT key : {VK_UP, VK_DOWN, VK_HOME}) {
+            Key(window, key);
+            EXPECT_EQ(1, sheet.Shown()) << "a page that refuses to be left";
+        }
+        EXPECT_FALSE(sheet.SetActivePage(0));
+        EXPECT_EQ(1, sheet.Shown());
+        sheet.second.refuses = false;
+        EXPECT_TRUE(sheet.SetActivePage(2));
+        EXPECT_EQ(2, sheet.Shown()) << "chosen by the program";
+        sheet.second.skips = true;
+        Key(window, VK_DOWN);
+        HandlePosted();
+        EXPECT_NE(1, sheet.Shown()) << "a page that is not to be shown";
+        sheet.second.skips = false;
+        sheet.SetActivePage(1);
+        ::SetFocus(::GetDlgItem(sheet.second.m_hWnd, kName));
+        Key(window, VK_TAB, kControl | kShift);
+        EXPECT_EQ(2, sheet.Shown());
+        EXPECT_EQ(GetDlgItem(sheet.third.m_hWnd, kWait), GetFocus()) << "from page to page";
+    });
+}
+
+TEST_F(Options, TabGoesThroughPagesAndDialogsInThem)
+{
+    Sheet sheet;
+    Run(sheet, [&](HWND window) {
+        const std::vector<int> rounds[] = {{kTree, kName, 12, IDOK, IDCANCEL, kField},
+                                           {kTree, kName, IDOK, IDCANCEL, kField},
+                                           {kTree, kWait, kName, 12, IDOK, IDCANCEL, kField}};
+        for (int page = 0; page < 3; ++page) {
+            sheet.SetActivePage(page);
+            EXPECT_EQ(page, sheet.Shown());
+            ::SetFocus(GetDlgItem(window, kTree));
+            EXPECT_EQ(rounds[page], ExpectTabRounds(window)) << page;
+        }
+        sheet.SetActivePage(3);
+        ExpectTabRounds(window);
+        for (const auto language : {kEnglish, kGerman}) {
+            ChangeLanguage(language);
+            ExpectTidy(window);
+            ExpectTidy(sheet.workspace.m_hWnd);
+        }
+        EXPECT_EQ("S&eiten:", TextOf(window, ZO_IDC_OPTIONS_PAGES_LABEL));
+        EXPECT_EQ("First(Third,),Second,Arbeitsbereich,", sheet.Tree());
+        EXPECT_EQ(3, sheet.Shown());
+    });
+}
+
+TEST_F(Options, SearchFindsTextsOfAllPages)
+{
+    Sheet sheet;
+    Run(sheet, [&](HWND window) {
+        const struct {
+            const char *words, *tree, *label;
+            int page;
+        } kRows[] = {
+            {"name", "First,", "Pa&ges (1 of 4):", 0},
+            {"SECOND", "Second,", "Pa&ges (1 of 4):", 1},
+            {"note", "First,", "Pa&ges (1 of 4):", 0}, // "No&te"
+            {"& WAIT", "Third,", "Pa&ges (1 of 4):", 2},
+            {"novice  bar", "Workspace,", "Pa&ges (1 of 4):", 3},
+            {"no such", "", "Nothing found", 3},
+            {"o", "First(Third,),Second,Workspace,", "Pa&ges (4 of 4):", 3},
+            {"  ", "First(Third,),Second,Workspace,", "Pa&ges:", 3},
+            {"name", "First,", "Pa&ges (1 of 4):", 0},
+            {"ir", "First(Third,),Workspace,", "Pa&ges (3 of 4):", 0}, // "Confirm"
+        };
+        for (const auto& row : kRows) {
+            Type(window, kField, row.words);
+            EXPECT_EQ(row.tree, sheet.Tree()) << row.words;
+            EXPECT_EQ(row.label, TextOf(window, ZO_IDC_OPTIONS_PAGES_LABEL));
+            EXPECT_EQ(row.page, sheet.Shown()) << row.words;
+            EXPECT_EQ(kField, FocusOf(window));
+        }
+        Key(window, VK_DOWN);
+        EXPECT_EQ(2, sheet.Shown());
+        EXPECT_EQ(kField, FocusOf(window));
+        sheet.third.refuses = true;
+        Type(window, kField, "name");
+        EXPECT_EQ("First(Third,),", sheet.Tree()) << "found, and the one that stays";
+        EXPECT_EQ(2, sheet.Shown());
+        sheet.third.refuses = false;
+        EXPECT_TRUE(sheet.SetActivePage(1));
+        EXPECT_EQ("", TextOf(window, kField)) << "by the program, of those that are not found";
+        EXPECT_EQ(1, sheet.Shown());
+        Type(window, kField, "tones");
+        Key(window, VK_RETURN);
+        EXPECT_EQ(kTree, FocusOf(window));
+        ::SetFocus(GetDlgItem(window, kField));
+        ChangeLanguage(kGerman);
+        EXPECT_EQ("Third,", sheet.Tree());
+        Type(window, kField, "einsteiger");
+        EXPECT_EQ("Arbeitsbereich,", sheet.Tree());
+        sheet.first.SetDlgItemText(12, "set at run time");
+        Type(window, kField, "RUN time");
+        EXPECT_EQ("First,", sheet.Tree());
+        Key(window, VK_ESCAPE);
+        EXPECT_TRUE(IsWindowVisible(window)) << "it empties the field first";
+        EXPECT_EQ("First(Third,),Second,Arbeitsbereich,", sheet.Tree());
+        Key(window, VK_ESCAPE);
+        EXPECT_EQ(nullptr, zo_test::PageOf(window)) << "it closes";
+    });
+}
+
+TEST_F(Options, OpensAsItWasLeft)
+{
+    CSize size;
+    Sheet sheet;
+    Run(sheet, [&](HWND window) {
+        const CRect area = AreaOf(window), page = AreaOf(sheet.first.m_hWnd), tree = AreaOf(window, kTree);
+        const CRect status = AreaOf(window, ZO_IDC_OPTIONS_STATUS);
+        EXPECT_NE(0, GetWindowLongA(window, GWL_STYLE) & WS_THICKFRAME);
+        MoveWindow(window, area.left, area.top, area.Width() + 60, area.Height() + 40, TRUE);
+        EXPECT_EQ(page.Size() + CSize(60, 40), AreaOf(sheet.first.m_hWnd).Size());
+        EXPECT_EQ(tree.Height() + 40, AreaOf(window, kTree).Height());
+        EXPECT_EQ(status.top + 40, AreaOf(window, ZO_IDC_OPTIONS_STATUS).top);
+        EXPECT_EQ(status.Width() + 60, AreaOf(window, ZO_IDC_OPTIONS_STATUS).Width());
+        sheet.SetActivePage(2);
+        EXPECT_EQ(AreaOf(sheet.first.m_hWnd), AreaOf(sheet.third.m_hWnd)) << "also one that is made now";
+        ExpectTidy(window);
+        MoveWindow(window, area.left, area.top, 10, 10, TRUE);
+        EXPECT_EQ(area.Size(), AreaOf(window).Size()) << "not smaller than it was made";
+        MoveWindow(window, area.left, area.top, area.Width() + 60, area.Height() + 40, TRUE);
+        size = AreaOf(window).Size();
+    });
+    Sheet another, other(0);
+    Run(another, [&](HWND window) {
+        EXPECT_EQ(2, another.Shown());
+        EXPECT_NEAR(size.cx, AreaOf(window).Width(), 1);
+        EXPECT_NEAR(size.cy, AreaOf(window).Height(), 1);
+    });
+    Run(other, [&](HWND) { EXPECT_EQ(0, other.Shown()) << "as the program wants it"; });
+    for (const LPCSTR damaged : {"", "ZoPage1 3003 1", "ZoPage1 77 78", "ZoPage1 99999999 3"}) {
+        Keep("Pages", "TestOptions", damaged);
+        Sheet fourth;
+        Run(fourth, [&](HWND) { EXPECT_EQ(0, fourth.Shown()) << damaged; });
+    }
+}
+
+TEST_F(Options, ExplainsWhatIsPointedAtOrHasTheFocus)
+{
+    static CPoint s_pointer;
+    const ImportPatch pointer(
+        kZogbl, "GetCursorPos", +[](POINT* point) WINAPI -> BOOL { return *point = s_pointer, TRUE; });
+    Sheet sheet;
+    Run(sheet, [&](HWND window) {
+        const auto explained = [&](const std::string& text) {
+            WaitUntil([&] { return sheet.Explained() == text; });
+            return sheet.Explained();
+        };
+        const auto pointAt = [&](int control) { s_pointer = AreaOf(sheet.third.m_hWnd, control).CenterPoint(); };
+        s_pointer = CPoint(-10, -10);
+        const std::string ofTree = "The pages of settings. Press Tab to go into the page that is shown.";
+        EXPECT_EQ(ofTree, explained(ofTree));
+        sheet.SetActivePage(2);
+        pointAt(kWait);
+        EXPECT_EQ("Waits for the tone.", explained("Waits for the tone.")) << "up to the line end";
+        pointAt(kOff);
+        EXPECT_EQ("Cannot be pressed.", explained("Cannot be pressed.")) << "disabled";
+        ::SetFocus(GetDlgItem(sheet.third.m_hWnd, kWait));
+        EXPECT_EQ("Waits for the tone.", explained("Waits for the tone.")) << "the focus has moved, the pointer rests";
+        pointAt(kOff);
+        s_pointer.x += 1;
+        pointAt(3013);
+        EXPECT_EQ("Waits for the tone.", explained("Waits for the tone.")) << "nothing there: the focus";
+        ::SetFocus(GetDlgItem(window, kTree));
+        ChangeLanguage(kGerman);
+        EXPECT_EQ(0u, sheet.Explained().find("Die Seiten mit Einstellungen."));
+    });
+}
+
+TEST_F(Options, SurvivesFaults)
+{
+    RunDialogFaults(
+        [](HWND window) {
+            SetDlgItemTextA(window, kField, "o");
+            Command(window, IDCANCEL);
+        },
+        [](const FaultRun& run) {
+            INT_PTR result = -1;
+            try {
+                result = Sheet().DoModal();
+            } catch (CMemoryException* e) {
+                e->Delete(); // out of the constructor
+            }
+            EXPECT_TRUE(result == IDCANCEL || (run.Fired() && result == -1)) << result;
+        },
+        {.memory = 7, .system = 3});
+}

@@ -1,0 +1,313 @@
+// What a user wants of a program's windows, and what is not to be asked again: kept, damaged, edited.
+#include "dialog_faults.h"
+
+#include "support/mutation.h"
+#include "support/product_test.h"
+
+#include <zogbl/kept_answers_page.h>
+#include <zogbl/message_box.h>
+#include <zogbl/options_sheet.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/workspace_page.h>
+
+namespace {
+
+constexpr int kRecent = ZO_IDC_WORKSPACE_RECENT;
+constexpr int kFolder = ZO_IDC_WORKSPACE_FOLDER;
+
+std::string Describe(const ZoWorkspace& workspace)
+{
+    std::string text;
+    for (const int number : {workspace.restoreWindows, workspace.confirmLeaving, workspace.toolBar, workspace.statusBar,
+                             workspace.recentFiles})
+        text += std::to_string(number) + ' ';
+    return text + workspace.folder;
+}
+
+/// That says one question in the words of now.
+struct AnswersPage : CZoKeptAnswersPage {
+    void Describe(LPCSTR name, CString& words) const override
+    {
+        if (lstrcmpA(name, "Leave") == 0)
+            words = "Leave the program";
+    }
+};
+
+struct Sheet : CZoOptionsSheet {
+    explicit Sheet(UINT firstPage) : CZoOptionsSheet("Options", nullptr, nullptr, firstPage)
+    {
+        AddPage(&workspace);
+        AddPage(&answers);
+    }
+
+    CZoWorkspacePage workspace;
+    AnswersPage answers;
+};
+
+class Workspace : public ProductTest {
+protected:
+    /// Opens the sheet with a page.
+    static INT_PTR Show(UINT page, const std::function<void(HWND sheet, HWND page)>& act,
+                        const std::vector<DialogDriver::Act>& boxes = {})
+    {
+        std::vector<DialogDriver::Act> acts = {[&](HWND window) { act(window, PageOf(window)); }};
+        acts.insert(acts.end(), boxes.begin(), boxes.end());
+        const DialogDriver driver(acts);
+        return Sheet(page).DoModal();
+    }
+    static std::string Kept()
+    {
+        ZoWorkspace workspace;
+        ZoLoadWorkspace(workspace);
+        return Describe(workspace);
+    }
+    CString Key(LPCSTR section) const { return m_product.UserKey() + "\\" + section; }
+    std::string Read(LPCSTR section, LPCSTR name)
+    {
+        char text[4096] = "";
+        m_product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, Key(section), name, text, sizeof text, "");
+        return text;
+    }
+    void Write(LPCSTR section, LPCSTR name, const std::string& text)
+    {
+        EXPECT_EQ(0u, m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, Key(section), name, text.c_str()));
+    }
+    /// Asks, checks "Do not ask again", and presses a button.
+    static int AskForGood(LPCSTR name, LPCSTR question, UINT type, int button)
+    {
+        const DialogDriver driver({[=](HWND box) {
+            Press(box, ZO_IDC_BOX_KEEP);
+            Press(box, button);
+        }});
+        return ZoAskOnce(name, nullptr, question, "Title", type);
+    }
+};
+
+const char kDefaults[] = "1 1 1 1 4 ";
+
+} // namespace
+
+TEST_F(Workspace, IsKeptAndSurvivesOlderNewerAndDamagedRecords)
+{
+    ZoWorkspace workspace;
+    EXPECT_FALSE(ZoLoadWorkspace(workspace));
+    EXPECT_EQ(kDefaults, Describe(workspace));
+    workspace = {FALSE, TRUE, 7, FALSE, 16, "C:\\Windows"};
+    EXPECT_EQ(0u, ZoSaveWorkspace(workspace));
+    EXPECT_EQ("0 1 1 0 16 C:\\Windows", Kept());
+    for (const int recent : {-1, ZoWorkspace::MOST_RECENT + 1}) {
+        workspace.recentFiles = recent;
+        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), ZoSaveWorkspace(workspace));
+    }
+    const std::string whole = Read("Workspace", "Settings");
+    const struct {
+        const char *settings, *folder, *read;
+    } kRows[] = {
+        {"ZoWorkspace 2 0 0 2915", "", "0 0 1 1 4 "},                 // of an older version
+        {"ZoWorkspace 6 0 1 1 0 16 5 1948095740", "", "0 1 1 0 16 "}, // of a newer one,
+        {"ZoWorkspace 5 0 1 1 0 17 172759980", "relative", kDefaults},
+        {"", "C:\\a?b", kDefaults},
+    };
+    for (const auto& row : kRows) {
+        Write("Workspace", "Settings", row.settings);
+        Write("Workspace", "Folder", row.folder);
+        EXPECT_EQ(row.read, Kept()) << row.settings;
+    }
+    ForEachMutation(
+        [&](unsigned, Random& random) {
+            std::string damaged = whole;
+            Damage(random, 1, 3,
+                   {[&] { damaged[random() % damaged.size()] = static_cast<char>(1 + random() % 255); },
+                    [&] { damaged.resize(1 + random() % damaged.size()); },
+                    [&] { damaged += whole.substr(random() % whole.size()); }});
+            Write("Workspace", "Settings", damaged);
+            const bool isRead = ZoLoadWorkspace(workspace) != FALSE;
+            EXPECT_TRUE(workspace.recentFiles >= 0 && workspace.recentFiles <= ZoWorkspace::MOST_RECENT);
+            EXPECT_EQ(isRead ? "0 1 1 0 16 " : kDefaults, Describe(workspace)) << damaged;
+            return isRead;
+        },
+        {.usual = 300, .onGuardHeap = 100, .leastPercent = 0});
+}
+
+TEST_F(Workspace, PageEditsAllAndRefusesInWords)
+{
+    const std::string folder = Path("new"),
+                      missing = folder + "\n\nThis folder does not exist. Do you want to create it?";
+    EXPECT_EQ(IDCANCEL, Show(0, [](HWND sheet, HWND page) {
+                  EXPECT_FALSE(IsEnabled(sheet, ID_APPLY_NOW));
+                  for (int box = ZO_IDC_WORKSPACE_WINDOWS; box <= ZO_IDC_WORKSPACE_NOVICE; ++box)
+                      Press(page, box);
+                  EXPECT_TRUE(IsEnabled(sheet, ID_APPLY_NOW));
+                  Type(page, kRecent, "7");
+                  Press(sheet, IDCANCEL);
+              }));
+    EXPECT_EQ(kDefaults, Kept()) << "Cancel changes nothing";
+    EXPECT_EQ(0, ZoGblGetRegNoviceMode());
+    EXPECT_EQ(IDOK, Show(0,
+                         [&](HWND sheet, HWND page) {
+                             for (int box = ZO_IDC_WORKSPACE_WINDOWS; box <= ZO_IDC_WORKSPACE_NOVICE; ++box)
+                                 Press(page, box);
+                             Type(page, kRecent, "17");
+                             Press(sheet, IDOK);
+                             EXPECT_EQ(GetDlgItem(page, kRecent), GetFocus());
+                             Type(page, kRecent, "0");
+                             Type(page, kFolder, "a?b");
+                             Press(sheet, IDOK);
+                             EXPECT_EQ(GetDlgItem(page, kFolder), GetFocus());
+                             Type(page, kFolder, folder);
+                             Press(sheet, IDOK);
+                             EXPECT_EQ("0", TextOf(page, kRecent)) << "nothing typed is lost";
+                             Press(sheet, IDOK);
+                         },
+                         {AnswerBox("The number must lie between 0 and 16.", IDOK),
+                          AnswerBox("a?b\n\nThis is not a valid file name.", IDOK), AnswerBox(missing, IDNO),
+                          AnswerBox(missing, IDYES)}));
+    EXPECT_EQ("0 0 0 0 0 " + folder, Kept());
+    EXPECT_EQ(1, ZoGblGetRegNoviceMode());
+    RemoveDirectoryA(folder.c_str());
+    EXPECT_EQ(IDOK, Show(0, [&](HWND sheet, HWND page) {
+                  EXPECT_EQ(folder, TextOf(page, kFolder));
+                  Type(page, kRecent, "3");
+                  Press(sheet, IDOK); // of a folder that was kept nobody asks
+              }));
+    EXPECT_EQ("0 0 0 0 3 " + folder, Kept());
+}
+
+TEST_F(Workspace, AnswersAreKeptOnceTheyAreAnswers)
+{
+    const struct {
+        UINT type;
+        int button;
+        bool isKept;
+    } kRows[] = {
+        {MB_YESNO, IDNO, true},
+        {MB_YESNOCANCEL, IDYES, true},
+        {MB_YESNOCANCEL, IDCANCEL, false},
+        {MB_OK, IDOK, true},
+        {MB_OKCANCEL, IDCANCEL, false},
+        {MB_RETRYCANCEL, IDRETRY, false},
+        {MB_ABORTRETRYIGNORE, 3, false},
+        {MB_ABORTRETRYIGNORE, 5, true},
+        {MB_CANCELTRYCONTINUE, 10, false},
+        {MB_CANCELTRYCONTINUE, 11, true},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(testing::Message() << row.type << " " << row.button);
+        EXPECT_EQ(row.button, AskForGood("Row", "Really?", row.type, row.button));
+        {
+            const DialogDriver driver({row.isKept ? nullptr : Pressing(row.button)});
+            EXPECT_EQ(row.button, ZoAskOnce("Row", nullptr, "Really?", "Title", row.type));
+        }
+        EXPECT_EQ(0u, ZoForgetAnswer("Row"));
+        const DialogDriver driver({[&](HWND box) {
+            EXPECT_FALSE(IsChecked(box, ZO_IDC_BOX_KEEP));
+            ExpectTidy(box);
+            Press(box, row.button);
+        }});
+        EXPECT_EQ(row.button, ZoAskOnce("Row", nullptr, "Really?", "Title", row.type)) << "not checked: not kept";
+    }
+    EXPECT_EQ("", Read("Answers", "Row"));
+    EXPECT_EQ(IDYES, AskForGood("Row", "Really?", MB_YESNO, IDYES));
+    {
+        const DialogDriver driver({Pressing(IDOK)});
+        EXPECT_EQ(IDOK, ZoAskOnce("Row", nullptr, "Really?", "Title", MB_OK)) << "a kept answer that the box has not";
+    }
+    const std::string whole = Read("Answers", "Row");
+    ForEachMutation(
+        [&](unsigned, Random& random) {
+            std::string damaged = whole;
+            Damage(random, 1, 2,
+                   {[&] { damaged[random() % damaged.size()] = static_cast<char>(1 + random() % 255); },
+                    [&] { damaged.resize(random() % damaged.size()); }});
+            Write("Answers", "Row", damaged);
+            const BoxStub box(IDNO);
+            const int answer = ZoAskOnce("Row", nullptr, "Really?", "Title", MB_YESNO);
+            EXPECT_EQ(answer == IDYES, box.Last().text.empty()) << damaged;
+            return answer == IDYES;
+        },
+        {.usual = 100, .onGuardHeap = 50, .leastPercent = 0});
+}
+
+TEST_F(Workspace, KeptAnswersAreListedInWordsAndUndone)
+{
+    constexpr int kList = ZO_IDC_ANSWERS_LIST;
+    EXPECT_EQ(IDYES, AskForGood("Leave", "Documents are open.\nLeave?", MB_YESNO, IDYES));
+    EXPECT_EQ(IDNO, AskForGood("Other", "One &\nanother?", MB_YESNO, IDNO));
+    EXPECT_EQ(IDOK, AskForGood("Third", "", MB_OK, IDOK));
+    Write("Answers", "Damaged", "ZoAnswer1 6 1\nx");
+    for (const int last : {IDCANCEL, IDOK}) {
+        EXPECT_EQ(last, Show(1, [&](HWND sheet, HWND page) {
+                      EXPECT_EQ("Yes: Leave the program|No: One & another?|OK: Third|", RowsOf(page, kList));
+                      EXPECT_EQ("Yes: Leave the program", TextOf(page, ZO_IDC_ANSWERS_WORDS));
+                      ExpectTabRounds(sheet);
+                      Press(page, ZO_IDC_ANSWERS_UNDO);
+                      Press(page, ZO_IDC_ANSWERS_UNDO);
+                      EXPECT_EQ("OK: Third|", RowsOf(page, kList));
+                      EXPECT_TRUE(IsEnabled(sheet, ID_APPLY_NOW));
+                      ChangeLanguage(kGerman);
+                      EXPECT_EQ("OK: Third|", RowsOf(page, kList));
+                      ExpectTidy(page);
+                      ChangeLanguage(kEnglish);
+                      Press(sheet, last);
+                  }));
+    }
+    EXPECT_EQ("", Read("Answers", "Leave") + Read("Answers", "Other"));
+    EXPECT_EQ(IDOK, Show(1, [&](HWND sheet, HWND page) {
+                  SetFocus(GetDlgItem(page, ZO_IDC_ANSWERS_UNDO_ALL));
+                  Press(page, ZO_IDC_ANSWERS_UNDO_ALL);
+                  EXPECT_EQ("", RowsOf(page, kList));
+                  EXPECT_EQ("No answers are kept.", TextOf(page, ZO_IDC_ANSWERS_WORDS));
+                  EXPECT_EQ(GetDlgItem(page, kList), GetFocus()) << "not on a button that is disabled";
+                  EXPECT_FALSE(IsEnabled(page, ZO_IDC_ANSWERS_UNDO));
+                  Press(sheet, IDOK);
+              }));
+    EXPECT_EQ("", Read("Answers", "Third"));
+}
+
+TEST_F(Workspace, AFailureIsToldAndNothingIsLost)
+{
+    EXPECT_EQ(IDYES, AskForGood("Leave", "Leave?", MB_YESNO, IDYES));
+    for (const UINT page : {0U, 1U}) {
+        EXPECT_EQ(IDCANCEL, Show(page,
+                                 [&](HWND sheet, HWND window) {
+                                     const ImportPatch set(
+                                         kZogbl, "RegSetValueExA",
+                                         +[](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD)
+                                              WINAPI -> LONG { return ERROR_ACCESS_DENIED; });
+                                     const ImportPatch forget(
+                                         kZogbl, "RegDeleteValueA",
+                                         +[](HKEY, LPCSTR) WINAPI -> LONG { return ERROR_ACCESS_DENIED; });
+                                     if (page == 0)
+                                         Type(window, kRecent, "9");
+                                     else
+                                         Press(window, ZO_IDC_ANSWERS_UNDO);
+                                     Press(sheet, IDOK);
+                                     EXPECT_TRUE(IsWindowVisible(sheet));
+                                     EXPECT_EQ(page == 0 ? "9" : "", TextOf(window, page == 0 ? kRecent : kFolder));
+                                     Press(sheet, IDCANCEL);
+                                 },
+                                 {AnswerBox(page == 0 ? "The settings could not be saved. Please try again."
+                                                      : "The kept answers could not be changed. Please try again.",
+                                            IDOK)}));
+    }
+    EXPECT_NE("", Read("Answers", "Leave"));
+    RunDialogFaults(
+        [](HWND window) {
+            for (const int button : {ZO_IDC_BOX_KEEP, IDYES, ID_APPLY_NOW, IDCANCEL})
+                Command(window, button);
+        },
+        [](const FaultRun& run) {
+            ZoForgetAnswer("Fault");
+            const int answer = ZoAskOnce("Fault", nullptr, "Question?", "Title", MB_YESNO);
+            EXPECT_TRUE(answer == IDYES || answer == IDNO || run.Fired()) << answer;
+            try {
+                Sheet(1).DoModal();
+            } catch (CMemoryException* e) {
+                e->Delete(); // out of the constructor
+            }
+            ZoWorkspace workspace;
+            ZoLoadWorkspace(workspace);
+            ZoSaveWorkspace(workspace);
+        },
+        {.memory = 9, .system = 5});
+}
