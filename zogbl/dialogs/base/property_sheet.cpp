@@ -5,6 +5,7 @@
 
 #include "dialog_resource.h"
 #include "ground/language_followers.h"
+#include "window_layout.h"
 
 #include <new>
 
@@ -42,12 +43,21 @@ BOOL CZoPropertyPage::LoadTemplate()
 
 void CZoPropertyPage::ReloadTexts() { ReloadDialogTexts(*this, m_nTemplateId); }
 
+BOOL CZoPropertyPage::MakeSizable(const ZoFollowing* controls, int count)
+{
+    return WithoutThrowing([&] { m_layout = std::make_unique<WindowLayout>(*this, controls, count, nullptr); });
+}
+
 LRESULT CZoPropertyPage::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     auto* sheet = dynamic_cast<CZoPropertySheet*>(FromHandlePermanent(::GetParent(m_hWnd)));
     if (message == WM_SHOWWINDOW && wParam != FALSE && lParam == 0 && sheet != nullptr)
         sheet->OnPageShown(this);
+    if (message == WM_DESTROY)
+        m_layout.reset();
     const LRESULT result = CPropertyPage::WindowProc(message, wParam, lParam);
+    if (message == WM_SIZE && m_layout != nullptr)
+        m_layout->OnSize();
     if (message == WM_WINDOWPOSCHANGING && sheet != nullptr && !sheet->m_pageArea.IsRectEmpty()) {
         WINDOWPOS& place = *reinterpret_cast<WINDOWPOS*>(lParam); // the system's, at each change of pages
         const CRect& area = sheet->m_pageArea;

@@ -112,7 +112,7 @@ void WindowLayout::OnSize()
             area.bottom += higher;
         const auto place = [&] {
             ::SetWindowPos(control.window, nullptr, area.left, area.top, area.Width(), area.Height(),
-                           SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS); // the window erases over what is copied
+                           SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS); // another may stand on its old place
         };
         place();
         if (control.list > 0 && ListHeight(control.window) != control.list) { // systems count the field or do not

@@ -1,6 +1,7 @@
 #include <zogbl/kept_answers_page.h>
 
 #include <common/without_throwing.h>
+#include <zogbl/dialog.h>
 #include <zogbl/message_box.h>
 #include <zogbl/resource_ids.h>
 
@@ -63,6 +64,11 @@ void CZoKeptAnswersPage::Describe(LPCSTR, CString&) const {}
 BOOL CZoKeptAnswersPage::OnInitDialog()
 {
     CZoPropertyPage::OnInitDialog();
+    static constexpr ZoFollowing kFollowing[] = {{ZO_IDC_ANSWERS_LIST, ZoFollowing::kWiden | ZoFollowing::kHeighten},
+                                                 {ZO_IDC_ANSWERS_WORDS, ZoFollowing::kWiden | ZoFollowing::kMoveDown},
+                                                 {ZO_IDC_ANSWERS_UNDO, ZoFollowing::kMoveDown},
+                                                 {ZO_IDC_ANSWERS_UNDO_ALL, ZoFollowing::kMoveDown}};
+    MakeSizable(kFollowing, static_cast<int>(std::size(kFollowing)));
     m_answers.reset();
     WithoutThrowing([this] {
         auto answers = std::make_unique<Answers>();

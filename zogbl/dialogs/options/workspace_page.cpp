@@ -1,6 +1,7 @@
 #include <zogbl/workspace_page.h>
 
 #include <common/without_throwing.h>
+#include <zogbl/dialog.h>
 #include <zogbl/module.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/select_directory.h>
@@ -24,6 +25,9 @@ BOOL CZoWorkspacePage::OnInitDialog()
     m_bNovice = ZoGblGetRegNoviceMode() != 0;
     m_csFolder = m_workspace.folder;
     CZoPropertyPage::OnInitDialog();
+    static constexpr ZoFollowing kFollowing[] = {{ZO_IDC_WORKSPACE_FOLDER, ZoFollowing::kWiden},
+                                                 {ZO_IDC_WORKSPACE_BROWSE, ZoFollowing::kMoveRight}};
+    MakeSizable(kFollowing, static_cast<int>(std::size(kFollowing)));
     SendDlgItemMessage(ZO_IDC_WORKSPACE_RECENT_SPIN, UDM_SETRANGE, 0, MAKELPARAM(ZoWorkspace::MOST_RECENT, 0));
     SendDlgItemMessage(ZO_IDC_WORKSPACE_FOLDER, EM_LIMITTEXT, MAX_PATH - 1);
     return TRUE;

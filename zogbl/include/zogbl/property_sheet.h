@@ -9,6 +9,8 @@
 #include <memory>
 
 class DialogTemplate;
+class WindowLayout;
+struct ZoFollowing;
 
 /// A page whose template comes from the user's language, as CZoDialog's does. The tab shows the template's title. If
 /// the language changes while the sheet is open, the page's texts follow.
@@ -26,6 +28,9 @@ protected:
 
     /// Sets the texts of the controls again. Override it like CZoDialog::ReloadTexts.
     virtual void ReloadTexts();
+    /// In a sheet that can be made larger: lets controls follow, as CZoDialog::MakeSizable says. Call it in
+    /// OnInitDialog, behind the base class's. \return FALSE: no memory; the controls stay where they are
+    BOOL MakeSizable(const ZoFollowing* controls, int count);
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
@@ -33,6 +38,7 @@ private:
 
     UINT m_nTemplateId;
     std::unique_ptr<DialogTemplate> m_template; // for the life of the sheet's window
+    std::unique_ptr<WindowLayout> m_layout;     // null: no control follows
 };
 
 /// A modal property sheet whose OK, Cancel and Apply are in the user's language instead of the system's, and follow a
