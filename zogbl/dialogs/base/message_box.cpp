@@ -5,33 +5,14 @@
 #include <zogbl/resource_lookup.h>
 
 #include "common/clipboard.h"
-#include "controls/drawing/item_painting.h"
 #include "dialog_resource.h"
 #include "kept_answers.h"
+#include "message_box_layout.h"
 
-#include <algorithm>
 #include <cstring>
 #include <iterator>
 
 namespace {
-
-constexpr int kButtons = 3;
-constexpr int kButtonSets[][kButtons] = {
-    {IDOK},        {IDOK, IDCANCEL},    {IDABORT, IDRETRY, IDIGNORE},       {IDYES, IDNO, IDCANCEL},
-    {IDYES, IDNO}, {IDRETRY, IDCANCEL}, {IDCANCEL, IDTRYAGAIN, IDCONTINUE},
-};
-constexpr int kAllButtons[] = {IDOK, IDCANCEL, IDABORT, IDRETRY, IDIGNORE, IDYES, IDNO, IDTRYAGAIN, IDCONTINUE, IDHELP};
-
-// Dialog units.
-constexpr int kMargin = 7;
-constexpr int kGap = 4;
-constexpr int kButtonWidth = 50;
-constexpr int kButtonHeight = 14;
-constexpr int kButtonPadding = 6; // on both sides of the text
-constexpr int kTextWidth = 260;   // at most
-constexpr int kKeepHeight = 10;   // of the check box
-
-constexpr UINT kTextFormat = DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX | DT_EDITCONTROL;
 
 /// Keeps the user from all windows of the thread until it ends: from as many as there is room for.
 class DisabledThread {
@@ -79,31 +60,6 @@ struct Message {
 
 Message& MessageOf(HWND box) { return *reinterpret_cast<Message*>(::GetWindowLongPtrA(box, DWLP_USER)); }
 
-const int (&ButtonsOf(const Message& message))[kButtons] { return kButtonSets[message.type & MB_TYPEMASK]; }
-
-int DialogUnits(HWND box, int units, bool vertical)
-{
-    RECT area = {0, 0, units, units};
-    ::MapDialogRect(box, &area);
-    return vertical ? area.bottom : area.right;
-}
-
-LPCSTR IconOf(UINT type)
-{
-    switch (type & MB_ICONMASK) {
-    case MB_ICONSTOP:
-        return IDI_HAND;
-    case MB_ICONQUESTION:
-        return IDI_QUESTION;
-    case MB_ICONEXCLAMATION:
-        return IDI_EXCLAMATION;
-    case MB_ICONINFORMATION:
-        return IDI_ASTERISK;
-    default:
-        return nullptr;
-    }
-}
-
 // The clipboard -------------------------------------------------------------------------------------------------------
 
 /// Throws CMemoryException*.
@@ -146,136 +102,11 @@ LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wParam, LPARA
     return ::CallWindowProcA(g_buttonProcedure, button, message, wParam, lParam);
 }
 
-// Layout --------------------------------------------------------------------------------------------------------------
-
 /// So that Ctrl+C is seen.
 void WatchKeys(HWND button)
 {
     g_buttonProcedure = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrA(button, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ButtonProcedure)));
-}
-
-/// The buttons of a box in a row, all of one width; the others of the template go.
-class ButtonRow {
-public:
-    explicit ButtonRow(HWND box) : m_box(box)
-    {
-        const Message& message = MessageOf(box);
-        for (const int id : ButtonsOf(message))
-            Add(id);
-        if ((message.type & MB_HELP) != 0)
-            Add(IDHELP);
-        for (const int id : kAllButtons) {
-            if (std::find(m_ids, m_ids + m_count, id) == m_ids + m_count)
-                ::DestroyWindow(::GetDlgItem(box, id));
-        }
-    }
-    /// \param dc has the box's font
-    void Measure(HDC dc)
-    {
-        m_gap = DialogUnits(m_box, kGap, false);
-        m_width = DialogUnits(m_box, kButtonWidth, false);
-        for (int i = 0; i < m_count; ++i) {
-            char text[64] = "";
-            RECT area = {};
-            ::GetDlgItemTextA(m_box, m_ids[i], text, sizeof text);
-            ::DrawTextA(dc, text, -1, &area, DT_CALCRECT | DT_SINGLELINE);
-            m_width = (std::max)(m_width, static_cast<int>(area.right) + 2 * DialogUnits(m_box, kButtonPadding, false));
-        }
-    }
-    int GetWidth() const { return m_count * m_width + (m_count - 1) * m_gap; }
-    /// \param left, top pixels
-    void Place(int left, int top) const
-    {
-        HWND previous = ::GetDlgItem(m_box, ZO_IDC_BOX_TEXT);
-        for (int i = 0; i < m_count; ++i) {
-            const HWND button = ::GetDlgItem(m_box, m_ids[i]);
-            ::SetWindowPos(button, previous, left + i * (m_width + m_gap), top, m_width,
-                           DialogUnits(m_box, kButtonHeight, true), SWP_NOACTIVATE);
-            WatchKeys(button);
-            previous = button;
-        }
-        if (const HWND keep = ::GetDlgItem(m_box, ZO_IDC_BOX_KEEP)) // the last that Tab reaches
-            ::SetWindowPos(keep, previous, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
-    HWND GetDefault() const
-    {
-        const auto index = static_cast<int>((MessageOf(m_box).type & MB_DEFMASK) / MB_DEFBUTTON2);
-        return ::GetDlgItem(m_box, m_ids[index < m_count ? index : 0]);
-    }
-
-private:
-    void Add(int id)
-    {
-        if (id != 0)
-            m_ids[m_count++] = id;
-    }
-
-    HWND m_box;
-    int m_ids[kButtons + 1] = {};
-    int m_count = 0;
-    int m_gap = 0;
-    int m_width = 0;
-};
-
-/// The size of the check box; nothing if there is none. \param dc has the box's font
-CSize MeasureKeep(HWND box, HDC dc)
-{
-    char text[128] = "";
-    CRect area;
-    if (::GetDlgItemTextA(box, ZO_IDC_BOX_KEEP, text, sizeof text) == 0)
-        return CSize(0, 0);
-    ::DrawTextA(dc, text, -1, &area, DT_CALCRECT | DT_SINGLELINE);
-    const int mark = ::GetSystemMetrics(SM_CXMENUCHECK) + DialogUnits(box, kButtonPadding, false);
-    return CSize(area.Width() + mark, DialogUnits(box, kKeepHeight, true));
-}
-
-/// Gives the box the size of its text, and its parts their places.
-void LayOut(HWND box, ButtonRow& buttons)
-{
-    const Message& message = MessageOf(box);
-    const HWND text = ::GetDlgItem(box, ZO_IDC_BOX_TEXT);
-    const int margin = DialogUnits(box, kMargin, false);
-    const int marginAbove = DialogUnits(box, kMargin, true);
-    const int buttonHeight = DialogUnits(box, kButtonHeight, true);
-    const bool hasIcon = IconOf(message.type) != nullptr;
-    const int iconWidth = hasIcon ? ::GetSystemMetrics(SM_CXICON) : 0;
-    const int iconHeight = hasIcon ? ::GetSystemMetrics(SM_CYICON) : 0;
-    CRect work;
-    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-    CRect frame;
-    const auto style = static_cast<DWORD>(::GetWindowLongA(box, GWL_STYLE));
-    ::AdjustWindowRectEx(&frame, style, FALSE, static_cast<DWORD>(::GetWindowLongA(box, GWL_EXSTYLE)));
-
-    RECT area = {0, 0, DialogUnits(box, kTextWidth, false), 0};
-    CSize title, keep;
-    {
-        const WindowFontDC dc(box);
-        ::DrawTextA(dc.m_hDC, message.text, -1, &area, kTextFormat | DT_CALCRECT);
-        title = dc.GetTextExtent(message.title, message.title.GetLength());
-        buttons.Measure(dc.m_hDC);
-        keep = MeasureKeep(box, dc.m_hDC);
-    }
-    const int textLeft = margin + (hasIcon ? iconWidth + margin : 0);
-    const int mostWidth = work.Width() - frame.Width() - margin;
-    const int caption =
-        (std::min<int>)(title.cx + 2 * ::GetSystemMetrics(SM_CXSIZE), mostWidth); // with the closing box
-    const int width = (std::max<int>)({textLeft + static_cast<int>(area.right), margin + buttons.GetWidth(), caption,
-                                       textLeft + static_cast<int>(keep.cx)}) +
-                      margin;
-    const int below = 3 * marginAbove + buttonHeight + (keep.cy > 0 ? marginAbove + keep.cy : 0);
-    const int mostText = work.Height() - frame.Height() - below;
-    const int textHeight = (std::min<int>)(area.bottom, mostText); // the buttons can be reached in any case
-    const int above = (std::max)(textHeight, iconHeight);
-
-    ::SetDlgItemTextA(box, ZO_IDC_BOX_TEXT, message.text);
-    ::MoveWindow(text, textLeft, marginAbove + (above - textHeight) / 2, width - margin - textLeft, textHeight, FALSE);
-    ::MoveWindow(::GetDlgItem(box, ZO_IDC_BOX_ICON), margin, marginAbove, iconWidth, iconHeight, FALSE);
-    if (keep.cy > 0)
-        ::MoveWindow(::GetDlgItem(box, ZO_IDC_BOX_KEEP), textLeft, 2 * marginAbove + above, keep.cx, keep.cy, FALSE);
-    buttons.Place((width - buttons.GetWidth()) / 2, above + below - marginAbove - buttonHeight);
-    ::SetWindowPos(box, nullptr, 0, 0, width + frame.Width(), above + below + frame.Height(),
-                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 // The box -------------------------------------------------------------------------------------------------------------
@@ -290,16 +121,14 @@ BOOL Initialize(HWND box, Message& message)
         ::SetWindowLongA(text, GWL_STYLE, ::GetWindowLongA(text, GWL_STYLE) | SS_RIGHT);
     if ((message.type & MB_RTLREADING) != 0)
         ::SetWindowLongA(text, GWL_EXSTYLE, ::GetWindowLongA(text, GWL_EXSTYLE) | WS_EX_RTLREADING);
-    if (const LPCSTR icon = IconOf(message.type))
+    if (const LPCSTR icon = BoxIcon(message.type))
         ::SendDlgItemMessageA(box, ZO_IDC_BOX_ICON, STM_SETICON, reinterpret_cast<WPARAM>(::LoadIconA(nullptr, icon)),
                               0);
-    const HWND keep = ::GetDlgItem(box, ZO_IDC_BOX_KEEP);
     if (message.isForGood == nullptr)
-        ::DestroyWindow(keep);
-    else
-        WatchKeys(keep);
-    ButtonRow buttons(box);
-    LayOut(box, buttons);
+        ::DestroyWindow(::GetDlgItem(box, ZO_IDC_BOX_KEEP));
+    const HWND button = LayOutBox(box, message.text, message.title, message.type);
+    for (HWND child = ::GetDlgItem(box, ZO_IDC_BOX_TEXT); (child = ::GetWindow(child, GW_HWNDNEXT)) != nullptr;)
+        WatchKeys(child); // buttons follow the text
     WithoutThrowing([&] { CWnd::FromHandle(box)->CenterWindow(); });
     const UINT kind = message.type & MB_TYPEMASK;
     if (kind == MB_YESNO || kind == MB_ABORTRETRYIGNORE) // nothing but an answer closes it
@@ -308,7 +137,6 @@ BOOL Initialize(HWND box, Message& message)
         ::SetWindowPos(box, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     if ((message.type & MB_SETFOREGROUND) != 0)
         ::SetForegroundWindow(box);
-    const HWND button = buttons.GetDefault();
     ::SendMessageA(box, DM_SETDEFID, static_cast<WPARAM>(::GetDlgCtrlID(button)), 0);
     ::SetFocus(button);
     ::MessageBeep(message.type & MB_ICONMASK);
@@ -362,7 +190,7 @@ INT_PTR CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lPar
 INT_PTR ShowBox(HWND owner, LPCSTR text, LPCSTR title, UINT type, bool* isForGood, bool& isShown)
 {
     const void* dialog = ZoGblLockResource(MAKEINTRESOURCEA(ZO_IDD_MESSAGE_BOX), RT_DIALOG);
-    if (dialog == nullptr || (type & MB_TYPEMASK) >= std::size(kButtonSets) ||
+    if (dialog == nullptr || (type & MB_TYPEMASK) >= kBoxTypes ||
         (type & (MB_SERVICE_NOTIFICATION | MB_DEFAULT_DESKTOP_ONLY)) != 0)
         return 0;
     const bool isForThread = owner == nullptr && (type & (MB_TASKMODAL | MB_SYSTEMMODAL)) == MB_TASKMODAL;
@@ -387,13 +215,6 @@ int Show(HWND owner, LPCSTR text, LPCSTR title, UINT type, bool* isForGood)
     return answer > 0 ? static_cast<int>(answer) : 0;
 }
 
-bool HasButton(UINT type, int button)
-{
-    const UINT kind = type & MB_TYPEMASK;
-    return kind < std::size(kButtonSets) &&
-           std::find(std::begin(kButtonSets[kind]), std::end(kButtonSets[kind]), button) != std::end(kButtonSets[kind]);
-}
-
 } // namespace
 
 int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type) { return Show(owner, text, title, type, nullptr); }
@@ -401,7 +222,7 @@ int ZoMessageBox(HWND owner, LPCSTR text, LPCSTR title, UINT type) { return Show
 int ZoAskOnce(LPCSTR name, HWND owner, LPCSTR text, LPCSTR title, UINT type)
 {
     const int kept = FindKeptAnswer(name);
-    if (kept != 0 && HasButton(type, kept))
+    if (kept != 0 && HasBoxButton(type, kept))
         return kept;
     bool isForGood = false;
     const int answer = Show(owner, text, title, type, &isForGood);
