@@ -13,6 +13,7 @@
 #include <zogbl/modem_lights.h>
 #include <zogbl/progress_bar.h>
 #include <zogbl/screen_sample.h>
+#include <zogbl/status_wnd.h>
 #include <zogbl/text_panel.h>
 
 namespace {
@@ -107,6 +108,7 @@ const Kind kKinds[] = {
     {"ModemLights", &New<CZoModemLights>, 0, CSize(260, 40),
      With<CZoModemLights>([](auto& lights) { return lights.SetLight(CZoModemLights::kOH, TRUE); }), 0, nullptr,
      "20|8|"},
+    {"StatusWnd", &New<CZoStatusWnd>, 0, CSize(200, 40), [](CZoControl&) { return TRUE; }, 0, nullptr, "41|0|"},
 };
 
 class EachControl : public ProductTest, public testing::WithParamInterface<Kind> {

@@ -26,9 +26,10 @@ void HandlePosted()
 struct Page : CZoPropertyPage {
     explicit Page(UINT id) : CZoPropertyPage(id) {}
     BOOL OnKillActive() override { return CZoPropertyPage::OnKillActive() && !refuses; }
+    BOOL OnApply() override { return !failsToApply && CZoPropertyPage::OnApply(); }
     BOOL OnSetActive() override { return CZoPropertyPage::OnSetActive() && !skips; }
 
-    bool refuses = false, skips = false;
+    bool refuses = false, skips = false, failsToApply = false;
 };
 
 /// With a dialog in it.
@@ -155,6 +156,9 @@ TEST_F(Options, TreeAndPageNeverDiffer)
         HandlePosted();
         EXPECT_NE(1, sheet.Shown()) << "a page that is not to be shown";
         sheet.second.skips = false;
+        sheet.first.failsToApply = true;
+        Press(window, IDOK);
+        EXPECT_EQ(0, sheet.Shown()) << "the one that cannot be applied";
         sheet.SetActivePage(1);
         ::SetFocus(::GetDlgItem(sheet.second.m_hWnd, kName));
         Key(window, VK_TAB, kControl | kShift);
@@ -251,13 +255,14 @@ TEST_F(Options, OpensAsItWasLeft)
     Sheet sheet;
     Run(sheet, [&](HWND window) {
         const CRect area = AreaOf(window), page = AreaOf(sheet.first.m_hWnd), tree = AreaOf(window, kTree);
-        const CRect status = AreaOf(window, ZO_IDC_OPTIONS_STATUS);
+        const CRect status = AreaOf(window, ZO_IDC_OPTIONS_STATUS), cancel = AreaOf(window, IDCANCEL);
         EXPECT_NE(0, GetWindowLongA(window, GWL_STYLE) & WS_THICKFRAME);
         MoveWindow(window, area.left, area.top, area.Width() + 60, area.Height() + 40, TRUE);
         EXPECT_EQ(page.Size() + CSize(60, 40), AreaOf(sheet.first.m_hWnd).Size());
         EXPECT_EQ(tree.Height() + 40, AreaOf(window, kTree).Height());
         EXPECT_EQ(status.top + 40, AreaOf(window, ZO_IDC_OPTIONS_STATUS).top);
         EXPECT_EQ(status.Width() + 60, AreaOf(window, ZO_IDC_OPTIONS_STATUS).Width());
+        EXPECT_EQ(cancel + CPoint(60, 40), AreaOf(window, IDCANCEL));
         sheet.SetActivePage(2);
         EXPECT_EQ(AreaOf(sheet.first.m_hWnd), AreaOf(sheet.third.m_hWnd)) << "also one that is made now";
         ExpectTidy(window);

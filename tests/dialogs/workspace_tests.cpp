@@ -44,6 +44,16 @@ struct Sheet : CZoOptionsSheet {
     AnswersPage answers;
 };
 
+/// The registry refuses to be changed, on every system.
+class NoWriting {
+    template <class... ARGUMENTS> static LONG WINAPI Refuse(ARGUMENTS...) { return ERROR_ACCESS_DENIED; }
+
+    const ImportPatch m_set{kZogbl, "RegSetValueExA", &Refuse<HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD>};
+    const ImportPatch m_setText{kZogbl, "RegSetValueA", &Refuse<HKEY, LPCSTR, DWORD, LPCSTR, DWORD>};
+    const ImportPatch m_delete{kZogbl, "RegDeleteValueA", &Refuse<HKEY, LPCSTR>};
+    const ImportPatch m_deleteKey{kZogbl, "RegDeleteKeyA", &Refuse<HKEY, LPCSTR>};
+};
+
 class Workspace : public ProductTest {
 protected:
     /// Opens the sheet with a page.
@@ -209,7 +219,18 @@ TEST_F(Workspace, AnswersAreKeptOnceTheyAreAnswers)
     EXPECT_EQ("", Read("Answers", "Row"));
     EXPECT_EQ(IDYES, AskForGood("Row", "Really?", MB_YESNO, IDYES));
     {
-        const DialogDriver driver({Pressing(IDOK)});
+        const DialogDriver driver({[](HWND box) {
+            EXPECT_EQ((std::vector<int>{IDOK, ZO_IDC_BOX_KEEP}), ExpectTabRounds(box));
+            AccessKey(box, 'd');
+            EXPECT_TRUE(IsChecked(box, ZO_IDC_BOX_KEEP));
+            SendMessageA(box, WM_COPY, 0, 0);
+            ASSERT_TRUE(OpenClipboard(nullptr));
+            const std::string copied = static_cast<const char*>(GlobalLock(GetClipboardData(CF_TEXT)));
+            CloseClipboard();
+            EXPECT_EQ(std::string::npos, copied.find("ask again")) << "it is no button";
+            Press(box, ZO_IDC_BOX_KEEP);
+            Press(box, IDOK);
+        }});
         EXPECT_EQ(IDOK, ZoAskOnce("Row", nullptr, "Really?", "Title", MB_OK)) << "a kept answer that the box has not";
     }
     const std::string whole = Read("Answers", "Row");
@@ -218,7 +239,7 @@ TEST_F(Workspace, AnswersAreKeptOnceTheyAreAnswers)
             std::string damaged = whole;
             Damage(random, 1, 2,
                    {[&] { damaged[random() % damaged.size()] = static_cast<char>(1 + random() % 255); },
-                    [&] { damaged.resize(random() % damaged.size()); }});
+                    [&] { damaged.resize(1 + random() % damaged.size()); }});
             Write("Answers", "Row", damaged);
             const BoxStub box(IDNO);
             const int answer = ZoAskOnce("Row", nullptr, "Really?", "Title", MB_YESNO);
@@ -270,13 +291,7 @@ TEST_F(Workspace, AFailureIsToldAndNothingIsLost)
     for (const UINT page : {0U, 1U}) {
         EXPECT_EQ(IDCANCEL, Show(page,
                                  [&](HWND sheet, HWND window) {
-                                     const ImportPatch set(
-                                         kZogbl, "RegSetValueExA",
-                                         +[](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD)
-                                              WINAPI -> LONG { return ERROR_ACCESS_DENIED; });
-                                     const ImportPatch forget(
-                                         kZogbl, "RegDeleteValueA",
-                                         +[](HKEY, LPCSTR) WINAPI -> LONG { return ERROR_ACCESS_DENIED; });
+                                     const NoWriting noWriting;
                                      if (page == 0)
                                          Type(window, kRecent, "9");
                                      else
