@@ -152,9 +152,10 @@ TEST_F(Options, TreeAndPageNeverDiffer)
         EXPECT_TRUE(sheet.SetActivePage(2));
         EXPECT_EQ(2, sheet.Shown()) << "chosen by the program";
         sheet.second.skips = true;
-        Key(window, VK_DOWN);
+        sheet.SetActivePage(3);
+        Key(window, VK_UP);
         HandlePosted();
-        EXPECT_NE(1, sheet.Shown()) << "a page that is not to be shown";
+        EXPECT_EQ(2, sheet.Shown()) << "instead of a page that is not to be shown";
         sheet.second.skips = false;
         sheet.first.failsToApply = true;
         Press(window, IDOK);
@@ -241,6 +242,13 @@ TEST_F(Options, SearchFindsTextsOfAllPages)
         sheet.first.SetDlgItemText(12, "set at run time");
         Type(window, kField, "RUN time");
         EXPECT_EQ("First,", sheet.Tree());
+        if (GetSystemMetrics(SM_DBCSENABLED)) {
+            sheet.first.SetDlgItemText(12, "\x83\x5C\x81\x40\x83\x41");
+            Type(window, kField, "\\");
+            EXPECT_EQ("", sheet.Tree()) << "a second half is no character";
+            SetDlgItemTextA(window, kField, "\x83\x41\x81\x40\x83\x5C");
+            EXPECT_EQ("First,", sheet.Tree()) << "two words, between them a wide blank";
+        }
         Key(window, VK_ESCAPE);
         EXPECT_TRUE(IsWindowVisible(window)) << "it empties the field first";
         EXPECT_EQ("First(Third,),Second,Arbeitsbereich,", sheet.Tree());
@@ -271,13 +279,18 @@ TEST_F(Options, OpensAsItWasLeft)
         MoveWindow(window, area.left, area.top, area.Width() + 60, area.Height() + 40, TRUE);
         size = AreaOf(window).Size();
     });
-    Sheet another, other(0);
+    Sheet another;
     Run(another, [&](HWND window) {
         EXPECT_EQ(2, another.Shown());
         EXPECT_NEAR(size.cx, AreaOf(window).Width(), 1);
         EXPECT_NEAR(size.cy, AreaOf(window).Height(), 1);
     });
-    Run(other, [&](HWND) { EXPECT_EQ(0, other.Shown()) << "as the program wants it"; });
+    const ProcessCounts before = ProcessCounts::Take();
+    {
+        Sheet other(0);
+        Run(other, [&](HWND) { EXPECT_EQ(0, other.Shown()) << "as the program wants it"; });
+    }
+    EXPECT_EQ(before, ProcessCounts::Take());
     for (const LPCSTR damaged : {"", "ZoPage1 3003 1", "ZoPage1 77 78", "ZoPage1 99999999 3"}) {
         Keep("Pages", "TestOptions", damaged);
         Sheet fourth;
