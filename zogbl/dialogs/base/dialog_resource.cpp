@@ -139,3 +139,11 @@ CString TemplateTexts(UINT templateId)
         texts += Narrow(item.text) + "\n";
     return texts;
 }
+
+CString WindowText(HWND window)
+{
+    CString text;
+    const int length = ::GetWindowTextLengthA(window);
+    text.ReleaseBuffer(::GetWindowTextA(window, text.GetBuffer(length), length + 1));
+    return text;
+}

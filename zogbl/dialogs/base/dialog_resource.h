@@ -39,3 +39,6 @@ CString DialogTitle(UINT templateId);
 /// All texts of a dialog template in the present language: its title and those of its controls, each with a line end
 /// behind it. Throws CMemoryException*.
 CString TemplateTexts(UINT templateId);
+
+/// The text of any window of the process. Throws CMemoryException*.
+CString WindowText(HWND window);

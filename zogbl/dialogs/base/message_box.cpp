@@ -62,15 +62,6 @@ Message& MessageOf(HWND box) { return *reinterpret_cast<Message*>(::GetWindowLon
 
 // The clipboard -------------------------------------------------------------------------------------------------------
 
-/// Throws CMemoryException*.
-CString WindowText(HWND window)
-{
-    CString text;
-    const int length = ::GetWindowTextLengthA(window);
-    text.ReleaseBuffer(::GetWindowTextA(window, text.GetBuffer(length), length + 1));
-    return text;
-}
-
 /// What a box says, as plain text. Throws CMemoryException*.
 CString Transcript(HWND box)
 {

@@ -73,9 +73,7 @@ CString ComparableTexts(UINT templateId, HWND page)
         ::GetClassNameA(child, name, sizeof name);
         if (lstrcmpiA(name, "Static") != 0 && lstrcmpiA(name, "Button") != 0)
             continue; // what somebody typed is no text of the page
-        CString text;
-        CWnd::FromHandle(child)->GetWindowText(text);
-        texts += text + "\n";
+        texts += WindowText(child) + "\n";
     }
     return Comparable(texts);
 }

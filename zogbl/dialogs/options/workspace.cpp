@@ -35,7 +35,7 @@ bool ReadNumbers(const CString& text, ZoWorkspace& workspace)
         if (i < kNumbers)
             rows[i].number = number;
     }
-    if (count < 0 || !record.IsWhole())
+    if (count < 1 || !record.IsWhole())
         return false;
     workspace = read;
     return true;
