@@ -318,5 +318,5 @@ TEST_F(Workspace, AFailureIsToldAndNothingIsLost)
             ZoLoadWorkspace(workspace);
             ZoSaveWorkspace(workspace);
         },
-        {.memory = 7, .system = 4});
+        {.memory = 5, .system = 3});
 }

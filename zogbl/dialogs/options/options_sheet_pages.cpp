@@ -53,13 +53,14 @@ HTREEITEM CZoOptionsSheet::InsertPage(int page)
 void CZoOptionsSheet::Fill()
 {
     int first = -1, count = 0;
+    BOOL isFilled = FALSE; // without memory some are missing, and the page stays
     {
         m_bFilling = true;
         const DrawingPause pause(m_tree.m_hWnd);
         m_tree.DeleteAllItems();
         for (int i = 0; i < GetPageCount(); ++i)
             m_items[i] = nullptr;
-        WithoutThrowing([&] {
+        isFilled = WithoutThrowing([&] {
             const OptionsSearch search(FieldText());
             for (int i = 0; i < GetPageCount(); ++i) {
                 const CZoPropertyPage& page = *GetPage(i);
@@ -78,7 +79,7 @@ void CZoOptionsSheet::Fill()
         });
         m_bFilling = false;
     }
-    if (m_nShown >= 0 && first >= 0 && ItemOf(m_nShown) == nullptr)
+    if (isFilled && m_nShown >= 0 && first >= 0 && ItemOf(m_nShown) == nullptr)
         ShowPage(first);
     SelectShown();
 }
