@@ -62,6 +62,8 @@ void RunMode(FaultSource& source, bool persistent, int usualCalls, const std::fu
         source.Arm(number, persistent);
         RunOnce(body, {source, number, persistent});
         ReportProgress();
+        for (int pause = 0; pause < 200 && !(before == ProcessCounts::Take()); ++pause)
+            Sleep(10); // threads that nobody waits for may be ending
         EXPECT_EQ(before, ProcessCounts::Take()) << "the run left something behind";
         if (source.Fired() == 0) {
             EXPECT_GT(number, 1) << "no fault ever fired: this loop tests nothing";

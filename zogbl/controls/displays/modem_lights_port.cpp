@@ -1,7 +1,8 @@
 #include "modem_lights_port.h"
 
-#include <zogbl/module.h>
 #include <zogbl/status.h>
+
+#include "ground/background_work.h"
 
 #include <new>
 
@@ -16,11 +17,10 @@ PortWatch* PortWatch::Begin(HANDLE port, DWORD& status)
         delete watch;
         return nullptr;
     }
-    char path[MAX_PATH];
     DWORD id = 0;
     *watch->m_asked.Receive() = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
-    if (watch->m_asked.IsOpen() && ::GetModuleFileNameA(ZoGblGetInstanceHandle(), path, MAX_PATH) != 0)
-        watch->m_library = ::LoadLibraryA(path);
+    if (watch->m_asked.IsOpen())
+        watch->m_library = HoldLibrary();
     const SystemHandle thread(watch->m_library != nullptr ? ::CreateThread(nullptr, 0, &Run, watch, 0, &id) : nullptr);
     if (thread.IsOpen()) {
         status = 0;

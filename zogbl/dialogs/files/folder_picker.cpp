@@ -134,9 +134,11 @@ HTREEITEM FolderPicker::AddItem(HTREEITEM parent, LPCSTR text, int picture, int 
 
 void FolderPicker::AddRoot(const CString& root)
 {
-    const CString name = DriveName(root);
+    const PlacePicture picture = PictureOfDrive(root);
+    const CString name =
+        DriveName(root, picture == PlacePicture::kNetworkDrive ? NetworkPlaceOf(root) : NetworkPlace());
     m_csRoots.Add(root);
-    AddItem(TVI_ROOT, name, static_cast<int>(PictureOfDrive(root)), static_cast<int>(m_csRoots.GetSize()));
+    AddItem(TVI_ROOT, name, static_cast<int>(picture), static_cast<int>(m_csRoots.GetSize()));
 }
 
 bool FolderPicker::Fill(HTREEITEM item)

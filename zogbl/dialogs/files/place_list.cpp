@@ -24,10 +24,10 @@ bool GetText(const DRAWITEMSTRUCT& item, char* text, int size)
 
 } // namespace
 
-void MeasurePlace(HWND dialog, MEASUREITEMSTRUCT& measure)
+int PlaceRowHeight(HWND window)
 {
-    const int text = WindowFontDC(dialog).GetMetrics().tmHeight;
-    measure.itemHeight = static_cast<UINT>((std::max)(kPictureSize, text) + kMargin);
+    const int text = WindowFontDC(window).GetMetrics().tmHeight;
+    return (std::max)(kPictureSize, text) + kMargin;
 }
 
 void DrawPlace(const DRAWITEMSTRUCT& item, PlacePicture picture, int indent)
@@ -58,6 +58,11 @@ CString TypedText(HWND field)
     text.TrimLeft();
     text.TrimRight();
     return text;
+}
+
+int NameOffset(const CString& typed)
+{
+    return (std::max)({typed.ReverseFind('\\'), typed.ReverseFind('/'), typed.ReverseFind(':')}) + 1;
 }
 
 CString FittingText(HDC dc, const CString& text, int width)

@@ -9,7 +9,8 @@ constexpr int kPlaceTextOffset = kPictureSize + 6; // pixels from the item's lef
 /// How far an item of a level stands to the right, in pixels.
 constexpr int PlaceIndent(int level) { return level * 8; }
 
-void MeasurePlace(HWND dialog, MEASUREITEMSTRUCT& measure);
+/// How high an item is, in pixels, in the font of a window.
+int PlaceRowHeight(HWND window);
 /// Draws an item of a list or combo box that holds texts.
 void DrawPlace(const DRAWITEMSTRUCT& item, PlacePicture picture, int indent);
 
@@ -18,6 +19,9 @@ constexpr int kTypedLimit = 2 * MAX_PATH - 1;
 
 /// What a person typed, without spaces around it. Throws CMemoryException*.
 CString TypedText(HWND field);
+
+/// Where the name begins in what a person typed.
+int NameOffset(const CString& typed);
 
 /// A text, or as much of it as fits a width with dots behind it. Throws CMemoryException*.
 CString FittingText(HDC dc, const CString& text, int width);

@@ -1,5 +1,8 @@
 #include "places.h"
 
+#include <zogbl/resource_ids.h>
+
+#include "dialogs/base/dialog_resource.h"
 #include "files/folder_walk.h"
 #include "ground/bounded_text.h"
 
@@ -55,6 +58,48 @@ bool Matches(LPCSTR name, LPCSTR pattern)
 }
 
 } // namespace
+
+// The system's boxes -------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr UINT kNoBoxes = SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX;
+
+/// How many threads want none, and the mode that was there before the first.
+class BoxLock {
+public:
+    BoxLock() { ::EnterCriticalSection(&s_guarded.section); }
+    ~BoxLock() { ::LeaveCriticalSection(&s_guarded.section); }
+    BoxLock(const BoxLock&) = delete;
+    BoxLock& operator=(const BoxLock&) = delete;
+
+    static inline struct Guarded {
+        CRITICAL_SECTION section;
+        int count = 0;
+        UINT before = 0;
+        Guarded() { ::InitializeCriticalSection(&section); }
+        ~Guarded() { ::DeleteCriticalSection(&section); }
+    } s_guarded;
+};
+
+} // namespace
+
+NoSystemBoxes::NoSystemBoxes()
+{
+    const BoxLock lock;
+    if (BoxLock::s_guarded.count++ == 0)
+        BoxLock::s_guarded.before = ::SetErrorMode(kNoBoxes);
+}
+
+NoSystemBoxes::~NoSystemBoxes()
+{
+    const BoxLock lock;
+    if (--BoxLock::s_guarded.count != 0)
+        return;
+    const UINT mode = ::SetErrorMode(BoxLock::s_guarded.before);
+    if (mode != kNoBoxes) // the program's own change meanwhile
+        ::SetErrorMode(mode);
+}
 
 // Contents ------------------------------------------------------------------------------------------------------------
 
@@ -246,32 +291,35 @@ PlacePicture PictureOfDrive(const CString& root)
     }
 }
 
-namespace {
-
-/// The network's library is loaded for the purpose: there may be none.
-void GetConnection(const CString& drive, char* name, DWORD size)
+NetworkPlace NetworkPlaceOf(const CString& root)
 {
+    NetworkPlace place;
+    if (root[0] == '\\')
+        return place;
+    // The network's library is loaded for the purpose: there may be none.
     const HMODULE library = ::LoadLibraryA("mpr.dll");
     if (library == nullptr)
-        return;
+        return place;
     const auto ask = reinterpret_cast<decltype(&WNetGetConnectionA)>(
         reinterpret_cast<void*>(::GetProcAddress(library, "WNetGetConnectionA")));
-    if (ask == nullptr || ask(drive, name, &size) != NO_ERROR)
-        name[0] = '\0';
+    char name[MAX_PATH] = "";
+    DWORD size = sizeof name;
+    const DWORD status = ask != nullptr ? ask(root.Left(2), name, &size) : DWORD{ERROR_NOT_CONNECTED};
     ::FreeLibrary(library);
+    place.isConnected = status != ERROR_CONNECTION_UNAVAIL;
+    if (status == NO_ERROR || !place.isConnected)
+        place.name = name;
+    return place;
 }
 
-} // namespace
-
-CString DriveName(const CString& root)
+CString DriveName(const CString& root, const NetworkPlace& place)
 {
     if (root[0] == '\\')
         return root.Left(root.GetLength() - 1);
     const CString drive = root.Left(2);
-    char name[MAX_PATH] = "";
-    if (PictureOfDrive(root) == PlacePicture::kNetworkDrive)
-        GetConnection(drive, name, sizeof name);
-    return name[0] != '\0' ? drive + "  " + name : drive;
+    if (place.name.IsEmpty())
+        return drive;
+    return drive + "  " + (place.isConnected ? place.name : LoadText(ZO_IDS_FILE_DISCONNECTED, place.name));
 }
 
 // Pictures ------------------------------------------------------------------------------------------------------------

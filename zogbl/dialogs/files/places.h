@@ -6,16 +6,14 @@
 
 #include <vector>
 
-/// Keeps the system from showing boxes of its own, "no disk in the drive" say, while it lives.
+/// Keeps the system from showing boxes of its own, "no disk in the drive" say, while it lives. The mode is that of the
+/// process, and several threads may have one of these: the last that ends puts it back.
 class NoSystemBoxes {
 public:
-    NoSystemBoxes() : m_mode(::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX)) {}
-    ~NoSystemBoxes() { ::SetErrorMode(m_mode); }
+    NoSystemBoxes();
+    ~NoSystemBoxes();
     NoSystemBoxes(const NoSystemBoxes&) = delete;
     NoSystemBoxes& operator=(const NoSystemBoxes&) = delete;
-
-private:
-    UINT m_mode;
 };
 
 /// What a folder holds, sorted as the user sorts names. Hidden and system entries are left out.
@@ -59,14 +57,21 @@ CString ResolvePath(const CString& folder, const CString& typed);
 /// Whether a full path can be the name of a file or folder: no character that the system keeps for itself, no device.
 bool IsValidPath(const CString& path);
 
-/// The drives of the system, as roots.
-void ListDrives(CStringArray& roots);
-/// A drive as a person knows it: its letter, and the place in the network that it stands for. The drive is not read.
-CString DriveName(const CString& root);
-
 enum class PlacePicture { kFolder, kOpenFolder, kDrive, kNetworkDrive, kRemovableDrive };
 constexpr int kPlacePictures = 5;
 constexpr int kPictureSize = 16; // pixels, both ways
 
+/// The drives of the system, as roots. None is touched.
+void ListDrives(CStringArray& roots);
+
+/// What a drive is, without reading it. The system may ask the network for these, which can take long.
 PlacePicture PictureOfDrive(const CString& root);
+struct NetworkPlace {
+    CString name; ///< that the drive stands for, "\\server\share"; empty: none
+    bool isConnected = true;
+};
+NetworkPlace NetworkPlaceOf(const CString& root);
+/// A drive as a person knows it: its letter, and its place in the network.
+CString DriveName(const CString& root, const NetworkPlace& place);
+
 void DrawPlacePicture(HDC dc, int x, int y, PlacePicture picture);

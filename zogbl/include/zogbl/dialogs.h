@@ -8,8 +8,10 @@
 #include <zogbl/ask_name_dialog.h>
 #include <zogbl/dialog.h>
 #include <zogbl/document_save.h>
+#include <zogbl/file_form.h>
 #include <zogbl/file_open.h>
 #include <zogbl/font_dialog.h>
+#include <zogbl/file_open_page.h>
 #include <zogbl/language_dialog.h>
 #include <zogbl/message_box.h>
 #include <zogbl/new_document_dialog.h>

@@ -222,6 +222,20 @@
 #define ZO_IDC_FOLDER_PATH 25434
 #define ZO_IDC_FOLDER_NEW 25435
 
+// The form for files beyond the system's numbers. Opening and disconnected have a path in them.
+#define ZO_IDS_FILE_OPENING 20900
+#define ZO_IDS_FILE_DISCONNECTED 20901
+#define ZO_IDS_NEW_FOLDER_TITLE 20902
+#define ZO_IDS_NEW_FOLDER_PROMPT 20903
+#define ZO_IDD_FILE_PAGE 25600
+#define ZO_IDC_FILE_UP 25610
+#define ZO_IDC_FILE_NEW_FOLDER 25611
+#define ZO_IDC_FILE_RECENT 25612
+#define ZO_IDC_FILE_RECENT_LABEL 25613
+#define ZO_IDC_FILE_TYPES_LABEL 25614
+#define ZO_IDC_FILE_FOLDERS_LABEL 25615
+#define ZO_IDC_FILE_DRIVES_LABEL 25616
+
 // New document: the choice of its type.
 #define ZO_IDD_NEW_DOCUMENT 25428
 #define ZO_IDC_NEW_DOCUMENT_DESCRIPTION 25229

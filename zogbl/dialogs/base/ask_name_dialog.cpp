@@ -4,7 +4,7 @@
 #include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 
-#include "dialogs/base/dialog_resource.h"
+#include "dialog_resource.h"
 
 #include <cstring>
 
