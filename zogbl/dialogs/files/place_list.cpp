@@ -1,8 +1,10 @@
 #include "place_list.h"
 
 #include <common/double_byte.h>
+#include <zogbl/resource_ids.h>
 
 #include "controls/drawing/item_painting.h"
+#include "dialogs/base/dialog_resource.h"
 
 #include <algorithm>
 
@@ -48,6 +50,16 @@ void DrawPlace(const DRAWITEMSTRUCT& item, PlacePicture picture, int indent)
                          picture);
     if ((item.itemState & ODS_FOCUS) != 0)
         ::DrawFocusRect(item.hDC, &item.rcItem);
+}
+
+CString DriveName(const CString& root, const NetworkPlace& place)
+{
+    if (root[0] == '\\')
+        return root.Left(root.GetLength() - 1);
+    const CString drive = root.Left(2);
+    if (place.name.IsEmpty())
+        return drive;
+    return drive + "  " + (place.isConnected ? place.name : LoadText(ZO_IDS_FILE_DISCONNECTED, place.name));
 }
 
 CString TypedText(HWND field)

@@ -14,6 +14,9 @@ int PlaceRowHeight(HWND window);
 /// Draws an item of a list or combo box that holds texts.
 void DrawPlace(const DRAWITEMSTRUCT& item, PlacePicture picture, int indent);
 
+/// A drive as a person knows it: its letter, and its place in the network. Throws CMemoryException*.
+CString DriveName(const CString& root, const NetworkPlace& place);
+
 /// Characters that can be typed as a path: enough for the check of its length to see.
 constexpr int kTypedLimit = 2 * MAX_PATH - 1;
 

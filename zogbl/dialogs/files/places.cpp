@@ -1,8 +1,5 @@
 #include "places.h"
 
-#include <zogbl/resource_ids.h>
-
-#include "dialogs/base/dialog_resource.h"
 #include "files/folder_walk.h"
 #include "ground/bounded_text.h"
 
@@ -256,6 +253,9 @@ CString ResolvePath(const CString& folder, const CString& typed)
 bool IsValidPath(const CString& path)
 {
     const CString root = RootOf(path);
+    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+    if (path.Mid(1, 1) == ":" && !isLetter(path[0]))
+        return false;
     if (root.IsEmpty() || path.Left(4) == "\\\\.\\" || path.Left(4) == "\\\\?\\")
         return false;
     for (LPCSTR p = (LPCSTR)path + (path[1] == ':' ? 2 : 0); *p != '\0'; p += CharacterWidth(p)) {
@@ -310,16 +310,6 @@ NetworkPlace NetworkPlaceOf(const CString& root)
     if (status == NO_ERROR || !place.isConnected)
         place.name = name;
     return place;
-}
-
-CString DriveName(const CString& root, const NetworkPlace& place)
-{
-    if (root[0] == '\\')
-        return root.Left(root.GetLength() - 1);
-    const CString drive = root.Left(2);
-    if (place.name.IsEmpty())
-        return drive;
-    return drive + "  " + (place.isConnected ? place.name : LoadText(ZO_IDS_FILE_DISCONNECTED, place.name));
 }
 
 // Pictures ------------------------------------------------------------------------------------------------------------

@@ -71,7 +71,5 @@ struct NetworkPlace {
     bool isConnected = true;
 };
 NetworkPlace NetworkPlaceOf(const CString& root);
-/// A drive as a person knows it: its letter, and its place in the network.
-CString DriveName(const CString& root, const NetworkPlace& place);
 
 void DrawPlacePicture(HDC dc, int x, int y, PlacePicture picture);
