@@ -120,6 +120,8 @@ void WindowLayout::OnSize()
             place();
         }
     }
+    // A control that moved may have taken along what another one had left in its place.
+    m_window.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void WindowLayout::OnGetMinMaxInfo(MINMAXINFO& info) const { info.ptMinTrackSize = {m_least.cx, m_least.cy}; }

@@ -157,8 +157,14 @@ void FolderBox::ShowFolder(const CString& folder, const std::vector<CString>& in
         for (const CString& name : inside)
             filling.Add(name, PlaceIndent(m_nLevel + 1) + kPlaceTextOffset);
     }
-    if (m_hWnd != nullptr)
-        SetCurSel(m_nLevel);
+    if (m_hWnd == nullptr)
+        return;
+    SetCurSel(m_nLevel);
+    CRect area;
+    GetClientRect(&area);
+    const int rows = area.Height() / (std::max)(GetItemHeight(0), 1);
+    if (m_nLevel + 1 >= rows) // what is in the folder is seen, too
+        SetTopIndex(m_nLevel - rows / 2);
 }
 
 CString FolderBox::GetSelectedFolder() const
