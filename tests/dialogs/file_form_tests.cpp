@@ -8,6 +8,7 @@
 
 #include <zogbl/file_open.h>
 #include <zogbl/file_open_page.h>
+#include <zogbl/file_open_wizard_page.h>
 #include <zogbl/resource_ids.h>
 
 #include <atomic>
@@ -454,6 +455,33 @@ TEST_F(DeadDrives, LetAPageCloseItsSheetWhenTheyAnswer)
     }});
     EXPECT_EQ(IDOK, sheet.DoModal());
     EXPECT_STREQ("J:\\alpha.txt", sheet.page.GetPathName());
+}
+
+TEST_F(DeadDrives, LetAWizardGoOnWhenTheyAnswer)
+{
+    CZoFileOpenWizardPage page(TRUE, 0, "txt", Path("").c_str(), OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, kFilter);
+    CZoWizardSheet wizard(ZO_IDS_PROMPT_TITLE);
+    EXPECT_TRUE(wizard.AddPage(&page));
+    const auto show = [&](const DialogDriver::Act& act) {
+        const DialogDriver driver({act});
+        return wizard.DoModal();
+    };
+    EXPECT_EQ(IDCANCEL, show([](HWND window) { Key(window, VK_ESCAPE); })) << "nothing is lost";
+    EXPECT_EQ(IDOK, show([&](HWND window) {
+                  ExpectTidy(window);
+                  ExpectTidy(page);
+                  Press(window, IDOK);
+                  EXPECT_EQ(::GetDlgItem(page, kName), GetFocus()) << "there is no name";
+                  SetFocus(::GetDlgItem(page, kFolders));
+                  SendDlgItemMessageA(page, kFolders, LB_SETCURSEL, RowOf(page, kFolders, "sub"), 0);
+                  Key(window, VK_RETURN);
+                  EXPECT_EQ("inner.txt|", RowsOf(page, kFiles));
+                  Type(page, kName, "J:\\alpha");
+                  Press(window, IDOK);
+                  EXPECT_EQ("Opening J:\\alpha ...", Label(page));
+                  AnswerAndWait(page);
+              }));
+    EXPECT_STREQ("J:\\alpha.txt", page.GetPathName());
 }
 
 TEST_F(FileForm, SurvivesFaultsOnAPage)

@@ -12,6 +12,7 @@
 #include <zogbl/file_open.h>
 #include <zogbl/font_dialog.h>
 #include <zogbl/file_open_page.h>
+#include <zogbl/file_open_wizard_page.h>
 #include <zogbl/language_dialog.h>
 #include <zogbl/message_box.h>
 #include <zogbl/new_document_dialog.h>
