@@ -506,5 +506,5 @@ TEST_F(FileForm, SurvivesFaultsOnAPage)
             EXPECT_TRUE(result == IDOK || (run.Fired() && (result == -1 || result == IDCANCEL))) << result;
             EXPECT_TRUE(result != IDOK || run.Fired() || chosen == Path("alpha.txt").c_str());
         },
-        {.memory = 19, .system = 7});
+        {.memory = 31, .system = 11});
 }

@@ -391,5 +391,5 @@ TEST_F(FileOpen, SurvivesFailures)
         EXPECT_TRUE(result == IDCANCEL || (run.Fired() && (result == -1 || result == IDOK))) << result;
         EXPECT_TRUE(result == IDOK || dialog.GetPathName() == start.c_str());
     };
-    RunDialogFaults(person, show, {.memory = 13, .system = 5, .controls = 17});
+    RunDialogFaults(person, show, {.memory = 29, .system = 11, .controls = 37});
 }

@@ -15,7 +15,8 @@ namespace {
 
 constexpr UINT_PTR kLookTimer = 1;
 constexpr UINT kLookEvery = 100;       // milliseconds, for drives that have not answered
-constexpr DWORD kDrivesPatience = 200; // for all of them, before the list is shown as it is
+constexpr DWORD kDrivePatience = 50;   // for one of them
+constexpr DWORD kDrivesPatience = 200; // for all, before the list is shown as it is
 
 constexpr char kEveryFile[] = "*.*";
 
@@ -45,8 +46,7 @@ void DriveBox::Fill()
     ListDrives(roots);
     const DWORD start = ::GetTickCount();
     for (INT_PTR i = 0; i < roots.GetSize(); ++i) {
-        const DWORD passed = ::GetTickCount() - start;
-        AddDrive(roots[i], passed < kDrivesPatience ? kDrivesPatience - passed : 0);
+        AddDrive(roots[i], ::GetTickCount() - start < kDrivesPatience ? kDrivePatience : 0);
     }
 }
 
@@ -87,8 +87,8 @@ void DriveBox::Renew(int row)
         InsertString(row, text);
     }
     SetItemData(row, static_cast<DWORD_PTR>(drive.work->GetPicture()));
-    if (selected == row)
-        SetCurSel(row);
+    if (GetCurSel() != selected)
+        SetCurSel(selected);
     Invalidate();
 }
 
@@ -124,7 +124,7 @@ void DriveBox::SelectDrive(const CString& root)
         return;
     const auto found = std::find_if(m_drives.begin(), m_drives.end(),
                                     [&](const Drive& drive) { return drive.work->GetRoot().CompareNoCase(root) == 0; });
-    SetCurSel(found != m_drives.end() ? static_cast<int>(found - m_drives.begin()) : AddDrive(root, kDrivesPatience));
+    SetCurSel(found != m_drives.end() ? static_cast<int>(found - m_drives.begin()) : AddDrive(root, kDrivePatience));
 }
 
 CString DriveBox::GetDrive() const

@@ -69,7 +69,11 @@ BOOL FileFormParts::TakeName()
     return m_bTaken;
 }
 
-BOOL FileFormParts::IsUnchanged() const { return m_name.GetTyped() == m_csSettled && m_csFolder == m_csSettledFolder; }
+BOOL FileFormParts::IsUnchanged() const
+{
+    const CString typed = m_name.GetTyped();
+    return typed == m_csSettled && (typed.IsEmpty() || m_csFolder == m_csSettledFolder);
+}
 
 void FileFormParts::LookUp(const CString& typed)
 {
@@ -188,12 +192,15 @@ void FileFormParts::Finish(const CString& path)
     WithoutThrowing([&] { KeepRecentFolder(ParentOf(path)); });
 }
 
-/// Over the window, or over the sheet that it is a page of. \return the answer
-int FileFormParts::Tell(UINT message, LPCSTR path, UINT type) const
+/// The window, or the sheet that it is a page of.
+const CWnd& FileFormParts::Owner() const
 {
     const CWnd* parent = (m_window.GetStyle() & WS_CHILD) != 0 ? m_window.GetParent() : nullptr;
-    return AskUser(parent != nullptr ? *parent : m_window, message, path, type);
+    return parent != nullptr ? *parent : m_window;
 }
+
+/// \return the answer
+int FileFormParts::Tell(UINT message, LPCSTR path, UINT type) const { return AskUser(Owner(), message, path, type); }
 
 /// Says why a name cannot be taken, and lets it be corrected. \return false
 bool FileFormParts::Refuse(UINT message, LPCSTR path)

@@ -18,6 +18,8 @@ public:
     void ReloadTexts();
 
 private:
+    static constexpr UINT_PTR kLookTimer = 0x5A46; // among those of any window
+
     /// What is done with an answer.
     enum class Purpose {
         kStart,  ///< shown, whatever it is
@@ -60,6 +62,7 @@ private:
     bool WantsExtension(const CString& typed) const;
     bool IsAcceptable(const CString& path, DWORD attributes, bool hasFolder);
     void Finish(const CString& path);
+    const CWnd& Owner() const;
     int Tell(UINT message, LPCSTR path, UINT type) const;
     bool Refuse(UINT message, LPCSTR path);
 
