@@ -49,7 +49,13 @@ std::string Behind(LPCSTR path)
     Wait();
     return g_behind.empty() ? "Q:\\none" : g_behind + (path + 2);
 }
-HANDLE WINAPI FindFirst(LPCSTR path, WIN32_FIND_DATAA* entry) { return FindFirstFileA(Behind(path).c_str(), entry); }
+HANDLE WINAPI FindFirst(LPCSTR path, WIN32_FIND_DATAA* entry)
+{
+    const HANDLE found = FindFirstFileA(Behind(path).c_str(), entry);
+    if (IsDead(path) && g_behind.empty())
+        SetLastError(ERROR_NOT_READY);
+    return found;
+}
 DWORD WINAPI Attributes(LPCSTR path) { return GetFileAttributesA(Behind(path).c_str()); }
 UINT WINAPI DriveType(LPCSTR root)
 {
@@ -104,6 +110,7 @@ protected:
         Answer();
         EXPECT_TRUE(WaitUntil([] { return g_waiting == 0; }));
         Sleep(50); // the threads end
+        EXPECT_EQ(0u, SetErrorMode(m_mode)) << "of the system's boxes";
         CloseHandle(g_answer);
     }
     void Answer(const std::string& folder = {})
@@ -117,6 +124,7 @@ protected:
         EXPECT_TRUE(WaitUntil([&] { return Label(dialog).find("Opening") != 0; }));
     }
 
+    const UINT m_mode = SetErrorMode(0);
     const ImportPatch m_drives{kZogbl, "GetLogicalDrives",
                                +[]() WINAPI -> DWORD { return GetLogicalDrives() | (0x3FF << ('J' - 'A')); }};
     const ImportPatch m_types{kZogbl, "GetDriveTypeA", &DriveType};
@@ -159,9 +167,11 @@ TEST_F(DeadDrives, AreListedAtOnceAndTouchedByNobody)
 TEST_F(DeadDrives, LeaveTheDialogItsOwnMaster)
 {
     const auto open = [](HWND dialog) {
+        const DWORD start = GetTickCount();
         Choose(dialog, kDrives, RowOf(dialog, kDrives, "J:"));
         EXPECT_EQ("Opening J:\\ ...", Label(dialog));
         EXPECT_EQ("alpha.txt|", RowsOf(dialog, kFiles)) << "what was there stays meanwhile";
+        EXPECT_LT(GetTickCount() - start, 3000u);
     };
     for (const auto& way : WaysToGiveUp()) { // while it is being opened
         EXPECT_EQ(IDCANCEL, Show(TRUE, [&](HWND dialog) {
@@ -239,6 +249,29 @@ TEST_F(DeadDrives, AreShownWhenTheyAnswer)
     EXPECT_EQ(IDCANCEL, dialog.DoModal());
 }
 
+TEST_F(DeadDrives, DoNotDisturbWhoIsElsewhere)
+{
+    CZoFileOpen dialog(FALSE, 0, "txt", "J:\\sub\\deep\\x.txt", OFN_HIDEREADONLY, kFilter);
+    dialog.m_ofn.lpstrInitialDir = "D:\\";
+    HWND window = nullptr;
+    const DialogDriver driver({[&](HWND open) {
+                                   window = open;
+                                   Press(window, kNewFolder);
+                                   EXPECT_TRUE(WaitUntil([&] { return Label(window).find("Opening") != 0; }));
+                                   EXPECT_EQ(3, g_touched) << "not each folder of a drive that is not ready";
+                                   EXPECT_EQ("x.txt", TextOf(window, kName));
+                                   Key(window, VK_ESCAPE);
+                               },
+                               [&](HWND box) {
+                                   Answer();
+                                   for (int i = 0; i < 30; ++i, Sleep(10))
+                                       Settle();
+                                   EXPECT_EQ(0u, Label(window).find("Opening")) << "a box is open over it";
+                                   Press(box, IDCANCEL);
+                               }});
+    EXPECT_EQ(IDCANCEL, dialog.DoModal());
+}
+
 TEST_F(FileForm, KnowsTheFoldersOfLastTime)
 {
     EXPECT_EQ(IDCANCEL, Show(TRUE, [](HWND dialog) {
@@ -261,6 +294,10 @@ TEST_F(FileForm, KnowsTheFoldersOfLastTime)
               }));
     EXPECT_EQ(Path("sub\\new.txt"), m_chosen);
     CStringArray folders;
+    EXPECT_EQ(0u, m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey() + "\\Files", "RecentFolders",
+                                              "C:\\a*c:\\A*C:\\b"));
+    LoadRecentFolders(folders);
+    EXPECT_EQ(2, folders.GetSize()) << "each once";
     for (int i = 0; i < 12; ++i)
         KeepRecentFolder(("C:\\" + std::string(250, static_cast<char>('a' + i))).c_str());
     LoadRecentFolders(folders);
@@ -409,6 +446,7 @@ TEST_F(FileForm, IsAPageThatTakesTheNameWithItsSheet)
     };
     EXPECT_EQ(IDOK, show([&](HWND window) {
                   EXPECT_FALSE(IsEnabled(window, ID_APPLY_NOW));
+                  EXPECT_LT(0, SendDlgItemMessageA(PageOf(window), kFolders, LB_GETTOPINDEX, 0, 0));
                   ExpectTidy(PageOf(window));
                   ChangeLanguage(kGerman);
                   ExpectTidy(PageOf(window));

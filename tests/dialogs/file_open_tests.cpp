@@ -4,6 +4,8 @@
 #include "support/product_test.h"
 #include "support/test.h"
 
+#include <common/wait.h>
+
 #include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
 
@@ -332,15 +334,17 @@ TEST_F(FileOpen, NamesPlacesInTheNetwork)
         ZO_FAULTY_CALL(LoadLibraryA) load(faults, "ZOGBLBRX.DLL", nullptr, ERROR_MOD_NOT_FOUND);
         ZO_FAULTY_CALL(GetProcAddress) bind(faults, "ZOGBLBRX.DLL", nullptr, ERROR_PROC_NOT_FOUND);
         CZoFileOpen dialog(TRUE, 0, nullptr, Path("").c_str(), kHide | OFN_PATHMUSTEXIST);
-        const DialogDriver driver(
-            {[&](HWND open) {
-                 const std::string drives = RowsOf(open, kDrives);
-                 EXPECT_NE(std::string::npos, drives.find("C:|"));
-                 EXPECT_TRUE(run.Fired() || drives.find("Z:  \\\\server\\share|") != std::string::npos) << drives;
-                 Enter(open, kElsewhere);
-                 Press(open, IDCANCEL);
-             },
-             AnswerBox(Box(kElsewhere, kNoFolder), IDOK)});
+        const DialogDriver driver({[&](HWND open) {
+                                       const std::string drives = RowsOf(open, kDrives);
+                                       EXPECT_NE(std::string::npos, drives.find("C:|"));
+                                       EXPECT_TRUE(run.Fired() || WaitUntil([&] {
+                                                       return RowOf(open, kDrives, "Z:  \\\\server\\share") >= 0;
+                                                   }))
+                                           << drives;
+                                       Enter(open, kElsewhere);
+                                       Press(open, IDCANCEL);
+                                   },
+                                   AnswerBox(Box(kElsewhere, kNoFolder), IDOK)});
         EXPECT_EQ(IDCANCEL, dialog.DoModal());
     });
 }

@@ -280,42 +280,22 @@ CString RecentBox::GetFolder() const { return RowText(m_hWnd != nullptr ? GetCur
 
 // The folder's name ---------------------------------------------------------------------------------------------------
 
-BEGIN_MESSAGE_MAP(FolderLabel, CStatic)
-    ON_WM_SIZE()
-END_MESSAGE_MAP()
+void FolderLabel::ShowPath(const CString& path) { Fit(path, true); }
 
-void FolderLabel::ShowPath(const CString& path)
-{
-    m_csText = path;
-    m_bPath = true;
-    Fit();
-}
+void FolderLabel::ShowText(const CString& text) { Fit(text, false); }
 
-void FolderLabel::ShowText(const CString& text)
-{
-    m_csText = text;
-    m_bPath = false;
-    Fit();
-}
-
-void FolderLabel::Fit()
+void FolderLabel::Fit(const CString& text, bool isPath)
 {
     if (m_hWnd == nullptr)
         return;
-    WithoutThrowing([this] {
+    WithoutThrowing([&] {
         WindowFontDC dc(m_hWnd);
         CRect area;
         GetClientRect(&area);
-        char text[2 * MAX_PATH];
-        ::lstrcpynA(text, m_csText, sizeof text);
-        if (m_bPath)
-            CZoGlobalFileNameFunctions::AbbreviateFilePath(m_csText, text, &dc, area.right);
-        SetWindowText(FittingText(dc.m_hDC, text, area.right));
+        char shown[2 * MAX_PATH];
+        ::lstrcpynA(shown, text, sizeof shown);
+        if (isPath)
+            CZoGlobalFileNameFunctions::AbbreviateFilePath(text, shown, &dc, area.right);
+        SetWindowText(FittingText(dc.m_hDC, shown, area.right));
     });
-}
-
-void FolderLabel::OnSize(UINT, int, int)
-{
-    Default();
-    Fit();
 }

@@ -99,13 +99,6 @@ public:
     void ShowPath(const CString& path);
     void ShowText(const CString& text);
 
-protected:
-    afx_msg void OnSize(UINT type, int cx, int cy);
-    DECLARE_MESSAGE_MAP()
-
 private:
-    void Fit();
-
-    CString m_csText;
-    bool m_bPath = false;
+    void Fit(const CString& text, bool isPath);
 };
