@@ -199,9 +199,13 @@ TEST_F(DeadDrives, LeaveTheDialogItsOwnMaster)
                   open(dialog);
                   Enter(dialog, "sub"); // another choice
                   EXPECT_EQ("inner.txt|", RowsOf(dialog, kFiles));
+                  constexpr UINT kNoBoxes = SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX;
+                  EXPECT_EQ(kNoBoxes, SetErrorMode(kNoBoxes)) << "for J:, which is still being opened";
                   Enter(dialog, "J:\\file");
                   EXPECT_EQ("Opening J:\\file ...", Label(dialog));
+                  const int touched = g_touched;
                   Key(dialog, VK_RETURN);
+                  EXPECT_EQ(touched, g_touched) << "it is being looked up already";
                   Type(dialog, kName, "J:\\fil");
                   EXPECT_EQ(std::string::npos, Label(dialog).find("Opening")) << "another name";
                   Answer(Path("none"));
