@@ -155,8 +155,6 @@ TEST_F(DeadDrives, AreListedAtOnceAndTouchedByNobody)
         EXPECT_TRUE(WaitUntil([&] { return RowOf(dialog, kDrives, "S:  \\\\server\\share (disconnected)") >= 0; }));
         EXPECT_TRUE(WaitUntil([&] { return RowOf(dialog, kDrives, "J:  \\\\server\\share") >= 0; }));
         EXPECT_EQ(chosen, ChosenRow(dialog, kDrives));
-        EXPECT_EQ(std::count(drives.begin(), drives.end(), '|'),
-                  SendDlgItemMessageA(dialog, kDrives, CB_GETCOUNT, 0, 0));
         ChangeLanguage(kGerman);
         EXPECT_LE(0, RowOf(dialog, kDrives, "K:  \\\\server\\share (nicht verbunden)"));
         EXPECT_EQ(0, g_touched);
