@@ -62,20 +62,21 @@ constexpr struct {
 };
 
 /// Controls with those texts, as they then stand in the dialog or beside it.
-std::vector<Control> RunTimeControls(HMODULE library, WORD id, HWND dialog, const std::vector<Control>& controls)
+std::vector<DialogControl> RunTimeControls(HMODULE library, WORD id, HWND dialog,
+                                           const std::vector<DialogControl>& controls)
 {
     constexpr LONG kButtonWidth = 50, kButtonHeight = 14; // dialog units
-    std::vector<Control> found;
+    std::vector<DialogControl> found;
     for (const auto& row : kRunTimeTexts) {
         wchar_t text[256] = {};
         if (id < row.firstDialog || id > row.lastDialog)
             continue;
         EXPECT_NE(0, LoadStringW(library, row.text, text, 256)) << row.text;
-        Control shown = {
+        DialogControl shown = {
             dialog, row.control, {0, 0, kButtonWidth, kButtonHeight}, false, row.control == 0, false, BS_PUSHBUTTON,
             0,      text};
         MapDialogRect(dialog, &shown.place);
-        for (const Control& control : controls)
+        for (const DialogControl& control : controls)
             shown = row.control > 0 && control.id == row.control ? control : shown;
         EXPECT_TRUE(row.control <= 0 || shown.isStatic || row.control == IDCANCEL) << row.control;
         shown.text = text;
@@ -86,7 +87,7 @@ std::vector<Control> RunTimeControls(HMODULE library, WORD id, HWND dialog, cons
 
 /// A person needs no mouse: each control that Tab reaches has a letter, in its text or in the last one before it (dots
 /// stand for none; OK and Cancel have keys anyway). No letter stands twice, and Tab goes to the right or downwards.
-void ExpectKeys(WORD id, const std::vector<Control>& controls, const std::vector<Control>& later)
+void ExpectKeys(WORD id, const std::vector<DialogControl>& controls, const std::vector<DialogControl>& later)
 {
     std::set<wchar_t> letters;
     const auto hasLetter = [&](const std::wstring& text) {
@@ -96,11 +97,11 @@ void ExpectKeys(WORD id, const std::vector<Control>& controls, const std::vector
         EXPECT_TRUE(letters.insert(static_cast<wchar_t>(towupper(text[mark + 1]))).second) << "twice in " << text;
         return true;
     };
-    for (const Control& control : later)
+    for (const DialogControl& control : later)
         EXPECT_TRUE(control.id > 0 || hasLetter(control.text)) << control.text;
     bool hasOne = id == ZO_IDD_PROGRAM_PROMPT || id == ZO_IDD_ASK_NAME; // whose labels programs give them
-    const Control* last = nullptr;
-    for (const Control& control : controls) {
+    const DialogControl* last = nullptr;
+    for (const DialogControl& control : controls) {
         if (control.text.find_first_not_of(L'.') != std::wstring::npos)
             hasOne = hasLetter(control.text);
         if ((control.style & WS_TABSTOP) == 0)
@@ -139,9 +140,9 @@ TEST_P(Dialogs, OpenAndHoldTheirTexts)
         SCOPED_TRACE(testing::Message() << "dialog " << id);
         const HWND dialog = CreateDialogParamW(m_library, MAKEINTRESOURCEW(id), parent, &NoDialogProcedure, 0);
         ASSERT_NE(nullptr, dialog);
-        const std::vector<Control> controls = ControlsOf(dialog);
+        const std::vector<DialogControl> controls = ControlsOf(dialog);
         ExpectTidy(dialog);
-        const std::vector<Control> later = RunTimeControls(m_library, id, dialog, controls);
+        const std::vector<DialogControl> later = RunTimeControls(m_library, id, dialog, controls);
         std::for_each(later.begin(), later.end(), &ExpectFits);
         ExpectKeys(id, controls, later);
         if (isOwnSystem && !controls.empty()) {

@@ -32,7 +32,7 @@ std::wstring WideTextOf(HWND window)
     return text;
 }
 
-void ExpectApart(const Control& first, const Control& second)
+void ExpectApart(const DialogControl& first, const DialogControl& second)
 {
     RECT common;
     // The arrows beside a number overlap its frame by what the system chooses.
@@ -63,9 +63,9 @@ private:
 
 } // namespace
 
-std::vector<Control> ControlsOf(HWND dialog)
+std::vector<DialogControl> ControlsOf(HWND dialog)
 {
-    std::vector<Control> controls;
+    std::vector<DialogControl> controls;
     for (HWND window = GetWindow(dialog, GW_CHILD); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
         wchar_t name[20] = {};
         GetClassNameW(window, name, 20);
@@ -83,7 +83,7 @@ std::vector<Control> ControlsOf(HWND dialog)
     return controls;
 }
 
-void ExpectFits(const Control& control)
+void ExpectFits(const DialogControl& control)
 {
     if (control.text.empty() || control.IsPicture())
         return;
@@ -117,9 +117,9 @@ void ExpectTidy(HWND dialog)
     CRect client;
     GetClientRect(dialog, &client);
     EXPECT_LE(Measure(dialog, WideTextOf(dialog), client.right, DT_SINGLELINE).cx, client.right) << "title";
-    std::vector<Control> controls = ControlsOf(dialog);
+    std::vector<DialogControl> controls = ControlsOf(dialog);
     if (IsWindowVisible(dialog))
-        std::erase_if(controls, [](const Control& control) { return (control.style & WS_VISIBLE) == 0; });
+        std::erase_if(controls, [](const DialogControl& control) { return (control.style & WS_VISIBLE) == 0; });
     for (size_t i = 0; i < controls.size(); ++i) {
         const RECT& place = controls[i].place;
         EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= client.right && place.bottom <= client.bottom)

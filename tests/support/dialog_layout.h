@@ -10,7 +10,7 @@
 namespace zo_test {
 
 /// A control of a dialog.
-struct Control {
+struct DialogControl {
     HWND window;
     int id;
     RECT place; // in the dialog
@@ -32,10 +32,10 @@ struct Control {
 };
 
 /// In the order of Tab.
-std::vector<Control> ControlsOf(HWND dialog);
+std::vector<DialogControl> ControlsOf(HWND dialog);
 
 /// Expects that the control has room for its text.
-void ExpectFits(const Control& control);
+void ExpectFits(const DialogControl& control);
 /// Expects that title and texts fit, no control lies outside or over another. Hidden controls count as long as the
 /// dialog itself is hidden.
 void ExpectTidy(HWND dialog);

@@ -17,12 +17,14 @@ protected:
     std::string Kept()
     {
         char text[200];
-        m_product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "CustomColors", text, sizeof text, "");
+        m_product.Config().GetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey() + "\\Colors", "CustomColors", text,
+                                    sizeof text, "");
         return text;
     }
     void Keep(const std::string& text)
     {
-        m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey(), "CustomColors", text.c_str());
+        m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey() + "\\Colors", "CustomColors",
+                                    text.c_str());
     }
     static std::string Repeat(const char* text, int count)
     {

@@ -428,7 +428,7 @@ TEST_F(Header, KeepsItsColumnsInARecord)
         EXPECT_FALSE(other.SetRecord(damaged)) << damaged;
     }
     for (const char* bad : {LPCSTR{}, static_cast<LPCSTR>(longer),
-                            "ZoHeader1 3 0 0 50 0 50 0 50 0 153", // a place of three columns
+                            "ZoHeader1 3 0 0 50 0 50 0 50 0 1157995566", // a place of three columns
                             "ZoHeader1 3 0 0 99999999999 0 1 1 1 2 99999999999"})
         EXPECT_FALSE(other.SetRecord(bad)) << bad;
     EXPECT_EQ(before, other.GetRecord());

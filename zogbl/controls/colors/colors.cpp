@@ -3,10 +3,10 @@
 #include <common/without_throwing.h>
 #include <zogbl/effects.h>
 #include <zogbl/gdi_data.h>
-#include <zogbl/global_config.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/resource_lookup.h>
-#include <zogbl/version_resource.h>
+
+#include "resources/user_settings.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -102,8 +102,8 @@ CString ZoGetColorText(COLORREF color) { return TextOf(color, ZoGetColorName(col
 
 namespace {
 
-constexpr DWORD kMode = ZO_MODE_LOCAL_MACHINE;
-constexpr LPCSTR kValue = "CustomColors"; // "rrggbb rrggbb ...", hexadecimal: text, as Win32s has no other values
+constexpr LPCSTR kSection = "Colors";
+constexpr LPCSTR kValue = "CustomColors"; // "rrggbb rrggbb ...", hexadecimal
 constexpr int kDigits = 6;
 constexpr int kTextSize = kCustomColorCount * (kDigits + 1); // a space or the terminator behind each
 
@@ -112,8 +112,8 @@ BOOL ReadColors(LPCSTR text, COLORREF* colors)
 {
     COLORREF read[kCustomColorCount];
     for (COLORREF& color : read) {
-        const bool isLast = &color == std::end(read) - 1; // behind which there is no room for more
-        if (std::strspn(text, "0123456789abcdefABCDEF") != kDigits || (!isLast && text[kDigits] != ' '))
+        const char behind = &color == std::end(read) - 1 ? '\0' : ' ';
+        if (std::strspn(text, "0123456789abcdefABCDEF") != kDigits || text[kDigits] != behind)
             return FALSE;
         const auto number = static_cast<DWORD>(std::strtoul(text, nullptr, 16));
         color = RGB(number >> 16, number >> 8, number);
@@ -123,15 +123,6 @@ BOOL ReadColors(LPCSTR text, COLORREF* colors)
     return TRUE;
 }
 
-/// Calls \p operation with the user's key. \return its answer; FALSE without a product, and without memory
-template <class OPERATION> BOOL WithUserKey(OPERATION operation)
-{
-    return WithoutThrowing([&]() -> BOOL {
-        CZoVersionResource product;
-        return product.ExtractVersionInfo() && operation(product.GetCurrentUserKey());
-    });
-}
-
 void KeepCustomColors(const COLORREF* colors)
 {
     char text[kTextSize + 1]; // the last space becomes the terminator
@@ -139,7 +130,7 @@ void KeepCustomColors(const COLORREF* colors)
         wsprintfA(text + i * (kDigits + 1), "%02x%02x%02x ", GetRValue(colors[i]), GetGValue(colors[i]),
                   GetBValue(colors[i]));
     text[kTextSize - 1] = '\0';
-    WithUserKey([&](LPCSTR key) { return CZoGlobalConfig().SetValue(kMode, key, kValue, text) == ERROR_SUCCESS; });
+    KeepSetting(kSection, kValue, text); // if it fails, they last as long as the program
 }
 
 } // namespace
@@ -147,10 +138,9 @@ void KeepCustomColors(const COLORREF* colors)
 COLORREF* ReadCustomColors()
 {
     COLORREF* colors = CColorDialog::GetSavedCustomColors();
-    WithUserKey([=](LPCSTR key) {
-        char text[kTextSize];
-        return CZoGlobalConfig().GetValue(kMode, key, kValue, text, sizeof text, "") == ERROR_SUCCESS &&
-               ReadColors(text, colors);
+    WithoutThrowing([=] {
+        CString text;
+        return ReadSetting(kSection, kValue, text) && ReadColors(text, colors);
     });
     return colors;
 }

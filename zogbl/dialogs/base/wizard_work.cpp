@@ -55,7 +55,7 @@ BOOL CZoWizardSheet::SetPosition(LONGLONG done)
         return !m_bCancelled;
     m_bar.SetPosition(done);
     m_bInside = TRUE;
-    if (!PumpMessages(*this, m_bCancelled))
+    if (!PumpMessages(*this, m_bar, m_bCancelled))
         m_bCancelled = TRUE;
     m_bInside = FALSE;
     return !m_bCancelled;

@@ -3,17 +3,12 @@
 #include <common/without_throwing.h>
 #include <zogbl/resource_ids.h>
 
+#include "dialogs/base/message_pump.h"
 #include "dialogs/base/tell_user.h"
 
 #include <utility>
 
 namespace {
-
-constexpr DWORD kLongestPump = 50; // milliseconds: messages that come without end must not stop the job
-
-constexpr struct {
-    UINT first, last;
-} kInput[] = {{WM_KEYFIRST, WM_KEYLAST}, {WM_NCMOUSEMOVE, WM_NCMBUTTONDBLCLK}, {WM_MOUSEFIRST, WM_MOUSELAST}};
 
 thread_local CZoAbortDialog* t_running = nullptr; // the innermost
 thread_local HDC t_cancelledPrinter = nullptr;    // of a job that was cancelled, and whose dialog has gone
@@ -141,42 +136,10 @@ BOOL CZoAbortDialog::Continue()
         return !m_bCancelled;
     m_bInside = TRUE;
     ShowRemaining();
-    // Keys and clicks first: the system hands them out behind all that windows post, which may have no end. It does so
-    // too with the drawing and the bar's time.
-    const DWORD begun = ::GetTickCount();
-    for (const auto& [first, last] : kInput)
-        Pump(begun, nullptr, first, last);
-    Pump(begun, nullptr, 0, 0);
-    if (m_hWnd != nullptr) {
-        Pump(::GetTickCount(), m_bar.m_hWnd, WM_TIMER, WM_TIMER);
-        ::RedrawWindow(m_hWnd, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    }
+    if (!PumpMessages(*this, m_bar, m_bCancelled))
+        m_bCancelled = TRUE;
     m_bInside = FALSE;
     return !m_bCancelled;
-}
-
-/// Dispatches messages of a window, or of all, as long as there are some and the time is not over.
-void CZoAbortDialog::Pump(DWORD begun, HWND window, UINT first, UINT last)
-{
-    MSG message;
-    while (!m_bCancelled && ::GetTickCount() - begun < kLongestPump &&
-           ::PeekMessage(&message, window, first, last, PM_REMOVE)) {
-        if (message.message == WM_QUIT) {
-            ::PostQuitMessage(static_cast<int>(message.wParam)); // for the loop that waits for it
-            m_bCancelled = TRUE;
-        } else {
-            WithoutThrowing([&] { Dispatch(message); });
-        }
-    }
-}
-
-void CZoAbortDialog::Dispatch(MSG& message)
-{
-    CWinThread* thread = AfxGetThread(); // null in a host without an application object
-    if (thread != nullptr ? thread->PreTranslateMessage(&message) : IsDialogMessage(&message))
-        return;
-    ::TranslateMessage(&message);
-    ::DispatchMessage(&message);
 }
 
 /// Its owner was destroyed, and it with it.

@@ -55,8 +55,6 @@ protected:
     void PostNcDestroy() override;
 
 private:
-    void Pump(DWORD begun, HWND window, UINT first, UINT last);
-    void Dispatch(MSG& message);
     static BOOL CALLBACK AbortProc(HDC, int);
     void ShowButton();
     void ShowRemaining();

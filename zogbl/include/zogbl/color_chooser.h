@@ -36,8 +36,9 @@ ZOGBL_API CString ZoGetColorText(COLORREF color);
 ///     ON_NOTIFY(ZON_COLOR_CHANGED, IDC_COLOR, OnColor)     // a ZoColorNotification
 ///
 /// The custom colours are those of the system's dialog: all of its 16 that are not white. They are kept as the text
-/// "CustomColors" in the user's key (CZoVersionResource::GetCurrentUserKey of the program), also if the dialog is
-/// cancelled. If the program has no such key, they last until it ends. A chooser reads them when its window is made.
+/// "CustomColors" of the key "Colors" below the user's (CZoVersionResource::GetCurrentUserKey of the program), also if
+/// the dialog is cancelled. If the program has no such key, they last until it ends. A chooser reads them when its
+/// window is made.
 class ZOGBL_API CZoColorChooser : public CZoControl {
     DECLARE_DYNAMIC(CZoColorChooser)
 public:

@@ -73,7 +73,7 @@ private:
 
     CString m_csTitle;
     CString m_csPrompt;
-    CString m_csFilter; // as the list shows it, in small letters
+    CString m_csFilter;             // as the list shows it, in small letters
     std::unique_ptr<Texts> m_texts; // null before SetStrings
     Mode m_mode;
     CZoTypeAhead m_typed;
