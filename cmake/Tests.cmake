@@ -3,8 +3,9 @@
 #   zo_add_tests(<area> SOURCES <file>... [LIBRARIES <target>...] [ENVIRONMENTS <environment>...] [GUARD_HEAP])
 #
 # Makes the program <area>_tests and one test for each environment: frame.x86.win98 is area "frame" on the simulated
-# Windows 98, 32 bits. Environments are a family of Windows, with "-932" behind it on a Japanese system; without
-# ENVIRONMENTS all of them. GUARD_HEAP adds a run on the guard heap (tests/support/guard_heap.h).
+# Windows 98, 32 bits. Environments are a family of Windows, with "-932" behind it on a Japanese system, and "-dpi144"
+# where a screen has so many dots an inch instead of 96; without ENVIRONMENTS those of ZO_TEST_ENVIRONMENTS. GUARD_HEAP
+# adds a run on the guard heap (tests/support/guard_heap.h).
 #
 # The family goes by the name of the program (cmake/wine.sh), so there is a link to it for each.
 
@@ -14,7 +15,7 @@ set(ZO_WATCHDOG_TIMEOUT 120) # seconds without progress; says which test hangs
 set(ZO_RUN_WINDOWS ${PROJECT_SOURCE_DIR}/cmake/run-windows)
 
 function(zo_add_test_run name environment program)
-  string(REGEX REPLACE "-932$" "" family ${environment})
+  string(REGEX REPLACE "-.*" "" family ${environment})
   set(prefix ${environment})
   if("--guard-heap" IN_LIST ARGN)
     set(prefix ${environment}-guard-heap)
@@ -49,7 +50,7 @@ function(zo_add_tests area)
 
   set(links)
   foreach(environment ${arg_ENVIRONMENTS})
-    string(REGEX REPLACE "-932$" "" family ${environment})
+    string(REGEX REPLACE "-.*" "" family ${environment})
     list(APPEND links ${family})
     zo_add_test_run(${area}.${ZO_ARCH}.${environment} ${environment} ${program})
   endforeach()

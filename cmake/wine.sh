@@ -21,7 +21,7 @@ wine_environment() {
     export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;tapi32=n"
     unset LANG LANGUAGE LC_ALL LOCPATH WINELOADER
     wine_locale=(LC_ALL=C.UTF-8)
-    if [[ $3 == *-932 ]]; then
+    if [[ $3 == *-932* ]]; then
         # Made there by zo, which changes nothing on the machine. The shell itself keeps out of this locale.
         wine_locale=(LC_ALL=ja_JP.UTF-8 LOCPATH="${1%/*}/locale")
     fi

@@ -4,6 +4,7 @@
 #include "support/product_test.h"
 
 #include <zogbl/font_dialog.h>
+#include <zogbl/gdi_data.h>
 #include <zogbl/resource_ids.h>
 
 namespace {
@@ -24,6 +25,9 @@ LOGFONT Tahoma(LONG height = -13, LONG weight = FW_NORMAL)
     lstrcpyA(font.lfFaceName, "Tahoma");
     return font;
 }
+
+/// Pixels on this screen. \param points tenths of a point
+int HeightOf(int points) { return -MulDiv(points, CZoGlobalGDIData::Scale(96), 720); }
 
 /// What a font dialog makes of a font: whether it is the same, else what has become of face, height, weight, slant,
 /// script, effects.
@@ -117,32 +121,32 @@ TEST_F(FontDialog, GivesWhatIsChosen)
 {
     const struct {
         DialogDriver::Act act;
+        int height;
         const char* expected;
     } kRows[] = {
-        {[](HWND window) { TypeSize(window, "20"); }, "Tahoma -27 400 0"},
-        {[](HWND window) { TypeSize(window, "10.5"); }, "Tahoma -14 400 0"},
-        {[](HWND window) { TypeSize(window, " 7,5 "); }, "Tahoma -10 400 0"},
+        {[](HWND window) { TypeSize(window, "20"); }, HeightOf(200), "400 0"},
+        {[](HWND window) { TypeSize(window, "10.5"); }, HeightOf(105), "400 0"},
+        {[](HWND window) { TypeSize(window, " 7,5 "); }, HeightOf(75), "400 0"},
         {[](HWND window) {
              zo_test::Choose(window, kSize, 15);
              EXPECT_EQ("72", TextOf(window, kSize));
          },
-         "Tahoma -96 400 0"},
+         HeightOf(720), "400 0"},
         {[](HWND window) {
              SetFocus(GetDlgItem(window, kStyle));
              Key(window, VK_END);
          },
-         "Tahoma -13 700i 0"},
-        {[](HWND window) { zo_test::Choose(window, kScript, RowOf(window, kScript, "Cyrillic")); },
-         "Tahoma -13 400 204"},
-        {[](HWND window) { zo_test::Choose(window, kScript, 0); }, "Tahoma -13 400 1"},
+         -13, "700i 0"},
+        {[](HWND window) { zo_test::Choose(window, kScript, RowOf(window, kScript, "Cyrillic")); }, -13, "400 204"},
+        {[](HWND window) { zo_test::Choose(window, kScript, 0); }, -13, "400 1"},
         {[](HWND window) {
              AccessKey(window, 'k');
              AccessKey(window, 'u');
          },
-         "Tahoma -13 400 0 struck lined"},
+         -13, "400 0 struck lined"},
     };
     for (const auto& row : kRows)
-        EXPECT_EQ(row.expected, Choose(Tahoma(), row.act));
+        EXPECT_EQ("Tahoma " + std::to_string(row.height) + " " + row.expected, Choose(Tahoma(), row.act));
     std::string first;
     const auto chooseFirst = [&](HWND window) {
         first = RowText(window, kFace, 0);
@@ -152,7 +156,8 @@ TEST_F(FontDialog, GivesWhatIsChosen)
     EXPECT_EQ(first + " -13 400 0", chosen);
     EXPECT_EQ(FIXED_PITCH, m_font.lfPitchAndFamily & 3);
     CZoFontDialog dialog;
-    for (const auto& [height, points] : {std::pair(-13, 98), std::pair(0, 0), std::pair(-96, 720)}) {
+    for (const auto& [height, points] : {std::pair(-13, MulDiv(13, 720, CZoGlobalGDIData::Scale(96))), std::pair(0, 0),
+                                         std::pair(HeightOf(720), 720)}) {
         dialog.SetFont(Tahoma(height));
         EXPECT_EQ(points, dialog.GetPointSize());
     }
@@ -222,7 +227,7 @@ TEST_F(FontDialog, RefusesWhatIsNoSizeAndFollowsTheLanguage)
     acts.insert(acts.end(), 9, AnswerBox(reason, IDOK));
     const DialogDriver driver(acts);
     EXPECT_EQ(IDOK, dialog.DoModal());
-    EXPECT_EQ(-96, dialog.GetFont().lfHeight);
+    EXPECT_EQ(HeightOf(720), dialog.GetFont().lfHeight);
     EXPECT_EQ(RGB(255, 0, 0), dialog.GetColor());
 }
 

@@ -24,6 +24,11 @@ std::string EnvironmentName()
     name += families[static_cast<int>(Family())];
     if (GetACP() != 1252)
         name += "-" + std::to_string(GetACP());
+    const HDC screen = GetDC(nullptr);
+    const int resolution = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    if (resolution != 96)
+        name += "-dpi" + std::to_string(resolution);
     return name;
 }
 

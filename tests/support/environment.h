@@ -26,7 +26,8 @@ inline bool IsDoubleByte() { return GetACP() == 932; }
 /// TRUE under Wine, FALSE on the real system.
 bool IsWine();
 
-/// The environment's name as the build system writes it, for example "x86.win98" or "x64.win10-932".
+/// The environment's name as the build system writes it, for example "x86.win98" or
+/// "x64.win10-932-dpi144".
 std::string EnvironmentName();
 
 /// The test program's folder, with a backslash at its end.
