@@ -23,6 +23,8 @@
 #include <zogbl/select_directory.h>
 #include <zogbl/splash_wnd.h>
 #include <zogbl/string_select_dialog.h>
+#include <zogbl/tool_bar.h>
+#include <zogbl/tool_bar_setup.h>
 #include <zogbl/validators.h>
 #include <zogbl/wizard.h>
 #include <zogbl/workspace.h>
