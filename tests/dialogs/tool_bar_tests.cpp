@@ -521,6 +521,7 @@ TEST_F(ToolBar, SurvivesFaults)
             PictureOf(*bar.GetControl());
             bar.SetUp();
             run.Stop();
+            Idle();
             EXPECT_EQ(3, bar.GetControl()->GetPartCount());
         },
         {.memory = 3, .system = 2});

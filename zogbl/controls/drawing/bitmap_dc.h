@@ -4,6 +4,15 @@
 
 #include <windows.h>
 
+#include <memory>
+#include <type_traits>
+
+struct BitmapDeleter {
+    void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
+};
+/// A bitmap that is deleted with its holder: declare the holder before the context that the bitmap is selected into.
+using BitmapHolder = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+
 /// A memory device context with a bitmap in it.
 class BitmapDC {
 public:

@@ -3,20 +3,12 @@
 #include "bitmap_dc.h"
 
 #include <algorithm>
-#include <memory>
 #include <new>
-#include <type_traits>
 #include <utility>
 
 namespace {
 
 constexpr COLORREF kWhite = RGB(255, 255, 255);
-
-struct BitmapDeleter {
-    void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
-};
-/// A bitmap that is deleted with its holder: declare the holder before the context that the bitmap is selected into.
-using BitmapHolder = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
 
 /// Puts the image on what is in \p work, except where the mask is white: exclusive-or, and with the mask, exclusive-or.
 bool Merge(HDC work, int width, int height, HDC image, HDC mask, int sourceX, int sourceY)

@@ -205,8 +205,8 @@ CZoControl* CZoToolBar::GetControl() const { return m_strip.get(); }
 CSize CZoToolBar::CalcFixedLayout(BOOL bStretch, BOOL)
 {
     constexpr int kAllTheRoom = 32767;
-    const CSize size = ResultOr(CSize(0, 0), [this] { return m_strip->GetBestSize(); });
-    return {bStretch ? kAllTheRoom : static_cast<int>(size.cx), static_cast<int>(size.cy)};
+    const int width = bStretch ? kAllTheRoom : ResultOr(0, [this] { return m_strip->GetBestWidth(); });
+    return {width, m_strip->GetBestHeight()};
 }
 
 void CZoToolBar::OnUpdateCmdUI(CFrameWnd* pTarget, BOOL bDisableIfNoHndler)

@@ -8,26 +8,30 @@
 
 bool ToolBarPictures::Load(UINT id, int width)
 {
-    CBitmap loaded;
+    const LPCSTR name = MAKEINTRESOURCEA(id);
+    BitmapHolder bitmap(::LoadBitmapA(AfxFindResourceHandle(name, RT_BITMAP), name));
     BITMAP description = {};
-    if (width < 1 || !loaded.LoadBitmap(id) || ::GetObjectA(loaded, sizeof description, &description) == 0 ||
+    if (width < 1 || ::GetObjectA(bitmap.get(), sizeof description, &description) == 0 ||
         description.bmWidth % width != 0)
         return false;
     const int count = description.bmWidth / width;
     const CSize size(CZoGlobalGDIData::Scale(width), CZoGlobalGDIData::Scale(description.bmHeight));
-    auto pictures = std::make_unique<CZoTransBmp>(count, 1);
-    if (size.cx == width) {
-        pictures->Attach(loaded.Detach());
-    } else {
+    if (size.cx != width) {
         const CClientDC screen(nullptr);
-        if (!pictures->Attach(::CreateCompatibleBitmap(screen, size.cx * count, size.cy)))
-            return false;
-        const BitmapDC source(screen, loaded), target(screen, *pictures);
-        ::SetStretchBltMode(target, COLORONCOLOR); // mixed colours would stand around the shapes
-        if (!::StretchBlt(target, 0, 0, size.cx * count, size.cy, source, 0, 0, description.bmWidth,
-                          description.bmHeight, SRCCOPY))
-            return false;
+        BitmapHolder scaled(::CreateCompatibleBitmap(screen, size.cx * count, size.cy));
+        {
+            const BitmapDC source(screen, bitmap.get()), target(screen, scaled.get());
+            ::SetStretchBltMode(target, COLORONCOLOR); // mixed colours would stand around the shapes
+            if (!target.IsReady() || !::StretchBlt(target, 0, 0, size.cx * count, size.cy, source, 0, 0,
+                                                   description.bmWidth, description.bmHeight, SRCCOPY))
+                return false;
+        }
+        bitmap = std::move(scaled);
     }
+    auto pictures = std::make_unique<CZoTransBmp>(count, 1);
+    if (!pictures->Attach(bitmap.get()))
+        return false;
+    bitmap.release(); // it belongs to the pictures
     m_pictures = std::move(pictures);
     m_size = size;
     m_count = count;
@@ -44,18 +48,17 @@ void ToolBarPictures::Draw(CDC* dc, CRect area, int picture, bool isEnabled) con
         m_pictures->DrawCellTrans(dc, area.left, area.top, picture, 0);
         return;
     }
-    CBitmap shape; // on white
-    if (!shape.Attach(::CreateCompatibleBitmap(*dc, m_size.cx, m_size.cy)))
-        return;
+    const BitmapHolder shape(::CreateCompatibleBitmap(*dc, m_size.cx, m_size.cy)); // on white
     {
-        const BitmapDC memory(*dc, shape);
+        const BitmapDC memory(*dc, shape.get());
+        if (!memory.IsReady())
+            return;
         ::PatBlt(memory, 0, 0, m_size.cx, m_size.cy, WHITENESS);
         m_pictures->DrawCellTrans(memory, 0, 0, picture, 0);
     }
     if (!isEnabled)
-        ZoDrawDisabledBitmap(*dc, area, shape);
+        ZoDrawDisabledBitmap(*dc, area, shape.get());
     else
-        ::DrawStateA(*dc, CZoGlobalGDIData::GetBrush(COLOR_BTNTEXT), nullptr,
-                     reinterpret_cast<LPARAM>(static_cast<HBITMAP>(shape)), 0, area.left, area.top, 0, 0,
-                     DST_BITMAP | DSS_MONO);
+        ::DrawStateA(*dc, CZoGlobalGDIData::GetBrush(COLOR_BTNTEXT), nullptr, reinterpret_cast<LPARAM>(shape.get()), 0,
+                     area.left, area.top, 0, 0, DST_BITMAP | DSS_MONO);
 }

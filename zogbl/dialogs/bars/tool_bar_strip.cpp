@@ -73,20 +73,23 @@ CSize ToolBarStrip::ButtonSize() const
 
 int ToolBarStrip::GripWidth() const { return m_content.isLocked ? 0 : CZoGlobalGDIData::Scale(kGripWidth); }
 
-CSize ToolBarStrip::GetBestSize() const
+int ToolBarStrip::GetBestHeight() const { return ButtonSize().cy + 2 * Margin() + kLine; }
+
+int ToolBarStrip::GetBestWidth() const
 {
-    CSize size(2 * Margin() + GripWidth(), ButtonSize().cy + 2 * Margin() + kLine);
+    int width = 2 * Margin() + GripWidth();
     for (const int button : m_content.GetVisible())
-        size.cx += button >= 0 ? ButtonSize().cx : CZoGlobalGDIData::Scale(kGapWidth);
-    return size;
+        width += button >= 0 ? static_cast<int>(ButtonSize().cx) : CZoGlobalGDIData::Scale(kGapWidth);
+    return width;
 }
 
 void ToolBarStrip::OnLayout()
 {
+    m_isOutOfDate = true; // if there is no memory
     const CRect client = GetClientArea();
     const CSize size = ButtonSize();
     const int top = kLine + Margin();
-    const bool hasRoom = GetBestSize().cx <= client.Width();
+    const bool hasRoom = GetBestWidth() <= client.Width();
     const int more = client.right - Margin() - CZoGlobalGDIData::Scale(kMoreWidth);
     const int limit = hasRoom ? client.right : more;
     const std::vector<int> visible = m_content.GetVisible();
@@ -115,6 +118,7 @@ void ToolBarStrip::OnLayout()
     m_hidden.swap(hidden);
     m_nFocused = (std::max)(PartOf(focused), m_parts.empty() ? 0 : 1);
     m_nHot = 0;
+    m_isOutOfDate = false;
     m_nPressed = (std::min)(m_nPressed, 0);
 }
 
@@ -162,6 +166,8 @@ void ToolBarStrip::SetState(int button, const State& state)
 void ToolBarStrip::UpdateStates(CFrameWnd& target, BOOL isDisabledWithoutHandler)
 {
     const Life life(this);
+    if (m_isOutOfDate)
+        Relayout();
     ToolUpdate update(*this);
     update.m_pOther = &m_bar;
     const std::vector<int> visible = m_content.GetVisible();

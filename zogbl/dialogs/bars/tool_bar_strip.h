@@ -14,7 +14,8 @@ public:
     ToolBarStrip(CZoToolBar& bar, const ToolBarContent& content, const ToolBarPictures& pictures);
     ~ToolBarStrip() override;
 
-    CSize GetBestSize() const; ///< with all buttons
+    int GetBestHeight() const;
+    int GetBestWidth() const; ///< with all buttons. Throws CMemoryException*.
     void OnContentChanged();
     /// Asks \p target for the states of the commands. The bar may be gone then.
     void UpdateStates(CFrameWnd& target, BOOL isDisabledWithoutHandler);
@@ -84,6 +85,7 @@ private:
     int m_nHot = 0;     // under the pointer
     int m_nPressed = 0; // by the mouse, while it is held down; or kDocking
     BOOL m_bDown = FALSE;
+    bool m_isOutOfDate = false;  // the layout
     BOOL m_bWasAtBottom = FALSE; // when the drag of the bar began
     HWND m_hBefore = nullptr;    // had the focus before
     ControlTip* m_pTip = nullptr;
