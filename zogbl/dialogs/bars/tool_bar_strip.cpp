@@ -108,6 +108,8 @@ void ToolBarStrip::OnLayout()
     }
     if (next != visible.end() && *next < 0)
         ++next;
+    else if (next != visible.begin() && next != visible.end() && next[-1] < 0)
+        gaps.pop_back(); // nothing comes behind it
     std::vector<int> hidden(next, visible.end());
     if (!hidden.empty())
         parts.push_back({kMore, CRect(more, top, client.right - Margin(), top + size.cy)});
