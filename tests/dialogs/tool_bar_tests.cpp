@@ -18,7 +18,7 @@ namespace {
 
 constexpr UINT kOpen = 5101, kSave = 5102, kPrint = 5103, kFind = 5104, kPictures = 5001;
 constexpr int kAvailable = ZO_IDC_TOOL_BAR_AVAILABLE, kShown = ZO_IDC_TOOL_BAR_SHOWN;
-constexpr COLORREF kBlue = RGB(0, 0, 255), kGrey = RGB(1, 120, 3);
+constexpr COLORREF kBlue = RGB(0, 0, 255), kGrey = RGB(1, 120, 3), kInk = RGB(60, 1, 2);
 constexpr ZoToolButton kButtons[] = {{kOpen, 0}, {kSave, 1}, {0}, {kPrint, 2}, {kFind, 3, FALSE}};
 
 /// "1 | 2 (3)": a separator stands behind 1, and 3 is not shown.
@@ -114,6 +114,14 @@ struct MenuStub {
     const ImportPatch m_patch{kZogbl, "TrackPopupMenu", &Track};
 };
 
+template <class... ARGUMENTS> LONG WINAPI Refuse(ARGUMENTS...) { return ERROR_ACCESS_DENIED; }
+
+BOOL WINAPI AnswerHighContrast(UINT, UINT, PVOID answer, UINT)
+{
+    static_cast<HIGHCONTRASTA*>(answer)->dwFlags = HCF_HIGHCONTRASTON;
+    return TRUE;
+}
+
 class ToolBar : public ProductTest {
 protected:
     ToolBar() { Make(); }
@@ -196,6 +204,7 @@ TEST(ToolBarContents, SurviveOtherVersions)
         EXPECT_EQ("", Words(now.shown)) << "a later version's buttons do not come again";
         now.Ship();
         EXPECT_EQ(Words(Content(newTable).shown), Words(now.shown));
+        EXPECT_EQ(Content(newTable).Write(), now.Write()) << "it remembers nothing";
         EXPECT_TRUE(now.isLocked && !now.isAtBottom);
     }
     const auto table = Table("1 2 3");
@@ -310,10 +319,10 @@ TEST_F(ToolBar, ShowsStatesAndSendsCommands)
     Click(Strip(), Middle(2));
     EXPECT_EQ("-Save|-|Print", MenuStub::s_shown);
     EXPECT_EQ("5103 ", m_frame.Told());
+    EXPECT_EQ("Open", TipOver(Strip(), Middle(1)));
     ChangeLanguage(kGerman);
-    EXPECT_EQ("Open|Weitere Schaltfl\xE4"
-              "chen",
-              Parts());
+    EXPECT_EQ("", ShownTip()) << "in the language of before";
+    EXPECT_EQ(0u, Parts().find("Open|Weitere Schaltfl"));
 }
 
 TEST_F(ToolBar, IsReachedByKeysWhichGoBack)
@@ -350,7 +359,7 @@ TEST_F(ToolBar, IsReachedByKeysWhichGoBack)
 TEST_F(ToolBar, GoesToTheOtherEdgeWhenUnlocked)
 {
     const auto place = [&] { return AreaOf(*m_bar).top == AreaOf(m_frame).top ? "top" : "bottom"; };
-    const std::string drag = "d3,8 m3,20 m3,290 u3,290";
+    const std::string drag = "d250,8 m250,20 m250,290 u250,290";
     Play(Strip(), drag);
     EXPECT_STREQ("top", place()) << "locked";
     {
@@ -359,21 +368,21 @@ TEST_F(ToolBar, GoesToTheOtherEdgeWhenUnlocked)
         EXPECT_EQ("+&Lock the tool bar|+-At the &top|-At the &bottom|&Set up...", MenuStub::s_shown);
     }
     EXPECT_FALSE(m_bar->IsLocked());
-    Play(Strip(), "d3,8 m3,290");
+    Play(Strip(), "d250,8 m250,290");
     EXPECT_STREQ("bottom", place());
     EXPECT_EQ(AreaOf(m_frame.pane).bottom, AreaOf(*m_bar).top) << "the pane fills the rest";
     PressKey(Strip(), VK_ESCAPE);
     EXPECT_STREQ("top", place());
     Play(Strip(), drag);
     EXPECT_STREQ("bottom", place());
+    EXPECT_EQ(nullptr, m_bar->GetWindow(GW_HWNDNEXT)) << "above other bars at that edge";
     Make();
     EXPECT_STREQ("bottom", place()) << "kept";
     EXPECT_FALSE(m_bar->IsLocked());
     {
         const BoxStub box(IDOK);
-        const ImportPatch noSet(
-            kZogbl, "RegSetValueExA",
-            +[](HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD) -> LONG WINAPI { return ERROR_ACCESS_DENIED; });
+        const ImportPatch noSet(kZogbl, "RegSetValueExA", &Refuse<HKEY, LPCSTR, DWORD, DWORD, const BYTE*, DWORD>);
+        const ImportPatch noText(kZogbl, "RegSetValueA", &Refuse<HKEY, LPCSTR, DWORD, LPCSTR, DWORD>);
         const MenuStub menu(2);
         Strip().SendMessage(WM_CONTEXTMENU, 0, -1);
         EXPECT_EQ("The tool bar could not be saved. It stays like this until the program ends.", box.Last().text);
@@ -387,13 +396,20 @@ TEST_F(ToolBar, DrawsPicturesThatCanBeSeen)
         const auto picture = PictureOf(Strip());
         ZoPart part;
         Strip().DescribePart(1, part);
-        return std::pair(picture->Count(kBlue, part.area), picture->Count(kGrey, part.area));
+        part.area.DeflateRect(2, 2); // the pointer may be there
+        return std::tuple(picture->Count(kBlue, part.area), picture->Count(kGrey, part.area),
+                          picture->Count(kInk, part.area));
     };
-    const Scheme scheme{{COLOR_GRAYTEXT, kGrey}, {COLOR_BTNTEXT, kGrey}, {COLOR_3DSHADOW, kGrey}};
-    EXPECT_EQ(std::pair(16, 0), colors());
+    const Scheme scheme{{COLOR_GRAYTEXT, kGrey}, {COLOR_BTNTEXT, kInk}, {COLOR_3DSHADOW, kGrey}};
+    EXPECT_EQ(std::tuple(16, 0, 0), colors());
     m_frame.disabled = kOpen;
     Idle();
-    EXPECT_EQ(std::pair(0, 16), colors());
+    EXPECT_EQ(std::tuple(0, 16, 0), colors());
+    const ImportPatch contrast(kZogbl, "SystemParametersInfoA", &AnswerHighContrast);
+    EXPECT_EQ(std::tuple(0, 16, 0), colors());
+    m_frame.disabled = 0;
+    Idle();
+    EXPECT_EQ(std::tuple(0, 0, 16), colors()) << "in the colour of texts";
 }
 
 TEST_F(ToolBar, SetUpMovesButtonsByKeysAndClicks)
@@ -479,7 +495,7 @@ TEST_F(ToolBar, SetUpMovesButtonsByDragging)
                   for (const auto& row : kRows) {
                       const HWND list = GetDlgItem(window, row.from);
                       const auto height = static_cast<int>(SendMessageA(list, LB_GETITEMHEIGHT, 0, 0));
-                      CPoint end(20, row.place * height + 2);
+                      CPoint end(20, row.place * height + (row.place > 0 ? -2 : 2));
                       MapWindowPoints(GetDlgItem(window, row.to), list, &end, 1);
                       const auto drag = [&](UINT last) {
                           SendMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, row.row * height + 5));

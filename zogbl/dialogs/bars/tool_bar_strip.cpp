@@ -85,7 +85,11 @@ int ToolBarStrip::GetBestWidth() const
 
 void ToolBarStrip::OnLayout()
 {
-    m_isOutOfDate = true; // if there is no memory
+    const int focused = IsPart(m_nFocused) ? At(m_nFocused).button : 0;
+    m_isOutOfDate = true; // if there is no memory: then nothing is shown
+    m_parts.clear();
+    m_gaps.clear();
+    m_hidden.clear();
     const CRect client = GetClientArea();
     const CSize size = ButtonSize();
     const int top = kLine + Margin();
@@ -114,7 +118,6 @@ void ToolBarStrip::OnLayout()
     if (!hidden.empty())
         parts.push_back({kMore, CRect(more, top, client.right - Margin(), top + size.cy)});
     m_states.resize(static_cast<size_t>(m_content.GetCount()));
-    const int focused = IsPart(m_nFocused) ? At(m_nFocused).button : 0;
     m_parts.swap(parts);
     m_gaps.swap(gaps);
     m_hidden.swap(hidden);
@@ -170,6 +173,8 @@ void ToolBarStrip::UpdateStates(CFrameWnd& target, BOOL isDisabledWithoutHandler
     const Life life(this);
     if (m_isOutOfDate)
         Relayout();
+    if (life.IsOver() || m_isOutOfDate)
+        return;
     ToolUpdate update(*this);
     update.m_pOther = &m_bar;
     const std::vector<int> visible = m_content.GetVisible();
