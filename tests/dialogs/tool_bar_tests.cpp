@@ -273,6 +273,9 @@ TEST(ToolBarContents, AreAsShippedIfDamaged)
 
 TEST_F(ToolBar, ShowsStatesAndSendsCommands)
 {
+    CZoToolBar early;
+    EXPECT_EQ(-1, early.SetUp());
+    EXPECT_TRUE(early.Keep() == 0 && early.IsLocked() && !early.TakeKeyboard() && !m_bar->Create(&m_frame));
     for (const UINT picture : {4U, 5U}) {
         const ZoToolButton button[] = {{kOpen, static_cast<int>(picture)}};
         EXPECT_FALSE(m_bar->SetButtons(button, 1, kPictures + picture % 2, 8, nullptr));
@@ -334,6 +337,12 @@ TEST_F(ToolBar, IsReachedByKeysWhichGoBack)
         EXPECT_EQ(&m_frame.pane, CWnd::GetFocus()) << key;
     }
     EXPECT_FALSE(m_bar->HasKeyboard());
+    EXPECT_TRUE(m_bar->TakeKeyboard());
+    for (const UINT key : {VK_F6, VK_RETURN}) { // the frame may have accelerators
+        MSG message = {Strip(), WM_KEYDOWN, key, 1, 0, {}};
+        EXPECT_EQ(key == VK_RETURN, Strip().PreTranslateMessage(&message));
+    }
+    EXPECT_EQ("5101 ", m_frame.Told());
     const struct {
         const char *keys, *told, *message;
     } kRows[] = {{"k13", "5101 ", ""},         {"k39 k39 k39 k32", "5103 ", ""}, {"k37 k13", "5102 ", ""},

@@ -32,6 +32,8 @@ CZoToolBar::~CZoToolBar()
 
 BOOL CZoToolBar::Create(CWnd* parent, DWORD style, UINT id)
 {
+    if (m_hWnd != nullptr)
+        return FALSE;
     const DWORD others = style & ~static_cast<DWORD>(CBRS_ALIGN_ANY);
     const bool isAtBottom = (style & CBRS_ALIGN_BOTTOM) != 0;
     const BOOL isMade = WithoutThrowing([&]() -> BOOL {
@@ -157,7 +159,7 @@ int CZoToolBar::AskMenu(CPoint point) const
             ::AppendMenuA(menu, row.flags, row.command, LoadText(row.text));
     });
     const HWND strip = *m_strip;
-    const UINT flags = TPM_RETURNCMD | TPM_NONOTIFY;
+    const UINT flags = TPM_RETURNCMD | TPM_NONOTIFY | m_strip->GetMenuFlags();
     const int chosen = isFilled ? ::TrackPopupMenu(menu, flags, point.x, point.y, 0, strip, nullptr) : 0;
     ::DestroyMenu(menu);
     return chosen;

@@ -21,6 +21,7 @@ public:
     void UpdateStates(CFrameWnd& target, BOOL isDisabledWithoutHandler);
     BOOL TakeKeyboard();
     void LeaveKeyboard();
+    UINT GetMenuFlags() const; ///< TPM_..., for the direction
 
     int GetPartCount() const override { return static_cast<int>(m_parts.size()); }
     BOOL DescribePart(int part, ZoPart& description) const override;
@@ -35,6 +36,7 @@ protected:
     void OnDragMove(CPoint point) override;
     void OnDragEnd(CPoint point) override;
     void OnDragUndo() override;
+    BOOL PreTranslateMessage(MSG* message) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:

@@ -117,6 +117,8 @@ CPoint ToolBarStrip::MenuPlace(int part) const
     return {IsMirrored() ? area.right : area.left, area.bottom};
 }
 
+UINT ToolBarStrip::GetMenuFlags() const { return IsMirrored() ? TPM_RIGHTALIGN | TPM_LAYOUTRTL : 0U; }
+
 /// The menu of the buttons that have no room. The frame sets its items' states.
 void ToolBarStrip::OpenMore()
 {
@@ -141,7 +143,7 @@ void ToolBarStrip::OpenMore()
     const CFrameWnd* frame = m_bar.GetFrame();
     m_nPressed = GetPartCount();
     SetDown(TRUE);
-    const UINT flags = TPM_RETURNCMD | (IsMirrored() ? TPM_LAYOUTRTL : 0U);
+    const UINT flags = TPM_RETURNCMD | GetMenuFlags();
     const int chosen = isFilled ? ::TrackPopupMenu(menu, flags, place.x, place.y, 0,
                                                    frame != nullptr ? frame->m_hWnd : m_hWnd, nullptr)
                                 : 0;
@@ -236,6 +238,16 @@ void ToolBarStrip::OnMouseMove(CPoint point)
 }
 
 // Messages ------------------------------------------------------------------------------------------------------------
+
+/// Its keys are no accelerators of the frame while it has the keyboard; F6 may lead on to another bar.
+BOOL ToolBarStrip::PreTranslateMessage(MSG* message)
+{
+    if (message->message != WM_KEYDOWN || message->hwnd != m_hWnd || message->wParam == VK_F6 ||
+        CommandOf(CZoToolBar::kKeys, static_cast<UINT>(message->wParam)) == 0)
+        return CZoControl::PreTranslateMessage(message);
+    ::SendMessageA(m_hWnd, WM_KEYDOWN, message->wParam, message->lParam);
+    return TRUE;
+}
 
 LRESULT ToolBarStrip::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {

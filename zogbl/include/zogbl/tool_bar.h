@@ -57,7 +57,7 @@ public:
     CZoToolBar();
     ~CZoToolBar() override;
 
-    /// \param style of the window, and CBRS_ALIGN_TOP or CBRS_ALIGN_BOTTOM \return FALSE: no window or no memory
+    /// \param style of the window, and CBRS_ALIGN_TOP or CBRS_ALIGN_BOTTOM \return FALSE: it has a window, gets none, or no memory
     BOOL Create(CWnd* parent, DWORD style = WS_CHILD | WS_VISIBLE | CBRS_TOP, UINT id = AFX_IDW_TOOLBAR);
     using CWnd::Create;
 
