@@ -75,6 +75,8 @@ public:
         if (id < kOpen || id > kFind)
             return CFrameWnd::OnCmdMsg(id, code, extra, info);
         if (code == static_cast<int>(CN_UPDATE_COMMAND_UI)) {
+            if (onUpdate)
+                onUpdate();
             static_cast<CCmdUI*>(extra)->Enable(id != disabled);
             static_cast<CCmdUI*>(extra)->SetCheck(id == kSave ? check : 0);
         } else if (info == nullptr) {
@@ -86,6 +88,7 @@ public:
 
     CStatic status;
     CWnd pane;
+    std::function<void()> onUpdate;
     UINT disabled = 0;
     int check = 0;
     std::string told;
@@ -314,6 +317,11 @@ TEST_F(ToolBar, ShowsStatesAndSendsCommands)
     EXPECT_EQ("Prints it.", Text(m_frame.status));
     Strip().SendMessage(WM_MOUSELEAVE);
     EXPECT_EQ("", Text(m_frame.status));
+    m_frame.onUpdate = [&] { EXPECT_TRUE(m_bar->SetButtons(kButtons, 1, kPictures, 8, nullptr)); };
+    Idle();
+    EXPECT_EQ("Open", Parts());
+    m_frame.onUpdate = nullptr;
+    Make();
     m_bar->SetWindowPos(nullptr, 0, 0, 45, 40, SWP_NOMOVE | SWP_NOZORDER);
     EXPECT_EQ("Open|More buttons", Parts());
     m_frame.disabled = kSave;

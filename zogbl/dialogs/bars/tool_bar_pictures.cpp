@@ -38,7 +38,7 @@ bool ToolBarPictures::Load(UINT id, int width)
     return true;
 }
 
-void ToolBarPictures::Draw(CDC* dc, CRect area, int picture, bool isEnabled) const
+void ToolBarPictures::Draw(CDC* dc, CRect area, int picture, bool isEnabled, int color) const
 {
     if (m_pictures == nullptr)
         return;
@@ -59,6 +59,6 @@ void ToolBarPictures::Draw(CDC* dc, CRect area, int picture, bool isEnabled) con
     if (!isEnabled)
         ZoDrawDisabledBitmap(*dc, area, shape.get());
     else
-        ::DrawStateA(*dc, CZoGlobalGDIData::GetBrush(COLOR_BTNTEXT), nullptr, reinterpret_cast<LPARAM>(shape.get()), 0,
+        ::DrawStateA(*dc, CZoGlobalGDIData::GetBrush(color), nullptr, reinterpret_cast<LPARAM>(shape.get()), 0,
                      area.left, area.top, 0, 0, DST_BITMAP | DSS_MONO);
 }

@@ -17,7 +17,8 @@ public:
     CSize GetSize() const { return m_size; } ///< of one picture
     /// Draws one in the middle of an area, never mirrored. Of one that is disabled, and in high contrast of all, the
     /// shape alone is drawn: what is not white.
-    void Draw(CDC* dc, CRect area, int picture, bool isEnabled) const;
+    /// \param color the system's, of an enabled one's shape
+    void Draw(CDC* dc, CRect area, int picture, bool isEnabled, int color) const;
 
 private:
     std::unique_ptr<CZoTransBmp> m_pictures;

@@ -201,7 +201,7 @@ void CZoToolBarSetup::ReloadTexts()
 
 void CZoToolBarSetup::OnDrawItem(int, DRAWITEMSTRUCT* item)
 {
-    if (m_lists == nullptr || static_cast<int>(item->itemID) < 0)
+    if (m_lists == nullptr)
         return;
     const bool isShown = item->hwndItem == m_lists->shown.m_hWnd;
     const DragList& list = isShown ? m_lists->shown : m_lists->available;
@@ -213,17 +213,18 @@ void CZoToolBarSetup::OnDrawItem(int, DRAWITEMSTRUCT* item)
     dc->FillSolidRect(area, colors.background);
     const int around = CZoGlobalGDIData::Scale(kAround);
     const CSize size = m_bar.m_pictures->GetSize();
-    const int button = m_lists->content.Find(DataOf(list, row));
+    const int button = row >= 0 ? m_lists->content.Find(DataOf(list, row)) : -1; // -1: the list is empty
     CRect place(area.left + around, area.top, area.left + around + size.cx, area.bottom);
     if (button >= 0)
-        m_bar.m_pictures->Draw(dc, place, m_lists->content.GetButton(button).picture, true);
+        m_bar.m_pictures->Draw(dc, place, m_lists->content.GetButton(button).picture, true,
+                               (item->itemState & ODS_SELECTED) != 0 ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
     place = CRect(place.right + around, area.top, area.right, area.bottom);
     WithoutThrowing(
         [&] { ZoDrawShortenedText(*dc, place, RowText(list, row), DT_LEFT | DT_VCENTER, ZoShorten::kEnd); });
     if ((item->itemState & ODS_FOCUS) != 0)
         ZoDrawFocus(*dc, area);
     const int mark = list.GetMark();
-    if (mark == row)
+    if (mark >= 0 && mark == row)
         dc->FillSolidRect(area.left, area.top, area.Width(), kMarkHeight, ::GetSysColor(COLOR_WINDOWTEXT));
     else if (mark == row + 1 && mark == list.GetCount())
         dc->FillSolidRect(area.left, area.bottom - kMarkHeight, area.Width(), kMarkHeight,

@@ -29,21 +29,20 @@ int Margin() { return CZoGlobalGDIData::Scale(kMargin); }
 
 } // namespace
 
-/// A button, as the handler of its command sees it.
+/// A button, as the handler of its command sees it. Handlers may change the bar: then it is no button any more.
 class ToolUpdate : public CCmdUI {
 public:
-    explicit ToolUpdate(ToolBarStrip& strip) : m_strip(strip) {}
+    explicit ToolUpdate(ToolBarStrip& strip) : m_strip(strip), m_nChanges(strip.m_nChanges) {}
+    bool IsOver() const { return m_nChanges != m_strip.m_nChanges; }
     void Enable(BOOL bOn) override
     {
-        ToolBarStrip::State state = m_strip.m_states[button];
-        state.isEnabled = bOn != FALSE;
-        m_strip.SetState(button, state);
+        if (!IsOver())
+            m_strip.SetState(button, {bOn != FALSE, m_strip.m_states[button].check});
     }
     void SetCheck(int nCheck) override
     {
-        ToolBarStrip::State state = m_strip.m_states[button];
-        state.check = nCheck;
-        m_strip.SetState(button, state);
+        if (!IsOver())
+            m_strip.SetState(button, {m_strip.m_states[button].isEnabled, nCheck});
     }
     void SetText(LPCSTR) override {} // a button has none
 
@@ -51,6 +50,7 @@ public:
 
 private:
     ToolBarStrip& m_strip;
+    const int m_nChanges;
 };
 
 ToolBarStrip::ToolBarStrip(CZoToolBar& bar, const ToolBarContent& content, const ToolBarPictures& pictures)
@@ -129,6 +129,7 @@ void ToolBarStrip::OnLayout()
 
 void ToolBarStrip::OnContentChanged()
 {
+    ++m_nChanges;
     if (m_pTip != nullptr)
         m_pTip->Hide(*this);
     Relayout();
@@ -183,8 +184,8 @@ void ToolBarStrip::UpdateStates(CFrameWnd& target, BOOL isDisabledWithoutHandler
         update.button = button;
         update.m_nID = button >= 0 ? m_content.GetButton(button).command : 0;
         update.DoUpdate(&target, isDisabledWithoutHandler);
-        if (life.IsOver() || m_states.size() != static_cast<size_t>(m_content.GetCount()))
-            return; // a handler has changed the bar
+        if (life.IsOver() || update.IsOver())
+            return;
         ++update.m_nIndex;
     }
 }
@@ -215,7 +216,8 @@ void ToolBarStrip::DrawPart(CDC* dc, int part) const
     if (isDown)
         area.OffsetRect(1, 1);
     if (At(part).button >= 0)
-        m_pictures.Draw(dc, area, m_content.GetButton(At(part).button).picture, state.isEnabled && state.check != 2);
+        m_pictures.Draw(dc, area, m_content.GetButton(At(part).button).picture, state.isEnabled && state.check != 2,
+                        COLOR_BTNTEXT);
     else
         DrawArrow(dc, area, ArrowTo::kDown, ::GetSysColor(COLOR_BTNTEXT));
     if (isFocused) {

@@ -83,6 +83,7 @@ private:
     std::vector<int> m_gaps;   // middles of separators
     std::vector<int> m_hidden; // buttons without room, -1: separators
     std::vector<State> m_states;
+    int m_nChanges = 0; // of the content
     int m_nFocused = 1;
     int m_nHot = 0;     // under the pointer
     int m_nPressed = 0; // by the mouse, while it is held down; or kDocking
