@@ -4,8 +4,8 @@
 #include "support/product_test.h"
 #include "support/test.h"
 
+#include <zogbl/program_prompt.h>
 #include <zogbl/resource_ids.h>
-#include <zomfx/program_prompt.h>
 
 namespace {
 
@@ -44,6 +44,12 @@ TEST_F(ProgramPrompt, StaysOpenUntilThereIsAProgram)
             EXPECT_EQ("before", TextOf(window, kPath));
             EXPECT_EQ(kPath, FocusOf(window));
             Type(window, kPath, row.entered);
+            ChangeLanguage(kGerman);
+            EXPECT_EQ("Title|Where is it?|" + row.entered + "|Abbrechen",
+                      TextOf(window) + "|" + TextOf(window, ZO_IDC_PROGRAM_PROMPT_TEXT) + "|" + TextOf(window, kPath) +
+                          "|" + TextOf(window, IDCANCEL));
+            ExpectTidy(window);
+            ChangeLanguage(kEnglish);
             Press(window, IDOK);
             if (!row.accepted)
                 Press(window, IDCANCEL);

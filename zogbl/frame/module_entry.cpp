@@ -3,7 +3,6 @@
 
 #include <common/without_throwing.h>
 #include <zogbl/country_code.h>
-#include <zogbl/file_open.h>
 #include <zogbl/gdi_data.h>
 #include <zogbl/global_config.h>
 #include <zogbl/language_support.h>
@@ -26,17 +25,8 @@ DWORD g_attachCount = 0;
 
 constexpr LPCSTR kNoviceMode = "NoviceMode";
 
-BOOL AskForFile(CString& path, LPCSTR filter, CWnd* parent)
-{
-    CZoFileOpen dialog(TRUE, 0, nullptr, path, OFN_FILEMUSTEXIST | OFN_HIDEREADONLY, filter, parent);
-    if (dialog.DoModal() != IDOK)
-        return FALSE;
-    path = dialog.GetPathName();
-    return TRUE;
-}
-
-/// The framework extensions find their texts where this library does, ask for files and show messages as it does.
-constexpr ZoResourceSource kResourceSource = {&ZoGblLoadString, &ZoGblLockResource, &AskForFile, &ZoMessageBox};
+/// The framework extensions find their texts where this library does.
+constexpr ZoResourceSource kResourceSource = {&ZoGblLoadString};
 
 BOOL AttachToProcess(HINSTANCE instance)
 {

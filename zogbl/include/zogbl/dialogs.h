@@ -19,6 +19,7 @@
 #include <zogbl/new_document_dialog.h>
 #include <zogbl/options_sheet.h>
 #include <zogbl/print_dialog.h>
+#include <zogbl/program_prompt.h>
 #include <zogbl/property_sheet.h>
 #include <zogbl/select_directory.h>
 #include <zogbl/splash_wnd.h>

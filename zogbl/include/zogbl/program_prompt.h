@@ -2,17 +2,16 @@
 /// The dialog that asks the user where a program is.
 #pragma once
 
-#include <zomfx/export.h>
-
-#include <afxext.h>
+#include <zogbl/dialog.h>
 
 /// Asks for the path of a program; a button lets the user look for it. If the path is not that of a file, the dialog
 /// shows a message and stays open. Nothing is thrown.
-class ZOMFX_API CZoProgramPromptDlg : public CDialog {
+class ZOGBL_API CZoProgramPromptDlg : public CZoDialog {
 public:
     /// \param title, prompt shown as they are; \param path first content of the edit field, or null
-    /// \param parent null: the main window
+    /// \param parent null: the main window of the thread
     CZoProgramPromptDlg(LPCSTR title, LPCSTR prompt, LPCSTR path, CWnd* parent = nullptr);
+    ~CZoProgramPromptDlg() override;
 
     /// \return IDOK, IDCANCEL, or -1 if the dialog cannot be made
     INT_PTR DoModal() override;
@@ -32,5 +31,4 @@ private:
     CString m_csTitle;
     CString m_csPrompt;
     CString m_csPath;
-    CWnd* m_pOwner;
 };

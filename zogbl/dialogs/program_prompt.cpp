@@ -1,25 +1,29 @@
-#include <zomfx/program_prompt.h>
-
-#include "resource_access.h"
+#include <zogbl/program_prompt.h>
 
 #include <common/without_throwing.h>
+#include <zogbl/file_open.h>
 #include <zogbl/resource_ids.h>
+
+#include "dialogs/base/tell_user.h"
+#include "dialogs/files/places.h"
 
 namespace {
 
 BOOL IsFile(LPCSTR path)
 {
-    const DWORD attributes = GetFileAttributesA(path);
+    const NoSystemBoxes guard;
+    const DWORD attributes = ::GetFileAttributesA(path);
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
 } // namespace
 
-BEGIN_MESSAGE_MAP(CZoProgramPromptDlg, CDialog)
+BEGIN_MESSAGE_MAP(CZoProgramPromptDlg, CZoDialog)
     ON_BN_CLICKED(ZO_IDC_PROGRAM_PROMPT_BROWSE, OnBrowse)
 END_MESSAGE_MAP()
 
-CZoProgramPromptDlg::CZoProgramPromptDlg(LPCSTR title, LPCSTR prompt, LPCSTR path, CWnd* parent) : m_pOwner(parent)
+CZoProgramPromptDlg::CZoProgramPromptDlg(LPCSTR title, LPCSTR prompt, LPCSTR path, CWnd* parent)
+    : CZoDialog(ZO_IDD_PROGRAM_PROMPT, parent)
 {
     WithoutThrowing([&] {
         m_csTitle = title;
@@ -28,22 +32,16 @@ CZoProgramPromptDlg::CZoProgramPromptDlg(LPCSTR title, LPCSTR prompt, LPCSTR pat
     });
 }
 
+CZoProgramPromptDlg::~CZoProgramPromptDlg() = default;
+
 INT_PTR CZoProgramPromptDlg::DoModal()
 {
-    const LPCDLGTEMPLATE dialog = ZoMfxLockDialog(ZO_IDD_PROGRAM_PROMPT);
-    if (dialog == nullptr)
-        return -1;
-    INT_PTR result = -1;
-    WithoutThrowing([&] {
-        InitModalIndirect(dialog, m_pOwner);
-        result = CDialog::DoModal();
-    });
-    return result;
+    return ResultOr(-1, [this] { return CZoDialog::DoModal(); });
 }
 
 BOOL CZoProgramPromptDlg::OnInitDialog()
 {
-    CDialog::OnInitDialog();
+    CZoDialog::OnInitDialog();
     SetWindowText(m_csTitle);
     SetDlgItemText(ZO_IDC_PROGRAM_PROMPT_TEXT, m_csPrompt);
     SetDlgItemText(ZO_IDC_PROGRAM_PROMPT_PATH, m_csPath);
@@ -72,9 +70,8 @@ void CZoProgramPromptDlg::OnOK()
             EndDialog(IDOK);
             return;
         }
-        CString message;
-        ZoMfxLoadString(path.IsEmpty() ? ZO_IDS_PROGRAM_PROMPT_EMPTY : ZO_IDS_PROGRAM_PROMPT_MISSING, message);
-        ZoMfxMessageBox(m_hWnd, message, m_csTitle, MB_OK | MB_ICONEXCLAMATION);
+        AskUser(*this, path.IsEmpty() ? ZO_IDS_PROGRAM_PROMPT_EMPTY : ZO_IDS_PROGRAM_PROMPT_MISSING, "",
+                MB_OK | MB_ICONEXCLAMATION);
         ::SetFocus(::GetDlgItem(m_hWnd, ZO_IDC_PROGRAM_PROMPT_PATH));
     });
 }
@@ -83,11 +80,9 @@ void CZoProgramPromptDlg::OnBrowse()
 {
     WithoutThrowing([&] {
         constexpr char kPattern[] = "*.exe";
-        CString name;
-        ZoMfxLoadString(ZO_IDS_PROGRAM_PROMPT_PROGRAMS, name);
-        const CString filter = name + '\0' + kPattern + '\0'; // and the terminator of the text
-        CString path = FieldText();
-        if (ZoMfxAskForFile(path, filter, this))
-            SetDlgItemText(ZO_IDC_PROGRAM_PROMPT_PATH, path);
+        const CString filter = LoadText(ZO_IDS_PROGRAM_PROMPT_PROGRAMS) + '\0' + kPattern + '\0'; // and the text's own
+        CZoFileOpen dialog(TRUE, 0, nullptr, FieldText(), OFN_FILEMUSTEXIST | OFN_HIDEREADONLY, filter, this);
+        if (dialog.DoModal() == IDOK)
+            SetDlgItemText(ZO_IDC_PROGRAM_PROMPT_PATH, dialog.GetPathName());
     });
 }
