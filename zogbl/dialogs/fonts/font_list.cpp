@@ -1,5 +1,6 @@
 #include "font_list.h"
 
+#include "controls/drawing/item_painting.h"
 #include "ground/bounded_text.h"
 
 #include <common/without_throwing.h>
@@ -10,6 +11,16 @@ namespace {
 
 constexpr BYTE kPitchBits = 3;
 constexpr LONG kLeastBold = FW_SEMIBOLD; // a family with this gets no other one
+
+/// What the system makes of a description.
+struct SystemFont {
+    explicit SystemFont(const LOGFONT& description) : font(::CreateFontIndirectA(&description)) {}
+    ~SystemFont() { ::DeleteObject(font); }
+    SystemFont(const SystemFont&) = delete;
+    SystemFont& operator=(const SystemFont&) = delete;
+
+    HFONT font;
+};
 
 /// Calls \p see with each font that the system knows of a family (empty: of all families). An exception of \p see ends
 /// behind the system's function.
@@ -123,4 +134,20 @@ std::vector<int> ReadFontHeights(HDC dc, LPCSTR family, BYTE script)
     std::sort(heights.begin(), heights.end());
     heights.erase(std::unique(heights.begin(), heights.end()), heights.end());
     return heights;
+}
+
+CString RealFace(const LOGFONT& description)
+{
+    const SystemFont real(description);
+    const WindowFontDC dc(nullptr, real.font);
+    char face[LF_FACESIZE] = "";
+    ::GetTextFaceA(dc.m_hDC, sizeof face, face);
+    return face;
+}
+
+int CharacterHeight(const LOGFONT& font)
+{
+    const SystemFont real(font);
+    const TEXTMETRICA metrics = WindowFontDC(nullptr, real.font).GetMetrics();
+    return real.font != nullptr ? static_cast<int>(metrics.tmHeight - metrics.tmInternalLeading) : 0;
 }

@@ -39,3 +39,8 @@ std::vector<FontStyle> ReadFontStyles(HDC dc, LPCSTR family, BYTE script);
 /// The heights of characters, in pixels, of a family that exists in certain sizes only, ascending; of others none.
 /// Throws CMemoryException*.
 std::vector<int> ReadFontHeights(HDC dc, LPCSTR family, BYTE script);
+
+/// The face that the system takes for a font of the screen. Throws CMemoryException*.
+CString RealFace(const LOGFONT& description);
+/// Of the font that the system makes of it, in pixels; 0 if it makes none.
+int CharacterHeight(const LOGFONT& font);
