@@ -58,8 +58,10 @@ void CZoOptionsSheet::Prepare(LPCSTR name)
 
 void CZoOptionsSheet::AddPage(CZoPropertyPage* page, CZoPropertyPage* parent)
 {
-    m_items.Add(nullptr);
-    m_parents.Add(parent);
+    const int index = GetPageCount(); // the same once more, if memory has run out in between
+    const bool isAbove = parent != nullptr && GetPageIndex(parent) >= 0;
+    m_items.SetAtGrow(index, nullptr);
+    m_parents.SetAtGrow(index, isAbove ? parent : nullptr);
     CZoPropertySheet::AddPage(page);
 }
 

@@ -42,7 +42,8 @@ public:
     explicit CZoOptionsSheet(LPCSTR title, CWnd* parent = nullptr, LPCSTR name = nullptr, UINT firstPage = LAST_PAGE);
     ~CZoOptionsSheet() override;
 
-    /// Before the sheet is open. \param parent a page that was added before; null: none. Throws CMemoryException*.
+    /// Before the sheet is open. \param parent a page that was added before; null, or another one: none. Throws
+    /// CMemoryException*.
     void AddPage(CZoPropertyPage* page, CZoPropertyPage* parent = nullptr);
 
     INT_PTR DoModal() override;
