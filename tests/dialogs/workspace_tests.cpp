@@ -290,7 +290,7 @@ TEST_F(Workspace, AFailureIsToldAndNothingIsLost)
                                      else
                                          Press(window, ZO_IDC_ANSWERS_UNDO);
                                      Press(sheet, IDOK);
-                                     EXPECT_TRUE(IsWindowVisible(sheet));
+                                     EXPECT_NE(nullptr, PageOf(sheet)) << "it stays";
                                      EXPECT_EQ(page == 0 ? "9" : "", TextOf(window, page == 0 ? kRecent : kFolder));
                                      Press(sheet, IDCANCEL);
                                  },
@@ -299,6 +299,22 @@ TEST_F(Workspace, AFailureIsToldAndNothingIsLost)
                                             IDOK)}));
     }
     EXPECT_NE("", Read("Answers", "Leave"));
+    if (Family() != WindowsFamily::kWin32s) {
+        const ImportPatch noNoviceMode(
+            kZogbl, "RegSetValueExA",
+            +[](HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) WINAPI -> LONG {
+                return lstrcmpA(name, "NoviceMode") == 0 ? ERROR_ACCESS_DENIED
+                                                         : RegSetValueExA(key, name, reserved, type, data, size);
+            });
+        EXPECT_EQ(IDCANCEL, Show(0,
+                                 [](HWND sheet, HWND page) {
+                                     Press(page, ZO_IDC_WORKSPACE_NOVICE);
+                                     Press(sheet, IDOK);
+                                     EXPECT_NE(nullptr, PageOf(sheet));
+                                     Press(sheet, IDCANCEL);
+                                 },
+                                 {AnswerBox("The settings could not be saved. Please try again.", IDOK)}));
+    }
     RunDialogFaults(
         [](HWND window) {
             SetDlgItemTextA(window, ZO_IDC_OPTIONS_SEARCH, "o");

@@ -112,11 +112,15 @@ BOOL CZoWorkspacePage::OnKillActive()
 
 BOOL CZoWorkspacePage::OnApply()
 {
-    if (ZoSaveWorkspace(m_workspace) != ERROR_SUCCESS) {
+    bool isKept = ZoSaveWorkspace(m_workspace) == ERROR_SUCCESS;
+    const auto isNoviceKept = [this] { return (m_bNovice != FALSE) == (ZoGblGetRegNoviceMode() != 0); };
+    if (isKept && !isNoviceKept()) {
+        ZoGblSetRegNoviceMode(m_bNovice);
+        isKept = isNoviceKept(); // it reports no error
+    }
+    if (!isKept) {
         WithoutThrowing([this] { AskUser(*GetParent(), ZO_IDS_WORKSPACE_NOT_SAVED, "", MB_OK | MB_ICONEXCLAMATION); });
         return FALSE;
     }
-    if (m_bNovice != (ZoGblGetRegNoviceMode() != 0))
-        ZoGblSetRegNoviceMode(m_bNovice);
     return CZoPropertyPage::OnApply();
 }
