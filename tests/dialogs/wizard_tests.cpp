@@ -22,11 +22,12 @@ struct Page : CZoWizardPage {
         return culprit;
     }
     BOOL OnNext() override { return CZoWizardPage::OnNext() && (!work || work()); }
+    void ReloadTexts() override { ++reloads, CZoWizardPage::ReloadTexts(); }
 
     std::function<bool()> skips, work;
     Page* branch = nullptr;
     bool wantsName = false;
-    int culprit = kName;
+    int culprit = kName, reloads = 0;
     CString why;
 };
 
@@ -152,6 +153,11 @@ TEST_F(WizardTest, FinishLeadsToWhatIsWrong)
         wizard.who.why = "Bitte einen Namen.";
         ChangeLanguage(kGerman);
         EXPECT_EQ("Who|Schritt 1 von 3|&Weiter >|Abbrechen|12|Bitte einen Namen.", wizard.State());
+        EXPECT_TRUE(wizard.who.reloads == 1 && wizard.look.reloads == 1) << "also pages that are not shown";
+        ::SetFocus(::GetDlgItem(window, IDOK));
+        ::EnableWindow(::GetDlgItem(wizard.who, kGuest), FALSE);
+        Press(window, IDOK);
+        EXPECT_EQ(kName, ::GetDlgCtrlID(::GetFocus())) << "what is wrong can take no keys";
         EXPECT_EQ("Extras bearbeiten", TextOf(window));
         ExpectTidy(window);
         Type(wizard.who, kName, "name");
@@ -177,20 +183,22 @@ TEST_F(WizardTest, AsksBeforeWorkIsLost)
         Press(wizard, IDOK);
         EXPECT_EQ("Where|Step 2 of 3|&Next >|Close|11|", wizard.State()) << "no way back";
     };
+    const Act browse = [](Wizard& wizard) { // a button changes nothing
+        Press(wizard, IDOK);
+        ::SetFocus(::GetDlgItem(wizard.where, kGuest));
+        Press(wizard.where, kGuest);
+    };
     const char* const lost = "What you have entered will be lost. Do you want to close the window?";
     const struct {
         Act act;
         const char* question;
         INT_PTR result;
-    } kRows[] = {{next, "", IDCANCEL},
-                 {set, "", IDCANCEL},
-                 {type, lost, IDCANCEL},
-                 {tell, lost, IDCANCEL},
-                 {commit, "", IDCLOSE}};
+    } kRows[] = {{type, lost, IDCANCEL}, {tell, lost, IDCANCEL}, {commit, "", IDCLOSE},
+                 {next, "", IDCANCEL},   {set, "", IDCANCEL},    {browse, "", IDCANCEL}};
+    Wizard wizard; // begins anew each time
     for (const auto& row : kRows) {
         for (const auto& way : WaysToGiveUp()) {
             SCOPED_TRACE(&row - kRows);
-            Wizard wizard;
             const auto giveUp = [&](HWND window) {
                 row.act(wizard);
                 for (int times = *row.question != '\0' ? 2 : 1; times > 0; --times)
@@ -233,6 +241,7 @@ TEST_F(WizardTest, WorksInBetween)
                                        EXPECT_TRUE(wizard.GetDlgItem(ZO_IDC_WIZARD_BAR)->IsWindowVisible());
                                        ExpectTidy(wizard);
                                        ::PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 1); // in haste
+                                       Command(wizard, IDOK);
                                    };
                                    Key(window, VK_RETURN);
                                    EXPECT_EQ("Where|Step 2 of 3|back|&Next >|Cancel|11|", wizard.State());
@@ -241,6 +250,24 @@ TEST_F(WizardTest, WorksInBetween)
                                AnswerBox("Do you want to cancel?", IDYES)});
     EXPECT_EQ(IDCANCEL, wizard.DoModal());
     EXPECT_EQ(20, parts);
+}
+
+TEST_F(WizardTest, WorkEndsWithItsWindowOrProgram)
+{
+    for (const bool isQuit : {false, true}) {
+        Wizard wizard;
+        BOOL goesOn = TRUE;
+        wizard.who.work = [&] {
+            wizard.StartWork("Looking...", 0);
+            isQuit ? PostQuitMessage(3) : static_cast<void>(wizard.DestroyWindow());
+            return (goesOn = wizard.SetPosition(1)) != FALSE;
+        };
+        const DialogDriver driver({[](HWND window) { Press(window, IDOK); }});
+        wizard.DoModal();
+        EXPECT_FALSE(goesOn);
+        MSG message;
+        EXPECT_EQ(isQuit, ::PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE) << "for who waits";
+    }
 }
 
 TEST_F(WizardTest, ShowsAPictureAtTheLeft)

@@ -55,7 +55,8 @@ BOOL CZoWizardSheet::AddPage(CZoWizardPage* page, int step)
 void CZoWizardSheet::SetResultPage(CZoWizardPage* page)
 {
     m_pResult = page;
-    page->m_pSheet = this;
+    if (page != nullptr)
+        page->m_pSheet = this;
 }
 
 INT_PTR CZoWizardSheet::DoModal()

@@ -91,7 +91,7 @@ public:
     /// of the page added before. Pages that stand for one another have the same number. 0: none is shown
     /// \return FALSE: no memory
     BOOL AddPage(CZoWizardPage* page, int step = kNextStep);
-    /// What is shown after OnFinish, with Close alone. Without it the wizard then closes. Not owned.
+    /// What is shown after OnFinish, with Close alone. Without it, or with null, the wizard then closes. Not owned.
     void SetResultPage(CZoWizardPage* page);
     /// \param textId what the last button does, with its access key, 20 characters at most; at first it says Finish
     void SetAct(UINT textId) { m_nActId = textId; }
@@ -110,7 +110,8 @@ public:
 
     /// The page that is shown; null before the first.
     CZoWizardPage* GetActivePage() const { return m_pPage; }
-    /// The user has changed something that would be lost. Changes of the system's controls are noticed without it.
+    /// The user has changed something that would be lost. Fields, lists, combo boxes, check boxes and radio buttons are
+    /// noticed without it; controls that send WM_NOTIFY instead of WM_COMMAND are not.
     void SetModified();
     /// Something has been done that stays: Cancel becomes Close, which asks nothing, and Back does not lead further back
     /// than the next page.
