@@ -28,8 +28,11 @@ bool IsReserved(const CString& name)
     }
     constexpr int kPortLength = 4; // "com1"
     const CString port = base.Left(kPortLength - 1);
-    return base.GetLength() == kPortLength && base[kPortLength - 1] >= '1' && base[kPortLength - 1] <= '9' &&
-           (port.CompareNoCase("com") == 0 || port.CompareNoCase("lpt") == 0);
+    if (base.GetLength() != kPortLength || (port.CompareNoCase("com") != 0 && port.CompareNoCase("lpt") != 0))
+        return false;
+    WCHAR digit = 0;
+    ::MultiByteToWideChar(CP_ACP, 0, base.GetString() + kPortLength - 1, 1, &digit, 1);
+    return (digit >= '1' && digit <= '9') || digit == 0xB9 || digit == 0xB2 || digit == 0xB3; // also raised 1, 2, 3
 }
 
 /// Whether a name with this fault may become right if more is typed at its end.
@@ -88,12 +91,12 @@ BOOL CZoAskNameDialog::SetTakenNames(const CStringArray& names)
 
 BOOL CZoAskNameDialog::SetForbidden(LPCSTR characters)
 {
-    return WithoutThrowing([&] { m_csForbidden = characters; });
+    return WithoutThrowing([&] { m_csForbidden = CString(characters) + (m_bFileName ? kNotInFiles : ""); });
 }
 
 BOOL CZoAskNameDialog::SetFileName()
 {
-    m_bFileName = SetForbidden(kNotInFiles);
+    m_bFileName = WithoutThrowing([this] { m_csForbidden += kNotInFiles; });
     return m_bFileName;
 }
 

@@ -35,7 +35,8 @@ public:
     BOOL SetName(LPCSTR name);
     BOOL SetTakenNames(const CStringArray& names);
     BOOL SetForbidden(LPCSTR characters); ///< that a name must not contain, of one byte each
-    /// The name is to be that of a file or folder: \ / : * ? " < > |, reserved names and a dot at the end are refused.
+    /// The name is to be that of a file or folder: \ / : * ? " < > |, reserved names and a dot at the end are refused,
+    /// beside what SetForbidden says.
     BOOL SetFileName();
     BOOL SetLongest(int bytes); ///< 1 to LONGEST, which it is at first
 
