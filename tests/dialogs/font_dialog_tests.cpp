@@ -77,14 +77,50 @@ protected:
 struct Enumerated {
     BYTE script;
     std::set<std::string> names;
-    bool fixedOnly;
 };
 
 int CALLBACK Collect(const LOGFONTA* font, const TEXTMETRICA*, DWORD, LPARAM enumerated)
 {
     auto* found = reinterpret_cast<Enumerated*>(enumerated);
-    if (font->lfFaceName[0] != '@' && (!found->fixedOnly || (font->lfPitchAndFamily & 3) == FIXED_PITCH))
+    if (font->lfFaceName[0] != '@')
         found->names.insert(font->lfFaceName);
+    return 1;
+}
+
+/// Fonts that no system has.
+struct MadeUp {
+    LPCSTR name;
+    BYTE script, pitch;
+    DWORD type;
+    LONG weight, height;
+    bool isItalic;
+};
+constexpr MadeUp kMadeUp[] = {{"Up", SHIFTJIS_CHARSET, VARIABLE_PITCH, TRUETYPE_FONTTYPE, FW_NORMAL, 20, false},
+                              {"@Up", SHIFTJIS_CHARSET, VARIABLE_PITCH, TRUETYPE_FONTTYPE, FW_NORMAL, 20, false},
+                              {"Bits", ANSI_CHARSET, FIXED_PITCH, RASTER_FONTTYPE, FW_NORMAL, 48, false},
+                              {"Bits", ANSI_CHARSET, FIXED_PITCH, RASTER_FONTTYPE, FW_NORMAL, 32, false},
+                              {"Bits", ANSI_CHARSET, FIXED_PITCH, RASTER_FONTTYPE, FW_BOLD, 32, false},
+                              {"Bits", ANSI_CHARSET, FIXED_PITCH, RASTER_FONTTYPE, FW_NORMAL, 600, false},
+                              {"Plot", ANSI_CHARSET, VARIABLE_PITCH, 0, FW_HEAVY, 20, true}};
+size_t g_firstMadeUp = 0; // those before have gone
+
+int WINAPI EnumerateMadeUp(HDC, LPLOGFONTA wanted, FONTENUMPROCA see, LPARAM context, DWORD)
+{
+    for (size_t i = g_firstMadeUp; i < std::size(kMadeUp); ++i) {
+        const MadeUp& row = kMadeUp[i];
+        ENUMLOGFONTEXA font = {};
+        TEXTMETRICA metrics = {};
+        lstrcpyA(font.elfLogFont.lfFaceName, row.name);
+        lstrcpyA(reinterpret_cast<LPSTR>(font.elfStyle), "Slanted");
+        font.elfLogFont.lfCharSet = row.script;
+        font.elfLogFont.lfPitchAndFamily = row.pitch;
+        font.elfLogFont.lfWeight = row.weight;
+        font.elfLogFont.lfItalic = row.isItalic;
+        metrics.tmHeight = row.height;
+        if ((wanted->lfCharSet == DEFAULT_CHARSET || wanted->lfCharSet == row.script) &&
+            (wanted->lfFaceName[0] == '\0' || lstrcmpA(wanted->lfFaceName, row.name) == 0))
+            see(&font.elfLogFont, &metrics, row.type, context);
+    }
     return 1;
 }
 
@@ -96,9 +132,12 @@ TEST_F(FontDialog, GivesBackWhatWasNotTouched)
     odd.lfPitchAndFamily = 0;
     LOGFONT missing = Tahoma(0, 0);
     lstrcpyA(missing.lfFaceName, "No such face");
+    LOGFONT replaced = missing;
     missing.lfCharSet = 99;
-    for (const LOGFONT& font : {Tahoma(), Tahoma(-11), Tahoma(-14, FW_BOLD), odd, missing}) {
-        Choose(font, [](HWND) {});
+    for (const LOGFONT& font : {Tahoma(), Tahoma(-11), Tahoma(-14, FW_BOLD), odd, missing, replaced}) {
+        Choose(font, [&](HWND window) {
+            EXPECT_EQ(font.lfCharSet == 99, ChosenRow(window, kFace) < 0) << "the one that the system takes";
+        });
         EXPECT_EQ(0, memcmp(&font, &m_font, sizeof font)) << font.lfFaceName << font.lfHeight;
         Choose(font, [](HWND window) { // there and back
             const std::string face = RowText(window, kFace, ChosenRow(window, kFace));
@@ -165,37 +204,79 @@ TEST_F(FontDialog, GivesWhatIsChosen)
 
 TEST_F(FontDialog, ListsWhatTheSystemEnumeratesForEachScript)
 {
-    for (const bool fixedOnly : {false, true}) {
+    Choose(Tahoma(), [](HWND window) {
+        const int scripts = static_cast<int>(SendDlgItemMessageA(window, kScript, CB_GETCOUNT, 0, 0));
+        EXPECT_GT(scripts, 3);
+        const std::pair<const char*, BYTE> kKnown[] = {{"Any script", DEFAULT_CHARSET}, {"Western", ANSI_CHARSET},
+                                                       {"Cyrillic", RUSSIAN_CHARSET},   {"Greek", GREEK_CHARSET},
+                                                       {"Japanese", SHIFTJIS_CHARSET},  {"Symbols", SYMBOL_CHARSET}};
+        for (const auto& [name, number] : kKnown) {
+            const int row = RowOf(window, kScript, name);
+            Enumerated found = {number, {}};
+            LOGFONTA wanted = {};
+            wanted.lfCharSet = number;
+            const HDC screen = GetDC(nullptr);
+            EnumFontFamiliesExA(screen, &wanted, &Collect, reinterpret_cast<LPARAM>(&found), 0);
+            ReleaseDC(nullptr, screen);
+            EXPECT_EQ(found.names.empty(), row < 0) << name;
+            if (row < 0)
+                continue;
+            zo_test::Choose(window, kScript, row);
+            std::set<std::string> names;
+            for (int i = 0; i < SendDlgItemMessageA(window, kFace, LB_GETCOUNT, 0, 0); ++i)
+                EXPECT_TRUE(names.insert(RowText(window, kFace, i)).second) << "twice";
+            EXPECT_EQ(found.names, names) << name;
+        }
+        zo_test::Choose(window, kScript, RowOf(window, kScript, "Western"));
+        zo_test::Choose(window, kFace, 0);
+    });
+}
+
+TEST_F(FontDialog, ShowsWhatIsAskedForOfAnyFonts)
+{
+    const ImportPatch fonts(kZogbl, "EnumFontFamiliesExA", &EnumerateMadeUp);
+    const HDC printer = CreateCompatibleDC(nullptr); // whose dots are half as large
+    const ImportPatch dots(
+        kZogbl, "GetDeviceCaps", +[](HDC dc, int what) WINAPI {
+            return GetDeviceCaps(dc, what) * (what == LOGPIXELSY && GetObjectType(dc) == OBJ_MEMDC ? 2 : 1);
+        });
+    LOGFONT font = Tahoma();
+    font.lfCharSet = DEFAULT_CHARSET;
+    const std::pair<DWORD, const char*> kRows[] = {{CZoFontDialog::kEffects, "Bits|Plot|Up|"},
+                                                   {CZoFontDialog::kFixedPitch, "Bits|"},
+                                                   {CZoFontDialog::kVertical, "@Up|Bits|Plot|Up|"},
+                                                   {CZoFontDialog::kScalable, "Plot|Up|"}};
+    for (const auto& [flags, faces] : kRows)
         Choose(
-            Tahoma(),
-            [=](HWND window) {
-                const int scripts = static_cast<int>(SendDlgItemMessageA(window, kScript, CB_GETCOUNT, 0, 0));
-                EXPECT_GT(scripts, 3);
-                const std::pair<const char*, BYTE> kKnown[] = {
-                    {"Any script", DEFAULT_CHARSET}, {"Western", ANSI_CHARSET},      {"Cyrillic", RUSSIAN_CHARSET},
-                    {"Greek", GREEK_CHARSET},        {"Japanese", SHIFTJIS_CHARSET}, {"Symbols", SYMBOL_CHARSET}};
-                for (const auto& [name, number] : kKnown) {
-                    const int row = RowOf(window, kScript, name);
-                    Enumerated found = {number, {}, fixedOnly};
-                    LOGFONTA wanted = {};
-                    wanted.lfCharSet = number;
-                    const HDC screen = GetDC(nullptr);
-                    EnumFontFamiliesExA(screen, &wanted, &Collect, reinterpret_cast<LPARAM>(&found), 0);
-                    ReleaseDC(nullptr, screen);
-                    EXPECT_EQ(found.names.empty(), row < 0) << name;
-                    if (row < 0)
-                        continue;
-                    zo_test::Choose(window, kScript, row);
-                    std::set<std::string> names;
-                    for (int i = 0; i < SendDlgItemMessageA(window, kFace, LB_GETCOUNT, 0, 0); ++i)
-                        EXPECT_TRUE(names.insert(RowText(window, kFace, i)).second) << "twice";
-                    EXPECT_EQ(found.names, names) << name;
-                }
-                zo_test::Choose(window, kScript, RowOf(window, kScript, "Western"));
-                zo_test::Choose(window, kFace, 0);
-            },
-            fixedOnly ? CZoFontDialog::kFixedPitch : CZoFontDialog::kEffects);
-    }
+            font, [&, faces = faces](HWND window) { EXPECT_EQ(faces, RowsOf(window, kFace)); }, flags);
+    CZoFontDialog dialog;
+    dialog.SetPrinter(printer);
+    EXPECT_TRUE(dialog.SetSizes(4, 200));
+    dialog.SetFont(font);
+    const DialogDriver driver({[](HWND window) {
+                                   ChooseFace(window, "Bits");
+                                   EXPECT_EQ("12|18|", RowsOf(window, kSize)) << "225 points are too many";
+                                   ChooseFace(window, "Up");
+                                   EXPECT_EQ("Regular|Italic|Bold|Bold Italic|", RowsOf(window, kStyle));
+                                   ChooseFace(window, "Plot");
+                                   EXPECT_EQ("Bold Italic|", RowsOf(window, kStyle)) << "nothing lighter";
+                                   g_firstMadeUp = 2;
+                                   SendMessageA(window, WM_FONTCHANGE, 0, 0);
+                                   EXPECT_EQ("Any script|Western|", RowsOf(window, kScript));
+                                   g_firstMadeUp = 0;
+                                   SendMessageA(window, WM_FONTCHANGE, 0, 0);
+                                   EXPECT_EQ("Bits|Plot|Up|", RowsOf(window, kFace));
+                                   zo_test::Choose(window, kScript, RowOf(window, kScript, "Japanese"));
+                                   g_firstMadeUp = 2;
+                                   SendMessageA(window, WM_FONTCHANGE, 0, 0);
+                                   g_firstMadeUp = 0;
+                                   Press(window, IDOK);
+                                   EXPECT_EQ(kFace, FocusOf(window));
+                                   Press(window, IDCANCEL);
+                               },
+                               AnswerBox("Please choose a font.", IDOK)});
+    EXPECT_EQ(IDCANCEL, dialog.DoModal());
+    DeleteDC(printer);
 }
 
 TEST_F(FontDialog, RefusesWhatIsNoSizeAndFollowsTheLanguage)
@@ -217,7 +298,10 @@ TEST_F(FontDialog, RefusesWhatIsNoSizeAndFollowsTheLanguage)
             EXPECT_TRUE(IsChild(GetDlgItem(window, kSize), GetFocus()) || FocusOf(window) == kSize) << size;
         }
         TypeSize(window, "72");
+        dynamic_cast<CZoColorButton&>(*CWnd::FromHandlePermanent(GetDlgItem(window, ZO_IDC_FONT_COLOR)))
+            .SetColor(RGB(0, 128, 0));
         ChangeLanguage(kGerman);
+        EXPECT_EQ(0, RowOf(window, kStyle, "Standard"));
         ExpectTidy(window);
         EXPECT_EQ("Eine TrueType-Schrift. Sie sieht auf dem Bildschirm und im Druck gleich aus.",
                   TextOf(window, ZO_IDC_FONT_KIND));
@@ -228,7 +312,7 @@ TEST_F(FontDialog, RefusesWhatIsNoSizeAndFollowsTheLanguage)
     const DialogDriver driver(acts);
     EXPECT_EQ(IDOK, dialog.DoModal());
     EXPECT_EQ(HeightOf(720), dialog.GetFont().lfHeight);
-    EXPECT_EQ(RGB(255, 0, 0), dialog.GetColor());
+    EXPECT_EQ(RGB(0, 128, 0), dialog.GetColor());
 }
 
 TEST_F(FontDialog, IsGivenUpAndSurvivesFaults)

@@ -59,7 +59,6 @@ INT_PTR CZoFontDialog::DoModal()
     });
     m_faces.reset();
     m_sample.reset();
-    m_scripts.clear(); // the next time begins with the font given
     ::ReleaseDC(nullptr, std::exchange(m_screen, nullptr));
     return result;
 }
@@ -187,7 +186,11 @@ void CZoFontDialog::ShowSample() { m_sample->Invalidate(FALSE); }
 void CZoFontDialog::OnColor(NMHDR*, LRESULT*) { ShowSample(); }
 
 /// A font has come or gone.
-void CZoFontDialog::OnFontChange() { OnScript(); }
+void CZoFontDialog::OnFontChange()
+{
+    FillScripts();
+    OnScript();
+}
 
 void CZoFontDialog::ShowKind()
 {

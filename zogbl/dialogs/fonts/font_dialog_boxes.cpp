@@ -14,6 +14,12 @@ constexpr int kPointsAnInch = 72;
 constexpr int kTenths = 10;
 constexpr int kSizes[] = {8, 9, 10, 11, 12, 14, 16, 18, 20, 22, 24, 26, 28, 36, 48, 72};
 
+FontFilter FilterOf(DWORD flags, BYTE script)
+{
+    return {script, (flags & CZoFontDialog::kFixedPitch) != 0, (flags & CZoFontDialog::kScalable) != 0,
+            (flags & CZoFontDialog::kVertical) != 0};
+}
+
 /// What a style is called: the usual ones as in every font, the others as the font says. Throws CMemoryException*.
 CString NameOf(const FontStyle& style)
 {
@@ -31,12 +37,8 @@ CString NameOf(const FontStyle& style)
 void CZoFontDialog::FillScripts()
 {
     const HWND box = ::GetDlgItem(m_hWnd, ZO_IDC_FONT_SCRIPT);
-    const BYTE chosen = m_scripts.empty() ? m_font.lfCharSet : ChosenScript();
-    FontFilter filter;
-    filter.fixedPitchOnly = (m_flags & kFixedPitch) != 0;
-    filter.scalableOnly = (m_flags & kScalable) != 0;
-    filter.withVertical = (m_flags & kVertical) != 0;
-    std::vector<BYTE> scripts = ReadFontScripts(FontsOf(), filter);
+    const BYTE chosen = ChosenScript();
+    std::vector<BYTE> scripts = ReadFontScripts(FontsOf(), FilterOf(m_flags, DEFAULT_CHARSET));
     scripts.push_back(DEFAULT_CHARSET);
     if (std::find(scripts.begin(), scripts.end(), chosen) == scripts.end())
         scripts.push_back(chosen); // what came in goes out
@@ -70,12 +72,7 @@ BYTE CZoFontDialog::ChosenScript() const
 
 void CZoFontDialog::FillFaces(LPCSTR chosen)
 {
-    FontFilter filter;
-    filter.script = ChosenScript();
-    filter.fixedPitchOnly = (m_flags & kFixedPitch) != 0;
-    filter.scalableOnly = (m_flags & kScalable) != 0;
-    filter.withVertical = (m_flags & kVertical) != 0;
-    std::vector<FontFamily> families = ReadFontFamilies(FontsOf(), filter);
+    std::vector<FontFamily> families = ReadFontFamilies(FontsOf(), FilterOf(m_flags, ChosenScript()));
     const DrawingPause pause(m_faces->m_hWnd);
     m_faces->ResetContent();
     m_families = std::move(families);
@@ -137,6 +134,11 @@ void CZoFontDialog::FillSizes()
     const HWND box = ::GetDlgItem(m_hWnd, ZO_IDC_FONT_SIZE);
     const FontFamily* family = ChosenFamily();
     m_heights = family != nullptr ? ReadFontHeights(FontsOf(), family->name, ChosenScript()) : std::vector<int>();
+    const int dots = ::GetDeviceCaps(m_screen, LOGPIXELSY), dotsOfFonts = ::GetDeviceCaps(FontsOf(), LOGPIXELSY);
+    for (int& pixels : m_heights)
+        pixels = ::MulDiv(pixels, dots, dotsOfFonts);
+    const int least = ::MulDiv(m_least, dots, kPointsAnInch), most = ::MulDiv(m_most, dots, kPointsAnInch);
+    std::erase_if(m_heights, [=](int pixels) { return pixels < least || pixels > most; });
     ::SendMessageA(box, CB_RESETCONTENT, 0, 0);
     const auto add = [&](const CString& text) {
         ::SendMessageA(box, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.GetString()));
