@@ -9,6 +9,15 @@
 
 namespace {
 
+struct Counting : CZoSplashWnd {
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        paints += message == WM_PAINT;
+        return CZoSplashWnd::WindowProc(message, wParam, lParam);
+    }
+    int paints = 0;
+};
+
 class Splash : public ProductTest {
 protected:
     void ExpectPainted() const
@@ -17,7 +26,7 @@ protected:
         EXPECT_FALSE(::GetUpdateRect(::GetWindow(m_splash, GW_CHILD), nullptr, FALSE));
     }
 
-    CZoSplashWnd m_splash;
+    Counting m_splash;
 };
 
 } // namespace
@@ -33,6 +42,9 @@ TEST_F(Splash, IsPaintedAtOnceAndTakesNothing)
     const DWORD style = m_splash.GetExStyle() & (WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_APPWINDOW);
     EXPECT_EQ(static_cast<DWORD>(WS_EX_TOOLWINDOW), style) << "neither topmost nor in the task bar";
     ExpectPainted();
+    const int paints = m_splash.paints;
+    m_splash.SetText("Opening...");
+    EXPECT_EQ(paints + 1, m_splash.paints) << "the line";
     m_splash.Invalidate();
     m_splash.SetText("Opening...");
     ExpectPainted();
