@@ -12,6 +12,9 @@ namespace {
 constexpr int kName = 11;
 constexpr int kWait = 3011;
 constexpr int kOff = 3012;
+constexpr int kGroup = 3013;
+constexpr int kCombo = 3014;
+constexpr int kComboField = 1001;
 constexpr int kTree = ZO_IDC_OPTIONS_PAGES;
 constexpr int kField = ZO_IDC_OPTIONS_SEARCH;
 
@@ -142,7 +145,7 @@ TEST_F(Options, TabGoesThroughPagesAndDialogsInThem)
     Run(sheet, [&](HWND window) {
         const std::vector<int> rounds[] = {{kTree, kName, 12, IDOK, IDCANCEL, kField},
                                            {kTree, kName, IDOK, IDCANCEL, kField},
-                                           {kTree, kWait, kName, 12, IDOK, IDCANCEL, kField}};
+                                           {kTree, kWait, kComboField, kName, 12, IDOK, IDCANCEL, kField}};
         for (int page = 0; page < 3; ++page) {
             sheet.SetActivePage(page);
             EXPECT_EQ(page, sheet.Shown());
@@ -292,10 +295,18 @@ TEST_F(Options, ExplainsWhatIsPointedAtOrHasTheFocus)
         EXPECT_EQ("Cannot be pressed.", explained("Cannot be pressed.")) << "disabled";
         ::SetFocus(GetDlgItem(sheet.third.m_hWnd, kWait));
         EXPECT_EQ("Waits for the tone.", explained("Waits for the tone.")) << "the focus has moved, the pointer rests";
-        pointAt(kOff);
-        s_pointer.x += 1;
-        pointAt(3013);
+        pointAt(kCombo);
+        EXPECT_EQ("One tone.", explained("One tone.")) << "smaller than what lies around it";
+        s_pointer = AreaOf(sheet.third.m_hWnd, kGroup).BottomRight() - CPoint(2, 2);
+        EXPECT_EQ("All tones.", explained("All tones."));
+        const HWND status = GetDlgItem(window, ZO_IDC_OPTIONS_STATUS);
+        ShowWindow(status, SW_HIDE);
+        SendMessageA(status, WM_TIMER, 1, 0); // it looks no more
+        ShowWindow(status, SW_SHOW);
+        s_pointer = AreaOf(sheet.third.m_hWnd).BottomRight() - CPoint(2, 2);
         EXPECT_EQ("Waits for the tone.", explained("Waits for the tone.")) << "nothing there: the focus";
+        ::SetFocus(GetDlgItem(GetDlgItem(sheet.third.m_hWnd, kCombo), kComboField));
+        EXPECT_EQ("One tone.", explained("One tone.")) << "what the field lies in";
         ::SetFocus(GetDlgItem(window, kTree));
         ChangeLanguage(kGerman);
         EXPECT_EQ(0u, sheet.Explained().find("Die Seiten mit Einstellungen."));
