@@ -33,8 +33,8 @@ struct FontFilter {
 std::vector<BYTE> ReadFontScripts(HDC dc, const FontFilter& filter);
 /// Each family once, in any order. Throws CMemoryException*.
 std::vector<FontFamily> ReadFontFamilies(HDC dc, const FontFilter& filter);
-/// The styles of a family by weight, upright ones before slanted ones. Those that the system makes are among them: slanted
-/// ones, and bold if the family has nothing as heavy. Throws CMemoryException*.
+/// The styles of a family by weight, upright ones before slanted ones. Those that the system makes are among them:
+/// slanted ones, and bold if the family has nothing as heavy. Throws CMemoryException*.
 std::vector<FontStyle> ReadFontStyles(HDC dc, LPCSTR family, BYTE script);
 /// The heights of characters, in pixels, of a family that exists in certain sizes only, ascending; of others none.
 /// Throws CMemoryException*.

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Lets the dialog manager go into pages, and into dialogs within them: into one that does not say so it would go and never come
-/// out again.
+/// Lets the dialog manager go into pages, and into dialogs within them: into one that does not say so it would go and
+/// never come out again.
 void LetTabThrough(HWND window)
 {
     char name[8] = "";

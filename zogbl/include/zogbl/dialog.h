@@ -47,8 +47,8 @@ protected:
     /// framework, the rest of its texts stay as they are; the other dialogs follow.
     virtual void ReloadTexts();
 
-    /// Lets the user make the dialog larger than its template, which has WS_THICKFRAME, and opens it in the size of last
-    /// time. Call it in OnInitDialog, behind the base class's and in front of CenterWindow.
+    /// Lets the user make the dialog larger than its template, which has WS_THICKFRAME, and opens it in the size of
+    /// last time. Call it in OnInitDialog, behind the base class's and in front of CenterWindow.
     /// \param controls those that follow; the others stay where they are. Copied
     /// \param name the size is kept under it for this user: in the value of this name of the key "Windows" below the
     /// user's key of the program's product. Null: it is not kept. A string that lives as long as the dialog

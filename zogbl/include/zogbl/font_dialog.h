@@ -21,12 +21,13 @@ struct FontStyle;
 ///         m_ink = dialog.GetColor();
 ///     }
 ///
-/// What the user does not change comes out as it went in, also what the dialog cannot show: a weight of 450, a height of
-/// a cell, a face that this system does not have.
+/// What the user does not change comes out as it went in, also what the dialog cannot show: a weight of 450, a height
+/// of a cell, a face that this system does not have.
 ///
 /// The faces are those that the system enumerates for the script (EnumFontFamiliesEx), each once. "Any script" is
-/// DEFAULT_CHARSET: all faces. For a face that is not among them, the one that the system takes for it is shown. Names of
-/// styles and scripts are shown and never compared: styles are told apart by weight and slant, scripts by their numbers.
+/// DEFAULT_CHARSET: all faces. For a face that is not among them, the one that the system takes for it is shown. Names
+/// of styles and scripts are shown and never compared: styles are told apart by weight and slant, scripts by their
+/// numbers.
 class ZOGBL_API CZoFontDialog : public CZoDialog {
 public:
     enum Flag : DWORD {
@@ -52,7 +53,8 @@ public:
     /// Shows the fonts of a printer instead of the screen's. \param printer its device context, not the dialog's; null:
     /// the screen's again
     void SetPrinter(HDC printer) { m_printer = printer; }
-    /// \param least, most in points \return FALSE if they are outside of LEAST_SIZE and MOST_SIZE or the wrong way round
+    /// \param least, most in points \return FALSE if they are outside of LEAST_SIZE and MOST_SIZE or the wrong way
+    /// round
     BOOL SetSizes(int least, int most);
 
     /// \return IDOK, IDCANCEL, or -1: no template or no memory

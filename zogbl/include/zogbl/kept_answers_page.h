@@ -9,7 +9,8 @@
 ///     CZoKeptAnswersPage answers;
 ///     sheet.AddPage(&answers);
 ///
-/// A question is listed as it was asked. A program that knows its names can say it in the language of now: see Describe.
+/// A question is listed as it was asked. A program that knows its names can say it in the language of now: see
+/// Describe.
 class ZOGBL_API CZoKeptAnswersPage : public CZoPropertyPage {
 public:
     CZoKeptAnswersPage();

@@ -113,8 +113,8 @@ public:
     /// The user has changed something that would be lost. Fields, lists, combo boxes, check boxes and radio buttons are
     /// noticed without it; controls that send WM_NOTIFY instead of WM_COMMAND are not.
     void SetModified();
-    /// Something has been done that stays: Cancel becomes Close, which asks nothing, and Back does not lead further back
-    /// than the next page.
+    /// Something has been done that stays: Cancel becomes Close, which asks nothing, and Back does not lead further
+    /// back than the next page.
     void SetCommitted();
 
     // Work, within OnNext or OnFinish; it ends when that returns. The page is disabled meanwhile, and progress is shown
@@ -122,8 +122,8 @@ public:
 
     /// \param text shown as it is \param length in any unit; 0: unknown
     void StartWork(LPCSTR text, LONGLONG length);
-    /// Lets the user act. Call it at least ten times a second. \return FALSE: the work is to end, and OnNext or OnFinish
-    /// to return FALSE
+    /// Lets the user act. Call it at least ten times a second. \return FALSE: the work is to end, and OnNext or
+    /// OnFinish to return FALSE
     BOOL SetPosition(LONGLONG done);
 
 protected:
