@@ -132,9 +132,10 @@ TEST_F(FontDialog, GivesBackWhatWasNotTouched)
     odd.lfPitchAndFamily = 0;
     LOGFONT missing = Tahoma(0, 0);
     lstrcpyA(missing.lfFaceName, "No such face");
-    LOGFONT replaced = missing;
+    LOGFONT replaced = missing, alias = missing;
+    lstrcpyA(alias.lfFaceName, "MS Shell Dlg");
     missing.lfCharSet = 99;
-    for (const LOGFONT& font : {Tahoma(), Tahoma(-11), Tahoma(-14, FW_BOLD), odd, missing, replaced}) {
+    for (const LOGFONT& font : {Tahoma(), Tahoma(-11), Tahoma(-14, FW_BOLD), odd, missing, replaced, alias}) {
         Choose(font, [&](HWND window) {
             EXPECT_EQ(font.lfCharSet == 99, ChosenRow(window, kFace) < 0) << "the one that the system takes";
         });

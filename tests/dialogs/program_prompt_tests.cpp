@@ -51,8 +51,10 @@ TEST_F(ProgramPrompt, StaysOpenUntilThereIsAProgram)
             ExpectTidy(window);
             ChangeLanguage(kEnglish);
             Press(window, IDOK);
-            if (!row.accepted)
-                Press(window, IDCANCEL);
+            if (row.accepted)
+                return;
+            EXPECT_EQ(kPath, FocusOf(window));
+            Press(window, IDCANCEL);
         }});
         EXPECT_EQ(row.accepted ? IDOK : IDCANCEL, dialog.DoModal());
         EXPECT_STREQ(row.accepted ? m_program.c_str() : "before", dialog.GetPath());

@@ -49,6 +49,7 @@ TEST_F(StringSelect, ChoosesOne)
         EXPECT_EQ((std::vector<int>{ZO_IDC_STRING_LIST, IDOK, IDCANCEL, ZO_IDC_STRING_FILTER}),
                   ExpectTabRounds(window));
         EXPECT_EQ("Athen", chosen());
+        EXPECT_LT(0, SendDlgItemMessageA(window, ZO_IDC_STRING_LIST, LB_GETHORIZONTALEXTENT, 0, 0));
         const struct {
             const char *typed, *chosen;
         } kTyped[] = {{"b", "berlin"}, {"e", "berlin"},  {"rn", "Bern"},         {"x", "Bern"},

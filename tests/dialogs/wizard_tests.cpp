@@ -94,6 +94,8 @@ TEST_F(WizardTest, IsLedThroughByEnterAlone)
         EXPECT_TRUE(acts == 1 && wizard.cancels == 0) << "the Enter in haste";
         EXPECT_EQ((std::vector<int>{IDCANCEL}), ExpectTabRounds(window, 3));
         EXPECT_EQ(IDCANCEL, LOWORD(SendMessageA(window, DM_GETDEFID, 0, 0)));
+        ChangeLanguage(kGerman);
+        EXPECT_EQ(1, wizard.done.reloads);
         Key(window, VK_RETURN);
     }});
     EXPECT_EQ(IDOK, wizard.DoModal());
@@ -200,6 +202,7 @@ TEST_F(WizardTest, AsksBeforeWorkIsLost)
         for (const auto& way : WaysToGiveUp()) {
             SCOPED_TRACE(&row - kRows);
             const auto giveUp = [&](HWND window) {
+                EXPECT_FALSE(IsEnabled(window, ZO_IDC_WIZARD_BACK));
                 row.act(wizard);
                 for (int times = *row.question != '\0' ? 2 : 1; times > 0; --times)
                     way(window);

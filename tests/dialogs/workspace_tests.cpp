@@ -184,11 +184,17 @@ TEST_F(Workspace, PageEditsAllAndRefusesInWords)
     EXPECT_EQ("0 0 0 0 0 " + folder, Kept());
     EXPECT_EQ(1, ZoGblGetRegNoviceMode());
     RemoveDirectoryA(folder.c_str());
-    EXPECT_EQ(IDOK, Show(0, [&](HWND sheet, HWND page) {
-                  EXPECT_EQ(folder, TextOf(page, kFolder));
-                  Type(page, kRecent, "3");
-                  Press(sheet, IDOK); // of a folder that was kept nobody asks
-              }));
+    EXPECT_EQ(IDOK, Show(0,
+                         [&](HWND sheet, HWND page) {
+                             EXPECT_EQ(folder, TextOf(page, kFolder));
+                             Type(page, kFolder, Path() + "\\.");
+                             Press(page, ZO_IDC_WORKSPACE_BROWSE);
+                             EXPECT_EQ(Path(), TextOf(page, kFolder));
+                             Type(page, kFolder, folder);
+                             Type(page, kRecent, "3");
+                             Press(sheet, IDOK); // of a folder that was kept nobody asks
+                         },
+                         {Pressing(IDOK)}));
     EXPECT_EQ("0 0 0 0 3 " + folder, Kept());
 }
 
@@ -271,6 +277,7 @@ TEST_F(Workspace, KeptAnswersAreListedInWordsAndUndone)
                   Press(page, ZO_IDC_ANSWERS_UNDO_ALL);
                   EXPECT_EQ("", RowsOf(page, kList));
                   EXPECT_EQ("No answers are kept.", TextOf(page, ZO_IDC_ANSWERS_WORDS));
+                  EXPECT_TRUE(IsEnabled(sheet, ID_APPLY_NOW));
                   EXPECT_EQ(GetDlgItem(page, kList), GetFocus()) << "not on a button that is disabled";
                   EXPECT_FALSE(IsEnabled(page, ZO_IDC_ANSWERS_UNDO));
                   Press(sheet, IDOK);

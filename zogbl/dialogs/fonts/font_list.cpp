@@ -140,6 +140,11 @@ CString RealFace(const LOGFONT& description)
 {
     const SystemFont real(description);
     const WindowFontDC dc(nullptr, real.font);
+    const UINT size = ::GetOutlineTextMetricsA(dc.m_hDC, 0, nullptr);
+    std::vector<BYTE> outlines(size);
+    auto* metrics = reinterpret_cast<OUTLINETEXTMETRICA*>(outlines.data());
+    if (size > 0 && ::GetOutlineTextMetricsA(dc.m_hDC, size, metrics) != 0) // knows what "MS Shell Dlg" stands for
+        return reinterpret_cast<LPCSTR>(metrics) + reinterpret_cast<UINT_PTR>(metrics->otmpFamilyName);
     char face[LF_FACESIZE] = "";
     ::GetTextFaceA(dc.m_hDC, sizeof face, face);
     return face;
