@@ -595,7 +595,8 @@
 #define ZO_IDC_TOOL_BROWSE_PROGRAM 25570
 #define ZO_IDC_TOOL_BROWSE_FOLDER 25571
 
-// The choice of a font. Kinds of fonts stand in the order of FontKind, styles and scripts in that of the dialog's tables.
+// The choice of a font. Kinds of fonts stand in the order of FontKind, styles and scripts in that of the dialog's
+// tables.
 #define ZO_IDS_FONT_BITMAP 21090
 #define ZO_IDS_FONT_VECTOR 21091
 #define ZO_IDS_FONT_TRUETYPE 21092
