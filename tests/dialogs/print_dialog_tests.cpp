@@ -5,6 +5,7 @@
 #include "support/product_test.h"
 #include "support/test_printer.h"
 
+#include <common/wait.h>
 #include <zogbl/abort_dialog.h>
 #include <zogbl/print_dialog.h>
 #include <zogbl/resource_ids.h>
@@ -35,6 +36,7 @@ struct Settings {
 std::map<std::string, Driver> g_drivers;
 std::string g_default;
 std::function<LONG(Settings&)> g_setUp; // the driver's dialog
+std::function<void()> g_asked;          // what goes on while a driver is asked
 
 std::string BytesOfSettings(const std::string& name)
 {
@@ -79,6 +81,8 @@ LONG WINAPI Exchange(HWND, HANDLE, LPSTR name, DEVMODEA* to, DEVMODEA* from, DWO
 {
     if (mode == 0)
         return sizeof(Settings);
+    if (g_asked != nullptr)
+        std::exchange(g_asked, nullptr)();
     auto& settings = *reinterpret_cast<Settings*>(to);
     BytesOfSettings(name).copy(reinterpret_cast<char*>(&settings), sizeof settings);
     if ((mode & DM_IN_BUFFER) != 0 && from->dmDriverVersion == settings.mode.dmDriverVersion)
@@ -361,7 +365,14 @@ TEST_F(PrintDialog, GoesFromPrinterToPrinter)
                   ExpectTabRounds(window));
         Press(window, ZO_IDC_PRINT_TO_FILE);
         Press(window, ZO_IDC_PRINT_TO_FILE);
+        g_asked = [&] {
+            g_drivers["New"] = {};
+            TellOfChange(window);
+            EXPECT_EQ(3, SendDlgItemMessageA(window, ZO_IDC_PRINT_PRINTERS, CB_GETCOUNT, 0, 0)) << "it is in use";
+        };
         ChoosePrinter(window, "File");
+        Settle();
+        EXPECT_EQ(4, SendDlgItemMessageA(window, ZO_IDC_PRINT_PRINTERS, CB_GETCOUNT, 0, 0));
         EXPECT_EQ("3", TextOf(window, ZO_IDC_PRINT_COPIES));
         EXPECT_TRUE(IsChecked(window, ZO_IDC_PRINT_COLLATED));
         EXPECT_TRUE(IsChecked(window, ZO_IDC_PRINT_TO_FILE) && !IsEnabled(window, ZO_IDC_PRINT_TO_FILE));

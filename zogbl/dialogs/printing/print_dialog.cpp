@@ -50,6 +50,25 @@ CZoPrintDialog::CZoPrintDialog(CWnd* owner) : CZoDialog(ZO_IDD_PRINT, owner) {}
 
 CZoPrintDialog::~CZoPrintDialog() = default;
 
+/// News of the list of printers wait while it lives: a printer of the present one is in use. A driver that is asked may
+/// show boxes of its own, and so let messages through.
+class CZoPrintDialog::Busy {
+public:
+    explicit Busy(CZoPrintDialog& dialog) : m_dialog(dialog), m_bBefore(std::exchange(dialog.m_bBusy, TRUE)) {}
+    ~Busy()
+    {
+        m_dialog.m_bBusy = m_bBefore;
+        if (!m_bBefore && m_dialog.m_bStale && m_dialog.m_hWnd != nullptr)
+            m_dialog.PostMessage(kFindPrinters);
+    }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+private:
+    CZoPrintDialog& m_dialog;
+    const BOOL m_bBefore;
+};
+
 INT_PTR CZoPrintDialog::DoModal()
 {
     const INT_PTR result = ResultOr(-1, [this] {
@@ -128,6 +147,7 @@ void CZoPrintDialog::AskChosen()
 {
     if (Printer* const printer = Chosen()) {
         const CWaitCursor wait;
+        const Busy busy(*this);
         m_printers->Ask(*printer);
     }
     ShowPrinter();
@@ -166,7 +186,7 @@ void CZoPrintDialog::OnSetUp()
     Printer* const printer = Chosen();
     if (printer == nullptr)
         return;
-    m_bBusy = TRUE;
+    const Busy busy(*this);
     const BOOL isShown = WithoutThrowing([&] {
         ClearReason();
         // The driver's dialog begins with the copies that were typed here.
@@ -183,9 +203,6 @@ void CZoPrintDialog::OnSetUp()
         if (answer != IDOK && answer != IDCANCEL)
             ShowReason(ZO_IDS_PRINT_SET_UP_FAILED);
     });
-    m_bBusy = FALSE;
-    if (m_bStale)
-        PostMessage(kFindPrinters);
     if (!isShown)
         ::MessageBeep(MB_ICONEXCLAMATION);
 }
@@ -345,10 +362,7 @@ void CZoPrintDialog::OnToFile() { m_bToFile = IsDlgButtonChecked(ZO_IDC_PRINT_TO
 
 void CZoPrintDialog::OnOK()
 {
-    m_bBusy = TRUE;
+    const Busy busy(*this);
     if (!WithoutThrowing([this] { TakeAll(); }))
         ::MessageBeep(MB_ICONEXCLAMATION);
-    m_bBusy = FALSE;
-    if (m_bStale)
-        PostMessage(kFindPrinters);
 }

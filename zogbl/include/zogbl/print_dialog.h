@@ -98,6 +98,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    class Busy;
     struct Reason { ///< why OK does not work, or what was changed
         UINT id = 0;
         CString first, second;
@@ -145,7 +146,7 @@ private:
     BOOL m_bCopiesTyped = FALSE; // else they follow the printer
     BOOL m_bToFile = FALSE;      // what the user wants of printers that do not print to a file anyway
     BOOL m_bFilling = FALSE;     // fields: by the dialog, not by keys
-    BOOL m_bBusy = FALSE;        // another dialog is open above
+    BOOL m_bBusy = FALSE;        // a driver is asked, or another dialog is open above
     BOOL m_bStale = FALSE;       // the list of printers has changed meanwhile
     Reason m_reason;
 };
