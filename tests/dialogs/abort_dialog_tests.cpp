@@ -122,7 +122,7 @@ TEST_F(AbortDialog, EndsTheJobWhenThePersonMeansIt)
                                        EXPECT_EQ(way.question, BoxText(box));
                                        EXPECT_TRUE(dialog.Continue()) << "the job's own question meanwhile";
                                        answered = IDNO;
-                                       Press(box, IDNO);
+                                       Key(box, VK_RETURN);
                                    },
                                    [&](HWND box) {
                                        answered = IDYES;

@@ -161,7 +161,7 @@ void CZoAbortDialog::OnCancel()
     int answer = IDYES;
     WithoutThrowing([&] {
         answer = AskUser(*this, m_bCommitted ? ZO_IDS_ABORT_ASK_STOP : ZO_IDS_ABORT_ASK_CANCEL, "",
-                         MB_YESNO | MB_ICONQUESTION);
+                         MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2);
     });
     m_bInside = wasInside;
     if (m_hWnd == nullptr)

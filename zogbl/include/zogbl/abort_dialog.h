@@ -7,7 +7,8 @@
 
 /// Shows how far a long job of this thread has come and how long it will still take, and lets the user end it. The job
 /// asks often whether to go on; in between the windows of the thread live, and a click is answered however much they
-/// have to do. While the user is asked whether to end it, the job stands still.
+/// have to do. While the user is asked whether to end it, the job stands still. Enter alone never ends it: the button
+/// has the focus, but the question proposes No.
 ///
 ///     CZoAbortDialog dialog(this);
 ///     dialog.Start("Send", "The table is being sent...", bytes);
@@ -49,7 +50,7 @@ public:
 
 protected:
     BOOL OnInitDialog() override;
-    void OnOK() override; ///< Enter does nothing: the button must be meant
+    void OnOK() override; ///< does nothing
     void OnCancel() override;
     void ReloadTexts() override;
     void PostNcDestroy() override;
