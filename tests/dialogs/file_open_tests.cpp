@@ -91,6 +91,7 @@ TEST_F(FileOpen, ChecksWhatIsTyped)
         {TRUE, 0, "a|b\"", Box("a|b\"", kInvalid), IDOK, ""},
         {TRUE, 0, "NUL", Box("NUL", kInvalid), IDOK, ""},
         {TRUE, 0, "\"a*b\"", Box("a*b", kInvalid), IDOK, ""}, // no pattern
+        {TRUE, 0, "\\\\server", Box("\\\\server\\", kNoFolder), IDOK, ""},
         {TRUE, 0, "gone\\", Box(Path("gone"), kNoFolder), IDOK, ""},
         {FALSE, OFN_OVERWRITEPROMPT, "new", "", 0, Path("new.txt")},
         {FALSE, OFN_OVERWRITEPROMPT, "new.x", "", 0, Path("new.x.txt")},

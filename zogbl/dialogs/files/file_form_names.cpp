@@ -132,7 +132,7 @@ void FileFormParts::TakeLookedUp(const PlaceAnswer& answer)
     GiveUp();
     if (answer.isFolder) {
         Refuse(ZO_IDS_FOLDER_UNREADABLE, path);
-    } else if (NameOffset(name) == name.GetLength()) { // ends in a backslash
+    } else if (NameOffset(name) == name.GetLength() || NameOffset(path) == path.GetLength()) { // ends in a backslash
         Refuse(ZO_IDS_FILE_FOLDER_MISSING, path);
     } else {
         if (WantsExtension(m_csTyped) && !(m_form.IsOpenDialog() && IsThere(attributes))) {

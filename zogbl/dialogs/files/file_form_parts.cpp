@@ -150,6 +150,8 @@ void FileFormParts::OnNameTyped()
 void FileFormParts::OnTypeSelected()
 {
     m_csPattern.Empty();
+    if (m_work != nullptr && m_purpose == Purpose::kCreate)
+        return; // it is made but once, and there are no files in it
     if (m_work == nullptr || m_purpose == Purpose::kName) {
         GoTo(m_csFolder, Purpose::kRenew);
         return;
