@@ -10,6 +10,9 @@
 #include <zogbl/file_open_page.h>
 #include <zogbl/file_open_wizard_page.h>
 #include <zogbl/resource_ids.h>
+#include <zogbl/select_directory.h>
+
+#include <afxcmn.h>
 
 #include <atomic>
 
@@ -57,6 +60,10 @@ HANDLE WINAPI FindFirst(LPCSTR path, WIN32_FIND_DATAA* entry)
     return found;
 }
 DWORD WINAPI Attributes(LPCSTR path) { return GetFileAttributesA(Behind(path).c_str()); }
+BOOL WINAPI Create(LPCSTR path, LPSECURITY_ATTRIBUTES security)
+{
+    return CreateDirectoryA(Behind(path).c_str(), security);
+}
 UINT WINAPI DriveType(LPCSTR root)
 {
     if (!IsDead(root))
@@ -130,6 +137,7 @@ protected:
     const ImportPatch m_types{kZogbl, "GetDriveTypeA", &DriveType};
     const ImportPatch m_find{kZogbl, "FindFirstFileA", &FindFirst};
     const ImportPatch m_attributes{kZogbl, "GetFileAttributesA", &Attributes};
+    const ImportPatch m_create{kZogbl, "CreateDirectoryA", &Create};
     const ImportPatch m_network{kZogbl, "GetProcAddress", +[](HMODULE module, LPCSTR name) WINAPI -> FARPROC {
                                     return lstrcmpA(name, "WNetGetConnectionA") == 0
                                                ? reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Connection))
@@ -272,6 +280,96 @@ TEST_F(DeadDrives, DoNotDisturbWhoIsElsewhere)
                                    Press(box, IDCANCEL);
                                }});
     EXPECT_EQ(IDCANCEL, dialog.DoModal());
+}
+
+TEST_F(DeadDrives, MakeAFolderOnce)
+{
+    CZoFileOpen dialog(FALSE, 0, "txt", Path("").c_str(), OFN_HIDEREADONLY, kFilter);
+    const DialogDriver driver({[&](HWND window) {
+                                   Choose(window, kDrives, RowOf(window, kDrives, "J:"));
+                                   AnswerAndWait(window);
+                                   ResetEvent(g_answer);
+                                   Press(window, kNewFolder);
+                                   EXPECT_EQ("Opening J:\\made ...", Label(window));
+                                   Choose(window, ZO_IDC_FILE_TYPES, 1);
+                                   AnswerAndWait(window);
+                                   EXPECT_EQ("J:\\made", Label(window));
+                                   Key(window, VK_ESCAPE);
+                               },
+                               [](HWND box) {
+                                   Type(box, ZO_IDC_NAME_FIELD, "made");
+                                   Press(box, IDOK);
+                               }});
+    EXPECT_EQ(IDCANCEL, dialog.DoModal());
+}
+
+TEST_F(DeadDrives, LeaveTheFolderPickerItsOwnMaster)
+{
+    CWnd owner;
+    EXPECT_TRUE(owner.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, 50, 50, 300, 200, nullptr, nullptr));
+    char chosen[MAX_PATH];
+    const auto show = [&](std::string start, const DialogDriver::Act& act, const DialogDriver::Act& box = nullptr) {
+        const DialogDriver driver({act, box});
+        return ZoSelectDirectory(chosen, sizeof chosen, owner, start.data(),
+                                 ZO_SELECT_KEEP_CASE | ZO_SELECT_CREATE_INITIAL, 0, nullptr, "Where?");
+    };
+    const auto label = [](HWND dialog) { return TextOf(dialog, ZO_IDC_FOLDER_INSTRUCTION); };
+    const auto path = [](HWND dialog) { return TextOf(dialog, ZO_IDC_FOLDER_PATH); };
+    const auto answer = [&](HWND dialog, const std::string& folder) {
+        Answer(folder);
+        EXPECT_TRUE(WaitUntil([&] { return label(dialog) == "Where?"; }));
+    };
+    for (const auto& way : WaysToGiveUp()) {
+        EXPECT_EQ(IDCANCEL, show("J:\\sub", [&](HWND dialog) {
+                      EXPECT_EQ("Opening J:\\sub ...", label(dialog));
+                      EXPECT_EQ("J:\\sub", path(dialog));
+                      way(dialog);
+                  }));
+    }
+    EXPECT_EQ(IDOK, show("J:\\sub", [&](HWND dialog) {
+                  Type(dialog, ZO_IDC_FOLDER_PATH, "J:\\typed");
+                  answer(dialog, Path(""));
+                  EXPECT_EQ("J:\\typed", path(dialog));
+                  ResetEvent(g_answer);
+                  auto& tree = *static_cast<CTreeCtrl*>(CWnd::FromHandle(::GetDlgItem(dialog, ZO_IDC_FOLDER_TREE)));
+                  const HTREEITEM sub = tree.GetSelectedItem(), root = tree.GetParentItem(sub);
+                  EXPECT_STREQ("sub", tree.GetItemText(sub));
+                  tree.SelectItem(root);
+                  tree.SetFocus();
+                  Key(dialog, VK_LEFT);
+                  Key(dialog, VK_RIGHT);
+                  EXPECT_EQ("Opening J:\\ ...", label(dialog));
+                  EXPECT_FALSE(tree.GetItemState(root, TVIS_EXPANDED) & TVIS_EXPANDED);
+                  ChangeLanguage(kGerman);
+                  EXPECT_EQ("J:\\ wird ge\xF6"
+                            "ffnet ...",
+                            label(dialog));
+                  ChangeLanguage(kEnglish);
+                  ::CreateDirectoryA(Path("later").c_str(), nullptr);
+                  answer(dialog, Path(""));
+                  EXPECT_TRUE(tree.GetItemState(root, TVIS_EXPANDED) & TVIS_EXPANDED);
+                  EXPECT_STREQ("later", tree.GetItemText(tree.GetChildItem(root)));
+                  ResetEvent(g_answer);
+                  Type(dialog, ZO_IDC_FOLDER_PATH, "sub");
+                  Key(dialog, VK_RETURN);
+                  EXPECT_EQ("Opening J:\\sub ...", label(dialog));
+                  Type(dialog, ZO_IDC_FOLDER_PATH, "later"); // another one
+                  EXPECT_EQ("Where?", label(dialog));
+                  Key(dialog, VK_RETURN);
+                  answer(dialog, Path(""));
+              }));
+    EXPECT_STREQ("J:\\later", chosen);
+    ResetEvent(g_answer);
+    EXPECT_EQ(IDCANCEL, show(
+                            Path(""),
+                            [&](HWND dialog) {
+                                Type(dialog, ZO_IDC_FOLDER_PATH, "J:\\new");
+                                Key(dialog, VK_RETURN);
+                                answer(dialog, "");
+                                EXPECT_EQ("J:\\new", path(dialog));
+                                Key(dialog, VK_ESCAPE);
+                            },
+                            AnswerBox("J:\\new\n\nThe folder cannot be read.", IDOK)));
 }
 
 TEST_F(FileForm, KnowsTheFoldersOfLastTime)

@@ -14,9 +14,6 @@
 namespace {
 
 constexpr UINT_PTR kLookTimer = 1;
-constexpr UINT kLookEvery = 100;       // milliseconds, for drives that have not answered
-constexpr DWORD kDrivePatience = 50;   // for one of them
-constexpr DWORD kDrivesPatience = 200; // for all, before the list is shown as it is
 
 constexpr char kEveryFile[] = "*.*";
 
@@ -44,41 +41,28 @@ void DriveBox::Fill()
         return;
     CStringArray roots;
     ListDrives(roots);
-    const DWORD start = ::GetTickCount();
-    for (INT_PTR i = 0; i < roots.GetSize(); ++i) {
-        AddDrive(roots[i], ::GetTickCount() - start < kDrivesPatience ? kDrivePatience : 0);
-    }
+    const DrivesPatience patience;
+    for (INT_PTR i = 0; i < roots.GetSize(); ++i)
+        AddDrive(roots[i], patience.ForNext());
 }
 
 /// \return its row
 int DriveBox::AddDrive(const CString& root, DWORD patience)
 {
-    Drive drive{BackgroundPtr<DriveWork>(new DriveWork(root))};
-    drive.work->Begin(); // a thread for each: one that does not answer is not in the way of the others
-    if (!Ask(drive, patience))
-        SetTimer(kLookTimer, kLookEvery, nullptr);
-    const CString text = TextOf(drive);
+    Drive drive(root);
+    if (!drive.Look(patience))
+        SetTimer(kLookTimer, kLookAtDrivesEvery, nullptr);
+    const CString text = drive.GetName();
     m_drives.push_back(std::move(drive));
     const int row = AddString(text);
-    SetItemData(row, static_cast<DWORD_PTR>(m_drives.back().work->GetPicture()));
+    SetItemData(row, static_cast<DWORD_PTR>(m_drives.back().GetPicture()));
     return row;
-}
-
-bool DriveBox::Ask(Drive& drive, DWORD patience) const
-{
-    drive.isKnown = drive.isKnown || drive.work->IsOver(patience);
-    return drive.isKnown;
-}
-
-CString DriveBox::TextOf(const Drive& drive) const
-{
-    return DriveName(drive.work->GetRoot(), drive.isKnown ? drive.work->GetPlace() : NetworkPlace());
 }
 
 void DriveBox::Renew(int row)
 {
     const Drive& drive = m_drives[static_cast<size_t>(row)];
-    const CString text = TextOf(drive);
+    const CString text = drive.GetName();
     const int selected = GetCurSel();
     CString before;
     GetLBText(row, before);
@@ -86,7 +70,7 @@ void DriveBox::Renew(int row)
         DeleteString(static_cast<UINT>(row));
         InsertString(row, text);
     }
-    SetItemData(row, static_cast<DWORD_PTR>(drive.work->GetPicture()));
+    SetItemData(row, static_cast<DWORD_PTR>(drive.GetPicture()));
     if (GetCurSel() != selected)
         SetCurSel(selected);
     Invalidate();
@@ -100,9 +84,9 @@ void DriveBox::OnTimer(UINT_PTR id)
     }
     bool areAllKnown = true;
     for (size_t row = 0; row < m_drives.size(); ++row) {
-        if (m_drives[row].isKnown)
+        if (m_drives[row].IsKnown())
             continue;
-        if (Ask(m_drives[row], 0))
+        if (m_drives[row].Look())
             WithoutThrowing([&] { Renew(static_cast<int>(row)); });
         else
             areAllKnown = false;
@@ -123,14 +107,14 @@ void DriveBox::SelectDrive(const CString& root)
     if (m_hWnd == nullptr || root.IsEmpty())
         return;
     const auto found = std::find_if(m_drives.begin(), m_drives.end(),
-                                    [&](const Drive& drive) { return drive.work->GetRoot().CompareNoCase(root) == 0; });
+                                    [&](const Drive& drive) { return drive.GetRoot().CompareNoCase(root) == 0; });
     SetCurSel(found != m_drives.end() ? static_cast<int>(found - m_drives.begin()) : AddDrive(root, kDrivePatience));
 }
 
 CString DriveBox::GetDrive() const
 {
     const int row = m_hWnd != nullptr ? GetCurSel() : CB_ERR;
-    return row >= 0 && row < static_cast<int>(m_drives.size()) ? m_drives[static_cast<size_t>(row)].work->GetRoot()
+    return row >= 0 && row < static_cast<int>(m_drives.size()) ? m_drives[static_cast<size_t>(row)].GetRoot()
                                                                : CString();
 }
 

@@ -3,7 +3,7 @@
 /// that a template does not have is an object without a window, and does nothing. All throw CMemoryException*.
 #pragma once
 
-#include "place_work.h"
+#include "drive.h"
 
 /// The drives, with their places in the network. None is read, and the list is there at once: what a drive is and what
 /// it stands for is added when the system answers.
@@ -22,14 +22,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    struct Drive {
-        BackgroundPtr<DriveWork> work;
-        bool isKnown = false;
-    };
-
     int AddDrive(const CString& root, DWORD patience);
-    bool Ask(Drive& drive, DWORD patience) const;
-    CString TextOf(const Drive& drive) const;
     void Renew(int row);
 
     std::vector<Drive> m_drives; // in the order of the rows

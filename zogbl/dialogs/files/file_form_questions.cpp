@@ -10,19 +10,6 @@
 
 namespace {
 
-constexpr UINT kLookEvery = 50;  // milliseconds
-constexpr DWORD kPatience = 400; // milliseconds for an answer before it is shown that there is none yet
-
-/// A folder and those that it lies in, the drive last.
-void AddWithAllAbove(std::vector<CString>& folders, const CString& folder)
-{
-    for (CString next = folder; !RootOf(next).IsEmpty(); next = ParentOf(next)) {
-        folders.push_back(next);
-        if (next == RootOf(next))
-            break;
-    }
-}
-
 /// The drive of the system, which answers as long as there is a system.
 CString SystemDrive()
 {
@@ -85,11 +72,11 @@ void FileFormParts::Ask(Purpose purpose, const CString& target, PlaceQuestion qu
     m_work = std::move(work);
     m_work->Begin();
     const CWaitCursor wait;
-    if (m_work->IsOver(kPatience)) {
+    if (m_work->IsOver(kPlacePatience)) {
         TakeAnswer();
         return;
     }
-    m_window.SetTimer(kLookTimer, kLookEvery, nullptr);
+    m_window.SetTimer(kLookTimer, kLookAtPlaceEvery, nullptr);
     m_label.ShowText(LoadText(ZO_IDS_FILE_OPENING, target));
 }
 

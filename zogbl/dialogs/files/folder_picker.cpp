@@ -6,16 +6,9 @@
 #include <zogbl/resource_lookup.h>
 
 #include "dialogs/base/tell_user.h"
-#include "ground/box_filling.h"
 #include "place_list.h"
 
 #include <utility>
-
-namespace {
-
-constexpr COLORREF kMask = RGB(255, 0, 255);
-
-} // namespace
 
 // Creating ------------------------------------------------------------------------------------------------------------
 
@@ -38,6 +31,8 @@ bool OfferToCreateFolder(LPCSTR folder, UINT helpContext)
 
 BEGIN_MESSAGE_MAP(FolderPicker, CZoDialog)
     ON_BN_CLICKED(ZO_IDC_FOLDER_NEW, OnNewFolder)
+    ON_EN_CHANGE(ZO_IDC_FOLDER_PATH, OnPathTyped)
+    ON_WM_TIMER()
 END_MESSAGE_MAP()
 
 FolderPicker::FolderPicker(LPCSTR start, LPCSTR title, LPCSTR instruction, UINT helpContext, CWnd* parent)
@@ -63,47 +58,13 @@ void FolderPicker::Prepare()
 {
     CZoDialog::OnInitDialog();
     const CWaitCursor wait;
+    m_label.SubclassDlgItem(ZO_IDC_FOLDER_INSTRUCTION, this);
     ReloadTexts();
     SendDlgItemMessage(ZO_IDC_FOLDER_PATH, EM_LIMITTEXT, kTypedLimit);
     m_tree.SubclassDlgItem(ZO_IDC_FOLDER_TREE, this);
-    MakePictures();
-    m_tree.SetImageList(&m_pictures, TVSIL_NORMAL);
-    CStringArray roots;
-    ListDrives(roots);
-    for (INT_PTR i = 0; i < roots.GetSize(); ++i)
-        AddRoot(roots[i]);
-
-    const CString current = CurrentFolder();
-    CString start = ResolvePath(current, CString(m_pszStart));
-    while (!IsValidPath(start) || !FolderExists(start)) { // the nearest folder there is
-        const CString parent = ParentOf(start);
-        if (parent.IsEmpty() || parent == start) {
-            start = current;
-            break;
-        }
-        start = parent;
-    }
-    if (!start.IsEmpty())
-        Select(start);
+    m_tree.Begin();
+    StartInFirst();
     CenterWindow();
-}
-
-/// Throws CMemoryException*.
-void FolderPicker::MakePictures()
-{
-    const CRect all(0, 0, kPlacePictures * kPictureSize, kPictureSize);
-    CClientDC screen(nullptr);
-    CBitmap bitmap;
-    CDC memory;
-    if (!bitmap.CreateCompatibleBitmap(&screen, all.Width(), all.Height()) || !memory.CreateCompatibleDC(&screen))
-        return;
-    CBitmap* before = memory.SelectObject(&bitmap);
-    memory.FillSolidRect(all, kMask);
-    for (int i = 0; i < kPlacePictures; ++i)
-        DrawPlacePicture(memory, i * kPictureSize, 0, static_cast<PlacePicture>(i));
-    memory.SelectObject(before);
-    if (m_pictures.Create(kPictureSize, kPictureSize, ILC_COLOR24 | ILC_MASK, kPlacePictures, 0))
-        m_pictures.Add(&bitmap, kMask);
 }
 
 void FolderPicker::ReloadTexts()
@@ -112,108 +73,18 @@ void FolderPicker::ReloadTexts()
     if (m_pszTitle != nullptr)
         SetWindowText(m_pszTitle);
     if (m_pszInstruction != nullptr)
-        SetDlgItemText(ZO_IDC_FOLDER_INSTRUCTION, m_pszInstruction);
+        m_csInstruction = m_pszInstruction;
+    else
+        m_label.GetWindowText(m_csInstruction);
+    ShowInstruction();
 }
 
-// The tree ------------------------------------------------------------------------------------------------------------
-
-/// \param root its place among the roots, counted from 1; 0: it is none
-HTREEITEM FolderPicker::AddItem(HTREEITEM parent, LPCSTR text, int picture, int root)
+void FolderPicker::ShowInstruction()
 {
-    TVINSERTSTRUCTA insertion = {};
-    insertion.hParent = parent;
-    insertion.hInsertAfter = TVI_LAST;
-    insertion.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_CHILDREN | TVIF_PARAM;
-    insertion.item.pszText = const_cast<LPSTR>(text);
-    insertion.item.iImage = picture;
-    insertion.item.iSelectedImage = root != 0 ? picture : static_cast<int>(PlacePicture::kOpenFolder);
-    insertion.item.cChildren = root != 0 ? 1 : I_CHILDRENCALLBACK; // a drive is not read before it has to be
-    insertion.item.lParam = root;
-    return m_tree.InsertItem(&insertion);
-}
-
-void FolderPicker::AddRoot(const CString& root)
-{
-    const PlacePicture picture = PictureOfDrive(root);
-    const CString name =
-        DriveName(root, picture == PlacePicture::kNetworkDrive ? NetworkPlaceOf(root) : NetworkPlace());
-    m_csRoots.Add(root);
-    AddItem(TVI_ROOT, name, static_cast<int>(picture), static_cast<int>(m_csRoots.GetSize()));
-}
-
-bool FolderPicker::Fill(HTREEITEM item)
-{
-    const CWaitCursor wait;
-    FolderContents contents;
-    if (ReadFolder(PathOf(item), nullptr, contents) != ERROR_SUCCESS)
-        return false;
-    const DrawingPause pause(m_tree);
-    for (HTREEITEM child; (child = m_tree.GetChildItem(item)) != nullptr && m_tree.DeleteItem(child);) {
-    }
-    for (const CString& name : contents.folders)
-        AddItem(item, name, static_cast<int>(PlacePicture::kFolder), 0);
-    TVITEMA change = {};
-    change.mask = TVIF_HANDLE | TVIF_CHILDREN;
-    change.hItem = item;
-    change.cChildren = contents.folders.empty() ? 0 : 1;
-    m_tree.SetItem(&change);
-    return true;
-}
-
-bool FolderPicker::FillOnce(HTREEITEM item) { return m_tree.GetChildItem(item) != nullptr || Fill(item); }
-
-CString FolderPicker::PathOf(HTREEITEM item) const
-{
-    const auto root = static_cast<INT_PTR>(m_tree.GetItemData(item));
-    if (root > 0 && root <= m_csRoots.GetSize())
-        return m_csRoots[root - 1];
-    const HTREEITEM parent = m_tree.GetParentItem(item);
-    return parent != nullptr ? JoinPath(PathOf(parent), m_tree.GetItemText(item)) : CString();
-}
-
-HTREEITEM FolderPicker::FindChild(HTREEITEM parent, LPCSTR name) const
-{
-    HTREEITEM child = m_tree.GetChildItem(parent);
-    while (child != nullptr && ::lstrcmpiA(m_tree.GetItemText(child), name) != 0)
-        child = m_tree.GetNextSiblingItem(child);
-    return child;
-}
-
-HTREEITEM FolderPicker::FindRoot(const CString& root) const
-{
-    HTREEITEM item = m_tree.GetRootItem();
-    while (item != nullptr && PathOf(item).CompareNoCase(root) != 0)
-        item = m_tree.GetNextSiblingItem(item);
-    return item;
-}
-
-/// Opens the tree down to a folder, and selects it. One that the tree does not list, being hidden, is added.
-void FolderPicker::Select(const CString& folder)
-{
-    const CString root = RootOf(folder);
-    m_bSelecting = true;
-    HTREEITEM item = FindRoot(root);
-    if (item == nullptr) {
-        AddRoot(root); // a place in the network without a letter
-        item = FindRoot(root);
-    }
-    for (int begin = root.GetLength(); item != nullptr && begin < folder.GetLength();) {
-        int end = folder.Find('\\', begin);
-        if (end < 0)
-            end = folder.GetLength();
-        const CString name = folder.Mid(begin, end - begin);
-        FillOnce(item);
-        HTREEITEM child = FindChild(item, name);
-        if (child == nullptr)
-            child = AddItem(item, name, static_cast<int>(PlacePicture::kFolder), 0);
-        m_tree.Expand(item, TVE_EXPAND);
-        item = child;
-        begin = end + 1;
-    }
-    m_tree.SelectItem(item);
-    m_tree.EnsureVisible(item);
-    m_bSelecting = false;
-    ShowPath(folder);
+    if (m_work != nullptr)
+        m_label.ShowText(LoadText(ZO_IDS_FILE_OPENING, m_csTarget));
+    else
+        m_label.SetWindowText(m_csInstruction);
 }
 
 void FolderPicker::ShowPath(const CString& path)
@@ -221,6 +92,117 @@ void FolderPicker::ShowPath(const CString& path)
     SetDlgItemText(ZO_IDC_FOLDER_PATH, path);
     SendDlgItemMessage(ZO_IDC_FOLDER_PATH, EM_SETSEL, 0, -1);
 }
+
+// Questions -----------------------------------------------------------------------------------------------------------
+
+/// The nearest folder there is to the one to begin with, or to the current one.
+void FolderPicker::StartInFirst()
+{
+    const CString current = CurrentFolder();
+    PlaceQuestion question;
+    question.named = ResolvePath(current, CString(m_pszStart));
+    if (!IsValidPath(question.named))
+        question.named = ParentOf(question.named);
+    AddWithAllAbove(question.folders, question.named);
+    AddWithAllAbove(question.folders, current);
+    question.withAbove = true;
+    const CString start = question.named;
+    ShowPath(start);
+    Ask(Purpose::kStart, start, nullptr, std::move(question));
+}
+
+/// What was asked before is no longer wanted.
+void FolderPicker::Ask(Purpose purpose, const CString& target, HTREEITEM item, PlaceQuestion question)
+{
+    BackgroundPtr<PlaceWork> work(new PlaceWork(std::move(question)));
+    m_csTarget = target;
+    m_hTarget = item;
+    m_purpose = purpose;
+    m_work = std::move(work);
+    m_work->Begin();
+    const CWaitCursor wait;
+    if (m_work->IsOver(kPlacePatience)) {
+        TakeAnswer();
+        return;
+    }
+    SetTimer(kLookTimer, kLookAtPlaceEvery, nullptr);
+    ShowInstruction();
+}
+
+void FolderPicker::AskItem(Purpose purpose, HTREEITEM item)
+{
+    PlaceQuestion question;
+    const CString folder = m_tree.PathOf(item);
+    question.folders.push_back(folder);
+    Ask(purpose, folder, item, std::move(question));
+}
+
+void FolderPicker::GiveUp()
+{
+    m_work.reset();
+    KillTimer(kLookTimer);
+    ShowInstruction();
+}
+
+/// An answer waits while a box is shown over the dialog.
+void FolderPicker::OnTimer(UINT_PTR)
+{
+    if (m_work != nullptr && IsWindowEnabled() && m_work->IsOver())
+        WithoutThrowing([this] { TakeAnswer(); });
+}
+
+/// Another path: the one before is no longer wanted.
+void FolderPicker::OnPathTyped()
+{
+    if (m_work != nullptr && m_purpose == Purpose::kTake)
+        WithoutThrowing([this] { GiveUp(); });
+}
+
+void FolderPicker::TakeAnswer()
+{
+    const BackgroundPtr<PlaceWork> work = std::move(m_work);
+    GiveUp();
+    if (work->HasFailed())
+        AfxThrowMemoryException();
+    const PlaceAnswer& answer = work->GetAnswer();
+    switch (m_purpose) {
+    case Purpose::kStart:
+        TakeStart(answer);
+        break;
+    case Purpose::kOpen:
+        TakeContents(answer);
+        break;
+    case Purpose::kNewFolder:
+        MakeFolder(answer);
+        break;
+    case Purpose::kTake:
+        TakePath(answer);
+        break;
+    }
+}
+
+/// What was typed meanwhile stays.
+void FolderPicker::TakeStart(const PlaceAnswer& answer)
+{
+    const bool isUntouched = TypedText(::GetDlgItem(m_hWnd, ZO_IDC_FOLDER_PATH)) == m_csTarget;
+    const CString folder = answer.isFolder ? m_csTarget : answer.folder;
+    if (!folder.IsEmpty())
+        m_tree.Show(folder, answer.above);
+    if (isUntouched)
+        ShowPath(folder.IsEmpty() ? CurrentFolder() : folder);
+}
+
+void FolderPicker::TakeContents(const PlaceAnswer& answer)
+{
+    if (answer.folder.IsEmpty()) {
+        Refuse(ZO_IDS_FOLDER_UNREADABLE, m_csTarget);
+        return;
+    }
+    m_tree.Fill(m_hTarget, answer.contents);
+    m_tree.Open(m_hTarget);
+}
+
+// The tree ------------------------------------------------------------------------------------------------------------
 
 BOOL FolderPicker::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
@@ -233,25 +215,19 @@ BOOL FolderPicker::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
 LRESULT FolderPicker::OnTreeNotify(NMHDR* header)
 {
     switch (header->code) {
-    case TVN_GETDISPINFOA: {
-        TVITEMA& item = reinterpret_cast<NMTVDISPINFOA*>(header)->item;
-        if ((item.mask & TVIF_CHILDREN) != 0) {
-            item.cChildren = HasFolders(PathOf(item.hItem)) ? 1 : 0;
-            item.mask |= TVIF_DI_SETITEM;
-        }
+    case TVN_GETDISPINFOA:
+        m_tree.TellWhetherOpens(reinterpret_cast<NMTVDISPINFOA*>(header)->item);
         return 0;
-    }
     case TVN_ITEMEXPANDINGA: {
         const auto& change = *reinterpret_cast<const NMTREEVIEWA*>(header);
-        // A branch is read each time that the user opens it. The way down to a folder may hold one that is not listed.
-        const HTREEITEM item = change.itemNew.hItem;
-        if ((change.action & TVE_EXPAND) == 0 || (m_bSelecting ? FillOnce(item) : Fill(item)))
+        if ((change.action & TVE_EXPAND) == 0 || m_tree.IsShowing())
             return FALSE;
-        Refuse(ZO_IDS_FOLDER_UNREADABLE, PathOf(change.itemNew.hItem));
-        return TRUE; // it stays closed
+        AskItem(Purpose::kOpen, change.itemNew.hItem); // a branch is read each time that the user opens it
+        return TRUE;                                   // the answer opens it
     }
     case TVN_SELCHANGEDA:
-        ShowPath(PathOf(reinterpret_cast<const NMTREEVIEWA*>(header)->itemNew.hItem));
+        if (!m_tree.IsShowing())
+            ShowPath(m_tree.PathOf(reinterpret_cast<const NMTREEVIEWA*>(header)->itemNew.hItem));
         return 0;
     case TVN_BEGINLABELEDITA:
         return reinterpret_cast<const NMTVDISPINFOA*>(header)->item.hItem != m_hNamed;
@@ -267,27 +243,35 @@ LRESULT FolderPicker::OnTreeNotify(NMHDR* header)
 void FolderPicker::OnNewFolder()
 {
     WithoutThrowing([this] {
-        const HTREEITEM parent = m_tree.GetSelectedItem();
-        CString plain;
-        if (parent == nullptr || !ZoGblLoadString(ZO_IDS_FOLDER_NEW_NAME, plain))
-            return FALSE;
-        const CString folder = PathOf(parent);
-        CString name = plain;
-        for (int number = 2; ::GetFileAttributesA(JoinPath(folder, name)) != INVALID_FILE_ATTRIBUTES; ++number)
-            name.Format("%s (%d)", (LPCSTR)plain, number);
-        const CString path = JoinPath(folder, name);
-        FillOnce(parent); // before there is one more
-        CZoGlobalDirectoryFunctions::Create(path);
-        if (!FolderExists(path)) {
-            Refuse(ZO_IDS_FOLDER_NOT_CREATED, path);
-            return FALSE;
-        }
-        Select(path);
-        ::SetFocus(m_tree);
-        m_hNamed = m_tree.GetSelectedItem();
-        m_tree.EditLabel(m_hNamed);
-        return TRUE;
+        if (const HTREEITEM parent = m_tree.GetSelectedItem())
+            AskItem(Purpose::kNewFolder, parent);
     });
+}
+
+void FolderPicker::MakeFolder(const PlaceAnswer& answer)
+{
+    const CString folder = m_csTarget;
+    const CString plain = LoadText(ZO_IDS_FOLDER_NEW_NAME);
+    if (answer.isSilent || plain.IsEmpty()) {
+        Refuse(ZO_IDS_FOLDER_UNREADABLE, folder);
+        return;
+    }
+    CString name = plain;
+    for (int number = 2; ::GetFileAttributesA(JoinPath(folder, name)) != INVALID_FILE_ATTRIBUTES; ++number)
+        name.Format("%s (%d)", (LPCSTR)plain, number);
+    const CString path = JoinPath(folder, name);
+    if (m_tree.GetChildItem(m_hTarget) == nullptr)
+        m_tree.Fill(m_hTarget, answer.contents); // before there is one more
+    CZoGlobalDirectoryFunctions::Create(path);
+    if (!FolderExists(path)) {
+        Refuse(ZO_IDS_FOLDER_NOT_CREATED, path);
+        return;
+    }
+    m_tree.Show(path, {});
+    ShowPath(path);
+    ::SetFocus(m_tree);
+    m_hNamed = m_tree.GetSelectedItem();
+    m_tree.EditLabel(m_hNamed);
 }
 
 /// \return whether the tree is to take the name.
@@ -296,7 +280,7 @@ LRESULT FolderPicker::TakeNewName(const TVITEMA& item)
     // Null when the user gave up. A box that takes the focus ends the naming once more.
     if (std::exchange(m_hNamed, nullptr) != item.hItem || item.pszText == nullptr)
         return FALSE;
-    const CString before = PathOf(item.hItem);
+    const CString before = m_tree.PathOf(item.hItem);
     const CString name(item.pszText);
     const CString after = JoinPath(ParentOf(before), name);
     const bool isSame = ::lstrcmpiA(before, after) == 0; // but for the case of letters
@@ -337,7 +321,7 @@ void FolderPicker::OnOK()
         if (typed.IsEmpty())
             ::SetFocus(field);
         else
-            TakePath(typed);
+            LookUp(typed);
         return TRUE;
     });
 }
@@ -348,15 +332,28 @@ void FolderPicker::OnCancel()
     CZoDialog::OnCancel();
 }
 
-void FolderPicker::TakePath(const CString& typed)
+void FolderPicker::LookUp(const CString& typed)
 {
-    const HTREEITEM selected = m_tree.GetSelectedItem();
-    const CString path = ResolvePath(selected != nullptr ? PathOf(selected) : CString("C:\\"), typed);
+    const CString selected = m_tree.GetSelectedFolder();
+    const CString path = ResolvePath(selected.IsEmpty() ? CString("C:\\") : selected, typed);
     if (path.IsEmpty() || path.GetLength() >= MAX_PATH) {
         Refuse(ZO_IDS_FILE_TOO_LONG, typed);
     } else if (!IsValidPath(path)) {
         Refuse(ZO_IDS_FILE_INVALID, typed);
-    } else if (FolderExists(path) || OfferToCreateFolder(path, m_nHelpContext)) {
+    } else {
+        PlaceQuestion question;
+        question.named = path;
+        question.folders.push_back(RootOf(path)); // whether the drive answers
+        Ask(Purpose::kTake, path, nullptr, std::move(question));
+    }
+}
+
+void FolderPicker::TakePath(const PlaceAnswer& answer)
+{
+    const CString path = m_csTarget;
+    if (!answer.isFolder && answer.isSilent) {
+        Refuse(ZO_IDS_FOLDER_UNREADABLE, path);
+    } else if (answer.isFolder || OfferToCreateFolder(path, m_nHelpContext)) {
         m_csPath = path;
         EndDialog(IDOK);
     }

@@ -4,12 +4,15 @@
 
 #include <zogbl/dialog.h>
 
-#include <afxcmn.h>
+#include "file_controls.h"
+#include "folder_tree.h"
 
 /// Asks whether to create a folder, and creates it with all above it; asks again as long as it fails.
 /// \param helpContext of the question. \return whether it is there. Throws CMemoryException*.
 bool OfferToCreateFolder(LPCSTR folder, UINT helpContext);
 
+/// Drives are read in threads, as by the form for files: Cancel works while one is being opened. A folder is created and
+/// named by this thread, on a drive that has just answered.
 class FolderPicker : public CZoDialog {
 public:
     /// \param start, title, instruction may be null; they must live until DoModal has returned
@@ -29,34 +32,49 @@ protected:
     void ReloadTexts() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     afx_msg void OnNewFolder();
+    afx_msg void OnPathTyped();
+    afx_msg void OnTimer(UINT_PTR id);
     DECLARE_MESSAGE_MAP()
 
 private:
+    static constexpr UINT_PTR kLookTimer = 1;
+
+    /// What is done with an answer.
+    enum class Purpose {
+        kStart,     ///< the folder to begin with is selected
+        kOpen,      ///< what is in a folder is listed
+        kNewFolder, ///< a folder is made in it
+        kTake       ///< it is the one chosen, if it is there
+    };
+
     void Prepare();
-    void MakePictures();
-    HTREEITEM AddItem(HTREEITEM parent, LPCSTR text, int picture, int root);
-    void AddRoot(const CString& root);
-    /// Lists the folders in that of an item anew. \return FALSE, with all as it was, when it cannot be read
-    bool Fill(HTREEITEM item);
-    bool FillOnce(HTREEITEM item);
-    HTREEITEM FindChild(HTREEITEM parent, LPCSTR name) const;
-    HTREEITEM FindRoot(const CString& root) const;
-    CString PathOf(HTREEITEM item) const;
-    void Select(const CString& folder);
+    void StartInFirst();
+    void Ask(Purpose purpose, const CString& target, HTREEITEM item, PlaceQuestion question);
+    void AskItem(Purpose purpose, HTREEITEM item);
+    void GiveUp();
+    void TakeAnswer();
+    void TakeStart(const PlaceAnswer& answer);
+    void TakeContents(const PlaceAnswer& answer);
+    void MakeFolder(const PlaceAnswer& answer);
+    void TakePath(const PlaceAnswer& answer);
+    void LookUp(const CString& typed);
     void ShowPath(const CString& path);
+    void ShowInstruction();
     LRESULT OnTreeNotify(NMHDR* header);
     LRESULT TakeNewName(const TVITEMA& item);
-    void TakePath(const CString& typed);
     void Refuse(UINT message, LPCSTR path);
 
-    CImageList m_pictures; // of drives and folders, in their order
-    CTreeCtrl m_tree;
+    FolderTree m_tree;
+    FolderLabel m_label; // the instruction, or what is being opened
     LPCSTR m_pszStart;
     LPCSTR m_pszTitle;
     LPCSTR m_pszInstruction;
     UINT m_nHelpContext;
     CString m_csPath;
-    CStringArray m_csRoots;       // of the tree's first level
-    bool m_bSelecting = false;    // the tree is being opened down to a folder
-    HTREEITEM m_hNamed = nullptr; // the new folder while it gets its name; no other is renamed
+    CString m_csInstruction;             // in the present language
+    BackgroundPtr<PlaceWork> m_work;     // null: nothing is being opened
+    Purpose m_purpose = Purpose::kStart; // of it
+    CString m_csTarget;                  // of it
+    HTREEITEM m_hTarget = nullptr;       // of it, if it is in the tree
+    HTREEITEM m_hNamed = nullptr;        // the new folder while it gets its name; no other is renamed
 };

@@ -46,6 +46,8 @@ void PlaceWork::Work()
     else if (!m_question.extended.IsEmpty())
         m_answer.extendedAttributes = ::GetFileAttributesA(m_question.extended);
     ReadFirst();
+    if (m_question.withAbove && !m_answer.folder.IsEmpty())
+        ReadAbove();
 }
 
 void PlaceWork::ReadFirst()
@@ -63,7 +65,17 @@ void PlaceWork::ReadFirst()
         }
         if (m_answer.error == ERROR_SUCCESS)
             m_answer.error = error;
-        if (!HasAnswered(error))
+        if (!HasAnswered(error)) {
             silent = RootOf(folder);
+            m_answer.isSilent = true;
+        }
     }
+}
+
+void PlaceWork::ReadAbove()
+{
+    std::vector<CString> folders;
+    AddWithAllAbove(folders, m_answer.folder);
+    for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder)
+        ReadFolder(*folder, nullptr, m_answer.above.emplace_back()); // one that cannot be read lists nothing
 }

@@ -30,8 +30,9 @@ struct PlaceQuestion {
     CString named;    ///< what may be a folder, a file or nothing
     CString extended; ///< the same with the default extension
     std::vector<CString>
-        folders;      ///< the first that can be read is wanted; \p named comes before them if it is a folder
-    CString patterns; ///< of the files wanted
+        folders;            ///< the first that can be read is wanted; \p named comes before them if it is a folder
+    CString patterns;       ///< of the files wanted
+    bool withAbove = false; ///< what the folders that it lies in hold is wanted, too
 };
 
 struct PlaceAnswer {
@@ -43,7 +44,12 @@ struct PlaceAnswer {
     DWORD error = ERROR_SUCCESS;                        ///< why the first folder cannot be read
     CString folder;                                     ///< that could be read; empty: none
     FolderContents contents;
+    bool isSilent = false;             ///< a drive has not answered
+    std::vector<FolderContents> above; ///< from the root down to the folder, if wanted
 };
+
+constexpr DWORD kPlacePatience = 400;  // milliseconds for an answer, before it is shown that there is none yet
+constexpr UINT kLookAtPlaceEvery = 50; // milliseconds, from then on
 
 class PlaceWork : public BackgroundWork {
 public:
@@ -55,6 +61,7 @@ private:
     ~PlaceWork() override = default;
     void Work() override;
     void ReadFirst();
+    void ReadAbove();
 
     PlaceQuestion m_question;
     PlaceAnswer m_answer;

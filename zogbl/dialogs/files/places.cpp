@@ -219,6 +219,15 @@ CString ParentOf(const CString& path)
     return parent.GetLength() < root.GetLength() ? root : parent;
 }
 
+void AddWithAllAbove(std::vector<CString>& folders, const CString& folder)
+{
+    for (CString next = folder; !RootOf(next).IsEmpty(); next = ParentOf(next)) {
+        folders.push_back(next);
+        if (next == RootOf(next))
+            break;
+    }
+}
+
 CString NameOf(const CString& path)
 {
     const int last = path.ReverseFind('\\');

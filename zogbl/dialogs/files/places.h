@@ -48,6 +48,8 @@ CString TrimBackslash(const CString& path);
 CString RootOf(const CString& path);
 /// The folder that \p path lies in; a root lies in itself.
 CString ParentOf(const CString& path);
+/// Adds a folder and those that it lies in, the root last. Nothing for what has no root.
+void AddWithAllAbove(std::vector<CString>& folders, const CString& folder);
 /// The part behind the last backslash; of a root, all of it.
 CString NameOf(const CString& path);
 

@@ -51,6 +51,16 @@ void ChangeCase(char* text, int options)
         ::CharLowerA(text);
 }
 
+/// Whether a folder's drive says at once that there is no such folder.
+bool IsMissing(LPCSTR folder)
+{
+    PlaceQuestion question;
+    question.named = TrimBackslash(folder);
+    BackgroundPtr<PlaceWork> work(new PlaceWork(std::move(question)));
+    work->Begin();
+    return work->IsOver(kPlacePatience) && !work->HasFailed() && !work->GetAnswer().isFolder;
+}
+
 /// \param error takes the minor error that is to be told
 int Choose(char* buffer, unsigned int bufferSize, HWND owner, LPCSTR initialDir, int options, UINT helpContext,
            LPCSTR title, LPCSTR instruction, DWORD& error)
@@ -60,9 +70,7 @@ int Choose(char* buffer, unsigned int bufferSize, HWND owner, LPCSTR initialDir,
     if (error != ERROR_SUCCESS)
         return ZO_SELECT_CANCEL;
     if ((options & ZO_SELECT_CREATE_INITIAL) != 0 && initialDir != nullptr && *initialDir != '\0')
-        WithoutThrowing([&] {
-            return BOOL{FolderExists(TrimBackslash(initialDir)) || OfferToCreateFolder(initialDir, helpContext)};
-        });
+        WithoutThrowing([&] { return BOOL{!IsMissing(initialDir) || OfferToCreateFolder(initialDir, helpContext)}; });
 
     FolderPicker picker(initialDir, title, instruction, helpContext, window.Get());
     const INT_PTR result = picker.DoModal();

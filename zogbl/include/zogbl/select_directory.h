@@ -20,11 +20,12 @@ constexpr DWORD ZO_SELECT_ERROR_OBJECT = 0x21124006; ///< no memory for the owne
 constexpr DWORD ZO_SELECT_ERROR_ATTACH = 0x21124470; ///< the owner cannot be attached to it
 
 /// Lets the user choose a folder, in a tree or by its path. The dialog is in the user's language. It can create a typed
-/// path that does not exist, and a new folder in the selected one.
+/// path that does not exist, and a new folder in the selected one. What a drive does not answer at once is shown as
+/// being opened; meanwhile Cancel ends the dialog, and another choice takes the place of the first.
 ///
 /// With ZO_SELECT_CREATE_INITIAL, and if \p initialDir names no existing folder, the user is asked whether to create it
 /// (string ZO_IDS_CREATE_FOLDER). A creation that fails is tried again as often as the user wishes
-/// (ZO_IDS_FOLDER_NOT_CREATED). The picker opens in any case.
+/// (ZO_IDS_FOLDER_NOT_CREATED). The picker opens in any case. Nobody is asked if the drive does not answer at once.
 /// \param buffer receives the path, without a backslash at its end unless it is a root; empty unless the result is IDOK
 /// \param bufferSize in bytes; all of them are cleared first
 /// \param owner a window; disabled while the dialog is shown. If it belongs to no CWnd, it gets one during the call.
