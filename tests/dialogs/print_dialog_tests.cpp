@@ -70,12 +70,18 @@ DWORD WINAPI ReadProfileString(LPCSTR section, LPCSTR key, LPCSTR, LPSTR buffer,
     return static_cast<DWORD>(text.size() - 1);
 }
 
+int g_open = 0; // handles
 BOOL WINAPI Open(LPSTR name, HANDLE* handle, PRINTER_DEFAULTSA*)
 {
     *handle = g_drivers[name].answers ? &g_drivers[name] : nullptr;
+    g_open += *handle != nullptr;
     return *handle != nullptr;
 }
-BOOL WINAPI Close(HANDLE) { return TRUE; }
+BOOL WINAPI Close(HANDLE)
+{
+    --g_open;
+    return TRUE;
+}
 
 LONG WINAPI Exchange(HWND, HANDLE, LPSTR name, DEVMODEA* to, DEVMODEA* from, DWORD mode)
 {
@@ -153,6 +159,7 @@ protected:
         g_default = "Beta";
         g_setUp = nullptr;
     }
+    ~PrintDialog() override { EXPECT_EQ(0, g_open); }
     void ChoosePrinter(HWND window, const std::string& name)
     {
         Choose(window, ZO_IDC_PRINT_PRINTERS, RowOf(window, ZO_IDC_PRINT_PRINTERS, name));
@@ -238,6 +245,10 @@ TEST_F(PrintDialog, LeavesAloneWhatNobodyTouches)
     EXPECT_EQ(0u, Set(m_dialog, settings, BytesOfNames("Beta")));
     EXPECT_EQ(BytesOfSettings("Beta"), Use(nothing)) << "those of another printer do not count";
     EXPECT_EQ(DN_DEFAULTPRN, NumberAt<WORD>(TakeBytes(m_dialog.CopyDevNames()), 6));
+    EXPECT_EQ(0u, Set(m_dialog, settings, ""));
+    g_drivers[kLong + " too"] = {};
+    EXPECT_EQ(BytesOfSettings("Beta"), Use([](HWND) {})) << "nobody knows of which one they are";
+    g_drivers.erase(kLong + " too");
     g_drivers[kLong].version = 2;
     EXPECT_EQ(0u, Set(m_dialog, settings, BytesOfNames(kLong)));
     EXPECT_EQ(BytesOfSettings(kLong), Use(nothing)) << "adapted by the driver";
@@ -260,7 +271,8 @@ TEST_F(PrintDialog, LetsTheRightOneMakeTheCopies)
     } kRows[] = {
         {99, true, nullptr, false, 1, 0, 1, 1}, {99, true, "7", false, 7, 0, 1, 1},  {99, true, "7", true, 7, 1, 1, 1},
         {99, false, "7", true, 1, 0, 7, 1},     {99, false, "7", false, 7, 0, 1, 1}, {5, true, "7", true, 1, 0, 7, 1},
-        {1, false, "7", false, 1, 0, 1, 7},     {1, false, "7", true, 1, 0, 7, 1},   {5, true, "1", false, 1, 0, 1, 1},
+        {5, true, "3", true, 3, 1, 1, 1},       {1, false, "7", false, 1, 0, 1, 7},  {1, false, "7", true, 1, 0, 7, 1},
+        {5, true, "1", false, 1, 0, 1, 1},
     };
     for (const auto& row : kRows) {
         const bool wasThree = row.mostCopies == 5;
@@ -414,6 +426,23 @@ TEST_F(PrintDialog, GoesFromPrinterToPrinter)
         EXPECT_EQ(IDCANCEL, m_dialog.DoModal());
         EXPECT_STREQ("Other", m_dialog.GetPrinterName());
     }
+}
+
+TEST_F(PrintDialog, ForgetsTheFileOfLastTime)
+{
+    const DialogDriver driver({[](HWND window) {
+                                   Press(window, ZO_IDC_PRINT_TO_FILE);
+                                   Press(window, IDOK);
+                               },
+                               [&](HWND file) {
+                                   Type(file, ZO_IDC_FILE_NAME, Path("job"));
+                                   Press(file, IDOK);
+                               },
+                               Pressing(IDOK)});
+    EXPECT_EQ(IDOK, m_dialog.DoModal());
+    EXPECT_EQ(Path("job.prn"), m_dialog.GetOutput());
+    EXPECT_EQ(IDOK, m_dialog.DoModal());
+    EXPECT_EQ(nullptr, m_dialog.GetOutput());
 }
 
 TEST_F(PrintDialog, OpensTheDriversOwnDialog)
