@@ -20,7 +20,7 @@ constexpr UINT kTellUnreadable = WM_APP + 1;
 // Dialog units.
 constexpr int kMargin = 7;
 constexpr int kGap = 4;
-constexpr int kListWidth = 120;
+constexpr int kListWidth = 124;
 constexpr int kLabelHeight = 10; // with the gap to what it names
 constexpr int kButtonHeight = 14;
 
