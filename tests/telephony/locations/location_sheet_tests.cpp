@@ -570,14 +570,14 @@ TEST_F(LocationSheet, TellsOfLocationsThatCannotBeRead)
     Save(0, "Home");
     Save(1, "Office");
     EXPECT_EQ(0u, m_product.Config().SetValue(ZO_MODE_LOCAL_MACHINE, m_product.UserKey() + "\\Location\\00000001",
-                                              "City", DWORD{1}));
+                                              "City", CString('x', 300)));
     const auto person = [](HWND window) {
         EXPECT_EQ("Home|", RowsOf(window, kList));
         Press(window, ZO_IDC_LOC_NEW);
         Press(window, IDOK);
     };
     Edit(IDOK, {person},
-         AnswerBox("Not all locations could be read (error 0x24015800). Those that are missing here "
+         AnswerBox("Not all locations could be read (error 234). Those that are missing here "
                    "stay as they are.",
                    IDOK));
     EXPECT_TRUE(CZoLocationRegistry().DoesIndexExist(1) && CZoLocationRegistry().DoesIndexExist(2));
