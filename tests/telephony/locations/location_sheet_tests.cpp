@@ -396,11 +396,13 @@ TEST_F(LocationSheet, IsTidyAndFollowsTheLanguage)
                 SetTexts(page, {{ZO_IDC_LOC_TRY_NUMBER, "555-0123"}});
                 if (first == kOutside)
                     Choose(page, ZO_IDC_LOC_TRY_MODE, ZO_DIAL_LOCAL);
-                ChangeLanguage(kGerman);
                 const HWND tab = reinterpret_cast<HWND>(SendMessageA(window, PSM_GETTABCONTROL, 0, 0));
                 ShowWindow(tab, SW_HIDE); // the page lies upon it
-                ExpectTidy(window);
-                ExpectTidy(page);
+                for (const DWORD language : {DWORD{IsDoubleByte() ? 0x0411U : 0x040CU}, DWORD{0x040A}, kGerman}) {
+                    ChangeLanguage(language);
+                    ExpectTidy(window);
+                    ExpectTidy(page);
+                }
                 ShowWindow(tab, SW_SHOW);
                 EXPECT_EQ(0u, TextOf(window, ZO_IDC_LOC_RENAME).find("&Umbenennen"));
                 if (first == kOutside) {

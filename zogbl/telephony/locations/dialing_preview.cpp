@@ -47,7 +47,7 @@ bool HasAny(const CString& text, LPCSTR characters)
 /// "Long distance: (206) 555-0100".
 CString CallText(PreviewCall which, const CallToTry& call)
 {
-    CString text = LoadText(kCallNames[static_cast<int>(which)]) + ":";
+    CString text = LoadText(kCallNames[static_cast<int>(which)]);
     if (!call.country.IsEmpty() && (which == PreviewCall::kInternational || which == PreviewCall::kOwn))
         text += (call.country[0] == '+' ? " " : " +") + call.country;
     if (!call.area.IsEmpty() && which != PreviewCall::kLocal)
@@ -185,7 +185,7 @@ CallPreview PreviewDialing(PreviewCall which, const CallToTry& call, const CZoLo
         preview.how = LoadText(ReasonOfFailure(address, call));
         return preview;
     }
-    preview.how = LoadText(ReasonOf(dialing.kind, call.mode)) + ":";
+    preview.how = LoadText(ReasonOf(dialing.kind, call.mode));
     for (int i = 0; i < dialing.count; ++i) {
         const CString shown = ShownText(dialing.pieces[i], call, showCodes);
         preview.dialed += shown;

@@ -1,6 +1,7 @@
 #include "location_form.h"
 
 #include <common/double_byte.h>
+#include <common/without_throwing.h>
 #include <zogbl/country_box.h>
 #include <zogbl/resource_ids.h>
 
@@ -61,13 +62,27 @@ void LocationForm::Begin(CWnd& window)
 
 void LocationForm::Show()
 {
-    m_isShowing = true;
+    m_isShown = WithoutThrowing([this] {
+        const Filling filling(*this);
+        Fill();
+    });
+    Enable(m_isShown && m_item != nullptr);
+    if (!m_isShown)
+        AfxThrowMemoryException();
+    Refresh();
+}
+
+void LocationForm::Fill()
+{
     for (int i = 0; i < m_count; ++i)
         SetText(m_fields[i].control, m_item != nullptr ? m_fields[i].Get(*m_item) : CString());
+}
+
+void LocationForm::Enable(bool isEnabled)
+{
     for (HWND child = ::GetWindow(m_window->m_hWnd, GW_CHILD); child != nullptr;
          child = ::GetWindow(child, GW_HWNDNEXT))
-        ::EnableWindow(child, m_item != nullptr);
-    m_isShowing = false;
+        ::EnableWindow(child, isEnabled);
 }
 
 int LocationForm::FindFault(CString& reason) const
@@ -132,9 +147,9 @@ public:
         m_box.SubclassDlgItem(static_cast<UINT>(m_boxId), &window);
         m_box.ResetInformation(-1);
     }
-    void Show() override
+    void Fill() override
     {
-        LocationForm::Show();
+        LocationForm::Fill();
         m_box.SetCurSel(-1);
         if (m_item != nullptr)
             m_box.SelectCountryIndex(m_item->*m_country);
@@ -195,9 +210,9 @@ public:
         for (const int control : {ZO_IDC_LOC_NAME_LABEL, ZO_IDC_LOC_NAME})
             ::ShowWindow(Control(control), m_names != nullptr ? SW_SHOW : SW_HIDE);
     }
-    void Show() override
+    void Fill() override
     {
-        CountryForm::Show();
+        CountryForm::Fill();
         SetText(ZO_IDC_LOC_NAME, m_item != nullptr ? m_item->m_csLocationName : CString());
     }
     int FindFault(CString& reason) const override;

@@ -38,8 +38,10 @@ public:
     void SetItem(CZoLocationItem* item) { m_item = item; }
     CZoLocationItem* GetItem() const { return m_item; }
 
-    /// Shows the location; without one the controls are empty and disabled.
-    virtual void Show();
+    /// Shows the location; without one the controls are empty and disabled. If it throws, they are disabled, too: what
+    /// they hold belongs to no location.
+    void Show();
+    bool IsShown() const { return m_isShown; } ///< whether the controls hold the location's texts, or what was typed
     /// Shows again what depends on other pages.
     virtual void Refresh() {}
     /// What keeps the controls from being taken. What was there before is right as it is.
@@ -54,11 +56,20 @@ public:
     virtual void ReloadTexts() {}
 
 protected:
+    struct Filling {
+        explicit Filling(LocationForm& form) : form(form) { form.m_isFilling = true; }
+        ~Filling() { form.m_isFilling = false; }
+        LocationForm& form;
+    };
+
     LocationForm(UINT templateId, const Field* fields, int count)
         : m_template(templateId), m_fields(fields), m_count(count)
     {
     }
 
+    /// The item, or nothing, goes to the controls.
+    virtual void Fill();
+    virtual void Enable(bool isEnabled); ///< throws nothing
     /// The controls go to an item.
     virtual void Read(CZoLocationItem& item) const;
 
@@ -68,9 +79,10 @@ protected:
 
     CWnd* m_window = nullptr;
     CZoLocationItem* m_item = nullptr;
-    bool m_isShowing = false; // the controls are being filled
+    bool m_isFilling = false; // notifications are of no act of the user's
 
 private:
+    bool m_isShown = false;
     const UINT m_template;
     const Field* const m_fields;
     const int m_count;

@@ -30,7 +30,8 @@ public:
 
     BOOL OnSetActive() override
     {
-        return WithoutThrowing([this] { GetForm().Show(); });
+        WithoutThrowing([this] { GetForm().Show(); }); // without memory it is disabled
+        return TRUE;
     }
     BOOL OnKillActive() override { return Take(); }
 
@@ -38,7 +39,7 @@ public:
     /// user has been told, or memory has run out; the location is as before
     BOOL Take()
     {
-        if (m_hWnd == nullptr || GetForm().GetItem() == nullptr)
+        if (m_hWnd == nullptr || GetForm().GetItem() == nullptr || !GetForm().IsShown())
             return TRUE;
         CString reason;
         int fault = -1;

@@ -42,13 +42,14 @@ public:
     OutsideForm() : LocationForm(ZO_IDD_LOC_OUTSIDE, kFields, static_cast<int>(std::size(kFields))) {}
 
     void Begin(CWnd& window) override;
-    void Show() override;
     void Refresh() override;
     void OnCommand(int control, int notification) override;
     void OnTimer(UINT_PTR id) override;
     void ReloadTexts() override;
 
 protected:
+    void Fill() override;
+    void Enable(bool isEnabled) override;
     void Read(Item& item) const override
     {
         LocationForm::Read(item);
@@ -67,7 +68,7 @@ private:
     bool IsChecked(int button) const { return m_window->IsDlgButtonChecked(button) == BST_CHECKED; }
     void FillModes(int chosen);
     void ShowOwnNumber();
-    void EnableCodes();
+    void EnableCodes(bool isEnabled);
     void HideCodes();
     void ShowPreview(bool askService);
     void ShowHow();
@@ -109,13 +110,17 @@ void OutsideForm::FillModes(int chosen)
     ::SendMessageA(modes, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
 }
 
-void OutsideForm::Show()
+void OutsideForm::Fill()
 {
-    LocationForm::Show();
+    LocationForm::Fill();
     m_window->CheckDlgButton(ZO_IDC_LOC_SERVICE, m_item != nullptr && m_item->m_bTAPIDialing);
     HideCodes();
-    EnableCodes();
-    Refresh();
+}
+
+void OutsideForm::Enable(bool isEnabled)
+{
+    LocationForm::Enable(isEnabled);
+    EnableCodes(isEnabled);
 }
 
 void OutsideForm::Refresh()
@@ -130,23 +135,22 @@ void OutsideForm::ShowOwnNumber()
     if (m_isOwnTyped)
         return;
     const CallToTry own = m_item != nullptr ? MakeSample(PreviewCall::kOwn, *m_item) : CallToTry();
-    m_isShowing = true;
+    const Filling filling(*this);
     SetText(ZO_IDC_LOC_TRY_COUNTRY, own.country);
     SetText(ZO_IDC_LOC_TRY_AREA, own.area);
     SetText(ZO_IDC_LOC_TRY_NUMBER, own.number);
-    m_isShowing = false;
 }
 
 /// The service does not use the location's codes, and only it can be asked.
-void OutsideForm::EnableCodes()
+void OutsideForm::EnableCodes(bool isEnabled)
 {
     const bool isService = IsChecked(ZO_IDC_LOC_SERVICE);
     const HWND ask = Control(ZO_IDC_LOC_ASK);
     if (!isService && ::GetFocus() == ask)
         ::SetFocus(Control(ZO_IDC_LOC_SERVICE));
-    ::EnableWindow(ask, m_item != nullptr && isService);
+    ::EnableWindow(ask, isEnabled && isService);
     for (const int field : kCodeFields)
-        ::EnableWindow(Control(field), m_item != nullptr && !isService);
+        ::EnableWindow(Control(field), isEnabled && !isService);
 }
 
 /// Codes that nobody else is to see are shown when the user asks for them. What is typed into an access field is seen
@@ -201,14 +205,14 @@ void OutsideForm::ShowHow()
 
 void OutsideForm::OnCommand(int control, int notification)
 {
-    if (m_isShowing)
+    if (m_isFilling)
         return;
     if (notification == EN_CHANGE) {
         for (const int field : kTryFields)
             m_isOwnTyped = m_isOwnTyped || control == field;
         ::SetTimer(m_window->m_hWnd, kPreviewTimer, kPause, nullptr); // anew with each key
     } else if (control == ZO_IDC_LOC_SERVICE) {
-        EnableCodes();
+        EnableCodes(true);
         ShowPreview(false);
     } else if (control == ZO_IDC_LOC_SHOW_CODES) {
         HideCodes();
