@@ -15,4 +15,12 @@
 #define ZO_IDS_CALL_NOTED 30310
 #define ZO_IDS_DOCUMENT_ASK_TO_SAVE 30311
 
+// 30320 to 30329: printing. The command's number is fixed by the application framework; the host's menu has it.
+#define ZO_IDS_JOB_TITLE 30320
+#define ZO_IDS_JOB_PROGRESS 30321
+#define ZO_IDS_JOB_PAGE 30322
+#define ZO_IDS_JOB_FAILED 30323
+#define ZO_IDS_JOB_FEW_PAGES 30324
+#define ZO_IDS_JOB_NO_DIALOG 30325
+
 #endif

@@ -1,6 +1,7 @@
 #include "text_document.h"
 
 #include "template_ids.h"
+#include "text_print.h"
 
 #include <zogbl/document_save.h>
 #include <zogbl/resource_ids.h>
@@ -29,6 +30,8 @@ BEGIN_MESSAGE_MAP(TextView, CView)
     ON_WM_CREATE()
     ON_WM_SIZE()
     ON_WM_SETFOCUS()
+    ON_WM_CTLCOLOR()
+    ON_COMMAND(ID_FILE_PRINT, OnPrintText)
     ON_EN_CHANGE(kTextId, OnTextChanged)
 END_MESSAGE_MAP()
 
@@ -98,17 +101,50 @@ int TextView::OnCreate(CREATESTRUCT* create)
 {
     if (CView::OnCreate(create) == -1 || !m_text.Create(this, kTextId, 0))
         return -1;
-    CreateDialogFont(m_font);
-    LOGFONT description;
-    if (HasColumns() && m_font.GetLogFont(&description) != 0) {
-        description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
-        description.lfFaceName[0] = '\0'; // any of equal widths
-        m_font.DeleteObject();
-        m_font.CreateFontIndirect(&description);
-    }
-    m_text.SetFont(&m_font);
+    UseSettings();
     m_text.LimitText(); // as much as there is room for
     return 0;
+}
+
+void TextView::UseSettings()
+{
+    m_settings = LoadDocumentSettings();
+    CFont font;
+    LOGFONT description = m_settings.font;
+    if (m_settings.IsFontUsual() && (!CreateDialogFont(font) || font.GetLogFont(&description) == 0))
+        ::GetObject(::GetStockObject(DEFAULT_GUI_FONT), sizeof description, &description);
+    if (HasColumns() && (description.lfPitchAndFamily & FIXED_PITCH) == 0) {
+        description.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+        description.lfFaceName[0] = '\0'; // any of equal widths
+    }
+    m_settings.font = description; // what is printed is what is shown
+    font.DeleteObject();
+    font.CreateFontIndirect(&description);
+    m_text.SetFont(&font);
+    m_font.DeleteObject();
+    m_font.Attach(font.Detach());
+    m_text.Invalidate();
+}
+
+HBRUSH TextView::OnCtlColor(CDC* dc, CWnd* control, UINT kind)
+{
+    const HBRUSH ground = CView::OnCtlColor(dc, control, kind);
+    if (m_settings.color != CLR_DEFAULT)
+        dc->SetTextColor(m_settings.color);
+    return ground;
+}
+
+/// By a job of this view's own, since the user's choice is more than the framework's job knows of.
+void TextView::OnPrintText()
+{
+    const auto* document = DYNAMIC_DOWNCAST(TextDocument, GetDocument());
+    if (document == nullptr)
+        return;
+    CString text, selected;
+    m_text.GetWindowText(text);
+    int start = 0, end = 0;
+    m_text.GetSel(start, end);
+    PrintText(*GetParentFrame(), document->GetTitle(), text, text.Mid(start, end - start), m_settings);
 }
 
 void TextView::OnSize(UINT type, int width, int height)
@@ -119,8 +155,10 @@ void TextView::OnSize(UINT type, int width, int height)
 
 void TextView::OnSetFocus(CWnd*) { m_text.SetFocus(); }
 
-void TextView::OnUpdate(CView*, LPARAM, CObject*)
+void TextView::OnUpdate(CView*, LPARAM hint, CObject*)
 {
+    if (hint == kDocumentSettingsChanged)
+        UseSettings();
     const auto* document = DYNAMIC_DOWNCAST(TextDocument, GetDocument());
     CString shown;
     m_text.GetWindowText(shown);

@@ -3,6 +3,7 @@
 /// it in an edit control, so that a person can scroll, select and copy, and change what can be changed.
 #pragma once
 
+#include "../document_settings.h"
 #include "../text_box.h"
 
 #include <afxwin.h>
@@ -35,6 +36,8 @@ class TextView : public CView {
     DECLARE_DYNAMIC(TextView)
 protected:
     void OnUpdate(CView* sender, LPARAM hint, CObject* object) override;
+    afx_msg void OnPrintText();
+    afx_msg HBRUSH OnCtlColor(CDC* dc, CWnd* control, UINT kind);
     /// Whether the text stands in columns, which takes letters of equal widths.
     virtual bool HasColumns() const { return false; }
     void OnDraw(CDC*) override {} // the control fills the view
@@ -45,7 +48,10 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    void UseSettings();
+
     TextBox m_text;
+    DocumentSettings m_settings;
     CFont m_font;
     bool m_filling = false; // the text changes, but no person changes it
 };

@@ -59,12 +59,19 @@ void CountryList::Reload()
         SendMessage(CZoLanguageSupport::GetUpdateMessage());
         return;
     }
+    Show(CByteArray()); // all
+}
+
+void CountryList::Show(const CByteArray& shown)
+{
     const CZoCountryCodeList* countries = GetGlobalCountryList();
     CPtrArray rows;
-    for (int i = 0; countries != nullptr && i < countries->GetCount(); ++i)
-        rows.Add(const_cast<CZoCountryCode*>(countries->GetAt(i))); // only handed back
-    SetRows(rows);
-    SetCurSel(0);
+    for (int i = 0; countries != nullptr && i < countries->GetCount(); ++i) {
+        if (i >= shown.GetSize() || shown[i])
+            rows.Add(const_cast<CZoCountryCode*>(countries->GetAt(i))); // only handed back
+    }
+    if (SetRows(rows) && GetCurSel() < 0)
+        SetCurSel(0);
 }
 
 void CountryList::LayOutColumns()
@@ -139,6 +146,15 @@ void CountryPage::Reload()
     }
     OnLocaleNames();
     Invalidate();
+}
+
+void CountryPage::ListCountries(CStringArray& names, CByteArray& shown) const
+{
+    const CZoCountryCodeList* countries = GetGlobalCountryList();
+    for (int i = 0; countries != nullptr && i < countries->GetCount(); ++i) {
+        names.Add(countries->GetAt(i)->GetName());
+        shown.Add(m_list.FindRow(countries->GetAt(i)) >= 0);
+    }
 }
 
 /// Countries on the left, locales on the right; above each list a box to choose from.

@@ -17,6 +17,8 @@ public:
     BOOL CreateList(CWnd* parent, UINT id);
     /// Takes the names of the language that is loaded; the same country stays selected.
     void Reload();
+    /// Shows some of the library's countries. \param shown for each of them, in the library's order, whether it is
+    void Show(const CByteArray& shown);
     /// As wide together as the list, as long as the user has not chosen widths.
     void LayOutColumns();
     void KeepColumns() { m_keepsColumns = true; }
@@ -36,6 +38,9 @@ class CountryPage : public Page {
 public:
     /// The picker for countries.
     CCountryCodeComboBox& GetPicker() { return m_picker; }
+    /// The library's countries: their names, and whether the list shows them.
+    void ListCountries(CStringArray& names, CByteArray& shown) const;
+    void ShowCountries(const CByteArray& shown) { m_list.Show(shown); }
 
     UINT GetTitleId() const override;
     UINT GetCommandId() const override;

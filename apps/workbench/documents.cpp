@@ -1,5 +1,6 @@
 #include "documents.h"
 
+#include "options.h"
 #include "page.h"
 #include "workbench_ids.h"
 
@@ -30,6 +31,14 @@ public:
 protected:
     afx_msg void OnNew() { m_documents.New(); }
     afx_msg void OnOpen() { m_documents.AskAndOpen(); }
+    afx_msg void OnFont()
+    {
+        DocumentSettings settings = LoadDocumentSettings();
+        if (!ChooseDocumentFont(this, settings))
+            return;
+        TellStatus(ZO_IDS_DOCUMENT_PAGE_NOT_KEPT, SaveDocumentSettings(settings));
+        Documents::UpdateViews(kDocumentSettingsChanged);
+    }
     afx_msg void OnClose()
     {
         if (AfxGetApp()->SaveAllModified())
@@ -42,6 +51,7 @@ private:
         {FVIRTKEY | FCONTROL, 'N', ZO_ID_DOCUMENT_NEW},
         {FVIRTKEY | FCONTROL, 'O', ZO_ID_DOCUMENT_OPEN},
         {FVIRTKEY | FCONTROL, 'S', ZO_ID_DOCUMENT_SAVE},
+        {FVIRTKEY | FCONTROL, 'P', ZO_ID_DOCUMENT_PRINT},
     };
     Documents& m_documents;
     HACCEL m_keys = ::CreateAcceleratorTable(s_keys, static_cast<int>(std::size(s_keys)));
@@ -50,6 +60,7 @@ private:
 BEGIN_MESSAGE_MAP(ShellWindow, CZoMDIFrameWnd)
     ON_COMMAND(ZO_ID_DOCUMENT_NEW, OnNew)
     ON_COMMAND(ZO_ID_DOCUMENT_OPEN, OnOpen)
+    ON_COMMAND(ZO_ID_DOCUMENT_FONT, OnFont)
     ON_WM_CLOSE()
 END_MESSAGE_MAP()
 
@@ -150,17 +161,43 @@ CDocTemplate* TypeOf(const CString& path)
     return nullptr;
 }
 
-CDocument* FindOpen(const CString& path)
+/// What a type is called in the registry, in every language.
+CString NameOf(const CDocTemplate& type)
+{
+    CString name;
+    type.GetDocString(name, CDocTemplate::regFileTypeId);
+    return name;
+}
+
+/// The type of that name; null when there is none.
+CDocTemplate* FindType(const CString& name)
+{
+    for (POSITION position = AfxGetApp()->GetFirstDocTemplatePosition(); position != nullptr;) {
+        CDocTemplate* type = AfxGetApp()->GetNextDocTemplate(position);
+        if (NameOf(*type) == name)
+            return type;
+    }
+    return nullptr;
+}
+
+/// Calls \p act(document) for each that is open.
+template <class ACT> void ForEachOpen(ACT act)
 {
     for (POSITION type = AfxGetApp()->GetFirstDocTemplatePosition(); type != nullptr;) {
         const CDocTemplate* documentType = AfxGetApp()->GetNextDocTemplate(type);
-        for (POSITION position = documentType->GetFirstDocPosition(); position != nullptr;) {
-            CDocument* document = documentType->GetNextDoc(position);
-            if (document->GetPathName().CompareNoCase(path) == 0)
-                return document;
-        }
+        for (POSITION position = documentType->GetFirstDocPosition(); position != nullptr;)
+            act(*documentType->GetNextDoc(position));
     }
-    return nullptr;
+}
+
+CDocument* FindOpen(const CString& path)
+{
+    CDocument* found = nullptr;
+    ForEachOpen([&](CDocument& document) {
+        if (document.GetPathName().CompareNoCase(path) == 0)
+            found = &document;
+    });
+    return found;
 }
 
 } // namespace
@@ -192,25 +229,79 @@ void Documents::New()
 void Documents::AskAndOpen()
 {
     LoadTypes();
-    CString path;
-    if (ZoDoPromptFileName(path, ZO_IDS_DOCUMENT_OPEN_TITLE, OFN_FILEMUSTEXIST, TRUE, nullptr, AfxGetApp()) == 0)
-        return;
+    CString path = m_folder;
+    if (ZoDoPromptFileName(path, ZO_IDS_DOCUMENT_OPEN_TITLE, OFN_FILEMUSTEXIST, TRUE, nullptr, AfxGetApp()) != 0)
+        OpenPath(path);
+}
+
+BOOL Documents::OpenPath(const CString& path)
+{
+    LoadTypes();
     if (const CDocument* open = FindOpen(path)) {
+        ::ShowWindow(m_shell, SW_SHOW);
         Activate(open);
-        return;
+        return TRUE;
     }
     CDocTemplate* type = TypeOf(path);
     if (type == nullptr) { // a file of any kind can be shown in the way that the user likes
         CZoNewBrixelDocType choice(AfxGetApp(), m_owner);
         if (choice.DoModal() != IDOK)
-            return;
+            return FALSE;
         type = choice.GetDocTemplate();
     }
-    if (type == nullptr || Open(type, path) != nullptr)
+    if (type == nullptr)
+        return FALSE;
+    if (Open(type, path) == nullptr) {
+        CString message;
+        message.Format(Text(ZO_IDS_DOCUMENT_NOT_OPENED), (LPCSTR)path);
+        AfxMessageBox(message, MB_OK | MB_ICONEXCLAMATION);
+        return FALSE;
+    }
+    TellStatus(ZO_IDS_SETTING_NOT_KEPT, m_recent.Add(path));
+    return TRUE;
+}
+
+void Documents::OpenRecent(UINT command)
+{
+    const CString path = m_recent.GetPath(command);
+    if (path.IsEmpty())
         return;
+    if (FindOpen(path) != nullptr || ::GetFileAttributes(path) != INVALID_FILE_ATTRIBUTES) {
+        OpenPath(path);
+        return;
+    }
     CString message;
-    message.Format(Text(ZO_IDS_DOCUMENT_NOT_OPENED), (LPCSTR)path);
-    AfxMessageBox(message, MB_OK | MB_ICONEXCLAMATION);
+    message.Format(Text(ZO_IDS_RECENT_GONE), (LPCSTR)path);
+    if (AfxMessageBox(message, MB_YESNO | MB_ICONQUESTION) == IDYES)
+        TellStatus(ZO_IDS_SETTING_NOT_KEPT, m_recent.Remove(path));
+}
+
+CString Documents::OpenListed(const CStringArray& entries)
+{
+    CString failed;
+    if (entries.GetSize() > 0)
+        LoadTypes();
+    for (INT_PTR i = 0; i < entries.GetSize(); ++i) {
+        const int bar = entries[i].Find('|');
+        const CString path = entries[i].Mid(bar + 1);
+        CDocTemplate* type = FindType(bar >= 0 ? entries[i].Left(bar) : CString());
+        if (FindOpen(path) == nullptr && (type == nullptr || Open(type, path) == nullptr))
+            failed += (failed.IsEmpty() ? "" : "\n") + path;
+    }
+    return failed;
+}
+
+void Documents::ListOpen(CStringArray& entries)
+{
+    ForEachOpen([&](CDocument& document) {
+        if (!document.GetPathName().IsEmpty())
+            entries.Add(NameOf(*document.GetDocTemplate()) + "|" + document.GetPathName());
+    });
+}
+
+void Documents::UpdateViews(LPARAM hint)
+{
+    ForEachOpen([=](CDocument& document) { document.UpdateAllViews(nullptr, hint); });
 }
 
 CDocument* Documents::Open(CDocTemplate* type, LPCSTR path)
@@ -244,13 +335,9 @@ void Documents::ReloadTexts()
         return;
     ::SetWindowText(m_shell, Text(ZO_IDS_SHELL_TITLE));
     LoadMenuOf(m_shell, ZO_IDR_SHELL_MENU);
-    for (POSITION type = AfxGetApp()->GetFirstDocTemplatePosition(); type != nullptr;) {
-        const CDocTemplate* documentType = AfxGetApp()->GetNextDocTemplate(type);
-        for (POSITION position = documentType->GetFirstDocPosition(); position != nullptr;) {
-            CDocument* document = documentType->GetNextDoc(position);
-            if (document->GetPathName().IsEmpty())
-                RenameUntitled(document);
-            document->UpdateAllViews(nullptr);
-        }
-    }
+    ForEachOpen([](CDocument& document) {
+        if (document.GetPathName().IsEmpty())
+            RenameUntitled(&document);
+        document.UpdateAllViews(nullptr);
+    });
 }

@@ -75,6 +75,21 @@ CString MailBoxPage::Describe(int index) const
     return description;
 }
 
+DWORD MailBoxPage::AddNamed(const CString& name)
+{
+    const DWORD status = AddMailBox(name);
+    Refresh();
+    return status;
+}
+
+void MailBoxPage::ListNames(CStringArray& names)
+{
+    CZoRegMailBoxes mailBoxes;
+    mailBoxes.Load(); // as many as can be; the rest is told when one is added
+    for (int i = 0; i < mailBoxes.GetCount(); ++i)
+        names.Add(mailBoxes.GetAt(i)->m_csName);
+}
+
 // Buttons -------------------------------------------------------------------------------------------------------------
 
 bool MailBoxPage::CanDo(int button, int index) const
@@ -86,7 +101,7 @@ bool MailBoxPage::CanDo(int button, int index) const
 DWORD MailBoxPage::Do(int button, int index)
 {
     if (button == kNew)
-        return AddMailBox();
+        return AddMailBox("");
     const DWORD number = m_mailBoxes.GetAt(index)->m_dwNumber;
     switch (button) {
     case kDelete:
@@ -101,16 +116,16 @@ DWORD MailBoxPage::Do(int button, int index)
     }
 }
 
-DWORD MailBoxPage::AddMailBox()
+DWORD MailBoxPage::AddMailBox(const CString& name)
 {
     if (!m_mailBoxes.Load() || !CanBeWritten()) // with what others have written
         return ZoErrBadData;
     DWORD number = 1;
     while (m_mailBoxes.DoesNumberExist(number))
         ++number;
-    CString name;
-    name.Format(Text(ZO_IDS_MAILBOX_NEW_NAME), number);
-    if (m_mailBoxes.Add(number, name) == nullptr)
+    CString numbered;
+    numbered.Format(Text(ZO_IDS_MAILBOX_NEW_NAME), number);
+    if (m_mailBoxes.Add(number, name.IsEmpty() ? numbered : name) == nullptr)
         return ZoErrOutOfMemory;
     Choose(m_mailBoxes.GetCount() - 1);
     return Write();

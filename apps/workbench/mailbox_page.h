@@ -13,6 +13,10 @@ public:
     UINT GetTitleId() const override;
     UINT GetCommandId() const override;
 
+    /// Adds a mailbox and shows it. \return 0 or a status
+    DWORD AddNamed(const CString& name);
+    static void ListNames(CStringArray& names); ///< of the mailboxes that can be read
+
 protected:
     DWORD FillList(CListBox& list) override;
     CString Describe(int index) const override;
@@ -21,7 +25,7 @@ protected:
     CString GetStateText() const override;
 
 private:
-    DWORD AddMailBox();
+    DWORD AddMailBox(const CString& name); ///< empty: named by its number
     bool CanBeWritten() const;
     DWORD Write();
     DWORD MakeFolders(DWORD number);

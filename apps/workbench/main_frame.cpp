@@ -1,11 +1,14 @@
 #include "main_frame.h"
 
+#include "commands.h"
+#include "options.h"
 #include "workbench_ids.h"
 
 #include <zogbl/about_dialog.h>
 #include <zogbl/country_code.h>
 #include <zogbl/dialog.h>
 #include <zogbl/language_support.h>
+#include <zogbl/message_box.h>
 #include <zogbl/module.h>
 #include <zogbl/resource_lookup.h>
 
@@ -13,9 +16,10 @@
 
 namespace {
 
-constexpr UINT kPageListId = 100;
-constexpr UINT kFirstPageWindowId = AFX_IDW_PANE_FIRST;
+constexpr UINT kPageListId = ZO_IDC_PAGE_LIST;
+constexpr UINT kFirstPageWindowId = ZO_IDC_PAGE_COUNTRIES; // what explains a page has its number
 constexpr int kGap = 6;
+constexpr int kExplanationLines = 2;
 constexpr int kLanguagePane = 2; // of the status line; it opens the choice of a language
 
 const UINT s_traceLevelMessage = CZoTrace::GetNotifyMessage();
@@ -25,7 +29,8 @@ const UINT s_languageMessage = CZoLanguageSupport::GetUpdateMessage();
 
 BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_WM_CREATE()
-    ON_WM_SIZE()
+    ON_WM_CLOSE()
+    ON_WM_INITMENUPOPUP()
     ON_WM_SETFOCUS()
     ON_WM_GETMINMAXINFO()
     ON_WM_TIMECHANGE()
@@ -44,6 +49,13 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_COMMAND(ZO_ID_DOCUMENT_OPEN, OnOpenDocument)
     ON_COMMAND(ZO_ID_TOOLS_OPEN, OnOpenTools)
     ON_COMMAND(ZO_ID_TOOLS_EDIT, OnEditTools)
+    ON_COMMAND(ZO_ID_FILE_OPTIONS, OnOptions)
+    ON_COMMAND(ZO_ID_VIEW_STATUS_BAR, OnStatusBar)
+    ON_UPDATE_COMMAND_UI(ZO_ID_VIEW_STATUS_BAR, OnUpdateStatusBar)
+    ON_COMMAND_RANGE(ZO_ID_RECENT_FIRST, ZO_ID_RECENT_LAST, OnRecentFile)
+    ON_COMMAND(ZO_ID_TOOLS_MAILBOX, OnMailBox)
+    ON_COMMAND(ZO_ID_TOOLS_COUNTRIES, OnCountries)
+    ON_COMMAND(ZO_ID_TOOLS_TRANSLATE, OnTranslate)
     ON_COMMAND(ZO_ID_APP_ABOUT, OnAbout)
     ON_COMMAND(ZO_ID_APP_EXIT, OnExit)
 END_MESSAGE_MAP()
@@ -67,6 +79,7 @@ int MainFrame::OnCreate(CREATESTRUCT* create)
     const CRect nowhere;
     if (!m_pageList.Create(WS_VISIBLE | WS_BORDER | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, nowhere, this,
                            kPageListId) ||
+        !m_explanation.Create(WS_BORDER, nowhere, this, ZO_IDC_EXPLANATION) ||
         !m_status.Create(WS_VISIBLE | CZoTextPanel::kSizeGrip, nowhere, this, AFX_IDW_STATUS_BAR))
         return -1;
     ZoPane panes[2]; // a message and the language
@@ -97,11 +110,11 @@ void MainFrame::ReloadTexts()
     SetMessageText(AFX_IDS_IDLEMESSAGE);
     m_status.SetPaneText(kLanguagePane, LanguagePage::GetLanguageName());
     m_documents.ReloadTexts();
-    for (CWnd* control : {static_cast<CWnd*>(&m_pageList), static_cast<CWnd*>(&m_status)})
+    for (CWnd* control :
+         {static_cast<CWnd*>(&m_pageList), static_cast<CWnd*>(&m_explanation), static_cast<CWnd*>(&m_status)})
         control->SetFont(ControlFont());
-    CRect client;
-    GetClientRect(&client);
-    LayOut(client.Width(), client.Height());
+    m_explanation.SendMessage(s_languageMessage);
+    RecalcLayout();
 }
 
 CString MainFrame::GetStatusText() const
@@ -124,6 +137,14 @@ void MainFrame::ShowPage(int index)
     m_pageList.SetCurSel(index);
     m_pages[index]->Refresh();
     m_pages[index]->ShowWindow(SW_SHOW);
+}
+
+void MainFrame::ShowPage(const Page& page)
+{
+    for (int i = 0; i < kPages; ++i) {
+        if (m_pages[i] == &page)
+            ShowPage(i);
+    }
 }
 
 /// Calendars of the pages show another today.
@@ -153,25 +174,35 @@ LRESULT MainFrame::OnTraceLevel(WPARAM previous, LPARAM level)
 
 // Layout --------------------------------------------------------------------------------------------------------------
 
-void MainFrame::OnSize(UINT type, int width, int height)
+void MainFrame::RecalcLayout(BOOL notify)
 {
-    CZoFrameWnd::OnSize(type, width, height);
-    if (type != SIZE_MINIMIZED)
-        LayOut(width, height);
+    CZoFrameWnd::RecalcLayout(notify);
+    if (m_status.m_hWnd != nullptr)
+        LayOut();
 }
 
-void MainFrame::LayOut(int width, int height)
+/// In what bars leave: the list and the page, below them what explains controls and the status line, if they are shown.
+void MainFrame::LayOut()
 {
-    const int statusHeight = m_status.GetBestHeight();
-    const int bottom = height - statusHeight - kGap;
+    CRect area;
+    RepositionBars(0, 0xFFFF, 0, reposQuery, &area);
+    const auto place = [&area](CWnd& control, int height, int gap) {
+        if ((control.GetStyle() & WS_VISIBLE) == 0)
+            return;
+        area.bottom -= height;
+        control.MoveWindow(area.left + gap, area.bottom - gap, area.Width() - 2 * gap, height);
+        area.bottom -= gap;
+    };
+    place(m_status, m_status.GetBestHeight(), 0);
+    place(m_explanation, m_explanation.GetBestHeight(kExplanationLines), kGap);
     int listWidth = 0;
     for (const Page* page : m_pages)
         listWidth = (std::max)(listWidth, TextWidth(Text(page->GetTitleId())) + 2 * kGap);
-    m_pageList.MoveWindow(kGap, kGap, listWidth, bottom - kGap);
-    m_status.MoveWindow(0, height - statusHeight, width, statusHeight);
-    const int left = listWidth + 2 * kGap;
+    area.DeflateRect(kGap, kGap);
+    m_pageList.MoveWindow(area.left, area.top, listWidth, area.Height());
+    area.left += listWidth + kGap;
     for (Page* page : m_pages)
-        page->MoveWindow(left, kGap, width - left - kGap, bottom - kGap);
+        page->MoveWindow(&area);
 }
 
 void MainFrame::OnGetMinMaxInfo(MINMAXINFO* info) { info->ptMinTrackSize = {560, 360}; }
@@ -185,7 +216,8 @@ void MainFrame::OnSetFocus(CWnd*)
 BOOL MainFrame::PreTranslateMessage(MSG* message)
 {
     const bool isTab = message->message == WM_KEYDOWN && message->wParam == VK_TAB;
-    if (message->message == WM_KEYDOWN && message->wParam == VK_F6 && ::GetFocus() != m_status.m_hWnd) {
+    if (message->message == WM_KEYDOWN && message->wParam == VK_F6 && m_status.IsWindowVisible() &&
+        ::GetFocus() != m_status.m_hWnd) {
         m_status.TakeKeyboard();
         return TRUE;
     }
@@ -219,11 +251,16 @@ BOOL MainFrame::OnCmdMsg(UINT id, int code, void* extra, void* info)
     return CZoFrameWnd::OnCmdMsg(id, code, extra, info) || m_tools.OnCmdMsg(id, code, extra, info);
 }
 
-/// The status line says what a tool does while its menu item is selected.
+/// The status line says what a command does while its menu item is selected.
 void MainFrame::GetMessageString(UINT id, CString& message) const
 {
-    const CString text = m_tools.GetMessage(id);
-    message = text.IsEmpty() ? GetStatusText() : text;
+    message = m_tools.GetMessage(id);
+    if (id >= ZO_ID_RECENT_FIRST && id <= ZO_ID_RECENT_LAST)
+        message = Text(ZO_IDS_MESSAGE_RECENT_FILE);
+    else if (message.IsEmpty() && id != AFX_IDS_IDLEMESSAGE)
+        AfxExtractSubString(message, Text(id), 0);
+    if (message.IsEmpty())
+        message = GetStatusText();
 }
 
 void MainFrame::OnOpenTools() { m_tools.Choose(); }
@@ -232,3 +269,121 @@ void MainFrame::OnEditTools() { m_tools.Edit(); }
 void MainFrame::OnAbout() { CZoAboutDialog(ZO_IDI_WORKBENCH, this).DoModal(); }
 
 void MainFrame::OnExit() { SendMessage(WM_CLOSE); }
+
+void MainFrame::OnRecentFile(UINT id) { m_documents.OpenRecent(id); }
+
+void MainFrame::OnMailBox()
+{
+    if (AskForMailBox(this, m_mailBoxes))
+        ShowPage(m_mailBoxes);
+}
+
+void MainFrame::OnCountries()
+{
+    if (ChooseCountries(this, m_countries))
+        ShowPage(m_countries);
+}
+
+void MainFrame::OnTranslate()
+{
+    if (TranslateFileByWizard(this, m_translation, m_workspace.folder) == IDOK)
+        ShowPage(m_translation);
+}
+
+/// The files that were last open stand in the menu that has Exit.
+void MainFrame::OnInitMenuPopup(CMenu* popup, UINT index, BOOL isSystemMenu)
+{
+    if (!isSystemMenu && ::GetMenuState(popup->m_hMenu, ZO_ID_APP_EXIT, MF_BYCOMMAND) != static_cast<UINT>(-1)) {
+        m_documents.GetRecent().Load();
+        m_documents.GetRecent().Show(popup->m_hMenu, ZO_ID_APP_EXIT, m_workspace.recentFiles);
+    }
+    CZoFrameWnd::OnInitMenuPopup(popup, index, isSystemMenu);
+}
+
+// The workspace -------------------------------------------------------------------------------------------------------
+
+void MainFrame::ShowBars(const ZoWorkspace& workspace, bool isNovice)
+{
+    m_workspace = workspace;
+    m_status.ShowWindow(workspace.statusBar ? SW_SHOW : SW_HIDE);
+    m_explanation.ShowWindow(isNovice ? SW_SHOW : SW_HIDE);
+    m_documents.SetFolder(workspace.folder);
+    RecalcLayout();
+}
+
+void MainFrame::UseWorkspace(WindowState& state)
+{
+    ZoWorkspace workspace;
+    ZoLoadWorkspace(workspace); // nothing kept, or damaged: as at the beginning
+    ShowBars(workspace, ZoGblGetRegNoviceMode() != 0);
+    if (m_isQuiet || !workspace.restoreWindows || !LoadWindowState(state, kPages))
+        return;
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof placement;
+    placement.showCmd = SW_HIDE;
+    placement.rcNormalPosition = state.place; // the system keeps it on the screen
+    SetWindowPlacement(&placement);
+    ShowPage(state.page);
+}
+
+void MainFrame::OpenDocuments(const WindowState& state)
+{
+    const CString failed = m_documents.OpenListed(state.documents);
+    if (failed.IsEmpty())
+        return;
+    CString message;
+    message.Format(Text(ZO_IDS_DOCUMENT_NOT_OPENED), static_cast<LPCSTR>(failed));
+    AfxMessageBox(message, MB_ICONEXCLAMATION);
+}
+
+DWORD MainFrame::KeepWindows() const
+{
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof placement;
+    if (!GetWindowPlacement(&placement))
+        return ::GetLastError();
+    WindowState state;
+    state.place = placement.rcNormalPosition;
+    state.isMaximized = IsZoomed();
+    state.page = m_shown;
+    Documents::ListOpen(state.documents);
+    return SaveWindowState(state);
+}
+
+void MainFrame::OnOptions()
+{
+    if (EditOptions(this) != IDOK)
+        return;
+    ZoWorkspace workspace;
+    ZoLoadWorkspace(workspace);
+    ShowBars(workspace, ZoGblGetRegNoviceMode() != 0);
+    m_language.Reload(); // it shows the novice mode
+    Documents::UpdateViews(kDocumentSettingsChanged);
+}
+
+void MainFrame::OnStatusBar()
+{
+    ZoWorkspace workspace = m_workspace;
+    workspace.statusBar = !workspace.statusBar;
+    ShowBars(workspace, m_explanation.IsWindowVisible() != FALSE);
+    TellStatus(ZO_IDS_SETTING_NOT_KEPT, ZoSaveWorkspace(workspace));
+}
+
+void MainFrame::OnUpdateStatusBar(CCmdUI* item)
+{
+    item->Enable();
+    item->SetCheck(m_workspace.statusBar);
+}
+
+void MainFrame::OnClose()
+{
+    if (m_isQuiet)
+        return CZoFrameWnd::OnClose();
+    if (m_workspace.confirmLeaving && ZoAskOnce(kLeaveQuestion, m_hWnd, Text(ZO_IDS_LEAVE_ASK),
+                                                Text(ZO_IDS_WORKBENCH_TITLE), MB_OKCANCEL | MB_ICONQUESTION) != IDOK)
+        return;
+    if (!AfxGetApp()->SaveAllModified())
+        return;
+    TellStatus(ZO_IDS_WINDOWS_NOT_KEPT, KeepWindows());
+    CZoFrameWnd::OnClose();
+}

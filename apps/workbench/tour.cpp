@@ -262,7 +262,7 @@ private:
 
     bool OpenWindow()
     {
-        m_frame = new MainFrame;
+        m_frame = new MainFrame(true);
         AfxGetApp()->m_pMainWnd = m_frame;
         const BOOL created = m_frame->CreateFrame();
         CString title;
@@ -299,7 +299,7 @@ private:
     bool SecondProcess()
     {
         Program second;
-        if (!second.Start("ZoWorkbench.exe", "") || !WaitUntil([this] { return Trace().GetOpenCount() == 2; }))
+        if (!second.Start("ZoWorkbench.exe", "/quiet") || !WaitUntil([this] { return Trace().GetOpenCount() == 2; }))
             return m_report.Step("second process", false, "it did not join the trace");
         constexpr WORD kOtherLevel = CZoTrace::kImmediateLevel + 2;
         CZoTrace::SetRegTraceLevel(kOtherLevel);
@@ -721,7 +721,7 @@ private:
     /// A second Workbench, with a dialog open, hears of the changes of language that follow.
     bool OpenSecondWorkbench()
     {
-        const bool started = m_second.Start("ZoWorkbench.exe", "") &&
+        const bool started = m_second.Start("ZoWorkbench.exe", "/quiet") &&
                              WaitUntil([this] { return m_second.FindMainWindow() != nullptr; }) &&
                              ::PostMessage(m_second.FindMainWindow(), WM_COMMAND, ZO_ID_APP_ABOUT, 0) &&
                              WaitUntil([this] { return m_second.FindDialog() != nullptr; });

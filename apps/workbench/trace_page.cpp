@@ -14,7 +14,15 @@ constexpr int kMostShown = 24 * 1024;
 constexpr int kMargin = 8;
 constexpr int kListHeight = 120; // of the level's list when it is open
 
-enum ControlId : UINT { kLevelId = 100, kPauseId, kStampsId, kWriteLineId, kWriteBlockId, kFlushId, kViewId };
+enum ControlId : UINT {
+    kLevelId = ZO_IDC_TRACE_PAGE_LEVEL,
+    kPauseId = ZO_IDC_TRACE_PAGE_PAUSE,
+    kStampsId = ZO_IDC_TRACE_PAGE_STAMPS,
+    kWriteLineId = ZO_IDC_TRACE_PAGE_WRITE_LINE,
+    kWriteBlockId = ZO_IDC_TRACE_PAGE_WRITE_BLOCK,
+    kFlushId = ZO_IDC_TRACE_PAGE_FLUSH,
+    kViewId = ZO_IDC_TRACE_PAGE_VIEW
+};
 
 /// The levels that the list offers. A level in between, set elsewhere, shows as the one below.
 constexpr struct {

@@ -178,6 +178,7 @@ void TranslationPage::OnTranslate()
 {
     const CString from = AskForFile(this, TRUE, ZO_IDS_TRANSLATION_OPEN_TITLE, nullptr);
     const CString to = from.IsEmpty() ? from : AskForFile(this, FALSE, ZO_IDS_TRANSLATION_SAVE_TITLE, from);
+    const CWaitCursor wait;
     if (!to.IsEmpty() && !TranslateFile(from, to, m_received.GetCheck() == BST_CHECKED))
         AfxMessageBox(GetState(), MB_ICONEXCLAMATION);
 }
@@ -215,24 +216,29 @@ CString TranslationPage::GetState() const
     return state;
 }
 
-BOOL TranslationPage::TranslateFile(LPCSTR from, LPCSTR to, bool received)
+BOOL TranslationPage::TranslateFile(LPCSTR from, LPCSTR to, bool received, const Progress& progress)
 {
     if (FullPath(from).CompareNoCase(FullPath(to)) == 0) {
         ShowState(ZO_IDS_TRANSLATION_SAME_FILE);
         return FALSE;
     }
-    const CWaitCursor wait;
     bool isOpen = false; // the target, which is removed when it cannot be finished
     try {
         CFile source(from, CFile::modeRead | CFile::shareDenyWrite);
         CFile target(to, CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive);
         isOpen = true;
-        const std::string bytes = std::to_string(Translate(source, target, received));
+        ULONGLONG bytes = 0;
+        const bool isWhole = Translate(source, target, received, progress, bytes);
         target.Close();
         isOpen = false;
+        if (!isWhole) {
+            ::DeleteFile(to);
+            ShowState(ZO_IDS_TRANSLATION_READY);
+            return FALSE;
+        }
         m_before.SetWindowText(ReadBeginning(from));
         m_after.SetWindowText(ReadBeginning(to));
-        ShowState(ZO_IDS_TRANSLATION_DONE, to, bytes.c_str());
+        ShowState(ZO_IDS_TRANSLATION_DONE, to, std::to_string(bytes).c_str());
         return TRUE;
     } catch (CException* e) {
         const auto* failure = DYNAMIC_DOWNCAST(CFileException, e);
@@ -248,18 +254,20 @@ BOOL TranslationPage::TranslateFile(LPCSTR from, LPCSTR to, bool received)
     return FALSE;
 }
 
-/// \return the number of bytes. Throws CFileException*.
-ULONGLONG TranslationPage::Translate(CFile& source, CFile& target, bool received)
+/// \return false: it was ended by \p progress. Throws CFileException*.
+bool TranslationPage::Translate(CFile& source, CFile& target, bool received, const Progress& progress, ULONGLONG& done)
 {
     std::string block(kBlock, '\0');
-    ULONGLONG total = 0;
+    const ULONGLONG size = source.GetLength();
     while (const UINT count = source.Read(block.data(), kBlock)) {
         for (UINT i = 0; i < count; ++i) {
             const auto byte = static_cast<BYTE>(block[i]);
             block[i] = static_cast<char>(received ? m_table.DoGet(byte) : m_table.DoPut(byte));
         }
         target.Write(block.data(), count);
-        total += count;
+        done += count;
+        if (progress != nullptr && !progress(done, size))
+            return false;
     }
-    return total;
+    return true;
 }

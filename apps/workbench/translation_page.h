@@ -8,8 +8,12 @@
 
 #include <zogbl/translate.h>
 
+#include <functional>
+
 class TranslationPage : public Page {
 public:
+    using Progress = std::function<bool(ULONGLONG done, ULONGLONG size)>;
+
     TranslationPage();
 
     UINT GetTitleId() const override;
@@ -25,7 +29,9 @@ public:
     DWORD LoadTable(LPCSTR path);
     /// Translates file \p from, of any size, into \p to, as if its bytes were received or sent by a line; then shows
     /// their beginnings. \return FALSE, with the reason shown and \p to removed, on failure.
-    BOOL TranslateFile(LPCSTR from, LPCSTR to, bool received);
+    /// \param progress is told how many bytes are translated, and of how many; FALSE from it ends the translation, as a
+    /// failure without a reason. Null: nobody is told
+    BOOL TranslateFile(LPCSTR from, LPCSTR to, bool received, const Progress& progress = nullptr);
     CString GetTranslatedText() const;
     CString GetState() const;
 
@@ -39,7 +45,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    ULONGLONG Translate(CFile& source, CFile& target, bool received);
+    bool Translate(CFile& source, CFile& target, bool received, const Progress& progress, ULONGLONG& done);
     void TellStatus(DWORD status, UINT message);
     void ShowState(UINT text, LPCSTR file = "", LPCSTR detail = "");
 
