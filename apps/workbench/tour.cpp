@@ -5,6 +5,7 @@
 #include "registration.h"
 #include "report.h"
 #include "tour_controls.h"
+#include "tour_dialogs.h"
 #include "tour_windows.h"
 #include "workbench_ids.h"
 
@@ -63,10 +64,11 @@ public:
                TranslateText() && StartTool() && PictureTools("en") && SecondProcess() && TakeLine() && TalkToModem() &&
                Pictures("en") && Echo() && HangUpLine() && PictureTables("en") && RemoteHangUp() && RefusedLine() &&
                WatchForCalls() && ChooseDocument("en") && OpenDocuments() && SaveDocument() && PickFolder() &&
-               PictureDocuments("en") && OpenSecondWorkbench() && SwitchLanguage(kGerman, "de") && Countries() &&
-               Pictures("de") && ChooseDocument("de") && PictureTables("de") && PictureTools("de") &&
-               PictureDocuments("de") && SwitchLanguage(kFrench, "fr") && Pictures("fr") && PictureTables("fr") &&
-               PictureTools("fr") && FifthLanguage() && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() &&
+               PictureDocuments("en") && PictureAll("en") && Print() && OpenSecondWorkbench() &&
+               SwitchLanguage(kGerman, "de") && Countries() && Pictures("de") && ChooseDocument("de") &&
+               PictureTables("de") && PictureTools("de") && PictureDocuments("de") && PictureAll("de") &&
+               SwitchLanguage(kFrench, "fr") && Pictures("fr") && PictureTables("fr") && PictureTools("fr") &&
+               PictureAll("fr") && FifthLanguage() && SwitchLanguage(kEnglish, "en") && CloseSecondWorkbench() &&
                CloseTrace() && CloseWindow() && RemoveMailBox() && RemoveLocation() && MeasureFolder() &&
                UnloadLanguage();
     }
@@ -683,7 +685,24 @@ private:
     {
         const bool isJapanese = ::GetACP() == kJapaneseCodePage;
         const LPCSTR name = isJapanese ? "ja" : "es";
-        return SwitchLanguage(isJapanese ? kJapanese : kSpanish, name) && Pictures(name);
+        return SwitchLanguage(isJapanese ? kJapanese : kSpanish, name) && Pictures(name) && PictureAll(name);
+    }
+
+    bool PictureAll(LPCSTR language)
+    {
+        const CString path = PicturePath(language, "dialog");
+        const CString failed = PictureDialogs(*m_frame, path, m_folder);
+        return m_report.Step("dialogs", failed.IsEmpty(), failed.IsEmpty() ? path : failed);
+    }
+
+    bool Print()
+    {
+        char path[MAX_PATH] = "";
+        ::GetFullPathName(m_folder + "\\tour.prn", sizeof path, path, nullptr);
+        const int pages = PrintDocument(m_frame->GetDocuments().GetShell(), path);
+        CString result;
+        result.Format("%d pages in %s", pages, path);
+        return m_report.Step("print", pages > 0, result);
     }
 
     bool PickFolder()

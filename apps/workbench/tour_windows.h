@@ -47,15 +47,15 @@ private:
 class WhenOpen {
 public:
     /// \param act closes the dialog. \return whether all went well
-    WhenOpen(int control, std::function<bool(HWND dialog)> act) : m_control(control), m_act(std::move(act))
+    WhenOpen(int control, std::function<bool(HWND dialog)> act)
+        : m_outer(std::exchange(s_active, this)), m_control(control), m_act(std::move(act))
     {
-        s_active = this;
         m_timer = ::SetTimer(nullptr, 0, 50, &WhenOpen::Look);
     }
     ~WhenOpen()
     {
         ::KillTimer(nullptr, m_timer);
-        s_active = nullptr;
+        s_active = m_outer;
     }
     WhenOpen(const WhenOpen&) = delete;
     WhenOpen& operator=(const WhenOpen&) = delete;
@@ -66,6 +66,7 @@ private:
     static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD);
 
     static inline WhenOpen* s_active = nullptr;
+    WhenOpen* m_outer; // whose dialog opens this one's
     int m_control;
     std::function<bool(HWND)> m_act;
     UINT_PTR m_timer;

@@ -35,13 +35,22 @@ CString FullPath(LPCSTR path)
     return length > 0 && length < sizeof full ? full : path;
 }
 
-/// Asks for a file. \return its path, empty when the user gives up.
-CString AskForFile(CWnd* parent, BOOL open, UINT title, LPCSTR name)
+} // namespace
+
+CString FileFilter()
 {
     CString filter = Text(ZO_IDS_TRANSLATION_FILTER);
     for (int bar = filter.Find('|'); bar >= 0; bar = filter.Find('|', bar + 1))
         filter.SetAt(bar, '\0');
-    const CString caption = Text(title);
+    return filter;
+}
+
+namespace {
+
+/// Asks for a file. \return its path, empty when the user gives up.
+CString AskForFile(CWnd* parent, BOOL open, UINT title, LPCSTR name)
+{
+    const CString filter = FileFilter(), caption = Text(title);
     CZoFileOpen dialog(open, 0, nullptr, name,
                        OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | (open ? OFN_FILEMUSTEXIST : OFN_NOREADONLYRETURN),
                        filter, parent);

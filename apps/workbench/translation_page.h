@@ -10,6 +10,9 @@
 
 #include <functional>
 
+/// The types that dialogs for files offer: all files. Texts that end in NULs, as the form for files wants them.
+CString FileFilter();
+
 class TranslationPage : public Page {
 public:
     using Progress = std::function<bool(ULONGLONG done, ULONGLONG size)>;

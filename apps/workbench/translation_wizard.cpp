@@ -176,7 +176,8 @@ protected:
 private:
     TranslationPage& m_page;
     TablePage m_table;
-    CZoFileOpenWizardPage m_source{TRUE, 0, nullptr, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST};
+    const CString m_filter = FileFilter();
+    CZoFileOpenWizardPage m_source{TRUE, 0, nullptr, nullptr, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST, m_filter};
     ResultPage m_result{m_source};
     DonePage m_done;
     bool m_areAdded;

@@ -1,0 +1,367 @@
+#include "tour_dialogs.h"
+
+#include "options.h"
+#include "tour_windows.h"
+#include "workbench_ids.h"
+
+#include <common/test_printer.h>
+
+#include <zogbl/abort_dialog.h>
+#include <zogbl/argument_prompt.h>
+#include <zogbl/file_open_page.h>
+#include <zogbl/message_box.h>
+#include <zogbl/print_dialog.h>
+#include <zogbl/property_sheet.h>
+#include <zogbl/resource_ids.h>
+#include <zogbl/select_directory.h>
+#include <zogbl/splash_wnd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <prsht.h>
+#include <string>
+
+namespace {
+
+class Scenes {
+public:
+    Scenes(MainFrame& frame, const CString& path, const CString& folder)
+        : m_frame(frame), m_path(path), m_folder(folder)
+    {
+    }
+
+    CString Run();
+
+private:
+    using Act = std::function<bool(HWND dialog)>;
+
+    CString PathOf(LPCSTR name) const
+    {
+        CString path = m_path;
+        path.Replace(".png", CString("-") + name + ".png");
+        return path;
+    }
+    bool Picture(HWND window, LPCSTR name) const
+    {
+        ::RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        Settle();
+        return SavePicture(window, PathOf(name));
+    }
+    /// Takes a picture of a dialog and gives it up.
+    Act Pictured(LPCSTR name) const
+    {
+        return [this, name](HWND dialog) {
+            const bool saved = Picture(dialog, name);
+            Press(dialog, IDCANCEL);
+            return saved;
+        };
+    }
+    /// Sends a command, and does something with the dialog that it opens. \param control one of the dialog's
+    static bool Command(HWND window, UINT command, int control, const Act& act)
+    {
+        const WhenOpen open(control, act);
+        ::SendMessage(window, WM_COMMAND, command, 0);
+        return open.IsDone();
+    }
+    bool Command(UINT command, int control, const Act& act) const { return Command(m_frame, command, control, act); }
+    HWND Shell() const { return m_frame.GetDocuments().GetShell(); }
+
+    bool Splash();
+    bool Leaving();
+    bool Options();
+    bool Novice();
+    bool Menus();
+    bool MailBox();
+    bool Countries();
+    bool Font();
+    bool Files();
+    bool FilePage();
+    bool Folder();
+    bool Printing();
+    bool NoPrinter();
+    bool Job();
+    bool Arguments();
+    bool Wizard();
+
+    MainFrame& m_frame;
+    const CString m_path;
+    const CString m_folder;
+};
+
+bool Scenes::Splash()
+{
+    CZoSplashWnd splash;
+    if (!splash.Show(ZO_IDB_SPLASH, Text(ZO_IDS_START_DOCUMENTS)))
+        return false;
+    splash.BringWindowToTop();
+    return Picture(splash, "splash");
+}
+
+/// Answers the question for good, so that the page of kept answers has something to show.
+bool Scenes::Leaving()
+{
+    const WhenOpen box(ZO_IDC_BOX_KEEP, [this](HWND dialog) {
+        ::CheckDlgButton(dialog, ZO_IDC_BOX_KEEP, BST_CHECKED);
+        const bool saved = Picture(dialog, "leave");
+        Press(dialog, IDOK);
+        return saved;
+    });
+    return ZoForgetAnswer(kLeaveQuestion) == ERROR_SUCCESS &&
+           ZoAskOnce(kLeaveQuestion, m_frame, Text(ZO_IDS_LEAVE_ASK), Text(ZO_IDS_WORKBENCH_TITLE),
+                     MB_OKCANCEL | MB_ICONQUESTION) == IDOK &&
+           box.IsDone();
+}
+
+bool Scenes::Options()
+{
+    const bool done = Command(ZO_ID_FILE_OPTIONS, ZO_IDC_OPTIONS_PAGES, [this](HWND sheet) {
+        static constexpr LPCSTR names[] = {"options-workspace", "options-answers", "options-documents"};
+        bool saved = true;
+        for (size_t page = 0; page < std::size(names); ++page) {
+            ::SendMessage(sheet, PSM_SETCURSEL, page, 0);
+            saved = saved && Picture(sheet, names[page]);
+        }
+        ::SetDlgItemText(sheet, ZO_IDC_OPTIONS_SEARCH, "16"); // which is on one page, in every language
+        saved = saved && Picture(sheet, "options-search");
+        ::SendMessage(sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+        return saved;
+    });
+    return ZoForgetAnswer(kLeaveQuestion) == ERROR_SUCCESS && done;
+}
+
+/// The window that explains controls, and no status line.
+bool Scenes::Novice()
+{
+    constexpr int kTracePage = 2;
+    ZoWorkspace workspace;
+    workspace.statusBar = FALSE;
+    m_frame.ShowPage(kTracePage);
+    m_frame.ShowBars(workspace, true);
+    const auto isExplained = [explanation = ::GetDlgItem(m_frame, ZO_IDC_EXPLANATION)](int control) {
+        return WaitUntil([&] {
+            char text[256] = "";
+            ::GetWindowText(explanation, text, sizeof text);
+            return control == 0 ? text[0] != '\0' : Text(static_cast<UINT>(control)) == text;
+        });
+    };
+    ::SetForegroundWindow(m_frame);
+    ::SetFocus(::GetDlgItem(m_frame, ZO_IDC_PAGE_LIST));
+    bool explained = isExplained(0); // that, or what lies under the pointer
+    ::SetFocus(::GetDlgItem(m_frame.GetTracePage(), ZO_IDC_TRACE_PAGE_LEVEL));
+    explained = explained && isExplained(ZO_IDC_TRACE_PAGE_LEVEL); // what was moved last
+    const bool saved = Picture(m_frame, "novice");
+    m_frame.ShowBars(ZoWorkspace(), false);
+    return explained && saved;
+}
+
+bool Scenes::Menus()
+{
+    static constexpr LPCSTR names[] = {"menu-file", "menu-view", "menu-tools"};
+    for (int i = 0; i < static_cast<int>(std::size(names)); ++i) {
+        Settle();
+        if (!MenuPicture(m_frame, i, PathOf(names[i])).IsSaved())
+            return false;
+    }
+    return true;
+}
+
+bool Scenes::MailBox()
+{
+    CStringArray names;
+    MailBoxPage::ListNames(names);
+    return names.GetSize() > 0 && Command(ZO_ID_TOOLS_MAILBOX, ZO_IDC_NAME_FIELD, [&](HWND dialog) {
+               ::SetDlgItemText(dialog, ZO_IDC_NAME_FIELD, names[0]);
+               Press(dialog, IDOK); // which is refused: the name is taken
+               return ::IsWindow(dialog) && Pictured("ask-name")(dialog);
+           });
+}
+
+bool Scenes::Countries()
+{
+    return Command(ZO_ID_TOOLS_COUNTRIES, ZO_IDC_STRING_LIST, [this](HWND dialog) {
+        Press(dialog, ZO_IDC_STRING_NONE);
+        for (const WPARAM row : {2, 3, 5}) {
+            ::SendDlgItemMessage(dialog, ZO_IDC_STRING_LIST, LB_SETSEL, TRUE, static_cast<LPARAM>(row));
+            ::SendMessage(dialog, WM_COMMAND, MAKEWPARAM(ZO_IDC_STRING_LIST, LBN_SELCHANGE),
+                          reinterpret_cast<LPARAM>(::GetDlgItem(dialog, ZO_IDC_STRING_LIST)));
+        }
+        const bool saved = Picture(dialog, "string-select");
+        ::SetDlgItemText(dialog, ZO_IDC_STRING_FILTER, "an");
+        Settle();
+        return saved && Pictured("string-filter")(dialog);
+    });
+}
+
+bool Scenes::Font() { return Command(Shell(), ZO_ID_DOCUMENT_FONT, ZO_IDC_FONT_FACE, Pictured("font")); }
+
+bool Scenes::Files()
+{
+    return Command(ZO_ID_DOCUMENT_OPEN, ZO_IDC_FILE_NAME, [this](HWND dialog) {
+        ::SetDlgItemText(dialog, ZO_IDC_FILE_NAME, m_folder);
+        Press(dialog, IDOK); // which shows the folder
+        WaitUntil([&] { return ::SendDlgItemMessage(dialog, ZO_IDC_FILE_LIST, LB_GETCOUNT, 0, 0) > 0; });
+        return Pictured("files")(dialog);
+    });
+}
+
+/// The form for files as a page of a sheet.
+bool Scenes::FilePage()
+{
+    CZoPropertySheet sheet(ZO_IDS_DOCUMENT_OPEN_TITLE, &m_frame);
+    const CString filter = FileFilter();
+    CZoFileOpenPage page(TRUE, 0, "txt", m_folder + "\\*.txt", OFN_HIDEREADONLY, filter);
+    sheet.AddPage(&page);
+    const WhenOpen open(IDCANCEL, [this](HWND window) {
+        for (int i = 0; i < 20; ++i) { // until the folder has been read, by another thread
+            ::Sleep(10);
+            Settle();
+        }
+        const bool saved = Picture(window, "file-page");
+        ::SendMessage(window, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+        return saved;
+    });
+    return sheet.DoModal() == IDCANCEL && open.IsDone();
+}
+
+bool Scenes::Folder()
+{
+    char chosen[MAX_PATH] = "", first[MAX_PATH] = "";
+    lstrcpyn(first, m_folder, sizeof first);
+    const WhenOpen pick(ZO_IDC_FOLDER_TREE, Pictured("folder"));
+    return ZoSelectDirectory(chosen, sizeof chosen, m_frame, first, ZO_SELECT_KEEP_CASE, 0, nullptr, nullptr) != IDOK &&
+           pick.IsDone();
+}
+
+bool Scenes::Printing()
+{
+    const TestPrinter printer;
+    CZoPrintDialog dialog(&m_frame);
+    dialog.SetPageLimits(1, 12);
+    dialog.SetPages(2, 5);
+    dialog.SetSelection(TRUE);
+    dialog.SetCopies(2, TRUE);
+    const WhenOpen open(ZO_IDC_PRINT_PRINTERS, Pictured("print"));
+    return printer.IsThere() && dialog.DoModal() == IDCANCEL && open.IsDone();
+}
+
+/// A system without a printer is told in words.
+bool Scenes::NoPrinter()
+{
+    return Command(Shell(), ZO_ID_DOCUMENT_PRINT, ZO_IDC_PRINT_PRINTERS, Pictured("no-printer"));
+}
+
+bool Scenes::Job()
+{
+    constexpr LONGLONG kLength = 1000;
+    CZoAbortDialog job(&m_frame);
+    bool saved = job.Start(Text(ZO_IDS_WIZARD_TITLE), Text(ZO_IDS_WIZARD_WORK), kLength) != FALSE;
+    const DWORD start = ::GetTickCount();
+    while (saved && ::GetTickCount() - start < 5500) { // until it says how long it will still take
+        ::Sleep(50);
+        saved = job.SetPosition((::GetTickCount() - start) / 15) != FALSE;
+    }
+    saved = saved && Picture(job, "abort");
+    job.Finish();
+    return saved;
+}
+
+bool Scenes::Arguments()
+{
+    PicturedDialog<CZoArgumentPromptDlg> prompt(PathOf("arguments"), &m_frame);
+    prompt.SetProgram(m_folder + "\\ZoStartReport.exe");
+    prompt.SetPrompt(Text(ZO_IDS_DOCUMENT_OPEN_TITLE));
+    prompt.SetAnswer("tour.txt");
+    return prompt.DoModal() == IDOK && prompt.IsSaved();
+}
+
+/// All the way: the file that comes out is there.
+bool Scenes::Wizard()
+{
+    char source[MAX_PATH] = "";
+    ::GetFullPathName(m_folder + "\\cp437.txt", sizeof source, source, nullptr);
+    const CString result = m_folder + "\\wizard.txt";
+    ::DeleteFile(result);
+    const bool done = Command(ZO_ID_TOOLS_TRANSLATE, ZO_IDC_WIZARD_PAGE, [&](HWND wizard) {
+        const auto page = [&](int control) {
+            HWND found = nullptr;
+            WaitUntil([&] {
+                for (HWND child = ::GetWindow(wizard, GW_CHILD); child != nullptr && found == nullptr;
+                     child = ::GetWindow(child, GW_HWNDNEXT)) {
+                    if (::IsWindowVisible(child) && ::GetDlgItem(child, control) != nullptr)
+                        found = child;
+                }
+                return found != nullptr;
+            });
+            return found;
+        };
+        bool saved = page(ZO_IDC_WIZARD_TABLES) != nullptr && Picture(wizard, "wizard-1");
+        Press(wizard, IDOK);
+        const HWND file = page(ZO_IDC_FILE_NAME);
+        ::SetDlgItemText(file, ZO_IDC_FILE_NAME, source);
+        saved = saved && Picture(wizard, "wizard-2");
+        Press(wizard, IDOK);
+        const HWND name = page(ZO_IDC_WIZARD_NAME);
+        saved = saved && Picture(wizard, "wizard-3");
+        ::SetDlgItemText(name, ZO_IDC_WIZARD_NAME, "cp437.txt");
+        Press(wizard, IDOK); // which is refused: the name is taken
+        saved = saved && Picture(wizard, "wizard-4");
+        ::SetDlgItemText(name, ZO_IDC_WIZARD_NAME, "wizard.txt");
+        Press(wizard, IDOK);
+        saved = saved && page(ZO_IDC_WIZARD_DONE) != nullptr && Picture(wizard, "wizard-5");
+        Press(wizard, IDCANCEL);
+        return saved;
+    });
+    return done && ::GetFileAttributes(result) != INVALID_FILE_ATTRIBUTES;
+}
+
+CString Scenes::Run()
+{
+    static constexpr struct {
+        LPCSTR name;
+        bool (Scenes::*run)();
+    } scenes[] = {
+        {"splash", &Scenes::Splash}, {"leave", &Scenes::Leaving},       {"options", &Scenes::Options},
+        {"novice", &Scenes::Novice}, {"ask-name", &Scenes::MailBox},    {"countries", &Scenes::Countries},
+        {"font", &Scenes::Font},     {"files", &Scenes::Files},         {"file page", &Scenes::FilePage},
+        {"folder", &Scenes::Folder}, {"print", &Scenes::Printing},      {"no printer", &Scenes::NoPrinter},
+        {"abort", &Scenes::Job},     {"arguments", &Scenes::Arguments}, {"wizard", &Scenes::Wizard},
+        {"menus", &Scenes::Menus},
+    };
+    for (const auto& scene : scenes) {
+        if (!(this->*scene.run)())
+            return scene.name;
+    }
+    m_frame.ShowPage(0);
+    return CString();
+}
+
+} // namespace
+
+CString PictureDialogs(MainFrame& frame, const CString& path, const CString& folder)
+{
+    char full[MAX_PATH] = "";
+    ::GetFullPathName(folder, sizeof full, full, nullptr);
+    return Scenes(frame, path, full).Run();
+}
+
+int PrintDocument(HWND shell, const CString& file)
+{
+    const TestPrinter printer;
+    ::DeleteFile(file);
+    const WhenOpen print(ZO_IDC_PRINT_PRINTERS, [&](HWND dialog) {
+        const WhenOpen name(ZO_IDC_FILE_NAME, [&](HWND form) {
+            ::SetDlgItemText(form, ZO_IDC_FILE_NAME, file);
+            Press(form, IDOK);
+            return true;
+        });
+        Press(dialog, IDOK); // the printer prints to files, so it asks for one
+        return name.IsDone();
+    });
+    ::SendMessage(shell, WM_COMMAND, ZO_ID_DOCUMENT_PRINT, 0);
+    std::ifstream printed(file, std::ios::binary);
+    int pages = 0;
+    for (std::string line; print.IsDone() && std::getline(printed, line);)
+        std::sscanf(line.c_str(), "%%%%Pages: %d", &pages);
+    return pages;
+}
