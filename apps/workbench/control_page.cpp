@@ -16,28 +16,6 @@ namespace {
 constexpr UINT_PTR kTimer = 1;
 constexpr UINT kStepEach = 500; // milliseconds between two steps of what lives
 
-enum Id : UINT {
-    kDateId = 100,
-    kTimeId,
-    kCalendarButtonId,
-    kCalendarId,
-    kLightsId,
-    kRunningId,
-    kBlocksId,
-    kPausedId,
-    kFailedId,
-    kUnknownId,
-    kVerticalId,
-    kInkId,
-    kPaperId,
-    kSampleId,
-    kListId,
-    kPanelId,
-    kPictureId,
-    kDisabledId,
-    kLargeId
-};
-
 constexpr UINT kLabelTexts[] = {ZO_IDS_CONTROLS_DATE,   ZO_IDS_CONTROLS_TIME,     ZO_IDS_CONTROLS_CALENDAR,
                                 ZO_IDS_CONTROLS_MODEM,  ZO_IDS_CONTROLS_PROGRESS, ZO_IDS_CONTROLS_COLORS,
                                 ZO_IDS_CONTROLS_SAMPLE, ZO_IDS_CONTROLS_LIST,     ZO_IDS_CONTROLS_TEXTS,

@@ -16,6 +16,29 @@
 
 class ControlPage : public Page {
 public:
+    /// The numbers of its controls.
+    enum Id : UINT {
+        kDateId = 100,
+        kTimeId,
+        kCalendarButtonId,
+        kCalendarId,
+        kLightsId,
+        kRunningId,
+        kBlocksId,
+        kPausedId,
+        kFailedId,
+        kUnknownId,
+        kVerticalId,
+        kInkId,
+        kPaperId,
+        kSampleId,
+        kListId,
+        kPanelId,
+        kPictureId,
+        kDisabledId,
+        kLargeId
+    };
+
     UINT GetTitleId() const override;
     UINT GetCommandId() const override;
     void Reload() override;

@@ -38,6 +38,7 @@ class CountryPage : public Page {
 public:
     /// The picker for countries.
     CCountryCodeComboBox& GetPicker() { return m_picker; }
+    CFlagLcidListBox& GetLocalePicker() { return m_localePicker; }
     /// The library's countries: their names, and whether the list shows them.
     void ListCountries(CStringArray& names, CByteArray& shown) const;
     void ShowCountries(const CByteArray& shown) { m_list.Show(shown); }

@@ -3,6 +3,8 @@
 #include "page.h"
 #include "workbench_ids.h"
 
+#include "../text_box.h"
+
 #include <zogbl/dialog.h>
 #include <zogbl/font_dialog.h>
 #include <zogbl/kept_answers_page.h>
@@ -135,7 +137,10 @@ BOOL ChooseDocumentFont(CWnd* owner, DocumentSettings& settings)
 {
     CZoFontDialog dialog(CZoFontDialog::kEffects, owner);
     LOGFONT font = settings.font;
-    if (!settings.IsFontUsual() || ControlFont()->GetLogFont(&font) != 0)
+    const bool isKnown = !settings.IsFontUsual() || ControlFont()->GetLogFont(&font) != 0;
+    if (settings.IsFontUsual()) // by the name of the face that stands for it
+        WithFont(nullptr, ControlFont(), [&font](CDC& dc) { return ::GetTextFace(dc, LF_FACESIZE, font.lfFaceName); });
+    if (isKnown)
         dialog.SetFont(font);
     dialog.SetColor(settings.color);
     const INT_PTR result = dialog.DoModal();

@@ -95,6 +95,74 @@ bool SaveMirrored(const CString& path)
     return saved;
 }
 
+BOOL CALLBACK FindPopup(HWND window, LPARAM found)
+{
+    const LONG_PTR style = ::GetWindowLongPtr(window, GWL_STYLE);
+    if ((style & WS_VISIBLE) == 0 || (style & WS_POPUP) == 0 || (style & WS_CAPTION) == WS_CAPTION)
+        return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+/// What a control opens below itself.
+bool SavePopup(HWND control, const CString& path)
+{
+    ::SetFocus(control);
+    ::SendMessage(control, WM_KEYDOWN, VK_F4, 0);
+    Settle();
+    HWND popup = nullptr;
+    ::EnumThreadWindows(::GetCurrentThreadId(), &FindPopup, reinterpret_cast<LPARAM>(&popup));
+    if (popup == nullptr)
+        return false;
+    ::RedrawWindow(popup, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    Settle();
+    const bool saved = SavePicture(popup, path);
+    ::SendMessage(control, WM_KEYDOWN, VK_ESCAPE, 0);
+    Settle();
+    return saved;
+}
+
+/// Each control by itself, in the usual colours.
+bool SaveEach(CWnd& page, const CString& path)
+{
+    static constexpr struct {
+        UINT control;
+        LPCSTR name;
+        LPCSTR popup; // of what it opens; null: nothing
+    } rows[] = {
+        {ControlPage::kDateId, "date", nullptr},
+        {ControlPage::kCalendarButtonId, "calendar-button", "calendar-popup"},
+        {ControlPage::kCalendarId, "calendar", nullptr},
+        {ControlPage::kLightsId, "lights", nullptr},
+        {ControlPage::kRunningId, "progress", nullptr},
+        {ControlPage::kInkId, "color-button", "color-chooser"},
+        {ControlPage::kSampleId, "screen-sample", nullptr},
+        {ControlPage::kListId, "column-list", nullptr},
+        {ControlPage::kPanelId, "text-panel", nullptr},
+        {ControlPage::kPictureId, "bitmap", nullptr},
+    };
+    const auto pathOf = [&path](LPCSTR name) {
+        CString own = path;
+        own.Replace(".png", CString("-") + name + ".png");
+        return own;
+    };
+    for (const auto& row : rows) {
+        const HWND control = ::GetDlgItem(page, static_cast<int>(row.control));
+        if (!SavePicture(control, pathOf(row.name)) || (row.popup != nullptr && !SavePopup(control, pathOf(row.popup))))
+            return false;
+    }
+    return true;
+}
+
+/// The boxes of the page of countries.
+bool SavePickers(CountryPage& page, const CString& path)
+{
+    CString box = path, locales = path;
+    box.Replace(".png", "-country-box.png");
+    locales.Replace(".png", "-locales.png");
+    return SavePicture(page.GetPicker(), box) && SavePicture(page.GetLocalePicker(), locales);
+}
+
 } // namespace
 
 CString PictureControls(MainFrame& frame, const CString& path)
@@ -122,6 +190,8 @@ CString PictureControls(MainFrame& frame, const CString& path)
             failed = what;
     };
     save("standard");
+    if (failed.IsEmpty() && !SaveEach(page, path))
+        failed = "each";
     page.Disable(true);
     save("disabled");
     page.Disable(false);
@@ -143,5 +213,9 @@ CString PictureControls(MainFrame& frame, const CString& path)
         failed = "mirrored";
     frame.MoveWindow(&before);
     frame.ShowPage(0);
+    frame.UpdateWindow();
+    Settle();
+    if (failed.IsEmpty() && !SavePickers(frame.GetCountryPage(), path))
+        failed = "pickers";
     return failed;
 }

@@ -24,6 +24,15 @@
 
 namespace {
 
+/// Lets the windows live for a while. \param milliseconds
+void Live(DWORD milliseconds)
+{
+    for (const DWORD start = ::GetTickCount(); ::GetTickCount() - start < milliseconds;) {
+        ::Sleep(10);
+        Settle();
+    }
+}
+
 class Scenes {
 public:
     Scenes(MainFrame& frame, const CString& path, const CString& folder)
@@ -120,6 +129,10 @@ bool Scenes::Options()
         bool saved = true;
         for (size_t page = 0; page < std::size(names); ++page) {
             ::SendMessage(sheet, PSM_SETCURSEL, page, 0);
+            Live(2 * CZoStatusWnd::kLookEach);
+            const auto shown = reinterpret_cast<HWND>(::SendMessage(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
+            ::SetFocus(::GetNextDlgTabItem(shown, nullptr, FALSE)); // which is explained
+            Live(2 * CZoStatusWnd::kLookEach);
             saved = saved && Picture(sheet, names[page]);
         }
         ::SetDlgItemText(sheet, ZO_IDC_OPTIONS_SEARCH, "16"); // which is on one page, in every language
@@ -138,19 +151,17 @@ bool Scenes::Novice()
     workspace.statusBar = FALSE;
     m_frame.ShowPage(kTracePage);
     m_frame.ShowBars(workspace, true);
-    const auto isExplained = [explanation = ::GetDlgItem(m_frame, ZO_IDC_EXPLANATION)](int control) {
-        return WaitUntil([&] {
-            char text[256] = "";
-            ::GetWindowText(explanation, text, sizeof text);
-            return control == 0 ? text[0] != '\0' : Text(static_cast<UINT>(control)) == text;
-        });
-    };
     ::SetForegroundWindow(m_frame);
     ::SetFocus(::GetDlgItem(m_frame, ZO_IDC_PAGE_LIST));
-    bool explained = isExplained(0); // that, or what lies under the pointer
+    Live(4 * CZoStatusWnd::kLookEach); // until it knows where the pointer is
     ::SetFocus(::GetDlgItem(m_frame.GetTracePage(), ZO_IDC_TRACE_PAGE_LEVEL));
-    explained = explained && isExplained(ZO_IDC_TRACE_PAGE_LEVEL); // what was moved last
-    const bool saved = Picture(m_frame, "novice");
+    const bool explained = WaitUntil([explanation = ::GetDlgItem(m_frame, ZO_IDC_EXPLANATION)] {
+        char text[256] = "";
+        ::GetWindowText(explanation, text, sizeof text);
+        return Text(ZO_IDC_TRACE_PAGE_LEVEL) == text;
+    });
+    const bool saved =
+        Picture(m_frame, "novice") && Picture(m_frame.GetDlgItem(ZO_IDC_EXPLANATION)->m_hWnd, "explanation");
     m_frame.ShowBars(ZoWorkspace(), false);
     return explained && saved;
 }
@@ -213,10 +224,7 @@ bool Scenes::FilePage()
     CZoFileOpenPage page(TRUE, 0, "txt", m_folder + "\\*.txt", OFN_HIDEREADONLY, filter);
     sheet.AddPage(&page);
     const WhenOpen open(IDCANCEL, [this](HWND window) {
-        for (int i = 0; i < 20; ++i) { // until the folder has been read, by another thread
-            ::Sleep(10);
-            Settle();
-        }
+        Live(200); // until the folder has been read, by another thread
         const bool saved = Picture(window, "file-page");
         ::SendMessage(window, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
         return saved;

@@ -29,9 +29,10 @@ TEST_P(WorkbenchTexts, HaveTheirLanguageAndLetters)
             {"ESP", ZO_IDS_PAGE_COUNTRIES, L"Pa\u00EDses e idiomas"},
             {"ESP", ZO_ID_VIEW_COUNTRIES, L"&Pa\u00EDses"},
             {"FRA", ZO_IDS_PAGE_MAILBOXES, L"Bo\u00EEtes aux lettres"},
-            {"FRA", ZO_ID_APP_ABOUT, L"\u00C0 &propos de Zo Workbench..."},
+            {"FRA", ZO_ID_APP_ABOUT, L"Affiche la version et les droits d'auteur.\n\u00C0 propos"},
             {"JPN", ZO_IDS_PAGE_LANGUAGE, L"\u8A00\u8A9E"},
-            {"JPN", ZO_ID_APP_EXIT, L"\u7D42\u4E86(&X)\tAlt+F4"},
+            {"JPN", ZO_ID_APP_EXIT,
+             L"\u30D7\u30ED\u30B0\u30E9\u30E0\u3092\u7D42\u4E86\u3057\u307E\u3059\u3002\n\u7D42\u4E86"},
             {"JPN", ZO_ID_VIEW_LINES, L"\u56DE\u7DDA(&I)"},
         },
         ZO_IDR_WORKBENCH_MENU);
