@@ -3,6 +3,8 @@
 #include "workbench_ids.h"
 
 #include <zogbl/ask_name_dialog.h>
+#include <zogbl/location_sheet.h>
+#include <zogbl/location_wizard.h>
 #include <zogbl/string_select_dialog.h>
 
 namespace {
@@ -37,6 +39,17 @@ BOOL AskForMailBox(CWnd* owner, MailBoxPage& page)
         AfxMessageBox(text, MB_ICONEXCLAMATION);
     }
     return status == ERROR_SUCCESS;
+}
+
+BOOL EditLocations(CWnd* owner)
+{
+    return IsOpened(EditLocationItems(owner)); // given up, too: a part may have been saved before
+}
+
+BOOL AddLocationByWizard(CWnd* owner)
+{
+    const INT_PTR result = CLocWizard(owner).DoModal();
+    return IsOpened(result) && result == IDOK;
 }
 
 BOOL ChooseCountries(CWnd* owner, CountryPage& page)

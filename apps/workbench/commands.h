@@ -9,6 +9,10 @@
 /// Asks for the name of a new mailbox, and adds it. \return TRUE: it was added
 BOOL AskForMailBox(CWnd* owner, MailBoxPage& page);
 
+/// Lets the user edit the locations, or leads to one more. \return TRUE: something may have changed
+BOOL EditLocations(CWnd* owner);
+BOOL AddLocationByWizard(CWnd* owner);
+
 /// Lets the user choose the countries that the page lists. \return TRUE: he did
 BOOL ChooseCountries(CWnd* owner, CountryPage& page);
 

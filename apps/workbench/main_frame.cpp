@@ -13,6 +13,7 @@
 #include <zogbl/resource_lookup.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -21,6 +22,24 @@ constexpr UINT kFirstPageWindowId = ZO_IDC_PAGE_COUNTRIES; // what explains a pa
 constexpr int kGap = 6;
 constexpr int kExplanationLines = 2;
 constexpr int kLanguagePane = 2; // of the status line; it opens the choice of a language
+
+/// The buttons of the tool bar, with the pictures that make_pictures.py draws.
+constexpr ZoToolButton kButtons[] = {
+    {ZO_ID_FILE_NEW, 0},
+    {ZO_ID_DOCUMENT_OPEN, 1},
+    {0},
+    {ZO_ID_TOOLS_LOCATIONS, 4},
+    {ZO_ID_TOOLS_LOCATION_WIZARD, 5, FALSE},
+    {ZO_ID_TOOLS_MAILBOX, 6},
+    {ZO_ID_TOOLS_COUNTRIES, 7, FALSE},
+    {ZO_ID_TOOLS_TRANSLATE, 8},
+    {0},
+    {ZO_ID_TOOLS_EDIT, 9},
+    {ZO_ID_FILE_LANGUAGE, 2},
+    {ZO_ID_FILE_OPTIONS, 3},
+    {ZO_ID_APP_ABOUT, 10},
+};
+constexpr int kPictureWidth = 16;
 
 const UINT s_traceLevelMessage = CZoTrace::GetNotifyMessage();
 const UINT s_languageMessage = CZoLanguageSupport::GetUpdateMessage();
@@ -50,9 +69,14 @@ BEGIN_MESSAGE_MAP(MainFrame, CZoFrameWnd)
     ON_COMMAND(ZO_ID_TOOLS_OPEN, OnOpenTools)
     ON_COMMAND(ZO_ID_TOOLS_EDIT, OnEditTools)
     ON_COMMAND(ZO_ID_FILE_OPTIONS, OnOptions)
+    ON_COMMAND(ZO_ID_VIEW_TOOL_BAR, OnToolBar)
+    ON_UPDATE_COMMAND_UI(ZO_ID_VIEW_TOOL_BAR, OnUpdateToolBar)
+    ON_COMMAND(ZO_ID_VIEW_TOOL_BAR_SETUP, OnToolBarSetup)
     ON_COMMAND(ZO_ID_VIEW_STATUS_BAR, OnStatusBar)
     ON_UPDATE_COMMAND_UI(ZO_ID_VIEW_STATUS_BAR, OnUpdateStatusBar)
     ON_COMMAND_RANGE(ZO_ID_RECENT_FIRST, ZO_ID_RECENT_LAST, OnRecentFile)
+    ON_COMMAND(ZO_ID_TOOLS_LOCATIONS, OnLocations)
+    ON_COMMAND(ZO_ID_TOOLS_LOCATION_WIZARD, OnLocationWizard)
     ON_COMMAND(ZO_ID_TOOLS_MAILBOX, OnMailBox)
     ON_COMMAND(ZO_ID_TOOLS_COUNTRIES, OnCountries)
     ON_COMMAND(ZO_ID_TOOLS_TRANSLATE, OnTranslate)
@@ -79,6 +103,9 @@ int MainFrame::OnCreate(CREATESTRUCT* create)
     const CRect nowhere;
     if (!m_pageList.Create(WS_VISIBLE | WS_BORDER | WS_TABSTOP | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, nowhere, this,
                            kPageListId) ||
+        !m_toolBar.Create(this) ||
+        !m_toolBar.SetButtons(kButtons, static_cast<int>(std::size(kButtons)), ZO_IDB_TOOL_BAR, kPictureWidth,
+                              "Workbench") ||
         !m_explanation.Create(WS_BORDER, nowhere, this, ZO_IDC_EXPLANATION) ||
         !m_status.Create(WS_VISIBLE | CZoTextPanel::kSizeGrip, nowhere, this, AFX_IDW_STATUS_BAR))
         return -1;
@@ -216,8 +243,10 @@ void MainFrame::OnSetFocus(CWnd*)
 BOOL MainFrame::PreTranslateMessage(MSG* message)
 {
     const bool isTab = message->message == WM_KEYDOWN && message->wParam == VK_TAB;
-    if (message->message == WM_KEYDOWN && message->wParam == VK_F6 && m_status.IsWindowVisible() &&
-        ::GetFocus() != m_status.m_hWnd) {
+    const bool isF6 = message->message == WM_KEYDOWN && message->wParam == VK_F6;
+    if (isF6 && !m_toolBar.HasKeyboard() && ::GetFocus() != m_status.m_hWnd && m_toolBar.TakeKeyboard())
+        return TRUE;
+    if (isF6 && m_status.IsWindowVisible() && ::GetFocus() != m_status.m_hWnd) {
         m_status.TakeKeyboard();
         return TRUE;
     }
@@ -272,6 +301,18 @@ void MainFrame::OnExit() { SendMessage(WM_CLOSE); }
 
 void MainFrame::OnRecentFile(UINT id) { m_documents.OpenRecent(id); }
 
+void MainFrame::OnLocations()
+{
+    if (EditLocations(this))
+        ShowPage(m_locations);
+}
+
+void MainFrame::OnLocationWizard()
+{
+    if (AddLocationByWizard(this))
+        ShowPage(m_locations);
+}
+
 void MainFrame::OnMailBox()
 {
     if (AskForMailBox(this, m_mailBoxes))
@@ -305,6 +346,7 @@ void MainFrame::OnInitMenuPopup(CMenu* popup, UINT index, BOOL isSystemMenu)
 void MainFrame::ShowBars(const ZoWorkspace& workspace, bool isNovice)
 {
     m_workspace = workspace;
+    ShowControlBar(&m_toolBar, workspace.toolBar, FALSE);
     m_status.ShowWindow(workspace.statusBar ? SW_SHOW : SW_HIDE);
     m_explanation.ShowWindow(isNovice ? SW_SHOW : SW_HIDE);
     m_documents.SetFolder(workspace.folder);
@@ -361,12 +403,36 @@ void MainFrame::OnOptions()
     Documents::UpdateViews(kDocumentSettingsChanged);
 }
 
+void MainFrame::ChangeBars(const ZoWorkspace& workspace)
+{
+    ShowBars(workspace, m_explanation.IsWindowVisible() != FALSE);
+    TellStatus(ZO_IDS_SETTING_NOT_KEPT, ZoSaveWorkspace(workspace));
+}
+
+void MainFrame::OnToolBar()
+{
+    ZoWorkspace workspace = m_workspace;
+    workspace.toolBar = !workspace.toolBar;
+    ChangeBars(workspace);
+}
+
+void MainFrame::OnUpdateToolBar(CCmdUI* item)
+{
+    item->Enable();
+    item->SetCheck(m_workspace.toolBar);
+}
+
+void MainFrame::OnToolBarSetup()
+{
+    if (m_toolBar.SetUp() == -1)
+        AfxMessageBox(Text(ZO_IDS_DIALOG_NOT_OPENED), MB_ICONEXCLAMATION);
+}
+
 void MainFrame::OnStatusBar()
 {
     ZoWorkspace workspace = m_workspace;
     workspace.statusBar = !workspace.statusBar;
-    ShowBars(workspace, m_explanation.IsWindowVisible() != FALSE);
-    TellStatus(ZO_IDS_SETTING_NOT_KEPT, ZoSaveWorkspace(workspace));
+    ChangeBars(workspace);
 }
 
 void MainFrame::OnUpdateStatusBar(CCmdUI* item)

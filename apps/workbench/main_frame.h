@@ -16,6 +16,7 @@
 
 #include <zogbl/status_wnd.h>
 #include <zogbl/text_panel.h>
+#include <zogbl/tool_bar.h>
 #include <zogbl/workspace.h>
 #include <zomfx/frame_window.h>
 
@@ -41,6 +42,7 @@ public:
     CountryPage& GetCountryPage() { return m_countries; }
     TracePage& GetTracePage() { return m_trace; }
     LinePage& GetLinePage() { return m_lines; }
+    CZoToolBar& GetToolBar() { return m_toolBar; }
     ControlPage& GetControlPage() { return m_controls; }
     TranslationPage& GetTranslationPage() { return m_translation; }
     Documents& GetDocuments() { return m_documents; }
@@ -72,9 +74,14 @@ protected:
     afx_msg void OnClose();
     afx_msg void OnInitMenuPopup(CMenu* popup, UINT index, BOOL isSystemMenu);
     afx_msg void OnOptions();
+    afx_msg void OnToolBar();
+    afx_msg void OnUpdateToolBar(CCmdUI* item);
+    afx_msg void OnToolBarSetup();
     afx_msg void OnStatusBar();
     afx_msg void OnUpdateStatusBar(CCmdUI* item);
     afx_msg void OnRecentFile(UINT id);
+    afx_msg void OnLocations();
+    afx_msg void OnLocationWizard();
     afx_msg void OnMailBox();
     afx_msg void OnCountries();
     afx_msg void OnTranslate();
@@ -83,6 +90,7 @@ protected:
 
 private:
     void LayOut();
+    void ChangeBars(const ZoWorkspace& workspace);
     void ShowPage(const Page& page);
     DWORD KeepWindows() const;
 
@@ -101,6 +109,7 @@ private:
                                    &m_mailBoxes, &m_lines,    &m_translation, &m_controls};
     int m_shown = -1;
     CListBox m_pageList;
+    CZoToolBar m_toolBar;
     CZoStatusWnd m_explanation; // of controls, in novice mode
     CZoTextPanel m_status;
     Documents m_documents{this};

@@ -92,6 +92,9 @@ private:
     bool Job();
     bool Arguments();
     bool Wizard();
+    bool Locations();
+    bool LocationWizard();
+    bool ToolBarSetup();
 
     MainFrame& m_frame;
     const CString m_path;
@@ -323,18 +326,61 @@ bool Scenes::Wizard()
     return done && ::GetFileAttributes(result) != INVALID_FILE_ATTRIBUTES;
 }
 
+/// The pages of the sheet; on the last one, what would be dialed.
+bool Scenes::Locations()
+{
+    return Command(ZO_ID_TOOLS_LOCATIONS, ZO_IDC_LOC_LIST, [this](HWND sheet) {
+        static constexpr LPCSTR names[] = {"location-address", "location-place", "location-numbers",
+                                           "location-outside"};
+        bool saved = true;
+        for (size_t page = 0; page < std::size(names); ++page) {
+            ::SendMessage(sheet, PSM_SETCURSEL, page, 0);
+            Live(300); // until what is dialed has been worked out
+            saved = saved && Picture(sheet, names[page]);
+        }
+        ::SendMessage(sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
+        return saved;
+    });
+}
+
+bool Scenes::LocationWizard()
+{
+    return Command(ZO_ID_TOOLS_LOCATION_WIZARD, ZO_IDC_WIZARD_PAGE, Pictured("location-wizard"));
+}
+
+/// The bar by itself, and what sets it up.
+bool Scenes::ToolBarSetup()
+{
+    m_frame.SendMessage(WM_IDLEUPDATECMDUI, TRUE, 0);
+    return Picture(m_frame.GetToolBar(), "tool-bar") &&
+           Command(ZO_ID_VIEW_TOOL_BAR_SETUP, ZO_IDC_TOOL_BAR_SHOWN, Pictured("tool-bar-setup"));
+}
+
 CString Scenes::Run()
 {
     static constexpr struct {
         LPCSTR name;
         bool (Scenes::*run)();
     } scenes[] = {
-        {"splash", &Scenes::Splash}, {"leave", &Scenes::Leaving},       {"options", &Scenes::Options},
-        {"novice", &Scenes::Novice}, {"ask-name", &Scenes::MailBox},    {"countries", &Scenes::Countries},
-        {"font", &Scenes::Font},     {"files", &Scenes::Files},         {"file page", &Scenes::FilePage},
-        {"folder", &Scenes::Folder}, {"print", &Scenes::Printing},      {"no printer", &Scenes::NoPrinter},
-        {"abort", &Scenes::Job},     {"arguments", &Scenes::Arguments}, {"wizard", &Scenes::Wizard},
+        {"splash", &Scenes::Splash},
+        {"leave", &Scenes::Leaving},
+        {"options", &Scenes::Options},
+        {"novice", &Scenes::Novice},
+        {"ask-name", &Scenes::MailBox},
+        {"countries", &Scenes::Countries},
+        {"font", &Scenes::Font},
+        {"files", &Scenes::Files},
+        {"file page", &Scenes::FilePage},
+        {"folder", &Scenes::Folder},
+        {"print", &Scenes::Printing},
+        {"no printer", &Scenes::NoPrinter},
+        {"abort", &Scenes::Job},
+        {"arguments", &Scenes::Arguments},
+        {"wizard", &Scenes::Wizard},
         {"menus", &Scenes::Menus},
+        {"locations", &Scenes::Locations},
+        {"location wizard", &Scenes::LocationWizard},
+        {"tool bar", &Scenes::ToolBarSetup},
     };
     for (const auto& scene : scenes) {
         if (!(this->*scene.run)())
