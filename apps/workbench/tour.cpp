@@ -73,7 +73,7 @@ bool Tour::Pictures(LPCSTR language)
 bool Tour::PictureAll(LPCSTR language)
 {
     const CString path = PicturePath(language, "dialog");
-    const CString failed = PictureDialogs(*m_frame, path, m_folder);
+    const CString failed = PictureDialogs(*m_frame, path);
     return m_report.Step("dialogs", failed.IsEmpty(), failed.IsEmpty() ? path : failed);
 }
 

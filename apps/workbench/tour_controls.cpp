@@ -119,7 +119,7 @@ bool SavePopup(HWND control, const CString& path)
     const bool saved = SavePicture(popup, path);
     ::SendMessage(control, WM_KEYDOWN, VK_ESCAPE, 0);
     Settle();
-    return saved;
+    return saved && !::IsWindowVisible(popup);
 }
 
 /// Each control by itself, in the usual colours.
@@ -148,6 +148,8 @@ bool SaveEach(CWnd& page, const CString& path)
     };
     for (const auto& row : rows) {
         const HWND control = ::GetDlgItem(page, static_cast<int>(row.control));
+        page.RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN); // where a popup was
+        Settle();
         if (!SavePicture(control, pathOf(row.name)) || (row.popup != nullptr && !SavePopup(control, pathOf(row.popup))))
             return false;
     }

@@ -33,12 +33,35 @@ void Live(DWORD milliseconds)
     }
 }
 
+/// A folder with a few files, for dialogs to show.
+class SampleFolder {
+public:
+    static constexpr char kPath[] = "C:\\Samples";
+
+    SampleFolder()
+    {
+        ::CreateDirectory(kPath, nullptr);
+        for (const LPCSTR name : kFiles)
+            std::ofstream(PathOf(name), std::ios::binary) << "Gr\x94\xE1"
+                                                             "e 20 \xF8"
+                                                             "C\r\n"; // of code page 437
+    }
+    ~SampleFolder()
+    {
+        for (const LPCSTR name : kFiles)
+            ::DeleteFile(PathOf(name));
+        ::RemoveDirectory(kPath); // unless others have files there
+    }
+    SampleFolder(const SampleFolder&) = delete;
+    SampleFolder& operator=(const SampleFolder&) = delete;
+    static CString PathOf(LPCSTR name) { return CString(kPath) + "\\" + name; }
+
+    static constexpr LPCSTR kFiles[] = {"Cover sheet.txt", "Price list.txt", "Travel report.txt"};
+};
+
 class Scenes {
 public:
-    Scenes(MainFrame& frame, const CString& path, const CString& folder)
-        : m_frame(frame), m_path(path), m_folder(folder)
-    {
-    }
+    Scenes(MainFrame& frame, const CString& path) : m_frame(frame), m_path(path) {}
 
     CString Run();
 
@@ -98,7 +121,7 @@ private:
 
     MainFrame& m_frame;
     const CString m_path;
-    const CString m_folder;
+    const SampleFolder m_samples;
 };
 
 bool Scenes::Splash()
@@ -212,7 +235,7 @@ bool Scenes::Font() { return Command(Shell(), ZO_ID_DOCUMENT_FONT, ZO_IDC_FONT_F
 bool Scenes::Files()
 {
     return Command(ZO_ID_DOCUMENT_OPEN, ZO_IDC_FILE_NAME, [this](HWND dialog) {
-        ::SetDlgItemText(dialog, ZO_IDC_FILE_NAME, m_folder);
+        ::SetDlgItemText(dialog, ZO_IDC_FILE_NAME, SampleFolder::kPath);
         Press(dialog, IDOK); // which shows the folder
         WaitUntil([&] { return ::SendDlgItemMessage(dialog, ZO_IDC_FILE_LIST, LB_GETCOUNT, 0, 0) > 0; });
         return Pictured("files")(dialog);
@@ -224,7 +247,7 @@ bool Scenes::FilePage()
 {
     CZoPropertySheet sheet(ZO_IDS_DOCUMENT_OPEN_TITLE, &m_frame);
     const CString filter = FileFilter();
-    CZoFileOpenPage page(TRUE, 0, "txt", m_folder + "\\*.txt", OFN_HIDEREADONLY, filter);
+    CZoFileOpenPage page(TRUE, 0, "txt", SampleFolder::PathOf("*.txt"), OFN_HIDEREADONLY, filter);
     sheet.AddPage(&page);
     const WhenOpen open(IDCANCEL, [this](HWND window) {
         Live(200); // until the folder has been read, by another thread
@@ -238,7 +261,7 @@ bool Scenes::FilePage()
 bool Scenes::Folder()
 {
     char chosen[MAX_PATH] = "", first[MAX_PATH] = "";
-    lstrcpyn(first, m_folder, sizeof first);
+    lstrcpyn(first, SampleFolder::kPath, sizeof first);
     const WhenOpen pick(ZO_IDC_FOLDER_TREE, Pictured("folder"));
     return ZoSelectDirectory(chosen, sizeof chosen, m_frame, first, ZO_SELECT_KEEP_CASE, 0, nullptr, nullptr) != IDOK &&
            pick.IsDone();
@@ -280,7 +303,7 @@ bool Scenes::Job()
 bool Scenes::Arguments()
 {
     PicturedDialog<CZoArgumentPromptDlg> prompt(PathOf("arguments"), &m_frame);
-    prompt.SetProgram(m_folder + "\\ZoStartReport.exe");
+    prompt.SetProgram(SampleFolder::PathOf("ZoStartReport.exe"));
     prompt.SetPrompt(Text(ZO_IDS_DOCUMENT_OPEN_TITLE));
     prompt.SetAnswer("tour.txt");
     return prompt.DoModal() == IDOK && prompt.IsSaved();
@@ -289,10 +312,7 @@ bool Scenes::Arguments()
 /// All the way: the file that comes out is there.
 bool Scenes::Wizard()
 {
-    char source[MAX_PATH] = "";
-    ::GetFullPathName(m_folder + "\\cp437.txt", sizeof source, source, nullptr);
-    const CString result = m_folder + "\\wizard.txt";
-    ::DeleteFile(result);
+    constexpr LPCSTR kResult = "Travel report 2.txt";
     const bool done = Command(ZO_ID_TOOLS_TRANSLATE, ZO_IDC_WIZARD_PAGE, [&](HWND wizard) {
         const auto page = [&](int control) {
             HWND found = nullptr;
@@ -309,21 +329,21 @@ bool Scenes::Wizard()
         bool saved = page(ZO_IDC_WIZARD_TABLES) != nullptr && Picture(wizard, "wizard-1");
         Press(wizard, IDOK);
         const HWND file = page(ZO_IDC_FILE_NAME);
-        ::SetDlgItemText(file, ZO_IDC_FILE_NAME, source);
+        ::SetDlgItemText(file, ZO_IDC_FILE_NAME, SampleFolder::PathOf("Travel report.txt"));
         saved = saved && Picture(wizard, "wizard-2");
         Press(wizard, IDOK);
         const HWND name = page(ZO_IDC_WIZARD_NAME);
         saved = saved && Picture(wizard, "wizard-3");
-        ::SetDlgItemText(name, ZO_IDC_WIZARD_NAME, "cp437.txt");
+        ::SetDlgItemText(name, ZO_IDC_WIZARD_NAME, "Price list.txt");
         Press(wizard, IDOK); // which is refused: the name is taken
         saved = saved && Picture(wizard, "wizard-4");
-        ::SetDlgItemText(name, ZO_IDC_WIZARD_NAME, "wizard.txt");
+        ::SetDlgItemText(name, ZO_IDC_WIZARD_NAME, kResult);
         Press(wizard, IDOK);
         saved = saved && page(ZO_IDC_WIZARD_DONE) != nullptr && Picture(wizard, "wizard-5");
         Press(wizard, IDCANCEL);
         return saved;
     });
-    return done && ::GetFileAttributes(result) != INVALID_FILE_ATTRIBUTES;
+    return ::DeleteFile(SampleFolder::PathOf(kResult)) && done;
 }
 
 /// The pages of the sheet; on the last one, what would be dialed.
@@ -369,6 +389,7 @@ CString Scenes::Run()
         {"ask-name", &Scenes::MailBox},
         {"countries", &Scenes::Countries},
         {"font", &Scenes::Font},
+        {"wizard", &Scenes::Wizard},
         {"files", &Scenes::Files},
         {"file page", &Scenes::FilePage},
         {"folder", &Scenes::Folder},
@@ -376,7 +397,7 @@ CString Scenes::Run()
         {"no printer", &Scenes::NoPrinter},
         {"abort", &Scenes::Job},
         {"arguments", &Scenes::Arguments},
-        {"wizard", &Scenes::Wizard},
+
         {"menus", &Scenes::Menus},
         {"locations", &Scenes::Locations},
         {"location wizard", &Scenes::LocationWizard},
@@ -392,12 +413,7 @@ CString Scenes::Run()
 
 } // namespace
 
-CString PictureDialogs(MainFrame& frame, const CString& path, const CString& folder)
-{
-    char full[MAX_PATH] = "";
-    ::GetFullPathName(folder, sizeof full, full, nullptr);
-    return Scenes(frame, path, full).Run();
-}
+CString PictureDialogs(MainFrame& frame, const CString& path) { return Scenes(frame, path).Run(); }
 
 int PrintDocument(HWND shell, const CString& file)
 {

@@ -16,7 +16,7 @@ from pathlib import Path
 
 from PIL import Image
 
-COLOURS = 32
+COLOURS = 64
 MOST_BYTES = 600 * 1024  # of all
 HERE = Path(__file__).resolve().parent
 
