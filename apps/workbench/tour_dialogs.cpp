@@ -313,6 +313,9 @@ bool Scenes::Arguments()
 bool Scenes::Wizard()
 {
     constexpr LPCSTR kResult = "Travel report 2.txt";
+    ZoWorkspace workspace;
+    ::lstrcpyn(workspace.folder, SampleFolder::kPath, sizeof workspace.folder);
+    m_frame.ShowBars(workspace, false);
     const bool done = Command(ZO_ID_TOOLS_TRANSLATE, ZO_IDC_WIZARD_PAGE, [&](HWND wizard) {
         const auto page = [&](int control) {
             HWND found = nullptr;
@@ -343,6 +346,7 @@ bool Scenes::Wizard()
         Press(wizard, IDCANCEL);
         return saved;
     });
+    m_frame.ShowBars(ZoWorkspace(), false);
     return ::DeleteFile(SampleFolder::PathOf(kResult)) && done;
 }
 

@@ -1,6 +1,7 @@
 // ZoProvision, run as a person would, on the fixture "plain": product "Plain" 7.12 of the company "Zo Tests".
 
 #include <zogbl/global_config.h>
+#include <zogbl/version_resource.h>
 
 #include "support/registered_product.h"
 #include "support/test.h"
@@ -23,6 +24,18 @@ const std::string s_plain = Built("fixture_plain.DLL");
 BOOL CALLBACK CloseVisible(HWND window, LPARAM)
 {
     return !IsWindowVisible(window) || PostMessageA(window, WM_CLOSE, 0, 0);
+}
+
+int s_boxes = 0; // that were answered
+
+/// Closes a main window, and says OK to what it asks.
+BOOL CALLBACK CloseAndAnswer(HWND window, LPARAM)
+{
+    const HWND ok = GetDlgItem(window, IDOK);
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window))
+        return TRUE;
+    s_boxes += ok != nullptr;
+    return ok != nullptr ? SendMessageA(ok, BM_CLICK, 0, 0) == 0 : PostMessageA(window, WM_CLOSE, 0, 0);
 }
 
 class ProvisionTest : public testing::Test {
@@ -181,7 +194,23 @@ TEST(Workbench, TakesNoLibraryFromTheCurrentFolder)
         ASSERT_TRUE(CopyFileA((ProgramFolder() + module + "ENU.DLL").c_str(), library.c_str(), TRUE));
     }
     const auto closeAll = [](DWORD thread) { EnumThreadWindows(thread, &CloseVisible, 0); };
-    const DWORD code = RunProgram("ZoWorkbench.exe", folder.Path(), closeAll);
+    const DWORD code = RunProgram("ZoWorkbench.exe /quiet", folder.Path(), closeAll);
     ZO_WINE_GAP("an empty folder in SetDllDirectory is taken for none", EXPECT_EQ(1u, code)
                                                                             << "it found a language library");
+}
+
+TEST_F(ProvisionTest, AWorkbenchAsksBeforeItLeavesAndKeepsItsWindowsUnlessItIsQuiet)
+{
+    Provision("--languages 0409 --current 0409");
+    const HMODULE workbench = LoadLibraryExA("ZoWorkbench.exe", nullptr, DONT_RESOLVE_DLL_REFERENCES);
+    CZoVersionResource product;
+    EXPECT_TRUE(product.ExtractVersionInfo(workbench));
+    FreeLibrary(workbench);
+    const auto close = [](DWORD thread) { EnumThreadWindows(thread, &CloseAndAnswer, 0); };
+    for (const bool isQuiet : {true, false}) {
+        s_boxes = 0;
+        EXPECT_EQ(0u, RunProgram(isQuiet ? "ZoWorkbench.exe /quiet" : "ZoWorkbench.exe", "", close));
+        EXPECT_EQ(isQuiet, s_boxes == 0);
+        EXPECT_EQ(!isQuiet, HasKey(product.GetCurrentUserKey(), "Workbench"));
+    }
 }

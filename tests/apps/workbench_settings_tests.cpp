@@ -57,12 +57,14 @@ TEST_F(WorkbenchSettings, KeepRecentFilesLastFirstOnceAndNoMoreThanTheMenuHas)
     for (int i = 0; i < ZoWorkspace::MOST_RECENT + 2; ++i)
         EXPECT_EQ(0u, files.Add(("C:\\" + std::to_string(i) + ".txt").c_str()));
     EXPECT_EQ(0u, files.Add("c:\\9.TXT"));
+    EXPECT_EQ(ZoWorkspace::MOST_RECENT, files.GetCount());
     EXPECT_EQ(0u, files.Remove("C:\\17.txt"));
     RecentFiles read;
     read.Load();
     EXPECT_EQ(ZoWorkspace::MOST_RECENT - 1, read.GetCount());
     EXPECT_STREQ("c:\\9.TXT", read.GetPath(ZO_ID_RECENT_FIRST));
     EXPECT_STREQ("C:\\16.txt", read.GetPath(ZO_ID_RECENT_FIRST + 1));
+    EXPECT_STREQ("C:\\2.txt", read.GetPath(ZO_ID_RECENT_LAST - 1));
     EXPECT_STREQ("", read.GetPath(ZO_ID_RECENT_LAST));
 
     CMenu menu;
@@ -139,8 +141,9 @@ TEST_F(WorkbenchSettings, TextIsBrokenBehindBlanksElseWhereItMust)
                                       {"12345 7890 2", 2},
                                       {"123456789 123456789 123456789", 3},
                                       {"1234567890 2", 2},
-                                      {"1\t9", 1},
-                                      {"1\t90123", 2}})
+                                      {"12\t9", 1},
+                                      {"1234567890\r\n", 1},
+                                      {"1234567890 1234567890", 2}})
         EXPECT_EQ(lines, TextPages(dc, text, 10 * letter.cx, 1).GetCount()) << text;
     dc.SelectObject(before);
 }
