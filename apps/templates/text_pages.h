@@ -9,7 +9,7 @@
 class TextPages {
 public:
     /// Breaks \p text at its line ends, and what is wider than a line behind blanks, else where it has to be.
-    /// \param dc has the font \param width, height of the text on a page, in its units; at least one line stands on each
+    /// \param dc has the font \param width, height of the text on a page, in its units; at least one line stands there
     /// \param text must live as long as this
     TextPages(CDC& dc, const CString& text, int width, int height);
 

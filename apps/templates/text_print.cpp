@@ -60,7 +60,7 @@ public:
     /// \param printer its context, which is the job's from now on \return FALSE: it cannot be used
     BOOL Begin(HDC printer, const CString& text);
     int GetPageCount() const { return m_pages->GetCount(); }
-    /// Lets the printer's driver ask the dialog whether to go on; a driver that refuses is asked between the pages alone.
+    /// Lets the printer's driver ask the dialog whether to go on. If it refuses, it is asked between the pages alone.
     void AttachTo(CZoAbortDialog& progress) { progress.AttachPrinter(m_dc); }
     /// \param from, to from 1 \return FALSE: it failed or was ended; what had not gone out is dropped
     BOOL Print(const CZoPrintDialog& choice, int from, int to, CZoAbortDialog& progress);
