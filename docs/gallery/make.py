@@ -16,7 +16,7 @@ from pathlib import Path
 
 from PIL import Image
 
-COLOURS = 64
+COLOURS = 128
 MOST_BYTES = 600 * 1024  # of all
 HERE = Path(__file__).resolve().parent
 
@@ -33,7 +33,7 @@ def main() -> int:
         if source is None:
             missing.append(name)
             continue
-        picture = Image.open(source).convert("RGB").quantize(COLOURS, dither=Image.Dither.NONE)
+        picture = Image.open(source).convert("RGB").quantize(COLOURS, Image.Quantize.MAXCOVERAGE, dither=Image.Dither.NONE)
         picture.save(HERE / f"{name}.png", optimize=True)
     for path in HERE.glob("*.png"):
         if path.stem not in names:
