@@ -169,6 +169,10 @@ TEST_F(LocationSheet, ExplainsEachPieceAndHidesSecrets)
         SetTexts(page, {{ZO_IDC_LOC_TRY_NUMBER, std::string(255, '5')}, {ZO_IDC_LOC_SUFFIX, std::string(255, '5')}});
         Rest(page);
         EXPECT_EQ(0, PreviewOf(window, PreviewCall::kOwn).how.Find("This cannot be dialed"));
+        SetTexts(ShowPage(window, kPlace), {{ZO_IDC_LOC_AREA, "206"}});
+        ShowPage(window, kOutside);
+        EXPECT_EQ(std::string(255, '5'), TextOf(page, ZO_IDC_LOC_TRY_NUMBER)) << "the user's";
+        EXPECT_STREQ("Long distance: (425) 555-0100", PreviewOf(window, PreviewCall::kLongDistance).call);
         SetTexts(ShowPage(window, kPlace), {{ZO_IDC_LOC_CODE, ""}});
         ShowPage(window, kOutside);
         EXPECT_EQ(0, PreviewOf(window, PreviewCall::kInternational).how.Find("The location has no country code"));
@@ -182,25 +186,25 @@ TEST_F(LocationSheet, AsksTheServiceByTheButtonAlone)
     Edit(IDOK, {}, [&](HWND window) {
         const HWND page = ShowPage(window, kOutside);
         EXPECT_FALSE(IsEnabled(page, ZO_IDC_LOC_LOCAL_ACCESS));
-        Type(page, ZO_IDC_LOC_TRY_NUMBER, "+442079460018");
+        Type(page, ZO_IDC_LOC_TRY_NUMBER, "+442079460018#");
         Rest(page);
         EXPECT_EQ("", m_telsim.Calls());
         EXPECT_EQ("The telephony service decides. It is asked by the button.", TextOf(page, ZO_IDC_LOC_HOW));
         Press(page, ZO_IDC_LOC_ASK);
         EXPECT_NE("", m_telsim.Calls());
-        EXPECT_STREQ("<hidden>442079460018", PreviewOf(window, PreviewCall::kOwn).dialed);
+        EXPECT_STREQ("<hidden>442079460018<hidden>", PreviewOf(window, PreviewCall::kOwn).dialed);
         EXPECT_EQ(0, PreviewOf(window, PreviewCall::kLocal).how.Find("By the rules of the telephony service: "));
         Press(page, ZO_IDC_LOC_SHOW_CODES);
         EXPECT_STREQ("", PreviewOf(window, PreviewCall::kOwn).dialed) << "an answer to another question";
         Press(page, ZO_IDC_LOC_ASK);
-        EXPECT_STREQ("011442079460018", PreviewOf(window, PreviewCall::kOwn).dialed);
+        EXPECT_STREQ("011442079460018#", PreviewOf(window, PreviewCall::kOwn).dialed);
         EXPECT_TRUE(m_telsim.SetRule("lineTranslateAddress", 1, TRUE, TELSIM_FAIL, LINEERR_INVALADDRESS));
         Press(page, ZO_IDC_LOC_ASK);
         EXPECT_EQ("The telephony service cannot translate this number.", TextOf(page, ZO_IDC_LOC_HOW));
         Press(page, ZO_IDC_LOC_SERVICE);
         EXPECT_TRUE(IsEnabled(page, ZO_IDC_LOC_LOCAL_ACCESS));
         EXPECT_FALSE(IsEnabled(page, ZO_IDC_LOC_ASK));
-        EXPECT_STREQ("011442079460018", PreviewOf(window, PreviewCall::kOwn).dialed);
+        EXPECT_STREQ("011442079460018#", PreviewOf(window, PreviewCall::kOwn).dialed);
         Press(window, IDOK);
     });
     Item item(0);
@@ -323,6 +327,7 @@ TEST_F(LocationSheet, ChecksWhatIsTyped)
     } kRows[] = {
         {kAddress, ZO_IDC_LOC_EMAIL, "nobody", "This is no e-mail address."},
         {kAddress, ZO_IDC_LOC_EMAIL, "@home", "This is no e-mail address."},
+        {kAddress, ZO_IDC_LOC_EMAIL, "home@", "This is no e-mail address."},
         {kPlace, ZO_IDC_LOC_CODE, "1\xE9", "The character \"\xE9\" cannot be dialed."},
         {kNumbers, ZO_IDC_LOC_PHONE_PAGER, "0800 FLOWERS", "The character \"F\" cannot be dialed."},
         {kOutside, ZO_IDC_LOC_SUFFIX, "%", "The character \"%\" cannot be dialed."},
@@ -521,7 +526,10 @@ TEST_F(LocationSheet, LeadsToTheFirstLocation)
             Press(window, IDOK);
             EXPECT_EQ("Outside Line|Step 4 of 4|&Create|", state(window));
             const HWND outside = pageWith(window, ZO_IDC_LOC_TRY_NUMBER);
-            EXPECT_EQ("555-0177", TextOf(outside, ZO_IDC_LOC_TRY_NUMBER)) << "from the page before";
+            Press(window, ZO_IDC_WIZARD_BACK);
+            SetTexts(pageWith(window, ZO_IDC_LOC_PHONE_HOME1), {{ZO_IDC_LOC_PHONE_HOME1, "555-0178"}});
+            Press(window, IDOK);
+            EXPECT_EQ("555-0178", TextOf(outside, ZO_IDC_LOC_TRY_NUMBER)) << "from the page before";
             EXPECT_EQ(0u, TextOf(outside, ZO_IDC_LOC_HOW).find("Local call, in the same area: 555-0100 (number)"));
             ChangeLanguage(kGerman);
             ExpectTidy(window);

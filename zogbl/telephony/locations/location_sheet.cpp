@@ -313,13 +313,11 @@ void CLocSheet::OnRename()
     LocationSet& set = m_parts->set;
     CString& name = set.GetAt(m_nSelected).m_csLocationName;
     if (!WithoutThrowing([&] {
-            CStringArray others;
-            for (int i = 0; i < set.GetCount(); ++i) {
-                if (i != m_nSelected)
-                    others.Add(set.GetAt(i).m_csLocationName);
-            }
+            CStringArray names; // its own does not count
+            for (int i = 0; i < set.GetCount(); ++i)
+                names.Add(set.GetAt(i).m_csLocationName);
             CZoAskNameDialog dialog(LoadText(ZO_IDS_LOC_RENAME_TITLE), LoadText(ZO_IDS_LOC_RENAME_PROMPT), this);
-            if (!dialog.SetName(name) || !dialog.SetTakenNames(others))
+            if (!dialog.SetName(name) || !dialog.SetTakenNames(names))
                 AfxThrowMemoryException();
             if (dialog.DoModal() != IDOK)
                 return;
