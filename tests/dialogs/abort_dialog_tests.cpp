@@ -74,9 +74,9 @@ TEST_F(AbortDialog, ShowsAJobThatRunsToItsEnd)
     EXPECT_EQ("Cancel", TextOf(dialog, IDCANCEL));
     EXPECT_EQ(100, RunJob(dialog, [&](int part) {
                   if (part == 50) {
+                      dialog.SetCommitted();
                       ChangeLanguage(kGerman);
                       dialog.SetText("second half");
-                      dialog.SetCommitted();
                       dialog.PostMessage(WM_COMMAND, IDOK); // as Enter
                   }
                   if (part == 60) {
@@ -222,6 +222,7 @@ TEST_F(AbortDialog, AnswersForItsOwnPrinter)
     EXPECT_FALSE(outer.AttachPrinter(first)) << "not started";
     EXPECT_TRUE(outer.Start("Outer", "text", 0) && outer.AttachPrinter(first));
     EXPECT_TRUE(inner.Start("Inner", "text", 0) && inner.AttachPrinter(second));
+    inner.SetCommitted();
     ::PostQuitMessage(0);
     EXPECT_FALSE(g_goesOn(second, 0));
     MSG message;
@@ -231,6 +232,11 @@ TEST_F(AbortDialog, AnswersForItsOwnPrinter)
     EXPECT_TRUE(g_goesOn(first, 0));
     EXPECT_TRUE(outer.AttachPrinter(second));
     EXPECT_TRUE(g_goesOn(second, 0)) << "another job";
+    outer.Finish();
+    EXPECT_TRUE(g_goesOn(second, 0)) << "it was not cancelled";
+    EXPECT_TRUE(inner.Start("Inner", "again", 0) && inner.Continue());
+    inner.SetCommitted();
+    EXPECT_EQ("Stop", TextOf(inner, IDCANCEL));
     DeleteDC(first);
     DeleteDC(second);
 }

@@ -94,6 +94,7 @@ TEST_F(FileOpen, ChecksWhatIsTyped)
         {TRUE, 0, "\\\\server", Box("\\\\server\\", kNoFolder), IDOK, ""},
         {TRUE, 0, "gone\\", Box(Path("gone"), kNoFolder), IDOK, ""},
         {FALSE, OFN_OVERWRITEPROMPT, "new", "", 0, Path("new.txt")},
+        {FALSE, OFN_OVERWRITEPROMPT, "plain", "", 0, Path("plain.txt")},
         {FALSE, OFN_OVERWRITEPROMPT, "new.x", "", 0, Path("new.x.txt")},
         {FALSE, OFN_OVERWRITEPROMPT, "new.TXT", "", 0, Path("new.TXT")},
         {FALSE, OFN_OVERWRITEPROMPT, "new.ini", "", 0, Path("new.ini")}, // of another type
@@ -154,11 +155,13 @@ TEST_F(FileOpen, LaysItselfOut)
             EXPECT_EQ(rowOf(kDrives, CB_GETITEMHEIGHT, -1), rowOf(kTypes, CB_GETITEMHEIGHT, -1));
             const std::string shown = TextOf(open, ZO_IDC_FILE_FOLDER);
             EXPECT_EQ("www...", shown.substr((std::max<size_t>)(shown.size(), 6) - 6));
+            if (flags != kHide)
+                Press(open, ZO_IDC_FILE_READ_ONLY);
             Type(open, kName, Path("alpha.txt"));
             Press(open, IDOK);
         }});
         EXPECT_EQ(IDOK, dialog.DoModal());
-        EXPECT_EQ(flags & OFN_READONLY, dialog.m_ofn.Flags & (OFN_READONLY | OFN_EXTENSIONDIFFERENT));
+        EXPECT_EQ(flags == 0 ? OFN_READONLY : 0u, dialog.m_ofn.Flags & (OFN_READONLY | OFN_EXTENSIONDIFFERENT));
     }
 }
 

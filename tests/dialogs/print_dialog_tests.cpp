@@ -231,7 +231,10 @@ TEST_F(PrintDialog, LeavesAloneWhatNobodyTouches)
     g_drivers[kLong].copies = 2;
     const std::string settings = BytesOfSettings(kLong); // the user's
     g_drivers[kLong].copies = 5;                         // and what he has set meanwhile
-    const auto nothing = [](HWND window) { EXPECT_EQ("", TextOf(window, ZO_IDC_PRINT_REASON)); };
+    const auto nothing = [](HWND window) {
+        EXPECT_EQ("", TextOf(window, ZO_IDC_PRINT_REASON));
+        EXPECT_EQ("", TextOf(window, ZO_IDC_PRINT_TO)) << "nobody knows how many there are";
+    };
     EXPECT_EQ(0u, Set(m_dialog, settings, BytesOfNames(kLong)));
     EXPECT_EQ(settings, Use(nothing));
     EXPECT_EQ(2, m_dialog.GetCopies());
