@@ -1,6 +1,7 @@
 // Printing by views: the course of a job, and its failures.
 #include "kit.h"
-#include "support/test_printer.h"
+
+#include <common/test_printer.h>
 
 #include <afxdlgs.h>
 

@@ -11,9 +11,9 @@
 #include "support/box_stub.h"
 #include "support/dialog_driver.h"
 #include "support/product_test.h"
-#include "support/test_printer.h"
 
 #include <apps/user_texts.h>
+#include <common/test_printer.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/workspace.h>
 

@@ -2,7 +2,6 @@
 #include "dialog_faults.h"
 
 #include "support/product_test.h"
-#include "support/test_printer.h"
 
 #include <zogbl/abort_dialog.h>
 #include <zogbl/resource_ids.h>

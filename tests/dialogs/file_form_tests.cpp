@@ -5,6 +5,15 @@
 
 #include "dialogs/files/recent_folders.h"
 
+/// Whether the chosen row can be seen.
+static bool ShowsItsRow(HWND list)
+{
+    CRect rows, row;
+    GetClientRect(list, rows);
+    SendMessageA(list, LB_GETITEMRECT, SendMessageA(list, LB_GETCURSEL, 0, 0), reinterpret_cast<LPARAM>(&row));
+    return !row.IsRectEmpty() && row.top >= rows.top && row.bottom <= rows.bottom;
+}
+
 TEST_F(FileForm, KnowsTheFoldersOfLastTime)
 {
     EXPECT_EQ(IDCANCEL, Show(TRUE, [](HWND dialog) {

@@ -3,8 +3,8 @@
 
 #include "support/mutation.h"
 #include "support/product_test.h"
-#include "support/test_printer.h"
 
+#include <common/test_printer.h>
 #include <common/wait.h>
 #include <zogbl/abort_dialog.h>
 #include <zogbl/print_dialog.h>
