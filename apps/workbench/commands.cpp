@@ -43,7 +43,8 @@ BOOL AskForMailBox(CWnd* owner, MailBoxPage& page)
 
 BOOL EditLocations(CWnd* owner)
 {
-    return IsOpened(EditLocationItems(owner)); // given up, too: a part may have been saved before
+    const INT_PTR result = EditLocationItems(owner);
+    return IsOpened(result) && result == IDOK;
 }
 
 BOOL AddLocationByWizard(CWnd* owner)

@@ -9,7 +9,7 @@
 /// Asks for the name of a new mailbox, and adds it. \return TRUE: it was added
 BOOL AskForMailBox(CWnd* owner, MailBoxPage& page);
 
-/// Lets the user edit the locations, or leads to one more. \return TRUE: something may have changed
+/// Lets the user edit the locations, or leads to one more. \return TRUE: he did
 BOOL EditLocations(CWnd* owner);
 BOOL AddLocationByWizard(CWnd* owner);
 

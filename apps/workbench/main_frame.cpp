@@ -305,6 +305,8 @@ void MainFrame::OnLocations()
 {
     if (EditLocations(this))
         ShowPage(m_locations);
+    else
+        m_locations.Refresh(); // a part may have been saved before the user gave up
 }
 
 void MainFrame::OnLocationWizard()
@@ -394,8 +396,8 @@ DWORD MainFrame::KeepWindows() const
 
 void MainFrame::OnOptions()
 {
-    if (EditOptions(this) != IDOK)
-        return;
+    if (EditOptions(this) == -1)
+        return; // given up, too: what was applied before holds
     ZoWorkspace workspace;
     ZoLoadWorkspace(workspace);
     ShowBars(workspace, ZoGblGetRegNoviceMode() != 0);
