@@ -56,8 +56,8 @@ TEST_F(WorkbenchSettings, KeepRecentFilesLastFirstOnceAndNoMoreThanTheMenuHas)
     RecentFiles files;
     for (int i = 0; i < ZoWorkspace::MOST_RECENT + 2; ++i)
         EXPECT_EQ(0u, files.Add(("C:\\" + std::to_string(i) + ".txt").c_str()));
-    EXPECT_EQ(0u, files.Add("c:\\9.TXT"));
     EXPECT_EQ(ZoWorkspace::MOST_RECENT, files.GetCount());
+    EXPECT_EQ(0u, files.Add("c:\\9.TXT"));
     EXPECT_EQ(0u, files.Remove("C:\\17.txt"));
     RecentFiles read;
     read.Load();
