@@ -188,6 +188,11 @@ TEST_F(FileForm, IsAPageThatTakesTheNameWithItsSheet)
                   Press(window, IDCANCEL);
               }));
     EXPECT_EQ(missing, m_chosen);
+    EXPECT_EQ(IDCANCEL, show([&](HWND window) {
+                  Press(PageOf(window), kUp);
+                  EXPECT_TRUE(IsEnabled(window, ID_APPLY_NOW)) << "it is another file";
+                  Press(window, IDCANCEL);
+              }));
     EXPECT_EQ(IDOK, show(
                         [&](HWND window) {
                             const HWND page = PageOf(window);

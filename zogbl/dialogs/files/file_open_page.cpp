@@ -2,10 +2,6 @@
 
 #include <zogbl/resource_ids.h>
 
-BEGIN_MESSAGE_MAP(CZoFileOpenPage, CZoPropertyPage)
-    ON_EN_CHANGE(ZO_IDC_FILE_NAME, OnNameTyped)
-END_MESSAGE_MAP()
-
 CZoFileOpenPage::CZoFileOpenPage(BOOL open, UINT templateId, LPCSTR defaultExtension, LPCSTR fileName, DWORD flags,
                                  LPCSTR filter)
     : CZoPropertyPage(templateId != 0 ? templateId : ZO_IDD_FILE_PAGE),
@@ -28,8 +24,6 @@ BOOL CZoFileOpenPage::OnApply() { return (IsNameUnchanged() || TakeName()) && CZ
 
 void CZoFileOpenPage::OnNameTaken() { GetParent()->PostMessage(PSM_PRESSBUTTON, static_cast<WPARAM>(m_nButton)); }
 
-void CZoFileOpenPage::OnNameTyped() { SetModified(); }
-
 void CZoFileOpenPage::ReloadTexts()
 {
     CZoPropertyPage::ReloadTexts();
@@ -47,6 +41,8 @@ BOOL CZoFileOpenPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
 LRESULT CZoFileOpenPage::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     LRESULT result = 0;
-    return HandleFormMessage(message, wParam, lParam, result) ? result
-                                                              : CZoPropertyPage::WindowProc(message, wParam, lParam);
+    const BOOL isDone = HandleFormMessage(message, wParam, lParam, result);
+    if ((message == WM_COMMAND || message == WM_TIMER) && !IsNameUnchanged())
+        SetModified(); // another name, or the same in another folder
+    return isDone ? result : CZoPropertyPage::WindowProc(message, wParam, lParam);
 }

@@ -30,8 +30,6 @@ protected:
     void ReloadTexts() override;
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    afx_msg void OnNameTyped();
-    DECLARE_MESSAGE_MAP()
 
 private:
     int m_nButton = PSBTN_OK; // that asked for the name last
