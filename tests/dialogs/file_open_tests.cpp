@@ -181,6 +181,7 @@ TEST_F(FileOpen, GoesThroughFoldersAndTypes)
         EXPECT_EQ("alpha.txt|Beta.INI|gamma.bin|", RowsOf(open, kFiles));
         Enter(open, "sub\\in?er*;x");
         EXPECT_EQ("inner.txt|", RowsOf(open, kFiles));
+        EXPECT_EQ("in?er*;x", TextOf(open, kName));
         EXPECT_EQ(depth + 1, level());
         Choose(open, kTypes, 1);
         Enter(open, "..");
