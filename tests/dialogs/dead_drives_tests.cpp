@@ -331,11 +331,18 @@ TEST_F(DeadDrives, LeaveTheFolderPickerItsOwnMaster)
 TEST_F(DeadDrives, LetAPageCloseItsSheetWhenTheyAnswer)
 {
     FileSheet sheet(Path(""));
+    CZoFileOpenPage other(TRUE);
+    sheet.AddPage(&other);
     const DialogDriver driver({[&](HWND window) {
         const HWND page = PageOf(window);
         Type(page, kName, "J:\\alpha");
         Press(window, IDOK);
-        EXPECT_EQ("Opening J:\\alpha ...", Label(page));
+        ShowPage(window, 1);
+        Answer(Path(""));
+        for (int i = 0; i < 30; ++i, Sleep(10))
+            Settle();
+        EXPECT_EQ("Opening J:\\alpha ...", Label(page)) << "while another page is shown";
+        ShowPage(window, 0);
         AnswerAndWait(page);
     }});
     EXPECT_EQ(IDOK, sheet.DoModal());
