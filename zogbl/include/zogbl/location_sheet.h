@@ -66,8 +66,8 @@ private:
     int m_nSelected = -1;
 };
 
-/// Lets the user edit the dialing locations: in a CLocSheet or, if there are none yet, in a CLocWizard that leads to the
-/// first one. Meanwhile the help is the suite's. Nothing is thrown.
+/// Lets the user edit the dialing locations: in a CLocSheet or, if there are none yet, in a CLocWizard that leads to
+/// the first one. Meanwhile the help is the suite's. Nothing is thrown.
 /// \return IDOK: something was saved, or nothing had to be; IDCANCEL: nothing was written, but for locations that were
 /// saved before another one could not be; -1: no window could be made
 ZOGBL_API INT_PTR EditLocationItems(CWnd* parent = nullptr);

@@ -1,15 +1,12 @@
 #include <zogbl/location_sheet.h>
 
-#include <common/without_throwing.h>
-#include <zogbl/ask_name_dialog.h>
 #include <zogbl/location_wizard.h>
-#include <zogbl/resource_ids.h>
 
-#include "dialogs/base/tell_user.h"
 #include "frame/language/language_help.h"
 #include "ground/box_filling.h"
-#include "location_page.h"
-#include "location_set.h"
+#include "location_sheet_parts.h"
+
+#include <algorithm>
 
 static_assert(ZO_MOST_LOCATIONS == LocationSet::kMost);
 
@@ -24,54 +21,7 @@ constexpr int kListWidth = 124;
 constexpr int kLabelHeight = 10; // with the gap to what it names
 constexpr int kButtonHeight = 14;
 
-class Page : public LocationFormPage<CZoPropertyPage> {
-public:
-    using LocationFormPage::LocationFormPage;
-
-    BOOL OnSetActive() override
-    {
-        WithoutThrowing([this] { GetForm().Show(); }); // without memory it is disabled
-        return TRUE;
-    }
-    BOOL OnKillActive() override { return Take(); }
-
-    /// The controls go to the location, if there are both. \return FALSE: one of them holds what cannot be, which the
-    /// user has been told, or memory has run out; the location is as before
-    BOOL Take()
-    {
-        if (m_hWnd == nullptr || GetForm().GetItem() == nullptr || !GetForm().IsShown())
-            return TRUE;
-        CString reason;
-        int fault = -1;
-        if (WithoutThrowing([&]() -> BOOL {
-                fault = GetForm().FindFault(reason);
-                if (fault == 0)
-                    GetForm().Take();
-                return fault == 0;
-            }))
-            return TRUE;
-        if (fault > 0) {
-            TellUser(GetParent(), ZO_IDS_LOC_TITLE, [&] { return reason; });
-            ::SetFocus(::GetDlgItem(m_hWnd, fault));
-            SendDlgItemMessage(fault, EM_SETSEL, 0, -1);
-        } else {
-            ::MessageBeep(MB_ICONEXCLAMATION);
-        }
-        return FALSE;
-    }
-};
-
 } // namespace
-
-struct CLocSheet::Parts {
-    LocationSet set;
-    Page pages[kLocationPages] = {
-        {kAddressPage, nullptr}, {kPlacePage, nullptr}, {kNumbersPage, nullptr}, {kOutsidePage, nullptr}};
-    DWORD status = 0; // of loading
-    CStatic label;
-    CListBox list;
-    CButton buttons[5]; // in the order of their numbers
-};
 
 BEGIN_MESSAGE_MAP(CLocSheet, CZoPropertySheet)
     ON_BN_CLICKED(ZO_IDC_LOC_NEW, OnNew)
@@ -89,7 +39,7 @@ CLocSheet::CLocSheet(CWnd* parent, UINT firstPage)
     : CZoPropertySheet(ZO_IDS_LOC_TITLE, parent, firstPage), m_parts(std::make_unique<Parts>())
 {
     m_psh.dwFlags |= PSH_NOAPPLYNOW; // all is saved with OK
-    for (Page& page : m_parts->pages)
+    for (LocationSheetPage& page : m_parts->pages)
         AddPage(&page);
 }
 
@@ -100,7 +50,7 @@ INT_PTR CLocSheet::DoModal()
     return ResultOr(-1, [this]() -> INT_PTR {
         m_nSelected = -1;
         m_parts->status = m_parts->set.Load();
-        for (Page& page : m_parts->pages)
+        for (LocationSheetPage& page : m_parts->pages)
             page.GetForm().SetItem(nullptr);
         return CZoPropertySheet::DoModal();
     });
@@ -212,9 +162,9 @@ void CLocSheet::Select(int position)
 {
     m_nSelected = position;
     m_parts->list.SetCurSel(position);
-    for (Page& page : m_parts->pages)
+    for (LocationSheetPage& page : m_parts->pages)
         page.GetForm().SetItem(position >= 0 ? &m_parts->set.GetAt(position) : nullptr);
-    if (Page& page = m_parts->pages[(std::max)(GetActiveIndex(), 0)]; page.m_hWnd != nullptr)
+    if (LocationSheetPage& page = m_parts->pages[(std::max)(GetActiveIndex(), 0)]; page.m_hWnd != nullptr)
         WithoutThrowing([&] { page.GetForm().Show(); });
     EnableButtons();
 }
@@ -246,134 +196,6 @@ void CLocSheet::OnSelected()
         Select(chosen);
     else
         m_parts->list.SetCurSel(m_nSelected);
-}
-
-// The buttons ---------------------------------------------------------------------------------------------------------
-
-/// A new location. \param source null: with the country and the codes of the one that is current; else with all of it
-void CLocSheet::Add(const CZoLocationItem* source)
-{
-    LocationSet& set = m_parts->set;
-    if (set.GetCount() >= LocationSet::kMost) {
-        TellUser(this, ZO_IDS_LOC_TITLE, [] {
-            CString most;
-            most.Format("%d", LocationSet::kMost);
-            return LoadText(ZO_IDS_LOC_FULL, most);
-        });
-        return;
-    }
-    if (!TakePage())
-        return;
-    int position = -1;
-    if (!WithoutThrowing([&]() -> BOOL {
-            const int current = set.GetCurrent();
-            position = set.Add();
-            if (position < 0)
-                return FALSE;
-            CZoLocationItem& item = set.GetAt(position);
-            if (source != nullptr) {
-                CopyLocation(item, *source);
-                item.m_csLocationName = FreeName(set, LoadText(ZO_IDS_LOC_COPY_NAME, source->m_csLocationName));
-                return TRUE;
-            }
-            item.m_csLocationName = NewName(set, item.m_dwIndex);
-            if (current < 0)
-                return TRUE;
-            const CZoLocationItem& from = set.GetAt(current);
-            item.m_dwCountryIndex = item.m_dwAddressCountryIndex = from.m_dwCountryIndex;
-            item.m_csCountryCode = from.m_csCountryCode;
-            item.m_csInternationalAccess = from.m_csInternationalAccess;
-            item.m_csLongDistancePrefix = from.m_csLongDistancePrefix;
-            return TRUE;
-        })) {
-        if (position >= 0)
-            set.Remove(position);
-        TellUser(this, ZO_IDS_LOC_TITLE, ZO_IDS_LOC_NOT_MADE);
-        return;
-    }
-    if (set.GetCount() == 1)
-        set.SetCurrent(position);
-    FillList();
-    Select(position);
-    SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(m_parts->list.m_hWnd), TRUE);
-}
-
-void CLocSheet::OnNew() { Add(nullptr); }
-
-void CLocSheet::OnCopy()
-{
-    if (m_nSelected >= 0)
-        Add(&m_parts->set.GetAt(m_nSelected));
-}
-
-void CLocSheet::OnRename()
-{
-    if (m_nSelected < 0)
-        return;
-    LocationSet& set = m_parts->set;
-    CString& name = set.GetAt(m_nSelected).m_csLocationName;
-    if (!WithoutThrowing([&] {
-            CStringArray names; // its own does not count
-            for (int i = 0; i < set.GetCount(); ++i)
-                names.Add(set.GetAt(i).m_csLocationName);
-            CZoAskNameDialog dialog(LoadText(ZO_IDS_LOC_RENAME_TITLE), LoadText(ZO_IDS_LOC_RENAME_PROMPT), this);
-            if (!dialog.SetName(name) || !dialog.SetTakenNames(names))
-                AfxThrowMemoryException();
-            if (dialog.DoModal() != IDOK)
-                return;
-            name = dialog.GetName();
-            FillList();
-        }))
-        ::MessageBeep(MB_ICONEXCLAMATION);
-}
-
-void CLocSheet::OnDelete()
-{
-    LocationSet& set = m_parts->set;
-    const int position = m_nSelected;
-    if (position < 0)
-        return;
-    int answer = IDNO; // without memory for the question nothing is lost
-    if (!WithoutThrowing([&] {
-            answer = AskUser(*this, ZO_IDS_LOC_ASK_DELETE, set.GetAt(position).m_csLocationName,
-                             MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2);
-        }))
-        ::MessageBeep(MB_ICONEXCLAMATION);
-    if (answer != IDYES || m_hWnd == nullptr)
-        return;
-    Select(-1);
-    if (!WithoutThrowing([&] { set.Remove(position); }))
-        ::MessageBeep(MB_ICONEXCLAMATION);
-    FillList();
-    Select((std::min)(position, set.GetCount() - 1));
-}
-
-void CLocSheet::OnMakeCurrent()
-{
-    if (m_nSelected < 0)
-        return;
-    m_parts->set.SetCurrent(m_nSelected);
-    FillList();
-}
-
-BOOL CLocSheet::PreTranslateMessage(MSG* message)
-{
-    if (message->message == WM_KEYDOWN && m_parts->list.m_hWnd != nullptr && message->hwnd == m_parts->list.m_hWnd) {
-        switch (message->wParam) {
-        case VK_INSERT:
-            OnNew();
-            return TRUE;
-        case VK_F2:
-            OnRename();
-            return TRUE;
-        case VK_DELETE:
-            OnDelete();
-            return TRUE;
-        default:
-            break;
-        }
-    }
-    return CZoPropertySheet::PreTranslateMessage(message);
 }
 
 // Saving --------------------------------------------------------------------------------------------------------------
