@@ -205,9 +205,13 @@ TEST_F(FontDialog, ListsWhatTheSystemEnumeratesForEachScript)
                                                    {CZoFontDialog::kFixedPitch, "Bits|"},
                                                    {CZoFontDialog::kVertical, "@Up|Bits|Plot|Up|"},
                                                    {CZoFontDialog::kScalable, "Plot|Up|"}};
-    for (const auto& [flags, faces] : kRows)
-        Choose(
-            font, [&, faces = faces](HWND window) { EXPECT_EQ(faces, RowsOf(window, kFace)); }, flags);
+    for (const auto& [flags, faces] : kRows) {
+        const auto look = [&, isFixed = flags == CZoFontDialog::kFixedPitch, faces = faces](HWND window) {
+            EXPECT_EQ(faces, RowsOf(window, kFace));
+            EXPECT_EQ(isFixed, RowOf(window, kScript, "Japanese") < 0) << "which has none";
+        };
+        Choose(font, look, flags);
+    }
     CZoFontDialog dialog;
     dialog.SetPrinter(printer);
     EXPECT_TRUE(dialog.SetSizes(4, 200));
@@ -262,8 +266,9 @@ TEST_F(FontDialog, RefusesWhatIsNoSizeAndFollowsTheLanguage)
             EXPECT_TRUE(IsChild(GetDlgItem(window, kSize), GetFocus()) || FocusOf(window) == kSize) << size;
         }
         TypeSize(window, "72");
-        dynamic_cast<CZoColorButton&>(*CWnd::FromHandlePermanent(GetDlgItem(window, ZO_IDC_FONT_COLOR)))
-            .SetColor(RGB(0, 128, 0));
+        auto& color = dynamic_cast<CZoColorButton&>(*CWnd::FromHandlePermanent(GetDlgItem(window, ZO_IDC_FONT_COLOR)));
+        EXPECT_EQ(RGB(255, 0, 0), color.GetColor());
+        color.SetColor(RGB(0, 128, 0));
         ChangeLanguage(kGerman);
         EXPECT_EQ(0, RowOf(window, kStyle, "Standard"));
         ExpectTidy(window);
