@@ -335,6 +335,11 @@ TEST_F(DeadDrives, LetAPageCloseItsSheetWhenTheyAnswer)
     sheet.AddPage(&other);
     const DialogDriver driver({[&](HWND window) {
         const HWND page = PageOf(window);
+        Type(page, kName, "J:\\alpha.txt");
+        Press(window, ID_APPLY_NOW);
+        AnswerAndWait(page);
+        EXPECT_TRUE(WaitUntil([&] { return !IsEnabled(window, ID_APPLY_NOW); })) << "the sheet stays";
+        ResetEvent(g_answer);
         Type(page, kName, "J:\\alpha");
         Press(window, IDOK);
         ShowPage(window, 1);
