@@ -11,8 +11,8 @@
 /// \param helpContext of the question. \return whether it is there. Throws CMemoryException*.
 bool OfferToCreateFolder(LPCSTR folder, UINT helpContext);
 
-/// Drives are read in threads, as by the form for files: Cancel works while one is being opened. A folder is created and
-/// named by this thread, on a drive that has just answered.
+/// Drives are read in threads, as by the form for files: Cancel works while one is being opened. A folder is created
+/// and named by this thread, on a drive that has just answered.
 class FolderPicker : public CZoDialog {
 public:
     /// \param start, title, instruction may be null; they must live until DoModal has returned

@@ -6,7 +6,8 @@
 
 #include "drive.h"
 
-/// Reads nothing of a drive but whether a folder on a local one has others in it. All functions throw CMemoryException*.
+/// Reads nothing of a drive but whether a folder on a local one has others in it. All functions throw
+/// CMemoryException*.
 class FolderTree : public CTreeCtrl {
 public:
     /// Lists the drives. What each is and stands for is added when the system answers.
