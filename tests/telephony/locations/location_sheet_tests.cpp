@@ -493,7 +493,7 @@ TEST_F(LocationSheet, OpensOrSaysThatItDoesNot)
                         EXPECT_TRUE(result == IDCANCEL || (run.Fired() && result == -1)) << result;
                         EXPECT_EQ(before, Saved());
                     },
-                    {.memory = 197, .system = 197});
+                    {.memory = 197, .system = 197, .controls = 97});
 }
 
 TEST_F(LocationSheet, LeadsToTheFirstLocation)

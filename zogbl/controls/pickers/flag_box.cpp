@@ -284,10 +284,16 @@ template <class BOX> void CZoFlagControl<BOX>::DescribeRight(const void*, char (
 template <class BOX> void CZoFlagControl<BOX>::DescribeWide(const void*, WCHAR (&)[ZO_WIDE_NAME_SIZE]) const {}
 template <class BOX> void CZoFlagControl<BOX>::FollowLanguage() {}
 
+template <class BOX> const void* CZoFlagControl<BOX>::GetDataAt(int item) const
+{
+    const void* data = this->GetItemDataPtr(item);
+    return reinterpret_cast<INT_PTR>(data) != LB_ERR ? data : nullptr; // as CB_ERR
+}
+
 template <class BOX> const void* CZoFlagControl<BOX>::GetSelectedData() const
 {
     const int selected = this->m_hWnd != nullptr ? this->GetCurSel() : LB_ERR;
-    return selected >= 0 ? this->GetItemDataPtr(selected) : nullptr;
+    return selected >= 0 ? GetDataAt(selected) : nullptr;
 }
 
 template <class BOX> void CZoFlagControl<BOX>::BeginReset()

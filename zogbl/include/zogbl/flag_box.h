@@ -100,14 +100,17 @@ protected:
     virtual void DescribeWide(const void* data, WCHAR (&name)[ZO_WIDE_NAME_SIZE]) const;
     /// Called when another language was loaded. The base does nothing.
     virtual void FollowLanguage();
-    /// The data of the selected item; null if there is none.
+    /// The data of an item; null if there is none.
+    const void* GetDataAt(int item) const;
+    /// That of the selected item; null if there is none.
     const void* GetSelectedData() const;
     /// Selects the first item for which \p matches(data) is true. \return its position, or the number of items
     template <class MATCHES> int SelectFirst(MATCHES matches)
     {
         const int count = this->GetCount();
         for (int i = 0; i < count; ++i) {
-            if (matches(this->GetItemDataPtr(i))) {
+            const void* data = GetDataAt(i);
+            if (data != nullptr && matches(data)) {
                 this->SetCurSel(i);
                 return i;
             }

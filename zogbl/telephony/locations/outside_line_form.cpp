@@ -26,7 +26,7 @@ constexpr UINT kModes[] = {ZO_IDS_LOC_MODE_AUTOMATIC, ZO_IDS_LOC_MODE_LOCAL,
 constexpr struct {
     UINT text;
     int width; // of the list, in hundredths
-} kColumns[] = {{ZO_IDS_LOC_COLUMN_CALL, 40}, {ZO_IDS_LOC_COLUMN_DIALED, 33}, {ZO_IDS_LOC_COLUMN_HOW, 26}};
+} kColumns[] = {{ZO_IDS_LOC_COLUMN_CALL, 46}, {ZO_IDS_LOC_COLUMN_DIALED, 34}, {ZO_IDS_LOC_COLUMN_HOW, 19}};
 
 class PreviewList : public CZoColumnList {
 protected:
