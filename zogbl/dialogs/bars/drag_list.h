@@ -4,8 +4,8 @@
 
 #include <afxwin.h>
 
-/// A list box of the system's whose rows can be dragged elsewhere. A click selects as ever; who moves on with the button
-/// held down drags the row. A drag ends without effect by Esc, and if the mouse is lost.
+/// A list box of the system's whose rows can be dragged elsewhere. A click selects as ever; who moves on with the
+/// button held down drags the row. A drag ends without effect by Esc, and if the mouse is lost.
 class DragList : public CListBox {
 public:
     /// What becomes of a row. Points are on the screen.

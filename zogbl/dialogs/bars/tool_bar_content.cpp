@@ -132,8 +132,8 @@ bool ToolBarContent::Read(LPCSTR record)
     return true;
 }
 
-/// Shows what is shipped to be shown and was not known: behind the button that stands before it in the table, apart from
-/// it if it is so there.
+/// Shows what is shipped to be shown and was not known: behind the button that stands before it in the table, apart
+/// from it if it is so there.
 void ToolBarContent::AddNew(const std::vector<int>& known)
 {
     std::ptrdiff_t at = 0; // behind the last one of the table that is shown

@@ -41,9 +41,9 @@ public:
     BOOL SetPosition(LONGLONG done); ///< and Continue
     BOOL IsCancelled() const { return m_bCancelled; }
 
-    /// A print job asks this dialog, through SetAbortProc. Many drivers ask seldom, so call SetPosition behind each page,
-    /// too, and AbortDoc once the job is to end. Then StartDoc, EndPage and the like may fail, which is no error to tell:
-    /// IsCancelled knows. After Finish a cancelled job stays cancelled.
+    /// A print job asks this dialog, through SetAbortProc. Many drivers ask seldom, so call SetPosition behind each
+    /// page, too, and AbortDoc once the job is to end. Then StartDoc, EndPage and the like may fail, which is no error
+    /// to tell: IsCancelled knows. After Finish a cancelled job stays cancelled.
     /// \param printer the job's context; another one takes its place
     /// \return FALSE if the driver refuses it, or the dialog was not started
     BOOL AttachPrinter(HDC printer);

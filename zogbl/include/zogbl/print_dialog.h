@@ -35,11 +35,11 @@ public:
 
     // Before DoModal ---------------------------------------------------------
 
-    /// The printer and its settings as they were last time: blocks of global memory with a DEVMODE and a DEVNAMES, which
-    /// are copied. Each may be null: settings alone find their printer by name; a printer alone has the user's own
-    /// settings; without both it is the user's default printer. It is so too if the printer is no longer installed, and
-    /// the dialog says that. Settings of another printer are not used; those of another version of its driver are handed
-    /// to the driver, which adapts them.
+    /// The printer and its settings as they were last time: blocks of global memory with a DEVMODE and a DEVNAMES,
+    /// which are copied. Each may be null: settings alone find their printer by name; a printer alone has the user's
+    /// own settings; without both it is the user's default printer. It is so too if the printer is no longer installed,
+    /// and the dialog says that. Settings of another printer are not used; those of another version of its driver are
+    /// handed to the driver, which adapts them.
     /// \return 0; ERROR_INVALID_DATA: a block is damaged, so nothing is taken of both; ERROR_NOT_ENOUGH_MEMORY
     DWORD SetSettings(HGLOBAL devMode, HGLOBAL devNames);
 

@@ -33,11 +33,11 @@ struct ZoToolButton {
 /// A button is enabled and checked as the update handler of its command says, when the program is idle. Pressed, it
 /// sends the command to the bar's owner, by WM_COMMAND. Buttons that have no room are in a menu at the bar's end.
 ///
-/// The user chooses buttons in CZoToolBarSetup. In the bar's context menu the bar can be unlocked: then it has a handle,
-/// by which it can be dragged to the other edge. All of this is kept for this user under the name given to SetButtons,
-/// by the commands' numbers: buttons that a later version of the program adds appear once, at their place in the table;
-/// a button that was removed stays removed; numbers that the program does not know keep their places for one that does.
-/// Whether the bar is shown is the program's: see ZoWorkspace.
+/// The user chooses buttons in CZoToolBarSetup. In the bar's context menu the bar can be unlocked: then it has a
+/// handle, by which it can be dragged to the other edge. All of this is kept for this user under the name given to
+/// SetButtons, by the commands' numbers: buttons that a later version of the program adds appear once, at their place
+/// in the table; a button that was removed stays removed; numbers that the program does not know keep their places for
+/// one that does. Whether the bar is shown is the program's: see ZoWorkspace.
 ///
 /// The frame's PreTranslateMessage lets F6 lead to the bar. Its texts follow CZoDialog::ReloadOpenDialogs. Nothing is
 /// thrown.
@@ -57,16 +57,17 @@ public:
     CZoToolBar();
     ~CZoToolBar() override;
 
-    /// \param style of the window, and CBRS_ALIGN_TOP or CBRS_ALIGN_BOTTOM \return FALSE: it has a window, gets none, or no memory
+    /// \param style of the window, and CBRS_ALIGN_TOP or CBRS_ALIGN_BOTTOM \return FALSE: it has a window, gets none,
+    /// or no memory
     BOOL Create(CWnd* parent, DWORD style = WS_CHILD | WS_VISIBLE | CBRS_TOP, UINT id = AFX_IDW_TOOLBAR);
     using CWnd::Create;
 
     /// Shows buttons as the user wants them: at first, and if what is kept is damaged, as shipped, locked, at the edge
     /// of Create. The frame lays itself out anew.
     /// \param buttons in the order as shipped; must live as long as the bar \param count 1 to MOST_BUTTONS
-    /// \param picturesId a bitmap found through the resource chain: pictures side by side on the colour of its upper left
-    /// pixel. White should be the inside of shapes: it is left out where pictures are drawn in one colour. On a screen of
-    /// more than 96 dots an inch they are enlarged
+    /// \param picturesId a bitmap found through the resource chain: pictures side by side on the colour of its upper
+    /// left pixel. White should be the inside of shapes: it is left out where pictures are drawn in one colour. On a
+    /// screen of more than 96 dots an inch they are enlarged
     /// \param pictureWidth in pixels
     /// \param name what is kept is a value of this name of the key "ToolBars" below the user's. It must live as long as
     /// the bar. Null: nothing is kept

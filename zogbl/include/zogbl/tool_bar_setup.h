@@ -10,8 +10,8 @@ class CZoToolBar;
 
 /// Lets the user choose which buttons a tool bar shows, in which order, and where separators stand: by buttons, by
 /// double clicks, or by dragging rows from list to list and to other places. "Reset" brings back what was shipped.
-/// Nothing changes before OK. If the choice cannot be kept, the user is told, and the bar has it until the program ends.
-/// Nothing is thrown. CZoToolBar::SetUp opens it.
+/// Nothing changes before OK. If the choice cannot be kept, the user is told, and the bar has it until the program
+/// ends. Nothing is thrown. CZoToolBar::SetUp opens it.
 ///
 ///     CZoToolBarSetup(m_toolBar, this).DoModal();
 class ZOGBL_API CZoToolBarSetup : public CZoDialog {
