@@ -30,7 +30,7 @@ CString ItemText(int number, const CString& path)
         LPCSTR end = static_cast<LPCSTR>(path) + (std::max)(name, path.GetLength() - kLongest / 2);
         if (IsSecondHalf(path, end))
             ++end;
-        shown = path.Left(3) + "..." + end;
+        shown = path.Left(path[1] == ':' ? 3 : 2) + "..." + end; // behind the drive, or where a network's name begins
     }
     shown.Replace("&", "&&");
     CString text;

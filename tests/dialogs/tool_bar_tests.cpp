@@ -9,6 +9,7 @@
 #include <dialogs/bars/tool_bar_content.h>
 #include <ground/number_record.h>
 
+#include <zogbl/gdi_data.h>
 #include <zogbl/resource_ids.h>
 #include <zogbl/tool_bar_setup.h>
 
@@ -322,7 +323,8 @@ TEST_F(ToolBar, ShowsStatesAndSendsCommands)
     EXPECT_EQ("Open", Parts());
     m_frame.onUpdate = nullptr;
     Make();
-    m_bar->SetWindowPos(nullptr, 0, 0, 45, 40, SWP_NOMOVE | SWP_NOZORDER);
+    m_bar->SetWindowPos(nullptr, 0, 0, CZoGlobalGDIData::Scale(45), CZoGlobalGDIData::Scale(40),
+                        SWP_NOMOVE | SWP_NOZORDER);
     EXPECT_EQ("Open|More buttons", Parts());
     m_frame.disabled = kSave;
     const MenuStub menu(kPrint);
@@ -417,16 +419,17 @@ TEST_F(ToolBar, DrawsPicturesThatCanBeSeen)
         return std::tuple(picture->Count(kBlue, part.area), picture->Count(kGrey, part.area),
                           picture->Count(kInk, part.area));
     };
+    const int square = CZoGlobalGDIData::Scale(4) * CZoGlobalGDIData::Scale(4);
     const Scheme scheme{{COLOR_GRAYTEXT, kGrey}, {COLOR_BTNTEXT, kInk}, {COLOR_3DSHADOW, kGrey}};
-    EXPECT_EQ(std::tuple(16, 0, 0), colors());
+    EXPECT_EQ(std::tuple(square, 0, 0), colors());
     m_frame.disabled = kOpen;
     Idle();
-    EXPECT_EQ(std::tuple(0, 16, 0), colors());
+    EXPECT_EQ(std::tuple(0, square, 0), colors());
     const ImportPatch contrast(kZogbl, "SystemParametersInfoA", &AnswerHighContrast);
-    EXPECT_EQ(std::tuple(0, 16, 0), colors());
+    EXPECT_EQ(std::tuple(0, square, 0), colors());
     m_frame.disabled = 0;
     Idle();
-    EXPECT_EQ(std::tuple(0, 0, 16), colors()) << "in the colour of texts";
+    EXPECT_EQ(std::tuple(0, 0, square), colors()) << "in the colour of texts";
 }
 
 TEST_F(ToolBar, SetUpMovesButtonsByKeysAndClicks)
