@@ -157,6 +157,8 @@ TEST(CWnd, ReadsNumbersOfItsControls)
 
 TEST(CWnd, ModalLoopIsIdleOnceAfterAMessage)
 {
+    // Over none of the windows.
+    ::SetCursorPos(::GetSystemMetrics(SM_CXSCREEN) - 1, ::GetSystemMetrics(SM_CYSCREEN) - 1);
     Window parent(WS_OVERLAPPEDWINDOW | WS_VISIBLE);
     const struct {
         DWORD flags;
