@@ -194,10 +194,10 @@ TEST_F(FontDialog, GivesWhatIsChosen)
 TEST_F(FontDialog, ListsWhatTheSystemEnumeratesForEachScript)
 {
     const ImportPatch fonts(kZogbl, "EnumFontFamiliesExA", &EnumerateMadeUp);
-    const HDC printer = CreateCompatibleDC(nullptr); // whose dots are half as large
+    const HDC printer = CreateCompatibleDC(nullptr); // with 192 dots an inch
     const ImportPatch dots(
         kZogbl, "GetDeviceCaps", +[](HDC dc, int what) WINAPI {
-            return GetDeviceCaps(dc, what) * (what == LOGPIXELSY && GetObjectType(dc) == OBJ_MEMDC ? 2 : 1);
+            return what == LOGPIXELSY && GetObjectType(dc) == OBJ_MEMDC ? 192 : GetDeviceCaps(dc, what);
         });
     LOGFONT font = Tahoma();
     font.lfCharSet = DEFAULT_CHARSET;
